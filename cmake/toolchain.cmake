@@ -1,0 +1,23 @@
+# Compiler settings that hold for every target of this tree.
+
+find_program(CCACHE ccache)
+if(CCACHE)
+  # Objects are shared between build folders, so that a second checkout builds in seconds.
+  set(CMAKE_CXX_COMPILER_LAUNCHER
+      ${CMAKE_COMMAND} -E env CCACHE_BASEDIR=${CMAKE_SOURCE_DIR} CCACHE_NOHASHDIR=1
+      CCACHE_SLOPPINESS=pch_defines,time_macros ${CCACHE})
+endif()
+
+find_program(MOLD mold)
+if(MOLD)
+  add_link_options(-fuse-ld=mold)
+endif()
+
+add_compile_options(
+  -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wsign-conversion -Wnon-virtual-dtor
+  -Woverloaded-virtual -Wimplicit-fallthrough -Werror)
+
+if(LINEWEIR_SANITIZE)
+  add_compile_options(-fsanitize=${LINEWEIR_SANITIZE} -fno-omit-frame-pointer -fno-sanitize-recover=all)
+  add_link_options(-fsanitize=${LINEWEIR_SANITIZE})
+endif()

@@ -1,0 +1,107 @@
+#include "elements/form.h"
+
+#include <algorithm>
+
+#include "elements/names.h"
+
+namespace lineweir {
+
+Form::Form(std::string_view name) : Element(ElementKind::Form, name) { form_ = this; }
+
+void Form::load() {
+  if (loaded_) return;
+  loaded_ = true;
+  if (on_load) on_load();
+}
+
+void Form::show() {
+  load();
+  // Loading may end in unloading, as it does where a right is missing.
+  if (loaded_) visible = true;
+}
+
+void Form::unload() {
+  if (!loaded_) return;
+  loaded_ = false;
+  visible = false;
+  focused_ = nullptr;
+  if (on_unload) on_unload();
+}
+
+void Form::close() {
+  if (on_close) {
+    on_close();
+  } else {
+    unload();
+  }
+}
+
+Element* Form::find(std::string_view name, int index) const {
+  for (Element* element : elements_) {
+    if (element->index() == index && same_name(element->name(), name)) return element;
+  }
+  return nullptr;
+}
+
+int Form::count(std::string_view name) const {
+  return static_cast<int>(std::ranges::count_if(
+      elements_, [&](const Element* element) { return same_name(element->name(), name); }));
+}
+
+std::vector<MenuItem*> Form::menu_bar() const {
+  std::vector<MenuItem*> top_entries;
+  for (Element* element : elements_) {
+    if (element->kind() != ElementKind::MenuItem) continue;
+    auto* item = static_cast<MenuItem*>(element);
+    if (item->parent() == nullptr) top_entries.push_back(item);
+  }
+  return top_entries;
+}
+
+void Form::focus(Control* control) {
+  if (focused_ == control) return;
+  Control* former = focused_;
+  focused_ = control;
+  for (FormObserver* observer : observers_) observer->focus_moved(control);
+  if (former != nullptr && former->on_lost_focus) former->on_lost_focus();
+  // A lost-focus handler may have moved the focus on.
+  if (focused_ == control && control != nullptr && control->on_got_focus) control->on_got_focus();
+}
+
+void Form::add_observer(FormObserver& observer) { observers_.push_back(&observer); }
+
+void Form::remove_observer(FormObserver& observer) { std::erase(observers_, &observer); }
+
+void Form::property_changed(PropertyId id) { tell_changed(*this, id); }
+
+void Form::add(Element& element) {
+  elements_.push_back(&element);
+  for (FormObserver* observer : observers_) observer->added(element);
+}
+
+void Form::remove(Element& element) {
+  std::erase(elements_, &element);
+  if (static_cast<Element*>(focused_) == &element) focused_ = nullptr;
+  for (FormObserver* observer : observers_) observer->removed(element);
+}
+
+void Form::raise(Control& control) {
+  const auto place = std::ranges::find(elements_, &control);
+  if (place == elements_.end() || place + 1 == elements_.end()) return;
+  std::rotate(place, place + 1, elements_.end());
+  for (FormObserver* observer : observers_) observer->raised(control);
+}
+
+void Form::tell_changed(Element& element, PropertyId id) {
+  for (FormObserver* observer : observers_) observer->changed(element, id);
+}
+
+void Form::tell_moved_to_container(Control& control) {
+  for (FormObserver* observer : observers_) observer->moved_to_container(control);
+}
+
+void Form::tell_menu_changed(MenuItem& parent) {
+  for (FormObserver* observer : observers_) observer->menu_changed(parent);
+}
+
+}  // namespace lineweir

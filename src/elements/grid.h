@@ -1,0 +1,40 @@
+#pragma once
+
+#include "elements/control.h"
+
+namespace lineweir {
+
+// A table of texts with one header row, row 0, and a selected cell. The cells are one property, so
+// that a change of any of them is one notice.
+class Grid : public Control {
+ public:
+  Grid(Form& form, std::string_view name, int rows, int columns, int index = no_index);
+
+  Property<int> row{*this, PropertyId::Row, 1};
+  Property<int> col{*this, PropertyId::Col, 1};
+  Property<std::vector<std::string>> cells{*this, PropertyId::Cells};
+
+  int rows() const { return rows_; }
+  int columns() const { return columns_; }
+
+  // A cell outside the grid is a Failure of number 9.
+  const std::string& cell(int at_row, int at_col) const;
+  void set_cell(int at_row, int at_col, std::string_view text);
+
+  // Column widths in twips; the look's only, so no property.
+  std::vector<int> column_widths;
+
+  // The selection moved, by the user's hand or by select().
+  std::function<void()> on_sel_change;
+
+  // Moves the selection and tells on_sel_change, as a click on a cell does.
+  void select(int at_row, int at_col);
+
+ private:
+  std::size_t place(int at_row, int at_col) const;
+
+  int rows_;
+  int columns_;
+};
+
+}  // namespace lineweir

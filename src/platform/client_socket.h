@@ -1,0 +1,37 @@
+#pragma once
+
+#include <functional>
+#include <string>
+#include <string_view>
+
+namespace lineweir::platform {
+
+inline constexpr int socket_closed = 0;
+inline constexpr int socket_connecting = 6;
+inline constexpr int socket_connected = 7;
+
+// A TCP client.
+class ClientSocket {
+ public:
+  virtual ~ClientSocket() = default;
+
+  virtual int state() const = 0;
+
+  // Begins to connect; `state` tells when it is done. A Failure of number 40006 while not closed.
+  virtual void connect(const std::string& host, int port) = 0;
+
+  // What was sent before is flushed first, for at most 2 seconds.
+  virtual void close() = 0;
+
+  virtual std::size_t bytes_received() const = 0;
+  // Takes all received bytes.
+  virtual std::string get_data() = 0;
+
+  // Queues bytes for sending, in order. A Failure of number 40006 while not connected.
+  virtual void send_data(std::string_view bytes) = 0;
+
+  std::function<void()> on_connect;
+  std::function<void()> on_data_arrival;
+};
+
+}  // namespace lineweir::platform

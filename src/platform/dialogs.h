@@ -1,0 +1,37 @@
+#pragma once
+
+#include <optional>
+#include <string>
+
+namespace lineweir::platform {
+
+struct FileQuestion {
+  std::string title;
+  // Pairs of a text and a pattern, all parted by "|".
+  std::string filter;
+  std::string default_path;
+  bool for_saving = false;
+};
+
+struct FontChoice {
+  std::string name;
+  int size = 8;
+  bool bold = false;
+  bool italic = false;
+};
+
+// The questions that the system's own dialogs ask. All wait for the user while the loop runs on;
+// no value means that the user cancelled.
+class Dialogs {
+ public:
+  virtual ~Dialogs() = default;
+
+  virtual std::optional<std::string> ask_file(const FileQuestion& question) = 0;
+  virtual std::optional<std::string> ask_input(const std::string& prompt,
+                                               const std::string& default_text) = 0;
+  virtual bool ask_yes_no(const std::string& question) = 0;
+  virtual std::optional<FontChoice> ask_font(const FontChoice& present) = 0;
+  virtual void message(const std::string& text) = 0;
+};
+
+}  // namespace lineweir::platform

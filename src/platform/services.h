@@ -1,0 +1,37 @@
+#pragma once
+
+#include <functional>
+
+#include "platform/client_socket.h"
+#include "platform/database.h"
+#include "platform/dialogs.h"
+#include "platform/event_loop.h"
+#include "platform/files.h"
+#include "platform/random_numbers.h"
+#include "platform/remote_objects.h"
+#include "platform/serial_port.h"
+#include "platform/system_clock.h"
+
+namespace lineweir::platform {
+
+// All that a console uses of the world. Each service outlives the console.
+struct Services {
+  EventLoop& loop;
+  SystemClock& clock;
+  RandomNumbers& random;
+  Files& files;
+  Dialogs& dialogs;
+  DatabaseEngine& databases;
+  // 1200 bits per second.
+  SerialPort& comm1;
+  // 9600 bits per second.
+  SerialPort& comm2;
+  ClientSocket& winsock1;
+  RemoteObjects& remote_objects;
+  // A number that no other process of the workstation has at the same time.
+  int process_number = 0;
+  // Ends the program once the handlers now running have returned.
+  std::function<void()> end_program;
+};
+
+}  // namespace lineweir::platform

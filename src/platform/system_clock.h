@@ -1,0 +1,30 @@
+#pragma once
+
+namespace lineweir::platform {
+
+// A moment of the local calendar. Months and days count from 1, hours run from 0 to 23.
+struct DateTime {
+  int year = 1899;
+  int month = 12;
+  int day = 30;
+  int hour = 0;
+  int minute = 0;
+  int second = 0;
+
+  friend bool operator==(const DateTime&, const DateTime&) = default;
+  friend auto operator<=>(const DateTime&, const DateTime&) = default;
+};
+
+// The workstation's clock, which the user or a server may set at any time.
+class SystemClock {
+ public:
+  virtual ~SystemClock() = default;
+
+  virtual DateTime now() const = 0;
+
+  // Sets the computer's clock. A missing right is a Failure of number 70, whose description says
+  // in one sentence what the user can do.
+  virtual void set(const DateTime& moment) = 0;
+};
+
+}  // namespace lineweir::platform
