@@ -17,10 +17,16 @@ namespace lineweir {
 template <class T>
 class ControlArray {
  public:
-  // `wire` runs for each element when it is loaded, the model included, and sets its events.
-  ControlArray(Form& form, std::string_view name, std::function<void(T&)> wire = nullptr)
-      : form_(form), name_(name), wire_(std::move(wire)) {
+  ControlArray(Form& form, std::string_view name) : form_(form), name_(name) {
     elements_.push_back(make(0));
+  }
+
+  // Runs for each element that is loaded now and for each one loaded later: sets its events.
+  void wire(std::function<void(T&)> set_events) {
+    for (const auto& element : elements_) {
+      if (element) set_events(*element);
+    }
+    wires_.push_back(std::move(set_events));
   }
 
   T& operator()(int index) const {
@@ -70,13 +76,13 @@ class ControlArray {
  private:
   std::unique_ptr<T> make(int index) {
     auto element = std::make_unique<T>(form_, name_, index);
-    if (wire_) wire_(*element);
+    for (const auto& set_events : wires_) set_events(*element);
     return element;
   }
 
   Form& form_;
   std::string name_;
-  std::function<void(T&)> wire_;
+  std::vector<std::function<void(T&)>> wires_;
   std::vector<std::unique_ptr<T>> elements_;
 };
 

@@ -17,7 +17,11 @@ void Form::load() {
 void Form::show() {
   load();
   // Loading may end in unloading, as it does where a right is missing.
-  if (loaded_) visible = true;
+  if (!loaded_) return;
+  if (visible) {
+    for (FormObserver* observer : observers_) observer->shown_again();
+  }
+  visible = true;
 }
 
 void Form::unload() {

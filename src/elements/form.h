@@ -23,6 +23,8 @@ class FormObserver {
   virtual void moved_to_container(Control& control) { (void)control; }
   virtual void menu_changed(MenuItem& parent) { (void)parent; }
   virtual void focus_moved(Control* control) { (void)control; }
+  // The form was shown although it is on the screen already, to bring it to the front.
+  virtual void shown_again() {}
 };
 
 enum FormWindowState { window_normal = 0, window_minimised = 1, window_maximised = 2 };
@@ -76,7 +78,8 @@ class Form : public Element {
   std::vector<MenuItem*> menu_bar() const;
 
   Control* focused() const { return focused_; }
-  // Moves the focus, which may be to nothing; tells the control that loses and the one that gets it.
+  // Moves the focus, which may be to nothing; tells the control that loses and the one that gets
+  // it.
   void focus(Control* control);
 
   // The observer is told until it is removed; it must outlive that.

@@ -98,6 +98,11 @@ class Property : public PropertyBase {
     set(value);
     return *this;
   }
+  // Takes over the value; each property keeps its own element.
+  Property& operator=(const Property& other) {
+    set(other.value_);
+    return *this;
+  }
 
   void set(const T& value) {
     if (value_ == value) return;
@@ -142,8 +147,15 @@ class Property<std::string> : public PropertyBase {
   const std::string& get() const { return value_; }
   operator const std::string&() const { return value_; }
 
+  operator std::string_view() const { return value_; }
+
   Property& operator=(std::string_view value) {
     set(value);
+    return *this;
+  }
+  // Takes over the value; each property keeps its own element.
+  Property& operator=(const Property& other) {
+    set(other.value_);
     return *this;
   }
 

@@ -1,0 +1,129 @@
+#include "boxlink/serial_port_control.h"
+
+#include <algorithm>
+#include <array>
+#include <string>
+
+#include "core/console.h"
+#include "core/guard.h"
+
+namespace lineweir {
+namespace {
+
+constexpr std::string_view line_monitor_request = "M";
+constexpr platform::Milliseconds answer_limit{3000};
+constexpr int settling_passes = 10000;
+
+constexpr std::array port_failures = {
+    failure_number::device_unavailable,    failure_number::bad_port_number,
+    failure_number::port_already_open,     failure_number::bad_port_identifier,
+    failure_number::port_hardware_missing, failure_number::port_not_open,
+    failure_number::port_device_not_open,
+};
+
+}  // namespace
+
+SerialPortControl::SerialPortControl(Console& console) : console_(console) {
+  MainForm& form = console.Lineweir;
+  for (int number = 1; number <= 4; ++number) {
+    form.Com(number).on_click = [this, number] { Com_Click(number); };
+  }
+  form.PortOn.on_click = [this] { PortOn_Click(); };
+  form.Off.on_click = [this] { Off_Click(); };
+}
+
+void SerialPortControl::Com_Click(int number) {
+  const std::string procedure = "Com" + std::to_string(number) + "_Click";
+  platform::SerialPort& comm = console_.services.comm1;
+  attempt(
+      [&] {
+        console_.Lineweir.mouse_pointer = pointer_hourglass;
+        if (console_.services.winsock1.state() != platform::socket_closed) {
+          console_.services.winsock1.close();
+        }
+        select(number);
+        if (comm.is_open()) {
+          comm.close();
+          comm.set_comm_port(number);
+          probe();
+        } else {
+          comm.set_comm_port(number);
+        }
+        console_.Lineweir.mouse_pointer = pointer_default;
+      },
+      [&](const Failure& failure) { guard_port(procedure, failure); });
+}
+
+void SerialPortControl::PortOn_Click() {
+  attempt(
+      [&] {
+        if (console_.services.comm1.is_open()) return;
+        if (!probe()) return;
+        console_.Lineweir.Off.checked = false;
+        console_.Lineweir.PortOn.checked = true;
+      },
+      [&](const Failure& failure) { guard_port("PortOn_Click", failure); });
+}
+
+void SerialPortControl::Off_Click() {
+  guard(console_, "Off_Click", [&] {
+    console_.services.comm1.close();
+    console_.Lineweir.Off.checked = true;
+    console_.Lineweir.PortOn.checked = false;
+  });
+}
+
+bool SerialPortControl::probe() {
+  platform::SerialPort& comm = console_.services.comm1;
+  console_.decoder.LineMonitorWait = true;
+  comm.open();
+  comm.discard_input();
+  comm.output(line_monitor_request);
+  if (!await_box()) {
+    console_.messages.ShowMessage(
+        "Error communicating with Brenvox Interface Box!  Check cables and settings!");
+    console_.Lineweir.mouse_pointer = pointer_default;
+    return false;
+  }
+  comm.close();
+  comm.open();
+  comm.discard_input();
+  for (int pass = 0; pass < settling_passes; ++pass) console_.services.loop.run_pending();
+  request_all_lines();
+  return true;
+}
+
+bool SerialPortControl::await_box() {
+  platform::EventLoop& loop = console_.services.loop;
+  const auto start = loop.now();
+  while (console_.decoder.LineMonitorWait) {
+    if (loop.now() - start > answer_limit) return false;
+    loop.yield();
+  }
+  return true;
+}
+
+void SerialPortControl::request_all_lines() {
+  for (int line = 0; line < console_.lines.LineCount; ++line) {
+    console_.services.comm1.output("Q0" + std::to_string(line));
+  }
+}
+
+void SerialPortControl::select(int number) {
+  MainForm& form = console_.Lineweir;
+  for (int other = 1; other <= 4; ++other) form.Com(other).checked = other == number;
+  form.NetworkConnectionOption.checked = false;
+  form.WinsockMenu.checked = false;
+}
+
+void SerialPortControl::guard_port(std::string_view procedure, const Failure& failure) {
+  if (std::ranges::find(port_failures, failure.number()) == port_failures.end()) {
+    report_failure(console_, procedure, failure);
+    return;
+  }
+  console_.messages.ShowMessage("Could Not Open Port");
+  console_.Lineweir.Off.checked = true;
+  console_.Lineweir.PortOn.checked = false;
+}
+
+}  // namespace lineweir

@@ -1,0 +1,35 @@
+#include "core/guard.h"
+
+#include <exception>
+#include <new>
+#include <string>
+
+#include "core/console.h"
+
+namespace lineweir {
+namespace {
+
+constexpr int out_of_memory = 7;
+constexpr int internal_error = 51;
+
+}  // namespace
+
+Failure current_failure() {
+  try {
+    throw;
+  } catch (const Failure& failure) {
+    return failure;
+  } catch (const std::bad_alloc&) {
+    return Failure(out_of_memory, "Out of memory");
+  } catch (const std::exception& error) {
+    return Failure(internal_error, std::string("Internal error: ") + error.what());
+  } catch (...) {
+    return Failure(internal_error, "Internal error");
+  }
+}
+
+void report_failure(Console& console, std::string_view handler, const Failure& failure) {
+  console.trace.WriteTrace(std::string(handler) + " Error - " + failure.what());
+}
+
+}  // namespace lineweir

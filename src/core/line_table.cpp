@@ -1,0 +1,14 @@
+#include "core/line_table.h"
+
+namespace lineweir {
+
+void LineTable::resize(int line_count) {
+  LineCount = line_count;
+  StatusLetter.resize(line_count);
+  CallerData.resize(line_count);
+  HoldStamp.resize(line_count);
+  ClockBase.resize(line_count);
+  ClockRunning.resize(line_count);
+}
+
+}  // namespace lineweir

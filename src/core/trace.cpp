@@ -1,0 +1,41 @@
+#include "core/trace.h"
+
+#include "core/console.h"
+#include "core/guard.h"
+#include "core/text.h"
+#include "core/time_text.h"
+
+namespace lineweir {
+namespace {
+
+constexpr std::size_t longest_window_text = 10000;
+
+}  // namespace
+
+TraceForm::TraceForm() : Form("DebugForm") {
+  caption = "Lineweir - Trace";
+  width = 9000;
+  height = 6000;
+  Text1.multi_line = true;
+  Text1.on_change = [this] {
+    if (Text1.text.get().size() > longest_window_text) Text1.text = "";
+  };
+}
+
+Trace::Trace(Console& console) : console_(console) {}
+
+void Trace::WriteTrace(std::string_view message) {
+  if (!console_.program.DebugMode) return;
+  const std::string line =
+      date_time_text(console_.services.clock.now()) + "  " + std::string(message) + "\r\n";
+
+  TextBox& window = console_.DebugForm.Text1;
+  window.text = window.text.get() + line;
+  window.caret_to_end();
+
+  attempt([&] { console_.services.files.append(std::string(trace_file_name), to_utf8(line)); },
+          [](const Failure&) {});
+  if (on_line) on_line(std::string(message));
+}
+
+}  // namespace lineweir

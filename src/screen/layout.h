@@ -1,0 +1,66 @@
+#pragma once
+
+#include <optional>
+
+namespace lineweir {
+
+// The main form's geometry at design size. All numbers are twips; tops of elements that stand on
+// the panel are relative to ScreenBottom.
+
+inline constexpr int menu_bar_height = 285;
+inline constexpr int row_pitch = 315;
+
+struct Place {
+  int left;
+  int top;
+  int width;
+  int height;
+};
+
+// What stands at the same place for a whole range of row counts.
+struct LayoutRange {
+  // The highest number of visible rows of the range.
+  int last_row_count;
+  int form_width;
+  int first_row_top;
+  int caption_top;
+  Place main_heading;
+  Place conference_heading;
+  int main_button_left;
+  int conference_button_left;
+  int strip_left;
+  int strip_width;
+  int drop_left;
+  int second_drop_left;
+  Place next_button;
+  Place next_to_conf_button;
+  Place dial;
+  // Whether the three buttons above stand on the form; otherwise on the panel.
+  bool buttons_on_form;
+  Place options_button;
+  Place link_label;
+  Place time_clock;
+  Place show_clock;
+  bool clocks_on_form;
+  Place lamp;
+  bool lamp_on_form;
+};
+
+const LayoutRange& layout_range(int visible_lines);
+
+// The place of the message display on the panel.
+Place message_place(int visible_lines);
+
+// The row's top and the panel's.
+int row_top(int visible_lines, int row);
+int panel_top(int visible_lines);
+
+// The form without and with its menu bar.
+int content_height(int visible_lines);
+int root_width(int visible_lines);
+int root_height(int visible_lines, bool menu_bar);
+
+// The cover of the corner beside 18 rows; nothing for other counts.
+std::optional<Place> low_cover_place(int visible_lines);
+
+}  // namespace lineweir

@@ -1,0 +1,27 @@
+#pragma once
+
+#include "elements/data_source.h"
+#include "elements/form.h"
+#include "screen/menu_elements.h"
+#include "screen/panel_elements.h"
+#include "screen/row_elements.h"
+#include "screen/timer_elements.h"
+
+namespace lineweir {
+
+// The main form as it is designed: ten rows, talent mode, nothing connected. The sections stand in
+// the order in which their elements lie on one another.
+class MainForm : public Form,
+                 public MenuElements,
+                 public BackgroundElements,
+                 public RowElements,
+                 public PanelElements,
+                 public ClockElements,
+                 public TimerElements {
+ public:
+  MainForm();
+
+  DataSource Data1{*this, "Data1"};
+};
+
+}  // namespace lineweir

@@ -1,0 +1,74 @@
+#pragma once
+
+#include "elements/label.h"
+#include "elements/line.h"
+#include "elements/picture.h"
+#include "elements/text_box.h"
+
+namespace lineweir {
+
+// The two backgrounds; all else on the main form stands on them.
+struct BackgroundElements {
+  explicit BackgroundElements(Form& form);
+
+  Picture ScreenTop;
+  Picture ScreenTopImage;
+  Picture ScreenBottom;
+  Picture ScreenBottomImage;
+  Picture LowCover;
+};
+
+// The buttons, the lamp of the link and the message boxes below the rows.
+struct PanelElements {
+  explicit PanelElements(Form& form);
+
+  Picture Drop1, Drop1Image;
+  Label Drop1Label;
+  Picture Hold1, Hold1Image;
+  Label Hold1Label;
+  Picture Drop2, Drop2Image;
+  Label Drop2Label;
+  Picture Hold2, Hold2Image;
+  Label Hold2Label;
+  Picture NextButton, NextButtonImage;
+  Label CenterLabel1;
+  Picture NextToConfButton, NextToConfButtonImage;
+  Label CenterLabel2;
+  Picture Dial, DialImage;
+  Label CenterLabel3;
+  Picture OptionsButton, OptionsButtonImage;
+  Label SetupLabel;
+
+  Shape Shape1;
+  Label Label1;
+  TextBox Text1;
+  TextBox Text2;
+};
+
+// The time clock, the event clock and their digital twins.
+struct ClockElements {
+  explicit ClockElements(Form& form);
+
+  Label lblTime;
+  Picture picRealTimeClock;
+  Picture imgTimeClock;
+  Label RealTime;
+  Line HourHand;
+  Line MinuteHand;
+  Line SecondHand;
+
+  Picture picShowTimeClock;
+  Picture imgShowClock;
+  Label CountDownTime;
+  Label StatusText;
+  Line CounterHand;
+  Picture RedClock;
+  Picture RedClockImage;
+  Line RedHand;
+
+  TextBox RealTime2;
+  TextBox CountDownTime2;
+  TextBox StatusText2;
+};
+
+}  // namespace lineweir

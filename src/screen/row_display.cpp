@@ -1,0 +1,141 @@
+#include "screen/row_display.h"
+
+#include <array>
+
+#include "core/cadence.h"
+#include "core/console.h"
+#include "screen/pictures.h"
+
+namespace lineweir {
+namespace {
+
+constexpr int mark_width = 30;
+constexpr int icon_width = 210;
+constexpr int icon_height = 150;
+
+struct StripRow {
+  RowColor color;
+  std::string_view strip;
+  std::string_view mark;
+};
+constexpr std::array strips = {
+    StripRow{RowColor::White, pictures::DataRowWhite, pictures::MarkWhite},
+    StripRow{RowColor::Green, pictures::DataRowGreen, pictures::MarkGreen},
+    StripRow{RowColor::Red, pictures::DataRowRed, pictures::MarkRed},
+};
+
+// By the values 1 to 4 of HybridPictureSet.
+constexpr std::array<std::string_view, 4> icons = {pictures::RedIcon, pictures::GreenIcon,
+                                                   pictures::YellowIcon, pictures::BlueIcon};
+
+void set_icon(Picture& icon, int color) {
+  if (color == 0) {
+    icon.visible = false;
+  } else if (color >= 1 && color <= static_cast<int>(icons.size())) {
+    icon.picture = icons[static_cast<std::size_t>(color - 1)];
+    icon.visible = true;
+  }
+}
+
+void place_icon(const Picture& button, Picture& icon) {
+  const bool pressed = button.picture == pictures::HybridNormDown;
+  const IconOffset offset = icon_offset(button.height, pressed);
+  icon.move(button.left + offset.left, button.top + offset.top);
+}
+
+}  // namespace
+
+std::string_view strip_picture(RowColor color) {
+  return strips[static_cast<std::size_t>(color)].strip;
+}
+
+std::string_view mark_picture(std::string_view strip) {
+  for (const auto& row : strips) {
+    if (row.strip == strip) return row.mark;
+  }
+  return pictures::MarkWhite;
+}
+
+IconOffset icon_offset(int button_height, bool pressed) {
+  const int left = 80 * button_height / 375;
+  const int top = 120 * button_height / 315;
+  const int step = 20 * button_height / 375;
+  return pressed ? IconOffset{step + left, step + top} : IconOffset{10 + left, top};
+}
+
+RowDisplay::RowDisplay(Console& console) : console_(console) {
+  console.Lineweir.DataRow.wire([&console](Picture& strip) {
+    strip.on_change = [&console, &strip] {
+      RowElements& rows = console.Lineweir;
+      if (rows.DataRowImage.loaded(strip.index())) {
+        rows.DataRowImage(strip.index()).picture = strip.picture;
+      }
+    };
+  });
+  console.Lineweir.CIcon1.wire([](Picture& icon) {
+    icon.width = icon_width;
+    icon.height = icon_height;
+  });
+  console.Lineweir.CIcon2.wire([](Picture& icon) {
+    icon.width = icon_width;
+    icon.height = icon_height;
+  });
+}
+
+void RowDisplay::HybridPictureSet(int line, int color1, int color2) {
+  set_icon(console_.Lineweir.CIcon1(line), color1);
+  set_icon(console_.Lineweir.CIcon2(line), color2);
+}
+
+void RowDisplay::SetStatusText(int line) {
+  console_.Lineweir.LineStatus(line).caption = status_text_of(console_.lines.StatusLetter(line));
+}
+
+void RowDisplay::set_row_color(int line, RowColor color) {
+  console_.Lineweir.DataRow(line).picture = strip_picture(color);
+}
+
+void RowDisplay::DrawMark(int line) {
+  RowElements& rows = console_.Lineweir;
+  const Picture& strip = rows.DataRow(line);
+  for (int column = 0; column < marks_per_row; ++column) {
+    const int k = line * marks_per_row + column;
+    if (!rows.MyMark.loaded(k)) rows.MyMark.load(k);
+    Picture& mark = rows.MyMark(k);
+    const Label& label = rows.column_labels(column)(line);
+    mark.picture = mark_picture(strip.picture);
+    mark.move(label.left + label.width, strip.top, mark_width, strip.height);
+    mark.visible = strip.visible && label.visible;
+  }
+}
+
+void RowDisplay::DrawMark() {
+  for (int line = 0; line < console_.lines.LineCount; ++line) DrawMark(line);
+}
+
+void RowDisplay::SetCiconPosition1(int line) {
+  place_icon(console_.Lineweir.OnHybrid1(line), console_.Lineweir.CIcon1(line));
+}
+
+void RowDisplay::SetCiconPosition2(int line) {
+  place_icon(console_.Lineweir.OnHybrid2(line), console_.Lineweir.CIcon2(line));
+}
+
+std::string RowDisplay::GetCadence(int line) const {
+  const MainForm& form = console_.Lineweir;
+  const LineTable& lines = console_.lines;
+  if (!form.Line20Mode.checked) {
+    if (!form.OnHybrid1(line).visible) return std::string(2, '\0');
+    return cadence_pair(lines.StatusLetter(line), lines.ThePhoneFlag, form.MitelPhone1.checked);
+  }
+  const int lower = line <= 9 ? line : line - 10;
+  std::string cadence;
+  for (const int paired : {lower, lower + 10}) {
+    // The last button's line always counts as dark.
+    const bool lit = paired < form.OnHybrid1.count() - 1 && form.OnHybrid1(paired).visible;
+    cadence += lit ? cadence_byte(lines.StatusLetter(paired)) : '\0';
+  }
+  return cadence;
+}
+
+}  // namespace lineweir

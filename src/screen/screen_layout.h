@@ -1,0 +1,31 @@
+#pragma once
+
+namespace lineweir {
+
+struct Console;
+
+// Puts every element of the main form in its place for the rows shown and the form's size.
+class ScreenLayout {
+ public:
+  explicit ScreenLayout(Console& console);
+
+  void RedefineScreen();
+
+ private:
+  void lay_out_backgrounds();
+  void lay_out_headings();
+  void lay_out_rows();
+  void lay_out_columns();
+  void lay_out_panel();
+  void lay_out_clocks();
+  void SetLabels();
+
+  int scaled_x(int design) const;
+  int scaled_y(int design) const;
+
+  Console& console_;
+  double ratio_x_ = 1;
+  double ratio_y_ = 1;
+};
+
+}  // namespace lineweir
