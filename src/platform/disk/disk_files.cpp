@@ -1,0 +1,89 @@
+#include "platform/disk/disk_files.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <array>
+#include <cerrno>
+#include <system_error>
+
+#include "elements/failure.h"
+#include "platform/disk/file_descriptor.h"
+#include "platform/disk/path_lookup.h"
+#include "platform/disk/replace_file.h"
+
+namespace lineweir::platform {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+[[noreturn]] void fail(const std::string& path, const std::error_code& reason) {
+  throw Failure(failure_number::file_access, "Can't write " + path + ": " + reason.message());
+}
+
+fs::path absolute_directory(const fs::path& directory) {
+  fs::path absolute = fs::absolute(directory).lexically_normal();
+  return absolute.has_filename() ? absolute : absolute.parent_path();
+}
+
+}  // namespace
+
+DiskFiles::DiskFiles(const fs::path& working_directory)
+    : working_directory_(absolute_directory(working_directory)) {}
+
+fs::path DiskFiles::locate(const std::string& path) const {
+  // A zero character ends a path for the system, so nothing behind it may decide anything here.
+  return spelling_on_disk(working_directory_ / path.substr(0, path.find('\0')));
+}
+
+std::optional<std::string> DiskFiles::read(const std::string& path) const {
+  // Opening a pipe would wait for its other end, and a device may never come to an end.
+  const FileDescriptor file(::open(locate(path).c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
+  if (!file.is_open()) return std::nullopt;
+  struct stat status {};
+  if (::fstat(file.get(), &status) != 0 || !S_ISREG(status.st_mode)) return std::nullopt;
+
+  std::string content;
+  std::array<char, 65536> piece;
+  for (;;) {
+    const ssize_t count = ::read(file.get(), piece.data(), piece.size());
+    if (count == 0) return content;
+    if (count > 0) {
+      content.append(piece.data(), static_cast<std::size_t>(count));
+    } else if (errno != EINTR) {
+      return std::nullopt;
+    }
+  }
+}
+
+void DiskFiles::replace(const std::string& path, std::string_view content) {
+  const fs::path target = locate(path);
+  try {
+    replace_file(target, content);
+  } catch (const std::system_error& error) {
+    fail(target.string(), error.code());
+  }
+}
+
+void DiskFiles::append(const std::string& path, std::string_view content) {
+  const fs::path target = locate(path);
+  const FileDescriptor file(::open(
+      target.c_str(), O_WRONLY | O_APPEND | O_CREAT | O_NONBLOCK | O_NOCTTY | O_CLOEXEC, 0666));
+  if (!file.is_open()) fail(target.string(), {errno, std::generic_category()});
+  try {
+    // Nothing is kept in the program, so there is nothing to flush behind the write.
+    write_whole(file.get(), content);
+  } catch (const std::system_error& error) {
+    fail(target.string(), error.code());
+  }
+}
+
+bool DiskFiles::exists(const std::string& path) const {
+  std::error_code error;
+  const fs::file_status status = fs::status(locate(path), error);
+  return fs::exists(status) && !fs::is_directory(status);
+}
+
+}  // namespace lineweir::platform

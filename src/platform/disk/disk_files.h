@@ -1,0 +1,30 @@
+#pragma once
+
+#include <filesystem>
+
+#include "platform/files.h"
+
+namespace lineweir::platform {
+
+// The files of the disk, below a working directory that never changes. A path names a file whatever
+// the case of its letters, unless a file of exactly that name exists; paths are bytes as the file
+// system has them.
+class DiskFiles final : public Files {
+ public:
+  // A relative directory is resolved against the process's own, once.
+  explicit DiskFiles(const std::filesystem::path& working_directory);
+
+  std::optional<std::string> read(const std::string& path) const override;
+  void replace(const std::string& path, std::string_view content) override;
+  void append(const std::string& path, std::string_view content) override;
+  // Directories don't count.
+  bool exists(const std::string& path) const override;
+  std::string current_directory() const override { return working_directory_.string(); }
+
+ private:
+  std::filesystem::path locate(const std::string& path) const;
+
+  std::filesystem::path working_directory_;
+};
+
+}  // namespace lineweir::platform

@@ -1,0 +1,21 @@
+#pragma once
+
+#include <filesystem>
+#include <string_view>
+
+namespace lineweir::platform {
+
+// Puts a file of that content in the place of the present one, or makes it. The content is written
+// to a file beside it, `NAME.PROCESS.new`, brought to the disk and given the name in one step:
+// after a crash at any moment the old or the new content stands whole, though such a file may be
+// left beside it. A link is followed to its file, and the file's permissions are kept.
+//
+// On any error the old content stands, nothing is left beside it, and a std::system_error tells the
+// system's reason.
+void replace_file(const std::filesystem::path& path, std::string_view content);
+
+// Writes all of the content to an open file, in one write where the system takes it so. Throws
+// std::system_error.
+void write_whole(int descriptor, std::string_view content);
+
+}  // namespace lineweir::platform

@@ -1,0 +1,243 @@
+#define DOCTEST_CONFIG_IMPLEMENT_WITH_MAIN
+#include "platform/disk/disk_files.h"
+
+#include <doctest/doctest.h>
+#include <signal.h>
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <fstream>
+#include <functional>
+#include <random>
+#include <sstream>
+
+#include "elements/failure.h"
+#include "temporary_directory.h"
+
+using namespace lineweir;
+using namespace lineweir::platform;
+namespace fs = std::filesystem;
+
+namespace {
+
+struct DiskFilesFixture {
+  TemporaryDirectory directory;
+  DiskFiles files{directory.path()};
+
+  // What stands on the disk, read by other means.
+  std::string content(const std::string& name) const {
+    std::ifstream stream(directory.path() / name, std::ios::binary);
+    std::ostringstream text;
+    text << stream.rdbuf();
+    return text.str();
+  }
+
+  std::vector<std::string> names() const {
+    std::vector<std::string> found;
+    for (const auto& entry : fs::directory_iterator(directory.path())) {
+      found.push_back(entry.path().filename().string());
+    }
+    std::ranges::sort(found);
+    return found;
+  }
+};
+
+int failure_number_of(const std::function<void()>& action) {
+  try {
+    action();
+  } catch (const Failure& failure) {
+    return failure.number();
+  }
+  return 0;
+}
+
+// Runs the action in a process of its own and gives that process's exit status.
+int in_child(const std::function<int()>& action) {
+  const pid_t child = ::fork();
+  if (child == 0) ::_exit(action());
+  int status = 0;
+  REQUIRE(::waitpid(child, &status, 0) == child);
+  REQUIRE(WIFEXITED(status));
+  return WEXITSTATUS(status);
+}
+
+}  // namespace
+
+TEST_CASE_FIXTURE(DiskFilesFixture, "What is written is read back byte for byte") {
+  std::string content(200000, '\0');
+  for (std::size_t i = 0; i < content.size(); ++i) content[i] = static_cast<char>(i * 31);
+  files.replace("Writ.inf", content);
+  CHECK(files.read("Writ.inf") == content);
+  CHECK(files.exists("Writ.inf"));
+
+  files.replace("Writ.inf", "");
+  CHECK(files.read("Writ.inf") == "");
+  CHECK(names() == std::vector<std::string>{"Writ.inf"});
+}
+
+TEST_CASE_FIXTURE(DiskFilesFixture, "A file that isn't there reads as nothing") {
+  CHECK_FALSE(files.read("Writ.inf"));
+  CHECK_FALSE(files.exists("Writ.inf"));
+  CHECK_FALSE(files.read(""));
+  CHECK_FALSE(files.exists(""));
+}
+
+TEST_CASE_FIXTURE(DiskFilesFixture, "Directories and pipes are no files to read") {
+  fs::create_directory(directory.path() / "Shows");
+  REQUIRE(::mkfifo((directory.path() / "pipe").c_str(), 0600) == 0);
+  CHECK_FALSE(files.read("Shows"));
+  CHECK_FALSE(files.exists("Shows"));
+  CHECK_FALSE(files.read("pipe"));
+  CHECK(failure_number_of([&] { files.replace("Shows", "x"); }) == 75);
+  CHECK(failure_number_of([&] { files.replace("pipe", "x"); }) == 75);
+  CHECK(failure_number_of([&] { files.append("pipe", "x"); }) == 75);
+}
+
+TEST_CASE_FIXTURE(DiskFilesFixture, "Paths are relative to the working directory or absolute") {
+  fs::create_directory(directory.path() / "Shows");
+  files.replace("Shows/Monday.txt", "monday");
+  CHECK(content("Shows/Monday.txt") == "monday");
+  CHECK(files.read((directory.path() / "Shows" / "Monday.txt").string()) == "monday");
+  CHECK(files.current_directory() == directory.path().string());
+  CHECK(DiskFiles(directory.path() / "").current_directory() == directory.path().string());
+  CHECK(fs::path(DiskFiles("Shows").current_directory()).is_absolute());
+}
+
+TEST_CASE_FIXTURE(DiskFilesFixture, "A name that differs only in case finds the file") {
+  fs::create_directory(directory.path() / "Shows");
+  files.replace("Shows/Monday.txt", "monday");
+  CHECK(files.read("shows/MONDAY.TXT") == "monday");
+  CHECK(files.exists("SHOWS/monday.txt"));
+  std::string capitals = (directory.path() / "Shows/Monday.txt").string();
+  std::ranges::transform(capitals, capitals.begin(),
+                         [](unsigned char c) { return static_cast<char>(std::toupper(c)); });
+  CHECK(files.read(capitals) == "monday");
+
+  files.replace("SHOWS/MONDAY.TXT", "tuesday");
+  files.append("Shows/MONDAY.txt", "!");
+  CHECK(content("Shows/Monday.txt") == "tuesday!");
+  files.replace("SHOWS/New.txt", "new");
+  CHECK(content("Shows/New.txt") == "new");
+  CHECK(names() == std::vector<std::string>{"Shows"});
+}
+
+TEST_CASE_FIXTURE(DiskFilesFixture, "Of names that differ only in case the exact one is taken") {
+  std::ofstream(directory.path() / "a.txt") << "lower";
+  std::ofstream(directory.path() / "A.TXT") << "upper";
+  CHECK(files.read("a.txt") == "lower");
+  CHECK(files.read("A.TXT") == "upper");
+  CHECK(files.read("A.txt") == "upper");
+}
+
+TEST_CASE_FIXTURE(DiskFilesFixture, "A zero character ends a path") {
+  using namespace std::string_literals;
+  files.replace("a\0b"s, "x");
+  CHECK(names() == std::vector<std::string>{"a"});
+  CHECK(files.read("a\0c"s) == "x");
+}
+
+TEST_CASE_FIXTURE(DiskFilesFixture, "A link and the permissions survive a replacement") {
+  files.replace("real.txt", "old");
+  fs::permissions(directory.path() / "real.txt", fs::perms{0640});
+  fs::create_symlink("real.txt", directory.path() / "link.txt");
+  files.replace("link.txt", "new");
+  CHECK(fs::is_symlink(directory.path() / "link.txt"));
+  CHECK(content("real.txt") == "new");
+  CHECK(fs::status(directory.path() / "real.txt").permissions() == fs::perms{0640});
+}
+
+TEST_CASE_FIXTURE(DiskFilesFixture, "Appending makes the file and adds to its end") {
+  files.append("LWDebug.txt", "one\r\n");
+  files.append("LWDebug.txt", "two\r\n");
+  CHECK(content("LWDebug.txt") == "one\r\ntwo\r\n");
+}
+
+TEST_CASE_FIXTURE(DiskFilesFixture, "A failure names the path and the reason") {
+  const std::string path = (directory.path() / "nowhere" / "a.txt").string();
+  const std::string text = "Can't write " + path + ": No such file or directory";
+  CHECK_THROWS_WITH_AS(files.replace("nowhere/a.txt", "x"), text.c_str(), Failure);
+  CHECK_THROWS_WITH_AS(files.append("nowhere/a.txt", "x"), text.c_str(), Failure);
+  CHECK(failure_number_of([&] { files.replace("nowhere/a.txt", "x"); }) == 75);
+  CHECK(failure_number_of([&] { files.append("/dev/full", "x"); }) == 75);
+}
+
+TEST_CASE_FIXTURE(DiskFilesFixture, "A disk that is full leaves the old content and nothing else") {
+  files.replace("Writ.inf", "old");
+  const int number = in_child([&] {
+    ::signal(SIGXFSZ, SIG_IGN);
+    const rlimit small{4096, 4096};
+    if (::setrlimit(RLIMIT_FSIZE, &small) != 0) return 1;
+    return failure_number_of([&] { files.replace("Writ.inf", std::string(10000, 'x')); });
+  });
+  CHECK(number == 75);
+  CHECK(content("Writ.inf") == "old");
+  CHECK(names() == std::vector<std::string>{"Writ.inf"});
+}
+
+TEST_CASE_FIXTURE(DiskFilesFixture, "A file that is read-only is not replaced") {
+  files.replace("Writ.inf", "old");
+  fs::permissions(directory.path() / "Writ.inf", fs::perms{0444});
+  fs::permissions(directory.path(), fs::perms{0777});
+  const int number = in_child([&] {
+    // Root may write everything.
+    const uid_t nobody = 65534;
+    if (::geteuid() == 0 && ::setuid(nobody) != 0) return 1;
+    return failure_number_of([&] { files.replace("Writ.inf", "new"); });
+  });
+  CHECK(number == 75);
+  CHECK(content("Writ.inf") == "old");
+  CHECK(names() == std::vector<std::string>{"Writ.inf"});
+}
+
+namespace {
+
+// A content that tells whether it is whole: its number, its length and a filling.
+std::string numbered_content(unsigned number) {
+  const std::string head = std::to_string(number) + " ";
+  return head + std::string(number * 7919 % 60000, static_cast<char>('a' + number % 26)) + "\n";
+}
+
+}  // namespace
+
+TEST_CASE_FIXTURE(DiskFilesFixture, "A program killed while it replaces leaves a whole content") {
+  std::mt19937 random(20240229);
+  unsigned number = 1;
+  files.replace("Writ.inf", numbered_content(number));
+
+  for (int kill = 0; kill < 60; ++kill) {
+    int done[2];
+    REQUIRE(::pipe(done) == 0);
+    const pid_t child = ::fork();
+    REQUIRE(child >= 0);
+    if (child == 0) {
+      for (unsigned next = number + 1;; ++next) {
+        files.replace("Writ.inf", numbered_content(next));
+        if (::write(done[1], ".", 1) != 1) ::_exit(1);
+      }
+    }
+    ::close(done[1]);
+
+    // Some replacements, then a random part of one more.
+    char byte = 0;
+    unsigned acknowledged = number;
+    for (auto wanted = random() % 5; wanted > 0; --wanted) {
+      REQUIRE(::read(done[0], &byte, 1) == 1);
+      ++acknowledged;
+    }
+    for (auto moment = random() % 200000; moment > 0; --moment) asm volatile("");
+    ::kill(child, SIGKILL);
+    ::waitpid(child, nullptr, 0);
+    while (::read(done[0], &byte, 1) == 1) ++acknowledged;
+    ::close(done[0]);
+
+    const auto found = files.read("Writ.inf");
+    REQUIRE(found);
+    number = static_cast<unsigned>(std::stoul(*found));
+    CHECK(*found == numbered_content(number));
+    CHECK(number >= acknowledged);
+    CHECK(number <= acknowledged + 1);
+  }
+}
