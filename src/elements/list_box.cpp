@@ -25,12 +25,13 @@ void ListControl::remove_item(int index) {
   check_index(*this, index);
   auto changed = list.get();
   changed.erase(changed.begin() + index);
+  // The list first: a combo box takes its text from the list as it then stands.
+  list = changed;
   if (list_index == index) {
     list_index = -1;
   } else if (list_index > index) {
     list_index = list_index - 1;
   }
-  list = changed;
 }
 
 void ListControl::set_item(int index, std::string_view text) {

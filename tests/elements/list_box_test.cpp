@@ -101,6 +101,14 @@ TEST_SUITE("elements/combo box") {
     form.list.list_index = -1;
     CHECK(form.list.text == "typed");
   }
+
+  TEST_CASE("taking out an entry before the chosen one keeps the text") {
+    ListForm<ComboBox> form;
+    form.list.select(2);
+    form.list.remove_item(0);
+    CHECK(form.list.list_index.get() == 1);
+    CHECK(form.list.text == "c");
+  }
 }
 
 }  // namespace
