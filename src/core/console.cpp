@@ -8,14 +8,27 @@ Console::Console(const platform::Services& platform_services)
       messages(*this),
       rows(*this),
       layout(*this),
+      display(*this),
+      window(*this),
+      fonts(*this),
       call_log(*this),
+      caller_data(*this),
       decoder(*this),
       port(*this),
+      remote_port(*this),
       clocks(*this),
       blink(*this),
-      startup(*this),
-      timers(Lineweir, services.loop) {
+      quick_line(*this),
+      hot_keys(*this),
+      settings(*this),
+      startup(*this) {
   wire_about_box(*this);
+  for (Form* form : forms()) timers.emplace_back(*form, services.loop);
+}
+
+std::vector<Form*> Console::forms() {
+  return {&Lineweir,          &AboutBox, &MyMsgbox,  &DebugForm, &Standby,
+          &DisplayOptionForm, &Form4,    &LoginForm, &FlashMessA};
 }
 
 }  // namespace lineweir

@@ -1,21 +1,39 @@
 #pragma once
 
+#include <deque>
+#include <vector>
+
 #include "boxlink/serial_port_control.h"
 #include "boxlink/status_decoder.h"
+#include "callcontrol/remote_port.h"
 #include "callerdata/call_log.h"
+#include "callerdata/caller_data.h"
+#include "callerdata/caller_data_form.h"
 #include "clocks/clock_engine.h"
+#include "clocks/clock_state.h"
 #include "core/about_box.h"
+#include "core/hot_keys.h"
 #include "core/line_table.h"
 #include "core/message_box.h"
 #include "core/program_state.h"
+#include "core/settings.h"
 #include "core/startup.h"
 #include "core/timer_runner.h"
 #include "core/trace.h"
+#include "messages/flash_message_form.h"
+#include "messages/quick_line.h"
 #include "platform/services.h"
 #include "screen/blink.h"
+#include "screen/display_option_form.h"
+#include "screen/display_options.h"
+#include "screen/fonts.h"
 #include "screen/main_form.h"
 #include "screen/row_display.h"
 #include "screen/screen_layout.h"
+#include "screen/standby_form.h"
+#include "screen/window_size.h"
+#include "serverlink/login_form.h"
+#include "serverlink/login_state.h"
 
 namespace lineweir {
 
@@ -31,24 +49,42 @@ struct Console {
 
   ProgramState program;
   LineTable lines;
+  ClockState clock_state;
+  LoginState login;
 
   MainForm Lineweir;
   AboutForm AboutBox;
   MessageBoxForm MyMsgbox;
   TraceForm DebugForm;
+  StandbyForm Standby;
+  DisplayOptionWindow DisplayOptionForm;
+  CallerDataForm Form4;
+  LoginWindow LoginForm;
+  FlashMessageForm FlashMessA;
 
   Trace trace;
   Messages messages;
   RowDisplay rows;
   ScreenLayout layout;
+  DisplayOptions display;
+  WindowSize window;
+  Fonts fonts;
   CallLog call_log;
+  CallerDataEntry caller_data;
   StatusDecoder decoder;
   SerialPortControl port;
+  RemotePortControl remote_port;
   ClockEngine clocks;
   Blink blink;
+  QuickLine quick_line;
+  HotKeys hot_keys;
+  Settings settings;
   Startup startup;
 
-  TimerRunner timers;
+  std::deque<TimerRunner> timers;
+
+  // Every form, in the order of their making.
+  std::vector<Form*> forms();
 };
 
 }  // namespace lineweir

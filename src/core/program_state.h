@@ -29,6 +29,9 @@ struct ProgramState {
   bool CallerDataAllowed = true;
   bool MessagesAllowed = true;
 
+  // The hot list's file.
+  std::string MessageFile;
+
   // Rows now shown, at most LineCount.
   int VisibleLines = 10;
 };

@@ -152,6 +152,13 @@ int root_height(int visible_lines, bool menu_bar) {
   return content_height(visible_lines) + (menu_bar ? menu_bar_height : 0);
 }
 
+int reset_height(int visible_lines, bool menu_bar) {
+  if (visible_lines == 0) return 7255;
+  if (visible_lines <= 10) return root_height(visible_lines, menu_bar);
+  if (visible_lines == 17) return menu_bar ? 8865 : 8580;
+  return menu_bar ? 8881 : 8595;
+}
+
 std::optional<Place> low_cover_place(int visible_lines) {
   if (visible_lines != 18) return std::nullopt;
   return Place{10200, 3870, 1800, 2400};

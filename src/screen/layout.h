@@ -60,6 +60,10 @@ int content_height(int visible_lines);
 int root_width(int visible_lines);
 int root_height(int visible_lines, bool menu_bar);
 
+// The height that a reset gives the form; it differs from root_height for some counts, and those
+// differences are to be kept.
+int reset_height(int visible_lines, bool menu_bar);
+
 // The cover of the corner beside 18 rows; nothing for other counts.
 std::optional<Place> low_cover_place(int visible_lines);
 

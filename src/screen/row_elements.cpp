@@ -27,12 +27,14 @@ RowElements::RowElements(Form& form)
       CIcon1(form, "CIcon1"),
       CIcon2(form, "CIcon2") {
   MyMark(0).visible = false;
+  LineNumb(0).alignment = align_center;
   for (int column = 1; column < column_count; ++column) CaptionLabel.load(column);
   for (int column = 0; column < column_count; ++column) {
     const ColumnRule& rule = columns[static_cast<std::size_t>(column)];
     CaptionLabel(column).caption = rule.heading;
     column_labels(column)(0).font.bold = true;
   }
+  CaptionLabel(number_column).alignment = align_center;
 }
 
 ControlArray<Label>& RowElements::column_labels(int column) {

@@ -99,22 +99,27 @@ void ScreenLayout::lay_out_columns() {
   MainForm& form = console_.Lineweir;
   const int visible = console_.program.VisibleLines;
   const LayoutRange& range = layout_range(visible);
+
+  std::array<bool, column_count> in_use{};
   int left = range.strip_left + first_column_gap;
-  for (int column = 0; column < column_count; ++column) {
-    const ColumnRule& rule = columns[static_cast<std::size_t>(column)];
-    Label& heading = form.CaptionLabel(column);
-    heading.visible = rule.shown_at_first;
-    heading.move(scaled_x(left), scaled_y(range.caption_top), scaled_x(rule.width),
-                 scaled_y(label_height));
-    heading.alignment = column == number_column ? align_center : align_left;
+  for (const int column : console_.display.ColumnsInUse) {
+    const int width = console_.display.width_of(column);
+    form.CaptionLabel(column).move(scaled_x(left), scaled_y(range.caption_top), scaled_x(width),
+                                   scaled_y(label_height));
     for (int line = 0; line < console_.lines.LineCount; ++line) {
-      Label& label = form.column_labels(column)(line);
-      label.visible = rule.shown_at_first && line < visible;
-      label.move(scaled_x(left), scaled_y(row_top(visible, line) + label_drop),
-                 scaled_x(rule.width), scaled_y(label_height));
-      label.alignment = heading.alignment;
+      form.column_labels(column)(line).move(scaled_x(left),
+                                            scaled_y(row_top(visible, line) + label_drop),
+                                            scaled_x(width), scaled_y(label_height));
     }
-    if (rule.shown_at_first) left += rule.width;
+    in_use[static_cast<std::size_t>(column)] = true;
+    left += width;
+  }
+  for (int column = 0; column < column_count; ++column) {
+    const bool used = in_use[static_cast<std::size_t>(column)];
+    form.CaptionLabel(column).visible = used;
+    for (int line = 0; line < console_.lines.LineCount; ++line) {
+      form.column_labels(column)(line).visible = used && line < visible;
+    }
   }
 }
 

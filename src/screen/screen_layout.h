@@ -11,11 +11,13 @@ class ScreenLayout {
 
   void RedefineScreen();
 
+  // Lays the columns in use one after the other along the rows, and hides the others.
+  void lay_out_columns();
+
  private:
   void lay_out_backgrounds();
   void lay_out_headings();
   void lay_out_rows();
-  void lay_out_columns();
   void lay_out_panel();
   void lay_out_clocks();
   void SetLabels();

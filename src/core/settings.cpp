@@ -1,0 +1,144 @@
+#include "core/settings.h"
+
+#include <string>
+
+#include "core/console.h"
+#include "core/guard.h"
+#include "core/text.h"
+#include "serverlink/password_scramble.h"
+
+namespace lineweir {
+namespace {
+
+constexpr int mode_passive = 3;
+constexpr int mode_talent = -1;
+constexpr int mode_producer = 0;
+
+int connection_of(const MainForm& form) {
+  if (form.Com1.checked) return 1;
+  if (form.Com2.checked) return 2;
+  if (form.Com3.checked) return 3;
+  if (form.Com4.checked) return 4;
+  if (form.NetworkConnectionOption.checked) return connection_remote_objects;
+  return form.WinsockMenu.checked ? connection_socket : connection_none;
+}
+
+int remote_port_of(const MainForm& form) {
+  if (form.RemoteCom1.checked) return 1;
+  if (form.RemoteCom2.checked) return 2;
+  if (form.RemoteCom3.checked) return 3;
+  return form.RemoteCom4.checked ? 4 : 0;
+}
+
+int mode_code_of(const MainForm& form) {
+  if (form.PassiveMode.checked) return mode_passive;
+  return form.StudioMode.checked ? mode_talent : mode_producer;
+}
+
+int handset_of(const MainForm& form) {
+  if (form.MitelPhone1.checked) return 1;
+  return form.MitelPhone2.checked ? 2 : 0;
+}
+
+}  // namespace
+
+Settings::Settings(Console& console) : console_(console) {
+  console.Lineweir.SaveSettingsMenu.on_click = [this] { SaveSettingsMenu_Click(); };
+}
+
+std::optional<SettingsRecord> Settings::read() const {
+  const auto bytes = console_.services.files.read(std::string(settings_file_name));
+  return bytes ? decode_settings(*bytes) : std::nullopt;
+}
+
+SettingsRecord Settings::collect() {
+  const MainForm& form = console_.Lineweir;
+  const WindowTarget window = console_.window.present();
+  console_.display.collect();
+
+  SettingsRecord record;
+  record.CommPort = connection_of(form);
+  record.PortState = form.PortOn.checked;
+  record.RemotePortNumber = remote_port_of(form);
+  record.RemoteState = form.RemoteOn.checked;
+  record.ShowDataFile = console_.clock_state.TheDataFileName;
+  record.DatabasePath = form.Data1.database_name;
+  record.OperatorName = console_.caller_data.OperatorName;
+  record.LogFieldOn = console_.caller_data.LogFieldOn;
+  record.GroupNumber = console_.program.GroupNumber;
+  record.Warning1 = console_.clock_state.Warning1;
+  record.Warning2 = console_.clock_state.Warning2;
+  record.MessageFile = console_.program.MessageFile;
+  record.ColumnShown = console_.display.ColumnShown;
+  record.ColumnWidth = console_.display.ColumnWidth;
+  record.ColumnOrder = console_.display.ColumnOrder;
+  record.ModeCode = mode_code_of(form);
+  record.DisplayUserName = console_.login.DisplayUserName;
+  record.MessageFontName = form.Text1.font.name;
+  record.MessageFontBold = form.Text1.font.bold;
+  record.MessageFontSize = form.Text1.font.size;
+  record.MessageFontItalic = form.Text1.font.italic;
+  record.ServerHost = console_.login.RemoteHost;
+  record.ServerPort = console_.login.RemotePort;
+  record.UserPassword = scrambled_password();
+  record.RemoteNextOn = form.RemoteNext.checked;
+  record.EventClockOn = form.EventClockMenu.checked;
+  record.TimeClockOn = form.TimeClockMenuItem.checked;
+  record.AutoDataOn = form.AutoDataEntry.checked;
+  record.MitelPhoneChoice = handset_of(form);
+  record.LineNamesOn = form.DimLineNumMenu.checked;
+  record.UserFieldName = form.CaptionLabel(user_column).caption;
+  record.UserName = console_.login.UserName.trimmed();
+  record.TimeOffset = console_.clock_state.DelayOffset;
+  record.SyncTimeOn = form.SyncTimeMenu.checked;
+  record.DigiClockOn = form.DigiClock.checked;
+  record.Line20On = form.Line20Mode.checked;
+  record.WindowHeight = window.height;
+  record.WindowWidth = window.width;
+  record.WindowState = window.state;
+  record.ServerShowOn = form.ServerShowData.checked;
+  record.TextGrowOn = form.TextGrowToggle.checked;
+  record.NextBarOff = form.NextBarDisable.checked;
+  record.GreyScreenOn = form.GreyScreenOption.checked;
+  return record;
+}
+
+std::string Settings::scrambled_password() const {
+  const auto clear = console_.login.UserPassword.trimmed();
+  const auto scrambled = pass_encode(clear, console_.services.clock.now().second);
+  if (scrambled) return *scrambled;
+  report_failure(console_, "TextWrit_PassEncode",
+                 Failure(failure_number::invalid_argument, "Invalid procedure call or argument"));
+  return {};
+}
+
+void Settings::save() {
+  attempt(
+      [&] {
+        console_.services.files.replace(
+            console_.program.StartDirectory + "/" + std::string(settings_file_name),
+            encode_settings(collect()));
+      },
+      [&](const Failure& failure) {
+        report_failure(console_, "Lineweir_SaveSettings", failure);
+        console_.messages.ShowMessage("The settings could not be saved: " +
+                                      std::string(failure.what()));
+      });
+}
+
+void Settings::SaveSettingsMenu_Click() {
+  guard(console_, "Lineweir_SaveSettingsMenu_Click", [&] { save(); });
+}
+
+void Settings::SetFileSettings() {
+  guard(console_, "Lineweir_SetFileSettings", [&] {
+    const auto record = read();
+    if (!record) return;
+    console_.window.restore({record->WindowHeight, record->WindowWidth, record->WindowState});
+    console_.fonts.FontChange({std::string(trimmed(record->MessageFontName)),
+                               record->MessageFontSize, record->MessageFontBold,
+                               record->MessageFontItalic});
+  });
+}
+
+}  // namespace lineweir

@@ -1,0 +1,26 @@
+#pragma once
+
+namespace lineweir {
+
+struct Console;
+
+// Text2 of the main form: the line in which a message is typed while the show runs.
+class QuickLine {
+ public:
+  explicit QuickLine(Console& console);
+
+  // Lays the line over the message display and gives it the focus.
+  void open();
+
+  void Text2_KeyPress(int& key);
+  void Text2_LostFocus();
+  void Text1_KeyPress(int& key);
+  void Text1_DblClick();
+
+ private:
+  void close();
+
+  Console& console_;
+};
+
+}  // namespace lineweir

@@ -1,0 +1,49 @@
+#include "screen/display_option_form.h"
+
+#include "core/line_table.h"
+
+namespace lineweir {
+namespace {
+
+constexpr int row_pitch = 330;
+
+}  // namespace
+
+DisplayOptionWindow::DisplayOptionWindow() : Form("DisplayOptionForm") {
+  caption = "Display Data Options";
+  width = 9000;
+  height = 6600;
+  for (int column = 0; column < column_count; ++column) {
+    CheckBox& box = column == 0 ? CheckItem(0) : CheckItem.load(column);
+    TextBox& box_width = column == 0 ? WidthText(0) : WidthText.load(column);
+    const int row_top = 150 + row_pitch * column;
+    box.caption = columns[static_cast<std::size_t>(column)].heading;
+    box.move(150, row_top, 2000, 300);
+    box_width.move(2250, row_top, 900, 300);
+    const bool optional = column > status_column;
+    box.visible = optional;
+    box_width.visible = optional;
+    box_width.enabled = false;
+    if (!optional) box.value = 1;
+  }
+  List1.move(3400, 150, 2400, row_pitch * column_count);
+  UserRename.move(150, 150 + row_pitch * column_count, 2000, 375);
+  for (int line = 0; line < lines_of_small_layout; ++line) {
+    CheckBox& box = line == 0 ? LineCheck(0) : LineCheck.load(line);
+    box.caption = "Line " + std::to_string(line + 1);
+    box.value = 1;
+    box.visible = true;
+    box.move(6100, 150 + row_pitch * line, 1300, 300);
+  }
+  HybridCheck(0).caption = "&Main Hybrid";
+  HybridCheck.load(1).caption = "&Conference Hybrid";
+  for (int hybrid = 0; hybrid < 2; ++hybrid) {
+    HybridCheck(hybrid).value = 1;
+    HybridCheck(hybrid).visible = true;
+    HybridCheck(hybrid).move(6100, 3700 + row_pitch * hybrid, 2200, 300);
+  }
+  MessageGroupSelector.move(6100, 4500, 2700, 315);
+  ExitCommand.move(7585, 5900, 1215, 375);
+}
+
+}  // namespace lineweir

@@ -1,0 +1,76 @@
+#include "screen/fonts.h"
+
+#include "core/console.h"
+#include "core/guard.h"
+#include "core/integer16.h"
+
+namespace lineweir {
+namespace {
+
+void set_font(FontProperties& font, const platform::FontChoice& choice, bool bold) {
+  font.name = choice.name;
+  font.size = choice.size;
+  font.bold = bold;
+  font.italic = choice.italic;
+}
+
+}  // namespace
+
+Fonts::Fonts(Console& console) : console_(console) {
+  MainForm& form = console.Lineweir;
+  form.FontMenuItem.on_click = [this] { FontMenuItem_Click(); };
+  form.TextGrowToggle.on_click = [this] { TextGrowToggle_Click(); };
+  form.GreyScreenOption.on_click = [this] { GreyScreenOption_Click(); };
+}
+
+void Fonts::FontChange(const platform::FontChoice& choice) {
+  guard(console_, "Lineweir_FontChange", [&] {
+    MainForm& form = console_.Lineweir;
+    for (int column = 1; column < column_count; ++column) {
+      set_font(form.CaptionLabel(column).font, choice, choice.bold);
+    }
+    for (Label* label : {&form.Label1, &form.Label9, &form.Label10}) {
+      set_font(label->font, choice, choice.bold);
+    }
+    for (int column = 0; column < column_count; ++column) {
+      for (int line = 0; line < console_.lines.LineCount; ++line) {
+        set_font(form.column_labels(column)(line).font, choice, true);
+      }
+    }
+    for (Label* label : {&form.StatusText, &form.CountDownTime, &form.RealTime}) {
+      set_font(label->font, choice, true);
+    }
+    set_font(form.Text1.font, choice, true);
+  });
+}
+
+platform::FontChoice Fonts::present() const {
+  const MainForm& form = console_.Lineweir;
+  const FontProperties& font = form.Text1.font;
+  return {font.name, font.size, form.CaptionLabel(1).font.bold, font.italic};
+}
+
+void Fonts::FontMenuItem_Click() {
+  guard(console_, "Lineweir_FontMenuItem_Click", [&] {
+    auto choice = console_.services.dialogs.ask_font(present());
+    if (!choice) throw Failure(failure_number::dialog_cancelled, "Cancel was selected.");
+    choice->size = integer16(choice->size);
+    FontChange(*choice);
+  });
+}
+
+void Fonts::TextGrowToggle_Click() {
+  guard(console_, "Lineweir_TextGrowToggle_Click", [&] {
+    MenuItem& item = console_.Lineweir.TextGrowToggle;
+    item.checked = !item.checked;
+  });
+}
+
+void Fonts::GreyScreenOption_Click() {
+  guard(console_, "Lineweir_GreyScreenOption_Click", [&] {
+    MenuItem& item = console_.Lineweir.GreyScreenOption;
+    item.checked = !item.checked;
+  });
+}
+
+}  // namespace lineweir
