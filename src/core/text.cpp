@@ -4,6 +4,7 @@
 #include <array>
 #include <charconv>
 #include <cstdint>
+#include <optional>
 
 namespace lineweir {
 namespace {
@@ -34,13 +35,37 @@ char byte_of_point(std::uint32_t point) {
   return static_cast<char>(0x80 + (found - high_controls.begin()));
 }
 
-// The number of bytes that follow the first byte of a sequence, or -1 if none begins with it.
-int continuation_length(int first) {
-  if (first < 0x80) return 0;
-  if (first >= 0xC2 && first < 0xE0) return 1;
-  if (first >= 0xE0 && first < 0xF0) return 2;
-  if (first >= 0xF0 && first < 0xF5) return 3;
-  return -1;
+struct Sequence {
+  std::uint32_t point;
+  std::size_t length;
+};
+
+// The code point that the text begins with; nothing where it begins with no whole sequence or with
+// one that isn't the shortest of its point.
+std::optional<Sequence> leading_point(std::string_view utf8) {
+  struct Form {
+    int first;
+    int mask;
+    std::uint32_t lowest;
+  };
+  constexpr std::array<Form, 4> forms = {
+      {{0x00, 0x80, 0}, {0xC0, 0xE0, 0x80}, {0xE0, 0xF0, 0x800}, {0xF0, 0xF8, 0x10000}}};
+
+  const int first = code_of(utf8.front());
+  const auto form =
+      std::ranges::find_if(forms, [&](const Form& f) { return (first & f.mask) == f.first; });
+  if (form == forms.end()) return std::nullopt;
+  const auto length = static_cast<std::size_t>(form - forms.begin()) + 1;
+  if (length > utf8.size()) return std::nullopt;
+
+  auto point = static_cast<std::uint32_t>(first & ~form->mask);
+  for (const char following : utf8.substr(1, length - 1)) {
+    if ((code_of(following) & 0xC0) != 0x80) return std::nullopt;
+    point = (point << 6) | static_cast<std::uint32_t>(code_of(following) & 0x3F);
+  }
+  const bool surrogate = point >= 0xD800 && point < 0xE000;
+  if (point < form->lowest || point > 0x10FFFF || surrogate) return std::nullopt;
+  return Sequence{point, length};
 }
 
 }  // namespace
@@ -72,7 +97,10 @@ std::string zero_filled(int value, std::size_t width) {
 
 int leading_number(std::string_view text) {
   text = trimmed_left(text);
-  if (text.starts_with('+')) text.remove_prefix(1);
+  if (text.starts_with('+')) {
+    text.remove_prefix(1);
+    if (text.starts_with('-')) return 0;
+  }
   int value = 0;
   std::from_chars(text.data(), text.data() + text.size(), value);
   return value;
@@ -93,23 +121,10 @@ std::string to_utf8(std::string_view windows_1252) {
 std::string from_utf8(std::string_view utf8) {
   std::string out;
   out.reserve(utf8.size());
-  for (std::size_t i = 0; i < utf8.size();) {
-    const int first = code_of(utf8[i]);
-    const int following = continuation_length(first);
-    if (following < 0 || i + static_cast<std::size_t>(following) >= utf8.size()) {
-      out += '?';
-      ++i;
-      continue;
-    }
-    auto point = static_cast<std::uint32_t>(following == 0 ? first : first & (0x3F >> following));
-    bool whole = true;
-    for (int k = 1; k <= following; ++k) {
-      const int next = code_of(utf8[i + static_cast<std::size_t>(k)]);
-      whole = whole && (next & 0xC0) == 0x80;
-      point = (point << 6) | static_cast<std::uint32_t>(next & 0x3F);
-    }
-    out += whole ? byte_of_point(point) : '?';
-    i += whole ? static_cast<std::size_t>(following) + 1 : 1;
+  while (!utf8.empty()) {
+    const auto sequence = leading_point(utf8);
+    out += sequence ? byte_of_point(sequence->point) : '?';
+    utf8.remove_prefix(sequence ? sequence->length : 1);
   }
   return out;
 }

@@ -26,7 +26,8 @@ std::string zero_filled(int value, std::size_t width);
 int leading_number(std::string_view text);
 
 // The two edges where the core's bytes meet Unicode. A code point that the set doesn't hold
-// becomes "?"; the five bytes that the set leaves open keep their own code point.
+// becomes "?", and so does each byte that is no part of a code point; the five bytes that the set
+// leaves open keep their own code point.
 std::string to_utf8(std::string_view windows_1252);
 std::string from_utf8(std::string_view utf8);
 
