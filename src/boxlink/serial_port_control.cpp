@@ -21,11 +21,17 @@ constexpr std::array port_failures = {
     failure_number::port_device_not_open,
 };
 
+constexpr int last_port = 4;
+
+bool is_port_failure(const Failure& failure) {
+  return std::ranges::find(port_failures, failure.number()) != port_failures.end();
+}
+
 }  // namespace
 
 SerialPortControl::SerialPortControl(Console& console) : console_(console) {
   MainForm& form = console.Lineweir;
-  for (int number = 1; number <= 4; ++number) {
+  for (int number = 1; number <= last_port; ++number) {
     form.Com(number).on_click = [this, number] { Com_Click(number); };
   }
   form.PortOn.on_click = [this] { PortOn_Click(); };
@@ -45,7 +51,7 @@ void SerialPortControl::Com_Click(int number) {
         if (comm.is_open()) {
           comm.close();
           comm.set_comm_port(number);
-          probe();
+          probe(Opening::Plain);
         } else {
           comm.set_comm_port(number);
         }
@@ -58,7 +64,7 @@ void SerialPortControl::PortOn_Click() {
   attempt(
       [&] {
         if (console_.services.comm1.is_open()) return;
-        if (!probe()) return;
+        if (!probe(Opening::Plain)) return;
         console_.Lineweir.Off.checked = false;
         console_.Lineweir.PortOn.checked = true;
       },
@@ -73,11 +79,19 @@ void SerialPortControl::Off_Click() {
   });
 }
 
-bool SerialPortControl::probe() {
+void SerialPortControl::open_at_start() {
+  if (console_.services.comm1.is_open()) return;
+  if (!probe(Opening::Searching)) return;
+  console_.Lineweir.Off.checked = false;
+  console_.Lineweir.PortOn.checked = true;
+}
+
+void SerialPortControl::probe_at_start() { probe(Opening::AlreadyOpen); }
+
+bool SerialPortControl::probe(Opening opening) {
   platform::SerialPort& comm = console_.services.comm1;
   console_.decoder.LineMonitorWait = true;
-  comm.open();
-  comm.discard_input();
+  if (!open(opening)) return false;
   comm.output(line_monitor_request);
   if (!await_box()) {
     console_.messages.ShowMessage(
@@ -86,11 +100,42 @@ bool SerialPortControl::probe() {
     return false;
   }
   comm.close();
-  comm.open();
-  comm.discard_input();
+  if (!open(opening == Opening::Plain ? Opening::Plain : Opening::Searching)) return false;
   for (int pass = 0; pass < settling_passes; ++pass) console_.services.loop.run_pending();
   request_all_lines();
   return true;
+}
+
+bool SerialPortControl::open(Opening opening) {
+  platform::SerialPort& comm = console_.services.comm1;
+  if (opening == Opening::AlreadyOpen) return true;
+  if (opening == Opening::Plain) {
+    comm.open();
+  } else if (!open_searching()) {
+    return false;
+  }
+  comm.discard_input();
+  return true;
+}
+
+bool SerialPortControl::open_searching() {
+  platform::SerialPort& comm = console_.services.comm1;
+  bool opened = false;
+  while (!opened && failures_at_start_ <= last_port) {
+    opened =
+        attempt([&] { comm.open(); },
+                [&](const Failure& failure) {
+                  if (!is_port_failure(failure)) throw failure;
+                  ++failures_at_start_;
+                  if (failures_at_start_ > last_port) {
+                    console_.messages.ShowMessage("No Com Port is available on this Computer!!");
+                    return;
+                  }
+                  comm.set_comm_port(failures_at_start_);
+                  select(failures_at_start_);
+                });
+  }
+  return opened;
 }
 
 bool SerialPortControl::await_box() {
@@ -111,13 +156,13 @@ void SerialPortControl::request_all_lines() {
 
 void SerialPortControl::select(int number) {
   MainForm& form = console_.Lineweir;
-  for (int other = 1; other <= 4; ++other) form.Com(other).checked = other == number;
+  for (int other = 1; other <= last_port; ++other) form.Com(other).checked = other == number;
   form.NetworkConnectionOption.checked = false;
   form.WinsockMenu.checked = false;
 }
 
 void SerialPortControl::guard_port(std::string_view procedure, const Failure& failure) {
-  if (std::ranges::find(port_failures, failure.number()) == port_failures.end()) {
+  if (!is_port_failure(failure)) {
     report_failure(console_, procedure, failure);
     return;
   }

@@ -18,10 +18,20 @@ class SerialPortControl {
   void PortOn_Click();
   void Off_Click();
 
+  // PortOn_Click as the start runs it: a port that can't be opened makes it try the ports 1 to 4
+  // in turn. Failures that aren't the port's pass through.
+  void open_at_start();
+
+  // Probes a port that is open already.
+  void probe_at_start();
+
  private:
   // Opens the port and waits for the box; asks for all lines once it has answered. False, with the
   // message shown, when it doesn't answer within 3 seconds: the port stays open.
-  bool probe();
+  enum class Opening { Plain, Searching, AlreadyOpen };
+  bool probe(Opening opening);
+  bool open(Opening opening);
+  bool open_searching();
   bool await_box();
   void request_all_lines();
   void select(int number);
@@ -29,6 +39,8 @@ class SerialPortControl {
   void guard_port(std::string_view procedure, const Failure& failure);
 
   Console& console_;
+  // The port failures of the start so far; each selects the next port.
+  int failures_at_start_ = 0;
 };
 
 }  // namespace lineweir

@@ -21,7 +21,8 @@ Console::Console(const platform::Services& platform_services)
       quick_line(*this),
       hot_keys(*this),
       settings(*this),
-      startup(*this) {
+      startup(*this),
+      shutdown(*this) {
   wire_about_box(*this);
   for (Form* form : forms()) timers.emplace_back(*form, services.loop);
 }

@@ -11,12 +11,14 @@
 #include "callerdata/caller_data_form.h"
 #include "clocks/clock_engine.h"
 #include "clocks/clock_state.h"
+#include "clocks/show_plan_store.h"
 #include "core/about_box.h"
 #include "core/hot_keys.h"
 #include "core/line_table.h"
 #include "core/message_box.h"
 #include "core/program_state.h"
 #include "core/settings.h"
+#include "core/shutdown.h"
 #include "core/startup.h"
 #include "core/timer_runner.h"
 #include "core/trace.h"
@@ -50,6 +52,7 @@ struct Console {
   ProgramState program;
   LineTable lines;
   ClockState clock_state;
+  ShowPlanStore show_plan{services.files};
   LoginState login;
 
   MainForm Lineweir;
@@ -80,6 +83,7 @@ struct Console {
   HotKeys hot_keys;
   Settings settings;
   Startup startup;
+  Shutdown shutdown;
 
   std::deque<TimerRunner> timers;
 

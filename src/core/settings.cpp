@@ -61,7 +61,7 @@ SettingsRecord Settings::collect() {
   record.PortState = form.PortOn.checked;
   record.RemotePortNumber = remote_port_of(form);
   record.RemoteState = form.RemoteOn.checked;
-  record.ShowDataFile = console_.clock_state.TheDataFileName;
+  record.ShowDataFile = console_.show_plan.TheDataFileName;
   record.DatabasePath = form.Data1.database_name;
   record.OperatorName = console_.caller_data.OperatorName;
   record.LogFieldOn = console_.caller_data.LogFieldOn;

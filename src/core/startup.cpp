@@ -1,21 +1,49 @@
 #include "core/startup.h"
 
+#include <algorithm>
+
+#include "callerdata/call_log_columns.h"
 #include "core/console.h"
 #include "core/guard.h"
 #include "core/text.h"
 #include "core/time_text.h"
 #include "core/window_caption.h"
 #include "screen/pictures.h"
+#include "serverlink/password_scramble.h"
 
 namespace lineweir {
+namespace {
+
+constexpr int sync_interval_with_trace = 60000;
+constexpr int group_count_at_first = 10;
+constexpr int client_id_step = 20;
+constexpr int client_id_range = 1000;
+
+std::string upper(std::string_view text) {
+  std::string result(trimmed(text));
+  std::ranges::transform(result, result.begin(), [](char c) {
+    return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
+  });
+  return result;
+}
+
+// Runs an element's click as the program does, whatever the element's state is.
+void click(MenuItem& item) {
+  if (item.on_click) item.on_click();
+}
+
+void click_if(bool wanted, MenuItem& item) {
+  if (wanted) click(item);
+}
+
+}  // namespace
 
 Startup::Startup(Console& console) : console_(console) {
   MainForm& form = console.Lineweir;
   form.on_load = [this] { Form_Load(); };
-  form.on_unload = [this] { Form_Unload(); };
-  form.ExitMenu.on_click = [this] {
-    guard(console_, "Lineweir_ExitMenu_Click", [&] { console_.Lineweir.unload(); });
-  };
+  form.on_got_focus = [this] { Form_GotFocus(); };
+  form.ZorderTimer.on_timer = [this] { ZorderTimer_Timer(); };
+  form.LoginTimer.on_timer = [this] { LoginTimer_Timer(); };
 }
 
 void Startup::Main(std::string_view command_line) {
@@ -28,42 +56,298 @@ void Startup::Main(std::string_view command_line) {
   if (console_.AboutBox.visible) console_.AboutBox.on_lost_focus();
 }
 
-void Startup::Form_Load() {
-  guard(console_, "Lineweir_Form_Load", [&] {
-    MainForm& form = console_.Lineweir;
-    console_.program.StartDirectory = console_.services.files.current_directory();
-    read_command_line();
-    console_.lines.resize(lines_of_small_layout);
-    for (int line = 1; line < console_.lines.LineCount; ++line) form.load_row(line);
-    form.mouse_pointer = pointer_hourglass;
-    form.caption = window_caption(console_, form.StudioMode.checked);
-    show_time_of_day();
-    console_.services.loop.run_pending();
-    for (int line = 0; line < console_.lines.LineCount; ++line) {
-      form.DataRow(line).picture = pictures::DataRowWhite;
-      form.LineNumb(line).caption = std::to_string(line + 1);
-      form.OnHybrid1(line).picture = pictures::HybridNormUp;
-      form.OnHybrid2(line).picture = pictures::HybridNormUp;
-      console_.rows.HybridPictureSet(line, 0, 0);
-    }
-    console_.layout.RedefineScreen();
-    form.mouse_pointer = pointer_default;
-  });
+template <class Step>
+void Startup::step(Step&& body) {
+  attempt(body, [&](const Failure& failure) { react(failure); });
 }
 
-void Startup::Form_Unload() {
-  guard(console_, "Lineweir_Form_Unload", [&] {
-    console_.services.comm1.close();
-    console_.services.comm2.close();
-    if (console_.services.end_program) console_.services.end_program();
-  });
+void Startup::react(const Failure& failure) {
+  switch (failure.number()) {
+    case failure_number::port_not_open:
+      return console_.messages.ShowMessage("This Com Port is not available at this time!");
+    case failure_number::socket_wrong_state:
+      return console_.messages.ShowMessage("Lineweir is not currently connected to a server.");
+    default:
+      return report_failure(console_, "Lineweir_Form_Load", failure);
+  }
+}
+
+void Startup::Form_Load() {
+  step([&] { note_design(); });
+  step([&] { read_command_line(); });
+  step([&] { begin_loading(); });
+  step([&] { make_rows(); });
+
+  const auto record = console_.settings.read();
+  if (record) {
+    apply_settings(*record);
+  } else {
+    step([&] { start_without_settings(); });
+  }
+  step([&] { console_.window.apply_target(); });
+  step([&] { console_.display.SetDisplayOptions(); });
+  step([&] { console_.layout.RedefineScreen(); });
+  if (record) step([&] { restore_database(*record); });
+  step([&] { make_client_id(); });
+  step([&] { read_show_data(record ? &*record : nullptr); });
+  step([&] { connect(record ? &*record : nullptr); });
+  step([&] { fill_group_selector(); });
+  step([&] { probe_open_port(); });
+  if (record) {
+    step([&] { restore_phone(*record); });
+    step([&] { restore_user_heading(*record); });
+  }
+  console_.Lineweir.mouse_pointer = pointer_default;
+  set_menus_enabled(true);
+  if (record) {
+    step([&] { restore_mode(*record); });
+    step([&] { restore_clocks(*record); });
+  }
+  step([&] { finish_loading(); });
+}
+
+void Startup::note_design() {
+  console_.lines.resize(lines_of_small_layout);
+  console_.program.CallerDataAllowed = true;
+  console_.program.MessagesAllowed = true;
+  console_.program.StartDirectory = console_.services.files.current_directory();
 }
 
 void Startup::read_command_line() {
   console_.program.EmptyLineOverride = command_line_ == "E";
   if (command_line_ != "D") return;
   console_.program.DebugMode = true;
-  console_.Lineweir.SyncTimeTimer.interval = 60000;
+  console_.Lineweir.SyncTimeTimer.interval = sync_interval_with_trace;
+}
+
+void Startup::begin_loading() {
+  console_.program.MainHybridOn = true;
+  console_.program.ConfHybridOn = true;
+  console_.Lineweir.mouse_pointer = pointer_hourglass;
+  set_menus_enabled(false);
+  show_caption();
+}
+
+void Startup::make_rows() {
+  console_.layout.load_rows();
+  show_time_of_day();
+  console_.services.loop.run_pending();
+  for (int line = 0; line < console_.lines.LineCount; ++line) {
+    console_.Lineweir.DataRow(line).picture = pictures::DataRowWhite;
+    console_.rows.DrawMark(line);
+  }
+}
+
+void Startup::start_without_settings() {
+  console_.services.comm1.close();
+  click(console_.Lineweir.RemoteOff);
+  console_.program.GroupNumber = 1;
+  console_.Lineweir.StudioGr(0).checked = true;
+  show_caption();
+  console_.display.NewColumnSetup();
+}
+
+void Startup::apply_settings(const SettingsRecord& record) {
+  step([&] { restore_values(record); });
+  step([&] { restore_menus(record); });
+  step([&] { restore_group(record); });
+  step([&] { restore_port(record); });
+  step([&] { restore_remote_port(record); });
+  step([&] { restore_columns(record); });
+}
+
+void Startup::restore_values(const SettingsRecord& record) {
+  LoginState& login = console_.login;
+  login.UserName = record.UserName;
+  login.DisplayUserName = trimmed(record.DisplayUserName);
+  console_.Lineweir.Label1.caption = login.DisplayUserName;
+  if (const auto clear = pass_decode(record.UserPassword)) login.UserPassword = *clear;
+  login.RemoteHost = trimmed(record.ServerHost);
+  login.RemotePort = record.ServerPort;
+  console_.caller_data.OperatorName = trimmed(record.OperatorName);
+  console_.caller_data.LogFieldOn = record.LogFieldOn;
+  console_.clock_state.Warning1 = record.Warning1;
+  console_.clock_state.Warning2 = record.Warning2;
+  console_.program.MessageFile = upper(record.MessageFile);
+  console_.window.restore({record.WindowHeight, record.WindowWidth, record.WindowState});
+}
+
+void Startup::restore_menus(const SettingsRecord& record) {
+  MainForm& form = console_.Lineweir;
+  click_if(record.AutoDataOn, form.AutoDataEntry);
+  click_if(record.EventClockOn, form.EventClockMenu);
+  click_if(record.TimeClockOn, form.TimeClockMenuItem);
+  form.DimLineNumMenu.checked = record.LineNamesOn;
+  form.StudioLinNumMenu.checked = !record.LineNamesOn;
+  form.GreyScreenOption.checked = record.GreyScreenOn;
+  form.Line20Mode.checked = record.Line20On;
+  console_.layout.set_line_count(record.Line20On ? lines_of_large_layout : lines_of_small_layout);
+}
+
+void Startup::restore_group(const SettingsRecord& record) {
+  console_.program.GroupNumber = record.GroupNumber == 0 ? 1 : record.GroupNumber;
+  show_caption();
+}
+
+void Startup::restore_port(const SettingsRecord& record) {
+  MainForm& form = console_.Lineweir;
+  if (record.CommPort >= 1 && record.CommPort <= 4) click(form.Com(record.CommPort));
+  if (record.CommPort >= connection_remote_objects) {
+    click(form.Off);
+  } else if (record.PortState) {
+    console_.port.open_at_start();
+  } else {
+    click(form.Off);
+  }
+}
+
+void Startup::restore_remote_port(const SettingsRecord& record) {
+  MainForm& form = console_.Lineweir;
+  if (record.RemotePortNumber >= 1 && record.RemotePortNumber <= 4) {
+    click(form.RemoteCom(record.RemotePortNumber));
+  }
+  click(record.RemoteState ? form.RemoteOn : form.RemoteOff);
+}
+
+void Startup::restore_columns(const SettingsRecord& record) {
+  console_.fonts.FontChange({std::string(trimmed(record.MessageFontName)), record.MessageFontSize,
+                             record.MessageFontBold, record.MessageFontItalic});
+  console_.display.ColumnShown = record.ColumnShown;
+  console_.display.ColumnWidth = record.ColumnWidth;
+  console_.display.ColumnOrder = record.ColumnOrder;
+}
+
+void Startup::restore_database(const SettingsRecord& record) {
+  const auto path = trimmed(record.DatabasePath);
+  if (path.empty()) return;
+  DataSource& data = console_.Lineweir.Data1;
+  data.database_name = path;
+  data.record_source = call_log_table;
+  attempt([&] { console_.call_log.recordset(); },
+          [&](const Failure& failure) {
+            if (failure.number() != failure_number::database_not_found) return react(failure);
+            console_.messages.ShowMessage(
+                "The Selected Database File for logging caller information cannot be found!");
+            data.database_name = "";
+          });
+}
+
+void Startup::make_client_id() {
+  const int random = static_cast<int>(console_.services.random.next() * client_id_range + 1);
+  console_.program.ClientId =
+      std::to_string(console_.services.process_number + client_id_step * random);
+}
+
+void Startup::read_show_data(const SettingsRecord* record) {
+  const std::string path = record == nullptr ? std::string() : upper(record->ShowDataFile);
+  if (path.empty()) return console_.show_plan.load_default_plan();
+  attempt([&] { console_.show_plan.load_plan(path); },
+          [&](const Failure& failure) {
+            if (failure.number() != failure_number::path_not_found) react(failure);
+            console_.show_plan.load_default_plan();
+          });
+}
+
+void Startup::connect(const SettingsRecord* record) {
+  if (record == nullptr) return;
+  if (record->CommPort == connection_remote_objects) {
+    click(console_.Lineweir.NetworkConnectionOption);
+  }
+}
+
+void Startup::fill_group_selector() {
+  ComboBox& selector = console_.DisplayOptionForm.MessageGroupSelector;
+  selector.clear();
+  for (int group = 1; group <= group_count_at_first; ++group) {
+    selector.add_item("Group " + std::to_string(group));
+  }
+  const int present = console_.program.GroupNumber - 1;
+  if (present >= 0 && present < selector.list_count()) selector.list_index = present;
+}
+
+void Startup::probe_open_port() {
+  if (console_.services.comm1.is_open()) console_.port.probe_at_start();
+}
+
+void Startup::restore_phone(const SettingsRecord& record) {
+  MainForm& form = console_.Lineweir;
+  click_if(record.RemoteNextOn, form.RemoteNext);
+  if (record.MitelPhoneChoice == 1) {
+    click(form.MitelPhone1);
+  } else if (record.MitelPhoneChoice == 2) {
+    click(form.MitelPhone2);
+  } else {
+    form.MitelPhone1.checked = false;
+    form.MitelPhone2.checked = false;
+  }
+}
+
+void Startup::restore_user_heading(const SettingsRecord& record) {
+  const auto heading = trimmed(record.UserFieldName);
+  console_.display.set_heading(user_column,
+                               heading.empty() ? columns[user_column].heading : heading);
+}
+
+void Startup::restore_mode(const SettingsRecord& record) {
+  MainForm& form = console_.Lineweir;
+  switch (record.ModeCode) {
+    case 3:
+      return click(form.PassiveMode);
+    case 1:
+    case -1:
+      return click(form.StudioMode);
+    default:
+      return click(form.ScreenerMode);
+  }
+}
+
+void Startup::restore_clocks(const SettingsRecord& record) {
+  MainForm& form = console_.Lineweir;
+  form.LoginTimer.enabled = login_needed_;
+  console_.clock_state.DelayOffset = record.TimeOffset;
+  click_if(record.SyncTimeOn, form.SyncTimeMenu);
+  click_if(record.DigiClockOn, form.DigiClock);
+  click_if(record.TextGrowOn, form.TextGrowToggle);
+  form.ServerShowData.checked = record.ServerShowOn;
+  form.NextBarDisable.checked = record.NextBarOff;
+}
+
+void Startup::finish_loading() {
+  console_.Lineweir.LabelMoveTimer.enabled = true;
+  console_.display.RefreshColumnOrder();
+}
+
+void Startup::Form_GotFocus() {
+  guard(console_, "Lineweir_Form_GotFocus", [&] { console_.show_plan.read_first_34(); });
+}
+
+void Startup::ZorderTimer_Timer() {
+  guard(console_, "Lineweir_ZorderTimer_Timer", [&] {
+    MainForm& form = console_.Lineweir;
+    form.ZorderTimer.enabled = false;
+    form.ScreenTopImage.bring_to_front();
+    form.ScreenBottomImage.bring_to_front();
+  });
+}
+
+void Startup::LoginTimer_Timer() {
+  guard(console_, "Lineweir_LoginTimer_Timer", [&] {
+    console_.Lineweir.LoginTimer.enabled = false;
+    console_.LoginForm.show();
+  });
+}
+
+void Startup::set_menus_enabled(bool enabled) {
+  MainForm& form = console_.Lineweir;
+  for (MenuItem* menu : {&form.Options, &form.Port, &form.RemotePort, &form.TimeClockMenu2,
+                         &form.ConfigurationMenuItem}) {
+    menu->enabled = enabled;
+  }
+}
+
+void Startup::show_caption() {
+  MainForm& form = console_.Lineweir;
+  form.caption = window_caption(console_, form.StudioMode.checked);
 }
 
 void Startup::show_time_of_day() {

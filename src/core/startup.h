@@ -3,11 +3,14 @@
 #include <string>
 #include <string_view>
 
+#include "core/settings_record.h"
+#include "elements/failure.h"
+
 namespace lineweir {
 
 struct Console;
 
-// From the entry point to the running main window, and from the user's exit back to the system.
+// From the entry point to the running main window.
 class Startup {
  public:
   explicit Startup(Console& console);
@@ -17,12 +20,47 @@ class Startup {
 
  private:
   void Form_Load();
-  void Form_Unload();
+  void Form_GotFocus();
+  void ZorderTimer_Timer();
+  void LoginTimer_Timer();
+
+  // The steps of Form_Load, in their order.
+  void note_design();
   void read_command_line();
+  void begin_loading();
+  void make_rows();
+  void start_without_settings();
+  void apply_settings(const SettingsRecord& record);
+  void restore_menus(const SettingsRecord& record);
+  void restore_group(const SettingsRecord& record);
+  void restore_port(const SettingsRecord& record);
+  void restore_remote_port(const SettingsRecord& record);
+  void restore_values(const SettingsRecord& record);
+  void restore_columns(const SettingsRecord& record);
+  void restore_database(const SettingsRecord& record);
+  void make_client_id();
+  void read_show_data(const SettingsRecord* record);
+  void connect(const SettingsRecord* record);
+  void fill_group_selector();
+  void probe_open_port();
+  void restore_phone(const SettingsRecord& record);
+  void restore_user_heading(const SettingsRecord& record);
+  void restore_mode(const SettingsRecord& record);
+  void restore_clocks(const SettingsRecord& record);
+  void finish_loading();
+
+  void set_menus_enabled(bool enabled);
+  void show_caption();
   void show_time_of_day();
+
+  // Runs one step; a failure gets the start's own reaction, and the start goes on behind it.
+  template <class Step>
+  void step(Step&& body);
+  void react(const Failure& failure);
 
   Console& console_;
   std::string command_line_;
+  bool login_needed_ = false;
 };
 
 }  // namespace lineweir

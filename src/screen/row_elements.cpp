@@ -1,5 +1,9 @@
 #include "screen/row_elements.h"
 
+#include <string>
+
+#include "screen/pictures.h"
+
 namespace lineweir {
 
 RowElements::RowElements(Form& form)
@@ -35,6 +39,7 @@ RowElements::RowElements(Form& form)
     column_labels(column)(0).font.bold = true;
   }
   CaptionLabel(number_column).alignment = align_center;
+  show_idle(0);
 }
 
 ControlArray<Label>& RowElements::column_labels(int column) {
@@ -50,6 +55,17 @@ ControlArray<Label>& RowElements::column_labels(int column) {
 
 void RowElements::blank_row_controls(int line, int first) {
   for (int item = first; item <= column_count; ++item) RowControls(line, item).caption = "";
+}
+
+void RowElements::show_idle(int line) {
+  DataRow(line).picture = pictures::DataRowWhite;
+  DataRowImage(line).picture = pictures::DataRowWhite;
+  LineNumb(line).caption = std::to_string(line + 1);
+  blank_row_controls(line, 2);
+  OnHybrid1(line).picture = pictures::HybridNormUp;
+  OnHybrid2(line).picture = pictures::HybridNormUp;
+  CIcon1(line).visible = false;
+  CIcon2(line).visible = false;
 }
 
 void RowElements::load_row(int line) {

@@ -51,6 +51,9 @@ struct RowElements {
   // Empties the captions of items `first` to 13 of a row.
   void blank_row_controls(int line, int first);
 
+  // What a row shows that has just been made: its number, and nothing on its line.
+  void show_idle(int line);
+
   // Loads all of a row's elements, hidden; unloads them.
   void load_row(int line);
   void unload_row(int line);

@@ -5,6 +5,7 @@
 
 #include "core/console.h"
 #include "screen/layout.h"
+#include "screen/pictures.h"
 
 namespace lineweir {
 namespace {
@@ -32,6 +33,22 @@ int ScreenLayout::scaled_x(int design) const {
 
 int ScreenLayout::scaled_y(int design) const {
   return static_cast<int>(std::lround(design * ratio_y_));
+}
+
+void ScreenLayout::load_rows() {
+  MainForm& form = console_.Lineweir;
+  const int wanted = console_.lines.LineCount;
+  for (int line = form.DataRow.upper_bound() - 1; line >= wanted; --line) form.unload_row(line);
+  for (int line = form.DataRow.upper_bound(); line < wanted; ++line) {
+    form.load_row(line);
+    form.show_idle(line);
+  }
+}
+
+void ScreenLayout::set_line_count(int line_count) {
+  console_.lines.resize(line_count);
+  console_.program.VisibleLines = line_count;
+  load_rows();
 }
 
 void ScreenLayout::RedefineScreen() {

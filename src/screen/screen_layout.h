@@ -11,6 +11,12 @@ class ScreenLayout {
 
   void RedefineScreen();
 
+  // Load20: makes the rows' elements up to LineCount, and unmakes those above.
+  void load_rows();
+
+  // Changes the number of lines, with the table's arrays and the rows' elements.
+  void set_line_count(int line_count);
+
   // Lays the columns in use one after the other along the rows, and hides the others.
   void lay_out_columns();
 

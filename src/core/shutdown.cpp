@@ -1,0 +1,37 @@
+#include "core/shutdown.h"
+
+#include "core/console.h"
+#include "core/guard.h"
+
+namespace lineweir {
+
+Shutdown::Shutdown(Console& console) : console_(console) {
+  console.Lineweir.on_unload = [this] { Form_Unload(); };
+  console.Lineweir.ExitMenu.on_click = [this] { ExitMenu_Click(); };
+}
+
+void Shutdown::ExitMenu_Click() {
+  guard(console_, "Lineweir_ExitMenu_Click", [&] { console_.Lineweir.unload(); });
+}
+
+void Shutdown::Form_Unload() {
+  guard(console_, "Lineweir_Form_Unload", [&] {
+    MainForm& form = console_.Lineweir;
+    if (form.window_state == window_minimised) form.window_state = window_normal;
+    console_.show_plan.close();
+    // A console that has lost its server must not overwrite what it knows.
+    if (form.Shape1.fill_color == color_green) console_.settings.save();
+  });
+  close_everything();
+}
+
+void Shutdown::close_everything() {
+  guard(console_, "Lineweir_Form_Unload", [&] {
+    console_.services.comm1.close();
+    console_.services.comm2.close();
+    console_.services.winsock1.close();
+  });
+  if (console_.services.end_program) console_.services.end_program();
+}
+
+}  // namespace lineweir

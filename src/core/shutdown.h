@@ -1,0 +1,20 @@
+#pragma once
+
+namespace lineweir {
+
+struct Console;
+
+// From the user's exit back to the system.
+class Shutdown {
+ public:
+  explicit Shutdown(Console& console);
+
+ private:
+  void ExitMenu_Click();
+  void Form_Unload();
+  void close_everything();
+
+  Console& console_;
+};
+
+}  // namespace lineweir
