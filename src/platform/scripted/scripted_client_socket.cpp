@@ -1,0 +1,74 @@
+#include "platform/scripted/scripted_client_socket.h"
+
+#include <utility>
+
+#include "elements/failure.h"
+#include "platform/scripted/scripted_serial_port.h"
+
+namespace lineweir::platform {
+namespace {
+
+constexpr std::string_view frame_start = "\x04\x04";
+constexpr std::size_t command_offset = 2;
+
+}  // namespace
+
+void ScriptedClientSocket::connect(const std::string& host, int port) {
+  if (state_ != socket_closed) {
+    throw Failure(failure_number::socket_wrong_state, "The socket is already in use");
+  }
+  host_ = host;
+  port_ = port;
+  received_.clear();
+  state_ = socket_connecting;
+  loop_.schedule(scripted_answer_time, [this, connection = ++connection_] {
+    if (connection != connection_ || state_ != socket_connecting) return;
+    state_ = accepts_ ? socket_connected : socket_closed;
+    if (accepts_ && on_connect) on_connect();
+  });
+}
+
+void ScriptedClientSocket::close() {
+  state_ = socket_closed;
+  received_.clear();
+}
+
+std::string ScriptedClientSocket::get_data() { return std::exchange(received_, {}); }
+
+void ScriptedClientSocket::send_data(std::string_view bytes) {
+  if (state_ != socket_connected) {
+    throw Failure(failure_number::socket_wrong_state, "The socket is not connected");
+  }
+  writes_.emplace_back(bytes);
+  if (bytes.size() <= command_offset || !bytes.starts_with(frame_start)) return;
+  const auto answer = replies_.find(static_cast<unsigned char>(bytes[command_offset]));
+  if (answer != replies_.end()) arrive(answer->second, scripted_answer_time);
+}
+
+void ScriptedClientSocket::reply(int command, const std::string& answer) {
+  replies_[command] = answer;
+}
+
+void ScriptedClientSocket::stand_connected() {
+  ++connection_;
+  state_ = socket_connected;
+}
+
+std::vector<std::string> ScriptedClientSocket::take_writes() { return std::exchange(writes_, {}); }
+
+void ScriptedClientSocket::restart() {
+  on_connect = nullptr;
+  on_data_arrival = nullptr;
+  close();
+}
+
+void ScriptedClientSocket::arrive(const std::string& bytes, Milliseconds delay) {
+  if (bytes.empty() || state_ != socket_connected) return;
+  loop_.schedule(delay, [this, bytes, connection = connection_] {
+    if (connection != connection_ || state_ != socket_connected) return;
+    received_ += bytes;
+    if (on_data_arrival) on_data_arrival();
+  });
+}
+
+}  // namespace lineweir::platform

@@ -1,0 +1,61 @@
+#pragma once
+
+#include <cstdint>
+#include <map>
+#include <string>
+#include <vector>
+
+#include "platform/client_socket.h"
+#include "platform/event_loop.h"
+
+namespace lineweir::platform {
+
+// A TCP client whose server is a script.
+class ScriptedClientSocket final : public ClientSocket {
+ public:
+  // The loop outlives the socket.
+  explicit ScriptedClientSocket(EventLoop& loop) : loop_(loop) {}
+
+  int state() const override { return state_; }
+  void connect(const std::string& host, int port) override;
+  void close() override;
+  std::size_t bytes_received() const override { return received_.size(); }
+  std::string get_data() override;
+  void send_data(std::string_view bytes) override;
+
+  // Whether the server takes connections, from now on. At first it takes none.
+  void accept_connections(bool accepts) { accepts_ = accepts; }
+  // The bytes arrive when the loop next runs what is due; without a connection they are lost.
+  void arrive(const std::string& bytes) { arrive(bytes, Milliseconds{0}); }
+  // From now on each write that is a frame of this command code is answered.
+  void reply(int command, const std::string& answer);
+  // The server ends the connection. What had arrived can still be taken.
+  void drop() { state_ = socket_closed; }
+  // The connection stands, as though it had been made before; nobody is told.
+  void stand_connected();
+
+  // Each write since the last call.
+  std::vector<std::string> take_writes();
+  // What the last `connect` named.
+  const std::string& host() const { return host_; }
+  int port() const { return port_; }
+
+  // As ScriptedSerialPort::restart.
+  void restart();
+
+ private:
+  void arrive(const std::string& bytes, Milliseconds delay);
+
+  EventLoop& loop_;
+  int state_ = socket_closed;
+  // Tells what is on its way on this connection from what was on its way on one before.
+  std::uint64_t connection_ = 0;
+  bool accepts_ = false;
+  std::string host_;
+  int port_ = 0;
+  std::string received_;
+  std::vector<std::string> writes_;
+  std::map<int, std::string> replies_;
+};
+
+}  // namespace lineweir::platform

@@ -1,0 +1,61 @@
+#include "platform/scripted/scripted_remote_objects.h"
+
+#include <utility>
+
+#include "elements/failure.h"
+
+namespace lineweir::platform {
+
+class ScriptedRemoteObjects::Object final : public RemoteObject {
+ public:
+  Object(ScriptedRemoteObjects& owner, std::string name) : owner_(owner), name_(std::move(name)) {}
+
+  RemoteValue call(std::string_view member, const std::vector<RemoteValue>& arguments) override {
+    return owner_.use({name_, std::string(member), arguments});
+  }
+
+  void set_property(std::string_view member, const std::vector<RemoteValue>& indices,
+                    const RemoteValue& value) override {
+    std::vector<RemoteValue> arguments = indices;
+    arguments.push_back(value);
+    owner_.use({name_, std::string(member), std::move(arguments)});
+  }
+
+ private:
+  ScriptedRemoteObjects& owner_;
+  std::string name_;
+};
+
+std::unique_ptr<RemoteObject> ScriptedRemoteObjects::create(const std::string& class_name) {
+  require_presence();
+  // The whole name where it has no dot.
+  return std::make_unique<Object>(*this, class_name.substr(class_name.rfind('.') + 1));
+}
+
+void ScriptedRemoteObjects::set_result(const std::string& member, const RemoteValue& value) {
+  results_[member] = value;
+}
+
+void ScriptedRemoteObjects::call_back(const std::string& method,
+                                      const std::vector<RemoteValue>& arguments) {
+  loop_.schedule(Milliseconds{0}, [this, method, arguments] {
+    if (on_callback) on_callback(method, arguments);
+  });
+}
+
+std::vector<RemoteCall> ScriptedRemoteObjects::take_calls() { return std::exchange(calls_, {}); }
+
+void ScriptedRemoteObjects::require_presence() const {
+  if (!present_) {
+    throw Failure(failure_number::no_such_class, "The program of the remote objects isn't there");
+  }
+}
+
+RemoteValue ScriptedRemoteObjects::use(RemoteCall call) {
+  require_presence();
+  const auto result = results_.find(call.member);
+  calls_.push_back(std::move(call));
+  return result == results_.end() ? RemoteValue{} : result->second;
+}
+
+}  // namespace lineweir::platform
