@@ -27,7 +27,6 @@ constexpr std::array<LayoutRange, 4> ranges = {{
      {4200, 315, 1290, 500},
      false,
      {8010, 315, 1290, 500},
-     {4395, 1005, 4465, 255},
      {570, 950, 1695, 1740},
      {2345, 950, 1695, 1740},
      false,
@@ -50,7 +49,6 @@ constexpr std::array<LayoutRange, 4> ranges = {{
      {4010, 305, 1290, 500},
      false,
      {9335, 305, 1290, 500},
-     {1310, 960, 8440, 255},
      {10260, 300, 1695, 1740},
      {10260, 2100, 1695, 1740},
      true,
@@ -73,7 +71,6 @@ constexpr std::array<LayoutRange, 4> ranges = {{
      {10340, 6065, 1560, 500},
      true,
      {10610, 1190, 1290, 500},
-     {1310, 210, 8440, 255},
      {10260, 300, 1695, 1740},
      {10260, 2100, 1695, 1740},
      true,
@@ -96,7 +93,6 @@ constexpr std::array<LayoutRange, 4> ranges = {{
      {10340, 6380, 1560, 500},
      true,
      {10610, 935, 1290, 500},
-     {1310, 210, 8440, 255},
      {10260, 300, 1695, 1740},
      {10260, 2100, 1695, 1740},
      true,
@@ -133,6 +129,13 @@ Place message_place(int visible_lines) {
   if (visible_lines <= 10) return {4395, 1295, 4465, 1145};
   const auto& place = message_places[static_cast<std::size_t>(std::min(visible_lines, 20) - 11)];
   return {1310, place.top, 8440, place.height};
+}
+
+Place link_label_place(int visible_lines) {
+  if (visible_lines <= 10) return {4395, 1005, 4465, 255};
+  if (visible_lines >= 19) return {1310, 210, 8440, 255};
+  // The message display beside 18 rows leaves less room above it.
+  return {1310, 960, 8440, visible_lines == 18 ? 150 : 255};
 }
 
 int row_top(int visible_lines, int row) {

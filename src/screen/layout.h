@@ -38,7 +38,6 @@ struct LayoutRange {
   // Whether the three buttons above stand on the form; otherwise on the panel.
   bool buttons_on_form;
   Place options_button;
-  Place link_label;
   Place time_clock;
   Place show_clock;
   bool clocks_on_form;
@@ -48,8 +47,9 @@ struct LayoutRange {
 
 const LayoutRange& layout_range(int visible_lines);
 
-// The place of the message display on the panel.
+// The places of the message display and of the link's label above it, on the panel.
 Place message_place(int visible_lines);
+Place link_label_place(int visible_lines);
 
 // The row's top and the panel's.
 int row_top(int visible_lines, int row);
