@@ -6,6 +6,8 @@ Console::Console(const platform::Services& platform_services)
     : services(platform_services),
       trace(*this),
       messages(*this),
+      server(*this),
+      phone(*this),
       rows(*this),
       layout(*this),
       display(*this),

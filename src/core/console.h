@@ -5,7 +5,10 @@
 
 #include "boxlink/serial_port_control.h"
 #include "boxlink/status_decoder.h"
+#include "callcontrol/dial_state.h"
+#include "callcontrol/phone_command.h"
 #include "callcontrol/remote_port.h"
+#include "callcontrol/socket_trap.h"
 #include "callerdata/call_log.h"
 #include "callerdata/caller_data.h"
 #include "callerdata/caller_data_form.h"
@@ -36,6 +39,8 @@
 #include "screen/window_size.h"
 #include "serverlink/login_form.h"
 #include "serverlink/login_state.h"
+#include "serverlink/remote_link.h"
+#include "serverlink/server_link.h"
 
 namespace lineweir {
 
@@ -51,6 +56,7 @@ struct Console {
 
   ProgramState program;
   LineTable lines;
+  DialState dial;
   ClockState clock_state;
   ShowPlanStore show_plan{services.files};
   LoginState login;
@@ -67,6 +73,10 @@ struct Console {
 
   Trace trace;
   Messages messages;
+  RemoteLink remote;
+  ServerLink server;
+  RetryingHandlers retrying;
+  PhoneCommands phone;
   RowDisplay rows;
   ScreenLayout layout;
   DisplayOptions display;

@@ -9,6 +9,7 @@ namespace lineweir {
 namespace {
 
 constexpr std::size_t longest_window_text = 10000;
+constexpr auto line_end = "\r\n";
 
 }  // namespace
 
@@ -27,15 +28,31 @@ Trace::Trace(Console& console) : console_(console) {}
 void Trace::WriteTrace(std::string_view message) {
   if (!console_.program.DebugMode) return;
   const std::string line =
-      date_time_text(console_.services.clock.now()) + "  " + std::string(message) + "\r\n";
-
-  TextBox& window = console_.DebugForm.Text1;
-  window.text = window.text.get() + line;
-  window.caret_to_end();
-
-  attempt([&] { console_.services.files.append(std::string(trace_file_name), to_utf8(line)); },
-          [](const Failure&) {});
+      date_time_text(console_.services.clock.now()) + "  " + std::string(message) + line_end;
+  show(line);
+  print(line);
   if (on_line) on_line(std::string(message));
+}
+
+void Trace::WriteLines(const std::vector<std::string>& lines) {
+  if (!console_.program.DebugMode) return;
+  std::string text;
+  for (const std::string& line : lines) text += line + line_end;
+  show(text);
+  print(date_time_text(console_.services.clock.now()) + line_end + text);
+  if (!on_line) return;
+  for (const std::string& line : lines) on_line(line);
+}
+
+void Trace::show(std::string_view text) {
+  TextBox& window = console_.DebugForm.Text1;
+  window.text = window.text.get() + std::string(text);
+  window.caret_to_end();
+}
+
+void Trace::print(std::string_view text) {
+  attempt([&] { console_.services.files.append(std::string(trace_file_name), to_utf8(text)); },
+          [](const Failure&) {});
 }
 
 }  // namespace lineweir

@@ -3,6 +3,7 @@
 #include <functional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "elements/form.h"
 #include "elements/text_box.h"
@@ -30,10 +31,17 @@ class Trace {
   // TextWrit_WriteTrace. A trace file that can't be written doesn't stop anything.
   void WriteTrace(std::string_view message);
 
+  // Several lines at once, without dates of their own: in the trace file a line with date and time
+  // stands in front of them.
+  void WriteLines(const std::vector<std::string>& lines);
+
   // Told of each line written, without date and time.
   std::function<void(const std::string& line)> on_line;
 
  private:
+  void show(std::string_view text);
+  void print(std::string_view text);
+
   Console& console_;
 };
 

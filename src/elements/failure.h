@@ -28,6 +28,7 @@ inline constexpr int device_unavailable = 68;
 inline constexpr int permission_denied = 70;
 inline constexpr int file_access = 75;
 inline constexpr int path_not_found = 76;
+inline constexpr int object_not_set = 91;
 inline constexpr int no_such_element = 340;
 inline constexpr int element_already_loaded = 360;
 inline constexpr int no_such_class = 429;

@@ -161,13 +161,4 @@ constexpr std::optional<std::size_t> server_command_place(std::uint8_t code) {
   return std::nullopt;
 }
 
-// The name of a code in either direction; empty for one that means nothing.
-constexpr std::string_view command_name(std::uint8_t code) {
-  for (const auto& row : client_commands) {
-    if (static_cast<std::uint8_t>(row.command) == code) return row.name;
-  }
-  const auto place = server_command_place(code);
-  return place ? server_commands[*place].name : std::string_view{};
-}
-
 }  // namespace lineweir

@@ -1,0 +1,68 @@
+#include "serverlink/server_link.h"
+
+#include <utility>
+
+#include "core/console.h"
+#include "core/guard.h"
+#include "serverlink/frame_trace.h"
+
+namespace lineweir {
+
+ServerLink::ServerLink(Console& console) : console_(console) {
+  console.services.winsock1.on_data_arrival = [this] { Winsock1_DataArrival(); };
+  console.Lineweir.WinsTimer.on_timer = [this] { WinsTimer_Timer(); };
+}
+
+void ServerLink::handle(ServerCommand command, Handler handler) {
+  if (const auto place = server_command_place(static_cast<std::uint8_t>(command))) {
+    handlers_[*place] = std::move(handler);
+  }
+}
+
+ServerPacket ServerLink::packet(ClientCommand command) const {
+  return client_packet(command, console_.program.GroupNumber, console_.program.ConsoleNumber);
+}
+
+void ServerLink::send(ServerPacket packet) {
+  pad(packet.Buffer);
+  const std::string frame = framed(body_of(packet));
+  TextWrit_CheckWinsPort();
+  console_.services.winsock1.send_data(frame);
+  if (console_.program.DebugMode) console_.trace.WriteLines(frame_trace(frame, packet));
+}
+
+void ServerLink::Winsock1_DataArrival() {
+  guard(console_, "Lineweir_Winsock1_DataArrival", [&] { gather(); });
+}
+
+void ServerLink::TextWrit_CheckWinsPort() {
+  guard(console_, "TextWrit_CheckWinsPort", [&] {
+    if (console_.services.winsock1.bytes_received() > 0) gather();
+  });
+}
+
+void ServerLink::WinsTimer_Timer() {
+  guard(console_, "Lineweir_WinsTimer_Timer", [&] {
+    console_.Lineweir.WinsTimer.enabled = false;
+    while (const auto body = RecString.first_body()) {
+      const ServerPacket received = packet_of(*body);
+      if (console_.program.DebugMode) {
+        console_.trace.WriteLines(received_frame_trace(*body, received));
+      }
+      dispatch(received);
+      RecString.drop_first();
+    }
+  });
+}
+
+void ServerLink::gather() {
+  RecString.append(console_.services.winsock1.get_data());
+  console_.Lineweir.WinsTimer.enabled = true;
+}
+
+void ServerLink::dispatch(const ServerPacket& packet) const {
+  const auto place = server_command_place(packet.CMD);
+  if (place && handlers_[*place]) handlers_[*place](packet);
+}
+
+}  // namespace lineweir

@@ -1,0 +1,51 @@
+#pragma once
+
+#include <array>
+#include <functional>
+#include <string_view>
+
+#include "serverlink/server_packet_codec.h"
+#include "serverlink/server_packet_framing.h"
+
+namespace lineweir {
+
+struct Console;
+
+// The console's end of the socket: frames go out at once, received bytes are gathered at once, and
+// frames are cut and handled by WinsTimer, at most 50 ms later.
+class ServerLink {
+ public:
+  using Handler = std::function<void(const ServerPacket& packet)>;
+
+  explicit ServerLink(Console& console);
+
+  // All bytes received and not yet consumed, across connections.
+  ReceiveBuffer RecString;
+
+  // Who handles a received command. A command without a handler is passed over in silence.
+  void handle(ServerCommand command, Handler handler);
+
+  // A packet of this console, as client_packet.
+  ServerPacket packet(ClientCommand command) const;
+
+  // Sends the packet as one frame. A failure of the socket is the sender's to handle: then nothing
+  // was sent.
+  void send(ServerPacket packet);
+
+  void Winsock1_DataArrival();
+  void TextWrit_CheckWinsPort();
+
+  // Cuts and handles the frames in RecString. A frame whose handler fails stays there, and is
+  // handled again when more bytes have arrived.
+  void WinsTimer_Timer();
+
+ private:
+  void gather();
+  void dispatch(const ServerPacket& packet) const;
+
+  Console& console_;
+  // By the place of the command in its table.
+  std::array<Handler, server_commands.size()> handlers_;
+};
+
+}  // namespace lineweir
