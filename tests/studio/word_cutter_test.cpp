@@ -13,7 +13,8 @@ std::string text_of(const std::vector<Token>& tokens) {
   std::string text;
   for (const Token& token : tokens) {
     if (!text.empty()) text += ' ';
-    text += token.kind == Token::Kind::Word ? token.text : '[' + token.text + ']';
+    const bool is_word = token.kind == Token::Kind::Word;
+    text.append(is_word ? "" : "[").append(token.text).append(is_word ? "" : "]");
   }
   return text;
 }
