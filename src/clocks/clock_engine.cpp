@@ -1,42 +1,193 @@
 #include "clocks/clock_engine.h"
 
+#include "clocks/warning_threshold.h"
 #include "core/console.h"
 #include "core/guard.h"
+#include "core/integer16.h"
 #include "core/text.h"
 #include "core/time_text.h"
 
 namespace lineweir {
+namespace {
+
+// The place of RedClock on its dial as designed, which the blink takes for its present place.
+constexpr int red_clock_design_left = 205;
+constexpr int red_clock_design_top = 375;
+constexpr int event_hand_width = 2;
+constexpr int last_minute_hand_width = 1;
+
+HandPoint near_end(const Line& hand) { return {hand.x1, hand.y1}; }
+
+void set_far_end(Line& hand, HandPoint point) {
+  hand.x2 = point.x;
+  hand.y2 = point.y;
+}
+
+// The seconds that a number of them stands for as a text of time: only 0 to 59 make one.
+int offset_seconds(int delay_offset) {
+  const char* const before = delay_offset < 10 ? "00:00:0" : "00:00:00";
+  return required_time_of_day(before + std::to_string(delay_offset));
+}
+
+int length_of(const Line& hand) { return hand.y2 - hand.y1; }
+
+}  // namespace
 
 ClockEngine::ClockEngine(Console& console) : console_(console) {
-  console.Lineweir.Timer1.on_timer = [this] { Timer1_Timer(); };
+  MainForm& form = console.Lineweir;
+  console.clock_state.SecondRadius = length_of(form.SecondHand);
+  console.clock_state.MinuteRadius = length_of(form.MinuteHand);
+  console.clock_state.HourRadius = length_of(form.HourHand);
+  form.Timer1.on_timer = [this] { Timer1_Timer(); };
+  form.Timer2.on_timer = [this] { Timer2_Timer(); };
+  form.CountDownTime.on_change = [this] { CountDownTime_Change(); };
 }
 
 void ClockEngine::Timer1_Timer() {
-  guard(console_, "Lineweir_Timer1_Timer", [&] {
-    show_time_of_day();
-    show_row_clocks();
-  });
+  guard(console_, "Lineweir_Timer1_Timer", [&] { tick(); });
 }
 
-void ClockEngine::show_time_of_day() {
-  const std::string now = clock_text(seconds_of_day(console_.services.clock.now()));
-  const auto without_half_day = left_part(now, now.size() - 3);
+void ClockEngine::tick() {
+  const int offset = offset_seconds(console_.clock_state.DelayOffset);
+  const int time_of_day = seconds_of_day(console_.services.clock.now());
+  show_time_of_day(time_of_day + offset);
+  turn_time_hands();
+
+  int event_length = 0;
+  switch (show_timing(time_of_day, offset, event_length)) {
+    case TickGoesOn::Ends:
+      return;
+    case TickGoesOn::HandAtTwelve:
+      rest_event_hand();
+      break;
+    default:
+      if (event_length != 0) turn_event_hand(event_length);
+  }
+  show_row_clocks(time_of_day);
+  if (after_tick) after_tick();
+}
+
+void ClockEngine::show_time_of_day(int time_with_offset) {
+  const std::string now = clock_text(time_with_offset);
+  const std::string_view without_half_day = trimmed(left_part(now, now.size() - 2));
   console_.Lineweir.RealTime.caption = without_half_day;
   console_.Lineweir.RealTime2.text = without_half_day;
 }
 
-void ClockEngine::show_row_clocks() {
+void ClockEngine::turn_time_hands() {
+  MainForm& form = console_.Lineweir;
+  const ClockState& state = console_.clock_state;
+  const TimeAngles angles = time_angles(form.RealTime.caption);
+  const auto turn = [](Line& hand, int radius, double angle) {
+    set_far_end(hand, hand_end(radius, angle, near_end(hand)));
+  };
+  turn(form.SecondHand, state.SecondRadius, angles.second);
+  turn(form.MinuteHand, state.MinuteRadius, angles.minute);
+  turn(form.HourHand, state.HourRadius, angles.hour);
+}
+
+TickGoesOn ClockEngine::show_timing(int time_of_day, int offset, int& event_length) {
+  const MainForm& form = console_.Lineweir;
+  const ClockState& state = console_.clock_state;
+  const ShownEvent before = {form.CountDownTime.caption, form.StatusText.caption};
+  const ShowTiming timing =
+      form.ServerShowData.checked
+          ? server_show_timing(
+                {state.ServerLastEventTime, state.ServerEventTime, state.ServerEventText},
+                time_of_day, offset, before)
+          : local_show_timing(console_.show_plan.plan, time_of_day, offset, before);
+  show_event(timing.shown);
+  store_back(timing, console_.show_plan.plan);
+  if (timing.tick == TickGoesOn::Fails) throw timing_failure(timing);
+  event_length = timing.event_length;
+  return timing.tick;
+}
+
+void ClockEngine::show_event(const ShownEvent& event) {
+  MainForm& form = console_.Lineweir;
+  form.CountDownTime.caption = event.countdown;
+  form.CountDownTime2.text = event.countdown;
+  form.StatusText.caption = event.status;
+  form.StatusText2.text = event.status;
+}
+
+void ClockEngine::turn_event_hand(int event_length) {
+  MainForm& form = console_.Lineweir;
+  const int countdown = seconds_left(form.CountDownTime.caption);
+  const bool thin = in_last_minute(countdown);
+  form.CounterHand.border_width = thin ? last_minute_hand_width : event_hand_width;
+  const int time_left = integer16(countdown);
+  if (thin) form.RedHand.border_width = last_minute_hand_width;
+
+  const double angle = event_angle(thin ? last_minute : event_length, time_left);
+  set_far_end(form.CounterHand,
+              hand_end(console_.clock_state.SecondRadius, angle, near_end(form.CounterHand)));
+  if (!form.RedClock.visible) return;
+  form.RedHand.x1 = form.CounterHand.x1 - form.RedClock.left;
+  form.RedHand.y1 = form.CounterHand.y1 - form.RedClock.top;
+  form.RedHand.x2 = form.CounterHand.x2 - form.RedClock.left;
+  form.RedHand.y2 = form.CounterHand.y2 - form.RedClock.top;
+}
+
+void ClockEngine::rest_event_hand() {
+  Line& hand = console_.Lineweir.CounterHand;
+  set_far_end(hand, resting_hand_end(console_.clock_state.SecondRadius, near_end(hand)));
+}
+
+void ClockEngine::show_row_clocks(int time_of_day) {
   const LineTable& lines = console_.lines;
-  const int now = seconds_of_day(console_.services.clock.now());
   // A running line without a base shows what the line before it showed in this pass.
   std::string shown;
   for (int line = 0; line < lines.LineCount; ++line) {
     if (lines.ClockRunning(line) != 1) continue;
     if (!trimmed(lines.ClockBase(line)).empty()) {
-      shown = short_hms_text(now - required_time_of_day(lines.ClockBase(line)));
+      shown = short_hms_text(time_of_day - required_time_of_day(lines.ClockBase(line)));
     }
     console_.Lineweir.LineTime(line).caption = shown;
   }
+}
+
+void ClockEngine::CountDownTime_Change() {
+  guard(console_, "Lineweir_CountDownTime_Change", [&] {
+    MainForm& form = console_.Lineweir;
+    const ClockState& state = console_.clock_state;
+    const std::string_view countdown = trimmed(form.CountDownTime.caption);
+    if (countdown.empty()) return end_warning();
+
+    const int left = required_time_of_day(countdown);
+    if (left >= required_time_of_day(warning_threshold(state.Warning1))) {
+      end_warning();
+    } else if (!form.Timer2.enabled) {
+      show_warning();
+    }
+    // The blink may also be set to begin before the clock turns red.
+    if (left < required_time_of_day(warning_threshold(state.Warning2))) form.Timer2.enabled = true;
+  });
+}
+
+void ClockEngine::Timer2_Timer() {
+  guard(console_, "Lineweir_Timer2_Timer", [&] {
+    MainForm& form = console_.Lineweir;
+    if (form.RedClock.visible) {
+      form.RedClock.visible = false;
+      form.CountDownTime2.fore_color = color_black;
+      return;
+    }
+    form.RedHand.x2 = form.CounterHand.x2 - red_clock_design_left;
+    form.RedHand.y2 = form.CounterHand.y2 - red_clock_design_top;
+    show_warning();
+  });
+}
+
+void ClockEngine::show_warning() {
+  console_.Lineweir.RedClock.visible = true;
+  console_.Lineweir.CountDownTime2.fore_color = color_red;
+}
+
+void ClockEngine::end_warning() {
+  console_.Lineweir.RedClock.visible = false;
+  console_.Lineweir.CountDownTime2.fore_color = color_black;
+  console_.Lineweir.Timer2.enabled = false;
 }
 
 }  // namespace lineweir

@@ -19,6 +19,9 @@ Console::Console(const platform::Services& platform_services)
       port(*this),
       remote_port(*this),
       clocks(*this),
+      clock_menu(*this),
+      set_time(*this),
+      show_editor(*this),
       blink(*this),
       quick_line(*this),
       hot_keys(*this),
@@ -30,8 +33,8 @@ Console::Console(const platform::Services& platform_services)
 }
 
 std::vector<Form*> Console::forms() {
-  return {&Lineweir,          &AboutBox, &MyMsgbox,  &DebugForm, &Standby,
-          &DisplayOptionForm, &Form4,    &LoginForm, &FlashMessA};
+  return {&Lineweir, &AboutBox, &MyMsgbox, &DebugForm, &Standby,   &DisplayOptionForm,
+          &Form2,    &Form3,    &Form4,    &LoginForm, &FlashMessA};
 }
 
 }  // namespace lineweir

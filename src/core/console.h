@@ -13,7 +13,11 @@
 #include "callerdata/caller_data.h"
 #include "callerdata/caller_data_form.h"
 #include "clocks/clock_engine.h"
+#include "clocks/clock_menu.h"
 #include "clocks/clock_state.h"
+#include "clocks/set_time.h"
+#include "clocks/show_data_editor.h"
+#include "clocks/show_data_form.h"
 #include "clocks/show_plan_store.h"
 #include "core/about_box.h"
 #include "core/hot_keys.h"
@@ -44,9 +48,10 @@
 
 namespace lineweir {
 
-// One console: its state, its forms and the subsystems that work on them, and nothing else.
-// Members are made from top to bottom and end in the opposite order. Each subsystem wires the
-// events of the elements that it handles when it is made.
+// One console: its state, its forms and the subsystems that work on them, and
+// nothing else. Members are made from top to bottom and end in the opposite
+// order. Each subsystem wires the events of the elements that it handles when
+// it is made.
 struct Console {
   explicit Console(const platform::Services& platform_services);
   Console(const Console&) = delete;
@@ -67,6 +72,8 @@ struct Console {
   TraceForm DebugForm;
   StandbyForm Standby;
   DisplayOptionWindow DisplayOptionForm;
+  ShowDataForm Form2;
+  SetTimeForm Form3;
   CallerDataForm Form4;
   LoginWindow LoginForm;
   FlashMessageForm FlashMessA;
@@ -88,6 +95,9 @@ struct Console {
   SerialPortControl port;
   RemotePortControl remote_port;
   ClockEngine clocks;
+  ClockMenu clock_menu;
+  SetTime set_time;
+  ShowDataEditor show_editor;
   Blink blink;
   QuickLine quick_line;
   HotKeys hot_keys;

@@ -1,0 +1,144 @@
+#include "clocks/clock_menu.h"
+
+#include "clocks/number_reply.h"
+#include "core/console.h"
+#include "core/guard.h"
+
+namespace lineweir {
+namespace {
+
+constexpr int largest_offset = 59;
+constexpr const char* offset_prompt = "Please enter a new delay offset in seconds (0 to 59).";
+constexpr const char* warning1_prompt =
+    "Please enter the new warning time in seconds to mark when the event clock turns red.";
+constexpr const char* warning2_prompt =
+    "Please enter the new warning time in seconds to mark when the event clock begins blinking.";
+
+}  // namespace
+
+ClockMenu::ClockMenu(Console& console) : console_(console) {
+  MainForm& form = console.Lineweir;
+  form.Clock.on_click = [this] { Clock_Click(); };
+  form.TimeOffsetMenu.on_click = [this] { TimeOffsetMenu_Click(); };
+  form.EventClockMenu.on_click = [this] { EventClockMenu_Click(); };
+  form.TimeClockMenuItem.on_click = [this] { TimeClockMenuItem_Click(); };
+  form.DigiClock.on_click = [this] { DigiClock_Click(); };
+  form.DigiClockCheck.on_timer = [this] { DigiClockCheck_Timer(); };
+  form.WarningTime1Menu.on_click = [this] { WarningTime1Menu_Click(); };
+  form.WarningTime2Menu.on_click = [this] { WarningTime2Menu_Click(); };
+}
+
+void ClockMenu::Clock_Click() {
+  guard(console_, "Lineweir_Clock_Click", [&] { console_.Form3.show(); });
+}
+
+void ClockMenu::TimeOffsetMenu_Click() {
+  guard(console_, "Lineweir_TimeOffsetMenu_Click", [&] {
+    const auto reply = console_.services.dialogs.ask_input(
+        offset_prompt, std::to_string(console_.clock_state.DelayOffset));
+    if (!reply || reply->empty()) return;
+    const double number = whole_number_in(*reply);
+    if (number > largest_offset) {
+      console_.messages.ShowMessage("Invalid Entry");
+      return;
+    }
+    // A negative number is taken, although no time can be made of it.
+    console_.clock_state.DelayOffset = whole_16_bits(number);
+  });
+}
+
+void ClockMenu::EventClockMenu_Click() {
+  guard(console_, "Lineweir_EventClockMenu_Click", [&] {
+    MainForm& form = console_.Lineweir;
+    form.EventClockMenu.checked = !form.EventClockMenu.checked;
+    form.picShowTimeClock.visible = form.EventClockMenu.checked.get();
+  });
+}
+
+void ClockMenu::TimeClockMenuItem_Click() {
+  guard(console_, "Lineweir_TimeClockMenuItem_Click", [&] {
+    MainForm& form = console_.Lineweir;
+    if (form.DigiClock.checked) return;
+    form.TimeClockMenuItem.checked = !form.TimeClockMenuItem.checked;
+    form.picRealTimeClock.visible = form.TimeClockMenuItem.checked.get();
+  });
+}
+
+void ClockMenu::DigiClock_Click() {
+  guard(console_, "Lineweir_DigiClock_Click", [&] {
+    if (console_.Lineweir.DigiClock.checked) {
+      show_dials();
+    } else {
+      show_digits();
+    }
+    if (console_.program.VisibleLines > lines_of_small_layout) {
+      console_.Lineweir.DigiClockCheck.enabled = true;
+    }
+  });
+}
+
+void ClockMenu::DigiClockCheck_Timer() {
+  guard(console_, "Lineweir_DigiClockCheck_Timer", [&] {
+    MainForm& form = console_.Lineweir;
+    form.DigiClockCheck.enabled = false;
+    if (console_.program.VisibleLines <= lines_of_small_layout || !form.DigiClock.checked) return;
+    DigiClock_Click();
+    show_chosen_dials();
+  });
+}
+
+void ClockMenu::WarningTime1Menu_Click() {
+  guard(console_, "Lineweir_WarningTime1Menu_Click", [&] {
+    ClockState& state = console_.clock_state;
+    const auto number = number_reply(
+        console_.services.dialogs.ask_input(warning1_prompt, std::to_string(state.Warning1)));
+    if (number) state.Warning1 = whole_16_bits(*number);
+  });
+}
+
+void ClockMenu::WarningTime2Menu_Click() {
+  guard(console_, "Lineweir_WarningTime2Menu_Click", [&] {
+    ClockState& state = console_.clock_state;
+    const auto number = number_reply(
+        console_.services.dialogs.ask_input(warning2_prompt, std::to_string(state.Warning2)));
+    if (!number) return;
+    if (*number > state.Warning1) {
+      console_.messages.ShowMessage(
+          "Warning2 must be less than Warning1.  Time has not been changed!");
+      return;
+    }
+    state.Warning2 = whole_16_bits(*number);
+  });
+}
+
+void ClockMenu::show_dials() {
+  MainForm& form = console_.Lineweir;
+  form.DigiClock.checked = false;
+  show_chosen_dials();
+  for (TextBox* digits : {&form.CountDownTime2, &form.StatusText2, &form.RealTime2}) {
+    digits->visible = false;
+  }
+  form.EventClockMenu.enabled = true;
+  form.TimeClockMenuItem.enabled = true;
+}
+
+void ClockMenu::show_digits() {
+  MainForm& form = console_.Lineweir;
+  form.DigiClock.checked = true;
+  form.picShowTimeClock.visible = false;
+  form.picRealTimeClock.visible = false;
+  for (TextBox* digits : {&form.CountDownTime2, &form.StatusText2, &form.RealTime2}) {
+    digits->visible = true;
+    digits->bring_to_front();
+  }
+  form.EventClockMenu.enabled = false;
+  form.TimeClockMenuItem.enabled = false;
+}
+
+void ClockMenu::show_chosen_dials() {
+  MainForm& form = console_.Lineweir;
+  form.picShowTimeClock.visible = form.EventClockMenu.checked.get();
+  form.picRealTimeClock.visible = form.TimeClockMenuItem.checked.get();
+}
+
+}  // namespace lineweir

@@ -1,0 +1,33 @@
+#pragma once
+
+namespace lineweir {
+
+struct Console;
+
+// The menu "Time Clocks", but for its time synchronisation, and what the digital clock hides and
+// shows.
+class ClockMenu {
+ public:
+  explicit ClockMenu(Console& console);
+
+  void Clock_Click();
+  void TimeOffsetMenu_Click();
+  void EventClockMenu_Click();
+  void TimeClockMenuItem_Click();
+  void DigiClock_Click();
+  void DigiClockCheck_Timer();
+  void WarningTime1Menu_Click();
+  void WarningTime2Menu_Click();
+
+  // The dials in place of the digital clock, with the menu items that choose among them: what there
+  // is room for beside more than ten rows. The check of `DigiClock` goes off with it.
+  void show_dials();
+
+ private:
+  void show_digits();
+  void show_chosen_dials();
+
+  Console& console_;
+};
+
+}  // namespace lineweir

@@ -1,0 +1,106 @@
+#include "clocks/show_data_boxes.h"
+
+#include <string>
+#include <utility>
+
+#include "clocks/show_data_form.h"
+#include "clocks/show_data_rows.h"
+#include "clocks/time_entry.h"
+#include "core/console.h"
+#include "core/guard.h"
+#include "core/text.h"
+
+namespace lineweir {
+namespace {
+
+constexpr std::string_view hourly_hour = "xx";
+constexpr const char* show_ends_early =
+    "The Show End Time must be later than the Show Start Time.\r\n"
+    "           Please make sure you are using a 24 hour clock!\r\n"
+    "                           I.E. 1:00 PM = 13:00:00";
+
+bool is_hourly(std::string_view time) { return time.starts_with('x'); }
+
+void type_into(TextBox& box, std::string_view text) {
+  box.text = text;
+  box.caret_to_end();
+}
+
+int required_plan_time(std::string_view text) {
+  const auto time = plan_time(text);
+  if (!time) throw Failure(failure_number::type_mismatch, "Type mismatch");
+  return *time;
+}
+
+}  // namespace
+
+ShowDataBoxes::ShowDataBoxes(Console& console) : console_(console) {
+  ShowDataForm& form = console.Form2;
+  form.StartTime.on_key_press = [this](int& key) {
+    guard(console_, "Form2_StartTime_KeyPress", [&] { StartTime_KeyPress(key); });
+  };
+  form.StartTime.on_lost_focus = [this] {
+    guard(console_, "Form2_StartTime_LostFocus", [&] { StartTime_LostFocus(); });
+  };
+  form.Text1.on_key_press = [this](int& key) {
+    guard(console_, "Form2_Text1_KeyPress", [&] { Text1_KeyPress(key); });
+  };
+  form.Text1.on_got_focus = [this] {
+    guard(console_, "Form2_Text1_GotFocus", [&] { Text1_GotFocus(); });
+  };
+  form.Text1.on_lost_focus = [this] {
+    guard(console_, "Form2_Text1_LostFocus", [&] { Text1_LostFocus(); });
+  };
+}
+
+void ShowDataBoxes::StartTime_KeyPress(int& key) {
+  ShowDataForm& form = console_.Form2;
+  const bool was_empty = form.StartTime.text.get().empty();
+  const auto typed = typed_time(show_time_entry, form.StartTime.text, std::exchange(key, 0));
+  if (!typed) return;
+  type_into(form.StartTime, *typed);
+
+  std::string end = form.Text1.text;
+  if (!was_empty || !is_hourly(*typed) || !is_begun_time(end)) return;
+  end.replace(0, hourly_prefix.size(), hourly_prefix);
+  form.Text1.text = end;
+}
+
+void ShowDataBoxes::StartTime_LostFocus() {
+  ShowDataForm& form = console_.Form2;
+  form.Grid1.set_cell(1, row_start_column, trimmed(form.StartTime.text));
+}
+
+void ShowDataBoxes::Text1_KeyPress(int& key) {
+  TextBox& box = console_.Form2.Text1;
+  const int pressed = std::exchange(key, 0);
+  const bool takes_off_prefix = pressed == backspace_key && is_hourly(box.text.get()) &&
+                                box.text.get().size() == hourly_prefix.size();
+  // The box gets its "xx:" from StartTime alone and keeps it.
+  if (pressed == 'x' || pressed == 'X' || takes_off_prefix) return;
+  if (const auto typed = typed_time(show_time_entry, box.text, pressed)) type_into(box, *typed);
+}
+
+void ShowDataBoxes::Text1_GotFocus() {
+  ShowDataForm& form = console_.Form2;
+  if (!is_hourly(form.StartTime.text.get())) return;
+  std::string end = form.Text1.text;
+  if (end.size() > hourly_hour.size()) {
+    end.replace(0, hourly_hour.size(), hourly_hour);
+  } else {
+    end = hourly_prefix;
+  }
+  type_into(form.Text1, end);
+}
+
+void ShowDataBoxes::Text1_LostFocus() {
+  ShowDataForm& form = console_.Form2;
+  const std::string_view start = trimmed(form.StartTime.text);
+  const std::string_view end = trimmed(form.Text1.text);
+  if (!is_begun_time(start) || !is_begun_time(end)) return;
+  if (required_plan_time(end) >= required_plan_time(start)) return;
+  form.Text1.text = "";
+  console_.messages.ShowMessage(show_ends_early);
+}
+
+}  // namespace lineweir

@@ -1,0 +1,23 @@
+#pragma once
+
+namespace lineweir {
+
+struct Console;
+
+// The boxes of Form2 in which Show Start and Show End are typed. A show is hourly as a whole, so
+// that an "x" in one reaches the other.
+class ShowDataBoxes {
+ public:
+  explicit ShowDataBoxes(Console& console);
+
+ private:
+  void StartTime_KeyPress(int& key);
+  void StartTime_LostFocus();
+  void Text1_KeyPress(int& key);
+  void Text1_GotFocus();
+  void Text1_LostFocus();
+
+  Console& console_;
+};
+
+}  // namespace lineweir

@@ -1,0 +1,39 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "clocks/show_data_boxes.h"
+#include "clocks/show_data_grids.h"
+
+namespace lineweir {
+
+// What the user does in Form2 with the plan as a whole. Boxes and grids are a draft: it is stored
+// by `Exit`, `SaveOption` and `SaveAs` only. Inserting and deleting rows changes the plan itself at
+// once and fills the grids from it anew.
+class ShowDataEditor {
+ public:
+  explicit ShowDataEditor(Console& console);
+
+  // Trims all of the plan and shows its events in the grids.
+  void Filler();
+
+ private:
+  void Form2_Load();
+  void store_draft();
+  void choose_file(const std::string& title, std::string_view filter, bool for_saving,
+                   void (ShowDataEditor::*use)(const std::string& path));
+  void use_new_file(const std::string& path);
+  void use_file(const std::string& path);
+  void use_copy(const std::string& path);
+  void edit_rows(void (*change)(ShowPlan& plan, int entry));
+
+  template <class Body>
+  void told_guard(std::string_view handler, Body&& body);
+
+  Console& console_;
+  ShowDataBoxes boxes_;
+  ShowDataGrids grids_;
+};
+
+}  // namespace lineweir

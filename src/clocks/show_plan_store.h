@@ -1,0 +1,59 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "clocks/show_plan.h"
+#include "platform/files.h"
+
+namespace lineweir {
+
+// The plan that is used when no settings name another: the file, and the name that is shown for it.
+inline constexpr std::string_view default_show_file = "NoName.txt";
+inline constexpr std::string_view default_show_name = "NoName.TXT";
+
+// The plan in memory and the file that is open for it, if any. Files are read and replaced whole,
+// so that a save never leaves half a plan, and the next read sees what any console saved last.
+//
+// Where a file can't be read or written a Failure is thrown, and plan and open file are as they
+// were: number 76 where a new file can't be made, 75 otherwise.
+class ShowPlanStore {
+ public:
+  explicit ShowPlanStore(platform::Files& files) : files_(files) {}
+
+  // The clock engine reads it, the editor and it write it.
+  ShowPlan plan;
+
+  // The open file's path, as it is shown and stored in the settings.
+  std::string TheDataFileName;
+
+  // Opens the file, which is made if there is none, and reads its 42 records into the plan.
+  void load_plan(const std::string& path);
+
+  // The same for NoName.txt, which is shown as NoName.TXT.
+  void load_default_plan();
+
+  // Opens the file and fills plan and file with 42 blank records.
+  void new_plan(const std::string& path);
+
+  // Writes the plan to the open file, or to another one, which is then the open one.
+  void save_plan();
+  void save_plan_as(const std::string& path);
+
+  // Reads the times of the first 34 records anew, as far as the file holds them, so that what
+  // another console saved is seen. Texts and the later times stay, as does everything where the
+  // file can't be read.
+  void read_first_34();
+
+  // Until another file is opened nothing is read and nothing can be saved.
+  void close() { open_path_.clear(); }
+  bool is_open() const { return !open_path_.empty(); }
+
+ private:
+  void open_as(const std::string& path, std::string_view shown_name);
+
+  platform::Files& files_;
+  std::string open_path_;
+};
+
+}  // namespace lineweir
