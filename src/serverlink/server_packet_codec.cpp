@@ -109,16 +109,16 @@ ServerPacket client_packet(ClientCommand command, int group_number, int console_
   return packet;
 }
 
-CallerData caller_data_of(std::string_view sender, const CallerRecord& record) {
-  CallerData data;
+CallerDetails caller_data_of(std::string_view sender, const CallerRecord& record) {
+  CallerDetails data;
   data.sender = trimmed(sender);
-  for (std::size_t i = 0; i < CallerData::field_count; ++i) {
+  for (std::size_t i = 0; i < CallerDetails::field_count; ++i) {
     data.fields[i] = trimmed(record[caller_fields[i].field]);
   }
   return data;
 }
 
-std::string encode_caller_data(const CallerData& data) {
+std::string encode_caller_data(const CallerDetails& data) {
   std::string buffer = data.sender;
   buffer += field_end;
   for (const std::string& field : data.fields) {
@@ -128,8 +128,8 @@ std::string encode_caller_data(const CallerData& data) {
   return buffer;
 }
 
-std::optional<CallerData> decode_caller_data(std::string_view buffer) {
-  CallerData data;
+std::optional<CallerDetails> decode_caller_data(std::string_view buffer) {
+  CallerDetails data;
   const auto sender = take_ended(buffer, field_end);
   if (!sender) return std::nullopt;
   data.sender = *sender;

@@ -54,7 +54,7 @@ ServerPacket packet_of(std::string_view body);
 ServerPacket client_packet(ClientCommand command, int group_number, int console_number);
 
 // The data of a caller as they pass between consoles: eleven texts, each ended by a char 2.
-struct CallerData {
+struct CallerDetails {
   static constexpr std::size_t field_count = 10;
 
   // Who entered the data.
@@ -62,13 +62,13 @@ struct CallerData {
   // The first ten fields of a CallerRecord, in their order, trimmed.
   std::array<std::string, field_count> fields;
 
-  friend bool operator==(const CallerData&, const CallerData&) = default;
+  friend bool operator==(const CallerDetails&, const CallerDetails&) = default;
 };
 
-CallerData caller_data_of(std::string_view sender, const CallerRecord& record);
-std::string encode_caller_data(const CallerData& data);
+CallerDetails caller_data_of(std::string_view sender, const CallerRecord& record);
+std::string encode_caller_data(const CallerDetails& data);
 // Nothing where fewer than eleven texts are ended; what follows the eleventh is passed over.
-std::optional<CallerData> decode_caller_data(std::string_view buffer);
+std::optional<CallerDetails> decode_caller_data(std::string_view buffer);
 
 // A message with the colours in which it is shown, red in the low byte: the back colour in decimal,
 // char 2, the fore colour in decimal, char 2, the text.
