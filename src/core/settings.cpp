@@ -115,9 +115,8 @@ std::string Settings::scrambled_password() const {
 void Settings::save() {
   attempt(
       [&] {
-        console_.services.files.replace(
-            console_.program.StartDirectory + "/" + std::string(settings_file_name),
-            encode_settings(collect()));
+        console_.services.files.replace(std::string(settings_file_name),
+                                        encode_settings(collect()));
       },
       [&](const Failure& failure) {
         report_failure(console_, "Lineweir_SaveSettings", failure);

@@ -285,7 +285,7 @@ void Startup::restore_phone(const SettingsRecord& record) {
 void Startup::restore_user_heading(const SettingsRecord& record) {
   const auto heading = trimmed(record.UserFieldName);
   console_.display.set_heading(user_column,
-                               heading.empty() ? columns[user_column].heading : heading);
+                               heading.empty() ? column_rules[user_column].heading : heading);
 }
 
 void Startup::restore_mode(const SettingsRecord& record) {

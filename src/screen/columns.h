@@ -27,7 +27,7 @@ struct ColumnRule {
   bool shown_at_first;
 };
 
-inline constexpr std::array<ColumnRule, column_count> columns = {{
+inline constexpr std::array<ColumnRule, column_count> column_rules = {{
     {"LineNumb", "#", 350, true},
     {"LineStatus", "Status", 800, true},
     {"LineTime", "Time", 835, true},

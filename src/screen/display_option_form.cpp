@@ -17,7 +17,7 @@ DisplayOptionWindow::DisplayOptionWindow() : Form("DisplayOptionForm") {
     CheckBox& box = column == 0 ? CheckItem(0) : CheckItem.load(column);
     TextBox& box_width = column == 0 ? WidthText(0) : WidthText.load(column);
     const int row_top = 150 + row_pitch * column;
-    box.caption = columns[static_cast<std::size_t>(column)].heading;
+    box.caption = column_rules[static_cast<std::size_t>(column)].heading;
     box.move(150, row_top, 2000, 300);
     box_width.move(2250, row_top, 900, 300);
     const bool optional = column > status_column;

@@ -21,7 +21,7 @@ std::size_t stored_place(int column) {
 DisplayOptions::DisplayOptions(Console& console) : console_(console) {
   ColumnOrder.fill(column_not_listed);
   for (int column = first_optional_column; column < column_count; ++column) {
-    ColumnWidth[stored_place(column)] = columns[static_cast<std::size_t>(column)].width;
+    ColumnWidth[stored_place(column)] = column_rules[static_cast<std::size_t>(column)].width;
   }
 }
 
@@ -30,7 +30,7 @@ void DisplayOptions::NewColumnSetup() {
     int place = 0;
     for (const int column : first_columns) {
       ColumnShown[stored_place(column)] = -1;
-      ColumnWidth[stored_place(column)] = columns[static_cast<std::size_t>(column)].width;
+      ColumnWidth[stored_place(column)] = column_rules[static_cast<std::size_t>(column)].width;
       ColumnOrder[stored_place(column)] = place++;
     }
   });
@@ -102,7 +102,7 @@ void DisplayOptions::collect() {
 
 int DisplayOptions::width_of(int column) const {
   if (column >= first_optional_column) return ColumnWidth[stored_place(column)];
-  return column == number_column ? number_column_width : columns[status_column].width;
+  return column == number_column ? number_column_width : column_rules[status_column].width;
 }
 
 void DisplayOptions::set_heading(int column, std::string_view heading) {

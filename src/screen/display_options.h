@@ -28,7 +28,7 @@ class DisplayOptions {
   std::vector<int> ColumnsInUse;
 
   // Wider while the rows show line names.
-  int number_column_width = columns[number_column].width;
+  int number_column_width = column_rules[number_column].width;
 
   // The columns of a first start.
   void NewColumnSetup();

@@ -34,7 +34,7 @@ RowElements::RowElements(Form& form)
   LineNumb(0).alignment = align_center;
   for (int column = 1; column < column_count; ++column) CaptionLabel.load(column);
   for (int column = 0; column < column_count; ++column) {
-    const ColumnRule& rule = columns[static_cast<std::size_t>(column)];
+    const ColumnRule& rule = column_rules[static_cast<std::size_t>(column)];
     CaptionLabel(column).caption = rule.heading;
     column_labels(column)(0).font.bold = true;
   }

@@ -20,7 +20,7 @@ constexpr int alt_and_shift = 5;
 // A console whose buttons write down that they were pressed, in place of what they do.
 class KeyDesk : public test::ScriptedConsole {
  public:
-  KeyDesk() {
+  KeyDesk() : ScriptedConsole("") {
     MainForm& form = console.Lineweir;
     console.layout.set_line_count(lines_of_large_layout);
     for (int line = 0; line < lines_of_large_layout; ++line) {

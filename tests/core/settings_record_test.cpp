@@ -98,7 +98,8 @@ struct RandomField {
   const SettingsField& field;
 
   void operator()(int SettingsRecord::*member) const {
-    record.*member = field.width == 2 ? *rc::gen::arbitrary<std::int16_t>() : *rc::gen::arbitrary<int>();
+    record.*member =
+        field.width == 2 ? *rc::gen::arbitrary<std::int16_t>() : *rc::gen::arbitrary<int>();
   }
   void operator()(bool SettingsRecord::*member) const {
     record.*member = *rc::gen::arbitrary<bool>();

@@ -1,0 +1,48 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "core/console.h"
+#include "platform/scripted/scripted_platform.h"
+
+namespace lineweir::test {
+
+// A console of its own on a workstation of its own, started and shown. It writes the trace unless
+// another command line is given; the clock stands at 2026-01-05 10:00:00.
+struct ScriptedConsole {
+  explicit ScriptedConsole(std::string_view command_line = "D") { start(command_line); }
+
+  // The same with this settings file.
+  ScriptedConsole(std::string_view command_line, const std::string& settings_file) {
+    platform.files.replace(std::string(settings_file_name), settings_file);
+    start(command_line);
+  }
+
+  // The interface box sends these characters in one piece; the port is opened if it is closed.
+  void box_sends(const std::string& characters) {
+    if (!platform.comm1.is_open()) platform.comm1.open();
+    platform.comm1.arrive(characters);
+    platform.loop.run_pending();
+  }
+
+  // What was written to the trace since the last call, without date and time.
+  std::vector<std::string> take_trace() { return std::exchange(trace, {}); }
+  std::vector<std::string> take_messages() { return std::exchange(messages, {}); }
+
+  platform::ScriptedPlatform platform;
+  std::vector<std::string> trace;
+  std::vector<std::string> messages;
+  Console console{platform.services()};
+
+ private:
+  void start(std::string_view command_line) {
+    console.trace.on_line = [this](const std::string& line) { trace.push_back(line); };
+    console.messages.on_shown = [this](const std::string& text) { messages.push_back(text); };
+    console.startup.Main(command_line);
+  }
+};
+
+}  // namespace lineweir::test
