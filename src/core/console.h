@@ -6,6 +6,7 @@
 #include "boxlink/serial_port_control.h"
 #include "boxlink/status_decoder.h"
 #include "callcontrol/dial_state.h"
+#include "callcontrol/modes.h"
 #include "callcontrol/phone_command.h"
 #include "callcontrol/remote_port.h"
 #include "callcontrol/socket_trap.h"
@@ -33,6 +34,8 @@
 #include "messages/quick_line.h"
 #include "platform/services.h"
 #include "screen/blink.h"
+#include "screen/button_panel.h"
+#include "screen/button_press.h"
 #include "screen/display_option_form.h"
 #include "screen/display_options.h"
 #include "screen/fonts.h"
@@ -48,10 +51,9 @@
 
 namespace lineweir {
 
-// One console: its state, its forms and the subsystems that work on them, and
-// nothing else. Members are made from top to bottom and end in the opposite
-// order. Each subsystem wires the events of the elements that it handles when
-// it is made.
+// One console: its state, its forms and the subsystems that work on them, and nothing else.
+// Members are made from top to bottom and end in the opposite order. Each subsystem wires the
+// events of the elements that it handles when it is made.
 struct Console {
   explicit Console(const platform::Services& platform_services);
   Console(const Console&) = delete;
@@ -84,7 +86,10 @@ struct Console {
   ServerLink server;
   RetryingHandlers retrying;
   PhoneCommands phone;
+  Modes modes;
   RowDisplay rows;
+  ButtonPanel panel;
+  ButtonPress button_press;
   ScreenLayout layout;
   DisplayOptions display;
   WindowSize window;

@@ -28,6 +28,7 @@ struct ProgramState {
   // Rights; true until a server says otherwise.
   bool CallerDataAllowed = true;
   bool MessagesAllowed = true;
+  bool RemoteNextAllowed = true;
 
   // The hot list's file.
   std::string MessageFile;

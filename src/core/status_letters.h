@@ -45,6 +45,17 @@ constexpr const LetterLook* look_of(char letter) {
   return nullptr;
 }
 
+// The look of a letter that a server reports. A letter outside the set stands for a line that is
+// taken. With equipment of kind 3 a console at handset position 1 has its handset on the conference
+// hybrid, so that C isn't on air there.
+constexpr LetterLook reported_look(char letter, int equipment_kind, bool handset_1) {
+  if (letter == 'C' && equipment_kind == 3 && handset_1) {
+    return {letter, "", RowColor::White, false, 2, 2};
+  }
+  const LetterLook* look = look_of(letter);
+  return look != nullptr ? *look : LetterLook{letter, "", RowColor::White, true, 2, 2};
+}
+
 // The text that a letter gives by itself when a display is rebuilt from the table: Y gives the
 // empty text here and "Locked" only through the decoders.
 constexpr std::string_view status_text_of(char letter) {

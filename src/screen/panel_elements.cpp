@@ -31,18 +31,18 @@ BackgroundElements::BackgroundElements(Form& form)
 }
 
 PanelElements::PanelElements(Form& form)
-    : Drop1(form, "Drop1"),
-      Drop1Image(form, "Drop1Image"),
-      Drop1Label(form, "Drop1Label"),
-      Hold1(form, "Hold1"),
-      Hold1Image(form, "Hold1Image"),
-      Hold1Label(form, "Hold1Label"),
-      Drop2(form, "Drop2"),
+    : Drop2(form, "Drop2"),
       Drop2Image(form, "Drop2Image"),
       Drop2Label(form, "Drop2Label"),
       Hold2(form, "Hold2"),
       Hold2Image(form, "Hold2Image"),
       Hold2Label(form, "Hold2Label"),
+      Drop1(form, "Drop1"),
+      Drop1Image(form, "Drop1Image"),
+      Drop1Label(form, "Drop1Label"),
+      Hold1(form, "Hold1"),
+      Hold1Image(form, "Hold1Image"),
+      Hold1Label(form, "Hold1Label"),
       NextButton(form, "NextButton"),
       NextButtonImage(form, "NextButtonImage"),
       CenterLabel1(form, "CenterLabel1"),
@@ -68,10 +68,24 @@ PanelElements::PanelElements(Form& form)
          pictures::Center1Up);
   lay_on(Dial, DialImage, CenterLabel3, "D&IAL", pictures::Center1Up);
   lay_on(OptionsButton, OptionsButtonImage, SetupLabel, "&SETUP", pictures::SetupDown);
+  // Their lettering stands at a fraction of the button's width.
+  Drop1Label.alignment = align_left;
+  Hold1Label.alignment = align_left;
   Shape1.fill_color = color_green;
   Text1.multi_line = true;
   Text2.visible = false;
   Text2.enabled = false;
+}
+
+std::array<PanelButton, 8> PanelElements::panel_buttons() {
+  return {{{Drop1, Drop1Image, Drop1Label},
+           {Hold1, Hold1Image, Hold1Label},
+           {Drop2, Drop2Image, Drop2Label},
+           {Hold2, Hold2Image, Hold2Label},
+           {NextButton, NextButtonImage, CenterLabel1},
+           {NextToConfButton, NextToConfButtonImage, CenterLabel2},
+           {Dial, DialImage, CenterLabel3},
+           {OptionsButton, OptionsButtonImage, SetupLabel}}};
 }
 
 ClockElements::ClockElements(Form& form)

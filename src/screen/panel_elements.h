@@ -1,5 +1,7 @@
 #pragma once
 
+#include <array>
+
 #include "elements/label.h"
 #include "elements/line.h"
 #include "elements/picture.h"
@@ -18,18 +20,26 @@ struct BackgroundElements {
   Picture LowCover;
 };
 
+// A picture button and what lies on it.
+struct PanelButton {
+  Picture& button;
+  Picture& image;
+  Label& label;
+};
+
 // The buttons, the lamp of the link and the message boxes below the rows.
 struct PanelElements {
   explicit PanelElements(Form& form);
 
-  Picture Drop1, Drop1Image;
-  Label Drop1Label;
-  Picture Hold1, Hold1Image;
-  Label Hold1Label;
   Picture Drop2, Drop2Image;
   Label Drop2Label;
   Picture Hold2, Hold2Image;
   Label Hold2Label;
+  // Above the two before, which they cover in producer mode.
+  Picture Drop1, Drop1Image;
+  Label Drop1Label;
+  Picture Hold1, Hold1Image;
+  Label Hold1Label;
   Picture NextButton, NextButtonImage;
   Label CenterLabel1;
   Picture NextToConfButton, NextToConfButtonImage;
@@ -43,6 +53,8 @@ struct PanelElements {
   Label Label1;
   TextBox Text1;
   TextBox Text2;
+
+  std::array<PanelButton, 8> panel_buttons();
 };
 
 // The time clock, the event clock and their digital twins.

@@ -1,15 +1,22 @@
 #include "screen/row_display.h"
 
+#include <algorithm>
 #include <array>
+#include <cmath>
 
 #include "core/cadence.h"
 #include "core/console.h"
+#include "core/guard.h"
 #include "screen/pictures.h"
 
 namespace lineweir {
 namespace {
 
 constexpr int mark_width = 30;
+constexpr int narrow_mark_width = 5;
+constexpr int narrow_strip = 50;
+// Column edges are held in ten-thousandths of the form's width.
+constexpr int edge_scale = 10000;
 constexpr int icon_width = 210;
 constexpr int icon_height = 150;
 
@@ -57,10 +64,16 @@ std::string_view mark_picture(std::string_view strip) {
 }
 
 IconOffset icon_offset(int button_height, bool pressed) {
-  const int left = 80 * button_height / 375;
-  const int top = 120 * button_height / 315;
-  const int step = 20 * button_height / 375;
-  return pressed ? IconOffset{step + left, step + top} : IconOffset{10 + left, top};
+  const double left = 80.0 / 375 * button_height;
+  const double top = 120.0 / 315 * button_height;
+  const auto step = static_cast<int>(std::lround(20.0 / 375 * button_height));
+  const auto twips = [](double length) { return static_cast<int>(std::lround(length)); };
+  return pressed ? IconOffset{twips(step + left), twips(step + top)}
+                 : IconOffset{twips(10 + left), twips(top)};
+}
+
+int mark_width_on(int strip_width) {
+  return strip_width < narrow_strip ? narrow_mark_width : mark_width;
 }
 
 RowDisplay::RowDisplay(Console& console) : console_(console) {
@@ -72,6 +85,7 @@ RowDisplay::RowDisplay(Console& console) : console_(console) {
       }
     };
   });
+  console.Lineweir.MarkerPointTimer.on_timer = [this] { MarkerPointTimer_Timer(); };
   console.Lineweir.CIcon1.wire([](Picture& icon) {
     icon.width = icon_width;
     icon.height = icon_height;
@@ -96,21 +110,37 @@ void RowDisplay::set_row_color(int line, RowColor color) {
 }
 
 void RowDisplay::DrawMark(int line) {
-  RowElements& rows = console_.Lineweir;
+  MainForm& rows = console_.Lineweir;
   const Picture& strip = rows.DataRow(line);
+  const double form_width = std::max(1, rows.width.get());
   for (int column = 0; column < marks_per_row; ++column) {
     const int k = line * marks_per_row + column;
     if (!rows.MyMark.loaded(k)) rows.MyMark.load(k);
     Picture& mark = rows.MyMark(k);
     const Label& label = rows.column_labels(column)(line);
     mark.picture = mark_picture(strip.picture);
-    mark.move(label.left + label.width, strip.top, mark_width, strip.height);
+    const auto edge = std::lround((label.left + label.width) * edge_scale / form_width);
+    const auto left = std::lround(static_cast<double>(edge) * form_width / edge_scale);
+    mark.move(static_cast<int>(left), strip.top, mark_width_on(strip.width), strip.height);
     mark.visible = strip.visible && label.visible;
   }
 }
 
 void RowDisplay::DrawMark() {
   for (int line = 0; line < console_.lines.LineCount; ++line) DrawMark(line);
+}
+
+void RowDisplay::MarkerPointTimer_Timer() {
+  guard(console_, "Lineweir_MarkerPointTimer_Timer", [&] {
+    MainForm& form = console_.Lineweir;
+    if (form.width == marked_width_ && form.height == marked_height_) return;
+    marked_width_ = form.width;
+    marked_height_ = form.height;
+    for (int column = 0; column < marks_per_row; ++column) {
+      if (!form.MyMark.loaded(column)) continue;
+      form.MyMark(column).width = mark_width_on(form.DataRow(0).width);
+    }
+  });
 }
 
 void RowDisplay::SetCiconPosition1(int line) {

@@ -27,6 +27,9 @@ class RowDisplay {
   void DrawMark(int line);
   void DrawMark();
 
+  // Fits the width of the first row's marks to a form of another size.
+  void MarkerPointTimer_Timer();
+
   // Places an icon on its button, moved by a step while the button is down.
   void SetCiconPosition1(int line);
   void SetCiconPosition2(int line);
@@ -36,11 +39,17 @@ class RowDisplay {
 
  private:
   Console& console_;
+  // The size of the form at the last tick of MarkerPointTimer.
+  int marked_width_ = 0;
+  int marked_height_ = 0;
 };
 
 // The picture holders of a row's strip and of its marks.
 std::string_view strip_picture(RowColor color);
 std::string_view mark_picture(std::string_view strip);
+
+// A mark is thinner on a strip that has hardly any room.
+int mark_width_on(int strip_width);
 
 struct IconOffset {
   int left;

@@ -64,6 +64,7 @@ void ScreenLayout::RedefineScreen() {
   lay_out_panel();
   lay_out_clocks();
   SetLabels();
+  console_.panel.SetEnabledDisabled();
   console_.rows.DrawMark();
 }
 
@@ -148,14 +149,7 @@ void ScreenLayout::lay_out_panel() {
     control.move(scaled_x(at.left), scaled_y(at.top), scaled_x(at.width), scaled_y(at.height));
   };
 
-  const bool producer = form.ScreenerMode.checked;
-  const int panel = panel_top(visible);
-  const int first_width = producer ? large_button_width : small_button;
-  place(form.Drop1, {range.drop_left, panel + drop_top, first_width, small_button});
-  place(form.Hold1, {range.drop_left, panel + hold_top, first_width, small_button});
-  place(form.Drop2, {range.second_drop_left, panel + drop_top, small_button, small_button});
-  place(form.Hold2, {range.second_drop_left, panel + hold_top, small_button, small_button});
-
+  lay_out_drop_buttons();
   Control* const buttons_parent = range.buttons_on_form ? nullptr : &form.ScreenBottom;
   for (Picture* button : {&form.NextButton, &form.NextToConfButton, &form.Dial}) {
     button->set_container(buttons_parent);
@@ -173,6 +167,22 @@ void ScreenLayout::lay_out_panel() {
   const auto cover = low_cover_place(visible);
   form.LowCover.visible = cover.has_value();
   if (cover) place(form.LowCover, *cover);
+}
+
+void ScreenLayout::lay_out_drop_buttons() {
+  MainForm& form = console_.Lineweir;
+  const int visible = console_.program.VisibleLines;
+  const LayoutRange& range = layout_range(visible);
+  const int panel = panel_top(visible);
+  const auto place = [&](Picture& button, int left, int top, int width) {
+    button.move(scaled_x(left), scaled_y(panel + top), scaled_x(width), scaled_y(small_button));
+  };
+  const int first_width = form.ScreenerMode.checked ? large_button_width : small_button;
+  place(form.Drop1, range.drop_left, drop_top, first_width);
+  place(form.Hold1, range.drop_left, hold_top, first_width);
+  place(form.Drop2, range.second_drop_left, drop_top, small_button);
+  place(form.Hold2, range.second_drop_left, hold_top, small_button);
+  SetLabels();
 }
 
 void ScreenLayout::lay_out_clocks() {
@@ -197,24 +207,11 @@ void ScreenLayout::lay_out_clocks() {
 
 void ScreenLayout::SetLabels() {
   MainForm& form = console_.Lineweir;
-  struct Laid {
-    const Picture& button;
-    Picture& image;
-    Label& label;
-  };
-  for (const Laid& laid : std::array<Laid, 8>{
-           Laid{form.Drop1, form.Drop1Image, form.Drop1Label},
-           Laid{form.Hold1, form.Hold1Image, form.Hold1Label},
-           Laid{form.Drop2, form.Drop2Image, form.Drop2Label},
-           Laid{form.Hold2, form.Hold2Image, form.Hold2Label},
-           Laid{form.NextButton, form.NextButtonImage, form.CenterLabel1},
-           Laid{form.NextToConfButton, form.NextToConfButtonImage, form.CenterLabel2},
-           Laid{form.Dial, form.DialImage, form.CenterLabel3},
-           Laid{form.OptionsButton, form.OptionsButtonImage, form.SetupLabel},
-       }) {
+  for (const PanelButton& laid : form.panel_buttons()) {
     laid.image.move(0, 0, laid.button.width, laid.button.height);
     laid.label.move(0, 0, laid.button.width, laid.button.height);
   }
+  console_.panel.place_drop_labels();
 }
 
 }  // namespace lineweir

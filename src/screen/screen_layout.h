@@ -17,6 +17,10 @@ class ScreenLayout {
   // Changes the number of lines, with the table's arrays and the rows' elements.
   void set_line_count(int line_count);
 
+  // The drop and hold buttons and what lies on all buttons: the first two are wide in producer mode
+  // and cover the others.
+  void lay_out_drop_buttons();
+
   // Lays the columns in use one after the other along the rows, and hides the others.
   void lay_out_columns();
 

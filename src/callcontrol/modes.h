@@ -1,0 +1,49 @@
+#pragma once
+
+#include <string_view>
+
+namespace lineweir {
+
+struct Console;
+
+// The jobs of a seat: the screener's, producer mode, and the host's, talent mode; passive mode lays
+// a lock over the latter. With them the handset and the phone at which the seat works.
+class Modes {
+ public:
+  explicit Modes(Console& console);
+
+  void ScreenerMode_Click();
+  void StudioMode_Click();
+
+  // Toggles. Both ways end in talent mode.
+  void PassiveMode_Click();
+
+  // Where the check of PassiveMode was set without a click: makes the lock true.
+  void CheckPassiveState();
+
+  void MitelPhone1_Click();
+  void MitelPhone2_Click();
+  void NextGenPhone_Click(int Index);
+  void AutoDataEntry_Click();
+
+  // A server has told ThePhoneFlag: the menus of that kind of equipment appear.
+  void follow_equipment();
+
+  // Remote next belongs to talent mode with equipment of kind 1 or 3. Taking it away switches it
+  // off, and tells the equipment so.
+  void give_remote_next();
+  void take_remote_next_away();
+
+ private:
+  void show_captions(bool talent);
+  // The row buttons change hands: the switch console must not press them meanwhile.
+  void rearrange_buttons(std::string_view handler);
+  void show_row_icons();
+  void choose_handset(int number);
+  void silence_remote_next();
+  void tell_server_mode(std::string_view handler, bool producer);
+
+  Console& console_;
+};
+
+}  // namespace lineweir

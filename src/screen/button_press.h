@@ -1,0 +1,31 @@
+#pragma once
+
+#include "elements/picture.h"
+
+namespace lineweir {
+
+struct Console;
+
+// What a press of the left mouse button does to the picture buttons of the main form: the face goes
+// down and comes up again. The image, the label and the icon that lie on a button forward the mouse
+// to it. A disabled button doesn't react, whatever picture it shows; neither does one that doesn't
+// show the face that the press would change.
+class ButtonPress {
+ public:
+  explicit ButtonPress(Console& console);
+
+ private:
+  // Whether the button's face has changed.
+  bool press(Picture& button);
+  bool release(Picture& button);
+
+  void wire_panel_button(Picture& button, Control& image, Control& label);
+  void wire_row_buttons();
+
+  Console& console_;
+  // The button that a press has put down. The setup button shows its down face while the menus are
+  // shown as well, and a release must not take that away. Compared only.
+  const Picture* pressed_ = nullptr;
+};
+
+}  // namespace lineweir
