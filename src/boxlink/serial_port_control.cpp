@@ -36,6 +36,9 @@ SerialPortControl::SerialPortControl(Console& console) : console_(console) {
   }
   form.PortOn.on_click = [this] { PortOn_Click(); };
   form.Off.on_click = [this] { Off_Click(); };
+  console.services.comm1.on_lost = [this](const std::string& description) {
+    port_lost(description);
+  };
 }
 
 void SerialPortControl::Com_Click(int number) {
@@ -65,8 +68,7 @@ void SerialPortControl::PortOn_Click() {
       [&] {
         if (console_.services.comm1.is_open()) return;
         if (!probe(Opening::Plain)) return;
-        console_.Lineweir.Off.checked = false;
-        console_.Lineweir.PortOn.checked = true;
+        show_switch(true);
       },
       [&](const Failure& failure) { guard_port("PortOn_Click", failure); });
 }
@@ -74,19 +76,30 @@ void SerialPortControl::PortOn_Click() {
 void SerialPortControl::Off_Click() {
   guard(console_, "Off_Click", [&] {
     console_.services.comm1.close();
-    console_.Lineweir.Off.checked = true;
-    console_.Lineweir.PortOn.checked = false;
+    show_switch(false);
   });
 }
 
 void SerialPortControl::open_at_start() {
   if (console_.services.comm1.is_open()) return;
   if (!probe(Opening::Searching)) return;
-  console_.Lineweir.Off.checked = false;
-  console_.Lineweir.PortOn.checked = true;
+  show_switch(true);
 }
 
 void SerialPortControl::probe_at_start() { probe(Opening::AlreadyOpen); }
+
+void SerialPortControl::port_lost(const std::string& description) {
+  guard(console_, "Lineweir_Comm1_Lost", [&] {
+    console_.trace.WriteTrace(description);
+    console_.messages.ShowMessage("This Com Port is not available at this time!");
+    show_switch(false);
+  });
+}
+
+void SerialPortControl::show_switch(bool on) {
+  console_.Lineweir.Off.checked = !on;
+  console_.Lineweir.PortOn.checked = on;
+}
 
 bool SerialPortControl::probe(Opening opening) {
   platform::SerialPort& comm = console_.services.comm1;
@@ -162,13 +175,10 @@ void SerialPortControl::select(int number) {
 }
 
 void SerialPortControl::guard_port(std::string_view procedure, const Failure& failure) {
-  if (!is_port_failure(failure)) {
-    report_failure(console_, procedure, failure);
-    return;
-  }
+  report_failure(console_, procedure, failure);
+  if (!is_port_failure(failure)) return;
   console_.messages.ShowMessage("Could Not Open Port");
-  console_.Lineweir.Off.checked = true;
-  console_.Lineweir.PortOn.checked = false;
+  show_switch(false);
 }
 
 }  // namespace lineweir

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <string>
 #include <string_view>
 
 namespace lineweir {
@@ -35,6 +36,9 @@ class SerialPortControl {
   bool await_box();
   void request_all_lines();
   void select(int number);
+  void show_switch(bool on);
+  // An open port has vanished: the user is told, and finds the switch off.
+  void port_lost(const std::string& description);
   // The one handler of the procedures of this class.
   void guard_port(std::string_view procedure, const Failure& failure);
 
