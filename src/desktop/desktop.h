@@ -1,0 +1,30 @@
+#pragma once
+
+#include <memory>
+#include <vector>
+
+#include "desktop/dialog_frame.h"
+#include "desktop/main_frame.h"
+
+namespace lineweir {
+
+struct Console;
+
+// The windows of one console.
+class Desktop {
+ public:
+  // The console must outlive this object.
+  explicit Desktop(Console& console);
+
+  MainFrame& main_frame() { return main_frame_; }
+  DialogFrame* dialog(const Form& form) const;
+
+  // Shows all changes now.
+  void flush();
+
+ private:
+  MainFrame main_frame_;
+  std::vector<std::unique_ptr<DialogFrame>> dialogs_;
+};
+
+}  // namespace lineweir

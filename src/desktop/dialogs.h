@@ -1,0 +1,32 @@
+#pragma once
+
+#include <QString>
+#include <functional>
+
+#include "platform/dialogs.h"
+
+class QWidget;
+
+namespace lineweir {
+
+// The system's own questions, asked in front of the main window.
+class SystemDialogs final : public platform::Dialogs {
+ public:
+  // Gives the window in front of which to ask; null while there is none.
+  std::function<QWidget*()> owner;
+
+  std::optional<std::string> ask_file(const platform::FileQuestion& question) override;
+  std::optional<std::string> ask_input(const std::string& prompt,
+                                       const std::string& default_text) override;
+  bool ask_yes_no(const std::string& question) override;
+  std::optional<platform::FontChoice> ask_font(const platform::FontChoice& present) override;
+  void message(const std::string& text) override;
+
+ private:
+  QWidget* front() const { return owner ? owner() : nullptr; }
+};
+
+// The filter of a file question as Qt writes it: "All Files (*.*)|*.*" becomes "All Files (*)".
+QString qt_filter(const std::string& filter);
+
+}  // namespace lineweir

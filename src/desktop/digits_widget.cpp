@@ -1,0 +1,45 @@
+#include "desktop/digits_widget.h"
+
+#include <QPainter>
+
+#include "desktop/core_text.h"
+#include "desktop/form_canvas.h"
+#include "desktop/painter_faces.h"
+#include "desktop/text_painter.h"
+#include "elements/text_box.h"
+
+namespace lineweir {
+namespace {
+
+constexpr double digits_part = 0.86;
+constexpr double text_part = 0.5;
+
+}  // namespace
+
+DigitsWidget::DigitsWidget(FormCanvas& canvas, TextBox& box, const ElementLook& look)
+    : ElementWidget(canvas, box, look) {}
+
+QString DigitsWidget::shown_caption() const {
+  return control() == nullptr ? QString()
+                              : shown_text(static_cast<const TextBox&>(*control()).text.get());
+}
+
+void DigitsWidget::paint(QPainter& painter, const QRect& face) {
+  const auto& box = static_cast<const TextBox&>(*control());
+  const Brushwork work = brushwork();
+  const bool digits = element_look().look == Look::LargeDigits;
+  paint_plate(painter, face, work);
+
+  TextLine line{shown_caption(), device_font(box.font),
+                QColor::fromRgb(box.fore_color == color_red ? work.theme.warning_digits
+                                                            : work.theme.clock.text),
+                Qt::AlignHCenter};
+  line.font.setPixelSize(
+      std::max(1, static_cast<int>(face.height() * (digits ? digits_part : text_part))));
+  line.font.setBold(true);
+  line.even_digits = true;
+  const int margin = 4 * work.line();
+  paint_text(painter, face.adjusted(margin, 0, -margin, 0), line);
+}
+
+}  // namespace lineweir

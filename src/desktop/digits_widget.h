@@ -1,0 +1,20 @@
+#pragma once
+
+#include "desktop/element_widget.h"
+
+namespace lineweir {
+
+class TextBox;
+
+// A box of the digital clock: its text fills the box.
+class DigitsWidget final : public ElementWidget {
+ public:
+  DigitsWidget(FormCanvas& canvas, TextBox& box, const ElementLook& look);
+
+  QString shown_caption() const override;
+
+ protected:
+  void paint(QPainter& painter, const QRect& face) override;
+};
+
+}  // namespace lineweir

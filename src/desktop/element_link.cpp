@@ -1,0 +1,101 @@
+#include "desktop/element_link.h"
+
+#include <QKeyEvent>
+#include <QLayout>
+#include <QMouseEvent>
+#include <QWidget>
+
+#include "desktop/core_text.h"
+#include "desktop/key_codes.h"
+#include "desktop/twips.h"
+#include "elements/form.h"
+
+namespace lineweir {
+namespace {
+
+bool stands_in_layout(const QWidget& widget) {
+  const QWidget* parent = widget.parentWidget();
+  return parent != nullptr && parent->layout() != nullptr;
+}
+
+}  // namespace
+
+ElementLink::ElementLink(Control& control, QWidget& widget)
+    : control_(control), widget_(widget), placed_by_layout_(stands_in_layout(widget)) {
+  widget.installEventFilter(this);
+}
+
+void ElementLink::show_control() {
+  showing_ = true;
+  show_content();
+  widget_.setEnabled(control_.enabled);
+  if (!control_.tab_stop) {
+    widget_.setFocusPolicy(Qt::ClickFocus);
+  } else if (widget_.focusPolicy() == Qt::ClickFocus) {
+    widget_.setFocusPolicy(Qt::StrongFocus);
+  }
+  place();
+  widget_.setVisible(control_.visible);
+  showing_ = false;
+}
+
+void ElementLink::place() {
+  if (placed_by_layout_) return;
+  widget_.setGeometry(
+      pixel_rect(QRectF(control_.left, control_.top, control_.width, control_.height)));
+}
+
+bool ElementLink::eventFilter(QObject*, QEvent* event) {
+  switch (event->type()) {
+    case QEvent::KeyPress:
+      return !types_by_itself() && key_swallowed(*static_cast<QKeyEvent*>(event));
+    case QEvent::FocusIn:
+      control_.set_focus();
+      break;
+    case QEvent::FocusOut:
+      lost_focus(*static_cast<QFocusEvent*>(event));
+      break;
+    case QEvent::MouseButtonPress:
+      if (control_.on_mouse_down) control_.on_mouse_down(left_button, 0);
+      break;
+    case QEvent::MouseButtonRelease:
+      if (control_.on_mouse_up) control_.on_mouse_up(left_button, 0);
+      // A click on a plain text is the window's where the text has no handler.
+      if (!clicks_by_itself() && control_.on_click) {
+        control_.on_click();
+        return true;
+      }
+      break;
+    case QEvent::MouseButtonDblClick:
+      if (control_.on_dbl_click) control_.on_dbl_click();
+      break;
+    default:
+      break;
+  }
+  return false;
+}
+
+void ElementLink::lost_focus(const QFocusEvent& event) {
+  // Another window or a menu only borrows the focus.
+  if (event.reason() == Qt::ActiveWindowFocusReason || event.reason() == Qt::PopupFocusReason) {
+    return;
+  }
+  if (control_.form().focused() == &control_) control_.form().focus(nullptr);
+}
+
+bool ElementLink::key_swallowed(QKeyEvent& event) {
+  const int code = key_code(event);
+  if (control_.on_key_down && code != 0) {
+    int left = code;
+    control_.on_key_down(left, shift_state(event.modifiers()));
+    if (left == 0) return true;
+  }
+  if (!control_.on_key_press) return false;
+  const std::string character = core_text(event.text());
+  if (character.size() != 1) return false;
+  int key = code_of(character.front());
+  control_.on_key_press(key);
+  return key == 0;
+}
+
+}  // namespace lineweir

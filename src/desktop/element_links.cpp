@@ -1,0 +1,252 @@
+#include <QCheckBox>
+#include <QComboBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QMouseEvent>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QSignalBlocker>
+
+#include "desktop/core_color.h"
+#include "desktop/core_text.h"
+#include "desktop/element_link.h"
+#include "desktop/grid_link.h"
+#include "desktop/text_box_link.h"
+#include "desktop/theme.h"
+#include "elements/button.h"
+#include "elements/label.h"
+#include "elements/list_box.h"
+#include "elements/text_box.h"
+
+namespace lineweir {
+namespace {
+
+class LabelLink final : public ElementLink {
+ public:
+  LabelLink(Label& label, QLabel& widget)
+      : ElementLink(label, widget), label_(label), text_(widget) {}
+
+ private:
+  void show_content() override {
+    const QString text = shown_text(label_.caption.get());
+    if (text_.text() != text) text_.setText(text);
+  }
+  bool clicks_by_itself() const override { return false; }
+
+  Label& label_;
+  QLabel& text_;
+};
+
+class ButtonLink final : public ElementLink {
+ public:
+  ButtonLink(Button& button, QPushButton& widget)
+      : ElementLink(button, widget), button_(button), push_(widget) {
+    QObject::connect(&widget, &QPushButton::clicked, this, [this] {
+      if (button_.on_click) button_.on_click();
+    });
+  }
+
+ private:
+  void show_content() override { push_.setText(shown_text(button_.caption.get())); }
+
+  Button& button_;
+  QPushButton& push_;
+};
+
+class CheckLink final : public ElementLink {
+ public:
+  CheckLink(CheckBox& box, QCheckBox& widget)
+      : ElementLink(box, widget), box_(box), check_(widget) {
+    QObject::connect(&widget, &QCheckBox::clicked, this, [this](bool checked) {
+      box_.value = checked ? 1 : 0;
+      if (box_.on_click) box_.on_click();
+    });
+  }
+
+ private:
+  void show_content() override {
+    if (const auto caption = shown_text(box_.caption.get()); !caption.isEmpty()) {
+      check_.setText(caption);
+    }
+    check_.setChecked(box_.value != 0);
+  }
+
+  CheckBox& box_;
+  QCheckBox& check_;
+};
+
+class OptionLink final : public ElementLink {
+ public:
+  OptionLink(OptionButton& button, QRadioButton& widget)
+      : ElementLink(button, widget), option_(button), radio_(widget) {
+    QObject::connect(&widget, &QRadioButton::toggled, this, [this](bool chosen) {
+      if (showing()) return;
+      option_.value = chosen;
+      if (chosen && option_.on_click) option_.on_click();
+    });
+  }
+
+ private:
+  void show_content() override {
+    if (const auto caption = shown_text(option_.caption.get()); !caption.isEmpty()) {
+      radio_.setText(caption);
+    }
+    radio_.setChecked(option_.value);
+  }
+
+  OptionButton& option_;
+  QRadioButton& radio_;
+};
+
+class ListLink final : public ElementLink {
+ public:
+  ListLink(ListBox& list, QListWidget& widget)
+      : ElementLink(list, widget), list_(list), entries_(widget) {
+    QObject::connect(&widget, &QListWidget::currentRowChanged, this, [this](int row) {
+      if (showing() || row < 0 || row >= list_.list_count()) return;
+      list_.select(row);
+    });
+    widget.viewport()->installEventFilter(this);
+  }
+
+ private:
+  void show_content() override {
+    const auto& list = list_.list.get();
+    while (entries_.count() > static_cast<int>(list.size())) {
+      delete entries_.takeItem(entries_.count() - 1);
+    }
+    for (int i = 0; i < static_cast<int>(list.size()); ++i) {
+      const QString text = shown_text(list[static_cast<std::size_t>(i)]);
+      if (i == entries_.count()) {
+        entries_.addItem(text);
+      } else if (entries_.item(i)->text() != text) {
+        entries_.item(i)->setText(text);
+      }
+    }
+    entries_.setCurrentRow(list_.list_index);
+  }
+
+  bool eventFilter(QObject* watched, QEvent* event) override {
+    if (watched != entries_.viewport()) return ElementLink::eventFilter(watched, event);
+    if (event->type() == QEvent::MouseButtonPress) {
+      dragged_ = row_under(*static_cast<QMouseEvent*>(event));
+    } else if (event->type() == QEvent::MouseMove) {
+      return drag(*static_cast<QMouseEvent*>(event));
+    } else if (event->type() == QEvent::MouseButtonDblClick && list_.on_dbl_click) {
+      list_.on_dbl_click();
+    }
+    return false;
+  }
+
+  int row_under(const QMouseEvent& event) const {
+    return entries_.row(entries_.itemAt(event.position().toPoint()));
+  }
+
+  bool drag(const QMouseEvent& event) {
+    if (!list_.on_drag || !event.buttons().testFlag(Qt::LeftButton)) return false;
+    const int row = row_under(event);
+    if (row >= 0 && dragged_ >= 0 && row != dragged_) {
+      list_.on_drag(dragged_, row);
+      dragged_ = row;
+    }
+    return true;
+  }
+
+  ListBox& list_;
+  QListWidget& entries_;
+  int dragged_ = -1;
+};
+
+class ComboLink final : public ElementLink {
+ public:
+  ComboLink(ComboBox& combo, QComboBox& widget)
+      : ElementLink(combo, widget), combo_(combo), choices_(widget) {
+    QObject::connect(&widget, &QComboBox::activated, this, [this](int row) {
+      if (row >= 0 && row < combo_.list_count()) combo_.select(row);
+    });
+    QObject::connect(&widget, &QComboBox::editTextChanged, this, [this](const QString& text) {
+      if (!showing()) combo_.text = core_text(text);
+    });
+  }
+
+ private:
+  void show_content() override {
+    const auto& list = combo_.list.get();
+    bool same = choices_.count() == static_cast<int>(list.size());
+    for (int i = 0; same && i < choices_.count(); ++i) {
+      same = choices_.itemText(i) == shown_text(list[static_cast<std::size_t>(i)]);
+    }
+    if (!same) {
+      choices_.clear();
+      for (const std::string& entry : list) choices_.addItem(shown_text(entry));
+    }
+    choices_.setCurrentIndex(combo_.list_index);
+    if (choices_.isEditable()) choices_.setEditText(shown_text(combo_.text.get()));
+  }
+
+  ComboBox& combo_;
+  QComboBox& choices_;
+};
+
+// The text itself is in the hands of a TextBoxLink.
+template <class Edit>
+class TextLink final : public ElementLink {
+ public:
+  TextLink(TextBox& box, Edit& widget)
+      : ElementLink(box, widget), box_(box), edit_(widget), text_(box, widget) {}
+
+ private:
+  void show_content() override {
+    text_.show_box();
+    if (box_.back_color == color_white && box_.fore_color == color_black) return;
+    QPalette palette = edit_.palette();
+    const QColor ground = shown_color(box_.back_color);
+    palette.setColor(QPalette::Base, ground);
+    palette.setColor(QPalette::Text, readable_on(ground, shown_color(box_.fore_color)));
+    edit_.setPalette(palette);
+  }
+  bool types_by_itself() const override { return true; }
+
+  TextBox& box_;
+  Edit& edit_;
+  TextBoxLink text_;
+};
+
+template <class Link, class Kind, class Widget>
+std::unique_ptr<ElementLink> link(Control& control, QWidget& widget) {
+  auto* partner = qobject_cast<Widget*>(&widget);
+  if (partner == nullptr) return nullptr;
+  return std::make_unique<Link>(static_cast<Kind&>(control), *partner);
+}
+
+}  // namespace
+
+std::unique_ptr<ElementLink> make_element_link(Control& control, QWidget& widget) {
+  switch (control.kind()) {
+    case ElementKind::Label:
+      return link<LabelLink, Label, QLabel>(control, widget);
+    case ElementKind::Button:
+      return link<ButtonLink, Button, QPushButton>(control, widget);
+    case ElementKind::CheckBox:
+      return link<CheckLink, CheckBox, QCheckBox>(control, widget);
+    case ElementKind::OptionButton:
+      return link<OptionLink, OptionButton, QRadioButton>(control, widget);
+    case ElementKind::ListBox:
+      return link<ListLink, ListBox, QListWidget>(control, widget);
+    case ElementKind::ComboBox:
+      return link<ComboLink, ComboBox, QComboBox>(control, widget);
+    case ElementKind::Grid:
+      return link<GridLink, Grid, QTableWidget>(control, widget);
+    case ElementKind::TextBox: {
+      auto single = link<TextLink<QLineEdit>, TextBox, QLineEdit>(control, widget);
+      return single ? std::move(single)
+                    : link<TextLink<QPlainTextEdit>, TextBox, QPlainTextEdit>(control, widget);
+    }
+    default:
+      return nullptr;
+  }
+}
+
+}  // namespace lineweir

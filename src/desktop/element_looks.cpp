@@ -1,0 +1,130 @@
+#include "desktop/element_looks.h"
+
+#include <algorithm>
+#include <array>
+
+#include "elements/form.h"
+#include "elements/label.h"
+#include "screen/row_elements.h"
+
+namespace lineweir {
+namespace {
+
+constexpr std::array looks = {
+    ElementLook{"ScreenTop", Look::Face, "Screen, upper part"},
+    ElementLook{"ScreenTopImage", Look::Nothing, "Background, upper part"},
+    ElementLook{"ScreenBottom", Look::Panel, "Control panel"},
+    ElementLook{"ScreenBottomImage", Look::Nothing, "Background of the control panel"},
+    ElementLook{"LowCover", Look::Cover, "Cover"},
+
+    ElementLook{"CaptionLabel", Look::Heading, "Column heading"},
+    ElementLook{"Label9", Look::Heading, "Heading of the right row buttons"},
+    ElementLook{"Label10", Look::Heading, "Heading of the left row buttons"},
+
+    ElementLook{"DataRow", Look::Strip, "Line %1"},
+    ElementLook{"DataRowImage", Look::Nothing, "Line %1 strip"},
+    ElementLook{"LineNumb", Look::RowText, "Line %1 number"},
+    ElementLook{"LineStatus", Look::RowText, "Line %1 status"},
+    ElementLook{"LineTime", Look::RowTime, "Line %1 time"},
+    ElementLook{"LineName", Look::RowText, "Line %1 caller name"},
+    ElementLook{"LineStreetAdd", Look::RowText, "Line %1 street address"},
+    ElementLook{"LineCity", Look::RowText, "Line %1 city"},
+    ElementLook{"LineState", Look::RowText, "Line %1 state"},
+    ElementLook{"LineZipCode", Look::RowText, "Line %1 zip code"},
+    ElementLook{"LinePhoneNumber", Look::RowText, "Line %1 phone number"},
+    ElementLook{"LineStation", Look::RowText, "Line %1 station"},
+    ElementLook{"LineBand", Look::RowText, "Line %1 gender"},
+    ElementLook{"LineComments", Look::RowText, "Line %1 comments"},
+    ElementLook{"LineUser", Look::RowText, "Line %1 user field"},
+    ElementLook{"MyMark", Look::Mark, "Line %1 column edge"},
+    ElementLook{"OnHybrid1", Look::RowKey, "Put line %1 on main hybrid"},
+    ElementLook{"OnHybrid2", Look::RowKey, "Put line %1 on conference hybrid"},
+    ElementLook{"CIcon1", Look::KeyIcon, "Line %1 main hybrid"},
+    ElementLook{"CIcon2", Look::KeyIcon, "Line %1 conference hybrid"},
+
+    ElementLook{"Drop1", Look::PanelKey, "Drop main hybrid"},
+    ElementLook{"Drop1Image", Look::Nothing, "Face of the button"},
+    ElementLook{"Drop1Label", Look::DropCaption, "Caption of the button"},
+    ElementLook{"Hold1", Look::PanelKey, "Hold main hybrid"},
+    ElementLook{"Hold1Image", Look::Nothing, "Face of the button"},
+    ElementLook{"Hold1Label", Look::HoldCaption, "Caption of the button"},
+    ElementLook{"Drop2", Look::PanelKey, "Drop conference hybrid"},
+    ElementLook{"Drop2Image", Look::Nothing, "Face of the button"},
+    ElementLook{"Drop2Label", Look::DropCaption, "Caption of the button"},
+    ElementLook{"Hold2", Look::PanelKey, "Hold conference hybrid"},
+    ElementLook{"Hold2Image", Look::Nothing, "Face of the button"},
+    ElementLook{"Hold2Label", Look::HoldCaption, "Caption of the button"},
+    ElementLook{"NextButton", Look::NextKey, "Next caller to main hybrid"},
+    ElementLook{"NextButtonImage", Look::Nothing, "Face of the button"},
+    ElementLook{"CenterLabel1", Look::KeyCaption, "Caption of the button"},
+    ElementLook{"NextToConfButton", Look::NextKey, "Next caller to conference hybrid"},
+    ElementLook{"NextToConfButtonImage", Look::Nothing, "Face of the button"},
+    ElementLook{"CenterLabel2", Look::KeyCaption, "Caption of the button"},
+    ElementLook{"Dial", Look::PanelKey, "Dial"},
+    ElementLook{"DialImage", Look::Nothing, "Face of the button"},
+    ElementLook{"CenterLabel3", Look::KeyCaption, "Caption of the button"},
+    ElementLook{"OptionsButton", Look::PanelKey, "Setup"},
+    ElementLook{"OptionsButtonImage", Look::Nothing, "Face of the button"},
+    ElementLook{"SetupLabel", Look::KeyCaption, "Caption of the button"},
+
+    ElementLook{"Shape1", Look::Lamp, "Link to the telephone system"},
+    ElementLook{"Label1", Look::PanelText, "Link to the telephone system"},
+    ElementLook{"Text1", Look::Message, "Messages"},
+    ElementLook{"Text2", Look::Entry, "Message to send"},
+
+    ElementLook{"lblTime", Look::PanelText, "Clock caption"},
+    ElementLook{"picRealTimeClock", Look::Clock, "Time clock"},
+    ElementLook{"imgTimeClock", Look::Nothing, "Dial of the time clock"},
+    ElementLook{"RealTime", Look::ClockDigits, "Time of day"},
+    ElementLook{"picShowTimeClock", Look::Clock, "Event clock"},
+    ElementLook{"imgShowClock", Look::Nothing, "Dial of the event clock"},
+    ElementLook{"CountDownTime", Look::ClockSmallDigits, "Time to the next event"},
+    ElementLook{"StatusText", Look::ClockText, "Next event"},
+    ElementLook{"RedClock", Look::RedClock, "Event warning"},
+    ElementLook{"RedClockImage", Look::Nothing, "Red dial of the event clock"},
+    ElementLook{"RealTime2", Look::LargeDigits, "Time of day"},
+    ElementLook{"CountDownTime2", Look::LargeDigits, "Time to the next event"},
+    ElementLook{"StatusText2", Look::LargeText, "Next event"},
+};
+
+constexpr ElementLook plain_label = {"", Look::PanelText, ""};
+constexpr ElementLook plain_picture = {"", Look::Nothing, ""};
+constexpr ElementLook plain_text_box = {"", Look::Entry, ""};
+constexpr ElementLook plain_lamp = {"", Look::Lamp, ""};
+
+const ElementLook& look_of_kind(ElementKind kind) {
+  switch (kind) {
+    case ElementKind::Label:
+      return plain_label;
+    case ElementKind::TextBox:
+      return plain_text_box;
+    case ElementKind::Shape:
+      return plain_lamp;
+    default:
+      return plain_picture;
+  }
+}
+
+}  // namespace
+
+const ElementLook& look_of(const Control& control) {
+  const auto* row = std::ranges::find(looks, control.name(), &ElementLook::element);
+  return row == looks.end() ? look_of_kind(control.kind()) : *row;
+}
+
+QString spoken_name(const Control& control) {
+  const ElementLook& look = look_of(control);
+  if (look.spoken.empty()) return object_name(control);
+  const int line =
+      look.look == Look::Mark ? control.index() / marks_per_row : std::max(0, control.index());
+  return QString::fromLatin1(look.spoken.data(), static_cast<int>(look.spoken.size()))
+      .replace(QLatin1String("%1"), QString::number(line + 1));
+}
+
+QString object_name(const Element& element) {
+  QString name = QString::fromStdString(element.name());
+  if (element.index() != no_index) name += QStringLiteral("(%1)").arg(element.index());
+  return name;
+}
+
+}  // namespace lineweir

@@ -1,0 +1,50 @@
+#pragma once
+
+#include <QString>
+#include <map>
+#include <memory>
+#include <set>
+#include <vector>
+
+#include "desktop/frame_timer.h"
+#include "elements/form.h"
+
+class QWidget;
+
+namespace lineweir {
+
+class ElementLink;
+
+// Ties a form's elements to the widgets of a window that was drawn in Qt Designer. Partners have
+// the same name; the widget of element 3 of the array `LineCheck` is called `LineCheck_3` in
+// Designer, and `LineCheck(3)` once it is tied. Names of widgets that are no element begin with a
+// small letter.
+//
+// A widget that stands in a layout keeps the layout's place; any other one takes its element's.
+class FormBinder : private FormWatch {
+ public:
+  FormBinder(Form& form, QWidget& window);
+  ~FormBinder() override;
+
+  // Names without a partner on the other side.
+  std::vector<QString> elements_without_widget() const { return lonely_elements_; }
+  std::vector<QString> widgets_without_element() const;
+
+  void flush() { frame_.flush(); }
+
+ private:
+  void changed(Element& element, PropertyId property) override;
+  void removed(Element& element) override;
+  void focus_moved(Control* control) override;
+
+  void tie(Control& control);
+  void show_changes();
+
+  QWidget& window_;
+  std::map<const Element*, std::unique_ptr<ElementLink>> links_;
+  std::set<Element*> changed_;
+  std::vector<QString> lonely_elements_;
+  FrameTimer frame_;
+};
+
+}  // namespace lineweir

@@ -1,0 +1,250 @@
+#include "desktop/form_canvas.h"
+
+#include <QFont>
+#include <QPainter>
+#include <algorithm>
+#include <cmath>
+
+#include "desktop/element_widget.h"
+#include "desktop/element_widgets.h"
+#include "desktop/painter_faces.h"
+#include "desktop/picture_painters.h"
+#include "elements/control.h"
+
+namespace lineweir {
+namespace {
+
+constexpr double pixels_per_point = 96.0 / 72.0;
+
+bool is_control(const Element& element) {
+  switch (element.kind()) {
+    case ElementKind::Form:
+    case ElementKind::MenuItem:
+    case ElementKind::Line:
+    case ElementKind::Timer:
+    case ElementKind::Data:
+      return false;
+    default:
+      return true;
+  }
+}
+
+bool moves_element(PropertyId property) {
+  switch (property) {
+    case PropertyId::Visible:
+    case PropertyId::Left:
+    case PropertyId::Top:
+    case PropertyId::Width:
+    case PropertyId::Height:
+      return true;
+    default:
+      return false;
+  }
+}
+
+std::string key_of(std::string_view name, int index) {
+  std::string key(name);
+  if (index != no_index) key += '(' + std::to_string(index) + ')';
+  return key;
+}
+
+int nesting(const Control& control) {
+  int depth = 0;
+  for (const Control* outer = control.container(); outer != nullptr; outer = outer->container()) {
+    ++depth;
+  }
+  return depth;
+}
+
+}  // namespace
+
+FormCanvas::FormCanvas(Form& form, QWidget* parent)
+    : QWidget(parent), FormWatch(form), frame_([this] { show_changes(); }) {
+  setAttribute(Qt::WA_OpaquePaintEvent);
+  for (Element* element : form.elements()) added(*element);
+  flush();
+}
+
+FormCanvas::~FormCanvas() = default;
+
+void FormCanvas::set_theme(const Theme& theme) {
+  if (theme_ == &theme) return;
+  theme_ = &theme;
+  for (const auto& [element, widget] : widgets_) widget->look_changed();
+  update();
+}
+
+void FormCanvas::set_zoom(double zoom, double text_zoom) {
+  if (zoom_ == zoom && text_zoom_ == text_zoom) return;
+  zoom_ = zoom;
+  text_zoom_ = text_zoom;
+  for (const auto& [element, widget] : widgets_) widget->look_changed();
+  update();
+}
+
+void FormCanvas::place_all() {
+  for (Element* element : form().elements()) {
+    if (is_control(*element)) mark(static_cast<Control&>(*element), true, true);
+  }
+  flush();
+  for (const auto& [element, widget] : widgets_) widget->look_changed();
+  update();
+}
+
+QFont FormCanvas::font_of(const FontProperties& font, double scale) const {
+  QFont result(QString::fromStdString(font.name));
+  result.setPixelSize(std::max(
+      1, static_cast<int>(std::lround(font.size * pixels_per_point * text_zoom_ * scale))));
+  result.setBold(font.bold);
+  result.setItalic(font.italic);
+  return result;
+}
+
+ElementWidget* FormCanvas::widget_of(const Control& control) const {
+  const auto found = widgets_.find(&control);
+  return found == widgets_.end() ? nullptr : found->second;
+}
+
+const Control* FormCanvas::control_named(std::string_view name, int index) const {
+  const auto found = controls_.find(key_of(name, index));
+  return found == controls_.end() ? nullptr : found->second;
+}
+
+const Line* FormCanvas::line_named(std::string_view name) const {
+  const Element* element = form().find(name);
+  return element != nullptr && element->kind() == ElementKind::Line
+             ? static_cast<const Line*>(element)
+             : nullptr;
+}
+
+void FormCanvas::paintEvent(QPaintEvent*) {
+  QPainter painter(this);
+  paint_face(painter, rect(), rect(), {*theme_, 1});
+}
+
+void FormCanvas::changed(Element& element, PropertyId property) {
+  if (element.kind() == ElementKind::Line) {
+    hand_changed(static_cast<Line&>(element));
+    return;
+  }
+  if (!is_control(element)) return;
+  auto& control = static_cast<Control&>(element);
+  if (moves_element(property)) {
+    mark(control, true, false);
+  } else if (const ElementWidget* widget = widget_of(control);
+             widget != nullptr && widget->drawn_from(property)) {
+    mark(control, false, true);
+  }
+}
+
+void FormCanvas::added(Element& element) {
+  if (!is_control(element)) return;
+  new_elements_.push_back(&element);
+  frame_.mark();
+}
+
+void FormCanvas::removed(Element& element) {
+  std::erase(new_elements_, &element);
+  if (!is_control(element)) return;
+  auto* control = static_cast<Control*>(&element);
+  std::erase(moved_, control);
+  marks_.erase(control);
+  controls_.erase(key_of(element.name(), element.index()));
+  const auto found = widgets_.find(&element);
+  if (found == widgets_.end()) return;
+  // What stands in it goes on standing on the form until it goes too.
+  for (ElementWidget* inner :
+       found->second->findChildren<ElementWidget*>(QString(), Qt::FindDirectChildrenOnly)) {
+    inner->setParent(this);
+  }
+  found->second->forget_control();
+  widgets_.erase(found);
+}
+
+void FormCanvas::raised(Control& control) {
+  if (ElementWidget* widget = widget_of(control)) widget->raise();
+}
+
+void FormCanvas::moved_to_container(Control& control) {
+  if (std::ranges::find(moved_, &control) == moved_.end()) moved_.push_back(&control);
+  frame_.mark();
+}
+
+void FormCanvas::focus_moved(Control* control) {
+  if (control == nullptr) return;
+  flush();
+  ElementWidget* widget = widget_of(*control);
+  if (widget != nullptr && !widget->hasFocus()) widget->setFocus(Qt::OtherFocusReason);
+}
+
+void FormCanvas::mark(Control& control, bool place, bool paint) {
+  Marks& marks = marks_[&control];
+  marks.place |= place;
+  marks.paint |= paint;
+  frame_.mark();
+}
+
+void FormCanvas::hand_changed(const Line& hand) {
+  if (hand.container() != nullptr) mark(*hand.container(), false, true);
+}
+
+void FormCanvas::show_changes() {
+  make_widgets();
+  put_into_containers();
+
+  std::vector<std::pair<int, Control*>> placed;
+  for (const auto& [control, marks] : marks_) {
+    if (marks.place) placed.emplace_back(nesting(*control), control);
+  }
+  // What stands in a container is placed after it; with it, where only the container was moved.
+  for (std::size_t i = 0; i < placed.size(); ++i) {
+    const ElementWidget* outer = widget_of(*placed[i].second);
+    if (outer == nullptr) continue;
+    for (const ElementWidget* inner :
+         outer->findChildren<ElementWidget*>(QString(), Qt::FindDirectChildrenOnly)) {
+      Control* control = inner->control();
+      if (control == nullptr) continue;
+      if (Marks& marks = marks_[control]; !marks.place) {
+        marks.place = true;
+        placed.emplace_back(nesting(*control), control);
+      }
+    }
+  }
+  std::ranges::sort(placed);
+  for (const auto& [depth, control] : placed) {
+    ElementWidget* widget = widget_of(*control);
+    if (widget == nullptr) continue;
+    widget->place();
+    widget->setVisible(widget->shown_on_screen());
+  }
+  for (const auto& [control, marks] : marks_) {
+    ElementWidget* widget = widget_of(*control);
+    if (marks.paint && widget != nullptr) widget->element_changed();
+  }
+  marks_.clear();
+}
+
+void FormCanvas::make_widgets() {
+  for (Element* element : new_elements_) {
+    auto& control = static_cast<Control&>(*element);
+    widgets_[element] = make_element_widget(*this, control);
+    controls_[key_of(control.name(), control.index())] = &control;
+    moved_.push_back(&control);
+    mark(control, true, true);
+  }
+  new_elements_.clear();
+}
+
+void FormCanvas::put_into_containers() {
+  for (Control* control : moved_) {
+    ElementWidget* widget = widget_of(*control);
+    QWidget* container = this;
+    if (control->container() != nullptr) container = widget_of(*control->container());
+    if (widget == nullptr || container == nullptr || widget->parentWidget() == container) continue;
+    widget->setParent(container);
+    mark(*control, true, true);
+  }
+  moved_.clear();
+}
+
+}  // namespace lineweir

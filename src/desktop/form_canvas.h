@@ -1,0 +1,95 @@
+#pragma once
+
+#include <QWidget>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+#include "desktop/frame_timer.h"
+#include "desktop/theme.h"
+#include "elements/form.h"
+#include "elements/line.h"
+
+namespace lineweir {
+
+class ElementWidget;
+class FontProperties;
+
+// The content area of a form that this program draws: a widget for each control, in the stacking
+// order of the elements. Changes of elements are gathered, and once a frame each changed element is
+// put in its place and drawn again, and nothing else.
+class FormCanvas : public QWidget, private FormWatch {
+ public:
+  FormCanvas(Form& form, QWidget* parent);
+  ~FormCanvas() override;
+
+  Form& form() const { return watched_form(); }
+
+  const Theme& theme() const { return *theme_; }
+  void set_theme(const Theme& theme);
+
+  // How much larger than designed lines and corners are drawn, and texts, which grow only when the
+  // user wants them to.
+  double zoom() const { return zoom_; }
+  double text_zoom() const { return text_zoom_; }
+  void set_zoom(double zoom, double text_zoom);
+
+  // Pixels of the device in one logical pixel.
+  double device_scale() const { return devicePixelRatioF(); }
+  // Puts everything in place again, as when the window has come to another screen.
+  void place_all();
+
+  // The font in pixels, of the device where the scale is the device's.
+  QFont font_of(const FontProperties& font, double scale) const;
+
+  // The widget of the control; null while the control is so new that no frame has shown it.
+  ElementWidget* widget_of(const Control& control) const;
+
+  // The control of that name; null while no frame has shown it.
+  const Control* control_named(std::string_view name, int index = no_index) const;
+
+  // The line of that name; null if there is none.
+  const Line* line_named(std::string_view name) const;
+
+  // A descendant's upper left corner in logical pixels of this canvas.
+  QPoint origin_of(const QWidget& widget) const { return widget.mapTo(this, QPoint(0, 0)); }
+
+  // Shows all changes now.
+  void flush() { frame_.flush(); }
+
+ protected:
+  void paintEvent(QPaintEvent* event) override;
+
+ private:
+  struct Marks {
+    bool place = false;
+    bool paint = false;
+  };
+
+  void changed(Element& element, PropertyId property) override;
+  void added(Element& element) override;
+  void removed(Element& element) override;
+  void raised(Control& control) override;
+  void moved_to_container(Control& control) override;
+  void focus_moved(Control* control) override;
+
+  void show_changes();
+  void make_widgets();
+  void put_into_containers();
+  void mark(Control& control, bool place, bool paint);
+  void hand_changed(const Line& hand);
+
+  const Theme* theme_ = &metal_theme;
+  double zoom_ = 1;
+  double text_zoom_ = 1;
+  std::unordered_map<const Element*, ElementWidget*> widgets_;
+  std::unordered_map<std::string, const Control*> controls_;
+  // Elements of which no more is known than that they are there: they may still be in the making.
+  std::vector<Element*> new_elements_;
+  std::vector<Control*> moved_;
+  std::unordered_map<Control*, Marks> marks_;
+  FrameTimer frame_;
+};
+
+}  // namespace lineweir

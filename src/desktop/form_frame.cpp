@@ -1,0 +1,152 @@
+#include "desktop/form_frame.h"
+
+#include <QGuiApplication>
+#include <QKeyEvent>
+#include <QScreen>
+#include <QWidget>
+#include <QWindow>
+
+#include "desktop/core_text.h"
+#include "desktop/key_codes.h"
+#include "desktop/twips.h"
+
+namespace lineweir {
+
+FormFrame::FormFrame(Form& form) : FormWatch(form), frame_([this] { show_changes(); }) { mark(); }
+
+FormFrame::~FormFrame() { delete window_; }
+
+void FormFrame::changed(Element& element, PropertyId property) {
+  if (&element != &form()) {
+    if (shows_in_window(element)) mark();
+    return;
+  }
+  place_changed_ |= property == PropertyId::Left || property == PropertyId::Top;
+  size_changed_ |= property == PropertyId::Width || property == PropertyId::Height;
+  mark();
+}
+
+void FormFrame::shown_again() {
+  raise_wanted_ = true;
+  mark();
+}
+
+void FormFrame::show_changes() {
+  form_changed();
+  if (window_ == nullptr) {
+    if (!form().visible) return;
+    open_window();
+  }
+  window_->setWindowTitle(shown_text(form().caption.get()));
+  window_->setEnabled(form().enabled);
+  if (form().mouse_pointer == pointer_hourglass) {
+    window_->setCursor(Qt::WaitCursor);
+  } else {
+    window_->unsetCursor();
+  }
+  if (size_changed_) fit_window(*window_);
+  if (place_changed_) move_window();
+  size_changed_ = false;
+  place_changed_ = false;
+  show_or_hide();
+  if (raise_wanted_ && window_->isVisible()) window_->raise();
+  raise_wanted_ = false;
+}
+
+void FormFrame::open_window() {
+  window_ = make_window();
+  window_->setObjectName(QString::fromStdString(form().name()));
+  window_->installEventFilter(this);
+  // Keys reach the form before the control that has the focus sees them.
+  window_->winId();
+  window_->windowHandle()->installEventFilter(this);
+  fit_window(*window_);
+  if (form().left != 0 || form().top != 0) {
+    move_window();
+  } else {
+    const QRect screen = window_->screen()->availableGeometry();
+    window_->move(screen.center() - window_->rect().center());
+  }
+}
+
+void FormFrame::move_window() {
+  const QPoint wanted(pixel_edge(form().left), pixel_edge(form().top));
+  if (window_->pos() != wanted) window_->move(wanted);
+}
+
+void FormFrame::show_or_hide() {
+  if (form().visible == window_->isVisible()) {
+    if (form().visible) apply_window_state();
+    return;
+  }
+  if (form().visible) {
+    window_->setWindowModality(form().modal ? Qt::ApplicationModal : Qt::NonModal);
+    window_->show();
+    apply_window_state();
+  } else {
+    window_->hide();
+  }
+}
+
+void FormFrame::apply_window_state() {
+  const Qt::WindowStates present = window_->windowState();
+  Qt::WindowStates wanted = present & ~(Qt::WindowMinimized | Qt::WindowMaximized);
+  if (form().window_state == window_minimised) wanted |= Qt::WindowMinimized;
+  if (form().window_state == window_maximised) wanted |= Qt::WindowMaximized;
+  if (wanted != present) window_->setWindowState(wanted);
+}
+
+bool FormFrame::eventFilter(QObject* watched, QEvent* event) {
+  if (watched != window_) {
+    return event->type() == QEvent::KeyPress && key_swallowed(*static_cast<QKeyEvent*>(event));
+  }
+  switch (event->type()) {
+    case QEvent::Close:
+      event->ignore();
+      form().close();
+      return true;
+    case QEvent::Move:
+      window_moved();
+      break;
+    case QEvent::WindowStateChange:
+      window_state_changed();
+      break;
+    case QEvent::WindowActivate:
+      if (form().on_got_focus) form().on_got_focus();
+      break;
+    case QEvent::WindowDeactivate:
+      if (form().visible && form().on_lost_focus) form().on_lost_focus();
+      break;
+    case QEvent::MouseButtonRelease:
+      if (form().on_click) form().on_click();
+      break;
+    default:
+      break;
+  }
+  return QObject::eventFilter(watched, event);
+}
+
+void FormFrame::window_moved() {
+  if (window_->isMinimized() || !window_->isVisible()) return;
+  // A place that is the form's own already keeps its twips.
+  if (pixel_edge(form().left) != window_->x()) form().left = twips_of(window_->x());
+  if (pixel_edge(form().top) != window_->y()) form().top = twips_of(window_->y());
+}
+
+void FormFrame::window_state_changed() {
+  if (!window_->isVisible()) return;
+  form().window_state = window_->isMinimized()   ? window_minimised
+                        : window_->isMaximized() ? window_maximised
+                                                 : window_normal;
+}
+
+bool FormFrame::key_swallowed(QKeyEvent& event) {
+  if (!form().on_key_down) return false;
+  const int pressed = key_code(event);
+  if (pressed == 0) return false;
+  int code = pressed;
+  form().on_key_down(code, shift_state(event.modifiers()));
+  return code == 0;
+}
+
+}  // namespace lineweir

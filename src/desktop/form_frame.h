@@ -1,0 +1,63 @@
+#pragma once
+
+#include <QObject>
+
+#include "desktop/frame_timer.h"
+#include "elements/form.h"
+
+class QKeyEvent;
+class QWidget;
+
+namespace lineweir {
+
+// Ties a form to its window, both ways: the form's own properties show in the window, and what the
+// user does to the window as a whole reaches the form. The window is made when the form is first
+// shown, and stays.
+class FormFrame : public QObject, private FormWatch {
+ public:
+  explicit FormFrame(Form& form);
+  ~FormFrame() override;
+
+  Form& form() const { return watched_form(); }
+
+  // Null until the form is first shown.
+  QWidget* window() const { return window_; }
+
+  // Shows all changes now.
+  void flush() { frame_.flush(); }
+
+ protected:
+  // Makes the window, hidden. It is destroyed by the frame.
+  virtual QWidget* make_window() = 0;
+  // Gives the window the form's size, if the form's size is told in twips.
+  virtual void fit_window(QWidget& window) = 0;
+  // Whether a change of that element, which isn't the form itself, shows in the window as a whole.
+  virtual bool shows_in_window(const Element&) const { return false; }
+  // Told with each frame in which the form or such an element changed.
+  virtual void form_changed() {}
+
+  bool eventFilter(QObject* watched, QEvent* event) override;
+
+  void mark() { frame_.mark(); }
+
+ private:
+  void changed(Element& element, PropertyId property) override;
+  void shown_again() override;
+
+  void show_changes();
+  void open_window();
+  void move_window();
+  void show_or_hide();
+  void apply_window_state();
+  void window_moved();
+  void window_state_changed();
+  bool key_swallowed(QKeyEvent& event);
+
+  QWidget* window_ = nullptr;
+  bool place_changed_ = false;
+  bool size_changed_ = false;
+  bool raise_wanted_ = false;
+  FrameTimer frame_;
+};
+
+}  // namespace lineweir

@@ -1,0 +1,45 @@
+#include "desktop/grid_link.h"
+
+#include <QHeaderView>
+
+#include "desktop/core_text.h"
+#include "desktop/twips.h"
+
+namespace lineweir {
+
+GridLink::GridLink(Grid& grid, QTableWidget& table)
+    : ElementLink(grid, table), grid_(grid), table_(table) {
+  table.setRowCount(grid.rows() - 1);
+  table.setColumnCount(grid.columns());
+  table.setEditTriggers(QAbstractItemView::NoEditTriggers);
+  table.setSelectionMode(QAbstractItemView::SingleSelection);
+  table.verticalHeader()->hide();
+  for (int column = 0; column < static_cast<int>(grid.column_widths.size()); ++column) {
+    table.setColumnWidth(column, pixel_edge(grid.column_widths[static_cast<std::size_t>(column)]));
+  }
+  QObject::connect(&table, &QTableWidget::currentCellChanged, this, [this](int row, int column) {
+    if (!showing() && row >= 0 && column >= 0) grid_.select(row + 1, column);
+  });
+}
+
+void GridLink::show_content() {
+  for (int row = 0; row < grid_.rows(); ++row) {
+    for (int column = 0; column < grid_.columns(); ++column) show_cell(row, column);
+  }
+  if (grid_.row >= 1) table_.setCurrentCell(grid_.row - 1, grid_.col);
+}
+
+void GridLink::show_cell(int row, int column) {
+  const QString text = shown_text(grid_.cell(row, column));
+  QTableWidgetItem* item =
+      row == 0 ? table_.horizontalHeaderItem(column) : table_.item(row - 1, column);
+  if (item != nullptr) {
+    if (item->text() != text) item->setText(text);
+  } else if (row == 0) {
+    table_.setHorizontalHeaderItem(column, new QTableWidgetItem(text));
+  } else if (!text.isEmpty()) {
+    table_.setItem(row - 1, column, new QTableWidgetItem(text));
+  }
+}
+
+}  // namespace lineweir

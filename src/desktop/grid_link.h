@@ -1,0 +1,23 @@
+#pragma once
+
+#include <QTableWidget>
+
+#include "desktop/element_link.h"
+#include "elements/grid.h"
+
+namespace lineweir {
+
+// A grid in a table widget. Row 0 of the grid is the table's header.
+class GridLink final : public ElementLink {
+ public:
+  GridLink(Grid& grid, QTableWidget& table);
+
+ private:
+  void show_content() override;
+  void show_cell(int row, int column);
+
+  Grid& grid_;
+  QTableWidget& table_;
+};
+
+}  // namespace lineweir

@@ -1,0 +1,116 @@
+#include "desktop/key_caption_widget.h"
+
+#include <QPainter>
+#include <algorithm>
+
+#include "desktop/core_text.h"
+#include "desktop/form_canvas.h"
+#include "desktop/key_look.h"
+#include "desktop/painter_keys.h"
+#include "desktop/painter_signs.h"
+#include "desktop/text_painter.h"
+#include "elements/label.h"
+#include "elements/picture.h"
+
+namespace lineweir {
+namespace {
+
+// Parts of the height of a key with a sign: the sign, and the word below it.
+constexpr double sign_part = 0.44;
+constexpr double word_part = 0.36;
+
+TextLine centered(const QString& text, const QFont& font, const QColor& color, int access_key) {
+  TextLine line{text, font, color, Qt::AlignHCenter};
+  line.underlined = access_key >= 0 && access_key < text.size() ? access_key : -1;
+  return line;
+}
+
+}  // namespace
+
+KeyCaptionWidget::KeyCaptionWidget(FormCanvas& canvas, Label& label, const ElementLook& look)
+    : ElementWidget(canvas, label, look) {}
+
+QRect KeyCaptionWidget::device_place() const {
+  const Control* label = control();
+  if (label == nullptr || label->container() == nullptr) return ElementWidget::device_place();
+  const ElementWidget* key = canvas().widget_of(*label->container());
+  return key == nullptr ? ElementWidget::device_place() : key->device_place();
+}
+
+QString KeyCaptionWidget::shown_caption() const {
+  if (control() == nullptr) return {};
+  return caption_of(shown_text(static_cast<const Label&>(*control()).caption.get())).text;
+}
+
+QFont KeyCaptionWidget::lettering(double pixels) const {
+  QFont font = device_font(static_cast<const Label&>(*control()).font);
+  font.setPixelSize(std::max(1, static_cast<int>(pixels)));
+  font.setBold(true);
+  return font;
+}
+
+void KeyCaptionWidget::paint(QPainter& painter, const QRect& face) {
+  const auto& label = static_cast<const Label&>(*control());
+  const auto* button = static_cast<const Picture*>(label.container());
+  const Brushwork work = brushwork();
+  const KeyState state = button == nullptr ? KeyState::Up : key_state(button->picture);
+  const QColor color = QColor::fromRgb(key_colors(work.theme, state).surface.text);
+  QRect key = key_face(face, work);
+  if (state == KeyState::Down) key.translate(pressed_step(work), pressed_step(work));
+
+  const Caption caption = caption_of(shown_text(label.caption.get()));
+  if (element_look().look == Look::KeyCaption) {
+    paint_lines(painter, key, caption, color);
+  } else {
+    paint_sign(painter, key, caption, color, state != KeyState::Disabled);
+  }
+}
+
+void KeyCaptionWidget::paint_lines(QPainter& painter, const QRect& key, const Caption& caption,
+                                   const QColor& color) const {
+  const int margin = 5 * brushwork().line();
+  const QRect room = key.adjusted(margin, 0, -margin, 0);
+  const auto& label = static_cast<const Label&>(*control());
+  const QFont font = lettering(device_font(label.font).pixelSize());
+  const TextLine whole = centered(caption.text, font, color, caption.access_key);
+  const int blank = static_cast<int>(caption.text.lastIndexOf(u' '));
+  if (text_width(whole) <= room.width() || blank < 0) {
+    paint_squeezed_text(painter, room, whole);
+    return;
+  }
+  const int pitch = font.pixelSize() + 2 * brushwork().line();
+  const QRect upper(room.left(), key.top() + (key.height() - 2 * pitch) / 2, room.width(), pitch);
+  paint_squeezed_text(painter, upper,
+                      centered(caption.text.left(blank), font, color, caption.access_key));
+  paint_squeezed_text(
+      painter, upper.translated(0, pitch),
+      centered(caption.text.mid(blank + 1), font, color, caption.access_key - blank - 1));
+}
+
+void KeyCaptionWidget::paint_sign(QPainter& painter, const QRect& key, const Caption& caption,
+                                  const QColor& color, bool enabled) const {
+  const Brushwork work = brushwork();
+  const auto sign = element_look().look == Look::DropCaption ? paint_drop_sign : paint_hold_sign;
+  const int line = work.line();
+  const int height = key.height();
+  if (key.width() > key.height() * 3 / 2) {
+    // A wide key has the sign beside the word.
+    const int side = static_cast<int>(height * sign_part);
+    const TextLine word =
+        centered(caption.text, lettering(height * sign_part), color, caption.access_key);
+    const int width = std::min(static_cast<int>(text_width(word)), key.width() - side - 8 * line);
+    const int left = key.left() + (key.width() - side - 2 * line - width) / 2;
+    sign(painter, {left, key.top() + (height - side) / 2, side, side}, color, enabled, work);
+    paint_squeezed_text(painter, {left + side + 2 * line, key.top(), width, height}, word);
+    return;
+  }
+  const int side = static_cast<int>(height * sign_part);
+  const int word = static_cast<int>(height * word_part);
+  const int top = key.top() + (height - side - word - line) / 2;
+  sign(painter, {key.left() + (key.width() - side) / 2, top, side, side}, color, enabled, work);
+  paint_squeezed_text(painter,
+                      {key.left() + 2 * line, top + side + line, key.width() - 4 * line, word},
+                      centered(caption.text, lettering(word), color, caption.access_key));
+}
+
+}  // namespace lineweir

@@ -1,0 +1,98 @@
+#include "desktop/key_widget.h"
+
+#include <QKeyEvent>
+#include <QPainter>
+#include <QPointer>
+
+#include "desktop/form_canvas.h"
+#include "desktop/key_look.h"
+#include "desktop/painter_keys.h"
+#include "desktop/strip_look.h"
+#include "elements/picture.h"
+
+namespace lineweir {
+namespace {
+
+bool presses(const QKeyEvent& event) {
+  return event.key() == Qt::Key_Space || event.key() == Qt::Key_Return ||
+         event.key() == Qt::Key_Enter;
+}
+
+void paint_accent(QPainter& painter, const QRect& face, const Brushwork& brushwork) {
+  const int line = brushwork.line();
+  const QRect key = key_face(face, brushwork);
+  const int inset = 5 * line;
+  painter.fillRect(
+      QRect(key.left() + inset, key.bottom() - 4 * line + 1, key.width() - 2 * inset, 2 * line),
+      QColor::fromRgb(brushwork.theme.next_accent));
+}
+
+}  // namespace
+
+KeyWidget::KeyWidget(FormCanvas& canvas, Picture& button, const ElementLook& look)
+    : ElementWidget(canvas, button, look) {
+  setFocusPolicy(button.tab_stop ? Qt::StrongFocus : Qt::ClickFocus);
+}
+
+bool KeyWidget::drawn_from(PropertyId property) const {
+  return property == PropertyId::TabStop || ElementWidget::drawn_from(property);
+}
+
+void KeyWidget::element_changed() {
+  setFocusPolicy(control()->tab_stop ? Qt::StrongFocus : Qt::ClickFocus);
+  ElementWidget::element_changed();
+}
+
+void KeyWidget::click() {
+  const QPointer<KeyWidget> self(this);
+  press(left_button, Qt::NoModifier);
+  if (self) release(left_button, Qt::NoModifier, true);
+}
+
+void KeyWidget::paint(QPainter& painter, const QRect& face) {
+  const auto& button = static_cast<const Picture&>(*control());
+  const Brushwork work = brushwork();
+  if (const auto paint = painter_of(button.picture)) paint(painter, face, work);
+  const bool lit = element_look().look == Look::NextKey &&
+                   key_state(button.picture) != KeyState::Disabled && next_caller_shown(canvas());
+  if (lit) paint_accent(painter, face, work);
+  if (ring_ && hasFocus()) paint_focus_ring(painter, face, work);
+}
+
+void KeyWidget::keyPressEvent(QKeyEvent* event) {
+  if (!presses(*event)) {
+    QWidget::keyPressEvent(event);
+    return;
+  }
+  if (event->isAutoRepeat() || held_by_key_) return;
+  held_by_key_ = true;
+  press(left_button, Qt::NoModifier);
+}
+
+void KeyWidget::keyReleaseEvent(QKeyEvent* event) {
+  if (!presses(*event) || event->isAutoRepeat() || !held_by_key_) {
+    QWidget::keyReleaseEvent(event);
+    return;
+  }
+  held_by_key_ = false;
+  release(left_button, Qt::NoModifier, true);
+}
+
+void KeyWidget::focusInEvent(QFocusEvent* event) {
+  ring_ = event->reason() == Qt::TabFocusReason || event->reason() == Qt::BacktabFocusReason ||
+          (ring_ && event->reason() == Qt::ActiveWindowFocusReason);
+  update();
+  ElementWidget::focusInEvent(event);
+}
+
+void KeyWidget::focusOutEvent(QFocusEvent* event) {
+  update();
+  const QPointer<KeyWidget> self(this);
+  if (held_by_key_) {
+    held_by_key_ = false;
+    release(left_button, Qt::NoModifier, false);
+  }
+  if (self) ElementWidget::focusOutEvent(event);
+}
+
+}  // namespace lineweir

@@ -1,0 +1,87 @@
+#include "desktop/label_widget.h"
+
+#include <QPainter>
+
+#include "desktop/core_text.h"
+#include "desktop/form_canvas.h"
+#include "desktop/strip_look.h"
+#include "elements/label.h"
+
+namespace lineweir {
+namespace {
+
+Qt::Alignment qt_alignment(int alignment) {
+  switch (alignment) {
+    case align_right:
+      return Qt::AlignRight;
+    case align_center:
+      return Qt::AlignHCenter;
+    default:
+      return Qt::AlignLeft;
+  }
+}
+
+}  // namespace
+
+LabelWidget::LabelWidget(FormCanvas& canvas, Label& label, const ElementLook& look)
+    : ElementWidget(canvas, label, look) {}
+
+const Label* LabelWidget::label() const { return static_cast<const Label*>(control()); }
+
+QString LabelWidget::shown_caption() const {
+  return label() == nullptr ? QString() : caption_of(shown_text(label()->caption.get())).text;
+}
+
+bool LabelWidget::caption_fits() const {
+  const QRect face(QPoint(0, 0), device_place().size());
+  return label() == nullptr || text_fits(line(), text_box(face).width());
+}
+
+TextLine LabelWidget::line() const {
+  const Look look = element_look().look;
+  const Caption caption = caption_of(shown_text(label()->caption.get()));
+  TextLine result{caption.text, device_font(label()->font), text_color(),
+                  qt_alignment(label()->alignment)};
+  result.even_digits =
+      look == Look::RowTime || look == Look::ClockDigits || look == Look::ClockSmallDigits;
+  if (look == Look::ClockDigits || look == Look::ClockSmallDigits) {
+    // A clock's digits fill their line, whatever size the rest of the screen's text has.
+    const double part = look == Look::ClockDigits ? 0.82 : 0.95;
+    result.font.setPixelSize(std::max(1, static_cast<int>(device_place().height() * part)));
+    result.font.setBold(true);
+  }
+  return result;
+}
+
+QColor LabelWidget::text_color() const {
+  const Theme& theme = canvas().theme();
+  switch (element_look().look) {
+    case Look::RowText:
+    case Look::RowTime:
+      return QColor::fromRgb(strip_colors(canvas(), label()->index()).surface.text);
+    case Look::Heading:
+      return QColor::fromRgb(theme.heading);
+    case Look::ClockDigits:
+    case Look::ClockSmallDigits:
+      return QColor::fromRgb(theme.clock.text);
+    case Look::ClockText:
+      return QColor::fromRgb(theme.clock_small_text);
+    default:
+      return QColor::fromRgb(theme.panel.text);
+  }
+}
+
+QRect LabelWidget::text_box(const QRect& face) const {
+  const Look look = element_look().look;
+  const int gap = brushwork().line();
+  if (look == Look::RowText || look == Look::RowTime || look == Look::Heading) {
+    return face.adjusted(gap, 0, -gap, 0);
+  }
+  return face.adjusted(2 * gap, 0, -2 * gap, 0);
+}
+
+void LabelWidget::paint(QPainter& painter, const QRect& face) {
+  paint_text(painter, text_box(face), line());
+}
+
+}  // namespace lineweir

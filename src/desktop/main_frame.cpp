@@ -1,0 +1,78 @@
+#include "desktop/main_frame.h"
+
+#include <QApplication>
+#include <QPalette>
+#include <algorithm>
+
+#include "core/console.h"
+#include "desktop/main_window.h"
+#include "desktop/twips.h"
+#include "screen/layout.h"
+#include "screen/pictures.h"
+
+namespace lineweir {
+namespace {
+
+// The part of the form's height that its menu bar takes; the bar on the screen has its own height.
+int bar_twips(const MainForm& form) { return form.Options.visible ? menu_bar_height : 0; }
+
+}  // namespace
+
+MainFrame::MainFrame(Console& console) : FormFrame(console.Lineweir), console_(console) {}
+
+MainWindow* MainFrame::main_window() const { return static_cast<MainWindow*>(window()); }
+
+QWidget* MainFrame::make_window() {
+  auto* window = new MainWindow(form());
+  window->on_content_resized = [this](QSize content) { content_resized(content); };
+  window->on_scale_changed = [window] { window->canvas().place_all(); };
+  return window;
+}
+
+void MainFrame::fit_window(QWidget& window) {
+  static_cast<MainWindow&>(window).fit_content(
+      {pixel_edge(form().width), pixel_edge(form().height - bar_twips(console_.Lineweir))});
+}
+
+void MainFrame::content_resized(QSize content) {
+  // A size that the form has already keeps its twips, so that rounding never creeps into them.
+  const int bar = bar_twips(console_.Lineweir);
+  const bool same_width = pixel_edge(form().width) == content.width();
+  const bool same_height = pixel_edge(form().height - bar) == content.height();
+  if (!same_width) form().width = twips_of(content.width());
+  if (!same_height) form().height = twips_of(content.height()) + bar;
+  if (form().on_resize) form().on_resize();
+}
+
+bool MainFrame::shows_in_window(const Element& element) const {
+  const MainForm& main_form = console_.Lineweir;
+  return &element == &main_form.ScreenTopImage || &element == &main_form.TextGrowToggle ||
+         &element == &main_form.Options;
+}
+
+void MainFrame::form_changed() {
+  if (main_window() == nullptr) return;
+  apply_theme();
+  apply_zoom();
+  main_window()->canvas().flush();
+  main_window()->menus().flush();
+}
+
+void MainFrame::apply_zoom() {
+  const MainForm& main_form = console_.Lineweir;
+  const int visible = console_.program.VisibleLines;
+  const double zoom = std::min(
+      static_cast<double>(form().width) / root_width(visible),
+      static_cast<double>(form().height) / root_height(visible, main_form.Options.visible));
+  main_window()->canvas().set_zoom(zoom, main_form.TextGrowToggle.checked ? zoom : 1);
+}
+
+void MainFrame::apply_theme() {
+  const bool grey = console_.Lineweir.ScreenTopImage.picture == pictures::GreyScreenTop;
+  const Theme& theme = grey ? grey_theme : metal_theme;
+  if (&theme == &main_window()->canvas().theme()) return;
+  main_window()->canvas().set_theme(theme);
+  QApplication::setPalette(palette_of(theme));
+}
+
+}  // namespace lineweir

@@ -1,0 +1,51 @@
+#include "desktop/main_window.h"
+
+#include <QEvent>
+#include <QMenuBar>
+
+namespace lineweir {
+
+MainWindow::MainWindow(Form& form)
+    : bar_(new QMenuBar(this)), canvas_(new FormCanvas(form, this)), menus_(form, *bar_) {
+  bar_->setObjectName(QStringLiteral("MenuBar"));
+  canvas_->setObjectName(QStringLiteral("FormCanvas"));
+  canvas_->setFocusPolicy(Qt::ClickFocus);
+  setAttribute(Qt::WA_NoSystemBackground);
+}
+
+void MainWindow::fit_content(QSize content) {
+  bar_->setVisible(menus_.shown());
+  const int bar_height = menus_.shown() ? bar_->heightForWidth(content.width()) : 0;
+  const QSize wanted(content.width(), content.height() + bar_height);
+  if (wanted != size()) {
+    resize(wanted);
+  } else {
+    lay_out();
+  }
+}
+
+void MainWindow::lay_out() {
+  const int bar_height = menus_.shown() ? bar_->heightForWidth(width()) : 0;
+  bar_->setGeometry(0, 0, width(), bar_height);
+  canvas_->setGeometry(0, bar_height, width(), std::max(0, height() - bar_height));
+}
+
+void MainWindow::resizeEvent(QResizeEvent*) {
+  lay_out();
+  if (on_content_resized) on_content_resized(canvas_->size());
+}
+
+bool MainWindow::event(QEvent* event) {
+  const bool result = QWidget::event(event);
+  // There is no event of its own for a new scale; each of these comes with one.
+  if (event->type() == QEvent::ScreenChangeInternal || event->type() == QEvent::Show ||
+      event->type() == QEvent::Resize) {
+    if (scale_ != devicePixelRatioF()) {
+      scale_ = devicePixelRatioF();
+      if (on_scale_changed) on_scale_changed();
+    }
+  }
+  return result;
+}
+
+}  // namespace lineweir

@@ -1,0 +1,109 @@
+#include "desktop/menu_tree.h"
+
+#include <QAction>
+#include <QMenu>
+#include <QMenuBar>
+#include <algorithm>
+
+#include "desktop/core_text.h"
+#include "desktop/element_looks.h"
+
+namespace lineweir {
+namespace {
+
+constexpr std::string_view separator = "-";
+
+}  // namespace
+
+MenuTree::MenuTree(Form& form, QMenuBar& bar)
+    : FormWatch(form), bar_(bar), frame_([this] { show_changes(); }) {
+  for (MenuItem* item : form.menu_bar()) bar_.addAction(make_action(*item));
+}
+
+bool MenuTree::shown() const {
+  return std::ranges::any_of(watched_form().menu_bar(),
+                             [](const MenuItem* item) { return item->visible.get(); });
+}
+
+QAction* MenuTree::action_of(const MenuItem& item) const {
+  const auto found = actions_.find(&item);
+  return found == actions_.end() ? nullptr : found->second;
+}
+
+void MenuTree::changed(Element& element, PropertyId) {
+  if (element.kind() != ElementKind::MenuItem) return;
+  changed_items_.insert(static_cast<MenuItem*>(&element));
+  frame_.mark();
+}
+
+void MenuTree::removed(Element& element) {
+  if (element.kind() != ElementKind::MenuItem) return;
+  changed_items_.erase(static_cast<MenuItem*>(&element));
+  changed_menus_.erase(static_cast<MenuItem*>(&element));
+  const auto found = actions_.find(&element);
+  if (found == actions_.end()) return;
+  found->second->setVisible(false);
+  found->second->deleteLater();
+  actions_.erase(found);
+}
+
+void MenuTree::menu_changed(MenuItem& parent) {
+  changed_menus_.insert(&parent);
+  frame_.mark();
+}
+
+void MenuTree::show_changes() {
+  const auto menus = std::exchange(changed_menus_, {});
+  for (MenuItem* parent : menus) {
+    QAction* action = action_of(*parent);
+    if (action == nullptr) continue;
+    if (action->menu() == nullptr) action->setMenu(new QMenu(&bar_));
+    fill(*parent, *action->menu());
+  }
+  const auto items = std::exchange(changed_items_, {});
+  for (const MenuItem* item : items) show_item(*item);
+}
+
+void MenuTree::fill(const MenuItem& parent, QMenu& menu) {
+  for (QAction* action : menu.actions()) menu.removeAction(action);
+  for (MenuItem* item : parent.children()) {
+    QAction* action = action_of(*item);
+    menu.addAction(action == nullptr ? make_action(*item) : action);
+  }
+}
+
+QAction* MenuTree::make_action(MenuItem& item) {
+  auto* action = new QAction(&bar_);
+  action->setObjectName(object_name(item));
+  actions_[&item] = action;
+  QObject::connect(action, &QAction::triggered, &bar_, [this, &item] { choose(item); });
+  if (!item.shortcut.empty()) {
+    action->setShortcut(QKeySequence(QString::fromStdString(item.shortcut)));
+  }
+  if (item.caption.get() == separator) action->setSeparator(true);
+  if (!item.children().empty()) {
+    auto* menu = new QMenu(&bar_);
+    action->setMenu(menu);
+    fill(item, *menu);
+  }
+  show_item(item);
+  return action;
+}
+
+void MenuTree::show_item(const MenuItem& item) {
+  QAction* action = action_of(item);
+  if (action == nullptr) return;
+  if (!action->isSeparator()) action->setText(shown_text(item.caption.get()));
+  action->setCheckable(item.checked);
+  action->setChecked(item.checked);
+  action->setEnabled(item.enabled);
+  action->setVisible(item.visible);
+}
+
+void MenuTree::choose(MenuItem& item) {
+  // The mark is the item's own, whatever the click made of it.
+  show_item(item);
+  if (item.reachable() && item.on_click) item.on_click();
+}
+
+}  // namespace lineweir

@@ -1,0 +1,60 @@
+#include "desktop/painter_keys.h"
+
+#include <QPainter>
+
+#include "desktop/painter_surfaces.h"
+#include "desktop/picture_painters.h"
+
+namespace lineweir {
+namespace {
+
+constexpr double corner = 3;
+
+double radius_of(const Brushwork& brushwork) { return corner * brushwork.unit; }
+
+}  // namespace
+
+QRect key_face(const QRect& place, const Brushwork& brushwork) {
+  return place.adjusted(0, 0, -brushwork.line(), -brushwork.line());
+}
+
+int pressed_step(const Brushwork& brushwork) { return brushwork.line(); }
+
+void paint_key_up(QPainter& painter, const QRect& place, const Brushwork& brushwork) {
+  const KeyColors& colors = brushwork.theme.key_up;
+  const int line = brushwork.line();
+  const double radius = radius_of(brushwork);
+  const QRect face = key_face(place, brushwork);
+  const QRect inner = face.adjusted(line, line, -line, -line);
+  fill_shaded(painter, face, face, {colors.edge, colors.edge}, radius);
+  fill_shaded(painter, inner, face, {colors.rim, colors.rim}, radius - line);
+  fill_shaded(painter, inner.adjusted(0, line, 0, 0), face, colors.surface.shading, radius - line);
+}
+
+void paint_key_down(QPainter& painter, const QRect& place, const Brushwork& brushwork) {
+  const KeyColors& colors = brushwork.theme.key_down;
+  const int line = brushwork.line();
+  const double radius = radius_of(brushwork);
+  const QRect face = key_face(place, brushwork);
+  const QRect inner = face.adjusted(line, line, -line, -line);
+  fill_shaded(painter, face, face, {colors.edge, colors.edge}, radius);
+  fill_shaded(painter, inner, face, {colors.rim, colors.rim}, radius - line);
+  fill_shaded(painter, inner.adjusted(line, 2 * line, 0, 0), face, colors.surface.shading,
+              radius - line);
+}
+
+void paint_key_disabled(QPainter& painter, const QRect& place, const Brushwork& brushwork) {
+  const KeyColors& colors = brushwork.theme.key_disabled;
+  const QRect face = key_face(place, brushwork);
+  const double radius = radius_of(brushwork);
+  fill_shaded(painter, face, face, colors.surface.shading, radius);
+  draw_edge(painter, face, colors.edge, brushwork.line(), radius);
+}
+
+void paint_focus_ring(QPainter& painter, const QRect& place, const Brushwork& brushwork) {
+  const int width = 2 * brushwork.line();
+  draw_edge(painter, key_face(place, brushwork), brushwork.theme.focus_ring, width,
+            radius_of(brushwork));
+}
+
+}  // namespace lineweir

@@ -1,0 +1,25 @@
+#pragma once
+
+#include <QRect>
+
+#include "desktop/theme.h"
+
+class QPainter;
+
+namespace lineweir {
+
+struct Brushwork;
+
+// The part of a key's place that the key fills; the rest keeps it apart from its neighbours.
+QRect key_face(const QRect& place, const Brushwork& brushwork);
+
+// How far what stands on a key moves with its face when the key is pressed.
+int pressed_step(const Brushwork& brushwork);
+
+void paint_key_up(QPainter& painter, const QRect& place, const Brushwork& brushwork);
+void paint_key_down(QPainter& painter, const QRect& place, const Brushwork& brushwork);
+void paint_key_disabled(QPainter& painter, const QRect& place, const Brushwork& brushwork);
+
+void paint_focus_ring(QPainter& painter, const QRect& place, const Brushwork& brushwork);
+
+}  // namespace lineweir

@@ -1,0 +1,86 @@
+#include "desktop/picture_painters.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+
+#include "desktop/painter_dials.h"
+#include "desktop/painter_icons.h"
+#include "desktop/painter_keys.h"
+#include "desktop/painter_strips.h"
+
+namespace lineweir {
+namespace {
+
+using Colors = StripColors Theme::*;
+using Dial = DialColors Theme::*;
+
+template <Colors colors>
+void strip(QPainter& painter, const QRect& place, const Brushwork& brushwork) {
+  paint_strip(painter, place, brushwork.theme.*colors, brushwork);
+}
+
+template <Colors colors>
+void mark(QPainter& painter, const QRect& place, const Brushwork& brushwork) {
+  paint_mark(painter, place, brushwork.theme.*colors, brushwork);
+}
+
+template <Dial colors>
+void dial(QPainter& painter, const QRect& place, const Brushwork& brushwork) {
+  paint_dial(painter, place, brushwork.theme.*colors, brushwork);
+}
+
+struct Row {
+  std::string_view picture;
+  PicturePainter paint;
+};
+
+constexpr std::array rows = {
+    Row{"DataRowWhite", strip<&Theme::white_strip>},
+    Row{"DataRowGreen", strip<&Theme::green_strip>},
+    Row{"DataRowRed", strip<&Theme::red_strip>},
+    Row{"DataRowWhiteShort", strip<&Theme::white_strip>},
+    Row{"DataRowGreenShort", strip<&Theme::green_strip>},
+    Row{"DataRowRedShort", strip<&Theme::red_strip>},
+    Row{"DataRowWhiteLong", strip<&Theme::white_strip>},
+    Row{"DataRowGreenLong", strip<&Theme::green_strip>},
+    Row{"DataRowRedLong", strip<&Theme::red_strip>},
+    Row{"MarkWhite", mark<&Theme::white_strip>},
+    Row{"MarkGreen", mark<&Theme::green_strip>},
+    Row{"MarkRed", mark<&Theme::red_strip>},
+    Row{"HybridNormUp", paint_key_up},
+    Row{"HybridNormDown", paint_key_down},
+    Row{"HybridDisabledNorm", paint_key_disabled},
+    Row{"DropLargeUp", paint_key_up},
+    Row{"DropLargeDown", paint_key_down},
+    Row{"DropLargeDisabled", paint_key_disabled},
+    Row{"DropSmallUp", paint_key_up},
+    Row{"DropSmallDown", paint_key_down},
+    Row{"DropSmallDisabled", paint_key_disabled},
+    Row{"Center1Up", paint_key_up},
+    Row{"Center1Down", paint_key_down},
+    Row{"CenterDisabled", paint_key_disabled},
+    Row{"ButtonRightUp", paint_key_up},
+    Row{"ButtonRightDown", paint_key_down},
+    Row{"ButtonRightDisabled", paint_key_disabled},
+    Row{"SetupUp", paint_key_up},
+    Row{"SetupDown", paint_key_down},
+    Row{"RedIcon", paint_circle},
+    Row{"YellowIcon", paint_triangle},
+    Row{"GreenIcon", paint_bars},
+    Row{"BlueIcon", paint_cross},
+    Row{"TimeDial", dial<&Theme::dial>},
+    Row{"ShowDial", dial<&Theme::dial>},
+    Row{"RedDial", dial<&Theme::red_dial>},
+};
+
+}  // namespace
+
+int Brushwork::line() const { return std::max(1, static_cast<int>(std::floor(unit + 0.25))); }
+
+PicturePainter painter_of(std::string_view picture) {
+  const auto* row = std::ranges::find(rows, picture, &Row::picture);
+  return row == rows.end() ? nullptr : row->paint;
+}
+
+}  // namespace lineweir

@@ -1,0 +1,72 @@
+#include "desktop/picture_widgets.h"
+
+#include <QPainter>
+
+#include "desktop/form_canvas.h"
+#include "desktop/key_look.h"
+#include "desktop/painter_faces.h"
+#include "desktop/painter_keys.h"
+#include "desktop/twips.h"
+#include "elements/picture.h"
+
+namespace lineweir {
+namespace {
+
+// The part of a row button's height that its icon fills.
+constexpr double icon_part = 0.54;
+
+const Picture& picture_of(const ElementWidget& widget) {
+  return static_cast<const Picture&>(*widget.control());
+}
+
+}  // namespace
+
+PictureWidget::PictureWidget(FormCanvas& canvas, Picture& picture, const ElementLook& look)
+    : ElementWidget(canvas, picture, look) {}
+
+void PictureWidget::paint(QPainter& painter, const QRect& face) {
+  if (const auto paint = painter_of(picture_of(*this).picture)) paint(painter, face, brushwork());
+}
+
+FaceWidget::FaceWidget(FormCanvas& canvas, Picture& picture, const ElementLook& look)
+    : ElementWidget(canvas, picture, look) {}
+
+void FaceWidget::paint(QPainter& painter, const QRect& face) {
+  // The canvas has drawn the upper face already, all over the form.
+  if (element_look().look == Look::Face) return;
+  paint_panel(painter, face, brushwork());
+}
+
+KeyIconWidget::KeyIconWidget(FormCanvas& canvas, Picture& icon, const ElementLook& look)
+    : ElementWidget(canvas, icon, look) {}
+
+const Picture* KeyIconWidget::button() const {
+  const Control* icon = control();
+  const std::string_view name = icon->name() == "CIcon1" ? "OnHybrid1" : "OnHybrid2";
+  return static_cast<const Picture*>(canvas().control_named(name, icon->index()));
+}
+
+QRect KeyIconWidget::device_place() const {
+  if (control() == nullptr || button() == nullptr) return ElementWidget::device_place();
+  const ElementWidget* key = canvas().widget_of(*button());
+  return key->device_place();
+}
+
+void KeyIconWidget::paint(QPainter& painter, const QRect& face) {
+  const auto paint = painter_of(picture_of(*this).picture);
+  if (paint == nullptr || button() == nullptr) return;
+  QRect key = key_face(face, brushwork());
+  if (key_state(button()->picture) == KeyState::Down) {
+    key.translate(pressed_step(brushwork()), pressed_step(brushwork()));
+  }
+  // The same parity as the key's face, so that the icon stands in its very middle.
+  const int rough = static_cast<int>(key.height() * icon_part);
+  const int side = rough - (key.height() - rough) % 2;
+  const int wide = side + (key.width() - side) % 2;
+  paint(painter,
+        QRect(key.left() + (key.width() - wide) / 2, key.top() + (key.height() - side) / 2, wide,
+              side),
+        brushwork());
+}
+
+}  // namespace lineweir

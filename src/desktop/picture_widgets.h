@@ -1,0 +1,52 @@
+#pragma once
+
+#include "desktop/element_widget.h"
+
+namespace lineweir {
+
+class Picture;
+
+// A strip or a mark: the drawing that its picture names.
+class PictureWidget final : public ElementWidget {
+ public:
+  PictureWidget(FormCanvas& canvas, Picture& picture, const ElementLook& look);
+
+ protected:
+  void paint(QPainter& painter, const QRect& face) override;
+};
+
+// The face's upper part, the panel, or the cover of an empty corner.
+class FaceWidget final : public ElementWidget {
+ public:
+  FaceWidget(FormCanvas& canvas, Picture& picture, const ElementLook& look);
+
+ protected:
+  void paint(QPainter& painter, const QRect& face) override;
+};
+
+// The icon of a row button. It takes the button's place and draws itself in the middle of it.
+class KeyIconWidget final : public ElementWidget {
+ public:
+  KeyIconWidget(FormCanvas& canvas, Picture& icon, const ElementLook& look);
+
+  QRect device_place() const override;
+
+ protected:
+  void paint(QPainter& painter, const QRect& face) override;
+
+ private:
+  const Picture* button() const;
+};
+
+// An element that is drawn with another one and is here only to be found.
+class UndrawnWidget final : public ElementWidget {
+ public:
+  using ElementWidget::ElementWidget;
+
+  bool shown_on_screen() const override { return false; }
+
+ protected:
+  void paint(QPainter&, const QRect&) override {}
+};
+
+}  // namespace lineweir

@@ -1,0 +1,85 @@
+#include "desktop/program.h"
+
+#include <QApplication>
+#include <QFont>
+#include <QPalette>
+#include <QStyleFactory>
+#include <filesystem>
+
+#include "core/console.h"
+#include "desktop/accessibility.h"
+#include "desktop/desktop.h"
+#include "desktop/dialogs.h"
+#include "desktop/no_database_engine.h"
+#include "desktop/screenshot.h"
+#include "desktop/theme.h"
+#include "platform/disk/disk_files.h"
+#include "platform/qt/qt_client_socket.h"
+#include "platform/qt/qt_event_loop.h"
+#include "platform/qt/qt_random_numbers.h"
+#include "platform/qt/qt_remote_objects.h"
+#include "platform/qt/qt_serial_port.h"
+#include "platform/qt/qt_system_clock.h"
+
+namespace lineweir {
+namespace {
+
+constexpr int box_speed = 1200;
+constexpr int switch_console_speed = 9600;
+constexpr int dialog_text_pixels = 12;
+
+void dress_application() {
+  QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
+  QApplication::setPalette(palette_of(metal_theme));
+  QFont font(QStringLiteral("DejaVu Sans"));
+  font.setPixelSize(dialog_text_pixels);
+  QApplication::setFont(font);
+  // Closing a window is a matter of its form, not of the application.
+  QApplication::setQuitOnLastWindowClosed(false);
+  install_accessibility();
+}
+
+}  // namespace
+
+int run_program(const std::string& argument) {
+  dress_application();
+
+  platform::QtEventLoop loop;
+  platform::QtSystemClock clock;
+  platform::QtRandomNumbers random;
+  platform::DiskFiles files(std::filesystem::current_path());
+  SystemDialogs dialogs;
+  NoDatabaseEngine databases;
+  platform::QtSerialPort comm1(loop, box_speed, 1);
+  platform::QtSerialPort comm2(loop, switch_console_speed, 2);
+  platform::QtClientSocket winsock1(loop);
+  platform::QtRemoteObjects remote_objects;
+  bool ended = false;
+
+  Console console({.loop = loop,
+                   .clock = clock,
+                   .random = random,
+                   .files = files,
+                   .dialogs = dialogs,
+                   .databases = databases,
+                   .comm1 = comm1,
+                   .comm2 = comm2,
+                   .winsock1 = winsock1,
+                   .remote_objects = remote_objects,
+                   .process_number = static_cast<int>(QCoreApplication::applicationPid()),
+                   .end_program = [&ended] {
+                     // The loop ends once all handlers that run in loops of their own are back.
+                     ended = true;
+                     QCoreApplication::exit(0);
+                   }});
+  Desktop desktop(console);
+  dialogs.owner = [&desktop] { return desktop.main_frame().window(); };
+
+  console.startup.Main(argument);
+  if (ended) return 0;
+  desktop.flush();
+  const Screenshot screenshot([&desktop] { return desktop.main_frame().window(); });
+  return QApplication::exec();
+}
+
+}  // namespace lineweir

@@ -1,0 +1,148 @@
+#include "desktop/text_box_link.h"
+
+#include <QKeyEvent>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QTextCursor>
+#include <algorithm>
+
+#include "desktop/core_text.h"
+#include "desktop/key_codes.h"
+#include "elements/form.h"
+#include "elements/text_box.h"
+
+namespace lineweir {
+namespace {
+
+// The core ends lines with two characters, Qt with one.
+QString qt_lines(const QString& core) {
+  QString lines = core;
+  return lines.replace(QLatin1String("\r\n"), QLatin1String("\n"));
+}
+
+QString core_lines(const QString& shown) {
+  QString lines = shown;
+  return lines.replace(QLatin1Char('\n'), QLatin1String("\r\n"));
+}
+
+// A caret's place in the core's text, from its place in Qt's, and back.
+int core_caret(const QString& shown, int caret) {
+  return caret + static_cast<int>(shown.left(caret).count(u'\n'));
+}
+
+int shown_caret(const QString& core, int caret) {
+  return static_cast<int>(qt_lines(core.left(caret)).size());
+}
+
+bool leaves_text_alone(const QKeyEvent& event) {
+  return event.matches(QKeySequence::Copy) || event.matches(QKeySequence::SelectAll);
+}
+
+}  // namespace
+
+TextBoxLink::TextBoxLink(TextBox& box, QLineEdit& edit) : QObject(&edit), box_(&box), line_(&edit) {
+  connect(&edit, &QLineEdit::textChanged, this,
+          [this](const QString& text) { edited(text, line_->cursorPosition()); });
+  connect(&edit, &QLineEdit::cursorPositionChanged, this,
+          [this](int, int caret) { caret_moved(line_->text(), caret); });
+  watch(edit);
+}
+
+TextBoxLink::TextBoxLink(TextBox& box, QPlainTextEdit& edit)
+    : QObject(&edit), box_(&box), lines_(&edit) {
+  connect(&edit, &QPlainTextEdit::textChanged, this,
+          [this] { edited(lines_->toPlainText(), lines_->textCursor().position()); });
+  connect(&edit, &QPlainTextEdit::cursorPositionChanged, this,
+          [this] { caret_moved(lines_->toPlainText(), lines_->textCursor().position()); });
+  watch(edit);
+}
+
+void TextBoxLink::watch(QWidget& edit) {
+  edit.installEventFilter(this);
+  show_box();
+}
+
+void TextBoxLink::show_box() {
+  if (box_ == nullptr) return;
+  showing_ = true;
+  const QString core = shown_text(box_->text.get());
+  const QString text = qt_lines(core);
+  const int caret =
+      std::clamp(shown_caret(core, box_->sel_start), 0, static_cast<int>(text.size()));
+  if (line_ != nullptr) {
+    if (line_->text() != text) line_->setText(text);
+    if (line_->cursorPosition() != caret) line_->setCursorPosition(caret);
+    line_->setEchoMode(box_->hides_text ? QLineEdit::Password : QLineEdit::Normal);
+  } else {
+    if (lines_->toPlainText() != text) lines_->setPlainText(text);
+    QTextCursor cursor = lines_->textCursor();
+    if (cursor.position() != caret) {
+      cursor.setPosition(caret);
+      lines_->setTextCursor(cursor);
+    }
+  }
+  showing_ = false;
+}
+
+bool TextBoxLink::eventFilter(QObject* watched, QEvent* event) {
+  if (box_ == nullptr) return QObject::eventFilter(watched, event);
+  switch (event->type()) {
+    case QEvent::KeyPress:
+      return key_swallowed(*static_cast<QKeyEvent*>(event));
+    case QEvent::FocusIn:
+      box_->set_focus();
+      break;
+    case QEvent::FocusOut: {
+      const auto reason = static_cast<QFocusEvent*>(event)->reason();
+      if (reason != Qt::ActiveWindowFocusReason && reason != Qt::PopupFocusReason &&
+          box_->form().focused() == box_) {
+        box_->form().focus(nullptr);
+      }
+      break;
+    }
+    case QEvent::MouseButtonDblClick:
+      if (box_->on_dbl_click) box_->on_dbl_click();
+      break;
+    default:
+      break;
+  }
+  return QObject::eventFilter(watched, event);
+}
+
+bool TextBoxLink::key_swallowed(QKeyEvent& event) {
+  if (leaves_text_alone(event)) return false;
+  if (box_->on_key_down) {
+    int code = key_code(event);
+    if (code != 0) box_->on_key_down(code, shift_state(event.modifiers()));
+    if (code == 0 && key_code(event) != 0) return true;
+  }
+  if (box_ == nullptr || !box_->on_key_press) return false;
+  const std::string character = core_text(event.text());
+  if (character.size() != 1) return false;
+  const int pressed = code_of(character.front());
+  int key = pressed;
+  box_->on_key_press(key);
+  if (key == pressed) return false;
+  // A handler that puts another character in the key's place has that one entered.
+  if (key != 0 && box_ != nullptr) {
+    box_->enter(key);
+    show_box();
+  }
+  return true;
+}
+
+void TextBoxLink::edited(const QString& text, int caret) {
+  if (showing_ || box_ == nullptr) return;
+  const std::string core = core_text(core_lines(text));
+  box_->sel_start = core_caret(text, caret);
+  box_->text = core;
+  // The change event may have put another text there.
+  if (box_ != nullptr && box_->text.get() != core) show_box();
+}
+
+void TextBoxLink::caret_moved(const QString& text, int caret) {
+  if (showing_ || box_ == nullptr) return;
+  box_->sel_start = core_caret(text, caret);
+}
+
+}  // namespace lineweir

@@ -1,0 +1,41 @@
+#pragma once
+
+#include "desktop/element_widget.h"
+
+class QLineEdit;
+class QPlainTextEdit;
+
+namespace lineweir {
+
+class TextBox;
+class TextBoxLink;
+
+// A text box of a form that this program draws: a frame with Qt's own editing inside, which is made
+// when the box is first seen. The message display takes no typing and follows its last line.
+class TextBoxWidget final : public ElementWidget {
+ public:
+  TextBoxWidget(FormCanvas& canvas, TextBox& box, const ElementLook& look);
+
+  void forget_control() override;
+  void element_changed() override;
+  void look_changed() override;
+  bool drawn_from(PropertyId property) const override;
+  QString shown_caption() const override;
+
+ protected:
+  void paint(QPainter& painter, const QRect& face) override;
+  void resizeEvent(QResizeEvent* event) override;
+  void showEvent(QShowEvent* event) override;
+
+ private:
+  TextBox* box() const;
+  QWidget* edit() const;
+  void make_edit();
+  void dress_edit();
+
+  QLineEdit* line_ = nullptr;
+  QPlainTextEdit* lines_ = nullptr;
+  TextBoxLink* link_ = nullptr;
+};
+
+}  // namespace lineweir

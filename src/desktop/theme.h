@@ -1,0 +1,108 @@
+#pragma once
+
+#include <QColor>
+
+class QPalette;
+
+namespace lineweir {
+
+// From the upper to the lower edge of a surface.
+struct Shading {
+  QRgb upper;
+  QRgb lower;
+};
+
+// A surface that text stands on.
+struct Surface {
+  Shading shading;
+  QRgb text;
+};
+
+// A key's surface in one state, with the lines around it.
+struct KeyColors {
+  Surface surface;
+  QRgb edge;
+  // The line inside the upper edge: light on a key that is up, dark on one that is down.
+  QRgb rim;
+};
+
+struct StripColors {
+  Surface surface;
+  QRgb rim;
+  QRgb edge;
+  QRgb mark;
+};
+
+struct DialColors {
+  Surface surface;
+  QRgb ring;
+  QRgb minute_tick;
+};
+
+// The colours of one face of the screen.
+struct Theme {
+  Surface face;
+  Surface panel;
+  QRgb heading;
+  // The groove between the rows and the panel.
+  QRgb groove_dark;
+  QRgb groove_light;
+  // How much the brushing of the metal lightens and darkens it, 0 to 255.
+  int brushing;
+
+  KeyColors key_up;
+  KeyColors key_down;
+  KeyColors key_disabled;
+  QRgb focus_ring;
+  QRgb next_accent;
+  QRgb drop_sign;
+  QRgb hold_sign;
+
+  StripColors white_strip;
+  StripColors green_strip;
+  StripColors red_strip;
+
+  // The panel behind a clock, and the digits on it.
+  Surface clock;
+  QRgb clock_edge;
+  QRgb clock_small_text;
+  QRgb warning_digits;
+  DialColors dial;
+  DialColors red_dial;
+  QRgb second_hand;
+
+  Surface message;
+  QRgb message_edge;
+
+  // Menus and dialogs.
+  Surface window;
+  QRgb control;
+  QRgb control_text;
+  QRgb control_edge;
+  QRgb highlight;
+  QRgb highlighted_text;
+  QRgb disabled_text;
+
+  QRgb icon_outline;
+};
+
+// The signal colours are the same on both faces; the shapes tell them apart as well.
+inline constexpr QRgb signal_red = 0xffff453a;
+inline constexpr QRgb signal_yellow = 0xffffc92b;
+inline constexpr QRgb signal_green = 0xff34d15f;
+inline constexpr QRgb signal_blue = 0xff4fa9ff;
+
+extern const Theme metal_theme;
+extern const Theme grey_theme;
+
+// For menus and dialogs.
+QPalette palette_of(const Theme& theme);
+
+// The contrast of two colours, 1 to 21; text needs 4.5 to be read.
+inline constexpr double readable_contrast = 4.5;
+double contrast(const QColor& a, const QColor& b);
+
+// The wanted colour where it can be read on the ground, otherwise black or white.
+QColor readable_on(const QColor& ground, const QColor& wanted);
+
+}  // namespace lineweir
