@@ -8,6 +8,8 @@
 #include "driver/outside.h"
 #include "driver/places.h"
 #include "driver/refusal.h"
+#include "driver/usage.h"
+#include "driver/words.h"
 
 namespace lineweir::driver {
 namespace {
@@ -99,13 +101,6 @@ Result get(Session& session, const Arguments& arguments) {
   return find_place(session, arguments.word(0)).get();
 }
 
-Result expect(Session& session, const Arguments& arguments) {
-  const Json wanted = arguments.value(1);
-  const Json present = find_place(session, arguments.word(0)).get();
-  if (present == wanted) return done;
-  throw NotAsExpected("expected " + printed(wanted) + " got " + printed(present));
-}
-
 Result resize_window(Session& session, const Arguments& arguments) {
   Console& console = session.console();
   const int width = arguments.number(0, 1, largest_window);
@@ -151,11 +146,23 @@ Result call(Session& session, const Arguments& arguments) {
   return call_function(session, arguments.word(0), values);
 }
 
+Result expect(Session& session, const Arguments& arguments);
+
+enum class Gives { Nothing, Value };
+
+// A command by its usage. The function returns the value asked for, or nothing where the reply is
+// "ok".
+struct Command {
+  std::string_view usage;
+  Result (*run)(Session& session, const Arguments& arguments);
+  Gives gives = Gives::Nothing;
+};
+
 constexpr std::array table = {
     Command{"launch [ARG]", launch},
     Command{"quit", quit},
 
-    Command{"clock [MOMENT]", clock},
+    Command{"clock [MOMENT]", clock, Gives::Value},
     Command{"advance MS", advance},
 
     Command{"click PATH", hand<click>},
@@ -176,31 +183,32 @@ constexpr std::array table = {
     Command{"restore", window_state<window_normal>},
     Command{"close FORM", close_form},
 
-    Command{"get PATH", get},
+    Command{"get PATH", get, Gives::Value},
     Command{"expect PATH VALUE", expect},
-    Command{"forms", forms},
-    Command{"list FORM", list},
-    Command{"messages", messages},
-    Command{"trace", trace},
-    Command{"call NAME ...", call},
+    Command{"expect COMMAND ...", expect},
+    Command{"forms", forms, Gives::Value},
+    Command{"list FORM", list, Gives::Value},
+    Command{"messages", messages, Gives::Value},
+    Command{"trace", trace, Gives::Value},
+    Command{"call NAME ...", call, Gives::Value},
 
     Command{"serial P in TEXT", serial_in},
     Command{"serial P reply TEXT TEXT", serial_reply},
-    Command{"serial P out", serial_out},
+    Command{"serial P out", serial_out, Gives::Value},
     Command{"serial P fail NUMBER [COUNT]", serial_fail},
 
     Command{"socket accept", socket_accept},
     Command{"socket refuse", socket_refuse},
     Command{"socket in BYTES", socket_in},
     Command{"socket reply CMD BYTES", socket_reply},
-    Command{"socket out", socket_out},
+    Command{"socket out", socket_out, Gives::Value},
     Command{"socket drop", socket_drop},
     Command{"socket open", socket_open},
 
     Command{"remote present", remote_present},
     Command{"remote absent", remote_absent},
     Command{"remote result MEMBER VALUE", remote_result},
-    Command{"remote calls", remote_calls},
+    Command{"remote calls", remote_calls, Gives::Value},
     Command{"remote callback METHOD ...", remote_callback},
     Command{"remote open", remote_open},
 
@@ -208,12 +216,59 @@ constexpr std::array table = {
     Command{"answer input TEXT", answer_input},
     Command{"answer question YES_OR_NO", answer_question},
     Command{"answer font FONT", answer_font},
-    Command{"dialogs", dialogs},
-    Command{"system", clock_settings},
+    Command{"dialogs", dialogs, Gives::Value},
+    Command{"system", clock_settings, Gives::Value},
 };
+
+struct FoundCommand {
+  const Command* command = nullptr;
+  Arguments arguments;
+};
+
+// The first command that the words fit; without one, the nearest by its literal words, if any.
+FoundCommand find_command(const std::vector<std::string>& words, std::string_view& nearest) {
+  std::size_t most_literals = 0;
+  for (const Command& command : table) {
+    UsageMatch match = match_usage(command.usage, words);
+    if (match.whole) return {&command, Arguments(std::move(match.parameters))};
+    if (match.literals > most_literals) {
+      most_literals = match.literals;
+      nearest = command.usage;
+    }
+  }
+  return {nullptr, Arguments({})};
+}
+
+Result value_of(Session& session, const std::vector<std::string>& words) {
+  std::string_view nearest;
+  const FoundCommand found = find_command(words, nearest);
+  if (found.command != nullptr && found.command->gives == Gives::Value) {
+    return found.command->run(session, found.arguments);
+  }
+  if (words.size() != 1) throw NotUnderstood("usage: expect PATH VALUE");
+  return find_place(session, words.front()).get();
+}
+
+// Beside a path, a command that gives a value.
+Result expect(Session& session, const Arguments& arguments) {
+  const std::size_t last = arguments.count() - 1;
+  if (last == 0) throw NotUnderstood("usage: expect PATH VALUE");
+  const Json wanted = arguments.value(last);
+  std::vector<std::string> words;
+  for (std::size_t i = 0; i < last; ++i) words.push_back(arguments.word(i));
+  const Json present = value_of(session, words).value_or(Json());
+  if (present == wanted) return done;
+  throw NotAsExpected("expected " + printed(wanted) + " got " + printed(present));
+}
 
 }  // namespace
 
-std::span<const Command> commands() { return table; }
+std::optional<Json> run_command(Session& session, const std::vector<std::string>& words) {
+  std::string_view nearest;
+  const FoundCommand found = find_command(words, nearest);
+  if (found.command != nullptr) return found.command->run(session, found.arguments);
+  if (nearest.empty()) throw NotUnderstood("no such command: " + on_one_line(words.front()));
+  throw NotUnderstood("usage: " + std::string(nearest));
+}
 
 }  // namespace lineweir::driver

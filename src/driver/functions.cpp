@@ -5,6 +5,7 @@
 #include <tuple>
 #include <type_traits>
 
+#include "callerdata/call_log_columns.h"
 #include "core/bits.h"
 #include "core/guard.h"
 #include "core/window_caption.h"
@@ -85,6 +86,17 @@ T or_reported(Console& console, std::string_view name, const std::optional<T>& v
   return otherwise;
 }
 
+// A call log with no rows; its last column is named as the user names it.
+void CreateDatabase(Console& console, const std::string& file) {
+  std::vector<platform::DatabaseColumn> columns;
+  for (const CallLogColumn& column : call_log_columns) {
+    const std::string_view name =
+        column.name.empty() ? console.Lineweir.CaptionLabel(user_column).caption : column.name;
+    columns.push_back({std::string(name), static_cast<int>(column.size)});
+  }
+  console.services.databases.create(file)->create_table(std::string(call_log_table), columns);
+}
+
 const std::vector<Function>& functions() {
   static const std::vector<Function> table = {
       function("GetBit",
@@ -130,6 +142,8 @@ const std::vector<Function>& functions() {
           "TextWrit_NullRemove",
           [](Console&, const std::string& text) { return std::string(TextWrit_NullRemove(text)); }),
       function("TextWrit_CheckWinsPort", [](Console& c) { c.server.TextWrit_CheckWinsPort(); }),
+      function("CreateDatabase",
+               [](Console& c, const std::string& file) { CreateDatabase(c, file); }),
       function("Comm1_OnComm",
                [](Console& c) { c.decoder.Comm1_OnComm(platform::comm_event_receive); }),
       function("Winsock1_DataArrival", [](Console& c) { c.server.Winsock1_DataArrival(); }),

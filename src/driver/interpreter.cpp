@@ -7,52 +7,6 @@
 namespace lineweir::driver {
 namespace {
 
-// A usage line is words in lower case, which stand for themselves, parameters, which don't,
-// optional parameters in brackets, and "..." for any number of them.
-struct Match {
-  std::size_t literals = 0;
-  bool whole = false;
-  std::vector<std::string> parameters;
-};
-
-bool is_literal(std::string_view word) { return word.front() >= 'a' && word.front() <= 'z'; }
-
-Match match(std::string_view usage, const std::vector<std::string>& words) {
-  Match result;
-  std::size_t next = 0;
-  for (const std::string& wanted : split_words_plainly(usage)) {
-    if (wanted == "...") {
-      while (next < words.size()) result.parameters.push_back(words[next++]);
-    } else if (next == words.size()) {
-      if (!wanted.starts_with('[')) return result;
-    } else if (!is_literal(wanted)) {
-      result.parameters.push_back(words[next++]);
-    } else if (words[next] == wanted) {
-      ++result.literals;
-      ++next;
-    } else {
-      return result;
-    }
-  }
-  result.whole = next == words.size();
-  return result;
-}
-
-std::optional<Json> run(Session& session, const std::vector<std::string>& words) {
-  std::size_t most_literals = 0;
-  std::string_view nearest;
-  for (const Command& command : commands()) {
-    Match found = match(command.usage, words);
-    if (found.whole) return command.run(session, Arguments(std::move(found.parameters)));
-    if (found.literals > most_literals) {
-      most_literals = found.literals;
-      nearest = command.usage;
-    }
-  }
-  if (nearest.empty()) throw NotUnderstood("no such command: " + on_one_line(words.front()));
-  throw NotUnderstood("usage: " + std::string(nearest));
-}
-
 Reply error(std::string_view text, bool failed) { return {"error " + on_one_line(text), failed}; }
 
 }  // namespace
@@ -63,7 +17,7 @@ std::optional<Reply> carry_out(Session& session, std::string_view line) {
   try {
     const auto words = split_words(line);
     if (words.empty()) return std::nullopt;
-    const auto value = run(session, words);
+    const auto value = run_command(session, words);
     return Reply{value ? "= " + printed(*value) : "ok"};
   } catch (const NotAsExpected& refusal) {
     // Its values are printed already.
