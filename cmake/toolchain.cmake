@@ -17,6 +17,11 @@ add_compile_options(
   -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wsign-conversion -Wnon-virtual-dtor
   -Woverloaded-virtual -Wimplicit-fallthrough -Werror)
 
+if(LINEWEIR_FUZZ)
+  # Every layer tells the fuzzers which of its branches were taken; without that they only guess.
+  add_compile_options(-fsanitize=fuzzer-no-link)
+endif()
+
 if(LINEWEIR_SANITIZE)
   add_compile_options(-fsanitize=${LINEWEIR_SANITIZE} -fno-omit-frame-pointer -fno-sanitize-recover=all)
   add_link_options(-fsanitize=${LINEWEIR_SANITIZE})
