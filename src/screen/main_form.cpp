@@ -40,6 +40,9 @@ MainForm::MainForm()
   height = root_height(lines_of_small_layout, true);
   Label9.caption = "Conf";
   Label10.caption = "Main";
+  // Each stands over the middle of its row buttons.
+  Label9.alignment = align_center;
+  Label10.alignment = align_center;
   DataRowImage(0).set_container(&DataRow(0));
 
   for (Control* on_panel :
