@@ -6,6 +6,7 @@
 
 #include "callerdata/call_log_columns.h"
 #include "core/fixed_text.h"
+#include "core/text.h"
 #include "driver/refusal.h"
 #include "elements/names.h"
 
@@ -140,10 +141,14 @@ void append_ports(std::vector<StateName>& names) {
          [](Console& c) -> platform::SerialPort& { return c.services.comm2; });
 }
 
-// The rows that the chosen call log holds.
+// The rows that the chosen call log holds. A database's text is UTF-8.
 std::vector<platform::MemoryDatabases::Row> logged_rows(Session& session) {
-  return session.platform().databases.rows(session.console().Lineweir.Data1.database_name.get(),
-                                           call_log_table);
+  auto rows = session.platform().databases.rows(
+      session.console().Lineweir.Data1.database_name.get(), call_log_table);
+  for (auto& row : rows) {
+    for (std::string& text : row) text = from_utf8(text);
+  }
+  return rows;
 }
 
 void append_logged_rows(std::vector<StateName>& names) {
