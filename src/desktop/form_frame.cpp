@@ -32,11 +32,11 @@ void FormFrame::shown_again() {
 }
 
 void FormFrame::show_changes() {
-  form_changed();
   if (window_ == nullptr) {
     if (!form().visible) return;
     open_window();
   }
+  form_changed();
   window_->setWindowTitle(shown_text(form().caption.get()));
   window_->setEnabled(form().enabled);
   if (form().mouse_pointer == pointer_hourglass) {

@@ -33,7 +33,7 @@ class FormFrame : public QObject, private FormWatch {
   virtual void fit_window(QWidget& window) = 0;
   // Whether a change of that element, which isn't the form itself, shows in the window as a whole.
   virtual bool shows_in_window(const Element&) const { return false; }
-  // Told with each frame in which the form or such an element changed.
+  // Told with each frame in which the form or such an element changed; the window exists.
   virtual void form_changed() {}
 
   bool eventFilter(QObject* watched, QEvent* event) override;

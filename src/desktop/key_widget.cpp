@@ -18,15 +18,6 @@ bool presses(const QKeyEvent& event) {
          event.key() == Qt::Key_Enter;
 }
 
-void paint_accent(QPainter& painter, const QRect& face, const Brushwork& brushwork) {
-  const int line = brushwork.line();
-  const QRect key = key_face(face, brushwork);
-  const int inset = 5 * line;
-  painter.fillRect(
-      QRect(key.left() + inset, key.bottom() - 4 * line + 1, key.width() - 2 * inset, 2 * line),
-      QColor::fromRgb(brushwork.theme.next_accent));
-}
-
 }  // namespace
 
 KeyWidget::KeyWidget(FormCanvas& canvas, Picture& button, const ElementLook& look)
@@ -55,7 +46,7 @@ void KeyWidget::paint(QPainter& painter, const QRect& face) {
   if (const auto paint = painter_of(button.picture)) paint(painter, face, work);
   const bool lit = element_look().look == Look::NextKey &&
                    key_state(button.picture) != KeyState::Disabled && next_caller_shown(canvas());
-  if (lit) paint_accent(painter, face, work);
+  if (lit) paint_key_light(painter, face, work.theme.next_light, work);
   if (ring_ && hasFocus()) paint_focus_ring(painter, face, work);
 }
 

@@ -74,10 +74,12 @@ QColor LabelWidget::text_color() const {
 QRect LabelWidget::text_box(const QRect& face) const {
   const Look look = element_look().look;
   const int gap = brushwork().line();
-  if (look == Look::RowText || look == Look::RowTime || look == Look::Heading) {
-    return face.adjusted(gap, 0, -gap, 0);
+  const bool in_column = look == Look::RowText || look == Look::RowTime || look == Look::Heading;
+  if (in_column && label()->alignment == align_left) {
+    // The mark of the column before stands in the label's first two pixels.
+    return face.adjusted(5 * gap, 0, -gap, 0);
   }
-  return face.adjusted(2 * gap, 0, -2 * gap, 0);
+  return face.adjusted(gap, 0, -gap, 0);
 }
 
 void LabelWidget::paint(QPainter& painter, const QRect& face) {

@@ -51,7 +51,6 @@ bool MainFrame::shows_in_window(const Element& element) const {
 }
 
 void MainFrame::form_changed() {
-  if (main_window() == nullptr) return;
   apply_theme();
   apply_zoom();
   main_window()->canvas().flush();

@@ -51,6 +51,21 @@ void paint_key_disabled(QPainter& painter, const QRect& place, const Brushwork& 
   draw_edge(painter, face, colors.edge, brushwork.line(), radius);
 }
 
+void paint_key_latched(QPainter& painter, const QRect& place, const Brushwork& brushwork) {
+  paint_key_down(painter, place, brushwork);
+  paint_key_light(painter, place, brushwork.theme.latch_light, brushwork);
+}
+
+void paint_key_light(QPainter& painter, const QRect& place, QRgb color,
+                     const Brushwork& brushwork) {
+  const int line = brushwork.line();
+  const QRect face = key_face(place, brushwork);
+  const int inset = 5 * line;
+  painter.fillRect(
+      QRect(face.left() + inset, face.bottom() - 4 * line + 1, face.width() - 2 * inset, 2 * line),
+      QColor::fromRgb(color));
+}
+
 void paint_focus_ring(QPainter& painter, const QRect& place, const Brushwork& brushwork) {
   const int width = 2 * brushwork.line();
   draw_edge(painter, key_face(place, brushwork), brushwork.theme.focus_ring, width,

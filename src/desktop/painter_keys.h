@@ -18,7 +18,12 @@ int pressed_step(const Brushwork& brushwork);
 
 void paint_key_up(QPainter& painter, const QRect& place, const Brushwork& brushwork);
 void paint_key_down(QPainter& painter, const QRect& place, const Brushwork& brushwork);
+// A key that stays down while what it switches is on; a line of light says so.
+void paint_key_latched(QPainter& painter, const QRect& place, const Brushwork& brushwork);
 void paint_key_disabled(QPainter& painter, const QRect& place, const Brushwork& brushwork);
+
+// A line of light along the lower edge of a key's face.
+void paint_key_light(QPainter& painter, const QRect& place, QRgb color, const Brushwork& brushwork);
 
 void paint_focus_ring(QPainter& painter, const QRect& place, const Brushwork& brushwork);
 

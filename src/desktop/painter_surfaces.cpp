@@ -33,7 +33,10 @@ QPixmap metal_tile(int strength) {
     auto* row = reinterpret_cast<QRgb*>(tile.scanLine(y));
     int left = 0;
     int shade = 0;
-    for (int x = 0; x < tile_width; ++x) {
+    // Each row's scratches begin elsewhere, so that no seam shows where tiles meet.
+    const int start = scratches.next(tile_width);
+    for (int i = 0; i < tile_width; ++i) {
+      const int x = (start + i) % tile_width;
       if (left == 0) {
         left = 24 + scratches.next(96);
         shade = scratches.next(2 * strength + 1) - strength;

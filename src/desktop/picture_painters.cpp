@@ -64,7 +64,7 @@ constexpr std::array rows = {
     Row{"ButtonRightDown", paint_key_down},
     Row{"ButtonRightDisabled", paint_key_disabled},
     Row{"SetupUp", paint_key_up},
-    Row{"SetupDown", paint_key_down},
+    Row{"SetupDown", paint_key_latched},
     Row{"RedIcon", paint_circle},
     Row{"YellowIcon", paint_triangle},
     Row{"GreenIcon", paint_bars},

@@ -54,10 +54,16 @@ void TextBoxWidget::make_edit() {
   dress_edit();
 }
 
+QColor TextBoxWidget::ground_color() const {
+  // White is what a box has that nobody gave a colour: it takes the theme's paper.
+  return box()->back_color == color_white ? QColor::fromRgb(canvas().theme().message.shading.upper)
+                                          : shown_color(box()->back_color);
+}
+
 void TextBoxWidget::dress_edit() {
   if (edit() == nullptr || box() == nullptr) return;
   edit()->setFont(canvas().font_of(box()->font, 1));
-  const QColor ground = shown_color(box()->back_color);
+  const QColor ground = ground_color();
   QPalette palette = edit()->palette();
   palette.setColor(QPalette::Base, ground);
   palette.setColor(QPalette::Text, readable_on(ground, shown_color(box()->fore_color)));
@@ -76,29 +82,36 @@ void TextBoxWidget::element_changed() {
   edit()->setEnabled(box()->enabled);
   link_->show_box();
   dress_edit();
-  if (element_look().look == Look::Message) {
-    lines_->verticalScrollBar()->setValue(lines_->verticalScrollBar()->maximum());
-  }
+  follow_last_line();
+}
+
+void TextBoxWidget::follow_last_line() {
+  if (element_look().look != Look::Message || lines_ == nullptr) return;
+  lines_->verticalScrollBar()->setValue(lines_->verticalScrollBar()->maximum());
 }
 
 void TextBoxWidget::look_changed() { dress_edit(); }
 
 void TextBoxWidget::paint(QPainter& painter, const QRect& face) {
   const Brushwork work = brushwork();
-  const QRgb ground = shown_color(box()->back_color).rgb();
-  fill_shaded(painter, face, face, {ground, ground}, corner * work.unit);
-  draw_edge(painter, face, work.theme.message_edge, work.line(), corner * work.unit);
+  const QRgb ground = ground_color().rgb();
+  const double radius = corner * work.unit;
+  const int line = work.line();
+  fill_shaded(painter, face, face, {work.theme.message_edge, work.theme.message_edge}, radius);
+  fill_shaded(painter, face.adjusted(line, line, -line, -line), face, {ground, ground},
+              radius - line);
 }
 
 void TextBoxWidget::resizeEvent(QResizeEvent*) {
   if (edit() != nullptr) edit()->setGeometry(rect().adjusted(margin, margin, -margin, -margin));
+  follow_last_line();
 }
 
 void TextBoxWidget::showEvent(QShowEvent*) {
-  if (edit() == nullptr && box() != nullptr) {
-    make_edit();
-    edit()->show();
-  }
+  if (edit() != nullptr || box() == nullptr) return;
+  make_edit();
+  edit()->show();
+  follow_last_line();
 }
 
 }  // namespace lineweir

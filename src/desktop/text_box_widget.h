@@ -30,8 +30,10 @@ class TextBoxWidget final : public ElementWidget {
  private:
   TextBox* box() const;
   QWidget* edit() const;
+  QColor ground_color() const;
   void make_edit();
   void dress_edit();
+  void follow_last_line();
 
   QLineEdit* line_ = nullptr;
   QPlainTextEdit* lines_ = nullptr;

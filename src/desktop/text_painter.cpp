@@ -59,7 +59,8 @@ void draw_line(QPainter& painter, const QRect& box, const TextLine& line, const 
   if (line.alignment.testFlag(Qt::AlignHCenter)) left += (box.width() - width) / 2;
   if (line.alignment.testFlag(Qt::AlignRight)) left += box.width() - width;
   // Capitals and digits stand in the middle, whatever room the font keeps above and below them.
-  const double baseline = std::round(box.top() + (box.height() + metrics.capHeight()) / 2.0);
+  const double baseline =
+      std::ceil(box.top() + (box.height() + std::round(metrics.capHeight())) / 2.0 - 0.5);
 
   painter.save();
   painter.setFont(line.font);
@@ -107,8 +108,7 @@ void paint_text(QPainter& painter, const QRect& box, const TextLine& line) {
     return;
   }
   const QFontMetricsF metrics(line.font);
-  draw_line(painter, box, line,
-            metrics.elidedText(line.text, Qt::ElideRight, box.width() / narrowest), narrowest);
+  draw_line(painter, box, line, metrics.elidedText(line.text, Qt::ElideRight, box.width()), 1);
 }
 
 void paint_squeezed_text(QPainter& painter, const QRect& box, const TextLine& line) {

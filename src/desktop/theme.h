@@ -54,7 +54,9 @@ struct Theme {
   KeyColors key_down;
   KeyColors key_disabled;
   QRgb focus_ring;
-  QRgb next_accent;
+  // Lines of light on keys: there is a next caller; what the key switches is on.
+  QRgb next_light;
+  QRgb latch_light;
   QRgb drop_sign;
   QRgb hold_sign;
 
