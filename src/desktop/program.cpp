@@ -4,12 +4,14 @@
 #include <QFont>
 #include <QPalette>
 #include <QStyleFactory>
+#include <cstdio>
 #include <filesystem>
 
 #include "core/console.h"
 #include "desktop/accessibility.h"
 #include "desktop/desktop.h"
 #include "desktop/dialogs.h"
+#include "desktop/line_report.h"
 #include "desktop/no_database_engine.h"
 #include "desktop/screenshot.h"
 #include "desktop/theme.h"
@@ -28,6 +30,8 @@ constexpr int box_speed = 1200;
 constexpr int switch_console_speed = 9600;
 constexpr int dialog_text_pixels = 12;
 
+}  // namespace
+
 void dress_application() {
   QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
   QApplication::setPalette(palette_of(metal_theme));
@@ -39,11 +43,7 @@ void dress_application() {
   install_accessibility();
 }
 
-}  // namespace
-
 int run_program(const std::string& argument) {
-  dress_application();
-
   platform::QtEventLoop loop;
   platform::QtSystemClock clock;
   platform::QtRandomNumbers random;
@@ -78,7 +78,11 @@ int run_program(const std::string& argument) {
   console.startup.Main(argument);
   if (ended) return 0;
   desktop.flush();
-  const Screenshot screenshot([&desktop] { return desktop.main_frame().window(); });
+  const Screenshot screenshot([&desktop] { return desktop.main_frame().window(); },
+                              [&console] {
+                                std::fputs(line_report(console).c_str(), stdout);
+                                console.Lineweir.close();
+                              });
   return QApplication::exec();
 }
 

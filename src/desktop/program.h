@@ -4,8 +4,12 @@
 
 namespace lineweir {
 
+// Gives all windows the style, the colours and the font of this program. To be called once, when
+// the application object exists.
+void dress_application();
+
 // Runs the console in its windows until the user ends it: the program's exit code. The application
-// object must exist. `argument` is the one argument of the command line, or empty.
+// must have been dressed. `argument` is the one argument of the command line, or empty.
 int run_program(const std::string& argument);
 
 }  // namespace lineweir

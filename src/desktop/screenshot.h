@@ -8,10 +8,11 @@ class QWidget;
 namespace lineweir {
 
 // For scripts: where the environment variable LINEWEIR_SCREENSHOT names a file, the picture of the
-// window is saved there, LINEWEIR_SCREENSHOT_AFTER seconds (1 if not set) after the start.
+// window is saved there, LINEWEIR_SCREENSHOT_AFTER seconds (1 if not set) after the start. Where
+// LINEWEIR_SCREENSHOT_ENDS is set as well, `end` runs when the picture is saved.
 class Screenshot {
  public:
-  explicit Screenshot(std::function<QWidget*()> window);
+  Screenshot(std::function<QWidget*()> window, std::function<void()> end);
 
  private:
   QTimer delay_;
