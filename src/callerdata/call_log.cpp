@@ -51,7 +51,7 @@ void CallLog::log(int line) {
     const std::string& text =
         step.row_column < 0 ? record[step.field]
                             : console_.Lineweir.column_labels(step.row_column)(line).caption.get();
-    const auto value = left_part(text, column.size);
+    const std::string value = to_utf8(left_part(text, column.size));
     if (column.name.empty()) {
       rows.set_field(step.position, value);
     } else {

@@ -1,46 +1,124 @@
 #pragma once
 
+#include <cstdint>
+#include <functional>
 #include <memory>
+#include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
 
 namespace lineweir::platform {
 
-// A column of a table: its name and the largest number of characters that it holds.
+// All text of a database is UTF-8. Names of tables and columns are told apart without regard to the
+// case of the letters A to Z. What fails is a Failure with one sentence for the user; its number is
+// one of those of the database engine in elements/failure.h.
+
+// A column of a table: its name and the largest number of characters that it holds, 0 for any. A
+// longer value is cut.
 struct DatabaseColumn {
   std::string name;
   int size = 0;
+
+  friend bool operator==(const DatabaseColumn&, const DatabaseColumn&) = default;
 };
 
-// The rows of one table. A new row is begun with add_new, filled field by field and stored with
+// Names a row of a table for as long as the row exists. A row that is added has a higher one than
+// all rows before it.
+using RowId = std::int64_t;
+
+// Characters that people write into a telephone number; numbers are looked up without them.
+inline constexpr std::string_view number_separators = " -()./+";
+
+// Which rows are visited: those behind a row in the direction of the scan, and at most `limit`.
+struct RowScan {
+  // From the newest row down, or from the oldest up.
+  bool newest_first = false;
+  // Nothing: from the first row on.
+  std::optional<RowId> behind;
+  int limit = 1000;
+  // The positions of the columns whose values are wanted, in the order in which they are given.
+  std::vector<int> columns;
+};
+
+// Told of a row and the values wanted of it, which last only as long as the call. It may not use
+// the recordset.
+using RowVisitor = std::function<void(RowId row, std::span<const std::string_view> values)>;
+
+// The rows of one table. A row is begun with add_new or edit, filled field by field and stored with
 // update; when update returns the row is safe on the disk.
 class Recordset {
  public:
   virtual ~Recordset() = default;
 
+  // The columns in their order.
+  virtual const std::vector<DatabaseColumn>& fields() const = 0;
+
+  // Reads the columns anew and forgets the row that was begun.
+  virtual void refresh() = 0;
+
+  // A new row of empty values; a present one with its own.
   virtual void add_new() = 0;
-  // A name or position that the table doesn't have is a Failure.
+  virtual void edit(RowId row) = 0;
+
+  // The value in the row that was begun. A name or position that the table doesn't have is a
+  // Failure of number 3265, and so is using them while no row is begun, with 3020.
+  virtual std::string field(int position) const = 0;
   virtual void set_field(std::string_view name, std::string_view value) = 0;
   virtual void set_field(int position, std::string_view value) = 0;
-  virtual void update() = 0;
+
+  // Stores the row that was begun and returns which one it is. After a failure it is still begun.
+  virtual RowId update() = 0;
+
+  virtual void remove(RowId row) = 0;
+
+  virtual std::int64_t count() = 0;
+
+  // All values of a row; nothing where there is no such row.
+  virtual std::optional<std::vector<std::string>> row(RowId row) = 0;
+
+  // Visits rows in the order of storing and returns how many. Fewer than the limit were the last.
+  virtual int scan(const RowScan& rows, const RowVisitor& visit) = 0;
+
+  // Visits the rows, newest first and at most `limit`, whose value in the column is the number,
+  // both taken without separators. Quick in any number of rows where the column has a number index.
+  virtual int find_number(int column, std::string_view number, int limit,
+                          const std::vector<int>& columns, const RowVisitor& visit) = 0;
 };
 
 class Database {
  public:
   virtual ~Database() = default;
 
-  virtual void create_table(const std::string& name, const std::vector<DatabaseColumn>& columns) = 0;
-  virtual std::vector<DatabaseColumn> table_columns(const std::string& name) = 0;
+  virtual void create_table(const std::string& name,
+                            const std::vector<DatabaseColumn>& columns) = 0;
+  virtual std::vector<DatabaseColumn> table_columns(const std::string& table) = 0;
+  // A name that is empty or that another column has is a Failure of number 3191.
+  virtual void rename_column(const std::string& table, int position, const std::string& name) = 0;
+  // Makes the index by which find_number is quick, if the column has none yet.
+  virtual void index_numbers(const std::string& table, int position) = 0;
+
   virtual std::unique_ptr<Recordset> open_recordset(const std::string& table) = 0;
+
+  // Another value after each change of the file, by whatever program.
+  virtual std::int64_t change_stamp() = 0;
+
+  // What the body stores is stored as a whole when the body has ended, and nothing of it where it
+  // fails. Other writers wait meanwhile.
+  virtual void in_transaction(const std::function<void()>& body) = 0;
 };
 
 class DatabaseEngine {
  public:
   virtual ~DatabaseEngine() = default;
 
-  // A file that doesn't exist is a Failure of number 3024.
+  // A database that can be written to. A file that doesn't exist is a Failure of number 3024; one
+  // that can't be used fails with the reason, and nothing in it is changed.
   virtual std::unique_ptr<Database> open(const std::string& path) = 0;
+
+  // A new file; one that exists is a Failure of number 3204. A new file in which no table was made
+  // goes with its Database.
   virtual std::unique_ptr<Database> create(const std::string& path) = 0;
 };
 

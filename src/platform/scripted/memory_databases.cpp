@@ -1,80 +1,89 @@
 #include "platform/scripted/memory_databases.h"
 
 #include <algorithm>
-#include <optional>
 #include <utility>
 
 #include "elements/failure.h"
+#include "platform/scripted/memory_recordset.h"
 
 namespace lineweir::platform {
 namespace {
 
-constexpr int no_row_begun = 3020;
-constexpr int no_such_table = 3078;
-constexpr int value_too_long = 3163;
-constexpr int file_exists = 3204;
-constexpr int no_such_field = 3265;
-
-using Table = MemoryDatabases::Table;
-
-class MemoryRecordset final : public Recordset {
- public:
-  explicit MemoryRecordset(std::shared_ptr<Table> table) : table_(std::move(table)) {}
-
-  void add_new() override { row_.emplace(table_->columns.size()); }
-
-  void set_field(std::string_view name, std::string_view value) override {
-    const auto& columns = table_->columns;
-    const auto column = std::ranges::find(columns, name, &DatabaseColumn::name);
-    set_field(static_cast<int>(column - columns.begin()), value);
+void require_new_name(const std::vector<DatabaseColumn>& columns, const std::string& name) {
+  const bool taken = std::ranges::any_of(
+      columns, [&](const DatabaseColumn& column) { return same_name(column.name, name); });
+  if (name.empty() || taken) {
+    throw Failure(failure_number::field_name_taken,
+                  "The column name \"" + name + "\" can't be used");
   }
-
-  void set_field(int position, std::string_view value) override {
-    if (!row_) throw Failure(no_row_begun, "No row was begun");
-    const auto place = static_cast<std::size_t>(position);
-    if (position < 0 || place >= row_->size()) {
-      throw Failure(no_such_field, "Item not found in this collection");
-    }
-    if (value.size() > static_cast<std::size_t>(table_->columns[place].size)) {
-      throw Failure(value_too_long, "The field " + table_->columns[place].name + " is too small");
-    }
-    (*row_)[place] = value;
-  }
-
-  void update() override {
-    if (!row_) throw Failure(no_row_begun, "No row was begun");
-    table_->rows.push_back(*std::exchange(row_, std::nullopt));
-  }
-
- private:
-  std::shared_ptr<Table> table_;
-  std::optional<MemoryDatabases::Row> row_;
-};
+}
 
 class MemoryDatabase final : public Database {
  public:
-  explicit MemoryDatabase(std::shared_ptr<MemoryDatabases::File> file) : file_(std::move(file)) {}
+  // A file that was made for it is handed over with the place in which the engine keeps it.
+  MemoryDatabase(std::shared_ptr<MemoryDatabases::File> file, std::function<void()> drop_file)
+      : file_(std::move(file)), drop_file_(std::move(drop_file)) {}
+  ~MemoryDatabase() override {
+    if (drop_file_ && file_->tables.empty()) drop_file_();
+  }
+  MemoryDatabase(const MemoryDatabase&) = delete;
+  MemoryDatabase& operator=(const MemoryDatabase&) = delete;
 
   void create_table(const std::string& name, const std::vector<DatabaseColumn>& columns) override {
-    (*file_)[name] = std::make_shared<Table>(Table{columns, {}});
+    MemoryDatabases::Table table;
+    for (const DatabaseColumn& column : columns) {
+      require_new_name(table.columns, column.name);
+      table.columns.push_back(column);
+    }
+    file_->tables[name] = std::move(table);
+    ++file_->changes;
   }
 
-  std::vector<DatabaseColumn> table_columns(const std::string& name) override {
-    return table(name)->columns;
+  std::vector<DatabaseColumn> table_columns(const std::string& table) override {
+    return table_of(*file_, table).columns;
   }
 
-  std::unique_ptr<Recordset> open_recordset(const std::string& name) override {
-    return std::make_unique<MemoryRecordset>(table(name));
+  void rename_column(const std::string& table, int position, const std::string& name) override {
+    auto& columns = table_of(*file_, table).columns;
+    const auto place = static_cast<std::size_t>(position);
+    if (position < 0 || place >= columns.size()) {
+      throw Failure(failure_number::no_such_field, "Item not found in this collection");
+    }
+    auto others = columns;
+    others.erase(others.begin() + position);
+    require_new_name(others, name);
+    columns[place].name = name;
+    ++file_->changes;
+  }
+
+  void index_numbers(const std::string& table, int position) override {
+    if (position < 0 || static_cast<std::size_t>(position) >= table_columns(table).size()) {
+      throw Failure(failure_number::no_such_field, "Item not found in this collection");
+    }
+  }
+
+  std::unique_ptr<Recordset> open_recordset(const std::string& table) override {
+    return std::make_unique<MemoryRecordset>(file_, table);
+  }
+
+  std::int64_t change_stamp() override { return file_->changes; }
+
+  void in_transaction(const std::function<void()>& body) override {
+    struct Restore {
+      MemoryDatabases::File& file;
+      MemoryDatabases::File before = file;
+      bool wanted = true;
+      ~Restore() {
+        if (wanted) file.tables = std::move(before.tables);
+      }
+    } restore{*file_};
+    body();
+    restore.wanted = false;
   }
 
  private:
-  std::shared_ptr<Table> table(const std::string& name) const {
-    const auto found = file_->find(name);
-    if (found == file_->end()) throw Failure(no_such_table, "There is no table " + name);
-    return found->second;
-  }
-
   std::shared_ptr<MemoryDatabases::File> file_;
+  std::function<void()> drop_file_;
 };
 
 }  // namespace
@@ -84,21 +93,26 @@ std::unique_ptr<Database> MemoryDatabases::open(const std::string& path) {
   if (file == files_.end()) {
     throw Failure(failure_number::database_not_found, "Couldn't find file '" + path + "'");
   }
-  return std::make_unique<MemoryDatabase>(file->second);
+  return std::make_unique<MemoryDatabase>(file->second, nullptr);
 }
 
 std::unique_ptr<Database> MemoryDatabases::create(const std::string& path) {
   const auto [file, made] = files_.try_emplace(path, std::make_shared<File>());
-  if (!made) throw Failure(file_exists, "The file '" + path + "' already exists");
-  return std::make_unique<MemoryDatabase>(file->second);
+  if (!made) {
+    throw Failure(failure_number::database_exists, "The file '" + path + "' already exists");
+  }
+  return std::make_unique<MemoryDatabase>(file->second, [this, path] { files_.erase(path); });
 }
 
-std::vector<MemoryDatabases::Row> MemoryDatabases::rows(std::string_view path,
+std::vector<MemoryDatabases::Row> MemoryDatabases::rows(const std::string& path,
                                                         std::string_view table) const {
+  std::vector<Row> found;
   const auto file = files_.find(path);
-  if (file == files_.end()) return {};
-  const auto found = file->second->find(table);
-  return found == file->second->end() ? std::vector<Row>{} : found->second->rows;
+  if (file == files_.end()) return found;
+  const auto stored = file->second->tables.find(std::string(table));
+  if (stored == file->second->tables.end()) return found;
+  for (const auto& [id, row] : stored->second.rows) found.push_back(row);
+  return found;
 }
 
 }  // namespace lineweir::platform

@@ -1,0 +1,159 @@
+#include "platform/scripted/memory_recordset.h"
+
+#include <algorithm>
+
+#include "elements/failure.h"
+
+namespace lineweir::platform {
+namespace {
+
+// As many code points of the beginning as the size tells; all of them for the size 0.
+std::string_view cut(std::string_view utf8, int size) {
+  if (size == 0) return utf8;
+  int characters = 0;
+  for (std::size_t i = 0; i < utf8.size(); ++i) {
+    const bool begins_character = (static_cast<unsigned char>(utf8[i]) & 0xC0) != 0x80;
+    if (begins_character && characters++ == size) return utf8.substr(0, i);
+  }
+  return utf8;
+}
+
+std::string without_separators(std::string_view text) {
+  std::string bare;
+  std::ranges::copy_if(text, std::back_inserter(bare),
+                       [](char c) { return number_separators.find(c) == std::string_view::npos; });
+  return bare;
+}
+
+void show_row(RowId id, const MemoryDatabases::Row& values, const std::vector<int>& columns,
+              const RowVisitor& visit) {
+  std::vector<std::string_view> wanted;
+  for (const int column : columns) wanted.push_back(values.at(static_cast<std::size_t>(column)));
+  visit(id, wanted);
+}
+
+}  // namespace
+
+MemoryDatabases::Table& table_of(MemoryDatabases::File& file, const std::string& name) {
+  const auto found = file.tables.find(name);
+  if (found == file.tables.end()) {
+    throw Failure(failure_number::no_such_table, "There is no table \"" + name + "\"");
+  }
+  return found->second;
+}
+
+MemoryRecordset::MemoryRecordset(std::shared_ptr<MemoryDatabases::File> file, std::string table)
+    : file_(std::move(file)), table_(std::move(table)) {
+  refresh();
+}
+
+MemoryDatabases::Table& MemoryRecordset::table() const { return table_of(*file_, table_); }
+
+void MemoryRecordset::refresh() {
+  fields_ = table().columns;
+  begun_.reset();
+}
+
+void MemoryRecordset::add_new() {
+  begun_ = BegunRow{std::nullopt, MemoryDatabases::Row(fields_.size())};
+}
+
+void MemoryRecordset::edit(RowId row) {
+  const auto found = table().rows.find(row);
+  if (found == table().rows.end()) {
+    throw Failure(failure_number::no_such_row, "There is no such row");
+  }
+  begun_ = BegunRow{row, found->second};
+}
+
+const MemoryRecordset::BegunRow& MemoryRecordset::begun() const {
+  if (!begun_) throw Failure(failure_number::no_row_begun, "No row was begun");
+  return *begun_;
+}
+
+std::size_t MemoryRecordset::place_of(int position) const {
+  const auto place = static_cast<std::size_t>(position);
+  if (position < 0 || place >= fields_.size()) {
+    throw Failure(failure_number::no_such_field, "Item not found in this collection");
+  }
+  return place;
+}
+
+std::string MemoryRecordset::field(int position) const {
+  return begun().values[place_of(position)];
+}
+
+void MemoryRecordset::set_field(std::string_view name, std::string_view value) {
+  const auto column = std::ranges::find_if(
+      fields_, [&](const DatabaseColumn& field) { return same_name(field.name, name); });
+  set_field(static_cast<int>(column - fields_.begin()), value);
+}
+
+void MemoryRecordset::set_field(int position, std::string_view value) {
+  begun();
+  const std::size_t place = place_of(position);
+  begun_->values[place] = cut(value, fields_[place].size);
+}
+
+RowId MemoryRecordset::update() {
+  const BegunRow& row = begun();
+  auto& rows = table().rows;
+  const RowId id = row.id ? *row.id : rows.empty() ? 1 : rows.rbegin()->first + 1;
+  if (row.id && !rows.contains(id)) {
+    throw Failure(failure_number::no_such_row, "There is no such row");
+  }
+  rows[id] = row.values;
+  begun_.reset();
+  ++file_->changes;
+  return id;
+}
+
+void MemoryRecordset::remove(RowId row) {
+  if (table().rows.erase(row) == 0) {
+    throw Failure(failure_number::no_such_row, "There is no such row");
+  }
+  ++file_->changes;
+}
+
+std::int64_t MemoryRecordset::count() { return static_cast<std::int64_t>(table().rows.size()); }
+
+std::optional<std::vector<std::string>> MemoryRecordset::row(RowId row) {
+  const auto found = table().rows.find(row);
+  if (found == table().rows.end()) return std::nullopt;
+  return found->second;
+}
+
+int MemoryRecordset::scan(const RowScan& scan, const RowVisitor& visit) {
+  for (const int column : scan.columns) place_of(column);
+  const auto& rows = table().rows;
+  int visited = 0;
+  const auto visit_from = [&](auto row, auto end) {
+    for (; row != end && visited < scan.limit; ++row, ++visited) {
+      show_row(row->first, row->second, scan.columns, visit);
+    }
+  };
+  if (scan.newest_first) {
+    const auto first = scan.behind ? rows.lower_bound(*scan.behind) : rows.end();
+    visit_from(std::make_reverse_iterator(first), rows.rend());
+  } else {
+    visit_from(scan.behind ? rows.upper_bound(*scan.behind) : rows.begin(), rows.end());
+  }
+  return visited;
+}
+
+int MemoryRecordset::find_number(int column, std::string_view number, int limit,
+                                 const std::vector<int>& columns, const RowVisitor& visit) {
+  const std::size_t place = place_of(column);
+  for (const int wanted : columns) place_of(wanted);
+  const std::string bare = without_separators(number);
+  const auto& rows = table().rows;
+  int visited = 0;
+  for (auto row = rows.rbegin(); row != rows.rend() && visited < limit; ++row) {
+    if (without_separators(row->second[place]) != bare) continue;
+    show_row(row->first, row->second, columns, visit);
+    ++visited;
+  }
+  return visited;
+}
+
+}  // namespace lineweir::platform
