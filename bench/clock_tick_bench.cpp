@@ -8,6 +8,7 @@
 #include <new>
 
 #include "core/console.h"
+#include "core/time_text.h"
 #include "platform/scripted/scripted_platform.h"
 
 namespace {
