@@ -7,6 +7,7 @@ Console::Console(const platform::Services& platform_services)
       trace(*this),
       messages(*this),
       server(*this),
+      time_sync(*this),
       phone(*this),
       modes(*this),
       rows(*this),

@@ -48,6 +48,7 @@
 #include "serverlink/login_state.h"
 #include "serverlink/remote_link.h"
 #include "serverlink/server_link.h"
+#include "serverlink/time_sync.h"
 
 namespace lineweir {
 
@@ -84,6 +85,7 @@ struct Console {
   Messages messages;
   RemoteLink remote;
   ServerLink server;
+  TimeSync time_sync;
   RetryingHandlers retrying;
   PhoneCommands phone;
   Modes modes;
