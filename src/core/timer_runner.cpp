@@ -3,7 +3,9 @@
 namespace lineweir {
 
 TimerRunner::TimerRunner(Form& form, platform::EventLoop& loop) : FormWatch(form), loop_(loop) {
-  for (Element* element : form.elements()) added(*element);
+  for (Element* element : form.elements()) {
+    if (element->kind() == ElementKind::Timer) restart(static_cast<Timer&>(*element));
+  }
 }
 
 TimerRunner::~TimerRunner() {
@@ -15,10 +17,6 @@ void TimerRunner::changed(Element& element, PropertyId property) {
   if (property == PropertyId::Enabled || property == PropertyId::Interval) {
     restart(static_cast<Timer&>(element));
   }
-}
-
-void TimerRunner::added(Element& element) {
-  if (element.kind() == ElementKind::Timer) restart(static_cast<Timer&>(element));
 }
 
 void TimerRunner::removed(Element& element) {

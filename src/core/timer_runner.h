@@ -24,8 +24,8 @@ class TimerRunner : private FormWatch {
     bool ticking = false;
   };
 
+  // A timer made later than the runner tells of itself as it sets its properties.
   void changed(Element& element, PropertyId property) override;
-  void added(Element& element) override;
   void removed(Element& element) override;
   void restart(Timer& timer);
   void arm(Timer& timer, Arming& arming);

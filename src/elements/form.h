@@ -16,6 +16,7 @@ class FormObserver {
  public:
   virtual ~FormObserver() = default;
   virtual void changed(Element& element, PropertyId property) = 0;
+  // The element is being made: only its name, index and kind may be read.
   virtual void added(Element& element) { (void)element; }
   // The element is about to go; only its name, index and kind may be read.
   virtual void removed(Element& element) { (void)element; }
