@@ -7,7 +7,9 @@
 #include <cstdlib>
 #include <new>
 
+#include "clocks/show_plan.h"
 #include "core/console.h"
+#include "core/time_text.h"
 #include "core/time_text.h"
 #include "platform/scripted/scripted_platform.h"
 
