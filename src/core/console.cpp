@@ -23,6 +23,8 @@ Console::Console(const platform::Services& platform_services)
       port(*this),
       remote_port(*this),
       clocks(*this),
+      next_caller(*this),
+      line_actions(*this),
       clock_menu(*this),
       set_time(*this),
       show_editor(*this),

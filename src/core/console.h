@@ -6,7 +6,9 @@
 #include "boxlink/serial_port_control.h"
 #include "boxlink/status_decoder.h"
 #include "callcontrol/dial_state.h"
+#include "callcontrol/line_actions.h"
 #include "callcontrol/modes.h"
+#include "callcontrol/next_caller.h"
 #include "callcontrol/phone_command.h"
 #include "callcontrol/remote_port.h"
 #include "callcontrol/socket_trap.h"
@@ -102,6 +104,8 @@ struct Console {
   SerialPortControl port;
   RemotePortControl remote_port;
   ClockEngine clocks;
+  NextCaller next_caller;
+  LineActions line_actions;
   ClockMenu clock_menu;
   SetTime set_time;
   ShowDataEditor show_editor;

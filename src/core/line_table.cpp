@@ -9,6 +9,10 @@ void LineTable::resize(int line_count) {
   HoldStamp.resize(line_count);
   ClockBase.resize(line_count);
   ClockRunning.resize(line_count);
+  if (TheNextCall >= line_count) {
+    TheNextCall = no_line;
+    NextCallSet = false;
+  }
 }
 
 }  // namespace lineweir

@@ -62,7 +62,8 @@ struct LineTable {
   // The kind of telephone equipment, 1 to 4; only a server changes it.
   int ThePhoneFlag = 1;
 
-  // Changes LineCount and all arrays with it; what they hold stays.
+  // Changes LineCount and all arrays with it; what they hold stays. A next call whose line is gone
+  // is none any more.
   void resize(int line_count);
 };
 

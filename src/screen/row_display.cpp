@@ -109,6 +109,11 @@ void RowDisplay::set_row_color(int line, RowColor color) {
   console_.Lineweir.DataRow(line).picture = strip_picture(color);
 }
 
+void RowDisplay::show_next(int line) {
+  if (!console_.Lineweir.NextBarDisable.checked) set_row_color(line, RowColor::Green);
+  console_.Lineweir.LineStatus(line).caption = "Next";
+}
+
 void RowDisplay::DrawMark(int line) {
   MainForm& rows = console_.Lineweir;
   const Picture& strip = rows.DataRow(line);

@@ -23,6 +23,9 @@ class RowDisplay {
 
   void set_row_color(int line, RowColor color);
 
+  // Marks the row as that of the next call; with NextBarDisable by its text alone.
+  void show_next(int line);
+
   // Places the row's marks at the edges of its columns, in the strip's colour.
   void DrawMark(int line);
   void DrawMark();

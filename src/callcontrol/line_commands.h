@@ -1,0 +1,141 @@
+#pragma once
+
+#include <array>
+#include <optional>
+#include <span>
+#include <string>
+
+#include "callcontrol/command_frame.h"
+#include "core/text.h"
+
+namespace lineweir {
+
+// Where this console stands: what its buttons mean.
+struct Seat {
+  bool talent;
+  int equipment_kind;
+  bool handset_1;
+  bool handset_2;
+};
+
+// A command word and the hybrid that it is for.
+struct CommandWord {
+  std::string word;
+  int bank;
+
+  friend bool operator==(const CommandWord&, const CommandWord&) = default;
+};
+
+// A letter and a line, as the equipment reads them: "F05", "F12".
+inline std::string line_word(char letter, int line) { return letter + zero_filled(line, 2); }
+
+// A line that other equipment has taken isn't commanded, unless the program was started so.
+constexpr bool may_be_commanded(char line_letter, bool empty_line_override) {
+  return line_letter != 'E' || empty_line_override;
+}
+
+enum class SeatRole { Talent, Producer, Either };
+enum class HandsetPosition { Any, First, Second };
+
+// Sets of equipment kinds. A kind that nobody knows belongs to those that leave kinds out.
+constexpr unsigned kind(int number) {
+  return number >= 1 && number <= 4 ? 1U << static_cast<unsigned>(number) : 1U;
+}
+constexpr unsigned any_kind = ~0U;
+constexpr unsigned all_but_kind_4 = ~kind(4);
+
+constexpr char any_letter = '*';
+
+// A button's word for a line: what must hold of the seat and of the line's letter, and the word's
+// letter and bank.
+struct LineCommandRule {
+  SeatRole role;
+  unsigned kinds;
+  char line_letter;
+  HandsetPosition handset;
+  char word_letter;
+  int bank;
+};
+
+// The rules of a button are read from the top; the first that fits holds. Where none fits there is
+// no word.
+
+// The main button of a row. With equipment of kind 3 the producer's handset is on the conference
+// hybrid.
+inline constexpr std::array main_row_rules = {
+    LineCommandRule{SeatRole::Talent, kind(1) | kind(2), 'N', HandsetPosition::Any, 'L', bank_main},
+    LineCommandRule{SeatRole::Talent, any_kind, any_letter, HandsetPosition::Any, 'N', bank_main},
+    LineCommandRule{SeatRole::Producer, kind(1), any_letter, HandsetPosition::Any, 'P', bank_main},
+    LineCommandRule{SeatRole::Producer, kind(2) | kind(4), any_letter, HandsetPosition::Second, 'O',
+                    bank_main},
+    LineCommandRule{SeatRole::Producer, kind(2) | kind(4), any_letter, HandsetPosition::First, 'P',
+                    bank_main},
+    LineCommandRule{SeatRole::Producer, kind(3), any_letter, HandsetPosition::First, 'C',
+                    bank_conference},
+};
+
+// The conference button of a row; the producer's picks the next call instead, and sends a word with
+// equipment of kind 4 only.
+inline constexpr std::array conference_row_rules = {
+    LineCommandRule{SeatRole::Talent, kind(1) | kind(2), 'C', HandsetPosition::Any, 'L',
+                    bank_conference},
+    LineCommandRule{SeatRole::Talent, any_kind, any_letter, HandsetPosition::Any, 'C',
+                    bank_conference},
+    LineCommandRule{SeatRole::Producer, kind(4), any_letter, HandsetPosition::Any, 'P',
+                    bank_conference},
+};
+
+// The large buttons act on each line whose row button is visible. Drop1 and Hold1 differ in the
+// letter of their word only.
+constexpr auto main_sweep_rules(char word) {
+  return std::array{
+      LineCommandRule{SeatRole::Talent, all_but_kind_4, 'N', HandsetPosition::Any, word, bank_main},
+      LineCommandRule{SeatRole::Producer, all_but_kind_4, 'P', HandsetPosition::First, word,
+                      bank_main},
+      LineCommandRule{SeatRole::Producer, all_but_kind_4, 'O', HandsetPosition::Second, word,
+                      bank_main},
+      LineCommandRule{SeatRole::Producer, kind(3), 'C', HandsetPosition::First, word,
+                      bank_conference},
+  };
+}
+inline constexpr auto drop1_rules = main_sweep_rules('F');
+inline constexpr auto hold1_rules = main_sweep_rules('H');
+
+inline constexpr std::array drop2_rules = {
+    LineCommandRule{SeatRole::Talent, all_but_kind_4, 'C', HandsetPosition::Any, 'F',
+                    bank_conference},
+};
+inline constexpr std::array hold2_rules = {
+    LineCommandRule{SeatRole::Either, all_but_kind_4, 'C', HandsetPosition::Any, 'H',
+                    bank_conference},
+};
+
+// Words that name no line.
+struct FixedCommandRule {
+  SeatRole role;
+  unsigned kinds;
+  HandsetPosition handset;
+  std::string_view word;
+  int bank;
+};
+
+// With equipment of kind 4 the server knows the lines. The producer's Drop2 releases the handset.
+inline constexpr std::array drop1_fixed = {
+    FixedCommandRule{SeatRole::Either, kind(4), HandsetPosition::Any, "F00", bank_main}};
+inline constexpr std::array hold1_fixed = {
+    FixedCommandRule{SeatRole::Either, kind(4), HandsetPosition::Any, "H00", bank_main}};
+inline constexpr std::array drop2_fixed = {
+    FixedCommandRule{SeatRole::Either, kind(4), HandsetPosition::Any, "F00", bank_conference},
+    FixedCommandRule{SeatRole::Producer, all_but_kind_4, HandsetPosition::First, "P15",
+                     bank_conference},
+    FixedCommandRule{SeatRole::Producer, all_but_kind_4, HandsetPosition::Any, "O15",
+                     bank_conference},
+};
+inline constexpr std::array hold2_fixed = {
+    FixedCommandRule{SeatRole::Either, kind(4), HandsetPosition::Any, "H00", bank_conference}};
+
+std::optional<CommandWord> line_command(std::span<const LineCommandRule> rules, const Seat& seat,
+                                        char line_letter, int line);
+std::optional<CommandWord> fixed_command(std::span<const FixedCommandRule> rules, const Seat& seat);
+
+}  // namespace lineweir

@@ -1,0 +1,56 @@
+#pragma once
+
+#include <string_view>
+#include <vector>
+
+#include "callcontrol/longest_wait.h"
+
+namespace lineweir {
+
+struct Console;
+
+// The next caller: the ready line that has waited longest, unless a hand or a server has pinned
+// another; and the two buttons that take callers by their turn. With equipment of kind 4 the server
+// chooses, and the buttons only ask for it.
+class NextCaller {
+ public:
+  explicit NextCaller(Console& console);
+
+  // Chooses anew. Where the choice doesn't change, nothing is sent or drawn.
+  void FindNext();
+
+  void NextButton_Click();
+  void NextToConf_Click();
+  void NextBarDisable_Click();
+
+  // The producer's conference button of a row. On the serial link the line is pinned at once; a
+  // server is asked, and answers with its own choice.
+  void pick_by_hand(int line);
+
+  // A server has chosen this line; one that this console doesn't have is passed over.
+  void pin(int line);
+
+  // CBClientClass_ReturnNextCall: the server's call-back. The line counts from 1; 0 is none, which
+  // changes nothing.
+  void ReturnNextCall(int TheNextCall, int TheMessageGroupVal);
+
+ private:
+  // The view holds until the next change of a row.
+  std::vector<LineWait> waits() const;
+  void move_to(int line);
+  void restore_former_row(int line);
+  void unmark(int line);
+
+  void tell_choice(std::string_view handler, int line);
+  void send_next_call_frame(std::string_view handler, int line);
+  void call_set_next_call(std::string_view handler);
+  void ask_server(std::string_view handler, bool conference);
+
+  void mark_ready();
+  void answer_next();
+  void put_next_on_air(char word_letter, int bank);
+
+  Console& console_;
+};
+
+}  // namespace lineweir
