@@ -6,7 +6,6 @@
 #include "callcontrol/socket_trap.h"
 #include "core/console.h"
 #include "core/guard.h"
-#include "core/status_letters.h"
 #include "core/window_caption.h"
 
 namespace lineweir {
@@ -71,6 +70,7 @@ void Modes::ScreenerMode_Click() {
     console_.panel.set_for_producer();
     rearrange_buttons(handler);
     show_row_icons();
+    console_.visible_rows.RefreshVisibleRows();
     tell_server_mode(handler, true);
   });
 }
@@ -210,10 +210,7 @@ void Modes::show_row_icons() {
   for (int line = 0; line < console_.lines.LineCount; ++line) {
     console_.rows.SetCiconPosition1(line);
     console_.rows.SetCiconPosition2(line);
-    const LetterLook look =
-        reported_look(console_.lines.StatusLetter(line), console_.lines.ThePhoneFlag,
-                      console_.Lineweir.MitelPhone1.checked);
-    console_.rows.HybridPictureSet(line, look.icon1, look.icon2);
+    console_.rows.show_icons(line);
   }
 }
 

@@ -61,6 +61,12 @@ void CallLog::log(int line) {
   rows.update();
 }
 
+void CallLog::rename_user_field(const std::string& name) {
+  platform::Recordset& rows = recordset();
+  database_->rename_column(std::string(call_log_table), user_field_position, to_utf8(name));
+  rows.refresh();
+}
+
 platform::Recordset& CallLog::recordset() {
   const std::string& name = console_.Lineweir.Data1.database_name;
   if (!recordset_ || open_name_ != name) {

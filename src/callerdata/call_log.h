@@ -21,6 +21,10 @@ class CallLog {
   // The rows of the chosen log, opened at first use and anew after another was chosen.
   platform::Recordset& recordset();
 
+  // Gives the column that the user names another name in the chosen log. Fails as the database
+  // does.
+  void rename_user_field(const std::string& name);
+
  private:
   Console& console_;
   std::string open_name_;

@@ -38,13 +38,18 @@
 #include "screen/blink.h"
 #include "screen/button_panel.h"
 #include "screen/button_press.h"
+#include "screen/column_choice.h"
 #include "screen/display_option_form.h"
 #include "screen/display_options.h"
 #include "screen/fonts.h"
+#include "screen/group_choice.h"
+#include "screen/hybrid_choice.h"
 #include "screen/main_form.h"
 #include "screen/row_display.h"
+#include "screen/screen_faces.h"
 #include "screen/screen_layout.h"
 #include "screen/standby_form.h"
+#include "screen/visible_rows.h"
 #include "screen/window_size.h"
 #include "serverlink/login_form.h"
 #include "serverlink/login_state.h"
@@ -94,8 +99,13 @@ struct Console {
   RowDisplay rows;
   ButtonPanel panel;
   ButtonPress button_press;
+  ScreenFaces faces;
   ScreenLayout layout;
+  VisibleRows visible_rows;
   DisplayOptions display;
+  ColumnChoice column_choice;
+  HybridChoice hybrid_choice;
+  GroupChoice group_choice;
   WindowSize window;
   Fonts fonts;
   CallLog call_log;

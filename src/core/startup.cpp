@@ -84,7 +84,6 @@ void Startup::Form_Load() {
   } else {
     step([&] { start_without_settings(); });
   }
-  step([&] { console_.window.apply_target(); });
   step([&] { console_.display.SetDisplayOptions(); });
   step([&] { console_.layout.RedefineScreen(); });
   if (record) step([&] { restore_database(*record); });

@@ -7,6 +7,9 @@ namespace lineweir {
 
 inline constexpr int column_count = 13;
 
+// The line's number and its status are always shown, the others as the user chooses.
+inline constexpr int first_optional_column = 2;
+
 // Columns by their fixed number.
 enum Column {
   number_column = 0,

@@ -1,7 +1,5 @@
 #include "screen/display_option_form.h"
 
-#include "core/line_table.h"
-
 namespace lineweir {
 namespace {
 
@@ -28,13 +26,8 @@ DisplayOptionWindow::DisplayOptionWindow() : Form("DisplayOptionForm") {
   }
   List1.move(3400, 150, 2400, row_pitch * column_count);
   UserRename.move(150, 150 + row_pitch * column_count, 2000, 375);
-  for (int line = 0; line < lines_of_small_layout; ++line) {
-    CheckBox& box = line == 0 ? LineCheck(0) : LineCheck.load(line);
-    box.caption = "Line " + std::to_string(line + 1);
-    box.value = 1;
-    box.visible = true;
-    box.move(6100, 150 + row_pitch * line, 1300, 300);
-  }
+  LineCheck(0).caption = "Line 1";
+  LineCheck(0).value = 1;
   HybridCheck(0).caption = "&Main Hybrid";
   HybridCheck.load(1).caption = "&Conference Hybrid";
   for (int hybrid = 0; hybrid < 2; ++hybrid) {

@@ -21,7 +21,7 @@ class DisplayOptionWindow : public Form {
   // The headings of the columns shown beyond the first two, in their order.
   ListBox List1{*this, "List1"};
   Button UserRename{*this, "UserRename", "Re&name"};
-  // By line.
+  // By line; laid out by VisibleRows.
   ControlArray<CheckBox> LineCheck{*this, "LineCheck"};
   // 0 the main hybrid, 1 the conference hybrid.
   ControlArray<CheckBox> HybridCheck{*this, "HybridCheck"};

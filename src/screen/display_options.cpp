@@ -1,15 +1,14 @@
 #include "screen/display_options.h"
 
-#include <array>
-
 #include "core/console.h"
 #include "core/guard.h"
+#include "core/integer16.h"
 #include "screen/columns.h"
+#include "screen/row_layout.h"
 
 namespace lineweir {
 namespace {
 
-constexpr int first_optional_column = 2;
 constexpr std::array first_columns = {time_column, name_column, city_column, comments_column};
 
 std::size_t stored_place(int column) {
@@ -38,18 +37,20 @@ void DisplayOptions::NewColumnSetup() {
 
 void DisplayOptions::SetDisplayOptions() {
   guard(console_, "Lineweir_SetDisplayOptions", [&] {
+    const ColumnsLock lock(*this);
     DisplayOptionWindow& form = console_.DisplayOptionForm;
-    ColumnsLocked = true;
     for (int column = first_optional_column; column < column_count; ++column) {
-      const std::size_t place = stored_place(column);
-      const bool shown = ColumnShown[place] != 0;
+      const bool shown = ColumnShown[stored_place(column)] != 0;
       form.CheckItem(column).value = shown ? 1 : 0;
       form.WidthText(column).enabled = shown;
-      form.WidthText(column).text = shown ? std::to_string(ColumnWidth[place]) : "";
+      if (shown) {
+        fill_width_box(column);
+      } else {
+        clear_width_box(column);
+      }
     }
     fill_list();
   });
-  ColumnsLocked = false;
   RefreshColumnOrder();
 }
 
@@ -69,15 +70,19 @@ void DisplayOptions::fill_list() {
 void DisplayOptions::RefreshColumnOrder() {
   if (ColumnsLocked) return;
   guard(console_, "TextWrit_RefreshColumnOrder", [&] {
+    std::array<bool, column_count> taken{};
     ColumnsInUse = {number_column, status_column};
     for (const std::string& heading : console_.DisplayOptionForm.List1.list.get()) {
       for (int column = first_optional_column; column < column_count; ++column) {
-        if (console_.Lineweir.CaptionLabel(column).caption == heading) {
-          ColumnsInUse.push_back(column);
-        }
+        bool& column_taken = taken[static_cast<std::size_t>(column)];
+        if (column_taken || !(console_.Lineweir.CaptionLabel(column).caption == heading)) continue;
+        // The user's own heading may be that of another column: each stands in the list by itself.
+        column_taken = true;
+        ColumnsInUse.push_back(column);
+        break;
       }
     }
-    console_.layout.lay_out_columns();
+    lay_out_columns(console_, console_.layout.scale());
     console_.rows.DrawMark();
   });
 }
@@ -85,9 +90,24 @@ void DisplayOptions::RefreshColumnOrder() {
 void DisplayOptions::fill_width_boxes() {
   for (int column = first_optional_column; column < column_count; ++column) {
     const Label& label = console_.Lineweir.column_labels(column)(0);
-    console_.DisplayOptionForm.WidthText(column).text =
-        std::to_string(label.visible ? label.width.get() : 0);
+    show_in_width_box(column, std::to_string(label.visible ? label.width.get() : 0));
   }
+}
+
+void DisplayOptions::fill_width_box(int column) {
+  show_in_width_box(column, std::to_string(console_.layout.scale().across(width_of(column))));
+}
+
+void DisplayOptions::clear_width_box(int column) { show_in_width_box(column, ""); }
+
+void DisplayOptions::show_in_width_box(int column, std::string_view width) {
+  shown_widths_[static_cast<std::size_t>(column)] = width;
+  console_.DisplayOptionForm.WidthText(column).text = width;
+}
+
+bool DisplayOptions::width_box_untouched(int column) const {
+  return console_.DisplayOptionForm.WidthText(column).text ==
+         shown_widths_[static_cast<std::size_t>(column)];
 }
 
 void DisplayOptions::collect() {
@@ -102,12 +122,25 @@ void DisplayOptions::collect() {
 
 int DisplayOptions::width_of(int column) const {
   if (column >= first_optional_column) return ColumnWidth[stored_place(column)];
-  return column == number_column ? number_column_width : column_rules[status_column].width;
+  return column == number_column ? number_column_width : status_column_width;
+}
+
+void DisplayOptions::set_width(int column, int width) {
+  if (width < 0) throw Failure(failure_number::invalid_argument, "Invalid property value");
+  const int checked = integer16(width);
+  if (column >= first_optional_column) {
+    ColumnWidth[stored_place(column)] = checked;
+  } else {
+    (column == number_column ? number_column_width : status_column_width) = checked;
+  }
 }
 
 void DisplayOptions::set_heading(int column, std::string_view heading) {
+  DisplayOptionWindow& form = console_.DisplayOptionForm;
+  const int listed = form.List1.find_item(form.CheckItem(column).caption.get());
+  if (listed >= 0 && form.CheckItem(column).value == 1) form.List1.set_item(listed, heading);
   console_.Lineweir.CaptionLabel(column).caption = heading;
-  console_.DisplayOptionForm.CheckItem(column).caption = heading;
+  form.CheckItem(column).caption = heading;
 }
 
 }  // namespace lineweir

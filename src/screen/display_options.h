@@ -1,6 +1,9 @@
 #pragma once
 
+#include <array>
+#include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "core/settings_record.h"
@@ -20,7 +23,7 @@ class DisplayOptions {
   ColumnNumbers ColumnWidth{};
   ColumnNumbers ColumnOrder{};
 
-  // While it is set RefreshColumnOrder does nothing.
+  // While it is set RefreshColumnOrder and WidthText_LostFocus do nothing.
   bool ColumnsLocked = false;
 
   // The columns shown, in their order on the screen: the line's number, its status, and those of
@@ -29,6 +32,7 @@ class DisplayOptions {
 
   // Wider while the rows show line names.
   int number_column_width = column_rules[number_column].width;
+  int status_column_width = column_rules[status_column].width;
 
   // The columns of a first start.
   void NewColumnSetup();
@@ -45,13 +49,40 @@ class DisplayOptions {
   // The form's present choice, for the settings.
   void collect();
 
+  // The width of a column at design size. Setting one that doesn't fit into 16 bits is a Failure of
+  // number 6, a negative one a Failure of number 5.
   int width_of(int column) const;
+  void set_width(int column, int width);
+
+  // Shows in the box of a column how wide it is on the screen as it now stands.
+  void fill_width_box(int column);
+  void clear_width_box(int column);
+  // Whether the box still holds what was last shown in it.
+  bool width_box_untouched(int column) const;
+
+  // Gives a column another heading wherever it has one.
   void set_heading(int column, std::string_view heading);
 
  private:
   void fill_list();
+  void show_in_width_box(int column, std::string_view width);
 
   Console& console_;
+  std::array<std::string, column_count> shown_widths_;
+};
+
+// Keeps the columns as they are while lines come and go.
+class ColumnsLock {
+ public:
+  explicit ColumnsLock(DisplayOptions& display)
+      : display_(display), former_(std::exchange(display.ColumnsLocked, true)) {}
+  ~ColumnsLock() { display_.ColumnsLocked = former_; }
+  ColumnsLock(const ColumnsLock&) = delete;
+  ColumnsLock& operator=(const ColumnsLock&) = delete;
+
+ private:
+  DisplayOptions& display_;
+  bool former_;
 };
 
 }  // namespace lineweir

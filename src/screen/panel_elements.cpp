@@ -18,15 +18,23 @@ void lay_on(Picture& button, Picture& image, Label& label, std::string_view capt
 }  // namespace
 
 BackgroundElements::BackgroundElements(Form& form)
-    : ScreenTop(form, "ScreenTop"),
+    : BlackScreenTop(form, "BlackScreenTop"),
+      GreyScreenTop(form, "GreyScreenTop"),
+      BlackScreenBottom(form, "BlackScreenBottom"),
+      GreyScreenBottom(form, "GreyScreenBottom"),
+      ScreenTop(form, "ScreenTop"),
       ScreenTopImage(form, "ScreenTopImage"),
       ScreenBottom(form, "ScreenBottom"),
       ScreenBottomImage(form, "ScreenBottomImage"),
       LowCover(form, "LowCover") {
+  for (Picture* holder : {&BlackScreenTop, &GreyScreenTop, &BlackScreenBottom, &GreyScreenBottom}) {
+    holder->visible = false;
+  }
   ScreenTopImage.set_container(&ScreenTop);
   ScreenTopImage.picture = pictures::BlackScreenTop;
   ScreenBottomImage.set_container(&ScreenBottom);
   ScreenBottomImage.picture = pictures::BlackScreenBottom;
+  LowCover.picture = pictures::LowCoverMetal;
   LowCover.visible = false;
 }
 

@@ -13,6 +13,12 @@ namespace lineweir {
 struct BackgroundElements {
   explicit BackgroundElements(Form& form);
 
+  // Holders, never shown: the picture of each is the name of its file.
+  Picture BlackScreenTop;
+  Picture GreyScreenTop;
+  Picture BlackScreenBottom;
+  Picture GreyScreenBottom;
+
   Picture ScreenTop;
   Picture ScreenTopImage;
   Picture ScreenBottom;

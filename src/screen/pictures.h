@@ -40,6 +40,8 @@ inline constexpr std::string_view BlackScreenTop = "BlackScreenTop";
 inline constexpr std::string_view BlackScreenBottom = "BlackScreenBottom";
 inline constexpr std::string_view GreyScreenTop = "GreyScreenTop";
 inline constexpr std::string_view GreyScreenBottom = "GreyScreenBottom";
+inline constexpr std::string_view LowCoverMetal = "LowCoverMetal";
+inline constexpr std::string_view LowCoverGrey = "LowCoverGrey";
 
 inline constexpr std::string_view TimeDial = "TimeDial";
 inline constexpr std::string_view ShowDial = "ShowDial";

@@ -8,6 +8,7 @@
 #include "core/console.h"
 #include "core/guard.h"
 #include "screen/pictures.h"
+#include "screen/strip_pictures.h"
 
 namespace lineweir {
 namespace {
@@ -35,12 +36,13 @@ constexpr std::array strips = {
 constexpr std::array<std::string_view, 4> icons = {pictures::RedIcon, pictures::GreenIcon,
                                                    pictures::YellowIcon, pictures::BlueIcon};
 
-void set_icon(Picture& icon, int color) {
+// A row that isn't shown hides its icons too.
+void set_icon(const Picture& button, Picture& icon, int color) {
   if (color == 0) {
     icon.visible = false;
   } else if (color >= 1 && color <= static_cast<int>(icons.size())) {
     icon.picture = icons[static_cast<std::size_t>(color - 1)];
-    icon.visible = true;
+    icon.visible = button.visible.get();
   }
 }
 
@@ -81,7 +83,7 @@ RowDisplay::RowDisplay(Console& console) : console_(console) {
     strip.on_change = [&console, &strip] {
       RowElements& rows = console.Lineweir;
       if (rows.DataRowImage.loaded(strip.index())) {
-        rows.DataRowImage(strip.index()).picture = strip.picture;
+        rows.DataRowImage(strip.index()).picture = fitted_strip(strip.picture.get(), strip.width);
       }
     };
   });
@@ -97,8 +99,16 @@ RowDisplay::RowDisplay(Console& console) : console_(console) {
 }
 
 void RowDisplay::HybridPictureSet(int line, int color1, int color2) {
-  set_icon(console_.Lineweir.CIcon1(line), color1);
-  set_icon(console_.Lineweir.CIcon2(line), color2);
+  MainForm& form = console_.Lineweir;
+  set_icon(form.OnHybrid1(line), form.CIcon1(line), color1);
+  set_icon(form.OnHybrid2(line), form.CIcon2(line), color2);
+}
+
+void RowDisplay::show_icons(int line) {
+  const LineTable& lines = console_.lines;
+  const LetterLook look = reported_look(lines.StatusLetter(line), lines.ThePhoneFlag,
+                                        console_.Lineweir.MitelPhone1.checked);
+  HybridPictureSet(line, look.icon1, look.icon2);
 }
 
 void RowDisplay::SetStatusText(int line) {
@@ -133,6 +143,13 @@ void RowDisplay::DrawMark(int line) {
 
 void RowDisplay::DrawMark() {
   for (int line = 0; line < console_.lines.LineCount; ++line) DrawMark(line);
+}
+
+void RowDisplay::hide_marks(int line) {
+  const ControlArray<Picture>& marks = console_.Lineweir.MyMark;
+  for (int k = line * marks_per_row; k < (line + 1) * marks_per_row; ++k) {
+    if (marks.loaded(k)) marks(k).visible = false;
+  }
 }
 
 void RowDisplay::MarkerPointTimer_Timer() {

@@ -18,6 +18,9 @@ class RowDisplay {
   // value leaves the icon alone.
   void HybridPictureSet(int line, int color1, int color2);
 
+  // The icons that belong to the line's present letter.
+  void show_icons(int line);
+
   // Writes the status text from the line's letter alone, as a display is rebuilt from the table.
   void SetStatusText(int line);
 
@@ -29,6 +32,9 @@ class RowDisplay {
   // Places the row's marks at the edges of its columns, in the strip's colour.
   void DrawMark(int line);
   void DrawMark();
+
+  // The marks of a line that has gone stay loaded.
+  void hide_marks(int line);
 
   // Fits the width of the first row's marks to a form of another size.
   void MarkerPointTimer_Timer();

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "screen/design_scale.h"
+
 namespace lineweir {
 
 struct Console;
@@ -9,35 +11,37 @@ class ScreenLayout {
  public:
   explicit ScreenLayout(Console& console);
 
+  // Brings the arrays, the rows and the number of visible rows in line with LineCount and the line
+  // boxes, then places everything. Where the number of visible rows has changed the form is put at
+  // its design size first.
   void RedefineScreen();
 
   // Load20: makes the rows' elements up to LineCount, and unmakes those above.
   void load_rows();
 
-  // Changes the number of lines, with the table's arrays and the rows' elements.
+  // Changes the number of lines, with the table's arrays and the rows' elements. The screen follows
+  // at the next RedefineScreen.
   void set_line_count(int line_count);
 
-  // The drop and hold buttons and what lies on all buttons: the first two are wide in producer mode
-  // and cover the others.
+  // Places the drop and hold buttons, whose size is another in each mode.
   void lay_out_drop_buttons();
 
-  // Lays the columns in use one after the other along the rows, and hides the others.
-  void lay_out_columns();
-
- private:
-  void lay_out_backgrounds();
-  void lay_out_headings();
-  void lay_out_rows();
-  void lay_out_panel();
-  void lay_out_clocks();
+  // Lays what lies on the panel's buttons over them.
   void SetLabels();
 
-  int scaled_x(int design) const;
-  int scaled_y(int design) const;
+  // The scale of the last rebuild: in it stands everything that is on the form.
+  const DesignScale& scale() const { return scale_; }
+
+ private:
+  void redefine();
+  // Whether the number of visible rows has changed.
+  bool count_rows();
+  void put_at_design_size();
+
+  void Line20Mode_Click();
 
   Console& console_;
-  double ratio_x_ = 1;
-  double ratio_y_ = 1;
+  DesignScale scale_;
 };
 
 }  // namespace lineweir

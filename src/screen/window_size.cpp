@@ -30,16 +30,18 @@ void WindowSize::restore(const WindowTarget& stored) {
   if (console_.Lineweir.Options.visible) target->height += menu_bar_height;
 }
 
-void WindowSize::apply_target() {
-  if (!target) return;
-  MainForm& form = console_.Lineweir;
+void WindowSize::give_target_size() {
+  if (!target || RestartingSocket) return;
   // A record that ends before its window fields holds no size.
-  if (target->height > menu_bar_height && target->width > 0) {
-    form.height = target->height;
-    form.width = target->width;
-  }
-  form.window_state = target->state;
+  if (target->height <= menu_bar_height || target->width <= 0) return;
+  console_.Lineweir.height = target->height;
+  console_.Lineweir.width = target->width;
+}
+
+void WindowSize::give_target_state() {
+  if (target && !RestartingSocket) console_.Lineweir.window_state = target->state;
   target.reset();
+  RestartingSocket = false;
 }
 
 void WindowSize::SetToRoot(int rows) {

@@ -18,8 +18,13 @@ class WindowSize {
  public:
   explicit WindowSize(Console& console);
 
-  // The size that the next RedefineScreen gives the window; nothing where it has been given.
+  // The size and state that the next RedefineScreen gives the window; nothing where they have been
+  // given.
   std::optional<WindowTarget> target;
+
+  // Set while the socket is started anew: the next RedefineScreen leaves the window as the user has
+  // it, and clears the flag.
+  bool RestartingSocket = false;
 
   // The present size as the settings keep it: without the menu bar, where that is shown.
   WindowTarget present() const;
@@ -27,8 +32,10 @@ class WindowSize {
   // Takes a stored size as the next target; the menu bar is added where it is shown.
   void restore(const WindowTarget& stored);
 
-  // Gives the window its target size, if there is one.
-  void apply_target();
+  // RedefineScreen gives the window the target's size before the layout and its state behind it;
+  // with that the target is used up.
+  void give_target_size();
+  void give_target_state();
 
   // Puts the form at its design size for that many rows, 0 for those now visible.
   void SetToRoot(int rows);

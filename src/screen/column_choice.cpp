@@ -1,0 +1,108 @@
+#include "screen/column_choice.h"
+
+#include <string>
+#include <utility>
+
+#include "clocks/number_reply.h"
+#include "core/console.h"
+#include "core/guard.h"
+#include "core/text.h"
+
+namespace lineweir {
+namespace {
+
+constexpr const char* title_prompt = "Please input the new title for the user field!";
+constexpr const char* database_question =
+    "Do you wish to change the name of the field in the currently open database as well?";
+
+}  // namespace
+
+ColumnChoice::ColumnChoice(Console& console) : console_(console) {
+  DisplayOptionWindow& form = console.DisplayOptionForm;
+  console.Lineweir.DisplayDataOptionsMenu.on_click = [this] { DisplayDataOptionsMenu_Click(); };
+  form.CheckItem.wire([this](CheckBox& box) {
+    box.on_click = [this, column = box.index()] { CheckItem_Click(column); };
+  });
+  form.WidthText.wire([this](TextBox& box) {
+    box.on_lost_focus = [this, column = box.index()] { WidthText_LostFocus(column); };
+  });
+  form.List1.on_drag = [this](int from, int to) { List1_Drag(from, to); };
+  form.UserRename.on_click = [this] { UserRename_Click(); };
+}
+
+void ColumnChoice::DisplayDataOptionsMenu_Click() {
+  guard(console_, "Lineweir_DisplayDataOptionsMenu_Click",
+        [&] { console_.DisplayOptionForm.show(); });
+}
+
+void ColumnChoice::CheckItem_Click(int Index) {
+  guard(console_, "DisplayOptionForm_CheckItem_Click", [&] {
+    if (Index < first_optional_column) return;
+    DisplayOptionWindow& form = console_.DisplayOptionForm;
+    const std::string heading = form.CheckItem(Index).caption;
+    const int listed = form.List1.find_item(heading);
+    const bool checked = form.CheckItem(Index).value == 1;
+    form.WidthText(Index).enabled = checked;
+    if (checked) {
+      console_.display.fill_width_box(Index);
+      if (listed < 0) form.List1.add_item(heading);
+    } else {
+      console_.display.clear_width_box(Index);
+      if (listed >= 0) form.List1.remove_item(listed);
+    }
+    console_.display.RefreshColumnOrder();
+  });
+}
+
+void ColumnChoice::WidthText_LostFocus(int Index) {
+  DisplayOptions& display = console_.display;
+  if (display.ColumnsLocked) return;
+  attempt(
+      [&] {
+        if (!display.width_box_untouched(Index)) take_width(Index);
+        display.RefreshColumnOrder();
+      },
+      [&](const Failure& failure) {
+        report_failure(console_, "DisplayOptionForm_WidthText_LostFocus", failure);
+        display.fill_width_box(Index);
+      });
+}
+
+void ColumnChoice::take_width(int column) {
+  const double typed = whole_number_in(console_.DisplayOptionForm.WidthText(column).text.get());
+  console_.display.set_width(column, console_.layout.scale().design_width(whole_16_bits(typed)));
+}
+
+void ColumnChoice::List1_Drag(int from, int to) {
+  guard(console_, "DisplayOptionForm_List1_MouseMove", [&] {
+    ListBox& list = console_.DisplayOptionForm.List1;
+    if (from < 0 || to < 0 || from >= list.list_count() || to >= list.list_count()) return;
+    std::vector<std::string> headings = list.list;
+    for (int place = from; place != to;) {
+      const int next = place + (to > place ? 1 : -1);
+      std::swap(headings[static_cast<std::size_t>(place)],
+                headings[static_cast<std::size_t>(next)]);
+      place = next;
+    }
+    list.list = headings;
+    list.list_index = to;
+  });
+}
+
+void ColumnChoice::UserRename_Click() {
+  guard(console_, "DisplayOptionForm_UserRename_Click", [&] {
+    const std::string present = console_.DisplayOptionForm.CheckItem(user_column).caption;
+    const auto title = console_.services.dialogs.ask_input(title_prompt, present);
+    if (!title || title->empty() || *title == present) return;
+    console_.display.set_heading(user_column, *title);
+    if (database_open() && console_.services.dialogs.ask_yes_no(database_question)) {
+      console_.call_log.rename_user_field(*title);
+    }
+  });
+}
+
+bool ColumnChoice::database_open() const {
+  return !trimmed(console_.Lineweir.Data1.database_name.get()).empty();
+}
+
+}  // namespace lineweir

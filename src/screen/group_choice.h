@@ -1,0 +1,26 @@
+#pragma once
+
+namespace lineweir {
+
+struct Console;
+
+// How DisplayOptionForm ends: its choices are applied, and the console goes over to the studio
+// group that is chosen in MessageGroupSelector.
+class GroupChoice {
+ public:
+  explicit GroupChoice(Console& console);
+
+  void ExitCommand_Click();
+
+ private:
+  void change_group(int group);
+  bool open_to_user(int group) const;
+  // Whether the server was told, where there is one.
+  bool leave_group();
+  // The present group's entry in the selector again.
+  void select_present_group();
+
+  Console& console_;
+};
+
+}  // namespace lineweir
