@@ -4,26 +4,12 @@
 #include <benchmark/benchmark.h>
 
 #include <cstdint>
-#include <cstdlib>
-#include <new>
 
+#include "allocation_count.h"
 #include "clocks/show_plan.h"
 #include "core/console.h"
 #include "core/time_text.h"
-#include "core/time_text.h"
 #include "platform/scripted/scripted_platform.h"
-
-namespace {
-std::int64_t allocations = 0;
-}
-
-void* operator new(std::size_t size) {
-  ++allocations;
-  if (void* memory = std::malloc(size)) return memory;
-  throw std::bad_alloc();
-}
-void operator delete(void* memory) noexcept { std::free(memory); }
-void operator delete(void* memory, std::size_t) noexcept { std::free(memory); }
 
 namespace {
 
@@ -114,9 +100,9 @@ ShowPlan timed_plan() {
 void run_week(benchmark::State& state, const ShowPlan& plan) {
   TickingConsole console(static_cast<int>(state.range(0)), plan);
   for (std::int64_t tick = 0; tick < ticks_per_day; ++tick) console.tick();
-  const std::int64_t before = allocations;
+  const std::int64_t before = allocation_count();
   for (auto _ : state) console.tick();
-  state.counters["allocations"] = static_cast<double>(allocations - before);
+  state.counters["allocations"] = static_cast<double>(allocation_count() - before);
 }
 
 void week_of_an_hourly_show(benchmark::State& state) { run_week(state, hourly_plan()); }
