@@ -11,6 +11,7 @@
 #include "desktop/accessibility.h"
 #include "desktop/desktop.h"
 #include "desktop/dialogs.h"
+#include "desktop/first_paint.h"
 #include "desktop/line_report.h"
 #include "desktop/no_database_engine.h"
 #include "desktop/screenshot.h"
@@ -77,6 +78,7 @@ int run_program(const std::string& argument) {
 
   console.startup.Main(argument);
   if (ended) return 0;
+  const FirstPaint first_paint(desktop.main_frame().window());
   desktop.flush();
   const Screenshot screenshot([&desktop] { return desktop.main_frame().window(); },
                               [&console] {
