@@ -55,7 +55,8 @@ void MemoryRecordset::refresh() {
 }
 
 void MemoryRecordset::add_new() {
-  begun_ = BegunRow{std::nullopt, MemoryDatabases::Row(fields_.size())};
+  begun_ = BegunRow{std::nullopt, MemoryDatabases::Row(fields_.size()),
+                    std::vector<bool>(fields_.size())};
 }
 
 void MemoryRecordset::edit(RowId row) {
@@ -63,7 +64,7 @@ void MemoryRecordset::edit(RowId row) {
   if (found == table().rows.end()) {
     throw Failure(failure_number::no_such_row, "There is no such row");
   }
-  begun_ = BegunRow{row, found->second};
+  begun_ = BegunRow{row, found->second, std::vector<bool>(fields_.size())};
 }
 
 const MemoryRecordset::BegunRow& MemoryRecordset::begun() const {
@@ -93,6 +94,7 @@ void MemoryRecordset::set_field(int position, std::string_view value) {
   begun();
   const std::size_t place = place_of(position);
   begun_->values[place] = cut(value, fields_[place].size);
+  begun_->set[place] = true;
 }
 
 RowId MemoryRecordset::update() {
@@ -102,7 +104,11 @@ RowId MemoryRecordset::update() {
   if (row.id && !rows.contains(id)) {
     throw Failure(failure_number::no_such_row, "There is no such row");
   }
-  rows[id] = row.values;
+  MemoryDatabases::Row& stored = rows[id];
+  stored.resize(row.values.size());
+  for (std::size_t i = 0; i < row.values.size(); ++i) {
+    if (row.set[i]) stored[i] = row.values[i];
+  }
   begun_.reset();
   ++file_->changes;
   return id;

@@ -31,6 +31,8 @@ class MemoryRecordset final : public Recordset {
     // Nothing while the row is new.
     std::optional<RowId> id;
     MemoryDatabases::Row values;
+    // The columns that were set, which are all that is stored of a present row.
+    std::vector<bool> set;
   };
 
   MemoryDatabases::Table& table() const;
