@@ -1,8 +1,11 @@
 #include "desktop/dialog_frame.h"
 
+#include <QLayout>
+#include <QMenuBar>
 #include <QWidget>
 
 #include "desktop/form_binder.h"
+#include "desktop/menu_tree.h"
 #include "desktop/twips.h"
 
 namespace lineweir {
@@ -31,7 +34,17 @@ QWidget* DialogFrame::make_window() {
   auto* window = new QWidget(parent, window_flags(row_.kind));
   row_.set_up(*window);
   binder_ = std::make_unique<FormBinder>(form(), *window);
+  if (!form().menu_bar().empty() && window->layout() != nullptr) {
+    auto* bar = new QMenuBar(window);
+    menus_ = std::make_unique<MenuTree>(form(), *bar);
+    window->layout()->setMenuBar(bar);
+  }
   return window;
+}
+
+QRect DialogFrame::place_to_open() const {
+  const QWidget* main = main_window_();
+  return main != nullptr && main->isVisible() ? main->frameGeometry() : FormFrame::place_to_open();
 }
 
 void DialogFrame::fit_window(QWidget& window) {
@@ -40,7 +53,8 @@ void DialogFrame::fit_window(QWidget& window) {
 }
 
 void DialogFrame::form_changed() {
-  if (binder_ != nullptr) binder_->flush();
+  binder_->flush();
+  if (menus_ != nullptr) menus_->flush();
 }
 
 }  // namespace lineweir

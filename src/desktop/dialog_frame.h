@@ -9,6 +9,7 @@
 namespace lineweir {
 
 class FormBinder;
+class MenuTree;
 
 // A dialog in its window, which is made when the dialog is first shown.
 class DialogFrame final : public FormFrame {
@@ -18,16 +19,20 @@ class DialogFrame final : public FormFrame {
   ~DialogFrame() override;
 
   FormBinder* binder() const { return binder_.get(); }
+  // Null for a dialog without a menu bar.
+  MenuTree* menus() const { return menus_.get(); }
 
  protected:
   QWidget* make_window() override;
   void fit_window(QWidget& window) override;
+  QRect place_to_open() const override;
   void form_changed() override;
 
  private:
   const DialogRow& row_;
   std::function<QWidget*()> main_window_;
   std::unique_ptr<FormBinder> binder_;
+  std::unique_ptr<MenuTree> menus_;
 };
 
 }  // namespace lineweir

@@ -4,8 +4,15 @@
 
 #include "core/console.h"
 #include "ui_about_box.h"
+#include "ui_caller_data.h"
 #include "ui_debug_form.h"
+#include "ui_display_options.h"
+#include "ui_flash_message.h"
+#include "ui_login_form.h"
 #include "ui_message_box.h"
+#include "ui_set_time.h"
+#include "ui_show_data.h"
+#include "ui_standby.h"
 
 namespace lineweir {
 namespace {
@@ -24,6 +31,14 @@ constexpr std::array dialogs = {
     DialogRow{form_of<&Console::AboutBox>, set_up<Ui::AboutBox>, DialogKind::Splash},
     DialogRow{form_of<&Console::MyMsgbox>, set_up<Ui::MyMsgbox>, DialogKind::Dialog},
     DialogRow{form_of<&Console::DebugForm>, set_up<Ui::DebugForm>, DialogKind::Window},
+    DialogRow{form_of<&Console::Standby>, set_up<Ui::Standby>, DialogKind::Splash},
+    DialogRow{form_of<&Console::DisplayOptionForm>, set_up<Ui::DisplayOptionForm>,
+              DialogKind::Dialog},
+    DialogRow{form_of<&Console::Form2>, set_up<Ui::Form2>, DialogKind::Dialog},
+    DialogRow{form_of<&Console::Form3>, set_up<Ui::Form3>, DialogKind::Dialog},
+    DialogRow{form_of<&Console::Form4>, set_up<Ui::Form4>, DialogKind::Dialog},
+    DialogRow{form_of<&Console::LoginForm>, set_up<Ui::LoginForm>, DialogKind::Dialog},
+    DialogRow{form_of<&Console::FlashMessA>, set_up<Ui::FlashMessA>, DialogKind::Dialog},
 };
 
 }  // namespace

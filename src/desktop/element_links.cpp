@@ -1,5 +1,6 @@
 #include <QCheckBox>
 #include <QComboBox>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
@@ -7,13 +8,13 @@
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QRadioButton>
-#include <QSignalBlocker>
 
 #include "desktop/core_color.h"
 #include "desktop/core_text.h"
 #include "desktop/element_link.h"
 #include "desktop/grid_link.h"
 #include "desktop/text_box_link.h"
+#include "desktop/text_painter.h"
 #include "desktop/theme.h"
 #include "elements/button.h"
 #include "elements/label.h"
@@ -30,7 +31,9 @@ class LabelLink final : public ElementLink {
 
  private:
   void show_content() override {
-    const QString text = shown_text(label_.caption.get());
+    QString text = shown_text(label_.caption.get());
+    // Only a label that stands by a field has an access key; any other "&" would show as it is.
+    if (text_.buddy() == nullptr) text = caption_of(text).text;
     if (text_.text() != text) text_.setText(text);
   }
   bool clicks_by_itself() const override { return false; }
@@ -50,6 +53,15 @@ class ButtonLink final : public ElementLink {
 
  private:
   void show_content() override { push_.setText(shown_text(button_.caption.get())); }
+
+  bool eventFilter(QObject* watched, QEvent* event) override {
+    if (ElementLink::eventFilter(watched, event)) return true;
+    if (event->type() != QEvent::KeyPress) return false;
+    const int key = static_cast<QKeyEvent*>(event)->key();
+    if (key != Qt::Key_Return && key != Qt::Key_Enter) return false;
+    push_.click();
+    return true;
+  }
 
   Button& button_;
   QPushButton& push_;
@@ -169,6 +181,8 @@ class ComboLink final : public ElementLink {
     QObject::connect(&widget, &QComboBox::editTextChanged, this, [this](const QString& text) {
       if (!showing()) combo_.text = core_text(text);
     });
+    // The keys of a box that takes typing go to the line inside it.
+    if (widget.lineEdit() != nullptr) widget.lineEdit()->installEventFilter(this);
   }
 
  private:

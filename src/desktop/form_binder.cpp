@@ -1,6 +1,7 @@
 #include "desktop/form_binder.h"
 
 #include <QWidget>
+#include <algorithm>
 #include <utility>
 
 #include "desktop/element_link.h"
@@ -27,13 +28,25 @@ QString designer_name(const Element& element) {
   return element.index() == no_index ? name : name + QStringLiteral("_%1").arg(element.index());
 }
 
+// The array that a widget still named as in Designer belongs to; empty if to none.
+QString array_of(const QString& widget_name) {
+  const auto line = widget_name.lastIndexOf(u'_');
+  bool number = false;
+  widget_name.mid(line + 1).toInt(&number);
+  return line > 0 && number ? widget_name.left(line) : QString();
+}
+
+bool may_be_element(const QString& widget_name) {
+  return !widget_name.isEmpty() && widget_name.front().isUpper();
+}
+
 }  // namespace
 
 FormBinder::FormBinder(Form& form, QWidget& window)
     : FormWatch(form), window_(window), frame_([this] { show_changes(); }) {
-  for (Element* element : form.elements()) {
-    if (has_widget(*element)) tie(static_cast<Control&>(*element));
-  }
+  new_elements_ = form.elements();
+  tie_new_elements();
+  hide_waiting_widgets();
 }
 
 FormBinder::~FormBinder() = default;
@@ -51,14 +64,28 @@ void FormBinder::tie(Control& control) {
   links_[&control] = std::move(link);
 }
 
+void FormBinder::tie_new_elements() {
+  for (Element* element : std::exchange(new_elements_, {})) {
+    if (has_widget(*element)) tie(static_cast<Control&>(*element));
+  }
+}
+
+void FormBinder::hide_waiting_widgets() {
+  for (QWidget* widget : window_.findChildren<QWidget*>()) {
+    const QString name = widget->objectName();
+    if (may_be_element(name) && !array_of(name).isEmpty()) widget->hide();
+  }
+}
+
 std::vector<QString> FormBinder::widgets_without_element() const {
   std::vector<QString> names;
   for (const QWidget* widget : window_.findChildren<QWidget*>()) {
     const QString name = widget->objectName();
-    if (name.isEmpty() || !name.front().isUpper()) continue;
+    if (!may_be_element(name)) continue;
     const bool tied = std::ranges::any_of(
         links_, [&](const auto& entry) { return &entry.second->widget() == widget; });
-    if (!tied) names.push_back(name);
+    const bool waits = watched_form().count(array_of(name).toStdString()) > 0;
+    if (!tied && !waits) names.push_back(name);
   }
   return names;
 }
@@ -69,11 +96,18 @@ void FormBinder::changed(Element& element, PropertyId) {
   frame_.mark();
 }
 
+void FormBinder::added(Element& element) {
+  new_elements_.push_back(&element);
+  frame_.mark();
+}
+
 void FormBinder::removed(Element& element) {
   changed_.erase(&element);
+  std::erase(new_elements_, &element);
   const auto found = links_.find(&element);
   if (found == links_.end()) return;
   found->second->widget().hide();
+  found->second->widget().setObjectName(designer_name(element));
   links_.erase(found);
 }
 
@@ -86,6 +120,7 @@ void FormBinder::focus_moved(Control* control) {
 }
 
 void FormBinder::show_changes() {
+  tie_new_elements();
   for (Element* element : std::exchange(changed_, {})) {
     const auto found = links_.find(element);
     if (found != links_.end()) found->second->show_control();

@@ -18,7 +18,7 @@ class ElementLink;
 // Ties a form's elements to the widgets of a window that was drawn in Qt Designer. Partners have
 // the same name; the widget of element 3 of the array `LineCheck` is called `LineCheck_3` in
 // Designer, and `LineCheck(3)` once it is tied. Names of widgets that are no element begin with a
-// small letter.
+// small letter. A widget of an array waits, hidden, until its element is loaded.
 //
 // A widget that stands in a layout keeps the layout's place; any other one takes its element's.
 class FormBinder : private FormWatch {
@@ -34,15 +34,20 @@ class FormBinder : private FormWatch {
 
  private:
   void changed(Element& element, PropertyId property) override;
+  void added(Element& element) override;
   void removed(Element& element) override;
   void focus_moved(Control* control) override;
 
   void tie(Control& control);
+  void tie_new_elements();
+  void hide_waiting_widgets();
   void show_changes();
 
   QWidget& window_;
   std::map<const Element*, std::unique_ptr<ElementLink>> links_;
   std::set<Element*> changed_;
+  // Elements of which no more is known than that they are there: they may still be in the making.
+  std::vector<Element*> new_elements_;
   std::vector<QString> lonely_elements_;
   FrameTimer frame_;
 };

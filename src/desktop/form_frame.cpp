@@ -64,10 +64,11 @@ void FormFrame::open_window() {
   if (form().left != 0 || form().top != 0) {
     move_window();
   } else {
-    const QRect screen = window_->screen()->availableGeometry();
-    window_->move(screen.center() - window_->rect().center());
+    window_->move(place_to_open().center() - window_->rect().center());
   }
 }
+
+QRect FormFrame::place_to_open() const { return window_->screen()->availableGeometry(); }
 
 void FormFrame::move_window() {
   const QPoint wanted(pixel_edge(form().left), pixel_edge(form().top));

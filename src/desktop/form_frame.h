@@ -31,6 +31,8 @@ class FormFrame : public QObject, private FormWatch {
   virtual QWidget* make_window() = 0;
   // Gives the window the form's size, if the form's size is told in twips.
   virtual void fit_window(QWidget& window) = 0;
+  // Where on the screen a window opens, in the middle of it, whose form has no place yet.
+  virtual QRect place_to_open() const;
   // Whether a change of that element, which isn't the form itself, shows in the window as a whole.
   virtual bool shows_in_window(const Element&) const { return false; }
   // Told with each frame in which the form or such an element changed; the window exists.

@@ -6,6 +6,11 @@
 #include "desktop/twips.h"
 
 namespace lineweir {
+namespace {
+
+constexpr int row_height = 22;
+
+}  // namespace
 
 GridLink::GridLink(Grid& grid, QTableWidget& table)
     : ElementLink(grid, table), grid_(grid), table_(table) {
@@ -14,6 +19,9 @@ GridLink::GridLink(Grid& grid, QTableWidget& table)
   table.setEditTriggers(QAbstractItemView::NoEditTriggers);
   table.setSelectionMode(QAbstractItemView::SingleSelection);
   table.verticalHeader()->hide();
+  table.verticalHeader()->setDefaultSectionSize(row_height);
+  table.horizontalHeader()->setStretchLastSection(true);
+  table.horizontalHeader()->setHighlightSections(false);
   for (int column = 0; column < static_cast<int>(grid.column_widths.size()); ++column) {
     table.setColumnWidth(column, pixel_edge(grid.column_widths[static_cast<std::size_t>(column)]));
   }

@@ -3,12 +3,12 @@
 #include <QApplication>
 #include <QFont>
 #include <QPalette>
-#include <QStyleFactory>
 #include <cstdio>
 #include <filesystem>
 
 #include "core/console.h"
 #include "desktop/accessibility.h"
+#include "desktop/console_style.h"
 #include "desktop/desktop.h"
 #include "desktop/dialogs.h"
 #include "desktop/first_paint.h"
@@ -34,7 +34,7 @@ constexpr int dialog_text_pixels = 12;
 }  // namespace
 
 void dress_application() {
-  QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
+  QApplication::setStyle(new ConsoleStyle);
   QApplication::setPalette(palette_of(metal_theme));
   QFont font(QStringLiteral("DejaVu Sans"));
   font.setPixelSize(dialog_text_pixels);

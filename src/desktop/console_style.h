@@ -1,0 +1,17 @@
+#pragma once
+
+#include <QProxyStyle>
+
+namespace lineweir {
+
+// The program's one style: that of Qt, with edges around menus and fields that can be seen on a
+// dark window.
+class ConsoleStyle final : public QProxyStyle {
+ public:
+  ConsoleStyle();
+
+  void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
+                     const QWidget* widget) const override;
+};
+
+}  // namespace lineweir
