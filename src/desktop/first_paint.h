@@ -14,6 +14,9 @@ class FirstPaint : public QObject {
 
  protected:
   bool eventFilter(QObject* watched, QEvent* event) override;
+
+ private:
+  QWidget* window_;
 };
 
 }  // namespace lineweir
