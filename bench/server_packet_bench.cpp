@@ -18,7 +18,7 @@ namespace {
 constexpr std::size_t megabyte = 1024 * 1024;
 constexpr std::size_t network_read = 1448;
 // In none of the streams, so that a search for it goes to the end.
-constexpr int absent_byte = 0x7F;
+constexpr int absent_byte = 0x60;
 
 std::string frame_with(std::size_t buffer_length) {
   ServerPacket packet;
