@@ -78,8 +78,8 @@ int run_program(const std::string& argument) {
 
   console.startup.Main(argument);
   if (ended) return 0;
-  const FirstPaint first_paint(desktop.main_frame().window());
   desktop.flush();
+  const FirstPaint first_paint(desktop.main_frame().window());
   const Screenshot screenshot([&desktop] { return desktop.main_frame().window(); },
                               [&console] {
                                 std::fputs(line_report(console).c_str(), stdout);
