@@ -20,6 +20,7 @@ constexpr int offset_top = 1000;
 
 MessageBoxForm::MessageBoxForm() : Form("MyMsgbox") {
   caption = "Lineweir";
+  reachable_beside_modal = true;
   width = box_width;
   height = box_height;
   Label1.move(150, 150, box_width - 300, button_top - 300);

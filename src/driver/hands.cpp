@@ -15,7 +15,7 @@ void require_form(Console& console, const Form& form, bool even_minimised = fals
     throw Refusal("not visible");
   }
   const auto blocks = [&](const Form* other) {
-    return other != &form && other->modal && other->visible;
+    return other != &form && other->modal && other->visible && !form.reachable_beside_modal;
   };
   if (!form.enabled || std::ranges::any_of(console.forms(), blocks)) throw Refusal("disabled");
 }

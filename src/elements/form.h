@@ -50,6 +50,8 @@ class Form : public Element {
 
   // A modal form keeps the user's hands from the other windows while it is shown.
   bool modal = false;
+  // Stays in the user's hands while a modal form is shown, as a message about that form must.
+  bool reachable_beside_modal = false;
 
   std::function<void()> on_load;
   std::function<void()> on_unload;
