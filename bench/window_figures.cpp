@@ -2,6 +2,8 @@
 // paint, resident memory, and the processor time that the console needs with every line ringing.
 //
 //   window_figures RUNS SECONDS    in a folder with the console's settings, on a display
+//
+// The starts are measured in an empty folder, without settings and so without a port to wait for.
 
 #include <fcntl.h>
 #include <poll.h>
@@ -30,13 +32,14 @@ constexpr int patience_milliseconds = 20000;
 
 class Program {
  public:
-  explicit Program(const std::filesystem::path& path) {
+  Program(const std::filesystem::path& path, const std::filesystem::path& folder) {
     int ends[2];
     if (pipe(ends) != 0) std::exit(1);
     posix_spawn_file_actions_t actions;
     posix_spawn_file_actions_init(&actions);
     posix_spawn_file_actions_adddup2(&actions, ends[1], 1);
     posix_spawn_file_actions_addclose(&actions, ends[0]);
+    posix_spawn_file_actions_addchdir_np(&actions, folder.c_str());
     std::string name = path.string();
     char* arguments[] = {name.data(), nullptr};
     started_ = Clock::now();
@@ -111,7 +114,10 @@ int main(int argc, char* argv[]) {
   std::vector<double> console_memory;
   for (int run = 0; run < runs; ++run) {
     for (const bool bare : {true, false}) {
-      Program program(programs / (bare ? "bare_window" : "lineweir"));
+      const auto empty = std::filesystem::absolute("empty");
+      std::filesystem::remove_all(empty);
+      std::filesystem::create_directory(empty);
+      Program program(programs / (bare ? "bare_window" : "lineweir"), empty);
       (bare ? bare_paint : console_paint).push_back(program.await_paint());
       std::this_thread::sleep_for(std::chrono::milliseconds(500));
       (bare ? bare_memory : console_memory).push_back(program.resident_megabytes());
@@ -122,7 +128,7 @@ int main(int argc, char* argv[]) {
   std::printf("resident memory, MB: bare %6.1f  console %6.1f  ratio %.2f\n", median(bare_memory),
               median(console_memory), median(console_memory) / median(bare_memory));
 
-  Program console(programs / "lineweir");
+  Program console(programs / "lineweir", std::filesystem::current_path());
   console.await_paint();
   std::this_thread::sleep_for(std::chrono::seconds(5));
   const double before = console.processor_seconds();
