@@ -1,0 +1,156 @@
+// A console on a real serial line, with an interface box at its far end.
+
+#include <doctest/doctest.h>
+
+#include <cstdlib>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "core/console.h"
+#include "platform/qt/qt_event_loop.h"
+#include "platform/qt/qt_serial_port.h"
+#include "platform/scripted/scripted_platform.h"
+#include "pseudo_terminal.h"
+#include "waiting.h"
+
+using namespace lineweir;
+using namespace lineweir::platform;
+using namespace std::chrono_literals;
+
+namespace {
+
+void set_device(int number, const std::string& device) {
+  ::setenv(("LINEWEIR_COM" + std::to_string(number)).c_str(), device.c_str(), 1);
+}
+
+// Answers the request for the line monitor, and writes down all that it hears.
+class InterfaceBox {
+ public:
+  explicit InterfaceBox(QtEventLoop& loop) : loop_(loop) { listen(); }
+  ~InterfaceBox() { loop_.cancel(call_); }
+  InterfaceBox(const InterfaceBox&) = delete;
+  InterfaceBox& operator=(const InterfaceBox&) = delete;
+
+  PseudoTerminal line;
+  bool answers = true;
+  std::string heard;
+
+ private:
+  void listen() {
+    const std::string words = line.read();
+    heard += words;
+    if (answers && words.find('M') != std::string::npos) line.write("Line monitor ON");
+    call_ = loop_.schedule(5ms, [this] { listen(); });
+  }
+
+  QtEventLoop& loop_;
+  EventLoop::CallId call_ = 0;
+};
+
+struct ConsoleOnPort {
+  QtEventLoop loop;
+  std::unique_ptr<InterfaceBox> box = std::make_unique<InterfaceBox>(loop);
+  ScriptedPlatform rest;
+  QtSerialPort comm1{loop, 1200, 1};
+  std::vector<std::string> messages;
+  std::vector<std::string> trace;
+  Console console{services()};
+
+  ConsoleOnPort() {
+    for (int number = 1; number <= 4; ++number) set_device(number, "/nowhere/line");
+    set_device(1, box->line.device());
+    console.messages.on_shown = [this](const std::string& text) { messages.push_back(text); };
+    console.trace.on_line = [this](const std::string& line) { trace.push_back(line); };
+    console.startup.Main("D");
+  }
+  ~ConsoleOnPort() { comm1.close(); }
+
+  void click(const MenuItem& item) { item.on_click(); }
+
+ private:
+  Services services() {
+    Services all = rest.services();
+    return {
+        loop,  all.clock, all.random,   all.files,          all.dialogs,        all.databases,
+        comm1, all.comm2, all.winsock1, all.remote_objects, all.process_number, all.end_program};
+  }
+};
+
+}  // namespace
+
+TEST_CASE_FIXTURE(ConsoleOnPort, "A box that answers is asked for all lines, and its items show") {
+  click(console.Lineweir.PortOn);
+  CHECK(console.Lineweir.PortOn.checked);
+  CHECK(messages.empty());
+  const std::string expected = "MQ00Q01Q02Q03Q04Q05Q06Q07Q08Q09";
+  CHECK(wait_until(loop, [&] { return box->heard.size() >= expected.size(); }));
+  CHECK(box->heard == expected);
+
+  box->line.write("R04");
+  CHECK(wait_until(loop, [&] { return console.lines.StatusLetter(4) == 'R'; }));
+  box->line.write("N0");
+  run_for(loop, 50ms);
+  CHECK(console.lines.StatusLetter(4) == 'R');
+  box->line.write("4");
+  CHECK(wait_until(loop, [&] { return console.lines.StatusLetter(4) == 'N'; }));
+  CHECK(console.Lineweir.LineStatus(4).caption == "On Air");
+}
+
+TEST_CASE_FIXTURE(ConsoleOnPort, "A box that doesn't answer is reported after a little over 3 s") {
+  box->answers = false;
+  const auto start = loop.now();
+  click(console.Lineweir.PortOn);
+  CHECK(loop.now() - start > 3000ms);
+  CHECK(loop.now() - start < 4000ms);
+  CHECK(messages == std::vector<std::string>{
+                        "Error communicating with Brenvox Interface Box!  Check cables and "
+                        "settings!"});
+  CHECK(comm1.is_open());
+  CHECK_FALSE(console.Lineweir.PortOn.checked);
+}
+
+TEST_CASE_FIXTURE(ConsoleOnPort, "A line that vanishes is told once and comes back with a click") {
+  click(console.Lineweir.PortOn);
+  REQUIRE(console.Lineweir.PortOn.checked);
+  box->line.hang_up();
+  CHECK(wait_until(loop, [&] { return !comm1.is_open(); }));
+  run_for(loop, 200ms);
+  CHECK(messages == std::vector<std::string>{"This Com Port is not available at this time!"});
+  CHECK(console.Lineweir.Off.checked);
+  CHECK_FALSE(console.Lineweir.PortOn.checked);
+  REQUIRE(trace.size() == 1);
+  CHECK(trace[0].find(box->line.device()) != std::string::npos);
+
+  messages.clear();
+  const auto former = std::move(box);
+  box = std::make_unique<InterfaceBox>(loop);
+  set_device(1, box->line.device());
+  click(console.Lineweir.PortOn);
+  CHECK(console.Lineweir.PortOn.checked);
+  CHECK(messages.empty());
+  box->line.write("S07");
+  CHECK(wait_until(loop, [&] { return console.lines.StatusLetter(7) == 'S'; }));
+}
+
+TEST_CASE_FIXTURE(ConsoleOnPort, "A missing device gives the message, and the trace says why") {
+  click(console.Lineweir.Com2);
+  click(console.Lineweir.PortOn);
+  CHECK(messages == std::vector<std::string>{"Could Not Open Port"});
+  CHECK(console.Lineweir.Off.checked);
+  REQUIRE(trace.size() == 1);
+  CHECK(trace[0].starts_with("PortOn_Click Error - "));
+  CHECK(trace[0].find("/nowhere/line") != std::string::npos);
+}
+
+TEST_CASE_FIXTURE(ConsoleOnPort, "A device that somebody has open gives the message") {
+  QtSerialPort somebody(loop, 1200, 1);
+  somebody.open();
+  click(console.Lineweir.PortOn);
+  CHECK(messages == std::vector<std::string>{"Could Not Open Port"});
+  REQUIRE(trace.size() == 1);
+  CHECK(trace[0].find(box->line.device()) != std::string::npos);
+  somebody.close();
+  click(console.Lineweir.PortOn);
+  CHECK(console.Lineweir.PortOn.checked);
+}
