@@ -14,7 +14,9 @@ namespace lineweir::driver {
 // A workstation on which the console is started, worked with and ended, as often as one likes.
 class Session {
  public:
-  // The console's files are real, or all in memory.
+  // The console's files and databases are real, or in memory; both outlive the session.
+  Session(platform::Files& files, platform::DatabaseEngine& databases);
+  // Databases in memory, which last as long as the session.
   explicit Session(platform::Files& files);
   Session(const Session&) = delete;
   Session& operator=(const Session&) = delete;
@@ -43,6 +45,7 @@ class Session {
 
   platform::Files& files_;
   platform::ScriptedPlatform platform_;
+  platform::DatabaseEngine& databases_;
   std::vector<std::string> messages_;
   std::vector<std::string> trace_;
   std::optional<Console> console_;

@@ -6,6 +6,7 @@
 
 #include "callerdata/call_log_columns.h"
 #include "core/fixed_text.h"
+#include "core/guard.h"
 #include "core/text.h"
 #include "driver/refusal.h"
 #include "elements/names.h"
@@ -141,13 +142,25 @@ void append_ports(std::vector<StateName>& names) {
          [](Console& c) -> platform::SerialPort& { return c.services.comm2; });
 }
 
-// The rows that the chosen call log holds. A database's text is UTF-8.
-std::vector<platform::MemoryDatabases::Row> logged_rows(Session& session) {
-  auto rows = session.platform().databases.rows(
-      session.console().Lineweir.Data1.database_name.get(), call_log_table);
-  for (auto& row : rows) {
-    for (std::string& text : row) text = from_utf8(text);
-  }
+// The rows that the chosen call log holds; none where it can't be opened. A database's text is
+// UTF-8.
+std::vector<std::vector<std::string>> logged_rows(Session& session) {
+  Console& console = session.console();
+  std::vector<std::vector<std::string>> rows;
+  attempt(
+      [&] {
+        const auto database = console.services.databases.open(console.Lineweir.Data1.database_name);
+        const auto recordset = database->open_recordset(std::string(call_log_table));
+        platform::RowScan all{false, std::nullopt, std::numeric_limits<int>::max(), {}};
+        for (int i = 0; i < static_cast<int>(recordset->fields().size()); ++i) {
+          all.columns.push_back(i);
+        }
+        recordset->scan(all, [&](platform::RowId, auto values) {
+          auto& row = rows.emplace_back();
+          for (const std::string_view text : values) row.push_back(from_utf8(text));
+        });
+      },
+      [](const Failure&) {});
   return rows;
 }
 
@@ -224,8 +237,6 @@ void append_program(std::vector<StateName>& names) {
           "MessagesAllowed", [](Console & c) -> auto& { return c.program.MessagesAllowed; }),
       state(
           "MessageFile", [](Console & c) -> auto& { return c.program.MessageFile; }),
-      state(
-          "VisibleLines", [](Console & c) -> auto& { return c.program.VisibleLines; }),
       reading(
           "RowControls()", [](Console & c, int line, int item) -> auto& {
             if (item < 1 || item > column_count) {
@@ -283,6 +294,26 @@ void append_subsystems(std::vector<StateName>& names) {
       state(
           "LogFieldOn()",
           [](Console & c, int i) -> auto& { return at(c.caller_data.LogFieldOn, i); }),
+  };
+  names.insert(names.end(), members.begin(), members.end());
+}
+
+void append_screen(std::vector<StateName>& names) {
+  const std::vector<StateName> members = {
+      state(
+          "VisibleLines", [](Console & c) -> auto& { return c.program.VisibleLines; }),
+      state(
+          "PreviousVisibleLines",
+          [](Console & c) -> auto& { return c.faces.PreviousVisibleLines; }),
+      reading("RowTop()", [](Console& c, int row) { return row_top(c.program.VisibleLines, row); }),
+      state(
+          "RestartingSocket", [](Console & c) -> auto& { return c.window.RestartingSocket; }),
+      reading("FName", [](Console& c) { return c.fonts.present().name; }),
+      reading("FSize", [](Console& c) { return c.fonts.present().size; }),
+      reading("FBold", [](Console& c) { return c.fonts.present().bold; }),
+      reading("FItalic", [](Console& c) { return c.fonts.present().italic; }),
+      state(
+          "ColumnsLocked", [](Console & c) -> auto& { return c.display.ColumnsLocked; }),
       reading(
           "ColumnsInUse", [](Console & c) -> auto& { return c.display.ColumnsInUse; }),
       state(
@@ -305,6 +336,7 @@ const std::vector<StateName>& all_states() {
     append_caller_fields(names);
     append_program(names);
     append_subsystems(names);
+    append_screen(names);
     append_ports(names);
     append_logged_rows(names);
     return names;

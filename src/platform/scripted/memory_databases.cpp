@@ -14,7 +14,7 @@ void require_new_name(const std::vector<DatabaseColumn>& columns, const std::str
       columns, [&](const DatabaseColumn& column) { return same_name(column.name, name); });
   if (name.empty() || taken) {
     throw Failure(failure_number::field_name_taken,
-                  "The column name \"" + name + "\" can't be used");
+                  "The column name \"" + name + "\" can't be used.");
   }
 }
 
@@ -47,7 +47,7 @@ class MemoryDatabase final : public Database {
     auto& columns = table_of(*file_, table).columns;
     const auto place = static_cast<std::size_t>(position);
     if (position < 0 || place >= columns.size()) {
-      throw Failure(failure_number::no_such_field, "Item not found in this collection");
+      throw Failure(failure_number::no_such_field, "The table has no such column.");
     }
     auto others = columns;
     others.erase(others.begin() + position);
@@ -58,7 +58,7 @@ class MemoryDatabase final : public Database {
 
   void index_numbers(const std::string& table, int position) override {
     if (position < 0 || static_cast<std::size_t>(position) >= table_columns(table).size()) {
-      throw Failure(failure_number::no_such_field, "Item not found in this collection");
+      throw Failure(failure_number::no_such_field, "The table has no such column.");
     }
   }
 
@@ -91,7 +91,7 @@ class MemoryDatabase final : public Database {
 std::unique_ptr<Database> MemoryDatabases::open(const std::string& path) {
   const auto file = files_.find(path);
   if (file == files_.end()) {
-    throw Failure(failure_number::database_not_found, "Couldn't find file '" + path + "'");
+    throw Failure(failure_number::database_not_found, "Couldn't find file '" + path + "'.");
   }
   return std::make_unique<MemoryDatabase>(file->second, nullptr);
 }
@@ -99,7 +99,7 @@ std::unique_ptr<Database> MemoryDatabases::open(const std::string& path) {
 std::unique_ptr<Database> MemoryDatabases::create(const std::string& path) {
   const auto [file, made] = files_.try_emplace(path, std::make_shared<File>());
   if (!made) {
-    throw Failure(failure_number::database_exists, "The file '" + path + "' already exists");
+    throw Failure(failure_number::database_exists, "The file '" + path + "' exists already.");
   }
   return std::make_unique<MemoryDatabase>(file->second, [this, path] { files_.erase(path); });
 }

@@ -37,7 +37,7 @@ void show_row(RowId id, const MemoryDatabases::Row& values, const std::vector<in
 MemoryDatabases::Table& table_of(MemoryDatabases::File& file, const std::string& name) {
   const auto found = file.tables.find(name);
   if (found == file.tables.end()) {
-    throw Failure(failure_number::no_such_table, "There is no table \"" + name + "\"");
+    throw Failure(failure_number::no_such_table, "The file holds no table \"" + name + "\".");
   }
   return found->second;
 }
@@ -62,20 +62,20 @@ void MemoryRecordset::add_new() {
 void MemoryRecordset::edit(RowId row) {
   const auto found = table().rows.find(row);
   if (found == table().rows.end()) {
-    throw Failure(failure_number::no_such_row, "There is no such row");
+    throw Failure(failure_number::no_such_row, "The row has been removed.");
   }
   begun_ = BegunRow{row, found->second, std::vector<bool>(fields_.size())};
 }
 
 const MemoryRecordset::BegunRow& MemoryRecordset::begun() const {
-  if (!begun_) throw Failure(failure_number::no_row_begun, "No row was begun");
+  if (!begun_) throw Failure(failure_number::no_row_begun, "No row was begun.");
   return *begun_;
 }
 
 std::size_t MemoryRecordset::place_of(int position) const {
   const auto place = static_cast<std::size_t>(position);
   if (position < 0 || place >= fields_.size()) {
-    throw Failure(failure_number::no_such_field, "Item not found in this collection");
+    throw Failure(failure_number::no_such_field, "The table has no such column.");
   }
   return place;
 }
@@ -102,7 +102,7 @@ RowId MemoryRecordset::update() {
   auto& rows = table().rows;
   const RowId id = row.id ? *row.id : rows.empty() ? 1 : rows.rbegin()->first + 1;
   if (row.id && !rows.contains(id)) {
-    throw Failure(failure_number::no_such_row, "There is no such row");
+    throw Failure(failure_number::no_such_row, "The row has been removed.");
   }
   MemoryDatabases::Row& stored = rows[id];
   stored.resize(row.values.size());
@@ -116,7 +116,7 @@ RowId MemoryRecordset::update() {
 
 void MemoryRecordset::remove(RowId row) {
   if (table().rows.erase(row) == 0) {
-    throw Failure(failure_number::no_such_row, "There is no such row");
+    throw Failure(failure_number::no_such_row, "The row has been removed.");
   }
   ++file_->changes;
 }

@@ -28,10 +28,10 @@ struct ScriptedPlatform {
   // Set when the console has ended the program.
   bool ended = false;
 
-  // All services, with the files of this workstation or with others.
-  Services services() { return services(files); }
-  Services services(Files& other_files) {
-    return {loop,  clock, random,   other_files,    dialogs,        databases,
+  // All services, with the files and databases of this workstation or with others.
+  Services services() { return services(files, databases); }
+  Services services(Files& other_files, DatabaseEngine& other_databases) {
+    return {loop,  clock, random,   other_files,    dialogs,        other_databases,
             comm1, comm2, winsock1, remote_objects, process_number, [this] { ended = true; }};
   }
 

@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "elements/failure.h"
+#include "platform/sqlite/sqlite_failure.h"
 
 namespace lineweir::platform {
 namespace {
@@ -22,7 +23,7 @@ std::string leading_bytes(const std::filesystem::path& file) {
 }  // namespace
 
 void check_database_file(const std::filesystem::path& file) {
-  const std::string name = "'" + file.string() + "'";
+  const std::string name = shown_name(file);
   std::error_code error;
   const auto status = std::filesystem::status(file, error);
   if (!std::filesystem::exists(status)) {

@@ -11,6 +11,7 @@
 #include "platform/disk/path_lookup.h"
 #include "platform/sqlite/file_check.h"
 #include "platform/sqlite/sqlite_database.h"
+#include "platform/sqlite/sqlite_failure.h"
 
 namespace lineweir::platform {
 namespace {
@@ -19,14 +20,13 @@ namespace {
 void make_file(const std::filesystem::path& file) {
   const FileDescriptor made(::open(file.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666));
   if (made.is_open()) return;
-  const std::string name = "The file '" + file.string() + "'";
+  const std::string name = "The file " + shown_name(file);
   switch (const int reason = errno) {
     case EEXIST:
       throw Failure(failure_number::database_exists, name + " exists already.");
     case ENOSPC:
     case EDQUOT:
-      throw Failure(failure_number::disk_full,
-                    "There is no room left on the disk for '" + file.string() + "'.");
+      throw sqlite_failure(SQLITE_FULL, file, {});
     default:
       throw Failure(failure_number::database_read_only,
                     name + " could not be made: " + std::strerror(reason) + ".");

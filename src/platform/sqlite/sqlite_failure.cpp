@@ -4,8 +4,18 @@
 
 namespace lineweir::platform {
 
-Failure sqlite_failure(int result_code, const std::string& file, const std::string& detail) {
-  const std::string name = "'" + file + "'";
+std::string shown_name(const std::filesystem::path& file) {
+  return "'" + file.filename().string() + "'";
+}
+
+std::string shown_name(sqlite3* connection) {
+  const char* file = sqlite3_db_filename(connection, "main");
+  return shown_name(std::filesystem::path(file == nullptr ? "" : file));
+}
+
+Failure sqlite_failure(int result_code, const std::filesystem::path& file,
+                       const std::string& detail) {
+  const std::string name = shown_name(file);
   switch (result_code & 0xFF) {
     case SQLITE_NOTADB:
       return {failure_number::not_a_database, "The file " + name + " is not a database."};

@@ -4,6 +4,7 @@
 
 #include "elements/failure.h"
 #include "elements/names.h"
+#include "platform/sqlite/sqlite_failure.h"
 
 namespace lineweir::platform {
 
@@ -49,8 +50,7 @@ void SqliteRecordset::require_same_file() const {
   if (sqlite3_file_control(connection_, "main", SQLITE_FCNTL_HAS_MOVED, &moved) == SQLITE_OK &&
       moved != 0) {
     throw Failure(failure_number::database_not_found,
-                  "The file '" + std::string(sqlite3_db_filename(connection_, "main")) +
-                      "' has been moved or deleted.");
+                  "The file " + shown_name(connection_) + " has been moved or deleted.");
   }
 }
 

@@ -6,6 +6,7 @@
 
 #include "elements/failure.h"
 #include "elements/names.h"
+#include "platform/sqlite/sqlite_failure.h"
 #include "platform/sqlite/statement.h"
 
 namespace lineweir::platform {
@@ -57,8 +58,7 @@ TableSchema read_schema(sqlite3* connection, const std::string& table) {
   found.bind(1, table);
   if (!found.step()) {
     throw Failure(failure_number::no_such_table,
-                  "The file '" + std::string(sqlite3_db_filename(connection, "main")) +
-                      "' holds no table \"" + table + "\".");
+                  "The file " + shown_name(connection) + " holds no table \"" + table + "\".");
   }
   schema.name = found.text(0);
 
