@@ -1,7 +1,6 @@
 #pragma once
 
 #include "boxlink/serial_buffer.h"
-#include "platform/system_clock.h"
 
 namespace lineweir {
 
@@ -28,18 +27,6 @@ class StatusDecoder {
 
   // The report's letter differs from the stored one.
   void process_change(int line, char letter);
-  void line_freed(int line);
-  void line_on_air(int line, char letter);
-  void line_ready(int line);
-  void line_ringing(int line);
-  void line_elsewhere(int line);
-  void line_at_handset_or_held(int line, char letter);
-  void line_busy(int line);
-
-  void clear_next_call_pin(int line);
-  void start_clock(int line);
-  void finish(int line, char letter);
-  platform::DateTime now() const;
 
   Console& console_;
   // Data events that arrive while the handler waits for the line monitor leave their characters

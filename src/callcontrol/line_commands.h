@@ -6,6 +6,7 @@
 #include <string>
 
 #include "callcontrol/command_frame.h"
+#include "core/equipment_kinds.h"
 #include "core/text.h"
 
 namespace lineweir {
@@ -36,13 +37,6 @@ constexpr bool may_be_commanded(char line_letter, bool empty_line_override) {
 
 enum class SeatRole { Talent, Producer, Either };
 enum class HandsetPosition { Any, First, Second };
-
-// Sets of equipment kinds. A kind that nobody knows belongs to those that leave kinds out.
-constexpr unsigned kind(int number) {
-  return number >= 1 && number <= 4 ? 1U << static_cast<unsigned>(number) : 1U;
-}
-constexpr unsigned any_kind = ~0U;
-constexpr unsigned all_but_kind_4 = ~kind(4);
 
 constexpr char any_letter = '*';
 
@@ -89,10 +83,11 @@ inline constexpr std::array conference_row_rules = {
 // letter of their word only.
 constexpr auto main_sweep_rules(char word) {
   return std::array{
-      LineCommandRule{SeatRole::Talent, all_but_kind_4, 'N', HandsetPosition::Any, word, bank_main},
-      LineCommandRule{SeatRole::Producer, all_but_kind_4, 'P', HandsetPosition::First, word,
+      LineCommandRule{SeatRole::Talent, all_but_kind(4), 'N', HandsetPosition::Any, word,
                       bank_main},
-      LineCommandRule{SeatRole::Producer, all_but_kind_4, 'O', HandsetPosition::Second, word,
+      LineCommandRule{SeatRole::Producer, all_but_kind(4), 'P', HandsetPosition::First, word,
+                      bank_main},
+      LineCommandRule{SeatRole::Producer, all_but_kind(4), 'O', HandsetPosition::Second, word,
                       bank_main},
       LineCommandRule{SeatRole::Producer, kind(3), 'C', HandsetPosition::First, word,
                       bank_conference},
@@ -102,11 +97,11 @@ inline constexpr auto drop1_rules = main_sweep_rules('F');
 inline constexpr auto hold1_rules = main_sweep_rules('H');
 
 inline constexpr std::array drop2_rules = {
-    LineCommandRule{SeatRole::Talent, all_but_kind_4, 'C', HandsetPosition::Any, 'F',
+    LineCommandRule{SeatRole::Talent, all_but_kind(4), 'C', HandsetPosition::Any, 'F',
                     bank_conference},
 };
 inline constexpr std::array hold2_rules = {
-    LineCommandRule{SeatRole::Either, all_but_kind_4, 'C', HandsetPosition::Any, 'H',
+    LineCommandRule{SeatRole::Either, all_but_kind(4), 'C', HandsetPosition::Any, 'H',
                     bank_conference},
 };
 
@@ -126,9 +121,9 @@ inline constexpr std::array hold1_fixed = {
     FixedCommandRule{SeatRole::Either, kind(4), HandsetPosition::Any, "H00", bank_main}};
 inline constexpr std::array drop2_fixed = {
     FixedCommandRule{SeatRole::Either, kind(4), HandsetPosition::Any, "F00", bank_conference},
-    FixedCommandRule{SeatRole::Producer, all_but_kind_4, HandsetPosition::First, "P15",
+    FixedCommandRule{SeatRole::Producer, all_but_kind(4), HandsetPosition::First, "P15",
                      bank_conference},
-    FixedCommandRule{SeatRole::Producer, all_but_kind_4, HandsetPosition::Any, "O15",
+    FixedCommandRule{SeatRole::Producer, all_but_kind(4), HandsetPosition::Any, "O15",
                      bank_conference},
 };
 inline constexpr std::array hold2_fixed = {

@@ -16,6 +16,10 @@ class CallerDataEntry {
   // Shows Form4 for a line, whose data it then edits.
   void show_for_line(int line);
 
+  // Tells the other consoles through the server that the line has no caller's data any more;
+  // nothing on the serial link. Fails as the road to the server does.
+  void tell_data_cleared(int line);
+
   // The name that stamps caller data.
   std::string OperatorName;
   // Which of the ten fields are in use.

@@ -3,6 +3,8 @@
 #include <deque>
 #include <vector>
 
+#include "boxlink/line_events.h"
+#include "boxlink/line_steps.h"
 #include "boxlink/serial_port_control.h"
 #include "boxlink/status_decoder.h"
 #include "callcontrol/dial_state.h"
@@ -45,6 +47,7 @@
 #include "screen/group_choice.h"
 #include "screen/hybrid_choice.h"
 #include "screen/main_form.h"
+#include "screen/profile_window.h"
 #include "screen/row_display.h"
 #include "screen/screen_faces.h"
 #include "screen/screen_layout.h"
@@ -107,10 +110,13 @@ struct Console {
   HybridChoice hybrid_choice;
   GroupChoice group_choice;
   WindowSize window;
+  ProfileWindow profile_window;
   Fonts fonts;
   CallLog call_log;
   CallerDataEntry caller_data;
+  LineSteps line_steps;
   StatusDecoder decoder;
+  LineEvents line_events;
   SerialPortControl port;
   RemotePortControl remote_port;
   ClockEngine clocks;
