@@ -2,6 +2,7 @@
 
 #include <benchmark/benchmark.h>
 
+#include <cstdint>
 #include <cstring>
 #include <string>
 #include <vector>
@@ -84,19 +85,10 @@ void megabyte_of_garbage(benchmark::State& state) {
 }
 BENCHMARK(megabyte_of_garbage)->Unit(benchmark::kMillisecond);
 
-// The limit for anything that looks at each byte once: every byte that a token could begin with.
+// The limit for anything that looks at each byte: one search for a byte that isn't there.
 void megabyte_through_memchr(benchmark::State& state) {
   const std::string text = garbage();
-  for (auto _ : state) {
-    std::size_t found = 0;
-    const char* const end = text.data() + text.size();
-    for (const char* at = text.data(); at < end; ++at) {
-      at = static_cast<const char*>(std::memchr(at, '0', static_cast<std::size_t>(end - at)));
-      if (at == nullptr) break;
-      ++found;
-    }
-    benchmark::DoNotOptimize(found);
-  }
+  for (auto _ : state) benchmark::DoNotOptimize(std::memchr(text.data(), '~', text.size()));
   state.SetBytesProcessed(state.iterations() * static_cast<std::int64_t>(text.size()));
 }
 BENCHMARK(megabyte_through_memchr)->Unit(benchmark::kMillisecond);

@@ -8,6 +8,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -31,6 +32,18 @@ void require(bool holds) {
 class Bench {
  public:
   Bench() { create_log(test_.platform); }
+
+  // A start takes longer than an input, so the console goes on with the next one. All that a
+  // report's handling depends on begins anew.
+  void begin() {
+    test_.console.layout.set_line_count(lines_of_small_layout);
+    test_.console.lines = LineTable();
+    test_.console.decoder.serial_buffer.assign("");
+    test_.console.decoder.LineMonitorWait = false;
+    test_.console.Lineweir.Data1.database_name = "";
+    test_.platform.clock.put({2026, 1, 5, 10, 0, 0});
+    reference_ = ReferenceStream();
+  }
 
   void receive(const std::string& piece) {
     if (piece.empty()) return;
@@ -120,18 +133,23 @@ class Bench {
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  Bench bench;
+  // What the call log has gathered goes with the console now and then.
+  constexpr int inputs_of_a_console = 1000;
+  static std::optional<Bench> bench;
+  static int inputs = 0;
+  if (inputs++ % inputs_of_a_console == 0) bench.emplace();
+  bench->begin();
   std::string_view input(reinterpret_cast<const char*>(data), size);
   while (!input.empty()) {
     const auto step = static_cast<unsigned>(static_cast<unsigned char>(input.front()));
     input.remove_prefix(1);
     if (step >= first_step) {
-      bench.take_step(step - first_step);
+      bench->take_step(step - first_step);
       continue;
     }
     const std::string_view piece = input.substr(0, step);
     input.remove_prefix(piece.size());
-    bench.receive(std::string(piece));
+    bench->receive(std::string(piece));
   }
   return 0;
 }
