@@ -20,6 +20,14 @@ DialogFrame* Desktop::dialog(const Form& form) const {
   return nullptr;
 }
 
+QWidget* Desktop::window_of(const QString& form_name) const {
+  if (form_name.toStdString() == main_frame_.form().name()) return main_frame_.window();
+  for (const auto& dialog : dialogs_) {
+    if (form_name.toStdString() == dialog->form().name()) return dialog->window();
+  }
+  return nullptr;
+}
+
 void Desktop::flush() {
   main_frame_.flush();
   for (const auto& dialog : dialogs_) dialog->flush();

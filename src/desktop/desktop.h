@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QString>
 #include <memory>
 #include <vector>
 
@@ -18,6 +19,9 @@ class Desktop {
 
   MainFrame& main_frame() { return main_frame_; }
   DialogFrame* dialog(const Form& form) const;
+
+  // The window of the form of that name; null while it has none.
+  QWidget* window_of(const QString& form_name) const;
 
   // Shows all changes now.
   void flush();

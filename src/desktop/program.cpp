@@ -80,7 +80,7 @@ int run_program(const std::string& argument) {
   if (ended) return 0;
   desktop.flush();
   const FirstPaint first_paint(desktop.main_frame().window());
-  const Screenshot screenshot([&desktop] { return desktop.main_frame().window(); },
+  const Screenshot screenshot([&desktop](const QString& form) { return desktop.window_of(form); },
                               [&console] {
                                 std::fputs(line_report(console).c_str(), stdout);
                                 console.Lineweir.close();

@@ -6,16 +6,18 @@
 
 namespace lineweir {
 
-Screenshot::Screenshot(std::function<QWidget*()> window, std::function<void()> end) {
+Screenshot::Screenshot(std::function<QWidget*(const QString& form)> window_of,
+                       std::function<void()> end) {
   const QString path = qEnvironmentVariable("LINEWEIR_SCREENSHOT");
   if (path.isEmpty()) return;
   bool given = false;
   const double seconds = qEnvironmentVariable("LINEWEIR_SCREENSHOT_AFTER").toDouble(&given);
   delay_.setSingleShot(true);
   QObject::connect(
-      &delay_, &QTimer::timeout, &delay_, [path, window = std::move(window), end = std::move(end)] {
-        QWidget* shown = window();
-        if (shown != nullptr && !shown->grab().save(path)) {
+      &delay_, &QTimer::timeout, &delay_,
+      [path, window_of = std::move(window_of), end = std::move(end)] {
+        QWidget* shown = window_of(qEnvironmentVariable("LINEWEIR_SCREENSHOT_OF", "Lineweir"));
+        if (shown == nullptr || !shown->grab().save(path)) {
           std::fprintf(stderr, "lineweir: the picture can't be saved as %s\n", qPrintable(path));
         }
         if (qEnvironmentVariableIsSet("LINEWEIR_SCREENSHOT_ENDS")) end();
