@@ -1,6 +1,7 @@
 #pragma once
 
 #include <functional>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -14,7 +15,7 @@ using Indices = std::vector<int>;
 // State of the console that is no element, by its name. Both functions fail as the console does.
 struct StateName {
   // Compared with a path's shape, ignoring case: "StatusLetter()".
-  std::string_view shape;
+  std::string shape;
   std::function<Json(Session&, const Indices&)> get;
   // Sets the state for preparing a case; none where it can only be read.
   std::function<void(Session&, const Indices&, const Json&)> set;
