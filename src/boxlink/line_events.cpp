@@ -24,6 +24,11 @@ LineEvents::LineEvents(Console& console) : console_(console) {
   console.Lineweir.Timer4.on_timer = [this] { Timer4_Timer(); };
 }
 
+void LineEvents::apply_soon(std::string_view status_text) {
+  TheStatusText = status_text;
+  console_.Lineweir.Timer4.enabled = true;
+}
+
 void LineEvents::Timer4_Timer() {
   guard(console_, handler, [&] {
     console_.Lineweir.Timer4.enabled = false;

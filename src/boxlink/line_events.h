@@ -13,8 +13,11 @@ class LineEvents {
   explicit LineEvents(Console& console);
 
   // One item of three characters a line, in line order; only the first character, the letter, is
-  // read. Whoever writes it enables Timer4.
+  // read. Whoever writes into it enables Timer4.
   std::string TheStatusText = "F00F01F02F03F04F05F06F07F08F09";
+
+  // Takes a text whole: it is applied when Timer4 ticks.
+  void apply_soon(std::string_view status_text);
 
   // One pass over all lines. A step that fails is tried again, then reported, and the next goes on.
   void Timer4_Timer();

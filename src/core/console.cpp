@@ -9,6 +9,7 @@ Console::Console(const platform::Services& platform_services)
       server(*this),
       time_sync(*this),
       phone(*this),
+      client_callback(*this),
       modes(*this),
       rows(*this),
       panel(*this),

@@ -54,6 +54,7 @@
 #include "screen/standby_form.h"
 #include "screen/visible_rows.h"
 #include "screen/window_size.h"
+#include "serverlink/client_callback.h"
 #include "serverlink/login_form.h"
 #include "serverlink/login_state.h"
 #include "serverlink/remote_link.h"
@@ -98,6 +99,7 @@ struct Console {
   TimeSync time_sync;
   RetryingHandlers retrying;
   PhoneCommands phone;
+  ClientCallback client_callback;
   Modes modes;
   RowDisplay rows;
   ButtonPanel panel;

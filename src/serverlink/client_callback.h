@@ -1,0 +1,36 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "platform/remote_objects.h"
+
+namespace lineweir {
+
+struct Console;
+
+// CBClientClass: the object that the server of the remote objects calls. Calls come from the loop,
+// between events, as any other event. A method that it doesn't have is passed over.
+class ClientCallback {
+ public:
+  explicit ClientCallback(Console& console);
+
+ private:
+  using Arguments = std::vector<platform::RemoteValue>;
+
+  struct Method {
+    std::string_view name;
+    void (ClientCallback::*run)(const Arguments& arguments);
+  };
+  static const Method methods[];
+
+  void called(const std::string& method, const Arguments& arguments);
+
+  // A word of the equipment, or the status text of all lines.
+  void ReturnCommand(const Arguments& arguments);
+  void ReturnNextCall(const Arguments& arguments);
+
+  Console& console_;
+};
+
+}  // namespace lineweir
