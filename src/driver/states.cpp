@@ -74,6 +74,7 @@ void append_program(std::vector<StateName>& names) {
 void append_subsystems(std::vector<StateName>& names) {
   const std::vector<StateName> members = {
       reading("SerialBuffer", [](Console& c) { return c.decoder.serial_buffer.text(); }),
+      state("TheStatusText", [](Console& c) { return &c.line_events.TheStatusText; }),
       state("LineMonitorWait", [](Console& c) { return &c.decoder.LineMonitorWait; }),
       reading("Winsock1.State", [](Console& c) { return c.services.winsock1.state(); }),
       state("RecString", [](Console& c) { return &c.server.RecString; }),
@@ -109,6 +110,10 @@ void append_screen(std::vector<StateName>& names) {
       reading("FSize", [](Console& c) { return c.fonts.present().size; }),
       reading("FBold", [](Console& c) { return c.fonts.present().bold; }),
       reading("FItalic", [](Console& c) { return c.fonts.present().italic; }),
+      state("SetStateTo", [](Console& c) { return &c.profile_window.SetStateTo; }),
+      state("SetStateToHeight", [](Console& c) { return &c.profile_window.SetStateToHeight; }),
+      state("SetStateToWidth", [](Console& c) { return &c.profile_window.SetStateToWidth; }),
+      state("SetStateMessGroup", [](Console& c) { return &c.profile_window.SetStateMessGroup; }),
       state("ColumnsLocked", [](Console& c) { return &c.display.ColumnsLocked; }),
       reading("ColumnsInUse", [](Console& c) { return &c.display.ColumnsInUse; }),
       state("ColumnShown()", [](Console& c, int i) { return &at(c.display.ColumnShown, i); }),
