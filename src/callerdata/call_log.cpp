@@ -6,6 +6,7 @@
 #include "core/console.h"
 #include "core/text.h"
 #include "core/time_text.h"
+#include "elements/names.h"
 
 namespace lineweir {
 namespace {
@@ -41,8 +42,11 @@ CallLog::CallLog(Console& console) : console_(console) {}
 
 void CallLog::log(int line) {
   CallerRecord& record = console_.lines.CallerData(line);
-  if (trimmed(console_.Lineweir.Data1.database_name.get()).empty() || !record.holds_data()) return;
+  if (chosen() && record.holds_data()) write(line, record);
+  ++calls_ended_[line];
+}
 
+void CallLog::write(int line, CallerRecord& record) {
   record.set(CallerField::CallDate, date_text(console_.services.clock.now()));
   platform::Recordset& rows = recordset();
   rows.add_new();
@@ -61,21 +65,61 @@ void CallLog::log(int line) {
   rows.update();
 }
 
+platform::Recordset& CallLog::recordset() {
+  const std::string& name = console_.Lineweir.Data1.database_name;
+  if (!log_.recordset || log_.name != name) log_ = open(name);
+  return *log_.recordset;
+}
+
+void CallLog::choose(const std::string& file) {
+  log_ = open(file);
+  console_.Lineweir.Data1.database_name = file;
+  console_.Lineweir.Data1.record_source = call_log_table;
+}
+
+bool CallLog::chosen() const {
+  return !trimmed(console_.Lineweir.Data1.database_name.get()).empty();
+}
+
 void CallLog::rename_user_field(const std::string& name) {
   platform::Recordset& rows = recordset();
-  database_->rename_column(std::string(call_log_table), user_field_position, to_utf8(name));
+  log_.database->rename_column(std::string(call_log_table), user_field_position, to_utf8(name));
   rows.refresh();
 }
 
-platform::Recordset& CallLog::recordset() {
-  const std::string& name = console_.Lineweir.Data1.database_name;
-  if (!recordset_ || open_name_ != name) {
-    recordset_.reset();
-    database_ = console_.services.databases.open(name);
-    recordset_ = database_->open_recordset(std::string(call_log_table));
-    open_name_ = name;
+int CallLog::calls_ended(int line) const {
+  const auto found = calls_ended_.find(line);
+  return found == calls_ended_.end() ? 0 : found->second;
+}
+
+CallLog::OpenLog CallLog::open(const std::string& file) const {
+  const std::string table(call_log_table);
+  OpenLog log{file, console_.services.databases.open(file), nullptr};
+  require_log_columns(log.database->table_columns(table));
+  log.recordset = log.database->open_recordset(table);
+  log.database->index_numbers(table, phone_number_position);
+  return log;
+}
+
+std::vector<platform::DatabaseColumn> new_log_columns(std::string_view user_field_name) {
+  std::vector<platform::DatabaseColumn> columns;
+  for (const CallLogColumn& column : call_log_columns) {
+    columns.push_back({to_utf8(column.name.empty() ? user_field_name : column.name),
+                       static_cast<int>(column.size)});
   }
-  return *recordset_;
+  return columns;
+}
+
+void require_log_columns(const std::vector<platform::DatabaseColumn>& columns) {
+  for (std::size_t i = 0; i < call_log_columns.size(); ++i) {
+    const std::string_view name = call_log_columns[i].name;
+    if (i < columns.size() && (name.empty() || same_name(columns[i].name, name))) continue;
+    throw Failure(failure_number::no_such_field,
+                  "The file's table \"" + std::string(call_log_table) +
+                      "\" is not that of a call log: its column " + std::to_string(i + 1) +
+                      " should be " +
+                      (name.empty() ? "the user's field." : "\"" + std::string(name) + "\"."));
+  }
 }
 
 }  // namespace lineweir

@@ -25,6 +25,7 @@ inline constexpr std::array call_log_columns = {
     CallLogColumn{"Time_On_Air", 10},  CallLogColumn{"", 100},
 };
 
+inline constexpr int phone_number_position = 5;
 inline constexpr int user_field_position = 13;
 
 }  // namespace lineweir

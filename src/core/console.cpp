@@ -25,6 +25,7 @@ Console::Console(const platform::Services& platform_services)
       profile_window(*this),
       fonts(*this),
       call_log(*this),
+      call_log_file(*this),
       caller_data(*this),
       line_steps(*this),
       decoder(*this),

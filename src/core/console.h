@@ -15,6 +15,7 @@
 #include "callcontrol/remote_port.h"
 #include "callcontrol/socket_trap.h"
 #include "callerdata/call_log.h"
+#include "callerdata/call_log_file.h"
 #include "callerdata/caller_data.h"
 #include "callerdata/caller_data_form.h"
 #include "clocks/clock_engine.h"
@@ -115,6 +116,7 @@ struct Console {
   ProfileWindow profile_window;
   Fonts fonts;
   CallLog call_log;
+  CallLogFile call_log_file;
   CallerDataEntry caller_data;
   LineSteps line_steps;
   StatusDecoder decoder;

@@ -62,7 +62,7 @@ SettingsRecord Settings::collect() {
   record.RemotePortNumber = remote_port_of(form);
   record.RemoteState = form.RemoteOn.checked;
   record.ShowDataFile = console_.show_plan.TheDataFileName;
-  record.DatabasePath = form.Data1.database_name;
+  record.DatabasePath = console_.call_log_file.path_to_store();
   record.OperatorName = console_.caller_data.OperatorName;
   record.LogFieldOn = console_.caller_data.LogFieldOn;
   record.GroupNumber = console_.program.GroupNumber;

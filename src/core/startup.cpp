@@ -2,7 +2,6 @@
 
 #include <algorithm>
 
-#include "callerdata/call_log_columns.h"
 #include "core/console.h"
 #include "core/guard.h"
 #include "core/text.h"
@@ -218,17 +217,7 @@ void Startup::restore_columns(const SettingsRecord& record) {
 
 void Startup::restore_database(const SettingsRecord& record) {
   const auto path = trimmed(record.DatabasePath);
-  if (path.empty()) return;
-  DataSource& data = console_.Lineweir.Data1;
-  data.database_name = path;
-  data.record_source = call_log_table;
-  attempt([&] { console_.call_log.recordset(); },
-          [&](const Failure& failure) {
-            if (failure.number() != failure_number::database_not_found) return react(failure);
-            console_.messages.ShowMessage(
-                "The Selected Database File for logging caller information cannot be found!");
-            data.database_name = "";
-          });
+  if (!path.empty()) console_.call_log_file.use_stored(std::string(path), "Lineweir_Form_Load");
 }
 
 void Startup::make_client_id() {

@@ -1,5 +1,6 @@
 #include "desktop/dialogs.h"
 
+#include <QFile>
 #include <QFileDialog>
 #include <QFontDialog>
 #include <QInputDialog>
@@ -29,15 +30,21 @@ QString qt_filter(const std::string& filter) {
   return filters.join(QLatin1String(";;"));
 }
 
+// A path goes through the core as the bytes that the file system has for it.
 std::optional<std::string> SystemDialogs::ask_file(const platform::FileQuestion& question) {
-  const QString title = shown_text(question.title);
-  const QString path = shown_text(question.default_path);
-  const QString filter = qt_filter(question.filter);
-  const QString chosen = question.for_saving
-                             ? QFileDialog::getSaveFileName(front(), title, path, filter)
-                             : QFileDialog::getOpenFileName(front(), title, path, filter);
-  if (chosen.isEmpty()) return std::nullopt;
-  return core_text(chosen);
+  const QString path = QFile::decodeName(QByteArray::fromStdString(question.default_path));
+  QFileDialog dialog(front(), shown_text(question.title));
+  dialog.setNameFilters(qt_filter(question.filter).split(QStringLiteral(";;")));
+  const QStringList filters = dialog.nameFilters();
+  if (question.filter_index >= 1 && question.filter_index <= filters.size()) {
+    dialog.selectNameFilter(filters[question.filter_index - 1]);
+  }
+  dialog.setAcceptMode(question.for_saving ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
+  dialog.setFileMode(question.for_saving || question.may_be_new ? QFileDialog::AnyFile
+                                                                : QFileDialog::ExistingFile);
+  if (!path.isEmpty()) dialog.selectFile(path);
+  if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return std::nullopt;
+  return QFile::encodeName(dialog.selectedFiles().constFirst()).toStdString();
 }
 
 std::optional<std::string> SystemDialogs::ask_input(const std::string& prompt,

@@ -11,6 +11,10 @@ struct FileQuestion {
   std::string filter;
   std::string default_path;
   bool for_saving = false;
+  // The pair of the filter that is in force at first, from 1.
+  int filter_index = 1;
+  // The user may name a file that doesn't exist.
+  bool may_be_new = false;
 };
 
 struct FontChoice {

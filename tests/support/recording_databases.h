@@ -3,12 +3,13 @@
 #include <string>
 #include <vector>
 
+#include "callerdata/call_log.h"
 #include "platform/database.h"
 
 namespace lineweir::test {
 
 // A database engine that stores nothing and writes down each step of opening files and of adding
-// rows. Nothing else may be asked of it.
+// rows. Each file holds an empty call log.
 class RecordingDatabases final : public platform::DatabaseEngine {
  public:
   std::vector<std::string> steps;
@@ -62,7 +63,9 @@ class RecordingDatabases final : public platform::DatabaseEngine {
     }
 
     void create_table(const std::string&, const std::vector<platform::DatabaseColumn>&) override {}
-    std::vector<platform::DatabaseColumn> table_columns(const std::string&) override { return {}; }
+    std::vector<platform::DatabaseColumn> table_columns(const std::string&) override {
+      return new_log_columns("User");
+    }
     void rename_column(const std::string&, int, const std::string&) override {}
     void index_numbers(const std::string&, int) override {}
     std::int64_t change_stamp() override { return 0; }

@@ -1,0 +1,112 @@
+#include "callerdata/call_log_file.h"
+
+#include <optional>
+
+#include "callerdata/call_log_columns.h"
+#include "core/console.h"
+#include "core/guard.h"
+#include "core/text.h"
+
+namespace lineweir {
+namespace {
+
+constexpr std::string_view file_filter = "All Files (*.*)|*.*|Access Database Files (*.mdb)|*.mdb";
+constexpr int mdb_filter = 2;
+
+// The failure as one sentence for the user.
+std::string sentence_of(const Failure& failure) {
+  std::string sentence = failure.what();
+  if (failure.number() != failure_number::older_database_kind) return sentence;
+  if (sentence.ends_with('.')) sentence.pop_back();
+  return sentence +
+         " and can't be the log, but its table \"Caller Records\" can be brought in as CSV: "
+         "Show Database, Import.";
+}
+
+std::string mismatch_question(std::string_view in_database, std::string_view in_lineweir) {
+  return "The title of the User definable field in the database (" + std::string(in_database) +
+         ") does not match the title of the user definable field in Lineweir (" +
+         std::string(in_lineweir) + ").  Do you wish to change Lineweir to match?";
+}
+
+}  // namespace
+
+CallLogFile::CallLogFile(Console& console) : console_(console) {
+  console.Lineweir.DatabasePathMenuItem.on_click = [this] { DatabasePathMenuItem_Click(); };
+}
+
+void CallLogFile::DatabasePathMenuItem_Click() {
+  guard(console_, "Lineweir_DatabasePathMenuItem_Click", [&] {
+    platform::FileQuestion question;
+    question.title = "Open";
+    question.filter = file_filter;
+    question.filter_index = mdb_filter;
+    question.default_path = console_.Lineweir.Data1.database_name;
+    question.may_be_new = true;
+    const auto file = console_.services.dialogs.ask_file(question);
+    if (!file || trimmed(*file).empty()) return;
+    if (open_or_create(*file)) compare_user_field();
+  });
+}
+
+bool CallLogFile::open_or_create(const std::string& file) {
+  std::optional<Failure> failed;
+  const auto open = [&] {
+    failed.reset();
+    return attempt([&] { console_.call_log.choose(file); },
+                   [&](const Failure& failure) { failed = failure; });
+  };
+  if (!open() && failed->number() == failure_number::database_not_found) {
+    if (!CreateDatabase(file)) return false;
+    open();
+  }
+  if (failed) refuse("Lineweir_DatabasePathMenuItem_Click", *failed);
+  return !failed;
+}
+
+bool CallLogFile::CreateDatabase(const std::string& TheFile) {
+  return attempt(
+      [&] {
+        const auto name = trimmed(console_.Lineweir.CaptionLabel(user_column).caption);
+        console_.services.databases.create(TheFile)->create_table(std::string(call_log_table),
+                                                                  new_log_columns(name));
+      },
+      [&](const Failure& failure) { refuse("Lineweir_CreateDatabase", failure); });
+}
+
+void CallLogFile::compare_user_field() {
+  const auto& fields = console_.call_log.recordset().fields();
+  const std::string name = from_utf8(fields[static_cast<std::size_t>(user_field_position)].name);
+  const auto in_database = trimmed(name);
+  const std::string caption = console_.Lineweir.CaptionLabel(user_column).caption;
+  const auto in_lineweir = trimmed(caption);
+  if (in_database == in_lineweir) return;
+  if (console_.services.dialogs.ask_yes_no(mismatch_question(in_database, in_lineweir))) {
+    console_.display.set_heading(user_column, in_database);
+  }
+}
+
+void CallLogFile::use_stored(const std::string& file, const std::string& handler) {
+  out_of_reach_.clear();
+  attempt([&] { console_.call_log.choose(file); },
+          [&](const Failure& failure) {
+            out_of_reach_ = file;
+            console_.Lineweir.Data1.database_name = "";
+            if (failure.number() != failure_number::database_not_found) {
+              return refuse(handler, failure);
+            }
+            console_.messages.ShowMessage(
+                "The Selected Database File for logging caller information cannot be found!");
+          });
+}
+
+std::string CallLogFile::path_to_store() const {
+  return console_.call_log.chosen() ? console_.Lineweir.Data1.database_name.get() : out_of_reach_;
+}
+
+void CallLogFile::refuse(const std::string& handler, const Failure& failure) {
+  report_failure(console_, handler, failure);
+  console_.messages.ShowMessage(sentence_of(failure));
+}
+
+}  // namespace lineweir

@@ -1,0 +1,40 @@
+#pragma once
+
+#include <string>
+
+#include "elements/failure.h"
+
+namespace lineweir {
+
+struct Console;
+
+// Which file the call log is: chosen by the user, by the settings or by a profile.
+class CallLogFile {
+ public:
+  explicit CallLogFile(Console& console);
+
+  // Asks for the file. One that doesn't exist is made; where a file can't be used a message says
+  // why, and the log that is in use stays.
+  void DatabasePathMenuItem_Click();
+
+  // Makes a new file with an empty log; false, with a message, where that fails.
+  bool CreateDatabase(const std::string& TheFile);
+
+  // Uses the file that was stored in the settings or a profile. Where it can't be used a message
+  // says so, a failure is reported under the handler's name, and nothing is logged.
+  void use_stored(const std::string& file, const std::string& handler);
+
+  // What the settings store: the log in use, or the stored one that could not be used, which may be
+  // there again at the next start.
+  std::string path_to_store() const;
+
+ private:
+  bool open_or_create(const std::string& file);
+  void compare_user_field();
+  void refuse(const std::string& handler, const Failure& failure);
+
+  Console& console_;
+  std::string out_of_reach_;
+};
+
+}  // namespace lineweir
