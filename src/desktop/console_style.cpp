@@ -9,13 +9,8 @@
 namespace lineweir {
 namespace {
 
-const Theme& theme_of(const QStyleOption& option) {
-  const QRgb window = option.palette.color(QPalette::Window).rgb();
-  return window == grey_theme.window.shading.upper ? grey_theme : metal_theme;
-}
-
 void draw_field_edge(QPainter& painter, const QRect& place, const QStyleOption& option) {
-  const Theme& theme = theme_of(option);
+  const Theme& theme = theme_of(option.palette);
   const bool focused = option.state.testFlag(QStyle::State_HasFocus);
   painter.save();
   painter.setRenderHint(QPainter::Antialiasing);
@@ -26,6 +21,11 @@ void draw_field_edge(QPainter& painter, const QRect& place, const QStyleOption& 
 }
 
 }  // namespace
+
+const Theme& theme_of(const QPalette& palette) {
+  const QRgb window = palette.color(QPalette::Window).rgb();
+  return window == grey_theme.window.shading.upper ? grey_theme : metal_theme;
+}
 
 ConsoleStyle::ConsoleStyle() : QProxyStyle(QStyleFactory::create(QStringLiteral("Fusion"))) {}
 

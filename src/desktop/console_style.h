@@ -2,7 +2,14 @@
 
 #include <QProxyStyle>
 
+class QPalette;
+
 namespace lineweir {
+
+struct Theme;
+
+// The theme whose colours a palette for menus and dialogs has.
+const Theme& theme_of(const QPalette& palette);
 
 // The program's one style: that of Qt, with edges around menus and fields that can be seen on a
 // dark window.

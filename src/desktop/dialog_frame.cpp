@@ -2,6 +2,8 @@
 
 #include <QLayout>
 #include <QMenuBar>
+#include <QPushButton>
+#include <QShortcut>
 #include <QWidget>
 
 #include "desktop/form_binder.h"
@@ -10,6 +12,9 @@
 
 namespace lineweir {
 namespace {
+
+// Set in Qt Designer on the button that the Escape key clicks.
+constexpr const char* cancels_property = "cancels";
 
 Qt::WindowFlags window_flags(DialogKind kind) {
   switch (kind) {
@@ -34,6 +39,11 @@ QWidget* DialogFrame::make_window() {
   auto* window = new QWidget(parent, window_flags(row_.kind));
   row_.set_up(*window);
   binder_ = std::make_unique<FormBinder>(form(), *window);
+  for (QPushButton* button : window->findChildren<QPushButton*>()) {
+    if (!button->property(cancels_property).toBool()) continue;
+    auto* escape = new QShortcut(Qt::Key_Escape, window);
+    QObject::connect(escape, &QShortcut::activated, button, &QPushButton::click);
+  }
   if (!form().menu_bar().empty() && window->layout() != nullptr) {
     auto* bar = new QMenuBar(window);
     menus_ = std::make_unique<MenuTree>(form(), *bar);

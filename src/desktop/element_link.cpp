@@ -6,6 +6,7 @@
 #include <QWidget>
 
 #include "desktop/core_text.h"
+#include "desktop/focus_reason.h"
 #include "desktop/key_codes.h"
 #include "desktop/twips.h"
 #include "elements/form.h"
@@ -76,10 +77,7 @@ bool ElementLink::eventFilter(QObject*, QEvent* event) {
 }
 
 void ElementLink::lost_focus(const QFocusEvent& event) {
-  // Another window or a menu only borrows the focus.
-  if (event.reason() == Qt::ActiveWindowFocusReason || event.reason() == Qt::PopupFocusReason) {
-    return;
-  }
+  if (focus_is_borrowed(event.reason())) return;
   if (control_.form().focused() == &control_) control_.form().focus(nullptr);
 }
 

@@ -11,6 +11,10 @@ namespace lineweir {
 namespace {
 
 constexpr std::array looks = {
+    ElementLook{"BlackScreenTop", Look::Nothing, "Metal background, upper part"},
+    ElementLook{"GreyScreenTop", Look::Nothing, "Grey background, upper part"},
+    ElementLook{"BlackScreenBottom", Look::Nothing, "Metal background of the control panel"},
+    ElementLook{"GreyScreenBottom", Look::Nothing, "Grey background of the control panel"},
     ElementLook{"ScreenTop", Look::Face, "Screen, upper part"},
     ElementLook{"ScreenTopImage", Look::Nothing, "Background, upper part"},
     ElementLook{"ScreenBottom", Look::Panel, "Control panel"},

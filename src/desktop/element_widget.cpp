@@ -120,18 +120,16 @@ void ElementWidget::paintEvent(QPaintEvent*) {
 }
 
 void ElementWidget::press(int button, Qt::KeyboardModifiers modifiers) {
-  if (control_ != nullptr && control_->on_mouse_down) {
-    control_->on_mouse_down(button, shift_state(modifiers));
-  }
+  if (control_ == nullptr) return;
+  if (const auto handler = control_->on_mouse_down) handler(button, shift_state(modifiers));
 }
 
 void ElementWidget::release(int button, Qt::KeyboardModifiers modifiers, bool click) {
   const QPointer<ElementWidget> self(this);
-  if (control_ != nullptr && control_->on_mouse_up) {
-    control_->on_mouse_up(button, shift_state(modifiers));
-  }
+  if (control_ == nullptr) return;
+  if (const auto handler = control_->on_mouse_up) handler(button, shift_state(modifiers));
   if (!self || control_ == nullptr || !click || button != left_button) return;
-  if (control_->on_click) control_->on_click();
+  if (const auto handler = control_->on_click) handler();
 }
 
 void ElementWidget::mousePressEvent(QMouseEvent* event) {
@@ -151,7 +149,8 @@ void ElementWidget::mouseDoubleClickEvent(QMouseEvent* event) {
     return;
   }
   double_clicked_ = true;
-  control_->on_dbl_click();
+  const auto handler = control_->on_dbl_click;
+  handler();
 }
 
 void ElementWidget::focusInEvent(QFocusEvent* event) {

@@ -65,7 +65,8 @@ class ElementWidget : public QWidget {
   void focusInEvent(QFocusEvent* event) override;
   void focusOutEvent(QFocusEvent* event) override;
 
-  // Runs the press of a button and what follows; the element may be gone behind each.
+  // Runs the press of a button and what follows. A handler may destroy the element that it belongs
+  // to, so each runs as a copy.
   void press(int button, Qt::KeyboardModifiers modifiers);
   void release(int button, Qt::KeyboardModifiers modifiers, bool click);
 

@@ -4,6 +4,7 @@
 #include <QPainter>
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 #include "desktop/element_widget.h"
 #include "desktop/element_widgets.h"
@@ -105,6 +106,12 @@ ElementWidget* FormCanvas::widget_of(const Control& control) const {
   return found == widgets_.end() ? nullptr : found->second;
 }
 
+std::vector<ElementWidget*> FormCanvas::element_widgets() const {
+  std::vector<ElementWidget*> all;
+  for (const auto& [element, widget] : widgets_) all.push_back(widget);
+  return all;
+}
+
 const Control* FormCanvas::control_named(std::string_view name, int index) const {
   const auto found = controls_.find(key_of(name, index));
   return found == controls_.end() ? nullptr : found->second;
@@ -152,13 +159,14 @@ void FormCanvas::removed(Element& element) {
   controls_.erase(key_of(element.name(), element.index()));
   const auto found = widgets_.find(&element);
   if (found == widgets_.end()) return;
-  // What stands in it goes on standing on the form until it goes too.
-  for (ElementWidget* inner :
-       found->second->findChildren<ElementWidget*>(QString(), Qt::FindDirectChildrenOnly)) {
-    inner->setParent(this);
-  }
-  found->second->forget_control();
+  ElementWidget* widget = found->second;
+  // Out of the books first: hiding a widget may move the focus, which asks for all changes.
   widgets_.erase(found);
+  // What stands in it goes on standing on the form until it goes too.
+  for (QObject* child : QObjectList(widget->children())) {
+    if (auto* inner = dynamic_cast<ElementWidget*>(child)) inner->setParent(this);
+  }
+  widget->forget_control();
 }
 
 void FormCanvas::raised(Control& control) {
@@ -172,9 +180,12 @@ void FormCanvas::moved_to_container(Control& control) {
 
 void FormCanvas::focus_moved(Control* control) {
   if (control == nullptr) return;
-  flush();
   ElementWidget* widget = widget_of(*control);
-  if (widget != nullptr && !widget->hasFocus()) widget->setFocus(Qt::OtherFocusReason);
+  if (widget != nullptr && widget->hasFocus()) return;
+  // The control may have become visible only now.
+  flush();
+  widget = widget_of(*control);
+  if (widget != nullptr) widget->setFocus(Qt::OtherFocusReason);
 }
 
 void FormCanvas::mark(Control& control, bool place, bool paint) {
@@ -192,36 +203,42 @@ void FormCanvas::show_changes() {
   make_widgets();
   put_into_containers();
 
+  mark_contents_of_placed();
+  // Placing a widget may move the focus, whose handlers may make and show further changes.
+  auto all_marks = std::exchange(marks_, {});
   std::vector<std::pair<int, Control*>> placed;
-  for (const auto& [control, marks] : marks_) {
+  for (const auto& [control, marks] : all_marks) {
     if (marks.place) placed.emplace_back(nesting(*control), control);
   }
-  // What stands in a container is placed after it; with it, where only the container was moved.
-  for (std::size_t i = 0; i < placed.size(); ++i) {
-    const ElementWidget* outer = widget_of(*placed[i].second);
-    if (outer == nullptr) continue;
-    for (const ElementWidget* inner :
-         outer->findChildren<ElementWidget*>(QString(), Qt::FindDirectChildrenOnly)) {
-      Control* control = inner->control();
-      if (control == nullptr) continue;
-      if (Marks& marks = marks_[control]; !marks.place) {
-        marks.place = true;
-        placed.emplace_back(nesting(*control), control);
-      }
-    }
-  }
-  std::ranges::sort(placed);
+  // A container before what stands in it.
+  std::ranges::sort(placed, {}, &std::pair<int, Control*>::first);
   for (const auto& [depth, control] : placed) {
     ElementWidget* widget = widget_of(*control);
     if (widget == nullptr) continue;
     widget->place();
     widget->setVisible(widget->shown_on_screen());
   }
-  for (const auto& [control, marks] : marks_) {
+  for (const auto& [control, marks] : all_marks) {
     ElementWidget* widget = widget_of(*control);
     if (marks.paint && widget != nullptr) widget->element_changed();
   }
-  marks_.clear();
+}
+
+void FormCanvas::mark_contents_of_placed() {
+  const auto is_placed = [this](Control* outer) {
+    const auto found = marks_.find(outer);
+    return found != marks_.end() && found->second.place;
+  };
+  std::vector<Control*> contents;
+  for (const auto& [element, widget] : widgets_) {
+    for (Control* outer = widget->control()->container(); outer != nullptr;
+         outer = outer->container()) {
+      if (!is_placed(outer)) continue;
+      contents.push_back(widget->control());
+      break;
+    }
+  }
+  for (Control* control : contents) marks_[control].place = true;
 }
 
 void FormCanvas::make_widgets() {

@@ -52,6 +52,9 @@ class FormCanvas : public QWidget, private FormWatch {
   // The line of that name; null if there is none.
   const Line* line_named(std::string_view name) const;
 
+  // All widgets of controls.
+  std::vector<ElementWidget*> element_widgets() const;
+
   // A descendant's upper left corner in logical pixels of this canvas.
   QPoint origin_of(const QWidget& widget) const { return widget.mapTo(this, QPoint(0, 0)); }
 
@@ -77,6 +80,8 @@ class FormCanvas : public QWidget, private FormWatch {
   void show_changes();
   void make_widgets();
   void put_into_containers();
+  // What stands in a container that is placed is placed again, since edges round anew.
+  void mark_contents_of_placed();
   void mark(Control& control, bool place, bool paint);
   void hand_changed(const Line& hand);
 

@@ -1,6 +1,6 @@
 #include "desktop/form_frame.h"
 
-#include <QGuiApplication>
+#include <QApplication>
 #include <QKeyEvent>
 #include <QScreen>
 #include <QWidget>
@@ -49,7 +49,10 @@ void FormFrame::show_changes() {
   size_changed_ = false;
   place_changed_ = false;
   show_or_hide();
-  if (raise_wanted_ && window_->isVisible()) window_->raise();
+  if (raise_wanted_ && window_->isVisible()) {
+    stay_reachable();
+    window_->raise();
+  }
   raise_wanted_ = false;
 }
 
@@ -82,10 +85,21 @@ void FormFrame::show_or_hide() {
   }
   if (form().visible) {
     window_->setWindowModality(form().modal ? Qt::ApplicationModal : Qt::NonModal);
+    stay_reachable();
     window_->show();
     apply_window_state();
   } else {
     window_->hide();
+  }
+}
+
+void FormFrame::stay_reachable() {
+  if (!form().reachable_beside_modal) return;
+  const QWidget* modal = QApplication::activeModalWidget();
+  const QWidget* owner = modal != nullptr ? modal : window_->parentWidget();
+  // A modal window blocks all but those that belong to it.
+  if (owner != nullptr && owner != window_) {
+    window_->windowHandle()->setTransientParent(owner->window()->windowHandle());
   }
 }
 

@@ -50,6 +50,8 @@ class FormFrame : public QObject, private FormWatch {
   void open_window();
   void move_window();
   void show_or_hide();
+  // Keeps a form that must stay in the user's hands in front of the modal window, if any.
+  void stay_reachable();
   void apply_window_state();
   void window_moved();
   void window_state_changed();

@@ -3,6 +3,7 @@
 #include <QHeaderView>
 
 #include "desktop/core_text.h"
+#include "desktop/grid_cell_delegate.h"
 #include "desktop/twips.h"
 
 namespace lineweir {
@@ -18,6 +19,7 @@ GridLink::GridLink(Grid& grid, QTableWidget& table)
   table.setColumnCount(grid.columns());
   table.setEditTriggers(QAbstractItemView::NoEditTriggers);
   table.setSelectionMode(QAbstractItemView::SingleSelection);
+  table.setItemDelegate(new GridCellDelegate(grid, &table));
   table.verticalHeader()->hide();
   table.verticalHeader()->setDefaultSectionSize(row_height);
   table.horizontalHeader()->setStretchLastSection(true);

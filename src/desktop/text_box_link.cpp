@@ -7,6 +7,7 @@
 #include <algorithm>
 
 #include "desktop/core_text.h"
+#include "desktop/focus_reason.h"
 #include "desktop/key_codes.h"
 #include "elements/form.h"
 #include "elements/text_box.h"
@@ -94,8 +95,7 @@ bool TextBoxLink::eventFilter(QObject* watched, QEvent* event) {
       break;
     case QEvent::FocusOut: {
       const auto reason = static_cast<QFocusEvent*>(event)->reason();
-      if (reason != Qt::ActiveWindowFocusReason && reason != Qt::PopupFocusReason &&
-          box_->form().focused() == box_) {
+      if (!focus_is_borrowed(reason) && box_->form().focused() == box_) {
         box_->form().focus(nullptr);
       }
       break;

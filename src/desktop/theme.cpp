@@ -74,7 +74,7 @@ const Theme grey_theme = {
     .brushing = 5,
     .key_up = {{{0xfffbfcfd, 0xffd6dbe0}, 0xff14181d}, 0xff868f99, 0xffffffff},
     .key_down = {{{0xffb3bac2, 0xffc8ced5}, 0xff14181d}, 0xff6a737d, 0xff98a0a9},
-    .key_disabled = {{{0xffd0d5da, 0xffd0d5da}, 0xff565f69}, 0xffabb2ba, 0xffd0d5da},
+    .key_disabled = {{{0xffd0d5da, 0xffd0d5da}, 0xff4d5660}, 0xffabb2ba, 0xffd0d5da},
     .focus_ring = 0xff0b62c4,
     .next_light = 0xff2f9e46,
     .latch_light = 0xff3b444e,
@@ -98,7 +98,7 @@ const Theme grey_theme = {
     .control_edge = 0xff98a0a9,
     .highlight = 0xff2667ad,
     .highlighted_text = 0xffffffff,
-    .disabled_text = 0xff565f69,
+    .disabled_text = 0xff4d5660,
     .icon_outline = 0xff22272d,
 };
 

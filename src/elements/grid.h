@@ -21,8 +21,12 @@ class Grid : public Control {
   const std::string& cell(int at_row, int at_col) const;
   void set_cell(int at_row, int at_col, std::string_view text);
 
-  // Column widths in twips; the look's only, so no property.
+  // Column widths in twips, whether texts stand in the middle of their cells, and the first column
+  // that the user types in; the columns in front of it follow from others. The look's only, so no
+  // properties.
   std::vector<int> column_widths;
+  bool centered = false;
+  int first_typed_column = 0;
 
   // The selection moved, by the user's hand or by select().
   std::function<void()> on_sel_change;

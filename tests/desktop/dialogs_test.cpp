@@ -1,0 +1,223 @@
+#include <doctest/doctest.h>
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QTableWidget>
+#include <algorithm>
+
+#include "desktop/dialogs.h"
+#include "desktop/form_binder.h"
+#include "desktop/menu_tree.h"
+#include "shown_console.h"
+
+namespace lineweir {
+namespace {
+
+QWidget& open(test::ShownConsole& desk, Form& form) {
+  form.show();
+  desk.settle();
+  QWidget* window = desk.desktop.dialog(form)->window();
+  if (window == nullptr) throw std::runtime_error(form.name() + " has no window");
+  return *window;
+}
+
+template <class Widget>
+Widget& part(QWidget& window, const char* name) {
+  auto* found = window.findChild<Widget*>(QString::fromLatin1(name));
+  if (found == nullptr) throw std::runtime_error(std::string("no widget ") + name);
+  return *found;
+}
+
+TEST_SUITE("dialogs") {
+  TEST_CASE("every form of the console has its window in the table") {
+    test::ShownConsole desk;
+    for (const Form* form : desk.console.forms()) {
+      if (form == &desk.console.Lineweir) continue;
+      CAPTURE(form->name());
+      CHECK(desk.desktop.dialog(*form) != nullptr);
+    }
+  }
+
+  TEST_CASE("names in the drawing and in the form have their partners, both ways") {
+    test::ShownConsole desk;
+    for (Form* form : desk.console.forms()) {
+      if (form == &desk.console.Lineweir) continue;
+      CAPTURE(form->name());
+      // Loading may refuse to show a form; its window is made all the same.
+      form->on_load = nullptr;
+      open(desk, *form);
+      const FormBinder* binder = desk.desktop.dialog(*form)->binder();
+      for (const QString& name : binder->elements_without_widget()) {
+        FAIL_CHECK("no widget is called ", name.toStdString());
+      }
+      for (const QString& name : binder->widgets_without_element()) {
+        FAIL_CHECK("no element is called ", name.toStdString());
+      }
+      form->on_unload = nullptr;
+      form->unload();
+      desk.settle();
+    }
+  }
+
+  TEST_CASE("a button shows its caption and runs its handler") {
+    test::ShownConsole desk;
+    QWidget& window = open(desk, desk.console.MyMsgbox);
+    auto& button = part<QPushButton>(window, "OKButton");
+    CHECK(button.text() == "&Ok");
+    CHECK_FALSE(part<QPushButton>(window, "ReconnectButton").isVisible());
+    QTest::mouseClick(&button, Qt::LeftButton);
+    desk.settle();
+    CHECK_FALSE(desk.console.MyMsgbox.loaded());
+  }
+
+  TEST_CASE("Enter on a button is a click") {
+    test::ShownConsole desk;
+    QWidget& window = open(desk, desk.console.MyMsgbox);
+    QTest::keyClick(&part<QPushButton>(window, "OKButton"), Qt::Key_Return);
+    CHECK_FALSE(desk.console.MyMsgbox.loaded());
+  }
+
+  TEST_CASE("a label shows its caption, and a new one") {
+    test::ShownConsole desk;
+    desk.console.messages.ShowMessage("Could Not Open Port");
+    QWidget& window = open(desk, desk.console.MyMsgbox);
+    CHECK(part<QLabel>(window, "Label1").text() == "Could Not Open Port");
+    desk.console.MyMsgbox.Label1.caption = "Caf\xE9";
+    desk.settle();
+    CHECK(part<QLabel>(window, "Label1").text() == QStringLiteral(u"Café"));
+  }
+
+  TEST_CASE("what is typed reaches the text box, and what the core writes shows") {
+    test::ShownConsole desk;
+    LoginWindow& form = desk.console.LoginForm;
+    QWidget& window = open(desk, form);
+    auto& password = part<QLineEdit>(window, "PasswordTextBox");
+    CHECK(password.echoMode() == QLineEdit::Password);
+    QTest::keyClicks(&password, "secret");
+    CHECK(form.PasswordTextBox.text.get() == "secret");
+    CHECK(form.PasswordTextBox.sel_start == 6);
+    form.PasswordTextBox.text = "other";
+    desk.settle();
+    CHECK(password.text() == "other");
+  }
+
+  TEST_CASE("a key handler sees each character first and may swallow or replace it") {
+    test::ShownConsole desk;
+    LoginWindow& form = desk.console.LoginForm;
+    QWidget& window = open(desk, form);
+    form.PasswordTextBox.on_key_press = [](int& key) {
+      if (key == 'a') key = 'A';
+      if (key == 'x') key = 0;
+    };
+    QTest::keyClicks(&part<QLineEdit>(window, "PasswordTextBox"), "taxi");
+    CHECK(form.PasswordTextBox.text.get() == "tAi");
+  }
+
+  TEST_CASE("a change handler may put another text in the box") {
+    test::ShownConsole desk;
+    TraceForm& form = desk.console.DebugForm;
+    QWidget& window = open(desk, form);
+    auto& text = part<QPlainTextEdit>(window, "Text1");
+    form.Text1.text = "one\r\ntwo";
+    desk.settle();
+    CHECK(text.toPlainText() == "one\ntwo");
+    form.Text1.text = std::string(10001, 'x');
+    desk.settle();
+    CHECK(text.toPlainText().isEmpty());
+  }
+
+  TEST_CASE("check boxes, lists and choices follow one another both ways") {
+    test::ShownConsole desk;
+    DisplayOptionWindow& form = desk.console.DisplayOptionForm;
+    form.on_load = nullptr;
+    QWidget& window = open(desk, form);
+
+    auto& line = part<QCheckBox>(window, "LineCheck(3)");
+    int clicks = 0;
+    form.LineCheck(3).on_click = [&] { ++clicks; };
+    const int before = form.LineCheck(3).value;
+    line.click();
+    CHECK(form.LineCheck(3).value == 1 - before);
+    CHECK(clicks == 1);
+    form.LineCheck(3).value = before;
+    desk.settle();
+    CHECK(line.isChecked() == (before != 0));
+
+    form.List1.list = std::vector<std::string>{"Time", "City", "Comments"};
+    form.List1.on_click = nullptr;
+    desk.settle();
+    auto& order = part<QListWidget>(window, "List1");
+    CHECK(order.count() == 3);
+    order.setCurrentRow(2);
+    CHECK(form.List1.list_index == 2);
+
+    form.MessageGroupSelector.list = std::vector<std::string>{"Group 1", "Group 2"};
+    form.MessageGroupSelector.list_index = 1;
+    desk.settle();
+    CHECK(part<QComboBox>(window, "MessageGroupSelector").currentIndex() == 1);
+    form.on_unload = nullptr;
+  }
+
+  TEST_CASE("a widget of an array waits hidden for its element") {
+    test::ShownConsole desk;
+    DisplayOptionWindow& form = desk.console.DisplayOptionForm;
+    form.on_load = nullptr;
+    QWidget& window = open(desk, form);
+    const int next = form.LineCheck.upper_bound();
+    auto* waiting = window.findChild<QCheckBox*>(QStringLiteral("LineCheck_%1").arg(next));
+    REQUIRE(waiting != nullptr);
+    CHECK_FALSE(waiting->isVisible());
+    form.LineCheck.load(next);
+    form.LineCheck(next).visible = true;
+    desk.settle();
+    CHECK(waiting->objectName() == QStringLiteral("LineCheck(%1)").arg(next));
+    CHECK(waiting->isVisible());
+    form.on_unload = nullptr;
+  }
+
+  TEST_CASE("a grid shows its cells and its selection, with row 0 as header") {
+    test::ShownConsole desk;
+    ShowDataForm& form = desk.console.Form2;
+    QWidget& window = open(desk, form);
+    auto& table = part<QTableWidget>(window, "Grid1");
+    form.Grid1.set_cell(0, 2, "Words");
+    form.Grid1.set_cell(3, 2, "News");
+    desk.settle();
+    CHECK(table.horizontalHeaderItem(2)->text() == "Words");
+    REQUIRE(table.item(2, 2) != nullptr);
+    CHECK(table.item(2, 2)->text() == "News");
+    table.setCurrentCell(4, 1);
+    CHECK(form.Grid1.row == 5);
+    CHECK(form.Grid1.col == 1);
+    form.Grid1.select(2, 0);
+    desk.settle();
+    CHECK(table.currentRow() == 1);
+    CHECK(table.currentColumn() == 0);
+  }
+
+  TEST_CASE("a dialog with menus has them in its window") {
+    test::ShownConsole desk;
+    open(desk, desk.console.Form2);
+    MenuTree* menus = desk.desktop.dialog(desk.console.Form2)->menus();
+    REQUIRE(menus != nullptr);
+    CHECK(menus->action_of(desk.console.Form2.SaveAs) != nullptr);
+    CHECK(desk.desktop.dialog(desk.console.MyMsgbox)->menus() == nullptr);
+  }
+
+  TEST_CASE("the filter of a file question is written as Qt wants it") {
+    CHECK(qt_filter("All Files (*.*)|*.*|Lineweir Database Files (*.lwb)|*.lwb") ==
+          "All Files (*);;Lineweir Database Files (*.lwb)");
+    CHECK(qt_filter("Text Files(*.txt)|*.txt") == "Text Files (*.txt)");
+    CHECK(qt_filter("Two|*.a;*.b") == "Two (*.a *.b)");
+    CHECK(qt_filter("").isEmpty());
+    CHECK(qt_filter("odd").isEmpty());
+  }
+}
+
+}  // namespace
+}  // namespace lineweir

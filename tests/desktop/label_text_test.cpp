@@ -1,0 +1,116 @@
+#include <doctest/doctest.h>
+
+#include <QHelpEvent>
+#include <QImage>
+#include <QPainter>
+#include <QToolTip>
+
+#include "desktop/text_painter.h"
+#include "shown_console.h"
+
+namespace lineweir {
+namespace {
+
+TextLine line_of(const QString& text, int pixels = 11) {
+  TextLine line;
+  line.text = text;
+  line.font = QFont(QStringLiteral("DejaVu Sans"));
+  line.font.setPixelSize(pixels);
+  return line;
+}
+
+QImage painted(const TextLine& line, int width) {
+  QImage image(width, 20, QImage::Format_RGB32);
+  image.fill(Qt::white);
+  QPainter painter(&image);
+  paint_text(painter, image.rect(), line);
+  return image;
+}
+
+// The first column from the right that has ink in it.
+int last_inked_column(const QImage& image) {
+  for (int x = image.width() - 1; x >= 0; --x) {
+    for (int y = 0; y < image.height(); ++y) {
+      if (image.pixel(x, y) != qRgb(255, 255, 255)) return x;
+    }
+  }
+  return -1;
+}
+
+void ask_for_tool_tip(QWidget& widget) {
+  const QPoint middle = widget.rect().center();
+  QHelpEvent event(QEvent::ToolTip, middle, widget.mapToGlobal(middle));
+  QCoreApplication::sendEvent(&widget, &event);
+}
+
+TEST_SUITE("texts") {
+  TEST_CASE("a text that fits stands whole and has no tool tip") {
+    test::ShownConsole desk;
+    desk.form().LineName(0).caption = "Dev Patel";
+    desk.settle();
+    const ElementWidget& name = desk.widget(desk.form().LineName(0));
+    CHECK(name.shown_caption() == "Dev Patel");
+    CHECK(name.caption_fits());
+  }
+
+  TEST_CASE("a text too long for its column ends in an ellipsis and shows whole in a tool tip") {
+    test::ShownConsole desk;
+    desk.form().LineName(0).caption = "Bartholomew Featherstonehaugh-Cholmondeley";
+    desk.settle();
+    ElementWidget& name = desk.widget(desk.form().LineName(0));
+    CHECK_FALSE(name.caption_fits());
+    ask_for_tool_tip(name);
+    CHECK(QToolTip::text() == "Bartholomew Featherstonehaugh-Cholmondeley");
+    QToolTip::hideText();
+  }
+
+  TEST_CASE("nothing is ever drawn beyond the column") {
+    for (int length = 1; length < 40; ++length) {
+      const TextLine line = line_of(QString(length, u'M'));
+      CHECK(last_inked_column(painted(line, 90)) < 90);
+      const QImage wide = painted(line, 400);
+      CHECK(last_inked_column(wide) < 399);
+    }
+  }
+
+  TEST_CASE("a text slightly too long is drawn narrower, a longer one loses its end") {
+    const TextLine line = line_of("Set Busy");
+    const int natural = static_cast<int>(text_width(line));
+    CHECK(text_fits(line, natural));
+    CHECK(text_fits(line, natural - 2));
+    CHECK_FALSE(text_fits(line, natural / 2));
+  }
+
+  TEST_CASE("an access key is the letter behind the first and-sign") {
+    CHECK(caption_of("&DROP").text == "DROP");
+    CHECK(caption_of("&DROP").access_key == 0);
+    CHECK(caption_of("D&IAL").text == "DIAL");
+    CHECK(caption_of("D&IAL").access_key == 1);
+    CHECK(caption_of("Rock && Roll").text == "Rock & Roll");
+    CHECK(caption_of("Rock && Roll").access_key == -1);
+    CHECK(caption_of("Talk &").text == "Talk &");
+    CHECK(caption_of("").access_key == -1);
+  }
+
+  TEST_CASE("running digits take the same room in every font") {
+    for (const char* family : {"DejaVu Sans", "DejaVu Serif"}) {
+      TextLine narrow = line_of("1:11:11");
+      TextLine wide = line_of("0:08:48");
+      for (TextLine* line : {&narrow, &wide}) {
+        line->font.setFamily(QString::fromLatin1(family));
+        line->even_digits = true;
+      }
+      CHECK(text_width(narrow) == doctest::Approx(text_width(wide)));
+    }
+  }
+
+  TEST_CASE("characters beyond the first 128 are those of the core's set") {
+    test::ShownConsole desk;
+    desk.form().LineCity(0).caption = "Malm\xF6 \x96 \x80 5";
+    desk.settle();
+    CHECK(desk.widget(desk.form().LineCity(0)).shown_caption() == QStringLiteral(u"Malmö – € 5"));
+  }
+}
+
+}  // namespace
+}  // namespace lineweir

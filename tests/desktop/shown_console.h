@@ -1,0 +1,61 @@
+#pragma once
+
+#include <QAction>
+#include <QCoreApplication>
+#include <QElapsedTimer>
+#include <QTest>
+#include <functional>
+#include <stdexcept>
+
+#include "desktop/desktop.h"
+#include "desktop/element_looks.h"
+#include "desktop/element_widget.h"
+#include "desktop/form_canvas.h"
+#include "desktop/main_window.h"
+#include "support/scripted_console.h"
+
+namespace lineweir::test {
+
+// Lets the windows work until the condition holds; false when it doesn't within 10 seconds.
+inline bool wait_for(const std::function<bool()>& condition) {
+  QElapsedTimer time;
+  time.start();
+  while (!condition()) {
+    if (time.elapsed() > 10000) return false;
+    QCoreApplication::processEvents();
+  }
+  return true;
+}
+
+// A started console whose windows are on the screen. Its clock stands.
+struct ShownConsole : ScriptedConsole {
+  explicit ShownConsole(std::string_view command_line = "") : ScriptedConsole(command_line) {
+    settle();
+  }
+
+  // All changes are shown and painted.
+  void settle() {
+    desktop.flush();
+    QCoreApplication::processEvents();
+  }
+
+  MainForm& form() { return console.Lineweir; }
+  MainWindow& window() { return *desktop.main_frame().main_window(); }
+  FormCanvas& canvas() { return window().canvas(); }
+
+  ElementWidget& widget(const Control& control) {
+    ElementWidget* found = canvas().widget_of(control);
+    if (found == nullptr) throw std::runtime_error("no widget for " + control.name());
+    return *found;
+  }
+
+  QAction& action(const MenuItem& item) {
+    QAction* found = window().menus().action_of(item);
+    if (found == nullptr) throw std::runtime_error("no action for " + item.name());
+    return *found;
+  }
+
+  Desktop desktop{console};
+};
+
+}  // namespace lineweir::test
