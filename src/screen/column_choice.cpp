@@ -40,7 +40,7 @@ void ColumnChoice::CheckItem_Click(int Index) {
     if (Index < first_optional_column) return;
     DisplayOptionWindow& form = console_.DisplayOptionForm;
     const std::string heading = form.CheckItem(Index).caption;
-    const int listed = form.List1.find_item(heading);
+    const int listed = console_.display.listed_place(Index);
     const bool checked = form.CheckItem(Index).value == 1;
     form.WidthText(Index).enabled = checked;
     if (checked) {

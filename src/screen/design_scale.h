@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdlib>
 
 #include "screen/layout.h"
 
@@ -26,12 +27,19 @@ struct DesignScale {
   static int nearest(double twips) { return static_cast<int>(std::lround(twips)); }
 };
 
+// How much larger a side is than its design. Less than a pixel is no difference: a reset gives some
+// row counts a height that is a twip off.
+inline double design_ratio(int side, int design_side) {
+  constexpr int twips_of_pixel = 15;
+  if (std::abs(side - design_side) < twips_of_pixel) return 1;
+  return static_cast<double>(std::max(1, side)) / design_side;
+}
+
 // The scale of a form of that size, its menu bar included where it is shown.
 inline DesignScale design_scale(int width, int height, int visible_lines, bool menu_bar) {
   DesignScale scale;
-  scale.ratio_across = static_cast<double>(std::max(1, width)) / root_width(visible_lines);
-  scale.ratio_down =
-      static_cast<double>(std::max(1, height)) / root_height(visible_lines, menu_bar);
+  scale.ratio_across = design_ratio(width, root_width(visible_lines));
+  scale.ratio_down = design_ratio(height, root_height(visible_lines, menu_bar));
   return scale;
 }
 

@@ -1,5 +1,7 @@
 #include "screen/display_options.h"
 
+#include <algorithm>
+
 #include "core/console.h"
 #include "core/guard.h"
 #include "core/integer16.h"
@@ -70,21 +72,39 @@ void DisplayOptions::fill_list() {
 void DisplayOptions::RefreshColumnOrder() {
   if (ColumnsLocked) return;
   guard(console_, "TextWrit_RefreshColumnOrder", [&] {
-    std::array<bool, column_count> taken{};
     ColumnsInUse = {number_column, status_column};
-    for (const std::string& heading : console_.DisplayOptionForm.List1.list.get()) {
-      for (int column = first_optional_column; column < column_count; ++column) {
-        bool& column_taken = taken[static_cast<std::size_t>(column)];
-        if (column_taken || !(console_.Lineweir.CaptionLabel(column).caption == heading)) continue;
-        // The user's own heading may be that of another column: each stands in the list by itself.
-        column_taken = true;
-        ColumnsInUse.push_back(column);
-        break;
-      }
+    for (const int column : listed_columns()) {
+      if (column >= first_optional_column) ColumnsInUse.push_back(column);
     }
     lay_out_columns(console_, console_.layout.scale());
     console_.rows.DrawMark();
   });
+}
+
+std::vector<int> DisplayOptions::listed_columns() const {
+  const DisplayOptionWindow& form = console_.DisplayOptionForm;
+  std::vector<int> columns;
+  const auto free_column = [&](const std::string& heading, bool checked) {
+    for (int column = first_optional_column; column < column_count; ++column) {
+      if (!(console_.Lineweir.CaptionLabel(column).caption == heading)) continue;
+      if ((form.CheckItem(column).value == 1) != checked) continue;
+      if (std::ranges::find(columns, column) == columns.end()) return column;
+    }
+    return -1;
+  };
+  // The user's own heading may be that of another column: each of the two has an entry, if it is
+  // checked.
+  for (const std::string& heading : form.List1.list.get()) {
+    const int checked = free_column(heading, true);
+    columns.push_back(checked >= 0 ? checked : free_column(heading, false));
+  }
+  return columns;
+}
+
+int DisplayOptions::listed_place(int column) const {
+  const std::vector<int> columns = listed_columns();
+  const auto place = std::ranges::find(columns, column);
+  return place == columns.end() ? -1 : static_cast<int>(place - columns.begin());
 }
 
 void DisplayOptions::fill_width_boxes() {
@@ -115,7 +135,7 @@ void DisplayOptions::collect() {
   for (int column = first_optional_column; column < column_count; ++column) {
     const std::size_t place = stored_place(column);
     ColumnShown[place] = form.CheckItem(column).value == 1 ? -1 : 0;
-    const int listed = form.List1.find_item(form.CheckItem(column).caption.get());
+    const int listed = listed_place(column);
     ColumnOrder[place] = listed < 0 ? column_not_listed : listed;
   }
 }
@@ -137,8 +157,7 @@ void DisplayOptions::set_width(int column, int width) {
 
 void DisplayOptions::set_heading(int column, std::string_view heading) {
   DisplayOptionWindow& form = console_.DisplayOptionForm;
-  const int listed = form.List1.find_item(form.CheckItem(column).caption.get());
-  if (listed >= 0 && form.CheckItem(column).value == 1) form.List1.set_item(listed, heading);
+  if (const int listed = listed_place(column); listed >= 0) form.List1.set_item(listed, heading);
   console_.Lineweir.CaptionLabel(column).caption = heading;
   form.CheckItem(column).caption = heading;
 }

@@ -60,11 +60,16 @@ class DisplayOptions {
   // Whether the box still holds what was last shown in it.
   bool width_box_untouched(int column) const;
 
+  // The entry of List1 that stands for a column, or -1.
+  int listed_place(int column) const;
+
   // Gives a column another heading wherever it has one.
   void set_heading(int column, std::string_view heading);
 
  private:
   void fill_list();
+  // By entry of List1 its column, or -1.
+  std::vector<int> listed_columns() const;
   void show_in_width_box(int column, std::string_view width);
 
   Console& console_;
