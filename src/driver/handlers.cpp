@@ -95,8 +95,9 @@ const Event* event_named(std::string_view name) {
   return nullptr;
 }
 
-// The element behind the form's name, which may be left out for the main form. The form itself is
-// named by its name or by "Form". Takes the index off the numbers where the element has one.
+// The element behind the form's name, which may be left out for the main form, and for another form
+// where the main form has no such element. The form itself is named by its name or by "Form". Takes
+// the index off the numbers where the element has one.
 Element* element_named(Console& console, std::string_view name, Numbers& numbers) {
   const auto find_on = [&](const Form& form, std::string_view element) -> Element* {
     if (Element* single = form.find(element)) return single;
@@ -114,6 +115,9 @@ Element* element_named(Console& console, std::string_view name, Numbers& numbers
     const std::string_view rest = name.substr(prefix.size());
     if (same_name(rest, "Form")) return form;
     if (Element* element = find_on(*form, rest)) return element;
+  }
+  for (Form* form : console.forms()) {
+    if (Element* element = find_on(*form, name)) return element;
   }
   return nullptr;
 }
