@@ -1,0 +1,56 @@
+#pragma once
+
+#include <string>
+#include <utility>
+
+#include "core/console.h"
+#include "platform/scripted/scripted_platform.h"
+#include "studio/exchange.h"
+#include "support/recording_databases.h"
+
+namespace lineweir::test {
+
+// A console with the simulated studio at the other end of its serial line, in virtual time. What
+// the line carries is handed over every 20 ms. Its call log stores nothing and writes down what it
+// is told.
+class StudioDesk {
+ public:
+  explicit StudioDesk(studio::ExchangeOptions options) : exchange(std::move(options)) {
+    console.startup.Main({});
+    console.Lineweir.Data1.database_name = "calls.lwl";
+    hand_over();
+    console.port.PortOn_Click();
+  }
+
+  void pass(platform::Milliseconds span) { platform.loop.advance(span); }
+
+  // The line has been silent for a while, so that the console has heard everything.
+  bool quiet() const { return silent_turns_ >= 2; }
+
+  // The letter that the console must hold of a line: a free and a busy one are blanks to it.
+  char expected_letter(int line) const {
+    const char letter = exchange.letter(line);
+    return letter == 'F' || letter == 'B' ? ' ' : letter;
+  }
+
+  studio::Exchange exchange;
+  RecordingDatabases databases;
+  platform::ScriptedPlatform platform;
+  Console console{platform.services(platform.files, databases)};
+
+ private:
+  void hand_over() {
+    const platform::Milliseconds now = platform.loop.now();
+    for (const std::string& word : platform.comm1.take_writes()) exchange.receive(word, now);
+    exchange.advance(now);
+    exchange.take_records();
+    const std::string said = exchange.take_output();
+    silent_turns_ = said.empty() ? silent_turns_ + 1 : 0;
+    if (!said.empty()) platform.comm1.arrive(said);
+    platform.loop.schedule(platform::Milliseconds(20), [this] { hand_over(); });
+  }
+
+  int silent_turns_ = 0;
+};
+
+}  // namespace lineweir::test
