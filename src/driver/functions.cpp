@@ -4,6 +4,7 @@
 #include "core/bits.h"
 #include "core/guard.h"
 #include "core/window_caption.h"
+#include "driver/callcontrol_functions.h"
 #include "driver/function_table.h"
 #include "driver/handlers.h"
 #include "driver/refusal.h"
@@ -78,6 +79,7 @@ const std::vector<Function>& functions() {
   static const std::vector<Function> table = [] {
     std::vector<Function> all = general_functions();
     append_screen_functions(all);
+    append_callcontrol_functions(all);
     return all;
   }();
   return table;
