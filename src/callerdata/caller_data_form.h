@@ -11,6 +11,9 @@ namespace lineweir {
 
 inline constexpr int caller_text_count = 10;
 
+// The top of a field on Form4, by its place among those in use, from 0.
+constexpr int caller_row_top(int place) { return 120 + 375 * place; }
+
 // Form4, in which the screener types who is calling. The fields are elements 1 to 10 of both
 // arrays; element 0 is their model and never shown.
 class CallerDataForm : public Form {
@@ -21,6 +24,13 @@ class CallerDataForm : public Form {
   ControlArray<lineweir::Label> Label{*this, "Label"};
   Button Command3D1{*this, "Command3D1", "&Save"};
   Timer UnloadTimer{*this, "UnloadTimer", false, 100};
+
+  // What the log knows of the caller, and the offer to fill it in.
+  lineweir::Label MemoryLabel{*this, "MemoryLabel"};
+  Button MemoryFill{*this, "MemoryFill", "&Fill in"};
+
+  // Closes up below so many fields.
+  void fit_height(int fields);
 };
 
 }  // namespace lineweir

@@ -27,6 +27,9 @@ Console::Console(const platform::Services& platform_services)
       call_log(*this),
       call_log_file(*this),
       caller_data(*this),
+      caller_memory(*this),
+      received_data(*this),
+      log_data_options(*this),
       line_steps(*this),
       decoder(*this),
       line_events(*this),
@@ -49,8 +52,8 @@ Console::Console(const platform::Services& platform_services)
 }
 
 std::vector<Form*> Console::forms() {
-  return {&Lineweir, &AboutBox, &MyMsgbox, &DebugForm, &Standby,   &DisplayOptionForm,
-          &Form2,    &Form3,    &Form4,    &LoginForm, &FlashMessA};
+  return {&Lineweir, &AboutBox, &MyMsgbox, &DebugForm,   &Standby,   &DisplayOptionForm,
+          &Form2,    &Form3,    &Form4,    &LogDataForm, &LoginForm, &FlashMessA};
 }
 
 }  // namespace lineweir

@@ -18,6 +18,10 @@
 #include "callerdata/call_log_file.h"
 #include "callerdata/caller_data.h"
 #include "callerdata/caller_data_form.h"
+#include "callerdata/caller_memory.h"
+#include "callerdata/log_data_form.h"
+#include "callerdata/log_data_options.h"
+#include "callerdata/received_data.h"
 #include "clocks/clock_engine.h"
 #include "clocks/clock_menu.h"
 #include "clocks/clock_state.h"
@@ -90,6 +94,7 @@ struct Console {
   ShowDataForm Form2;
   SetTimeForm Form3;
   CallerDataForm Form4;
+  LogDataWindow LogDataForm;
   LoginWindow LoginForm;
   FlashMessageForm FlashMessA;
 
@@ -118,6 +123,9 @@ struct Console {
   CallLog call_log;
   CallLogFile call_log_file;
   CallerDataEntry caller_data;
+  CallerMemory caller_memory;
+  ReceivedData received_data;
+  LogDataOptions log_data_options;
   LineSteps line_steps;
   StatusDecoder decoder;
   LineEvents line_events;

@@ -39,11 +39,11 @@ struct HandRow {
   bool width_tells;
 };
 constexpr std::array hands = {
-    HandRow{"HourHand", {0.115, 0.0, true, 0.0}, false, false},
-    HandRow{"MinuteHand", {0.075, 0.0, true, 0.075}, false, false},
-    HandRow{"SecondHand", {0.03, 0.2, false, 0.05}, true, false},
-    HandRow{"CounterHand", {0.075, 0.0, true, 0.075}, false, true},
-    HandRow{"RedHand", {0.075, 0.0, true, 0.075}, false, true},
+    HandRow{"HourHand", {0.12, 0.16, true, 0.0}, false, false},
+    HandRow{"MinuteHand", {0.085, 0.18, true, 0.075}, false, false},
+    HandRow{"SecondHand", {0.028, 0.24, false, 0.05}, true, false},
+    HandRow{"CounterHand", {0.085, 0.18, true, 0.075}, false, true},
+    HandRow{"RedHand", {0.085, 0.18, true, 0.075}, false, true},
 };
 
 const ClockRow* clock_row(const Control& picture) {

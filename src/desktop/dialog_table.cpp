@@ -8,6 +8,7 @@
 #include "ui_debug_form.h"
 #include "ui_display_options.h"
 #include "ui_flash_message.h"
+#include "ui_log_data.h"
 #include "ui_login_form.h"
 #include "ui_message_box.h"
 #include "ui_set_time.h"
@@ -37,6 +38,7 @@ constexpr std::array dialogs = {
     DialogRow{form_of<&Console::Form2>, set_up<Ui::Form2>, DialogKind::Dialog},
     DialogRow{form_of<&Console::Form3>, set_up<Ui::Form3>, DialogKind::Dialog},
     DialogRow{form_of<&Console::Form4>, set_up<Ui::Form4>, DialogKind::Dialog},
+    DialogRow{form_of<&Console::LogDataForm>, set_up<Ui::LogDataForm>, DialogKind::Dialog},
     DialogRow{form_of<&Console::LoginForm>, set_up<Ui::LoginForm>, DialogKind::Dialog},
     DialogRow{form_of<&Console::FlashMessA>, set_up<Ui::FlashMessA>, DialogKind::Dialog},
 };

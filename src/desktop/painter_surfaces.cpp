@@ -3,7 +3,6 @@
 #include <QImage>
 #include <QLinearGradient>
 #include <QPainter>
-#include <QPixmap>
 #include <algorithm>
 #include <array>
 #include <cstdint>
@@ -26,7 +25,7 @@ class Scratches {
   std::uint32_t state_ = 20240117;
 };
 
-QPixmap metal_tile(int strength) {
+QImage metal_tile(int strength) {
   QImage tile(tile_width, tile_height, QImage::Format_ARGB32_Premultiplied);
   Scratches scratches;
   for (int y = 0; y < tile_height; ++y) {
@@ -47,13 +46,13 @@ QPixmap metal_tile(int strength) {
       row[x] = qRgba(grey, grey, grey, alpha);
     }
   }
-  return QPixmap::fromImage(tile);
+  return tile;
 }
 
-const QPixmap& cached_tile(int strength) {
+const QImage& cached_tile(int strength) {
   struct Entry {
     int strength = -1;
-    QPixmap tile;
+    QImage tile;
   };
   static std::array<Entry, 2> entries;
   for (Entry& entry : entries) {
@@ -99,7 +98,11 @@ void draw_edge(QPainter& painter, const QRect& place, QRgb color, int width, dou
 }
 
 void brush_metal(QPainter& painter, const QRect& place, int strength) {
-  painter.drawTiledPixmap(place, cached_tile(strength), place.topLeft());
+  // The tile counts from the painter's origin, whatever part of a surface is painted.
+  painter.save();
+  painter.setBrushOrigin(0, 0);
+  painter.fillRect(place, QBrush(cached_tile(strength)));
+  painter.restore();
 }
 
 }  // namespace lineweir

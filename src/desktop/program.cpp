@@ -13,7 +13,6 @@
 #include "desktop/dialogs.h"
 #include "desktop/first_paint.h"
 #include "desktop/line_report.h"
-#include "desktop/no_database_engine.h"
 #include "desktop/screenshot.h"
 #include "desktop/theme.h"
 #include "platform/disk/disk_files.h"
@@ -23,6 +22,7 @@
 #include "platform/qt/qt_remote_objects.h"
 #include "platform/qt/qt_serial_port.h"
 #include "platform/qt/qt_system_clock.h"
+#include "platform/sqlite/sqlite_databases.h"
 
 namespace lineweir {
 namespace {
@@ -50,7 +50,7 @@ int run_program(const std::string& argument) {
   platform::QtRandomNumbers random;
   platform::DiskFiles files(std::filesystem::current_path());
   SystemDialogs dialogs;
-  NoDatabaseEngine databases;
+  platform::SqliteDatabases databases(std::filesystem::current_path());
   platform::QtSerialPort comm1(loop, box_speed, 1);
   platform::QtSerialPort comm2(loop, switch_console_speed, 2);
   platform::QtClientSocket winsock1(loop);

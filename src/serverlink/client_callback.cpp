@@ -18,6 +18,7 @@ const T& argument(const std::vector<platform::RemoteValue>& arguments, std::size
 }  // namespace
 
 const ClientCallback::Method ClientCallback::methods[] = {
+    {"ReturnCallerData", &ClientCallback::ReturnCallerData},
     {"ReturnCommand", &ClientCallback::ReturnCommand},
     {"ReturnNextCall", &ClientCallback::ReturnNextCall},
 };
@@ -32,6 +33,12 @@ void ClientCallback::called(const std::string& name, const Arguments& arguments)
     if (method.name != name) continue;
     guard(console_, "CBClientClass_" + name, [&] { (this->*method.run)(arguments); });
   }
+}
+
+void ClientCallback::ReturnCallerData(const Arguments& arguments) {
+  // The group isn't looked at: the server sends only what belongs to this one.
+  console_.received_data.ReturnCallerData(argument<std::string>(arguments, 0),
+                                          integer16(argument<std::int64_t>(arguments, 1)));
 }
 
 void ClientCallback::ReturnCommand(const Arguments& arguments) {

@@ -26,6 +26,8 @@ class ClientCallback {
 
   void called(const std::string& method, const Arguments& arguments);
 
+  // A caller's details, or that a line has none any more.
+  void ReturnCallerData(const Arguments& arguments);
   // A word of the equipment, or the status text of all lines.
   void ReturnCommand(const Arguments& arguments);
   void ReturnNextCall(const Arguments& arguments);

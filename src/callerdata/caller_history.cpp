@@ -1,0 +1,99 @@
+#include "callerdata/caller_history.h"
+
+#include <algorithm>
+
+#include "callerdata/call_log_columns.h"
+#include "core/text.h"
+#include "elements/names.h"
+
+namespace lineweir {
+namespace {
+
+constexpr std::size_t least_digits = 4;
+constexpr std::size_t digits_without_country_code = 10;
+constexpr int name_position = 0;
+constexpr int city_position = 2;
+constexpr int date_position = 9;
+constexpr int on_air_position = 11;
+
+struct KnownCall {
+  platform::RowId row = 0;
+  std::string name;
+  std::string city;
+  std::string date;
+  std::string placed_on_air;
+};
+
+std::vector<KnownCall> find_calls(platform::Recordset& log, std::string_view number) {
+  const std::vector<int> columns = {name_position, city_position, date_position, on_air_position};
+  std::vector<KnownCall> calls;
+  for (const std::string& form : number_forms(number)) {
+    log.find_number(phone_number_position, form, CallerHistory::most_calls, columns,
+                    [&](platform::RowId row, auto values) {
+                      const auto text = [&](std::size_t i) {
+                        return std::string(trimmed(from_utf8(values[i])));
+                      };
+                      calls.push_back({row, text(0), text(1), text(2), text(3)});
+                    });
+  }
+  std::ranges::sort(calls, std::greater(), &KnownCall::row);
+  return calls;
+}
+
+std::string times(int count) {
+  if (count == 1) return "once";
+  const bool all = count < CallerHistory::most_calls;
+  return std::to_string(count) + (all ? " times" : " times or more");
+}
+
+}  // namespace
+
+std::vector<std::string> number_forms(std::string_view number) {
+  std::string digits;
+  for (const char c : trimmed(number)) {
+    if (platform::number_separators.find(c) != std::string_view::npos) continue;
+    if (c < '0' || c > '9') return {};
+    digits += c;
+  }
+  if (digits.size() < least_digits) return {};
+  if (digits.size() == digits_without_country_code) return {digits, "1" + digits};
+  if (digits.size() == digits_without_country_code + 1 && digits[0] == '1') {
+    return {digits, digits.substr(1)};
+  }
+  return {digits};
+}
+
+std::optional<CallerHistory> find_history(platform::Recordset& log, std::string_view number) {
+  const std::vector<KnownCall> calls = find_calls(log, number);
+  if (calls.empty()) return std::nullopt;
+  CallerHistory history;
+  history.calls = std::min(static_cast<int>(calls.size()), CallerHistory::most_calls);
+  for (const KnownCall& call : calls) {
+    if (history.name.empty()) history.name = call.name;
+    if (history.city.empty()) history.city = call.city;
+    if (call.placed_on_air.empty()) continue;
+    ++history.on_air;
+    if (history.last_on_air.empty()) history.last_on_air = call.date + " " + call.placed_on_air;
+  }
+  return history;
+}
+
+std::string history_text(const CallerHistory& history) {
+  std::string text = "Called " + times(history.calls);
+  if (history.on_air == 0) {
+    text += ", never on air";
+  } else {
+    text += ", on air " + times(history.on_air) + "\r\nLast on air " + history.last_on_air;
+  }
+  const bool both = !history.name.empty() && !history.city.empty();
+  const std::string who = history.name + (both ? ", " : "") + history.city;
+  return who.empty() ? text : text + "\r\n" + who;
+}
+
+std::string filled_in(std::string_view typed, std::string_view known) {
+  const auto begun = trimmed(typed);
+  const bool begins_so = same_name(begun, left_part(known, begun.size()));
+  return std::string(begins_so && !known.empty() ? known : typed);
+}
+
+}  // namespace lineweir

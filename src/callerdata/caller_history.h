@@ -1,0 +1,41 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/database.h"
+
+namespace lineweir {
+
+// What the log knows of the caller with a telephone number.
+struct CallerHistory {
+  // As many rows as this are looked at, the newest.
+  static constexpr int most_calls = 1000;
+
+  int calls = 0;
+  int on_air = 0;
+  // Date and time at which the caller was last on air; empty if never.
+  std::string last_on_air;
+  // The newest that the log has; each may be empty.
+  std::string name;
+  std::string city;
+
+  friend bool operator==(const CallerHistory&, const CallerHistory&) = default;
+};
+
+// The forms in which a number is looked up, without separators: as it is, and with or without the
+// country code 1. None for a text that is no telephone number.
+std::vector<std::string> number_forms(std::string_view number);
+
+// Nothing where the log doesn't know the number.
+std::optional<CallerHistory> find_history(platform::Recordset& log, std::string_view number);
+
+// As the user reads it, in three short lines.
+std::string history_text(const CallerHistory& history);
+
+// A field's text when the known one is filled in: whoever has typed something else keeps it.
+std::string filled_in(std::string_view typed, std::string_view known);
+
+}  // namespace lineweir

@@ -1,0 +1,32 @@
+#pragma once
+
+#include <string_view>
+
+#include "serverlink/server_packet_codec.h"
+
+namespace lineweir {
+
+struct Console;
+
+// Callers' details that come from other consoles.
+class ReceivedData {
+ public:
+  explicit ReceivedData(Console& console);
+
+  // The call-back of the remote objects; lines count from 1. The details go into the row and the
+  // record.
+  void ReturnCallerData(std::string_view ReturnData, int ALinenumber);
+
+  // Over the socket, lines from 0: the row shows the details, but the record doesn't hold them.
+  void SrvCallerData(std::string_view Buffer, int LineNo);
+
+ private:
+  // Takes the details into the row and the record. False where there is nothing to take: the line
+  // has no data any more, or this console sent the details itself.
+  bool take(std::string_view text, int line);
+  bool is_own(std::string_view sender) const;
+
+  Console& console_;
+};
+
+}  // namespace lineweir

@@ -1,0 +1,104 @@
+#include "callerdata/caller_history.h"
+
+#include <doctest/doctest.h>
+
+#include "callerdata/call_log.h"
+#include "callerdata/call_log_columns.h"
+#include "core/text.h"
+#include "platform/scripted/memory_databases.h"
+
+namespace lineweir::test {
+namespace {
+
+using Texts = std::vector<std::string>;
+
+struct LogOfCallers {
+  LogOfCallers() {
+    database = engine.create("log");
+    database->create_table(std::string(call_log_table), new_log_columns("User"));
+    rows = database->open_recordset(std::string(call_log_table));
+  }
+
+  void add(const std::string& number, const std::string& name, const std::string& city,
+           const std::string& date = "1/5/2026", const std::string& on_air = "") {
+    rows->add_new();
+    rows->set_field("PhoneNumber", number);
+    rows->set_field("Caller Name", to_utf8(name));
+    rows->set_field("City", to_utf8(city));
+    rows->set_field("Date", date);
+    rows->set_field("Time_Placed_On_Air", on_air);
+    rows->update();
+  }
+
+  platform::MemoryDatabases engine;
+  std::unique_ptr<platform::Database> database;
+  std::unique_ptr<platform::Recordset> rows;
+};
+
+TEST_SUITE("callerdata/caller history") {
+  TEST_CASE("a number is looked up without separators, with and without the country code") {
+    CHECK(number_forms("555-0100") == Texts{"5550100"});
+    CHECK(number_forms(" (312) 555-0100 ") == Texts{"3125550100", "13125550100"});
+    CHECK(number_forms("+1 312.555.0100") == Texts{"13125550100", "3125550100"});
+    CHECK(number_forms("+49 30 1234567") == Texts{"49301234567"});
+    CHECK(number_forms("1234") == Texts{"1234"});
+    for (const char* none : {"", "   ", "123", "private", "555-0100 x2", "--------"}) {
+      CAPTURE(none);
+      CHECK(number_forms(none).empty());
+    }
+  }
+
+  TEST_CASE("a number that the log doesn't know has no history") {
+    LogOfCallers log;
+    log.add("555-0101", "Ann", "Bath");
+    CHECK_FALSE(find_history(*log.rows, "555-0100"));
+    CHECK_FALSE(find_history(*log.rows, "5550"));
+    CHECK_FALSE(find_history(*log.rows, ""));
+  }
+
+  TEST_CASE("the newest name and city count, and the last time on air") {
+    LogOfCallers log;
+    log.add("312-555-0100", "Ann", "Bath", "1/5/2026", "10:00:00 AM");
+    log.add("(312) 555-0100", "Anna Lee  ", "", "2/6/2026", "11:30:00 PM");
+    log.add("1 312 555 0100", "", "", "3/7/2026");
+    const CallerHistory expected{3, 2, "2/6/2026 11:30:00 PM", "Anna Lee", "Bath"};
+    CHECK(find_history(*log.rows, "3125550100") == expected);
+    CHECK(find_history(*log.rows, "+1 (312) 555-0100") == expected);
+  }
+
+  TEST_CASE("letters beyond ASCII come back as the console has them") {
+    LogOfCallers log;
+    log.add("555-0100", "Ren\xE9\x65", "K\xF6ln");
+    CHECK(find_history(*log.rows, "5550100") == CallerHistory{1, 0, "", "Ren\xE9\x65", "K\xF6ln"});
+  }
+
+  TEST_CASE("of a caller with very many calls the newest are looked at") {
+    LogOfCallers log;
+    log.add("5550100", "first", "", "1/5/2026", "10:00:00 AM");
+    for (int i = 0; i < CallerHistory::most_calls; ++i) log.add("5550100", "later", "");
+    CHECK(find_history(*log.rows, "5550100") ==
+          CallerHistory{CallerHistory::most_calls, 0, "", "later", ""});
+  }
+
+  TEST_CASE("the history as the user reads it") {
+    CHECK(history_text({1, 0, "", "", ""}) == "Called once, never on air");
+    CHECK(history_text({2, 1, "1/5/2026 10:00:00 AM", "Ann", "Bath"}) ==
+          "Called 2 times, on air once\r\nLast on air 1/5/2026 10:00:00 AM\r\nAnn, Bath");
+    CHECK(history_text({1000, 999, "1/5/2026 10:00:00 AM", "", "Bath"}) ==
+          "Called 1000 times or more, on air 999 times\r\nLast on air 1/5/2026 10:00:00 "
+          "AM\r\nBath");
+  }
+
+  TEST_CASE("filling in never takes away what is something else") {
+    CHECK(filled_in("", "Ann Lee") == "Ann Lee");
+    CHECK(filled_in("  ", "Ann Lee") == "Ann Lee");
+    CHECK(filled_in("ann", "Ann Lee") == "Ann Lee");
+    CHECK(filled_in("Bob", "Ann Lee") == "Bob");
+    CHECK(filled_in("Ann Lee Jr", "Ann Lee") == "Ann Lee Jr");
+    CHECK(filled_in("Bob", "") == "Bob");
+    CHECK(filled_in("  ", "") == "  ");
+  }
+}
+
+}  // namespace
+}  // namespace lineweir::test

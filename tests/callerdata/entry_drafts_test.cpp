@@ -1,0 +1,34 @@
+#include "callerdata/entry_drafts.h"
+
+#include <doctest/doctest.h>
+
+namespace lineweir::test {
+namespace {
+
+TEST_SUITE("callerdata/entry drafts") {
+  TEST_CASE("a draft belongs to its line and its call") {
+    EntryDrafts drafts;
+    const EntryTexts ann = {"Ann"};
+    drafts.keep(3, 7, ann);
+    CHECK(drafts.find(3, 7, false) == ann);
+    CHECK(drafts.find(3, 7, true) == ann);
+    CHECK_FALSE(drafts.find(4, 7, false));
+    // The call has ended: the line's next caller must not get the text.
+    CHECK_FALSE(drafts.find(3, 8, false));
+    CHECK(drafts.find(3, 8, true) == ann);
+  }
+
+  TEST_CASE("a line has one draft, the last") {
+    EntryDrafts drafts;
+    drafts.keep(3, 1, {"Ann"});
+    drafts.keep(3, 2, {"Bob"});
+    CHECK(drafts.find(3, 2, false) == EntryTexts{"Bob"});
+    CHECK_FALSE(drafts.find(3, 1, false));
+    drafts.drop(3);
+    drafts.drop(4);
+    CHECK_FALSE(drafts.find(3, 2, true));
+  }
+}
+
+}  // namespace
+}  // namespace lineweir::test

@@ -1,0 +1,148 @@
+#include "callerdata/received_data.h"
+
+#include <doctest/doctest.h>
+
+#include "support/entry_form.h"
+#include "support/packet_gen.h"
+
+namespace lineweir::test {
+namespace {
+
+using Texts = std::vector<std::string>;
+
+// Eleven texts: the sender and "1" to "10".
+std::string details(const std::string& sender, const std::string& mark = "") {
+  std::string text = sender + '\2';
+  for (int entry = 1; entry <= 10; ++entry) text += mark + std::to_string(entry) + '\2';
+  return text;
+}
+
+void call_back(EntryForm& test, const std::string& data, int line) {
+  test.platform.remote_objects.call_back("ReturnCallerData",
+                                         {data, std::int64_t{line}, std::int64_t{1}});
+  test.platform.loop.run_pending();
+}
+
+void receive(EntryForm& test, const std::string& data, int line) {
+  ServerPacket packet;
+  packet.CMD = static_cast<std::uint8_t>(ServerCommand::SrvCallerData);
+  packet.LineNo = static_cast<std::uint8_t>(line);
+  packet.set_buffer(data);
+  test.platform.winsock1.arrive(frame_of(packet));
+  test.platform.loop.advance(platform::Milliseconds(60));
+}
+
+void check_row(EntryForm& test, int line, const std::string& mark) {
+  for (int entry = 1; entry <= 10; ++entry) {
+    CAPTURE(entry);
+    CHECK(trimmed(test.shown(line, entry).caption.get()) == mark + std::to_string(entry));
+  }
+}
+
+TEST_SUITE("callerdata/received data") {
+  TEST_CASE("a call-back writes row and record of the line, which it counts from 1") {
+    EntryForm test;
+    call_back(test, details("Jo"), 4);
+    check_row(test, 3, "");
+    for (int entry = 1; entry <= 10; ++entry) {
+      CHECK(trimmed(test.record(3)[entry_field(entry).field]) == std::to_string(entry));
+    }
+    CHECK(test.take_trace().empty());
+  }
+
+  TEST_CASE("over the socket the row shows the data and the record doesn't hold them") {
+    EntryForm test;
+    test.connect_socket();
+    test.record(3).set(CallerField::Comments, "own");
+    test.record(3).set(CallerField::TimeOnHold, "00:01:00");
+    receive(test, details("Jo"), 3);
+    check_row(test, 3, "");
+    for (int entry = 1; entry <= 10; ++entry) {
+      CHECK(trimmed(test.record(3)[entry_field(entry).field]).empty());
+    }
+    CHECK(test.record(3)[CallerField::TimeOnHold] == "00:01:00");
+  }
+
+  TEST_CASE("the fixed fields cut and pad") {
+    EntryForm test;
+    std::string data = "Jo\2";
+    for (int entry = 1; entry <= 10; ++entry) data += std::string(120, 'x') + '\2';
+    call_back(test, data, 1);
+    CHECK(test.shown(0, 7).caption.get() == std::string(10, 'x'));
+    CHECK(test.shown(0, 8).caption.get() == std::string(6, 'x'));
+    CHECK(test.shown(0, 10).caption.get() == std::string(100, 'x'));
+    CHECK(test.shown(0, 9).caption.get() == std::string(120, 'x'));
+    call_back(test, details("Jo"), 1);
+    CHECK(test.shown(0, 7).caption.get() == "7         ");
+  }
+
+  TEST_CASE("what this console sent itself changes nothing, also if the data differ") {
+    EntryForm test;
+    test.connect_socket();
+    test.console.caller_data.OperatorName = std::string(" \0Jo\0 ", 6);
+    call_back(test, details("Jo"), 1);
+    receive(test, details("Jo"), 0);
+    CHECK(test.shown(0, 1).caption == "");
+    // The name of the sender is compared as it came.
+    call_back(test, details(" Jo"), 1);
+    check_row(test, 0, "");
+  }
+
+  TEST_CASE("the empty text empties name, city and comments of the row and nothing else") {
+    EntryForm test;
+    test.connect_socket();
+    for (const bool over_socket : {false, true}) {
+      CAPTURE(over_socket);
+      call_back(test, details("Jo"), 1);
+      const CallerRecord before = test.record(0);
+      if (over_socket) {
+        receive(test, "", 0);
+      } else {
+        call_back(test, "", 1);
+      }
+      for (int entry = 1; entry <= 10; ++entry) {
+        CAPTURE(entry);
+        const bool emptied = entry == 1 || entry == 3 || entry == 9;
+        CHECK(trimmed(test.shown(0, entry).caption.get()) ==
+              (emptied ? "" : std::to_string(entry)));
+      }
+      CHECK(test.record(0) == before);
+    }
+  }
+
+  TEST_CASE("what comes back from Form4 is read as it was sent") {
+    EntryForm sender;
+    sender.connect_socket();
+    sender.console.caller_data.OperatorName = "Jo";
+    sender.open(2);
+    for (int entry = 1; entry <= 10; ++entry) {
+      sender.box(entry).text = "f" + std::to_string(entry);
+    }
+    sender.save();
+    const std::string frame = sender.platform.winsock1.take_writes().at(0);
+
+    EntryForm receiver;
+    receiver.call_data_arrives(frame);
+    check_row(receiver, 2, "f");
+  }
+
+  TEST_CASE("data that can't be are reported and change nothing") {
+    EntryForm test;
+    test.connect_socket();
+    call_back(test, "Jo\2only\2three\2", 1);
+    CHECK(test.take_trace() ==
+          Texts{"CBClientClass_ReturnCallerData Error - Caller data with fields missing"});
+    for (const int line : {0, -1, 11, 30000}) {
+      CAPTURE(line);
+      call_back(test, details("Jo"), line);
+      CHECK(test.take_trace() ==
+            Texts{"CBClientClass_ReturnCallerData Error - Subscript out of range"});
+    }
+    receive(test, details("Jo"), 255);
+    CHECK(test.take_trace().size() > 0);
+    CHECK(test.shown(0, 1).caption == "");
+  }
+}
+
+}  // namespace
+}  // namespace lineweir::test
