@@ -29,7 +29,10 @@ ClockMenu::ClockMenu(Console& console) : console_(console) {
 }
 
 void ClockMenu::Clock_Click() {
-  guard(console_, "Lineweir_Clock_Click", [&] { console_.Form3.show(); });
+  guard(console_, "Lineweir_Clock_Click", [&] {
+    console_.Form3.show();
+    console_.Form3.Text1.set_focus();
+  });
 }
 
 void ClockMenu::TimeOffsetMenu_Click() {

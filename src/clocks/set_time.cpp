@@ -66,6 +66,7 @@ void SetTime::run_on_enter(int& key) {
 }
 
 void SetTime::Text1_KeyPress(int& key) {
+  if (key == tab_key) return;
   SetTimeForm& form = console_.Form3;
   const int pressed = std::exchange(key, 0);
   if (pressed == enter_key) {

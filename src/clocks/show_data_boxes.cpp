@@ -54,6 +54,7 @@ ShowDataBoxes::ShowDataBoxes(Console& console) : console_(console) {
 }
 
 void ShowDataBoxes::StartTime_KeyPress(int& key) {
+  if (key == tab_key) return;
   ShowDataForm& form = console_.Form2;
   const bool was_empty = form.StartTime.text.get().empty();
   const auto typed = typed_time(show_time_entry, form.StartTime.text, std::exchange(key, 0));
@@ -72,6 +73,7 @@ void ShowDataBoxes::StartTime_LostFocus() {
 }
 
 void ShowDataBoxes::Text1_KeyPress(int& key) {
+  if (key == tab_key) return;
   TextBox& box = console_.Form2.Text1;
   const int pressed = std::exchange(key, 0);
   const bool takes_off_prefix = pressed == backspace_key && is_hourly(box.text.get()) &&

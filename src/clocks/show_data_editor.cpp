@@ -22,7 +22,7 @@ ShowDataEditor::ShowDataEditor(Console& console)
     : console_(console), boxes_(console), grids_(console) {
   MainForm& main = console.Lineweir;
   main.ShowData.on_click = [this] {
-    guard(console_, "Lineweir_ShowData_Click", [&] { console_.Form2.show(); });
+    guard(console_, "Lineweir_ShowData_Click", [&] { show_form(); });
   };
   main.ServerShowData.on_click = [this] {
     guard(console_, "Lineweir_ServerShowData_Click", [&] {
@@ -125,7 +125,12 @@ void ShowDataEditor::choose_file(const std::string& title, std::string_view filt
   (this->*use)(*path);
   // The form shows another plan, or another name.
   console_.Form2.unload();
+  show_form();
+}
+
+void ShowDataEditor::show_form() {
   console_.Form2.show();
+  console_.Form2.StartTime.set_focus();
 }
 
 void ShowDataEditor::use_new_file(const std::string& path) { console_.show_plan.new_plan(path); }

@@ -20,6 +20,8 @@ class ShowDataEditor {
 
  private:
   void Form2_Load();
+  // With the focus in the first box, whatever had it when the form was closed.
+  void show_form();
   void store_draft();
   void choose_file(const std::string& title, std::string_view filter, bool for_saving,
                    void (ShowDataEditor::*use)(const std::string& path));

@@ -19,6 +19,10 @@ ShowDataForm::ShowDataForm() : Form("Form2") {
   Label3.caption = "FileName:";
   InsertRow.enabled = false;
   DeleteRow.enabled = false;
+  for (Grid* grid : {&Grid1, &Grid2}) {
+    grid->centered = true;
+    grid->first_typed_column = row_end_column;
+  }
   Grid1.column_widths = {time_column_width, time_column_width, first_text_width};
   Grid2.column_widths = {time_column_width, time_column_width, second_text_width};
 }

@@ -9,6 +9,7 @@
 namespace lineweir {
 
 inline constexpr int backspace_key = 8;
+// Moves the focus from box to box, so that the boxes let it through.
 inline constexpr int tab_key = 9;
 inline constexpr int enter_key = 13;
 

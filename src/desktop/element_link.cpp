@@ -88,7 +88,8 @@ bool ElementLink::key_swallowed(QKeyEvent& event) {
     control_.on_key_down(left, shift_state(event.modifiers()));
     if (left == 0) return true;
   }
-  if (!control_.on_key_press) return false;
+  // Shift and Tab lead out of any control, also of one that keeps Tab for itself.
+  if (!control_.on_key_press || event.key() == Qt::Key_Backtab) return false;
   const std::string character = core_text(event.text());
   if (character.size() != 1) return false;
   int key = code_of(character.front());

@@ -19,6 +19,8 @@ GridLink::GridLink(Grid& grid, QTableWidget& table)
   table.setColumnCount(grid.columns());
   table.setEditTriggers(QAbstractItemView::NoEditTriggers);
   table.setSelectionMode(QAbstractItemView::SingleSelection);
+  // Tab is the form's, where it wants it, and otherwise leads out of the table.
+  table.setTabKeyNavigation(false);
   table.setItemDelegate(new GridCellDelegate(grid, &table));
   table.verticalHeader()->hide();
   table.verticalHeader()->setDefaultSectionSize(row_height);

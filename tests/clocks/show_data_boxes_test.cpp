@@ -24,6 +24,17 @@ TEST_SUITE("clocks/show data boxes") {
     CHECK(key == 0);
   }
 
+  TEST_CASE("Tab is left to the window, which moves the focus by it") {
+    EditorConsole test;
+    test.open();
+    for (TextBox* box : {&test.editor.StartTime, &test.editor.Text1}) {
+      int key = '\t';
+      box->on_key_press(key);
+      CHECK(key == '\t');
+      CHECK(box->text == "");
+    }
+  }
+
   TEST_CASE("an x in Show Start makes Show End hourly too") {
     EditorConsole test;
     test.plan = plan_of("", "11:30:00");

@@ -223,7 +223,7 @@ TEST_SUITE("clocks/show data editor") {
   TEST_CASE("row commands leave the start of the first row alone") {
     EditorConsole test;
     test.open();
-    test.editor.Grid1.set_cell(1, 0, "10:00:00");
+    test.editor.StartTime.text = "10:00:00";
     test.editor.focus(&test.editor.Grid1);
     test.editor.InsertRow.on_click();
     CHECK(test.cell(1, 1, 0) == "10:00:00");
