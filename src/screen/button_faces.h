@@ -16,6 +16,12 @@ struct ButtonFaces {
   constexpr bool holds(std::string_view picture) const {
     return picture == up || picture == down || (!disabled.empty() && picture == disabled);
   }
+
+  // The face of another family that shows the same state as one of this family.
+  constexpr std::string_view counterpart(std::string_view picture, const ButtonFaces& other) const {
+    if (picture == up) return other.up;
+    return picture == down ? other.down : other.disabled;
+  }
 };
 
 inline constexpr ButtonFaces drop_large_faces = {pictures::DropLargeUp, pictures::DropLargeDown,

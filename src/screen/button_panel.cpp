@@ -84,6 +84,18 @@ void ButtonPanel::show_small_drops_disabled() {
   }
 }
 
+void ButtonPanel::fit_center_buttons() {
+  MainForm& form = console_.Lineweir;
+  const ButtonFaces& wanted = center_faces_now();
+  for (Picture* button : {&form.NextButton, &form.NextToConfButton, &form.Dial}) {
+    for (const ButtonFaces* faces : {&center_faces, &right_faces}) {
+      if (!faces->holds(button->picture.get())) continue;
+      button->picture = faces->counterpart(button->picture.get(), wanted);
+      break;
+    }
+  }
+}
+
 void ButtonPanel::follow_hybrid(Hybrid hybrid, bool on) {
   MainForm& form = console_.Lineweir;
   for (const HybridRule& rule : hybrid_rules) {

@@ -81,6 +81,10 @@ class ButtonPanel {
   void set_dial(bool enabled);
   void show_small_drops_disabled();
 
+  // Gives the centre buttons the faces of their place beside the rows shown now; whether they are
+  // up, down or disabled stays.
+  void fit_center_buttons();
+
   // A hybrid was switched on or off while the console is in talent mode.
   void follow_hybrid(Hybrid hybrid, bool on);
 

@@ -38,6 +38,7 @@ void ScreenLayout::redefine() {
   lay_out_columns(console_, scale_);
   lay_out_panel(form, visible, scale_);
   lay_out_clocks(form, visible, scale_);
+  console_.panel.fit_center_buttons();
   console_.panel.SetEnabledDisabled();
   SetLabels();
 

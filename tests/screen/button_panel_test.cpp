@@ -226,6 +226,36 @@ TEST_SUITE("screen/button_panel") {
     CHECK(all_show(form.OnHybrid1, true));
   }
 
+  TEST_CASE("the centre buttons take the faces of their place and keep their state") {
+    ScriptedConsole desk;
+    Console& console = desk.console;
+    MainForm& form = console.Lineweir;
+    // The server's buttons: nobody sets them anew.
+    console.lines.ThePhoneFlag = 4;
+    form.NextButton.picture = pictures::Center1Down;
+    form.NextToConfButton.picture = pictures::CenterDisabled;
+    console.program.VisibleLines = 19;
+    console.panel.fit_center_buttons();
+    CHECK(form.NextButton.picture == "ButtonRightDown");
+    CHECK(form.NextToConfButton.picture == "ButtonRightDisabled");
+    CHECK(form.Dial.picture == "ButtonRightUp");
+    console.panel.fit_center_buttons();
+    CHECK(form.Dial.picture == "ButtonRightUp");
+    console.program.VisibleLines = 18;
+    console.panel.fit_center_buttons();
+    CHECK(form.NextButton.picture == "Center1Down");
+    CHECK(form.NextToConfButton.picture == "CenterDisabled");
+    CHECK(form.Dial.picture == "Center1Up");
+  }
+
+  TEST_CASE("a rebuilt screen of twenty rows has the dial button of the right column") {
+    ScriptedConsole desk;
+    desk.console.layout.set_line_count(20);
+    desk.console.layout.RedefineScreen();
+    CHECK(desk.console.Lineweir.Dial.picture == "ButtonRightUp");
+    CHECK(desk.console.Lineweir.NextButton.picture == "ButtonRightUp");
+  }
+
   TEST_CASE("the lettering of the drop buttons stands at a part of the button's width") {
     ScriptedConsole desk;
     MainForm& form = desk.console.Lineweir;
