@@ -47,6 +47,9 @@ void SerialPortControl::Com_Click(int number) {
   attempt(
       [&] {
         console_.Lineweir.mouse_pointer = pointer_hourglass;
+        if (console_.Lineweir.NetworkConnectionOption.checked) {
+          console_.remote_session.NetworkDisconnect();
+        }
         if (console_.services.winsock1.state() != platform::socket_closed) {
           console_.services.winsock1.close();
         }

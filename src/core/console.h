@@ -60,9 +60,12 @@
 #include "screen/visible_rows.h"
 #include "screen/window_size.h"
 #include "serverlink/client_callback.h"
+#include "serverlink/login_exchange.h"
 #include "serverlink/login_form.h"
 #include "serverlink/login_state.h"
 #include "serverlink/remote_link.h"
+#include "serverlink/remote_session.h"
+#include "serverlink/server_connection.h"
 #include "serverlink/server_link.h"
 #include "serverlink/time_sync.h"
 
@@ -102,6 +105,9 @@ struct Console {
   Messages messages;
   RemoteLink remote;
   ServerLink server;
+  ServerConnection server_connection;
+  LoginExchange login_exchange;
+  RemoteSession remote_session;
   TimeSync time_sync;
   RetryingHandlers retrying;
   PhoneCommands phone;

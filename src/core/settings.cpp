@@ -5,7 +5,6 @@
 #include "core/console.h"
 #include "core/guard.h"
 #include "core/text.h"
-#include "serverlink/password_scramble.h"
 
 namespace lineweir {
 namespace {
@@ -80,7 +79,8 @@ SettingsRecord Settings::collect() {
   record.MessageFontItalic = form.Text1.font.italic;
   record.ServerHost = console_.login.RemoteHost;
   record.ServerPort = console_.login.RemotePort;
-  record.UserPassword = scrambled_password();
+  record.UserPassword =
+      console_.login_exchange.TextWrit_PassEncode(console_.login.UserPassword.trimmed());
   record.RemoteNextOn = form.RemoteNext.checked;
   record.EventClockOn = form.EventClockMenu.checked;
   record.TimeClockOn = form.TimeClockMenuItem.checked;
@@ -101,15 +101,6 @@ SettingsRecord Settings::collect() {
   record.NextBarOff = form.NextBarDisable.checked;
   record.GreyScreenOn = form.GreyScreenOption.checked;
   return record;
-}
-
-std::string Settings::scrambled_password() const {
-  const auto clear = console_.login.UserPassword.trimmed();
-  const auto scrambled = pass_encode(clear, console_.services.clock.now().second);
-  if (scrambled) return *scrambled;
-  report_failure(console_, "TextWrit_PassEncode",
-                 Failure(failure_number::invalid_argument, "Invalid procedure call or argument"));
-  return {};
 }
 
 void Settings::save() {

@@ -33,7 +33,6 @@ class Settings {
 
  private:
   // Empty, with a report, for a password that can't be scrambled at this second.
-  std::string scrambled_password() const;
 
   Console& console_;
 };

@@ -2,6 +2,7 @@
 
 #include "core/console.h"
 #include "core/guard.h"
+#include "serverlink/user_profile.h"
 
 namespace lineweir {
 
@@ -20,9 +21,20 @@ void Shutdown::Form_Unload() {
     if (form.window_state == window_minimised) form.window_state = window_normal;
     console_.show_plan.close();
     // A console that has lost its server must not overwrite what it knows.
-    if (form.Shape1.fill_color == color_green) console_.settings.save();
+    if (form.Shape1.fill_color == color_green) leave();
   });
   close_everything();
+}
+
+void Shutdown::leave() {
+  console_.settings.save();
+  if (console_.Lineweir.NetworkConnectionOption.checked) {
+    console_.remote_session.NetworkDisconnect();
+  }
+  if (!console_.Lineweir.WinsockMenu.checked) return;
+  console_.server.send(console_.server.packet(ClientCommand::CmdLeaveGroup));
+  send_user_profile(console_, "");
+  console_.services.loop.run_pending();
 }
 
 void Shutdown::close_everything() {

@@ -12,6 +12,8 @@ class Shutdown {
  private:
   void ExitMenu_Click();
   void Form_Unload();
+  // Keeps the settings, then takes leave of the server.
+  void leave();
   void close_everything();
 
   Console& console_;

@@ -9,6 +9,7 @@
 #include "core/window_caption.h"
 #include "screen/pictures.h"
 #include "serverlink/password_scramble.h"
+#include "serverlink/session_start.h"
 
 namespace lineweir {
 namespace {
@@ -238,9 +239,30 @@ void Startup::read_show_data(const SettingsRecord* record) {
 
 void Startup::connect(const SettingsRecord* record) {
   if (record == nullptr) return;
-  if (record->CommPort == connection_remote_objects) {
-    click(console_.Lineweir.NetworkConnectionOption);
+  if (record->CommPort == connection_socket) connect_socket();
+  if (record->CommPort == connection_remote_objects) connect_remote_objects();
+}
+
+void Startup::connect_socket() {
+  MainForm& form = console_.Lineweir;
+  step([&] { console_.server_connection.begin(); });
+  console_.services.comm1.close();
+  for (int number = 1; number <= 4; ++number) form.Com(number).checked = false;
+  form.NetworkConnectionOption.checked = false;
+  if (!console_.server_connection.await()) {
+    form.Shape1.fill_color = color_red;
+    return;
   }
+  if (console_.login_exchange.TextWrit_PasswordA(true) == LoginResult::Accepted) {
+    TextWrit_SockConnecter(console_, SessionReason::ProgramStart);
+  } else {
+    login_needed_ = true;
+  }
+}
+
+void Startup::connect_remote_objects() {
+  click(console_.Lineweir.NetworkConnectionOption);
+  if (!console_.remote_session.connected) console_.Lineweir.Shape1.fill_color = color_red;
 }
 
 void Startup::fill_group_selector() {

@@ -41,6 +41,8 @@ class Startup {
   void make_client_id();
   void read_show_data(const SettingsRecord* record);
   void connect(const SettingsRecord* record);
+  void connect_socket();
+  void connect_remote_objects();
   void fill_group_selector();
   void probe_open_port();
   void restore_phone(const SettingsRecord& record);

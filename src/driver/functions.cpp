@@ -9,6 +9,7 @@
 #include "driver/handlers.h"
 #include "driver/refusal.h"
 #include "driver/screen_functions.h"
+#include "driver/serverlink_functions.h"
 #include "elements/names.h"
 #include "serverlink/packet_text.h"
 
@@ -80,6 +81,7 @@ const std::vector<Function>& functions() {
     std::vector<Function> all = general_functions();
     append_screen_functions(all);
     append_callcontrol_functions(all);
+    append_serverlink_functions(all);
     return all;
   }();
   return table;

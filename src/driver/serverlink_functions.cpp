@@ -1,0 +1,37 @@
+#include "driver/serverlink_functions.h"
+
+#include "serverlink/password_scramble.h"
+#include "serverlink/session_start.h"
+#include "serverlink/user_profile.h"
+
+namespace lineweir::driver {
+
+void append_serverlink_functions(std::vector<Function>& functions) {
+  functions.insert(
+      functions.end(),
+      {function("TextWrit_PassEncode",
+                [](Console& c, const std::string& text) {
+                  return c.login_exchange.TextWrit_PassEncode(text);
+                }),
+       function("TextWrit_PassDecode",
+                [](Console&, const std::string& text) {
+                  return pass_decode(text).value_or(std::string());
+                }),
+       function("TextWrit_PasswordA",
+                [](Console& c, bool skip) {
+                  return static_cast<int>(c.login_exchange.TextWrit_PasswordA(skip));
+                }),
+       function("TextWrit_SockConnecter",
+                [](Console& c, int restart) {
+                  TextWrit_SockConnecter(c, static_cast<SessionReason>(restart));
+                }),
+       function("TextWrit_ExtractMessageGroup",
+                [](Console& c) { return group_of_profile(c.login.ProfileBlock); }),
+       function("RequestAccessRights",
+                [](Console& c, int group) { c.login_exchange.RequestAccessRights(group); }),
+       function("PrepareUserData",
+                [](Console& c, const std::string& name) { return PrepareUserData(c, name); }),
+       function("NetworkDisconnect", [](Console& c) { c.remote_session.NetworkDisconnect(); })});
+}
+
+}  // namespace lineweir::driver

@@ -1,0 +1,25 @@
+#pragma once
+
+namespace lineweir {
+
+struct Console;
+
+// The making of the socket's connection.
+class ServerConnection {
+ public:
+  explicit ServerConnection(Console& console);
+
+  // Asks for a connection to the present host and port, and starts with all lines free.
+  void begin();
+
+  // Lets events run until the connection stands. One that takes more than 5 seconds has failed:
+  // the user is told, the pointer is the default again, and the result is false.
+  bool await();
+
+ private:
+  void Winsock1_Connect();
+
+  Console& console_;
+};
+
+}  // namespace lineweir

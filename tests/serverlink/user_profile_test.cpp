@@ -1,0 +1,188 @@
+#include "serverlink/user_profile.h"
+
+#include <doctest/doctest.h>
+
+#include <string>
+#include <vector>
+
+#include "serverlink/server_packet_codec.h"
+#include "support/property_check.h"
+#include "support/scripted_console.h"
+
+namespace lineweir {
+namespace {
+
+using test::ScriptedConsole;
+
+constexpr std::size_t flag_count = 43;
+
+// A block of flags that are all off, with these fields behind them.
+std::string block_of(const std::vector<std::string>& fields) {
+  std::string block(flag_count, '0');
+  for (const std::string& field : fields) block += field + item_end;
+  return block;
+}
+
+std::string flags_of(Console& console) {
+  const std::string block = PrepareUserData(console, "");
+  return block.substr(block.find(item_end) + 1, flag_count);
+}
+
+std::vector<std::string> fields_of(Console& console) {
+  const std::string block = PrepareUserData(console, "");
+  return decode_list(block.substr(block.find(item_end) + 1 + flag_count));
+}
+
+TEST_CASE("the group of a profile is its third field") {
+  CHECK(group_of_profile(block_of({"7000", "9000", "4"})) == 4);
+  CHECK(group_of_profile(block_of({"", "", "12", "0"})) == 12);
+}
+
+TEST_CASE("a profile that ends before its third field has no group") {
+  CHECK(group_of_profile("") == no_group);
+  CHECK(group_of_profile(std::string(flag_count, '1')) == no_group);
+  CHECK(group_of_profile(block_of({"7000", "9000"})) == no_group);
+  CHECK(group_of_profile(block_of({"7000", "9000"}) + "4") == no_group);
+}
+
+TEST_CASE("any text is survived when its group is asked for") {
+  test::check_property([](const std::string& text) {
+    try {
+      group_of_profile(text);
+    } catch (const Failure& failure) {
+      RC_ASSERT(failure.number() == failure_number::overflow);
+    }
+  });
+}
+
+TEST_CASE("each option has its flag in the profile") {
+  ScriptedConsole desk;
+  MainForm& form = desk.console.Lineweir;
+  const std::vector<std::pair<std::size_t, MenuItem*>> places = {
+      {1, &form.Com1},
+      {2, &form.Com2},
+      {3, &form.Com3},
+      {4, &form.Com4},
+      {5, &form.NetworkConnectionOption},
+      {6, &form.WinsockMenu},
+      {7, &form.PortOn},
+      {8, &form.Off},
+      {9, &form.RemoteCom1},
+      {10, &form.RemoteCom2},
+      {11, &form.RemoteCom3},
+      {12, &form.RemoteCom4},
+      {13, &form.RemoteOn},
+      {14, &form.RemoteOff},
+      {25, &form.PassiveMode},
+      {26, &form.StudioMode},
+      {27, &form.ScreenerMode},
+      {28, &form.RemoteNext},
+      {29, &form.EventClockMenu},
+      {30, &form.TimeClockMenuItem},
+      {31, &form.AutoDataEntry},
+      {32, &form.MitelPhone1},
+      {33, &form.MitelPhone2},
+      {34, &form.DimLineNumMenu},
+      {35, &form.StudioLinNumMenu},
+      {36, &form.SyncTimeMenu},
+      {37, &form.DigiClock},
+      {38, &form.Line20Mode},
+      {39, &form.TextGrowToggle},
+      {40, &form.ServerShowData},
+      {41, &form.NextBarDisable},
+  };
+  for (const auto& [place, item] : places) {
+    CAPTURE(place);
+    for (const bool checked : {true, false}) {
+      item->checked = checked;
+      CHECK(flags_of(desk.console)[place - 1] == (checked ? '1' : '0'));
+    }
+  }
+}
+
+TEST_CASE("the flags of the log's fields and of the message font stand in the profile") {
+  ScriptedConsole desk;
+  for (std::size_t field = 0; field < 10; ++field) {
+    desk.console.caller_data.LogFieldOn.fill(false);
+    desk.console.caller_data.LogFieldOn[field] = true;
+    std::string wanted(10, '0');
+    wanted[field] = '1';
+    CHECK(flags_of(desk.console).substr(14, 10) == wanted);
+  }
+  for (const bool bold : {true, false}) {
+    desk.console.Lineweir.Text1.font.bold = bold;
+    desk.console.Lineweir.Text1.font.italic = !bold;
+    CHECK(flags_of(desk.console).substr(41) == (bold ? "10" : "01"));
+  }
+}
+
+TEST_CASE("the digital clock is kept only while there is room for it") {
+  ScriptedConsole desk;
+  desk.console.Lineweir.DigiClock.checked = true;
+  desk.console.program.VisibleLines = 10;
+  CHECK(flags_of(desk.console)[36] == '1');
+  desk.console.program.VisibleLines = 11;
+  CHECK(flags_of(desk.console)[36] == '0');
+}
+
+TEST_CASE("the profile's fields stand in their order") {
+  ScriptedConsole desk;
+  Console& console = desk.console;
+  console.program.GroupNumber = 3;
+  console.caller_data.OperatorName = " Ann ";
+  console.clock_state.Warning1 = 45;
+  console.clock_state.Warning2 = 15;
+  console.program.MessageFile = "HOT.LWB";
+  console.clock_state.DelayOffset = -7;
+  console.Lineweir.Text1.font.name = "Serif";
+  console.Lineweir.Text1.font.size = 9;
+  const auto fields = fields_of(console);
+  REQUIRE(fields.size() == 47);
+  const std::vector<std::string> first = {"6970", "9420", "3",  "0",  "NoName.TXT", "",
+                                          "Ann",  "3",    "45", "15", "HOT.LWB"};
+  CHECK(std::vector<std::string>(fields.begin(), fields.begin() + 11) == first);
+  const std::vector<std::string> last = {"Serif", "9", "-7"};
+  CHECK(std::vector<std::string>(fields.end() - 3, fields.end()) == last);
+}
+
+TEST_CASE("each column has its place, mark and width in the profile") {
+  ScriptedConsole desk;
+  const auto fields = fields_of(desk.console);
+  REQUIRE(fields.size() == 47);
+  const DisplayOptionWindow& form = desk.console.DisplayOptionForm;
+  for (int column = first_optional_column; column < column_count; ++column) {
+    CAPTURE(column);
+    const std::size_t group = 11 + 3 * static_cast<std::size_t>(column - first_optional_column);
+    const bool shown = form.CheckItem(column).value == 1;
+    const int place = desk.console.display.listed_place(column);
+    CHECK(fields[group] == std::to_string(shown ? place : 99));
+    CHECK(fields[group + 1] == (shown ? "T" : "F"));
+    CHECK(fields[group + 2] == (shown ? form.WidthText(column).text.get() : "0"));
+  }
+}
+
+TEST_CASE("the height is kept without the menus") {
+  ScriptedConsole desk;
+  const auto with_menus = fields_of(desk.console);
+  desk.console.Lineweir.OptionsButton.on_click();
+  REQUIRE_FALSE(desk.console.Lineweir.Options.visible);
+  CHECK(fields_of(desk.console)[0] == with_menus[0]);
+}
+
+TEST_CASE("a name that is given becomes the user's, and stands in front of the profile") {
+  ScriptedConsole desk;
+  desk.console.login.UserName = "Ann";
+  CHECK(PrepareUserData(desk.console, "").starts_with("Ann\3"));
+  CHECK(PrepareUserData(desk.console, "Bea").starts_with("Bea\3"));
+  CHECK(desk.console.login.UserName.trimmed() == "Bea");
+}
+
+TEST_CASE("a minimised window is restored before its size is kept") {
+  ScriptedConsole desk;
+  desk.console.Lineweir.window_state = window_minimised;
+  CHECK(fields_of(desk.console)[3] == "0");
+  CHECK(desk.console.Lineweir.window_state == int{window_normal});
+}
+
+}  // namespace
+}  // namespace lineweir
