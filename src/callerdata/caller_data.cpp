@@ -191,10 +191,14 @@ void CallerDataEntry::store(int line, const EntryTexts& typed) {
   }
 }
 
+std::string CallerDataEntry::sender_name() const {
+  const auto name = trimmed(OperatorName);
+  return std::string(TextWrit_NullRemove(name.empty() ? console_.program.ClientId : name));
+}
+
 std::string CallerDataEntry::caller_data_text(int line) {
   CallerRecord& record = console_.lines.CallerData(line);
-  CallerDetails data = caller_data_of(OperatorName, record);
-  data.sender = TextWrit_NullRemove(data.sender);
+  CallerDetails data = caller_data_of(sender_name(), record);
   for (std::size_t i = 0; i < data.fields.size(); ++i) {
     data.fields[i] = std::string(TextWrit_NullRemove(data.fields[i]));
     const CallerField field = entry_fields[i].field;

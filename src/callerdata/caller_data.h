@@ -22,8 +22,10 @@ class CallerDataEntry {
   // nothing on the serial link. Fails as the road to the server does.
   void tell_data_cleared(int line);
 
-  // The name that stamps caller data.
+  // The name that stamps caller data; the user's, once a login was accepted while it was blank.
   std::string OperatorName;
+  // The same, trimmed, without code 0 at its ends; ClientId while it is blank.
+  std::string sender_name() const;
   // Which of the ten fields are in use.
   LogFieldFlags LogFieldOn = all_fields_on();
 

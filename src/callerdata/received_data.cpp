@@ -47,7 +47,7 @@ bool ReceivedData::take(std::string_view text, int line) {
 }
 
 bool ReceivedData::is_own(std::string_view sender) const {
-  return sender == TextWrit_NullRemove(trimmed(console_.caller_data.OperatorName));
+  return sender == console_.caller_data.sender_name();
 }
 
 }  // namespace lineweir

@@ -2,6 +2,7 @@
 
 #include "core/console.h"
 #include "core/guard.h"
+#include "core/text.h"
 #include "serverlink/password_scramble.h"
 #include "serverlink/user_profile.h"
 
@@ -47,9 +48,11 @@ LoginResult LoginExchange::TextWrit_PasswordA(bool Skip) {
     result = await_check_result();
     if (result == LoginResult::NoAnswer) {
       console_.messages.ShowMessage("Password response not received!");
-    } else if (LastReplyCode == reply_accepted && Skip) {
-      enter_group_of_profile();
     }
+    if (result != LoginResult::Accepted) return;
+    std::string& operator_name = console_.caller_data.OperatorName;
+    if (trimmed(operator_name).empty()) operator_name = console_.login.UserName.trimmed();
+    if (LastReplyCode == reply_accepted && Skip) enter_group_of_profile();
   });
   return result;
 }

@@ -242,7 +242,9 @@ TEST_SUITE("callerdata/form 4") {
     test.box(7).text = std::string("\0KQ\0", 4);
     test.save();
     CHECK(test.platform.winsock1.take_writes() ==
-          Texts{frame(0, 1, 0, fields_text("", {"Ann", "", "", "", "", "", "KQ"}))});
+          Texts{frame(
+              0, 1, 0,
+              fields_text(test.console.program.ClientId, {"Ann", "", "", "", "", "", "KQ"}))});
     CHECK(test.record(0)[CallerField::Station] == "KQ        ");
   }
 
@@ -254,7 +256,7 @@ TEST_SUITE("callerdata/form 4") {
     test.save();
     CHECK(test.shown(0, 1).caption == "A B C  D  E  F");
     CHECK(test.platform.winsock1.take_writes() ==
-          Texts{frame(0, 1, 0, fields_text("", {"A B C  D  E  F"}))});
+          Texts{frame(0, 1, 0, fields_text(test.console.program.ClientId, {"A B C  D  E  F"}))});
   }
 
   TEST_CASE("over the remote objects the property of the line is written, which counts from 1") {

@@ -140,6 +140,25 @@ TEST_CASE("a login with a password stays in its group") {
   CHECK(desk.console.program.GroupNumber == 1);
 }
 
+TEST_CASE("an accepted user stamps the caller data, unless a name is there") {
+  LoginDesk desk;
+  desk.server_answers('F', "????????????");
+  desk.console.caller_data.OperatorName = "  ";
+  desk.console.login_exchange.TextWrit_PasswordA(false);
+  CHECK(desk.console.caller_data.OperatorName == "Ann");
+  desk.console.caller_data.OperatorName = "Bea";
+  desk.console.login_exchange.TextWrit_PasswordA(false);
+  CHECK(desk.console.caller_data.OperatorName == "Bea");
+}
+
+TEST_CASE("a refused user doesn't stamp the caller data") {
+  LoginDesk desk;
+  desk.server_answers('T', "");
+  desk.console.login_exchange.TextWrit_PasswordA(false);
+  CHECK(desk.console.caller_data.OperatorName.empty());
+  CHECK(desk.console.caller_data.sender_name() == desk.console.program.ClientId);
+}
+
 TEST_CASE("a character that can't be scrambled is reported and gives the empty text") {
   ScriptedConsole desk;
   desk.platform.clock.set({2026, 1, 5, 10, 0, 59});
