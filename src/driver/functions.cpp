@@ -5,6 +5,7 @@
 #include "core/guard.h"
 #include "core/window_caption.h"
 #include "driver/callcontrol_functions.h"
+#include "driver/clock_functions.h"
 #include "driver/function_table.h"
 #include "driver/handlers.h"
 #include "driver/refusal.h"
@@ -82,6 +83,7 @@ const std::vector<Function>& functions() {
     append_screen_functions(all);
     append_callcontrol_functions(all);
     append_serverlink_functions(all);
+    append_clock_functions(all);
     return all;
   }();
   return table;

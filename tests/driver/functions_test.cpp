@@ -44,6 +44,20 @@ TEST_CASE_FIXTURE(LaunchedFixture, "Handlers are called by element and event") {
   CHECK(say("get MyMsgbox.Visible") == "= false");
 }
 
+TEST_CASE_FIXTURE(LaunchedFixture, "The time clock's handler has a name of its own") {
+  CHECK(say("call TimerClockMenuItem_Click") == "ok");
+  CHECK(say("get TimeClockMenuItem.Checked") == "= true");
+  CHECK(say("get picRealTimeClock.Visible") == "= true");
+  CHECK(say("call Lineweir_TimerClockMenuItem_Click") == "ok");
+  CHECK(say("get picRealTimeClock.Visible") == "= false");
+}
+
+TEST_CASE_FIXTURE(LaunchedFixture, "The hands' lengths are those of their design") {
+  CHECK(say("get SecondRadius") == "= 560");
+  CHECK(say("get MinuteRadius") == "= 480");
+  CHECK(say("get HourRadius") == "= 330");
+}
+
 TEST_CASE_FIXTURE(LaunchedFixture, "An element of an array is named by its index") {
   int clicked = -1;
   session.console().Lineweir.OnHybrid1(3).on_click = [&] { clicked = 3; };
