@@ -41,7 +41,8 @@ void MainFrame::content_resized(QSize content) {
   const bool same_height = pixel_edge(form().height - bar) == content.height();
   if (!same_width) form().width = twips_of(content.width());
   if (!same_height) form().height = twips_of(content.height()) + bar;
-  if (form().on_resize) form().on_resize();
+  // The program knows of the sizes that it gives the form itself.
+  if ((!same_width || !same_height) && form().on_resize) form().on_resize();
 }
 
 bool MainFrame::shows_in_window(const Element& element) const {
@@ -55,6 +56,7 @@ void MainFrame::form_changed() {
   apply_zoom();
   main_window()->canvas().flush();
   main_window()->menus().flush();
+  if (form().window_state == window_maximised) main_window()->fit_bar();
 }
 
 void MainFrame::apply_zoom() {

@@ -24,6 +24,13 @@ void MainWindow::fit_content(QSize content) {
   }
 }
 
+void MainWindow::fit_bar() {
+  if (bar_->isHidden() != menus_.shown()) return;
+  bar_->setVisible(menus_.shown());
+  lay_out();
+  if (on_content_resized) on_content_resized(canvas_->size());
+}
+
 void MainWindow::lay_out() {
   const int bar_height = menus_.shown() ? bar_->heightForWidth(width()) : 0;
   bar_->setGeometry(0, 0, width(), bar_height);

@@ -20,6 +20,9 @@ class MainWindow final : public QWidget {
   // Gives the form below the bar this size in pixels.
   void fit_content(QSize content);
 
+  // Shows or hides the bar as its entries say, in a window whose size stays.
+  void fit_bar();
+
   // The user or the system gave the form another size.
   std::function<void(QSize content)> on_content_resized;
   // The window has come to a screen of another scale.

@@ -1,0 +1,114 @@
+// The main window's size in the hands of the user and of the program.
+
+#include <doctest/doctest.h>
+
+#include "desktop/shown_console.h"
+#include "desktop/twips.h"
+
+namespace lineweir {
+namespace {
+
+using test::ShownConsole;
+
+// Counts the rebuilds of the layout, each of which gives the first row another width.
+class RebuildCount : private FormWatch {
+ public:
+  explicit RebuildCount(MainForm& form) : FormWatch(form), row_(form.DataRow(0)) {}
+
+  int count = 0;
+
+ private:
+  void changed(Element& element, PropertyId property) override {
+    if (&element == &row_ && property == PropertyId::Width) ++count;
+  }
+
+  const Element& row_;
+};
+
+struct ResizeDesk : ShownConsole {
+  ResizeDesk() { pass(600); }
+
+  // Lets console time pass, and the windows work.
+  void pass(int milliseconds) {
+    platform.loop.advance(platform::Milliseconds(milliseconds));
+    settle();
+  }
+
+  // The user drags the window's corner to where the form has this size in pixels.
+  void drag(int width, int height) {
+    window().resize(width, height + canvas().y());
+    settle();
+  }
+};
+
+TEST_SUITE("desktop/resizing") {
+  TEST_CASE("the user's new size is rebuilt at the next tick") {
+    ResizeDesk desk;
+    REQUIRE_FALSE(desk.form().timResize.enabled);
+    desk.drag(942, 698);
+    CHECK(desk.form().timResize.enabled);
+    CHECK(desk.form().DataRow(0).left == 1260);
+    desk.pass(500);
+    CHECK(desk.form().DataRow(0).left == 1890);
+    CHECK(desk.widget(desk.form().DataRow(0)).x() == pixel_edge(1890));
+  }
+
+  TEST_CASE("sizes that the program gives the form start no rebuild") {
+    ResizeDesk desk;
+    MainForm& form = desk.form();
+    SUBCASE("another design size") { desk.console.window.SetToRoot(20); }
+    SUBCASE("the setup button") { form.OptionsButton.on_click(); }
+    SUBCASE("a reset") { form.ResetLineweirSize.on_click(); }
+    SUBCASE("more rows") {
+      desk.console.layout.set_line_count(20);
+      desk.console.layout.RedefineScreen();
+    }
+    SUBCASE("sizes between two pixels") {
+      form.width = 12007;
+      form.height = 9004;
+    }
+    desk.settle();
+    CHECK(desk.canvas().width() == pixel_edge(form.width));
+    CHECK_FALSE(form.timResize.enabled);
+  }
+
+  TEST_CASE("a hundred resizes are at most one rebuild in each half second") {
+    ResizeDesk desk;
+    RebuildCount rebuilds(desk.form());
+    for (int i = 1; i <= 100; ++i) {
+      desk.drag(628 + 4 * i, 484 + 2 * i);
+      CHECK(desk.canvas().width() == 628 + 4 * i);
+      desk.pass(50);
+      CHECK(rebuilds.count <= (i * 50) / 500);
+    }
+    // The last size is what stands in the end.
+    desk.pass(500);
+    CHECK(rebuilds.count >= 9);
+    CHECK(rebuilds.count <= 11);
+    CHECK(desk.form().DataRow(0).width == 7590 * desk.form().width / 9420);
+    const int settled = rebuilds.count;
+    desk.pass(5000);
+    CHECK(rebuilds.count == settled);
+  }
+
+  TEST_CASE("a maximised window without its menus gives their room to the form") {
+    ResizeDesk desk;
+    desk.form().window_state = window_maximised;
+    desk.settle();
+    desk.pass(1000);
+    const int height = desk.window().height();
+    REQUIRE(desk.canvas().y() > 0);
+    desk.form().OptionsButton.on_click();
+    desk.settle();
+    CHECK(desk.window().height() == height);
+    CHECK(desk.canvas().y() == 0);
+    CHECK(desk.canvas().height() == height);
+    desk.form().OptionsButton.on_click();
+    desk.settle();
+    CHECK(desk.canvas().y() > 0);
+    CHECK(desk.canvas().y() + desk.canvas().height() == height);
+  }
+}
+
+}  // namespace
+}  // namespace lineweir
