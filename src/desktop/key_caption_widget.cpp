@@ -1,7 +1,9 @@
 #include "desktop/key_caption_widget.h"
 
+#include <QFontMetricsF>
 #include <QPainter>
 #include <algorithm>
+#include <cmath>
 
 #include "desktop/core_text.h"
 #include "desktop/form_canvas.h"
@@ -15,9 +17,13 @@
 namespace lineweir {
 namespace {
 
-// Parts of the height of a key with a sign: the sign, and the word below it.
-constexpr double sign_part = 0.44;
-constexpr double word_part = 0.36;
+// Parts of the height of a key with a sign below which its word stands, and of one beside it.
+constexpr double sign_above_part = 0.3;
+constexpr double word_below_part = 0.34;
+constexpr double sign_beside_part = 0.42;
+constexpr double word_beside_part = 0.42;
+// A sign is wider than high.
+constexpr double sign_width = 1.3;
 
 TextLine centered(const QString& text, const QFont& font, const QColor& color, int access_key) {
   TextLine line{text, font, color, Qt::AlignHCenter};
@@ -78,8 +84,11 @@ void KeyCaptionWidget::paint_lines(QPainter& painter, const QRect& key, const Ca
     paint_squeezed_text(painter, room, whole);
     return;
   }
-  const int pitch = font.pixelSize() + 2 * brushwork().line();
-  const QRect upper(room.left(), key.top() + (key.height() - 2 * pitch) / 2, room.width(), pitch);
+  // Above the line of light that the key may show.
+  const int line = brushwork().line();
+  const int pitch = font.pixelSize() + 2 * line;
+  const int height = key.height() - 4 * line;
+  const QRect upper(room.left(), key.top() + (height - 2 * pitch) / 2, room.width(), pitch);
   paint_squeezed_text(painter, upper,
                       centered(caption.text.left(blank), font, color, caption.access_key));
   paint_squeezed_text(
@@ -93,24 +102,34 @@ void KeyCaptionWidget::paint_sign(QPainter& painter, const QRect& key, const Cap
   const auto sign = element_look().look == Look::DropCaption ? paint_drop_sign : paint_hold_sign;
   const int line = work.line();
   const int height = key.height();
+  // The same parity as the key, so that both stand in its very middle.
+  const auto like = [](double wanted, int whole) {
+    const int rough = static_cast<int>(std::lround(wanted));
+    return rough - (whole - rough) % 2;
+  };
   if (key.width() > key.height() * 3 / 2) {
-    // A wide key has the sign beside the word.
-    const int side = static_cast<int>(height * sign_part);
+    const int side = like(height * sign_beside_part, height);
+    const int wide = static_cast<int>(std::lround(side * sign_width));
     const TextLine word =
-        centered(caption.text, lettering(height * sign_part), color, caption.access_key);
-    const int width = std::min(static_cast<int>(text_width(word)), key.width() - side - 8 * line);
-    const int left = key.left() + (key.width() - side - 2 * line - width) / 2;
-    sign(painter, {left, key.top() + (height - side) / 2, side, side}, color, enabled, work);
-    paint_squeezed_text(painter, {left + side + 2 * line, key.top(), width, height}, word);
+        centered(caption.text, lettering(height * word_beside_part), color, caption.access_key);
+    const int gap = 3 * line;
+    const int room = key.width() - wide - gap - 6 * line;
+    const int width = std::min(static_cast<int>(std::ceil(text_width(word))), room);
+    const int left = key.left() + (key.width() - wide - gap - width) / 2;
+    sign(painter, {left, key.top() + (height - side) / 2, wide, side}, color, enabled, work);
+    paint_squeezed_text(painter, {left + wide + gap, key.top(), width, height}, word);
     return;
   }
-  const int side = static_cast<int>(height * sign_part);
-  const int word = static_cast<int>(height * word_part);
-  const int top = key.top() + (height - side - word - line) / 2;
-  sign(painter, {key.left() + (key.width() - side) / 2, top, side, side}, color, enabled, work);
-  paint_squeezed_text(painter,
-                      {key.left() + 2 * line, top + side + line, key.width() - 4 * line, word},
-                      centered(caption.text, lettering(word), color, caption.access_key));
+  const TextLine word =
+      centered(caption.text, lettering(height * word_below_part), color, caption.access_key);
+  const int letters = static_cast<int>(std::lround(QFontMetricsF(word.font).capHeight()));
+  const int side = static_cast<int>(std::lround(height * sign_above_part));
+  const int wide = like(side * sign_width, key.width());
+  const int gap = 3 * line;
+  const int top = key.top() + (height - side - gap - letters) / 2;
+  sign(painter, {key.left() + (key.width() - wide) / 2, top, wide, side}, color, enabled, work);
+  paint_squeezed_text(
+      painter, {key.left() + 2 * line, top + side + gap, key.width() - 4 * line, letters}, word);
 }
 
 }  // namespace lineweir

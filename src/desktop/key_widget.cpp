@@ -23,6 +23,7 @@ bool presses(const QKeyEvent& event) {
 KeyWidget::KeyWidget(FormCanvas& canvas, Picture& button, const ElementLook& look)
     : ElementWidget(canvas, button, look) {
   setFocusPolicy(button.tab_stop ? Qt::StrongFocus : Qt::ClickFocus);
+  setAttribute(Qt::WA_Hover);
 }
 
 bool KeyWidget::drawn_from(PropertyId property) const {
@@ -43,11 +44,16 @@ void KeyWidget::click() {
 void KeyWidget::paint(QPainter& painter, const QRect& face) {
   const auto& button = static_cast<const Picture&>(*control());
   const Brushwork work = brushwork();
-  if (const auto paint = painter_of(button.picture)) paint(painter, face, work);
+  const bool hovered = underMouse() && isEnabled() && key_state(button.picture) == KeyState::Up;
+  if (hovered) {
+    paint_key_hover(painter, face, work);
+  } else if (const auto paint = painter_of(button.picture)) {
+    paint(painter, face, work);
+  }
   const bool lit = element_look().look == Look::NextKey &&
                    key_state(button.picture) != KeyState::Disabled && next_caller_shown(canvas());
   if (lit) paint_key_light(painter, face, work.theme.next_light, work);
-  if (ring_ && hasFocus()) paint_focus_ring(painter, face, work);
+  if (hasFocus()) paint_focus_ring(painter, face, work);
 }
 
 void KeyWidget::keyPressEvent(QKeyEvent* event) {
@@ -70,8 +76,6 @@ void KeyWidget::keyReleaseEvent(QKeyEvent* event) {
 }
 
 void KeyWidget::focusInEvent(QFocusEvent* event) {
-  ring_ = event->reason() == Qt::TabFocusReason || event->reason() == Qt::BacktabFocusReason ||
-          (ring_ && event->reason() == Qt::ActiveWindowFocusReason);
   update();
   ElementWidget::focusInEvent(event);
 }

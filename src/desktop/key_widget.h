@@ -26,8 +26,6 @@ class KeyWidget final : public ElementWidget {
   void focusOutEvent(QFocusEvent* event) override;
 
  private:
-  // The focus came by the keyboard, so the user wants to see where it is.
-  bool ring_ = false;
   bool held_by_key_ = false;
 };
 

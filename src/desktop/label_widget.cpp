@@ -4,7 +4,9 @@
 
 #include "desktop/core_text.h"
 #include "desktop/form_canvas.h"
+#include "desktop/placement.h"
 #include "desktop/strip_look.h"
+#include "desktop/twips.h"
 #include "elements/label.h"
 
 namespace lineweir {
@@ -28,6 +30,21 @@ LabelWidget::LabelWidget(FormCanvas& canvas, Label& label, const ElementLook& lo
 
 const Label* LabelWidget::label() const { return static_cast<const Label*>(control()); }
 
+bool LabelWidget::in_column() const {
+  const Look look = element_look().look;
+  return look == Look::RowText || look == Look::RowTime ||
+         (look == Look::Heading && label()->index() != no_index);
+}
+
+QRect LabelWidget::device_place() const {
+  if (label() == nullptr || !in_column()) return ElementWidget::device_place();
+  const QRectF own = place_on_form(*label());
+  const QRectF shown = element_look().look == Look::Heading
+                           ? clipped_to_strips(canvas(), own)
+                           : clipped_to_strip(canvas(), label()->index(), own);
+  return pixel_rect(shown, canvas().device_scale());
+}
+
 QString LabelWidget::shown_caption() const {
   return label() == nullptr ? QString() : caption_of(shown_text(label()->caption.get())).text;
 }
@@ -49,7 +66,9 @@ TextLine LabelWidget::line() const {
     const double part = look == Look::ClockDigits ? 0.82 : 0.95;
     result.font.setPixelSize(std::max(1, static_cast<int>(device_place().height() * part)));
     result.font.setBold(true);
+    return result;
   }
+  result.font = font_for_height(result.font, device_place().height());
   return result;
 }
 
@@ -72,12 +91,10 @@ QColor LabelWidget::text_color() const {
 }
 
 QRect LabelWidget::text_box(const QRect& face) const {
-  const Look look = element_look().look;
   const int gap = brushwork().line();
-  const bool in_column = look == Look::RowText || look == Look::RowTime || look == Look::Heading;
-  if (in_column && label()->alignment == align_left) {
+  if (in_column() && label()->alignment == align_left) {
     // The mark of the column before stands in the label's first two pixels.
-    return face.adjusted(5 * gap, 0, -gap, 0);
+    return face.adjusted(5 * gap, 0, -2 * gap, 0);
   }
   return face.adjusted(gap, 0, -gap, 0);
 }

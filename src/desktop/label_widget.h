@@ -13,6 +13,7 @@ class LabelWidget final : public ElementWidget {
  public:
   LabelWidget(FormCanvas& canvas, Label& label, const ElementLook& look);
 
+  QRect device_place() const override;
   QString shown_caption() const override;
   bool caption_fits() const override;
 
@@ -21,6 +22,8 @@ class LabelWidget final : public ElementWidget {
 
  private:
   const Label* label() const;
+  bool in_column() const;
+  // The text as the place has room for it.
   TextLine line() const;
   QColor text_color() const;
   // The part of the widget's place that is left for the text.

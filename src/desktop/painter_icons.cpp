@@ -51,7 +51,7 @@ void paint_triangle(QPainter& painter, const QRect& place, const Brushwork& brus
 
 void paint_bars(QPainter& painter, const QRect& place, const Brushwork& brushwork) {
   const QRectF square = square_in(place);
-  const double bar = std::round(square.width() * 0.38);
+  const double bar = std::round(square.width() * 0.33);
   QPainterPath path;
   path.addRect(QRectF(square.left(), square.top(), bar, square.height()));
   path.addRect(QRectF(square.right() - bar, square.top(), bar, square.height()));

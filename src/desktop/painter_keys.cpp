@@ -12,6 +12,17 @@ constexpr double corner = 3;
 
 double radius_of(const Brushwork& brushwork) { return corner * brushwork.unit; }
 
+void paint_raised_key(QPainter& painter, const QRect& place, const KeyColors& colors,
+                      const Brushwork& brushwork) {
+  const int line = brushwork.line();
+  const double radius = radius_of(brushwork);
+  const QRect face = key_face(place, brushwork);
+  const QRect inner = face.adjusted(line, line, -line, -line);
+  fill_shaded(painter, face, face, {colors.edge, colors.edge}, radius);
+  fill_shaded(painter, inner, face, {colors.rim, colors.rim}, radius - line);
+  fill_shaded(painter, inner.adjusted(0, line, 0, 0), face, colors.surface.shading, radius - line);
+}
+
 }  // namespace
 
 QRect key_face(const QRect& place, const Brushwork& brushwork) {
@@ -21,14 +32,11 @@ QRect key_face(const QRect& place, const Brushwork& brushwork) {
 int pressed_step(const Brushwork& brushwork) { return brushwork.line(); }
 
 void paint_key_up(QPainter& painter, const QRect& place, const Brushwork& brushwork) {
-  const KeyColors& colors = brushwork.theme.key_up;
-  const int line = brushwork.line();
-  const double radius = radius_of(brushwork);
-  const QRect face = key_face(place, brushwork);
-  const QRect inner = face.adjusted(line, line, -line, -line);
-  fill_shaded(painter, face, face, {colors.edge, colors.edge}, radius);
-  fill_shaded(painter, inner, face, {colors.rim, colors.rim}, radius - line);
-  fill_shaded(painter, inner.adjusted(0, line, 0, 0), face, colors.surface.shading, radius - line);
+  paint_raised_key(painter, place, brushwork.theme.key_up, brushwork);
+}
+
+void paint_key_hover(QPainter& painter, const QRect& place, const Brushwork& brushwork) {
+  paint_raised_key(painter, place, brushwork.theme.key_hover, brushwork);
 }
 
 void paint_key_down(QPainter& painter, const QRect& place, const Brushwork& brushwork) {
@@ -39,7 +47,7 @@ void paint_key_down(QPainter& painter, const QRect& place, const Brushwork& brus
   const QRect inner = face.adjusted(line, line, -line, -line);
   fill_shaded(painter, face, face, {colors.edge, colors.edge}, radius);
   fill_shaded(painter, inner, face, {colors.rim, colors.rim}, radius - line);
-  fill_shaded(painter, inner.adjusted(line, 2 * line, 0, 0), face, colors.surface.shading,
+  fill_shaded(painter, inner.adjusted(0, 2 * line, 0, 0), face, colors.surface.shading,
               radius - line);
 }
 

@@ -17,6 +17,8 @@ QRect key_face(const QRect& place, const Brushwork& brushwork);
 int pressed_step(const Brushwork& brushwork);
 
 void paint_key_up(QPainter& painter, const QRect& place, const Brushwork& brushwork);
+// A key that is up, with the mouse over it.
+void paint_key_hover(QPainter& painter, const QRect& place, const Brushwork& brushwork);
 void paint_key_down(QPainter& painter, const QRect& place, const Brushwork& brushwork);
 // A key that stays down while what it switches is on; a line of light says so.
 void paint_key_latched(QPainter& painter, const QRect& place, const Brushwork& brushwork);

@@ -2,6 +2,8 @@
 
 #include <QPainter>
 #include <QPainterPath>
+#include <algorithm>
+#include <cmath>
 
 #include "desktop/picture_painters.h"
 
@@ -24,7 +26,7 @@ void paint_drop_sign(QPainter& painter, const QRect& place, const QColor& word, 
   painter.save();
   painter.setRenderHint(QPainter::Antialiasing, true);
   painter.translate(QRectF(place).center());
-  painter.scale(place.width() * 0.62, place.height() * 0.62);
+  painter.scale(place.width() / 2.0, place.width() / 2.0);
   painter.setPen(Qt::NoPen);
   painter.setBrush(enabled ? QColor::fromRgb(brushwork.theme.drop_sign) : word);
   painter.drawPath(receiver);
@@ -34,12 +36,11 @@ void paint_drop_sign(QPainter& painter, const QRect& place, const QColor& word, 
 void paint_hold_sign(QPainter& painter, const QRect& place, const QColor& word, bool enabled,
                      const Brushwork& brushwork) {
   const QColor color = enabled ? QColor::fromRgb(brushwork.theme.hold_sign) : word;
-  const int bar = std::max(1, place.width() * 3 / 10);
-  const int side = place.height();
-  painter.fillRect(
-      QRect(place.left() + place.width() / 2 - bar - (bar + 1) / 2, place.top(), bar, side), color);
-  painter.fillRect(QRect(place.left() + place.width() / 2 + bar / 2, place.top(), bar, side),
-                   color);
+  const int bar = std::max(1, static_cast<int>(std::lround(place.width() * 0.26)));
+  const int inset = std::max(0, static_cast<int>(std::lround(place.width() * 0.14)));
+  const QRect left(place.left() + inset, place.top(), bar, place.height());
+  painter.fillRect(left, color);
+  painter.fillRect(left.translated(place.width() - 2 * inset - bar, 0), color);
 }
 
 }  // namespace lineweir

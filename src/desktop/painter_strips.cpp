@@ -1,6 +1,8 @@
 #include "desktop/painter_strips.h"
 
 #include <QPainter>
+#include <QPainterPath>
+#include <algorithm>
 
 #include "desktop/painter_surfaces.h"
 #include "desktop/picture_painters.h"
@@ -9,6 +11,21 @@ namespace lineweir {
 namespace {
 
 constexpr double corner = 2;
+
+// Of the strip's height: as far as the pointer reaches before it would touch a line's number.
+constexpr double pointer_reach = 0.3;
+
+void paint_pointer(QPainter& painter, const QRect& strip, QRgb color) {
+  const QRectF box(strip);
+  QPainterPath path;
+  path.moveTo(box.topLeft());
+  path.lineTo(box.left() + box.height() * pointer_reach, box.center().y());
+  path.lineTo(box.bottomLeft());
+  path.closeSubpath();
+  painter.setRenderHint(QPainter::Antialiasing, true);
+  painter.fillPath(path, QColor::fromRgb(color));
+  painter.setRenderHint(QPainter::Antialiasing, false);
+}
 
 }  // namespace
 
@@ -20,6 +37,14 @@ void paint_strip(QPainter& painter, const QRect& place, const StripColors& color
   fill_shaded(painter, strip, strip, {colors.edge, colors.edge}, radius);
   fill_shaded(painter, strip.adjusted(0, 0, 0, -line), strip, {colors.rim, colors.rim}, radius);
   fill_shaded(painter, strip.adjusted(0, line, 0, -line), strip, colors.surface.shading, radius);
+  switch (colors.sign) {
+    case StripSign::Pointer:
+      return paint_pointer(painter, strip, colors.sign_color);
+    case StripSign::Frame:
+      return draw_edge(painter, strip, colors.sign_color, line, radius);
+    case StripSign::None:
+      break;
+  }
 }
 
 void paint_mark(QPainter& painter, const QRect& place, const StripColors& colors,

@@ -6,14 +6,21 @@
 #include "desktop/key_look.h"
 #include "desktop/painter_faces.h"
 #include "desktop/painter_keys.h"
+#include "desktop/placement.h"
+#include "desktop/strip_look.h"
 #include "desktop/twips.h"
 #include "elements/picture.h"
+#include "screen/row_elements.h"
 
 namespace lineweir {
 namespace {
 
 // The part of a row button's height that its icon fills.
 constexpr double icon_part = 0.54;
+
+QSize device_size(const FormCanvas& canvas) {
+  return (QSizeF(canvas.size()) * canvas.device_scale()).toSize();
+}
 
 const Picture& picture_of(const ElementWidget& widget) {
   return static_cast<const Picture&>(*widget.control());
@@ -23,6 +30,15 @@ const Picture& picture_of(const ElementWidget& widget) {
 
 PictureWidget::PictureWidget(FormCanvas& canvas, Picture& picture, const ElementLook& look)
     : ElementWidget(canvas, picture, look) {}
+
+QRect PictureWidget::device_place() const {
+  if (control() == nullptr || element_look().look != Look::Mark) {
+    return ElementWidget::device_place();
+  }
+  const int row = control()->index() / marks_per_row;
+  return pixel_rect(clipped_to_strip(canvas(), row, place_on_form(*control())),
+                    canvas().device_scale());
+}
 
 void PictureWidget::paint(QPainter& painter, const QRect& face) {
   if (const auto paint = painter_of(picture_of(*this).picture)) paint(painter, face, brushwork());
@@ -34,6 +50,13 @@ FaceWidget::FaceWidget(FormCanvas& canvas, Picture& picture, const ElementLook& 
 void FaceWidget::paint(QPainter& painter, const QRect& face) {
   // The canvas has drawn the upper face already, all over the form.
   if (element_look().look == Look::Face) return;
+  if (element_look().look == Look::Cover) {
+    // What it covers looks as if nothing had ever stood there.
+    const QRect form(QPoint(0, 0), device_size(canvas()));
+    painter.translate(-device_place().topLeft());
+    paint_face(painter, device_place(), form, brushwork());
+    return;
+  }
   paint_panel(painter, face, brushwork());
 }
 

@@ -11,6 +11,8 @@ class PictureWidget final : public ElementWidget {
  public:
   PictureWidget(FormCanvas& canvas, Picture& picture, const ElementLook& look);
 
+  QRect device_place() const override;
+
  protected:
   void paint(QPainter& painter, const QRect& face) override;
 };
@@ -24,7 +26,10 @@ class FaceWidget final : public ElementWidget {
   void paint(QPainter& painter, const QRect& face) override;
 };
 
-// The icon of a row button. It takes the button's place and draws itself in the middle of it.
+// The icon of a row button. The element's own place follows from the button's height alone, which
+// is below the middle at the design's size and far from it on a form that is stretched one way. So
+// the widget takes the button's place and draws itself in the middle of the key's face, where the
+// eye looks for it, at a size that goes with the key.
 class KeyIconWidget final : public ElementWidget {
  public:
   KeyIconWidget(FormCanvas& canvas, Picture& icon, const ElementLook& look);

@@ -4,10 +4,13 @@
 #include <QPainter>
 #include <QPlainTextEdit>
 #include <QScrollBar>
+#include <algorithm>
+#include <cmath>
 
 #include "desktop/core_color.h"
 #include "desktop/core_text.h"
 #include "desktop/form_canvas.h"
+#include "desktop/painter_keys.h"
 #include "desktop/painter_surfaces.h"
 #include "desktop/text_box_link.h"
 #include "elements/text_box.h"
@@ -16,7 +19,9 @@ namespace lineweir {
 namespace {
 
 constexpr double corner = 3;
-constexpr int margin = 3;
+// From the box's edge to what is written in it.
+constexpr double margin = 5;
+const QColor hint_color(0x5b, 0x64, 0x6e);
 
 }  // namespace
 
@@ -43,13 +48,15 @@ void TextBoxWidget::make_edit() {
     lines_->setFrameShape(QFrame::NoFrame);
     lines_->setReadOnly(element_look().look == Look::Message);
     lines_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    lines_->document()->setDocumentMargin(margin);
+    lines_->document()->setDocumentMargin(0);
     link_ = new TextBoxLink(*box(), *lines_);
   } else {
     line_ = new QLineEdit(this);
     line_->setFrame(false);
+    line_->setPlaceholderText(QStringLiteral("Enter sends the message, Esc leaves it"));
     link_ = new TextBoxLink(*box(), *line_);
   }
+  edit()->installEventFilter(this);
   setFocusProxy(edit());
   dress_edit();
 }
@@ -67,6 +74,7 @@ void TextBoxWidget::dress_edit() {
   QPalette palette = edit()->palette();
   palette.setColor(QPalette::Base, ground);
   palette.setColor(QPalette::Text, readable_on(ground, shown_color(box()->fore_color)));
+  palette.setColor(QPalette::PlaceholderText, readable_on(ground, hint_color));
   edit()->setPalette(palette);
   resizeEvent(nullptr);
 }
@@ -100,10 +108,18 @@ void TextBoxWidget::paint(QPainter& painter, const QRect& face) {
   fill_shaded(painter, face, face, {work.theme.message_edge, work.theme.message_edge}, radius);
   fill_shaded(painter, face.adjusted(line, line, -line, -line), face, {ground, ground},
               radius - line);
+  if (edit() != nullptr && edit()->hasFocus()) paint_focus_ring(painter, face, work);
+}
+
+bool TextBoxWidget::eventFilter(QObject*, QEvent* event) {
+  // The ring around the edit is this widget's.
+  if (event->type() == QEvent::FocusIn || event->type() == QEvent::FocusOut) update();
+  return false;
 }
 
 void TextBoxWidget::resizeEvent(QResizeEvent*) {
-  if (edit() != nullptr) edit()->setGeometry(rect().adjusted(margin, margin, -margin, -margin));
+  const int inset = static_cast<int>(std::lround(margin * std::max(1.0, canvas().zoom())));
+  if (edit() != nullptr) edit()->setGeometry(rect().adjusted(inset, inset, -inset, -inset));
   follow_last_line();
 }
 

@@ -24,6 +24,7 @@ class TextBoxWidget final : public ElementWidget {
 
  protected:
   void paint(QPainter& painter, const QRect& face) override;
+  bool eventFilter(QObject* watched, QEvent* event) override;
   void resizeEvent(QResizeEvent* event) override;
   void showEvent(QShowEvent* event) override;
 

@@ -59,8 +59,12 @@ void draw_line(QPainter& painter, const QRect& box, const TextLine& line, const 
   if (line.alignment.testFlag(Qt::AlignHCenter)) left += (box.width() - width) / 2;
   if (line.alignment.testFlag(Qt::AlignRight)) left += box.width() - width;
   // Capitals and digits stand in the middle, whatever room the font keeps above and below them.
-  const double baseline =
+  const double middle =
       std::ceil(box.top() + (box.height() + std::round(metrics.capHeight())) / 2.0 - 0.5);
+  // What hangs below the line isn't cut off where the box is low but high enough for all of it.
+  const double lowest = box.top() + box.height() - std::round(metrics.descent());
+  const bool has_room = lowest - box.top() >= std::round(metrics.capHeight());
+  const double baseline = has_room ? std::min(middle, lowest) : middle;
 
   painter.save();
   painter.setFont(line.font);
@@ -100,6 +104,16 @@ double text_width(const TextLine& line) {
 }
 
 bool text_fits(const TextLine& line, int width) { return text_width(line) * narrowest <= width; }
+
+QFont font_for_height(const QFont& font, int height) {
+  QFont fitted = font;
+  while (fitted.pixelSize() > 1) {
+    const QFontMetricsF metrics(fitted);
+    if (std::ceil(metrics.capHeight()) + std::round(metrics.descent()) <= height) break;
+    fitted.setPixelSize(fitted.pixelSize() - 1);
+  }
+  return fitted;
+}
 
 void paint_text(QPainter& painter, const QRect& box, const TextLine& line) {
   if (line.text.isEmpty() || box.width() <= 0) return;

@@ -35,6 +35,10 @@ double text_width(const TextLine& line);
 // narrower, a longer one ends in an ellipsis.
 bool text_fits(const TextLine& line, int width);
 
+// The font, or the largest size of it of which capitals and what hangs below the line fit in that
+// height.
+QFont font_for_height(const QFont& font, int height);
+
 // Draws the line in the middle of the box's height.
 void paint_text(QPainter& painter, const QRect& box, const TextLine& line);
 

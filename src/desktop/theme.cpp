@@ -8,11 +8,19 @@ namespace lineweir {
 namespace {
 
 constexpr StripColors white_strip_colors = {
-    {{0xffffffff, 0xffdfe4e9}, 0xff12161b}, 0xffffffff, 0xffb4bcc5, 0xffc2cad2};
-constexpr StripColors green_strip_colors = {
-    {{0xff93e89b, 0xff58c96a}, 0xff07170b}, 0xffbdf5c2, 0xff2f8f42, 0xff3fae54};
-constexpr StripColors red_strip_colors = {
-    {{0xffd42f2b, 0xffa91d1d}, 0xffffffff}, 0xffe8605a, 0xff7c1214, 0xff85171a};
+    {{0xfffafbfc, 0xffdce1e7}, 0xff12161b}, 0xffffffff, 0xffa9b2bc, 0xffbcc5ce, StripSign::None, 0};
+constexpr StripColors green_strip_colors = {{{0xff8ce696, 0xff55c668}, 0xff07170b},
+                                            0xffbdf5c2,
+                                            0xff2f8f42,
+                                            0xff38a54d,
+                                            StripSign::Pointer,
+                                            0xff0b5a1e};
+constexpr StripColors red_strip_colors = {{{0xffcf2a27, 0xffa51919}, 0xffffffff},
+                                          0xffe8605a,
+                                          0xff6f0f11,
+                                          0xff7f1417,
+                                          StripSign::Frame,
+                                          0xffffd9d4};
 
 constexpr DialColors red_dial_colors = {
     {{0xffc62a28, 0xff9c1a1b}, 0xffffffff}, 0xffff8a80, 0xffffd6d2};
@@ -36,6 +44,7 @@ const Theme metal_theme = {
     .groove_light = 0xff4a515a,
     .brushing = 7,
     .key_up = {{{0xff545d68, 0xff353c45}, 0xffffffff}, 0xff101215, 0xff7b8693},
+    .key_hover = {{{0xff66707d, 0xff424a55}, 0xffffffff}, 0xff101215, 0xff98a3b0},
     .key_down = {{{0xff1b1f24, 0xff2b3138}, 0xffffffff}, 0xff08090a, 0xff0b0d0f},
     .key_disabled = {{{0xff2b2f35, 0xff2b2f35}, 0xff99a1ab}, 0xff3d434b, 0xff2b2f35},
     .focus_ring = 0xffffd54a,
@@ -73,6 +82,7 @@ const Theme grey_theme = {
     .groove_light = 0xfff6f8fa,
     .brushing = 5,
     .key_up = {{{0xfffbfcfd, 0xffd6dbe0}, 0xff14181d}, 0xff868f99, 0xffffffff},
+    .key_hover = {{{0xffffffff, 0xffe9edf1}, 0xff14181d}, 0xff5f6973, 0xffffffff},
     .key_down = {{{0xffb3bac2, 0xffc8ced5}, 0xff14181d}, 0xff6a737d, 0xff98a0a9},
     .key_disabled = {{{0xffd0d5da, 0xffd0d5da}, 0xff4d5660}, 0xffabb2ba, 0xffd0d5da},
     .focus_ring = 0xff0b62c4,

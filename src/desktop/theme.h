@@ -26,11 +26,22 @@ struct KeyColors {
   QRgb rim;
 };
 
+// What tells a strip apart whose colour isn't seen.
+enum class StripSign {
+  None,
+  // A pointer at the left end, towards the line's number.
+  Pointer,
+  // A bright line all around.
+  Frame,
+};
+
 struct StripColors {
   Surface surface;
   QRgb rim;
   QRgb edge;
   QRgb mark;
+  StripSign sign;
+  QRgb sign_color;
 };
 
 struct DialColors {
@@ -51,6 +62,8 @@ struct Theme {
   int brushing;
 
   KeyColors key_up;
+  // Up, with the mouse over it.
+  KeyColors key_hover;
   KeyColors key_down;
   KeyColors key_disabled;
   QRgb focus_ring;
