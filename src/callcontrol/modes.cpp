@@ -136,8 +136,7 @@ void Modes::NextGenPhone_Click(int Index) {
     for (int phone = 0; phone < form.NextGenPhone.upper_bound(); ++phone) {
       if (form.NextGenPhone.loaded(phone)) form.NextGenPhone(phone).checked = phone == Index;
     }
-    const bool talent = form.caption.get().find("Talent") != std::string::npos;
-    form.caption = window_caption(console_, talent);
+    renew_window_caption(console_);
     console_.program.ConsoleNumber = Index;
     if (!form.WinsockMenu.checked) return;
     socket_trap(console_, handler, [&] {

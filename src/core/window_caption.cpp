@@ -22,6 +22,20 @@ std::string window_caption(const Console& console, bool talent) {
          TextWrit_ReturnStudioGroupName(console) + "      " + GetPhoneText(console);
 }
 
+void renew_window_caption(Console& console) {
+  MainForm& form = console.Lineweir;
+  const bool talent = form.caption.get().find("Talent") != std::string::npos;
+  form.caption = window_caption(console, talent);
+}
+
+void check_present_group(Console& console) {
+  if (console.program.GroupNumber == 0) console.program.GroupNumber = 1;
+  ControlArray<MenuItem>& groups = console.Lineweir.StudioGr;
+  for (int i = 0; i < groups.upper_bound(); ++i) {
+    if (groups.loaded(i)) groups(i).checked = i == console.program.GroupNumber - 1;
+  }
+}
+
 std::string GetPhoneText(const Console& console) {
   if (!console.Lineweir.NextGenPhoneMenu.shown()) return {};
   return first_checked(console.Lineweir.NextGenPhone);

@@ -9,6 +9,13 @@ struct Console;
 // The main window's caption for a mode: the group's number and name, and the phone.
 std::string window_caption(const Console& console, bool talent);
 
+// Gives the main window its caption anew, in the mode that the present caption names: the group or
+// the phone has changed.
+void renew_window_caption(Console& console);
+
+// Checks the present group's item of StudioGr alone. A group of 0 becomes 1.
+void check_present_group(Console& console);
+
 // The caption of the checked item of NextGenPhone while its menu is visible; else empty.
 std::string GetPhoneText(const Console& console);
 

@@ -40,14 +40,10 @@ void GroupChoice::change_group(int group) {
   }
   if (!leave_group()) return select_present_group();
 
-  MainForm& form = console_.Lineweir;
   console_.program.GroupNumber = group;
-  for (int i = 0; i < form.StudioGr.upper_bound(); ++i) {
-    if (form.StudioGr.loaded(i)) form.StudioGr(i).checked = i == group - 1;
-  }
-  const bool talent = form.caption.get().find("Talent") != std::string::npos;
-  form.caption = window_caption(console_, talent);
-  form.Timer4.enabled = true;
+  check_present_group(console_);
+  renew_window_caption(console_);
+  console_.Lineweir.Timer4.enabled = true;
   console_.lines.FreshConnect = true;
 }
 

@@ -55,7 +55,8 @@ void RemoteSession::NetworkConnectionOption_Click() {
         console_.remote.SerialInputObject = console_.services.remote_objects.create(commands_class);
         console_.remote.CallbackServer =
             console_.services.remote_objects.create(registration_class);
-        check_present_group();
+        check_present_group(console_);
+        renew_window_caption(console_);
         connected = truth(console_.remote.CallbackServer->call(
             "AddObjectReference", {callback_class, std::int64_t{console_.program.GroupNumber}}));
         if (!connected) return fail("Connect Failed");
@@ -96,16 +97,6 @@ void RemoteSession::NetworkDisconnect() {
         console_.messages.ShowMessage("Unable to release Server reference. Retry later. ");
       });
   console_.remote.SerialInputObject.reset();
-}
-
-void RemoteSession::check_present_group() {
-  MainForm& form = console_.Lineweir;
-  if (console_.program.GroupNumber == 0) console_.program.GroupNumber = 1;
-  for (int i = 0; i < form.StudioGr.upper_bound(); ++i) {
-    if (form.StudioGr.loaded(i)) form.StudioGr(i).checked = i == console_.program.GroupNumber - 1;
-  }
-  const bool talent = form.caption.get().find("Talent") != std::string::npos;
-  form.caption = window_caption(console_, talent);
 }
 
 void RemoteSession::take_studio_state() {

@@ -21,7 +21,6 @@ class RemoteSession {
   void register_console();
   void take_studio_state();
   void name_lines(const std::string& numbers);
-  void check_present_group();
 
   Console& console_;
 };

@@ -7,14 +7,6 @@
 namespace lineweir {
 namespace {
 
-void check_present_group(Console& console) {
-  MainForm& form = console.Lineweir;
-  if (console.program.GroupNumber == 0) console.program.GroupNumber = 1;
-  for (int i = 0; i < form.StudioGr.upper_bound(); ++i) {
-    if (form.StudioGr.loaded(i)) form.StudioGr(i).checked = i == console.program.GroupNumber - 1;
-  }
-}
-
 void send(Console& console, const ServerPacket& packet) {
   console.server.send(packet);
   console.services.loop.run_pending();
@@ -51,8 +43,7 @@ void TextWrit_SockConnecter(Console& console, SessionReason RestartWinsock) {
     request(console, CmdRequestLineNumbers);
     tell_mode(console);
 
-    const bool talent = form.caption.get().find("Talent") != std::string::npos;
-    form.caption = window_caption(console, talent);
+    renew_window_caption(console);
     form.Timer1.enabled = true;
     form.mouse_pointer = pointer_default;
   });
