@@ -1,11 +1,15 @@
 #include "desktop/dialog_frame.h"
 
+#include <QKeyEvent>
 #include <QLayout>
+#include <QLineEdit>
 #include <QMenuBar>
 #include <QPushButton>
 #include <QShortcut>
 #include <QWidget>
+#include <algorithm>
 
+#include "desktop/dialog_letters.h"
 #include "desktop/form_binder.h"
 #include "desktop/menu_tree.h"
 #include "desktop/twips.h"
@@ -13,8 +17,14 @@
 namespace lineweir {
 namespace {
 
-// Set in Qt Designer on the button that the Escape key clicks.
+// Set in Qt Designer on the button that the Escape key clicks, and on a window without such a
+// button that Escape closes.
 constexpr const char* cancels_property = "cancels";
+constexpr const char* escape_closes_property = "escapeCloses";
+
+// Set in Qt Designer on a field that is to be as wide as so many digits.
+constexpr const char* digits_property = "digits";
+constexpr int field_edges = 16;
 
 Qt::WindowFlags window_flags(DialogKind kind) {
   switch (kind) {
@@ -25,6 +35,23 @@ Qt::WindowFlags window_flags(DialogKind kind) {
     default:
       return Qt::Dialog;
   }
+}
+
+void dress_fields(QWidget& window) {
+  for (QLineEdit* field : window.findChildren<QLineEdit*>()) {
+    const int digits = field->property(digits_property).toInt();
+    if (digits == 0) continue;
+    field->setFixedWidth(field->fontMetrics().horizontalAdvance(QLatin1Char('0')) * digits +
+                         field_edges);
+  }
+}
+
+QRect shown_controls(const QWidget& window) {
+  QRect all;
+  for (const QWidget* child : window.findChildren<QWidget*>(Qt::FindDirectChildrenOnly)) {
+    if (!child->isHidden()) all = all.united(child->geometry());
+  }
+  return all;
 }
 
 }  // namespace
@@ -44,6 +71,11 @@ QWidget* DialogFrame::make_window() {
     auto* escape = new QShortcut(Qt::Key_Escape, window);
     QObject::connect(escape, &QShortcut::activated, button, &QPushButton::click);
   }
+  if (window->property(escape_closes_property).toBool()) {
+    auto* escape = new QShortcut(Qt::Key_Escape, window);
+    QObject::connect(escape, &QShortcut::activated, window, &QWidget::close);
+  }
+  dress_fields(*window);
   if (!form().menu_bar().empty() && window->layout() != nullptr) {
     auto* bar = new QMenuBar(window);
     menus_ = std::make_unique<MenuTree>(form(), *bar);
@@ -58,12 +90,36 @@ QRect DialogFrame::place_to_open() const {
 }
 
 void DialogFrame::fit_window(QWidget& window) {
-  const QSize told(pixel_edge(form().width), pixel_edge(form().height));
+  QSize told(pixel_edge(form().width, letter_scale()), pixel_edge(form().height, letter_scale()));
+  if (window.layout() == nullptr) {
+    // What a dialog keeps room for and doesn't show now leaves no empty half.
+    const QRect shown = shown_controls(window);
+    told.setWidth(std::min(told.width(), shown.right() + 1 + shown.left()));
+  }
   window.resize(told.expandedTo(window.minimumSizeHint()));
+}
+
+bool DialogFrame::eventFilter(QObject* watched, QEvent* event) {
+  if (FormFrame::eventFilter(watched, event)) return true;
+  if (watched != window() || event->type() != QEvent::KeyPress) return false;
+  const int key = static_cast<QKeyEvent*>(event)->key();
+  return (key == Qt::Key_Return || key == Qt::Key_Enter) && press_default();
+}
+
+bool DialogFrame::press_default() {
+  for (QPushButton* button : window()->findChildren<QPushButton*>()) {
+    if (!button->isDefault() || !button->isVisible()) continue;
+    // The field that is left says so before.
+    button->setFocus(Qt::OtherFocusReason);
+    button->click();
+    return true;
+  }
+  return false;
 }
 
 void DialogFrame::form_changed() {
   binder_->flush();
+  if (window() != nullptr && window()->layout() == nullptr) fit_window(*window());
   if (menus_ != nullptr) menus_->flush();
 }
 

@@ -27,8 +27,12 @@ class DialogFrame final : public FormFrame {
   void fit_window(QWidget& window) override;
   QRect place_to_open() const override;
   void form_changed() override;
+  bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
+  // Enter in a field that doesn't take it for itself presses the default button.
+  bool press_default();
+
   const DialogRow& row_;
   std::function<QWidget*()> main_window_;
   std::unique_ptr<FormBinder> binder_;

@@ -6,6 +6,7 @@
 #include <QWidget>
 
 #include "desktop/core_text.h"
+#include "desktop/dialog_letters.h"
 #include "desktop/focus_reason.h"
 #include "desktop/key_codes.h"
 #include "desktop/twips.h"
@@ -42,8 +43,8 @@ void ElementLink::show_control() {
 
 void ElementLink::place() {
   if (placed_by_layout_) return;
-  widget_.setGeometry(
-      pixel_rect(QRectF(control_.left, control_.top, control_.width, control_.height)));
+  widget_.setGeometry(pixel_rect(
+      QRectF(control_.left, control_.top, control_.width, control_.height), letter_scale()));
 }
 
 bool ElementLink::eventFilter(QObject*, QEvent* event) {

@@ -1,15 +1,18 @@
 #include "desktop/grid_link.h"
 
 #include <QHeaderView>
+#include <cmath>
 
 #include "desktop/core_text.h"
+#include "desktop/dialog_letters.h"
 #include "desktop/grid_cell_delegate.h"
 #include "desktop/twips.h"
 
 namespace lineweir {
 namespace {
 
-constexpr int row_height = 22;
+// The room above and below the letters of a row.
+constexpr int row_padding = 4;
 
 }  // namespace
 
@@ -23,12 +26,14 @@ GridLink::GridLink(Grid& grid, QTableWidget& table)
   table.setTabKeyNavigation(false);
   table.setItemDelegate(new GridCellDelegate(grid, &table));
   table.verticalHeader()->hide();
-  table.verticalHeader()->setDefaultSectionSize(row_height);
+  table.verticalHeader()->setDefaultSectionSize(table.fontMetrics().height() + 2 * row_padding);
   table.horizontalHeader()->setStretchLastSection(true);
   table.horizontalHeader()->setHighlightSections(false);
   for (int column = 0; column < static_cast<int>(grid.column_widths.size()); ++column) {
-    table.setColumnWidth(column, pixel_edge(grid.column_widths[static_cast<std::size_t>(column)]));
+    table.setColumnWidth(
+        column, pixel_edge(grid.column_widths[static_cast<std::size_t>(column)], letter_scale()));
   }
+  table.setMinimumWidth(static_cast<int>(std::lround(table.minimumWidth() * letter_scale())));
   QObject::connect(&table, &QTableWidget::currentCellChanged, this, [this](int row, int column) {
     if (!showing() && row >= 0 && column >= 0) grid_.select(row + 1, column);
   });

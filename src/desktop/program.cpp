@@ -10,6 +10,7 @@
 #include "desktop/accessibility.h"
 #include "desktop/console_style.h"
 #include "desktop/desktop.h"
+#include "desktop/dialog_letters.h"
 #include "desktop/dialogs.h"
 #include "desktop/first_paint.h"
 #include "desktop/line_report.h"
@@ -29,15 +30,13 @@ namespace {
 
 constexpr int box_speed = 1200;
 constexpr int switch_console_speed = 9600;
-constexpr int dialog_text_pixels = 12;
-
 }  // namespace
 
 void dress_application() {
   QApplication::setStyle(new ConsoleStyle);
   QApplication::setPalette(palette_of(metal_theme));
   QFont font(QStringLiteral("DejaVu Sans"));
-  font.setPixelSize(dialog_text_pixels);
+  font.setPixelSize(design_letter_pixels);
   QApplication::setFont(font);
   // Closing a window is a matter of its form, not of the application.
   QApplication::setQuitOnLastWindowClosed(false);

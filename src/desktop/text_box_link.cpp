@@ -109,6 +109,11 @@ bool TextBoxLink::eventFilter(QObject* watched, QEvent* event) {
   return QObject::eventFilter(watched, event);
 }
 
+// A box of one line has no use for a tab, so no handler may keep the focus in it by swallowing one.
+bool TextBoxLink::leads_out(const QKeyEvent& event) const {
+  return event.key() == Qt::Key_Backtab || (event.key() == Qt::Key_Tab && line_ != nullptr);
+}
+
 bool TextBoxLink::key_swallowed(QKeyEvent& event) {
   if (leaves_text_alone(event)) return false;
   if (box_->on_key_down) {
@@ -116,7 +121,7 @@ bool TextBoxLink::key_swallowed(QKeyEvent& event) {
     if (code != 0) box_->on_key_down(code, shift_state(event.modifiers()));
     if (code == 0 && key_code(event) != 0) return true;
   }
-  if (box_ == nullptr || !box_->on_key_press) return false;
+  if (box_ == nullptr || !box_->on_key_press || leads_out(event)) return false;
   const std::string character = core_text(event.text());
   if (character.size() != 1) return false;
   const int pressed = code_of(character.front());

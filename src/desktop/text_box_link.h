@@ -31,6 +31,7 @@ class TextBoxLink final : public QObject {
  private:
   void watch(QWidget& edit);
   // Runs the key's events; true when a handler has swallowed the key.
+  bool leads_out(const QKeyEvent& event) const;
   bool key_swallowed(QKeyEvent& event);
   void edited(const QString& text, int caret);
   void caret_moved(const QString& text, int caret);

@@ -94,6 +94,8 @@ struct Theme {
   QRgb control;
   QRgb control_text;
   QRgb control_edge;
+  QRgb group_edge;
+  QRgb scroll_slider;
   QRgb highlight;
   QRgb highlighted_text;
   QRgb disabled_text;

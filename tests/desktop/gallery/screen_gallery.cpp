@@ -6,7 +6,8 @@
 //                           near as it goes
 //   keyboard FORM KEY...    these keys are typed in the form's window: Tab, Space, A ...
 //   mouse FORM ELEMENT      the mouse comes to rest on the element's widget
-//   letters PERCENT         the size of the letters in dialogs
+//   letters PERCENT         the size of the letters in dialogs and menus, of the present one
+//   prefix TEXT             stands before the names of all further pictures
 //   include FILE            the commands of another script, in the same folder
 
 #include <QApplication>
@@ -67,6 +68,10 @@ class Gallery {
     if (command == "keyboard") return type_keys(words);
     if (command == "mouse") return rest_mouse(words);
     if (command == "letters") return set_letters(words);
+    if (command == "prefix") {
+      words >> prefix_;
+      return;
+    }
     // The windows go before the console that they show.
     if (command == "quit") desktop_.reset();
     const auto reply = driver::carry_out(session_, line);
@@ -96,7 +101,7 @@ class Gallery {
     words >> name >> form;
     QWidget& shown = window(form.empty() ? "Lineweir" : form);
     if (!shown.isVisible()) throw std::runtime_error(form + " is not shown");
-    if (!shown.grab().save(folder_.filePath(QString::fromStdString(name + ".png")))) {
+    if (!shown.grab().save(folder_.filePath(QString::fromStdString(prefix_ + name + ".png")))) {
       throw std::runtime_error("the picture can't be saved");
     }
   }
@@ -141,13 +146,13 @@ class Gallery {
   void set_letters(std::istream& words) {
     int percent = 100;
     words >> percent;
-    dress_application();
     QFont font = QApplication::font();
     font.setPixelSize(font.pixelSize() * percent / 100);
     QApplication::setFont(font);
   }
 
   QDir folder_;
+  std::string prefix_;
   platform::MemoryFiles files_;
   driver::Session session_{files_};
   std::unique_ptr<Desktop> desktop_;
