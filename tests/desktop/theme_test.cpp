@@ -26,10 +26,10 @@ TEST_SUITE("theme") {
   TEST_CASE("every text can be read on what it stands on, on both faces") {
     for (const Theme* theme : {&metal_theme, &grey_theme}) {
       for (const Surface* surface :
-           {&theme->face, &theme->panel, &theme->key_up.surface, &theme->key_down.surface,
-            &theme->key_disabled.surface, &theme->white_strip.surface, &theme->green_strip.surface,
-            &theme->red_strip.surface, &theme->clock, &theme->dial.surface,
-            &theme->red_dial.surface, &theme->message, &theme->window}) {
+           {&theme->face, &theme->panel, &theme->key_up.surface, &theme->key_hover.surface,
+            &theme->key_down.surface, &theme->key_disabled.surface, &theme->white_strip.surface,
+            &theme->green_strip.surface, &theme->red_strip.surface, &theme->clock,
+            &theme->dial.surface, &theme->red_dial.surface, &theme->message, &theme->window}) {
         CAPTURE(QColor::fromRgb(surface->text).name().toStdString());
         CAPTURE(QColor::fromRgb(surface->shading.upper).name().toStdString());
         CHECK(worst_contrast(*surface) >= readable_contrast);
@@ -50,6 +50,38 @@ TEST_SUITE("theme") {
       for (const QRgb sign : {theme->drop_sign, theme->hold_sign}) {
         CHECK(worst_contrast(sign, theme->key_up.surface.shading) >= 2.3);
       }
+    }
+  }
+
+  TEST_CASE("the ring of the focus stands out from all that it lies on") {
+    for (const Theme* theme : {&metal_theme, &grey_theme}) {
+      for (const Surface* surface :
+           {&theme->face, &theme->panel, &theme->key_up.surface, &theme->key_hover.surface,
+            &theme->key_down.surface, &theme->window}) {
+        CHECK(worst_contrast(theme->focus_ring, surface->shading) >= 3);
+      }
+      CHECK(contrast(QColor::fromRgb(theme->focus_ring), QColor::fromRgb(theme->control)) >= 3);
+    }
+  }
+
+  TEST_CASE("a strip on air is darker than any other, and each sign stands out from its strip") {
+    for (const Theme* theme : {&metal_theme, &grey_theme}) {
+      const auto& red = theme->red_strip.surface.shading;
+      const auto& green = theme->green_strip.surface.shading;
+      const auto& white = theme->white_strip.surface.shading;
+      for (const QRgb Shading::*edge : {&Shading::upper, &Shading::lower}) {
+        const QColor red_edge = QColor::fromRgb(red.*edge);
+        CHECK(contrast(red_edge, QColor::fromRgb(green.*edge)) >= 3);
+        CHECK(contrast(red_edge, QColor::fromRgb(white.*edge)) >= 3);
+      }
+      CHECK(worst_contrast(theme->red_strip.sign_color, red) >= 3);
+      CHECK(worst_contrast(theme->green_strip.sign_color, green) >= 3);
+    }
+  }
+
+  TEST_CASE("the edges of fields and boxes can be seen") {
+    for (const Theme* theme : {&metal_theme, &grey_theme}) {
+      CHECK(contrast(QColor::fromRgb(theme->control_edge), QColor::fromRgb(theme->control)) >= 3);
     }
   }
 
