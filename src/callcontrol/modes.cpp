@@ -202,7 +202,7 @@ void Modes::rearrange_buttons(std::string_view handler) {
   const bool was_open = switch_console.is_open();
   switch_console.close();
   console_.layout.lay_out_drop_buttons();
-  if (was_open) guard(console_, handler, [&] { switch_console.open(); });
+  if (was_open) console_.remote_port.reopen(handler);
 }
 
 void Modes::show_row_icons() {

@@ -10,6 +10,8 @@
 namespace lineweir {
 namespace {
 
+constexpr std::string_view port_message = "Could Not Open Switch Console Port";
+
 constexpr std::array port_failures = {
     failure_number::device_unavailable,    failure_number::bad_port_number,
     failure_number::port_already_open,     failure_number::bad_port_identifier,
@@ -26,6 +28,9 @@ RemotePortControl::RemotePortControl(Console& console) : console_(console) {
   }
   form.RemoteOn.on_click = [this] { RemoteOn_Click(); };
   form.RemoteOff.on_click = [this] { RemoteOff_Click(); };
+  console.services.comm2.on_lost = [this](const std::string& description) {
+    port_lost(description);
+  };
 }
 
 void RemotePortControl::RemoteCom_Click(int number) {
@@ -36,10 +41,12 @@ void RemotePortControl::RemoteCom_Click(int number) {
           console_.Lineweir.RemoteCom(other).checked = other == number;
         }
         platform::SerialPort& comm = console_.services.comm2;
-        const bool was_open = comm.is_open();
+        const bool wanted = comm.is_open() || missed_;
         comm.close();
         comm.set_comm_port(number);
-        if (was_open) comm.open();
+        missed_ = wanted;
+        if (wanted) comm.open();
+        missed_ = false;
       },
       [&](const Failure& failure) { report(procedure, failure); });
 }
@@ -51,6 +58,7 @@ void RemotePortControl::RemoteOn_Click() {
         console_.Lineweir.RemoteOff.checked = false;
         console_.Lineweir.RemoteOn.checked = true;
         console_.Lineweir.SwitchConsoleTimer.enabled = true;
+        missed_ = false;
       },
       [&](const Failure& failure) { report("Lineweir_RemoteOn_Click", failure); });
 }
@@ -61,6 +69,23 @@ void RemotePortControl::RemoteOff_Click() {
     console_.Lineweir.RemoteOff.checked = true;
     console_.Lineweir.RemoteOn.checked = false;
     console_.Lineweir.SwitchConsoleTimer.enabled = false;
+    missed_ = false;
+  });
+}
+
+void RemotePortControl::reopen(std::string_view procedure) {
+  attempt([&] { console_.services.comm2.open(); },
+          [&](const Failure& failure) {
+            missed_ = true;
+            report(procedure, failure);
+          });
+}
+
+void RemotePortControl::port_lost(const std::string& description) {
+  guard(console_, "Lineweir_Comm2_Lost", [&] {
+    missed_ = true;
+    console_.trace.WriteTrace(description);
+    console_.messages.ShowMessage(port_message);
   });
 }
 
@@ -69,7 +94,7 @@ void RemotePortControl::report(std::string_view procedure, const Failure& failur
     report_failure(console_, procedure, failure);
     return;
   }
-  console_.messages.ShowMessage("Could Not Open Switch Console Port");
+  console_.messages.ShowMessage(port_message);
 }
 
 }  // namespace lineweir

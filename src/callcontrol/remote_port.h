@@ -1,5 +1,6 @@
 #pragma once
 
+#include <string>
 #include <string_view>
 
 namespace lineweir {
@@ -7,7 +8,8 @@ namespace lineweir {
 struct Console;
 class Failure;
 
-// The menu "Remote Port": the serial port of the switch console.
+// The menu "Remote Port": the serial port of the switch console. A port that vanishes while it is
+// in use is told once; choosing a port, or switching on, brings it back.
 class RemotePortControl {
  public:
   explicit RemotePortControl(Console& console);
@@ -17,10 +19,16 @@ class RemotePortControl {
   void RemoteOn_Click();
   void RemoteOff_Click();
 
+  // Opens the port again after it was closed for a moment.
+  void reopen(std::string_view procedure);
+
  private:
+  void port_lost(const std::string& description);
   void report(std::string_view procedure, const Failure& failure);
 
   Console& console_;
+  // The port was open, and closed against the user's will: choosing a port opens it again.
+  bool missed_ = false;
 };
 
 }  // namespace lineweir

@@ -41,6 +41,9 @@ Console::Console(const platform::Services& platform_services)
       clocks(*this),
       next_caller(*this),
       line_actions(*this),
+      dial_pad(*this),
+      switch_console(*this),
+      remote_next(*this),
       clock_menu(*this),
       set_time(*this),
       show_editor(*this),
@@ -55,8 +58,8 @@ Console::Console(const platform::Services& platform_services)
 }
 
 std::vector<Form*> Console::forms() {
-  return {&Lineweir, &AboutBox, &MyMsgbox, &DebugForm,   &Standby,   &DisplayOptionForm,
-          &Form2,    &Form3,    &Form4,    &LogDataForm, &LoginForm, &FlashMessA};
+  return {&Lineweir, &AboutBox, &MyMsgbox,    &DebugForm, &Standby,    &DisplayOptionForm, &Form2,
+          &Form3,    &Form4,    &LogDataForm, &LoginForm, &FlashMessA, &DialForm};
 }
 
 }  // namespace lineweir

@@ -7,13 +7,17 @@
 #include "boxlink/line_steps.h"
 #include "boxlink/serial_port_control.h"
 #include "boxlink/status_decoder.h"
+#include "callcontrol/dial_pad.h"
 #include "callcontrol/dial_state.h"
+#include "callcontrol/dial_window.h"
 #include "callcontrol/line_actions.h"
 #include "callcontrol/modes.h"
 #include "callcontrol/next_caller.h"
 #include "callcontrol/phone_command.h"
+#include "callcontrol/remote_next.h"
 #include "callcontrol/remote_port.h"
 #include "callcontrol/socket_trap.h"
+#include "callcontrol/switch_console.h"
 #include "callerdata/call_log.h"
 #include "callerdata/call_log_file.h"
 #include "callerdata/caller_data.h"
@@ -100,6 +104,7 @@ struct Console {
   LogDataWindow LogDataForm;
   LoginWindow LoginForm;
   FlashMessageForm FlashMessA;
+  DialWindow DialForm;
 
   Trace trace;
   Messages messages;
@@ -140,6 +145,9 @@ struct Console {
   ClockEngine clocks;
   NextCaller next_caller;
   LineActions line_actions;
+  DialPad dial_pad;
+  SwitchConsole switch_console;
+  RemoteNextControl remote_next;
   ClockMenu clock_menu;
   SetTime set_time;
   ShowDataEditor show_editor;

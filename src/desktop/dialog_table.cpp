@@ -6,6 +6,7 @@
 #include "ui_about_box.h"
 #include "ui_caller_data.h"
 #include "ui_debug_form.h"
+#include "ui_dial_form.h"
 #include "ui_display_options.h"
 #include "ui_flash_message.h"
 #include "ui_log_data.h"
@@ -41,6 +42,7 @@ constexpr std::array dialogs = {
     DialogRow{form_of<&Console::LogDataForm>, set_up<Ui::LogDataForm>, DialogKind::Dialog},
     DialogRow{form_of<&Console::LoginForm>, set_up<Ui::LoginForm>, DialogKind::Dialog},
     DialogRow{form_of<&Console::FlashMessA>, set_up<Ui::FlashMessA>, DialogKind::Dialog},
+    DialogRow{form_of<&Console::DialForm>, set_up<Ui::DialForm>, DialogKind::Dialog},
 };
 
 }  // namespace

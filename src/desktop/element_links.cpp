@@ -9,6 +9,7 @@
 #include <QPushButton>
 #include <QRadioButton>
 
+#include "desktop/button_picture.h"
 #include "desktop/core_color.h"
 #include "desktop/core_text.h"
 #include "desktop/element_link.h"
@@ -52,10 +53,21 @@ class ButtonLink final : public ElementLink {
   }
 
  private:
-  void show_content() override { push_.setText(shown_text(button_.caption.get())); }
+  void show_content() override {
+    push_.setText(shown_text(button_.caption.get()));
+    show_picture();
+  }
+
+  void show_picture() {
+    const std::string& picture = button_.picture;
+    if (picture.empty()) return;
+    push_.setIcon(button_picture(picture, push_));
+    push_.setAccessibleDescription(spoken_picture(picture));
+  }
 
   bool eventFilter(QObject* watched, QEvent* event) override {
     if (ElementLink::eventFilter(watched, event)) return true;
+    if (event->type() == QEvent::PaletteChange) show_picture();
     if (event->type() != QEvent::KeyPress) return false;
     const int key = static_cast<QKeyEvent*>(event)->key();
     if (key != Qt::Key_Return && key != Qt::Key_Enter) return false;

@@ -17,6 +17,8 @@ bool has_widget(const Element& element) {
     case ElementKind::Timer:
     case ElementKind::Data:
     case ElementKind::Line:
+    // A picture of a dialog is a holder from which others take theirs.
+    case ElementKind::Picture:
       return false;
     default:
       return true;

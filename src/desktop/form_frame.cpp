@@ -156,12 +156,24 @@ void FormFrame::window_state_changed() {
 }
 
 bool FormFrame::key_swallowed(QKeyEvent& event) {
-  if (!form().on_key_down) return false;
   const int pressed = key_code(event);
-  if (pressed == 0) return false;
-  int code = pressed;
-  form().on_key_down(code, shift_state(event.modifiers()));
-  return code == 0;
+  if (form().on_key_down && pressed != 0) {
+    int code = pressed;
+    form().on_key_down(code, shift_state(event.modifiers()));
+    if (code == 0) return true;
+  }
+  return form().on_key_press && character_swallowed(event);
+}
+
+bool FormFrame::character_swallowed(const QKeyEvent& event) {
+  if ((event.modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier)) != 0) {
+    return false;
+  }
+  const std::string character = core_text(event.text());
+  if (character.size() != 1) return false;
+  int key = code_of(character.front());
+  form().on_key_press(key);
+  return key == 0;
 }
 
 }  // namespace lineweir

@@ -56,6 +56,7 @@ class FormFrame : public QObject, private FormWatch {
   void window_moved();
   void window_state_changed();
   bool key_swallowed(QKeyEvent& event);
+  bool character_swallowed(const QKeyEvent& event);
 
   QWidget* window_ = nullptr;
   bool place_changed_ = false;

@@ -7,6 +7,7 @@
 #include "desktop/painter_dials.h"
 #include "desktop/painter_icons.h"
 #include "desktop/painter_keys.h"
+#include "desktop/painter_lamps.h"
 #include "desktop/painter_strips.h"
 
 namespace lineweir {
@@ -69,6 +70,9 @@ constexpr std::array rows = {
     Row{"YellowIcon", paint_triangle},
     Row{"GreenIcon", paint_bars},
     Row{"BlueIcon", paint_cross},
+    Row{"GreyPic", paint_lamp_dark},
+    Row{"RedPic", paint_lamp_on_air},
+    Row{"GreenPic", paint_lamp_at_handset},
     Row{"TimeDial", dial<&Theme::dial>},
     Row{"ShowDial", dial<&Theme::dial>},
     Row{"RedDial", dial<&Theme::red_dial>},

@@ -73,6 +73,8 @@ std::vector<Function> general_functions() {
                [](Console& c, const std::string& file) { CreateDatabase(c, file); }),
       function("Comm1_OnComm",
                [](Console& c) { c.decoder.Comm1_OnComm(platform::comm_event_receive); }),
+      function("Comm2_OnComm",
+               [](Console& c) { c.switch_console.Comm2_OnComm(platform::comm_event_receive); }),
       function("Winsock1_DataArrival", [](Console& c) { c.server.Winsock1_DataArrival(); }),
   };
 }

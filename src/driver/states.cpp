@@ -80,6 +80,14 @@ void append_subsystems(std::vector<StateName>& names) {
       state("RecString", [](Console& c) { return &c.server.RecString; }),
       state("DialLine", [](Console& c) { return &c.dial.DialLine; }),
       state("DialSeizeLine", [](Console& c) { return &c.dial.DialSeizeLine; }),
+      reading("DialCollection",
+              [](Console& c) {
+                std::vector<std::string> words;
+                for (const CommandWord& word : c.dial_pad.DialCollection) {
+                  words.push_back(word.word);
+                }
+                return words;
+              }),
       state("UserName", [](Console& c) { return &c.login.UserName; }),
       state("UserPassword", [](Console& c) { return &c.login.UserPassword; }),
       state("DisplayUserName", [](Console& c) { return &c.login.DisplayUserName; }),

@@ -4,15 +4,18 @@
 
 namespace lineweir {
 
-// A push button of a dialog.
+// A push button of a dialog. Beside its caption it may show the picture of a holder.
 class Button : public Control {
  public:
   Button(Form& form, std::string_view name, std::string_view text = {}, int index = no_index)
       : Control(form, ElementKind::Button, name, index) {
     caption = text;
   }
+  // An element of a control array.
+  Button(Form& form, std::string_view name, int index) : Button(form, name, {}, index) {}
 
   Property<std::string> caption{*this, PropertyId::Caption};
+  Property<std::string> picture{*this, PropertyId::Picture};
 };
 
 class CheckBox : public Control {

@@ -61,6 +61,9 @@ class Form : public Element {
   std::function<void()> on_click;
   // A key before the form's controls see it; a handler swallows it by setting the code to 0.
   std::function<void(int& key_code, int shift)> on_key_down;
+  // A character that the user types anywhere in the window, before the control that has the focus
+  // sees it; a handler swallows it by setting it to 0.
+  std::function<void(int& key)> on_key_press;
   // The user closes the window. Without a handler the form is unloaded.
   std::function<void()> on_close;
 

@@ -32,6 +32,11 @@ inline constexpr std::string_view GreenIcon = "GreenIcon";
 inline constexpr std::string_view YellowIcon = "YellowIcon";
 inline constexpr std::string_view BlueIcon = "BlueIcon";
 
+// The lamp of the dial pad.
+inline constexpr std::string_view GreyPic = "GreyPic";
+inline constexpr std::string_view RedPic = "RedPic";
+inline constexpr std::string_view GreenPic = "GreenPic";
+
 inline constexpr std::string_view MarkWhite = "MarkWhite";
 inline constexpr std::string_view MarkGreen = "MarkGreen";
 inline constexpr std::string_view MarkRed = "MarkRed";

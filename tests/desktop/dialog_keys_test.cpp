@@ -7,6 +7,7 @@
 #include <QLineEdit>
 #include <set>
 
+#include "desktop/telephone_key.h"
 #include "full_dialogs.h"
 #include "pixels.h"
 
@@ -29,7 +30,9 @@ TEST_SUITE("keys in dialogs") {
         const QString key = QKeySequence::mnemonic(text).toString();
         CAPTURE(widget->objectName().toStdString());
         CAPTURE(text.toStdString());
-        if (widget->inherits("QPushButton")) CHECK_FALSE(key.isEmpty());
+        // A telephone's keys are pressed by typing what stands on them.
+        const bool typed = dynamic_cast<TelephoneKey*>(widget) != nullptr && text.size() == 1;
+        if (widget->inherits("QPushButton") && !typed) CHECK_FALSE(key.isEmpty());
         if (!key.isEmpty()) CHECK(taken.insert(key).second);
       }
     });
@@ -78,7 +81,8 @@ TEST_SUITE("keys in dialogs") {
     for (Form* form : std::initializer_list<Form*>{
              &desk.console.AboutBox, &desk.console.MyMsgbox, &desk.console.DebugForm,
              &desk.console.DisplayOptionForm, &desk.console.Form2, &desk.console.Form3,
-             &desk.console.LogDataForm, &desk.console.LoginForm, &desk.console.FlashMessA}) {
+             &desk.console.LogDataForm, &desk.console.LoginForm, &desk.console.FlashMessA,
+             &desk.console.DialForm}) {
       CAPTURE(form->name());
       form->on_load = nullptr;
       desk.console.FlashMessA.FlashMessACancel.on_click = [&] { desk.console.FlashMessA.unload(); };

@@ -116,7 +116,7 @@ TEST_CASE_FIXTURE(PortFixture, "As many openings fail as were arranged") {
   CHECK(port.is_open());
 }
 
-TEST_CASE_FIXTURE(PortFixture, "For the next program the port is closed and number 1") {
+TEST_CASE_FIXTURE(PortFixture, "For the next program the port is closed and has its first number") {
   port.reply("M", "answer");
   port.set_comm_port(3);
   port.open();
@@ -127,6 +127,25 @@ TEST_CASE_FIXTURE(PortFixture, "For the next program the port is closed and numb
   port.output("M");
   loop.advance(Milliseconds(20));
   CHECK(port.input() == "answer");
+}
+
+TEST_CASE_FIXTURE(PortFixture, "A port may begin with another number, also for the next program") {
+  ScriptedSerialPort second(loop, 2);
+  CHECK(second.comm_port() == 2);
+  second.set_comm_port(4);
+  second.restart();
+  CHECK(second.comm_port() == 2);
+}
+
+TEST_CASE_FIXTURE(PortFixture, "An open port that vanishes is closed and told, a closed one not") {
+  Texts told;
+  port.on_lost = [&](const std::string& description) { told.push_back(description); };
+  port.vanish();
+  CHECK(told.empty());
+  port.open();
+  port.vanish();
+  CHECK_FALSE(port.is_open());
+  CHECK(told == Texts{"Serial port 1 was lost"});
 }
 
 }  // namespace

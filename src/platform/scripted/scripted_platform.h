@@ -22,7 +22,7 @@ struct ScriptedPlatform {
   ScriptedDialogs dialogs;
   MemoryDatabases databases;
   ScriptedSerialPort comm1{loop};
-  ScriptedSerialPort comm2{loop};
+  ScriptedSerialPort comm2{loop, 2};
   ScriptedClientSocket winsock1{loop};
   ScriptedRemoteObjects remote_objects{loop};
   // Set when the console has ended the program.

@@ -47,13 +47,19 @@ void ScriptedSerialPort::fail_openings(int number, int count) {
   openings_to_fail_ = count;
 }
 
+void ScriptedSerialPort::vanish() {
+  if (!open_) return;
+  close();
+  if (on_lost) on_lost("Serial port " + std::to_string(comm_port_) + " was lost");
+}
+
 std::vector<std::string> ScriptedSerialPort::take_writes() { return std::exchange(writes_, {}); }
 
 void ScriptedSerialPort::restart() {
   on_comm = nullptr;
   on_lost = nullptr;
   close();
-  comm_port_ = 1;
+  comm_port_ = first_comm_port_;
 }
 
 void ScriptedSerialPort::arrive(const std::string& characters, Milliseconds delay) {

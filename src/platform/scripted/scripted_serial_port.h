@@ -15,8 +15,9 @@ inline constexpr Milliseconds scripted_answer_time{20};
 // A serial port whose line is a script.
 class ScriptedSerialPort final : public SerialPort {
  public:
-  // The loop outlives the port.
-  explicit ScriptedSerialPort(EventLoop& loop) : loop_(loop) {}
+  // The loop outlives the port. The number is the one with which the port begins.
+  explicit ScriptedSerialPort(EventLoop& loop, int comm_port = 1)
+      : loop_(loop), first_comm_port_(comm_port), comm_port_(comm_port) {}
 
   int comm_port() const override { return comm_port_; }
   void set_comm_port(int number) override;
@@ -34,6 +35,9 @@ class ScriptedSerialPort final : public SerialPort {
   // The next `count` openings are a Failure of this number.
   void fail_openings(int number, int count);
 
+  // The device is pulled out of the open port.
+  void vanish();
+
   // Each write since the last call.
   std::vector<std::string> take_writes();
 
@@ -45,7 +49,8 @@ class ScriptedSerialPort final : public SerialPort {
   void arrive(const std::string& characters, Milliseconds delay);
 
   EventLoop& loop_;
-  int comm_port_ = 1;
+  int first_comm_port_;
+  int comm_port_;
   bool open_ = false;
   std::string received_;
   std::vector<std::string> writes_;

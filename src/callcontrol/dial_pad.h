@@ -1,0 +1,57 @@
+#pragma once
+
+#include <deque>
+#include <optional>
+#include <string_view>
+
+#include "callcontrol/line_commands.h"
+
+namespace lineweir {
+
+struct Console;
+
+// What DialForm does: seizes a line, keys digits on it and drops it. The words of the digits wait
+// in a queue from which each tick of Timer5 sends one, so that fast keying can't outrun the
+// equipment. The form follows the line's state as the equipment reports it.
+class DialPad {
+ public:
+  explicit DialPad(Console& console);
+
+  // The words not yet sent, the next one first.
+  std::deque<CommandWord> DialCollection;
+
+  void Dial_Click();
+  void DialButton_Click(int Index);
+
+ private:
+  void Form_Load();
+  void Form_Unload();
+  void Form_KeyPress(int& KeyAscii);
+  void SSCommand1_Click();
+  void SSCommand2_Click();
+  void TheDrop_Click();
+  void Timer5_Timer();
+  void Combo_KeyPress(int& KeyAscii);
+  void Text1_KeyPress(int& KeyAscii);
+
+  bool talent() const;
+  bool conference_chosen() const;
+  int chosen_line() const;
+  // A blank for a line that the table doesn't have.
+  char letter_of(int line) const;
+  bool dialling_on(int line) const;
+  int first_line_talked_on() const;
+  void fill_lists();
+  void begin_on(int line);
+  std::optional<CommandWord> seize_word(int line) const;
+  void send_next_word();
+  void let_go();
+  void watch_chosen_line();
+  void show_lamp(std::string_view picture);
+
+  Console& console_;
+  // The line was dropped by hand: the next tick takes the digits away.
+  bool digits_are_done_ = false;
+};
+
+}  // namespace lineweir

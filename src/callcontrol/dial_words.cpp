@@ -1,0 +1,50 @@
+#include "callcontrol/dial_words.h"
+
+#include "core/text.h"
+#include "elements/failure.h"
+
+namespace lineweir {
+namespace {
+
+constexpr int reserving_equipment = 4;
+constexpr int first_reserved_letter = 128;
+// Equipment of this kind numbers the tone of digit 0 behind that of 9.
+constexpr int equipment_with_late_zero = 3;
+constexpr int late_zero = 10;
+
+std::string numbered(char letter, int number) { return letter + zero_filled(number, 2); }
+
+}  // namespace
+
+CommandWord dial_word(int key, const DialSeat& seat) {
+  if (key < 0 || key >= dial_key_count) {
+    throw Failure(failure_number::out_of_range, "Subscript out of range");
+  }
+  const DialKey& row = dial_keys[static_cast<std::size_t>(key)];
+  const int kind = seat.seat.equipment_kind;
+  if (seat.screener && kind == reserving_equipment) {
+    return {numbered('Z', row.server_digit), bank_none};
+  }
+  if (!seat.seat.talent) {
+    return {numbered(seat.seat.handset_1 ? 'P' : 'O', row.handset_tone), bank_none};
+  }
+  const bool late = key == 0 && kind == equipment_with_late_zero;
+  return {numbered('T', late ? late_zero : row.hybrid_tone), seat.hybrid};
+}
+
+int dial_key_of(int character) {
+  for (int key = 0; key < dial_key_count; ++key) {
+    if (dial_keys[static_cast<std::size_t>(key)].character == character) return key;
+  }
+  return -1;
+}
+
+std::string_view dial_lamp(char line_letter, bool talent, int equipment_kind, int console_number) {
+  if (talks_on(line_letter, talent)) return talent ? pictures::RedPic : pictures::GreenPic;
+  const int reserved_to = code_of(line_letter) - first_reserved_letter;
+  const bool reserved_here =
+      reserved_to >= 0 && reserved_to == console_number && equipment_kind == reserving_equipment;
+  return reserved_here ? pictures::GreenPic : pictures::GreyPic;
+}
+
+}  // namespace lineweir

@@ -1,0 +1,104 @@
+#include "callcontrol/switch_console.h"
+
+#include <string>
+
+#include "callcontrol/console_lamps.h"
+#include "callcontrol/dial_words.h"
+#include "core/console.h"
+#include "core/guard.h"
+#include "core/text.h"
+#include "screen/pictures.h"
+
+namespace lineweir {
+namespace {
+
+bool pressable(const Control& control) { return control.shown() && control.enabled; }
+
+void press_button(const Control& button) {
+  if (pressable(button) && button.on_click) button.on_click();
+}
+
+void press_row_button(const ControlArray<Picture>& buttons, int line) {
+  if (buttons.loaded(line)) press_button(buttons(line));
+}
+
+// A conference button is hidden under the large main button, where that shows.
+void press_beside(const Picture& main_button, const Picture& button) {
+  if (main_button.picture != pictures::DropLargeUp) press_button(button);
+}
+
+}  // namespace
+
+SwitchConsole::SwitchConsole(Console& console) : console_(console) {
+  console.services.comm2.on_comm = [this](int comm_event) { Comm2_OnComm(comm_event); };
+  console.Lineweir.SwitchConsoleTimer.on_timer = [this] { SwitchConsoleTimer_Timer(); };
+}
+
+void SwitchConsole::Comm2_OnComm(int comm_event) {
+  guard(console_, "Lineweir_Comm2_OnComm", [&] {
+    if (comm_event != platform::comm_event_receive) return;
+    const std::string received = console_.services.comm2.input();
+    if (received.empty()) return;
+    press(console_key(code_of(received.front()), console_.Lineweir.Line20Mode.checked));
+  });
+}
+
+void SwitchConsole::press(const ConsoleKey& key) {
+  const MainForm& form = console_.Lineweir;
+  switch (key.action) {
+    case ConsoleAction::Nothing:
+      return;
+    case ConsoleAction::MainButtonOfRow:
+      return press_row_button(form.OnHybrid1, key.target);
+    case ConsoleAction::ConferenceButtonOfRow:
+      return press_row_button(form.OnHybrid2, key.target);
+    case ConsoleAction::Drop1:
+      return press_button(form.Drop1);
+    case ConsoleAction::Hold1:
+      return press_button(form.Hold1);
+    case ConsoleAction::Drop2:
+      return press_beside(form.Drop1, form.Drop2);
+    case ConsoleAction::Hold2:
+      return press_beside(form.Hold1, form.Hold2);
+    case ConsoleAction::Next:
+      return press_next();
+    case ConsoleAction::DialKey:
+      return press_dial_key(key.target);
+  }
+}
+
+void SwitchConsole::press_next() {
+  const MainForm& form = console_.Lineweir;
+  const bool main = form.StudioMode.checked && pressable(form.NextButton);
+  press_button(main ? form.NextButton : form.NextToConfButton);
+}
+
+// The key is pressed once for each line that this seat talks on.
+void SwitchConsole::press_dial_key(int key) {
+  DialWindow& dial = console_.DialForm;
+  for (int line = 0; line < console_.lines.LineCount; ++line) {
+    const bool talent = console_.Lineweir.StudioMode.checked;
+    if (!talks_on(console_.lines.StatusLetter(line), talent)) continue;
+    if (!dial.visible) press_button(console_.Lineweir.Dial);
+    if (dial.visible) press_button(dial.DialButton(key));
+  }
+}
+
+void SwitchConsole::SwitchConsoleTimer_Timer() {
+  guard(console_, "Lineweir_SwitchConsoleTimer_Timer", [&] {
+    platform::SerialPort& port = console_.services.comm2;
+    if (!port.is_open()) return;
+    const MainForm& form = console_.Lineweir;
+    const bool twenty_lines = form.Line20Mode.checked;
+    std::string message;
+    for (int line = 0; line < console_.lines.LineCount; ++line) {
+      const bool visible = form.OnHybrid1(line).visible;
+      // A hidden line has the lamps of the line before sent again.
+      const auto own = lamp_message(line, twenty_lines, visible, console_.rows.GetCadence(line));
+      if (own) message = *own;
+      if (!message.empty()) port.output(message);
+    }
+  });
+}
+
+}  // namespace lineweir

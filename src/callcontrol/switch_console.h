@@ -1,0 +1,30 @@
+#pragma once
+
+#include "callcontrol/console_keys.h"
+
+namespace lineweir {
+
+struct Console;
+class Picture;
+
+// The switch console on the host's desk, on the second serial port. Its keys press the buttons of
+// the screen, and can't do what the screen can't; its lamps repeat the state of the lines.
+class SwitchConsole {
+ public:
+  explicit SwitchConsole(Console& console);
+
+  // Each event of the port; only received data is acted on. The first character is the key.
+  void Comm2_OnComm(int comm_event);
+
+  // Sends the lamps of all lines.
+  void SwitchConsoleTimer_Timer();
+
+ private:
+  void press(const ConsoleKey& key);
+  void press_next();
+  void press_dial_key(int key);
+
+  Console& console_;
+};
+
+}  // namespace lineweir
