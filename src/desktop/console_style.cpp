@@ -25,6 +25,8 @@ constexpr int ring_gap = 3;
 constexpr int group_gap = 4;
 // What has an edge of its own leaves room in it for the ring.
 constexpr int frame_width = 2;
+constexpr int scroll_bar_width = 12;
+constexpr int shortest_slider = 20;
 
 ControlState state_of(const QStyleOption& option) {
   return {option.state.testFlag(QStyle::State_Enabled),
@@ -61,6 +63,36 @@ void draw_combo(QPainter& painter, const QStyleOptionComboBox& box) {
   const QRect arrow(box.rect.right() - side + 1, box.rect.top(), side, side);
   const auto role = box.editable ? QPalette::Text : QPalette::ButtonText;
   paint_down_arrow(painter, arrow, box.palette.color(role));
+}
+
+// Its slider runs from end to end, since there are no arrows.
+QRect scroll_bar_part(const QStyleOptionSlider& bar, QStyle::SubControl part) {
+  const bool across = bar.orientation == Qt::Horizontal;
+  const int length = across ? bar.rect.width() : bar.rect.height();
+  const int range = bar.maximum - bar.minimum;
+  const int steps = range + bar.pageStep;
+  const int slider =
+      range <= 0 ? length
+                 : std::clamp(static_cast<int>(static_cast<qint64>(bar.pageStep) * length / steps),
+                              std::min(shortest_slider, length), length);
+  const int start = QStyle::sliderPositionFromValue(bar.minimum, bar.maximum, bar.sliderPosition,
+                                                    length - slider, bar.upsideDown);
+  const auto between = [&](int from, int to) {
+    return across ? QRect(bar.rect.left() + from, bar.rect.top(), to - from, bar.rect.height())
+                  : QRect(bar.rect.left(), bar.rect.top() + from, bar.rect.width(), to - from);
+  };
+  switch (part) {
+    case QStyle::SC_ScrollBarSlider:
+      return between(start, start + slider);
+    case QStyle::SC_ScrollBarSubPage:
+      return between(0, start);
+    case QStyle::SC_ScrollBarAddPage:
+      return between(start + slider, length);
+    case QStyle::SC_ScrollBarGroove:
+      return bar.rect;
+    default:
+      return {};
+  }
 }
 
 }  // namespace
@@ -124,7 +156,7 @@ void ConsoleStyle::drawComplexControl(ComplexControl control, const QStyleOption
   }
   if (control == CC_ScrollBar) {
     const Theme& theme = theme_of(option->palette);
-    paint_scroll_groove(*painter, option->rect, theme);
+    painter->fillRect(option->rect, option->palette.color(QPalette::Base));
     ControlState state = state_of(*option);
     state.pressed = option->state.testFlag(State_Sunken);
     const QRect slider = subControlRect(control, option, SC_ScrollBarSlider, widget);
@@ -142,6 +174,10 @@ QRect ConsoleStyle::subControlRect(ComplexControl control, const QStyleOptionCom
   if (control == CC_ComboBox && part == SC_ComboBoxArrow) {
     const int side = option->rect.height();
     return {option->rect.right() - side + 1, option->rect.top(), side, side};
+  }
+  if (const auto* bar = qstyleoption_cast<const QStyleOptionSlider*>(option);
+      control == CC_ScrollBar && bar != nullptr) {
+    return visualRect(bar->direction, bar->rect, scroll_bar_part(*bar, part));
   }
   return QProxyStyle::subControlRect(control, option, part, widget);
 }
@@ -193,6 +229,10 @@ int ConsoleStyle::pixelMetric(PixelMetric metric, const QStyleOption* option,
     case PM_ExclusiveIndicatorWidth:
     case PM_ExclusiveIndicatorHeight:
       return indicator_size(option, widget);
+    case PM_ScrollBarExtent:
+      return scroll_bar_width;
+    case PM_ScrollBarSliderMin:
+      return shortest_slider;
     case PM_DefaultFrameWidth:
       return frame_width;
     case PM_CheckBoxLabelSpacing:

@@ -94,7 +94,7 @@ QRect LabelWidget::text_box(const QRect& face) const {
   const int gap = brushwork().line();
   if (in_column() && label()->alignment == align_left) {
     // The mark of the column before stands in the label's first two pixels.
-    return face.adjusted(5 * gap, 0, -2 * gap, 0);
+    return face.adjusted(5 * gap, 0, -gap, 0);
   }
   return face.adjusted(gap, 0, -gap, 0);
 }

@@ -30,8 +30,17 @@ QWidget* MainFrame::make_window() {
 }
 
 void MainFrame::fit_window(QWidget& window) {
+  const int bar = bar_twips(console_.Lineweir);
   static_cast<MainWindow&>(window).fit_content(
-      {pixel_edge(form().width), pixel_edge(form().height - bar_twips(console_.Lineweir))});
+      {pixel_edge(form().width), pixel_edge(form().height - bar)}, least_content());
+}
+
+QSize MainFrame::least_content() const {
+  // At the design's size every column, word and digit has the room that it needs, and no more.
+  const int visible = console_.program.VisibleLines;
+  const bool menus = console_.Lineweir.Options.visible;
+  const int height = std::min(root_height(visible, menus), reset_height(visible, menus));
+  return {pixel_edge(root_width(visible)), pixel_edge(height - bar_twips(console_.Lineweir))};
 }
 
 void MainFrame::content_resized(QSize content) {

@@ -22,6 +22,8 @@ class MainFrame final : public FormFrame {
 
  private:
   void content_resized(QSize content);
+  // The smallest size of the form, in pixels, at which everything on it can be read.
+  QSize least_content() const;
   void apply_zoom();
   void apply_theme();
 

@@ -13,15 +13,17 @@ MainWindow::MainWindow(Form& form)
   setAttribute(Qt::WA_NoSystemBackground);
 }
 
-void MainWindow::fit_content(QSize content) {
+void MainWindow::fit_content(QSize content, QSize least) {
   bar_->setVisible(menus_.shown());
-  const int bar_height = menus_.shown() ? bar_->heightForWidth(content.width()) : 0;
-  const QSize wanted(content.width(), content.height() + bar_height);
-  if (wanted != size()) {
-    resize(wanted);
-  } else {
-    lay_out();
-  }
+  const QSize given = content.expandedTo(least);
+  const QSize bar(0, menus_.shown() ? bar_->heightForWidth(given.width()) : 0);
+  // The window may stand between two sizes now; the form hears of the last one only.
+  fitting_ = true;
+  setMinimumSize(least + bar);
+  resize(given + bar);
+  fitting_ = false;
+  lay_out();
+  if (on_content_resized && canvas_->size() != content) on_content_resized(canvas_->size());
 }
 
 void MainWindow::fit_bar() {
@@ -38,6 +40,7 @@ void MainWindow::lay_out() {
 }
 
 void MainWindow::resizeEvent(QResizeEvent*) {
+  if (fitting_) return;
   lay_out();
   if (on_content_resized) on_content_resized(canvas_->size());
 }

@@ -17,8 +17,9 @@ class MainWindow final : public QWidget {
   FormCanvas& canvas() const { return *canvas_; }
   MenuTree& menus() { return menus_; }
 
-  // Gives the form below the bar this size in pixels.
-  void fit_content(QSize content);
+  // Gives the form below the bar this size in pixels, or what it needs at least, which the user
+  // can't make smaller either.
+  void fit_content(QSize content, QSize least);
 
   // Shows or hides the bar as its entries say, in a window whose size stays.
   void fit_bar();
@@ -39,6 +40,7 @@ class MainWindow final : public QWidget {
   FormCanvas* canvas_;
   MenuTree menus_;
   double scale_ = 0;
+  bool fitting_ = false;
 };
 
 }  // namespace lineweir

@@ -171,15 +171,10 @@ void paint_down_arrow(QPainter& painter, const QRect& place, const QColor& color
   painter.drawPath(path);
 }
 
-void paint_scroll_groove(QPainter& painter, const QRect& place, const Theme& theme) {
-  const DevicePixels device(painter, place);
-  painter.fillRect(device.place(), QColor::fromRgb(theme.window.shading.lower));
-}
-
 void paint_scroll_slider(QPainter& painter, const QRect& place, const ControlState& state,
                          const Theme& theme) {
   const DevicePixels device(painter, place);
-  const int inset = static_cast<int>(std::lround(3 * device.unit()));
+  const int inset = static_cast<int>(std::lround(2 * device.unit()));
   const QRect slider = device.place().adjusted(inset, inset, -inset, -inset);
   const QRgb color = state.hovered || state.pressed ? theme.heading : theme.scroll_slider;
   fill_shaded(painter, slider, slider, {color, color},

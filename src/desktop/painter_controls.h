@@ -44,8 +44,7 @@ void paint_control_focus(QPainter& painter, const QRect& place, const Theme& the
 // An arrow that points down, in the middle of the place.
 void paint_down_arrow(QPainter& painter, const QRect& place, const QColor& color);
 
-// The movable part of a scroll bar, and what it moves in.
-void paint_scroll_groove(QPainter& painter, const QRect& place, const Theme& theme);
+// The movable part of a scroll bar.
 void paint_scroll_slider(QPainter& painter, const QRect& place, const ControlState& state,
                          const Theme& theme);
 

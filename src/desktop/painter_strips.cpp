@@ -41,7 +41,10 @@ void paint_strip(QPainter& painter, const QRect& place, const StripColors& color
     case StripSign::Pointer:
       return paint_pointer(painter, strip, colors.sign_color);
     case StripSign::Frame:
-      return draw_edge(painter, strip, colors.sign_color, line, radius);
+      // Inside the dark edge, so that it is seen on a light face too.
+      draw_edge(painter, strip, colors.edge, line, radius);
+      return draw_edge(painter, strip.adjusted(line, line, -line, -line), colors.sign_color, line,
+                       radius);
     case StripSign::None:
       break;
   }

@@ -4,6 +4,7 @@
 
 #include "desktop/shown_console.h"
 #include "desktop/twips.h"
+#include "screen/layout.h"
 
 namespace lineweir {
 namespace {
@@ -70,6 +71,52 @@ TEST_SUITE("desktop/resizing") {
     desk.settle();
     CHECK(desk.canvas().width() == pixel_edge(form.width));
     CHECK_FALSE(form.timResize.enabled);
+  }
+
+  TEST_CASE("the window can't be made smaller than its texts can be read") {
+    ResizeDesk desk;
+    MainForm& form = desk.form();
+    for (const int rows : {10, 20, 17, 3}) {
+      CAPTURE(rows);
+      desk.console.layout.set_line_count(rows);
+      desk.console.layout.RedefineScreen();
+      desk.settle();
+      desk.drag(1, 1);
+      desk.pass(600);
+      CHECK(desk.canvas().width() == pixel_edge(rows > 10 ? 12000 : 9420));
+      CHECK(std::abs(desk.canvas().height() - pixel_edge(content_height(rows))) <= 1);
+      for (int line = 0; line < rows; ++line) {
+        form.LineStatus(line).caption = "Set Busy";
+        form.LineTime(line).caption = "0:00:00";
+        desk.settle();
+        CHECK(desk.widget(form.LineStatus(line)).caption_fits());
+        CHECK(desk.widget(form.LineTime(line)).caption_fits());
+      }
+    }
+  }
+
+  TEST_CASE("a stored size that is too small gives way to the least one") {
+    ResizeDesk desk;
+    desk.form().width = 3000;
+    desk.form().height = 2000;
+    desk.settle();
+    desk.pass(600);
+    CHECK(desk.canvas().width() == pixel_edge(9420));
+    CHECK(desk.form().width == 9420);
+    CHECK(desk.form().DataRow(0).width == 7590);
+  }
+
+  TEST_CASE("fewer rows let the window shrink again") {
+    ResizeDesk desk;
+    desk.console.layout.set_line_count(20);
+    desk.console.layout.RedefineScreen();
+    desk.settle();
+    CHECK(desk.canvas().width() == pixel_edge(12000));
+    desk.console.layout.set_line_count(10);
+    desk.console.layout.RedefineScreen();
+    desk.settle();
+    CHECK(desk.canvas().width() == pixel_edge(9420));
+    CHECK(desk.canvas().height() == pixel_edge(10 * 315 + 3820));
   }
 
   TEST_CASE("a hundred resizes are at most one rebuild in each half second") {
