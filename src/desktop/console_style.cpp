@@ -25,6 +25,7 @@ constexpr int ring_gap = 3;
 constexpr int group_gap = 4;
 // What has an edge of its own leaves room in it for the ring.
 constexpr int frame_width = 2;
+constexpr int separator_inset = 6;
 constexpr int scroll_bar_width = 12;
 constexpr int shortest_slider = 20;
 
@@ -146,6 +147,20 @@ void ConsoleStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* o
     default:
       QProxyStyle::drawPrimitive(element, option, painter, widget);
   }
+}
+
+void ConsoleStyle::drawControl(ControlElement element, const QStyleOption* option,
+                               QPainter* painter, const QWidget* widget) const {
+  const auto* entry = qstyleoption_cast<const QStyleOptionMenuItem*>(option);
+  if (element == CE_MenuItem && entry != nullptr &&
+      entry->menuItemType == QStyleOptionMenuItem::Separator) {
+    const QRect& place = option->rect;
+    painter->fillRect(QRect(place.left() + separator_inset, place.center().y(),
+                            place.width() - 2 * separator_inset, 1),
+                      QColor::fromRgb(theme_of(option->palette).control_edge));
+    return;
+  }
+  QProxyStyle::drawControl(element, option, painter, widget);
 }
 
 void ConsoleStyle::drawComplexControl(ComplexControl control, const QStyleOptionComplex* option,

@@ -22,6 +22,10 @@ constexpr double sign_above_part = 0.3;
 constexpr double word_below_part = 0.34;
 constexpr double sign_beside_part = 0.42;
 constexpr double word_beside_part = 0.42;
+// The word stands beside the sign on a key that is so many times as wide as high.
+constexpr double beside_from = 1.75;
+// A word is drawn down to this part of its natural width.
+constexpr double thinnest = 0.75;
 // A sign is wider than high.
 constexpr double sign_width = 1.3;
 
@@ -77,7 +81,9 @@ void KeyCaptionWidget::paint_lines(QPainter& painter, const QRect& key, const Ca
   const int margin = 5 * brushwork().line();
   const QRect room = key.adjusted(margin, 0, -margin, 0);
   const auto& label = static_cast<const Label&>(*control());
-  const QFont font = lettering(device_font(label.font).pixelSize());
+  // The lettering belongs to the key's face and grows with it, whether or not texts do.
+  const double grown = canvas().zoom() / canvas().text_zoom();
+  const QFont font = lettering(device_font(label.font).pixelSize() * std::max(1.0, grown));
   const TextLine whole = centered(caption.text, font, color, caption.access_key);
   const int blank = static_cast<int>(caption.text.lastIndexOf(u' '));
   if (text_width(whole) <= room.width() || blank < 0) {
@@ -107,7 +113,7 @@ void KeyCaptionWidget::paint_sign(QPainter& painter, const QRect& key, const Cap
     const int rough = static_cast<int>(std::lround(wanted));
     return rough - (whole - rough) % 2;
   };
-  if (key.width() > key.height() * 3 / 2) {
+  if (key.width() > key.height() * beside_from) {
     const int side = like(height * sign_beside_part, height);
     const int wide = static_cast<int>(std::lround(side * sign_width));
     const TextLine word =
@@ -120,16 +126,21 @@ void KeyCaptionWidget::paint_sign(QPainter& painter, const QRect& key, const Cap
     paint_squeezed_text(painter, {left + wide + gap, key.top(), width, height}, word);
     return;
   }
-  const TextLine word =
+  TextLine word =
       centered(caption.text, lettering(height * word_below_part), color, caption.access_key);
+  const int room = key.width() - 4 * line;
+  // On a narrow key the word becomes smaller before its letters become thin.
+  const double squeeze = room / text_width(word);
+  if (squeeze < thinnest) {
+    word.font = lettering(height * word_below_part * squeeze / thinnest);
+  }
   const int letters = static_cast<int>(std::lround(QFontMetricsF(word.font).capHeight()));
   const int side = static_cast<int>(std::lround(height * sign_above_part));
   const int wide = like(side * sign_width, key.width());
   const int gap = 3 * line;
   const int top = key.top() + (height - side - gap - letters) / 2;
   sign(painter, {key.left() + (key.width() - wide) / 2, top, wide, side}, color, enabled, work);
-  paint_squeezed_text(
-      painter, {key.left() + 2 * line, top + side + gap, key.width() - 4 * line, letters}, word);
+  paint_squeezed_text(painter, {key.left() + 2 * line, top + side + gap, room, letters}, word);
 }
 
 }  // namespace lineweir

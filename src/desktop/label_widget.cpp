@@ -66,6 +66,11 @@ TextLine LabelWidget::line() const {
     const double part = look == Look::ClockDigits ? 0.82 : 0.95;
     result.font.setPixelSize(std::max(1, static_cast<int>(device_place().height() * part)));
     result.font.setBold(true);
+    const double natural = text_width(result);
+    if (const int room = device_place().width(); natural > room) {
+      result.font.setPixelSize(
+          std::max(1, static_cast<int>(result.font.pixelSize() * room / natural)));
+    }
     return result;
   }
   result.font = font_for_height(result.font, device_place().height());

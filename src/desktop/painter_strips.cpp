@@ -12,14 +12,17 @@ namespace {
 
 constexpr double corner = 2;
 
-// Of the strip's height: as far as the pointer reaches before it would touch a line's number.
-constexpr double pointer_reach = 0.3;
+// As far as the pointer reaches before it would touch a line's number, of the strip's height and of
+// its width: a form may be stretched one way only.
+constexpr double pointer_of_height = 0.3;
+constexpr double pointer_of_width = 0.0125;
 
 void paint_pointer(QPainter& painter, const QRect& strip, QRgb color) {
   const QRectF box(strip);
+  const double reach = std::min(box.height() * pointer_of_height, box.width() * pointer_of_width);
   QPainterPath path;
   path.moveTo(box.topLeft());
-  path.lineTo(box.left() + box.height() * pointer_reach, box.center().y());
+  path.lineTo(box.left() + reach, box.center().y());
   path.lineTo(box.bottomLeft());
   path.closeSubpath();
   painter.setRenderHint(QPainter::Antialiasing, true);

@@ -1,6 +1,7 @@
 #include "desktop/picture_widgets.h"
 
 #include <QPainter>
+#include <algorithm>
 
 #include "desktop/form_canvas.h"
 #include "desktop/key_look.h"
@@ -15,7 +16,7 @@
 namespace lineweir {
 namespace {
 
-// The part of a row button's height that its icon fills.
+// The part of a row button's shorter side that its icon fills.
 constexpr double icon_part = 0.54;
 
 QSize device_size(const FormCanvas& canvas) {
@@ -83,7 +84,7 @@ void KeyIconWidget::paint(QPainter& painter, const QRect& face) {
     key.translate(pressed_step(brushwork()), pressed_step(brushwork()));
   }
   // The same parity as the key's face, so that the icon stands in its very middle.
-  const int rough = static_cast<int>(key.height() * icon_part);
+  const int rough = static_cast<int>(std::min(key.width(), key.height()) * icon_part);
   const int side = rough - (key.height() - rough) % 2;
   const int wide = side + (key.width() - side) % 2;
   paint(painter,

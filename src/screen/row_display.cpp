@@ -68,6 +68,7 @@ std::string_view mark_picture(std::string_view strip) {
 IconOffset icon_offset(int button_height, bool pressed) {
   const double left = 80.0 / 375 * button_height;
   const double top = 120.0 / 315 * button_height;
+  // Whole, rounded to the nearest; no height puts it in the middle of two.
   const auto step = static_cast<int>(std::lround(20.0 / 375 * button_height));
   const auto twips = [](double length) { return static_cast<int>(std::lround(length)); };
   return pressed ? IconOffset{twips(step + left), twips(step + top)}

@@ -56,6 +56,30 @@ TEST_SUITE("look") {
     CHECK(desk.widget(form.MyMark(name_column)).width() == 0);
   }
 
+  TEST_CASE(
+      "digits of the clocks stand whole and icons on their keys, however the form is stretched") {
+    test::ShownConsole desk;
+    MainForm& form = desk.form();
+    form.picRealTimeClock.visible = true;
+    form.picShowTimeClock.visible = true;
+    desk.console.rows.HybridPictureSet(2, 4, 4);
+    for (const auto& [width, height] : {std::pair{9420, 7255}, {9420, 20000}, {24000, 7255}}) {
+      form.width = width;
+      form.height = height;
+      desk.console.layout.RedefineScreen();
+      form.RealTime.caption = "10:08:38";
+      form.CountDownTime.caption = "00:08:38";
+      desk.settle();
+      CHECK(desk.widget(form.RealTime).caption_fits());
+      CHECK(desk.widget(form.CountDownTime).caption_fits());
+      // The icon's colour doesn't reach the key's edge.
+      const QImage key = shown_pixels(desk.widget(form.CIcon1(2)));
+      CHECK(pixels_of(key, signal_blue) > 10);
+      CHECK(pixels_of(key.copy(0, 0, 3, key.height()), signal_blue) == 0);
+      CHECK(pixels_of(key.copy(key.width() - 4, 0, 4, key.height()), signal_blue) == 0);
+    }
+  }
+
   TEST_CASE("the strips differ in shape, not only in colour") {
     test::ShownConsole desk;
     const QImage white = row_picture(desk, 3, pictures::DataRowWhite);

@@ -2,6 +2,7 @@
 
 #include <doctest/doctest.h>
 
+#include <cmath>
 #include <string>
 #include <vector>
 
@@ -40,6 +41,20 @@ TEST_SUITE("screen/row_display: icons") {
       CHECK(form.CIcon1(0).visible);
       CHECK_FALSE(form.CIcon2(0).visible);
     }
+  }
+
+  TEST_CASE("the step of a pressed button is rounded to the nearest twip, never cut off") {
+    for (int height = 0; height <= 4000; ++height) {
+      CAPTURE(height);
+      // 20 / 375 of a whole height never lies in the middle of two twips, where roundings differ.
+      CHECK((2 * 20 * height) % (2 * 375) != 375);
+      const int nearest = (2 * 20 * height + 375) / (2 * 375);
+      const int left = icon_offset(height, true).left;
+      const int top = icon_offset(height, true).top;
+      CHECK(std::abs(left - (nearest + 80.0 / 375 * height)) <= 0.5);
+      CHECK(std::abs(top - (nearest + 120.0 / 315 * height)) <= 0.5);
+    }
+    CHECK(icon_offset(315, true).top - icon_offset(315, false).top == 17);
   }
 
   TEST_CASE("an icon keeps its place on a button of any height") {

@@ -2,6 +2,7 @@
 // these commands besides:
 //
 //   picture NAME [FORM]     the form's window (the main one where no form is named) as NAME.png
+//   menu NAME ITEM          the open menu of this entry of the main window's as NAME.png
 //   window WIDTH HEIGHT     the user drags the main window to this size, in logical pixels, or as
 //                           near as it goes
 //   keyboard FORM KEY...    these keys are typed in the form's window: Tab, Space, A ...
@@ -10,10 +11,12 @@
 //   prefix TEXT             stands before the names of all further pictures
 //   include FILE            the commands of another script, in the same folder
 
+#include <QAction>
 #include <QApplication>
 #include <QDir>
 #include <QFont>
 #include <QKeySequence>
+#include <QMenu>
 #include <QPixmap>
 #include <QTest>
 #include <chrono>
@@ -64,6 +67,7 @@ class Gallery {
       return run(script.parent_path() / file);
     }
     if (command == "picture") return take_picture(words);
+    if (command == "menu") return take_menu(words);
     if (command == "window") return resize_window(words);
     if (command == "keyboard") return type_keys(words);
     if (command == "mouse") return rest_mouse(words);
@@ -101,9 +105,29 @@ class Gallery {
     words >> name >> form;
     QWidget& shown = window(form.empty() ? "Lineweir" : form);
     if (!shown.isVisible()) throw std::runtime_error(form + " is not shown");
-    if (!shown.grab().save(folder_.filePath(QString::fromStdString(prefix_ + name + ".png")))) {
+    save(shown, name);
+  }
+
+  void save(QWidget& widget, const std::string& name) {
+    if (!widget.grab().save(folder_.filePath(QString::fromStdString(prefix_ + name + ".png")))) {
       throw std::runtime_error("the picture can't be saved");
     }
+  }
+
+  void take_menu(std::istream& words) {
+    std::string name;
+    std::string item;
+    words >> name >> item;
+    auto* entry = static_cast<MenuItem*>(session_.console().Lineweir.find(item));
+    const QAction* action = entry == nullptr
+                                ? nullptr
+                                : desktop_->main_frame().main_window()->menus().action_of(*entry);
+    if (action == nullptr || action->menu() == nullptr) throw std::runtime_error("no such menu");
+    QMenu& menu = *action->menu();
+    menu.ensurePolished();
+    menu.resize(menu.sizeHint());
+    menu.setActiveAction(menu.actions().constFirst());
+    save(menu, name);
   }
 
   void resize_window(std::istream& words) {
