@@ -1,12 +1,21 @@
 #include "desktop/desktop.h"
 
+#include <QCoreApplication>
+
 #include "core/console.h"
 #include "desktop/dialog_table.h"
 #include "desktop/main_window.h"
+#include "screen/background_files.h"
 
 namespace lineweir {
 
-Desktop::Desktop(Console& console) : main_frame_(console) {
+QString backgrounds_beside_program() {
+  return QCoreApplication::applicationDirPath() + QLatin1Char('/') +
+         QLatin1String(background_folder.data());
+}
+
+Desktop::Desktop(Console& console, const QString& background_path)
+    : main_frame_(console, background_path) {
   for (const DialogRow& row : dialog_table()) {
     dialogs_.push_back(std::make_unique<DialogFrame>(row.form(console), row,
                                                      [this] { return main_frame_.window(); }));

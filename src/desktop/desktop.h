@@ -11,11 +11,15 @@ namespace lineweir {
 
 struct Console;
 
+// The folder of background pictures that lies beside the program.
+QString backgrounds_beside_program();
+
 // The windows of one console.
 class Desktop {
  public:
-  // The console must outlive this object.
-  explicit Desktop(Console& console);
+  // The console must outlive this object. `background_path` is the folder of the pictures behind
+  // the main form's elements.
+  explicit Desktop(Console& console, const QString& background_path = backgrounds_beside_program());
 
   MainFrame& main_frame() { return main_frame_; }
   DialogFrame* dialog(const Form& form) const;

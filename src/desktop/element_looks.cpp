@@ -11,14 +11,14 @@ namespace lineweir {
 namespace {
 
 constexpr std::array looks = {
-    ElementLook{"BlackScreenTop", Look::Nothing, "Metal background, upper part"},
-    ElementLook{"GreyScreenTop", Look::Nothing, "Grey background, upper part"},
-    ElementLook{"BlackScreenBottom", Look::Nothing, "Metal background of the control panel"},
-    ElementLook{"GreyScreenBottom", Look::Nothing, "Grey background of the control panel"},
+    ElementLook{"BlackScreenTop", Look::FaceImage, "Metal background, upper part"},
+    ElementLook{"GreyScreenTop", Look::FaceImage, "Grey background, upper part"},
+    ElementLook{"BlackScreenBottom", Look::FaceImage, "Metal background of the control panel"},
+    ElementLook{"GreyScreenBottom", Look::FaceImage, "Grey background of the control panel"},
     ElementLook{"ScreenTop", Look::Face, "Screen, upper part"},
-    ElementLook{"ScreenTopImage", Look::Nothing, "Background, upper part"},
+    ElementLook{"ScreenTopImage", Look::FaceImage, "Background, upper part"},
     ElementLook{"ScreenBottom", Look::Panel, "Control panel"},
-    ElementLook{"ScreenBottomImage", Look::Nothing, "Background of the control panel"},
+    ElementLook{"ScreenBottomImage", Look::FaceImage, "Background of the control panel"},
     ElementLook{"LowCover", Look::Cover, "Cover"},
 
     ElementLook{"CaptionLabel", Look::Heading, "Column heading"},

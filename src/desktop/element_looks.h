@@ -14,6 +14,8 @@ enum class Look {
   Face,
   Panel,
   Cover,
+  // Faces are drawn from it.
+  FaceImage,
   Heading,
   PanelText,
   Strip,

@@ -2,6 +2,7 @@
 
 #include "desktop/clock_widget.h"
 #include "desktop/digits_widget.h"
+#include "desktop/face_widgets.h"
 #include "desktop/form_canvas.h"
 #include "desktop/key_caption_widget.h"
 #include "desktop/key_widget.h"
@@ -41,6 +42,8 @@ ElementWidget* make_element_widget(FormCanvas& canvas, Control& control) {
     case Look::Panel:
     case Look::Cover:
       return new FaceWidget(canvas, static_cast<Picture&>(control), look);
+    case Look::FaceImage:
+      return new FaceImageWidget(canvas, control, look);
     case Look::Clock:
     case Look::RedClock:
       return new ClockWidget(canvas, static_cast<Picture&>(control), look);

@@ -136,12 +136,10 @@ void FormCanvas::changed(Element& element, PropertyId property) {
   }
   if (!is_control(element)) return;
   auto& control = static_cast<Control&>(element);
-  if (moves_element(property)) {
-    mark(control, true, false);
-  } else if (const ElementWidget* widget = widget_of(control);
-             widget != nullptr && widget->drawn_from(property)) {
-    mark(control, false, true);
-  }
+  const ElementWidget* widget = widget_of(control);
+  const bool moved = moves_element(property);
+  const bool drawn = widget != nullptr && widget->drawn_from(property);
+  if (moved || drawn) mark(control, moved, drawn);
 }
 
 void FormCanvas::added(Element& element) {

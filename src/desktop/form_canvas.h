@@ -1,6 +1,8 @@
 #pragma once
 
+#include <QString>
 #include <QWidget>
+#include <functional>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -15,6 +17,12 @@ namespace lineweir {
 
 class ElementWidget;
 class FontProperties;
+
+// Where the pictures behind the elements lie, and who is told of a file that can't be shown.
+struct BackgroundFolder {
+  QString path;
+  std::function<void(const QString& file, const QString& reason)> on_failure;
+};
 
 // The content area of a form that this program draws: a widget for each control, in the stacking
 // order of the elements. Changes of elements are gathered, and once a frame each changed element is
@@ -34,6 +42,9 @@ class FormCanvas : public QWidget, private FormWatch {
   double zoom() const { return zoom_; }
   double text_zoom() const { return text_zoom_; }
   void set_zoom(double zoom, double text_zoom);
+
+  const BackgroundFolder& background_folder() const { return background_folder_; }
+  void set_background_folder(BackgroundFolder folder) { background_folder_ = std::move(folder); }
 
   // Pixels of the device in one logical pixel.
   double device_scale() const { return devicePixelRatioF(); }
@@ -86,6 +97,7 @@ class FormCanvas : public QWidget, private FormWatch {
   void hand_changed(const Line& hand);
 
   const Theme* theme_ = &metal_theme;
+  BackgroundFolder background_folder_;
   double zoom_ = 1;
   double text_zoom_ = 1;
   std::unordered_map<const Element*, ElementWidget*> widgets_;

@@ -5,6 +5,7 @@
 #include <algorithm>
 
 #include "core/console.h"
+#include "desktop/core_text.h"
 #include "desktop/main_window.h"
 #include "desktop/twips.h"
 #include "screen/layout.h"
@@ -18,13 +19,19 @@ int bar_twips(const MainForm& form) { return form.Options.visible ? menu_bar_hei
 
 }  // namespace
 
-MainFrame::MainFrame(Console& console) : FormFrame(console.Lineweir), console_(console) {}
+MainFrame::MainFrame(Console& console, const QString& background_path)
+    : FormFrame(console.Lineweir), console_(console), background_path_(background_path) {}
 
 MainWindow* MainFrame::main_window() const { return static_cast<MainWindow*>(window()); }
 
 QWidget* MainFrame::make_window() {
   auto* window = new MainWindow(form());
   window->on_content_resized = [this](QSize content) { content_resized(content); };
+  window->canvas().set_background_folder(
+      {background_path_, [this](const QString& file, const QString& reason) {
+         console_.trace.WriteTrace("Picture " + core_text(file) + " can't be shown - " +
+                                   core_text(reason));
+       }});
   window->on_scale_changed = [window] { window->canvas().place_all(); };
   return window;
 }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QString>
+
 #include "desktop/form_frame.h"
 
 namespace lineweir {
@@ -10,7 +12,7 @@ class MainWindow;
 // The main form in its window: its size in twips, its growing texts and its face.
 class MainFrame final : public FormFrame {
  public:
-  explicit MainFrame(Console& console);
+  MainFrame(Console& console, const QString& background_path);
 
   MainWindow* main_window() const;
 
@@ -28,6 +30,7 @@ class MainFrame final : public FormFrame {
   void apply_theme();
 
   Console& console_;
+  QString background_path_;
 };
 
 }  // namespace lineweir

@@ -18,9 +18,13 @@ void paint_face(QPainter& painter, const QRect& place, const QRect& whole,
   brush_metal(painter, place, brushwork.theme.brushing);
 }
 
+void paint_plain_panel(QPainter& painter, const QRect& place, const Brushwork& brushwork) {
+  fill_shaded(painter, place, place, brushwork.theme.panel.shading);
+}
+
 void paint_panel(QPainter& painter, const QRect& place, const Brushwork& brushwork) {
   const int line = brushwork.line();
-  fill_shaded(painter, place, place, brushwork.theme.panel.shading);
+  paint_plain_panel(painter, place, brushwork);
   brush_metal(painter, place, brushwork.theme.brushing);
   const QRect groove(place.left(), place.top(), place.width(), line);
   painter.fillRect(groove.translated(0, line), QColor::fromRgb(brushwork.theme.groove_dark));

@@ -5,7 +5,6 @@
 
 #include "desktop/form_canvas.h"
 #include "desktop/key_look.h"
-#include "desktop/painter_faces.h"
 #include "desktop/painter_keys.h"
 #include "desktop/placement.h"
 #include "desktop/strip_look.h"
@@ -18,10 +17,6 @@ namespace {
 
 // The part of a row button's shorter side that its icon fills.
 constexpr double icon_part = 0.54;
-
-QSize device_size(const FormCanvas& canvas) {
-  return (QSizeF(canvas.size()) * canvas.device_scale()).toSize();
-}
 
 const Picture& picture_of(const ElementWidget& widget) {
   return static_cast<const Picture&>(*widget.control());
@@ -43,22 +38,6 @@ QRect PictureWidget::device_place() const {
 
 void PictureWidget::paint(QPainter& painter, const QRect& face) {
   if (const auto paint = painter_of(picture_of(*this).picture)) paint(painter, face, brushwork());
-}
-
-FaceWidget::FaceWidget(FormCanvas& canvas, Picture& picture, const ElementLook& look)
-    : ElementWidget(canvas, picture, look) {}
-
-void FaceWidget::paint(QPainter& painter, const QRect& face) {
-  // The canvas has drawn the upper face already, all over the form.
-  if (element_look().look == Look::Face) return;
-  if (element_look().look == Look::Cover) {
-    // What it covers looks as if nothing had ever stood there.
-    const QRect form(QPoint(0, 0), device_size(canvas()));
-    painter.translate(-device_place().topLeft());
-    paint_face(painter, device_place(), form, brushwork());
-    return;
-  }
-  paint_panel(painter, face, brushwork());
 }
 
 KeyIconWidget::KeyIconWidget(FormCanvas& canvas, Picture& icon, const ElementLook& look)

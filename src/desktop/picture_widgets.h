@@ -17,15 +17,6 @@ class PictureWidget final : public ElementWidget {
   void paint(QPainter& painter, const QRect& face) override;
 };
 
-// The face's upper part, the panel, or the cover of an empty corner.
-class FaceWidget final : public ElementWidget {
- public:
-  FaceWidget(FormCanvas& canvas, Picture& picture, const ElementLook& look);
-
- protected:
-  void paint(QPainter& painter, const QRect& face) override;
-};
-
 // The icon of a row button. The element's own place follows from the button's height alone, which
 // is below the middle at the design's size and far from it on a form that is stretched one way. So
 // the widget takes the button's place and draws itself in the middle of the key's face, where the

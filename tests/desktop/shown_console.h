@@ -29,7 +29,10 @@ inline bool wait_for(const std::function<bool()>& condition) {
 
 // A started console whose windows are on the screen. Its clock stands.
 struct ShownConsole : ScriptedConsole {
-  explicit ShownConsole(std::string_view command_line = "") : ScriptedConsole(command_line) {
+  // The pictures behind the elements are those beside the program, or of that folder.
+  explicit ShownConsole(std::string_view command_line = "", const QString& pictures = {})
+      : ScriptedConsole(command_line),
+        desktop(console, pictures.isEmpty() ? backgrounds_beside_program() : pictures) {
     settle();
   }
 
@@ -55,7 +58,7 @@ struct ShownConsole : ScriptedConsole {
     return *found;
   }
 
-  Desktop desktop{console};
+  Desktop desktop;
 };
 
 }  // namespace lineweir::test
