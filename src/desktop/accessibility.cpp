@@ -2,10 +2,16 @@
 
 #include <QAccessible>
 #include <QAccessibleWidget>
+#include <QLabel>
 
+#include "desktop/announcer.h"
+#include "desktop/core_text.h"
 #include "desktop/element_widget.h"
+#include "desktop/form_canvas.h"
 #include "desktop/key_look.h"
 #include "desktop/key_widget.h"
+#include "elements/label.h"
+#include "elements/line.h"
 #include "elements/picture.h"
 
 namespace lineweir {
@@ -60,8 +66,8 @@ class AccessibleElement final : public QAccessibleWidget {
 
   QString text(QAccessible::Text kind) const override {
     if (widget_.control() == nullptr) return {};
-    if (kind == QAccessible::Name) return spoken_name(*widget_.control());
-    if (kind == QAccessible::Value) return widget_.shown_caption();
+    if (kind == QAccessible::Name) return name();
+    if (kind == QAccessible::Value) return value();
     return QAccessibleWidget::text(kind);
   }
 
@@ -89,12 +95,80 @@ class AccessibleElement final : public QAccessibleWidget {
  private:
   bool is_key() const { return role() == QAccessible::Button; }
 
+  // A screen reader reads the name and no more, so that it ends with what stands on the screen.
+  QString name() const {
+    const QString shown = value();
+    if (is_caption() && !shown.isEmpty()) return shown;
+    const QString spoken = spoken_name(*widget_.control());
+    const bool own_text = role() == QAccessible::EditableText;
+    return shown.isEmpty() || own_text ? spoken : spoken + QStringLiteral(": ") + shown;
+  }
+
+  QString value() const {
+    const Look look = widget_.element_look().look;
+    if (look == Look::Lamp) return lamp_words();
+    if ((look == Look::Strip || look == Look::KeyIcon) && widget_.canvas().spoken_state) {
+      return widget_.canvas().spoken_state(widget_.control()->index());
+    }
+    if (look == Look::Clock || look == Look::RedClock) return clock_words();
+    return widget_.shown_caption();
+  }
+
+  // The lettering of a key.
+  bool is_caption() const {
+    const Look look = widget_.element_look().look;
+    return look == Look::KeyCaption || look == Look::DropCaption || look == Look::HoldCaption;
+  }
+
+  QString lamp_words() const {
+    const int color = static_cast<const Shape&>(*widget_.control()).fill_color;
+    return color == color_green ? QStringLiteral("sound") : QStringLiteral("down");
+  }
+
+  // What the hands tell is a text of the form as well.
+  QString clock_words() const {
+    const bool time = widget_.control()->name() == "picRealTimeClock";
+    const auto* text = static_cast<const Label*>(
+        widget_.canvas().control_named(time ? "RealTime" : "CountDownTime"));
+    return text == nullptr ? QString() : shown_text(text->caption.get());
+  }
+
   ElementWidget& widget_;
 };
 
+// A window, the content of one, or the place of announcements.
+class AccessiblePlace final : public QAccessibleWidget {
+ public:
+  AccessiblePlace(QWidget& place, QAccessible::Role role, QString name = {})
+      : QAccessibleWidget(&place, role, name) {}
+
+  QString text(QAccessible::Text kind) const override {
+    const QString own = QAccessibleWidget::text(kind);
+    if (kind != QAccessible::Description || role() != QAccessible::AlertMessage) return own;
+    // The text of a message box belongs to the box.
+    const auto* message = widget()->findChild<QLabel*>(QStringLiteral("Label1"));
+    return message == nullptr ? own : message->text();
+  }
+};
+
 QAccessibleInterface* make_interface(const QString&, QObject* object) {
-  auto* widget = dynamic_cast<ElementWidget*>(object);
-  return widget == nullptr ? nullptr : new AccessibleElement(*widget);
+  if (auto* element = dynamic_cast<ElementWidget*>(object)) return new AccessibleElement(*element);
+  if (auto* canvas = dynamic_cast<FormCanvas*>(object)) {
+    return new AccessiblePlace(*canvas, QAccessible::Pane,
+                               QStringLiteral("Telephone lines and control panel"));
+  }
+  if (auto* announcements = dynamic_cast<Announcements*>(object)) {
+    return new AccessiblePlace(*announcements, QAccessible::AlertMessage);
+  }
+  auto* window = qobject_cast<QWidget*>(object);
+  // Menus, lists of choices and tool tips are windows of Qt's own kinds.
+  if (window == nullptr || window->metaObject() != &QWidget::staticMetaObject) return nullptr;
+  if (!window->isWindow()) return nullptr;
+  const bool message = window->objectName() == QLatin1String("MyMsgbox");
+  const bool dialog = window->windowType() == Qt::Dialog;
+  return new AccessiblePlace(*window, message  ? QAccessible::AlertMessage
+                                      : dialog ? QAccessible::Dialog
+                                               : QAccessible::Window);
 }
 
 }  // namespace

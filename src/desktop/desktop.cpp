@@ -15,7 +15,9 @@ QString backgrounds_beside_program() {
 }
 
 Desktop::Desktop(Console& console, const QString& background_path)
-    : main_frame_(console, background_path) {
+    : main_frame_(console, background_path), announcer_(console, [this](const Form& form) {
+        return window_of(QString::fromStdString(form.name()));
+      }) {
   for (const DialogRow& row : dialog_table()) {
     dialogs_.push_back(std::make_unique<DialogFrame>(row.form(console), row,
                                                      [this] { return main_frame_.window(); }));
@@ -40,6 +42,7 @@ QWidget* Desktop::window_of(const QString& form_name) const {
 void Desktop::flush() {
   main_frame_.flush();
   for (const auto& dialog : dialogs_) dialog->flush();
+  announcer_.flush();
 }
 
 }  // namespace lineweir

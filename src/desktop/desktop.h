@@ -4,6 +4,7 @@
 #include <memory>
 #include <vector>
 
+#include "desktop/announcer.h"
 #include "desktop/dialog_frame.h"
 #include "desktop/main_frame.h"
 
@@ -22,17 +23,19 @@ class Desktop {
   explicit Desktop(Console& console, const QString& background_path = backgrounds_beside_program());
 
   MainFrame& main_frame() { return main_frame_; }
+  Announcer& announcer() { return announcer_; }
   DialogFrame* dialog(const Form& form) const;
 
   // The window of the form of that name; null while it has none.
   QWidget* window_of(const QString& form_name) const;
 
-  // Shows all changes now.
+  // Shows all changes now, and announces them.
   void flush();
 
  private:
   MainFrame main_frame_;
   std::vector<std::unique_ptr<DialogFrame>> dialogs_;
+  Announcer announcer_;
 };
 
 }  // namespace lineweir

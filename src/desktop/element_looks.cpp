@@ -22,8 +22,10 @@ constexpr std::array looks = {
     ElementLook{"LowCover", Look::Cover, "Cover"},
 
     ElementLook{"CaptionLabel", Look::Heading, "Column heading"},
-    ElementLook{"Label9", Look::Heading, "Heading of the right row buttons"},
-    ElementLook{"Label10", Look::Heading, "Heading of the left row buttons"},
+    ElementLook{"Label9", Look::Heading, "Heading of the right row buttons",
+                "Heading of the next caller buttons"},
+    ElementLook{"Label10", Look::Heading, "Heading of the left row buttons",
+                "Heading of the answer buttons"},
 
     ElementLook{"DataRow", Look::Strip, "Line %1"},
     ElementLook{"DataRowImage", Look::Nothing, "Line %1 strip"},
@@ -41,15 +43,16 @@ constexpr std::array looks = {
     ElementLook{"LineComments", Look::RowText, "Line %1 comments"},
     ElementLook{"LineUser", Look::RowText, "Line %1 user field"},
     ElementLook{"MyMark", Look::Mark, "Line %1 column edge"},
-    ElementLook{"OnHybrid1", Look::RowKey, "Put line %1 on main hybrid"},
-    ElementLook{"OnHybrid2", Look::RowKey, "Put line %1 on conference hybrid"},
-    ElementLook{"CIcon1", Look::KeyIcon, "Line %1 main hybrid"},
-    ElementLook{"CIcon2", Look::KeyIcon, "Line %1 conference hybrid"},
+    ElementLook{"OnHybrid1", Look::RowKey, "Put line %1 on main hybrid", "Answer line %1"},
+    ElementLook{"OnHybrid2", Look::RowKey, "Put line %1 on conference hybrid",
+                "Make line %1 the next caller"},
+    ElementLook{"CIcon1", Look::KeyIcon, "Line %1 main hybrid", "Line %1 state"},
+    ElementLook{"CIcon2", Look::KeyIcon, "Line %1 conference hybrid", "Line %1 state"},
 
-    ElementLook{"Drop1", Look::PanelKey, "Drop main hybrid"},
+    ElementLook{"Drop1", Look::PanelKey, "Drop main hybrid", "Drop the calls at this phone"},
     ElementLook{"Drop1Image", Look::Nothing, "Face of the button"},
     ElementLook{"Drop1Label", Look::DropCaption, "Caption of the button"},
-    ElementLook{"Hold1", Look::PanelKey, "Hold main hybrid"},
+    ElementLook{"Hold1", Look::PanelKey, "Hold main hybrid", "Hold the calls at this phone"},
     ElementLook{"Hold1Image", Look::Nothing, "Face of the button"},
     ElementLook{"Hold1Label", Look::HoldCaption, "Caption of the button"},
     ElementLook{"Drop2", Look::PanelKey, "Drop conference hybrid"},
@@ -58,10 +61,12 @@ constexpr std::array looks = {
     ElementLook{"Hold2", Look::PanelKey, "Hold conference hybrid"},
     ElementLook{"Hold2Image", Look::Nothing, "Face of the button"},
     ElementLook{"Hold2Label", Look::HoldCaption, "Caption of the button"},
-    ElementLook{"NextButton", Look::NextKey, "Next caller to main hybrid"},
+    ElementLook{"NextButton", Look::NextKey, "Next caller to main hybrid",
+                "Ready, the caller at this phone may go on air"},
     ElementLook{"NextButtonImage", Look::Nothing, "Face of the button"},
     ElementLook{"CenterLabel1", Look::KeyCaption, "Caption of the button"},
-    ElementLook{"NextToConfButton", Look::NextKey, "Next caller to conference hybrid"},
+    ElementLook{"NextToConfButton", Look::NextKey, "Next caller to conference hybrid",
+                "Answer the next caller"},
     ElementLook{"NextToConfButtonImage", Look::Nothing, "Face of the button"},
     ElementLook{"CenterLabel2", Look::KeyCaption, "Caption of the button"},
     ElementLook{"Dial", Look::PanelKey, "Dial"},
@@ -109,6 +114,11 @@ const ElementLook& look_of_kind(ElementKind kind) {
   }
 }
 
+bool in_producer_mode(const Form& form) {
+  const auto* mode = dynamic_cast<const MenuItem*>(form.find("ScreenerMode"));
+  return mode != nullptr && mode->checked;
+}
+
 }  // namespace
 
 const ElementLook& look_of(const Control& control) {
@@ -119,9 +129,11 @@ const ElementLook& look_of(const Control& control) {
 QString spoken_name(const Control& control) {
   const ElementLook& look = look_of(control);
   if (look.spoken.empty()) return object_name(control);
+  const bool other_words = !look.spoken_to_producer.empty() && in_producer_mode(control.form());
+  const std::string_view spoken = other_words ? look.spoken_to_producer : look.spoken;
   const int line =
       look.look == Look::Mark ? control.index() / marks_per_row : std::max(0, control.index());
-  return QString::fromLatin1(look.spoken.data(), static_cast<int>(look.spoken.size()))
+  return QString::fromLatin1(spoken.data(), static_cast<int>(spoken.size()))
       .replace(QLatin1String("%1"), QString::number(line + 1));
 }
 

@@ -49,6 +49,8 @@ struct ElementLook {
   Look look;
   // What a screen reader says; %1 stands for the line's number, from 1.
   std::string_view spoken;
+  // The same in producer mode, where that is something else.
+  std::string_view spoken_to_producer = {};
 };
 
 // The look of an element by its name. An element that isn't in the table looks as its kind does.

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "desktop/accessible_names.h"
 #include "desktop/element_link.h"
 #include "desktop/element_looks.h"
 
@@ -49,6 +50,7 @@ FormBinder::FormBinder(Form& form, QWidget& window)
   new_elements_ = form.elements();
   tie_new_elements();
   hide_waiting_widgets();
+  name_widgets();
 }
 
 FormBinder::~FormBinder() = default;
@@ -126,6 +128,15 @@ void FormBinder::show_changes() {
   for (Element* element : std::exchange(changed_, {})) {
     const auto found = links_.find(element);
     if (found != links_.end()) found->second->show_control();
+  }
+  name_widgets();
+}
+
+void FormBinder::name_widgets() {
+  for (const auto& [element, link] : links_) {
+    const QString name = accessible_name(static_cast<const Control&>(*element));
+    QWidget& widget = link->widget();
+    if (!name.isEmpty() && widget.accessibleName() != name) widget.setAccessibleName(name);
   }
 }
 

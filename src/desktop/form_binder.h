@@ -42,6 +42,8 @@ class FormBinder : private FormWatch {
   void tie_new_elements();
   void hide_waiting_widgets();
   void show_changes();
+  // Tells screen readers the names that follow other elements.
+  void name_widgets();
 
   QWidget& window_;
   std::map<const Element*, std::unique_ptr<ElementLink>> links_;

@@ -10,6 +10,7 @@
 #include "desktop/element_widgets.h"
 #include "desktop/painter_faces.h"
 #include "desktop/picture_painters.h"
+#include "desktop/tab_order.h"
 #include "elements/control.h"
 
 namespace lineweir {
@@ -122,6 +123,15 @@ const Line* FormCanvas::line_named(std::string_view name) const {
   return element != nullptr && element->kind() == ElementKind::Line
              ? static_cast<const Line*>(element)
              : nullptr;
+}
+
+bool FormCanvas::focusNextPrevChild(bool next) {
+  const Control* focused = form().focused();
+  ElementWidget* stop =
+      tab_stop_beside(*this, focused == nullptr ? nullptr : widget_of(*focused), next);
+  if (stop == nullptr) return false;
+  stop->setFocus(next ? Qt::TabFocusReason : Qt::BacktabFocusReason);
+  return true;
 }
 
 void FormCanvas::paintEvent(QPaintEvent*) {
@@ -240,6 +250,7 @@ void FormCanvas::mark_contents_of_placed() {
 }
 
 void FormCanvas::make_widgets() {
+  if (new_elements_.empty()) return;
   for (Element* element : new_elements_) {
     auto& control = static_cast<Control&>(*element);
     widgets_[element] = make_element_widget(*this, control);

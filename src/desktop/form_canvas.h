@@ -69,10 +69,14 @@ class FormCanvas : public QWidget, private FormWatch {
   // A descendant's upper left corner in logical pixels of this canvas.
   QPoint origin_of(const QWidget& widget) const { return widget.mapTo(this, QPoint(0, 0)); }
 
+  // What a line does, in words; set by the one who knows the lines.
+  std::function<QString(int line)> spoken_state;
+
   // Shows all changes now.
   void flush() { frame_.flush(); }
 
  protected:
+  bool focusNextPrevChild(bool next) override;
   void paintEvent(QPaintEvent* event) override;
 
  private:

@@ -7,6 +7,7 @@
 #include "core/console.h"
 #include "desktop/core_text.h"
 #include "desktop/main_window.h"
+#include "desktop/spoken_lines.h"
 #include "desktop/twips.h"
 #include "screen/layout.h"
 #include "screen/pictures.h"
@@ -32,6 +33,7 @@ QWidget* MainFrame::make_window() {
          console_.trace.WriteTrace("Picture " + core_text(file) + " can't be shown - " +
                                    core_text(reason));
        }});
+  window->canvas().spoken_state = [this](int line) { return spoken_state(console_, line); };
   window->on_scale_changed = [window] { window->canvas().place_all(); };
   return window;
 }

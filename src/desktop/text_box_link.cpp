@@ -109,9 +109,10 @@ bool TextBoxLink::eventFilter(QObject* watched, QEvent* event) {
   return QObject::eventFilter(watched, event);
 }
 
-// A box of one line has no use for a tab, so no handler may keep the focus in it by swallowing one.
+// A box that has no use for a tab lets no handler keep the focus in it by swallowing one.
 bool TextBoxLink::leads_out(const QKeyEvent& event) const {
-  return event.key() == Qt::Key_Backtab || (event.key() == Qt::Key_Tab && line_ != nullptr);
+  const bool takes_tabs = lines_ != nullptr && !lines_->tabChangesFocus();
+  return event.key() == Qt::Key_Backtab || (event.key() == Qt::Key_Tab && !takes_tabs);
 }
 
 bool TextBoxLink::key_swallowed(QKeyEvent& event) {

@@ -46,6 +46,7 @@ void TextBoxWidget::make_edit() {
   if (box()->multi_line) {
     lines_ = new QPlainTextEdit(this);
     lines_->setFrameShape(QFrame::NoFrame);
+    lines_->setTabChangesFocus(true);
     lines_->setReadOnly(element_look().look == Look::Message);
     lines_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     lines_->document()->setDocumentMargin(0);

@@ -1,0 +1,85 @@
+#include "desktop/announcer.h"
+
+#include "core/console.h"
+#include "desktop/spoken_lines.h"
+
+namespace lineweir {
+
+Announcements::Announcements(QWidget& window) : QWidget(&window) {
+  setObjectName(QStringLiteral("Announcements"));
+  setAccessibleName(QStringLiteral("No line has rung yet"));
+  setAttribute(Qt::WA_TransparentForMouseEvents);
+  // Under the form's content, so that it is there and never seen.
+  setGeometry(0, 0, 1, 1);
+  lower();
+  show();
+}
+
+void Announcer::Watch::changed(Element& element, PropertyId property) {
+  switch (property) {
+    // A line's icons tell of each new state; a box comes with its window and its text.
+    case PropertyId::Visible:
+    case PropertyId::Picture:
+    case PropertyId::Caption:
+      if (element.kind() != ElementKind::MenuItem) announcer_.frame_.mark();
+      break;
+    default:
+      break;
+  }
+}
+
+Announcer::Announcer(Console& console, std::function<QWidget*(const Form& form)> window_of)
+    : tell([](QAccessibleEvent& event) { QAccessible::updateAccessibility(&event); }),
+      console_(console),
+      window_of_(std::move(window_of)),
+      rows_(console.Lineweir, *this),
+      message_box_(console.MyMsgbox, *this),
+      frame_([this] { show_changes(); }) {}
+
+void Announcer::flush() { frame_.flush(); }
+
+void Announcer::show_changes() {
+  QWidget* window = window_of_(console_.Lineweir);
+  if (window == nullptr) return;
+  if (announcements_ == nullptr) announcements_ = new Announcements(*window);
+  announce_ringing();
+  announce_message();
+}
+
+void Announcer::announce_ringing() {
+  const std::string before = letters_;
+  letters_.assign(static_cast<std::size_t>(console_.lines.LineCount), ' ');
+  std::vector<int> ringing;
+  for (int line = 0; line < console_.lines.LineCount; ++line) {
+    const auto place = static_cast<std::size_t>(line);
+    letters_[place] = console_.lines.StatusLetter(line);
+    const bool rang = place < before.size() && before[place] == 'R';
+    const bool shown =
+        line < console_.Lineweir.DataRow.upper_bound() && console_.Lineweir.DataRow(line).visible;
+    if (letters_[place] == 'R' && !rang && shown) ringing.push_back(line);
+  }
+  if (ringing.empty()) return;
+  announcements_->setAccessibleName(spoken_ringing(ringing));
+  alert(*announcements_);
+}
+
+void Announcer::alert(QWidget& widget) {
+  // Readers that don't know the one listen for the other.
+  for (const auto kind : {QAccessible::ObjectShow, QAccessible::Alert}) {
+    QAccessibleEvent event(&widget, kind);
+    tell(event);
+  }
+}
+
+void Announcer::announce_message() {
+  const MessageBoxForm& box = console_.MyMsgbox;
+  const std::string message = box.visible ? box.Label1.caption.get() : std::string();
+  if (message == message_) return;
+  QWidget* window = window_of_(box);
+  // The box's window comes a moment later than the box.
+  if (!message.empty() && (window == nullptr || !window->isVisible())) return frame_.mark();
+  message_ = message;
+  if (!message.empty()) alert(*window);
+}
+
+}  // namespace lineweir

@@ -1,0 +1,16 @@
+#pragma once
+
+#include <QString>
+#include <vector>
+
+namespace lineweir {
+
+struct Console;
+
+// What a line does, in words that need no colours: "ringing", "on air, main hybrid".
+QString spoken_state(const Console& console, int line);
+
+// "Line 4 is ringing", "Lines 4, 5 and 12 are ringing"; the lines count from 0.
+QString spoken_ringing(const std::vector<int>& lines);
+
+}  // namespace lineweir
