@@ -1,7 +1,9 @@
 #include "desktop/console_style.h"
 
+#include <QAbstractItemView>
 #include <QComboBox>
 #include <QFontMetrics>
+#include <QIcon>
 #include <QPainter>
 #include <QPushButton>
 #include <QStyleFactory>
@@ -9,6 +11,8 @@
 #include <algorithm>
 
 #include "desktop/painter_controls.h"
+#include "desktop/scroll_bar_parts.h"
+#include "desktop/sign_icon.h"
 #include "desktop/theme.h"
 
 namespace lineweir {
@@ -27,7 +31,6 @@ constexpr int group_gap = 4;
 constexpr int frame_width = 2;
 constexpr int separator_inset = 6;
 constexpr int scroll_bar_width = 12;
-constexpr int shortest_slider = 20;
 
 ControlState state_of(const QStyleOption& option) {
   return {option.state.testFlag(QStyle::State_Enabled),
@@ -64,36 +67,6 @@ void draw_combo(QPainter& painter, const QStyleOptionComboBox& box) {
   const QRect arrow(box.rect.right() - side + 1, box.rect.top(), side, side);
   const auto role = box.editable ? QPalette::Text : QPalette::ButtonText;
   paint_down_arrow(painter, arrow, box.palette.color(role));
-}
-
-// Its slider runs from end to end, since there are no arrows.
-QRect scroll_bar_part(const QStyleOptionSlider& bar, QStyle::SubControl part) {
-  const bool across = bar.orientation == Qt::Horizontal;
-  const int length = across ? bar.rect.width() : bar.rect.height();
-  const int range = bar.maximum - bar.minimum;
-  const int steps = range + bar.pageStep;
-  const int slider =
-      range <= 0 ? length
-                 : std::clamp(static_cast<int>(static_cast<qint64>(bar.pageStep) * length / steps),
-                              std::min(shortest_slider, length), length);
-  const int start = QStyle::sliderPositionFromValue(bar.minimum, bar.maximum, bar.sliderPosition,
-                                                    length - slider, bar.upsideDown);
-  const auto between = [&](int from, int to) {
-    return across ? QRect(bar.rect.left() + from, bar.rect.top(), to - from, bar.rect.height())
-                  : QRect(bar.rect.left(), bar.rect.top() + from, bar.rect.width(), to - from);
-  };
-  switch (part) {
-    case QStyle::SC_ScrollBarSlider:
-      return between(start, start + slider);
-    case QStyle::SC_ScrollBarSubPage:
-      return between(0, start);
-    case QStyle::SC_ScrollBarAddPage:
-      return between(start + slider, length);
-    case QStyle::SC_ScrollBarGroove:
-      return bar.rect;
-    default:
-      return {};
-  }
 }
 
 }  // namespace
@@ -143,6 +116,8 @@ void ConsoleStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* o
       // A button has its ring around its edge.
       if (qobject_cast<const QPushButton*>(widget) != nullptr) return;
       if (qobject_cast<const QComboBox*>(widget) != nullptr) return;
+      // So has a list, in which the chosen entry stands out.
+      if (qobject_cast<const QAbstractItemView*>(widget) != nullptr) return;
       return paint_control_focus(*painter, option->rect, theme);
     default:
       QProxyStyle::drawPrimitive(element, option, painter, widget);
@@ -268,6 +243,22 @@ int ConsoleStyle::pixelMetric(PixelMetric metric, const QStyleOption* option,
       return 0;
     default:
       return QProxyStyle::pixelMetric(metric, option, widget);
+  }
+}
+
+QIcon ConsoleStyle::standardIcon(StandardPixmap picture, const QStyleOption* option,
+                                 const QWidget* widget) const {
+  const QPalette palette = widget != nullptr ? widget->palette() : QPalette();
+  switch (picture) {
+    case SP_MessageBoxQuestion:
+      return sign_icon(u'?', theme_of(palette));
+    case SP_MessageBoxInformation:
+      return sign_icon(u'i', theme_of(palette));
+    case SP_MessageBoxWarning:
+    case SP_MessageBoxCritical:
+      return sign_icon(u'!', theme_of(palette));
+    default:
+      return QProxyStyle::standardIcon(picture, option, widget);
   }
 }
 
