@@ -159,7 +159,10 @@ QRect ConsoleStyle::subControlRect(ComplexControl control, const QStyleOptionCom
                                    SubControl part, const QWidget* widget) const {
   if (control == CC_ComboBox && part == SC_ComboBoxEditField) {
     const int side = option->rect.height();
-    return option->rect.adjusted(field_padding - 2, 2, -side, -2);
+    const auto* box = qstyleoption_cast<const QStyleOptionComboBox*>(option);
+    // A line that takes typing has padding of its own.
+    const int left = box != nullptr && box->editable ? field_padding - 2 : field_padding;
+    return option->rect.adjusted(left, 2, -side, -2);
   }
   if (control == CC_ComboBox && part == SC_ComboBoxArrow) {
     const int side = option->rect.height();

@@ -12,6 +12,7 @@
 #include "desktop/dialog_letters.h"
 #include "desktop/form_binder.h"
 #include "desktop/menu_tree.h"
+#include "desktop/splash_window.h"
 #include "desktop/twips.h"
 
 namespace lineweir {
@@ -26,14 +27,14 @@ constexpr const char* escape_closes_property = "escapeCloses";
 constexpr const char* digits_property = "digits";
 constexpr int field_edges = 16;
 
-Qt::WindowFlags window_flags(DialogKind kind) {
+QWidget* new_window(DialogKind kind, QWidget* parent) {
   switch (kind) {
-    case DialogKind::Window:
-      return Qt::Window;
     case DialogKind::Splash:
-      return Qt::Dialog | Qt::FramelessWindowHint;
+      return new SplashWindow(parent);
+    case DialogKind::Window:
+      return new QWidget(parent, Qt::Window);
     default:
-      return Qt::Dialog;
+      return new QWidget(parent, Qt::Dialog);
   }
 }
 
@@ -63,7 +64,7 @@ DialogFrame::~DialogFrame() = default;
 
 QWidget* DialogFrame::make_window() {
   QWidget* parent = row_.kind == DialogKind::Dialog ? main_window_() : nullptr;
-  auto* window = new QWidget(parent, window_flags(row_.kind));
+  QWidget* window = new_window(row_.kind, parent);
   row_.set_up(*window);
   binder_ = std::make_unique<FormBinder>(form(), *window);
   for (QPushButton* button : window->findChildren<QPushButton*>()) {
