@@ -39,11 +39,11 @@ struct HandRow {
   bool width_tells;
 };
 constexpr std::array hands = {
-    HandRow{"HourHand", {0.12, 0.16, true, 0.0}, false, false},
-    HandRow{"MinuteHand", {0.085, 0.18, true, 0.075}, false, false},
-    HandRow{"SecondHand", {0.028, 0.24, false, 0.05}, true, false},
-    HandRow{"CounterHand", {0.085, 0.18, true, 0.075}, false, true},
-    HandRow{"RedHand", {0.085, 0.18, true, 0.075}, false, true},
+    HandRow{"HourHand", {0.115, 0.1, true, 0.0}, false, false},
+    HandRow{"MinuteHand", {0.08, 0.1, true, 0.085}, false, false},
+    HandRow{"SecondHand", {0.028, 0.2, false, 0.055}, true, false},
+    HandRow{"CounterHand", {0.09, 0.14, true, 0.085}, false, true},
+    HandRow{"RedHand", {0.09, 0.14, true, 0.085}, false, true},
 };
 
 const ClockRow* clock_row(const Control& picture) {
@@ -69,6 +69,7 @@ void ClockWidget::paint(QPainter& painter, const QRect& face) {
   for (const std::string_view name : row->hands) {
     if (!name.empty()) paint_hand_line(painter, dial_place, *dial, name, work.theme.*row->colors);
   }
+  paint_pin(painter, dial_place, (work.theme.*row->colors).surface.shading.lower);
 }
 
 void ClockWidget::paint_hand_line(QPainter& painter, const QRect& dial_place, const Control& dial,

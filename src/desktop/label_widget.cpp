@@ -101,7 +101,9 @@ QRect LabelWidget::text_box(const QRect& face) const {
     // The mark of the column before stands in the label's first two pixels.
     return face.adjusted(5 * gap, 0, -gap, 0);
   }
-  return face.adjusted(gap, 0, -gap, 0);
+  // A clock's text keeps off the edge of its plate.
+  const int inset = element_look().look == Look::ClockText ? 4 * gap : gap;
+  return face.adjusted(inset, 0, -inset, 0);
 }
 
 void LabelWidget::paint(QPainter& painter, const QRect& face) {

@@ -26,9 +26,9 @@ void mark(QPainter& painter, const QRect& place, const Brushwork& brushwork) {
   paint_mark(painter, place, brushwork.theme.*colors, brushwork);
 }
 
-template <Dial colors>
+template <Dial colors, DialFace face>
 void dial(QPainter& painter, const QRect& place, const Brushwork& brushwork) {
-  paint_dial(painter, place, brushwork.theme.*colors, brushwork);
+  paint_dial(painter, place, face, brushwork.theme.*colors, brushwork);
 }
 
 struct Row {
@@ -73,9 +73,9 @@ constexpr std::array rows = {
     Row{"GreyPic", paint_lamp_dark},
     Row{"RedPic", paint_lamp_on_air},
     Row{"GreenPic", paint_lamp_at_handset},
-    Row{"TimeDial", dial<&Theme::dial>},
-    Row{"ShowDial", dial<&Theme::dial>},
-    Row{"RedDial", dial<&Theme::red_dial>},
+    Row{"TimeDial", dial<&Theme::dial, DialFace::Hours>},
+    Row{"ShowDial", dial<&Theme::dial, DialFace::Ticks>},
+    Row{"RedDial", dial<&Theme::red_dial, DialFace::Ticks>},
 };
 
 }  // namespace
