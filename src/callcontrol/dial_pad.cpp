@@ -89,7 +89,7 @@ void DialPad::begin_on(int line) {
   DialWindow& form = console_.DialForm;
   form.Combo1.list_index = line;
   if (letter_of(line) == 'C') form.Combo2.list_index = 1;
-  show_lamp(talent() ? pictures::RedPic : pictures::GreenPic);
+  show_lamp(lamp_of_seat());
 }
 
 void DialPad::DialButton_Click(int Index) {
@@ -159,6 +159,7 @@ void DialPad::Timer5_Timer() {
     if (digits_are_done_) console_.DialForm.Text1.text = "";
     digits_are_done_ = false;
     const int line = console_.dial.DialLine;
+    if (line != no_line && dialling_on(line)) show_lamp(lamp_of_seat());
     if (line != no_line && !dialling_on(line)) let_go();
     if (console_.dial.DialLine == no_line) watch_chosen_line();
   });
@@ -221,6 +222,10 @@ int DialPad::first_line_talked_on() const {
     if (dialling_on(line)) return line;
   }
   return no_line;
+}
+
+std::string_view DialPad::lamp_of_seat() const {
+  return talent() ? pictures::RedPic : pictures::GreenPic;
 }
 
 void DialPad::show_lamp(std::string_view picture) {

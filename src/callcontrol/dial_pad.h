@@ -47,6 +47,8 @@ class DialPad {
   void send_next_word();
   void let_go();
   void watch_chosen_line();
+  // The lamp of a line that this seat talks on.
+  std::string_view lamp_of_seat() const;
   void show_lamp(std::string_view picture);
 
   Console& console_;
