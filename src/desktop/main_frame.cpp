@@ -35,6 +35,7 @@ QWidget* MainFrame::make_window() {
        }});
   window->canvas().spoken_state = [this](int line) { return spoken_state(console_, line); };
   window->on_scale_changed = [window] { window->canvas().place_all(); };
+  QApplication::setPalette(palette_of(window->canvas().theme()));
   return window;
 }
 

@@ -1,14 +1,10 @@
 #include <doctest/doctest.h>
 
 #include <QAbstractButton>
-#include <QApplication>
 #include <QComboBox>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
-#include <QPlainTextEdit>
-#include <QStyle>
-#include <QStyleOptionButton>
 
 #include "full_dialogs.h"
 #include "pixels.h"
@@ -184,7 +180,6 @@ TEST_SUITE("contrast on the screen") {
         }
       });
     }
-    QApplication::setPalette(palette_of(metal_theme));
   }
 
   TEST_CASE("the entries of the menus can be read") {
@@ -203,7 +198,6 @@ TEST_SUITE("contrast on the screen") {
         }
       }
     }
-    QApplication::setPalette(palette_of(metal_theme));
   }
 }
 

@@ -39,7 +39,14 @@ TEST_SUITE("keys in dialogs") {
   }
 
   TEST_CASE("Shift and Tab reach everything that can have the focus, and show where it is") {
+    bool grey = false;
+    SUBCASE("on the metal face") {}
+    SUBCASE("on the grey face") { grey = true; }
     test::ShownConsole desk;
+    desk.form().GreyScreenOption.checked = grey;
+    desk.console.layout.RedefineScreen();
+    desk.settle();
+    const QRgb ring = (grey ? grey_theme : metal_theme).focus_ring;
     test::for_each_dialog(desk, [&](QWidget& window) {
       CAPTURE(window.objectName().toStdString());
       // While a message is written everything else is out of the order of Tab.
@@ -62,7 +69,7 @@ TEST_SUITE("keys in dialogs") {
           // The line of a box that takes typing has the ring of the box.
           if (test::is_part_of_control(*shown)) shown = shown->parentWidget();
           reached.insert(shown);
-          CHECK(test::pixels_of(test::shown_pixels(*shown), metal_theme.focus_ring) > 20);
+          CHECK(test::pixels_of(test::shown_pixels(*shown), ring) > 20);
         }
         // A radio button's neighbours are reached by the arrow keys.
         QTest::keyClick(focus == nullptr ? &window : focus, Qt::Key_Backtab);

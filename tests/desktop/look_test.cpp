@@ -80,6 +80,30 @@ TEST_SUITE("look") {
     }
   }
 
+  TEST_CASE("at the design's size headings, line numbers, states and times stand whole") {
+    test::ShownConsole desk;
+    MainForm& form = desk.form();
+    for (int rows = 1; rows <= 20; ++rows) {
+      CAPTURE(rows);
+      desk.console.layout.set_line_count(rows);
+      desk.console.layout.RedefineScreen();
+      for (int line = 0; line < rows; ++line) {
+        form.LineStatus(line).caption = line % 2 == 0 ? "Set Busy" : "On Air";
+        form.LineTime(line).caption = "9:59:59";
+      }
+      form.Label1.caption = "Producer";
+      form.RealTime.caption = "10:08:38";
+      form.CountDownTime.caption = "00:08:38";
+      desk.settle();
+      for (const ElementWidget* widget : desk.canvas().element_widgets()) {
+        if (!widget->isVisible() || widget->shown_caption().isEmpty()) continue;
+        CAPTURE(widget->objectName().toStdString());
+        CHECK(widget->caption_fits());
+        CHECK(widget->height() >= 10);
+      }
+    }
+  }
+
   TEST_CASE("the strips differ in shape, not only in colour") {
     test::ShownConsole desk;
     const QImage white = row_picture(desk, 3, pictures::DataRowWhite);
@@ -162,6 +186,8 @@ TEST_SUITE("look") {
       choose_face(desk, grey);
       QApplication::setActiveWindow(&desk.window());
       const QRgb ring = (grey ? grey_theme : metal_theme).focus_ring;
+      desk.canvas().setFocus();
+      desk.settle();
       int focusable = 0;
       for (ElementWidget* widget : desk.canvas().element_widgets()) {
         if (!widget->isVisible() || widget->focusPolicy() == Qt::NoFocus) continue;
@@ -193,6 +219,12 @@ TEST_SUITE("look") {
     REQUIRE(box.isAncestorOf(QApplication::focusWidget()));
     const QImage focused = shown_pixels(desk.widget(desk.form().Text2));
     CHECK(pixels_of(focused, metal_theme.focus_ring) > focused.width() + focused.height());
+
+    ElementWidget& messages = desk.widget(desk.form().Text1);
+    messages.setFocus(Qt::TabFocusReason);
+    desk.settle();
+    CHECK(pixels_of(shown_pixels(messages), metal_theme.focus_ring) >
+          messages.width() + messages.height());
   }
 }
 
