@@ -1,0 +1,84 @@
+#!/usr/bin/env bash
+# The real window with two serial lines at once: the simulated studio on the first, the simulated
+# switch console on the second. The desk's keys take a call to air, dial and drop it, its lamps show
+# the calls; pulled out and plugged in again, it is back when its port is chosen with real keys.
+#
+#   desk_end_to_end.sh FOLDER-OF-PROGRAMS
+set -euo pipefail
+bin=$1
+
+work=$(mktemp -d)
+export XDG_RUNTIME_DIR=$work
+trap 'kill $(jobs -p) 2> /dev/null || true; rm -rf "$work"' EXIT
+cd "$work"
+
+fail() {
+  echo "desk end to end: $*" >&2
+  head -n 100 studio.log desk*.log >&2 2> /dev/null || true
+  exit 1
+}
+
+mkfifo idle && exec {idle_end}<> idle
+idle=/dev/fd/$idle_end
+
+# await FILE TEXT: waits until a line of the file ends with the text.
+await() {
+  for _ in {1..300}; do
+    grep -q -- " $2\$" "$1" 2> /dev/null && return
+    read -r -t 0.1 < "$idle" || true
+  done
+  fail "$1 has no line: $2"
+}
+
+# start_desk LOG: a desk that is typed on through the pipe `typed`.
+start_desk() {
+  "$bin/lineweir-desk" --link desk --log "$1" < typed > /dev/null &
+  desk=$!
+}
+
+printf '%s\n' '1 call 2' '1 call 5' > show.txt
+"$bin/lineweir-studio" --script show.txt --ring-patience 0 --link box --log studio.log > studio.txt &
+mkfifo typed && exec {typing}<> typed
+start_desk desk.log
+printf '%s\n' launch 'serial Comm1 reply "M" "Line monitor ON"' 'click PortOn' 'click RemoteOn' \
+  'click SaveSettingsMenu' | "$bin/lineweir-driver" --dir . > driver.txt
+
+exec {display_pipe}<> <(:)
+Xvfb -displayfd "$display_pipe" -screen 0 1280x1024x24 -nolisten tcp 2> /dev/null &
+read -r -t 20 number <&"$display_pipe" || fail "no virtual display"
+export DISPLAY=:$number
+
+LINEWEIR_COM1=$work/box LINEWEIR_COM2=$work/desk timeout 100 "$bin/lineweir" &
+console=$!
+await studio.log 'item R02'
+await desk.log 'lamp main 3 ring'
+await desk.log 'lamp conf 6 ring'
+echo 'main 3' >&"$typing"
+await studio.log 'word N02'
+await desk.log 'lamp main 3 AIR'
+await desk.log 'lamp conf 3 on'
+echo 'dial 5' >&"$typing"
+await studio.log 'word T05'
+timeout 20 xdotool search --sync --onlyvisible --name '^Dial$' > /dev/null ||
+  fail "the dial pad has not opened"
+echo 'drop1' >&"$typing"
+await studio.log 'word F02'
+await desk.log 'lamp main 3'
+
+kill "$desk" && wait "$desk" || true
+timeout 20 xdotool search --sync --onlyvisible --name '^Lineweir$' > /dev/null ||
+  fail "nobody was told that the desk is gone"
+start_desk desk-again.log
+window=$(timeout 20 xdotool search --sync --onlyvisible --name 'Lineweir - ' | tail -n 1)
+xdotool windowfocus --sync "$window" key alt+r
+sleep 0.5
+xdotool key 2
+await desk-again.log 'lamp main 6 ring'
+echo 'main 6' >&"$typing"
+await studio.log 'word N05'
+await desk-again.log 'lamp main 6 AIR'
+
+xdotool windowfocus --sync "$window" key alt+o
+sleep 0.5
+xdotool key x
+wait "$console" || fail "the console has ended with an error"
