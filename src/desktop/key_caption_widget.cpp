@@ -26,8 +26,9 @@ constexpr double word_beside_part = 0.42;
 constexpr double beside_from = 1.75;
 // A word is drawn down to this part of its natural width.
 constexpr double thinnest = 0.75;
-// A sign is wider than high.
+// A sign is wider than high; the receiver, which is flat, is wider still where there is room.
 constexpr double sign_width = 1.3;
+constexpr double receiver_width_above = 1.7;
 
 TextLine centered(const QString& text, const QFont& font, const QColor& color, int access_key) {
   TextLine line{text, font, color, Qt::AlignHCenter};
@@ -136,7 +137,8 @@ void KeyCaptionWidget::paint_sign(QPainter& painter, const QRect& key, const Cap
   }
   const int letters = static_cast<int>(std::lround(QFontMetricsF(word.font).capHeight()));
   const int side = static_cast<int>(std::lround(height * sign_above_part));
-  const int wide = like(side * sign_width, key.width());
+  const bool receiver = element_look().look == Look::DropCaption;
+  const int wide = like(side * (receiver ? receiver_width_above : sign_width), key.width());
   const int gap = 3 * line;
   const int top = key.top() + (height - side - gap - letters) / 2;
   sign(painter, {key.left() + (key.width() - wide) / 2, top, wide, side}, color, enabled, work);

@@ -37,7 +37,7 @@ void paint_hold_sign(QPainter& painter, const QRect& place, const QColor& word, 
                      const Brushwork& brushwork) {
   const QColor color = enabled ? QColor::fromRgb(brushwork.theme.hold_sign) : word;
   const int bar = std::max(1, static_cast<int>(std::lround(place.width() * 0.26)));
-  const int inset = std::max(0, static_cast<int>(std::lround(place.width() * 0.14)));
+  const int inset = std::max(0, static_cast<int>(std::lround(place.width() * 0.08)));
   const QRect left(place.left() + inset, place.top(), bar, place.height());
   painter.fillRect(left, color);
   painter.fillRect(left.translated(place.width() - 2 * inset - bar, 0), color);
