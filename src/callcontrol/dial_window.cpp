@@ -48,7 +48,7 @@ DialWindow::DialWindow() : Form("DialForm") {
     holder->visible = false;
   }
   width = inner_width + 2 * margin;
-  height = below_keys + row_height + margin;
+  height = below_keys + row_height + gap;
 }
 
 }  // namespace lineweir

@@ -88,6 +88,8 @@ void append_subsystems(std::vector<StateName>& names) {
                 }
                 return words;
               }),
+      reading("DialCollection.Count",
+              [](Console& c) { return static_cast<int>(c.dial_pad.DialCollection.size()); }),
       state("UserName", [](Console& c) { return &c.login.UserName; }),
       state("UserPassword", [](Console& c) { return &c.login.UserPassword; }),
       state("DisplayUserName", [](Console& c) { return &c.login.DisplayUserName; }),

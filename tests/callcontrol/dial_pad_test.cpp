@@ -78,6 +78,8 @@ TEST_SUITE("callcontrol/dial_pad: opening and closing") {
     desk.open();
     CHECK(desk.form.Timer5.enabled);
     CHECK(desk.form.Timer5.interval == 200);
+    CHECK_FALSE(desk.form.Timer1.on_timer);
+    CHECK_FALSE(desk.form.Timer2.on_timer);
     desk.keys("12");
     desk.form.close();
     CHECK_FALSE(desk.form.loaded());
@@ -387,6 +389,18 @@ TEST_SUITE("callcontrol/dial_pad: the line's state") {
     CHECK(desk.dial.DialLine == 2);
     CHECK(desk.form.Text1.text == "1");
     CHECK(desk.lamp() == "RedPic");
+  }
+
+  TEST_CASE("when the mode changes under a line, the lamp goes out with it") {
+    DialDesk desk;
+    desk.letter(2, 'N');
+    desk.open();
+    desk.keys("1");
+    desk.produce(1);
+    desk.tick();
+    CHECK(desk.lamp() == "GreyPic");
+    CHECK(desk.dial.DialLine == no_line);
+    CHECK(desk.form.Text1.text == "");
   }
 
   TEST_CASE("a line that is gone from the table is let go") {

@@ -137,6 +137,20 @@ TEST_CASE("A desk for ten lines: its keys press the buttons, its lamps show the 
   CHECK(test.switch_console->desk.noise() == 0);
 }
 
+TEST_CASE("A mode change leaves the desk working") {
+  ConsoleOnDesk test(Layout::TenLines);
+  test.main.RemoteOn.on_click();
+  test.main.MitelPhone1.checked = true;
+  test.main.ScreenerMode.on_click();
+  CHECK(test.comm2.is_open());
+  CHECK(test.press("main 3") == Texts{"P02"});
+  test.main.StudioMode.on_click();
+  CHECK(test.press("main 3") == Texts{"N02"});
+  test.console.lines.StatusLetter(2) = 'N';
+  CHECK(test.shows("main 3", "AIR"));
+  CHECK(test.messages.empty());
+}
+
 TEST_CASE("A desk for twenty lines: its keys press the buttons, its lamps show the lines") {
   ConsoleOnDesk test(Layout::TwentyLines);
   test.main.RemoteOn.on_click();
