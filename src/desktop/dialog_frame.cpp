@@ -118,6 +118,12 @@ bool DialogFrame::press_default() {
   return false;
 }
 
+bool DialogFrame::shows_in_window(const Element& element) const {
+  // A dialog without a layout is as wide as what it shows; what is typed changes nothing of that.
+  return window() != nullptr && window()->layout() == nullptr &&
+         (element.kind() == ElementKind::Label || element.kind() == ElementKind::Button);
+}
+
 void DialogFrame::form_changed() {
   binder_->flush();
   if (window() != nullptr && window()->layout() == nullptr) fit_window(*window());

@@ -26,6 +26,7 @@ class DialogFrame final : public FormFrame {
   QWidget* make_window() override;
   void fit_window(QWidget& window) override;
   QRect place_to_open() const override;
+  bool shows_in_window(const Element& element) const override;
   void form_changed() override;
   bool eventFilter(QObject* watched, QEvent* event) override;
 

@@ -200,6 +200,24 @@ TEST_SUITE("dialogs") {
     CHECK(table.currentColumn() == 0);
   }
 
+  TEST_CASE("the caller's data take the room for what is known of the caller only while it shows") {
+    test::ShownConsole desk;
+    CallerDataForm& form = desk.console.Form4;
+    const QWidget& window = open(desk, form);
+    const int narrow = window.width();
+    form.MemoryLabel.caption = "Dev Patel";
+    form.MemoryLabel.visible = true;
+    form.MemoryFill.visible = true;
+    desk.settle();
+    CHECK(window.width() > narrow + 100);
+    CHECK(window.rect().contains(
+        window.findChild<QWidget*>(QStringLiteral("MemoryLabel"))->geometry()));
+    form.MemoryLabel.visible = false;
+    form.MemoryFill.visible = false;
+    desk.settle();
+    CHECK(window.width() == narrow);
+  }
+
   TEST_CASE("a dialog with menus has them in its window") {
     test::ShownConsole desk;
     open(desk, desk.console.Form2);
