@@ -62,7 +62,11 @@ void TextBoxWidget::make_edit() {
   dress_edit();
 }
 
+bool TextBoxWidget::urgent() const { return box()->back_color == color_red; }
+
 QColor TextBoxWidget::ground_color() const {
+  // An urgent message is as red as a strip on air.
+  if (urgent()) return QColor::fromRgb(canvas().theme().red_strip.surface.shading.upper);
   // White is what a box has that nobody gave a colour: it takes the theme's paper.
   return box()->back_color == color_white ? QColor::fromRgb(canvas().theme().message.shading.upper)
                                           : shown_color(box()->back_color);
@@ -109,6 +113,10 @@ void TextBoxWidget::paint(QPainter& painter, const QRect& face) {
   fill_shaded(painter, face, face, {work.theme.message_edge, work.theme.message_edge}, radius);
   fill_shaded(painter, face.adjusted(line, line, -line, -line), face, {ground, ground},
               radius - line);
+  if (urgent()) {
+    draw_edge(painter, face.adjusted(line, line, -line, -line), work.theme.red_strip.sign_color,
+              line, radius - line);
+  }
   if (edit() != nullptr && edit()->hasFocus()) paint_focus_ring(painter, face, work);
 }
 

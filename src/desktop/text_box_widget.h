@@ -31,6 +31,7 @@ class TextBoxWidget final : public ElementWidget {
  private:
   TextBox* box() const;
   QWidget* edit() const;
+  bool urgent() const;
   QColor ground_color() const;
   void make_edit();
   void dress_edit();

@@ -208,6 +208,21 @@ TEST_SUITE("look") {
     }
   }
 
+  TEST_CASE("an urgent message is red, framed, and white on it") {
+    for (const bool grey : {false, true}) {
+      test::ShownConsole desk;
+      choose_face(desk, grey);
+      const Theme& theme = grey ? grey_theme : metal_theme;
+      desk.form().Text1.text = "Breaking news in 30 seconds";
+      desk.form().Text1.back_color = color_red;
+      desk.settle();
+      const QImage box = shown_pixels(desk.widget(desk.form().Text1));
+      CHECK(pixels_of(box, theme.red_strip.surface.shading.upper) > box.width() * box.height() / 2);
+      CHECK(pixels_of(box, theme.red_strip.sign_color) > box.width() + box.height());
+      CHECK(pixels_of(box, qRgb(255, 255, 255)) > 5);
+    }
+  }
+
   TEST_CASE("a box for typing shows the focus too") {
     test::ShownConsole desk;
     QApplication::setActiveWindow(&desk.window());
