@@ -1,6 +1,9 @@
 #include "desktop/label_widget.h"
 
 #include <QPainter>
+#include <algorithm>
+#include <array>
+#include <string_view>
 
 #include "desktop/core_text.h"
 #include "desktop/form_canvas.h"
@@ -11,6 +14,11 @@
 
 namespace lineweir {
 namespace {
+
+constexpr std::array<std::string_view, 4> whole_texts = {"LineNumb", "LineStatus", "Label9",
+                                                         "Label10"};
+// Of the size that the user has chosen.
+constexpr double smallest_part = 0.5;
 
 Qt::Alignment qt_alignment(int alignment) {
   switch (alignment) {
@@ -34,6 +42,12 @@ bool LabelWidget::in_column() const {
   const Look look = element_look().look;
   return look == Look::RowText || look == Look::RowTime ||
          (look == Look::Heading && label()->index() != no_index);
+}
+
+bool LabelWidget::stays_whole() const {
+  const std::string& name = label()->name();
+  return element_look().look == Look::RowTime ||
+         std::ranges::find(whole_texts, name) != whole_texts.end();
 }
 
 QRect LabelWidget::device_place() const {
@@ -73,7 +87,14 @@ TextLine LabelWidget::line() const {
     }
     return result;
   }
-  result.font = font_for_height(result.font, device_place().height());
+  const QRect place(QPoint(0, 0), device_place().size());
+  result.font = font_for_height(result.font, place.height());
+  if (stays_whole()) {
+    const int least = static_cast<int>(result.font.pixelSize() * smallest_part);
+    while (result.font.pixelSize() > least && !text_fits(result, text_box(place).width())) {
+      result.font.setPixelSize(result.font.pixelSize() - 1);
+    }
+  }
   return result;
 }
 

@@ -23,6 +23,8 @@ class LabelWidget final : public ElementWidget {
  private:
   const Label* label() const;
   bool in_column() const;
+  // Whether the text becomes smaller before it loses its end: half a time or half a state is none.
+  bool stays_whole() const;
   // The text as the place has room for it.
   TextLine line() const;
   QColor text_color() const;

@@ -50,6 +50,8 @@ void TextBoxWidget::make_edit() {
     lines_->setReadOnly(element_look().look == Look::Message);
     lines_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     lines_->document()->setDocumentMargin(0);
+    connect(lines_->verticalScrollBar(), &QScrollBar::rangeChanged, this,
+            [this] { follow_last_line(); });
     link_ = new TextBoxLink(*box(), *lines_);
   } else {
     line_ = new QLineEdit(this);

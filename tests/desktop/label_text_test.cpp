@@ -3,6 +3,8 @@
 #include <QHelpEvent>
 #include <QImage>
 #include <QPainter>
+#include <QPlainTextEdit>
+#include <QScrollBar>
 #include <QToolTip>
 
 #include "desktop/text_painter.h"
@@ -62,6 +64,37 @@ TEST_SUITE("texts") {
     ask_for_tool_tip(name);
     CHECK(QToolTip::text() == "Bartholomew Featherstonehaugh-Cholmondeley");
     QToolTip::hideText();
+  }
+
+  TEST_CASE("times, states and line numbers stay whole in a font too large for their columns") {
+    test::ShownConsole desk;
+    MainForm& form = desk.form();
+    for (const int size : {10, 12, 14, 18}) {
+      CAPTURE(size);
+      desk.console.fonts.FontChange({"DejaVu Serif", size, true, false});
+      form.LineTime(0).caption = "9:59:59";
+      form.LineStatus(0).caption = "Set Busy";
+      desk.settle();
+      for (const Label* label : {&form.LineTime(0), &form.LineStatus(0), &form.LineNumb(9),
+                                 &form.Label9, &form.Label10}) {
+        CAPTURE(label->name());
+        CHECK(desk.widget(*label).caption_fits());
+      }
+    }
+  }
+
+  TEST_CASE("the message display shows its last line in any font") {
+    test::ShownConsole desk;
+    desk.form().Text1.text = "one\r\ntwo\r\nthree\r\nfour\r\nfive\r\nsix";
+    desk.settle();
+    for (const int size : {8, 14, 24}) {
+      desk.console.fonts.FontChange({"DejaVu Sans", size, true, false});
+      desk.settle();
+      const auto* edit = desk.widget(desk.form().Text1).findChild<QPlainTextEdit*>();
+      REQUIRE(edit != nullptr);
+      CHECK(edit->verticalScrollBar()->value() == edit->verticalScrollBar()->maximum());
+      if (size > 8) CHECK(edit->verticalScrollBar()->maximum() > 0);
+    }
   }
 
   TEST_CASE("nothing is ever drawn beyond the column") {
