@@ -153,7 +153,12 @@ class ListLink final : public ElementLink {
   }
 
   bool eventFilter(QObject* watched, QEvent* event) override {
-    if (watched != entries_.viewport()) return ElementLink::eventFilter(watched, event);
+    if (watched != entries_.viewport()) {
+      if (event->type() == QEvent::KeyPress && moved_by_key(*static_cast<QKeyEvent*>(event))) {
+        return true;
+      }
+      return ElementLink::eventFilter(watched, event);
+    }
     if (event->type() == QEvent::MouseButtonPress) {
       dragged_ = row_under(*static_cast<QMouseEvent*>(event));
     } else if (event->type() == QEvent::MouseMove) {
@@ -162,6 +167,17 @@ class ListLink final : public ElementLink {
       list_.on_dbl_click();
     }
     return false;
+  }
+
+  // What a drag does with the mouse, Ctrl with an arrow does by keyboard.
+  bool moved_by_key(const QKeyEvent& event) {
+    const bool down = event.key() == Qt::Key_Down;
+    if (!list_.on_drag || (!down && event.key() != Qt::Key_Up)) return false;
+    if (!event.modifiers().testFlag(Qt::ControlModifier)) return false;
+    const int from = entries_.currentRow();
+    const int to = from + (down ? 1 : -1);
+    if (from >= 0 && to >= 0 && to < list_.list_count()) list_.on_drag(from, to);
+    return true;
   }
 
   int row_under(const QMouseEvent& event) const {

@@ -3,6 +3,7 @@
 #include <doctest/doctest.h>
 
 #include <QApplication>
+#include <QListWidget>
 #include <QMenu>
 #include <QMenuBar>
 #include <algorithm>
@@ -241,6 +242,39 @@ TEST_SUITE("desktop/keyboard: menus") {
     desk.key(Qt::Key_Return);
     CHECK(chosen == 1);
     CHECK(QApplication::activePopupWidget() == nullptr);
+  }
+}
+
+TEST_SUITE("desktop/keyboard: columns") {
+  TEST_CASE("Ctrl with an arrow moves a column in the order, as a drag does") {
+    WalkDesk desk;
+    DisplayOptionWindow& form = desk.console.DisplayOptionForm;
+    form.show();
+    desk.settle();
+    QWidget* window = desk.desktop.window_of("DisplayOptionForm");
+    REQUIRE(window != nullptr);
+    auto* order = window->findChild<QListWidget*>("List1");
+    REQUIRE(order != nullptr);
+    const std::vector<std::string> before = form.List1.list;
+    REQUIRE(before.size() > 2);
+    order->setFocus();
+    order->setCurrentRow(0);
+    QTest::keyClick(order, Qt::Key_Down, Qt::ControlModifier);
+    desk.settle();
+    std::vector<std::string> expected = before;
+    std::swap(expected[0], expected[1]);
+    CHECK(joined(form.List1.list) == joined(expected));
+    CHECK(order->currentRow() == 1);
+    CHECK(order->item(1)->text().toStdString() == before[0]);
+    QTest::keyClick(order, Qt::Key_Up, Qt::ControlModifier);
+    desk.settle();
+    CHECK(joined(form.List1.list) == joined(before));
+    // At the end there is nowhere to go.
+    QTest::keyClick(order, Qt::Key_Up, Qt::ControlModifier);
+    desk.settle();
+    CHECK(joined(form.List1.list) == joined(before));
+    form.unload();
+    desk.settle();
   }
 }
 

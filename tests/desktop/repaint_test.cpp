@@ -76,6 +76,17 @@ TEST_SUITE("repainting") {
     CHECK(test::wait_for([&] { return widget.paint_count() == before + 1; }));
   }
 
+  TEST_CASE("after a quiet time a change is shown at once and waits for no frame") {
+    test::ShownConsole desk;
+    QTest::qWait(2 * FrameTimer::frame_milliseconds);
+    const ElementWidget& widget = desk.widget(desk.form().LineName(1));
+    const int before = widget.paint_count();
+    desk.form().LineName(1).caption = "Dev";
+    // Whatever is due now runs, and nothing is waited for.
+    for (int turn = 0; turn < 3; ++turn) QCoreApplication::processEvents();
+    CHECK(widget.paint_count() == before + 1);
+  }
+
   TEST_CASE("a moving hand paints its clock and nothing else") {
     test::ShownConsole desk;
     desk.form().picRealTimeClock.visible = true;
