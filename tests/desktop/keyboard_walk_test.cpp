@@ -3,6 +3,7 @@
 #include <doctest/doctest.h>
 
 #include <QApplication>
+#include <QComboBox>
 #include <QListWidget>
 #include <QMenu>
 #include <QMenuBar>
@@ -245,7 +246,27 @@ TEST_SUITE("desktop/keyboard: menus") {
   }
 }
 
-TEST_SUITE("desktop/keyboard: columns") {
+TEST_SUITE("desktop/keyboard: choices") {
+  TEST_CASE("the group for messages is chosen with the arrow keys") {
+    WalkDesk desk;
+    DisplayOptionWindow& form = desk.console.DisplayOptionForm;
+    form.show();
+    desk.settle();
+    QWidget* window = desk.desktop.window_of("DisplayOptionForm");
+    REQUIRE(window != nullptr);
+    auto* groups = window->findChild<QComboBox*>("MessageGroupSelector");
+    REQUIRE(groups != nullptr);
+    REQUIRE(form.MessageGroupSelector.list_count() > 1);
+    REQUIRE(form.MessageGroupSelector.list_index == 0);
+    groups->setFocus();
+    QTest::keyClick(groups, Qt::Key_Down);
+    desk.settle();
+    CHECK(form.MessageGroupSelector.list_index == 1);
+    CHECK(groups->currentIndex() == 1);
+    form.unload();
+    desk.settle();
+  }
+
   TEST_CASE("Ctrl with an arrow moves a column in the order, as a drag does") {
     WalkDesk desk;
     DisplayOptionWindow& form = desk.console.DisplayOptionForm;
