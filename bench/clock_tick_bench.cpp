@@ -76,6 +76,7 @@ class TickingConsole {
             given.files,
             given.dialogs,
             given.databases,
+            given.printer,
             given.comm1,
             given.comm2,
             given.winsock1,

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "callerdata/call_log_columns.h"
+#include "callerdata/log_text.h"
 #include "core/text.h"
 #include "elements/names.h"
 
@@ -18,6 +19,8 @@ constexpr int on_air_position = 11;
 
 struct KnownCall {
   platform::RowId row = 0;
+  // Its date in a form that can be put in order.
+  std::string day;
   std::string name;
   std::string city;
   std::string date;
@@ -33,10 +36,14 @@ std::vector<KnownCall> find_calls(platform::Recordset& log, std::string_view num
                       const auto text = [&](std::size_t i) {
                         return std::string(trimmed(from_utf8(values[i])));
                       };
-                      calls.push_back({row, text(0), text(1), text(2), text(3)});
+                      std::string day;
+                      append_sort_key(day, SortKind::Date, values[2]);
+                      calls.push_back({row, std::move(day), text(0), text(1), text(2), text(3)});
                     });
   }
-  std::ranges::sort(calls, std::greater(), &KnownCall::row);
+  // Calls that were brought in from another log may be older than those in front of them.
+  std::ranges::sort(calls, std::greater(),
+                    [](const KnownCall& call) { return std::pair(call.day, call.row); });
   return calls;
 }
 

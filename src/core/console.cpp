@@ -33,6 +33,9 @@ Console::Console(const platform::Services& platform_services)
       caller_memory(*this),
       received_data(*this),
       log_data_options(*this),
+      log_viewer(*this),
+      log_output(*this),
+      log_import(*this),
       line_steps(*this),
       decoder(*this),
       line_events(*this),
@@ -58,8 +61,9 @@ Console::Console(const platform::Services& platform_services)
 }
 
 std::vector<Form*> Console::forms() {
-  return {&Lineweir, &AboutBox, &MyMsgbox,    &DebugForm, &Standby,    &DisplayOptionForm, &Form2,
-          &Form3,    &Form4,    &LogDataForm, &LoginForm, &FlashMessA, &DialForm};
+  return {&Lineweir,          &AboutBox,   &MyMsgbox, &DebugForm,      &Standby,
+          &DisplayOptionForm, &Form2,      &Form3,    &Form4,          &LogDataForm,
+          &LoginForm,         &FlashMessA, &DialForm, &DatabaseViewer, &ImportPreview};
 }
 
 }  // namespace lineweir

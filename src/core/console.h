@@ -23,8 +23,13 @@
 #include "callerdata/caller_data.h"
 #include "callerdata/caller_data_form.h"
 #include "callerdata/caller_memory.h"
+#include "callerdata/database_viewer_form.h"
+#include "callerdata/import_preview_form.h"
 #include "callerdata/log_data_form.h"
 #include "callerdata/log_data_options.h"
+#include "callerdata/log_import.h"
+#include "callerdata/log_output.h"
+#include "callerdata/log_viewer.h"
 #include "callerdata/received_data.h"
 #include "clocks/clock_engine.h"
 #include "clocks/clock_menu.h"
@@ -102,6 +107,8 @@ struct Console {
   SetTimeForm Form3;
   CallerDataForm Form4;
   LogDataWindow LogDataForm;
+  DatabaseViewerForm DatabaseViewer;
+  ImportPreviewForm ImportPreview;
   LoginWindow LoginForm;
   FlashMessageForm FlashMessA;
   DialWindow DialForm;
@@ -137,6 +144,9 @@ struct Console {
   CallerMemory caller_memory;
   ReceivedData received_data;
   LogDataOptions log_data_options;
+  LogViewer log_viewer;
+  LogOutput log_output;
+  LogImport log_import;
   LineSteps line_steps;
   StatusDecoder decoder;
   LineEvents line_events;

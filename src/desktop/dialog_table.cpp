@@ -5,10 +5,12 @@
 #include "core/console.h"
 #include "ui_about_box.h"
 #include "ui_caller_data.h"
+#include "ui_database_viewer.h"
 #include "ui_debug_form.h"
 #include "ui_dial_form.h"
 #include "ui_display_options.h"
 #include "ui_flash_message.h"
+#include "ui_import_preview.h"
 #include "ui_log_data.h"
 #include "ui_login_form.h"
 #include "ui_message_box.h"
@@ -40,6 +42,8 @@ constexpr std::array dialogs = {
     DialogRow{form_of<&Console::Form3>, set_up<Ui::Form3>, DialogKind::Dialog},
     DialogRow{form_of<&Console::Form4>, set_up<Ui::Form4>, DialogKind::Dialog},
     DialogRow{form_of<&Console::LogDataForm>, set_up<Ui::LogDataForm>, DialogKind::Dialog},
+    DialogRow{form_of<&Console::DatabaseViewer>, set_up<Ui::DatabaseViewer>, DialogKind::Window},
+    DialogRow{form_of<&Console::ImportPreview>, set_up<Ui::ImportPreview>, DialogKind::Window},
     DialogRow{form_of<&Console::LoginForm>, set_up<Ui::LoginForm>, DialogKind::Dialog},
     DialogRow{form_of<&Console::FlashMessA>, set_up<Ui::FlashMessA>, DialogKind::Dialog},
     DialogRow{form_of<&Console::DialForm>, set_up<Ui::DialForm>, DialogKind::Dialog},

@@ -12,6 +12,7 @@
 #include "desktop/button_picture.h"
 #include "desktop/core_color.h"
 #include "desktop/core_text.h"
+#include "desktop/data_grid_link.h"
 #include "desktop/element_link.h"
 #include "desktop/grid_link.h"
 #include "desktop/text_box_link.h"
@@ -281,6 +282,8 @@ std::unique_ptr<ElementLink> make_element_link(Control& control, QWidget& widget
       return link<ComboLink, ComboBox, QComboBox>(control, widget);
     case ElementKind::Grid:
       return link<GridLink, Grid, QTableWidget>(control, widget);
+    case ElementKind::DataGrid:
+      return link<DataGridLink, DataGrid, QTableView>(control, widget);
     case ElementKind::TextBox: {
       auto single = link<TextLink<QLineEdit>, TextBox, QLineEdit>(control, widget);
       return single ? std::move(single)

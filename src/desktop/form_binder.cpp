@@ -51,6 +51,8 @@ FormBinder::FormBinder(Form& form, QWidget& window)
   tie_new_elements();
   hide_waiting_widgets();
   name_widgets();
+  // The form may have given the focus before it had a window.
+  focus_moved(form.focused());
 }
 
 FormBinder::~FormBinder() = default;

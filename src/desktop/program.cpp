@@ -14,6 +14,7 @@
 #include "desktop/dialogs.h"
 #include "desktop/first_paint.h"
 #include "desktop/line_report.h"
+#include "desktop/pdf_tables.h"
 #include "desktop/screenshot.h"
 #include "desktop/theme.h"
 #include "platform/disk/disk_files.h"
@@ -50,6 +51,7 @@ int run_program(const std::string& argument) {
   platform::DiskFiles files(std::filesystem::current_path());
   SystemDialogs dialogs;
   platform::SqliteDatabases databases(std::filesystem::current_path());
+  PdfTables printer;
   platform::QtSerialPort comm1(loop, box_speed, 1);
   platform::QtSerialPort comm2(loop, switch_console_speed, 2);
   platform::QtClientSocket winsock1(loop);
@@ -62,6 +64,7 @@ int run_program(const std::string& argument) {
                    .files = files,
                    .dialogs = dialogs,
                    .databases = databases,
+                   .printer = printer,
                    .comm1 = comm1,
                    .comm2 = comm2,
                    .winsock1 = winsock1,

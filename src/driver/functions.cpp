@@ -1,10 +1,10 @@
 #include "driver/functions.h"
 
-#include "callerdata/call_log_columns.h"
 #include "core/bits.h"
 #include "core/guard.h"
 #include "core/window_caption.h"
 #include "driver/callcontrol_functions.h"
+#include "driver/callerdata_functions.h"
 #include "driver/clock_functions.h"
 #include "driver/function_table.h"
 #include "driver/handlers.h"
@@ -23,17 +23,6 @@ T or_reported(Console& console, std::string_view name, const std::optional<T>& v
   if (value) return *value;
   report_failure(console, name, Failure(failure_number::out_of_range, "Subscript out of range"));
   return otherwise;
-}
-
-// A call log with no rows; its last column is named as the user names it.
-void CreateDatabase(Console& console, const std::string& file) {
-  std::vector<platform::DatabaseColumn> columns;
-  for (const CallLogColumn& column : call_log_columns) {
-    const std::string_view name =
-        column.name.empty() ? console.Lineweir.CaptionLabel(user_column).caption : column.name;
-    columns.push_back({std::string(name), static_cast<int>(column.size)});
-  }
-  console.services.databases.create(file)->create_table(std::string(call_log_table), columns);
 }
 
 std::vector<Function> general_functions() {
@@ -69,8 +58,6 @@ std::vector<Function> general_functions() {
           "TextWrit_NullRemove",
           [](Console&, const std::string& text) { return std::string(TextWrit_NullRemove(text)); }),
       function("TextWrit_CheckWinsPort", [](Console& c) { c.server.TextWrit_CheckWinsPort(); }),
-      function("CreateDatabase",
-               [](Console& c, const std::string& file) { CreateDatabase(c, file); }),
       function("Comm1_OnComm",
                [](Console& c) { c.decoder.Comm1_OnComm(platform::comm_event_receive); }),
       function("Comm2_OnComm",
@@ -84,6 +71,7 @@ const std::vector<Function>& functions() {
     std::vector<Function> all = general_functions();
     append_screen_functions(all);
     append_callcontrol_functions(all);
+    append_callerdata_functions(all);
     append_serverlink_functions(all);
     append_clock_functions(all);
     return all;

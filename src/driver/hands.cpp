@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "driver/refusal.h"
+#include "elements/data_grid.h"
 
 namespace lineweir::driver {
 namespace {
@@ -225,6 +226,18 @@ void select(Console& console, const FoundElement& found, int entry) {
 }
 
 void select_cell(Console& console, const FoundElement& found, int row, int column) {
+  if (found.element.kind() == ElementKind::DataGrid) {
+    auto& grid = reachable<DataGrid>(console, found);
+    // A click on a heading sorts.
+    const bool heading = row == 0;
+    if (row < 0 || row > grid.rows || column < 0 ||
+        column >= static_cast<int>(grid.headings.get().size())) {
+      throw NotUnderstood("no such cell");
+    }
+    if (!heading) return grid.select(row);
+    if (grid.on_heading_click) grid.on_heading_click(column);
+    return;
+  }
   auto& grid = reachable<Grid>(console, found);
   if (row < 0 || row >= grid.rows() || column < 0 || column >= grid.columns()) {
     throw NotUnderstood("no such cell");

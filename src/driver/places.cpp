@@ -9,6 +9,7 @@
 #include "driver/path.h"
 #include "driver/refusal.h"
 #include "driver/states.h"
+#include "elements/data_grid.h"
 #include "elements/names.h"
 
 namespace lineweir::driver {
@@ -81,6 +82,8 @@ PropertyId main_property(ElementKind kind) {
       return PropertyId::ListIndex;
     case ElementKind::Grid:
       return PropertyId::Cells;
+    case ElementKind::DataGrid:
+      return PropertyId::Rows;
     case ElementKind::Line:
       return PropertyId::Visible;
     case ElementKind::Shape:
@@ -129,6 +132,10 @@ Place property_place(Console& console, Element& element, PropertyId id) {
           }};
 }
 
+Place cell_place(const DataGrid& grid, int row, int column) {
+  return {[&grid, row, column] { return text_value(grid.cell(row, column)); }, nullptr};
+}
+
 Place cell_place(Grid& grid, int row, int column) {
   return {[&grid, row, column] { return text_value(grid.cell(row, column)); },
           [&grid, row, column](const Json& value) { grid.set_cell(row, column, text_of(value)); }};
@@ -141,9 +148,13 @@ std::optional<Place> element_place(Console& console, const Parts& parts, const M
   }
   if (parts.size() != match.parts + 1) return std::nullopt;
   const PathPart& last = parts.back();
-  if (auto* grid = dynamic_cast<Grid*>(&element);
-      grid != nullptr && same_name(last.name, "Cell") && last.indices.size() == 2) {
-    return cell_place(*grid, last.indices[0], last.indices[1]);
+  if (same_name(last.name, "Cell") && last.indices.size() == 2) {
+    if (auto* grid = dynamic_cast<Grid*>(&element)) {
+      return cell_place(*grid, last.indices[0], last.indices[1]);
+    }
+    if (const auto* grid = dynamic_cast<const DataGrid*>(&element)) {
+      return cell_place(*grid, last.indices[0], last.indices[1]);
+    }
   }
   const auto id = property_named(last.name);
   if (!id || !last.indices.empty()) return std::nullopt;

@@ -23,6 +23,7 @@ enum class ElementKind {
   ListBox,
   ComboBox,
   Grid,
+  DataGrid,
   Line,
   Shape,
   Timer,

@@ -1,10 +1,24 @@
 #pragma once
 
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
 
 namespace lineweir::platform {
+
+// The new content of a file, written piece by piece beside the file that it will replace.
+class FileInMaking {
+ public:
+  virtual ~FileInMaking() = default;
+
+  // Fails as Files::replace does.
+  virtual void append(std::string_view piece) = 0;
+
+  // The new content takes its place. Where this isn't called nothing has changed and nothing is
+  // left behind.
+  virtual void finish() = 0;
+};
 
 // Files under the console's working directory. Paths may be relative to it.
 class Files {
@@ -18,6 +32,9 @@ class Files {
   // stands. Where it can't be written a Failure of number 75 names the path and the reason, and
   // the old content stands.
   virtual void replace(const std::string& path, std::string_view content) = 0;
+
+  // Begins to replace the file by content that is too large for one piece.
+  virtual std::unique_ptr<FileInMaking> begin_replace(const std::string& path) = 0;
 
   // Adds to the end of the file, which is made if there is none. What was added survives the
   // program's end, but not the machine's.

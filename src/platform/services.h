@@ -11,6 +11,7 @@
 #include "platform/remote_objects.h"
 #include "platform/serial_port.h"
 #include "platform/system_clock.h"
+#include "platform/table_printer.h"
 
 namespace lineweir::platform {
 
@@ -22,6 +23,7 @@ struct Services {
   Files& files;
   Dialogs& dialogs;
   DatabaseEngine& databases;
+  TablePrinter& printer;
   // 1200 bits per second.
   SerialPort& comm1;
   // 9600 bits per second.

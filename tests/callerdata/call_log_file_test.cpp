@@ -30,7 +30,53 @@ void make_file(ScriptedConsole& test, const std::string& name,
   test.platform.databases.create(name)->create_table(std::string(call_log_table), columns);
 }
 
+// An engine that can use no file.
+class RefusingDatabases final : public platform::DatabaseEngine {
+ public:
+  explicit RefusingDatabases(Failure failure) : failure_(std::move(failure)) {}
+  std::unique_ptr<platform::Database> open(const std::string&) override { throw failure_; }
+  std::unique_ptr<platform::Database> create(const std::string&) override { throw failure_; }
+
+ private:
+  Failure failure_;
+};
+
+// What is said when the user chooses a file that the engine refuses so.
+Texts told_when_refused(const Failure& failure) {
+  platform::ScriptedPlatform platform;
+  RefusingDatabases databases(failure);
+  Console console(platform.services(platform.files, databases));
+  Texts messages;
+  console.messages.on_shown = [&](const std::string& text) { messages.push_back(text); };
+  console.startup.Main("");
+  messages.clear();
+  console.Lineweir.Data1.database_name = "present.mdb";
+  platform.dialogs.answer_file("other.mdb");
+  console.Lineweir.DatabasePathMenuItem.on_click();
+  CHECK(console.Lineweir.Data1.database_name == "present.mdb");
+  return messages;
+}
+
 TEST_SUITE("callerdata/call log file") {
+  TEST_CASE("whatever is wrong with a file is told in one sentence, and the log in use stays") {
+    const std::string sentence = "The file 'other.mdb' can't be used.";
+    for (const int number : {failure_number::not_a_database, failure_number::database_read_only,
+                             failure_number::disk_full, failure_number::database_damaged,
+                             failure_number::database_in_use, failure_number::database_io}) {
+      CAPTURE(number);
+      CHECK(told_when_refused({number, sentence}) == Texts{sentence});
+    }
+  }
+
+  TEST_CASE("a database of the older kind is told with the way to bring its table in") {
+    const Failure older(failure_number::older_database_kind,
+                        "The file 'old.mdb' is a database of the older Access kind.");
+    CHECK(told_when_refused(older) ==
+          Texts{"The file 'old.mdb' is a database of the older Access kind and can't be the log, "
+                "but its table \"Caller Records\" can be brought in as CSV: Show Database, "
+                "Import."});
+  }
+
   TEST_CASE("the dialog begins at the present file, with databases shown") {
     ScriptedConsole test;
     test.console.Lineweir.Data1.database_name = "present.mdb";

@@ -55,6 +55,7 @@ TEST_SUITE("callerdata/call log") {
                                        p.files,
                                        p.dialogs,
                                        engine,
+                                       p.printer,
                                        p.comm1,
                                        p.comm2,
                                        p.winsock1,

@@ -66,6 +66,17 @@ TEST_SUITE("callerdata/caller history") {
     CHECK(find_history(*log.rows, "+1 (312) 555-0100") == expected);
   }
 
+  TEST_CASE("the newest is told by the date, also where old calls were stored later") {
+    LogOfCallers log;
+    log.add("555-0100", "Ann Smith", "Salem", "1/5/2026", "10:00:00 AM");
+    log.add("555-0100", "Ann Brown", "Reno", "12/31/2019", "11:00:00 AM");
+    const auto history = find_history(*log.rows, "555-0100");
+    REQUIRE(history);
+    CHECK(history->name == "Ann Smith");
+    CHECK(history->city == "Salem");
+    CHECK(history->last_on_air == "1/5/2026 10:00:00 AM");
+  }
+
   TEST_CASE("letters beyond ASCII come back as the console has them") {
     LogOfCallers log;
     log.add("555-0100", "Ren\xE9\x65", "K\xF6ln");

@@ -21,6 +21,10 @@ class StubbornFiles final : public platform::Files {
     refuse_if_unwritable(path);
     files.replace(path, content);
   }
+  std::unique_ptr<platform::FileInMaking> begin_replace(const std::string& path) override {
+    refuse_if_unwritable(path);
+    return files.begin_replace(path);
+  }
   void append(const std::string& path, std::string_view content) override {
     refuse_if_unwritable(path);
     files.append(path, content);

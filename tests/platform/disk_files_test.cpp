@@ -155,6 +155,28 @@ TEST_CASE_FIXTURE(DiskFilesFixture, "Appending makes the file and adds to its en
   CHECK(content("LWDebug.txt") == "one\r\ntwo\r\n");
 }
 
+TEST_CASE_FIXTURE(DiskFilesFixture, "A file in the making takes its place when it is finished") {
+  files.replace("calls.csv", "old");
+  const auto making = files.begin_replace("calls.csv");
+  making->append("one,");
+  making->append(std::string(5 << 20, 'x'));
+  CHECK(content("calls.csv") == "old");
+  making->append(",end");
+  making->finish();
+  CHECK(content("calls.csv") == "one," + std::string(5 << 20, 'x') + ",end");
+  CHECK(names() == std::vector<std::string>{"calls.csv"});
+}
+
+TEST_CASE_FIXTURE(DiskFilesFixture, "A file in the making that isn't finished leaves nothing") {
+  files.begin_replace("calls.csv")->append("one");
+  CHECK(names().empty());
+  files.replace("calls.csv", "old");
+  files.begin_replace("calls.csv")->append("one");
+  CHECK(content("calls.csv") == "old");
+  CHECK(names() == std::vector<std::string>{"calls.csv"});
+  CHECK(failure_number_of([&] { files.begin_replace("nowhere/a.csv"); }) == 75);
+}
+
 TEST_CASE_FIXTURE(DiskFilesFixture, "A failure names the path and the reason") {
   const std::string path = (directory.path() / "nowhere" / "a.txt").string();
   const std::string text = "Can't write " + path + ": No such file or directory";

@@ -23,6 +23,31 @@ namespace fs = std::filesystem;
   throw Failure(failure_number::file_access, "Can't write " + path + ": " + reason.message());
 }
 
+class DiskFileInMaking final : public FileInMaking {
+ public:
+  explicit DiskFileInMaking(const fs::path& path) : path_(path.string()), file_(path) {}
+
+  void append(std::string_view piece) override {
+    attempt([&] { file_.append(piece); });
+  }
+  void finish() override {
+    attempt([&] { file_.finish(); });
+  }
+
+ private:
+  template <class Step>
+  void attempt(Step&& step) {
+    try {
+      step();
+    } catch (const std::system_error& error) {
+      fail(path_, error.code());
+    }
+  }
+
+  std::string path_;
+  ReplacingFile file_;
+};
+
 fs::path absolute_directory(const fs::path& directory) {
   fs::path absolute = fs::absolute(directory).lexically_normal();
   return absolute.has_filename() ? absolute : absolute.parent_path();
@@ -62,6 +87,15 @@ void DiskFiles::replace(const std::string& path, std::string_view content) {
   const fs::path target = locate(path);
   try {
     replace_file(target, content);
+  } catch (const std::system_error& error) {
+    fail(target.string(), error.code());
+  }
+}
+
+std::unique_ptr<FileInMaking> DiskFiles::begin_replace(const std::string& path) {
+  const fs::path target = locate(path);
+  try {
+    return std::make_unique<DiskFileInMaking>(target);
   } catch (const std::system_error& error) {
     fail(target.string(), error.code());
   }

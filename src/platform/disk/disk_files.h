@@ -16,6 +16,7 @@ class DiskFiles final : public Files {
 
   std::optional<std::string> read(const std::string& path) const override;
   void replace(const std::string& path, std::string_view content) override;
+  std::unique_ptr<FileInMaking> begin_replace(const std::string& path) override;
   void append(const std::string& path, std::string_view content) override;
   // Directories don't count.
   bool exists(const std::string& path) const override;

@@ -19,24 +19,8 @@ namespace fs = std::filesystem;
 
 [[noreturn]] void fail(int error) { throw std::system_error(error, std::generic_category()); }
 
-// Removes the file unless it was given its final name.
-class NewFile {
- public:
-  explicit NewFile(fs::path path) : path_(std::move(path)) {}
-  ~NewFile() {
-    if (!path_.empty()) ::unlink(path_.c_str());
-  }
-  NewFile(const NewFile&) = delete;
-  NewFile& operator=(const NewFile&) = delete;
-
-  void rename_to(const fs::path& target) {
-    if (::rename(path_.c_str(), target.c_str()) != 0) fail(errno);
-    path_.clear();
-  }
-
- private:
-  fs::path path_;
-};
+// A large file goes to the disk bit by bit, so that finishing it takes no long time at once.
+constexpr std::size_t most_unflushed = 4 << 20;
 
 fs::path without_links(const fs::path& path) {
   std::error_code error;
@@ -79,23 +63,46 @@ void write_whole(int descriptor, std::string_view content) {
   }
 }
 
-void replace_file(const fs::path& path, std::string_view content) {
-  const fs::path target = without_links(path);
+ReplacingFile::ReplacingFile(const fs::path& path)
+    : target_(without_links(path)),
+      beside_(target_.string() + "." + std::to_string(::getpid()) + ".new"),
+      file_(-1) {
   mode_t permissions = 0;
-  const bool keep_permissions = check_present_file(target, permissions);
+  const bool keep_permissions = check_present_file(target_, permissions);
+  file_ = FileDescriptor(
+      ::open(beside_.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_NOFOLLOW | O_CLOEXEC, 0666));
+  if (!file_.is_open()) fail(errno);
+  if (keep_permissions && ::fchmod(file_.get(), permissions) != 0) {
+    const int error = errno;
+    ::unlink(beside_.c_str());
+    fail(error);
+  }
+}
 
-  const fs::path beside = target.string() + "." + std::to_string(::getpid()) + ".new";
-  FileDescriptor file(
-      ::open(beside.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_NOFOLLOW | O_CLOEXEC, 0666));
-  if (!file.is_open()) fail(errno);
-  NewFile new_file(beside);
+ReplacingFile::~ReplacingFile() {
+  if (!beside_.empty()) ::unlink(beside_.c_str());
+}
 
-  if (keep_permissions && ::fchmod(file.get(), permissions) != 0) fail(errno);
-  write_whole(file.get(), content);
-  if (::fsync(file.get()) != 0) fail(errno);
-  if (!file.close()) fail(errno);
-  new_file.rename_to(target);
-  flush_directory(target.parent_path());
+void ReplacingFile::append(std::string_view piece) {
+  write_whole(file_.get(), piece);
+  unflushed_ += piece.size();
+  if (unflushed_ < most_unflushed) return;
+  if (::fdatasync(file_.get()) != 0) fail(errno);
+  unflushed_ = 0;
+}
+
+void ReplacingFile::finish() {
+  if (::fsync(file_.get()) != 0) fail(errno);
+  if (!file_.close()) fail(errno);
+  if (::rename(beside_.c_str(), target_.c_str()) != 0) fail(errno);
+  beside_.clear();
+  flush_directory(target_.parent_path());
+}
+
+void replace_file(const fs::path& path, std::string_view content) {
+  ReplacingFile file(path);
+  file.append(content);
+  file.finish();
 }
 
 }  // namespace lineweir::platform

@@ -3,6 +3,8 @@
 #include <filesystem>
 #include <string_view>
 
+#include "platform/disk/file_descriptor.h"
+
 namespace lineweir::platform {
 
 // Puts a file of that content in the place of the present one, or makes it. The content is written
@@ -13,6 +15,25 @@ namespace lineweir::platform {
 // On any error the old content stands, nothing is left beside it, and a std::system_error tells the
 // system's reason.
 void replace_file(const std::filesystem::path& path, std::string_view content);
+
+// The same with the content in pieces. Destroyed before it is finished, it leaves the old content
+// and nothing beside it.
+class ReplacingFile {
+ public:
+  explicit ReplacingFile(const std::filesystem::path& path);
+  ~ReplacingFile();
+  ReplacingFile(const ReplacingFile&) = delete;
+  ReplacingFile& operator=(const ReplacingFile&) = delete;
+
+  void append(std::string_view piece);
+  void finish();
+
+ private:
+  std::filesystem::path target_;
+  std::filesystem::path beside_;
+  FileDescriptor file_;
+  std::size_t unflushed_ = 0;
+};
 
 // Writes all of the content to an open file, in one write where the system takes it so. Throws
 // std::system_error.

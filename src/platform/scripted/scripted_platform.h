@@ -8,6 +8,7 @@
 #include "platform/scripted/scripted_remote_objects.h"
 #include "platform/scripted/scripted_serial_port.h"
 #include "platform/scripted/scripted_system_clock.h"
+#include "platform/scripted/scripted_table_printer.h"
 #include "platform/scripted/virtual_event_loop.h"
 #include "platform/services.h"
 
@@ -21,6 +22,7 @@ struct ScriptedPlatform {
   MemoryFiles files;
   ScriptedDialogs dialogs;
   MemoryDatabases databases;
+  ScriptedTablePrinter printer;
   ScriptedSerialPort comm1{loop};
   ScriptedSerialPort comm2{loop, 2};
   ScriptedClientSocket winsock1{loop};
@@ -31,8 +33,9 @@ struct ScriptedPlatform {
   // All services, with the files and databases of this workstation or with others.
   Services services() { return services(files, databases); }
   Services services(Files& other_files, DatabaseEngine& other_databases) {
-    return {loop,  clock, random,   other_files,    dialogs,        other_databases,
-            comm1, comm2, winsock1, remote_objects, process_number, [this] { ended = true; }};
+    return {
+        loop,  clock, random,   other_files,    dialogs,        other_databases,         printer,
+        comm1, comm2, winsock1, remote_objects, process_number, [this] { ended = true; }};
   }
 
   // The console has gone: ports and connections are as before a program's start.

@@ -8,6 +8,7 @@
 //   keyboard FORM KEY...    these keys are typed in the form's window: Tab, Space, A ...
 //   mouse FORM ELEMENT      the mouse comes to rest on the element's widget
 //   letters PERCENT         the size of the letters in dialogs and menus, of the present one
+//   file NAME               the console finds this file of the script's folder
 //   prefix TEXT             stands before the names of all further pictures
 //   include FILE            the commands of another script, in the same folder
 
@@ -72,6 +73,7 @@ class Gallery {
     if (command == "keyboard") return type_keys(words);
     if (command == "mouse") return rest_mouse(words);
     if (command == "letters") return set_letters(words);
+    if (command == "file") return hand_over_file(words, script.parent_path());
     if (command == "prefix") {
       words >> prefix_;
       return;
@@ -165,6 +167,16 @@ class Gallery {
     if (widget == nullptr) throw std::runtime_error(element + " has no widget");
     QTest::mouseMove(widget);
     settle();
+  }
+
+  void hand_over_file(std::istream& words, const std::filesystem::path& folder) {
+    std::string name;
+    words >> name;
+    std::ifstream file(folder / name, std::ios::binary);
+    std::ostringstream content;
+    content << file.rdbuf();
+    if (!file) throw std::runtime_error(name + ": can't be read");
+    files_.replace(name, content.str());
   }
 
   void set_letters(std::istream& words) {

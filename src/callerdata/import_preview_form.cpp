@@ -1,0 +1,15 @@
+#include "callerdata/import_preview_form.h"
+
+#include "callerdata/database_viewer_form.h"
+
+namespace lineweir {
+
+ImportPreviewForm::ImportPreviewForm() : Form("ImportPreview") {
+  caption = "Import Calls";
+  width = 12600;
+  height = 8400;
+  ProblemLabel.caption = "&Lines of the file";
+  PreviewGrid.column_widths = log_grid_widths();
+}
+
+}  // namespace lineweir

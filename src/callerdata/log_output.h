@@ -1,0 +1,56 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "platform/database.h"
+#include "platform/files.h"
+#include "platform/table_printer.h"
+
+namespace lineweir {
+
+struct Console;
+
+// Gives out the calls that DatabaseViewer shows, in their order, as a CSV file or as a printed
+// document: a slice at each tick, so that the console goes on meanwhile.
+class LogOutput {
+ public:
+  explicit LogOutput(Console& console);
+
+  bool running() const { return job_ != nullptr; }
+  // Ends what is under way; nothing of it stays.
+  void stop();
+
+ private:
+  struct Job {
+    // "Exporting" and "Exported", or the same of printing.
+    std::string doing;
+    std::string done;
+    std::string file;
+    std::vector<platform::RowId> rows;
+    std::size_t next = 0;
+    std::function<void(const std::vector<std::string>& texts)> add_row;
+    std::function<void()> finish;
+  };
+
+  void ExportButton_Click();
+  void PrintButton_Click();
+  void CancelWork_Click();
+  void OutputTimer_Timer();
+
+  // The file to write, if the user names one and it may be written.
+  std::string ask_file(const std::string& title, const std::string& filter,
+                       const std::string& extension);
+  bool is_database(const std::string& file);
+  void start(Job job);
+  void slice();
+  void show(const std::string& text);
+  void refuse(const std::string& handler, const std::string& sentence);
+
+  Console& console_;
+  std::unique_ptr<Job> job_;
+};
+
+}  // namespace lineweir

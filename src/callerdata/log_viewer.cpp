@@ -1,0 +1,270 @@
+#include "callerdata/log_viewer.h"
+
+#include <algorithm>
+
+#include "callerdata/call_log.h"
+#include "core/console.h"
+#include "core/guard.h"
+#include "core/text.h"
+
+namespace lineweir {
+namespace {
+
+constexpr std::string_view no_log =
+    "No call log is chosen. Choose or create one with Options, Database Path.";
+
+}  // namespace
+
+LogViewer::LogViewer(Console& console) : console_(console) {
+  DatabaseViewerForm& form = console.DatabaseViewer;
+  console.Lineweir.ShowDatabaseMenuItem.on_click = [this] { ShowDatabaseMenuItem_Click(); };
+  form.on_load = [this] { Form_Load(); };
+  form.on_unload = [this] { Form_Unload(); };
+  form.SearchText.on_change = [this] { SearchText_Change(); };
+  form.SortList.on_click = [this] { SortList_Click(); };
+  form.SortDown.on_click = [this] { SortDown_Click(); };
+  form.DBGrid1.on_sel_change = [this] { DBGrid1_SelChange(); };
+  form.DBGrid1.on_heading_click = [this](int column) { heading_clicked(column); };
+  form.DBGrid1.row_texts = [this](int row) { return grid_row(row); };
+  form.WorkTimer.on_timer = [this] { WorkTimer_Timer(); };
+  form.FollowTimer.on_timer = [this] { FollowTimer_Timer(); };
+  form.ExitViewer.on_click = [this] { ExitViewer_Click(); };
+}
+
+void LogViewer::ShowDatabaseMenuItem_Click() {
+  guard(console_, "Lineweir_ShowDatabaseMenuItem_Click", [&] {
+    DatabaseViewerForm& form = console_.DatabaseViewer;
+    // Another log has been chosen since.
+    const std::string& chosen = console_.Lineweir.Data1.database_name;
+    if (form.loaded() && form.Data1.database_name.get() != chosen) form.unload();
+    form.show();
+  });
+}
+
+void LogViewer::Form_Load() {
+  DatabaseViewerForm& form = console_.DatabaseViewer;
+  form.Data1.database_name = console_.Lineweir.Data1.database_name;
+  form.Data1.record_source = console_.Lineweir.Data1.record_source;
+  form.SearchText.text = "";
+  order_ = {};
+  const bool opened = attempt([&] { open_log(); },
+                              [&](const Failure& failure) {
+                                report_failure(console_, "DatabaseViewer_Form_Load", failure);
+                                recordset_.reset();
+                                database_.reset();
+                                form.CountLabel.caption = failure.what();
+                              });
+  form.ImportButton.enabled = open();
+  form.ExportButton.enabled = open();
+  form.PrintButton.enabled = open();
+  form.FollowTimer.enabled = open();
+  form.focus(&form.SearchText);
+  if (opened && open()) look_again();
+}
+
+void LogViewer::open_log() {
+  DatabaseViewerForm& form = console_.DatabaseViewer;
+  if (!console_.call_log.chosen()) {
+    form.CountLabel.caption = no_log;
+    return;
+  }
+  const std::string table(call_log_table);
+  database_ = console_.services.databases.open(form.Data1.database_name);
+  require_log_columns(database_->table_columns(table));
+  recordset_ = database_->open_recordset(table);
+  stamp_ = database_->change_stamp();
+  show_columns();
+}
+
+void LogViewer::Form_Unload() {
+  guard(console_, "DatabaseViewer_Form_Unload", [&] {
+    DatabaseViewerForm& form = console_.DatabaseViewer;
+    form.WorkTimer.enabled = false;
+    form.FollowTimer.enabled = false;
+    console_.log_output.stop();
+    console_.ImportPreview.unload();
+    view_ = {};
+    recordset_.reset();
+    database_.reset();
+    form.DBGrid1.headings = std::vector<std::string>();
+    form.DBGrid1.show_other_rows(0);
+    form.SortList.list = std::vector<std::string>();
+    form.WorkLabel.caption = "";
+    show_details();
+  });
+}
+
+std::vector<std::string> LogViewer::column_names() const {
+  std::vector<std::string> names;
+  for (const auto& column : recordset_->fields()) names.push_back(column.name);
+  return names;
+}
+
+std::vector<std::string> LogViewer::texts(platform::RowId row) {
+  auto values = recordset_->row(row).value_or(std::vector<std::string>());
+  // Some fields of a call are of fixed length.
+  for (std::string& value : values) value.resize(trimmed_right(value).size());
+  return values;
+}
+
+std::vector<platform::RowId> LogViewer::shown_rows() const {
+  std::vector<platform::RowId> rows;
+  rows.reserve(static_cast<std::size_t>(view_.size()));
+  for (int place = 0; place < view_.size(); ++place) rows.push_back(view_.row(place));
+  return rows;
+}
+
+void LogViewer::show_columns() {
+  DatabaseViewerForm& form = console_.DatabaseViewer;
+  std::vector<std::string> headings;
+  for (const std::string& name : column_names()) headings.push_back(from_utf8(name));
+  std::vector<std::string> orders = headings;
+  orders.insert(orders.begin(), "Order of logging");
+  form.DBGrid1.headings = headings;
+  form.SortList.list = orders;
+  for (int i = 0; i < form.DetailName.count(); ++i) {
+    form.DetailName(i).caption = headings.at(static_cast<std::size_t>(i));
+  }
+  sort_by(order_);
+}
+
+void LogViewer::SearchText_Change() {
+  guard(console_, "DatabaseViewer_SearchText_Change", [&] { look_again(); });
+}
+
+void LogViewer::SortList_Click() {
+  guard(console_, "DatabaseViewer_SortList_Click", [&] {
+    // A column begins with its first value, the log with its newest call.
+    const int column = console_.DatabaseViewer.SortList.list_index - 1;
+    sort_by({column, column == LogOrder::as_logged});
+    look_again();
+  });
+}
+
+void LogViewer::SortDown_Click() {
+  guard(console_, "DatabaseViewer_SortDown_Click", [&] {
+    sort_by({order_.column, console_.DatabaseViewer.SortDown.value != 0});
+    look_again();
+  });
+}
+
+void LogViewer::heading_clicked(int column) {
+  guard(console_, "DatabaseViewer_DBGrid1_HeadClick", [&] {
+    const bool same = order_.column == column;
+    if (same && order_.down) {
+      sort_by({});
+    } else {
+      sort_by({column, same});
+    }
+    look_again();
+  });
+}
+
+void LogViewer::sort_by(LogOrder order) {
+  DatabaseViewerForm& form = console_.DatabaseViewer;
+  order_ = order;
+  form.SortList.list_index = order.column + 1;
+  form.SortDown.value = order.down ? 1 : 0;
+  form.DBGrid1.sort_column = order.column;
+  form.DBGrid1.sort_down = order.down;
+}
+
+void LogViewer::look_again() {
+  if (!open()) return;
+  DatabaseViewerForm& form = console_.DatabaseViewer;
+  form.DBGrid1.show_other_rows(0);
+  show_details();
+  view_.begin(*recordset_, to_utf8(form.SearchText.text), order_);
+  more_to_follow_ = false;
+  call_is_gone_ = false;
+  // The first calls are there at once.
+  work();
+}
+
+void LogViewer::WorkTimer_Timer() {
+  const bool done = guard(console_, "DatabaseViewer_WorkTimer_Timer", [&] { work(); });
+  if (!done) console_.DatabaseViewer.WorkTimer.enabled = false;
+}
+
+void LogViewer::work() {
+  const auto told = [this](const LogView::Change& change) { changed(change); };
+  if (view_.working()) {
+    view_.work(told);
+  } else if (more_to_follow_) {
+    more_to_follow_ = view_.follow(told);
+  }
+  console_.DatabaseViewer.WorkTimer.enabled = view_.working() || more_to_follow_;
+  show_counts();
+}
+
+void LogViewer::FollowTimer_Timer() {
+  const bool done = guard(console_, "DatabaseViewer_FollowTimer_Timer", [&] { follow(); });
+  // What fails once would fail twice a second.
+  if (!done) console_.DatabaseViewer.FollowTimer.enabled = false;
+}
+
+void LogViewer::follow() {
+  if (!open() || view_.working()) return;
+  if (call_is_gone_) return look_again();
+  const std::int64_t stamp = database_->change_stamp();
+  if (stamp == stamp_) return;
+  stamp_ = stamp;
+  recordset_->refresh();
+  show_columns();
+  more_to_follow_ = true;
+  work();
+  show_details();
+}
+
+void LogViewer::changed(const LogView::Change& change) {
+  DataGrid& grid = console_.DatabaseViewer.DBGrid1;
+  if (change.all) {
+    grid.show_other_rows(change.count);
+    show_details();
+  } else {
+    grid.put_in(change.at + 1, change.count);
+  }
+}
+
+std::vector<std::string> LogViewer::grid_row(int row) {
+  std::vector<std::string> shown;
+  if (row < 1 || row > view_.size()) return shown;
+  guard(console_, "DatabaseViewer_DBGrid1", [&] {
+    for (const std::string& text : texts(view_.row(row - 1))) shown.push_back(from_utf8(text));
+    if (shown.empty()) call_is_gone_ = true;
+  });
+  return shown;
+}
+
+void LogViewer::DBGrid1_SelChange() {
+  guard(console_, "DatabaseViewer_DBGrid1_SelChange", [&] { show_details(); });
+}
+
+void LogViewer::show_details() {
+  DatabaseViewerForm& form = console_.DatabaseViewer;
+  std::vector<std::string> shown;
+  if (form.DBGrid1.row > 0) shown = grid_row(form.DBGrid1.row);
+  for (int i = 0; i < form.DetailText.count(); ++i) {
+    const auto place = static_cast<std::size_t>(i);
+    form.DetailText(i).caption = place < shown.size() ? shown[place] : std::string();
+  }
+}
+
+void LogViewer::show_counts() {
+  DatabaseViewerForm& form = console_.DatabaseViewer;
+  const bool searching = !trimmed(form.SearchText.text).empty();
+  form.CountLabel.caption = searching
+                                ? grouped_number(view_.size()) + " of " + calls_text(view_.calls())
+                                : calls_text(view_.calls());
+  if (console_.log_output.running()) return;
+  form.WorkLabel.caption = !view_.working()  ? std::string()
+                           : view_.sorting() ? std::string("Sorting")
+                                             : (searching ? "Searching, " : "Reading, ") +
+                                                   std::to_string(view_.percent()) + " %";
+}
+
+void LogViewer::ExitViewer_Click() {
+  guard(console_, "DatabaseViewer_ExitViewer_Click", [&] { console_.DatabaseViewer.unload(); });
+}
+
+}  // namespace lineweir

@@ -1,0 +1,73 @@
+#pragma once
+
+#include <map>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "callerdata/log_view.h"
+#include "platform/database.h"
+
+namespace lineweir {
+
+struct Console;
+
+// DatabaseViewer: which calls it shows. It reads the log by a connection of its own and follows
+// what is logged, by this console and by others.
+class LogViewer {
+ public:
+  explicit LogViewer(Console& console);
+
+  // Whether the form shows a log.
+  bool open() const { return recordset_ != nullptr; }
+
+  // The calls that are shown, by their rows, in their order.
+  std::vector<platform::RowId> shown_rows() const;
+
+  // The columns' names, UTF-8, and a call's texts without blanks behind; none for a call that has
+  // been removed.
+  std::vector<std::string> column_names() const;
+  std::vector<std::string> texts(platform::RowId row);
+
+  // Looks for the calls anew.
+  void look_again();
+
+  // The connection and the table in it, for whoever adds calls. Only while a log is open.
+  platform::Database& database() { return *database_; }
+  platform::Recordset& recordset() { return *recordset_; }
+
+ private:
+  void ShowDatabaseMenuItem_Click();
+  void Form_Load();
+  void Form_Unload();
+  void SearchText_Change();
+  void SortList_Click();
+  void SortDown_Click();
+  void DBGrid1_SelChange();
+  void WorkTimer_Timer();
+  void FollowTimer_Timer();
+  void ExitViewer_Click();
+
+  void open_log();
+  void show_columns();
+  void heading_clicked(int column);
+  void sort_by(LogOrder order);
+  void changed(const LogView::Change& change);
+  std::vector<std::string> grid_row(int row);
+  void show_details();
+  void show_counts();
+  void work();
+  void follow();
+
+  Console& console_;
+  std::unique_ptr<platform::Database> database_;
+  std::unique_ptr<platform::Recordset> recordset_;
+  LogView view_;
+  LogOrder order_;
+  std::int64_t stamp_ = 0;
+  bool more_to_follow_ = false;
+  // A call that is shown has been removed by another program.
+  bool call_is_gone_ = false;
+};
+
+}  // namespace lineweir

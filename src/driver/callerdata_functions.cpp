@@ -1,0 +1,19 @@
+#include "driver/callerdata_functions.h"
+
+#include "core/guard.h"
+
+namespace lineweir::driver {
+
+void append_callerdata_functions(std::vector<Function>& functions) {
+  functions.insert(
+      functions.end(),
+      {function("CreateDatabase",
+                [](Console& c, const std::string& file) { c.call_log_file.CreateDatabase(file); }),
+       function("CBClientClass_ReturnCallerData",
+                [](Console& c, const std::string& data, int line, int /*group*/) {
+                  guard(c, "CBClientClass_ReturnCallerData",
+                        [&] { c.received_data.ReturnCallerData(data, line); });
+                })});
+}
+
+}  // namespace lineweir::driver

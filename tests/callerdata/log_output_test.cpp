@@ -1,0 +1,125 @@
+#include "callerdata/log_output.h"
+
+#include <doctest/doctest.h>
+
+#include "support/call_viewer.h"
+
+namespace lineweir::test {
+namespace {
+
+using Texts = std::vector<std::string>;
+
+constexpr const char* headings =
+    "Caller Name,Street Address,City,State,ZipCode,PhoneNumber,Comments,Station,Gender,Date,"
+    "Time_On_Hold,Time_Placed_On_Air,Time_On_Air,Sponsor\r\n";
+
+struct Output : CallViewer {
+  void export_to(const std::string& file) {
+    platform.dialogs.answer_file(file);
+    form().ExportButton.on_click();
+  }
+  void print_to(const std::string& file) {
+    platform.dialogs.answer_file(file);
+    form().PrintButton.on_click();
+  }
+};
+
+TEST_SUITE("callerdata/log output") {
+  TEST_CASE("what is shown is exported as CSV in UTF-8, in the order in which it is shown") {
+    Output test;
+    test.log_call("Jos\xC3\xA9", "Salem, MA");
+    test.log_call("Bob", "Reno");
+    test.log_call({{0, "Ann \"Annie\""}, {2, "Salem"}, {7, "KLWR      "}});
+    test.open();
+    test.grid().on_heading_click(0);
+    test.search("salem");
+    test.export_to("out.csv");
+    test.wait();
+    CHECK(test.platform.files.read("out.csv") ==
+          std::string(headings) +
+              "\"Ann \"\"Annie\"\"\",,Salem,,,,,KLWR,,,,,,\r\n"
+              "Jos\xC3\xA9,,\"Salem, MA\",,,,,,,,,,,\r\n");
+    CHECK(test.form().WorkLabel.caption == "Exported 2 calls to out.csv");
+    CHECK_FALSE(test.form().CancelWork.visible);
+  }
+
+  TEST_CASE("the file is asked for, with the log's own name and another extension") {
+    Output test;
+    test.open();
+    test.form().ExportButton.on_click();
+    test.form().PrintButton.on_click();
+    const auto asked = test.platform.dialogs.take_asked();
+    REQUIRE(asked.size() == 2);
+    const auto& to_export = std::get<platform::FileQuestion>(asked[0]);
+    CHECK(to_export.for_saving);
+    CHECK(to_export.title == "Export");
+    CHECK(to_export.default_path == "calls.csv");
+    CHECK(std::get<platform::FileQuestion>(asked[1]).default_path == "calls.pdf");
+    CHECK_FALSE(test.console.log_output.running());
+  }
+
+  TEST_CASE("a long export goes on in slices, says how far it is, and can be cancelled") {
+    Output test;
+    test.log_calls(1000);
+    test.open();
+    test.wait(50);
+    test.platform.files.replace("out.csv", "the old one");
+    test.export_to("out.csv");
+    CHECK(test.console.log_output.running());
+    CHECK(test.form().CancelWork.visible);
+    CHECK_FALSE(test.form().ExportButton.enabled);
+    test.platform.loop.advance(platform::Milliseconds(2));
+    CHECK(test.form().WorkLabel.caption == "Exporting, 40 %");
+    test.form().CancelWork.on_click();
+    CHECK(test.form().WorkLabel.caption == "Exporting was cancelled.");
+    CHECK(test.form().ExportButton.enabled);
+    test.wait();
+    CHECK(test.platform.files.read("out.csv") == "the old one");
+  }
+
+  TEST_CASE("a database isn't overwritten, be it the log or another one") {
+    Output test;
+    test.log_call("Ann");
+    test.platform.databases.create("messages.lwb")->create_table("Messages", {{"Message", 50}});
+    test.platform.files.replace("messages.lwb", "its bytes");
+    test.open();
+    for (const char* file : {log_path, "messages.lwb"}) {
+      test.export_to(file);
+      CHECK(test.take_messages() == Texts{"The file '" + std::string(file) +
+                                          "' is a database and is not overwritten. Choose "
+                                          "another name."});
+      CHECK_FALSE(test.console.log_output.running());
+    }
+    CHECK(test.platform.files.read("messages.lwb") == "its bytes");
+  }
+
+  TEST_CASE("closing the viewer ends the export without a file") {
+    Output test;
+    test.log_calls(1000);
+    test.open();
+    test.export_to("out.csv");
+    test.form().ExitViewer.on_click();
+    test.wait();
+    CHECK_FALSE(test.platform.files.exists("out.csv"));
+  }
+
+  TEST_CASE("printing gives the calls that are shown, their headings and the log's name") {
+    Output test;
+    test.log_call("Ann");
+    test.log_call("Bob");
+    test.open();
+    test.search("ann");
+    test.print_to("out.pdf");
+    test.wait();
+    const auto& document = test.platform.printer.documents.at("out.pdf");
+    CHECK(document.title == "Call log calls.lwl");
+    CHECK(document.columns.size() == 14);
+    CHECK(document.columns[13].heading == "Sponsor");
+    REQUIRE(document.rows.size() == 1);
+    CHECK(document.rows[0][0] == "Ann");
+    CHECK(test.form().WorkLabel.caption == "Printed 1 call to out.pdf");
+  }
+}
+
+}  // namespace
+}  // namespace lineweir::test

@@ -1,0 +1,89 @@
+#include "callerdata/log_text.h"
+
+#include <doctest/doctest.h>
+
+namespace lineweir::test {
+namespace {
+
+bool finds(const char* search, const char* texts) {
+  return LogSearch(search).finds(folded_text(texts) + "\n");
+}
+
+std::string key(SortKind kind, const char* text) {
+  std::string key;
+  append_sort_key(key, kind, text);
+  return key;
+}
+
+TEST_SUITE("callerdata/log text") {
+  TEST_CASE("neither case nor accents are told apart") {
+    CHECK(folded_text("Jos\xC3\xA9 \xC3\x89MILE \xC3\x91") == "jose emile n");
+    CHECK(folded_text("\xC5\xA0\xC5\xA1 \xC5\xBD \xC5\xB8 \xC3\xBF") == "ss z y y");
+    CHECK(folded_text("\xC3\x86 \xC3\xA6 \xC5\x92 \xC5\x93") ==
+          "\xC3\xA6 \xC3\xA6 \xC5\x93 \xC5\x93");
+  }
+
+  TEST_CASE("what is no letter stays, and so do signs and broken characters") {
+    CHECK(folded_text("5 \xC3\x97 2 \xC3\xB7 \xC3\x9F") == "5 \xC3\x97 2 \xC3\xB7 \xC3\x9F");
+    CHECK(folded_text("a\xC3") == "a\xC3");
+    CHECK(folded_text("\xC3x") == "\xC3x");
+    CHECK(folded_text("\xE2\x82\xAC") == "\xE2\x82\xAC");
+  }
+
+  TEST_CASE("each word is looked for anywhere in the call's texts") {
+    CHECK(finds("smith", "Ann Smith"));
+    CHECK(finds("SMI ann", "Ann Smith"));
+    CHECK(finds("  jose ", "Jos\xC3\xA9"));
+    CHECK(finds("jos\xC3\xA9", "JOSE"));
+    CHECK_FALSE(finds("smith bob", "Ann Smith"));
+    CHECK_FALSE(finds("annsmith", "Ann\nSmith"));
+    CHECK(LogSearch("   ").empty());
+    CHECK(finds("", "anything"));
+  }
+
+  TEST_CASE("dates are in the order of time, and what is none comes last") {
+    const auto date = SortKind::Date;
+    CHECK(key(date, "9/30/2025") < key(date, "10/1/2025"));
+    CHECK(key(date, "12/31/2025") < key(date, "1/1/2026"));
+    CHECK(key(date, "") < key(date, "1/1/1900"));
+    CHECK(key(date, "12/31/9999") < key(date, "soon"));
+    for (const char* none : {"1/2", "1/2/3/4", "1//2026", "a/1/2026", "1/1/2026x", "99999/1/1"}) {
+      CAPTURE(none);
+      CHECK(key(date, none).starts_with("~"));
+    }
+  }
+
+  TEST_CASE("times are in the order of the day, and what is none comes last") {
+    const auto time = SortKind::Time;
+    CHECK(key(time, "11:59:59 AM") < key(time, "12:00:00 PM"));
+    CHECK(key(time, "12:00:00 AM") < key(time, "01:00:00 AM"));
+    CHECK(key(time, "00:09:59") < key(time, "00:10:00"));
+    CHECK(key(time, "") < key(time, "00:00:00"));
+    CHECK(key(time, "23:59:59") < key(time, "never"));
+  }
+
+  TEST_CASE("the columns of date and times are put in order as such") {
+    CHECK(sort_kind_of(0) == SortKind::Text);
+    CHECK(sort_kind_of(9) == SortKind::Date);
+    CHECK(sort_kind_of(10) == SortKind::Time);
+    CHECK(sort_kind_of(11) == SortKind::Time);
+    CHECK(sort_kind_of(12) == SortKind::Time);
+    CHECK(sort_kind_of(13) == SortKind::Text);
+    CHECK(sort_kind_of(-1) == SortKind::Text);
+    CHECK(sort_kind_of(99) == SortKind::Text);
+  }
+
+  TEST_CASE("numbers have their digits in groups") {
+    CHECK(grouped_number(0) == "0");
+    CHECK(grouped_number(999) == "999");
+    CHECK(grouped_number(1000) == "1,000");
+    CHECK(grouped_number(1234567) == "1,234,567");
+    CHECK(grouped_number(-1000) == "-1,000");
+    CHECK(grouped_number(-100) == "-100");
+    CHECK(calls_text(1) == "1 call");
+    CHECK(calls_text(2500) == "2,500 calls");
+  }
+}
+
+}  // namespace
+}  // namespace lineweir::test

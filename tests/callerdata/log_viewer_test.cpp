@@ -1,0 +1,287 @@
+#include "callerdata/log_viewer.h"
+
+#include <doctest/doctest.h>
+
+#include "support/call_viewer.h"
+#include "support/property_check.h"
+
+namespace lineweir::test {
+namespace {
+
+using Names = std::vector<std::string>;
+
+TEST_SUITE("callerdata/log viewer") {
+  TEST_CASE("the menu item shows the log that is chosen, the newest call first") {
+    CallViewer test;
+    test.log_call("Ann", "Salem", "1/5/2026");
+    test.log_call("Bob");
+    test.open();
+    CHECK(test.form().visible);
+    CHECK(test.form().Data1.database_name == log_path);
+    CHECK(test.form().Data1.record_source == test.console.Lineweir.Data1.record_source.get());
+    CHECK(test.grid().headings.get().size() == 14);
+    CHECK(test.grid().cell(0, 13) == "Sponsor");
+    CHECK(test.names() == Names{"Bob", "Ann"});
+    CHECK(test.grid().cell(2, 2) == "Salem");
+    CHECK(test.form().CountLabel.caption == "2 calls");
+  }
+
+  TEST_CASE("without a log it says how to get one") {
+    ScriptedConsole test;
+    test.console.Lineweir.ShowDatabaseMenuItem.on_click();
+    const DatabaseViewerForm& form = test.console.DatabaseViewer;
+    CHECK(form.visible);
+    CHECK(form.CountLabel.caption ==
+          "No call log is chosen. Choose or create one with Options, Database Path.");
+    CHECK(form.DBGrid1.rows == 0);
+    for (const Button* button : {&form.ImportButton, &form.ExportButton, &form.PrintButton}) {
+      CHECK_FALSE(button->enabled);
+    }
+    CHECK(test.take_messages().empty());
+  }
+
+  TEST_CASE("a log that has gone is told, and the viewer is empty") {
+    ScriptedConsole test;
+    test.console.Lineweir.Data1.database_name = "gone.mdb";
+    test.console.Lineweir.ShowDatabaseMenuItem.on_click();
+    CHECK(test.console.DatabaseViewer.visible);
+    CHECK(test.console.DatabaseViewer.CountLabel.caption == "Couldn't find file 'gone.mdb'.");
+    CHECK(test.take_trace() ==
+          Names{"DatabaseViewer_Form_Load Error - Couldn't find file 'gone.mdb'."});
+  }
+
+  TEST_CASE("the selected call's columns are shown one by one, without blanks behind") {
+    CallViewer test;
+    test.log_call({{0, "Ann"}, {6, "Wants to talk"}, {7, "KLWR      "}});
+    test.open();
+    CHECK(test.form().DetailText(0).caption == "");
+    test.grid().select(1);
+    CHECK(test.form().DetailName(6).caption == "Comments");
+    CHECK(test.form().DetailText(6).caption == "Wants to talk");
+    CHECK(test.form().DetailText(7).caption == "KLWR");
+    test.search("nobody");
+    CHECK(test.form().DetailText(6).caption == "");
+  }
+
+  TEST_CASE("the search finds calls with all words, in any column, case or accent") {
+    CallViewer test;
+    test.log_call("Ann Smith", "Salem");
+    test.log_call("Bob", "Smithfield");
+    test.log_call("Jos\xC3\xA9", "Salem");
+    test.open();
+    test.search("smith");
+    CHECK(test.names() == Names{"Bob", "Ann Smith"});
+    CHECK(test.form().CountLabel.caption == "2 of 3 calls");
+    test.search("SALEM smith");
+    CHECK(test.names() == Names{"Ann Smith"});
+    test.search("jos\xE9");
+    CHECK(test.names() == Names{"Jos\xE9"});
+    test.search("");
+    CHECK(test.grid().rows == 3);
+    CHECK(test.form().CountLabel.caption == "3 calls");
+  }
+
+  TEST_CASE("a heading sorts by its column, once more the other way, a third time as logged") {
+    CallViewer test;
+    test.log_call("bob", "", "10/1/2025");
+    test.log_call("Ann", "", "1/5/2026");
+    test.log_call("carla", "", "9/30/2025");
+    test.open();
+    test.grid().on_heading_click(0);
+    test.wait(50);
+    CHECK(test.names() == Names{"Ann", "bob", "carla"});
+    CHECK(test.form().SortList.list_index == 1);
+    CHECK(test.form().SortDown.value == 0);
+    test.grid().on_heading_click(0);
+    test.wait(50);
+    CHECK(test.names() == Names{"carla", "bob", "Ann"});
+    CHECK(test.grid().sort_down);
+    test.grid().on_heading_click(0);
+    test.wait(50);
+    CHECK(test.names() == Names{"carla", "Ann", "bob"});
+    CHECK(test.grid().sort_column == -1);
+    test.grid().on_heading_click(9);
+    test.wait(50);
+    CHECK(test.names() == Names{"carla", "bob", "Ann"});
+  }
+
+  TEST_CASE("the list of orders and its box do the same") {
+    CallViewer test;
+    for (const char* name : {"bob", "Ann", "carla"}) test.log_call(name);
+    test.open();
+    CHECK(test.form().SortList.list.get().front() == "Order of logging");
+    test.form().SortList.select(1);
+    test.wait(50);
+    CHECK(test.names() == Names{"Ann", "bob", "carla"});
+    test.form().SortDown.value = 1;
+    test.form().SortDown.on_click();
+    test.wait(50);
+    CHECK(test.names() == Names{"carla", "bob", "Ann"});
+    test.form().SortList.select(0);
+    test.wait(50);
+    CHECK(test.names() == Names{"carla", "Ann", "bob"});
+    test.form().SortDown.value = 0;
+    test.form().SortDown.on_click();
+    test.wait(50);
+    CHECK(test.names() == Names{"bob", "Ann", "carla"});
+  }
+
+  TEST_CASE("calls that are logged meanwhile come in at the top, and the selection stays") {
+    CallViewer test;
+    test.log_call("Ann");
+    test.log_call("Bob");
+    test.open();
+    test.grid().select(2);
+    test.log_call("Carla");
+    test.wait();
+    CHECK(test.names() == Names{"Carla", "Bob", "Ann"});
+    CHECK(test.grid().row == 3);
+    CHECK(test.form().CountLabel.caption == "3 calls");
+  }
+
+  TEST_CASE("a call that is logged meanwhile takes its place in any order, if it is looked for") {
+    CallViewer test;
+    for (const char* name : {"Ann", "Carla", "Dora"}) test.log_call(name, "Salem");
+    test.open();
+    test.grid().on_heading_click(0);
+    test.search("salem");
+    test.log_call("Bob", "Salem");
+    test.log_call("Boris", "Reno");
+    test.wait();
+    CHECK(test.names() == Names{"Ann", "Bob", "Carla", "Dora"});
+    CHECK(test.form().CountLabel.caption == "4 of 5 calls");
+    test.form().SortDown.value = 1;
+    test.form().SortDown.on_click();
+    test.log_call("Cleo", "Salem");
+    test.wait();
+    CHECK(test.names() == Names{"Dora", "Cleo", "Carla", "Bob", "Ann"});
+  }
+
+  TEST_CASE("the oldest first: calls that are logged meanwhile come in at the end") {
+    CallViewer test;
+    test.log_call("Ann");
+    test.open();
+    test.form().SortDown.value = 0;
+    test.form().SortDown.on_click();
+    test.log_call("Bob");
+    test.wait();
+    CHECK(test.names() == Names{"Ann", "Bob"});
+  }
+
+  TEST_CASE("a long log is looked through in slices, the newest calls at once") {
+    CallViewer test;
+    test.log_calls(30000);
+    test.open();
+    CHECK(test.grid().rows == 20000);
+    CHECK(test.grid().cell(1, 0) == "caller 29999");
+    CHECK(test.form().WorkLabel.caption == "Reading, 66 %");
+    test.wait(50);
+    CHECK(test.grid().rows == 30000);
+    CHECK(test.form().WorkLabel.caption == "");
+    test.form().SearchText.text = "CALLER";
+    CHECK(test.form().WorkLabel.caption.get().starts_with("Searching, "));
+    CHECK(test.grid().rows > 0);
+    test.wait(100);
+    CHECK(test.grid().rows == 30000);
+  }
+
+  TEST_CASE("typing on begins anew, whatever was being looked for") {
+    CallViewer test;
+    test.log_calls(30000);
+    test.open();
+    test.form().SearchText.text = "caller";
+    test.form().SearchText.text = "caller 29999";
+    test.wait(200);
+    CHECK(test.names() == Names{"caller 29999"});
+    CHECK(test.form().CountLabel.caption == "1 of 30,000 calls");
+  }
+
+  TEST_CASE("a call that another program removes goes from the view") {
+    CallViewer test;
+    test.log_call("Ann");
+    const auto removed = test.log_call("Bob");
+    test.open();
+    test.platform.databases.open(log_path)
+        ->open_recordset(std::string(call_log_table))
+        ->remove(removed);
+    CHECK(test.grid().row_texts(1).empty());
+    test.wait();
+    CHECK(test.names() == Names{"Ann"});
+  }
+
+  TEST_CASE("a renamed column is shown by its new name") {
+    CallViewer test;
+    test.open();
+    test.platform.databases.open(log_path)->rename_column(std::string(call_log_table), 13, "Hobby");
+    test.wait();
+    CHECK(test.grid().cell(0, 13) == "Hobby");
+    CHECK(test.form().DetailName(13).caption == "Hobby");
+  }
+
+  TEST_CASE("when another log was chosen, showing the viewer again shows that one") {
+    CallViewer test;
+    test.log_call("Ann");
+    test.open();
+    test.platform.databases.create("other.mdb")
+        ->create_table(std::string(call_log_table), new_log_columns("User"));
+    test.console.Lineweir.Data1.database_name = "other.mdb";
+    test.open();
+    CHECK(test.form().Data1.database_name == "other.mdb");
+    CHECK(test.grid().rows == 0);
+    CHECK(test.form().visible);
+  }
+
+  TEST_CASE("closing ends all work and leaves the log alone") {
+    CallViewer test;
+    test.log_calls(30000);
+    test.open();
+    test.form().ExitViewer.on_click();
+    CHECK_FALSE(test.form().loaded());
+    test.wait();
+    CHECK(test.grid().rows == 0);
+    CHECK_FALSE(test.form().WorkTimer.enabled);
+    CHECK_FALSE(test.form().FollowTimer.enabled);
+    test.open();
+    test.wait(50);
+    CHECK(test.grid().rows == 30000);
+  }
+
+  TEST_CASE("any calls in any order: the view is what sorting and filtering them gives") {
+    check_property(
+        [](const std::vector<std::uint8_t>& early, const std::vector<std::uint8_t>& late) {
+          CallViewer test;
+          std::vector<std::string> all;
+          const auto log = [&](const std::vector<std::uint8_t>& values) {
+            for (const int value : values) {
+              const std::string name =
+                  std::string(1, static_cast<char>('a' + value % 5)) + std::to_string(all.size());
+              test.log_call(name);
+              all.push_back(name);
+            }
+          };
+          const int column = *rc::gen::inRange(-1, 1);
+          const bool down = *rc::gen::arbitrary<bool>();
+          const bool filter = *rc::gen::arbitrary<bool>();
+          log(early);
+          test.open();
+          test.form().SortList.select(column + 1);
+          test.form().SortDown.value = down ? 1 : 0;
+          test.form().SortDown.on_click();
+          if (filter) test.search("b");
+          test.wait(100);
+          log(late);
+          test.wait();
+
+          std::vector<std::string> wanted;
+          for (const auto& name : all) {
+            if (!filter || name.find('b') != std::string::npos) wanted.push_back(name);
+          }
+          if (column == 0) std::sort(wanted.begin(), wanted.end());
+          if (down) std::reverse(wanted.begin(), wanted.end());
+          RC_ASSERT(test.names() == wanted);
+        });
+  }
+}
+
+}  // namespace
+}  // namespace lineweir::test

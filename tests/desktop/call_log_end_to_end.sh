@@ -1,0 +1,89 @@
+#!/usr/bin/env bash
+# A whole call in the real window, worked with real keys against the simulated studio: it rings, is
+# answered, its caller typed in, taken to air and dropped; the sqlite3 program finds it in the log.
+#
+#   call_log_end_to_end.sh FOLDER-OF-PROGRAMS
+set -euo pipefail
+bin=$1
+
+work=$(mktemp -d)
+export XDG_RUNTIME_DIR=$work
+trap 'kill $(jobs -p) 2> /dev/null || true; rm -rf "$work"' EXIT
+cd "$work"
+
+fail() {
+  echo "call log end to end: $*" >&2
+  cat studio.log table.txt >&2 2> /dev/null || true
+  exit 1
+}
+
+mkfifo idle && exec {idle_end}<> idle
+pause() { read -r -t "$1" <&"$idle_end" || true; }
+
+# await TEXT: waits until the studio has logged the text.
+await() {
+  for _ in {1..200}; do
+    grep -q -- "$1" studio.log 2> /dev/null && return
+    pause 0.1
+  done
+  fail "the studio has not logged: $1"
+}
+
+printf '%s\n' '1 call 2' > show.txt
+"$bin/lineweir-studio" --script show.txt --ring-patience 0 --hold-patience 0 --link box \
+  --log studio.log > studio.txt &
+# A producer with a handset, whose log is calls.mdb.
+printf '%s\n' launch 'answer file "calls.mdb"' 'click DatabasePathMenuItem' \
+  'click MitelPhone1' 'click ScreenerMode' 'serial Comm1 reply "M" "Line monitor ON"' \
+  'click PortOn' 'click SaveSettingsMenu' | "$bin/lineweir-driver" --dir . > driver.txt
+
+exec {display_pipe}<> <(:)
+Xvfb -displayfd "$display_pipe" -screen 0 1280x1024x24 -nolisten tcp 2> /dev/null &
+read -r -t 20 number <&"$display_pipe" || fail "no virtual display"
+export DISPLAY=:$number
+
+LINEWEIR_COM1=$work/box LINEWEIR_SCREENSHOT=$work/end.png LINEWEIR_SCREENSHOT_AFTER=20 \
+  LINEWEIR_SCREENSHOT_ENDS=1 timeout 60 "$bin/lineweir" > table.txt &
+console=$!
+await 'item R02'
+# A caller has waited once the row's clock has gone on.
+pause 2
+main=$(timeout 20 xdotool search --sync --onlyvisible --name "Lineweir - " | tail -n 1)
+xdotool windowfocus --sync "$main" key a
+await 'word P02'
+await 'item P02'
+form=$(timeout 20 xdotool search --sync --onlyvisible --name "Caller Data - Line 3" | tail -n 1)
+xdotool windowfocus --sync "$form"
+xdotool type --delay 20 'Ann Smith'
+xdotool key --delay 20 Return
+xdotool type --delay 20 '5 Main Street'
+xdotool key --delay 20 Return
+xdotool type --delay 20 'Salem'
+xdotool key --delay 20 Return Return Return
+xdotool type --delay 20 '555 0100'
+xdotool key --delay 20 Return Return f Return Return Return
+for _ in {1..50}; do
+  xdotool search --onlyvisible --name "Caller Data - Line 3" > /dev/null 2>&1 || break
+  pause 0.1
+done
+# Ready; then as the host to the main hybrid, and off the air again.
+xdotool windowfocus --sync "$main" key e
+await 'item S02'
+pause 2
+xdotool windowfocus --sync "$main" key --delay 300 alt+c m t
+pause 0.5
+xdotool windowfocus --sync "$main" key n
+await 'item N02'
+pause 1
+xdotool windowfocus --sync "$main" key d
+await 'item F02'
+wait "$console" || fail "the console has ended with an error"
+
+row=$(sqlite3 calls.mdb << 'SQL'
+SELECT "Caller Name", "Street Address", City, PhoneNumber, trim(Gender),
+  Time_On_Hold <> '', Time_On_Air <> '', Time_Placed_On_Air <> '', "Date" <> ''
+FROM "Caller Records";
+SQL
+)
+[[ $row == "Ann Smith|5 Main Street|Salem|555 0100|Female|1|1|1|1" ]] || fail "the log has: $row"
+grep -Eq '^3 *$' table.txt || fail "row 3 is not idle again"
