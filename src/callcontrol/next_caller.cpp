@@ -1,7 +1,10 @@
 #include "callcontrol/next_caller.h"
 
 #include <array>
+#include <cstddef>
+#include <memory_resource>
 #include <string>
+#include <vector>
 
 #include "callcontrol/line_commands.h"
 #include "callcontrol/socket_trap.h"
@@ -30,6 +33,15 @@ constexpr std::array next_action_rules = {
     NextActionRule{false, true, std::nullopt, bank_none, "A"},
 };
 
+template <class Lines>
+void collect_waits(const Console& console, Lines& lines) {
+  lines.reserve(static_cast<std::size_t>(console.lines.LineCount));
+  for (int line = 0; line < console.lines.LineCount; ++line) {
+    lines.push_back(
+        {console.lines.StatusLetter(line), console.Lineweir.LineTime(line).caption.get()});
+  }
+}
+
 }  // namespace
 
 NextCaller::NextCaller(Console& console) : console_(console) {
@@ -44,7 +56,13 @@ void NextCaller::FindNext() {
   guard(console_, handler, [&] {
     const LineTable& lines = console_.lines;
     if (lines.NextCallSet || lines.ThePhoneFlag == deciding_server) return;
-    const int found = longest_wait(waits(), 'S');
+    // Ten times a second, so that the waits of all lines stand in the handler's own room; more than
+    // there are on any screen would be put elsewhere.
+    std::array<std::byte, 1024> room;
+    std::pmr::monotonic_buffer_resource own_room(room.data(), room.size());
+    std::pmr::vector<LineWait> waiting(&own_room);
+    collect_waits(console_, waiting);
+    const int found = longest_wait(waiting, 'S');
     if (found == lines.TheNextCall) return;
     if (lines.TheNextCall != no_line) restore_former_row(lines.TheNextCall);
     console_.lines.TheNextCall = found;
@@ -118,11 +136,7 @@ void NextCaller::ReturnNextCall(int TheNextCall, int TheMessageGroupVal) {
 
 std::vector<LineWait> NextCaller::waits() const {
   std::vector<LineWait> lines;
-  lines.reserve(static_cast<std::size_t>(console_.lines.LineCount));
-  for (int line = 0; line < console_.lines.LineCount; ++line) {
-    lines.push_back(
-        {console_.lines.StatusLetter(line), console_.Lineweir.LineTime(line).caption.get()});
-  }
+  collect_waits(console_, lines);
   return lines;
 }
 
