@@ -126,6 +126,7 @@ Desk& desk() {
 }
 
 void opening_until_the_first_calls_show(benchmark::State& state) {
+  desk();
   for (auto _ : state) {
     desk().open();
     benchmark::DoNotOptimize(desk().form.DBGrid1.cell(1, 0));

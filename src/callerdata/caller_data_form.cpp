@@ -6,7 +6,7 @@
 namespace lineweir {
 namespace {
 
-constexpr int form_width = 9000;
+constexpr int form_width = 9600;
 constexpr int memory_left = 6000;
 constexpr int memory_width = form_width - memory_left - 180;
 constexpr int button_height = 375;

@@ -16,7 +16,7 @@ struct Console;
 class LogImport {
  public:
   // In a larger file the step would keep the other consoles from logging for too long.
-  static constexpr std::size_t most_calls = 250000;
+  static constexpr std::size_t most_calls = 100000;
 
   explicit LogImport(Console& console);
 
