@@ -7,6 +7,7 @@
 
 #include "callerdata/call_log.h"
 #include "callerdata/csv_import.h"
+#include "elements/failure.h"
 
 namespace {
 
