@@ -14,7 +14,7 @@ TEST_SUITE("callerdata/sliced sort") {
       // Enough for several runs.
       const std::size_t few = items.size();
       for (int copy = 1; few > 0 && copy < 40; ++copy) {
-        for (std::size_t i = 0; i < few; ++i) items.push_back(items[i] * copy);
+        for (std::size_t i = 0; i < few; ++i) items.push_back(items[i] ^ copy);
       }
       SlicedSort<int> sort;
       sort.start(items);
