@@ -107,9 +107,16 @@ void RowDisplay::HybridPictureSet(int line, int color1, int color2) {
 
 void RowDisplay::show_icons(int line) {
   const LineTable& lines = console_.lines;
-  const LetterLook look = reported_look(lines.StatusLetter(line), lines.ThePhoneFlag,
-                                        console_.Lineweir.MitelPhone1.checked);
+  const LetterLook look =
+      reported_look(shown_letter(line), lines.ThePhoneFlag, console_.Lineweir.MitelPhone1.checked);
   HybridPictureSet(line, look.icon1, look.icon2);
+}
+
+char RowDisplay::shown_letter(int line) const {
+  const char letter = console_.lines.StatusLetter(line);
+  const bool set_busy =
+      letter == ' ' && console_.Lineweir.LineStatus(line).caption == status_text_of('B');
+  return set_busy ? 'B' : letter;
 }
 
 void RowDisplay::SetStatusText(int line) {

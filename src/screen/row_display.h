@@ -47,6 +47,10 @@ class RowDisplay {
   std::string GetCadence(int line) const;
 
  private:
+  // The letter that the row shows. The box's decoder doesn't store that a line is made busy: its
+  // row alone still tells.
+  char shown_letter(int line) const;
+
   Console& console_;
   // The size of the form at the last tick of MarkerPointTimer.
   int marked_width_ = 0;
