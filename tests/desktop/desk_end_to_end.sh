@@ -6,11 +6,7 @@
 #   desk_end_to_end.sh FOLDER-OF-PROGRAMS
 set -euo pipefail
 bin=$1
-
-work=$(mktemp -d)
-export XDG_RUNTIME_DIR=$work
-trap 'kill $(jobs -p) 2> /dev/null || true; rm -rf "$work"' EXIT
-cd "$work"
+source "$(dirname "$0")/real_window.sh"
 
 fail() {
   echo "desk end to end: $*" >&2
@@ -18,16 +14,9 @@ fail() {
   exit 1
 }
 
-mkfifo idle && exec {idle_end}<> idle
-idle=/dev/fd/$idle_end
-
 # await FILE TEXT: waits until a line of the file ends with the text.
 await() {
-  for _ in {1..300}; do
-    grep -q -- " $2\$" "$1" 2> /dev/null && return
-    read -r -t 0.1 < "$idle" || true
-  done
-  fail "$1 has no line: $2"
+  await_line "$1" " $2\$" || fail "$1 has no line: $2"
 }
 
 # start_desk LOG: a desk that is typed on through the pipe `typed`.
@@ -43,10 +32,7 @@ start_desk desk.log
 printf '%s\n' launch 'serial Comm1 reply "M" "Line monitor ON"' 'click PortOn' 'click RemoteOn' \
   'click SaveSettingsMenu' | "$bin/lineweir-driver" --dir . > driver.txt
 
-exec {display_pipe}<> <(:)
-Xvfb -displayfd "$display_pipe" -screen 0 1280x1024x24 -nolisten tcp 2> /dev/null &
-read -r -t 20 number <&"$display_pipe" || fail "no virtual display"
-export DISPLAY=:$number
+start_display
 
 LINEWEIR_COM1=$work/box LINEWEIR_COM2=$work/desk timeout 100 "$bin/lineweir" &
 console=$!

@@ -5,11 +5,7 @@
 #   end_to_end.sh FOLDER-OF-PROGRAMS
 set -euo pipefail
 bin=$1
-
-work=$(mktemp -d)
-export XDG_RUNTIME_DIR=$work
-trap 'kill $(jobs -p) 2> /dev/null || true; rm -rf "$work"' EXIT
-cd "$work"
+source "$(dirname "$0")/real_window.sh"
 
 fail() {
   echo "end to end: $*" >&2
@@ -19,24 +15,14 @@ fail() {
 
 # await TEXT: waits until the studio has logged the text.
 await() {
-  for _ in {1..200}; do
-    grep -q -- "$1" studio.log 2> /dev/null && return
-    read -r -t 0.1 < "$idle" || true
-  done
-  fail "the studio has not logged: $1"
+  await_line studio.log "$1" || fail "the studio has not logged: $1"
 }
-mkfifo idle && exec {idle_end}<> idle
-idle=/dev/fd/$idle_end
-
 printf '%s\n' '1 call 2' '1 call 5' > show.txt
 "$bin/lineweir-studio" --script show.txt --ring-patience 0 --link box --log studio.log > studio.txt &
 printf '%s\n' launch 'serial Comm1 reply "M" "Line monitor ON"' 'click PortOn' \
   'click SaveSettingsMenu' | "$bin/lineweir-driver" --dir . > driver.txt
 
-exec {display_pipe}<> <(:)
-Xvfb -displayfd "$display_pipe" -screen 0 1280x1024x24 -nolisten tcp 2> /dev/null &
-read -r -t 20 number <&"$display_pipe" || fail "no virtual display"
-export DISPLAY=:$number
+start_display
 
 LINEWEIR_COM1=$work/box LINEWEIR_SCREENSHOT=$work/end.png LINEWEIR_SCREENSHOT_AFTER=8 \
   LINEWEIR_SCREENSHOT_ENDS=1 timeout 60 "$bin/lineweir" > table.txt &
