@@ -60,6 +60,8 @@ Console::Console(const platform::Services& platform_services)
   for (Form* form : forms()) timers.emplace_back(*form, services.loop);
 }
 
+Console::~Console() = default;
+
 std::vector<Form*> Console::forms() {
   return {&Lineweir,          &AboutBox,   &MyMsgbox, &DebugForm,      &Standby,
           &DisplayOptionForm, &Form2,      &Form3,    &Form4,          &LogDataForm,

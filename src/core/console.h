@@ -87,6 +87,8 @@ struct Console {
   explicit Console(const platform::Services& platform_services);
   Console(const Console&) = delete;
   Console& operator=(const Console&) = delete;
+  // Not inline, as it ends every subsystem and form: each file that makes a console would hold it.
+  ~Console();
 
   platform::Services services;
 

@@ -13,13 +13,11 @@ namespace lineweir::test {
 // A console of its own on a workstation of its own, started and shown. It writes the trace unless
 // another command line is given; the clock stands at 2026-01-05 10:00:00.
 struct ScriptedConsole {
-  explicit ScriptedConsole(std::string_view command_line = "D") { start(command_line); }
+  explicit ScriptedConsole(std::string_view command_line = "D");
 
   // The same with this settings file.
-  ScriptedConsole(std::string_view command_line, const std::string& settings_file) {
-    platform.files.replace(std::string(settings_file_name), settings_file);
-    start(command_line);
-  }
+  ScriptedConsole(std::string_view command_line, const std::string& settings_file);
+  ~ScriptedConsole();
 
   // The interface box sends these characters in one piece; the port is opened if it is closed.
   void box_sends(const std::string& characters) {
@@ -38,11 +36,7 @@ struct ScriptedConsole {
   Console console{platform.services()};
 
  private:
-  void start(std::string_view command_line) {
-    console.trace.on_line = [this](const std::string& line) { trace.push_back(line); };
-    console.messages.on_shown = [this](const std::string& text) { messages.push_back(text); };
-    console.startup.Main(command_line);
-  }
+  void start(std::string_view command_line);
 };
 
 }  // namespace lineweir::test

@@ -16,6 +16,9 @@ namespace lineweir::platform {
 
 // A workstation with nothing real in it. Several consoles may run on it one after the other.
 struct ScriptedPlatform {
+  ScriptedPlatform();
+  ~ScriptedPlatform();
+
   VirtualEventLoop loop;
   ScriptedSystemClock clock{loop};
   ScriptedRandomNumbers random;
@@ -31,22 +34,11 @@ struct ScriptedPlatform {
   bool ended = false;
 
   // All services, with the files and databases of this workstation or with others.
-  Services services() { return services(files, databases); }
-  Services services(Files& other_files, DatabaseEngine& other_databases) {
-    return {
-        loop,  clock, random,   other_files,    dialogs,        other_databases,         printer,
-        comm1, comm2, winsock1, remote_objects, process_number, [this] { ended = true; }};
-  }
+  Services services();
+  Services services(Files& other_files, DatabaseEngine& other_databases);
 
   // The console has gone: ports and connections are as before a program's start.
-  void restart() {
-    comm1.restart();
-    comm2.restart();
-    winsock1.restart();
-    remote_objects.restart();
-    random.restart();
-    ended = false;
-  }
+  void restart();
 
   static constexpr int process_number = 4711;
 };

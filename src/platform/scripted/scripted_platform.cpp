@@ -1,0 +1,25 @@
+#include "platform/scripted/scripted_platform.h"
+
+namespace lineweir::platform {
+
+ScriptedPlatform::ScriptedPlatform() = default;
+
+ScriptedPlatform::~ScriptedPlatform() = default;
+
+Services ScriptedPlatform::services() { return services(files, databases); }
+
+Services ScriptedPlatform::services(Files& other_files, DatabaseEngine& other_databases) {
+  return {loop,  clock, random,   other_files,    dialogs,        other_databases,         printer,
+          comm1, comm2, winsock1, remote_objects, process_number, [this] { ended = true; }};
+}
+
+void ScriptedPlatform::restart() {
+  comm1.restart();
+  comm2.restart();
+  winsock1.restart();
+  remote_objects.restart();
+  random.restart();
+  ended = false;
+}
+
+}  // namespace lineweir::platform
