@@ -39,7 +39,7 @@ void SwitchConsole::Comm2_OnComm(int comm_event) {
     if (comm_event != platform::comm_event_receive) return;
     const std::string received = console_.services.comm2.input();
     if (received.empty()) return;
-    press(console_key(code_of(received.front()), console_.Lineweir.Line20Mode.checked));
+    press(console_key(code_of(received.front()), console_.lines.twenty_lines()));
   });
 }
 
@@ -89,7 +89,7 @@ void SwitchConsole::SwitchConsoleTimer_Timer() {
     platform::SerialPort& port = console_.services.comm2;
     if (!port.is_open()) return;
     const MainForm& form = console_.Lineweir;
-    const bool twenty_lines = form.Line20Mode.checked;
+    const bool twenty_lines = console_.lines.twenty_lines();
     std::string message;
     for (int line = 0; line < console_.lines.LineCount; ++line) {
       const bool visible = form.OnHybrid1(line).visible;

@@ -65,6 +65,10 @@ struct LineTable {
   // Changes LineCount and all arrays with it; what they hold stays. A next call whose line is gone
   // is none any more.
   void resize(int line_count);
+
+  // Whether the layout in force is the one of twenty lines; the menu's check mark only says which
+  // one the next start takes.
+  bool twenty_lines() const { return LineCount > lines_of_small_layout; }
 };
 
 }  // namespace lineweir

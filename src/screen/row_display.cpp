@@ -184,7 +184,7 @@ void RowDisplay::SetCiconPosition2(int line) {
 std::string RowDisplay::GetCadence(int line) const {
   const MainForm& form = console_.Lineweir;
   const LineTable& lines = console_.lines;
-  if (!form.Line20Mode.checked) {
+  if (!lines.twenty_lines()) {
     if (!form.OnHybrid1(line).visible) return std::string(2, '\0');
     return cadence_pair(lines.StatusLetter(line), lines.ThePhoneFlag, form.MitelPhone1.checked);
   }

@@ -94,12 +94,15 @@ TEST_SUITE("screen/cadence of a line: 20 lines") {
     CHECK(test.cadence(3) == dark);
   }
 
-  TEST_CASE("while only ten rows are there the tenth is the dark one") {
-    CadenceConsole test(10);
-    test.console.Lineweir.Line20Mode.checked = true;
-    for (const int line : {8, 9}) test.set_letter(line, 'N');
-    CHECK(test.cadence(8) == std::string("\x0C\0", 2));
-    CHECK(test.cadence(9) == dark);
+  TEST_CASE("the menu's check mark is for the next start: the layout in force decides") {
+    for (const int lines : {10, 20}) {
+      CadenceConsole test(lines);
+      test.set_letter(3, 'N');
+      const std::string before = test.cadence(3);
+      test.console.Lineweir.Line20Mode.on_click();
+      CHECK(test.cadence(3) == before);
+      CHECK(before == (lines == 10 ? std::string("\x0C\x08") : std::string("\x0C\0", 2)));
+    }
   }
 }
 
