@@ -94,6 +94,7 @@ void DialPad::begin_on(int line) {
 
 void DialPad::DialButton_Click(int Index) {
   guard(console_, "DialForm_DialButton_Click", [&] {
+    if (locked()) return;
     const DialSeat seat{console_.line_actions.seat(), console_.Lineweir.ScreenerMode.checked,
                         conference_chosen() ? bank_conference : bank_main};
     const CommandWord word = dial_word(Index, seat);
@@ -108,7 +109,7 @@ void DialPad::DialButton_Click(int Index) {
 
 void DialPad::SSCommand1_Click() {
   guard(console_, "DialForm_SSCommand1_Click", [&] {
-    if (console_.dial.DialLine != no_line) return;
+    if (locked() || console_.dial.DialLine != no_line) return;
     const int line = chosen_line();
     if (const auto word = seize_word(line)) console_.phone.PhoneCommand(word->word, word->bank);
     console_.dial.DialSeizeLine = line;
@@ -128,7 +129,8 @@ std::optional<CommandWord> DialPad::seize_word(int line) const {
 
 void DialPad::SSCommand2_Click() {
   guard(console_, dial_handler, [&] {
-    if (!console_.Lineweir.WinsockMenu.checked || console_.dial.DialLine == no_line) return;
+    if (locked() || !console_.Lineweir.WinsockMenu.checked) return;
+    if (console_.dial.DialLine == no_line) return;
     const std::string_view text = console_.DialForm.Combo1.text.get();
     const int line = leading_number(text.substr(std::min(text.size(), line_prefix.size()))) - 1;
     const int bank = conference_chosen() ? bank_conference : bank_main;
@@ -143,6 +145,7 @@ void DialPad::SSCommand2_Click() {
 
 void DialPad::TheDrop_Click() {
   guard(console_, "DialForm_TheDrop_Click", [&] {
+    if (locked()) return;
     if (talent() && conference_chosen()) {
       console_.line_actions.Drop2_Click();
     } else {
@@ -202,6 +205,8 @@ void DialPad::Text1_KeyPress(int& KeyAscii) {
   if (KeyAscii == key_enter) SSCommand2_Click();
   swallow(KeyAscii);
 }
+
+bool DialPad::locked() const { return console_.Lineweir.PassiveMode.checked; }
 
 bool DialPad::talent() const { return console_.Lineweir.StudioMode.checked; }
 

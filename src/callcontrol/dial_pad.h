@@ -34,6 +34,8 @@ class DialPad {
   void Combo_KeyPress(int& KeyAscii);
   void Text1_KeyPress(int& KeyAscii);
 
+  // Passive mode: a pad that was open stays to be looked at, and its keys do nothing.
+  bool locked() const;
   bool talent() const;
   bool conference_chosen() const;
   int chosen_line() const;

@@ -490,5 +490,41 @@ TEST_SUITE("callcontrol/dial_pad: dial and drop") {
   }
 }
 
+TEST_SUITE("callcontrol/dial_pad: in passive mode") {
+  TEST_CASE("an open pad is locked: neither its keys nor its drop do anything") {
+    for (const bool producer : {false, true}) {
+      CAPTURE(producer);
+      DialDesk desk;
+      if (producer) desk.produce(1);
+      desk.letter(2, producer ? 'P' : 'N');
+      desk.open();
+      desk.console.Lineweir.PassiveMode.on_click();
+      desk.letter(2, 'N');
+      desk.words();
+      desk.keys("12*");
+      int digit = '5';
+      desk.form.on_key_press(digit);
+      desk.form.SSCommand1.on_click();
+      desk.form.SSCommand2.on_click();
+      desk.form.TheDrop.on_click();
+      desk.pass(2000);
+      CHECK(desk.words().empty());
+      CHECK(desk.form.Text1.text == "");
+    }
+  }
+
+  TEST_CASE("no line is seized, and the pad works again behind the lock") {
+    DialDesk desk;
+    desk.open();
+    desk.console.Lineweir.PassiveMode.on_click();
+    desk.key(1);
+    CHECK(desk.dial.DialSeizeLine == no_line);
+    desk.console.Lineweir.PassiveMode.on_click();
+    desk.key(1);
+    desk.pass(1000);
+    CHECK(desk.words() == Words{"N00", "T01"});
+  }
+}
+
 }  // namespace
 }  // namespace lineweir::test
