@@ -12,6 +12,8 @@ namespace {
 // The texts of a row that answer to clicks: all but the user's own column.
 constexpr int clickable_columns = user_column;
 
+constexpr int equipment_with_phones = 4;
+
 }  // namespace
 
 LineActions::LineActions(Console& console) : console_(console) {
@@ -99,8 +101,20 @@ void LineActions::row_mouse_up(std::string_view element, int Index, int Button) 
 
 Seat LineActions::seat() const {
   const MainForm& form = console_.Lineweir;
-  return {form.StudioMode.checked, console_.lines.ThePhoneFlag, form.MitelPhone1.checked,
-          form.MitelPhone2.checked};
+  const int kind = console_.lines.ThePhoneFlag;
+  const bool second = form.MitelPhone2.checked;
+  // Equipment of kind 4 knows the seat by its phone; a handset position still chosen only says how
+  // its words begin.
+  const bool by_phone = kind == equipment_with_phones && !second && phone_chosen();
+  return {form.StudioMode.checked, kind, form.MitelPhone1.checked || by_phone, second};
+}
+
+bool LineActions::phone_chosen() const {
+  const ControlArray<MenuItem>& phones = console_.Lineweir.NextGenPhone;
+  for (int phone = 0; phone < phones.upper_bound(); ++phone) {
+    if (phones.loaded(phone) && phones(phone).checked) return true;
+  }
+  return false;
 }
 
 std::optional<CommandWord> LineActions::main_row_word(int line) const {

@@ -33,6 +33,8 @@ class LineActions {
   // The right button on any text of a row opens the line's caller data.
   void row_mouse_up(std::string_view element, int Index, int Button);
 
+  // What this seat's buttons mean: its role, and the handset position or the phone at which it
+  // works.
   Seat seat() const;
 
   // The word of a row button; nothing for a line that may not be commanded.
@@ -40,6 +42,7 @@ class LineActions {
   std::optional<CommandWord> conference_row_word(int line) const;
 
  private:
+  bool phone_chosen() const;
   std::optional<CommandWord> row_word(std::span<const LineCommandRule> rules, int line) const;
   void send(const std::optional<CommandWord>& command);
   // Sends the fixed word of a drop or hold button or, where there is none, its word for each line

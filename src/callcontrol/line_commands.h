@@ -17,6 +17,8 @@ struct Seat {
   int equipment_kind;
   bool handset_1;
   bool handset_2;
+
+  bool has_handset() const { return handset_1 || handset_2; }
 };
 
 // A command word and the hybrid that it is for.

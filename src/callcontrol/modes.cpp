@@ -164,8 +164,11 @@ void Modes::follow_equipment() {
     silence_remote_next();
     if (!menus->remote_next) form.RemoteNext.enabled = false;
   }
+  const bool had_phones = form.NextGenPhoneMenu.visible;
   form.MitelOption.visible = menus->handsets;
   form.NextGenPhoneMenu.visible = menus->phones;
+  // What a handset gives the producer, a phone gives as well.
+  if (had_phones != menus->phones && form.ScreenerMode.checked) console_.panel.set_for_producer();
   if (menus->phones) {
     form.GetPhones.enabled = true;
     form.ServerShowData.visible = true;

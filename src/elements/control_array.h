@@ -12,7 +12,8 @@
 namespace lineweir {
 
 // Elements of one kind under one name, told apart by an index. Element 0 is made with the array and
-// is the model: an element loaded later starts with the model's properties, but isn't visible.
+// is the model: an element loaded later starts with the model's properties, but is neither visible
+// nor checked.
 // Using an element that isn't loaded is a Failure of number 340.
 template <class T>
 class ControlArray {
@@ -61,6 +62,7 @@ class ControlArray {
     auto element = make(index);
     element->copy_properties(*elements_.front());
     element->visible = false;
+    if constexpr (requires { element->checked = false; }) element->checked = false;
     elements_[static_cast<std::size_t>(index)] = std::move(element);
     return (*this)(index);
   }

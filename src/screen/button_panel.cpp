@@ -133,7 +133,6 @@ void ButtonPanel::place_drop_labels() {
 }
 
 bool ButtonPanel::holds(ButtonCondition condition) const {
-  const MainForm& form = console_.Lineweir;
   switch (condition) {
     case ButtonCondition::Never:
       return false;
@@ -144,7 +143,7 @@ bool ButtonPanel::holds(ButtonCondition condition) const {
     case ButtonCondition::ConfHybridOn:
       return console_.program.ConfHybridOn;
     case ButtonCondition::HandsetChosen:
-      return form.MitelPhone1.checked || form.MitelPhone2.checked;
+      return console_.line_actions.seat().has_handset();
   }
   return false;
 }

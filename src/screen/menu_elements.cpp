@@ -93,12 +93,22 @@ MenuElements::MenuElements(Form& form)
   ResetLineweirSize.shortcut = "F5";
   ServerShowData.visible = false;
   NextGenPhoneMenu.visible = false;
-  for (MenuItem* item : {&StudioMode, &Off, &RemoteOff, &StudioLinNumMenu, &Com1, &StudioGr(0)}) {
+  for (MenuItem* item :
+       {&StudioMode, &Off, &RemoteOff, &StudioLinNumMenu, &Com1, &StudioGr(0), &NextGenPhone(0)}) {
     item->checked = true;
   }
 }
 
 MenuItem& MenuElements::Com(int number) { return numbered({&Com1, &Com2, &Com3, &Com4}, number); }
+
+int MenuElements::chosen_com() const {
+  int number = 0;
+  for (const MenuItem* item : {&Com1, &Com2, &Com3, &Com4}) {
+    ++number;
+    if (item->checked) return number;
+  }
+  return 0;
+}
 
 MenuItem& MenuElements::RemoteCom(int number) {
   return numbered({&RemoteCom1, &RemoteCom2, &RemoteCom3, &RemoteCom4}, number);

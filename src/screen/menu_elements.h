@@ -35,6 +35,9 @@ struct MenuElements {
   // Com1 to Com4 by the port's number.
   MenuItem& Com(int number);
   MenuItem& RemoteCom(int number);
+
+  // The serial port that is the way to the equipment, 1 to 4; 0 if another way is chosen or none.
+  int chosen_com() const;
 };
 
 }  // namespace lineweir

@@ -374,5 +374,61 @@ TEST_SUITE("callcontrol/modes: failures") {
   }
 }
 
+TEST_SUITE("callcontrol/modes: the producer's phone") {
+  TEST_CASE(
+      "with equipment of kind 4 a phone is a handset, and the first is chosen from the start") {
+    ScriptedConsole desk;
+    MainForm& form = desk.console.Lineweir;
+    CHECK(form.NextGenPhone(0).checked);
+    desk.console.lines.ThePhoneFlag = 4;
+    form.ScreenerMode.on_click();
+    for (const Picture* button : {&form.NextButton, &form.NextToConfButton, &form.Drop1,
+                                  &form.Hold1, &form.OnHybrid1(0), &form.OnHybrid1(9)}) {
+      CAPTURE(button->name());
+      CHECK(button->enabled);
+    }
+    CHECK(form.NextButton.picture == "Center1Up");
+    CHECK(form.Drop1.picture == "DropLargeUp");
+    CHECK(form.OnHybrid1(3).picture == "HybridNormUp");
+    form.NextGenPhone(0).checked = false;
+    form.ScreenerMode.on_click();
+    CHECK_FALSE(form.NextButton.enabled);
+    CHECK_FALSE(form.OnHybrid1(3).enabled);
+  }
+
+  TEST_CASE("other equipment knows no phones") {
+    for (const int kind : {1, 2, 3}) {
+      ScriptedConsole desk;
+      desk.console.lines.ThePhoneFlag = kind;
+      desk.console.Lineweir.ScreenerMode.on_click();
+      CHECK_FALSE(desk.console.Lineweir.NextButton.enabled);
+      CHECK_FALSE(desk.console.line_actions.seat().has_handset());
+    }
+  }
+
+  TEST_CASE("a producer whose server tells of such equipment can work at once") {
+    ScriptedConsole desk;
+    MainForm& form = desk.console.Lineweir;
+    form.ScreenerMode.on_click();
+    REQUIRE_FALSE(form.NextToConfButton.enabled);
+    desk.console.lines.ThePhoneFlag = 4;
+    desk.console.modes.follow_equipment();
+    CHECK(form.NextToConfButton.enabled);
+    CHECK(form.OnHybrid1(0).enabled);
+    desk.console.lines.ThePhoneFlag = 1;
+    desk.console.modes.follow_equipment();
+    CHECK_FALSE(form.NextToConfButton.enabled);
+  }
+
+  TEST_CASE("one phone is chosen at a time") {
+    ScriptedConsole desk;
+    MainForm& form = desk.console.Lineweir;
+    CHECK_FALSE(form.NextGenPhone.load(1).checked);
+    CHECK_FALSE(form.StudioGr.load(1).checked);
+    form.NextGenPhone(1).on_click();
+    CHECK_FALSE(form.NextGenPhone(0).checked);
+  }
+}
+
 }  // namespace
 }  // namespace lineweir::test

@@ -86,7 +86,7 @@ TEST_SUITE("elements/menu item") {
     CHECK(form.menu_bar() == std::vector<MenuItem*>{&child});
   }
 
-  TEST_CASE("entries of an array are loaded hidden and stand where they are put") {
+  TEST_CASE("entries of an array are loaded hidden and unchecked, and stand where they are put") {
     Form form("Form");
     MenuItem parent(form, "Parent");
     ControlArray<MenuItem> groups(form, "Group");
@@ -95,7 +95,7 @@ TEST_SUITE("elements/menu item") {
     groups.load(1).set_parent(parent);
 
     CHECK(parent.children() == std::vector<MenuItem*>{&groups(0), &groups(1)});
-    CHECK(groups(1).checked.get());
+    CHECK_FALSE(groups(1).checked.get());
     CHECK_FALSE(groups(1).visible.get());
     groups.unload(1);
     CHECK(parent.children() == std::vector<MenuItem*>{&groups(0)});
