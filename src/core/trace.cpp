@@ -30,7 +30,7 @@ void Trace::WriteTrace(std::string_view message) {
   const std::string line =
       date_time_text(console_.services.clock.now()) + "  " + std::string(message) + line_end;
   show(line);
-  print(line);
+  print(to_utf8(line));
   if (on_line) on_line(std::string(message));
 }
 
@@ -50,8 +50,8 @@ void Trace::show(std::string_view text) {
   window.caret_to_end();
 }
 
-void Trace::print(std::string_view text) {
-  attempt([&] { console_.services.files.append(std::string(trace_file_name), to_utf8(text)); },
+void Trace::print(std::string_view bytes) {
+  attempt([&] { console_.services.files.append(std::string(trace_file_name), bytes); },
           [](const Failure&) {});
 }
 

@@ -22,17 +22,18 @@ class TraceForm : public Form {
   TextBox Text1{*this, "Text1"};
 };
 
-// The trace: lines with date and time in front, in DebugForm and at the end of the trace file,
-// which is UTF-8. Nothing is written unless DebugMode is on.
+// The trace: lines with date and time in front, in DebugForm and at the end of the trace file.
+// Nothing is written unless DebugMode is on.
 class Trace {
  public:
   explicit Trace(Console& console);
 
-  // TextWrit_WriteTrace. A trace file that can't be written doesn't stop anything.
+  // TextWrit_WriteTrace. In the file the line is UTF-8. A trace file that can't be written doesn't
+  // stop anything.
   void WriteTrace(std::string_view message);
 
   // Several lines at once, without dates of their own: in the trace file a line with date and time
-  // stands in front of them.
+  // stands in front of them. What they hold is a frame's, so the file has each byte as it is.
   void WriteLines(const std::vector<std::string>& lines);
 
   // Told of each line written, without date and time.
@@ -40,7 +41,7 @@ class Trace {
 
  private:
   void show(std::string_view text);
-  void print(std::string_view text);
+  void print(std::string_view bytes);
 
   Console& console_;
 };

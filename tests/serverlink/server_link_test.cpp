@@ -276,7 +276,7 @@ TEST_SUITE("serverlink/server_link trace") {
     const std::string before = link.platform.files.read(name).value_or("");
     send_h(link);
     CHECK(*link.platform.files.read(name) ==
-          before + "1/5/2026 10:00:00 AM\r\n" + to_utf8(joined(sent_lines)));
+          before + "1/5/2026 10:00:00 AM\r\n" + joined(sent_lines));
   }
 
   TEST_CASE("without DebugMode no frame is traced") {
