@@ -27,6 +27,11 @@ bool is_port_failure(const Failure& failure) {
   return std::ranges::find(port_failures, failure.number()) != port_failures.end();
 }
 
+// The start has a message of its own for a port that isn't open.
+bool makes_start_search(const Failure& failure) {
+  return is_port_failure(failure) && failure.number() != failure_number::port_not_open;
+}
+
 }  // namespace
 
 SerialPortControl::SerialPortControl(Console& console) : console_(console) {
@@ -53,14 +58,12 @@ void SerialPortControl::Com_Click(int number) {
         if (console_.services.winsock1.state() != platform::socket_closed) {
           console_.services.winsock1.close();
         }
+        const bool was_open = comm.is_open();
         select(number);
-        if (comm.is_open()) {
-          comm.close();
-          comm.set_comm_port(number);
-          probe(Opening::Plain);
-        } else {
-          comm.set_comm_port(number);
-        }
+        if (was_open || wanted_) want(number);
+        if (was_open) close();
+        comm.set_comm_port(number);
+        if (was_open) probe(Opening::Plain);
         console_.Lineweir.mouse_pointer = pointer_default;
       },
       [&](const Failure& failure) { guard_port(procedure, failure); });
@@ -70,33 +73,66 @@ void SerialPortControl::PortOn_Click() {
   attempt(
       [&] {
         if (console_.services.comm1.is_open()) return;
-        if (!probe(Opening::Plain)) return;
-        show_switch(true);
+        want(chosen_number());
+        probe(Opening::Plain);
       },
       [&](const Failure& failure) { guard_port("PortOn_Click", failure); });
 }
 
 void SerialPortControl::Off_Click() {
   guard(console_, "Off_Click", [&] {
-    console_.services.comm1.close();
+    wanted_.reset();
+    close();
     show_switch(false);
   });
 }
 
 void SerialPortControl::open_at_start() {
-  if (console_.services.comm1.is_open()) return;
-  if (!probe(Opening::Searching)) return;
-  show_switch(true);
+  want(chosen_number());
+  if (!console_.services.comm1.is_open()) probe(Opening::Searching);
 }
 
-void SerialPortControl::probe_at_start() { probe(Opening::AlreadyOpen); }
+void SerialPortControl::probe_at_start() {
+  if (console_.services.comm1.is_open()) probe(Opening::AlreadyOpen);
+}
+
+void SerialPortControl::close() {
+  ++closings_;
+  console_.decoder.end_wait();
+  console_.services.comm1.close();
+  console_.link.review();
+}
+
+void SerialPortControl::box_answered() {
+  if (awaiting_ == closings_) return;
+  attempt([&] { complete_probe(Opening::Plain); },
+          [&](const Failure& failure) { guard_port("PortOn_Click", failure); });
+}
+
+void SerialPortControl::show_as_way() {
+  select(console_.services.comm1.comm_port());
+  if (console_.services.comm1.is_open()) return;
+  if (console_.Lineweir.PortOn.checked) want(chosen_number());
+  show_switch(false);
+}
+
+PortChoice SerialPortControl::choice() const {
+  return {wanted_.value_or(chosen_number()), wanted_ || console_.Lineweir.PortOn.checked};
+}
 
 void SerialPortControl::port_lost(const std::string& description) {
   guard(console_, "Lineweir_Comm1_Lost", [&] {
+    want(chosen_number());
+    close();
     console_.trace.WriteTrace(description);
     console_.messages.ShowMessage("This Com Port is not available at this time!");
     show_switch(false);
   });
+}
+
+int SerialPortControl::chosen_number() const {
+  const int chosen = console_.Lineweir.chosen_com();
+  return chosen != 0 ? chosen : console_.services.comm1.comm_port();
 }
 
 void SerialPortControl::show_switch(bool on) {
@@ -104,22 +140,35 @@ void SerialPortControl::show_switch(bool on) {
   console_.Lineweir.PortOn.checked = on;
 }
 
-bool SerialPortControl::probe(Opening opening) {
-  platform::SerialPort& comm = console_.services.comm1;
+void SerialPortControl::probe(Opening opening) {
   console_.decoder.LineMonitorWait = true;
-  if (!open(opening)) return false;
-  comm.output(line_monitor_request);
-  if (!await_box()) {
-    console_.messages.ShowMessage(
-        "Error communicating with Brenvox Interface Box!  Check cables and settings!");
-    console_.Lineweir.mouse_pointer = pointer_default;
-    return false;
+  if (opening != Opening::AlreadyOpen) console_.decoder.begin_hearing();
+  if (!open(opening)) return;
+  console_.services.comm1.output(line_monitor_request);
+  switch (await_box()) {
+    case Answer::Given:
+      return complete_probe(opening);
+    case Answer::Missing:
+      console_.messages.ShowMessage(
+          "Error communicating with Brenvox Interface Box!  Check cables and settings!");
+      console_.Lineweir.mouse_pointer = pointer_default;
+      return;
+    case Answer::NoLongerAwaited:
+      return;
   }
-  comm.close();
-  if (!open(opening == Opening::Plain ? Opening::Plain : Opening::Searching)) return false;
-  for (int pass = 0; pass < settling_passes; ++pass) console_.services.loop.run_pending();
+}
+
+void SerialPortControl::complete_probe(Opening opening) {
+  close();
+  if (!open(opening == Opening::Plain ? Opening::Plain : Opening::Searching)) return;
+  const unsigned opened = closings_;
+  for (int pass = 0; pass < settling_passes && opened == closings_; ++pass) {
+    console_.services.loop.run_pending();
+  }
+  if (opened != closings_) return;
   request_all_lines();
-  return true;
+  wanted_.reset();
+  show_switch(true);
 }
 
 bool SerialPortControl::open(Opening opening) {
@@ -131,6 +180,7 @@ bool SerialPortControl::open(Opening opening) {
     return false;
   }
   comm.discard_input();
+  console_.link.review();
   return true;
 }
 
@@ -141,7 +191,8 @@ bool SerialPortControl::open_searching() {
     opened =
         attempt([&] { comm.open(); },
                 [&](const Failure& failure) {
-                  if (!is_port_failure(failure)) throw failure;
+                  if (!makes_start_search(failure)) throw failure;
+                  report_failure(console_, "Lineweir_Form_Load", failure);
                   ++failures_at_start_;
                   if (failures_at_start_ > last_port) {
                     console_.messages.ShowMessage("No Com Port is available on this Computer!!");
@@ -154,14 +205,18 @@ bool SerialPortControl::open_searching() {
   return opened;
 }
 
-bool SerialPortControl::await_box() {
+SerialPortControl::Answer SerialPortControl::await_box() {
   platform::EventLoop& loop = console_.services.loop;
   const auto start = loop.now();
-  while (console_.decoder.LineMonitorWait) {
-    if (loop.now() - start > answer_limit) return false;
+  const unsigned opened = closings_;
+  awaiting_ = opened;
+  while (console_.decoder.LineMonitorWait && opened == closings_ &&
+         loop.now() - start <= answer_limit) {
     loop.yield();
   }
-  return true;
+  if (opened != closings_) return Answer::NoLongerAwaited;
+  awaiting_.reset();
+  return console_.decoder.LineMonitorWait ? Answer::Missing : Answer::Given;
 }
 
 void SerialPortControl::request_all_lines() {
@@ -179,9 +234,12 @@ void SerialPortControl::select(int number) {
 
 void SerialPortControl::guard_port(std::string_view procedure, const Failure& failure) {
   report_failure(console_, procedure, failure);
-  if (!is_port_failure(failure)) return;
-  console_.messages.ShowMessage("Could Not Open Port");
-  show_switch(false);
+  console_.Lineweir.mouse_pointer = pointer_default;
+  if (is_port_failure(failure)) {
+    close();
+    console_.messages.ShowMessage("Could Not Open Port");
+  }
+  if (!console_.services.comm1.is_open()) show_switch(false);
 }
 
 }  // namespace lineweir

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -8,8 +9,17 @@ namespace lineweir {
 struct Console;
 class Failure;
 
+// The user's choice in the menu "Port", as far as the serial line goes.
+struct PortChoice {
+  int number;
+  bool on;
+};
+
 // The menu "Port" as far as the serial line goes: which port, open or closed, and the probe that
 // wakes the interface box.
+//
+// The probe waits while the loop runs on, so that anything may happen meanwhile, a click on the
+// same menu too. Whatever closes the port ends the probe: it goes no further, and says nothing.
 class SerialPortControl {
  public:
   explicit SerialPortControl(Console& console);
@@ -20,23 +30,41 @@ class SerialPortControl {
   void Off_Click();
 
   // PortOn_Click as the start runs it: a port that can't be opened makes it try the ports 1 to 4
-  // in turn. Failures that aren't the port's pass through.
+  // in turn. Failures that aren't for the search pass through.
   void open_at_start();
 
-  // Probes a port that is open already.
+  // Probes the port, if it is open already.
   void probe_at_start();
 
+  // Closes the port for another way to the equipment, or for good.
+  void close();
+
+  // The box has answered. Where its probe has given it up the answer is late, and completes it now.
+  void box_answered();
+
+  // Another way has come to nothing: the menu shows the port, which is the way that is left.
+  void show_as_way();
+
+  // What the settings keep. A failure shows in the menu, but it is no choice of the user's.
+  PortChoice choice() const;
+
  private:
-  // Opens the port and waits for the box; asks for all lines once it has answered. False, with the
-  // message shown, when it doesn't answer within 3 seconds: the port stays open.
   enum class Opening { Plain, Searching, AlreadyOpen };
-  bool probe(Opening opening);
+  enum class Answer { Given, Missing, NoLongerAwaited };
+
+  // Opens the port and waits for the box; asks for all lines once it has answered. When it doesn't
+  // answer within 3 seconds the message is shown, and the port stays open.
+  void probe(Opening opening);
+  void complete_probe(Opening opening);
   bool open(Opening opening);
   bool open_searching();
-  bool await_box();
+  Answer await_box();
   void request_all_lines();
   void select(int number);
   void show_switch(bool on);
+  // Remembers that the user wants this port open.
+  void want(int number) { wanted_ = number; }
+  int chosen_number() const;
   // An open port has vanished: the user is told, and finds the switch off.
   void port_lost(const std::string& description);
   // The one handler of the procedures of this class.
@@ -45,6 +73,12 @@ class SerialPortControl {
   Console& console_;
   // The port failures of the start so far; each selects the next port.
   int failures_at_start_ = 0;
+  // How often the port was closed: who finds another number behind a wait has lost the port.
+  unsigned closings_ = 0;
+  // The number at which a probe waits for its answer.
+  std::optional<unsigned> awaiting_;
+  // The port that the user wants open, while the menu can't show it so.
+  std::optional<int> wanted_;
 };
 
 }  // namespace lineweir

@@ -13,6 +13,8 @@ namespace {
 
 constexpr std::string_view procedure = "Lineweir_PhoneCommand";
 constexpr std::string_view next_button_word = "05";
+// Sent by a timer too, with nobody waiting for what comes of it.
+constexpr std::string_view regular_word = "X";
 
 }  // namespace
 
@@ -20,10 +22,12 @@ void PhoneCommands::PhoneCommand(std::string_view TheCommand, int TheBank) {
   if (console_.Lineweir.NetworkConnectionOption.checked) {
     write_remote(TheCommand);
   } else if (console_.Lineweir.WinsockMenu.checked) {
-    write_socket(TheCommand, TheBank);
+    // A socket that isn't connected is told with a message of its own.
+    return write_socket(TheCommand, TheBank);
   } else {
     write_serial(TheCommand);
   }
+  if (TheCommand != regular_word) console_.link.command_given();
 }
 
 void PhoneCommands::write_remote(std::string_view word) {

@@ -45,6 +45,8 @@ ClockEngine::ClockEngine(Console& console) : console_(console) {
 
 void ClockEngine::Timer1_Timer() {
   guard(console_, "Lineweir_Timer1_Timer", [&] { tick(); });
+  // Not all that ends a link comes with an event.
+  console_.link.review();
 }
 
 void ClockEngine::tick() {

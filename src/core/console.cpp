@@ -40,6 +40,7 @@ Console::Console(const platform::Services& platform_services)
       decoder(*this),
       line_events(*this),
       port(*this),
+      link(*this),
       remote_port(*this),
       clocks(*this),
       next_caller(*this),

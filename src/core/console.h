@@ -41,6 +41,7 @@
 #include "core/about_box.h"
 #include "core/hot_keys.h"
 #include "core/line_table.h"
+#include "core/link_watch.h"
 #include "core/message_box.h"
 #include "core/program_state.h"
 #include "core/settings.h"
@@ -153,6 +154,7 @@ struct Console {
   StatusDecoder decoder;
   LineEvents line_events;
   SerialPortControl port;
+  LinkWatch link;
   RemotePortControl remote_port;
   ClockEngine clocks;
   NextCaller next_caller;

@@ -13,11 +13,8 @@ constexpr int mode_passive = 3;
 constexpr int mode_talent = -1;
 constexpr int mode_producer = 0;
 
-int connection_of(const MainForm& form) {
-  if (form.Com1.checked) return 1;
-  if (form.Com2.checked) return 2;
-  if (form.Com3.checked) return 3;
-  if (form.Com4.checked) return 4;
+int connection_of(const MainForm& form, const PortChoice& port) {
+  if (form.chosen_com() != 0) return port.number;
   if (form.NetworkConnectionOption.checked) return connection_remote_objects;
   return form.WinsockMenu.checked ? connection_socket : connection_none;
 }
@@ -50,14 +47,29 @@ std::optional<SettingsRecord> Settings::read() const {
   return bytes ? decode_settings(*bytes) : std::nullopt;
 }
 
+std::optional<SettingsRecord> Settings::read_at_start() {
+  const auto record = read();
+  if (record) return record;
+  unreadable_ = console_.services.files.why_unreadable(std::string(settings_file_name));
+  if (unreadable_) {
+    console_.trace.WriteTrace("Lineweir_Form_Load Error - " + *unreadable_);
+    console_.messages.ShowMessage(
+        "The settings could not be read, Lineweir starts without them and leaves them as they "
+        "are: " +
+        *unreadable_);
+  }
+  return std::nullopt;
+}
+
 SettingsRecord Settings::collect() {
   const MainForm& form = console_.Lineweir;
+  const PortChoice port = console_.port.choice();
   const WindowTarget window = console_.window.present();
   console_.display.collect();
 
   SettingsRecord record;
-  record.CommPort = connection_of(form);
-  record.PortState = form.PortOn.checked;
+  record.CommPort = connection_of(form, port);
+  record.PortState = port.on;
   record.RemotePortNumber = remote_port_of(form);
   record.RemoteState = form.RemoteOn.checked;
   record.ShowDataFile = console_.show_plan.TheDataFileName;
@@ -103,7 +115,11 @@ SettingsRecord Settings::collect() {
   return record;
 }
 
-void Settings::save() {
+std::optional<std::string> Settings::save() {
+  if (unreadable_) {
+    return "The settings are not saved, as they could not be read at the start: " + *unreadable_;
+  }
+  std::optional<std::string> why_not;
   attempt(
       [&] {
         console_.services.files.replace(std::string(settings_file_name),
@@ -111,13 +127,19 @@ void Settings::save() {
       },
       [&](const Failure& failure) {
         report_failure(console_, "Lineweir_SaveSettings", failure);
-        console_.messages.ShowMessage("The settings could not be saved: " +
-                                      std::string(failure.what()));
+        why_not = "The settings could not be saved: " + std::string(failure.what());
       });
+  return why_not;
+}
+
+void Settings::save_at_end() {
+  if (const auto why_not = save()) console_.services.dialogs.message(*why_not);
 }
 
 void Settings::SaveSettingsMenu_Click() {
-  guard(console_, "Lineweir_SaveSettingsMenu_Click", [&] { save(); });
+  guard(console_, "Lineweir_SaveSettingsMenu_Click", [&] {
+    if (const auto why_not = save()) console_.messages.ShowMessage(*why_not);
+  });
 }
 
 void Settings::SetFileSettings() {

@@ -20,11 +20,16 @@ class Settings {
   // The stored record; nothing where there is no file or one without a record.
   std::optional<SettingsRecord> read() const;
 
+  // The same for the start. The user is told of a file that can't be read; it is the only one of
+  // its kind, so it is left as it is until the program ends, whatever is to be saved.
+  std::optional<SettingsRecord> read_at_start();
+
   // The present state as a record.
   SettingsRecord collect();
 
-  // Writes the present state. Where that fails the old file stands and the user is told.
-  void save();
+  // Writes the present state as the program ends. Where that fails the old file stands, and the
+  // program waits until the user has seen why.
+  void save_at_end();
 
   void SaveSettingsMenu_Click();
 
@@ -32,9 +37,12 @@ class Settings {
   void SetFileSettings();
 
  private:
-  // Empty, with a report, for a password that can't be scrambled at this second.
+  // Writes the present state; says why where it isn't written.
+  std::optional<std::string> save();
 
   Console& console_;
+  // Why the file couldn't be read at the start.
+  std::optional<std::string> unreadable_;
 };
 
 }  // namespace lineweir

@@ -27,7 +27,7 @@ void Shutdown::Form_Unload() {
 }
 
 void Shutdown::leave() {
-  console_.settings.save();
+  console_.settings.save_at_end();
   if (console_.Lineweir.NetworkConnectionOption.checked) {
     console_.remote_session.NetworkDisconnect();
   }
@@ -39,7 +39,7 @@ void Shutdown::leave() {
 
 void Shutdown::close_everything() {
   guard(console_, "Lineweir_Form_Unload", [&] {
-    console_.services.comm1.close();
+    console_.port.close();
     console_.services.comm2.close();
     console_.services.winsock1.close();
   });

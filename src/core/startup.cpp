@@ -78,7 +78,7 @@ void Startup::Form_Load() {
   step([&] { begin_loading(); });
   step([&] { make_rows(); });
 
-  const auto record = console_.settings.read();
+  const auto record = console_.settings.read_at_start();
   if (record) {
     apply_settings(*record);
   } else {
@@ -138,7 +138,7 @@ void Startup::make_rows() {
 }
 
 void Startup::start_without_settings() {
-  console_.services.comm1.close();
+  console_.port.close();
   click(console_.Lineweir.RemoteOff);
   console_.program.GroupNumber = 1;
   console_.Lineweir.StudioGr(0).checked = true;
@@ -246,7 +246,7 @@ void Startup::connect(const SettingsRecord* record) {
 void Startup::connect_socket() {
   MainForm& form = console_.Lineweir;
   step([&] { console_.server_connection.begin(); });
-  console_.services.comm1.close();
+  console_.port.close();
   for (int number = 1; number <= 4; ++number) form.Com(number).checked = false;
   form.NetworkConnectionOption.checked = false;
   if (!console_.server_connection.await()) {
@@ -275,9 +275,7 @@ void Startup::fill_group_selector() {
   if (present >= 0 && present < selector.list_count()) selector.list_index = present;
 }
 
-void Startup::probe_open_port() {
-  if (console_.services.comm1.is_open()) console_.port.probe_at_start();
-}
+void Startup::probe_open_port() { console_.port.probe_at_start(); }
 
 void Startup::restore_phone(const SettingsRecord& record) {
   MainForm& form = console_.Lineweir;

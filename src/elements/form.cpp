@@ -27,9 +27,11 @@ void Form::show() {
 void Form::unload() {
   if (!loaded_) return;
   loaded_ = false;
+  if (on_unload) on_unload();
+  // The handler may have loaded the form anew.
+  if (loaded_) return;
   visible = false;
   focused_ = nullptr;
-  if (on_unload) on_unload();
 }
 
 void Form::close() {

@@ -54,6 +54,7 @@ class Form : public Element {
   bool reachable_beside_modal = false;
 
   std::function<void()> on_load;
+  // Runs while the form still stands on the screen, so that the user sees what it has to say.
   std::function<void()> on_unload;
   std::function<void()> on_got_focus;
   std::function<void()> on_lost_focus;

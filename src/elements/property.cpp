@@ -51,6 +51,7 @@ constexpr std::array property_names = {
     PropertyNameRow{PropertyId::Interval, "Interval"},
     PropertyNameRow{PropertyId::WindowState, "WindowState"},
     PropertyNameRow{PropertyId::MousePointer, "MousePointer"},
+    PropertyNameRow{PropertyId::NoLink, "NoLink"},
     PropertyNameRow{PropertyId::TabStop, "TabStop"},
     PropertyNameRow{PropertyId::DatabaseName, "DatabaseName"},
     PropertyNameRow{PropertyId::RecordSource, "RecordSource"},

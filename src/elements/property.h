@@ -51,6 +51,7 @@ enum class PropertyId {
   Interval,
   WindowState,
   MousePointer,
+  NoLink,
   TabStop,
   DatabaseName,
   RecordSource,

@@ -28,6 +28,10 @@ class Files {
   // The whole content, or nothing if there is no such file or it can't be read.
   virtual std::optional<std::string> read(const std::string& path) const = 0;
 
+  // Why the file that stands there can't be read, with its path; nothing if it can be, or if there
+  // is none.
+  virtual std::optional<std::string> why_unreadable(const std::string& path) const = 0;
+
   // Replaces the file as a whole: after a crash at any moment either the old or the new content
   // stands. Where it can't be written a Failure of number 75 names the path and the reason, and
   // the old content stands.

@@ -22,6 +22,10 @@ class MainForm : public Form,
   MainForm();
 
   DataSource Data1{*this, "Data1"};
+
+  // Why there is no link to the telephone system, in a sentence for the user; empty while there is
+  // one.
+  Property<std::string> no_link{*this, PropertyId::NoLink};
 };
 
 }  // namespace lineweir

@@ -48,7 +48,7 @@ void RemoteSession::NetworkConnectionOption_Click() {
   attempt(
       [&] {
         form.mouse_pointer = pointer_hourglass;
-        console_.services.comm1.close();
+        console_.port.close();
         for (int number = 1; number <= 4; ++number) form.Com(number).checked = false;
         form.NetworkConnectionOption.checked = true;
         form.WinsockMenu.checked = false;
@@ -71,8 +71,10 @@ void RemoteSession::NetworkConnectionOption_Click() {
     connected = false;
     console_.remote.SerialInputObject.reset();
     console_.remote.CallbackServer.reset();
+    console_.port.show_as_way();
   }
   form.mouse_pointer = pointer_default;
+  console_.link.review();
 }
 
 void RemoteSession::NetworkDisconnect() {
@@ -97,6 +99,7 @@ void RemoteSession::NetworkDisconnect() {
         console_.messages.ShowMessage("Unable to release Server reference. Retry later. ");
       });
   console_.remote.SerialInputObject.reset();
+  console_.link.review();
 }
 
 void RemoteSession::take_studio_state() {

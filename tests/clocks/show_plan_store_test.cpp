@@ -17,6 +17,9 @@ class StubbornFiles final : public platform::Files {
   std::optional<std::string> read(const std::string& path) const override {
     return unreadable.contains(path) ? std::nullopt : files.read(path);
   }
+  std::optional<std::string> why_unreadable(const std::string& path) const override {
+    return unreadable.contains(path) ? std::optional("Can't read it") : std::nullopt;
+  }
   void replace(const std::string& path, std::string_view content) override {
     refuse_if_unwritable(path);
     files.replace(path, content);

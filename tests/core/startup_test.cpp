@@ -325,5 +325,66 @@ TEST_CASE("a trace window of more than 10000 characters is cleared, the file is 
   CHECK(desk.platform.files.read("LWDebug.txt")->size() > 12000);
 }
 
+TEST_CASE("a settings file that can't be read is told, and left as it is to the end") {
+  platform::ScriptedPlatform desk;
+  desk.files.replace("Writ.inf", encode_settings(plain_settings()));
+  desk.files.set_readable("Writ.inf", false);
+  std::vector<std::string> told;
+  desk.dialogs.on_message = [&](const std::string& text) { told.push_back("box: " + text); };
+  {
+    Console console(desk.services());
+    console.messages.on_shown = [&](const std::string& text) { told.push_back(text); };
+    console.startup.Main("");
+    REQUIRE(told.size() == 1);
+    CHECK(told[0].starts_with("The settings could not be read, "));
+    CHECK(told[0].ends_with("Can't read Writ.inf: Permission denied"));
+
+    // Readable again, it still holds what this run has never seen.
+    desk.files.set_readable("Writ.inf", true);
+    console.Lineweir.SaveSettingsMenu.on_click();
+    REQUIRE(told.size() == 2);
+    CHECK(told[1].starts_with("The settings are not saved, "));
+    console.Lineweir.close();
+    REQUIRE(told.size() == 3);
+    CHECK(told[2].starts_with("box: The settings are not saved, "));
+    CHECK(desk.ended);
+  }
+  CHECK(*desk.files.read("Writ.inf") == encode_settings(plain_settings()));
+}
+
+TEST_CASE("settings that can't be saved are told while the window still stands") {
+  class FullDisk final : public platform::Files {
+   public:
+    std::optional<std::string> read(const std::string&) const override { return std::nullopt; }
+    std::optional<std::string> why_unreadable(const std::string&) const override { return {}; }
+    void replace(const std::string&, std::string_view) override { fail(); }
+    std::unique_ptr<platform::FileInMaking> begin_replace(const std::string&) override {
+      fail();
+      return nullptr;
+    }
+    void append(const std::string&, std::string_view) override { fail(); }
+    bool exists(const std::string&) const override { return false; }
+    std::string current_directory() const override { return "/console"; }
+
+   private:
+    static void fail() { throw Failure(failure_number::file_access, "No space left"); }
+  };
+  platform::ScriptedPlatform desk;
+  FullDisk files;
+  Console console(desk.services(files, desk.databases));
+  bool stood = false;
+  std::string told;
+  desk.dialogs.on_message = [&](const std::string& text) {
+    told = text;
+    stood = console.Lineweir.visible;
+  };
+  console.startup.Main("");
+  console.Lineweir.close();
+  CHECK(told == "The settings could not be saved: No space left");
+  CHECK(stood);
+  CHECK_FALSE(console.Lineweir.visible);
+  CHECK(desk.ended);
+}
+
 }  // namespace
 }  // namespace lineweir

@@ -34,13 +34,14 @@ class InterfaceBox {
 
   PseudoTerminal line;
   bool answers = true;
+  std::string answer = "Line monitor ON";
   std::string heard;
 
  private:
   void listen() {
     const std::string words = line.read();
     heard += words;
-    if (answers && words.find('M') != std::string::npos) line.write("Line monitor ON");
+    if (answers && words.find('M') != std::string::npos) line.write(answer);
     call_ = loop_.schedule(5ms, [this] { listen(); });
   }
 
@@ -154,4 +155,69 @@ TEST_CASE_FIXTURE(ConsoleOnPort, "A device that somebody has open gives the mess
   somebody.close();
   click(console.Lineweir.PortOn);
   CHECK(console.Lineweir.PortOn.checked);
+}
+
+TEST_CASE_FIXTURE(ConsoleOnPort, "Off while a box is still answering stays off") {
+  box->answer = "Line mon";
+  loop.schedule(500ms, [this] { click(console.Lineweir.Off); });
+  const auto start = loop.now();
+  click(console.Lineweir.PortOn);
+  CHECK(loop.now() - start < 2000ms);
+  run_for(loop, 6000ms);
+  CHECK_FALSE(comm1.is_open());
+  CHECK(console.Lineweir.Off.checked);
+  CHECK_FALSE(console.Lineweir.PortOn.checked);
+  CHECK(messages.empty());
+  CHECK(box->heard == "M");
+}
+
+TEST_CASE_FIXTURE(ConsoleOnPort, "A box that answers is heard although another still answers") {
+  const auto second = std::make_unique<InterfaceBox>(loop);
+  set_device(2, second->line.device());
+  box->answer = "%&#";
+  loop.schedule(500ms, [this] { click(console.Lineweir.Com2); });
+  const auto start = loop.now();
+  click(console.Lineweir.PortOn);
+  CHECK(loop.now() - start < 2000ms);
+  CHECK(console.Lineweir.PortOn.checked);
+  run_for(loop, 6000ms);
+  CHECK(messages.empty());
+  CHECK(comm1.is_open());
+  CHECK(comm1.comm_port() == 2);
+  CHECK(second->heard == "MQ00Q01Q02Q03Q04Q05Q06Q07Q08Q09");
+  CHECK(console.Lineweir.no_link.get().empty());
+}
+
+TEST_CASE_FIXTURE(ConsoleOnPort, "The program's end closes the port for good while a box answers") {
+  box->answer = "Line mon";
+  loop.schedule(500ms, [this] { click(console.Lineweir.ExitMenu); });
+  const auto start = loop.now();
+  click(console.Lineweir.PortOn);
+  CHECK(loop.now() - start < 2000ms);
+  CHECK(rest.ended);
+  run_for(loop, 6000ms);
+  CHECK_FALSE(comm1.is_open());
+  CHECK_FALSE(console.MyMsgbox.visible);
+  CHECK(messages.empty());
+}
+
+TEST_CASE_FIXTURE(ConsoleOnPort,
+                  "A box that is unplugged while it answers is told as gone, no more") {
+  box->answer = "Line mon";
+  loop.schedule(500ms, [this] { box->line.hang_up(); });
+  click(console.Lineweir.PortOn);
+  run_for(loop, 4000ms);
+  CHECK(messages == std::vector<std::string>{"This Com Port is not available at this time!"});
+  CHECK(console.Lineweir.Off.checked);
+}
+
+TEST_CASE_FIXTURE(ConsoleOnPort, "A box that answers late is on as soon as it does") {
+  box->answers = false;
+  click(console.Lineweir.PortOn);
+  CHECK(messages.size() == 1);
+  CHECK_FALSE(console.Lineweir.no_link.get().empty());
+  box->line.write("Line monitor ON");
+  CHECK(wait_until(loop, [&] { return console.Lineweir.PortOn.checked.get(); }));
+  CHECK(wait_until(loop, [&] { return box->heard.ends_with("Q09"); }));
+  CHECK(console.Lineweir.no_link.get().empty());
 }

@@ -224,6 +224,39 @@ std::string numbered_content(unsigned number) {
 
 }  // namespace
 
+TEST_CASE_FIXTURE(DiskFilesFixture,
+                  "A file that can't be read says why; one that isn't there doesn't") {
+  CHECK_FALSE(files.why_unreadable("Writ.inf"));
+  files.replace("Writ.inf", "content");
+  CHECK_FALSE(files.why_unreadable("writ.INF"));
+  files.replace("Writ.inf", "");
+  CHECK_FALSE(files.why_unreadable("Writ.inf"));
+
+  const auto says = [&](const std::string& name, const std::string& reason) {
+    return files.why_unreadable(name) ==
+           "Can't read " + (directory.path() / name).string() + ": " + reason;
+  };
+  fs::create_directory(directory.path() / "folder");
+  CHECK(says("folder", "Is a directory"));
+  REQUIRE(::mkfifo((directory.path() / "pipe").c_str(), 0666) == 0);
+  CHECK(says("pipe", "Invalid argument"));
+  fs::create_symlink("nowhere", directory.path() / "link");
+  CHECK(says("link", "No such file or directory"));
+}
+
+TEST_CASE_FIXTURE(DiskFilesFixture, "A file that may not be read says so") {
+  files.replace("Writ.inf", "content");
+  fs::permissions(directory.path(), fs::perms::owner_all | fs::perms::others_exec);
+  fs::permissions(directory.path() / "Writ.inf", fs::perms::none);
+  const auto why = [&] {
+    constexpr uid_t nobody = 65534;
+    if (::geteuid() == 0 && ::setuid(nobody) != 0) return 1;
+    const auto said = files.why_unreadable("Writ.inf");
+    return said && said->ends_with("Permission denied") ? 0 : 2;
+  };
+  CHECK(in_child(why) == 0);
+}
+
 TEST_CASE_FIXTURE(DiskFilesFixture, "A program killed while it replaces leaves a whole content") {
   std::mt19937 random(20240229);
   unsigned number = 1;

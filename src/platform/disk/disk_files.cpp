@@ -48,6 +48,24 @@ class DiskFileInMaking final : public FileInMaking {
   ReplacingFile file_;
 };
 
+// Where nothing stands nothing can be unreadable; a link that leads nowhere is something.
+bool stands_at(const fs::path& path) {
+  struct stat status {};
+  return ::lstat(path.c_str(), &status) == 0 || errno != ENOENT;
+}
+
+// The system's number for why the file can't be read; 0 if it can be.
+int reading_error(const fs::path& path) {
+  const FileDescriptor file(::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
+  if (!file.is_open()) return errno;
+  struct stat status {};
+  if (::fstat(file.get(), &status) != 0) return errno;
+  if (S_ISDIR(status.st_mode)) return EISDIR;
+  if (!S_ISREG(status.st_mode)) return EINVAL;
+  char first = 0;
+  return ::read(file.get(), &first, 1) < 0 ? errno : 0;
+}
+
 fs::path absolute_directory(const fs::path& directory) {
   fs::path absolute = fs::absolute(directory).lexically_normal();
   return absolute.has_filename() ? absolute : absolute.parent_path();
@@ -81,6 +99,14 @@ std::optional<std::string> DiskFiles::read(const std::string& path) const {
       return std::nullopt;
     }
   }
+}
+
+std::optional<std::string> DiskFiles::why_unreadable(const std::string& path) const {
+  const fs::path file = locate(path);
+  if (!stands_at(file)) return std::nullopt;
+  const int error = reading_error(file);
+  if (error == 0) return std::nullopt;
+  return "Can't read " + file.string() + ": " + std::generic_category().message(error);
 }
 
 void DiskFiles::replace(const std::string& path, std::string_view content) {

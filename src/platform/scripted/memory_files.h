@@ -1,6 +1,7 @@
 #pragma once
 
 #include <map>
+#include <set>
 #include <string>
 
 #include "platform/files.h"
@@ -12,8 +13,12 @@ class MemoryFiles final : public Files {
  public:
   std::optional<std::string> read(const std::string& path) const override {
     const auto file = files_.find(path);
-    if (file == files_.end()) return std::nullopt;
+    if (file == files_.end() || unreadable_.contains(path)) return std::nullopt;
     return file->second;
+  }
+  std::optional<std::string> why_unreadable(const std::string& path) const override {
+    if (!unreadable_.contains(path)) return std::nullopt;
+    return "Can't read " + path + ": Permission denied";
   }
   void replace(const std::string& path, std::string_view content) override {
     files_[path] = content;
@@ -26,6 +31,15 @@ class MemoryFiles final : public Files {
   }
   bool exists(const std::string& path) const override { return files_.contains(path); }
   std::string current_directory() const override { return "/console"; }
+
+  // Takes the right to read the file away, or gives it back.
+  void set_readable(const std::string& path, bool readable) {
+    if (readable) {
+      unreadable_.erase(path);
+    } else {
+      unreadable_.insert(path);
+    }
+  }
 
  private:
   class InMaking final : public FileInMaking {
@@ -41,6 +55,7 @@ class MemoryFiles final : public Files {
   };
 
   std::map<std::string, std::string> files_;
+  std::set<std::string> unreadable_;
 };
 
 }  // namespace lineweir::platform
