@@ -68,6 +68,7 @@ class AccessibleElement final : public QAccessibleWidget {
     if (widget_.control() == nullptr) return {};
     if (kind == QAccessible::Name) return name();
     if (kind == QAccessible::Value) return value();
+    if (kind == QAccessible::Description && goes_by_link()) return widget_.canvas().no_link();
     return QAccessibleWidget::text(kind);
   }
 
@@ -93,6 +94,10 @@ class AccessibleElement final : public QAccessibleWidget {
   }
 
  private:
+  bool goes_by_link() const {
+    return widget_.element_look().look == Look::Lamp || commands_equipment(*widget_.control());
+  }
+
   bool is_key() const { return role() == QAccessible::Button; }
 
   // A screen reader reads the name and no more, so that it ends with what stands on the screen.
@@ -122,7 +127,8 @@ class AccessibleElement final : public QAccessibleWidget {
 
   QString lamp_words() const {
     const int color = static_cast<const Shape&>(*widget_.control()).fill_color;
-    return color == color_green ? QStringLiteral("sound") : QStringLiteral("down");
+    const bool sound = color == color_green && widget_.canvas().no_link().isEmpty();
+    return sound ? QStringLiteral("sound") : QStringLiteral("down");
   }
 
   // What the hands tell is a text of the form as well.

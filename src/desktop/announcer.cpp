@@ -1,6 +1,7 @@
 #include "desktop/announcer.h"
 
 #include "core/console.h"
+#include "desktop/core_text.h"
 #include "desktop/spoken_lines.h"
 
 namespace lineweir {
@@ -21,6 +22,7 @@ void Announcer::Watch::changed(Element& element, PropertyId property) {
     case PropertyId::Visible:
     case PropertyId::Picture:
     case PropertyId::Caption:
+    case PropertyId::NoLink:
       if (element.kind() != ElementKind::MenuItem) announcer_.frame_.mark();
       break;
     default:
@@ -43,7 +45,24 @@ void Announcer::show_changes() {
   if (window == nullptr) return;
   if (announcements_ == nullptr) announcements_ = new Announcements(*window);
   announce_ringing();
+  announce_link();
   announce_message();
+}
+
+void Announcer::announce(const QString& text) {
+  if (announcements_ == nullptr) return;
+  announcements_->setAccessibleName(text);
+  alert(*announcements_);
+}
+
+void Announcer::announce_link() {
+  const std::string& now = console_.Lineweir.no_link;
+  const bool first = !no_link_;
+  if (no_link_ == now) return;
+  no_link_ = now;
+  if (first) return;
+  announce(now.empty() ? QStringLiteral("The link to the telephone system stands")
+                       : shown_text(now));
 }
 
 void Announcer::announce_ringing() {
@@ -59,8 +78,7 @@ void Announcer::announce_ringing() {
     if (letters_[place] == 'R' && !rang && shown) ringing.push_back(line);
   }
   if (ringing.empty()) return;
-  announcements_->setAccessibleName(spoken_ringing(ringing));
-  alert(*announcements_);
+  announce(spoken_ringing(ringing));
 }
 
 void Announcer::alert(QWidget& widget) {

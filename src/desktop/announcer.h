@@ -3,6 +3,7 @@
 #include <QAccessible>
 #include <QWidget>
 #include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -21,7 +22,7 @@ class Announcements final : public QWidget {
 };
 
 // Announces to screen readers what the eye would catch without the focus being there: lines that
-// begin to ring, and the message box with its text.
+// begin to ring, the link that goes or comes, and the message box with its text.
 class Announcer {
  public:
   // `window_of` gives the window in which a form is shown, or null while it isn't.
@@ -29,6 +30,9 @@ class Announcer {
 
   // Announces now what has happened.
   void flush();
+
+  // Announces what isn't to be seen from the elements.
+  void announce(const QString& text);
 
   // Tells screen readers of the event. Where none runs Qt keeps it to itself.
   std::function<void(QAccessibleEvent& event)> tell;
@@ -47,6 +51,7 @@ class Announcer {
 
   void show_changes();
   void announce_ringing();
+  void announce_link();
   void announce_message();
   // Draws attention to a widget that is an alert.
   void alert(QWidget& widget);
@@ -56,6 +61,8 @@ class Announcer {
   // The letters of the lines when they were last looked at.
   std::string letters_;
   std::string message_;
+  // Why there was no link when it was last looked at; nothing before it was.
+  std::optional<std::string> no_link_;
   Announcements* announcements_ = nullptr;
   Watch rows_;
   Watch message_box_;

@@ -3,6 +3,7 @@
 #include <QCoreApplication>
 
 #include "core/console.h"
+#include "desktop/core_text.h"
 #include "desktop/dialog_table.h"
 #include "desktop/main_window.h"
 #include "screen/background_files.h"
@@ -15,14 +16,22 @@ QString backgrounds_beside_program() {
 }
 
 Desktop::Desktop(Console& console, const QString& background_path)
-    : main_frame_(console, background_path), announcer_(console, [this](const Form& form) {
+    : console_(console),
+      main_frame_(console, background_path),
+      announcer_(console, [this](const Form& form) {
         return window_of(QString::fromStdString(form.name()));
       }) {
   for (const DialogRow& row : dialog_table()) {
     dialogs_.push_back(std::make_unique<DialogFrame>(row.form(console), row,
                                                      [this] { return main_frame_.window(); }));
   }
+  console.link.on_nothing_comes = [this](const std::string& why) {
+    main_frame_.tell_at_hand(shown_text(why));
+    announcer_.announce(shown_text(why));
+  };
 }
+
+Desktop::~Desktop() { console_.link.on_nothing_comes = nullptr; }
 
 DialogFrame* Desktop::dialog(const Form& form) const {
   for (const auto& dialog : dialogs_) {

@@ -21,6 +21,9 @@ class Desktop {
   // The console must outlive this object. `background_path` is the folder of the pictures behind
   // the main form's elements.
   explicit Desktop(Console& console, const QString& background_path = backgrounds_beside_program());
+  ~Desktop();
+  Desktop(const Desktop&) = delete;
+  Desktop& operator=(const Desktop&) = delete;
 
   MainFrame& main_frame() { return main_frame_; }
   Announcer& announcer() { return announcer_; }
@@ -33,6 +36,7 @@ class Desktop {
   void flush();
 
  private:
+  Console& console_;
   MainFrame main_frame_;
   std::vector<std::unique_ptr<DialogFrame>> dialogs_;
   Announcer announcer_;

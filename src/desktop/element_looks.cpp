@@ -96,6 +96,10 @@ constexpr std::array looks = {
     ElementLook{"StatusText2", Look::LargeText, "Next event"},
 };
 
+// Panel keys that open something of the console's own.
+constexpr std::array keys_of_the_console = {std::string_view("Dial"),
+                                            std::string_view("OptionsButton")};
+
 constexpr ElementLook plain_label = {"", Look::PanelText, ""};
 constexpr ElementLook plain_picture = {"", Look::Nothing, ""};
 constexpr ElementLook plain_text_box = {"", Look::Entry, ""};
@@ -124,6 +128,18 @@ bool in_producer_mode(const Form& form) {
 const ElementLook& look_of(const Control& control) {
   const auto* row = std::ranges::find(looks, control.name(), &ElementLook::element);
   return row == looks.end() ? look_of_kind(control.kind()) : *row;
+}
+
+bool commands_equipment(const Control& control) {
+  switch (look_of(control).look) {
+    case Look::RowKey:
+    case Look::NextKey:
+      return true;
+    case Look::PanelKey:
+      return std::ranges::find(keys_of_the_console, control.name()) == keys_of_the_console.end();
+    default:
+      return false;
+  }
 }
 
 QString spoken_name(const Control& control) {

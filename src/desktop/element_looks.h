@@ -56,6 +56,9 @@ struct ElementLook {
 // The look of an element by its name. An element that isn't in the table looks as its kind does.
 const ElementLook& look_of(const Control& control);
 
+// Whether a press of the element gives the telephone equipment a command, which needs a link.
+bool commands_equipment(const Control& control);
+
 // The name of an element as a screen reader says it.
 QString spoken_name(const Control& control);
 

@@ -25,6 +25,23 @@ bool stands_under_fingers(Look look) {
          look != Look::DropCaption && look != Look::HoldCaption && look != Look::Mark;
 }
 
+// Says whose handlers run.
+class InHand {
+ public:
+  explicit InHand(ElementWidget& widget) : canvas_(&widget.canvas()), outer_(canvas_->in_hand()) {
+    canvas_->set_in_hand(&widget);
+  }
+  ~InHand() {
+    if (canvas_) canvas_->set_in_hand(outer_);
+  }
+  InHand(const InHand&) = delete;
+  InHand& operator=(const InHand&) = delete;
+
+ private:
+  QPointer<FormCanvas> canvas_;
+  QPointer<QWidget> outer_;
+};
+
 }  // namespace
 
 ElementWidget::ElementWidget(FormCanvas& canvas, Control& control, const ElementLook& look)
@@ -96,8 +113,7 @@ QFont ElementWidget::device_font(const FontProperties& font) const {
 
 bool ElementWidget::event(QEvent* event) {
   if (event->type() == QEvent::ToolTip && control_ != nullptr) {
-    const QString whole = caption_fits() ? QString() : shown_caption();
-    QToolTip::showText(static_cast<QHelpEvent*>(event)->globalPos(), whole, this);
+    QToolTip::showText(static_cast<QHelpEvent*>(event)->globalPos(), tool_tip(), this);
     return true;
   }
   return QWidget::event(event);
@@ -121,12 +137,14 @@ void ElementWidget::paintEvent(QPaintEvent*) {
 
 void ElementWidget::press(int button, Qt::KeyboardModifiers modifiers) {
   if (control_ == nullptr) return;
+  const InHand in_hand(*this);
   if (const auto handler = control_->on_mouse_down) handler(button, shift_state(modifiers));
 }
 
 void ElementWidget::release(int button, Qt::KeyboardModifiers modifiers, bool click) {
   const QPointer<ElementWidget> self(this);
   if (control_ == nullptr) return;
+  const InHand in_hand(*this);
   if (const auto handler = control_->on_mouse_up) handler(button, shift_state(modifiers));
   if (!self || control_ == nullptr || !click || button != left_button) return;
   if (const auto handler = control_->on_click) handler();
@@ -149,6 +167,7 @@ void ElementWidget::mouseDoubleClickEvent(QMouseEvent* event) {
     return;
   }
   double_clicked_ = true;
+  const InHand in_hand(*this);
   const auto handler = control_->on_dbl_click;
   handler();
 }

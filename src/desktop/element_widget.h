@@ -45,6 +45,11 @@ class ElementWidget : public QWidget {
   // The element's text as it stands on the screen, and whether all of it is seen.
   virtual QString shown_caption() const { return {}; }
   virtual bool caption_fits() const { return true; }
+  // What shows while the mouse rests on the element; empty for nothing.
+  virtual QString tool_tip() const { return caption_fits() ? QString() : shown_caption(); }
+
+  // Whether the element stands elsewhere while there is no link.
+  virtual bool placed_by_link() const { return false; }
 
   // How often the widget was drawn.
   int paint_count() const { return paint_count_; }

@@ -6,6 +6,7 @@
 #include <cmath>
 #include <utility>
 
+#include "desktop/core_text.h"
 #include "desktop/element_widget.h"
 #include "desktop/element_widgets.h"
 #include "desktop/painter_faces.h"
@@ -140,6 +141,11 @@ void FormCanvas::paintEvent(QPaintEvent*) {
 }
 
 void FormCanvas::changed(Element& element, PropertyId property) {
+  if (&element == &form() && property == PropertyId::NoLink) {
+    link_changed_ = true;
+    frame_.mark();
+    return;
+  }
   if (element.kind() == ElementKind::Line) {
     hand_changed(static_cast<Line&>(element));
     return;
@@ -210,6 +216,7 @@ void FormCanvas::hand_changed(const Line& hand) {
 void FormCanvas::show_changes() {
   make_widgets();
   put_into_containers();
+  if (std::exchange(link_changed_, false)) take_link();
 
   mark_contents_of_placed();
   // Placing a widget may move the focus, whose handlers may make and show further changes.
@@ -229,6 +236,15 @@ void FormCanvas::show_changes() {
   for (const auto& [control, marks] : all_marks) {
     ElementWidget* widget = widget_of(*control);
     if (marks.paint && widget != nullptr) widget->element_changed();
+  }
+}
+
+void FormCanvas::take_link() {
+  const PropertyBase* property = form().property(PropertyId::NoLink);
+  if (property == nullptr) return;
+  no_link_ = shown_text(std::get<std::string>(property->value()));
+  for (const auto& [element, widget] : widgets_) {
+    mark(*widget->control(), widget->placed_by_link(), true);
   }
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QPointer>
 #include <QString>
 #include <QWidget>
 #include <functional>
@@ -36,6 +37,15 @@ class FormCanvas : public QWidget, private FormWatch {
 
   const Theme& theme() const { return *theme_; }
   void set_theme(const Theme& theme);
+  // What the rows are drawn with: dimmed while there is no link.
+  const Theme& row_theme() const { return no_link_.isEmpty() ? *theme_ : without_link(*theme_); }
+
+  // Why there is no link to the telephone system; empty while there is one.
+  const QString& no_link() const { return no_link_; }
+
+  // The widget whose press, release or double click is being handled; null while there is none.
+  QWidget* in_hand() const { return in_hand_; }
+  void set_in_hand(QWidget* widget) { in_hand_ = widget; }
 
   // How much larger than designed lines and corners are drawn, and texts, which grow only when the
   // user wants them to.
@@ -99,8 +109,13 @@ class FormCanvas : public QWidget, private FormWatch {
   void mark_contents_of_placed();
   void mark(Control& control, bool place, bool paint);
   void hand_changed(const Line& hand);
+  // The rows, the lamp and what the keys say of themselves go by the link.
+  void take_link();
 
   const Theme* theme_ = &metal_theme;
+  QString no_link_;
+  bool link_changed_ = true;
+  QPointer<QWidget> in_hand_;
   BackgroundFolder background_folder_;
   double zoom_ = 1;
   double text_zoom_ = 1;

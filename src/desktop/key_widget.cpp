@@ -35,6 +35,10 @@ void KeyWidget::element_changed() {
   ElementWidget::element_changed();
 }
 
+QString KeyWidget::tool_tip() const {
+  return control() != nullptr && commands_equipment(*control()) ? canvas().no_link() : QString();
+}
+
 void KeyWidget::click() {
   const QPointer<KeyWidget> self(this);
   press(left_button, Qt::NoModifier);

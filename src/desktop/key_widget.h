@@ -14,6 +14,8 @@ class KeyWidget final : public ElementWidget {
 
   bool drawn_from(PropertyId property) const override;
   void element_changed() override;
+  // Why a press comes to nothing, where it does.
+  QString tool_tip() const override;
 
   // What the key does, as a screen reader's user does it.
   void click();

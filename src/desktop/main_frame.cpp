@@ -2,10 +2,12 @@
 
 #include <QApplication>
 #include <QPalette>
+#include <QToolTip>
 #include <algorithm>
 
 #include "core/console.h"
 #include "desktop/core_text.h"
+#include "desktop/element_widget.h"
 #include "desktop/main_window.h"
 #include "desktop/spoken_lines.h"
 #include "desktop/twips.h"
@@ -24,6 +26,15 @@ MainFrame::MainFrame(Console& console, const QString& background_path)
     : FormFrame(console.Lineweir), console_(console), background_path_(background_path) {}
 
 MainWindow* MainFrame::main_window() const { return static_cast<MainWindow*>(window()); }
+
+void MainFrame::tell_at_hand(const QString& why) {
+  if (window() == nullptr) return;
+  const FormCanvas& canvas = main_window()->canvas();
+  QWidget* at = canvas.in_hand();
+  if (at == nullptr) at = canvas.widget_of(console_.Lineweir.Shape1);
+  if (at == nullptr) return;
+  QToolTip::showText(at->mapToGlobal(at->rect().center()), why, at);
+}
 
 QWidget* MainFrame::make_window() {
   auto* window = new MainWindow(form());

@@ -16,6 +16,10 @@ class MainFrame final : public FormFrame {
 
   MainWindow* main_window() const;
 
+  // A press has come to nothing: says why at the key that was pressed or, where no key was, at the
+  // lamp of the link.
+  void tell_at_hand(const QString& why);
+
  protected:
   QWidget* make_window() override;
   void fit_window(QWidget& window) override;

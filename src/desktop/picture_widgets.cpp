@@ -37,7 +37,8 @@ QRect PictureWidget::device_place() const {
 }
 
 void PictureWidget::paint(QPainter& painter, const QRect& face) {
-  if (const auto paint = painter_of(picture_of(*this).picture)) paint(painter, face, brushwork());
+  const Brushwork work{canvas().row_theme(), brushwork().unit};
+  if (const auto paint = painter_of(picture_of(*this).picture)) paint(painter, face, work);
 }
 
 KeyIconWidget::KeyIconWidget(FormCanvas& canvas, Picture& icon, const ElementLook& look)

@@ -37,7 +37,7 @@ StripColors Theme::*colors_of(const FormCanvas& canvas, int row) {
 }  // namespace
 
 const StripColors& strip_colors(const FormCanvas& canvas, int row) {
-  return canvas.theme().*colors_of(canvas, row);
+  return canvas.row_theme().*colors_of(canvas, row);
 }
 
 QRectF clipped_to_strip(const FormCanvas& canvas, int row, const QRectF& place) {

@@ -22,6 +22,21 @@ constexpr StripColors red_strip_colors = {{{0xffcf2a27, 0xffa51919}, 0xffffffff}
                                           StripSign::Frame,
                                           0xffffd9d4};
 
+constexpr StripColors dimmed_white_strip_colors = {
+    {{0xff8d959e, 0xff7d858e}, 0xff0b0e12}, 0xff9aa2ab, 0xff5a626b, 0xff6a727b, StripSign::None, 0};
+constexpr StripColors dimmed_green_strip_colors = {{{0xff6ba672, 0xff589660}, 0xff050d07},
+                                                   0xff86bd8c,
+                                                   0xff2c5a35,
+                                                   0xff3a7044,
+                                                   StripSign::Pointer,
+                                                   0xff0b3a16};
+constexpr StripColors dimmed_red_strip_colors = {{{0xff8a3a38, 0xff6f2727}, 0xffffffff},
+                                                 0xffa05a56,
+                                                 0xff3f0c0d,
+                                                 0xff4f1416,
+                                                 StripSign::Frame,
+                                                 0xffd8b8b4};
+
 constexpr DialColors red_dial_colors = {
     {{0xffc62a28, 0xff9c1a1b}, 0xffffffff}, 0xffff8a80, 0xffffd6d2};
 
@@ -55,6 +70,7 @@ const Theme metal_theme = {
     .white_strip = white_strip_colors,
     .green_strip = green_strip_colors,
     .red_strip = red_strip_colors,
+    .no_link = signal_yellow,
     .clock = {{0xff0d0f12, 0xff14171b}, 0xfff4f6f8},
     .clock_edge = 0xff3a4048,
     .clock_small_text = 0xffb4bdc8,
@@ -95,6 +111,7 @@ const Theme grey_theme = {
     .white_strip = white_strip_colors,
     .green_strip = green_strip_colors,
     .red_strip = red_strip_colors,
+    .no_link = 0xff7c2d12,
     .clock = {{0xfff5f7f9, 0xffe8ebef}, 0xff14181d},
     .clock_edge = 0xff98a0a9,
     .clock_small_text = 0xff3b444e,
@@ -115,6 +132,18 @@ const Theme grey_theme = {
     .disabled_text = 0xff4d5660,
     .icon_outline = 0xff22272d,
 };
+
+const Theme& without_link(const Theme& theme) {
+  const auto dimmed = [](Theme copy) {
+    copy.white_strip = dimmed_white_strip_colors;
+    copy.green_strip = dimmed_green_strip_colors;
+    copy.red_strip = dimmed_red_strip_colors;
+    return copy;
+  };
+  static const Theme metal = dimmed(metal_theme);
+  static const Theme grey = dimmed(grey_theme);
+  return &theme == &grey_theme ? grey : metal;
+}
 
 QPalette palette_of(const Theme& theme) {
   const QColor window = QColor::fromRgb(theme.window.shading.upper);

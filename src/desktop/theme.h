@@ -77,6 +77,9 @@ struct Theme {
   StripColors green_strip;
   StripColors red_strip;
 
+  // The word beside a lamp that is out, and the ring that is left of it.
+  QRgb no_link;
+
   // The panel behind a clock, and the digits on it.
   Surface clock;
   QRgb clock_edge;
@@ -111,6 +114,10 @@ inline constexpr QRgb signal_blue = 0xff4fa9ff;
 
 extern const Theme metal_theme;
 extern const Theme grey_theme;
+
+// The same face while there is no link: the strips of the rows are dimmed, since nobody knows
+// whether what they show still holds. It can be read as well as ever.
+const Theme& without_link(const Theme& theme);
 
 // For menus and dialogs.
 QPalette palette_of(const Theme& theme);

@@ -103,6 +103,23 @@ TEST_SUITE("contrast on the screen") {
     }
   }
 
+  TEST_CASE("every text can be read while there is no link, and so can the words that say so") {
+    for (const bool grey : {false, true}) {
+      CAPTURE(grey);
+      test::ShownConsole desk;
+      choose_face(desk, grey);
+      desk.form().Off.on_click();
+      fill_rows(desk);
+      REQUIRE(desk.widget(desk.form().Shape1).shown_caption() == QStringLiteral("NO LINK"));
+      check_main_form(desk, 81);
+      desk.console.layout.set_line_count(20);
+      desk.console.layout.RedefineScreen();
+      desk.settle();
+      ElementWidget& lamp = desk.widget(desk.form().Shape1);
+      CHECK(best_contrast(shown_pixels(lamp)) >= readable_contrast);
+    }
+  }
+
   TEST_CASE("every text on a pressed key can be read, and on one under the mouse") {
     for (const bool grey : {false, true}) {
       test::ShownConsole desk;

@@ -33,8 +33,12 @@ struct ShownConsole : ScriptedConsole {
   explicit ShownConsole(std::string_view command_line = "", const QString& pictures = {})
       : ScriptedConsole(command_line),
         desktop(console, pictures.isEmpty() ? backgrounds_beside_program() : pictures) {
+    stand_link();
     settle();
   }
+
+  // The port is open and its box is heard, as in all that is shown unless a test takes it away.
+  void stand_link() { box_sends("F00"); }
 
   // All changes are shown and painted.
   void settle() {

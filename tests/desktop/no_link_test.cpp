@@ -1,0 +1,196 @@
+#include <doctest/doctest.h>
+
+#include <QAccessible>
+#include <QToolTip>
+#include <algorithm>
+#include <array>
+
+#include "core/link_state.h"
+#include "pixels.h"
+#include "screen/pictures.h"
+#include "shown_console.h"
+
+// What the main window shows and says while there is no link to the telephone system.
+namespace lineweir {
+namespace {
+
+using test::pixels_of;
+using test::shown_pixels;
+
+struct LinkDesk : test::ShownConsole {
+  void unlink() {
+    form().Off.on_click();
+    settle();
+    REQUIRE_FALSE(form().no_link.get().empty());
+  }
+
+  QString why() { return QString::fromStdString(form().no_link); }
+
+  int brightness(const Control& strip) {
+    const QImage picture = shown_pixels(widget(strip));
+    return qGray(picture.pixel(picture.width() / 2, picture.height() / 2));
+  }
+
+  QRect on_canvas(const QWidget& element) { return {canvas().origin_of(element), element.size()}; }
+
+  void show_rows(int rows) {
+    console.layout.set_line_count(std::max(1, rows));
+    console.DisplayOptionForm.LineCheck(0).value = rows == 0 ? 0 : 1;
+    console.layout.RedefineScreen();
+    settle();
+  }
+
+  // Backgrounds, and texts that are empty.
+  static bool only_carries(const ElementWidget& widget) {
+    switch (widget.element_look().look) {
+      case Look::Face:
+      case Look::Panel:
+      case Look::FaceImage:
+      case Look::Nothing:
+        return true;
+      case Look::PanelText:
+      case Look::Heading:
+        return widget.shown_caption().isEmpty();
+      default:
+        return false;
+    }
+  }
+
+  QString described(const Control& control) {
+    return QAccessible::queryAccessibleInterface(&widget(control))->text(QAccessible::Description);
+  }
+
+  void click_with_mouse(const Control& control) {
+    QTest::mouseClick(&widget(control), Qt::LeftButton);
+    settle();
+  }
+};
+
+TEST_SUITE("no link") {
+  TEST_CASE("strips are dimmed, whatever they show, and come back with the link") {
+    LinkDesk desk;
+    MainForm& form = desk.form();
+    constexpr std::array strips = {pictures::DataRowWhite, pictures::DataRowGreen,
+                                   pictures::DataRowRed};
+    for (std::size_t row = 0; row < strips.size(); ++row) {
+      form.DataRow(static_cast<int>(row)).picture = strips[row];
+    }
+    desk.settle();
+    std::array<int, 3> linked{};
+    for (int row = 0; row < 3; ++row) {
+      linked[static_cast<std::size_t>(row)] = desk.brightness(form.DataRow(row));
+    }
+    desk.unlink();
+    for (int row = 0; row < 3; ++row) {
+      CAPTURE(row);
+      CHECK(desk.brightness(form.DataRow(row)) < linked[static_cast<std::size_t>(row)] - 10);
+      CHECK(form.DataRow(row).picture == strips[static_cast<std::size_t>(row)]);
+    }
+    desk.box_sends("F00");
+    desk.settle();
+    for (int row = 0; row < 3; ++row) {
+      CHECK(desk.brightness(form.DataRow(row)) == linked[static_cast<std::size_t>(row)]);
+    }
+  }
+
+  TEST_CASE("the lamp is hollow, whatever its fill, with the words beside it") {
+    for (const int fill : {color_green, color_red}) {
+      CAPTURE(fill);
+      LinkDesk desk;
+      desk.form().Shape1.fill_color = fill;
+      desk.settle();
+      const QRgb lit = fill == color_green ? signal_green : signal_red;
+      ElementWidget& lamp = desk.widget(desk.form().Shape1);
+      CHECK(pixels_of(shown_pixels(lamp), lit) > 20);
+      CHECK(lamp.shown_caption().isEmpty());
+      desk.unlink();
+      CHECK(desk.form().Shape1.fill_color == fill);
+      CHECK(lamp.shown_caption() == QStringLiteral("NO LINK"));
+      if (fill == color_green) CHECK(pixels_of(shown_pixels(lamp), lit) == 0);
+      CHECK(pixels_of(shown_pixels(lamp), desk.canvas().theme().no_link) > 20);
+      desk.box_sends("F00");
+      desk.settle();
+      CHECK(lamp.shown_caption().isEmpty());
+    }
+  }
+
+  TEST_CASE("the words lie over nothing else, in any layout") {
+    LinkDesk desk;
+    desk.form().Off.on_click();
+    for (int rows = 0; rows <= 20; ++rows) {
+      CAPTURE(rows);
+      desk.show_rows(rows);
+      ElementWidget& lamp = desk.widget(desk.form().Shape1);
+      const QRect words = desk.on_canvas(lamp);
+      REQUIRE(lamp.isVisible());
+      CHECK(desk.canvas().rect().contains(words));
+      CHECK(words.width() > 40);
+      for (const ElementWidget* other : desk.canvas().element_widgets()) {
+        if (other == &lamp || !other->isVisible() || desk.only_carries(*other)) continue;
+        CAPTURE(other->objectName().toStdString());
+        CHECK_FALSE(desk.on_canvas(*other).intersects(words));
+      }
+    }
+  }
+
+  TEST_CASE("lamp and keys say why: by tool tip, and to a screen reader") {
+    LinkDesk desk;
+    MainForm& form = desk.form();
+    const std::array<const Control*, 6> keys = {&form.OnHybrid1(0), &form.OnHybrid2(9),
+                                                &form.Drop1,        &form.Hold2,
+                                                &form.NextButton,   &form.Shape1};
+    for (const Control* key : keys) {
+      CHECK(desk.widget(*key).tool_tip().isEmpty());
+      CHECK(desk.described(*key).isEmpty());
+    }
+    desk.unlink();
+    for (const Control* key : keys) {
+      CAPTURE(key->name());
+      CHECK(desk.widget(*key).tool_tip() == desk.why());
+      CHECK(desk.described(*key) == desk.why());
+    }
+    for (const Control* other : {&form.OptionsButton, &form.Dial}) {
+      CHECK(desk.widget(*other).tool_tip().isEmpty());
+    }
+    CHECK(QAccessible::queryAccessibleInterface(&desk.widget(form.Shape1))
+              ->text(QAccessible::Value) == QStringLiteral("down"));
+  }
+
+  TEST_CASE("a press without a link says why at the key, and to a screen reader") {
+    LinkDesk desk;
+    int alerts = 0;
+    desk.desktop.announcer().tell = [&](QAccessibleEvent& event) {
+      alerts += event.type() == QAccessible::Alert ? 1 : 0;
+    };
+    desk.click_with_mouse(desk.form().OnHybrid1(2));
+    CHECK(QToolTip::text().isEmpty());
+    desk.unlink();
+    alerts = 0;
+    desk.click_with_mouse(desk.form().OnHybrid1(2));
+    CHECK(QToolTip::text() == desk.why());
+    CHECK(alerts == 1);
+    CHECK_FALSE(desk.console.MyMsgbox.visible);
+    QToolTip::hideText();
+    CHECK(test::wait_for([] { return !QToolTip::isVisible(); }));
+    // A hot key is no key of the window: it is told at the lamp.
+    desk.platform.loop.run_pending();
+    QTest::keyClick(desk.window().windowHandle(), Qt::Key_3);
+    desk.settle();
+    CHECK(QToolTip::text() == desk.why());
+    QToolTip::hideText();
+  }
+
+  TEST_CASE("a screen reader hears that the link has gone, and that it stands again") {
+    LinkDesk desk;
+    QWidget* place = desk.window().findChild<QWidget*>(QStringLiteral("Announcements"));
+    REQUIRE(place != nullptr);
+    desk.unlink();
+    CHECK(place->accessibleName() == desk.why());
+    desk.box_sends("F00");
+    desk.settle();
+    CHECK(place->accessibleName() == QStringLiteral("The link to the telephone system stands"));
+  }
+}
+
+}  // namespace
+}  // namespace lineweir
