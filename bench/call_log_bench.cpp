@@ -218,7 +218,7 @@ void callers_memory(benchmark::State& state) {
   double longest = 0;
   for (auto _ : state) {
     const auto start = Clock::now();
-    const auto known = find_history(desk().console.call_log.recordset(),
+    const auto known = find_history(desk().console.call_log.recordset(), desk().platform.letters,
                                     number(static_cast<int>(random() % (calls / 2))));
     benchmark::DoNotOptimize(known);
     const std::chrono::duration<double, std::milli> took = Clock::now() - start;

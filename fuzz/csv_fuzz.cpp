@@ -8,6 +8,7 @@
 #include "callerdata/call_log.h"
 #include "callerdata/csv_import.h"
 #include "elements/failure.h"
+#include "letters/code_page_letters.h"
 
 namespace {
 
@@ -29,9 +30,10 @@ void require_written_as_read(const std::vector<std::string>& fields) {
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   static const auto log_columns = new_log_columns("User");
+  static const CodePageLetters letters;
   std::string text;
   try {
-    text = csv_text({reinterpret_cast<const char*>(data), size});
+    text = csv_text({reinterpret_cast<const char*>(data), size}, letters);
   } catch (const Failure&) {
     return 0;
   }

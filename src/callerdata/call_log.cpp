@@ -55,7 +55,7 @@ void CallLog::write(int line, CallerRecord& record) {
     const std::string& text =
         step.row_column < 0 ? record[step.field]
                             : console_.Lineweir.column_labels(step.row_column)(line).caption.get();
-    const std::string value = to_utf8(left_part(text, column.size));
+    const std::string value = console_.services.letters.to_utf8(left_part(text, column.size));
     if (column.name.empty()) {
       rows.set_field(step.position, value);
     } else {
@@ -83,7 +83,8 @@ bool CallLog::chosen() const {
 
 void CallLog::rename_user_field(const std::string& name) {
   platform::Recordset& rows = recordset();
-  log_.database->rename_column(std::string(call_log_table), user_field_position, to_utf8(name));
+  log_.database->rename_column(std::string(call_log_table), user_field_position,
+                               console_.services.letters.to_utf8(name));
   rows.refresh();
 }
 
@@ -101,11 +102,11 @@ CallLog::OpenLog CallLog::open(const std::string& file) const {
   return log;
 }
 
-std::vector<platform::DatabaseColumn> new_log_columns(std::string_view user_field_name) {
+std::vector<platform::DatabaseColumn> new_log_columns(std::string_view user_field_name_utf8) {
   std::vector<platform::DatabaseColumn> columns;
   for (const CallLogColumn& column : call_log_columns) {
-    columns.push_back({to_utf8(column.name.empty() ? user_field_name : column.name),
-                       static_cast<int>(column.size)});
+    const std::string_view name = column.name.empty() ? user_field_name_utf8 : column.name;
+    columns.push_back({std::string(name), static_cast<int>(column.size)});
   }
   return columns;
 }

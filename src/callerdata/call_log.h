@@ -52,8 +52,9 @@ class CallLog {
   std::map<int, int> calls_ended_;
 };
 
-// The columns of a new log, whose last one has the user's name for it.
-std::vector<platform::DatabaseColumn> new_log_columns(std::string_view user_field_name);
+// The columns of a new log, whose last one has the user's name for it. A database's texts are
+// UTF-8.
+std::vector<platform::DatabaseColumn> new_log_columns(std::string_view user_field_name_utf8);
 
 // A Failure of number 3265 unless the table has all columns of a call log in their places.
 void require_log_columns(const std::vector<platform::DatabaseColumn>& columns);

@@ -14,8 +14,8 @@ constexpr std::string_view file_filter = "All Files (*.*)|*.*|Access Database Fi
 constexpr int mdb_filter = 2;
 
 // The failure as one sentence for the user.
-std::string sentence_of(const Failure& failure) {
-  std::string sentence = failure.what();
+std::string sentence_of(const Console& console, const Failure& failure) {
+  std::string sentence = description_of(console, failure);
   if (failure.number() != failure_number::older_database_kind) return sentence;
   if (sentence.ends_with('.')) sentence.pop_back();
   return sentence +
@@ -67,16 +67,18 @@ bool CallLogFile::open_or_create(const std::string& file) {
 bool CallLogFile::CreateDatabase(const std::string& TheFile) {
   return attempt(
       [&] {
+        const Letters& letters = console_.services.letters;
         const auto name = trimmed(console_.Lineweir.CaptionLabel(user_column).caption);
-        console_.services.databases.create(TheFile)->create_table(std::string(call_log_table),
-                                                                  new_log_columns(name));
+        console_.services.databases.create(TheFile)->create_table(
+            std::string(call_log_table), new_log_columns(letters.to_utf8(name)));
       },
       [&](const Failure& failure) { refuse("Lineweir_CreateDatabase", failure); });
 }
 
 void CallLogFile::compare_user_field() {
   const auto& fields = console_.call_log.recordset().fields();
-  const std::string name = from_utf8(fields[static_cast<std::size_t>(user_field_position)].name);
+  const std::string name = console_.services.letters.from_utf8(
+      fields[static_cast<std::size_t>(user_field_position)].name);
   const auto in_database = trimmed(name);
   const std::string caption = console_.Lineweir.CaptionLabel(user_column).caption;
   const auto in_lineweir = trimmed(caption);
@@ -106,7 +108,7 @@ std::string CallLogFile::path_to_store() const {
 
 void CallLogFile::refuse(const std::string& handler, const Failure& failure) {
   report_failure(console_, handler, failure);
-  console_.messages.ShowMessage(sentence_of(failure));
+  console_.messages.ShowMessage(sentence_of(console_, failure));
 }
 
 }  // namespace lineweir

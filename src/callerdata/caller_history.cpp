@@ -27,14 +27,15 @@ struct KnownCall {
   std::string placed_on_air;
 };
 
-std::vector<KnownCall> find_calls(platform::Recordset& log, std::string_view number) {
+std::vector<KnownCall> find_calls(platform::Recordset& log, const Letters& letters,
+                                  std::string_view number) {
   const std::vector<int> columns = {name_position, city_position, date_position, on_air_position};
   std::vector<KnownCall> calls;
   for (const std::string& form : number_forms(number)) {
     log.find_number(phone_number_position, form, CallerHistory::most_calls, columns,
                     [&](platform::RowId row, auto values) {
                       const auto text = [&](std::size_t i) {
-                        return std::string(trimmed(from_utf8(values[i])));
+                        return std::string(trimmed(letters.from_utf8(values[i])));
                       };
                       std::string day;
                       append_sort_key(day, SortKind::Date, values[2]);
@@ -70,8 +71,9 @@ std::vector<std::string> number_forms(std::string_view number) {
   return {digits};
 }
 
-std::optional<CallerHistory> find_history(platform::Recordset& log, std::string_view number) {
-  const std::vector<KnownCall> calls = find_calls(log, number);
+std::optional<CallerHistory> find_history(platform::Recordset& log, const Letters& letters,
+                                          std::string_view number) {
+  const std::vector<KnownCall> calls = find_calls(log, letters, number);
   if (calls.empty()) return std::nullopt;
   CallerHistory history;
   history.calls = std::min(static_cast<int>(calls.size()), CallerHistory::most_calls);

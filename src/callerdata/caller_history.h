@@ -5,6 +5,7 @@
 #include <string_view>
 #include <vector>
 
+#include "letters/letters.h"
 #include "platform/database.h"
 
 namespace lineweir {
@@ -29,8 +30,9 @@ struct CallerHistory {
 // country code 1. None for a text that is no telephone number.
 std::vector<std::string> number_forms(std::string_view number);
 
-// Nothing where the log doesn't know the number.
-std::optional<CallerHistory> find_history(platform::Recordset& log, std::string_view number);
+// In the console's letters. Nothing where the log doesn't know the number.
+std::optional<CallerHistory> find_history(platform::Recordset& log, const Letters& letters,
+                                          std::string_view number);
 
 // As the user reads it, in three short lines.
 std::string history_text(const CallerHistory& history);

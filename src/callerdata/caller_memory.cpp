@@ -35,7 +35,8 @@ void CallerMemory::number_arrived(int line, std::string_view number) {
 void CallerMemory::look_up(std::string_view number) {
   hide();
   if (!console_.call_log.chosen() || number_forms(number).empty()) return;
-  const auto history = find_history(console_.call_log.recordset(), number);
+  const auto history =
+      find_history(console_.call_log.recordset(), console_.services.letters, number);
   if (!history) return;
   offered_ = *history;
   CallerDataForm& form = console_.Form4;

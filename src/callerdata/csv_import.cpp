@@ -6,6 +6,7 @@
 #include "core/text.h"
 #include "elements/failure.h"
 #include "elements/names.h"
+#include "letters/utf8.h"
 
 namespace lineweir {
 namespace {
@@ -13,30 +14,6 @@ namespace {
 constexpr std::string_view utf8_mark = "\xEF\xBB\xBF";
 
 bool begins_character(char c) { return (static_cast<unsigned char>(c) & 0xC0) != 0x80; }
-
-// How many bytes the character takes that begins here; 0 for what is no UTF-8.
-std::size_t character_size(std::string_view text) {
-  const auto lead = static_cast<unsigned char>(text.front());
-  if (lead < 0x80) return 1;
-  const std::size_t size = lead >= 0xF0 && lead <= 0xF4   ? 4
-                           : lead >= 0xE0 && lead <= 0xEF ? 3
-                           : lead >= 0xC2 && lead <= 0xDF ? 2
-                                                          : 0;
-  if (size == 0 || text.size() < size) return 0;
-  const bool whole = std::ranges::all_of(text.substr(1, size - 1), [](char c) {
-    return (static_cast<unsigned char>(c) & 0xC0) == 0x80;
-  });
-  return whole ? size : 0;
-}
-
-bool is_utf8(std::string_view text) {
-  while (!text.empty()) {
-    const std::size_t size = character_size(text);
-    if (size == 0) return false;
-    text.remove_prefix(size);
-  }
-  return true;
-}
 
 // The bytes of so many characters from the beginning; all of a shorter text.
 std::size_t bytes_of_characters(std::string_view utf8, std::size_t characters) {
@@ -51,7 +28,7 @@ std::string quoted(std::string_view name) { return "\"" + std::string(name) + "\
 
 }  // namespace
 
-std::string csv_text(std::string_view file_content) {
+std::string csv_text(std::string_view file_content, const Letters& letters) {
   if (file_content.starts_with("\xFF\xFE") || file_content.starts_with("\xFE\xFF")) {
     throw Failure(failure_number::invalid_argument,
                   "The file is UTF-16 text. Save it as CSV in UTF-8.");
@@ -60,7 +37,7 @@ std::string csv_text(std::string_view file_content) {
   if (file_content.empty()) {
     throw Failure(failure_number::invalid_argument, "The file is empty.");
   }
-  return is_utf8(file_content) ? std::string(file_content) : to_utf8(file_content);
+  return is_utf8(file_content) ? std::string(file_content) : letters.to_utf8(file_content);
 }
 
 ImportColumns match_columns(const std::vector<std::string>& names,

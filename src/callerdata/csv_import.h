@@ -7,15 +7,16 @@
 #include <vector>
 
 #include "callerdata/csv.h"
+#include "letters/letters.h"
 #include "platform/database.h"
 
 namespace lineweir {
 
 // How a CSV text becomes rows of a call log. Texts are UTF-8.
 
-// The text as UTF-8: one that isn't is taken for Windows-1252. A Failure of number 5 for a text of
-// two bytes a character, and for an empty one.
-std::string csv_text(std::string_view file_content);
+// The text as UTF-8: one that isn't is taken for one in the console's letters. A Failure of number
+// 5 for a text of two bytes a character, and for an empty one.
+std::string csv_text(std::string_view file_content, const Letters& letters);
 
 // The column of the log for each column of the file.
 struct ImportColumns {

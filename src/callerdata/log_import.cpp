@@ -4,6 +4,7 @@
 #include "core/console.h"
 #include "core/guard.h"
 #include "core/text.h"
+#include "letters/path_text.h"
 
 namespace lineweir {
 namespace {
@@ -24,12 +25,8 @@ LogImport::LogImport(Console& console) : console_(console) {
   form.ImportCancel.on_click = [this] { ImportCancel_Click(); };
   form.on_unload = [this] { Form_Unload(); };
   form.PreviewGrid.row_texts = [this](int row) {
-    std::vector<std::string> shown;
-    if (row < 1 || static_cast<std::size_t>(row) > preview_.size()) return shown;
-    for (const std::string& text : preview_[static_cast<std::size_t>(row) - 1]) {
-      shown.push_back(from_utf8(text));
-    }
-    return shown;
+    const bool there = row >= 1 && static_cast<std::size_t>(row) <= preview_.size();
+    return there ? preview_[static_cast<std::size_t>(row) - 1] : std::vector<std::string>();
   };
 }
 
@@ -44,24 +41,26 @@ void LogImport::ImportButton_Click() {
   };
   attempt(body, [&](const Failure& failure) {
     report_failure(console_, "DatabaseViewer_ImportButton_Click", failure);
-    console_.messages.ShowMessage(failure.what());
+    console_.messages.ShowMessage(description_of(console_, failure));
   });
 }
 
 void LogImport::begin(const std::string& file) {
   ImportPreviewForm& form = console_.ImportPreview;
+  const Letters& letters = console_.services.letters;
+  const std::string name = file_name(letters, file);
   const auto content = console_.services.files.read(file);
-  if (!content) throw Failure(failure_number::file_access, "The file " + file + " can't be read.");
+  if (!content) throw Failure(failure_number::file_access, "The file " + name + " can't be read.");
   if (content->size() > largest_file) {
     throw Failure(failure_number::file_access,
                   "The file is larger than 100 MB. Import it in parts.");
   }
-  std::string text = csv_text(*content);
+  std::string text = csv_text(*content, letters);
   form.unload();
   text_ = std::move(text);
   reader_.emplace(text_);
   log_columns_ = console_.log_viewer.recordset().fields();
-  form.FileLabel.caption = file;
+  form.FileLabel.caption = name;
   form.ImportOk.enabled = false;
   read_header();
   form.show();
@@ -72,7 +71,7 @@ void LogImport::begin(const std::string& file) {
 void LogImport::read_header() {
   ImportPreviewForm& form = console_.ImportPreview;
   std::vector<std::string> headings;
-  for (const auto& column : log_columns_) headings.push_back(from_utf8(column.name));
+  for (const auto& column : log_columns_) headings.push_back(column.name);
   form.PreviewGrid.headings = headings;
   const auto header = reader_->next();
   if (!header) throw Failure(failure_number::invalid_argument, "The file is empty.");
@@ -122,9 +121,8 @@ void LogImport::take(const CsvRecord& record) {
 
 void LogImport::tell(std::int64_t line, const std::string& sentence) {
   if (told_.size() > most_told) return;
-  told_.push_back(told_.size() == most_told
-                      ? "There are more lines like these."
-                      : "Line " + grouped_number(line) + ": " + from_utf8(sentence));
+  told_.push_back(told_.size() == most_told ? "There are more lines like these."
+                                            : "Line " + grouped_number(line) + ": " + sentence);
 }
 
 void LogImport::show_result() {
@@ -172,7 +170,7 @@ void LogImport::StoreTimer_Timer() {
       [&] { store(); },
       [&](const Failure& failure) {
         report_failure(console_, "ImportPreview_StoreTimer_Timer", failure);
-        console_.messages.ShowMessage(std::string(failure.what()) + " Nothing was imported.");
+        console_.messages.ShowMessage(description_of(console_, failure) + " Nothing was imported.");
       });
   if (!stored) return show_result();
   const std::string result = "Imported " + calls_text(static_cast<std::int64_t>(calls_)) + ".";

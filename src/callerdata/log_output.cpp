@@ -9,6 +9,7 @@
 #include "core/console.h"
 #include "core/guard.h"
 #include "core/text.h"
+#include "letters/path_text.h"
 
 namespace lineweir {
 namespace {
@@ -70,7 +71,7 @@ void LogOutput::PrintButton_Click() {
       columns.push_back({name, page_widths[place]});
     }
     const std::string title =
-        "Call log " + file_name_of(console_.DatabaseViewer.Data1.database_name);
+        "Call log " + shown_file_name(console_.DatabaseViewer.Data1.database_name);
     std::shared_ptr<platform::PrintedTable> output =
         console_.services.printer.begin(file, title, columns);
     Job job{"Printing", "Printed", file, console_.log_viewer.shown_rows(), 0, {}, {}};
@@ -95,7 +96,7 @@ std::string LogOutput::ask_file(const std::string& title, const std::string& fil
   // The viewer may have been closed while the question stood.
   if (!file || trimmed(*file).empty() || !console_.log_viewer.open()) return {};
   if (!is_database(*file)) return *file;
-  refuse("DatabaseViewer", "The file '" + file_name_of(*file) +
+  refuse("DatabaseViewer", "The file '" + shown_file_name(*file) +
                                "' is a database and is not overwritten. Choose another name.");
   return {};
 }
@@ -162,16 +163,21 @@ void LogOutput::slice() {
   job.finish();
   const std::string result = job.done + " " +
                              calls_text(static_cast<std::int64_t>(job.rows.size())) + " to " +
-                             file_name_of(job.file);
+                             shown_file_name(job.file);
   stop();
   show(result);
+}
+
+std::string LogOutput::shown_file_name(const std::string& path) const {
+  return file_name_of(file_name(console_.services.letters, path));
 }
 
 void LogOutput::show(const std::string& text) { console_.DatabaseViewer.WorkLabel.caption = text; }
 
 void LogOutput::refuse(const std::string& handler, const std::string& sentence) {
-  report_failure(console_, handler, Failure(failure_number::file_access, sentence));
-  console_.messages.ShowMessage(sentence);
+  const Failure failure(failure_number::file_access, sentence);
+  report_failure(console_, handler, failure);
+  console_.messages.ShowMessage(description_of(console_, failure));
 }
 
 }  // namespace lineweir

@@ -46,6 +46,8 @@ class LogOutput {
   bool is_database(const std::string& file);
   void start(Job job);
   void slice();
+  // Texts are UTF-8, as all that the viewer shows.
+  std::string shown_file_name(const std::string& path) const;
   void show(const std::string& text);
   void refuse(const std::string& handler, const std::string& sentence);
 

@@ -8,55 +8,10 @@
 #include "callerdata/call_log_columns.h"
 #include "core/text.h"
 #include "core/time_text.h"
+#include "letters/folding.h"
 
 namespace lineweir {
 namespace {
-
-// The letters U+00C0 to U+00DF without their accents, and U+00E0 to U+00FF after them; a zero
-// stands for one that is no accented letter.
-constexpr std::string_view latin_letters("aaaaaa\0ceeeeiiii\0nooooo\0ouuuuy\0\0", 32);
-static_assert(latin_letters.size() == 32);
-
-constexpr char lower(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c; }
-
-struct FoldedLetter {
-  unsigned char second;
-  std::string_view letter;
-};
-
-// What lies behind the byte C5 in the characters that the console's texts can hold.
-constexpr std::array letters_behind_c5 = {
-    FoldedLetter{0x92, "\xC5\x93"}, FoldedLetter{0xA0, "s"}, FoldedLetter{0xA1, "s"},
-    FoldedLetter{0xB8, "y"},        FoldedLetter{0xBD, "z"}, FoldedLetter{0xBE, "z"},
-};
-
-void append_letter_behind_c3(std::string& folded, unsigned char second) {
-  constexpr unsigned char y_diaeresis = 0xBF;
-  constexpr unsigned char sharp_s = 0x9F;
-  constexpr unsigned char multiplication = 0x97;
-  const char plain = latin_letters[second & 0x1F];
-  if (second == y_diaeresis) {
-    folded += 'y';
-  } else if (plain != '\0') {
-    folded += plain;
-  } else {
-    const bool capital = second < 0xA0 && second != sharp_s && second != multiplication;
-    folded += '\xC3';
-    folded += static_cast<char>(capital ? second + 0x20 : second);
-  }
-}
-
-void append_letter_behind_c5(std::string& folded, unsigned char second) {
-  const auto found = std::ranges::find(letters_behind_c5, second, &FoldedLetter::second);
-  if (found != letters_behind_c5.end()) {
-    folded += found->letter;
-  } else {
-    folded += '\xC5';
-    folded += static_cast<char>(second);
-  }
-}
-
-constexpr bool continues_character(unsigned char byte) { return (byte & 0xC0) == 0x80; }
 
 // "20260105" of "1/5/2026".
 std::optional<std::string> date_key(std::string_view text) {
@@ -79,29 +34,6 @@ std::optional<std::string> time_key(std::string_view text) {
 }
 
 }  // namespace
-
-void append_folded(std::string& folded, std::string_view utf8) {
-  for (std::size_t i = 0; i < utf8.size(); ++i) {
-    const auto byte = static_cast<unsigned char>(utf8[i]);
-    const auto second = i + 1 < utf8.size() ? static_cast<unsigned char>(utf8[i + 1])
-                                            : static_cast<unsigned char>(0);
-    if (byte == 0xC3 && continues_character(second)) {
-      append_letter_behind_c3(folded, second);
-      ++i;
-    } else if (byte == 0xC5 && continues_character(second)) {
-      append_letter_behind_c5(folded, second);
-      ++i;
-    } else {
-      folded += lower(utf8[i]);
-    }
-  }
-}
-
-std::string folded_text(std::string_view utf8) {
-  std::string folded;
-  append_folded(folded, utf8);
-  return folded;
-}
 
 LogSearch::LogSearch(std::string_view utf8) {
   const std::string folded = folded_text(utf8);

@@ -10,10 +10,6 @@ namespace lineweir {
 // How the texts of a call log are compared: UTF-8 as it stands in the file, in which neither case
 // nor accents are told apart.
 
-// Adds the text to another one in the form in which it is compared.
-void append_folded(std::string& folded, std::string_view utf8);
-std::string folded_text(std::string_view utf8);
-
 // What is looked for: each of the words, parted by blanks, anywhere in any of a call's texts.
 class LogSearch {
  public:

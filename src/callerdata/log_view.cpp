@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "letters/folding.h"
+
 namespace lineweir {
 namespace {
 

@@ -116,8 +116,7 @@ std::vector<platform::RowId> LogViewer::shown_rows() const {
 
 void LogViewer::show_columns() {
   DatabaseViewerForm& form = console_.DatabaseViewer;
-  std::vector<std::string> headings;
-  for (const std::string& name : column_names()) headings.push_back(from_utf8(name));
+  const std::vector<std::string> headings = column_names();
   std::vector<std::string> orders = headings;
   orders.insert(orders.begin(), "Order of logging");
   form.DBGrid1.headings = headings;
@@ -174,7 +173,7 @@ void LogViewer::look_again() {
   DatabaseViewerForm& form = console_.DatabaseViewer;
   form.DBGrid1.show_other_rows(0);
   show_details();
-  view_.begin(*recordset_, to_utf8(form.SearchText.text), order_);
+  view_.begin(*recordset_, form.SearchText.text.get(), order_);
   more_to_follow_ = false;
   call_is_gone_ = false;
   // The first calls are there at once.
@@ -230,7 +229,7 @@ std::vector<std::string> LogViewer::grid_row(int row) {
   std::vector<std::string> shown;
   if (row < 1 || row > view_.size()) return shown;
   guard(console_, "DatabaseViewer_DBGrid1", [&] {
-    for (const std::string& text : texts(view_.row(row - 1))) shown.push_back(from_utf8(text));
+    shown = texts(view_.row(row - 1));
     if (shown.empty()) call_is_gone_ = true;
   });
   return shown;

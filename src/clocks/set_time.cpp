@@ -53,7 +53,7 @@ void SetTime::Command3D1_Click() {
             [&](const Failure& failure) {
               // The user may lack the right: the description says what to do about it.
               report_failure(console_, "Form3_Command3D1_Click", failure);
-              console_.messages.ShowMessage(failure.what());
+              console_.messages.ShowMessage(description_of(console_, failure));
             });
     form.unload();
   });

@@ -3,6 +3,7 @@
 #include "core/console.h"
 #include "core/guard.h"
 #include "core/text.h"
+#include "letters/path_text.h"
 
 namespace lineweir {
 namespace {
@@ -77,7 +78,7 @@ template <class Body>
 void ShowDataEditor::told_guard(std::string_view handler, Body&& body) {
   attempt(std::forward<Body>(body), [&](const Failure& failure) {
     report_failure(console_, handler, failure);
-    console_.messages.ShowMessage(failure.what());
+    console_.messages.ShowMessage(description_of(console_, failure));
   });
 }
 
@@ -99,7 +100,7 @@ void ShowDataEditor::Form2_Load() {
   form.Text1.text = plan.ShowTimes(show_end_entry).trimmed();
   form.Grid1.set_cell(1, row_start_column, form.StartTime.text);
   Filler();
-  form.Label4.caption = console_.show_plan.TheDataFileName;
+  form.Label4.caption = shown_path(console_.services.letters, console_.show_plan.TheDataFileName);
 }
 
 void ShowDataEditor::store_draft() {

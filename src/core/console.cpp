@@ -58,7 +58,13 @@ Console::Console(const platform::Services& platform_services)
       startup(*this),
       shutdown(*this) {
   wire_about_box(*this);
-  for (Form* form : forms()) timers.emplace_back(*form, services.loop);
+  for (Form* form : forms()) {
+    form->letters = &services.letters;
+    timers.emplace_back(*form, services.loop);
+  }
+  // A log holds the texts of other consoles too, in whatever letters those have.
+  DatabaseViewer.letters = &utf8_letters();
+  ImportPreview.letters = &utf8_letters();
 }
 
 Console::~Console() = default;

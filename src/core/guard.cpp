@@ -28,8 +28,12 @@ Failure current_failure() {
   }
 }
 
+std::string description_of(const Console& console, const Failure& failure) {
+  return console.services.letters.from_utf8(failure.what());
+}
+
 void report_failure(Console& console, std::string_view handler, const Failure& failure) {
-  console.trace.WriteTrace(std::string(handler) + " Error - " + failure.what());
+  console.trace.WriteTrace(std::string(handler) + " Error - " + description_of(console, failure));
 }
 
 }  // namespace lineweir

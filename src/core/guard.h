@@ -1,5 +1,6 @@
 #pragma once
 
+#include <string>
 #include <string_view>
 #include <utility>
 
@@ -11,6 +12,9 @@ struct Console;
 
 // The failure now being handled, whatever was thrown. Only to be called while one is.
 Failure current_failure();
+
+// The description in the console's letters.
+std::string description_of(const Console& console, const Failure& failure);
 
 // Reports as "HANDLER Error - " and the description in the trace.
 void report_failure(Console& console, std::string_view handler, const Failure& failure);

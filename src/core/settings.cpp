@@ -127,7 +127,7 @@ std::optional<std::string> Settings::save() {
       },
       [&](const Failure& failure) {
         report_failure(console_, "Lineweir_SaveSettings", failure);
-        why_not = "The settings could not be saved: " + std::string(failure.what());
+        why_not = "The settings could not be saved: " + description_of(console_, failure);
       });
   return why_not;
 }

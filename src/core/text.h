@@ -5,8 +5,9 @@
 
 namespace lineweir {
 
-// Text in the core is bytes of the Windows-1252 set, one a character. A blank is the byte 32;
-// trimming takes blanks off and nothing else.
+// Text in the core is bytes of the workstation's single-byte set, one a character: its letters
+// (letters/letters.h) make Unicode of it at the edges. A blank is the byte 32; trimming takes
+// blanks off and nothing else.
 std::string_view trimmed(std::string_view text);
 std::string_view trimmed_left(std::string_view text);
 std::string_view trimmed_right(std::string_view text);
@@ -24,11 +25,5 @@ std::string zero_filled(int value, std::size_t width);
 // The leading number of the text, blanks in front passed over, as far as it goes; 0 where there is
 // none. "12x" is 12, "x" is 0.
 int leading_number(std::string_view text);
-
-// The two edges where the core's bytes meet Unicode. A code point that the set doesn't hold
-// becomes "?", and so does each byte that is no part of a code point; the five bytes that the set
-// leaves open keep their own code point.
-std::string to_utf8(std::string_view windows_1252);
-std::string from_utf8(std::string_view utf8);
 
 }  // namespace lineweir

@@ -30,7 +30,7 @@ void Trace::WriteTrace(std::string_view message) {
   const std::string line =
       date_time_text(console_.services.clock.now()) + "  " + std::string(message) + line_end;
   show(line);
-  print(to_utf8(line));
+  print(console_.services.letters.to_utf8(line));
   if (on_line) on_line(std::string(message));
 }
 

@@ -136,7 +136,7 @@ class AccessibleElement final : public QAccessibleWidget {
     const bool time = widget_.control()->name() == "picRealTimeClock";
     const auto* text = static_cast<const Label*>(
         widget_.canvas().control_named(time ? "RealTime" : "CountDownTime"));
-    return text == nullptr ? QString() : shown_text(text->caption.get());
+    return text == nullptr ? QString() : shown_text(*text, text->caption.get());
   }
 
   ElementWidget& widget_;

@@ -36,10 +36,10 @@ constexpr std::array names = {
 QString caption_of_partner(const Control& control, std::string_view partner) {
   const Element* element = control.form().find(partner, control.index());
   if (const auto* label = dynamic_cast<const Label*>(element)) {
-    return caption_of(shown_text(label->caption.get())).text;
+    return caption_of(shown_text(*label, label->caption.get())).text;
   }
   if (const auto* box = dynamic_cast<const CheckBox*>(element)) {
-    return caption_of(shown_text(box->caption.get())).text;
+    return caption_of(shown_text(*box, box->caption.get())).text;
   }
   return {};
 }

@@ -4,15 +4,17 @@
 #include <string>
 #include <string_view>
 
-#include "core/text.h"
+#include "elements/form.h"
 
 namespace lineweir {
 
-// The edge where the core's bytes become what Qt shows, and back.
-inline QString shown_text(std::string_view core_text) {
-  return QString::fromStdString(to_utf8(core_text));
+// The edge where an element's texts become what Qt shows, and back.
+inline QString shown_text(const Element& element, std::string_view text) {
+  return QString::fromStdString(element.form().letters->to_utf8(text));
 }
 
-inline std::string core_text(const QString& shown) { return from_utf8(shown.toStdString()); }
+inline std::string core_text(const Element& element, const QString& shown) {
+  return element.form().letters->from_utf8(shown.toStdString());
+}
 
 }  // namespace lineweir

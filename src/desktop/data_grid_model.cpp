@@ -30,7 +30,7 @@ const QStringList& DataGridModel::texts_of(int row) const {
   if (texts_.size() >= most_kept) texts_.clear();
   QStringList texts;
   if (grid_.row_texts) {
-    for (const std::string& text : grid_.row_texts(row + 1)) texts += shown_text(text);
+    for (const std::string& text : grid_.row_texts(row + 1)) texts += shown_text(grid_, text);
   }
   return texts_[row] = texts;
 }
@@ -65,7 +65,7 @@ void DataGridModel::put_in(int at, int count) {
 
 bool DataGridModel::take_headings() {
   QStringList headings;
-  for (const std::string& heading : grid_.headings.get()) headings += shown_text(heading);
+  for (const std::string& heading : grid_.headings.get()) headings += shown_text(grid_, heading);
   if (headings == headings_) return false;
   beginResetModel();
   headings_ = headings;

@@ -6,7 +6,7 @@
 #include <QInputDialog>
 #include <QMessageBox>
 
-#include "desktop/core_text.h"
+#include "letters/path_text.h"
 
 namespace lineweir {
 namespace {
@@ -16,7 +16,7 @@ const QString product = QStringLiteral("Lineweir");
 }  // namespace
 
 QString qt_filter(const std::string& filter) {
-  const QStringList parts = shown_text(filter).split(u'|');
+  const QStringList parts = QString::fromStdString(filter).split(u'|');
   QStringList filters;
   for (int i = 0; i + 1 < parts.size(); i += 2) {
     QString text = parts[i];
@@ -30,10 +30,17 @@ QString qt_filter(const std::string& filter) {
   return filters.join(QLatin1String(";;"));
 }
 
-// A path goes through the core as the bytes that the file system has for it.
+QString SystemDialogs::shown(const std::string& text) const {
+  return QString::fromStdString(letters_.to_utf8(text));
+}
+
+std::string SystemDialogs::text_of(const QString& shown) const {
+  return letters_.from_utf8(shown.toStdString());
+}
+
 std::optional<std::string> SystemDialogs::ask_file(const platform::FileQuestion& question) {
-  const QString path = QFile::decodeName(QByteArray::fromStdString(question.default_path));
-  QFileDialog dialog(front(), shown_text(question.title));
+  const QString path = QFile::decodeName(file_name(letters_, question.default_path).c_str());
+  QFileDialog dialog(front(), shown(question.title));
   dialog.setNameFilters(qt_filter(question.filter).split(QStringLiteral(";;")));
   const QStringList filters = dialog.nameFilters();
   if (question.filter_index >= 1 && question.filter_index <= filters.size()) {
@@ -44,35 +51,35 @@ std::optional<std::string> SystemDialogs::ask_file(const platform::FileQuestion&
                                                                 : QFileDialog::ExistingFile);
   if (!path.isEmpty()) dialog.selectFile(path);
   if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return std::nullopt;
-  return QFile::encodeName(dialog.selectedFiles().constFirst()).toStdString();
+  return path_text(letters_, QFile::encodeName(dialog.selectedFiles().constFirst()).toStdString());
 }
 
 std::optional<std::string> SystemDialogs::ask_input(const std::string& prompt,
                                                     const std::string& default_text) {
   bool accepted = false;
-  const QString text = QInputDialog::getText(
-      front(), product, shown_text(prompt), QLineEdit::Normal, shown_text(default_text), &accepted);
+  const QString text = QInputDialog::getText(front(), product, shown(prompt), QLineEdit::Normal,
+                                             shown(default_text), &accepted);
   if (!accepted) return std::nullopt;
-  return core_text(text);
+  return text_of(text);
 }
 
 bool SystemDialogs::ask_yes_no(const std::string& question) {
-  return QMessageBox::question(front(), product, shown_text(question)) == QMessageBox::Yes;
+  return QMessageBox::question(front(), product, shown(question)) == QMessageBox::Yes;
 }
 
 std::optional<platform::FontChoice> SystemDialogs::ask_font(const platform::FontChoice& present) {
-  QFont font(QString::fromStdString(present.name), present.size);
+  QFont font(shown(present.name), present.size);
   font.setBold(present.bold);
   font.setItalic(present.italic);
   bool accepted = false;
   const QFont chosen = QFontDialog::getFont(&accepted, font, front());
   if (!accepted) return std::nullopt;
-  return platform::FontChoice{chosen.family().toStdString(), chosen.pointSize(), chosen.bold(),
+  return platform::FontChoice{text_of(chosen.family()), chosen.pointSize(), chosen.bold(),
                               chosen.italic()};
 }
 
 void SystemDialogs::message(const std::string& text) {
-  QMessageBox::information(front(), product, shown_text(text));
+  QMessageBox::information(front(), product, shown(text));
 }
 
 }  // namespace lineweir

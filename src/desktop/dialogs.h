@@ -3,6 +3,7 @@
 #include <QString>
 #include <functional>
 
+#include "letters/letters.h"
 #include "platform/dialogs.h"
 
 class QWidget;
@@ -12,6 +13,9 @@ namespace lineweir {
 // The system's own questions, asked in front of the main window.
 class SystemDialogs final : public platform::Dialogs {
  public:
+  // All texts are in the letters, which must outlive this object.
+  explicit SystemDialogs(const Letters& letters) : letters_(letters) {}
+
   // Gives the window in front of which to ask; null while there is none.
   std::function<QWidget*()> owner;
 
@@ -24,6 +28,10 @@ class SystemDialogs final : public platform::Dialogs {
 
  private:
   QWidget* front() const { return owner ? owner() : nullptr; }
+  QString shown(const std::string& text) const;
+  std::string text_of(const QString& shown) const;
+
+  const Letters& letters_;
 };
 
 // The filter of a file question as Qt writes it: "All Files (*.*)|*.*" becomes "All Files (*)".

@@ -20,8 +20,9 @@ DigitsWidget::DigitsWidget(FormCanvas& canvas, TextBox& box, const ElementLook& 
     : ElementWidget(canvas, box, look) {}
 
 QString DigitsWidget::shown_caption() const {
-  return control() == nullptr ? QString()
-                              : shown_text(static_cast<const TextBox&>(*control()).text.get());
+  return control() == nullptr
+             ? QString()
+             : shown_text(*control(), static_cast<const TextBox&>(*control()).text.get());
 }
 
 void DigitsWidget::paint(QPainter& painter, const QRect& face) {

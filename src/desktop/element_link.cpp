@@ -5,6 +5,7 @@
 #include <QMouseEvent>
 #include <QWidget>
 
+#include "core/text.h"
 #include "desktop/core_text.h"
 #include "desktop/dialog_letters.h"
 #include "desktop/focus_reason.h"
@@ -91,11 +92,13 @@ bool ElementLink::key_swallowed(QKeyEvent& event) {
   }
   // Shift and Tab lead out of any control, also of one that keeps Tab for itself.
   if (!control_.on_key_press || event.key() == Qt::Key_Backtab) return false;
-  const std::string character = core_text(event.text());
-  if (character.size() != 1) return false;
-  int key = code_of(character.front());
-  control_.on_key_press(key);
-  return key == 0;
+  bool swallowed = false;
+  for (const char character : core_text(control_, event.text())) {
+    int key = code_of(character);
+    control_.on_key_press(key);
+    swallowed = swallowed || key == 0;
+  }
+  return swallowed;
 }
 
 }  // namespace lineweir

@@ -33,7 +33,7 @@ class LabelLink final : public ElementLink {
 
  private:
   void show_content() override {
-    QString text = shown_text(label_.caption.get());
+    QString text = shown_text(label_, label_.caption.get());
     // Only a label that stands by a field has an access key; any other "&" would show as it is.
     if (text_.buddy() == nullptr) text = caption_of(text).text;
     if (text_.text() != text) text_.setText(text);
@@ -55,7 +55,7 @@ class ButtonLink final : public ElementLink {
 
  private:
   void show_content() override {
-    push_.setText(shown_text(button_.caption.get()));
+    push_.setText(shown_text(button_, button_.caption.get()));
     show_picture();
   }
 
@@ -92,7 +92,7 @@ class CheckLink final : public ElementLink {
 
  private:
   void show_content() override {
-    if (const auto caption = shown_text(box_.caption.get()); !caption.isEmpty()) {
+    if (const auto caption = shown_text(box_, box_.caption.get()); !caption.isEmpty()) {
       check_.setText(caption);
     }
     check_.setChecked(box_.value != 0);
@@ -115,7 +115,7 @@ class OptionLink final : public ElementLink {
 
  private:
   void show_content() override {
-    if (const auto caption = shown_text(option_.caption.get()); !caption.isEmpty()) {
+    if (const auto caption = shown_text(option_, option_.caption.get()); !caption.isEmpty()) {
       radio_.setText(caption);
     }
     radio_.setChecked(option_.value);
@@ -143,7 +143,7 @@ class ListLink final : public ElementLink {
       delete entries_.takeItem(entries_.count() - 1);
     }
     for (int i = 0; i < static_cast<int>(list.size()); ++i) {
-      const QString text = shown_text(list[static_cast<std::size_t>(i)]);
+      const QString text = shown_text(control(), list[static_cast<std::size_t>(i)]);
       if (i == entries_.count()) {
         entries_.addItem(text);
       } else if (entries_.item(i)->text() != text) {
@@ -208,7 +208,11 @@ class ComboLink final : public ElementLink {
       if (row >= 0 && row < combo_.list_count()) combo_.select(row);
     });
     QObject::connect(&widget, &QComboBox::editTextChanged, this, [this](const QString& text) {
-      if (!showing()) combo_.text = core_text(text);
+      if (showing()) return;
+      combo_.text = core_text(combo_, text);
+      if (const QString held = shown_text(combo_, combo_.text.get()); held != text) {
+        choices_.setEditText(held);
+      }
     });
     // The keys of a box that takes typing go to the line inside it.
     if (widget.lineEdit() != nullptr) widget.lineEdit()->installEventFilter(this);
@@ -219,14 +223,14 @@ class ComboLink final : public ElementLink {
     const auto& list = combo_.list.get();
     bool same = choices_.count() == static_cast<int>(list.size());
     for (int i = 0; same && i < choices_.count(); ++i) {
-      same = choices_.itemText(i) == shown_text(list[static_cast<std::size_t>(i)]);
+      same = choices_.itemText(i) == shown_text(control(), list[static_cast<std::size_t>(i)]);
     }
     if (!same) {
       choices_.clear();
-      for (const std::string& entry : list) choices_.addItem(shown_text(entry));
+      for (const std::string& entry : list) choices_.addItem(shown_text(control(), entry));
     }
     choices_.setCurrentIndex(combo_.list_index);
-    if (choices_.isEditable()) choices_.setEditText(shown_text(combo_.text.get()));
+    if (choices_.isEditable()) choices_.setEditText(shown_text(combo_, combo_.text.get()));
   }
 
   ComboBox& combo_;

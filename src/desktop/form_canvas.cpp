@@ -95,7 +95,7 @@ void FormCanvas::place_all() {
 }
 
 QFont FormCanvas::font_of(const FontProperties& font, double scale) const {
-  QFont result(QString::fromStdString(font.name));
+  QFont result(shown_text(form(), font.name));
   result.setPixelSize(std::max(
       1, static_cast<int>(std::lround(font.size * pixels_per_point * text_zoom_ * scale))));
   result.setBold(font.bold);

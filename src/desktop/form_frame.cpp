@@ -6,6 +6,7 @@
 #include <QWidget>
 #include <QWindow>
 
+#include "core/text.h"
 #include "desktop/core_text.h"
 #include "desktop/key_codes.h"
 #include "desktop/twips.h"
@@ -37,7 +38,7 @@ void FormFrame::show_changes() {
     open_window();
   }
   form_changed();
-  window_->setWindowTitle(shown_text(form().caption.get()));
+  window_->setWindowTitle(shown_text(form(), form().caption.get()));
   window_->setEnabled(form().enabled);
   if (form().mouse_pointer == pointer_hourglass) {
     window_->setCursor(Qt::WaitCursor);
@@ -169,11 +170,13 @@ bool FormFrame::character_swallowed(const QKeyEvent& event) {
   if ((event.modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier)) != 0) {
     return false;
   }
-  const std::string character = core_text(event.text());
-  if (character.size() != 1) return false;
-  int key = code_of(character.front());
-  form().on_key_press(key);
-  return key == 0;
+  bool swallowed = false;
+  for (const char character : core_text(form(), event.text())) {
+    int key = code_of(character);
+    form().on_key_press(key);
+    swallowed = swallowed || key == 0;
+  }
+  return swallowed;
 }
 
 }  // namespace lineweir

@@ -47,7 +47,7 @@ void GridLink::show_content() {
 }
 
 void GridLink::show_cell(int row, int column) {
-  const QString text = shown_text(grid_.cell(row, column));
+  const QString text = shown_text(grid_, grid_.cell(row, column));
   QTableWidgetItem* item =
       row == 0 ? table_.horizontalHeaderItem(column) : table_.item(row - 1, column);
   if (item != nullptr) {

@@ -50,7 +50,8 @@ QRect KeyCaptionWidget::device_place() const {
 
 QString KeyCaptionWidget::shown_caption() const {
   if (control() == nullptr) return {};
-  return caption_of(shown_text(static_cast<const Label&>(*control()).caption.get())).text;
+  return caption_of(shown_text(*control(), static_cast<const Label&>(*control()).caption.get()))
+      .text;
 }
 
 QFont KeyCaptionWidget::lettering(double pixels) const {
@@ -69,7 +70,7 @@ void KeyCaptionWidget::paint(QPainter& painter, const QRect& face) {
   QRect key = key_face(face, work);
   if (state == KeyState::Down) key.translate(pressed_step(work), pressed_step(work));
 
-  const Caption caption = caption_of(shown_text(label.caption.get()));
+  const Caption caption = caption_of(shown_text(label, label.caption.get()));
   if (element_look().look == Look::KeyCaption) {
     paint_lines(painter, key, caption, color);
   } else {

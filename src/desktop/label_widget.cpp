@@ -60,7 +60,8 @@ QRect LabelWidget::device_place() const {
 }
 
 QString LabelWidget::shown_caption() const {
-  return label() == nullptr ? QString() : caption_of(shown_text(label()->caption.get())).text;
+  return label() == nullptr ? QString()
+                            : caption_of(shown_text(*label(), label()->caption.get())).text;
 }
 
 bool LabelWidget::caption_fits() const {
@@ -70,7 +71,7 @@ bool LabelWidget::caption_fits() const {
 
 TextLine LabelWidget::line() const {
   const Look look = element_look().look;
-  const Caption caption = caption_of(shown_text(label()->caption.get()));
+  const Caption caption = caption_of(shown_text(*label(), label()->caption.get()));
   TextLine result{caption.text, device_font(label()->font), text_color(),
                   qt_alignment(label()->alignment)};
   result.even_digits =

@@ -49,7 +49,7 @@ std::string line_report(Console& console) {
       text += row[i];
       text.append(widths[i] - row[i].size() + 2, ' ');
     }
-    report += to_utf8(trimmed_right(text)) + "\n";
+    report += console.services.letters.to_utf8(trimmed_right(text)) + "\n";
   }
   return report;
 }

@@ -1,12 +1,31 @@
 #include <QApplication>
+#include <cstdio>
 
+#include "desktop/command_line.h"
 #include "desktop/program.h"
 
+namespace {
+
+lineweir::CommandLine command_line_of(const QStringList& arguments) {
+  std::vector<std::string> words;
+  for (const QString& argument : arguments.mid(1)) words.push_back(argument.toStdString());
+  return lineweir::parse_command_line(words, lineweir::locale_of_letters());
+}
+
+}  // namespace
+
 int main(int argc, char* argv[]) {
+  // What needs no screen is said without one.
+  const auto asked = lineweir::parse_command_line({argv + 1, argv + argc}, {});
+  if (asked.help || !asked.problem.empty()) {
+    std::fputs(asked.help ? lineweir::usage_text : asked.problem.c_str(),
+               asked.help ? stdout : stderr);
+    return asked.help ? 0 : 2;
+  }
   QApplication application(argc, argv);
   QApplication::setApplicationName(QStringLiteral("lineweir"));
   QApplication::setApplicationDisplayName(QString());
   lineweir::dress_application();
-  const QStringList arguments = QApplication::arguments();
-  return lineweir::run_program(arguments.size() > 1 ? arguments[1].toStdString() : std::string());
+  // Qt has taken off the words that are its own.
+  return lineweir::run_program(command_line_of(QApplication::arguments()));
 }

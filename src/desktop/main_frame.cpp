@@ -41,8 +41,8 @@ QWidget* MainFrame::make_window() {
   window->on_content_resized = [this](QSize content) { content_resized(content); };
   window->canvas().set_background_folder(
       {background_path_, [this](const QString& file, const QString& reason) {
-         console_.trace.WriteTrace("Picture " + core_text(file) + " can't be shown - " +
-                                   core_text(reason));
+         console_.trace.WriteTrace("Picture " + core_text(form(), file) + " can't be shown - " +
+                                   core_text(form(), reason));
        }});
   window->canvas().spoken_state = [this](int line) { return spoken_state(console_, line); };
   window->on_scale_changed = [window] { window->canvas().place_all(); };

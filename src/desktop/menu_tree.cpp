@@ -93,7 +93,7 @@ QAction* MenuTree::make_action(MenuItem& item) {
 void MenuTree::show_item(const MenuItem& item) {
   QAction* action = action_of(item);
   if (action == nullptr) return;
-  if (!action->isSeparator()) action->setText(shown_text(item.caption.get()));
+  if (!action->isSeparator()) action->setText(shown_text(item, item.caption.get()));
   action->setCheckable(item.checked);
   action->setChecked(item.checked);
   action->setEnabled(item.enabled);

@@ -11,6 +11,7 @@
 #include <numeric>
 
 #include "elements/failure.h"
+#include "letters/path_text.h"
 
 namespace lineweir {
 namespace {
@@ -167,7 +168,7 @@ class PdfTable final : public platform::PrintedTable {
 std::unique_ptr<platform::PrintedTable> PdfTables::begin(
     const std::string& path, const std::string& title,
     const std::vector<platform::PrintedColumn>& columns) {
-  return std::make_unique<PdfTable>(path, title, columns);
+  return std::make_unique<PdfTable>(file_name(letters_, path), title, columns);
 }
 
 }  // namespace lineweir

@@ -17,7 +17,9 @@
 #include "desktop/pdf_tables.h"
 #include "desktop/screenshot.h"
 #include "desktop/theme.h"
+#include "letters/code_page_letters.h"
 #include "platform/disk/disk_files.h"
+#include "platform/icu/icu_transliterator.h"
 #include "platform/qt/qt_client_socket.h"
 #include "platform/qt/qt_event_loop.h"
 #include "platform/qt/qt_random_numbers.h"
@@ -44,14 +46,16 @@ void dress_application() {
   install_accessibility();
 }
 
-int run_program(const std::string& argument) {
+int run_program(const CommandLine& command_line) {
+  const platform::IcuTransliterator transliterator;
+  const CodePageLetters letters(*command_line.code_page, &transliterator);
   platform::QtEventLoop loop;
   platform::QtSystemClock clock;
   platform::QtRandomNumbers random;
-  platform::DiskFiles files(std::filesystem::current_path());
-  SystemDialogs dialogs;
-  platform::SqliteDatabases databases(std::filesystem::current_path());
-  PdfTables printer;
+  platform::DiskFiles files(std::filesystem::current_path(), letters);
+  SystemDialogs dialogs(letters);
+  platform::SqliteDatabases databases(std::filesystem::current_path(), letters);
+  PdfTables printer(letters);
   platform::QtSerialPort comm1(loop, box_speed, 1);
   platform::QtSerialPort comm2(loop, switch_console_speed, 2);
   platform::QtClientSocket winsock1(loop);
@@ -65,6 +69,7 @@ int run_program(const std::string& argument) {
                    .dialogs = dialogs,
                    .databases = databases,
                    .printer = printer,
+                   .letters = letters,
                    .comm1 = comm1,
                    .comm2 = comm2,
                    .winsock1 = winsock1,
@@ -78,7 +83,7 @@ int run_program(const std::string& argument) {
   Desktop desktop(console);
   dialogs.owner = [&desktop] { return desktop.main_frame().window(); };
 
-  console.startup.Main(argument);
+  console.startup.Main(command_line.argument);
   if (ended) return 0;
   desktop.flush();
   const FirstPaint first_paint(desktop.main_frame().window());

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <string>
+#include "desktop/command_line.h"
 
 namespace lineweir {
 
@@ -9,7 +9,7 @@ namespace lineweir {
 void dress_application();
 
 // Runs the console in its windows until the user ends it: the program's exit code. The application
-// must have been dressed. `argument` is the one argument of the command line, or empty.
-int run_program(const std::string& argument);
+// must have been dressed.
+int run_program(const CommandLine& command_line);
 
 }  // namespace lineweir

@@ -1,11 +1,14 @@
 #include "desktop/text_box_link.h"
 
+#include <QCoreApplication>
+#include <QInputMethodEvent>
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QTextCursor>
 #include <algorithm>
 
+#include "core/text.h"
 #include "desktop/core_text.h"
 #include "desktop/focus_reason.h"
 #include "desktop/key_codes.h"
@@ -26,13 +29,15 @@ QString core_lines(const QString& shown) {
   return lines.replace(QLatin1Char('\n'), QLatin1String("\r\n"));
 }
 
-// A caret's place in the core's text, from its place in Qt's, and back.
-int core_caret(const QString& shown, int caret) {
-  return caret + static_cast<int>(shown.left(caret).count(u'\n'));
+// A caret's place in the box's text, from its place in Qt's, and back. A letter may take another
+// number of characters there.
+int core_caret(const TextBox& box, const QString& shown, int caret) {
+  return static_cast<int>(core_text(box, core_lines(shown.left(caret))).size());
 }
 
-int shown_caret(const QString& core, int caret) {
-  return static_cast<int>(qt_lines(core.left(caret)).size());
+int shown_caret(const TextBox& box) {
+  const auto caret = static_cast<std::size_t>(std::max(0, box.sel_start.get()));
+  return static_cast<int>(qt_lines(shown_text(box, left_part(box.text.get(), caret))).size());
 }
 
 bool leaves_text_alone(const QKeyEvent& event) {
@@ -66,10 +71,8 @@ void TextBoxLink::watch(QWidget& edit) {
 void TextBoxLink::show_box() {
   if (box_ == nullptr) return;
   showing_ = true;
-  const QString core = shown_text(box_->text.get());
-  const QString text = qt_lines(core);
-  const int caret =
-      std::clamp(shown_caret(core, box_->sel_start), 0, static_cast<int>(text.size()));
+  const QString text = qt_lines(shown_text(*box_, box_->text.get()));
+  const int caret = std::clamp(shown_caret(*box_), 0, static_cast<int>(text.size()));
   if (line_ != nullptr) {
     if (line_->text() != text) line_->setText(text);
     if (line_->cursorPosition() != caret) line_->setCursorPosition(caret);
@@ -90,6 +93,8 @@ bool TextBoxLink::eventFilter(QObject* watched, QEvent* event) {
   switch (event->type()) {
     case QEvent::KeyPress:
       return key_swallowed(*static_cast<QKeyEvent*>(event));
+    case QEvent::InputMethod:
+      return composed_swallowed(*watched, *static_cast<QInputMethodEvent*>(event));
     case QEvent::FocusIn:
       box_->set_focus();
       break;
@@ -122,33 +127,49 @@ bool TextBoxLink::key_swallowed(QKeyEvent& event) {
     if (code != 0) box_->on_key_down(code, shift_state(event.modifiers()));
     if (code == 0 && key_code(event) != 0) return true;
   }
-  if (box_ == nullptr || !box_->on_key_press || leads_out(event)) return false;
-  const std::string character = core_text(event.text());
-  if (character.size() != 1) return false;
-  const int pressed = code_of(character.front());
-  int key = pressed;
-  box_->on_key_press(key);
-  if (key == pressed) return false;
-  // A handler that puts another character in the key's place has that one entered.
-  if (key != 0 && box_ != nullptr) {
-    box_->enter(key);
-    show_box();
+  return box_ != nullptr && !leads_out(event) && characters_swallowed(event.text());
+}
+
+// A letter that was put together of several keys is typed like one that has a key.
+bool TextBoxLink::composed_swallowed(QObject& edit, const QInputMethodEvent& event) {
+  if (event.commitString().isEmpty() || !characters_swallowed(event.commitString())) return false;
+  QInputMethodEvent nothing_under_way;
+  QCoreApplication::sendEvent(&edit, &nothing_under_way);
+  return true;
+}
+
+bool TextBoxLink::characters_swallowed(const QString& typed) {
+  if (!box_->on_key_press) return false;
+  bool all_left = true;
+  std::string left;
+  for (const char character : core_text(*box_, typed)) {
+    int key = code_of(character);
+    box_->on_key_press(key);
+    if (box_ == nullptr) return true;
+    all_left = all_left && key == code_of(character);
+    if (key != 0) left += static_cast<char>(key);
   }
+  if (all_left) return false;
+  // A handler that puts another character in the key's place has that one entered.
+  for (const char character : left) {
+    if (box_ != nullptr) box_->enter(code_of(character));
+  }
+  if (box_ != nullptr) show_box();
   return true;
 }
 
 void TextBoxLink::edited(const QString& text, int caret) {
   if (showing_ || box_ == nullptr) return;
-  const std::string core = core_text(core_lines(text));
-  box_->sel_start = core_caret(text, caret);
-  box_->text = core;
-  // The change event may have put another text there.
-  if (box_ != nullptr && box_->text.get() != core) show_box();
+  box_->sel_start = core_caret(*box_, text, caret);
+  box_->text = core_text(*box_, core_lines(text));
+  // The box may hold another text than was typed: it has letters of its own, and its change event
+  // may have changed it.
+  if (box_ != nullptr && qt_lines(shown_text(*box_, box_->text.get())) != text) show_box();
 }
 
 void TextBoxLink::caret_moved(const QString& text, int caret) {
   if (showing_ || box_ == nullptr) return;
-  box_->sel_start = core_caret(text, caret);
+  box_->sel_start = core_caret(*box_, text, caret);
 }
 
 }  // namespace lineweir

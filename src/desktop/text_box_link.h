@@ -3,6 +3,7 @@
 #include <QObject>
 #include <QString>
 
+class QInputMethodEvent;
 class QKeyEvent;
 class QLineEdit;
 class QPlainTextEdit;
@@ -30,9 +31,11 @@ class TextBoxLink final : public QObject {
 
  private:
   void watch(QWidget& edit);
-  // Runs the key's events; true when a handler has swallowed the key.
   bool leads_out(const QKeyEvent& event) const;
+  // These run the events of what was typed, and are true when a handler has swallowed it.
   bool key_swallowed(QKeyEvent& event);
+  bool composed_swallowed(QObject& edit, const QInputMethodEvent& event);
+  bool characters_swallowed(const QString& typed);
   void edited(const QString& text, int caret);
   void caret_moved(const QString& text, int caret);
 

@@ -35,7 +35,7 @@ QWidget* TextBoxWidget::edit() const {
 }
 
 QString TextBoxWidget::shown_caption() const {
-  return box() == nullptr ? QString() : shown_text(box()->text.get());
+  return box() == nullptr ? QString() : shown_text(*box(), box()->text.get());
 }
 
 bool TextBoxWidget::drawn_from(PropertyId property) const {

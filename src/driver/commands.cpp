@@ -76,7 +76,7 @@ Result advance(Session& session, const Arguments& arguments) {
 Result type_text(Session& session, const Arguments& arguments) {
   Console& console = session.console();
   const FoundElement found = find_element(console, arguments.word(0));
-  const std::string text = arguments.text(1);
+  const std::string text = text_of(arguments.value(1), text_kind(found.element));
   session.act([&] { type(console, found, text); });
   return done;
 }

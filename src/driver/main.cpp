@@ -3,6 +3,8 @@
 #include <iostream>
 
 #include "driver/interpreter.h"
+#include "letters/code_page_letters.h"
+#include "platform/icu/icu_transliterator.h"
 #include "platform/sqlite/sqlite_databases.h"
 
 namespace {
@@ -12,14 +14,18 @@ namespace platform = lineweir::platform;
 
 // Each script has a workstation of its own; only the files stay.
 bool run_script(const std::string& path, platform::Files& files,
-                platform::DatabaseEngine& databases) {
+                platform::DatabaseEngine& databases, const lineweir::Letters& letters) {
   std::ifstream script(path, std::ios::binary);
   if (!script) {
     std::cerr << path << ": can't be read" << std::endl;
     return false;
   }
-  driver::Session session(files, databases);
+  driver::Session session(files, databases, letters);
   return driver::carry_out_all(session, script, path, std::cout, std::cerr);
+}
+
+std::string known_charset(const std::string& name) {
+  return lineweir::find_code_page(name) != nullptr ? "" : "no such character set: " + name;
 }
 
 }  // namespace
@@ -28,21 +34,26 @@ int main(int argc, char** argv) {
   CLI::App app("The whole console with nothing real under it, driven by commands.");
   std::string directory = ".";
   std::vector<std::string> scripts;
+  std::string charset(lineweir::default_code_page().name);
   app.add_option("--dir", directory, "The console's working directory")
       ->check(CLI::ExistingDirectory);
   app.add_option("SCRIPT", scripts, "Scripts to run; without any, commands are read from input");
+  app.add_option("--charset", charset, "The set of the console's texts, windows-1250 to -1258")
+      ->check(known_charset);
   CLI11_PARSE(app, argc, argv);
 
-  platform::DiskFiles files(directory);
-  platform::SqliteDatabases databases(directory);
+  const platform::IcuTransliterator transliterator;
+  const lineweir::CodePageLetters letters(*lineweir::find_code_page(charset), &transliterator);
+  platform::DiskFiles files(directory, letters);
+  platform::SqliteDatabases databases(directory, letters);
   if (scripts.empty()) {
-    driver::Session session(files, databases);
+    driver::Session session(files, databases, letters);
     std::ostream no_complaints(nullptr);
     driver::carry_out_all(session, std::cin, "", std::cout, no_complaints);
     return 0;
   }
   bool all_well = true;
   for (const std::string& script : scripts)
-    all_well = run_script(script, files, databases) && all_well;
+    all_well = run_script(script, files, databases, letters) && all_well;
   return all_well ? 0 : 1;
 }

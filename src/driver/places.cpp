@@ -103,7 +103,7 @@ bool has_any_number(PropertyId id) {
 }
 
 void set_property(Console& console, Element& element, PropertyBase& property, const Json& value) {
-  const PropertyValue wanted = property_value_of(value, property.value());
+  const PropertyValue wanted = property_value_of(value, property.value(), text_kind(element));
   if (const auto* number = std::get_if<std::int64_t>(&wanted)) {
     const int most = has_any_number(property.id()) ? INT_MAX : largest_number;
     if (*number > most || *number < -most) {
@@ -126,14 +126,15 @@ Place property_place(Console& console, Element& element, PropertyId id) {
   if (property == nullptr) {
     throw NotUnderstood(element.name() + " has no " + std::string(property_name(id)));
   }
-  return {[property] { return property_value(property->value()); },
+  return {[property, &element] { return property_value(property->value(), text_kind(element)); },
           [&console, &element, property](const Json& value) {
             set_property(console, element, *property, value);
           }};
 }
 
 Place cell_place(const DataGrid& grid, int row, int column) {
-  return {[&grid, row, column] { return text_value(grid.cell(row, column)); }, nullptr};
+  return {[&grid, row, column] { return text_value(grid.cell(row, column), text_kind(grid)); },
+          nullptr};
 }
 
 Place cell_place(Grid& grid, int row, int column) {
@@ -187,6 +188,13 @@ std::optional<Place> state_place(Session& session, const Parts& parts) {
 }
 
 }  // namespace
+
+TextKind text_kind(const Element& element) {
+  // What names a database is a path.
+  const bool unicode =
+      element.form().letters == &utf8_letters() && element.kind() != ElementKind::Data;
+  return unicode ? TextKind::Utf8 : TextKind::Bytes;
+}
 
 FoundElement find_element(Console& console, std::string_view path) {
   const Parts parts = parts_of(path);

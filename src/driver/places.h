@@ -31,6 +31,9 @@ FoundElement find_element(Console& console, std::string_view path);
 Form& find_form(Console& console, std::string_view name);
 Place find_place(Session& session, std::string_view path);
 
+// What the element's texts are.
+TextKind text_kind(const Element& element);
+
 // The paths of all elements of a form, without the form's name for the main form.
 std::vector<std::string> element_paths(const Console& console, const Form& form);
 

@@ -2,7 +2,6 @@
 
 #include "callerdata/call_log_columns.h"
 #include "core/guard.h"
-#include "core/text.h"
 #include "driver/state_table.h"
 
 namespace lineweir::driver {
@@ -48,7 +47,8 @@ std::vector<std::vector<std::string>> logged_rows(Session& session) {
         }
         recordset->scan(all, [&](platform::RowId, auto values) {
           auto& row = rows.emplace_back();
-          for (const std::string_view text : values) row.push_back(from_utf8(text));
+          for (const std::string_view text : values)
+            row.push_back(console.services.letters.from_utf8(text));
         });
       },
       [](const Failure&) {});

@@ -10,10 +10,11 @@ constexpr int settling_rounds = 100;
 
 }  // namespace
 
-Session::Session(platform::Files& files) : Session(files, platform_.databases) {}
+Session::Session(platform::Files& files) : Session(files, platform_.databases, platform_.letters) {}
 
-Session::Session(platform::Files& files, platform::DatabaseEngine& databases)
-    : files_(files), databases_(databases) {
+Session::Session(platform::Files& files, platform::DatabaseEngine& databases,
+                 const Letters& letters)
+    : files_(files), databases_(databases), letters_(letters) {
   platform_.dialogs.on_message = [this](const std::string& text) { messages_.push_back(text); };
 }
 
@@ -25,7 +26,7 @@ Console& Session::console() {
 void Session::launch(const std::string& command_line) {
   if (console_) throw Refusal("already launched");
   platform_.restart();
-  console_.emplace(platform_.services(files_, databases_));
+  console_.emplace(platform_.services(files_, databases_, letters_));
   console_->messages.on_shown = [this](const std::string& text) { messages_.push_back(text); };
   console_->trace.on_line = [this](const std::string& line) { trace_.push_back(line); };
   act([&] { console_->startup.Main(command_line); });

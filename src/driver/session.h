@@ -14,9 +14,9 @@ namespace lineweir::driver {
 // A workstation on which the console is started, worked with and ended, as often as one likes.
 class Session {
  public:
-  // The console's files and databases are real, or in memory; both outlive the session.
-  Session(platform::Files& files, platform::DatabaseEngine& databases);
-  // Databases in memory, which last as long as the session.
+  // The console's files and databases are real, or in memory; all outlive the session.
+  Session(platform::Files& files, platform::DatabaseEngine& databases, const Letters& letters);
+  // Databases in memory, which last as long as the session, and letters of the default set.
   explicit Session(platform::Files& files);
   Session(const Session&) = delete;
   Session& operator=(const Session&) = delete;
@@ -46,6 +46,7 @@ class Session {
   platform::Files& files_;
   platform::ScriptedPlatform platform_;
   platform::DatabaseEngine& databases_;
+  const Letters& letters_;
   std::vector<std::string> messages_;
   std::vector<std::string> trace_;
   std::optional<Console> console_;

@@ -6,6 +6,7 @@
 #include <type_traits>
 
 #include "driver/refusal.h"
+#include "letters/utf8.h"
 
 namespace lineweir::driver {
 namespace {
@@ -16,15 +17,6 @@ constexpr double largest_exact = 9007199254740992.0;
 
 [[noreturn]] void refuse(std::string_view wanted, const Json& value) {
   throw NotUnderstood("not " + std::string(wanted) + ": " + printed(value));
-}
-
-void append_code_point(std::string& utf8, unsigned char byte) {
-  if (byte < 0x80) {
-    utf8 += static_cast<char>(byte);
-  } else {
-    utf8 += static_cast<char>(0xC0 | (byte >> 6));
-    utf8 += static_cast<char>(0x80 | (byte & 0x3F));
-  }
 }
 
 const Json& member(const Json& value, const char* name) {
@@ -65,27 +57,28 @@ std::string on_one_line(std::string_view text) {
   return line;
 }
 
-Json text_value(std::string_view bytes) {
+Json text_value(std::string_view text, TextKind kind) {
+  if (kind == TextKind::Utf8) return std::string(text);
   std::string utf8;
-  utf8.reserve(bytes.size());
-  for (const char byte : bytes) append_code_point(utf8, static_cast<unsigned char>(byte));
+  utf8.reserve(text.size());
+  for (const char byte : text) append_point(utf8, static_cast<unsigned char>(byte));
   return utf8;
 }
 
-Json texts_value(const std::vector<std::string>& texts) {
+Json texts_value(const std::vector<std::string>& texts, TextKind kind) {
   Json list = Json::array();
-  for (const std::string& text : texts) list.push_back(text_value(text));
+  for (const std::string& text : texts) list.push_back(text_value(text, kind));
   return list;
 }
 
-Json property_value(const PropertyValue& value) {
+Json property_value(const PropertyValue& value, TextKind kind) {
   return std::visit(
-      [](const auto& held) -> Json {
+      [kind](const auto& held) -> Json {
         using Held = std::decay_t<decltype(held)>;
         if constexpr (std::is_same_v<Held, std::string>) {
-          return text_value(held);
+          return text_value(held, kind);
         } else if constexpr (std::is_same_v<Held, std::vector<std::string>>) {
-          return texts_value(held);
+          return texts_value(held, kind);
         } else {
           return held;
         }
@@ -122,9 +115,10 @@ Json font_value(const platform::FontChoice& font) {
           {"italic", font.italic}};
 }
 
-std::string text_of(const Json& value) {
+std::string text_of(const Json& value, TextKind kind) {
   if (!value.is_string()) refuse("a text", value);
   const std::string& utf8 = value.get_ref<const std::string&>();
+  if (kind == TextKind::Utf8) return utf8;
   std::string bytes;
   bytes.reserve(utf8.size());
   for (std::size_t i = 0; i < utf8.size(); ++i) {
@@ -141,10 +135,10 @@ std::string text_of(const Json& value) {
   return bytes;
 }
 
-std::vector<std::string> texts_of(const Json& value) {
+std::vector<std::string> texts_of(const Json& value, TextKind kind) {
   if (!value.is_array()) refuse("a list of texts", value);
   std::vector<std::string> texts;
-  for (const Json& text : value) texts.push_back(text_of(text));
+  for (const Json& text : value) texts.push_back(text_of(text, kind));
   return texts;
 }
 
@@ -176,7 +170,7 @@ std::int64_t number_of(const Json& value, std::int64_t least, std::int64_t most)
 
 int number_of(const Json& value) { return static_cast<int>(number_of(value, INT_MIN, INT_MAX)); }
 
-PropertyValue property_value_of(const Json& value, const PropertyValue& same_type) {
+PropertyValue property_value_of(const Json& value, const PropertyValue& same_type, TextKind kind) {
   return std::visit(
       [&](const auto& held) -> PropertyValue {
         using Held = std::decay_t<decltype(held)>;
@@ -185,9 +179,9 @@ PropertyValue property_value_of(const Json& value, const PropertyValue& same_typ
         } else if constexpr (std::is_same_v<Held, std::int64_t>) {
           return std::int64_t{number_of(value)};
         } else if constexpr (std::is_same_v<Held, std::string>) {
-          return text_of(value);
+          return text_of(value, kind);
         } else {
-          return texts_of(value);
+          return texts_of(value, kind);
         }
       },
       same_type);

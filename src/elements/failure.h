@@ -6,8 +6,8 @@
 namespace lineweir {
 
 // The one way in which anything below a handler fails: a number that a handler can tell apart and
-// a description for the trace. Numbers below 1000 are the language's, 3000s the database engine's,
-// 8000s the serial port's and 40000s the socket's.
+// a description, in UTF-8, for the trace. Numbers below 1000 are the language's, 3000s the database
+// engine's, 8000s the serial port's and 40000s the socket's.
 class Failure : public std::runtime_error {
  public:
   Failure(int number, const std::string& description)

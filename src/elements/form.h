@@ -7,6 +7,7 @@
 
 #include "elements/control.h"
 #include "elements/menu_item.h"
+#include "letters/letters.h"
 
 namespace lineweir {
 
@@ -47,6 +48,9 @@ class Form : public Element {
   Property<int> height{*this, PropertyId::Height};
   Property<int> window_state{*this, PropertyId::WindowState, window_normal};
   Property<int> mouse_pointer{*this, PropertyId::MousePointer, pointer_default};
+
+  // How the bytes of its elements' texts are read.
+  const Letters* letters = &utf8_letters();
 
   // A modal form keeps the user's hands from the other windows while it is shown.
   bool modal = false;

@@ -20,7 +20,8 @@ class FileInMaking {
   virtual void finish() = 0;
 };
 
-// Files under the console's working directory. Paths may be relative to it.
+// Files under the console's working directory. Paths may be relative to it; they are texts in the
+// console's letters (letters/path_text.h).
 class Files {
  public:
   virtual ~Files() = default;

@@ -2,6 +2,7 @@
 
 #include <functional>
 
+#include "letters/letters.h"
 #include "platform/client_socket.h"
 #include "platform/database.h"
 #include "platform/dialogs.h"
@@ -24,6 +25,8 @@ struct Services {
   Dialogs& dialogs;
   DatabaseEngine& databases;
   TablePrinter& printer;
+  // Those of the console's texts.
+  const Letters& letters;
   // 1200 bits per second.
   SerialPort& comm1;
   // 9600 bits per second.

@@ -56,6 +56,7 @@ TEST_SUITE("callerdata/call log") {
                                        p.dialogs,
                                        engine,
                                        p.printer,
+                                       p.letters,
                                        p.comm1,
                                        p.comm2,
                                        p.winsock1,

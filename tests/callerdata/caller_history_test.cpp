@@ -4,7 +4,7 @@
 
 #include "callerdata/call_log.h"
 #include "callerdata/call_log_columns.h"
-#include "core/text.h"
+#include "letters/code_page_letters.h"
 #include "platform/scripted/memory_databases.h"
 
 namespace lineweir::test {
@@ -23,13 +23,18 @@ struct LogOfCallers {
            const std::string& date = "1/5/2026", const std::string& on_air = "") {
     rows->add_new();
     rows->set_field("PhoneNumber", number);
-    rows->set_field("Caller Name", to_utf8(name));
-    rows->set_field("City", to_utf8(city));
+    rows->set_field("Caller Name", letters.to_utf8(name));
+    rows->set_field("City", letters.to_utf8(city));
     rows->set_field("Date", date);
     rows->set_field("Time_Placed_On_Air", on_air);
     rows->update();
   }
 
+  std::optional<CallerHistory> find(std::string_view number) const {
+    return find_history(*rows, letters, number);
+  }
+
+  CodePageLetters letters;
   platform::MemoryDatabases engine;
   std::unique_ptr<platform::Database> database;
   std::unique_ptr<platform::Recordset> rows;
@@ -51,9 +56,9 @@ TEST_SUITE("callerdata/caller history") {
   TEST_CASE("a number that the log doesn't know has no history") {
     LogOfCallers log;
     log.add("555-0101", "Ann", "Bath");
-    CHECK_FALSE(find_history(*log.rows, "555-0100"));
-    CHECK_FALSE(find_history(*log.rows, "5550"));
-    CHECK_FALSE(find_history(*log.rows, ""));
+    CHECK_FALSE(log.find("555-0100"));
+    CHECK_FALSE(log.find("5550"));
+    CHECK_FALSE(log.find(""));
   }
 
   TEST_CASE("the newest name and city count, and the last time on air") {
@@ -62,15 +67,15 @@ TEST_SUITE("callerdata/caller history") {
     log.add("(312) 555-0100", "Anna Lee  ", "", "2/6/2026", "11:30:00 PM");
     log.add("1 312 555 0100", "", "", "3/7/2026");
     const CallerHistory expected{3, 2, "2/6/2026 11:30:00 PM", "Anna Lee", "Bath"};
-    CHECK(find_history(*log.rows, "3125550100") == expected);
-    CHECK(find_history(*log.rows, "+1 (312) 555-0100") == expected);
+    CHECK(log.find("3125550100") == expected);
+    CHECK(log.find("+1 (312) 555-0100") == expected);
   }
 
   TEST_CASE("the newest is told by the date, also where old calls were stored later") {
     LogOfCallers log;
     log.add("555-0100", "Ann Smith", "Salem", "1/5/2026", "10:00:00 AM");
     log.add("555-0100", "Ann Brown", "Reno", "12/31/2019", "11:00:00 AM");
-    const auto history = find_history(*log.rows, "555-0100");
+    const auto history = log.find("555-0100");
     REQUIRE(history);
     CHECK(history->name == "Ann Smith");
     CHECK(history->city == "Salem");
@@ -80,15 +85,14 @@ TEST_SUITE("callerdata/caller history") {
   TEST_CASE("letters beyond ASCII come back as the console has them") {
     LogOfCallers log;
     log.add("555-0100", "Ren\xE9\x65", "K\xF6ln");
-    CHECK(find_history(*log.rows, "5550100") == CallerHistory{1, 0, "", "Ren\xE9\x65", "K\xF6ln"});
+    CHECK(log.find("5550100") == CallerHistory{1, 0, "", "Ren\xE9\x65", "K\xF6ln"});
   }
 
   TEST_CASE("of a caller with very many calls the newest are looked at") {
     LogOfCallers log;
     log.add("5550100", "first", "", "1/5/2026", "10:00:00 AM");
     for (int i = 0; i < CallerHistory::most_calls; ++i) log.add("5550100", "later", "");
-    CHECK(find_history(*log.rows, "5550100") ==
-          CallerHistory{CallerHistory::most_calls, 0, "", "later", ""});
+    CHECK(log.find("5550100") == CallerHistory{CallerHistory::most_calls, 0, "", "later", ""});
   }
 
   TEST_CASE("the history as the user reads it") {

@@ -3,6 +3,7 @@
 #include <doctest/doctest.h>
 
 #include "callerdata/call_log.h"
+#include "letters/code_page_letters.h"
 #include "support/failure_number.h"
 
 namespace lineweir::test {
@@ -20,22 +21,26 @@ Texts all_names() {
 
 ImportColumns matched(const Texts& names) { return match_columns(names, log_columns); }
 
+std::string utf8_of(std::string_view file_content) {
+  return csv_text(file_content, CodePageLetters());
+}
+
 CsvRecord record(Texts fields) { return {std::move(fields), 2, {}}; }
 
 TEST_SUITE("callerdata/csv import") {
   TEST_CASE("the text may be UTF-8 with or without mark, or Windows-1252") {
-    CHECK(csv_text("Jos\xC3\xA9") == "Jos\xC3\xA9");
-    CHECK(csv_text("\xEF\xBB\xBFJos\xC3\xA9") == "Jos\xC3\xA9");
-    CHECK(csv_text("Jos\xE9 \x80") == "Jos\xC3\xA9 \xE2\x82\xAC");
-    CHECK(csv_text("cut \xC3") == "cut \xC3\x83");
-    CHECK(csv_text("\xF0\x9F\x93\x9E") == "\xF0\x9F\x93\x9E");
+    CHECK(utf8_of("Jos\xC3\xA9") == "Jos\xC3\xA9");
+    CHECK(utf8_of("\xEF\xBB\xBFJos\xC3\xA9") == "Jos\xC3\xA9");
+    CHECK(utf8_of("Jos\xE9 \x80") == "Jos\xC3\xA9 \xE2\x82\xAC");
+    CHECK(utf8_of("cut \xC3") == "cut \xC3\x83");
+    CHECK(utf8_of("\xF0\x9F\x93\x9E") == "\xF0\x9F\x93\x9E");
   }
 
   TEST_CASE("an empty file and one of UTF-16 are failures") {
-    CHECK(failure_number_of([] { csv_text(""); }) == 5);
-    CHECK(failure_number_of([] { csv_text("\xEF\xBB\xBF"); }) == 5);
+    CHECK(failure_number_of([] { utf8_of(""); }) == 5);
+    CHECK(failure_number_of([] { utf8_of("\xEF\xBB\xBF"); }) == 5);
     CHECK(failure_number_of([] {
-            csv_text(
+            utf8_of(
                 std::string("\xFF\xFE"
                             "A\0",
                             4));

@@ -34,7 +34,7 @@ TEST_SUITE("callerdata/log import") {
     REQUIRE(test.preview().visible);
     CHECK(test.preview().PreviewGrid.rows == 2);
     CHECK(test.preview().PreviewGrid.cell(0, 13) == "Sponsor");
-    CHECK(test.preview().PreviewGrid.cell(2, 0) == "Jos\xE9");
+    CHECK(test.preview().PreviewGrid.cell(2, 0) == "Jos\xC3\xA9");
     CHECK(test.preview().ResultLabel.caption == "2 calls can be imported.");
     CHECK(logged_rows(test).size() == 1);
     test.import();
@@ -46,7 +46,7 @@ TEST_SUITE("callerdata/log import") {
     CHECK(rows[2][0] == "Jos\xC3\xA9");
     CHECK(rows[2][2] == "Reno, NV");
     CHECK(rows[2][13] == "");
-    CHECK(test.names() == Texts{"Jos\xE9", "Ann", "Bob"});
+    CHECK(test.names() == Texts{"Jos\xC3\xA9", "Ann", "Bob"});
   }
 
   TEST_CASE("what the viewer exports can be imported") {

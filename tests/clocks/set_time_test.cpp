@@ -134,11 +134,13 @@ TEST_SUITE("clocks/set time") {
     platform::ScriptedPlatform platform;
     LockedClock clock;
     auto given = platform.services();
-    const platform::Services services{
-        given.loop,       clock,           given.random,         given.files,
-        given.dialogs,    given.databases, given.printer,        given.comm1,
-        given.comm2,      given.winsock1,  given.remote_objects, given.process_number,
-        given.end_program};
+    const platform::Services services{given.loop,           clock,
+                                      given.random,         given.files,
+                                      given.dialogs,        given.databases,
+                                      given.printer,        given.letters,
+                                      given.comm1,          given.comm2,
+                                      given.winsock1,       given.remote_objects,
+                                      given.process_number, given.end_program};
     Console console(services);
     console.startup.Main("");
     std::vector<std::string> messages;

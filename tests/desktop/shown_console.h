@@ -37,6 +37,12 @@ struct ShownConsole : ScriptedConsole {
     settle();
   }
 
+  // With texts in that set.
+  explicit ShownConsole(const CodePage& page, const Transliterator* transliterator = nullptr)
+      : ScriptedConsole(page, transliterator), desktop(console) {
+    settle();
+  }
+
   // The port is open and its box is heard, as in all that is shown unless a test takes it away.
   void stand_link() { box_sends("F00"); }
 

@@ -30,6 +30,12 @@ TEST_CASE("A text beyond U+00FF is refused") {
   }
 }
 
+TEST_CASE("Texts of the forms that show the log are UTF-8 and no bytes") {
+  CHECK(printed(text_value("\xC5\x81", TextKind::Utf8)) == R"("\u0141")");
+  CHECK(text_of(parsed(R"("\u0141\u20ac")"), TextKind::Utf8) == "\xC5\x81\xE2\x82\xAC");
+  CHECK(printed(text_value("\xFF", TextKind::Utf8)) == R"("\ufffd")");
+}
+
 TEST_CASE("What is no JSON is not understood") {
   for (const char* text :
        {"", "abc", "[1,", "\"a", "{\"a\":}", "01", "\"\xFF\"", "1 2", "tru", "'a'"}) {

@@ -15,6 +15,8 @@
 #include <sstream>
 
 #include "elements/failure.h"
+#include "letters/code_page_letters.h"
+#include "letters/path_text.h"
 #include "temporary_directory.h"
 
 using namespace lineweir;
@@ -255,6 +257,22 @@ TEST_CASE_FIXTURE(DiskFilesFixture, "A file that may not be read says so") {
     return said && said->ends_with("Permission denied") ? 0 : 2;
   };
   CHECK(in_child(why) == 0);
+}
+
+TEST_CASE_FIXTURE(DiskFilesFixture,
+                  "File names are UTF-8 on the disk, texts of a set in the console") {
+  const CodePageLetters polish(*find_code_page("windows-1250"));
+  DiskFiles polish_files(directory.path(), polish);
+  const std::string lodz = polish.from_utf8("Łódź.txt");
+  polish_files.replace(lodz, "plan");
+  CHECK(names() == std::vector<std::string>{"Łódź.txt"});
+  CHECK(*polish_files.read(lodz) == "plan");
+  CHECK(*polish_files.read(polish.from_utf8("Łódź.TXT")) == "plan");
+  // A name that the set doesn't hold, and one that isn't UTF-8.
+  files.replace("Иван.txt", "other");
+  files.replace("caf\xE9.txt", "old");
+  CHECK(*polish_files.read(path_text(polish, "Иван.txt")) == "other");
+  CHECK(*polish_files.read(path_text(polish, "caf\xE9.txt")) == "old");
 }
 
 TEST_CASE_FIXTURE(DiskFilesFixture, "A program killed while it replaces leaves a whole content") {

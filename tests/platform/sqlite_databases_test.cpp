@@ -12,6 +12,7 @@
 #include <sstream>
 
 #include "elements/failure.h"
+#include "letters/code_page_letters.h"
 #include "temporary_directory.h"
 
 using namespace lineweir;
@@ -302,4 +303,24 @@ TEST_CASE_FIXTURE(SqliteFixture, "Values that others stored as numbers or as not
   const auto rows = database->open_recordset("Rows");
   CHECK(*rows->row(1) == std::vector<std::string>{"", "12"});
   CHECK(*rows->row(2) == std::vector<std::string>{"A", "1.5"});
+}
+
+TEST_CASE_FIXTURE(SqliteFixture,
+                  "A log's name is UTF-8 on the disk, a text of a set in the console") {
+  const CodePageLetters polish(*find_code_page("windows-1250"));
+  SqliteDatabases polish_engine(directory.path(), polish);
+  const std::string lodz = polish.from_utf8("Łódź.lwl");
+  polish_engine.create(lodz)->create_table("Rows", {{"Text", 4}});
+  CHECK(std::ranges::find(names(), "Łódź.lwl") != names().end());
+  const auto rows = polish_engine.open(lodz)->open_recordset("Rows");
+  CHECK(rows->fields().size() == 1);
+}
+
+TEST_CASE_FIXTURE(SqliteFixture, "A column's size counts characters, not bytes") {
+  const auto database = engine.create("calls.lwl");
+  database->create_table("Rows", {{"Text", 4}});
+  const auto rows = database->open_recordset("Rows");
+  rows->add_new();
+  rows->set_field("Text", "Łódźka");
+  CHECK(*rows->row(rows->update()) == std::vector<std::string>{"Łódź"});
 }

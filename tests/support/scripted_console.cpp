@@ -9,6 +9,11 @@ ScriptedConsole::ScriptedConsole(std::string_view command_line, const std::strin
   start(command_line);
 }
 
+ScriptedConsole::ScriptedConsole(const CodePage& page, const Transliterator* transliterator)
+    : platform(page, transliterator) {
+  start("D");
+}
+
 ScriptedConsole::~ScriptedConsole() = default;
 
 void ScriptedConsole::start(std::string_view command_line) {

@@ -19,6 +19,9 @@ struct ScriptedConsole {
   ScriptedConsole(std::string_view command_line, const std::string& settings_file);
   ~ScriptedConsole();
 
+  // With texts in that set.
+  explicit ScriptedConsole(const CodePage& page, const Transliterator* transliterator = nullptr);
+
   // The interface box sends these characters in one piece; the port is opened if it is closed.
   void box_sends(const std::string& characters) {
     if (!platform.comm1.is_open()) platform.comm1.open();

@@ -73,12 +73,11 @@ fs::path absolute_directory(const fs::path& directory) {
 
 }  // namespace
 
-DiskFiles::DiskFiles(const fs::path& working_directory)
-    : working_directory_(absolute_directory(working_directory)) {}
+DiskFiles::DiskFiles(const fs::path& working_directory, const Letters& letters)
+    : working_directory_(absolute_directory(working_directory)), letters_(letters) {}
 
 fs::path DiskFiles::locate(const std::string& path) const {
-  // A zero character ends a path for the system, so nothing behind it may decide anything here.
-  return spelling_on_disk(working_directory_ / path.substr(0, path.find('\0')));
+  return place_on_disk(working_directory_, path, letters_);
 }
 
 std::optional<std::string> DiskFiles::read(const std::string& path) const {

@@ -2,17 +2,19 @@
 
 #include <filesystem>
 
+#include "letters/path_text.h"
 #include "platform/files.h"
 
 namespace lineweir::platform {
 
 // The files of the disk, below a working directory that never changes. A path names a file whatever
-// the case of its letters, unless a file of exactly that name exists; paths are bytes as the file
-// system has them.
+// the case of its letters, unless a file of exactly that name exists.
 class DiskFiles final : public Files {
  public:
-  // A relative directory is resolved against the process's own, once.
-  explicit DiskFiles(const std::filesystem::path& working_directory);
+  // A relative directory is resolved against the process's own, once. Paths are texts in the
+  // letters, which must outlive this object.
+  explicit DiskFiles(const std::filesystem::path& working_directory,
+                     const Letters& letters = utf8_letters());
 
   std::optional<std::string> read(const std::string& path) const override;
   std::optional<std::string> why_unreadable(const std::string& path) const override;
@@ -21,12 +23,15 @@ class DiskFiles final : public Files {
   void append(const std::string& path, std::string_view content) override;
   // Directories don't count.
   bool exists(const std::string& path) const override;
-  std::string current_directory() const override { return working_directory_.string(); }
+  std::string current_directory() const override {
+    return path_text(letters_, working_directory_.string());
+  }
 
  private:
   std::filesystem::path locate(const std::string& path) const;
 
   std::filesystem::path working_directory_;
+  const Letters& letters_;
 };
 
 }  // namespace lineweir::platform

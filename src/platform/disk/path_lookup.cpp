@@ -6,6 +6,8 @@
 #include <string_view>
 #include <system_error>
 
+#include "letters/path_text.h"
+
 namespace lineweir::platform {
 
 namespace {
@@ -56,6 +58,14 @@ fs::path spelling_on_disk(const fs::path& path) {
     found = std::move(exact);
   }
   return found;
+}
+
+fs::path place_on_disk(const fs::path& directory, std::string_view path, const Letters& letters) {
+  // A zero character ends a path for the system, so nothing behind it may decide anything here.
+  path = path.substr(0, path.find('\0'));
+  const fs::path exact = directory / path;
+  return something_stands_at(exact) ? exact
+                                    : spelling_on_disk(directory / file_name(letters, path));
 }
 
 }  // namespace lineweir::platform

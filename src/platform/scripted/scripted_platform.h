@@ -1,5 +1,6 @@
 #pragma once
 
+#include "letters/code_page_letters.h"
 #include "platform/scripted/memory_databases.h"
 #include "platform/scripted/memory_files.h"
 #include "platform/scripted/scripted_client_socket.h"
@@ -17,6 +18,8 @@ namespace lineweir::platform {
 // A workstation with nothing real in it. Several consoles may run on it one after the other.
 struct ScriptedPlatform {
   ScriptedPlatform();
+  // With letters of that set.
+  explicit ScriptedPlatform(const CodePage& page, const Transliterator* transliterator = nullptr);
   ~ScriptedPlatform();
 
   VirtualEventLoop loop;
@@ -26,6 +29,7 @@ struct ScriptedPlatform {
   ScriptedDialogs dialogs;
   MemoryDatabases databases;
   ScriptedTablePrinter printer;
+  CodePageLetters letters;
   ScriptedSerialPort comm1{loop};
   ScriptedSerialPort comm2{loop, 2};
   ScriptedClientSocket winsock1{loop};
@@ -33,9 +37,11 @@ struct ScriptedPlatform {
   // Set when the console has ended the program.
   bool ended = false;
 
-  // All services, with the files and databases of this workstation or with others.
+  // All services, with the files, databases and letters of this workstation or with others.
   Services services();
   Services services(Files& other_files, DatabaseEngine& other_databases);
+  Services services(Files& other_files, DatabaseEngine& other_databases,
+                    const Letters& other_letters);
 
   // The console has gone: ports and connections are as before a program's start.
   void restart();

@@ -35,11 +35,12 @@ void make_file(const std::filesystem::path& file) {
 
 }  // namespace
 
-SqliteDatabases::SqliteDatabases(const std::filesystem::path& working_directory)
-    : working_directory_(std::filesystem::absolute(working_directory)) {}
+SqliteDatabases::SqliteDatabases(const std::filesystem::path& working_directory,
+                                 const Letters& letters)
+    : working_directory_(std::filesystem::absolute(working_directory)), letters_(letters) {}
 
 std::filesystem::path SqliteDatabases::locate(const std::string& path) const {
-  return spelling_on_disk(working_directory_ / path.substr(0, path.find('\0')));
+  return place_on_disk(working_directory_, path, letters_);
 }
 
 std::unique_ptr<Database> SqliteDatabases::open(const std::string& path) {

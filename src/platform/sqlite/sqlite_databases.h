@@ -2,6 +2,7 @@
 
 #include <filesystem>
 
+#include "letters/letters.h"
 #include "platform/database.h"
 
 namespace lineweir::platform {
@@ -11,7 +12,9 @@ namespace lineweir::platform {
 // any case.
 class SqliteDatabases final : public DatabaseEngine {
  public:
-  explicit SqliteDatabases(const std::filesystem::path& working_directory);
+  // Paths are texts in the letters, which must outlive this object.
+  explicit SqliteDatabases(const std::filesystem::path& working_directory,
+                           const Letters& letters = utf8_letters());
 
   std::unique_ptr<Database> open(const std::string& path) override;
   std::unique_ptr<Database> create(const std::string& path) override;
@@ -20,6 +23,7 @@ class SqliteDatabases final : public DatabaseEngine {
   std::filesystem::path locate(const std::string& path) const;
 
   std::filesystem::path working_directory_;
+  const Letters& letters_;
 };
 
 }  // namespace lineweir::platform

@@ -1,0 +1,30 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "letters/code_pages.h"
+
+namespace lineweir {
+
+// What the words behind the program's name ask for.
+struct CommandLine {
+  // The console's own argument, or empty.
+  std::string argument;
+  // The set of the console's texts.
+  const CodePage* code_page = &default_code_page();
+  bool help = false;
+  // What can't be done, as a line for the user; empty where all can.
+  std::string problem;
+};
+
+extern const char* const usage_text;
+
+// Without a word about it the set is that of the locale's language.
+CommandLine parse_command_line(const std::vector<std::string>& words, std::string_view locale);
+
+// The locale of the workstation's letters, such as "pl_PL.UTF-8".
+std::string locale_of_letters();
+
+}  // namespace lineweir

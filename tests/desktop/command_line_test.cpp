@@ -1,0 +1,42 @@
+#include "desktop/command_line.h"
+
+#include <doctest/doctest.h>
+
+namespace lineweir {
+namespace {
+
+CommandLine parsed(const std::vector<std::string>& words, std::string_view locale = "") {
+  return parse_command_line(words, locale);
+}
+
+TEST_SUITE("command line") {
+  TEST_CASE("the console's argument is the first word that is no option") {
+    CHECK(parsed({}).argument == "");
+    CHECK(parsed({"D"}).argument == "D");
+    CHECK(parsed({"E", "D"}).argument == "E");
+    CHECK(parsed({"--charset", "1250", "D"}).argument == "D");
+    CHECK(parsed({"D", "--charset=1250"}).argument == "D");
+    CHECK(parsed({"-x"}).argument == "-x");
+  }
+
+  TEST_CASE("the set is that of the locale, unless one is named") {
+    CHECK(parsed({}).code_page->name == "windows-1252");
+    CHECK(parsed({}, "pl_PL.UTF-8").code_page->name == "windows-1250");
+    CHECK(parsed({"--charset", "windows-1251"}, "pl_PL").code_page->name == "windows-1251");
+    CHECK(parsed({"--charset=cp1253", "D"}, "pl_PL").code_page->name == "windows-1253");
+  }
+
+  TEST_CASE("a set that there isn't is a problem, and help is asked for") {
+    for (const std::vector<std::string>& words :
+         {std::vector<std::string>{"--charset", "utf-8"}, {"--charset="}, {"--charset"}}) {
+      CHECK_FALSE(parsed(words).problem.empty());
+    }
+    CHECK(parsed({"--charset", "latin1"}).problem == "lineweir: no such character set: latin1\n");
+    CHECK(parsed({"--help"}).help);
+    CHECK_FALSE(parsed({"D"}).help);
+    CHECK(std::string(usage_text).find("--charset SET") != std::string::npos);
+  }
+}
+
+}  // namespace
+}  // namespace lineweir
