@@ -67,21 +67,13 @@ void LineActions::OnHybrid2_Click(int Index) {
   });
 }
 
-void LineActions::Drop1_Click() {
-  sweep("Lineweir_Drop1_Click", drop1_fixed, drop1_rules, console_.Lineweir.OnHybrid1);
-}
+void LineActions::Drop1_Click() { sweep("Lineweir_Drop1_Click", console_.Lineweir.Drop1); }
 
-void LineActions::Drop2_Click() {
-  sweep("Lineweir_Drop2_Click", drop2_fixed, drop2_rules, console_.Lineweir.OnHybrid2);
-}
+void LineActions::Drop2_Click() { sweep("Lineweir_Drop2_Click", console_.Lineweir.Drop2); }
 
-void LineActions::Hold1_Click() {
-  sweep("Lineweir_Hold1_Click", hold1_fixed, hold1_rules, console_.Lineweir.OnHybrid1);
-}
+void LineActions::Hold1_Click() { sweep("Lineweir_Hold1_Click", console_.Lineweir.Hold1); }
 
-void LineActions::Hold2_Click() {
-  sweep("Lineweir_Hold2_Click", hold2_fixed, hold2_rules, console_.Lineweir.OnHybrid2);
-}
+void LineActions::Hold2_Click() { sweep("Lineweir_Hold2_Click", console_.Lineweir.Hold2); }
 
 void LineActions::row_dbl_click(std::string_view element, int Index) {
   guard(console_, "Lineweir_" + std::string(element) + "_DblClick", [&] {
@@ -136,16 +128,47 @@ void LineActions::send(const std::optional<CommandWord>& command) {
   if (command) console_.phone.PhoneCommand(command->word, command->bank);
 }
 
-void LineActions::sweep(std::string_view handler, std::span<const FixedCommandRule> fixed,
-                        std::span<const LineCommandRule> rules,
-                        const ControlArray<Picture>& row_buttons) {
+std::optional<LineActions::Sweep> LineActions::sweep_of(const Control& button) const {
+  const MainForm& form = console_.Lineweir;
+  if (&button == &form.Drop1) return Sweep{drop1_fixed, drop1_rules, form.OnHybrid1};
+  if (&button == &form.Drop2) return Sweep{drop2_fixed, drop2_rules, form.OnHybrid2};
+  if (&button == &form.Hold1) return Sweep{hold1_fixed, hold1_rules, form.OnHybrid1};
+  if (&button == &form.Hold2) return Sweep{hold2_fixed, hold2_rules, form.OnHybrid2};
+  return std::nullopt;
+}
+
+void LineActions::sweep(std::string_view handler, const Control& button) {
   guard(console_, handler, [&] {
-    if (const auto word = fixed_command(fixed, seat())) return send(word);
+    const auto sweep = sweep_of(button);
+    if (!sweep) return;
+    if (const auto word = fixed_command(sweep->fixed, seat())) return send(word);
     for (int line = 0; line < console_.lines.LineCount; ++line) {
-      if (!row_buttons(line).visible) continue;
-      send(line_command(rules, seat(), console_.lines.StatusLetter(line), line));
+      if (!sweep->row_buttons(line).visible) continue;
+      send(line_command(sweep->rules, seat(), console_.lines.StatusLetter(line), line));
     }
   });
+}
+
+bool LineActions::sweeps_any(const Sweep& sweep) const {
+  if (fixed_command(sweep.fixed, seat())) return true;
+  for (int line = 0; line < console_.lines.LineCount; ++line) {
+    if (!sweep.row_buttons(line).visible) continue;
+    if (line_command(sweep.rules, seat(), console_.lines.StatusLetter(line), line)) return true;
+  }
+  return false;
+}
+
+bool LineActions::finds_work(const Control& button) const {
+  const MainForm& form = console_.Lineweir;
+  if (const auto sweep = sweep_of(button)) return sweeps_any(*sweep);
+  const int line = button.index();
+  if (button.name() == form.OnHybrid1.name()) {
+    const bool opens_form = !form.StudioMode.checked && form.AutoDataEntry.checked &&
+                            console_.lines.StatusLetter(line) == 'R';
+    return opens_form || main_row_word(line).has_value();
+  }
+  // The producer's conference button chooses the next caller.
+  return !form.StudioMode.checked || conference_row_word(line).has_value();
 }
 
 }  // namespace lineweir

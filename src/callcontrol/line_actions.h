@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "callcontrol/line_commands.h"
+#include "elements/control.h"
 #include "elements/control_array.h"
 #include "elements/picture.h"
 
@@ -41,14 +42,23 @@ class LineActions {
   std::optional<CommandWord> main_row_word(int line) const;
   std::optional<CommandWord> conference_row_word(int line) const;
 
+  // Whether a press of that drop, hold or row button would do anything now.
+  bool finds_work(const Control& button) const;
+
  private:
   bool phone_chosen() const;
+  // What a drop or hold button sends: the fixed word or, where there is none, a word for each line
+  // whose row button is visible.
+  struct Sweep {
+    std::span<const FixedCommandRule> fixed;
+    std::span<const LineCommandRule> rules;
+    const ControlArray<Picture>& row_buttons;
+  };
+  std::optional<Sweep> sweep_of(const Control& button) const;
+  bool sweeps_any(const Sweep& sweep) const;
   std::optional<CommandWord> row_word(std::span<const LineCommandRule> rules, int line) const;
   void send(const std::optional<CommandWord>& command);
-  // Sends the fixed word of a drop or hold button or, where there is none, its word for each line
-  // whose row button is visible.
-  void sweep(std::string_view handler, std::span<const FixedCommandRule> fixed,
-             std::span<const LineCommandRule> rules, const ControlArray<Picture>& row_buttons);
+  void sweep(std::string_view handler, const Control& button);
 
   Console& console_;
 };

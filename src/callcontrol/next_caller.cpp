@@ -201,13 +201,21 @@ void NextCaller::ask_server(std::string_view handler, bool conference) {
   }
 }
 
-void NextCaller::mark_ready() {
+std::vector<int> NextCaller::lines_at_handset() const {
   const Seat seat = console_.line_actions.seat();
+  std::vector<int> lines;
   for (int line = 0; line < console_.lines.LineCount; ++line) {
     const char letter = console_.lines.StatusLetter(line);
-    const bool at_this_handset =
-        (letter == 'P' && seat.handset_1) || (letter == 'O' && seat.handset_2);
-    if (at_this_handset) console_.phone.PhoneCommand(line_word('S', line), bank_none);
+    if ((letter == 'P' && seat.handset_1) || (letter == 'O' && seat.handset_2)) {
+      lines.push_back(line);
+    }
+  }
+  return lines;
+}
+
+void NextCaller::mark_ready() {
+  for (const int line : lines_at_handset()) {
+    console_.phone.PhoneCommand(line_word('S', line), bank_none);
   }
 }
 
@@ -219,12 +227,30 @@ void NextCaller::answer_next() {
   console_.caller_data.show_for_line(line);
 }
 
-void NextCaller::put_next_on_air(char word_letter, int bank) {
+std::optional<int> NextCaller::line_for_air() const {
   const int line = console_.lines.TheNextCall;
-  if (line == no_line) return;
+  if (line == no_line) return std::nullopt;
   const char letter = console_.lines.StatusLetter(line);
-  if (!may_be_commanded(letter, console_.program.EmptyLineOverride)) return;
-  console_.phone.PhoneCommand(line_word(word_letter, line), bank);
+  if (!may_be_commanded(letter, console_.program.EmptyLineOverride)) return std::nullopt;
+  return line;
+}
+
+void NextCaller::put_next_on_air(char word_letter, int bank) {
+  if (const auto line = line_for_air()) {
+    console_.phone.PhoneCommand(line_word(word_letter, *line), bank);
+  }
+}
+
+bool NextCaller::NextButton_finds_work() const {
+  if (console_.lines.ThePhoneFlag == deciding_server) return true;
+  return console_.Lineweir.StudioMode.checked ? line_for_air().has_value()
+                                              : !lines_at_handset().empty();
+}
+
+bool NextCaller::NextToConf_finds_work() const {
+  if (console_.lines.ThePhoneFlag == deciding_server) return true;
+  return console_.Lineweir.StudioMode.checked ? line_for_air().has_value()
+                                              : longest_wait(waits(), 'R') != no_line;
 }
 
 }  // namespace lineweir

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <string_view>
 #include <vector>
 
@@ -22,6 +23,10 @@ class NextCaller {
   void NextButton_Click();
   void NextToConf_Click();
   void NextBarDisable_Click();
+
+  // Whether the button would do anything now.
+  bool NextButton_finds_work() const;
+  bool NextToConf_finds_work() const;
 
   // The producer's conference button of a row. On the serial link the line is pinned at once; a
   // server is asked, and answers with its own choice.
@@ -46,6 +51,9 @@ class NextCaller {
   void call_set_next_call(std::string_view handler);
   void ask_server(std::string_view handler, bool conference);
 
+  // The line that can be put on air next, and the lines at this console's handset.
+  std::optional<int> line_for_air() const;
+  std::vector<int> lines_at_handset() const;
   void mark_ready();
   void answer_next();
   void put_next_on_air(char word_letter, int bank);

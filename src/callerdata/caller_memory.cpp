@@ -45,8 +45,11 @@ void CallerMemory::look_up(std::string_view number) {
   form.MemoryFill.visible = !offered_.name.empty() || !offered_.city.empty();
 }
 
-void CallerMemory::key_pressed(int key) {
-  if (key >= ' ' || key == key_escape) hide();
+void CallerMemory::key_pressed(int& key) {
+  if (key < ' ' && key != key_escape) return;
+  const bool offered = console_.Form4.MemoryLabel.visible;
+  hide();
+  if (key == key_escape && offered) key = 0;
 }
 
 void CallerMemory::hide() {

@@ -19,8 +19,9 @@ class CallerMemory {
   // Details of the line have come from another console.
   void number_arrived(int line, std::string_view number);
 
-  // A key is pressed in one of Form4's fields, before the field sees it.
-  void key_pressed(int key);
+  // A key is pressed in one of Form4's fields, before the field sees it. An Esc that has withdrawn
+  // an offer is used up.
+  void key_pressed(int& key);
 
   // Withdraws the offer.
   void hide();

@@ -1,6 +1,7 @@
 #include "core/hot_keys.h"
 
 #include <array>
+#include <string_view>
 
 #include "core/console.h"
 #include "core/guard.h"
@@ -26,6 +27,8 @@ enum class KeyAction {
   NextToConference,
   Setup,
 };
+
+constexpr std::string_view not_available = "That command or line is not available at this time!";
 
 // What must hold for a key besides its shift.
 enum KeyCondition : unsigned {
@@ -108,59 +111,78 @@ bool hold(unsigned conditions, const Console& console) {
          !(demands(quick_line_allowed) && !console.program.MessagesAllowed) &&
          !(demands(trace_on) && !console.program.DebugMode) &&
          !(demands(talent) && !form.StudioMode.checked) &&
-         !(demands(producer) && !form.ScreenerMode.checked) &&
-         !(demands(not_passive) && form.PassiveMode.checked);
+         !(demands(producer) && !form.ScreenerMode.checked);
 }
 
-// A button acts only while it is visible.
-void press(Control& button) {
-  if (button.shown() && button.on_click) button.on_click();
+bool locked(unsigned conditions, const Console& console) {
+  return (conditions & not_passive) != 0 && console.Lineweir.PassiveMode.checked;
 }
 
-void press_row_button(Picture& button) {
-  if (button.visible && button.enabled && button.on_click) button.on_click();
+// A button acts only while it is visible. Whether it finds work is asked before it is pressed, since
+// pressing it may change that.
+bool press(Control& button, bool finds_work = true) {
+  if (!button.shown() || !button.on_click) return false;
+  button.on_click();
+  return finds_work;
 }
 
-void run(const KeyRule& rule, int code, Console& console) {
+bool press_row_button(Picture& button, const Console& console) {
+  if (!button.visible || !button.enabled || !button.on_click) return false;
+  const bool finds_work = console.line_actions.finds_work(button);
+  button.on_click();
+  return finds_work;
+}
+
+bool open_caller_data(int row, Console& console) {
+  if (!console.Lineweir.OnHybrid1(row).visible) return false;
+  console.caller_data.show_for_line(row);
+  return true;
+}
+
+// False when the key finds nothing to act on.
+bool run(const KeyRule& rule, int code, Console& console) {
   MainForm& form = console.Lineweir;
   switch (rule.action) {
     case KeyAction::MessageDialog:
-      return console.quick_line.Text1_DblClick();
+      console.quick_line.Text1_DblClick();
+      return true;
     case KeyAction::TraceWindow:
-      return console.DebugForm.show();
+      console.DebugForm.show();
+      return true;
     case KeyAction::ResetSize:
-      return console.window.ResetLineweirSize_Click();
+      console.window.ResetLineweirSize_Click();
+      return true;
     case KeyAction::QuickLine:
-      return console.quick_line.open();
+      console.quick_line.open();
+      return true;
     case KeyAction::Login:
       console.LoginForm.ChangeUser = true;
-      return console.LoginForm.show();
+      console.LoginForm.show();
+      return true;
     case KeyAction::MainButtonOfRow:
-      return press_row_button(form.OnHybrid1(row_of(rule, code)));
+      return press_row_button(form.OnHybrid1(row_of(rule, code)), console);
     case KeyAction::ConferenceButtonOfRow:
-      return press_row_button(form.OnHybrid2(row_of(rule, code)));
+      return press_row_button(form.OnHybrid2(row_of(rule, code)), console);
     case KeyAction::CallerDataOfRow:
-      if (form.OnHybrid1(row_of(rule, code)).visible) {
-        console.caller_data.show_for_line(row_of(rule, code));
-      }
-      return;
+      return open_caller_data(row_of(rule, code), console);
     case KeyAction::Dial:
       return press(form.Dial);
     case KeyAction::Drop1:
-      return press(form.Drop1);
+      return press(form.Drop1, console.line_actions.finds_work(form.Drop1));
     case KeyAction::Hold1:
-      return press(form.Hold1);
+      return press(form.Hold1, console.line_actions.finds_work(form.Hold1));
     case KeyAction::Drop2:
-      return press(form.Drop2);
+      return press(form.Drop2, console.line_actions.finds_work(form.Drop2));
     case KeyAction::Hold2:
-      return press(form.Hold2);
+      return press(form.Hold2, console.line_actions.finds_work(form.Hold2));
     case KeyAction::Next:
-      return press(form.NextButton);
+      return press(form.NextButton, console.next_caller.NextButton_finds_work());
     case KeyAction::NextToConference:
-      return press(form.NextToConfButton);
+      return press(form.NextToConfButton, console.next_caller.NextToConf_finds_work());
     case KeyAction::Setup:
       return press(form.OptionsButton);
   }
+  return false;
 }
 
 }  // namespace
@@ -179,12 +201,14 @@ void HotKeys::Form_KeyDown(int& key_code, int shift) {
           if (!hold(rule.conditions, console_)) continue;
           const int code = key_code;
           key_code = 0;
-          return run(rule, code, console_);
+          const bool acted = !locked(rule.conditions, console_) && run(rule, code, console_);
+          if (!acted) console_.messages.ShowMessage(not_available);
+          return;
         }
       },
       [&](const Failure& failure) {
         report_failure(console_, "Lineweir_Form_KeyDown", failure);
-        console_.messages.ShowMessage("That command or line is not available at this time!");
+        console_.messages.ShowMessage(not_available);
       });
 }
 

@@ -17,12 +17,19 @@ QString backgrounds_beside_program() {
 
 Desktop::Desktop(Console& console, const QString& background_path)
     : console_(console),
-      main_frame_(console, background_path),
+      message_(console, hands_),
+      main_frame_(console, focus_, background_path),
       announcer_(console, [this](const Form& form) {
         return window_of(QString::fromStdString(form.name()));
       }) {
+  hands_.message_waits = [this, &console](const QWindow& window) {
+    const QWidget* box = dialog(console.MyMsgbox)->window();
+    const bool elsewhere = box != nullptr && box->windowHandle() != &window;
+    return elsewhere && focus_.knows(window) && message_.seen();
+  };
+  hands_.answer_message = [this] { message_.answer(); };
   for (const DialogRow& row : dialog_table()) {
-    dialogs_.push_back(std::make_unique<DialogFrame>(row.form(console), row,
+    dialogs_.push_back(std::make_unique<DialogFrame>(row.form(console), row, focus_,
                                                      [this] { return main_frame_.window(); }));
   }
   console.link.on_nothing_comes = [this](const std::string& why) {

@@ -7,6 +7,9 @@
 #include "desktop/announcer.h"
 #include "desktop/dialog_frame.h"
 #include "desktop/main_frame.h"
+#include "desktop/message_in_front.h"
+#include "desktop/user_hands.h"
+#include "desktop/window_focus.h"
 
 namespace lineweir {
 
@@ -26,6 +29,8 @@ class Desktop {
   Desktop& operator=(const Desktop&) = delete;
 
   MainFrame& main_frame() { return main_frame_; }
+  UserHands& hands() { return hands_; }
+  WindowFocus& focus() { return focus_; }
   Announcer& announcer() { return announcer_; }
   DialogFrame* dialog(const Form& form) const;
 
@@ -37,6 +42,9 @@ class Desktop {
 
  private:
   Console& console_;
+  UserHands hands_;
+  WindowFocus focus_{hands_};
+  MessageInFront message_;
   MainFrame main_frame_;
   std::vector<std::unique_ptr<DialogFrame>> dialogs_;
   Announcer announcer_;

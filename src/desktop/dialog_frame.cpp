@@ -14,12 +14,13 @@
 #include "desktop/menu_tree.h"
 #include "desktop/splash_window.h"
 #include "desktop/twips.h"
+#include "desktop/window_focus.h"
 
 namespace lineweir {
 namespace {
 
 // Set in Qt Designer on the button that the Escape key clicks, and on a window without such a
-// button that Escape closes.
+// button that Escape closes where no field has a use for it.
 constexpr const char* cancels_property = "cancels";
 constexpr const char* escape_closes_property = "escapeCloses";
 
@@ -57,24 +58,23 @@ QRect shown_controls(const QWidget& window) {
 
 }  // namespace
 
-DialogFrame::DialogFrame(Form& form, const DialogRow& row, std::function<QWidget*()> main_window)
-    : FormFrame(form), row_(row), main_window_(std::move(main_window)) {}
+DialogFrame::DialogFrame(Form& form, const DialogRow& row, WindowFocus& focus,
+                         std::function<QWidget*()> main_window)
+    : FormFrame(form, focus), row_(row), main_window_(std::move(main_window)) {}
 
 DialogFrame::~DialogFrame() = default;
 
 QWidget* DialogFrame::make_window() {
-  QWidget* parent = row_.kind == DialogKind::Dialog ? main_window_() : nullptr;
+  const bool in_front = row_.kind == DialogKind::Dialog || row_.kind == DialogKind::Message;
+  QWidget* parent = in_front ? main_window_() : nullptr;
   QWidget* window = new_window(row_.kind, parent);
   row_.set_up(*window);
   binder_ = std::make_unique<FormBinder>(form(), *window);
   for (QPushButton* button : window->findChildren<QPushButton*>()) {
     if (!button->property(cancels_property).toBool()) continue;
     auto* escape = new QShortcut(Qt::Key_Escape, window);
+    escape->setAutoRepeat(false);
     QObject::connect(escape, &QShortcut::activated, button, &QPushButton::click);
-  }
-  if (window->property(escape_closes_property).toBool()) {
-    auto* escape = new QShortcut(Qt::Key_Escape, window);
-    QObject::connect(escape, &QShortcut::activated, window, &QWidget::close);
   }
   dress_fields(*window);
   if (!form().menu_bar().empty() && window->layout() != nullptr) {
@@ -88,6 +88,12 @@ QWidget* DialogFrame::make_window() {
 QRect DialogFrame::place_to_open() const {
   const QWidget* main = main_window_();
   return main != nullptr && main->isVisible() ? main->frameGeometry() : FormFrame::place_to_open();
+}
+
+bool DialogFrame::takes_keyboard(bool awaited) const {
+  if (row_.kind != DialogKind::Message) return FormFrame::takes_keyboard(awaited);
+  // The main window's keys work on while a message stands in front of it.
+  return awaited && focus().user_window() != main_window_();
 }
 
 void DialogFrame::fit_window(QWidget& window) {
@@ -104,6 +110,10 @@ bool DialogFrame::eventFilter(QObject* watched, QEvent* event) {
   if (FormFrame::eventFilter(watched, event)) return true;
   if (watched != window() || event->type() != QEvent::KeyPress) return false;
   const int key = static_cast<QKeyEvent*>(event)->key();
+  if (key == Qt::Key_Escape && window()->property(escape_closes_property).toBool()) {
+    window()->close();
+    return true;
+  }
   return (key == Qt::Key_Return || key == Qt::Key_Enter) && press_default();
 }
 

@@ -15,7 +15,8 @@ class MenuTree;
 class DialogFrame final : public FormFrame {
  public:
   // `main_window` gives the window that a dialog stays in front of, or null while there is none.
-  DialogFrame(Form& form, const DialogRow& row, std::function<QWidget*()> main_window);
+  DialogFrame(Form& form, const DialogRow& row, WindowFocus& focus,
+              std::function<QWidget*()> main_window);
   ~DialogFrame() override;
 
   FormBinder* binder() const { return binder_.get(); }
@@ -26,6 +27,7 @@ class DialogFrame final : public FormFrame {
   QWidget* make_window() override;
   void fit_window(QWidget& window) override;
   QRect place_to_open() const override;
+  bool takes_keyboard(bool awaited) const override;
   bool shows_in_window(const Element& element) const override;
   void form_changed() override;
   bool eventFilter(QObject* watched, QEvent* event) override;

@@ -33,7 +33,7 @@ void set_up(QWidget& window) {
 
 constexpr std::array dialogs = {
     DialogRow{form_of<&Console::AboutBox>, set_up<Ui::AboutBox>, DialogKind::Splash},
-    DialogRow{form_of<&Console::MyMsgbox>, set_up<Ui::MyMsgbox>, DialogKind::Dialog},
+    DialogRow{form_of<&Console::MyMsgbox>, set_up<Ui::MyMsgbox>, DialogKind::Message},
     DialogRow{form_of<&Console::DebugForm>, set_up<Ui::DebugForm>, DialogKind::Window},
     DialogRow{form_of<&Console::Standby>, set_up<Ui::Standby>, DialogKind::Splash},
     DialogRow{form_of<&Console::DisplayOptionForm>, set_up<Ui::DisplayOptionForm>,

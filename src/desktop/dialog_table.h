@@ -14,6 +14,9 @@ enum class DialogKind {
   Window,
   // Stays in front of the main window.
   Dialog,
+  // Comes by itself, in front of the window that the user works in, and leaves that the keyboard
+  // unless the user waits for it.
+  Message,
   // Without a frame.
   Splash,
 };

@@ -3,8 +3,10 @@
 #include <QFile>
 #include <QFileDialog>
 #include <QFontDialog>
+#include <QFontInfo>
 #include <QInputDialog>
 #include <QMessageBox>
+#include <QPointer>
 
 #include "letters/path_text.h"
 
@@ -38,48 +40,72 @@ std::string SystemDialogs::text_of(const QString& shown) const {
   return letters_.from_utf8(shown.toStdString());
 }
 
+void SystemDialogs::ask(const std::function<void(QWidget* window)>& question) const {
+  const QPointer<QWidget> asking = owner ? owner() : nullptr;
+  question(asking);
+  if (asking != nullptr && asking->isVisible()) asking->activateWindow();
+}
+
 std::optional<std::string> SystemDialogs::ask_file(const platform::FileQuestion& question) {
   const QString path = QFile::decodeName(file_name(letters_, question.default_path).c_str());
-  QFileDialog dialog(front(), shown(question.title));
-  dialog.setNameFilters(qt_filter(question.filter).split(QStringLiteral(";;")));
-  const QStringList filters = dialog.nameFilters();
-  if (question.filter_index >= 1 && question.filter_index <= filters.size()) {
-    dialog.selectNameFilter(filters[question.filter_index - 1]);
-  }
-  dialog.setAcceptMode(question.for_saving ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
-  dialog.setFileMode(question.for_saving || question.may_be_new ? QFileDialog::AnyFile
-                                                                : QFileDialog::ExistingFile);
-  if (!path.isEmpty()) dialog.selectFile(path);
-  if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return std::nullopt;
-  return path_text(letters_, QFile::encodeName(dialog.selectedFiles().constFirst()).toStdString());
+  std::optional<std::string> answer;
+  ask([&](QWidget* window) {
+    QFileDialog dialog(window, shown(question.title));
+    dialog.setNameFilters(qt_filter(question.filter).split(QStringLiteral(";;")));
+    const QStringList filters = dialog.nameFilters();
+    if (question.filter_index >= 1 && question.filter_index <= filters.size()) {
+      dialog.selectNameFilter(filters[question.filter_index - 1]);
+    }
+    dialog.setAcceptMode(question.for_saving ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
+    dialog.setFileMode(question.for_saving || question.may_be_new ? QFileDialog::AnyFile
+                                                                  : QFileDialog::ExistingFile);
+    if (!path.isEmpty()) dialog.selectFile(path);
+    if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return;
+    answer = path_text(letters_,
+                       QFile::encodeName(dialog.selectedFiles().constFirst()).toStdString());
+  });
+  return answer;
 }
 
 std::optional<std::string> SystemDialogs::ask_input(const std::string& prompt,
                                                     const std::string& default_text) {
-  bool accepted = false;
-  const QString text = QInputDialog::getText(front(), product, shown(prompt), QLineEdit::Normal,
-                                             shown(default_text), &accepted);
-  if (!accepted) return std::nullopt;
-  return text_of(text);
+  std::optional<std::string> answer;
+  ask([&](QWidget* window) {
+    bool accepted = false;
+    const QString text = QInputDialog::getText(window, product, shown(prompt), QLineEdit::Normal,
+                                               shown(default_text), &accepted);
+    if (accepted) answer = text_of(text);
+  });
+  return answer;
 }
 
 bool SystemDialogs::ask_yes_no(const std::string& question) {
-  return QMessageBox::question(front(), product, shown(question)) == QMessageBox::Yes;
+  bool yes = false;
+  ask([&](QWidget* window) {
+    yes = QMessageBox::question(window, product, shown(question)) == QMessageBox::Yes;
+  });
+  return yes;
 }
 
 std::optional<platform::FontChoice> SystemDialogs::ask_font(const platform::FontChoice& present) {
   QFont font(shown(present.name), present.size);
   font.setBold(present.bold);
   font.setItalic(present.italic);
-  bool accepted = false;
-  const QFont chosen = QFontDialog::getFont(&accepted, font, front());
-  if (!accepted) return std::nullopt;
-  return platform::FontChoice{text_of(chosen.family()), chosen.pointSize(), chosen.bold(),
-                              chosen.italic()};
+  // The dialog looks for the style by its name, which differs from family to family.
+  font.setStyleName(QFontInfo(font).styleName());
+  std::optional<platform::FontChoice> answer;
+  ask([&](QWidget* window) {
+    bool accepted = false;
+    const QFont chosen = QFontDialog::getFont(&accepted, font, window);
+    if (!accepted) return;
+    answer = platform::FontChoice{text_of(chosen.family()), chosen.pointSize(), chosen.bold(),
+                                  chosen.italic()};
+  });
+  return answer;
 }
 
 void SystemDialogs::message(const std::string& text) {
-  QMessageBox::information(front(), product, shown(text));
+  ask([&](QWidget* window) { QMessageBox::information(window, product, shown(text)); });
 }
 
 }  // namespace lineweir

@@ -10,13 +10,14 @@ class QWidget;
 
 namespace lineweir {
 
-// The system's own questions, asked in front of the main window.
+// The system's own questions. Each belongs to the window in which it was asked for, and gives the
+// keyboard back to it.
 class SystemDialogs final : public platform::Dialogs {
  public:
   // All texts are in the letters, which must outlive this object.
   explicit SystemDialogs(const Letters& letters) : letters_(letters) {}
 
-  // Gives the window in front of which to ask; null while there is none.
+  // Gives the window that the user works in; null while there is none.
   std::function<QWidget*()> owner;
 
   std::optional<std::string> ask_file(const platform::FileQuestion& question) override;
@@ -27,7 +28,8 @@ class SystemDialogs final : public platform::Dialogs {
   void message(const std::string& text) override;
 
  private:
-  QWidget* front() const { return owner ? owner() : nullptr; }
+  // Runs the question in front of the window that the user works in.
+  void ask(const std::function<void(QWidget* window)>& question) const;
   QString shown(const std::string& text) const;
   std::string text_of(const QString& shown) const;
 

@@ -7,6 +7,7 @@
 #include <QToolTip>
 #include <cmath>
 
+#include "desktop/focus_reason.h"
 #include "desktop/form_canvas.h"
 #include "desktop/key_codes.h"
 #include "desktop/placement.h"
@@ -179,10 +180,7 @@ void ElementWidget::focusInEvent(QFocusEvent* event) {
 
 void ElementWidget::focusOutEvent(QFocusEvent* event) {
   QWidget::focusOutEvent(event);
-  // Another window or a menu only borrows the focus.
-  if (event->reason() == Qt::ActiveWindowFocusReason || event->reason() == Qt::PopupFocusReason) {
-    return;
-  }
+  if (focus_is_borrowed(event->reason())) return;
   if (control_ != nullptr && control_->form().focused() == control_) {
     control_->form().focus(nullptr);
   }

@@ -51,6 +51,10 @@ std::string key_of(std::string_view name, int index) {
   return key;
 }
 
+bool can_hold_keyboard(const QWidget* widget) {
+  return widget != nullptr && widget->isEnabled() && !widget->isHidden();
+}
+
 int nesting(const Control& control) {
   int depth = 0;
   for (const Control* outer = control.container(); outer != nullptr; outer = outer->container()) {
@@ -83,6 +87,14 @@ void FormCanvas::set_zoom(double zoom, double text_zoom) {
   text_zoom_ = text_zoom;
   for (const auto& [element, widget] : widgets_) widget->look_changed();
   update();
+}
+
+void FormCanvas::set_next_caller_waits(bool waits) {
+  if (next_caller_waits_ == waits) return;
+  next_caller_waits_ = waits;
+  for (const auto& [element, widget] : widgets_) {
+    if (widget->element_look().look == Look::NextKey) widget->update();
+  }
 }
 
 void FormCanvas::place_all() {
@@ -127,12 +139,26 @@ const Line* FormCanvas::line_named(std::string_view name) const {
 }
 
 bool FormCanvas::focusNextPrevChild(bool next) {
-  const Control* focused = form().focused();
-  ElementWidget* stop =
-      tab_stop_beside(*this, focused == nullptr ? nullptr : widget_of(*focused), next);
-  if (stop == nullptr) return false;
-  stop->setFocus(next ? Qt::TabFocusReason : Qt::BacktabFocusReason);
+  // Qt asks for the next one also when the present one goes.
+  if (can_hold_keyboard(window()->focusWidget())) {
+    ElementWidget* stop = tab_stop_beside(*this, ring_, next);
+    if (stop == nullptr) return false;
+    stop->setFocus(next ? Qt::TabFocusReason : Qt::BacktabFocusReason);
+  } else {
+    keep_ring();
+  }
   return true;
+}
+
+void FormCanvas::keep_ring() {
+  const QWidget* holder = window()->focusWidget();
+  if (holder != nullptr && isAncestorOf(holder) && !can_hold_keyboard(holder)) {
+    ring_waits_ = true;
+    setFocus(Qt::OtherFocusReason);
+  }
+  if (!ring_waits_ || ring_ == nullptr || window()->focusWidget() != this) return;
+  ElementWidget* widget = widget_of(*ring_);
+  if (can_hold_keyboard(widget)) widget->setFocus(Qt::OtherFocusReason);
 }
 
 void FormCanvas::paintEvent(QPaintEvent*) {
@@ -168,6 +194,7 @@ void FormCanvas::removed(Element& element) {
   std::erase(new_elements_, &element);
   if (!is_control(element)) return;
   auto* control = static_cast<Control*>(&element);
+  if (ring_ == control) ring_ = nullptr;
   std::erase(moved_, control);
   marks_.erase(control);
   controls_.erase(key_of(element.name(), element.index()));
@@ -194,6 +221,8 @@ void FormCanvas::moved_to_container(Control& control) {
 
 void FormCanvas::focus_moved(Control* control) {
   if (control == nullptr) return;
+  ring_ = control;
+  ring_waits_ = false;
   ElementWidget* widget = widget_of(*control);
   if (widget != nullptr && widget->hasFocus()) return;
   // The control may have become visible only now.
@@ -237,6 +266,7 @@ void FormCanvas::show_changes() {
     ElementWidget* widget = widget_of(*control);
     if (marks.paint && widget != nullptr) widget->element_changed();
   }
+  keep_ring();
 }
 
 void FormCanvas::take_link() {

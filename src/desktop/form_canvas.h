@@ -56,6 +56,10 @@ class FormCanvas : public QWidget, private FormWatch {
   const BackgroundFolder& background_folder() const { return background_folder_; }
   void set_background_folder(BackgroundFolder folder) { background_folder_ = std::move(folder); }
 
+  // Whether a caller waits for the next caller's keys, which then show a line of light.
+  bool next_caller_waits() const { return next_caller_waits_; }
+  void set_next_caller_waits(bool waits);
+
   // Pixels of the device in one logical pixel.
   double device_scale() const { return devicePixelRatioF(); }
   // Puts everything in place again, as when the window has come to another screen.
@@ -102,6 +106,10 @@ class FormCanvas : public QWidget, private FormWatch {
   void moved_to_container(Control& control) override;
   void focus_moved(Control* control) override;
 
+  // The key that has the ring may go or be switched off: then no other one takes its place, which a
+  // press of Space would press; it has the ring again as soon as it can.
+  void keep_ring();
+
   void show_changes();
   void make_widgets();
   void put_into_containers();
@@ -119,11 +127,15 @@ class FormCanvas : public QWidget, private FormWatch {
   BackgroundFolder background_folder_;
   double zoom_ = 1;
   double text_zoom_ = 1;
+  bool next_caller_waits_ = false;
   std::unordered_map<const Element*, ElementWidget*> widgets_;
   std::unordered_map<std::string, const Control*> controls_;
   // Elements of which no more is known than that they are there: they may still be in the making.
   std::vector<Element*> new_elements_;
   std::vector<Control*> moved_;
+  // The control that had the keyboard last.
+  const Control* ring_ = nullptr;
+  bool ring_waits_ = false;
   std::unordered_map<Control*, Marks> marks_;
   FrameTimer frame_;
 };

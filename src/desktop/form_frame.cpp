@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QKeyEvent>
+#include <QMenuBar>
 #include <QScreen>
 #include <QWidget>
 #include <QWindow>
@@ -10,10 +11,23 @@
 #include "desktop/core_text.h"
 #include "desktop/key_codes.h"
 #include "desktop/twips.h"
+#include "desktop/window_focus.h"
 
 namespace lineweir {
 
-FormFrame::FormFrame(Form& form) : FormWatch(form), frame_([this] { show_changes(); }) { mark(); }
+namespace {
+
+bool menu_has_keyboard() {
+  return QApplication::activePopupWidget() != nullptr ||
+         qobject_cast<QMenuBar*>(QApplication::focusWidget()) != nullptr;
+}
+
+}  // namespace
+
+FormFrame::FormFrame(Form& form, WindowFocus& focus)
+    : FormWatch(form), focus_(focus), frame_([this] { show_changes(); }) {
+  mark();
+}
 
 FormFrame::~FormFrame() { delete window_; }
 
@@ -22,6 +36,7 @@ void FormFrame::changed(Element& element, PropertyId property) {
     if (shows_in_window(element)) mark();
     return;
   }
+  if (property == PropertyId::Visible) awaited_ = focus_.awaited();
   place_changed_ |= property == PropertyId::Left || property == PropertyId::Top;
   size_changed_ |= property == PropertyId::Width || property == PropertyId::Height;
   mark();
@@ -29,6 +44,7 @@ void FormFrame::changed(Element& element, PropertyId property) {
 
 void FormFrame::shown_again() {
   raise_wanted_ = true;
+  awaited_ = focus_.awaited();
   mark();
 }
 
@@ -53,6 +69,7 @@ void FormFrame::show_changes() {
   if (raise_wanted_ && window_->isVisible()) {
     stay_reachable();
     window_->raise();
+    if (awaited_ && takes_keyboard(true)) focus_.give_to(*window_);
   }
   raise_wanted_ = false;
 }
@@ -61,6 +78,7 @@ void FormFrame::open_window() {
   window_ = make_window();
   window_->setObjectName(QString::fromStdString(form().name()));
   window_->installEventFilter(this);
+  focus_.add(*window_, form());
   // Keys reach the form before the control that has the focus sees them.
   window_->winId();
   window_->windowHandle()->installEventFilter(this);
@@ -86,18 +104,22 @@ void FormFrame::show_or_hide() {
   }
   if (form().visible) {
     window_->setWindowModality(form().modal ? Qt::ApplicationModal : Qt::NonModal);
+    focus_.opens(*window_, takes_keyboard(awaited_));
     stay_reachable();
     window_->show();
     apply_window_state();
   } else {
+    focus_.closes(*window_);
     window_->hide();
   }
 }
 
+bool FormFrame::takes_keyboard(bool awaited) const { return awaited || !focus_.user_types(); }
+
 void FormFrame::stay_reachable() {
   if (!form().reachable_beside_modal) return;
   const QWidget* modal = QApplication::activeModalWidget();
-  const QWidget* owner = modal != nullptr ? modal : window_->parentWidget();
+  const QWidget* owner = modal != nullptr ? modal : focus_.user_window();
   // A modal window blocks all but those that belong to it.
   if (owner != nullptr && owner != window_) {
     window_->windowHandle()->setTransientParent(owner->window()->windowHandle());
@@ -157,6 +179,7 @@ void FormFrame::window_state_changed() {
 }
 
 bool FormFrame::key_swallowed(QKeyEvent& event) {
+  if (menu_has_keyboard()) return false;
   const int pressed = key_code(event);
   if (form().on_key_down && pressed != 0) {
     int code = pressed;

@@ -10,12 +10,15 @@ class QWidget;
 
 namespace lineweir {
 
+class WindowFocus;
+
 // Ties a form to its window, both ways: the form's own properties show in the window, and what the
 // user does to the window as a whole reaches the form. The window is made when the form is first
 // shown, and stays.
 class FormFrame : public QObject, private FormWatch {
  public:
-  explicit FormFrame(Form& form);
+  // `focus` is told of the window's comings and goings.
+  FormFrame(Form& form, WindowFocus& focus);
   ~FormFrame() override;
 
   Form& form() const { return watched_form(); }
@@ -33,6 +36,8 @@ class FormFrame : public QObject, private FormWatch {
   virtual void fit_window(QWidget& window) = 0;
   // Where on the screen a window opens, in the middle of it, whose form has no place yet.
   virtual QRect place_to_open() const;
+  // Whether the window takes the keyboard when it is shown; `awaited` if the user waits for it.
+  virtual bool takes_keyboard(bool awaited) const;
   // Whether a change of that element, which isn't the form itself, shows in the window as a whole.
   virtual bool shows_in_window(const Element&) const { return false; }
   // Told with each frame in which the form or such an element changed; the window exists.
@@ -41,6 +46,7 @@ class FormFrame : public QObject, private FormWatch {
   bool eventFilter(QObject* watched, QEvent* event) override;
 
   void mark() { frame_.mark(); }
+  const WindowFocus& focus() const { return focus_; }
 
  private:
   void changed(Element& element, PropertyId property) override;
@@ -50,7 +56,7 @@ class FormFrame : public QObject, private FormWatch {
   void open_window();
   void move_window();
   void show_or_hide();
-  // Keeps a form that must stay in the user's hands in front of the modal window, if any.
+  // Keeps a form that must stay in the user's hands in front of the window that the user works in.
   void stay_reachable();
   void apply_window_state();
   void window_moved();
@@ -59,6 +65,8 @@ class FormFrame : public QObject, private FormWatch {
   bool character_swallowed(const QKeyEvent& event);
 
   QWidget* window_ = nullptr;
+  WindowFocus& focus_;
+  bool awaited_ = false;
   bool place_changed_ = false;
   bool size_changed_ = false;
   bool raise_wanted_ = false;

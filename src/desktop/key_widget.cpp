@@ -7,7 +7,6 @@
 #include "desktop/form_canvas.h"
 #include "desktop/key_look.h"
 #include "desktop/painter_keys.h"
-#include "desktop/strip_look.h"
 #include "elements/picture.h"
 
 namespace lineweir {
@@ -55,7 +54,7 @@ void KeyWidget::paint(QPainter& painter, const QRect& face) {
     paint(painter, face, work);
   }
   const bool lit = element_look().look == Look::NextKey &&
-                   key_state(button.picture) != KeyState::Disabled && next_caller_shown(canvas());
+                   key_state(button.picture) != KeyState::Disabled && canvas().next_caller_waits();
   if (lit) paint_key_light(painter, face, work.theme.next_light, work);
   if (hasFocus()) paint_focus_ring(painter, face, work);
 }

@@ -22,8 +22,8 @@ int bar_twips(const MainForm& form) { return form.Options.visible ? menu_bar_hei
 
 }  // namespace
 
-MainFrame::MainFrame(Console& console, const QString& background_path)
-    : FormFrame(console.Lineweir), console_(console), background_path_(background_path) {}
+MainFrame::MainFrame(Console& console, WindowFocus& focus, const QString& background_path)
+    : FormFrame(console.Lineweir, focus), console_(console), background_path_(background_path) {}
 
 MainWindow* MainFrame::main_window() const { return static_cast<MainWindow*>(window()); }
 
@@ -78,12 +78,14 @@ void MainFrame::content_resized(QSize content) {
 bool MainFrame::shows_in_window(const Element& element) const {
   const MainForm& main_form = console_.Lineweir;
   return &element == &main_form.ScreenTopImage || &element == &main_form.TextGrowToggle ||
-         &element == &main_form.Options;
+         &element == &main_form.Options || &element == &main_form.StudioMode ||
+         element.name() == main_form.LineStatus.name();
 }
 
 void MainFrame::form_changed() {
   apply_theme();
   apply_zoom();
+  apply_next_light();
   main_window()->canvas().flush();
   main_window()->menus().flush();
   if (form().window_state == window_maximised) main_window()->fit_bar();
@@ -96,6 +98,16 @@ void MainFrame::apply_zoom() {
       static_cast<double>(form().width) / root_width(visible),
       static_cast<double>(form().height) / root_height(visible, main_form.Options.visible));
   main_window()->canvas().set_zoom(zoom, main_form.TextGrowToggle.checked ? zoom : 1);
+}
+
+void MainFrame::apply_next_light() {
+  const MainForm& main_form = console_.Lineweir;
+  const int next = console_.lines.TheNextCall;
+  // The row tells of the choice, and of its end when the caller is on air. A producer's keys don't
+  // take the next caller.
+  const bool waits = main_form.StudioMode.checked && main_form.LineStatus.loaded(next) &&
+                     main_form.LineStatus(next).caption == next_caller_status;
+  main_window()->canvas().set_next_caller_waits(waits);
 }
 
 void MainFrame::apply_theme() {

@@ -12,7 +12,7 @@ class MainWindow;
 // The main form in its window: its size in twips, its growing texts and its face.
 class MainFrame final : public FormFrame {
  public:
-  MainFrame(Console& console, const QString& background_path);
+  MainFrame(Console& console, WindowFocus& focus, const QString& background_path);
 
   MainWindow* main_window() const;
 
@@ -31,6 +31,7 @@ class MainFrame final : public FormFrame {
   // The smallest size of the form, in pixels, at which everything on it can be read.
   QSize least_content() const;
   void apply_zoom();
+  void apply_next_light();
   void apply_theme();
 
   Console& console_;

@@ -9,7 +9,8 @@ MainWindow::MainWindow(Form& form)
     : bar_(new QMenuBar(this)), canvas_(new FormCanvas(form, this)), menus_(form, *bar_) {
   bar_->setObjectName(QStringLiteral("MenuBar"));
   canvas_->setObjectName(QStringLiteral("FormCanvas"));
-  canvas_->setFocusPolicy(Qt::ClickFocus);
+  // Without this Qt would give the keyboard to the first key of all.
+  canvas_->setFocus();
   setAttribute(Qt::WA_NoSystemBackground);
 }
 

@@ -50,6 +50,11 @@ const Picture* KeyIconWidget::button() const {
   return static_cast<const Picture*>(canvas().control_named(name, icon->index()));
 }
 
+void UndrawnWidget::element_changed() {
+  ElementWidget::element_changed();
+  if (parentWidget() != &canvas()) parentWidget()->update();
+}
+
 QRect KeyIconWidget::device_place() const {
   if (control() == nullptr || button() == nullptr) return ElementWidget::device_place();
   const ElementWidget* key = canvas().widget_of(*button());

@@ -40,6 +40,8 @@ class UndrawnWidget final : public ElementWidget {
   using ElementWidget::ElementWidget;
 
   bool shown_on_screen() const override { return false; }
+  bool drawn_from(PropertyId) const override { return true; }
+  void element_changed() override;
 
  protected:
   void paint(QPainter&, const QRect&) override {}

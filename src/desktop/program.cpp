@@ -81,7 +81,7 @@ int run_program(const CommandLine& command_line) {
                      QCoreApplication::exit(0);
                    }});
   Desktop desktop(console);
-  dialogs.owner = [&desktop] { return desktop.main_frame().window(); };
+  dialogs.owner = [&desktop] { return desktop.focus().user_window(); };
 
   console.startup.Main(command_line.argument);
   if (ended) return 0;

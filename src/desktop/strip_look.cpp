@@ -56,11 +56,4 @@ QRectF clipped_to_strips(const FormCanvas& canvas, const QRectF& place) {
   }
 }
 
-bool next_caller_shown(const FormCanvas& canvas) {
-  for (int row = 0; canvas.control_named("DataRow", row) != nullptr; ++row) {
-    if (colors_of(canvas, row) == &Theme::green_strip) return true;
-  }
-  return false;
-}
-
 }  // namespace lineweir

@@ -16,7 +16,4 @@ const StripColors& strip_colors(const FormCanvas& canvas, int row);
 QRectF clipped_to_strip(const FormCanvas& canvas, int row, const QRectF& place);
 QRectF clipped_to_strips(const FormCanvas& canvas, const QRectF& place);
 
-// Whether some row's strip is that of the next caller.
-bool next_caller_shown(const FormCanvas& canvas);
-
 }  // namespace lineweir

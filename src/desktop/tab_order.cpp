@@ -37,8 +37,7 @@ bool takes_tab(const ElementWidget& widget) {
 
 }  // namespace
 
-ElementWidget* tab_stop_beside(const FormCanvas& canvas, const ElementWidget* focused,
-                               bool forward) {
+ElementWidget* tab_stop_beside(const FormCanvas& canvas, const Control* from, bool forward) {
   std::vector<ElementWidget*> stops;
   for (ElementWidget* widget : canvas.element_widgets()) {
     if (takes_tab(*widget)) stops.push_back(widget);
@@ -46,9 +45,14 @@ ElementWidget* tab_stop_beside(const FormCanvas& canvas, const ElementWidget* fo
   if (stops.empty()) return nullptr;
   std::ranges::sort(stops, {},
                     [](const ElementWidget* widget) { return rank(*widget->control()); });
-  const auto place = std::ranges::find(stops, focused);
-  if (place == stops.end()) return forward ? stops.front() : stops.back();
-  if (forward) return place + 1 == stops.end() ? stops.front() : *(place + 1);
+  if (from == nullptr) return forward ? stops.front() : stops.back();
+  const auto rank_of = [](const ElementWidget* widget) { return rank(*widget->control()); };
+  // Where it starts from may be no stop any more.
+  if (forward) {
+    const auto behind = std::ranges::upper_bound(stops, rank(*from), {}, rank_of);
+    return behind == stops.end() ? stops.front() : *behind;
+  }
+  const auto place = std::ranges::lower_bound(stops, rank(*from), {}, rank_of);
   return place == stops.begin() ? stops.back() : *(place - 1);
 }
 

@@ -2,6 +2,7 @@
 
 #include "core/console.h"
 #include "core/guard.h"
+#include "elements/control.h"
 
 namespace lineweir {
 namespace {
@@ -21,6 +22,7 @@ QuickLine::QuickLine(Console& console) : console_(console) {
 
 void QuickLine::open() {
   MainForm& form = console_.Lineweir;
+  if (form.focused() != &form.Text2) former_ = form.focused();
   form.Text2.move(form.Text1.left, form.Text1.top, form.Text1.width, form.Text1.height);
   form.Text2.visible = true;
   form.Text2.enabled = true;
@@ -48,7 +50,18 @@ void QuickLine::close() {
   MainForm& form = console_.Lineweir;
   form.Text2.enabled = false;
   form.Text2.visible = false;
-  if (form.focused() == &form.Text2) form.focus(nullptr);
+  if (form.focused() == &form.Text2) give_focus_back();
+}
+
+void QuickLine::give_focus_back() {
+  MainForm& form = console_.Lineweir;
+  Control* present = nullptr;
+  // The element may have gone with its row.
+  for (Element* element : form.elements()) {
+    auto* control = dynamic_cast<Control*>(element);
+    if (control != nullptr && control == former_) present = control;
+  }
+  form.focus(present != nullptr && present->shown() && present->enabled ? present : nullptr);
 }
 
 void QuickLine::Text1_KeyPress(int& key) { key = 0; }

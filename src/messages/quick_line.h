@@ -3,6 +3,7 @@
 namespace lineweir {
 
 struct Console;
+class Control;
 
 // Text2 of the main form: the line in which a message is typed while the show runs.
 class QuickLine {
@@ -19,8 +20,11 @@ class QuickLine {
 
  private:
   void close();
+  // Gives the focus back to what had it before the line was opened.
+  void give_focus_back();
 
   Console& console_;
+  const Control* former_ = nullptr;
 };
 
 }  // namespace lineweir

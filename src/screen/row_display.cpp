@@ -129,7 +129,7 @@ void RowDisplay::set_row_color(int line, RowColor color) {
 
 void RowDisplay::show_next(int line) {
   if (!console_.Lineweir.NextBarDisable.checked) set_row_color(line, RowColor::Green);
-  console_.Lineweir.LineStatus(line).caption = "Next";
+  console_.Lineweir.LineStatus(line).caption = next_caller_status;
 }
 
 void RowDisplay::DrawMark(int line) {

@@ -9,6 +9,9 @@ namespace lineweir {
 
 struct Console;
 
+// What a row's status says while its caller is the next one.
+inline constexpr std::string_view next_caller_status = "Next";
+
 // How a row shows the state of its line: strip, marks and icons.
 class RowDisplay {
  public:

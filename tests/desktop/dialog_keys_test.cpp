@@ -88,11 +88,11 @@ TEST_SUITE("keys in dialogs") {
     for (Form* form : std::initializer_list<Form*>{
              &desk.console.AboutBox, &desk.console.MyMsgbox, &desk.console.DebugForm,
              &desk.console.DisplayOptionForm, &desk.console.Form2, &desk.console.Form3,
-             &desk.console.LogDataForm, &desk.console.LoginForm, &desk.console.FlashMessA,
+             &desk.console.Form4, &desk.console.LogDataForm, &desk.console.DatabaseViewer,
+             &desk.console.ImportPreview, &desk.console.LoginForm, &desk.console.FlashMessA,
              &desk.console.DialForm}) {
       CAPTURE(form->name());
       form->on_load = nullptr;
-      desk.console.FlashMessA.FlashMessACancel.on_click = [&] { desk.console.FlashMessA.unload(); };
       form->show();
       desk.settle();
       QWidget& window = *desk.desktop.dialog(*form)->window();
@@ -103,6 +103,27 @@ TEST_SUITE("keys in dialogs") {
       desk.settle();
       CHECK_FALSE(window.isVisible());
     }
+  }
+
+  TEST_CASE("Escape in the caller's data changes no row and withdraws an offer first") {
+    test::ShownConsole desk;
+    CallerDataForm& form = desk.console.Form4;
+    desk.console.caller_data.show_for_line(2);
+    desk.settle();
+    QWidget& window = *desk.desktop.dialog(form)->window();
+    QApplication::setActiveWindow(&window);
+    auto* name = window.findChild<QLineEdit*>("TheText(1)");
+    QTest::keyClicks(name, "Ann");
+    form.MemoryLabel.visible = true;
+    desk.settle();
+    QTest::keyClick(name, Qt::Key_Escape);
+    desk.settle();
+    CHECK_FALSE(form.MemoryLabel.visible);
+    CHECK(window.isVisible());
+    QTest::keyClick(name, Qt::Key_Escape);
+    desk.settle();
+    CHECK_FALSE(window.isVisible());
+    CHECK(desk.form().LineName(2).caption == "");
   }
 
   TEST_CASE("Tab leads out of a box that takes only some letters") {

@@ -28,3 +28,17 @@ start_display() {
   read -r -t 20 number <&"$display_pipe" || fail "no virtual display"
   export DISPLAY=:$number
 }
+
+# A window manager, as on a user's screen.
+start_window_manager() {
+  local manager=
+  for _ in {1..300}; do
+    if [[ -z $manager ]] || ! kill -0 "$manager" 2> /dev/null; then
+      openbox --sm-disable 2> /dev/null &
+      manager=$!
+    fi
+    xprop -root _NET_SUPPORTING_WM_CHECK 2> /dev/null | grep -q 0x && return
+    pause 0.1
+  done
+  fail "no window manager"
+}

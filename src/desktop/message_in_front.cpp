@@ -1,0 +1,32 @@
+#include "desktop/message_in_front.h"
+
+#include "core/console.h"
+#include "desktop/user_hands.h"
+
+namespace lineweir {
+namespace {
+
+// Nobody reads a message and reaches for a key in less.
+constexpr std::int64_t reading_milliseconds = 500;
+
+}  // namespace
+
+MessageInFront::MessageInFront(Console& console, UserHands& hands)
+    : FormWatch(console.MyMsgbox), console_(console), hands_(hands) {}
+
+bool MessageInFront::seen() const {
+  return console_.MyMsgbox.visible && hands_.now() - since_ >= reading_milliseconds;
+}
+
+void MessageInFront::answer() {
+  if (console_.MyMsgbox.OKButton.on_click) console_.MyMsgbox.OKButton.on_click();
+}
+
+void MessageInFront::changed(Element& element, PropertyId property) {
+  const MessageBoxForm& box = console_.MyMsgbox;
+  const bool came = &element == &box && property == PropertyId::Visible && box.visible;
+  const bool other_text = &element == &box.Label1 && property == PropertyId::Caption;
+  if (came || other_text) since_ = hands_.now();
+}
+
+}  // namespace lineweir

@@ -1,0 +1,117 @@
+#!/usr/bin/env bash
+# Real keys under a real window manager: what is typed for one window never acts in another. A call is
+# on air while its host searches the log, imports calls and answers boxes; it stays on air until the
+# host drops it on the main window.
+#
+#   keyboard_end_to_end.sh FOLDER-OF-PROGRAMS
+set -euo pipefail
+bin=$1
+source "$(dirname "$0")/real_window.sh"
+
+fail() {
+  echo "keyboard end to end: $*" >&2
+  cat studio.log >&2 2> /dev/null || true
+  exit 1
+}
+
+await() {
+  await_line studio.log "$1" || fail "the studio has not logged: $1"
+}
+
+# await_window TITLE: waits until that window has the keyboard.
+await_window() {
+  local active=
+  for _ in {1..300}; do
+    active=$(xdotool getactivewindow getwindowname 2> /dev/null || true)
+    [[ $active == $1 ]] && return
+    pause 0.1
+  done
+  fail "the keyboard is in \"$active\" and not in \"$1\""
+}
+
+# await_no_window TITLE: waits until no such window is to be seen.
+await_no_window() {
+  for _ in {1..300}; do
+    xdotool search --onlyvisible --name "$1" > /dev/null 2>&1 || return 0
+    pause 0.1
+  done
+  fail "the window $1 is still there"
+}
+
+on_air() {
+  ! grep -q 'word [FHL]02' studio.log || fail "$1: the call on air was touched"
+}
+
+printf '%s\n' '1 call 2' > show.txt
+"$bin/lineweir-studio" --script show.txt --ring-patience 0 --hold-patience 0 --link box \
+  --log studio.log > studio.txt &
+mkfifo typed && exec {typing}<> typed
+"$bin/lineweir-desk" --link desk < typed > /dev/null &
+desk=$!
+printf '%s\n' launch 'answer file "calls.mdb"' 'click DatabasePathMenuItem' \
+  'serial Comm1 reply "M" "Line monitor ON"' 'click PortOn' 'click RemoteOn' \
+  'click SaveSettingsMenu' | "$bin/lineweir-driver" --dir . > driver.txt
+printf '%s\n' '"Caller Name","City"' 'Ann,Salem' > calls.csv
+
+start_display
+start_window_manager
+
+LINEWEIR_COM1=$work/box LINEWEIR_COM2=$work/desk timeout 150 "$bin/lineweir" &
+console=$!
+await 'item R02'
+await_window 'Lineweir - *'
+# No key has the focus yet.
+xdotool key space Return
+xdotool key 3
+await 'item N02'
+! grep -q 'word N00' studio.log || fail "Space at the start put line 1 on air"
+
+# The log's search, while a message comes by itself.
+xdotool key alt+o
+pause 0.5
+xdotool key b
+await_window 'Call Log'
+xdotool type --delay 60 'drop'
+kill "$desk" && wait "$desk" || true
+timeout 20 xdotool search --sync --onlyvisible --name '^Lineweir$' > /dev/null ||
+  fail "nobody was told that the desk is gone"
+xdotool type --delay 60 'hold 3 '
+await_window 'Call Log'
+on_air "a message during the search"
+pause 0.6
+xdotool key Escape
+await_no_window '^Lineweir$'
+await_window 'Call Log'
+
+# An import, with its message behind it.
+xdotool key alt+i
+await_window 'Import'
+xdotool type --delay 30 "$work/calls.csv"
+xdotool key Return
+await_window 'Import Calls'
+pause 0.5
+xdotool key Return
+await_window 'Lineweir'
+xdotool key Return
+await_window 'Call Log'
+xdotool type --delay 30 'drop'
+on_air "letters behind the import's message"
+[[ $(sqlite3 calls.mdb 'SELECT count(*) FROM "Caller Records"') == 1 ]] || fail "nothing was imported"
+
+# The viewer closes with the rest of a word still to come.
+xdotool key alt+s
+xdotool type --delay 20 'drop'
+xdotool key Escape
+xdotool type --delay 20 'hold 3 '
+await_window 'Lineweir - *'
+on_air "the rest of a word whose window has closed"
+
+# Back on the main window its keys act.
+pause 1
+xdotool key d
+await 'item F02'
+
+xdotool key alt+o
+pause 0.5
+xdotool key x
+wait "$console" || fail "the console has ended with an error"

@@ -1,0 +1,281 @@
+// Where the keyboard is while boxes and windows come and go, and that no key acts in a window that
+// it wasn't meant for.
+
+#include <doctest/doctest.h>
+
+#include <QApplication>
+#include <QLineEdit>
+#include <QPushButton>
+
+#include "desktop/dialog_frame.h"
+#include "shown_console.h"
+#include "support/call_log_file.h"
+
+namespace lineweir {
+namespace {
+
+using Words = std::vector<std::string>;
+
+// A console with a line on the main hybrid, whose log's viewer is open. The clock of the hands is
+// the test's.
+struct FocusDesk : test::ShownConsole {
+  FocusDesk() {
+    desktop.hands().now = [this] { return time; };
+    window().activateWindow();
+    box_sends("N02");
+    platform.comm1.take_writes();
+    test::choose_log(*this);
+    open(console.DatabaseViewer, [this] { console.Lineweir.ShowDatabaseMenuItem.on_click(); });
+  }
+
+  void open(Form& form, const std::function<void()>& command) {
+    command();
+    settle();
+    of(form).activateWindow();
+    settle();
+  }
+
+  QWidget& of(const Form& form) { return *desktop.dialog(form)->window(); }
+  QWidget& viewer() { return of(console.DatabaseViewer); }
+  QWidget& box() { return of(console.MyMsgbox); }
+  QLineEdit& search() { return *viewer().findChild<QLineEdit*>("SearchText"); }
+
+  // A key as the system delivers it: to the window that has the keyboard.
+  void key(Qt::Key code, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
+    REQUIRE(QApplication::focusWindow() != nullptr);
+    QTest::keyClick(QApplication::focusWindow(), code, modifiers);
+    settle();
+  }
+  void type(const char* text) {
+    for (; *text != '\0'; ++text) {
+      key(static_cast<Qt::Key>(std::toupper(*text)));
+      time += 100;
+    }
+  }
+
+  Words words() { return platform.comm1.take_writes(); }
+
+  qint64 time = 0;
+};
+
+TEST_SUITE("desktop/focus: messages") {
+  TEST_CASE("one that comes by itself leaves the keyboard where it is") {
+    FocusDesk desk;
+    desk.type("sal");
+    desk.console.messages.ShowMessage("The box has gone");
+    desk.settle();
+    REQUIRE(desk.box().isVisible());
+    desk.type("em");
+    CHECK(desk.search().text() == "salem");
+    CHECK(desk.box().isVisible());
+  }
+
+  TEST_CASE("it stays so while the box is brought to the front again each second") {
+    FocusDesk desk;
+    desk.console.messages.ShowMessage("The box has gone");
+    desk.settle();
+    desk.key(Qt::Key_Down);
+    desk.console.Lineweir.MessageTimer.on_timer();
+    desk.settle();
+    CHECK(QApplication::activeWindow() == &desk.viewer());
+  }
+
+  TEST_CASE("one that a window manager gives the keyboard to gives it back") {
+    FocusDesk desk;
+    desk.type("sal");
+    desk.console.messages.ShowMessage("The box has gone");
+    desk.settle();
+    desk.box().activateWindow();
+    CHECK(QApplication::activeWindow() == &desk.viewer());
+    // Later it is the user who goes to the box.
+    desk.time += 1000;
+    desk.box().activateWindow();
+    CHECK(QApplication::activeWindow() == &desk.box());
+  }
+
+  TEST_CASE("one that answers a command in a dialog has the keyboard and gives it back") {
+    FocusDesk desk;
+    auto* button = desk.viewer().findChild<QPushButton*>("ExportButton");
+    desk.console.DatabaseViewer.ExportButton.on_click = [&] {
+      desk.console.messages.ShowMessage("No");
+    };
+    button->setFocus();
+    desk.key(Qt::Key_Return);
+    CHECK(QApplication::activeWindow() == &desk.box());
+    desk.key(Qt::Key_Return);
+    CHECK_FALSE(desk.box().isVisible());
+    CHECK(QApplication::activeWindow() == &desk.viewer());
+    CHECK(QApplication::focusWidget() == button);
+  }
+
+  TEST_CASE("one that follows a window has the keyboard and gives it to that window's opener") {
+    FocusDesk desk;
+    desk.search().setFocus();
+    desk.open(desk.console.ImportPreview, [&] { desk.console.ImportPreview.show(); });
+    REQUIRE(QApplication::activeWindow() == &desk.of(desk.console.ImportPreview));
+    desk.time += 60'000;
+    desk.console.ImportPreview.unload();
+    desk.console.messages.ShowMessage("Imported 3 calls.");
+    desk.settle();
+    CHECK(QApplication::activeWindow() == &desk.box());
+    desk.key(Qt::Key_Return);
+    CHECK(QApplication::activeWindow() == &desk.viewer());
+    desk.type("drop");
+    CHECK(desk.search().text() == "drop");
+    CHECK(desk.words() == Words{});
+  }
+
+  TEST_CASE("in front of the main window the hot keys go on, and Enter and Esc close it") {
+    FocusDesk desk;
+    desk.window().activateWindow();
+    desk.console.messages.ShowMessage("The box has gone");
+    desk.settle();
+    CHECK(QApplication::activeWindow() == &desk.window());
+    desk.key(Qt::Key_D);
+    CHECK(desk.words() == Words{"F02"});
+    // Nobody has read it so soon.
+    desk.key(Qt::Key_Escape);
+    CHECK(desk.box().isVisible());
+    desk.time += 1000;
+    SUBCASE("Enter") { desk.key(Qt::Key_Return); }
+    SUBCASE("Esc") { desk.key(Qt::Key_Escape); }
+    CHECK_FALSE(desk.box().isVisible());
+    CHECK(desk.words() == Words{});
+  }
+
+  TEST_CASE("Enter that closes one presses no key of the main window") {
+    FocusDesk desk;
+    desk.window().activateWindow();
+    desk.widget(desk.form().OnHybrid1(0)).setFocus();
+    desk.console.messages.ShowMessage("The box has gone");
+    desk.settle();
+    desk.time += 1000;
+    desk.key(Qt::Key_Return);
+    CHECK_FALSE(desk.box().isVisible());
+    CHECK(desk.words() == Words{});
+    desk.key(Qt::Key_Return);
+    CHECK(desk.words() == Words{"N00"});
+  }
+
+  TEST_CASE("in a field Enter stays the field's, and Esc closes the message before the window") {
+    FocusDesk desk;
+    desk.search().setFocus();
+    desk.console.messages.ShowMessage("The box has gone");
+    desk.settle();
+    desk.time += 1000;
+    desk.key(Qt::Key_Return);
+    CHECK(desk.box().isVisible());
+    desk.key(Qt::Key_Escape);
+    CHECK_FALSE(desk.box().isVisible());
+    CHECK(desk.viewer().isVisible());
+    desk.key(Qt::Key_Escape);
+    CHECK_FALSE(desk.viewer().isVisible());
+  }
+}
+
+TEST_SUITE("desktop/focus: windows") {
+  TEST_CASE("the keyboard goes from window to window back the way it came") {
+    FocusDesk desk;
+    desk.open(desk.console.ImportPreview, [&] { desk.console.ImportPreview.show(); });
+    desk.console.ImportPreview.unload();
+    desk.settle();
+    CHECK(QApplication::activeWindow() == &desk.viewer());
+    desk.console.DatabaseViewer.unload();
+    desk.settle();
+    CHECK(QApplication::activeWindow() == &desk.window());
+  }
+
+  TEST_CASE("a window manager that chooses another window has no say") {
+    FocusDesk desk;
+    desk.open(desk.console.ImportPreview, [&] { desk.console.ImportPreview.show(); });
+    desk.console.ImportPreview.unload();
+    desk.settle();
+    desk.window().activateWindow();
+    CHECK(QApplication::activeWindow() == &desk.viewer());
+  }
+
+  TEST_CASE("one that has no keyboard takes none when it closes") {
+    FocusDesk desk;
+    desk.open(desk.console.DialForm, [&] { desk.console.DialForm.show(); });
+    desk.viewer().activateWindow();
+    desk.console.DialForm.unload();
+    desk.settle();
+    CHECK(QApplication::activeWindow() == &desk.viewer());
+  }
+
+  TEST_CASE("one that opens by itself doesn't take the keyboard from somebody who types") {
+    FocusDesk desk;
+    desk.type("sal");
+    desk.console.caller_data.show_for_line(3);
+    desk.settle();
+    REQUIRE(desk.console.Form4.visible);
+    desk.type("em");
+    CHECK(desk.search().text() == "salem");
+    CHECK(desk.console.Form4.TheText(1).text == "");
+  }
+
+  TEST_CASE("one that the program closes takes what is still typed into it along") {
+    FocusDesk desk;
+    desk.window().activateWindow();
+    desk.open(desk.console.Form4, [&] { desk.console.caller_data.show_for_line(3); });
+    desk.type("smith");
+    desk.console.Form4.unload();
+    desk.settle();
+    REQUIRE(QApplication::activeWindow() == &desk.window());
+    desk.type("drop13 ");
+    desk.key(Qt::Key_Space);
+    CHECK(desk.words() == Words{});
+    desk.time += 1000;
+    desk.key(Qt::Key_D);
+    CHECK(desk.words() == Words{"F02"});
+  }
+
+  TEST_CASE("a click in another window leads on at once") {
+    FocusDesk desk;
+    desk.type("smith");
+    desk.window().activateWindow();
+    QTest::mouseClick(desk.window().windowHandle(), Qt::LeftButton, {}, {1, 200});
+    desk.key(Qt::Key_D);
+    CHECK(desk.words() == Words{"F02"});
+  }
+}
+
+TEST_SUITE("desktop/focus: keys that are held") {
+  void hold(test::ShownConsole & desk, Qt::Key code, const QString& text) {
+    QKeyEvent again(QEvent::KeyPress, code, {}, text, true);
+    QCoreApplication::sendEvent(QApplication::focusWindow(), &again);
+    desk.settle();
+  }
+
+  TEST_CASE("a hot key acts once") {
+    FocusDesk desk;
+    desk.window().activateWindow();
+    desk.key(Qt::Key_D);
+    hold(desk, Qt::Key_D, "d");
+    CHECK(desk.words() == Words{"F02"});
+  }
+
+  TEST_CASE("Enter that has opened a box doesn't close it") {
+    FocusDesk desk;
+    auto* button = desk.viewer().findChild<QPushButton*>("ExportButton");
+    desk.console.DatabaseViewer.ExportButton.on_click = [&] {
+      desk.console.messages.ShowMessage("No");
+    };
+    button->setFocus();
+    desk.key(Qt::Key_Return);
+    REQUIRE(QApplication::activeWindow() == &desk.box());
+    hold(desk, Qt::Key_Return, "\r");
+    CHECK(desk.box().isVisible());
+  }
+
+  TEST_CASE("a letter goes on in a field") {
+    FocusDesk desk;
+    desk.search().setFocus();
+    desk.key(Qt::Key_S);
+    hold(desk, Qt::Key_S, "s");
+    CHECK(desk.search().text() == "ss");
+  }
+}
+
+}  // namespace
+}  // namespace lineweir
