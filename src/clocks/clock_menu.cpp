@@ -1,13 +1,13 @@
 #include "clocks/clock_menu.h"
 
 #include "clocks/number_reply.h"
+#include "clocks/time_offset.h"
 #include "core/console.h"
 #include "core/guard.h"
 
 namespace lineweir {
 namespace {
 
-constexpr int largest_offset = 59;
 constexpr const char* offset_prompt = "Please enter a new delay offset in seconds (0 to 59).";
 constexpr const char* warning1_prompt =
     "Please enter the new warning time in seconds to mark when the event clock turns red.";
@@ -41,7 +41,7 @@ void ClockMenu::TimeOffsetMenu_Click() {
         offset_prompt, std::to_string(console_.clock_state.DelayOffset));
     if (!reply || reply->empty()) return;
     const double number = whole_number_in(*reply);
-    if (number > largest_offset) {
+    if (number > largest_time_offset) {
       console_.messages.ShowMessage("Invalid Entry");
       return;
     }

@@ -34,6 +34,7 @@ ShowDataEditor::ShowDataEditor(Console& console)
 
   ShowDataForm& form = console.Form2;
   form.on_load = [this] { guard(console_, "Form2_Form_Load", [&] { Form2_Load(); }); };
+  form.on_unload = [this] { console_.show_plan.undo_unsaved(); };
   form.New.on_click = [this] {
     told_guard("Form2_New_Click",
                [&] { choose_file("New", file_filter, true, &ShowDataEditor::use_new_file); });
@@ -47,15 +48,11 @@ ShowDataEditor::ShowDataEditor(Console& console)
                [&] { choose_file("Save As", save_as_filter, true, &ShowDataEditor::use_copy); });
   };
   form.SaveOption.on_click = [this] {
-    told_guard("Form2_SaveOption_Click", [&] {
-      store_draft();
-      console_.show_plan.save_plan();
-    });
+    told_guard("Form2_SaveOption_Click", [&] { console_.show_plan.save_plan(draft()); });
   };
   form.Exit.on_click = [this] {
     told_guard("Form2_Exit_Click", [&] {
-      store_draft();
-      console_.show_plan.save_plan();
+      console_.show_plan.save_plan(draft());
       console_.Form2.unload();
     });
   };
@@ -103,19 +100,18 @@ void ShowDataEditor::Form2_Load() {
   form.Label4.caption = shown_path(console_.services.letters, console_.show_plan.TheDataFileName);
 }
 
-void ShowDataEditor::store_draft() {
+ShowPlan ShowDataEditor::draft() const {
   const ShowDataForm& form = console_.Form2;
-  ShowPlan& plan = console_.show_plan.plan;
+  ShowPlan plan;
   plan.ShowTimes(show_start_entry) = form.StartTime.text.get();
   plan.ShowTimes(show_end_entry) = form.Text1.text.get();
-  plan.ShowTexts(show_start_entry) = "";
-  plan.ShowTexts(show_end_entry) = "";
   int entry_above = show_end_entry;
   for (const Grid* grid : {&form.Grid1, &form.Grid2}) {
     store_column(*grid, row_end_column, entry_above, plan.ShowTimes);
     store_column(*grid, row_text_column, entry_above, plan.ShowTexts);
     entry_above += plan_rows_per_grid;
   }
+  return plan;
 }
 
 void ShowDataEditor::choose_file(const std::string& title, std::string_view filter, bool for_saving,
@@ -139,14 +135,15 @@ void ShowDataEditor::use_new_file(const std::string& path) { console_.show_plan.
 void ShowDataEditor::use_file(const std::string& path) { console_.show_plan.load_plan(path); }
 
 void ShowDataEditor::use_copy(const std::string& path) {
-  store_draft();
-  console_.show_plan.save_plan_as(path);
+  console_.show_plan.save_plan_as(path, draft());
 }
 
 void ShowDataEditor::edit_rows(void (*change)(ShowPlan& plan, int entry)) {
   const int entry = grids_.selected_entry();
   if (entry == 0) return;
-  change(console_.show_plan.plan, entry);
+  ShowPlan changed = draft();
+  change(changed, entry);
+  console_.show_plan.change_unsaved(changed);
   Filler();
 }
 

@@ -9,8 +9,8 @@
 namespace lineweir {
 
 // What the user does in Form2 with the plan as a whole. Boxes and grids are a draft: it is stored
-// by `Exit`, `SaveOption` and `SaveAs` only. Inserting and deleting rows changes the plan itself at
-// once and fills the grids from it anew.
+// by `Exit`, `SaveOption` and `SaveAs` only. Inserting and deleting rows puts the draft in force at
+// once, until it is saved or the form is left without.
 class ShowDataEditor {
  public:
   explicit ShowDataEditor(Console& console);
@@ -22,7 +22,8 @@ class ShowDataEditor {
   void Form2_Load();
   // With the focus in the first box, whatever had it when the form was closed.
   void show_form();
-  void store_draft();
+  // What boxes and grids hold.
+  ShowPlan draft() const;
   void choose_file(const std::string& title, std::string_view filter, bool for_saving,
                    void (ShowDataEditor::*use)(const std::string& path));
   void use_new_file(const std::string& path);

@@ -1,7 +1,7 @@
 #include "clocks/show_plan_store.h"
 
 #include <algorithm>
-#include <optional>
+#include <utility>
 
 #include "core/guard.h"
 
@@ -27,29 +27,35 @@ std::string content_of(platform::Files& files, const std::string& path) {
 }  // namespace
 
 void ShowPlanStore::load_plan(const std::string& path) {
-  plan = decode_show_plan(content_of(files_, path));
-  open_as(path, path);
+  open_as(path, path, decode_show_plan(content_of(files_, path)));
 }
 
 void ShowPlanStore::load_default_plan() {
-  plan = decode_show_plan(content_of(files_, std::string(default_show_file)));
-  open_as(std::string(default_show_file), default_show_name);
+  const std::string path(default_show_file);
+  open_as(path, default_show_name, decode_show_plan(content_of(files_, path)));
 }
 
-void ShowPlanStore::new_plan(const std::string& path) {
-  files_.replace(path, encode_show_plan({}));
-  plan = {};
-  open_as(path, path);
-}
+void ShowPlanStore::new_plan(const std::string& path) { save_plan_as(path, {}); }
 
-void ShowPlanStore::save_plan() {
+void ShowPlanStore::save_plan(const ShowPlan& edited) {
   if (!is_open()) throw Failure(failure_number::file_access, "No show data file is open");
-  files_.replace(open_path_, encode_show_plan(plan));
+  files_.replace(open_path_, encode_show_plan(edited));
+  plan = edited;
+  plan_before_changes_.reset();
 }
 
-void ShowPlanStore::save_plan_as(const std::string& path) {
-  files_.replace(path, encode_show_plan(plan));
-  open_as(path, path);
+void ShowPlanStore::save_plan_as(const std::string& path, const ShowPlan& edited) {
+  files_.replace(path, encode_show_plan(edited));
+  open_as(path, path, edited);
+}
+
+void ShowPlanStore::change_unsaved(const ShowPlan& edited) {
+  if (!plan_before_changes_) plan_before_changes_ = plan;
+  plan = edited;
+}
+
+void ShowPlanStore::undo_unsaved() {
+  if (plan_before_changes_) plan = *std::exchange(plan_before_changes_, std::nullopt);
 }
 
 void ShowPlanStore::read_first_34() {
@@ -58,10 +64,14 @@ void ShowPlanStore::read_first_34() {
   if (!content) return;
   const ShowPlan on_disk = decode_show_plan(*content);
   const int held = std::min(show_entries_held(*content), reread_entries);
-  for (int entry = 1; entry <= held; ++entry) plan.ShowTimes(entry) = on_disk.ShowTimes(entry);
+  ShowPlan& saved = plan_before_changes_ ? *plan_before_changes_ : plan;
+  for (int entry = 1; entry <= held; ++entry) saved.ShowTimes(entry) = on_disk.ShowTimes(entry);
 }
 
-void ShowPlanStore::open_as(const std::string& path, std::string_view shown_name) {
+void ShowPlanStore::open_as(const std::string& path, std::string_view shown_name,
+                            const ShowPlan& held) {
+  plan = held;
+  plan_before_changes_.reset();
   open_path_ = path;
   TheDataFileName = shown_name;
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -21,7 +22,7 @@ class ShowPlanStore {
  public:
   explicit ShowPlanStore(platform::Files& files) : files_(files) {}
 
-  // The clock engine reads it, the editor and it write it.
+  // The clock engine reads it.
   ShowPlan plan;
 
   // The open file's path, as it is shown and stored in the settings.
@@ -36,13 +37,19 @@ class ShowPlanStore {
   // Opens the file and fills plan and file with 42 blank records.
   void new_plan(const std::string& path);
 
-  // Writes the plan to the open file, or to another one, which is then the open one.
-  void save_plan();
-  void save_plan_as(const std::string& path);
+  // Writes a plan to the open file, or to another one, which is then the open one. With that it is
+  // the plan in memory too.
+  void save_plan(const ShowPlan& edited);
+  void save_plan_as(const std::string& path, const ShowPlan& edited);
+
+  // Puts a plan in force that isn't saved yet. Undoing brings back the plan of before the first
+  // such change since the last one that was read or saved.
+  void change_unsaved(const ShowPlan& edited);
+  void undo_unsaved();
 
   // Reads the times of the first 34 records anew, as far as the file holds them, so that what
   // another console saved is seen. Texts and the later times stay, as does everything where the
-  // file can't be read.
+  // file can't be read. While changes are unsaved it is the plan behind them that is read anew.
   void read_first_34();
 
   // Until another file is opened nothing is read and nothing can be saved.
@@ -50,10 +57,13 @@ class ShowPlanStore {
   bool is_open() const { return !open_path_.empty(); }
 
  private:
-  void open_as(const std::string& path, std::string_view shown_name);
+  // The plan as that file holds it.
+  void open_as(const std::string& path, std::string_view shown_name, const ShowPlan& held);
 
   platform::Files& files_;
   std::string open_path_;
+  // While changes are unsaved.
+  std::optional<ShowPlan> plan_before_changes_;
 };
 
 }  // namespace lineweir

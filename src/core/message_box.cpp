@@ -59,11 +59,18 @@ void Messages::ShowMessage(std::string_view text) {
 }
 
 void Messages::show_box() {
-  MessageBoxForm& box = console_.MyMsgbox;
-  box.left = console_.Lineweir.left + offset_left;
-  box.top = console_.Lineweir.top + offset_top;
-  box.show();
-  if (on_shown) on_shown(box.Label1.caption);
+  place_box();
+  console_.MyMsgbox.show();
+  if (on_shown) on_shown(console_.MyMsgbox.Label1.caption);
+}
+
+void Messages::follow_main_form() {
+  if (console_.MyMsgbox.visible) place_box();
+}
+
+void Messages::place_box() {
+  console_.MyMsgbox.left = console_.Lineweir.left + offset_left;
+  console_.MyMsgbox.top = console_.Lineweir.top + offset_top;
 }
 
 void Messages::MessageTimer_Timer() {

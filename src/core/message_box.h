@@ -35,10 +35,14 @@ class Messages {
   // Places MyMsgbox by the main form and shows it with the text that it has.
   void show_box();
 
+  // Places it anew if it is shown: the main form has come to another place by itself.
+  void follow_main_form();
+
   // Told of each text shown.
   std::function<void(const std::string& text)> on_shown;
 
  private:
+  void place_box();
   void MessageTimer_Timer();
 
   Console& console_;

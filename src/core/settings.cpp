@@ -85,10 +85,11 @@ SettingsRecord Settings::collect() {
   record.ColumnOrder = console_.display.ColumnOrder;
   record.ModeCode = mode_code_of(form);
   record.DisplayUserName = console_.login.DisplayUserName;
-  record.MessageFontName = form.Text1.font.name;
-  record.MessageFontBold = form.Text1.font.bold;
-  record.MessageFontSize = form.Text1.font.size;
-  record.MessageFontItalic = form.Text1.font.italic;
+  const platform::FontChoice font = console_.fonts.present();
+  record.MessageFontName = font.name;
+  record.MessageFontBold = font.bold;
+  record.MessageFontSize = font.size;
+  record.MessageFontItalic = font.italic;
   record.ServerHost = console_.login.RemoteHost;
   record.ServerPort = console_.login.RemotePort;
   record.UserPassword =
@@ -147,9 +148,7 @@ void Settings::SetFileSettings() {
     const auto record = read();
     if (!record) return;
     console_.window.restore({record->WindowHeight, record->WindowWidth, record->WindowState});
-    console_.fonts.FontChange({std::string(trimmed(record->MessageFontName)),
-                               record->MessageFontSize, record->MessageFontBold,
-                               record->MessageFontItalic});
+    console_.fonts.restore(*record);
   });
 }
 

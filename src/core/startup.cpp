@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "clocks/time_offset.h"
 #include "core/console.h"
 #include "core/guard.h"
 #include "core/text.h"
@@ -52,6 +53,8 @@ void Startup::Main(std::string_view command_line) {
   console_.services.loop.run_pending();
   console_.Lineweir.load();
   console_.Lineweir.show();
+  // Messages of the start came before the main form had its place.
+  console_.messages.follow_main_form();
   // The main window takes the focus, which closes the splash window.
   if (console_.AboutBox.visible) console_.AboutBox.on_lost_focus();
 }
@@ -143,6 +146,7 @@ void Startup::start_without_settings() {
   console_.program.GroupNumber = 1;
   console_.Lineweir.StudioGr(0).checked = true;
   show_caption();
+  console_.fonts.FontChange(console_.fonts.present());
   console_.display.NewColumnSetup();
 }
 
@@ -184,7 +188,8 @@ void Startup::restore_menus(const SettingsRecord& record) {
 }
 
 void Startup::restore_group(const SettingsRecord& record) {
-  console_.program.GroupNumber = record.GroupNumber == 0 ? 1 : record.GroupNumber;
+  console_.program.GroupNumber = std::max(1, record.GroupNumber);
+  check_present_group(console_);
   show_caption();
 }
 
@@ -209,11 +214,8 @@ void Startup::restore_remote_port(const SettingsRecord& record) {
 }
 
 void Startup::restore_columns(const SettingsRecord& record) {
-  console_.fonts.FontChange({std::string(trimmed(record.MessageFontName)), record.MessageFontSize,
-                             record.MessageFontBold, record.MessageFontItalic});
-  console_.display.ColumnShown = record.ColumnShown;
-  console_.display.ColumnWidth = record.ColumnWidth;
-  console_.display.ColumnOrder = record.ColumnOrder;
+  console_.fonts.restore(record);
+  console_.display.restore(record.ColumnShown, record.ColumnWidth, record.ColumnOrder);
 }
 
 void Startup::restore_database(const SettingsRecord& record) {
@@ -312,7 +314,8 @@ void Startup::restore_mode(const SettingsRecord& record) {
 void Startup::restore_clocks(const SettingsRecord& record) {
   MainForm& form = console_.Lineweir;
   form.LoginTimer.enabled = login_needed_;
-  console_.clock_state.DelayOffset = record.TimeOffset;
+  const bool is_offset = record.TimeOffset >= 0 && record.TimeOffset <= largest_time_offset;
+  console_.clock_state.DelayOffset = is_offset ? record.TimeOffset : 0;
   click_if(record.SyncTimeOn, form.SyncTimeMenu);
   click_if(record.DigiClockOn, form.DigiClock);
   click_if(record.TextGrowOn, form.TextGrowToggle);

@@ -1,5 +1,6 @@
 #include <QCheckBox>
 #include <QComboBox>
+#include <QGroupBox>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
@@ -19,6 +20,7 @@
 #include "desktop/text_painter.h"
 #include "desktop/theme.h"
 #include "elements/button.h"
+#include "elements/frame.h"
 #include "elements/label.h"
 #include "elements/list_box.h"
 #include "elements/text_box.h"
@@ -42,6 +44,19 @@ class LabelLink final : public ElementLink {
 
   Label& label_;
   QLabel& text_;
+};
+
+class FrameLink final : public ElementLink {
+ public:
+  FrameLink(Frame& frame, QGroupBox& widget)
+      : ElementLink(frame, widget), frame_(frame), group_(widget) {}
+
+ private:
+  void show_content() override { group_.setTitle(shown_text(frame_.caption.get())); }
+  bool clicks_by_itself() const override { return false; }
+
+  Frame& frame_;
+  QGroupBox& group_;
 };
 
 class ButtonLink final : public ElementLink {
@@ -274,6 +289,8 @@ std::unique_ptr<ElementLink> make_element_link(Control& control, QWidget& widget
   switch (control.kind()) {
     case ElementKind::Label:
       return link<LabelLink, Label, QLabel>(control, widget);
+    case ElementKind::Frame:
+      return link<FrameLink, Frame, QGroupBox>(control, widget);
     case ElementKind::Button:
       return link<ButtonLink, Button, QPushButton>(control, widget);
     case ElementKind::CheckBox:

@@ -40,6 +40,7 @@ void FormFrame::changed(Element& element, PropertyId property) {
   place_changed_ |= property == PropertyId::Left || property == PropertyId::Top;
   size_changed_ |= property == PropertyId::Width || property == PropertyId::Height;
   mark();
+  if (window_ == nullptr && form().visible && opens_at_once()) open_window();
 }
 
 void FormFrame::shown_again() {
@@ -88,6 +89,7 @@ void FormFrame::open_window() {
   } else {
     window_->move(place_to_open().center() - window_->rect().center());
   }
+  take_place();
 }
 
 QRect FormFrame::place_to_open() const { return window_->screen()->availableGeometry(); }
@@ -165,7 +167,10 @@ bool FormFrame::eventFilter(QObject* watched, QEvent* event) {
 }
 
 void FormFrame::window_moved() {
-  if (window_->isMinimized() || !window_->isVisible()) return;
+  if (!window_->isMinimized() && window_->isVisible()) take_place();
+}
+
+void FormFrame::take_place() {
   // A place that is the form's own already keeps its twips.
   if (pixel_edge(form().left) != window_->x()) form().left = twips_of(window_->x());
   if (pixel_edge(form().top) != window_->y()) form().top = twips_of(window_->y());

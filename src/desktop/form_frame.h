@@ -40,6 +40,9 @@ class FormFrame : public QObject, private FormWatch {
   virtual bool takes_keyboard(bool awaited) const;
   // Whether a change of that element, which isn't the form itself, shows in the window as a whole.
   virtual bool shows_in_window(const Element&) const { return false; }
+  // Whether the form has its window, and with that its place, as soon as it is shown; otherwise
+  // with the next frame.
+  virtual bool opens_at_once() const { return false; }
   // Told with each frame in which the form or such an element changed; the window exists.
   virtual void form_changed() {}
 
@@ -60,6 +63,8 @@ class FormFrame : public QObject, private FormWatch {
   void stay_reachable();
   void apply_window_state();
   void window_moved();
+  // The form takes the window's place for its own.
+  void take_place();
   void window_state_changed();
   bool key_swallowed(QKeyEvent& event);
   bool character_swallowed(const QKeyEvent& event);

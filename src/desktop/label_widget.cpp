@@ -7,6 +7,7 @@
 
 #include "desktop/core_text.h"
 #include "desktop/form_canvas.h"
+#include "desktop/largest_fitting.h"
 #include "desktop/placement.h"
 #include "desktop/strip_look.h"
 #include "desktop/twips.h"
@@ -91,10 +92,12 @@ TextLine LabelWidget::line() const {
   const QRect place(QPoint(0, 0), device_place().size());
   result.font = font_for_height(result.font, place.height());
   if (stays_whole()) {
-    const int least = static_cast<int>(result.font.pixelSize() * smallest_part);
-    while (result.font.pixelSize() > least && !text_fits(result, text_box(place).width())) {
-      result.font.setPixelSize(result.font.pixelSize() - 1);
-    }
+    const int natural = result.font.pixelSize();
+    const int least = std::max(1, static_cast<int>(natural * smallest_part));
+    result.font.setPixelSize(largest_fitting(least, natural, [&](int size) {
+      result.font.setPixelSize(size);
+      return text_fits(result, text_box(place).width());
+    }));
   }
   return result;
 }

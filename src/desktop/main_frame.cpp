@@ -52,8 +52,10 @@ QWidget* MainFrame::make_window() {
 
 void MainFrame::fit_window(QWidget& window) {
   const int bar = bar_twips(console_.Lineweir);
-  static_cast<MainWindow&>(window).fit_content(
-      {pixel_edge(form().width), pixel_edge(form().height - bar)}, least_content());
+  QSize content(pixel_edge(form().width), pixel_edge(form().height - bar));
+  // A window that opens has its edges within reach, whatever screen its size was stored for.
+  if (!window.isVisible()) content = content.boundedTo(place_to_open().size());
+  static_cast<MainWindow&>(window).fit_content(content, least_content());
 }
 
 QSize MainFrame::least_content() const {
@@ -77,9 +79,10 @@ void MainFrame::content_resized(QSize content) {
 
 bool MainFrame::shows_in_window(const Element& element) const {
   const MainForm& main_form = console_.Lineweir;
-  return &element == &main_form.ScreenTopImage || &element == &main_form.TextGrowToggle ||
-         &element == &main_form.Options || &element == &main_form.StudioMode ||
-         element.name() == main_form.LineStatus.name();
+  // The panel is placed anew with each rebuild.
+  return &element == &main_form.ScreenTopImage || &element == &main_form.ScreenBottom ||
+         &element == &main_form.TextGrowToggle || &element == &main_form.Options ||
+         &element == &main_form.StudioMode || element.name() == main_form.LineStatus.name();
 }
 
 void MainFrame::form_changed() {
@@ -92,12 +95,11 @@ void MainFrame::form_changed() {
 }
 
 void MainFrame::apply_zoom() {
-  const MainForm& main_form = console_.Lineweir;
-  const int visible = console_.program.VisibleLines;
-  const double zoom = std::min(
-      static_cast<double>(form().width) / root_width(visible),
-      static_cast<double>(form().height) / root_height(visible, main_form.Options.visible));
-  main_window()->canvas().set_zoom(zoom, main_form.TextGrowToggle.checked ? zoom : 1);
+  // That of the last rebuild, so that letters grow with what they stand on.
+  const DesignScale& scale = console_.layout.scale();
+  const double zoom = std::min(scale.ratio_across, scale.ratio_down);
+  const bool texts_grow = console_.Lineweir.TextGrowToggle.checked;
+  main_window()->canvas().set_zoom(zoom, texts_grow ? zoom : 1);
 }
 
 void MainFrame::apply_next_light() {

@@ -24,6 +24,7 @@ class MainFrame final : public FormFrame {
   QWidget* make_window() override;
   void fit_window(QWidget& window) override;
   bool shows_in_window(const Element& element) const override;
+  bool opens_at_once() const override { return true; }
   void form_changed() override;
 
  private:

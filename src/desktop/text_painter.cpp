@@ -5,6 +5,8 @@
 #include <algorithm>
 #include <cmath>
 
+#include "desktop/largest_fitting.h"
+
 namespace lineweir {
 namespace {
 
@@ -107,11 +109,11 @@ bool text_fits(const TextLine& line, int width) { return text_width(line) * narr
 
 QFont font_for_height(const QFont& font, int height) {
   QFont fitted = font;
-  while (fitted.pixelSize() > 1) {
+  fitted.setPixelSize(largest_fitting(1, font.pixelSize(), [&](int size) {
+    fitted.setPixelSize(size);
     const QFontMetricsF metrics(fitted);
-    if (std::ceil(metrics.capHeight()) + std::round(metrics.descent()) <= height) break;
-    fitted.setPixelSize(fitted.pixelSize() - 1);
-  }
+    return std::ceil(metrics.capHeight()) + std::round(metrics.descent()) <= height;
+  }));
   return fitted;
 }
 

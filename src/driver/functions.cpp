@@ -62,6 +62,7 @@ std::vector<Function> general_functions() {
                [](Console& c) { c.decoder.Comm1_OnComm(platform::comm_event_receive); }),
       function("Comm2_OnComm",
                [](Console& c) { c.switch_console.Comm2_OnComm(platform::comm_event_receive); }),
+      function("SetFileSettings", [](Console& c) { c.settings.SetFileSettings(); }),
       function("Winsock1_DataArrival", [](Console& c) { c.server.Winsock1_DataArrival(); }),
   };
 }

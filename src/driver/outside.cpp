@@ -161,6 +161,7 @@ Result remote_open(Session& session, const Arguments&) {
   MainForm& form = console.Lineweir;
   platform::ScriptedRemoteObjects& objects = session.platform().remote_objects;
   session.act([&] {
+    objects.set_present(true);
     console.remote.SerialInputObject = objects.create("Quorlink.SerialInput");
     console.remote.CallbackServer = objects.create("Quorlink.CBServerClass");
     for (int number = 1; number <= 4; ++number) form.Com(number).checked = false;

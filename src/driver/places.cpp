@@ -66,6 +66,7 @@ PropertyId main_property(ElementKind kind) {
   switch (kind) {
     case ElementKind::Form:
     case ElementKind::Label:
+    case ElementKind::Frame:
     case ElementKind::Button:
       return PropertyId::Caption;
     case ElementKind::TextBox:

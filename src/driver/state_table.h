@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <type_traits>
 
 #include "driver/refusal.h"
@@ -89,6 +90,12 @@ auto& at(Array& array, int index) {
     throw Failure(failure_number::out_of_range, "Subscript out of range");
   }
   return array[static_cast<std::size_t>(index)];
+}
+
+// An element of an array whose elements are counted from 1.
+template <class Array>
+auto& nth(Array& array, int number) {
+  return at(array, std::max(number, 0) - 1);
 }
 
 // State outside the core's own records: the serial ports and the rows of the call log.

@@ -112,7 +112,7 @@ void append_subsystems(std::vector<StateName>& names) {
       state("ServerEventText", [](Console& c) { return &c.clock_state.ServerEventText; }),
       state("ServerLastEventTime", [](Console& c) { return &c.clock_state.ServerLastEventTime; }),
       state("OperatorName", [](Console& c) { return &c.caller_data.OperatorName; }),
-      state("LogFieldOn()", [](Console& c, int i) { return &at(c.caller_data.LogFieldOn, i); }),
+      state("LogFieldOn()", [](Console& c, int i) { return &nth(c.caller_data.LogFieldOn, i); }),
   };
   names.insert(names.end(), members.begin(), members.end());
 }
@@ -133,9 +133,9 @@ void append_screen(std::vector<StateName>& names) {
       state("SetStateMessGroup", [](Console& c) { return &c.profile_window.SetStateMessGroup; }),
       state("ColumnsLocked", [](Console& c) { return &c.display.ColumnsLocked; }),
       reading("ColumnsInUse", [](Console& c) { return &c.display.ColumnsInUse; }),
-      state("ColumnShown()", [](Console& c, int i) { return &at(c.display.ColumnShown, i); }),
-      state("ColumnWidth()", [](Console& c, int i) { return &at(c.display.ColumnWidth, i); }),
-      state("ColumnOrder()", [](Console& c, int i) { return &at(c.display.ColumnOrder, i); }),
+      state("ColumnShown()", [](Console& c, int i) { return &nth(c.display.ColumnShown, i); }),
+      state("ColumnWidth()", [](Console& c, int i) { return &nth(c.display.ColumnWidth, i); }),
+      state("ColumnOrder()", [](Console& c, int i) { return &nth(c.display.ColumnOrder, i); }),
   };
   names.insert(names.end(), members.begin(), members.end());
 }

@@ -14,6 +14,7 @@ class Form;
 enum class ElementKind {
   Form,
   Label,
+  Frame,
   Picture,
   Button,
   MenuItem,

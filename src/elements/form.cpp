@@ -6,6 +6,16 @@
 
 namespace lineweir {
 
+namespace {
+
+// An observer may bring others while it is told.
+template <class Tell>
+void tell(const std::vector<FormObserver*>& observers, const Tell& one) {
+  for (std::size_t i = 0; i < observers.size(); ++i) one(*observers[i]);
+}
+
+}  // namespace
+
 Form::Form(std::string_view name) : Element(ElementKind::Form, name) { form_ = this; }
 
 void Form::load() {
@@ -19,7 +29,7 @@ void Form::show() {
   // Loading may end in unloading, as it does where a right is missing.
   if (!loaded_) return;
   if (visible) {
-    for (FormObserver* observer : observers_) observer->shown_again();
+    tell(observers_, [&](FormObserver& observer) { observer.shown_again(); });
   }
   visible = true;
 }
@@ -68,7 +78,7 @@ void Form::focus(Control* control) {
   if (focused_ == control) return;
   Control* former = focused_;
   focused_ = control;
-  for (FormObserver* observer : observers_) observer->focus_moved(control);
+  tell(observers_, [&](FormObserver& observer) { observer.focus_moved(control); });
   if (former != nullptr && former->on_lost_focus) former->on_lost_focus();
   // A lost-focus handler may have moved the focus on.
   if (focused_ == control && control != nullptr && control->on_got_focus) control->on_got_focus();
@@ -82,32 +92,32 @@ void Form::property_changed(PropertyId id) { tell_changed(*this, id); }
 
 void Form::add(Element& element) {
   elements_.push_back(&element);
-  for (FormObserver* observer : observers_) observer->added(element);
+  tell(observers_, [&](FormObserver& observer) { observer.added(element); });
 }
 
 void Form::remove(Element& element) {
   std::erase(elements_, &element);
   if (static_cast<Element*>(focused_) == &element) focused_ = nullptr;
-  for (FormObserver* observer : observers_) observer->removed(element);
+  tell(observers_, [&](FormObserver& observer) { observer.removed(element); });
 }
 
 void Form::raise(Control& control) {
   const auto place = std::ranges::find(elements_, &control);
   if (place == elements_.end() || place + 1 == elements_.end()) return;
   std::rotate(place, place + 1, elements_.end());
-  for (FormObserver* observer : observers_) observer->raised(control);
+  tell(observers_, [&](FormObserver& observer) { observer.raised(control); });
 }
 
 void Form::tell_changed(Element& element, PropertyId id) {
-  for (FormObserver* observer : observers_) observer->changed(element, id);
+  tell(observers_, [&](FormObserver& observer) { observer.changed(element, id); });
 }
 
 void Form::tell_moved_to_container(Control& control) {
-  for (FormObserver* observer : observers_) observer->moved_to_container(control);
+  tell(observers_, [&](FormObserver& observer) { observer.moved_to_container(control); });
 }
 
 void Form::tell_menu_changed(MenuItem& parent) {
-  for (FormObserver* observer : observers_) observer->menu_changed(parent);
+  tell(observers_, [&](FormObserver& observer) { observer.menu_changed(parent); });
 }
 
 }  // namespace lineweir

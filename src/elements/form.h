@@ -12,7 +12,7 @@
 namespace lineweir {
 
 // Told of everything that happens to a form's elements. Calls come on the one thread, after the
-// change; an observer may read and write elements, but not subscribe or unsubscribe.
+// change; an observer may read and write elements, and subscribe others, but not unsubscribe.
 class FormObserver {
  public:
   virtual ~FormObserver() = default;

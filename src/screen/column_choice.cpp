@@ -11,6 +11,8 @@
 namespace lineweir {
 namespace {
 
+// The characters of SettingsRecord::UserFieldName.
+constexpr std::size_t heading_length = 30;
 constexpr const char* title_prompt = "Please input the new title for the user field!";
 constexpr const char* database_question =
     "Do you wish to change the name of the field in the currently open database as well?";
@@ -31,8 +33,11 @@ ColumnChoice::ColumnChoice(Console& console) : console_(console) {
 }
 
 void ColumnChoice::DisplayDataOptionsMenu_Click() {
-  guard(console_, "Lineweir_DisplayDataOptionsMenu_Click",
-        [&] { console_.DisplayOptionForm.show(); });
+  guard(console_, "Lineweir_DisplayDataOptionsMenu_Click", [&] {
+    for (const int column : console_.display.ColumnsInUse) console_.display.fill_width_box(column);
+    console_.group_choice.select_present_group();
+    console_.DisplayOptionForm.show();
+  });
 }
 
 void ColumnChoice::CheckItem_Click(int Index) {
@@ -51,6 +56,7 @@ void ColumnChoice::CheckItem_Click(int Index) {
       if (listed >= 0) form.List1.remove_item(listed);
     }
     console_.display.RefreshColumnOrder();
+    console_.display.collect();
   });
 }
 
@@ -92,11 +98,14 @@ void ColumnChoice::List1_Drag(int from, int to) {
 void ColumnChoice::UserRename_Click() {
   guard(console_, "DisplayOptionForm_UserRename_Click", [&] {
     const std::string present = console_.DisplayOptionForm.CheckItem(user_column).caption;
-    const auto title = console_.services.dialogs.ask_input(title_prompt, present);
-    if (!title || title->empty() || *title == present) return;
-    console_.display.set_heading(user_column, *title);
+    const auto reply = console_.services.dialogs.ask_input(title_prompt, present);
+    if (!reply) return;
+    // As the settings can hold it.
+    const std::string title(trimmed(left_part(trimmed(*reply), heading_length)));
+    if (title.empty() || title == present) return;
+    console_.display.set_heading(user_column, title);
     if (database_open() && console_.services.dialogs.ask_yes_no(database_question)) {
-      console_.call_log.rename_user_field(*title);
+      console_.call_log.rename_user_field(title);
     }
   });
 }

@@ -4,6 +4,7 @@ namespace lineweir {
 namespace {
 
 constexpr int row_pitch = 330;
+constexpr int list_height = row_pitch * column_count;
 
 }  // namespace
 
@@ -18,14 +19,18 @@ DisplayOptionWindow::DisplayOptionWindow() : Form("DisplayOptionForm") {
     box.caption = column_rules[static_cast<std::size_t>(column)].heading;
     box.move(150, row_top, 2000, 300);
     box_width.move(2250, row_top, 900, 300);
-    const bool optional = column > status_column;
-    box.visible = optional;
-    box_width.visible = optional;
-    box_width.enabled = false;
-    if (!optional) box.value = 1;
+    const bool optional = column >= first_optional_column;
+    box.visible = true;
+    box.enabled = optional;
+    box.value = optional ? 0 : 1;
+    box_width.visible = true;
+    box_width.enabled = !optional;
   }
-  List1.move(3400, 150, 2400, row_pitch * column_count);
-  UserRename.move(150, 150 + row_pitch * column_count, 2000, 375);
+  List1.move(3400, 150, 2400, list_height);
+  UserRename.move(150, 150 + list_height, 2000, 375);
+  RoomLabel.move(2250, 150 + list_height, 3550, 600);
+  DisplayPhoneLineFrame.move(6000, 0, 2900, 3600);
+  LineCheck(0).set_container(&DisplayPhoneLineFrame);
   LineCheck(0).caption = "Line 1";
   LineCheck(0).value = 1;
   HybridCheck(0).caption = "&Main Hybrid";

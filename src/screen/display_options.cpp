@@ -5,6 +5,7 @@
 #include "core/console.h"
 #include "core/guard.h"
 #include "core/integer16.h"
+#include "screen/column_room.h"
 #include "screen/columns.h"
 #include "screen/row_layout.h"
 
@@ -12,6 +13,8 @@ namespace lineweir {
 namespace {
 
 constexpr std::array first_columns = {time_column, name_column, city_column, comments_column};
+
+constexpr std::string_view gap_entry = "/";
 
 std::size_t stored_place(int column) {
   return static_cast<std::size_t>(column - first_optional_column);
@@ -37,12 +40,26 @@ void DisplayOptions::NewColumnSetup() {
   });
 }
 
+void DisplayOptions::restore(const ColumnNumbers& shown, const ColumnNumbers& widths,
+                             const ColumnNumbers& order) {
+  ColumnShown = shown;
+  ColumnWidth = widths;
+  ColumnOrder = order;
+  for (int column = first_optional_column; column < column_count; ++column) {
+    int& width = ColumnWidth[stored_place(column)];
+    if (width < 0) width = column_rules[static_cast<std::size_t>(column)].width;
+  }
+}
+
 void DisplayOptions::SetDisplayOptions() {
   guard(console_, "Lineweir_SetDisplayOptions", [&] {
     const ColumnsLock lock(*this);
     DisplayOptionWindow& form = console_.DisplayOptionForm;
+    fill_width_box(number_column);
+    fill_width_box(status_column);
     for (int column = first_optional_column; column < column_count; ++column) {
-      const bool shown = ColumnShown[stored_place(column)] != 0;
+      const std::size_t place = stored_place(column);
+      const bool shown = ColumnShown[place] != 0 && ColumnOrder[place] != column_not_listed;
       form.CheckItem(column).value = shown ? 1 : 0;
       form.WidthText(column).enabled = shown;
       if (shown) {
@@ -59,13 +76,20 @@ void DisplayOptions::SetDisplayOptions() {
 void DisplayOptions::fill_list() {
   DisplayOptionWindow& form = console_.DisplayOptionForm;
   std::vector<std::string> headings;
+  std::vector<std::string> without_place;
   for (int column = first_optional_column; column < column_count; ++column) {
+    if (form.CheckItem(column).value == 0) continue;
+    const std::string& heading = form.CheckItem(column).caption;
     const int place = ColumnOrder[stored_place(column)];
-    if (place < 0 || place >= optional_column_count) continue;
-    if (ColumnShown[stored_place(column)] == 0) continue;
-    while (static_cast<int>(headings.size()) <= place) headings.emplace_back("/");
-    headings[static_cast<std::size_t>(place)] = form.CheckItem(column).caption;
+    const bool in_list = place >= 0 && place < optional_column_count;
+    while (in_list && static_cast<int>(headings.size()) <= place) headings.emplace_back(gap_entry);
+    if (!in_list || headings[static_cast<std::size_t>(place)] != gap_entry) {
+      without_place.push_back(heading);
+    } else {
+      headings[static_cast<std::size_t>(place)] = heading;
+    }
   }
+  headings.insert(headings.end(), without_place.begin(), without_place.end());
   form.List1.list = headings;
 }
 
@@ -108,10 +132,28 @@ int DisplayOptions::listed_place(int column) const {
 }
 
 void DisplayOptions::fill_width_boxes() {
-  for (int column = first_optional_column; column < column_count; ++column) {
-    const Label& label = console_.Lineweir.column_labels(column)(0);
-    show_in_width_box(column, std::to_string(label.visible ? label.width.get() : 0));
+  for (int column = 0; column < column_count; ++column) {
+    const int width = in_use(column) ? console_.layout.scale().across(width_of(column)) : 0;
+    show_in_width_box(column, std::to_string(width));
   }
+}
+
+bool DisplayOptions::in_use(int column) const {
+  return std::ranges::find(ColumnsInUse, column) != ColumnsInUse.end();
+}
+
+void DisplayOptions::tell_room() {
+  std::vector<int> widths;
+  for (const int column : ColumnsInUse) widths.push_back(width_of(column));
+  const int room = layout_range(console_.program.VisibleLines).strip_width - first_column_gap;
+  std::string names;
+  for (std::size_t i = columns_with_room(widths, room); i < widths.size(); ++i) {
+    if (widths[i] == 0) continue;
+    if (!names.empty()) names += ", ";
+    names += console_.DisplayOptionForm.CheckItem(ColumnsInUse[i]).caption;
+  }
+  console_.DisplayOptionForm.RoomLabel.caption =
+      names.empty() ? names : "No room in the rows for: " + names;
 }
 
 void DisplayOptions::fill_width_box(int column) {
@@ -160,6 +202,7 @@ void DisplayOptions::set_heading(int column, std::string_view heading) {
   if (const int listed = listed_place(column); listed >= 0) form.List1.set_item(listed, heading);
   console_.Lineweir.CaptionLabel(column).caption = heading;
   form.CheckItem(column).caption = heading;
+  tell_room();
 }
 
 }  // namespace lineweir

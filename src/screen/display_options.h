@@ -18,7 +18,8 @@ class DisplayOptions {
  public:
   explicit DisplayOptions(Console& console);
 
-  // Columns 2 to 12 by number less 2, as the settings hold them. A width is that of design size.
+  // Columns 2 to 12 by number less 2, as the settings and the user's profile hold them. A width is
+  // that of design size.
   ColumnNumbers ColumnShown{};
   ColumnNumbers ColumnWidth{};
   ColumnNumbers ColumnOrder{};
@@ -37,7 +38,11 @@ class DisplayOptions {
   // The columns of a first start.
   void NewColumnSetup();
 
-  // Puts the stored columns on the form and the screen.
+  // Takes stored columns. A width that can't be is that of a first start.
+  void restore(const ColumnNumbers& shown, const ColumnNumbers& widths, const ColumnNumbers& order);
+
+  // Puts the stored columns on the form and the screen. A column without a place isn't shown; one
+  // whose place isn't in the list, or is that of another, stands behind the others.
   void SetDisplayOptions();
 
   // TextWrit_RefreshColumnOrder: applies order, visibility and widths.
@@ -45,6 +50,9 @@ class DisplayOptions {
 
   // Shows the columns' present widths on the screen in the form's boxes, 0 for a hidden one.
   void fill_width_boxes();
+
+  // Tells on the form which columns in use the rows have no room for.
+  void tell_room();
 
   // The form's present choice, for the settings.
   void collect();
@@ -68,6 +76,7 @@ class DisplayOptions {
 
  private:
   void fill_list();
+  bool in_use(int column) const;
   // By entry of List1 its column, or -1.
   std::vector<int> listed_columns() const;
   void show_in_width_box(int column, std::string_view width);

@@ -1,8 +1,12 @@
 #include "screen/fonts.h"
 
+#include <algorithm>
+#include <string>
+
 #include "core/console.h"
 #include "core/guard.h"
 #include "core/integer16.h"
+#include "core/text.h"
 
 namespace lineweir {
 namespace {
@@ -23,8 +27,10 @@ Fonts::Fonts(Console& console) : console_(console) {
   form.GreyScreenOption.on_click = [this] { GreyScreenOption_Click(); };
 }
 
-void Fonts::FontChange(const platform::FontChoice& choice) {
+void Fonts::FontChange(const platform::FontChoice& wanted) {
   guard(console_, "Lineweir_FontChange", [&] {
+    platform::FontChoice choice = wanted;
+    choice.size = std::clamp(wanted.size, smallest_font, largest_font);
     MainForm& form = console_.Lineweir;
     for (int column = 1; column < column_count; ++column) {
       set_font(form.CaptionLabel(column).font, choice, choice.bold);
@@ -48,6 +54,12 @@ platform::FontChoice Fonts::present() const {
   const MainForm& form = console_.Lineweir;
   const FontProperties& font = form.Text1.font;
   return {font.name, font.size, form.CaptionLabel(1).font.bold, font.italic};
+}
+
+void Fonts::restore(const SettingsRecord& record) {
+  const std::string name(trimmed(record.MessageFontName));
+  if (name.empty()) return FontChange(present());
+  FontChange({name, record.MessageFontSize, record.MessageFontBold, record.MessageFontItalic});
 }
 
 void Fonts::FontMenuItem_Click() {

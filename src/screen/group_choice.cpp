@@ -64,7 +64,7 @@ bool GroupChoice::leave_group() {
 void GroupChoice::select_present_group() {
   ComboBox& selector = console_.DisplayOptionForm.MessageGroupSelector;
   const int present = console_.program.GroupNumber - 1;
-  if (present >= 0 && present < selector.list_count()) selector.list_index = present;
+  selector.list_index = present < selector.list_count() ? present : -1;
 }
 
 }  // namespace lineweir

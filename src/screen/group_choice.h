@@ -12,13 +12,14 @@ class GroupChoice {
 
   void ExitCommand_Click();
 
+  // Puts the selector on the present group's entry, or on none where it has none.
+  void select_present_group();
+
  private:
   void change_group(int group);
   bool open_to_user(int group) const;
   // Whether the server was told, where there is one.
   bool leave_group();
-  // The present group's entry in the selector again.
-  void select_present_group();
 
   Console& console_;
 };

@@ -4,13 +4,13 @@
 #include <vector>
 
 #include "core/console.h"
+#include "screen/column_room.h"
 #include "screen/design_scale.h"
 #include "screen/strip_pictures.h"
 
 namespace lineweir {
 namespace {
 
-constexpr int first_column_gap = 60;
 constexpr int label_drop = 45;
 constexpr int label_height = 225;
 constexpr int row_button_width = 375;
@@ -98,6 +98,7 @@ void lay_out_columns(Console& console, const DesignScale& scale) {
           used && rows[static_cast<std::size_t>(line)] != no_row;
     }
   }
+  console.display.tell_room();
 }
 
 void SetFieldWidths(Console& console) {

@@ -11,8 +11,9 @@ namespace lineweir {
 namespace {
 
 constexpr int boxes_in_column = 10;
-constexpr int box_left = 6100;
-constexpr int box_top = 150;
+// In the frame.
+constexpr int box_left = 100;
+constexpr int box_top = 250;
 constexpr int box_width = 1300;
 constexpr int box_height = 300;
 constexpr int box_pitch_across = 1400;
@@ -59,6 +60,7 @@ void VisibleRows::load_line_boxes() {
   for (int line = 0; line < wanted; ++line) {
     if (boxes.loaded(line)) continue;
     CheckBox& box = boxes.load(line);
+    box.set_container(&console_.DisplayOptionForm.DisplayPhoneLineFrame);
     box.caption = "Line " + std::to_string(line + 1);
     box.value = 1;
     box.enabled = true;

@@ -27,6 +27,9 @@ WindowTarget WindowSize::present() const {
 
 void WindowSize::restore(const WindowTarget& stored) {
   target = stored;
+  if (stored.state < window_normal || stored.state > window_maximised) {
+    target->state = window_normal;
+  }
   if (console_.Lineweir.Options.visible) target->height += menu_bar_height;
 }
 

@@ -29,7 +29,8 @@ class WindowSize {
   // The present size as the settings keep it: without the menu bar, where that is shown.
   WindowTarget present() const;
 
-  // Takes a stored size as the next target; the menu bar is added where it is shown.
+  // Takes a stored size as the next target; the menu bar is added where it is shown. A state that
+  // isn't one is the normal one.
   void restore(const WindowTarget& stored);
 
   // RedefineScreen gives the window the target's size before the layout and its state behind it;

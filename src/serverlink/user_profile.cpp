@@ -39,8 +39,9 @@ std::string flags_of(Console& console) {
        {&form.Line20Mode, &form.TextGrowToggle, &form.ServerShowData, &form.NextBarDisable}) {
     add(item->checked);
   }
-  add(form.Text1.font.bold);
-  add(form.Text1.font.italic);
+  const platform::FontChoice font = console.fonts.present();
+  add(font.bold);
+  add(font.italic);
   return flags;
 }
 
@@ -51,19 +52,12 @@ void append_field(std::string& block, std::string_view field) {
 
 void append_field(std::string& block, int number) { append_field(block, std::to_string(number)); }
 
-void append_column(std::string& block, const DisplayOptionWindow& form, int column) {
-  const CheckBox& box = form.CheckItem(column);
-  const bool checked = box.value == 1;
-  int place = column_not_listed;
-  const auto& entries = form.List1.list.get();
-  for (std::size_t entry = 0; checked && entry < entries.size(); ++entry) {
-    if (entries[entry] != trimmed(box.caption.get())) continue;
-    place = static_cast<int>(entry);
-    break;
-  }
-  append_field(block, place);
+void append_column(std::string& block, Console& console, int column) {
+  const bool checked = console.DisplayOptionForm.CheckItem(column).value == 1;
+  const int listed = checked ? console.display.listed_place(column) : -1;
+  append_field(block, listed < 0 ? column_not_listed : listed);
   append_field(block, checked ? "T" : "F");
-  append_field(block, leading_number(form.WidthText(column).text.get()));
+  append_field(block, checked ? console.display.width_of(column) : 0);
 }
 
 }  // namespace
@@ -97,10 +91,11 @@ std::string PrepareUserData(Console& console, std::string_view TheName) {
     append_field(block, console.clock_state.Warning2);
     append_field(block, console.program.MessageFile);
     for (int column = first_optional_column; column < column_count; ++column) {
-      append_column(block, console.DisplayOptionForm, column);
+      append_column(block, console, column);
     }
-    append_field(block, form.Text1.font.name.get());
-    append_field(block, form.Text1.font.size.get());
+    const platform::FontChoice font = console.fonts.present();
+    append_field(block, font.name);
+    append_field(block, font.size);
     append_field(block, console.clock_state.DelayOffset);
   });
   return block;

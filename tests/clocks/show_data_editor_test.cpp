@@ -209,15 +209,84 @@ TEST_SUITE("clocks/show data editor") {
     CHECK(test.cell(2, 20, 1) == "");
   }
 
-  TEST_CASE("row commands change the plan at once, and cancel doesn't undo them") {
+  TEST_CASE("row commands change the plan at once, and leaving without a save undoes them") {
     EditorConsole test;
-    test.plan.ShowTimes(23) = "10:55:00";
+    const ShowPlan before = plan_of("10:00:00", "11:00:00", {{"10:10:00", "A"}, {"10:20:00", "B"}});
+    test.plan = before;
+    const auto& close_by = {std::function<void()>([&] { test.editor.CancelOption.on_click(); }),
+                            std::function<void()>([&] { test.editor.Bye.on_click(); }),
+                            std::function<void()>([&] { test.editor.close(); })};
+    for (const auto& close : close_by) {
+      test.open();
+      test.editor.focus(&test.editor.Grid1);
+      test.editor.Grid1.select(1, 1);
+      test.editor.DeleteRow.on_click();
+      CHECK(test.plan.ShowTimes(3).trimmed() == "10:20:00");
+      test.editor.InsertRow.on_click();
+      test.editor.InsertRow.on_click();
+      CHECK(test.plan.ShowTimes(5).trimmed() == "10:20:00");
+      close();
+      CHECK(test.plan == before);
+      test.open();
+      CHECK(test.cell(1, 1, 2) == "A");
+      test.editor.close();
+    }
+  }
+
+  TEST_CASE("a cancel goes back to what was saved last") {
+    EditorConsole test;
+    test.plan = plan_of("10:00:00", "11:00:00", {{"10:10:00", "A"}, {"10:20:00", "B"}});
     test.open();
-    test.editor.focus(&test.editor.Grid2);
-    test.editor.Grid2.select(1, 1);
+    test.editor.focus(&test.editor.Grid1);
+    test.editor.DeleteRow.on_click();
+    test.editor.SaveOption.on_click();
+    const ShowPlan saved = test.plan;
+    CHECK(saved.ShowTimes(3).trimmed() == "10:20:00");
     test.editor.DeleteRow.on_click();
     test.editor.CancelOption.on_click();
-    CHECK(test.plan == ShowPlan{});
+    CHECK(test.plan == saved);
+    CHECK(test.platform.files.read("NoName.txt") == encode_show_plan(saved));
+  }
+
+  TEST_CASE("row commands keep what is typed and not yet saved") {
+    EditorConsole test;
+    const ShowPlan before = plan_of("10:00:00", "11:00:00", {{"10:10:00", "A"}});
+    test.plan = before;
+    test.open();
+    test.editor.StartTime.text = "10:05:00";
+    test.type(test.editor.Text1, "\b\b3");
+    test.editor.focus(&test.editor.Grid1);
+    test.editor.Grid1.set_cell(2, 1, "10:20:00");
+    test.editor.Grid1.set_cell(2, 2, "Typed");
+    test.editor.Grid2.set_cell(20, 2, "Far");
+    test.editor.Grid1.select(1, 1);
+    test.editor.InsertRow.on_click();
+    CHECK(test.cell(1, 1, 1) == "");
+    CHECK(test.cell(1, 2, 2) == "A");
+    CHECK(test.cell(1, 3, 1) == "10:20:00");
+    CHECK(test.cell(1, 3, 2) == "Typed");
+    CHECK(test.cell(1, 4, 0) == "10:20:00");
+    test.editor.DeleteRow.on_click();
+    CHECK(test.cell(1, 2, 2) == "Typed");
+    CHECK(test.cell(2, 20, 2) == "");
+    CHECK(test.editor.StartTime.text == "10:05:00");
+    test.editor.CancelOption.on_click();
+    CHECK(test.plan == before);
+  }
+
+  TEST_CASE("a save that fails says why and leaves plan and form as they were") {
+    EditorConsole test;
+    const ShowPlan before = plan_of("10:00:00", "11:00:00", {{"10:10:00", "A"}});
+    test.plan = before;
+    test.open();
+    test.editor.Grid1.set_cell(2, 1, "10:20:00");
+    test.console.show_plan.close();
+    test.editor.SaveOption.on_click();
+    test.editor.Exit.on_click();
+    CHECK(test.messages == std::vector<std::string>(2, "No show data file is open"));
+    CHECK(test.plan == before);
+    CHECK(test.editor.visible);
+    CHECK(test.cell(1, 2, 1) == "10:20:00");
   }
 
   TEST_CASE("row commands leave the start of the first row alone") {

@@ -85,8 +85,8 @@ TEST_SUITE("clocks/show plan store") {
     test.store.load_default_plan();
     CHECK(test.store.plan == morning());
     CHECK(test.store.TheDataFileName == "NoName.TXT");
-    test.store.plan = evening();
-    test.store.save_plan();
+    test.store.save_plan(evening());
+    CHECK(test.store.plan == evening());
     CHECK(test.files.read("NoName.txt") == encode_show_plan(evening()));
     CHECK_FALSE(test.files.exists("NoName.TXT"));
   }
@@ -139,17 +139,74 @@ TEST_SUITE("clocks/show plan store") {
     Store test;
     test.files.replace("show.txt", std::string(5000, 'z'));
     test.store.load_plan("show.txt");
-    test.store.plan = morning();
-    test.store.save_plan();
+    test.store.save_plan(morning());
     CHECK(test.files.read("show.txt") == encode_show_plan(morning()));
+  }
+
+  TEST_CASE("a plan that can't be saved leaves plan and open file as they were") {
+    Store test;
+    test.store.load_plan("old.txt");
+    test.store.save_plan(morning());
+    test.files.unwritable = {"old.txt", "new.txt"};
+    CHECK(failure_number_of([&] { test.store.save_plan(evening()); }) ==
+          failure_number::file_access);
+    CHECK(failure_number_of([&] { test.store.save_plan_as("new.txt", evening()); }) ==
+          failure_number::file_access);
+    CHECK(test.store.plan == morning());
+    CHECK(test.store.TheDataFileName == "old.txt");
+    CHECK(test.files.read("old.txt") == encode_show_plan(morning()));
+  }
+
+  TEST_CASE("unsaved changes are undone as a whole, saved ones stay") {
+    Store test;
+    test.store.load_plan("show.txt");
+    test.store.save_plan(morning());
+    ShowPlan noon = morning();
+    noon.ShowTimes(3) = "12:00:00";
+    test.store.change_unsaved(noon);
+    CHECK(test.store.plan == noon);
+    test.store.change_unsaved(evening());
+    test.store.undo_unsaved();
+    CHECK(test.store.plan == morning());
+    test.store.undo_unsaved();
+    CHECK(test.store.plan == morning());
+
+    test.store.change_unsaved(noon);
+    test.store.save_plan(evening());
+    test.store.undo_unsaved();
+    CHECK(test.store.plan == evening());
+    test.store.change_unsaved(noon);
+    test.store.save_plan_as("other.txt", evening());
+    test.store.undo_unsaved();
+    CHECK(test.store.plan == evening());
+    // Another plan was opened behind the editor's back.
+    test.store.change_unsaved(noon);
+    test.store.load_plan("show.txt");
+    test.store.undo_unsaved();
+    CHECK(test.store.plan == evening());
+  }
+
+  TEST_CASE("what another console saved meanwhile is seen once unsaved changes are undone") {
+    Store test;
+    test.store.load_plan("show.txt");
+    test.store.save_plan(morning());
+    ShowPlan changed = morning();
+    changed.ShowTimes(3) = "12:00:00";
+    test.store.change_unsaved(changed);
+    ShowPlan by_another = morning();
+    by_another.ShowTimes(2) = "09:30:00";
+    test.files.replace("show.txt", encode_show_plan(by_another));
+    test.store.read_first_34();
+    CHECK(test.store.plan == changed);
+    test.store.undo_unsaved();
+    CHECK(test.store.plan == by_another);
   }
 
   TEST_CASE("saving under another name opens that file, and the old one stays") {
     Store test;
-    test.store.plan = morning();
-    test.store.save_plan_as("a.txt");
-    test.store.plan = evening();
-    test.store.save_plan_as("b.txt");
+    test.store.save_plan_as("a.txt", morning());
+    test.store.save_plan_as("b.txt", evening());
+    CHECK(test.store.plan == evening());
     CHECK(test.files.read("a.txt") == encode_show_plan(morning()));
     CHECK(test.files.read("b.txt") == encode_show_plan(evening()));
     CHECK(test.store.TheDataFileName == "b.txt");
@@ -157,11 +214,13 @@ TEST_SUITE("clocks/show plan store") {
 
   TEST_CASE("nothing is saved while no file is open") {
     Store test;
-    CHECK(failure_number_of([&] { test.store.save_plan(); }) == failure_number::file_access);
+    CHECK(failure_number_of([&] { test.store.save_plan(morning()); }) ==
+          failure_number::file_access);
     test.store.load_plan("show.txt");
     test.store.close();
     CHECK_FALSE(test.store.is_open());
-    CHECK(failure_number_of([&] { test.store.save_plan(); }) == failure_number::file_access);
+    CHECK(failure_number_of([&] { test.store.save_plan(morning()); }) ==
+          failure_number::file_access);
   }
 
   TEST_CASE("rereading sees the first 34 times that another console saved, and nothing else") {

@@ -274,8 +274,6 @@ TEST_CASE("what was stored is stored again at the end") {
   // The scrambled empty password is its key alone.
   record.UserPassword = written->UserPassword;
   CHECK(written->UserPassword.size() == 1);
-  // The message display is bold whatever was stored.
-  record.MessageFontBold = true;
   for (const SettingsField& field : settings_fields) {
     CAPTURE(field.offset);
     CHECK(encode_settings(*written).substr(field.offset, field.width) ==

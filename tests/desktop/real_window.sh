@@ -29,16 +29,8 @@ start_display() {
   export DISPLAY=:$number
 }
 
-# A window manager, as on a user's screen.
+# Windows get frames, and the focus as a user gives it.
 start_window_manager() {
-  local manager=
-  for _ in {1..300}; do
-    if [[ -z $manager ]] || ! kill -0 "$manager" 2> /dev/null; then
-      openbox --sm-disable 2> /dev/null &
-      manager=$!
-    fi
-    xprop -root _NET_SUPPORTING_WM_CHECK 2> /dev/null | grep -q 0x && return
-    pause 0.1
-  done
-  fail "no window manager"
+  openbox --sm-disable --startup "sh -c 'echo ready > $work/manager.txt'" > /dev/null 2>&1 &
+  await_line "$work/manager.txt" ready || fail "no window manager"
 }

@@ -49,7 +49,10 @@ TEST_SUITE("desktop/resizing") {
     desk.drag(942, 698);
     CHECK(desk.form().timResize.enabled);
     CHECK(desk.form().DataRow(0).left == 1260);
+    // Letters and lines go with the boxes.
+    CHECK(desk.canvas().zoom() == doctest::Approx(1));
     desk.pass(500);
+    CHECK(desk.canvas().zoom() > 1.4);
     CHECK(desk.form().DataRow(0).left == 1890);
     CHECK(desk.widget(desk.form().DataRow(0)).x() == pixel_edge(1890));
   }

@@ -7,6 +7,7 @@
 #include <functional>
 #include <stdexcept>
 
+#include "core/settings_record.h"
 #include "desktop/desktop.h"
 #include "desktop/element_looks.h"
 #include "desktop/element_widget.h"
@@ -40,6 +41,12 @@ struct ShownConsole : ScriptedConsole {
   // With texts in that set.
   explicit ShownConsole(const CodePage& page, const Transliterator* transliterator = nullptr)
       : ScriptedConsole(page, transliterator), desktop(console) {
+    settle();
+  }
+
+  // The same from this settings file.
+  explicit ShownConsole(const SettingsRecord& record)
+      : ScriptedConsole("", encode_settings(record)), desktop(console) {
     settle();
   }
 

@@ -144,6 +144,7 @@ TEST_SUITE("windows") {
     test::ShownConsole desk;
     desk.form().width = 9420 * 2;
     desk.form().height = 7255 * 2;
+    desk.console.layout.RedefineScreen();
     desk.form().TextGrowToggle.checked = false;
     desk.settle();
     CHECK(desk.canvas().text_zoom() == doctest::Approx(1));

@@ -39,6 +39,8 @@ TEST_SUITE("screen/column_choice: boxes") {
     CHECK(options.WidthText(6).enabled);
     CHECK(options.WidthText(6).text == "600");
     CHECK(console.display.ColumnsInUse == Numbers{0, 1, 2, 3, 5, 11, 6});
+    CHECK(console.display.ColumnShown[4] == -1);
+    CHECK(console.display.ColumnOrder[4] == 4);
     CHECK(form.CaptionLabel(6).visible);
     for (int line = 0; line < 10; ++line) {
       CHECK(form.LineState(line).visible);
@@ -78,9 +80,14 @@ TEST_SUITE("screen/column_choice: boxes") {
     }
   }
 
-  TEST_CASE("the boxes of the first two columns do nothing") {
+  TEST_CASE("the boxes of the first two columns are checked and stay so") {
     ScriptedConsole desk;
     Console& console = desk.console;
+    for (const int column : {number_column, status_column}) {
+      CHECK(console.DisplayOptionForm.CheckItem(column).visible);
+      CHECK_FALSE(console.DisplayOptionForm.CheckItem(column).enabled);
+      CHECK(console.DisplayOptionForm.CheckItem(column).value == 1);
+    }
     toggle(console, 0);
     toggle(console, 1);
     CHECK(console.display.ColumnsInUse == Numbers{0, 1, 2, 3, 5, 11});
@@ -88,6 +95,36 @@ TEST_SUITE("screen/column_choice: boxes") {
 }
 
 TEST_SUITE("screen/column_choice: widths") {
+  TEST_CASE("the first two columns have a width too") {
+    ScriptedConsole desk;
+    Console& console = desk.console;
+    const MainForm& form = console.Lineweir;
+    console.Lineweir.DisplayDataOptionsMenu.on_click();
+    CHECK(console.DisplayOptionForm.WidthText(0).shown());
+    CHECK(console.DisplayOptionForm.WidthText(1).enabled);
+    CHECK(console.DisplayOptionForm.WidthText(0).text == "350");
+    CHECK(console.DisplayOptionForm.WidthText(1).text == "800");
+    enter_width(console, 0, "500");
+    enter_width(console, 1, "1000");
+    for (int line = 0; line < 10; ++line) {
+      CHECK(form.LineNumb(line).width == 500);
+      CHECK(form.LineStatus(line).left == form.LineNumb(line).left + 500);
+      CHECK(form.LineStatus(line).width == 1000);
+      CHECK(form.LineTime(line).left == form.LineStatus(line).left + 1000);
+    }
+    CHECK(form.CaptionLabel(1).width == 1000);
+  }
+
+  TEST_CASE("the boxes show the screen's widths when the form is opened") {
+    ScriptedConsole desk;
+    Console& console = desk.console;
+    resize(console, 18840, 7255);
+    console.Lineweir.DisplayDataOptionsMenu.on_click();
+    CHECK(console.DisplayOptionForm.WidthText(1).text == "1600");
+    CHECK(console.DisplayOptionForm.WidthText(3).text == "3400");
+    CHECK(console.DisplayOptionForm.WidthText(4).text == "");
+  }
+
   TEST_CASE("an entered width is that of the heading and of all lines, and is stored") {
     ScriptedConsole desk;
     Console& console = desk.console;
@@ -232,7 +269,7 @@ TEST_SUITE("screen/column_choice: the user's heading") {
   }
 
   TEST_CASE("no reply, an empty one and the same title change nothing") {
-    for (const char* reply : {"", "User"}) {
+    for (const char* reply : {"", "   ", "User", " User "}) {
       ScriptedConsole desk;
       desk.platform.dialogs.answer_input(reply);
       desk.console.DisplayOptionForm.UserRename.on_click();
@@ -241,6 +278,16 @@ TEST_SUITE("screen/column_choice: the user's heading") {
     ScriptedConsole desk;
     desk.console.DisplayOptionForm.UserRename.on_click();
     CHECK(desk.console.Lineweir.CaptionLabel(12).caption == "User");
+  }
+
+  TEST_CASE("a title is as long as the settings can hold it, so that the next start has the same") {
+    ScriptedConsole desk;
+    desk.platform.dialogs.answer_input("  Number of the programme to be played  ");
+    desk.console.DisplayOptionForm.UserRename.on_click();
+    const std::string title = "Number of the programme to be";
+    CHECK(desk.console.Lineweir.CaptionLabel(12).caption == title);
+    ScriptedConsole next("D", encode_settings(desk.console.settings.collect()));
+    CHECK(next.console.Lineweir.CaptionLabel(12).caption == title);
   }
 
   TEST_CASE("a title that another column has keeps both columns on the screen") {

@@ -60,14 +60,43 @@ TEST_SUITE("screen/display_options") {
     CHECK(console.display.ColumnsInUse == Numbers{0, 1, 3, 5});
   }
 
-  TEST_CASE("places out of range aren't listed") {
+  TEST_CASE("a shown column whose place can't be stands behind the others") {
     ScriptedConsole desk;
     Console& console = desk.console;
-    store_columns(console, {3, 5, 2});
+    store_columns(console, {3, 5, 2, 6});
     console.display.ColumnOrder[3] = 30000;
     console.display.ColumnOrder[0] = -7;
+    console.display.ColumnOrder[4] = 0;
+    console.display.SetDisplayOptions();
+    CHECK(console.DisplayOptionForm.List1.list.get() ==
+          Texts{"Caller Name", "Time", "City", "State"});
+    CHECK(console.display.ColumnsInUse == Numbers{0, 1, 3, 2, 5, 6});
+  }
+
+  TEST_CASE("a column without a place is neither listed nor checked") {
+    ScriptedConsole desk;
+    Console& console = desk.console;
+    store_columns(console, {3, 5});
+    console.display.ColumnOrder[3] = column_not_listed;
     console.display.SetDisplayOptions();
     CHECK(console.DisplayOptionForm.List1.list.get() == Texts{"Caller Name"});
+    CHECK(console.DisplayOptionForm.CheckItem(5).value == 0);
+    CHECK_FALSE(console.Lineweir.LineCity(0).visible);
+  }
+
+  TEST_CASE("a stored width that can't be is that of a first start") {
+    ScriptedConsole desk;
+    DisplayOptions& display = desk.console.display;
+    ColumnNumbers widths = display.ColumnWidth;
+    widths[0] = -1;
+    widths[1] = -32768;
+    widths[3] = 0;
+    widths[9] = 32767;
+    display.restore(display.ColumnShown, widths, display.ColumnOrder);
+    CHECK(display.width_of(2) == 835);
+    CHECK(display.width_of(3) == 1700);
+    CHECK(display.width_of(5) == 0);
+    CHECK(display.width_of(11) == 32767);
   }
 
   TEST_CASE("while the columns are locked their order stays") {
@@ -107,8 +136,50 @@ TEST_SUITE("screen/display_options") {
     Console& console = desk.console;
     resize(console, 18840, 7255);
     console.display.fill_width_boxes();
+    CHECK(console.DisplayOptionForm.WidthText(0).text == "700");
+    CHECK(console.DisplayOptionForm.WidthText(1).text == "1600");
     CHECK(console.DisplayOptionForm.WidthText(2).text == "1670");
     CHECK(console.DisplayOptionForm.WidthText(4).text == "0");
+  }
+
+  TEST_CASE("a hidden first line leaves the widths of the columns in their boxes") {
+    ScriptedConsole desk;
+    Console& console = desk.console;
+    console.DisplayOptionForm.LineCheck(0).value = 0;
+    console.visible_rows.RefreshVisibleRows();
+    console.display.fill_width_boxes();
+    CHECK(console.DisplayOptionForm.WidthText(3).text == "1700");
+    CHECK(console.settings.collect().ColumnWidth[1] == 1700);
+  }
+
+  TEST_CASE("columns without room are told on the form as soon as they have none") {
+    ScriptedConsole desk;
+    Console& console = desk.console;
+    const Label& room = console.DisplayOptionForm.RoomLabel;
+    CHECK(room.caption == "");
+    // 60 twips before the first column, and 7385 of columns at first.
+    console.display.set_width(comments_column, 2500 + 7590 - 7385 - 60);
+    console.display.RefreshColumnOrder();
+    CHECK(room.caption == "");
+    console.display.set_width(comments_column, 2500 + 7590 - 7385 - 60 + 1);
+    console.display.RefreshColumnOrder();
+    CHECK(room.caption == "No room in the rows for: Comments");
+    console.display.set_width(name_column, 32767);
+    console.display.RefreshColumnOrder();
+    CHECK(room.caption == "No room in the rows for: Caller Name, City, Comments");
+    console.display.set_width(city_column, 0);
+    console.display.RefreshColumnOrder();
+    CHECK(room.caption == "No room in the rows for: Caller Name, Comments");
+    console.display.set_width(name_column, 1700);
+    console.display.set_width(comments_column, 3200);
+    console.display.RefreshColumnOrder();
+    CHECK(room.caption == "");
+    // The rows of the large layout are wider.
+    console.display.set_width(comments_column, 4500);
+    console.display.RefreshColumnOrder();
+    CHECK(room.caption == "No room in the rows for: Comments");
+    show_rows(console, 20);
+    CHECK(room.caption == "");
   }
 
   TEST_CASE("all rows take the widths of the first") {

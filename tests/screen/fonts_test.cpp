@@ -3,6 +3,7 @@
 #include <doctest/doctest.h>
 
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "support/rows_of.h"
@@ -25,6 +26,51 @@ TEST_SUITE("screen/fonts") {
       CHECK(has(form.column_labels(column)(9).font, {"DejaVu Sans", 8, false, false}, true));
     }
     CHECK(has(form.CaptionLabel(3).font, {"DejaVu Sans", 8, false, false}, false));
+    // As after every later start.
+    for (const Label* label : {&form.StatusText, &form.CountDownTime, &form.RealTime}) {
+      CHECK(has(label->font, {"DejaVu Sans", 8, false, false}, true));
+    }
+    CHECK(has(form.Text1.font, {"DejaVu Sans", 8, false, false}, true));
+  }
+
+  TEST_CASE("the font in force is stored, and not that of the message display, which is bold") {
+    for (const bool bold : {true, false}) {
+      ScriptedConsole desk;
+      platform::FontChoice choice = large;
+      choice.bold = bold;
+      desk.console.fonts.FontChange(choice);
+      CHECK(desk.console.fonts.present().bold == bold);
+      const SettingsRecord record = desk.console.settings.collect();
+      CHECK(record.MessageFontName == "DejaVu Serif");
+      CHECK(record.MessageFontSize == 14);
+      CHECK(record.MessageFontBold == bold);
+      CHECK(record.MessageFontItalic);
+      ScriptedConsole next("D", encode_settings(record));
+      CHECK(has(next.console.Lineweir.CaptionLabel(5).font, choice, bold));
+      CHECK(next.console.settings.collect().MessageFontBold == bold);
+    }
+  }
+
+  TEST_CASE("a size is kept within what can be read") {
+    ScriptedConsole desk;
+    const std::vector<std::pair<int, int>> sizes = {{-32768, 6}, {-1, 6},  {0, 6},   {5, 6},
+                                                    {6, 6},      {72, 72}, {73, 72}, {32767, 72}};
+    for (const auto& [wanted, given] : sizes) {
+      CAPTURE(wanted);
+      desk.console.fonts.FontChange({"DejaVu Sans", wanted, false, false});
+      CHECK(desk.console.fonts.present().size == given);
+      CHECK(desk.console.Lineweir.LineCity(7).font.size == given);
+    }
+  }
+
+  TEST_CASE("settings that name no font leave the present one") {
+    ScriptedConsole desk("D", "xx");
+    CHECK(has(desk.console.Lineweir.LineName(0).font, {"DejaVu Sans", 8, false, false}, true));
+    desk.console.fonts.FontChange(large);
+    SettingsRecord nameless;
+    nameless.MessageFontSize = 40;
+    desk.console.fonts.restore(nameless);
+    CHECK(has(desk.console.Lineweir.LineName(0).font, large, true));
   }
 
   TEST_CASE("headings take the choice whole, the rows and the clocks are bold whatever it says") {
@@ -80,7 +126,7 @@ TEST_SUITE("screen/fonts") {
     desk.take_trace();
     form.FontMenuItem.on_click();
     CHECK(has(form.LineCity(0).font, {"DejaVu Sans", 8, false, false}, true));
-    CHECK(has(form.Text1.font, {"DejaVu Sans", 8, false, false}, false));
+    CHECK(has(form.CaptionLabel(5).font, {"DejaVu Sans", 8, false, false}, false));
     CHECK(desk.take_trace() ==
           std::vector<std::string>{"Lineweir_FontMenuItem_Click Error - Cancel was selected."});
   }

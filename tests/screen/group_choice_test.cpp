@@ -28,6 +28,24 @@ struct GroupDesk : ScriptedConsole {
   }
 };
 
+TEST_SUITE("screen/group_choice: the selector") {
+  TEST_CASE("the form opens on the present group, and on none that has no entry") {
+    ScriptedConsole desk;
+    Console& console = desk.console;
+    ComboBox& selector = console.DisplayOptionForm.MessageGroupSelector;
+    REQUIRE(selector.list_count() == 10);
+    for (const auto& [group, entry] : {std::pair(7, 6), std::pair(12, -1), std::pair(1, 0)}) {
+      console.program.GroupNumber = group;
+      console.Lineweir.DisplayDataOptionsMenu.on_click();
+      CHECK(selector.list_index == entry);
+      // Leaving the form as it is changes nothing.
+      console.DisplayOptionForm.ExitCommand.on_click();
+      CHECK(console.program.GroupNumber == group);
+      CHECK(desk.take_messages().empty());
+    }
+  }
+}
+
 TEST_SUITE("screen/group_choice") {
   TEST_CASE("the present group changes nothing") {
     GroupDesk desk;

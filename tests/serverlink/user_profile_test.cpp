@@ -7,7 +7,7 @@
 
 #include "serverlink/server_packet_codec.h"
 #include "support/property_check.h"
-#include "support/scripted_console.h"
+#include "support/rows_of.h"
 
 namespace lineweir {
 namespace {
@@ -110,8 +110,7 @@ TEST_CASE("the flags of the log's fields and of the message font stand in the pr
     CHECK(flags_of(desk.console).substr(14, 10) == wanted);
   }
   for (const bool bold : {true, false}) {
-    desk.console.Lineweir.Text1.font.bold = bold;
-    desk.console.Lineweir.Text1.font.italic = !bold;
+    desk.console.fonts.FontChange({"Serif", 9, bold, !bold});
     CHECK(flags_of(desk.console).substr(41) == (bold ? "10" : "01"));
   }
 }
@@ -134,8 +133,7 @@ TEST_CASE("the profile's fields stand in their order") {
   console.clock_state.Warning2 = 15;
   console.program.MessageFile = "HOT.LWB";
   console.clock_state.DelayOffset = -7;
-  console.Lineweir.Text1.font.name = "Serif";
-  console.Lineweir.Text1.font.size = 9;
+  console.fonts.FontChange({"Serif", 9, false, false});
   const auto fields = fields_of(console);
   REQUIRE(fields.size() == 47);
   const std::vector<std::string> first = {"6970", "9420", "3",  "0",  "NoName.TXT", "",
@@ -147,9 +145,14 @@ TEST_CASE("the profile's fields stand in their order") {
 
 TEST_CASE("each column has its place, mark and width in the profile") {
   ScriptedConsole desk;
+  const DisplayOptionWindow& form = desk.console.DisplayOptionForm;
+  // Neither the window's size nor a hidden line is in a width that is kept.
+  test::resize(desk.console, 18840, 7255);
+  form.LineCheck(0).value = 0;
+  desk.console.visible_rows.RefreshVisibleRows();
+  desk.console.display.fill_width_boxes();
   const auto fields = fields_of(desk.console);
   REQUIRE(fields.size() == 47);
-  const DisplayOptionWindow& form = desk.console.DisplayOptionForm;
   for (int column = first_optional_column; column < column_count; ++column) {
     CAPTURE(column);
     const std::size_t group = 11 + 3 * static_cast<std::size_t>(column - first_optional_column);
@@ -157,7 +160,8 @@ TEST_CASE("each column has its place, mark and width in the profile") {
     const int place = desk.console.display.listed_place(column);
     CHECK(fields[group] == std::to_string(shown ? place : 99));
     CHECK(fields[group + 1] == (shown ? "T" : "F"));
-    CHECK(fields[group + 2] == (shown ? form.WidthText(column).text.get() : "0"));
+    const ColumnRule& rule = column_rules[static_cast<std::size_t>(column)];
+    CHECK(fields[group + 2] == (shown ? std::to_string(rule.width) : "0"));
   }
 }
 

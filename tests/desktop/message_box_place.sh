@@ -1,0 +1,56 @@
+#!/usr/bin/env bash
+# Under a window manager the message box opens at its offset from the main window, from the first
+# time on and after the window was moved.
+#
+#   message_box_place.sh FOLDER-OF-PROGRAMS
+set -euo pipefail
+bin=$1
+source "$(dirname "$0")/real_window.sh"
+
+fail() {
+  echo "message box: $*" >&2
+  exit 1
+}
+
+# place WINDOW: sets X and Y to where its content stands.
+place() {
+  eval "$(xdotool getwindowgeometry --shell "$1" | grep -E '^(X|Y)=')"
+}
+
+# check_box WHEN: the box is 2000 and 1000 twips from the main window; both have the same frame.
+check_box() {
+  local box offset
+  box=$(timeout 20 xdotool search --sync --onlyvisible --name '^Lineweir$' | tail -n 1)
+  for _ in {1..100}; do
+    place "$main"
+    local main_x=$X main_y=$Y
+    place "$box"
+    offset="$((X - main_x)) $((Y - main_y))"
+    [[ $offset == '133 67' ]] && return
+    pause 0.05
+  done
+  fail "$1 it stands at $offset from the main window"
+}
+
+# No line has the number 11, so that its key gives a message.
+provoke_message() {
+  xdotool windowfocus --sync "$main" key --clearmodifiers shift+1
+}
+
+# A stored port that isn't there gives one at the start, before the main window is shown.
+printf '%s\n' launch 'serial Comm1 reply "M" "Line monitor ON"' 'click PortOn' \
+  'click SaveSettingsMenu' | "$bin/lineweir-driver" --dir . > driver.txt
+
+start_display
+start_window_manager
+
+LINEWEIR_COM1=$work/none LINEWEIR_COM2=$work/none LINEWEIR_COM3=$work/none \
+  LINEWEIR_COM4=$work/none timeout 120 "$bin/lineweir" &
+main=$(timeout 20 xdotool search --sync --onlyvisible --name 'Lineweir - ' | tail -n 1)
+check_box 'at the start'
+box=$(xdotool search --onlyvisible --name '^Lineweir$' | tail -n 1)
+xdotool windowfocus --sync "$box" key Return
+
+xdotool windowmove --sync "$main" 300 200
+provoke_message
+check_box 'after a move'
