@@ -1,5 +1,6 @@
 #include "callerdata/call_log.h"
 
+#include <algorithm>
 #include <array>
 
 #include "callerdata/call_log_columns.h"
@@ -11,6 +12,7 @@
 namespace lineweir {
 namespace {
 
+// What a column of the log holds.
 struct LogStep {
   int position;
   CallerField field;
@@ -18,23 +20,58 @@ struct LogStep {
   int row_column;
 };
 
-// In the order in which the columns are set. The first three are what the row shows.
+// Name, city and comments are what the row shows.
 constexpr std::array log_steps = {
     LogStep{0, CallerField::CallerName, name_column},
+    LogStep{1, CallerField::StreetAddress, -1},
     LogStep{2, CallerField::City, city_column},
+    LogStep{3, CallerField::State, -1},
+    LogStep{4, CallerField::ZipCode, -1},
+    LogStep{phone_number_position, CallerField::PhoneNumber, -1},
     LogStep{6, CallerField::Comments, comments_column},
     LogStep{7, CallerField::Station, -1},
     LogStep{8, CallerField::Gender, -1},
-    LogStep{1, CallerField::StreetAddress, -1},
-    LogStep{3, CallerField::State, -1},
-    LogStep{4, CallerField::ZipCode, -1},
-    LogStep{5, CallerField::PhoneNumber, -1},
-    LogStep{user_field_position, CallerField::UserField, -1},
-    LogStep{9, CallerField::CallDate, -1},
+    LogStep{date_position, CallerField::CallDate, -1},
     LogStep{10, CallerField::TimeOnHold, -1},
     LogStep{11, CallerField::TimePlacedOnAir, -1},
     LogStep{12, CallerField::TimeOnAir, -1},
+    LogStep{user_field_position, CallerField::UserField, -1},
 };
+
+bool is_entered(CallerField field) {
+  return std::ranges::any_of(entry_fields,
+                             [field](const EntryField& entry) { return entry.field == field; });
+}
+
+// So many calls that have ended can still be completed.
+constexpr std::size_t most_ended_calls = 200;
+
+using LoggedColumns = std::vector<platform::LoggedColumn>;
+
+LoggedColumns empty_columns() {
+  LoggedColumns columns;
+  for (const CallLogColumn& column : call_log_columns) {
+    columns.push_back({std::string(column.name), {}});
+  }
+  return columns;
+}
+
+void set_column(const Letters& letters, LoggedColumns& columns, int position,
+                std::string_view text) {
+  const auto place = static_cast<std::size_t>(position);
+  columns[place].value = letters.to_utf8(left_part(text, call_log_columns[place].size));
+}
+
+LoggedColumns columns_of(const Letters& letters, const CallerRecord& record, MainForm& form,
+                         int line) {
+  LoggedColumns columns = empty_columns();
+  for (const LogStep& step : log_steps) {
+    set_column(letters, columns, step.position,
+               step.row_column < 0 ? record[step.field]
+                                   : form.column_labels(step.row_column)(line).caption.get());
+  }
+  return columns;
+}
 
 }  // namespace
 
@@ -42,37 +79,63 @@ CallLog::CallLog(Console& console) : console_(console) {}
 
 void CallLog::log(int line) {
   CallerRecord& record = console_.lines.CallerData(line);
-  if (chosen() && record.holds_data()) write(line, record);
+  const std::string date = date_text(console_.services.clock.now());
+  const bool logged = chosen() && record.holds_data();
+  if (logged) record.set(CallerField::CallDate, date);
+
+  platform::LoggedCall call;
+  call.table = call_log_table;
+  if (logged) call.file = console_.Lineweir.Data1.database_name;
+  call.columns = columns_of(console_.services.letters, record, console_.Lineweir, line);
+  set_column(console_.services.letters, call.columns, date_position, date);
+  keep(call_on(line), call);
+  if (logged) console_.services.journal.put(std::move(call));
   ++calls_ended_[line];
+  calls_on_lines_.erase(line);
 }
 
-void CallLog::write(int line, CallerRecord& record) {
-  record.set(CallerField::CallDate, date_text(console_.services.clock.now()));
-  platform::Recordset& rows = recordset();
-  rows.add_new();
-  for (const LogStep& step : log_steps) {
-    const CallLogColumn& column = call_log_columns[static_cast<std::size_t>(step.position)];
-    const std::string& text =
-        step.row_column < 0 ? record[step.field]
-                            : console_.Lineweir.column_labels(step.row_column)(line).caption.get();
-    const std::string value = console_.services.letters.to_utf8(left_part(text, column.size));
-    if (column.name.empty()) {
-      rows.set_field(step.position, value);
-    } else {
-      rows.set_field(column.name, value);
-    }
+CallNumber CallLog::call_on(int line) {
+  const auto [call, added] = calls_on_lines_.try_emplace(line, 0);
+  if (added) call->second = ++last_call_;
+  return call->second;
+}
+
+void CallLog::keep(CallNumber number, const platform::LoggedCall& call) {
+  ended_[number] = call;
+  if (ended_.size() > most_ended_calls) ended_.erase(ended_.begin());
+}
+
+bool CallLog::complete(CallNumber number, const EntryTexts& texts) {
+  const auto ended = ended_.find(number);
+  if (ended == ended_.end()) return false;
+  CallerRecord record;
+  for (std::size_t i = 0; i < texts.size(); ++i) record.set(entry_fields[i].field, texts[i]);
+  platform::LoggedCall& call = ended->second;
+  if (call.file.empty()) {
+    if (!chosen() || !record.holds_data()) return false;
+    call.file = console_.Lineweir.Data1.database_name;
+  } else {
+    call.replaced = call.columns;
   }
-  rows.update();
+  for (const LogStep& step : log_steps) {
+    if (is_entered(step.field)) set_column(console_.services.letters, call.columns, step.position, record[step.field]);
+  }
+  console_.services.journal.put(call);
+  return true;
 }
 
 platform::Recordset& CallLog::recordset() {
   const std::string& name = console_.Lineweir.Data1.database_name;
-  if (!log_.recordset || log_.name != name) log_ = open(name);
+  if (!log_.recordset || log_.name != name || has_other_file(log_)) log_ = open(name);
   return *log_.recordset;
 }
 
 void CallLog::choose(const std::string& file) {
   log_ = open(file);
+  choose_unseen(file);
+}
+
+void CallLog::choose_unseen(const std::string& file) {
   console_.Lineweir.Data1.database_name = file;
   console_.Lineweir.Data1.record_source = call_log_table;
 }
@@ -93,12 +156,17 @@ int CallLog::calls_ended(int line) const {
   return found == calls_ended_.end() ? 0 : found->second;
 }
 
+bool CallLog::has_other_file(const OpenLog& log) {
+  const platform::FileStanding standing = log.database->standing();
+  return standing == platform::FileStanding::Replaced || standing == platform::FileStanding::Gone;
+}
+
 CallLog::OpenLog CallLog::open(const std::string& file) const {
   const std::string table(call_log_table);
   OpenLog log{file, console_.services.databases.open(file), nullptr};
   require_log_columns(log.database->table_columns(table));
   log.recordset = log.database->open_recordset(table);
-  log.database->index_numbers(table, phone_number_position);
+  console_.services.journal.use(file, table, phone_number_position);
   return log;
 }
 

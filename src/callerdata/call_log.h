@@ -1,31 +1,51 @@
 #pragma once
 
+#include <cstdint>
 #include <map>
 #include <memory>
 #include <string>
 #include <vector>
 
+#include "callerdata/entry_fields.h"
 #include "core/caller_record.h"
+#include "platform/call_journal.h"
 #include "platform/database.h"
 
 namespace lineweir {
 
 struct Console;
 
-// Writes the record of a call that has ended to the call log.
+// Names a call for as long as the program runs. No call has the number 0.
+using CallNumber = std::uint64_t;
+
+// Hands the records of calls that have ended to the journal, which brings them into the call log.
 class CallLog {
  public:
   explicit CallLog(Console& console);
 
-  // Writes the line's record if a log is chosen and the record holds data; the date of the call is
-  // filled in. Fails as the database does.
+  // The call on the line has ended. If a log is chosen and the record holds data, the date of the
+  // call is filled in and the record goes to the log, now or as soon as the log takes it. A log
+  // that takes none is no failure here.
   void log(int line);
+
+  // The call that is on the line now, or will be the next one there: another number as soon as the
+  // call has ended.
+  CallNumber call_on(int line);
+
+  // What is known of the caller of a call that has ended is now this: its row in the log is
+  // changed, or added where the call wasn't logged since it had no data or no log was chosen. The
+  // times of the call stay. False, and nothing is changed, where the call has not ended or ended
+  // long ago, where no log is chosen for it, and where neither it nor the texts hold data.
+  bool complete(CallNumber call, const EntryTexts& texts);
 
   // The rows of the chosen log, opened at first use and anew after another was chosen.
   platform::Recordset& recordset();
 
   // Opens a file as the log and chooses it. Where it fails the log that is in use stays.
   void choose(const std::string& file);
+
+  // Chooses a file that can't be opened for now.
+  void choose_unseen(const std::string& file);
 
   // Whether a log is chosen. The file may still be out of reach.
   bool chosen() const;
@@ -44,12 +64,17 @@ class CallLog {
     std::unique_ptr<platform::Recordset> recordset;
   };
 
-  void write(int line, CallerRecord& record);
+  void keep(CallNumber number, const platform::LoggedCall& call);
   OpenLog open(const std::string& file) const;
+  static bool has_other_file(const OpenLog& log);
 
   Console& console_;
   OpenLog log_;
   std::map<int, int> calls_ended_;
+  std::map<int, CallNumber> calls_on_lines_;
+  CallNumber last_call_ = 0;
+  // The latest calls that have ended. The file of one that wasn't logged is empty.
+  std::map<CallNumber, platform::LoggedCall> ended_;
 };
 
 // The columns of a new log, whose last one has the user's name for it. A database's texts are

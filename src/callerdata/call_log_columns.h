@@ -26,6 +26,7 @@ inline constexpr std::array call_log_columns = {
 };
 
 inline constexpr int phone_number_position = 5;
+inline constexpr int date_position = 9;
 inline constexpr int user_field_position = 13;
 
 }  // namespace lineweir

@@ -45,8 +45,21 @@ void CallLogFile::DatabasePathMenuItem_Click() {
     question.may_be_new = true;
     const auto file = console_.services.dialogs.ask_file(question);
     if (!file || trimmed(*file).empty()) return;
-    if (open_or_create(*file)) compare_user_field();
+    if (!open_or_create(*file)) return;
+    compare_user_field();
+    take_waiting_calls(*file);
   });
+}
+
+void CallLogFile::take_waiting_calls(const std::string& file) {
+  for (const platform::LogTrouble& trouble : console_.services.journal.state().troubles) {
+    if (trouble.file == file) continue;
+    const std::string question = "Calls wait for the log '" + trouble.file +
+                                 "', which can't be written. Put them into '" + file + "' instead?";
+    if (console_.services.dialogs.ask_yes_no(question)) {
+      console_.services.journal.redirect(trouble.file, file);
+    }
+  }
 }
 
 bool CallLogFile::open_or_create(const std::string& file) {
@@ -92,6 +105,11 @@ void CallLogFile::use_stored(const std::string& file, const std::string& handler
   out_of_reach_.clear();
   attempt([&] { console_.call_log.choose(file); },
           [&](const Failure& failure) {
+            // It will be let go: the calls wait for it.
+            if (failure.number() == failure_number::database_in_use) {
+              report_failure(console_, handler, failure);
+              return console_.call_log.choose_unseen(file);
+            }
             out_of_reach_ = file;
             console_.Lineweir.Data1.database_name = "";
             if (failure.number() != failure_number::database_not_found) {

@@ -31,6 +31,8 @@ class CallLogFile {
  private:
   bool open_or_create(const std::string& file);
   void compare_user_field();
+  // What waits for another log may go to this one.
+  void take_waiting_calls(const std::string& file);
   void refuse(const std::string& handler, const Failure& failure);
 
   Console& console_;

@@ -14,7 +14,6 @@ constexpr std::size_t least_digits = 4;
 constexpr std::size_t digits_without_country_code = 10;
 constexpr int name_position = 0;
 constexpr int city_position = 2;
-constexpr int date_position = 9;
 constexpr int on_air_position = 11;
 
 struct KnownCall {

@@ -35,11 +35,20 @@ void CallerMemory::number_arrived(int line, std::string_view number) {
 void CallerMemory::look_up(std::string_view number) {
   hide();
   if (!console_.call_log.chosen() || number_forms(number).empty()) return;
-  const auto history =
-      find_history(console_.call_log.recordset(), console_.services.letters, number);
+  CallerDataForm& form = console_.Form4;
+  std::optional<CallerHistory> history;
+  attempt(
+      [&] {
+        history = find_history(console_.call_log.recordset(), console_.services.letters, number);
+      },
+      [&](const Failure& failure) {
+        // What keeps the log from telling is told in its place.
+        report_failure(console_, "CallerMemory", failure);
+        form.MemoryLabel.caption = description_of(console_, failure);
+        form.MemoryLabel.visible = true;
+      });
   if (!history) return;
   offered_ = *history;
-  CallerDataForm& form = console_.Form4;
   form.MemoryLabel.caption = history_text(offered_);
   form.MemoryLabel.visible = true;
   form.MemoryFill.visible = !offered_.name.empty() || !offered_.city.empty();

@@ -102,10 +102,8 @@ std::string LogOutput::ask_file(const std::string& title, const std::string& fil
 }
 
 bool LogOutput::is_database(const std::string& file) {
-  if (file == console_.DatabaseViewer.Data1.database_name.get()) return true;
-  const auto content = console_.services.files.read(file);
-  return content && !content->empty() &&
-         attempt([&] { console_.services.databases.open(file); }, [](const Failure&) {});
+  return file == console_.DatabaseViewer.Data1.database_name.get() ||
+         console_.services.databases.is_database(file);
 }
 
 void LogOutput::start(Job job) {

@@ -46,19 +46,26 @@ void LogViewer::Form_Load() {
   form.Data1.database_name = console_.Lineweir.Data1.database_name;
   form.Data1.record_source = console_.Lineweir.Data1.record_source;
   form.SearchText.text = "";
+  form.CountLabel.caption = "";
   order_ = {};
+  form.focus(&form.SearchText);
+  show_log();
+}
+
+void LogViewer::show_log() {
+  DatabaseViewerForm& form = console_.DatabaseViewer;
   const bool opened = attempt([&] { open_log(); },
                               [&](const Failure& failure) {
+                                close_log();
+                                if (form.CountLabel.caption.get() == failure.what()) return;
                                 report_failure(console_, "DatabaseViewer_Form_Load", failure);
-                                recordset_.reset();
-                                database_.reset();
                                 form.CountLabel.caption = failure.what();
                               });
   form.ImportButton.enabled = open();
   form.ExportButton.enabled = open();
   form.PrintButton.enabled = open();
-  form.FollowTimer.enabled = open();
-  form.focus(&form.SearchText);
+  // A log that can't be shown now may be shown later.
+  form.FollowTimer.enabled = console_.call_log.chosen();
   if (opened && open()) look_again();
 }
 
@@ -83,15 +90,19 @@ void LogViewer::Form_Unload() {
     form.FollowTimer.enabled = false;
     console_.log_output.stop();
     console_.ImportPreview.unload();
-    view_ = {};
-    recordset_.reset();
-    database_.reset();
+    close_log();
     form.DBGrid1.headings = std::vector<std::string>();
-    form.DBGrid1.show_other_rows(0);
     form.SortList.list = std::vector<std::string>();
     form.WorkLabel.caption = "";
     show_details();
   });
+}
+
+void LogViewer::close_log() {
+  view_ = {};
+  recordset_.reset();
+  database_.reset();
+  console_.DatabaseViewer.DBGrid1.show_other_rows(0);
 }
 
 std::vector<std::string> LogViewer::column_names() const {
@@ -176,13 +187,26 @@ void LogViewer::look_again() {
   view_.begin(*recordset_, form.SearchText.text.get(), order_);
   more_to_follow_ = false;
   call_is_gone_ = false;
-  // The first calls are there at once.
-  work();
+  // The first calls are there at once, unless the log is in use.
+  form.WorkTimer.enabled = true;
+  WorkTimer_Timer();
 }
 
 void LogViewer::WorkTimer_Timer() {
-  const bool done = guard(console_, "DatabaseViewer_WorkTimer_Timer", [&] { work(); });
-  if (!done) console_.DatabaseViewer.WorkTimer.enabled = false;
+  if (!tried("DatabaseViewer_WorkTimer_Timer", [&] { work(); })) {
+    console_.DatabaseViewer.WorkTimer.enabled = false;
+  }
+}
+
+bool LogViewer::tried(std::string_view handler, const std::function<void()>& body) {
+  bool again = true;
+  attempt(body, [&](const Failure& failure) {
+    // A log that is in use for now is looked at at the next tick. What else fails once would fail
+    // again and again.
+    again = failure.number() == failure_number::database_in_use;
+    if (!again) report_failure(console_, handler, failure);
+  });
+  return again;
 }
 
 void LogViewer::work() {
@@ -197,13 +221,26 @@ void LogViewer::work() {
 }
 
 void LogViewer::FollowTimer_Timer() {
-  const bool done = guard(console_, "DatabaseViewer_FollowTimer_Timer", [&] { follow(); });
-  // What fails once would fail twice a second.
-  if (!done) console_.DatabaseViewer.FollowTimer.enabled = false;
+  if (!tried("DatabaseViewer_FollowTimer_Timer", [&] { follow(); })) {
+    console_.DatabaseViewer.FollowTimer.enabled = false;
+  }
+}
+
+bool LogViewer::still_there() {
+  if (open()) {
+    const platform::FileStanding standing = database_->standing();
+    if (standing == platform::FileStanding::Same || standing == platform::FileStanding::Written) {
+      return true;
+    }
+    console_.log_output.stop();
+    console_.ImportPreview.unload();
+  }
+  show_log();
+  return false;
 }
 
 void LogViewer::follow() {
-  if (!open() || view_.working()) return;
+  if (!still_there() || view_.working()) return;
   if (call_is_gone_) return look_again();
   const std::int64_t stamp = database_->change_stamp();
   if (stamp == stamp_) return;

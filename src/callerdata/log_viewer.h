@@ -1,8 +1,9 @@
 #pragma once
 
-#include <map>
+#include <functional>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "callerdata/log_view.h"
@@ -48,7 +49,14 @@ class LogViewer {
   void FollowTimer_Timer();
   void ExitViewer_Click();
 
+  // Shows the log, or why it can't be shown.
+  void show_log();
   void open_log();
+  void close_log();
+  // False where the body failed for longer than a moment.
+  bool tried(std::string_view handler, const std::function<void()>& body);
+  // False where the log's file isn't there as it was and had to be opened anew, or is gone.
+  bool still_there();
   void show_columns();
   void heading_clicked(int column);
   void sort_by(LogOrder order);

@@ -20,6 +20,7 @@
 #include "callcontrol/switch_console.h"
 #include "callerdata/call_log.h"
 #include "callerdata/call_log_file.h"
+#include "callerdata/call_log_watch.h"
 #include "callerdata/caller_data.h"
 #include "callerdata/caller_data_form.h"
 #include "callerdata/caller_memory.h"
@@ -143,6 +144,7 @@ struct Console {
   Fonts fonts;
   CallLog call_log;
   CallLogFile call_log_file;
+  CallLogWatch call_log_watch;
   CallerDataEntry caller_data;
   CallerMemory caller_memory;
   ReceivedData received_data;

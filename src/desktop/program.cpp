@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QFont>
 #include <QPalette>
+#include <chrono>
 #include <cstdio>
 #include <filesystem>
 
@@ -19,6 +20,7 @@
 #include "desktop/theme.h"
 #include "letters/code_page_letters.h"
 #include "platform/disk/disk_files.h"
+#include "platform/disk_journal/disk_call_journal.h"
 #include "platform/icu/icu_transliterator.h"
 #include "platform/qt/qt_client_socket.h"
 #include "platform/qt/qt_event_loop.h"
@@ -33,6 +35,12 @@ namespace {
 
 constexpr int box_speed = 1200;
 constexpr int switch_console_speed = 9600;
+
+// The show's thread waits for no other program; the writer of the log has time, and two consoles
+// that log at the same moment are no outage.
+constexpr std::chrono::milliseconds no_wait{0};
+constexpr std::chrono::milliseconds log_wait{1000};
+
 }  // namespace
 
 void dress_application() {
@@ -52,9 +60,18 @@ int run_program(const CommandLine& command_line) {
   platform::QtEventLoop loop;
   platform::QtSystemClock clock;
   platform::QtRandomNumbers random;
-  platform::DiskFiles files(std::filesystem::current_path(), letters);
+  const std::filesystem::path folder = std::filesystem::current_path();
+  platform::GuardedFiles guard;
+  platform::DiskFiles files(folder, letters, &guard);
   SystemDialogs dialogs(letters);
-  platform::SqliteDatabases databases(std::filesystem::current_path(), letters);
+  platform::SqliteDatabases databases(folder, letters, no_wait, &guard);
+  platform::DiskCallJournal journal(
+      {.folder = folder,
+       .make_engine =
+           [&] {
+             return std::make_unique<platform::SqliteDatabases>(folder, letters, log_wait, &guard);
+           },
+       .post = [&loop](std::function<void()> call) { loop.post(std::move(call)); }});
   PdfTables printer(letters);
   platform::QtSerialPort comm1(loop, box_speed, 1);
   platform::QtSerialPort comm2(loop, switch_console_speed, 2);
@@ -68,6 +85,7 @@ int run_program(const CommandLine& command_line) {
                    .files = files,
                    .dialogs = dialogs,
                    .databases = databases,
+                   .journal = journal,
                    .printer = printer,
                    .letters = letters,
                    .comm1 = comm1,

@@ -212,6 +212,13 @@ constexpr std::array table = {
     Command{"remote callback METHOD ...", remote_callback},
     Command{"remote open", remote_open},
 
+    Command{"log lock", log_lock},
+    Command{"log full", log_full},
+    Command{"log free", log_free},
+    Command{"log delete", log_delete},
+    Command{"journal full", journal_full},
+    Command{"journal free", journal_free},
+
     Command{"answer file PATH", answer_file},
     Command{"answer input TEXT", answer_input},
     Command{"answer question YES_OR_NO", answer_question},

@@ -44,8 +44,10 @@ int main(int argc, char** argv) {
 
   const platform::IcuTransliterator transliterator;
   const lineweir::CodePageLetters letters(*lineweir::find_code_page(charset), &transliterator);
-  platform::DiskFiles files(directory, letters);
-  platform::SqliteDatabases databases(directory, letters);
+  platform::GuardedFiles guard;
+  platform::DiskFiles files(directory, letters, &guard);
+  platform::SqliteDatabases databases(directory, letters, std::chrono::milliseconds::zero(),
+                                      &guard);
   if (scripts.empty()) {
     driver::Session session(files, databases, letters);
     std::ostream no_complaints(nullptr);

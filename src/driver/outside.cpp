@@ -171,6 +171,42 @@ Result remote_open(Session& session, const Arguments&) {
   return done;
 }
 
+// Another program holds the log; the disk under it is full; neither is so any more.
+Result log_lock(Session& session, const Arguments&) {
+  session.platform().failing_databases.fail(failure_number::database_in_use);
+  return done;
+}
+
+Result log_full(Session& session, const Arguments&) {
+  session.platform().failing_databases.fail(failure_number::disk_full);
+  return done;
+}
+
+Result log_free(Session& session, const Arguments&) {
+  session.platform().failing_databases.fail(0);
+  return done;
+}
+
+Result log_delete(Session& session, const Arguments&) {
+  session.delete_file(session.console().Lineweir.Data1.database_name);
+  return done;
+}
+
+// What waits for the log can't be kept; it can again.
+Result journal_full(Session& session, const Arguments&) {
+  session.act([&] {
+    session.platform().journal.set_trouble("The calls can't be kept in " +
+                                           session.platform().files.current_directory() +
+                                           ": No space left on device.");
+  });
+  return done;
+}
+
+Result journal_free(Session& session, const Arguments&) {
+  session.act([&] { session.platform().journal.set_trouble({}); });
+  return done;
+}
+
 Result answer_file(Session& session, const Arguments& arguments) {
   session.platform().dialogs.answer_file(answer(arguments, [&] { return arguments.text(0); }));
   return done;

@@ -6,8 +6,8 @@
 #include "driver/values.h"
 #include "driver/words.h"
 
-// The commands to the world outside the console: ports, socket, remote objects, dialogs and the
-// computer's clock. They work whether or not a console is running.
+// The commands to the world outside the console: ports, socket, remote objects, the call log's
+// disk, dialogs and the computer's clock. They work whether or not a console is running.
 namespace lineweir::driver {
 
 using OutsideCommand = std::optional<Json>(Session& session, const Arguments& arguments);
@@ -15,6 +15,7 @@ using OutsideCommand = std::optional<Json>(Session& session, const Arguments& ar
 OutsideCommand serial_in, serial_reply, serial_out, serial_fail;
 OutsideCommand socket_accept, socket_refuse, socket_in, socket_reply, socket_out, socket_drop;
 OutsideCommand remote_present, remote_absent, remote_result, remote_calls, remote_callback;
+OutsideCommand log_lock, log_full, log_free, log_delete, journal_full, journal_free;
 OutsideCommand answer_file, answer_input, answer_question, answer_font, dialogs;
 OutsideCommand clock_settings;
 

@@ -1,5 +1,7 @@
 #include "driver/session.h"
 
+#include <filesystem>
+
 #include "driver/refusal.h"
 
 namespace lineweir::driver {
@@ -40,6 +42,12 @@ void Session::act(const std::function<void()>& action) {
 
 void Session::advance(platform::Milliseconds span) {
   platform_.loop.advance(span, [this] { remove_ended_console(); });
+}
+
+void Session::delete_file(const std::string& path) {
+  platform_.databases.remove(path);
+  std::error_code ignored;
+  std::filesystem::remove(std::filesystem::path(files_.current_directory()) / path, ignored);
 }
 
 void Session::remove_ended_console() {

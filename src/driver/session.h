@@ -36,6 +36,9 @@ class Session {
   void act(const std::function<void()>& action);
   void advance(platform::Milliseconds span);
 
+  // Another program deletes a file, on the disk or in memory.
+  void delete_file(const std::string& path);
+
   // What was shown and traced since the last call.
   std::vector<std::string> take_messages() { return std::exchange(messages_, {}); }
   std::vector<std::string> take_trace() { return std::exchange(trace_, {}); }

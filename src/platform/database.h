@@ -82,9 +82,28 @@ class Recordset {
   virtual int scan(const RowScan& rows, const RowVisitor& visit) = 0;
 
   // Visits the rows, newest first and at most `limit`, whose value in the column is the number,
-  // both taken without separators. Quick in any number of rows where the column has a number index.
+  // both taken without separators. Without a number index of the column none is found.
   virtual int find_number(int column, std::string_view number, int limit,
                           const std::vector<int>& columns, const RowVisitor& visit) = 0;
+};
+
+// What stands under the name of a database's file now.
+enum class FileStanding {
+  Same,
+  // The file that was opened, but it has changed other than through this database; where that was
+  // not the engine's work, what is known of it may be wrong until it is opened anew.
+  Written,
+  // Another file.
+  Replaced,
+  Gone,
+};
+
+// Tells a file of the machine from all others that are there at the same time.
+struct FileIdentity {
+  std::uint64_t device = 0;
+  std::uint64_t number = 0;
+
+  friend bool operator==(const FileIdentity&, const FileIdentity&) = default;
 };
 
 class Database {
@@ -107,6 +126,14 @@ class Database {
   // What the body stores is stored as a whole when the body has ended, and nothing of it where it
   // fails. Other writers wait meanwhile.
   virtual void in_transaction(const std::function<void()>& body) = 0;
+
+  // Brings what the engine keeps beside the file into it, so that a copy of the file holds
+  // everything. False where others that use the file prevent it for now.
+  virtual bool checkpoint() = 0;
+
+  // Both without touching the file: which one was opened, and whether it is still there.
+  virtual FileIdentity identity() const = 0;
+  virtual FileStanding standing() = 0;
 };
 
 class DatabaseEngine {
@@ -120,6 +147,11 @@ class DatabaseEngine {
   // A new file; one that exists is a Failure of number 3204. A new file in which no table was made
   // goes with its Database.
   virtual std::unique_ptr<Database> create(const std::string& path) = 0;
+
+  // Whether the file is a database, whatever it holds and whether it can be used or not. An empty
+  // file is none. It is looked at by the engine alone, as all files must be that may be databases:
+  // reading one by another handle would end the engine's locks on it.
+  virtual bool is_database(const std::string& path) = 0;
 };
 
 }  // namespace lineweir::platform

@@ -3,6 +3,7 @@
 #include <functional>
 
 #include "letters/letters.h"
+#include "platform/call_journal.h"
 #include "platform/client_socket.h"
 #include "platform/database.h"
 #include "platform/dialogs.h"
@@ -24,6 +25,7 @@ struct Services {
   Files& files;
   Dialogs& dialogs;
   DatabaseEngine& databases;
+  CallJournal& journal;
   TablePrinter& printer;
   // Those of the console's texts.
   const Letters& letters;

@@ -103,11 +103,18 @@ void ColumnChoice::UserRename_Click() {
     // As the settings can hold it.
     const std::string title(trimmed(left_part(trimmed(*reply), heading_length)));
     if (title.empty() || title == present) return;
-    console_.display.set_heading(user_column, title);
-    if (database_open() && console_.services.dialogs.ask_yes_no(database_question)) {
-      console_.call_log.rename_user_field(title);
-    }
+    const bool in_log = database_open() && console_.services.dialogs.ask_yes_no(database_question);
+    if (!in_log || rename_in_log(title)) console_.display.set_heading(user_column, title);
   });
+}
+
+bool ColumnChoice::rename_in_log(const std::string& title) {
+  return attempt(
+      [&] { console_.call_log.rename_user_field(title); },
+      [&](const Failure& failure) {
+        report_failure(console_, "DisplayOptionForm_UserRename_Click", failure);
+        console_.messages.ShowMessage(std::string(failure.what()) + " The field keeps its title.");
+      });
 }
 
 bool ColumnChoice::database_open() const {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <string>
+
 namespace lineweir {
 
 struct Console;
@@ -22,6 +24,8 @@ class ColumnChoice {
 
  private:
   void take_width(int column);
+  // False, with a message, where the log's column can't be renamed.
+  bool rename_in_log(const std::string& title);
   bool database_open() const;
 
   Console& console_;

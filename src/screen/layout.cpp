@@ -138,6 +138,12 @@ Place link_label_place(int visible_lines) {
   return {1310, 960, 8440, visible_lines == 18 ? 150 : 255};
 }
 
+Place log_waiting_place(int visible_lines) {
+  constexpr int gap = 120;
+  const Place message = message_place(visible_lines);
+  return {message.left, message.top + message.height + gap, message.width, 255};
+}
+
 int row_top(int visible_lines, int row) {
   return layout_range(visible_lines).first_row_top + row_pitch * row;
 }

@@ -51,6 +51,9 @@ const LayoutRange& layout_range(int visible_lines);
 Place message_place(int visible_lines);
 Place link_label_place(int visible_lines);
 
+// The words below the message display that tell of calls which wait for their log, on the panel.
+Place log_waiting_place(int visible_lines);
+
 // The row's top and the panel's.
 int row_top(int visible_lines, int row);
 int panel_top(int visible_lines);

@@ -66,7 +66,8 @@ PanelElements::PanelElements(Form& form)
       Shape1(form, "Shape1"),
       Label1(form, "Label1"),
       Text1(form, "Text1"),
-      Text2(form, "Text2") {
+      Text2(form, "Text2"),
+      LogWaiting(form, "LogWaiting") {
   lay_on(Drop1, Drop1Image, Drop1Label, "&DROP", pictures::DropSmallUp);
   lay_on(Hold1, Hold1Image, Hold1Label, "&HOLD", pictures::DropSmallUp);
   lay_on(Drop2, Drop2Image, Drop2Label, "D&ROP", pictures::DropSmallUp);
@@ -83,6 +84,7 @@ PanelElements::PanelElements(Form& form)
   Text1.multi_line = true;
   Text2.visible = false;
   Text2.enabled = false;
+  LogWaiting.visible = false;
 }
 
 std::array<PanelButton, 8> PanelElements::panel_buttons() {

@@ -59,6 +59,7 @@ struct PanelElements {
   Label Label1;
   TextBox Text1;
   TextBox Text2;
+  Label LogWaiting;
 
   std::array<PanelButton, 8> panel_buttons();
 };

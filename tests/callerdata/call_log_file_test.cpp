@@ -36,6 +36,7 @@ class RefusingDatabases final : public platform::DatabaseEngine {
   explicit RefusingDatabases(Failure failure) : failure_(std::move(failure)) {}
   std::unique_ptr<platform::Database> open(const std::string&) override { throw failure_; }
   std::unique_ptr<platform::Database> create(const std::string&) override { throw failure_; }
+  bool is_database(const std::string&) override { return true; }
 
  private:
   Failure failure_;
@@ -259,6 +260,20 @@ TEST_SUITE("callerdata/call log file") {
     CHECK(test.take_messages().size() == 1);
     CHECK(test.take_trace().at(0).starts_with("Lineweir_SetUserProfile Error - "));
     CHECK(database_name(test) == "");
+  }
+
+  TEST_CASE("a stored file that is in use stays in use, and the calls wait for it") {
+    ScriptedConsole test;
+    create_log(test.platform);
+    test.platform.failing_databases.fail(failure_number::database_in_use);
+    test.console.call_log_file.use_stored(log_path, "Lineweir_Form_Load");
+    CHECK(test.take_messages().empty());
+    CHECK(database_name(test) == log_path);
+    test.console.lines.CallerData(0).set(CallerField::City, "Peoria");
+    test.console.call_log.log(0);
+    test.platform.failing_databases.fail(0);
+    test.platform.loop.advance(platform::Milliseconds(1000));
+    CHECK(logged_rows(test).size() == 1);
   }
 
   TEST_CASE("a stored file that is a log is used without a question") {

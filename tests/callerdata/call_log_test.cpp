@@ -46,23 +46,10 @@ TEST_SUITE("callerdata/call log") {
     CHECK(call_log_table == "Caller Records");
   }
 
-  TEST_CASE("a row is set column by column in its order, three of them from the screen") {
+  TEST_CASE("a row is set column by column, three of them from the screen") {
     RecordingDatabases engine;
     platform::ScriptedPlatform p;
-    Console console(platform::Services{p.loop,
-                                       p.clock,
-                                       p.random,
-                                       p.files,
-                                       p.dialogs,
-                                       engine,
-                                       p.printer,
-                                       p.letters,
-                                       p.comm1,
-                                       p.comm2,
-                                       p.winsock1,
-                                       p.remote_objects,
-                                       1,
-                                       {}});
+    Console console(p.services(p.files, engine));
     console.startup.Main("");
     console.Lineweir.Data1.database_name = "log";
     CallerRecord& record = console.lines.CallerData(0);
@@ -74,12 +61,12 @@ TEST_SUITE("callerdata/call log") {
     console.call_log.log(0);
 
     CHECK(engine.steps == Steps{"open log", "table Caller Records", "add", "Caller Name=shown name",
-                                "City=shown city", "Comments=shown comments", "Station=Station   ",
-                                "Gender=Gender", "Street Address=StreetAddress", "State=State",
+                                "Street Address=StreetAddress", "City=shown city", "State=State",
                                 "ZipCode=ZipCode", "PhoneNumber=PhoneNumber",
-                                "13=UserField" + std::string(91, ' '), "Date=1/5/2026",
-                                "Time_On_Hold=TimeOnHold", "Time_Placed_On_Air=TimePlacedOn",
-                                "Time_On_Air=TimeOnAir", "update"});
+                                "Comments=shown comments", "Station=Station   ", "Gender=Gender",
+                                "Date=1/5/2026", "Time_On_Hold=TimeOnHold",
+                                "Time_Placed_On_Air=TimePlacedOn", "Time_On_Air=TimeOnAir",
+                                "13=UserField" + std::string(91, ' '), "update"});
 
     engine.steps.clear();
     console.call_log.log(0);
@@ -149,14 +136,118 @@ TEST_SUITE("callerdata/call log") {
     }
   }
 
-  TEST_CASE("a missing database is failure 3024, and the next call tries again") {
+  TEST_CASE("a log that isn't there is no failure, and takes the call when it is") {
     ScriptedConsole test;
     test.console.Lineweir.Data1.database_name = log_path;
     fill(test, 0, 3);
-    CHECK(failure_number_of([&] { test.console.call_log.log(0); }) == 3024);
-    create_log(test.platform);
     test.console.call_log.log(0);
+    CHECK(test.platform.journal.state().waiting == 1);
+    create_log(test.platform);
+    test.platform.loop.advance(platform::Milliseconds(300));
     CHECK(logged_rows(test).size() == 1);
+    CHECK(test.platform.journal.state() == platform::CallJournalState{});
+  }
+}
+
+struct EndedCall : ScriptedConsole {
+  // A call on line 2 whose caller is called so ends.
+  CallNumber end(const std::string& name) {
+    CallerRecord& record = console.lines.CallerData(2);
+    record.clear();
+    record.set(CallerField::CallerName, name);
+    record.set(CallerField::TimeOnAir, "00:02:00");
+    console.Lineweir.LineName(2).caption = name;
+    const CallNumber call = console.call_log.call_on(2);
+    console.call_log.log(2);
+    return call;
+  }
+
+  static EntryTexts texts(const std::string& name, const std::string& city = {}) {
+    EntryTexts all;
+    all[name_entry - 1] = name;
+    all[city_entry - 1] = city;
+    return all;
+  }
+};
+
+TEST_SUITE("callerdata/call log: calls that have ended") {
+  TEST_CASE("each call on a line has a number of its own") {
+    EndedCall test;
+    const auto call = test.console.call_log.call_on(2);
+    CHECK(call != 0);
+    CHECK(test.console.call_log.call_on(2) == call);
+    CHECK(test.console.call_log.call_on(3) != call);
+    CHECK(test.end("") == call);
+    CHECK(test.console.call_log.call_on(2) != call);
+  }
+
+  TEST_CASE("a call that was logged has its row changed, but for its times") {
+    EndedCall test;
+    choose_log(test);
+    const auto call = test.end("Ann");
+    test.end("Bob");
+    test.console.lines.CallerData(2).set(CallerField::CallerName, "Carla, the next caller");
+    CHECK(test.console.call_log.complete(call, EndedCall::texts("Ann Smith", "Salem")));
+
+    const auto rows = logged_rows(test);
+    REQUIRE(rows.size() == 2);
+    CHECK(rows[0][0] == "Ann Smith");
+    CHECK(rows[0][2] == "Salem");
+    CHECK(rows[0][8] == "      ");
+    CHECK(rows[0][9] == "1/5/2026");
+    CHECK(rows[0][12] == "00:02:00");
+    CHECK(rows[1][0] == "Bob");
+    CHECK(test.console.lines.CallerData(2)[CallerField::CallerName] == "Carla, the next caller");
+  }
+
+  TEST_CASE("a call that was not logged is added once it has data") {
+    EndedCall test;
+    choose_log(test);
+    const auto call = test.end("");
+    CHECK_FALSE(test.console.call_log.complete(call, EndedCall::texts("  ")));
+    CHECK(logged_rows(test).empty());
+    CHECK(test.console.call_log.complete(call, EndedCall::texts("Ann")));
+    CHECK(test.console.call_log.complete(call, EndedCall::texts("Ann", "Salem")));
+    const auto rows = logged_rows(test);
+    REQUIRE(rows.size() == 1);
+    CHECK(rows[0][2] == "Salem");
+    CHECK(rows[0][9] == "1/5/2026");
+    CHECK(rows[0][12] == "00:02:00");
+  }
+
+  TEST_CASE("without a log, and while the call goes on, there is nothing to complete") {
+    EndedCall test;
+    const auto call = test.end("Ann");
+    CHECK_FALSE(test.console.call_log.complete(call, EndedCall::texts("Ann")));
+    choose_log(test);
+    CHECK(test.console.call_log.complete(call, EndedCall::texts("Ann")));
+    const auto present = test.console.call_log.call_on(2);
+    CHECK_FALSE(test.console.call_log.complete(present, EndedCall::texts("Bob")));
+    CHECK(logged_rows(test).size() == 1);
+  }
+
+  TEST_CASE("a call that is completed while it waits is logged as completed") {
+    EndedCall test;
+    choose_log(test);
+    test.platform.failing_databases.fail(failure_number::disk_full);
+    const auto call = test.end("Ann");
+    CHECK(test.console.call_log.complete(call, EndedCall::texts("Ann Smith")));
+    test.platform.failing_databases.fail(0);
+    test.platform.loop.advance(platform::Milliseconds(300));
+    const auto rows = logged_rows(test);
+    REQUIRE(rows.size() == 1);
+    CHECK(rows[0][0] == "Ann Smith");
+  }
+
+  TEST_CASE("a call that has its row in one log keeps it when another is chosen") {
+    EndedCall test;
+    choose_log(test);
+    const auto call = test.end("Ann");
+    test.platform.dialogs.answer_file("other.mdb");
+    test.console.Lineweir.DatabasePathMenuItem.on_click();
+    test.console.call_log.complete(call, EndedCall::texts("Ann Smith"));
+    CHECK(logged_rows(test).at(0)[0] == "Ann Smith");
+    CHECK(test.platform.databases.rows("other.mdb", call_log_table).empty());
   }
 }
 

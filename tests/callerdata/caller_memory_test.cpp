@@ -47,6 +47,19 @@ TEST_SUITE("callerdata/caller memory") {
     CHECK(test.offers());
   }
 
+  TEST_CASE("a log that can't be read now says why in the place of what it knows") {
+    KnownCaller test;
+    test.open(0);
+    test.platform.failing_databases.fail(failure_number::database_in_use);
+    test.type(6, "5550100");
+    CHECK(test.form().MemoryLabel.visible);
+    CHECK(test.form().MemoryLabel.caption == "The file 'calls.lwl' is in use by another program.");
+    CHECK_FALSE(test.form().MemoryFill.visible);
+    test.platform.failing_databases.fail(0);
+    test.type(6, "\b0");
+    CHECK(test.offers());
+  }
+
   TEST_CASE("filling in takes name and city, and the focus goes to what is still empty") {
     KnownCaller test;
     test.use_only({1, 3, 6, 9});

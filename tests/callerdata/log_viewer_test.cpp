@@ -50,6 +50,44 @@ TEST_SUITE("callerdata/log viewer") {
           Names{"DatabaseViewer_Form_Load Error - Couldn't find file 'gone.mdb'."});
   }
 
+  TEST_CASE("a log that comes back is shown, and so is another file in its place") {
+    CallViewer test;
+    test.log_call("Ann");
+    test.open();
+    CHECK(test.names() == Names{"Ann"});
+    test.platform.databases.remove(log_path);
+    test.wait();
+    CHECK(test.form().CountLabel.caption == "Couldn't find file 'calls.lwl'.");
+    CHECK(test.names().empty());
+    CHECK_FALSE(test.form().ExportButton.enabled);
+    create_log(test.platform);
+    test.log_call("Bob");
+    test.wait();
+    CHECK(test.names() == Names{"Bob"});
+    CHECK(test.form().ExportButton.enabled);
+
+    test.platform.databases.remove(log_path);
+    create_log(test.platform);
+    test.wait();
+    CHECK(test.names().empty());
+    CHECK(test.form().CountLabel.caption == "0 calls");
+  }
+
+  TEST_CASE("a log that is in use when the viewer is opened is shown when it is let go") {
+    CallViewer test;
+    test.log_call("Ann");
+    test.platform.failing_databases.fail(failure_number::database_in_use);
+    test.open();
+    const std::string in_use = "The file 'calls.lwl' is in use by another program.";
+    CHECK(test.form().CountLabel.caption == in_use);
+    test.wait(60000);
+    // It is told once and not at each look.
+    CHECK(test.take_trace() == Names{"DatabaseViewer_Form_Load Error - " + in_use});
+    test.platform.failing_databases.fail(0);
+    test.wait();
+    CHECK(test.names() == Names{"Ann"});
+  }
+
   TEST_CASE("the selected call's columns are shown one by one, without blanks behind") {
     CallViewer test;
     test.log_call({{0, "Ann"}, {6, "Wants to talk"}, {7, "KLWR      "}});

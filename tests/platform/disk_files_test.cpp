@@ -314,3 +314,46 @@ TEST_CASE_FIXTURE(DiskFilesFixture, "A program killed while it replaces leaves a
     CHECK(number <= acknowledged + 1);
   }
 }
+
+TEST_CASE_FIXTURE(DiskFilesFixture, "A guarded file is never opened, by whatever name") {
+  GuardedFiles guard;
+  const DiskFiles free_files(directory.path());
+  DiskFiles guarded_files(directory.path(), utf8_letters(), &guard);
+  files.replace("calls.mdb", "calls");
+  files.replace("calls.mdb-wal", "beside");
+  fs::create_symlink("calls.mdb", directory.path() / "link");
+  struct stat status {};
+  REQUIRE(::stat((directory.path() / "calls.mdb").c_str(), &status) == 0);
+  const GuardedFiles::Identity calls(status.st_dev, status.st_ino);
+
+  // A lock of this process, as another process sees it.
+  const auto locked = [&] {
+    return in_child([&] {
+             const int other = ::open((directory.path() / "calls.mdb").c_str(), O_RDWR);
+             struct flock lock {};
+             lock.l_type = F_WRLCK;
+             return ::fcntl(other, F_GETLK, &lock) == 0 && lock.l_type != F_UNLCK ? 1 : 0;
+           }) != 0;
+  };
+  const int handle = ::open((directory.path() / "calls.mdb").c_str(), O_RDWR);
+  struct flock lock {};
+  lock.l_type = F_WRLCK;
+  REQUIRE(::fcntl(handle, F_SETLK, &lock) == 0);
+  guard.guard(calls);
+  guard.guard(calls);
+  guard.let_go(calls);
+  for (const char* name : {"calls.mdb", "CALLS.mdb", "link", "calls.mdb-wal"}) {
+    CAPTURE(name);
+    CHECK_FALSE(guarded_files.read(name));
+    CHECK(failure_number_of([&] { guarded_files.replace(name, "x"); }) == 75);
+    CHECK(failure_number_of([&] { guarded_files.append(name, "x"); }) == 75);
+    CHECK(failure_number_of([&] { guarded_files.begin_replace(name); }) == 75);
+  }
+  CHECK(locked());
+  CHECK(content("calls.mdb") == "calls");
+  guard.let_go(calls);
+  CHECK(guarded_files.read("calls.mdb") == "calls");
+  // That has ended the lock, which is why nobody may.
+  CHECK_FALSE(locked());
+  ::close(handle);
+}

@@ -217,9 +217,11 @@ TEST_CASE_FIXTURE(SqliteFixture, "A full disk takes no new file and no row, and 
     });
     CHECK(made.number == 3026);
     CHECK(made.sentence == sentence + "new.lwl'.");
-    const Caught opened = failure_of([&] { engine.open("calls.lwl")->open_recordset("Rows"); });
-    CHECK(opened.number == 3026);
-    CHECK(opened.sentence == sentence + "calls.lwl'.");
+    // Reading needs no room.
+    const auto database = engine.open("calls.lwl");
+    const Caught added = failure_of([&] { add(*database, "second"); });
+    CHECK(added.number == 3026);
+    CHECK(added.sentence == sentence + "calls.lwl'.");
   }
   CHECK_FALSE(fs::exists(path("new.lwl")));
   CHECK(query("calls.lwl", "SELECT * FROM Rows") == "first\n");
@@ -323,4 +325,65 @@ TEST_CASE_FIXTURE(SqliteFixture, "A column's size counts characters, not bytes")
   rows->add_new();
   rows->set_field("Text", "Łódźka");
   CHECK(*rows->row(rows->update()) == std::vector<std::string>{"Łódź"});
+}
+
+TEST_CASE_FIXTURE(SqliteFixture, "Whether a file is a database, whatever it holds") {
+  make_log("calls.lwl");
+  const auto open = engine.open("calls.lwl");
+  add(*open, "second");
+  write("letter.doc", std::string(5000, 'x'));
+  write("empty", "");
+  write("old.mdb", std::string("\x00\x01\x00\x00Standard Jet DB\x00\x01", 21));
+  query("other.db", "CREATE TABLE bookmarks (url TEXT)");
+  for (const char* name : {"calls.lwl", "CALLS.lwl", "old.mdb", "other.db"}) {
+    CAPTURE(name);
+    CHECK(engine.is_database(name));
+  }
+  for (const char* name : {"letter.doc", "empty", "nowhere", ".", "/dev/null"}) {
+    CAPTURE(name);
+    CHECK_FALSE(engine.is_database(name));
+  }
+}
+
+TEST_CASE_FIXTURE(SqliteFixture,
+                  "A file that is locked is in use at once, and nobody waits for it") {
+  make_log("calls.lwl");
+  const auto database = engine.open("calls.lwl");
+  add(*database, "second");
+  const auto other = engine.open("calls.lwl");
+  int waited = 0;
+  database->in_transaction([&] {
+    const auto rows = other->open_recordset("Rows");
+    CHECK(rows->count() == 2);
+    rows->add_new();
+    const Caught caught = failure_of([&] { rows->update(); });
+    CHECK(caught.number == 3260);
+    CHECK(caught.sentence == "The file 'calls.lwl' is in use by another program.");
+    CHECK(failure_of([&] { other->rename_column("Rows", 0, "Words"); }).number == 3260);
+    ++waited;
+  });
+  CHECK(waited == 1);
+}
+
+TEST_CASE_FIXTURE(SqliteFixture, "What stands under a database's name is told without a touch") {
+  make_log("calls.lwl");
+  const auto database = engine.open("calls.lwl");
+  CHECK(database->standing() == FileStanding::Same);
+  add(*database, "second");
+  CHECK(database->checkpoint());
+  CHECK(database->standing() == FileStanding::Same);
+  fs::copy_file(path("calls.lwl"), path("copy.lwl"));
+  CHECK(query("copy.lwl", "SELECT * FROM Rows") == "first\nsecond\n");
+
+  fs::last_write_time(path("calls.lwl"), fs::file_time_type::clock::now() + std::chrono::hours(1));
+  CHECK(database->standing() == FileStanding::Written);
+  CHECK(database->checkpoint());
+  CHECK(database->standing() == FileStanding::Same);
+  fs::rename(path("copy.lwl"), path("calls.lwl"));
+  CHECK(database->standing() == FileStanding::Replaced);
+  CHECK(database->checkpoint());
+  CHECK(database->standing() == FileStanding::Replaced);
+  CHECK(engine.open("calls.lwl")->identity() != database->identity());
+  fs::remove(path("calls.lwl"));
+  CHECK(database->standing() == FileStanding::Gone);
 }

@@ -317,6 +317,28 @@ TEST_SUITE("screen/column_choice: the user's heading") {
     CHECK(question.default_text == "User");
   }
 
+  TEST_CASE(
+      "where the log's column can't be renamed, heading and file stay and a message says why") {
+    ScriptedConsole desk;
+    choose_log(desk);
+    for (const int failure : {failure_number::database_in_use, failure_number::disk_full}) {
+      desk.platform.failing_databases.fail(0);
+      desk.console.call_log.recordset();
+      desk.platform.failing_databases.fail(failure);
+      desk.platform.dialogs.answer_input("Guest");
+      desk.platform.dialogs.answer_question(true);
+      desk.console.DisplayOptionForm.UserRename.on_click();
+      CHECK(desk.console.Lineweir.CaptionLabel(12).caption == "User");
+      CHECK(desk.console.DisplayOptionForm.CheckItem(12).caption == "User");
+      const auto messages = desk.take_messages();
+      REQUIRE(messages.size() == 1);
+      CHECK(messages[0].ends_with(" The field keeps its title."));
+    }
+    desk.platform.failing_databases.fail(0);
+    CHECK(desk.platform.databases.open(log_path)->table_columns("Caller Records")[13].name ==
+          "Sponsor");
+  }
+
   TEST_CASE("an open log's column gets the title if the user says so") {
     for (const bool wanted : {true, false}) {
       ScriptedConsole desk;

@@ -42,6 +42,7 @@ std::vector<NamedPlace> all_places(int rows, bool producer) {
       {"OptionsButton", on_panel(rows, range.options_button)},
       {"Label1", on_panel(rows, link_label_place(rows))},
       {"Text1", on_panel(rows, message_place(rows))},
+      {"LogWaiting", on_panel(rows, log_waiting_place(rows))},
       {"picRealTimeClock", panel_or_form(range.clocks_on_form, range.time_clock)},
       {"picShowTimeClock", panel_or_form(range.clocks_on_form, range.show_clock)},
       {"Shape1", panel_or_form(range.lamp_on_form, range.lamp)},

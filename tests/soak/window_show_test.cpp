@@ -134,8 +134,19 @@ struct WindowOnLine {
  private:
   platform::Services services() {
     platform::Services all = rest.services();
-    return {loop,           clock, all.random, all.files,    all.dialogs,        all.databases,
-            all.printer,    comm1, all.comm2,  all.winsock1, all.remote_objects, all.process_number,
+    return {loop,
+            clock,
+            all.random,
+            all.files,
+            all.dialogs,
+            all.databases,
+            all.journal,
+            all.printer,
+            comm1,
+            all.comm2,
+            all.winsock1,
+            all.remote_objects,
+            all.process_number,
             all.end_program};
   }
 };

@@ -19,6 +19,7 @@ class RecordingDatabases final : public platform::DatabaseEngine {
     return std::make_unique<OpenFile>(steps);
   }
   std::unique_ptr<platform::Database> create(const std::string&) override { return nullptr; }
+  bool is_database(const std::string&) override { return true; }
 
  private:
   class Rows final : public platform::Recordset {
@@ -70,6 +71,9 @@ class RecordingDatabases final : public platform::DatabaseEngine {
     void index_numbers(const std::string&, int) override {}
     std::int64_t change_stamp() override { return 0; }
     void in_transaction(const std::function<void()>& body) override { body(); }
+    bool checkpoint() override { return true; }
+    platform::FileIdentity identity() const override { return {}; }
+    platform::FileStanding standing() override { return platform::FileStanding::Same; }
 
    private:
     std::vector<std::string>& steps_;

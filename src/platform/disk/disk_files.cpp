@@ -73,14 +73,29 @@ fs::path absolute_directory(const fs::path& directory) {
 
 }  // namespace
 
-DiskFiles::DiskFiles(const fs::path& working_directory, const Letters& letters)
-    : working_directory_(absolute_directory(working_directory)), letters_(letters) {}
+DiskFiles::DiskFiles(const fs::path& working_directory, const Letters& letters,
+                     const GuardedFiles* guard)
+    : working_directory_(absolute_directory(working_directory)),
+      letters_(letters),
+      guard_(guard) {}
 
 fs::path DiskFiles::locate(const std::string& path) const {
   return place_on_disk(working_directory_, path, letters_);
 }
 
+bool DiskFiles::guarded(const fs::path& file) const {
+  return guard_ != nullptr && guard_->guarded(file);
+}
+
+fs::path DiskFiles::target(const std::string& path) const {
+  fs::path file = locate(path);
+  if (!guarded(file)) return file;
+  throw Failure(failure_number::file_access,
+                "Can't write " + file.string() + ": it is a database that is in use");
+}
+
 std::optional<std::string> DiskFiles::read(const std::string& path) const {
+  if (guarded(locate(path))) return std::nullopt;
   // Opening a pipe would wait for its other end, and a device may never come to an end.
   const FileDescriptor file(::open(locate(path).c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
   if (!file.is_open()) return std::nullopt;
@@ -109,33 +124,33 @@ std::optional<std::string> DiskFiles::why_unreadable(const std::string& path) co
 }
 
 void DiskFiles::replace(const std::string& path, std::string_view content) {
-  const fs::path target = locate(path);
+  const fs::path file_name = target(path);
   try {
-    replace_file(target, content);
+    replace_file(file_name, content);
   } catch (const std::system_error& error) {
-    fail(target.string(), error.code());
+    fail(file_name.string(), error.code());
   }
 }
 
 std::unique_ptr<FileInMaking> DiskFiles::begin_replace(const std::string& path) {
-  const fs::path target = locate(path);
+  const fs::path file_name = target(path);
   try {
-    return std::make_unique<DiskFileInMaking>(target);
+    return std::make_unique<DiskFileInMaking>(file_name);
   } catch (const std::system_error& error) {
-    fail(target.string(), error.code());
+    fail(file_name.string(), error.code());
   }
 }
 
 void DiskFiles::append(const std::string& path, std::string_view content) {
-  const fs::path target = locate(path);
+  const fs::path file_name = target(path);
   const FileDescriptor file(::open(
-      target.c_str(), O_WRONLY | O_APPEND | O_CREAT | O_NONBLOCK | O_NOCTTY | O_CLOEXEC, 0666));
-  if (!file.is_open()) fail(target.string(), {errno, std::generic_category()});
+      file_name.c_str(), O_WRONLY | O_APPEND | O_CREAT | O_NONBLOCK | O_NOCTTY | O_CLOEXEC, 0666));
+  if (!file.is_open()) fail(file_name.string(), {errno, std::generic_category()});
   try {
     // Nothing is kept in the program, so there is nothing to flush behind the write.
     write_whole(file.get(), content);
   } catch (const std::system_error& error) {
-    fail(target.string(), error.code());
+    fail(file_name.string(), error.code());
   }
 }
 

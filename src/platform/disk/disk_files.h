@@ -3,6 +3,7 @@
 #include <filesystem>
 
 #include "letters/path_text.h"
+#include "platform/disk/guarded_files.h"
 #include "platform/files.h"
 
 namespace lineweir::platform {
@@ -12,9 +13,10 @@ namespace lineweir::platform {
 class DiskFiles final : public Files {
  public:
   // A relative directory is resolved against the process's own, once. Paths are texts in the
-  // letters, which must outlive this object.
+  // letters. Guarded files are never opened here: they can't be read or written. Letters and guard
+  // must outlive this object.
   explicit DiskFiles(const std::filesystem::path& working_directory,
-                     const Letters& letters = utf8_letters());
+                     const Letters& letters = utf8_letters(), const GuardedFiles* guard = nullptr);
 
   std::optional<std::string> read(const std::string& path) const override;
   std::optional<std::string> why_unreadable(const std::string& path) const override;
@@ -29,9 +31,13 @@ class DiskFiles final : public Files {
 
  private:
   std::filesystem::path locate(const std::string& path) const;
+  bool guarded(const std::filesystem::path& file) const;
+  // The file to write, unless it is guarded.
+  std::filesystem::path target(const std::string& path) const;
 
   std::filesystem::path working_directory_;
   const Letters& letters_;
+  const GuardedFiles* guard_;
 };
 
 }  // namespace lineweir::platform

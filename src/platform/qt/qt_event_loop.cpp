@@ -49,6 +49,13 @@ EventLoop::CallId QtEventLoop::schedule(Milliseconds delay, std::function<void()
   return id;
 }
 
+void QtEventLoop::post(std::function<void()> call) {
+  QMetaObject::invokeMethod(
+      &alarm_,
+      [this, posted = std::move(call)]() mutable { schedule(Milliseconds{0}, std::move(posted)); },
+      Qt::QueuedConnection);
+}
+
 void QtEventLoop::cancel(CallId id) {
   const auto entry = std::ranges::find_if(
       queue_, [id](const auto& waiting) { return waiting.first.second == id; });

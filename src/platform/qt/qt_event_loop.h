@@ -30,6 +30,10 @@ class QtEventLoop final : public EventLoop {
   void run_pending() override;
   void yield() override;
 
+  // Schedules a call for now; the one function that any thread may call. A call that has not run
+  // goes with this object.
+  void post(std::function<void()> call);
+
  private:
   // Counts the levels of the stack on which this loop stands, for as long as it lives.
   class Level;

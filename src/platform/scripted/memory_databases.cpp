@@ -20,11 +20,10 @@ void require_new_name(const std::vector<DatabaseColumn>& columns, const std::str
 
 class MemoryDatabase final : public Database {
  public:
-  // A file that was made for it is handed over with the place in which the engine keeps it.
-  MemoryDatabase(std::shared_ptr<MemoryDatabases::File> file, std::function<void()> drop_file)
-      : file_(std::move(file)), drop_file_(std::move(drop_file)) {}
+  MemoryDatabase(MemoryDatabases& engine, std::string path, bool just_made)
+      : engine_(engine), path_(std::move(path)), just_made_(just_made), file_(engine.find(path_)) {}
   ~MemoryDatabase() override {
-    if (drop_file_ && file_->tables.empty()) drop_file_();
+    if (just_made_ && file_->tables.empty()) engine_.remove(path_);
   }
   MemoryDatabase(const MemoryDatabase&) = delete;
   MemoryDatabase& operator=(const MemoryDatabase&) = delete;
@@ -81,19 +80,28 @@ class MemoryDatabase final : public Database {
     restore.wanted = false;
   }
 
+  bool checkpoint() override { return true; }
+  FileIdentity identity() const override { return {0, file_->number}; }
+  FileStanding standing() override {
+    const auto present = engine_.find(path_);
+    if (!present) return FileStanding::Gone;
+    return present == file_ ? FileStanding::Same : FileStanding::Replaced;
+  }
+
  private:
+  MemoryDatabases& engine_;
+  std::string path_;
+  bool just_made_;
   std::shared_ptr<MemoryDatabases::File> file_;
-  std::function<void()> drop_file_;
 };
 
 }  // namespace
 
 std::unique_ptr<Database> MemoryDatabases::open(const std::string& path) {
-  const auto file = files_.find(path);
-  if (file == files_.end()) {
+  if (!exists(path)) {
     throw Failure(failure_number::database_not_found, "Couldn't find file '" + path + "'.");
   }
-  return std::make_unique<MemoryDatabase>(file->second, nullptr);
+  return std::make_unique<MemoryDatabase>(*this, path, false);
 }
 
 std::unique_ptr<Database> MemoryDatabases::create(const std::string& path) {
@@ -101,7 +109,13 @@ std::unique_ptr<Database> MemoryDatabases::create(const std::string& path) {
   if (!made) {
     throw Failure(failure_number::database_exists, "The file '" + path + "' exists already.");
   }
-  return std::make_unique<MemoryDatabase>(file->second, [this, path] { files_.erase(path); });
+  file->second->number = ++files_made_;
+  return std::make_unique<MemoryDatabase>(*this, path, true);
+}
+
+std::shared_ptr<MemoryDatabases::File> MemoryDatabases::find(const std::string& path) const {
+  const auto file = files_.find(path);
+  return file == files_.end() ? nullptr : file->second;
 }
 
 std::vector<MemoryDatabases::Row> MemoryDatabases::rows(const std::string& path,

@@ -17,13 +17,22 @@ Services ScriptedPlatform::services(Files& other_files, DatabaseEngine& other_da
 
 Services ScriptedPlatform::services(Files& other_files, DatabaseEngine& other_databases,
                                     const Letters& other_letters) {
-  return {loop,           clock,
-          random,         other_files,
-          dialogs,        other_databases,
-          printer,        other_letters,
-          comm1,          comm2,
-          winsock1,       remote_objects,
-          process_number, [this] { ended = true; }};
+  failing_databases.use(other_databases);
+  return {.loop = loop,
+          .clock = clock,
+          .random = random,
+          .files = other_files,
+          .dialogs = dialogs,
+          .databases = failing_databases,
+          .journal = journal,
+          .printer = printer,
+          .letters = other_letters,
+          .comm1 = comm1,
+          .comm2 = comm2,
+          .winsock1 = winsock1,
+          .remote_objects = remote_objects,
+          .process_number = process_number,
+          .end_program = [this] { ended = true; }};
 }
 
 void ScriptedPlatform::restart() {
@@ -31,6 +40,8 @@ void ScriptedPlatform::restart() {
   comm2.restart();
   winsock1.restart();
   remote_objects.restart();
+  journal.on_change = nullptr;
+  journal.on_replaced = nullptr;
   random.restart();
   ended = false;
 }

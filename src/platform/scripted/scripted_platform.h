@@ -1,6 +1,8 @@
 #pragma once
 
 #include "letters/code_page_letters.h"
+#include "platform/journal/loop_call_journal.h"
+#include "platform/scripted/failing_databases.h"
 #include "platform/scripted/memory_databases.h"
 #include "platform/scripted/memory_files.h"
 #include "platform/scripted/scripted_client_socket.h"
@@ -28,6 +30,9 @@ struct ScriptedPlatform {
   MemoryFiles files;
   ScriptedDialogs dialogs;
   MemoryDatabases databases;
+  // What the console sees of them, or of other databases.
+  FailingDatabases failing_databases{databases};
+  LoopCallJournal journal{loop, failing_databases};
   ScriptedTablePrinter printer;
   CodePageLetters letters;
   ScriptedSerialPort comm1{loop};

@@ -7,6 +7,7 @@
 #include <chrono>
 #include <thread>
 
+#include "elements/failure.h"
 #include "platform/sqlite/sqlite_failure.h"
 #include "platform/sqlite/statement.h"
 
@@ -15,18 +16,34 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-constexpr auto busy_limit = std::chrono::seconds(5);
 constexpr auto busy_pause = std::chrono::milliseconds(1);
 
 // Asked by SQLite each time that it finds the file locked. The pauses stay short: SQLite's own
 // grow, and a program that writes row upon row leaves so little time between them that another one
 // would come too late again and again.
-int wait_for_lock(void* start, int tries) {
-  auto& waiting_since = *static_cast<Clock::time_point*>(start);
+int wait_for_lock(void* limit, int tries) {
+  // Only one file is waited for at a time on a thread.
+  thread_local Clock::time_point waiting_since;
   if (tries == 0) waiting_since = Clock::now();
-  if (Clock::now() - waiting_since > busy_limit) return 0;
+  if (Clock::now() - waiting_since > *static_cast<const LockWait*>(limit)) return 0;
   std::this_thread::sleep_for(busy_pause);
   return 1;
+}
+
+// The first bytes of a file in the older kind of database.
+constexpr std::string_view older_header("\x00\x01\x00\x00Standard Jet DB", 19);
+
+// Read by SQLite's own handle: closing another one would end the locks that this process has on the
+// file, and another program would take the calls that are beside it for nobody's.
+bool has_older_header(sqlite3* connection) {
+  sqlite3_file* file = nullptr;
+  std::array<char, older_header.size()> bytes{};
+  if (sqlite3_file_control(connection, "main", SQLITE_FCNTL_FILE_POINTER, &file) != SQLITE_OK ||
+      file == nullptr || file->pMethods == nullptr) {
+    return false;
+  }
+  file->pMethods->xRead(file, bytes.data(), static_cast<int>(bytes.size()), 0);
+  return std::string_view(bytes.data(), bytes.size()) == older_header;
 }
 
 // The write-ahead log shares memory between the programs that have the file open, so it can't be
@@ -50,16 +67,20 @@ void require_utf8(sqlite3* connection) {
 
 }  // namespace
 
-Connection open_connection(const std::filesystem::path& file) {
+Connection open_connection(const std::filesystem::path& file, const LockWait& lock_wait) {
   sqlite3* opened = nullptr;
   const int result =
       sqlite3_open_v2(file.c_str(), &opened, SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX, nullptr);
   Connection connection(opened);
   if (result != SQLITE_OK) throw sqlite_failure(result, file.string(), sqlite3_errstr(result));
+  if (has_older_header(opened)) {
+    throw Failure(failure_number::older_database_kind,
+                  "The file " + shown_name(file) + " is a database of the older Access kind.");
+  }
 
-  // Only one file is waited for at a time on a thread.
-  thread_local Clock::time_point waiting_since;
-  sqlite3_busy_handler(opened, wait_for_lock, &waiting_since);
+  if (lock_wait > LockWait::zero()) {
+    sqlite3_busy_handler(opened, wait_for_lock, const_cast<LockWait*>(&lock_wait));
+  }
   // A name that no column has is a mistake and not a text.
   sqlite3_db_config(opened, SQLITE_DBCONFIG_DQS_DML, 0, nullptr);
   sqlite3_db_config(opened, SQLITE_DBCONFIG_DQS_DDL, 0, nullptr);
@@ -74,11 +95,6 @@ void prepare_for_writing(sqlite3* connection) {
   const bool shared = is_shared_by_machines(sqlite3_db_filename(connection, "main"));
   execute(connection, shared ? "PRAGMA journal_mode = DELETE" : "PRAGMA journal_mode = WAL");
   execute(connection, "PRAGMA synchronous = FULL");
-  // Storing the number that stands there already takes every step of a real change.
-  Transaction transaction(connection);
-  const auto version = query_number(connection, "PRAGMA user_version");
-  execute(connection, "PRAGMA user_version = " + std::to_string(version));
-  transaction.commit();
 }
 
 Transaction::Transaction(sqlite3* connection) : connection_(connection) {

@@ -2,6 +2,7 @@
 
 #include <sqlite3.h>
 
+#include <chrono>
 #include <filesystem>
 #include <memory>
 
@@ -12,11 +13,15 @@ struct CloseConnection {
 };
 using Connection = std::unique_ptr<sqlite3, CloseConnection>;
 
-// Opens a file that exists and proves that it is a database which isn't read-only. Nothing in it is
-// changed. A transaction that finds the file locked waits for 5 seconds.
-Connection open_connection(const std::filesystem::path& file);
+// How long a step that finds the file locked by another program waits for it; zero for not at all.
+using LockWait = std::chrono::milliseconds;
 
-// From now on each transaction is on the disk when it has ended. Proves that there is room for one.
+// Opens a file that exists and proves that it is a database which isn't read-only. Nothing in it is
+// changed. One of the older Access kind, which is known by its first bytes, is a Failure of its
+// own. The wait must outlive the connection.
+Connection open_connection(const std::filesystem::path& file, const LockWait& lock_wait);
+
+// From now on each transaction is on the disk when it has ended.
 void prepare_for_writing(sqlite3* connection);
 
 // Makes everything between its making and `commit` one step; without `commit` nothing of it stands.

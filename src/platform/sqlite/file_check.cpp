@@ -1,26 +1,14 @@
 #include "platform/sqlite/file_check.h"
 
-#include <array>
-#include <fstream>
+#include <fcntl.h>
+#include <unistd.h>
+
 #include <string>
-#include <string_view>
 
 #include "elements/failure.h"
 #include "platform/sqlite/sqlite_failure.h"
 
 namespace lineweir::platform {
-namespace {
-
-constexpr std::string_view older_header("\x00\x01\x00\x00Standard Jet DB", 19);
-
-std::string leading_bytes(const std::filesystem::path& file) {
-  std::array<char, older_header.size()> bytes{};
-  std::ifstream stream(file, std::ios::binary);
-  stream.read(bytes.data(), bytes.size());
-  return {bytes.data(), static_cast<std::size_t>(stream.gcount())};
-}
-
-}  // namespace
 
 void check_database_file(const std::filesystem::path& file) {
   const std::string name = shown_name(file);
@@ -32,10 +20,14 @@ void check_database_file(const std::filesystem::path& file) {
   if (!std::filesystem::is_regular_file(status)) {
     throw Failure(failure_number::not_a_database, name + " is not a file.");
   }
-  if (leading_bytes(file) == older_header) {
-    throw Failure(failure_number::older_database_kind,
-                  "The file " + name + " is a database of the older Access kind.");
-  }
+}
+
+void require_rights(const std::filesystem::path& file) {
+  const auto may_write = [](const std::filesystem::path& path) {
+    return ::faccessat(AT_FDCWD, path.c_str(), W_OK, AT_EACCESS) == 0;
+  };
+  if (!may_write(file) || !may_write(file.parent_path()))
+    throw sqlite_failure(SQLITE_READONLY, file, {});
 }
 
 }  // namespace lineweir::platform

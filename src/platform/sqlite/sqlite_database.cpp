@@ -1,9 +1,12 @@
 #include "platform/sqlite/sqlite_database.h"
 
+#include <sys/stat.h>
+
 #include <algorithm>
 
 #include "elements/failure.h"
 #include "elements/names.h"
+#include "platform/sqlite/file_check.h"
 #include "platform/sqlite/sqlite_recordset.h"
 #include "platform/sqlite/statement.h"
 #include "platform/sqlite/table_schema.h"
@@ -25,6 +28,23 @@ void require_usable_names(const std::vector<DatabaseColumn>& columns) {
   }
 }
 
+// While it lives a transaction is not brought to the disk when it has ended, but with a later one
+// or the next checkpoint.
+class LightSync {
+ public:
+  explicit LightSync(sqlite3* connection) : connection_(connection) {
+    execute(connection_, "PRAGMA synchronous = NORMAL");
+  }
+  ~LightSync() {
+    sqlite3_exec(connection_, "PRAGMA synchronous = FULL", nullptr, nullptr, nullptr);
+  }
+  LightSync(const LightSync&) = delete;
+  LightSync& operator=(const LightSync&) = delete;
+
+ private:
+  sqlite3* connection_;
+};
+
 }  // namespace
 
 NewFile::~NewFile() {
@@ -35,10 +55,25 @@ NewFile::~NewFile() {
   }
 }
 
-SqliteDatabase::SqliteDatabase(const std::filesystem::path& file, bool just_made)
-    : new_file_(just_made ? file : std::filesystem::path()),
-      connection_(open_connection(file)),
-      visits_(connection_.get()) {}
+SqliteDatabase::SqliteDatabase(const std::filesystem::path& file, bool just_made,
+                               const LockWait& lock_wait, GuardedFiles* guard)
+    : file_(file),
+      known_(look().value_or(FileLook())),
+      new_file_(just_made ? file : std::filesystem::path()),
+      guarding_(guard, {known_.identity.device, known_.identity.number}),
+      connection_(open_connection(file, lock_wait)),
+      visits_(connection_.get()) {
+  remember_look();
+}
+
+SqliteDatabase::Guarding::Guarding(GuardedFiles* guard, GuardedFiles::Identity file)
+    : guard_(guard), file_(file) {
+  if (guard_ != nullptr) guard_->guard(file_);
+}
+
+SqliteDatabase::Guarding::~Guarding() {
+  if (guard_ != nullptr) guard_->let_go(file_);
+}
 
 void SqliteDatabase::require_writable() {
   if (!writable_) prepare_for_writing(connection_.get());
@@ -60,6 +95,8 @@ std::vector<DatabaseColumn> SqliteDatabase::table_columns(const std::string& tab
 void SqliteDatabase::rename_column(const std::string& table, int position,
                                    const std::string& name) {
   require_writable();
+  // A name that is lost with the power is no loss, and whoever gives it doesn't wait for the disk.
+  const LightSync light(connection_.get());
   Transaction transaction(connection_.get());
   const TableSchema schema = read_schema(connection_.get(), table);
   const std::string old_name = schema.column(position).name;
@@ -76,11 +113,8 @@ void SqliteDatabase::rename_column(const std::string& table, int position,
 void SqliteDatabase::index_numbers(const std::string& table, int position) {
   const TableSchema schema = read_schema(connection_.get(), table);
   const std::string& column = schema.column(position).name;
-  const std::string index = schema.name + " numbers " + std::to_string(position);
-  Statement found(connection_.get(),
-                  "SELECT 1 FROM sqlite_schema WHERE type = 'index' AND name = ?1 COLLATE NOCASE");
-  if (found.bind(1, index).step()) return;
-  found.reset();
+  const std::string index = number_index(schema, position);
+  if (has_index(connection_.get(), index)) return;
   require_writable();
   execute(connection_.get(), "CREATE INDEX IF NOT EXISTS " + sql_name(index) + " ON " +
                                  sql_name(schema.name) + " (" + bare_number_expression(column) +
@@ -89,7 +123,7 @@ void SqliteDatabase::index_numbers(const std::string& table, int position) {
 
 std::unique_ptr<Recordset> SqliteDatabase::open_recordset(const std::string& table) {
   auto recordset = std::make_unique<SqliteRecordset>(connection_.get(), visits_, table);
-  require_writable();
+  require_rights(file_);
   return recordset;
 }
 
@@ -104,6 +138,37 @@ void SqliteDatabase::in_transaction(const std::function<void()>& body) {
   Transaction transaction(connection_.get());
   body();
   transaction.commit();
+  remember_look();
+}
+
+bool SqliteDatabase::checkpoint() {
+  Statement checkpoint(connection_.get(), "PRAGMA wal_checkpoint(TRUNCATE)");
+  const bool whole = checkpoint.step() && checkpoint.number(0) == 0;
+  remember_look();
+  return whole;
+}
+
+// By the name alone: closing another handle of a file would end the locks that this process has on
+// it.
+std::optional<SqliteDatabase::FileLook> SqliteDatabase::look() const {
+  struct stat status {};
+  if (::stat(file_.c_str(), &status) != 0) return std::nullopt;
+  constexpr std::int64_t nanoseconds = 1000000000;
+  return FileLook{{status.st_dev, status.st_ino},
+                  status.st_size,
+                  status.st_mtim.tv_sec * nanoseconds + status.st_mtim.tv_nsec};
+}
+
+void SqliteDatabase::remember_look() {
+  const auto present = look();
+  if (present && present->identity == known_.identity) known_ = *present;
+}
+
+FileStanding SqliteDatabase::standing() {
+  const auto present = look();
+  if (!present) return FileStanding::Gone;
+  if (present->identity != known_.identity) return FileStanding::Replaced;
+  return *present == known_ ? FileStanding::Same : FileStanding::Written;
 }
 
 }  // namespace lineweir::platform

@@ -1,8 +1,10 @@
 #pragma once
 
 #include <filesystem>
+#include <optional>
 
 #include "platform/database.h"
+#include "platform/disk/guarded_files.h"
 #include "platform/sqlite/connection.h"
 #include "platform/sqlite/row_visits.h"
 
@@ -25,8 +27,10 @@ class NewFile {
 // An SQLite file that is open. Its recordsets must not outlive it.
 class SqliteDatabase final : public Database {
  public:
-  // A file that has just been made goes again unless a table is made in it.
-  SqliteDatabase(const std::filesystem::path& file, bool just_made);
+  // A file that has just been made goes again unless a table is made in it. The wait and the guard,
+  // which may be null, must outlive this object.
+  SqliteDatabase(const std::filesystem::path& file, bool just_made, const LockWait& lock_wait,
+                 GuardedFiles* guard);
 
   void create_table(const std::string& name, const std::vector<DatabaseColumn>& columns) override;
   std::vector<DatabaseColumn> table_columns(const std::string& table) override;
@@ -35,12 +39,43 @@ class SqliteDatabase final : public Database {
   std::unique_ptr<Recordset> open_recordset(const std::string& table) override;
   std::int64_t change_stamp() override;
   void in_transaction(const std::function<void()>& body) override;
+  bool checkpoint() override;
+  FileIdentity identity() const override { return known_.identity; }
+  FileStanding standing() override;
 
  private:
+  // Guards the file for as long as it is open.
+  class Guarding {
+   public:
+    Guarding(GuardedFiles* guard, GuardedFiles::Identity file);
+    ~Guarding();
+    Guarding(const Guarding&) = delete;
+    Guarding& operator=(const Guarding&) = delete;
+
+   private:
+    GuardedFiles* guard_;
+    GuardedFiles::Identity file_;
+  };
+
+  // What the system tells of a file without opening it.
+  struct FileLook {
+    FileIdentity identity;
+    std::int64_t size = 0;
+    std::int64_t written_at = 0;
+
+    friend bool operator==(const FileLook&, const FileLook&) = default;
+  };
+
+  std::optional<FileLook> look() const;
+  void remember_look();
   void require_writable();
 
+  std::filesystem::path file_;
+  // The file as it was when this connection last had to do with it.
+  FileLook known_;
   NewFile new_file_;
   bool writable_ = false;
+  Guarding guarding_;
   Connection connection_;
   RowVisits visits_;
 };

@@ -3,6 +3,8 @@
 #include <fcntl.h>
 #include <sys/stat.h>
 
+#include <algorithm>
+#include <array>
 #include <cerrno>
 #include <cstring>
 
@@ -36,8 +38,12 @@ void make_file(const std::filesystem::path& file) {
 }  // namespace
 
 SqliteDatabases::SqliteDatabases(const std::filesystem::path& working_directory,
-                                 const Letters& letters)
-    : working_directory_(std::filesystem::absolute(working_directory)), letters_(letters) {}
+                                 const Letters& letters, std::chrono::milliseconds lock_wait,
+                                 GuardedFiles* guard)
+    : working_directory_(std::filesystem::absolute(working_directory)),
+      letters_(letters),
+      lock_wait_(lock_wait),
+      guard_(guard) {}
 
 std::filesystem::path SqliteDatabases::locate(const std::string& path) const {
   return place_on_disk(working_directory_, path, letters_);
@@ -46,13 +52,30 @@ std::filesystem::path SqliteDatabases::locate(const std::string& path) const {
 std::unique_ptr<Database> SqliteDatabases::open(const std::string& path) {
   const auto file = locate(path);
   check_database_file(file);
-  return std::make_unique<SqliteDatabase>(file, false);
+  return std::make_unique<SqliteDatabase>(file, false, lock_wait_, guard_);
 }
 
 std::unique_ptr<Database> SqliteDatabases::create(const std::string& path) {
   const auto file = locate(path);
   make_file(file);
-  return std::make_unique<SqliteDatabase>(file, true);
+  return std::make_unique<SqliteDatabase>(file, true, lock_wait_, guard_);
+}
+
+bool SqliteDatabases::is_database(const std::string& path) {
+  const auto file = locate(path);
+  std::error_code error;
+  if (!std::filesystem::is_regular_file(file, error)) return false;
+  if (std::filesystem::file_size(file, error) == 0 || error) return false;
+  try {
+    open_connection(file, lock_wait_);
+    return true;
+  } catch (const Failure& failure) {
+    constexpr std::array databases_all_the_same = {
+        failure_number::database_read_only, failure_number::database_in_use,
+        failure_number::database_damaged, failure_number::older_database_kind};
+    return std::ranges::find(databases_all_the_same, failure.number()) !=
+           databases_all_the_same.end();
+  }
 }
 
 }  // namespace lineweir::platform

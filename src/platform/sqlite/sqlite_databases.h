@@ -1,9 +1,11 @@
 #pragma once
 
+#include <chrono>
 #include <filesystem>
 
 #include "letters/letters.h"
 #include "platform/database.h"
+#include "platform/disk/guarded_files.h"
 
 namespace lineweir::platform {
 
@@ -12,18 +14,26 @@ namespace lineweir::platform {
 // any case.
 class SqliteDatabases final : public DatabaseEngine {
  public:
-  // Paths are texts in the letters, which must outlive this object.
+  // Paths are texts in the letters. Without a wait whatever finds a file locked fails at once. The
+  // wait blocks the thread: the one on which the handlers run has none. What is open is guarded
+  // against other hands of this process. Letters and guard must outlive the engine, and that its
+  // databases.
   explicit SqliteDatabases(const std::filesystem::path& working_directory,
-                           const Letters& letters = utf8_letters());
+                           const Letters& letters = utf8_letters(),
+                           std::chrono::milliseconds lock_wait = std::chrono::milliseconds::zero(),
+                           GuardedFiles* guard = nullptr);
 
   std::unique_ptr<Database> open(const std::string& path) override;
   std::unique_ptr<Database> create(const std::string& path) override;
+  bool is_database(const std::string& path) override;
 
  private:
   std::filesystem::path locate(const std::string& path) const;
 
   std::filesystem::path working_directory_;
   const Letters& letters_;
+  std::chrono::milliseconds lock_wait_;
+  GuardedFiles* guard_;
 };
 
 }  // namespace lineweir::platform

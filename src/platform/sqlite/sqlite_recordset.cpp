@@ -185,6 +185,7 @@ int SqliteRecordset::scan(const RowScan& rows, const RowVisitor& visit) {
 int SqliteRecordset::find_number(int column, std::string_view number, int limit,
                                  const std::vector<int>& columns, const RowVisitor& visit) {
   follow_schema();
+  if (!has_index(connection_, number_index(schema_, column))) return 0;
   const std::string& id = schema_.row_id;
   return visits_.run(
       {"SELECT 1 FROM " + sql_name(schema_.name) + " WHERE " +

@@ -50,6 +50,16 @@ std::int64_t schema_version(sqlite3* connection) {
   return query_number(connection, "PRAGMA schema_version");
 }
 
+std::string number_index(const TableSchema& schema, int position) {
+  return schema.name + " numbers " + std::to_string(position);
+}
+
+bool has_index(sqlite3* connection, const std::string& name) {
+  Statement found(connection,
+                  "SELECT 1 FROM sqlite_schema WHERE type = 'index' AND name = ?1 COLLATE NOCASE");
+  return found.bind(1, name).step();
+}
+
 TableSchema read_schema(sqlite3* connection, const std::string& table) {
   TableSchema schema;
   Statement found(connection,

@@ -28,6 +28,11 @@ struct TableSchema {
 // Changes with each change of any table's definition, by whatever program.
 std::int64_t schema_version(sqlite3* connection);
 
+// The name of the index by which numbers are found in a column of the table, and whether the table
+// has it.
+std::string number_index(const TableSchema& schema, int position);
+bool has_index(sqlite3* connection, const std::string& name);
+
 // A Failure of number 3078 where there is no such table.
 TableSchema read_schema(sqlite3* connection, const std::string& table);
 

@@ -1,0 +1,167 @@
+#include "platform/journal/call_store.h"
+
+#include <algorithm>
+#include <filesystem>
+
+#include "elements/failure.h"
+#include "elements/names.h"
+
+namespace lineweir::platform {
+namespace {
+
+std::string shown_name(const std::string& path) {
+  return "'" + std::filesystem::path(path).filename().string() + "'";
+}
+
+void require_columns(const std::vector<DatabaseColumn>& present, const LoggedCall& call) {
+  for (std::size_t i = 0; i < call.columns.size(); ++i) {
+    const std::string& name = call.columns[i].name;
+    if (i < present.size() && (name.empty() || same_name(present[i].name, name))) continue;
+    throw Failure(failure_number::no_such_field, "The table \"" + call.table + "\" in the file " +
+                                                     shown_name(call.file) +
+                                                     " is not that of a call log.");
+  }
+}
+
+// Whether a row holds these values, as far as the columns had room for them.
+bool holds(std::span<const std::string_view> row, const std::vector<LoggedColumn>& columns) {
+  for (std::size_t i = 0; i < columns.size(); ++i) {
+    if (!std::string_view(columns[i].value).starts_with(row[i])) return false;
+    if (row[i].empty() && !columns[i].value.empty()) return false;
+  }
+  return true;
+}
+
+}  // namespace
+
+void CallStore::put(std::span<const JournalRecord> records) {
+  work([&] {
+    const bool marked =
+        std::ranges::any_of(records, [](const JournalRecord& r) { return !r.name.run.empty(); });
+    if (marked) open_marks();
+    std::map<std::string, std::uint64_t> marks;
+    database_->in_transaction([&] {
+      require_columns(database_->table_columns(table_), records.front().call);
+      if (marked) marks_->refresh();
+      for (const JournalRecord& record : records) {
+        if (!record.name.run.empty()) {
+          const std::string name = mark_name(record.name.run);
+          std::uint64_t& mark = marks.try_emplace(name, marks_->stored(name)).first->second;
+          if (record.name.sequence <= mark) continue;
+          mark = record.name.sequence;
+        }
+        put_row(record.call);
+      }
+      for (const auto& [name, mark] : marks) marks_->store(name, mark);
+    });
+    for (const auto& [name, mark] : marks) last_marks_[name] = mark;
+  });
+}
+
+void CallStore::index_numbers(int column) {
+  work([&] { database_->index_numbers(table_, column); });
+}
+
+void CallStore::forget(const std::string& run) {
+  work([&] {
+    open_marks();
+    database_->in_transaction([&] {
+      marks_->refresh();
+      marks_->forget(mark_name(run));
+    });
+    last_marks_.erase(mark_name(run));
+  });
+}
+
+bool CallStore::checkpoint() {
+  bool whole = true;
+  work([&] { whole = database_->checkpoint(); });
+  return whole;
+}
+
+template <class Step>
+void CallStore::work(Step&& step) {
+  try {
+    look_for_other_file();
+    if (!rows_) open();
+    step();
+  } catch (const Failure& failure) {
+    // A lock passes; whatever else was wrong with the file, the next try begins anew.
+    if (failure.number() != failure_number::database_in_use) close();
+    throw;
+  }
+}
+
+void CallStore::look_for_other_file() {
+  if (!database_) return;
+  const FileStanding standing = database_->standing();
+  if (standing == FileStanding::Same) return;
+  if (standing != FileStanding::Written) {
+    // What the engine keeps beside the file belongs to the one that was there, and must not be
+    // taken for a part of another.
+    try {
+      database_->checkpoint();
+    } catch (const Failure&) {
+    }
+  }
+  close();
+  if (standing == FileStanding::Gone) {
+    throw Failure(failure_number::database_not_found,
+                  "The call log " + shown_name(file_) + " has been moved or deleted.");
+  }
+}
+
+void CallStore::open() {
+  database_ = engine_.open(file_);
+  rows_ = database_->open_recordset(table_);
+  const FileIdentity identity = database_->identity();
+  bool other = last_identity_ && *last_identity_ != identity;
+  if (!last_marks_.empty()) {
+    open_marks();
+    for (const auto& [name, mark] : last_marks_) other |= marks_->stored(name) < mark;
+  }
+  last_identity_ = identity;
+  if (other) last_marks_.clear();
+  replaced_ |= other;
+}
+
+void CallStore::open_marks() {
+  if (!marks_) marks_.emplace(*database_);
+}
+
+void CallStore::close() {
+  marks_.reset();
+  rows_.reset();
+  database_.reset();
+}
+
+void CallStore::put_row(const LoggedCall& call) {
+  const auto present = find(call.replaced);
+  if (present) {
+    rows_->edit(*present);
+  } else {
+    rows_->add_new();
+  }
+  for (std::size_t i = 0; i < call.columns.size(); ++i) {
+    const LoggedColumn& column = call.columns[i];
+    if (column.name.empty()) {
+      rows_->set_field(static_cast<int>(i), column.value);
+    } else {
+      rows_->set_field(column.name, column.value);
+    }
+  }
+  rows_->update();
+}
+
+std::optional<RowId> CallStore::find(const std::vector<LoggedColumn>& columns) {
+  if (columns.empty()) return std::nullopt;
+  RowScan scan{true, std::nullopt, rows_looked_through, {}};
+  for (int i = 0; i < static_cast<int>(columns.size()); ++i) scan.columns.push_back(i);
+  std::optional<RowId> found;
+  rows_->scan(scan, [&](RowId row, auto values) {
+    if (!found && holds(values, columns)) found = row;
+  });
+  return found;
+}
+
+}  // namespace lineweir::platform

@@ -1,0 +1,73 @@
+#include "platform/scripted/failing_databases.h"
+
+#include <utility>
+
+namespace lineweir::platform {
+namespace {
+
+std::string sentence(int number, const std::string& path) {
+  switch (number) {
+    case failure_number::database_in_use:
+      return "The file '" + path + "' is in use by another program.";
+    case failure_number::disk_full:
+      return "There is no room left on the disk for '" + path + "'.";
+    default:
+      return "The database '" + path + "' could not be used.";
+  }
+}
+
+class FailingDatabase final : public Database {
+ public:
+  FailingDatabase(const FailingDatabases& engine, std::string path, std::unique_ptr<Database> file)
+      : engine_(engine), path_(std::move(path)), file_(std::move(file)) {}
+
+  void create_table(const std::string& name, const std::vector<DatabaseColumn>& columns) override {
+    engine_.require_service(path_);
+    file_->create_table(name, columns);
+  }
+  std::vector<DatabaseColumn> table_columns(const std::string& table) override {
+    return file_->table_columns(table);
+  }
+  void rename_column(const std::string& table, int position, const std::string& name) override {
+    engine_.require_service(path_);
+    file_->rename_column(table, position, name);
+  }
+  void index_numbers(const std::string& table, int position) override {
+    engine_.require_service(path_);
+    file_->index_numbers(table, position);
+  }
+  std::unique_ptr<Recordset> open_recordset(const std::string& table) override {
+    return file_->open_recordset(table);
+  }
+  std::int64_t change_stamp() override { return file_->change_stamp(); }
+  void in_transaction(const std::function<void()>& body) override {
+    engine_.require_service(path_);
+    file_->in_transaction(body);
+  }
+  bool checkpoint() override { return file_->checkpoint(); }
+  FileIdentity identity() const override { return file_->identity(); }
+  FileStanding standing() override { return file_->standing(); }
+
+ private:
+  const FailingDatabases& engine_;
+  std::string path_;
+  std::unique_ptr<Database> file_;
+};
+
+}  // namespace
+
+std::unique_ptr<Database> FailingDatabases::open(const std::string& path) {
+  require_service(path);
+  return std::make_unique<FailingDatabase>(*this, path, engine_->open(path));
+}
+
+std::unique_ptr<Database> FailingDatabases::create(const std::string& path) {
+  require_service(path);
+  return std::make_unique<FailingDatabase>(*this, path, engine_->create(path));
+}
+
+void FailingDatabases::require_service(const std::string& path) const {
+  if (failure_ != 0) throw Failure(failure_, sentence(failure_, path));
+}
+
+}  // namespace lineweir::platform
