@@ -23,6 +23,7 @@
 #include "callerdata/call_log_watch.h"
 #include "callerdata/caller_data.h"
 #include "callerdata/caller_data_form.h"
+#include "callerdata/caller_data_sender.h"
 #include "callerdata/caller_memory.h"
 #include "callerdata/database_viewer_form.h"
 #include "callerdata/import_preview_form.h"
@@ -145,6 +146,7 @@ struct Console {
   CallLog call_log;
   CallLogFile call_log_file;
   CallLogWatch call_log_watch;
+  CallerDataSender data_sender;
   CallerDataEntry caller_data;
   CallerMemory caller_memory;
   ReceivedData received_data;

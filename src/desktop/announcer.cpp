@@ -36,6 +36,7 @@ Announcer::Announcer(Console& console, std::function<QWidget*(const Form& form)>
       window_of_(std::move(window_of)),
       rows_(console.Lineweir, *this),
       message_box_(console.MyMsgbox, *this),
+      caller_data_(console.Form4, *this),
       frame_([this] { show_changes(); }) {}
 
 void Announcer::flush() { frame_.flush(); }
@@ -47,6 +48,7 @@ void Announcer::show_changes() {
   announce_ringing();
   announce_link();
   announce_message();
+  announce_notice();
 }
 
 void Announcer::announce(const QString& text) {
@@ -98,6 +100,16 @@ void Announcer::announce_message() {
   if (!message.empty() && (window == nullptr || !window->isVisible())) return frame_.mark();
   message_ = message;
   if (!message.empty()) alert(*window);
+}
+
+void Announcer::announce_notice() {
+  const CallerDataForm& form = console_.Form4;
+  const std::string notice = form.visible ? form.NoticeLabel.caption.get() : std::string();
+  if (notice == notice_) return;
+  notice_ = notice;
+  if (notice.empty()) return;
+  announcements_->setAccessibleName(shown_text(notice));
+  alert(*announcements_);
 }
 
 }  // namespace lineweir

@@ -22,7 +22,8 @@ class Announcements final : public QWidget {
 };
 
 // Announces to screen readers what the eye would catch without the focus being there: lines that
-// begin to ring, the link that goes or comes, and the message box with its text.
+// begin to ring, the link that goes or comes, the message box with its text, and what has to be known
+// of a caller's data.
 class Announcer {
  public:
   // `window_of` gives the window in which a form is shown, or null while it isn't.
@@ -53,6 +54,7 @@ class Announcer {
   void announce_ringing();
   void announce_link();
   void announce_message();
+  void announce_notice();
   // Draws attention to a widget that is an alert.
   void alert(QWidget& widget);
 
@@ -63,9 +65,11 @@ class Announcer {
   std::string message_;
   // Why there was no link when it was last looked at; nothing before it was.
   std::optional<std::string> no_link_;
+  std::string notice_;
   Announcements* announcements_ = nullptr;
   Watch rows_;
   Watch message_box_;
+  Watch caller_data_;
   FrameTimer frame_;
 };
 

@@ -160,10 +160,10 @@ bool TextBoxLink::characters_swallowed(const QString& typed) {
 
 void TextBoxLink::edited(const QString& text, int caret) {
   if (showing_ || box_ == nullptr) return;
-  box_->sel_start = core_caret(*box_, text, caret);
-  box_->text = core_text(*box_, core_lines(text));
-  // The box may hold another text than was typed: it has letters of its own, and its change event
-  // may have changed it.
+  const std::string core = core_text(*box_, core_lines(text));
+  box_->edit(core, core_caret(*box_, text, caret));
+  // The box may hold another text than was typed: it has letters of its own, may have taken another
+  // one, and its change event may have changed it.
   if (box_ != nullptr && qt_lines(shown_text(*box_, box_->text.get())) != text) show_box();
 }
 
