@@ -3,6 +3,7 @@
 #include <QKeyEvent>
 #include <QLayout>
 #include <QMouseEvent>
+#include <QSplitter>
 #include <QWidget>
 
 #include "core/text.h"
@@ -18,7 +19,8 @@ namespace {
 
 bool stands_in_layout(const QWidget& widget) {
   const QWidget* parent = widget.parentWidget();
-  return parent != nullptr && parent->layout() != nullptr;
+  return parent != nullptr &&
+         (parent->layout() != nullptr || qobject_cast<const QSplitter*>(parent) != nullptr);
 }
 
 }  // namespace

@@ -20,7 +20,8 @@ class ElementLink;
 // Designer, and `LineCheck(3)` once it is tied. Names of widgets that are no element begin with a
 // small letter. A widget of an array waits, hidden, until its element is loaded.
 //
-// A widget that stands in a layout keeps the layout's place; any other one takes its element's.
+// A widget that stands in a layout or in a splitter keeps the place that it has there; any other
+// one takes its element's.
 class FormBinder : private FormWatch {
  public:
   FormBinder(Form& form, QWidget& window);

@@ -94,6 +94,36 @@ TEST_SUITE("database viewer") {
     CHECK(desk.part<QPushButton>("ImportButton").hasFocus());
   }
 
+  TEST_CASE("the grid keeps its size while calls are looked for, come in and are shown") {
+    ShownViewer desk;
+    const QRect place = desk.grid().geometry();
+    CHECK(place.height() > desk.window().height() / 2);
+    QTest::keyClicks(&desk.part<QLineEdit>("SearchText"), "salemx");
+    desk.work();
+    CHECK(desk.rows() == 0);
+    CHECK(desk.grid().geometry() == place);
+    desk.part<QLineEdit>("SearchText").clear();
+    desk.work();
+    CHECK(desk.grid().geometry() == place);
+    desk.log_calls(3, 60);
+    desk.work();
+    CHECK(desk.rows() == 63);
+    CHECK(desk.grid().geometry() == place);
+
+    const auto database = desk.platform.databases.open(test::log_path);
+    const auto rows = database->open_recordset(std::string(call_log_table));
+    rows->add_new();
+    rows->set_field(0, std::string(30, 'W'));
+    rows->set_field(6, std::string(100, 'W'));
+    rows->set_field(13, std::string(100, 'W'));
+    rows->update();
+    desk.work();
+    desk.grid().selectRow(0);
+    desk.settle();
+    CHECK(desk.part<QLabel>("DetailText(0)").text() == QString(30, 'W'));
+    CHECK(desk.grid().geometry() == place);
+  }
+
   TEST_CASE("a letter in the grid doesn't make it look through all its rows") {
     ShownViewer desk(2000);
     desk.grid().setFocus();
