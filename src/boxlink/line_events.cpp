@@ -48,6 +48,7 @@ void LineEvents::Timer4_Timer() {
       lines.RingConfirm.at(static_cast<std::size_t>(line)) = false;
     }
     lines.FreshConnect = false;
+    console_.caller_data.lines_changed();
   });
 }
 

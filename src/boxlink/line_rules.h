@@ -22,6 +22,8 @@ enum class LineStep {
   // The call goes on air now; one that comes back from a lock has been there all the time.
   BeginAir,
   Log,
+  // Where no call is logged: another one has come to a line that was idle.
+  BeginCall,
   ClearRecord,
   ClearDataUnlessFresh,
   ClearTimes,
@@ -114,8 +116,8 @@ inline constexpr auto server_rules = [] {
       // Equipment of kind 2 tells a ring for a caller who comes back: the record stays.
       {'R',
        kind(2),
-       {ReleaseNextCall, CloseHold, CloseAir, RunClock, BaseNowUnlessFresh, ShowText, Blink,
-        ShowRow}},
+       {ReleaseNextCall, CloseHold, CloseAir, BeginCall, RunClock, BaseNowUnlessFresh, ShowText,
+        Blink, ShowRow}},
       {'R',
        all_but_kind(2),
        {ReleaseNextCall, CloseHold, CloseAir, Log, ClearRecord, ClearHoldStamp, TellDataCleared,

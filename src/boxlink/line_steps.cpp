@@ -13,6 +13,7 @@ bool one_of(char letter, std::string_view letters) {
   return letters.find(letter) != std::string_view::npos;
 }
 
+constexpr std::string_view idle_letters = " B";
 constexpr std::string_view on_air_letters = "NC";
 constexpr std::string_view locked_letters = "LK";
 constexpr std::string_view on_air_or_locked_letters = "NCLK";
@@ -51,7 +52,14 @@ void LineSteps::run(LineStep step, const LineReport& report) {
     case LineStep::BeginAir:
       return begin_air(report);
     case LineStep::Log:
-      return console_.call_log.log(line);
+      console_.call_log.log(line);
+      // A line that is being restored keeps its texts on purpose; a new call has none.
+      if (!fresh || report.letter == 'R') console_.line_texts.caller_gone(line);
+      return;
+    case LineStep::BeginCall:
+      if (!one_of(old, idle_letters)) return;
+      console_.call_log.leave(line, CallEnd::HungUp);
+      return console_.line_texts.caller_gone(line);
     case LineStep::ClearRecord:
       return record.clear();
     case LineStep::ClearDataUnlessFresh:
@@ -145,7 +153,7 @@ void LineSteps::open_data_form(const LineReport& report) {
   if (!form.AutoDataEntry.checked) return;
   const bool answered = report.old_letter == 'R';
   const bool taken_back = report.old_letter == 'H' && form.ScreenerMode.checked;
-  if (answered || taken_back) console_.caller_data.show_for_line(report.line);
+  if (answered || taken_back) console_.caller_data.show_for_answered_line(report.line);
 }
 
 void LineSteps::show_row(const LineReport& report, bool may_be_next) {

@@ -78,6 +78,7 @@ void StatusDecoder::decode() {
     }
   }
   serial_buffer.drop(scan.consumed);
+  console_.caller_data.lines_changed();
 }
 
 void StatusDecoder::hear_box() {

@@ -1,9 +1,10 @@
 #include "callerdata/call_log.h"
 
-#include <algorithm>
 #include <array>
+#include <utility>
 
 #include "callerdata/call_log_columns.h"
+#include "callerdata/entry_fit.h"
 #include "core/console.h"
 #include "core/text.h"
 #include "core/time_text.h"
@@ -38,14 +39,6 @@ constexpr std::array log_steps = {
     LogStep{user_field_position, CallerField::UserField, -1},
 };
 
-bool is_entered(CallerField field) {
-  return std::ranges::any_of(entry_fields,
-                             [field](const EntryField& entry) { return entry.field == field; });
-}
-
-// So many calls that have ended can still be completed.
-constexpr std::size_t most_ended_calls = 200;
-
 using LoggedColumns = std::vector<platform::LoggedColumn>;
 
 LoggedColumns empty_columns() {
@@ -59,7 +52,11 @@ LoggedColumns empty_columns() {
 void set_column(const Letters& letters, LoggedColumns& columns, int position,
                 std::string_view text) {
   const auto place = static_cast<std::size_t>(position);
-  columns[place].value = letters.to_utf8(left_part(text, call_log_columns[place].size));
+  const std::size_t room = call_log_columns[place].size;
+  // A number loses its separators before it loses a digit.
+  const std::string kept =
+      position == phone_number_position ? number_within(text, room) : std::string(text);
+  columns[place].value = letters.to_utf8(left_part(kept, room));
 }
 
 LoggedColumns columns_of(const Letters& letters, const CallerRecord& record, MainForm& form,
@@ -79,48 +76,53 @@ CallLog::CallLog(Console& console) : console_(console) {}
 
 void CallLog::log(int line) {
   CallerRecord& record = console_.lines.CallerData(line);
-  const std::string date = date_text(console_.services.clock.now());
-  const bool logged = chosen() && record.holds_data();
-  if (logged) record.set(CallerField::CallDate, date);
+  EndedCall ended{call_on(line), call_so_far(line)};
+  if (chosen() && record.holds_data()) {
+    record.set(CallerField::CallDate, ended.record.columns[date_position].value);
+    ended.record.file = console_.Lineweir.Data1.database_name;
+    console_.services.journal.put(ended.record);
+  }
+  end(line, ended);
+}
 
-  platform::LoggedCall call;
-  call.table = call_log_table;
-  if (logged) call.file = console_.Lineweir.Data1.database_name;
-  call.columns = columns_of(console_.services.letters, record, console_.Lineweir, line);
-  set_column(console_.services.letters, call.columns, date_position, date);
-  keep(call_on(line), call);
-  if (logged) console_.services.journal.put(std::move(call));
-  ++calls_ended_[line];
+void CallLog::leave(int line, CallEnd how) { end(line, {call_on(line), call_so_far(line), how}); }
+
+void CallLog::end(int line, const EndedCall& ended) {
   calls_on_lines_.erase(line);
+  if (on_call_ended) on_call_ended(ended);
 }
 
 CallNumber CallLog::call_on(int line) {
   const auto [call, added] = calls_on_lines_.try_emplace(line, 0);
-  if (added) call->second = ++last_call_;
+  if (added) call->second = new_call();
   return call->second;
 }
 
-void CallLog::keep(CallNumber number, const platform::LoggedCall& call) {
-  ended_[number] = call;
-  if (ended_.size() > most_ended_calls) ended_.erase(ended_.begin());
+platform::LoggedCall CallLog::call_so_far(int line) {
+  platform::LoggedCall call;
+  call.table = call_log_table;
+  const Letters& letters = console_.services.letters;
+  call.columns = columns_of(letters, console_.lines.CallerData(line), console_.Lineweir, line);
+  set_column(letters, call.columns, date_position, date_text(console_.services.clock.now()));
+  return call;
 }
 
-bool CallLog::complete(CallNumber number, const EntryTexts& texts) {
-  const auto ended = ended_.find(number);
-  if (ended == ended_.end()) return false;
-  CallerRecord record;
-  for (std::size_t i = 0; i < texts.size(); ++i) record.set(entry_fields[i].field, texts[i]);
-  platform::LoggedCall& call = ended->second;
-  if (call.file.empty()) {
-    if (!chosen() || !record.holds_data()) return false;
+bool CallLog::complete(platform::LoggedCall call, const EntryTexts& texts) {
+  if (!call.file.empty()) {
+    call.replaced = call.columns;
+  } else if (chosen()) {
     call.file = console_.Lineweir.Data1.database_name;
   } else {
-    call.replaced = call.columns;
+    return false;
   }
-  for (const LogStep& step : log_steps) {
-    if (is_entered(step.field)) set_column(console_.services.letters, call.columns, step.position, record[step.field]);
+  // Through a record, whose fixed fields cut and pad.
+  CallerRecord record;
+  for (std::size_t i = 0; i < texts.size(); ++i) {
+    const EntryField& field = entry_fields[i];
+    record.set(field.field, texts[i]);
+    set_column(console_.services.letters, call.columns, field.log_position, record[field.field]);
   }
-  console_.services.journal.put(call);
+  console_.services.journal.put(std::move(call));
   return true;
 }
 
@@ -149,11 +151,6 @@ void CallLog::rename_user_field(const std::string& name) {
   log_.database->rename_column(std::string(call_log_table), user_field_position,
                                console_.services.letters.to_utf8(name));
   rows.refresh();
-}
-
-int CallLog::calls_ended(int line) const {
-  const auto found = calls_ended_.find(line);
-  return found == calls_ended_.end() ? 0 : found->second;
 }
 
 bool CallLog::has_other_file(const OpenLog& log) {

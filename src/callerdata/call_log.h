@@ -1,11 +1,12 @@
 #pragma once
 
-#include <cstdint>
+#include <functional>
 #include <map>
 #include <memory>
 #include <string>
 #include <vector>
 
+#include "callerdata/ended_call.h"
 #include "callerdata/entry_fields.h"
 #include "core/caller_record.h"
 #include "platform/call_journal.h"
@@ -14,9 +15,6 @@
 namespace lineweir {
 
 struct Console;
-
-// Names a call for as long as the program runs. No call has the number 0.
-using CallNumber = std::uint64_t;
 
 // Hands the records of calls that have ended to the journal, which brings them into the call log.
 class CallLog {
@@ -32,11 +30,22 @@ class CallLog {
   // call has ended.
   CallNumber call_on(int line);
 
+  // The call has left the line without an end that is logged.
+  void leave(int line, CallEnd how);
+
+  // Told of each call that leaves its line, while row and record still have its texts.
+  std::function<void(const EndedCall& ended)> on_call_ended;
+
+  // The record that the call on the line would have if it ended now.
+  platform::LoggedCall call_so_far(int line);
+
+  // A number that no call has had.
+  CallNumber new_call() { return ++last_call_; }
+
   // What is known of the caller of a call that has ended is now this: its row in the log is
   // changed, or added where the call wasn't logged since it had no data or no log was chosen. The
-  // times of the call stay. False, and nothing is changed, where the call has not ended or ended
-  // long ago, where no log is chosen for it, and where neither it nor the texts hold data.
-  bool complete(CallNumber call, const EntryTexts& texts);
+  // times of the call stay. False, and nothing is changed, where no log is chosen for it.
+  bool complete(platform::LoggedCall call, const EntryTexts& texts);
 
   // The rows of the chosen log, opened at first use and anew after another was chosen.
   platform::Recordset& recordset();
@@ -54,9 +63,6 @@ class CallLog {
   // does.
   void rename_user_field(const std::string& name);
 
-  // How many calls have ended on the line, logged or not.
-  int calls_ended(int line) const;
-
  private:
   struct OpenLog {
     std::string name;
@@ -64,17 +70,14 @@ class CallLog {
     std::unique_ptr<platform::Recordset> recordset;
   };
 
-  void keep(CallNumber number, const platform::LoggedCall& call);
+  void end(int line, const EndedCall& ended);
   OpenLog open(const std::string& file) const;
   static bool has_other_file(const OpenLog& log);
 
   Console& console_;
   OpenLog log_;
-  std::map<int, int> calls_ended_;
   std::map<int, CallNumber> calls_on_lines_;
   CallNumber last_call_ = 0;
-  // The latest calls that have ended. The file of one that wasn't logged is empty.
-  std::map<CallNumber, platform::LoggedCall> ended_;
 };
 
 // The columns of a new log, whose last one has the user's name for it. A database's texts are

@@ -1,6 +1,7 @@
 #include "callerdata/caller_data.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "callcontrol/socket_trap.h"
 #include "callerdata/entry_fit.h"
@@ -13,18 +14,26 @@ namespace {
 
 constexpr std::string_view save_handler = "Form4_Command3D1_Click";
 constexpr int key_enter = 13;
+// A line in one of these has no caller.
+constexpr std::string_view letters_of_nobody = " B";
 
 // Control characters part fields and frames on their way to other consoles. None can be typed, but
 // some can be pasted.
-std::string without_controls(std::string text) {
-  std::ranges::replace_if(
-      text, [](char c) { return code_of(c) > 0 && code_of(c) < ' '; }, ' ');
-  return text;
+EntryTexts without_controls(EntryTexts texts) {
+  for (std::string& text : texts) {
+    std::ranges::replace_if(
+        text, [](char c) { return code_of(c) > 0 && code_of(c) < ' '; }, ' ');
+  }
+  return texts;
+}
+
+bool all_blank(const EntryTexts& texts) {
+  return std::ranges::all_of(texts, [](const auto& text) { return trimmed(text).empty(); });
 }
 
 }  // namespace
 
-CallerDataEntry::CallerDataEntry(Console& console) : console_(console) {
+CallerDataEntry::CallerDataEntry(Console& console) : console_(console), drafts_(console) {
   CallerDataForm& form = console.Form4;
   form.on_load = [this] { Form_Load(); };
   form.on_unload = [this] { Form_Unload(); };
@@ -36,7 +45,11 @@ CallerDataEntry::CallerDataEntry(Console& console) : console_(console) {
     };
   });
   form.Command3D1.on_click = [this] { Command3D1_Click(); };
+  form.DiscardCall.on_click = [this] { DiscardCall_Click(); };
+  form.OtherCall.on_click = [this] { OtherCall_Click(); };
   form.UnloadTimer.on_timer = [this] { UnloadTimer_Timer(); };
+  form.DraftTimer.on_timer = [this] { DraftTimer_Timer(); };
+  console.call_log.on_call_ended = [this](const EndedCall& ended) { call_ended(ended); };
 }
 
 LogFieldFlags CallerDataEntry::all_fields_on() {
@@ -45,88 +58,104 @@ LogFieldFlags CallerDataEntry::all_fields_on() {
   return flags;
 }
 
-int CallerDataEntry::held_line() const { return console_.Form4.loaded() ? held_line_ : no_line; }
+bool CallerDataEntry::anybody_on(int line) const {
+  return line >= 0 && line < console_.lines.LineCount &&
+         letters_of_nobody.find(console_.lines.StatusLetter(line)) == std::string_view::npos;
+}
+
+bool CallerDataEntry::holds_ended_call_of(int line) const {
+  return console_.Form4.loaded() && held_.line == line && held_.ended;
+}
 
 void CallerDataEntry::show_for_line(int line) {
+  if (anybody_on(line)) return show(line, console_.call_log.call_on(line));
+  if (holds_ended_call_of(line)) return show(line, held_.call);
+  const EntryDraft* ended = drafts_.ended_on(line);
+  show(line, ended == nullptr ? console_.call_log.call_on(line) : ended->call);
+}
+
+void CallerDataEntry::show_for_answered_line(int line) {
+  if (holds_ended_call_of(line) && work().any_touched()) return show_buttons();
+  show_for_line(line);
+}
+
+void CallerDataEntry::show(int line, CallNumber call) {
   CallerDataForm& form = console_.Form4;
-  const bool holds_other = form.loaded() && held_line_ != line;
+  const bool holds_other = form.loaded() && held_.call != call;
   if (holds_other) keep_draft();
   console_.lines.CurrentDataLine = line;
   form.caption = "Caller Data - Line " + std::to_string(line + 1);
+  chosen_call_ = call;
   if (holds_other) Form_Load();
   form.show();
+  chosen_call_ = 0;
 }
 
 void CallerDataEntry::Form_Load() {
   guard(console_, "Form4_Form_Load", [&] {
     CallerDataForm& form = console_.Form4;
-    held_line_ = console_.lines.CurrentDataLine;
-    held_call_ = console_.call_log.calls_ended(held_line_);
-    form.UnloadTimer.enabled = false;
+    held_.line = console_.lines.CurrentDataLine;
+    held_.call = chosen_call_ != 0 ? chosen_call_ : console_.call_log.call_on(held_.line);
     console_.caller_memory.hide();
     form.UnloadTimer.enabled = !allowed();
     form.Label(user_entry).caption = trimmed(console_.Lineweir.CaptionLabel(user_column).caption);
-    lay_out_fields();
+    form.lay_out(LogFieldOn);
     fill_texts();
-    focus_first();
+    form.focus_next(0);
   });
 }
 
 void CallerDataEntry::Form_Unload() {
   console_.Form4.UnloadTimer.enabled = false;
   keep_draft();
-}
-
-void CallerDataEntry::lay_out_fields() {
-  CallerDataForm& form = console_.Form4;
-  int place = 0;
-  for (int entry = 1; entry <= caller_text_count; ++entry) {
-    const bool in_use = LogFieldOn[static_cast<std::size_t>(entry - 1)];
-    TextBox& text = form.TheText(entry);
-    if (in_use) {
-      text.top = caller_row_top(place);
-      form.Label(entry).top = caller_row_top(place);
-      ++place;
-    }
-    text.enabled = in_use;
-    text.visible = in_use;
-    form.Label(entry).visible = in_use;
-  }
-  form.fit_height(place);
+  held_ = {};
 }
 
 void CallerDataEntry::fill_texts() {
-  const bool idle = console_.lines.StatusLetter(held_line_) == ' ';
-  const auto draft = drafts_.find(held_line_, held_call_, idle);
-  had_ = draft ? draft->had : EntryTexts{};
-  show_texts(draft ? draft->typed : had_);
-  for (int entry = 1; entry <= caller_text_count; ++entry) {
-    console_.Form4.TheText(entry).caret_to_end();
-  }
+  CallerDataForm& form = console_.Form4;
+  const EntryDraft* found = drafts_.find(held_.call);
+  const EntryDraft draft = found == nullptr ? EntryDraft{} : *found;
+  held_.ended = draft.ended;
   notice_ = {};
+  if (held_.ended) notice_.end = held_.ended->how;
+  had_ = draft.work.had;
+  form.show_texts(draft.work.typed);
+  for (int entry = 1; entry <= caller_text_count; ++entry) form.TheText(entry).caret_to_end();
   follow_line();
+  show_buttons();
 }
 
 void CallerDataEntry::data_arrived(int line) {
-  if (line == held_line()) follow_line();
+  if (console_.Form4.loaded() && line == held_.line) follow_line();
 }
 
 void CallerDataEntry::follow_line() {
+  if (held_.ended) return show_notice();
   EntryWork now = work();
-  const std::set<int> changed_elsewhere = now.follow(line_texts());
+  const std::set<int> changed_elsewhere = now.follow(console_.line_texts.of(held_.line));
   had_ = now.had;
-  show_texts(now.typed);
+  console_.Form4.show_texts(now.typed);
   notice_.elsewhere.insert(changed_elsewhere.begin(), changed_elsewhere.end());
   show_notice();
 }
 
-void CallerDataEntry::show_texts(const EntryTexts& texts) {
-  for (int entry = 1; entry <= caller_text_count; ++entry) {
-    TextBox& box = console_.Form4.TheText(entry);
-    const std::string& text = texts[static_cast<std::size_t>(entry - 1)];
-    if (box.text == text) continue;
-    box.text = text;
-    box.caret_to_end();
+void CallerDataEntry::call_ended(const EndedCall& ended) {
+  drafts_.call_ended(ended);
+  if (!console_.Form4.loaded() || held_.call != ended.call) return;
+  held_.ended = ended;
+  notice_.end = ended.how;
+  show_notice();
+  show_buttons();
+}
+
+void CallerDataEntry::lines_changed() {
+  if (console_.Form4.loaded() && held_.ended) show_buttons();
+}
+
+void CallerDataEntry::leave_group() {
+  for (int line = 0; line < console_.lines.LineCount; ++line) {
+    console_.call_log.leave(line, CallEnd::GroupLeft);
+    console_.line_texts.caller_gone(line);
   }
 }
 
@@ -136,55 +165,49 @@ void CallerDataEntry::show_notice() {
       notice_text(notice_, work(), [&](int entry) { return form.Label(entry).caption.get(); }));
 }
 
-// What the line has, for the fields that aren't in use too: they keep it when the data are saved.
-EntryTexts CallerDataEntry::line_texts() const {
-  EntryTexts record;
-  EntryTexts row;
-  for (std::size_t i = 0; i < record.size(); ++i) {
-    record[i] = console_.lines.CallerData(held_line_)[entry_fields[i].field];
-    row[i] = console_.Lineweir.column_labels(entry_fields[i].column)(held_line_).caption;
-  }
-  return shown_texts(record, row);
+void CallerDataEntry::show_buttons() {
+  CallerDataForm& form = console_.Form4;
+  const bool ended = held_.ended.has_value();
+  form.DiscardCall.visible = ended;
+  form.OtherCall.caption = ended ? "&New caller" : "Form&er caller";
+  form.OtherCall.visible = ended ? anybody_on(held_.line) : drafts_.ended_on(held_.line) != nullptr;
 }
 
-EntryTexts CallerDataEntry::texts() const {
-  EntryTexts typed;
-  for (std::size_t i = 0; i < typed.size(); ++i) {
-    typed[i] = console_.Form4.TheText(static_cast<int>(i) + 1).text;
-  }
-  return typed;
-}
+EntryWork CallerDataEntry::work() const { return {had_, console_.Form4.texts()}; }
 
 void CallerDataEntry::keep_draft() {
+  console_.Form4.DraftTimer.enabled = false;
+  if (held_.call == 0) return;
   if (work().any_touched()) {
-    drafts_.keep(held_line_, held_call_, work());
+    drafts_.keep({held_.call, held_.line, work(), held_.ended});
   } else {
-    drafts_.drop(held_line_);
+    drafts_.drop(held_.call);
   }
 }
 
-void CallerDataEntry::focus_first() { focus_next(0); }
-
-bool CallerDataEntry::focus_next(int entry) {
-  for (int next = entry + 1; next <= caller_text_count; ++next) {
-    TextBox& box = console_.Form4.TheText(next);
-    if (!box.enabled) continue;
-    box.set_focus();
-    return true;
+void CallerDataEntry::restore_drafts() {
+  std::string lines;
+  for (const EntryDraft& draft : drafts_.restore()) {
+    lines += (lines.empty() ? "line " : ", line ") + std::to_string(draft.line + 1);
+    const auto name = trimmed(draft.work.typed[name_entry - 1]);
+    if (!name.empty()) lines += " (" + std::string(name) + ")";
   }
-  return false;
+  if (lines.empty()) return;
+  console_.messages.ShowMessage("Caller data was typed and not saved when Lineweir ended: " +
+                                lines + ". Open the caller data of the line to save it.");
 }
 
 void CallerDataEntry::TheText_KeyPress(int Index, int& KeyAscii) {
   guard(console_, "Form4_TheText_KeyPress", [&] {
+    CallerDataForm& form = console_.Form4;
     console_.caller_memory.key_pressed(KeyAscii);
     if (KeyAscii == key_enter) {
       KeyAscii = 0;
-      if (Index >= caller_text_count || !focus_next(Index)) Command3D1_Click();
+      if (Index >= caller_text_count || !form.focus_next(Index)) Command3D1_Click();
       return;
     }
     if (Index != gender_entry) return;
-    TextBox& gender = console_.Form4.TheText(gender_entry);
+    TextBox& gender = form.TheText(gender_entry);
     if (KeyAscii == 'F' || KeyAscii == 'f') gender.text = "Female";
     if (KeyAscii == 'M' || KeyAscii == 'm') gender.text = "Male";
     gender.caret_to_end();
@@ -206,6 +229,7 @@ void CallerDataEntry::TheText_Edit(int Index, std::string& text, int& caret) {
 
 void CallerDataEntry::TheText_Change(int Index) {
   guard(console_, "Form4_TheText_Change", [&] {
+    console_.Form4.DraftTimer.enabled = true;
     show_notice();
     if (Index == phone_number_entry) {
       console_.caller_memory.look_up();
@@ -223,33 +247,76 @@ bool CallerDataEntry::allowed() {
 
 void CallerDataEntry::Command3D1_Click() {
   if (!allowed()) return;
+  if (!held_.ended) return save_to_line();
+  guard(console_, save_handler, [&] { save_to_log(held_.ended->record); });
+}
+
+void CallerDataEntry::save_to_line() {
   const int line = console_.lines.CurrentDataLine;
-  const int held = held_line();
-  const EntryTexts typed = texts();
+  const CallNumber call = console_.call_log.call_on(line);
+  const CallNumber held = held_.call;
+  const EntryTexts typed = console_.Form4.texts();
   std::string text;
   const bool stored = guard(console_, save_handler, [&] {
     store(line, typed);
     text = console_.data_sender.caller_data_text(line);
   });
-  const auto send = [&] { console_.data_sender.send(line, text); };
-  if (!stored || !socket_trap(console_, save_handler, send)) return;
+  if (!stored) return;
+  const bool sent = socket_trap(console_, save_handler, [&] {
+    // Between two tries the call may have ended, and another caller's row must not get its data.
+    if (console_.call_log.call_on(line) == call) console_.data_sender.send(line, text);
+  });
   // The loop may have run in between, and the form may hold something else by now.
-  if (held_line() != held || texts() != typed) return;
-  had_ = typed;
-  console_.Form4.unload();
+  if (!sent || held_.ended || held_.call != held || console_.Form4.texts() != typed) return;
+  close_done();
 }
 
 void CallerDataEntry::store(int line, const EntryTexts& typed) {
+  const EntryTexts texts = without_controls(typed);
   CallerRecord& record = console_.lines.CallerData(line);
-  for (std::size_t i = 0; i < typed.size(); ++i) {
-    const std::string text = without_controls(typed[i]);
-    console_.Lineweir.column_labels(entry_fields[i].column)(line).caption = text;
-    record.set(entry_fields[i].field, text);
+  for (std::size_t i = 0; i < texts.size(); ++i) {
+    console_.Lineweir.column_labels(entry_fields[i].column)(line).caption = texts[i];
+    record.set(entry_fields[i].field, texts[i]);
   }
+  console_.line_texts.renewed(line);
+}
+
+void CallerDataEntry::save_to_log(platform::LoggedCall call) {
+  const EntryTexts texts = without_controls(console_.Form4.texts());
+  const bool nothing_known = call.file.empty() && all_blank(texts);
+  if (!nothing_known && !console_.call_log.complete(std::move(call), texts)) {
+    console_.messages.ShowMessage(
+        "The caller has hung up, and no call log is chosen that could keep these data. Choose one "
+        "with Options, Database Path, and save again.");
+    return;
+  }
+  close_done();
+}
+
+void CallerDataEntry::close_done() {
+  had_ = console_.Form4.texts();
+  console_.Form4.unload();
+}
+
+void CallerDataEntry::DiscardCall_Click() {
+  guard(console_, "Form4_DiscardCall_Click", [&] { close_done(); });
+}
+
+void CallerDataEntry::OtherCall_Click() {
+  guard(console_, "Form4_OtherCall_Click", [&] {
+    const int line = held_.line;
+    if (held_.ended) return show(line, console_.call_log.call_on(line));
+    const EntryDraft* former = drafts_.ended_on(line);
+    if (former != nullptr) show(line, former->call);
+  });
 }
 
 void CallerDataEntry::UnloadTimer_Timer() {
   guard(console_, "Form4_UnloadTimer_Timer", [&] { console_.Form4.unload(); });
+}
+
+void CallerDataEntry::DraftTimer_Timer() {
+  guard(console_, "Form4_DraftTimer_Timer", [&] { keep_draft(); });
 }
 
 }  // namespace lineweir

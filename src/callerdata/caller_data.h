@@ -2,36 +2,59 @@
 
 #include <string>
 
-#include "callerdata/entry_drafts.h"
+#include "callerdata/draft_keeper.h"
 #include "callerdata/entry_notice.h"
+#include "core/line_table.h"
 #include "core/settings_record.h"
 
 namespace lineweir {
 
 struct Console;
 
-// The entry of a caller's details: Form4 and what becomes of its texts.
+// The entry of a caller's details: Form4 and what becomes of its texts. The form holds a call, not
+// a line: when the call ends while it is open, what is in it goes to that call's record in the log
+// and nowhere else, whoever is on the line by then.
 class CallerDataEntry {
  public:
   explicit CallerDataEntry(Console& console);
 
-  // Shows Form4 for a line, whose data it then edits. A form that holds the line already only comes
-  // to the front; one that holds another is loaded anew, and what was typed into it is kept.
+  // The user wants the data of whoever is on the line. A form that holds the call already only
+  // comes to the front; one that holds another is loaded anew, and what was typed into it is kept.
+  // While nobody is on the line, a call that has ended there and has unsaved texts is shown.
   void show_for_line(int line);
+
+  // The same where a report of the line wants it: the user isn't taken away from the texts of the
+  // call before.
+  void show_for_answered_line(int line);
 
   // The line has other data now, from another console: fields of its form that the user hasn't
   // touched follow.
   void data_arrived(int line);
+
+  // Lines have been reported.
+  void lines_changed();
+
+  // The lines are those of another studio group from now on, with other callers.
+  void leave_group();
+
+  // Takes up what was typed in an earlier run of the program and not saved, and tells of it.
+  void restore_drafts();
+  // What is being typed stays for the next run.
+  void keep_draft();
 
   // The name that stamps caller data; the user's, once a login was accepted while it was blank.
   std::string OperatorName;
   // Which of the ten fields are in use.
   LogFieldFlags LogFieldOn = all_fields_on();
 
-  // The line whose data Form4 holds, while it is loaded; else no_line.
-  int held_line() const;
-
  private:
+  struct HeldCall {
+    int line = no_line;
+    CallNumber call = 0;
+    // Nothing while the call is on its line.
+    std::optional<EndedCall> ended;
+  };
+
   static LogFieldFlags all_fields_on();
 
   void Form_Load();
@@ -40,28 +63,33 @@ class CallerDataEntry {
   void TheText_Change(int Index);
   void TheText_Edit(int Index, std::string& text, int& caret);
   void Command3D1_Click();
+  void DiscardCall_Click();
+  void OtherCall_Click();
   void UnloadTimer_Timer();
+  void DraftTimer_Timer();
 
   // Whether this user may enter data; says so where not.
   bool allowed();
-  void lay_out_fields();
+  void show(int line, CallNumber call);
+  bool holds_ended_call_of(int line) const;
+  bool anybody_on(int line) const;
+  void call_ended(const EndedCall& ended);
   void fill_texts();
   void follow_line();
-  void show_texts(const EntryTexts& texts);
   void show_notice();
-  void focus_first();
-  bool focus_next(int entry);
-  EntryTexts texts() const;
-  EntryWork work() const { return {had_, texts()}; }
-  EntryTexts line_texts() const;
-  void keep_draft();
+  void show_buttons();
+  EntryWork work() const;
+  void save_to_line();
+  void save_to_log(platform::LoggedCall call);
   void store(int line, const EntryTexts& typed);
+  // Closes the form; nothing in it is a draft any more.
+  void close_done();
 
   Console& console_;
-  EntryDrafts drafts_;
-  int held_line_ = 0;
-  // The number of the call on the held line when the form was loaded.
-  int held_call_ = 0;
+  DraftKeeper drafts_;
+  HeldCall held_;
+  // The call for which the form is about to be loaded; 0 for the one on the line.
+  CallNumber chosen_call_ = 0;
   // What the line had when the fields were last filled.
   EntryTexts had_;
   EntryNotice notice_;

@@ -51,18 +51,60 @@ CallerDataForm::CallerDataForm() : Form("Form4") {
     text.visible = true;
   }
   Command3D1.move(4585, 0, 1215, button_height);
+  DiscardCall.move(120, 0, 1215, button_height);
+  DiscardCall.visible = false;
+  OtherCall.move(1455, 0, 1800, button_height);
+  OtherCall.visible = false;
   MemoryLabel.move(memory_left, caller_row_top(0), memory_width, memory_height);
   MemoryLabel.visible = false;
   MemoryFill.move(memory_left, caller_row_top(0) + memory_height, memory_fill_width, button_height);
   MemoryFill.visible = false;
   NoticeLabel.move(120, 0, notice_width, notice_line_height);
+  NoticeLabel.fore_color = color_yellow;
   NoticeLabel.visible = false;
-  fit_height(caller_text_count);
+  fit_height();
 }
 
-void CallerDataForm::fit_height(int fields) {
-  fields_ = fields;
+void CallerDataForm::lay_out(const LogFieldFlags& fields) {
+  fields_ = 0;
+  for (int entry = 1; entry <= caller_text_count; ++entry) {
+    const bool in_use = fields[static_cast<std::size_t>(entry - 1)];
+    TextBox& text = TheText(entry);
+    if (in_use) {
+      text.top = caller_row_top(fields_);
+      Label(entry).top = caller_row_top(fields_);
+      ++fields_;
+    }
+    text.enabled = in_use;
+    text.visible = in_use;
+    Label(entry).visible = in_use;
+  }
   fit_height();
+}
+
+EntryTexts CallerDataForm::texts() const {
+  EntryTexts texts;
+  for (std::size_t i = 0; i < texts.size(); ++i) texts[i] = TheText(static_cast<int>(i) + 1).text;
+  return texts;
+}
+
+void CallerDataForm::show_texts(const EntryTexts& texts) {
+  for (std::size_t i = 0; i < texts.size(); ++i) {
+    TextBox& box = TheText(static_cast<int>(i) + 1);
+    if (box.text == texts[i]) continue;
+    box.text = texts[i];
+    box.caret_to_end();
+  }
+}
+
+bool CallerDataForm::focus_next(int entry) {
+  for (int next = entry + 1; next <= caller_text_count; ++next) {
+    TextBox& box = TheText(next);
+    if (!box.enabled) continue;
+    box.set_focus();
+    return true;
+  }
+  return false;
 }
 
 void CallerDataForm::show_notice(const std::string& text) {
@@ -73,7 +115,9 @@ void CallerDataForm::show_notice(const std::string& text) {
 }
 
 void CallerDataForm::fit_height() {
-  Command3D1.top = caller_row_top(fields_);
+  for (Button* button : {&Command3D1, &DiscardCall, &OtherCall}) {
+    button->top = caller_row_top(fields_);
+  }
   int below_fields = caller_row_top(fields_) + button_height;
   NoticeLabel.top = below_fields + gap;
   if (NoticeLabel.visible) below_fields = NoticeLabel.top + NoticeLabel.height;

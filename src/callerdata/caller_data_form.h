@@ -1,5 +1,6 @@
 #pragma once
 
+#include "callerdata/entry_fields.h"
 #include "elements/button.h"
 #include "elements/control_array.h"
 #include "elements/form.h"
@@ -9,7 +10,7 @@
 
 namespace lineweir {
 
-inline constexpr int caller_text_count = 10;
+inline constexpr int caller_text_count = log_field_count;
 
 // The top of a field on Form4, by its place among those in use, from 0.
 constexpr int caller_row_top(int place) { return 120 + 375 * place; }
@@ -25,6 +26,13 @@ class CallerDataForm : public Form {
   Button Command3D1{*this, "Command3D1", "&Save"};
   Timer UnloadTimer{*this, "UnloadTimer", false, 100};
 
+  // Of a call that has ended: throws away what was typed. And between such a call and the one that
+  // is on its line now.
+  Button DiscardCall{*this, "DiscardCall", "&Discard"};
+  Button OtherCall{*this, "OtherCall"};
+  // What is typed goes to the file of drafts when it ticks.
+  Timer DraftTimer{*this, "DraftTimer", false, 500};
+
   // What the log knows of the caller, and the offer to fill it in.
   lineweir::Label MemoryLabel{*this, "MemoryLabel"};
   Button MemoryFill{*this, "MemoryFill", "&Fill in"};
@@ -32,8 +40,15 @@ class CallerDataForm : public Form {
   // What the user has to know while typing: below the fields, where nothing else moves for it.
   lineweir::Label NoticeLabel{*this, "NoticeLabel"};
 
-  // Closes up below so many fields.
-  void fit_height(int fields);
+  // Shows the fields in use, closed up, and hides the others.
+  void lay_out(const LogFieldFlags& fields);
+
+  EntryTexts texts() const;
+  // Where that changes a text the caret goes to its end.
+  void show_texts(const EntryTexts& texts);
+
+  // Gives the focus to the first field in use behind this one; false where there is none.
+  bool focus_next(int entry);
 
   // The empty text shows nothing.
   void show_notice(const std::string& text);

@@ -1,12 +1,33 @@
 #include "callerdata/entry_drafts.h"
 
+#include <algorithm>
+#include <utility>
+
 namespace lineweir {
 
-std::optional<EntryWork> EntryDrafts::find(int line, int call, bool line_idle) const {
-  const auto draft = drafts_.find(line);
-  if (draft == drafts_.end()) return std::nullopt;
-  if (draft->second.call != call && !line_idle) return std::nullopt;
-  return draft->second.work;
+void EntryDrafts::keep(EntryDraft draft) {
+  if (EntryDraft* earlier = find(draft.call)) {
+    *earlier = std::move(draft);
+  } else {
+    drafts_.push_back(std::move(draft));
+  }
+}
+
+void EntryDrafts::drop(CallNumber call) {
+  std::erase_if(drafts_, [call](const EntryDraft& draft) { return draft.call == call; });
+}
+
+EntryDraft* EntryDrafts::find(CallNumber call) {
+  const auto found = std::ranges::find(drafts_, call, &EntryDraft::call);
+  return found == drafts_.end() ? nullptr : &*found;
+}
+
+const EntryDraft* EntryDrafts::ended_on(int line) const {
+  const EntryDraft* latest = nullptr;
+  for (const EntryDraft& draft : drafts_) {
+    if (draft.line == line && draft.ended) latest = &draft;
+  }
+  return latest;
 }
 
 }  // namespace lineweir

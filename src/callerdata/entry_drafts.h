@@ -1,30 +1,41 @@
 #pragma once
 
-#include <map>
 #include <optional>
+#include <vector>
 
+#include "callerdata/ended_call.h"
 #include "callerdata/entry_work.h"
 
 namespace lineweir {
 
-// What was typed into Form4 and not saved, by line. A draft belongs to the call that was on the
-// line when its typing began, which is told by the number of calls that had ended there.
+// What was typed into Form4 for a call and not saved.
+struct EntryDraft {
+  CallNumber call = 0;
+  int line = 0;
+  EntryWork work;
+  // Nothing while the call is on its line.
+  std::optional<EndedCall> ended;
+
+  friend bool operator==(const EntryDraft&, const EntryDraft&) = default;
+};
+
+// The drafts, each of which belongs to a call. What was typed for one caller is never another's.
 class EntryDrafts {
  public:
-  void keep(int line, int call, const EntryWork& work) { drafts_[line] = {call, work}; }
-  void drop(int line) { drafts_.erase(line); }
+  // In the place of the call's earlier one.
+  void keep(EntryDraft draft);
+  void drop(CallNumber call);
 
-  // The line's draft. When its call has ended it is given only while the line is idle: the next
-  // caller's form must not show another one's name.
-  std::optional<EntryWork> find(int line, int call, bool line_idle) const;
+  // Null where there is none.
+  EntryDraft* find(CallNumber call);
+  // The latest of a call that has ended on the line; null where there is none.
+  const EntryDraft* ended_on(int line) const;
+
+  // In the order in which they were first kept.
+  const std::vector<EntryDraft>& all() const { return drafts_; }
 
  private:
-  struct Draft {
-    int call = 0;
-    EntryWork work;
-  };
-
-  std::map<int, Draft> drafts_;
+  std::vector<EntryDraft> drafts_;
 };
 
 }  // namespace lineweir

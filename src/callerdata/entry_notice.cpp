@@ -14,21 +14,39 @@ std::string quoted(std::string_view text) {
   return '"' + std::string(text.substr(0, quoted_length)) + (whole ? "\"" : "...\"");
 }
 
+std::string_view end_text(CallEnd end) {
+  return end == CallEnd::HungUp ? "The caller has hung up"
+                                : "The caller is in the studio group that was left";
+}
+
+std::string elsewhere_text(const EntryNotice& notice, const EntryWork& work,
+                           const std::function<std::string(int entry)>& heading) {
+  std::string text;
+  for (const int entry : notice.elsewhere) {
+    const auto field = static_cast<std::size_t>(entry - 1);
+    if (!work.touched(field)) continue;
+    text += text.empty() ? "Changed elsewhere: " : ", ";
+    text += heading(entry) + " " + quoted(work.had[field]);
+  }
+  return text;
+}
+
 }  // namespace
 
 std::string notice_text(const EntryNotice& notice, const EntryWork& work,
                         const std::function<std::string(int entry)>& heading) {
-  std::string elsewhere;
-  for (const int entry : notice.elsewhere) {
-    const auto field = static_cast<std::size_t>(entry - 1);
-    if (!work.touched(field)) continue;
-    elsewhere += elsewhere.empty() ? "Changed elsewhere: " : ", ";
-    elsewhere += heading(entry) + " " + quoted(work.had[field]);
+  std::string text;
+  const auto add = [&](std::string_view line) {
+    if (!text.empty() && !line.empty()) text += "\r\n";
+    text += line;
+  };
+  if (notice.end) add(end_text(*notice.end));
+  add(elsewhere_text(notice, work, heading));
+  if (notice.full != 0) {
+    add(heading(notice.full) + " takes no more than " + std::to_string(entry_room(notice.full)) +
+        " characters");
   }
-  if (notice.full == 0) return elsewhere;
-  const std::string full = heading(notice.full) + " takes no more than " +
-                           std::to_string(entry_room(notice.full)) + " characters";
-  return elsewhere.empty() ? full : elsewhere + "\r\n" + full;
+  return text;
 }
 
 }  // namespace lineweir

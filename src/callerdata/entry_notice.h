@@ -1,15 +1,19 @@
 #pragma once
 
 #include <functional>
+#include <optional>
 #include <set>
 #include <string>
 
+#include "callerdata/ended_call.h"
 #include "callerdata/entry_work.h"
 
 namespace lineweir {
 
-// What the user has to know of the fields while typing.
+// What the user has to know while typing.
 struct EntryNotice {
+  // How the call has left its line; nothing while it's there.
+  std::optional<CallEnd> end;
   // Fields that another console has changed after the user had touched them.
   std::set<int> elsewhere;
   // The field that has no room for what was put in last; 0 for none.

@@ -45,6 +45,7 @@ bool ReceivedData::take(std::string_view text, int line) {
     record.set(entry_fields[i].field, details->fields[i]);
     form.column_labels(entry_fields[i].column)(line).caption = record[entry_fields[i].field];
   }
+  console_.line_texts.renewed(line);
   return true;
 }
 

@@ -31,6 +31,7 @@ Console::Console(const platform::Services& platform_services)
       call_log_file(*this),
       call_log_watch(*this),
       data_sender(*this),
+      line_texts(*this),
       caller_data(*this),
       caller_memory(*this),
       received_data(*this),

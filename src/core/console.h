@@ -27,6 +27,7 @@
 #include "callerdata/caller_memory.h"
 #include "callerdata/database_viewer_form.h"
 #include "callerdata/import_preview_form.h"
+#include "callerdata/line_texts.h"
 #include "callerdata/log_data_form.h"
 #include "callerdata/log_data_options.h"
 #include "callerdata/log_import.h"
@@ -147,6 +148,7 @@ struct Console {
   CallLogFile call_log_file;
   CallLogWatch call_log_watch;
   CallerDataSender data_sender;
+  LineTexts line_texts;
   CallerDataEntry caller_data;
   CallerMemory caller_memory;
   ReceivedData received_data;

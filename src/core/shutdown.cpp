@@ -20,6 +20,7 @@ void Shutdown::Form_Unload() {
     MainForm& form = console_.Lineweir;
     if (form.window_state == window_minimised) form.window_state = window_normal;
     console_.show_plan.close();
+    console_.caller_data.keep_draft();
     // A console that has lost its server must not overwrite what it knows.
     if (form.Shape1.fill_color == color_green) leave();
   });

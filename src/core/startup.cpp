@@ -105,6 +105,7 @@ void Startup::Form_Load() {
     step([&] { restore_mode(*record); });
     step([&] { restore_clocks(*record); });
   }
+  step([&] { console_.caller_data.restore_drafts(); });
   step([&] { finish_loading(); });
 }
 

@@ -39,6 +39,15 @@ class LabelLink final : public ElementLink {
     // Only a label that stands by a field has an access key; any other "&" would show as it is.
     if (text_.buddy() == nullptr) text = caption_of(text).text;
     if (text_.text() != text) text_.setText(text);
+    if (label_.fore_color != color_black) show_color();
+  }
+
+  // Black is what a text has that nobody gave a colour: it takes the style's.
+  void show_color() {
+    QPalette palette = text_.palette();
+    const QColor ground = palette.color(QPalette::Window);
+    palette.setColor(QPalette::WindowText, readable_on(ground, shown_color(label_.fore_color)));
+    text_.setPalette(palette);
   }
   bool clicks_by_itself() const override { return false; }
 

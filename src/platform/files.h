@@ -38,6 +38,10 @@ class Files {
   // the old content stands.
   virtual void replace(const std::string& path, std::string_view content) = 0;
 
+  // The same without waiting for the disk: what stands there survives the program's end at once,
+  // the machine's some seconds later.
+  virtual void replace_soon(const std::string& path, std::string_view content) = 0;
+
   // Begins to replace the file by content that is too large for one piece.
   virtual std::unique_ptr<FileInMaking> begin_replace(const std::string& path) = 0;
 

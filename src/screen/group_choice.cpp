@@ -41,6 +41,7 @@ void GroupChoice::change_group(int group) {
   if (!leave_group()) return select_present_group();
 
   console_.program.GroupNumber = group;
+  console_.caller_data.leave_group();
   check_present_group(console_);
   renew_window_caption(console_);
   console_.Lineweir.Timer4.enabled = true;

@@ -99,7 +99,9 @@ void LoginExchange::enter_group_of_profile() {
   if (block.size() <= longest_block_without_fields) return;
   const int group = group_of_profile(block);
   if (group == no_group) return;
-  if (group != console_.program.GroupNumber) RequestAccessRights(group);
+  if (group == console_.program.GroupNumber) return;
+  RequestAccessRights(group);
+  console_.caller_data.leave_group();
   console_.program.GroupNumber = group;
 }
 

@@ -149,18 +149,23 @@ TEST_SUITE("callerdata/call log") {
   }
 }
 
-struct EndedCall : ScriptedConsole {
+struct EndedCalls : ScriptedConsole {
+  EndedCalls() {
+    console.call_log.on_call_ended = [this](const EndedCall& ended) { last = ended; };
+  }
+
   // A call on line 2 whose caller is called so ends.
-  CallNumber end(const std::string& name) {
+  platform::LoggedCall end(const std::string& name) {
     CallerRecord& record = console.lines.CallerData(2);
     record.clear();
     record.set(CallerField::CallerName, name);
     record.set(CallerField::TimeOnAir, "00:02:00");
     console.Lineweir.LineName(2).caption = name;
-    const CallNumber call = console.call_log.call_on(2);
     console.call_log.log(2);
-    return call;
+    return last.record;
   }
+
+  EndedCall last;
 
   static EntryTexts texts(const std::string& name, const std::string& city = {}) {
     EntryTexts all;
@@ -172,22 +177,23 @@ struct EndedCall : ScriptedConsole {
 
 TEST_SUITE("callerdata/call log: calls that have ended") {
   TEST_CASE("each call on a line has a number of its own") {
-    EndedCall test;
+    EndedCalls test;
     const auto call = test.console.call_log.call_on(2);
     CHECK(call != 0);
     CHECK(test.console.call_log.call_on(2) == call);
     CHECK(test.console.call_log.call_on(3) != call);
-    CHECK(test.end("") == call);
+    test.end("");
+    CHECK(test.last.call == call);
     CHECK(test.console.call_log.call_on(2) != call);
   }
 
   TEST_CASE("a call that was logged has its row changed, but for its times") {
-    EndedCall test;
+    EndedCalls test;
     choose_log(test);
     const auto call = test.end("Ann");
     test.end("Bob");
     test.console.lines.CallerData(2).set(CallerField::CallerName, "Carla, the next caller");
-    CHECK(test.console.call_log.complete(call, EndedCall::texts("Ann Smith", "Salem")));
+    CHECK(test.console.call_log.complete(call, EndedCalls::texts("Ann Smith", "Salem")));
 
     const auto rows = logged_rows(test);
     REQUIRE(rows.size() == 2);
@@ -200,14 +206,13 @@ TEST_SUITE("callerdata/call log: calls that have ended") {
     CHECK(test.console.lines.CallerData(2)[CallerField::CallerName] == "Carla, the next caller");
   }
 
-  TEST_CASE("a call that was not logged is added once it has data") {
-    EndedCall test;
+  TEST_CASE("a call that was not logged is added, with its times") {
+    EndedCalls test;
     choose_log(test);
     const auto call = test.end("");
-    CHECK_FALSE(test.console.call_log.complete(call, EndedCall::texts("  ")));
+    CHECK(call.file == "");
     CHECK(logged_rows(test).empty());
-    CHECK(test.console.call_log.complete(call, EndedCall::texts("Ann")));
-    CHECK(test.console.call_log.complete(call, EndedCall::texts("Ann", "Salem")));
+    CHECK(test.console.call_log.complete(call, EndedCalls::texts("Ann", "Salem")));
     const auto rows = logged_rows(test);
     REQUIRE(rows.size() == 1);
     CHECK(rows[0][2] == "Salem");
@@ -215,23 +220,44 @@ TEST_SUITE("callerdata/call log: calls that have ended") {
     CHECK(rows[0][12] == "00:02:00");
   }
 
-  TEST_CASE("without a log, and while the call goes on, there is nothing to complete") {
-    EndedCall test;
+  TEST_CASE("without a log there is nothing to complete; with one chosen since, there is") {
+    EndedCalls test;
     const auto call = test.end("Ann");
-    CHECK_FALSE(test.console.call_log.complete(call, EndedCall::texts("Ann")));
+    CHECK_FALSE(test.console.call_log.complete(call, EndedCalls::texts("Ann")));
     choose_log(test);
-    CHECK(test.console.call_log.complete(call, EndedCall::texts("Ann")));
-    const auto present = test.console.call_log.call_on(2);
-    CHECK_FALSE(test.console.call_log.complete(present, EndedCall::texts("Bob")));
+    CHECK(test.console.call_log.complete(call, EndedCalls::texts("Ann")));
     CHECK(logged_rows(test).size() == 1);
   }
 
+  TEST_CASE("a call that leaves its line without an end isn't logged, and is told of") {
+    EndedCalls test;
+    choose_log(test);
+    test.console.Lineweir.LineName(2).caption = "Ann";
+    test.console.lines.CallerData(2).set(CallerField::CallerName, "Ann");
+    const CallNumber call = test.console.call_log.call_on(2);
+    test.console.call_log.leave(2, CallEnd::GroupLeft);
+    CHECK(logged_rows(test).empty());
+    CHECK(test.last.call == call);
+    CHECK(test.last.how == CallEnd::GroupLeft);
+    CHECK(test.last.record.file == "");
+    CHECK(test.last.record.columns.at(0).value == "Ann");
+    CHECK(test.console.call_log.call_on(2) != call);
+  }
+
+  TEST_CASE("a number that the column has no room for loses its separators, not its digits") {
+    EndedCalls test;
+    choose_log(test);
+    test.console.lines.CallerData(2).set(CallerField::PhoneNumber, "+1 (312) 555-0100");
+    test.console.call_log.log(2);
+    CHECK(logged_rows(test).at(0)[5] == "+13125550100");
+  }
+
   TEST_CASE("a call that is completed while it waits is logged as completed") {
-    EndedCall test;
+    EndedCalls test;
     choose_log(test);
     test.platform.failing_databases.fail(failure_number::disk_full);
     const auto call = test.end("Ann");
-    CHECK(test.console.call_log.complete(call, EndedCall::texts("Ann Smith")));
+    CHECK(test.console.call_log.complete(call, EndedCalls::texts("Ann Smith")));
     test.platform.failing_databases.fail(0);
     test.platform.loop.advance(platform::Milliseconds(300));
     const auto rows = logged_rows(test);
@@ -240,12 +266,12 @@ TEST_SUITE("callerdata/call log: calls that have ended") {
   }
 
   TEST_CASE("a call that has its row in one log keeps it when another is chosen") {
-    EndedCall test;
+    EndedCalls test;
     choose_log(test);
     const auto call = test.end("Ann");
     test.platform.dialogs.answer_file("other.mdb");
     test.console.Lineweir.DatabasePathMenuItem.on_click();
-    test.console.call_log.complete(call, EndedCall::texts("Ann Smith"));
+    test.console.call_log.complete(call, EndedCalls::texts("Ann Smith"));
     CHECK(logged_rows(test).at(0)[0] == "Ann Smith");
     CHECK(test.platform.databases.rows("other.mdb", call_log_table).empty());
   }

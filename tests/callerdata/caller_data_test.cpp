@@ -593,17 +593,6 @@ TEST_SUITE("callerdata/what is typed is never lost") {
     test.open(3);
     CHECK(test.text(1) == "");
   }
-
-  TEST_CASE("a form that is open while its call ends keeps its text for saving") {
-    EntryForm test;
-    test.box_sends("N03");
-    test.open(3);
-    test.type(1, "Ann");
-    test.box_sends("F03");
-    CHECK(test.text(1) == "Ann");
-    test.save();
-    CHECK(test.record(3)[CallerField::CallerName] == "Ann");
-  }
 }
 
 }  // namespace

@@ -24,6 +24,9 @@ class StubbornFiles final : public platform::Files {
     refuse_if_unwritable(path);
     files.replace(path, content);
   }
+  void replace_soon(const std::string& path, std::string_view content) override {
+    replace(path, content);
+  }
   std::unique_ptr<platform::FileInMaking> begin_replace(const std::string& path) override {
     refuse_if_unwritable(path);
     return files.begin_replace(path);

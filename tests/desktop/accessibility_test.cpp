@@ -302,6 +302,19 @@ TEST_SUITE("desktop/accessibility: announcements") {
     CHECK(desk.alerts.size() == 1);
   }
 
+  TEST_CASE("that the caller has hung up is announced to whoever types the data") {
+    ListeningDesk desk;
+    desk.box_sends("N02");
+    desk.settle();
+    desk.console.caller_data.show_for_line(2);
+    desk.settle();
+    CHECK(desk.alerts.empty());
+    desk.box_sends("F02");
+    desk.settle();
+    REQUIRE(desk.alerts.size() == 1);
+    CHECK(desk.alerts[0].name == "The caller has hung up");
+  }
+
   TEST_CASE("a message that comes and goes within a frame is no news") {
     ListeningDesk desk;
     desk.console.messages.ShowMessage("No server");

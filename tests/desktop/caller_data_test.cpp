@@ -219,6 +219,51 @@ TEST_SUITE("caller data form: what its fields take") {
   }
 }
 
+TEST_SUITE("caller data form: a caller who hangs up") {
+  TEST_CASE(
+      "the window says so below the fields, which stay where they are, and leads on by keys") {
+    ShownEntry desk;
+    test::choose_log(desk);
+    desk.box_sends("N04");
+    desk.settle();
+    desk.type("Ann");
+    const QRect field = desk.box(1).geometry();
+    const QRect save = part<QPushButton>(desk.form_window(), "Command3D1").geometry();
+    auto& notice = part<QLabel>(desk.form_window(), "NoticeLabel");
+    auto& discard = part<QPushButton>(desk.form_window(), "DiscardCall");
+    auto& other = part<QPushButton>(desk.form_window(), "OtherCall");
+    CHECK_FALSE(notice.isVisible());
+    desk.box_sends("R04");
+    desk.settle();
+    CHECK(notice.isVisible());
+    CHECK(notice.text() == "The caller has hung up");
+    CHECK(discard.isVisible());
+    CHECK(other.isVisible());
+    CHECK(desk.box(1).geometry() == field);
+    CHECK(part<QPushButton>(desk.form_window(), "Command3D1").geometry() == save);
+    CHECK(desk.box(1).hasFocus());
+    CHECK(desk.form_window().rect().contains(notice.geometry()));
+
+    // To the new caller and back.
+    QTest::keyClick(desk.form_window().focusWidget(), Qt::Key_N, Qt::AltModifier);
+    desk.settle();
+    CHECK(desk.box(1).text() == "");
+    CHECK(desk.box(1).hasFocus());
+    CHECK_FALSE(notice.isVisible());
+    CHECK_FALSE(discard.isVisible());
+    QTest::keyClick(desk.form_window().focusWidget(), Qt::Key_E, Qt::AltModifier);
+    desk.settle();
+    CHECK(desk.box(1).text() == "Ann");
+    QTest::keyClick(desk.form_window().focusWidget(), Qt::Key_S, Qt::AltModifier);
+    desk.settle();
+    CHECK_FALSE(desk.form_window().isVisible());
+    desk.platform.loop.run_pending();
+    REQUIRE(test::logged_rows(desk).size() == 1);
+    CHECK(test::logged_rows(desk)[0][0] == "Ann");
+    CHECK(desk.shown_name(4) == "");
+  }
+}
+
 TEST_SUITE("log data form") {
   TEST_CASE("Space changes a box, Enter on Exit stores, Escape cancels") {
     test::ShownConsole desk;

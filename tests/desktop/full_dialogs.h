@@ -31,7 +31,10 @@ inline QWidget& open_full(ShownConsole& desk, Form& form) {
     desk.console.Form4.MemoryLabel.visible = true;
     desk.console.Form4.MemoryFill.caption = "&Fill in name and city";
     desk.console.Form4.MemoryFill.visible = true;
-    desk.console.Form4.show_notice("Changed elsewhere: City \"Hull\"");
+    desk.console.Form4.DiscardCall.visible = true;
+    desk.console.Form4.OtherCall.caption = "Form&er caller";
+    desk.console.Form4.OtherCall.visible = true;
+    desk.console.Form4.show_notice("The caller has hung up\r\nChanged elsewhere: City \"Hull\"");
   }
   if (&form == &desk.console.DisplayOptionForm) {
     for (int column = 2; column < column_count; ++column) {

@@ -151,6 +151,15 @@ TEST_CASE_FIXTURE(DiskFilesFixture, "A link and the permissions survive a replac
   CHECK(fs::status(directory.path() / "real.txt").permissions() == fs::perms{0640});
 }
 
+TEST_CASE_FIXTURE(DiskFilesFixture, "What needn't wait for the disk is replaced whole as well") {
+  files.replace_soon("Drafts.csv", "one");
+  CHECK(content("Drafts.csv") == "one");
+  files.replace_soon("Drafts.csv", "two");
+  CHECK(content("Drafts.csv") == "two");
+  CHECK(names() == std::vector<std::string>{"Drafts.csv"});
+  CHECK(failure_number_of([&] { files.replace_soon("nowhere/a.csv", "x"); }) == 75);
+}
+
 TEST_CASE_FIXTURE(DiskFilesFixture, "Appending makes the file and adds to its end") {
   files.append("LWDebug.txt", "one\r\n");
   files.append("LWDebug.txt", "two\r\n");

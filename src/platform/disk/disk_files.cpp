@@ -132,6 +132,15 @@ void DiskFiles::replace(const std::string& path, std::string_view content) {
   }
 }
 
+void DiskFiles::replace_soon(const std::string& path, std::string_view content) {
+  const fs::path target = locate(path);
+  try {
+    replace_file_soon(target, content);
+  } catch (const std::system_error& error) {
+    fail(target.string(), error.code());
+  }
+}
+
 std::unique_ptr<FileInMaking> DiskFiles::begin_replace(const std::string& path) {
   const fs::path file_name = target(path);
   try {

@@ -21,6 +21,7 @@ class DiskFiles final : public Files {
   std::optional<std::string> read(const std::string& path) const override;
   std::optional<std::string> why_unreadable(const std::string& path) const override;
   void replace(const std::string& path, std::string_view content) override;
+  void replace_soon(const std::string& path, std::string_view content) override;
   std::unique_ptr<FileInMaking> begin_replace(const std::string& path) override;
   void append(const std::string& path, std::string_view content) override;
   // Directories don't count.

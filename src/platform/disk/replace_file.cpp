@@ -93,16 +93,28 @@ void ReplacingFile::append(std::string_view piece) {
 
 void ReplacingFile::finish() {
   if (::fsync(file_.get()) != 0) fail(errno);
+  take_name();
+  flush_directory(target_.parent_path());
+}
+
+void ReplacingFile::finish_soon() { take_name(); }
+
+void ReplacingFile::take_name() {
   if (!file_.close()) fail(errno);
   if (::rename(beside_.c_str(), target_.c_str()) != 0) fail(errno);
   beside_.clear();
-  flush_directory(target_.parent_path());
 }
 
 void replace_file(const fs::path& path, std::string_view content) {
   ReplacingFile file(path);
   file.append(content);
   file.finish();
+}
+
+void replace_file_soon(const fs::path& path, std::string_view content) {
+  ReplacingFile file(path);
+  file.append(content);
+  file.finish_soon();
 }
 
 }  // namespace lineweir::platform

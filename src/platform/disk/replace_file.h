@@ -16,8 +16,12 @@ namespace lineweir::platform {
 // system's reason.
 void replace_file(const std::filesystem::path& path, std::string_view content);
 
-// The same with the content in pieces. Destroyed before it is finished, it leaves the old content
-// and nothing beside it.
+// The same without waiting for the disk: after the end of the program, however it comes, the new
+// content stands whole, but for some seconds not after the end of the machine.
+void replace_file_soon(const std::filesystem::path& path, std::string_view content);
+
+// Replaces a file with the content in pieces. Destroyed before it is finished, it leaves the old
+// content and nothing beside it.
 class ReplacingFile {
  public:
   explicit ReplacingFile(const std::filesystem::path& path);
@@ -27,8 +31,12 @@ class ReplacingFile {
 
   void append(std::string_view piece);
   void finish();
+  // Without bringing it to the disk.
+  void finish_soon();
 
  private:
+  void take_name();
+
   std::filesystem::path target_;
   std::filesystem::path beside_;
   FileDescriptor file_;

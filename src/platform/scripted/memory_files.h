@@ -23,6 +23,9 @@ class MemoryFiles final : public Files {
   void replace(const std::string& path, std::string_view content) override {
     files_[path] = content;
   }
+  void replace_soon(const std::string& path, std::string_view content) override {
+    replace(path, content);
+  }
   void append(const std::string& path, std::string_view content) override {
     files_[path] += content;
   }

@@ -1,0 +1,95 @@
+#include "callerdata/draft_file.h"
+
+#include <charconv>
+#include <optional>
+#include <utility>
+
+#include "callerdata/call_log_columns.h"
+#include "callerdata/csv.h"
+#include "core/text.h"
+
+namespace lineweir {
+namespace {
+
+constexpr std::string_view line_heading = "Line";
+constexpr std::string_view log_heading = "Call log";
+// Behind a field's name: what the line had when it was typed into.
+constexpr std::string_view had_mark = " before";
+
+constexpr std::size_t first_column = 2;
+constexpr std::size_t first_typed = first_column + call_log_columns.size();
+constexpr std::size_t first_had = first_typed + log_field_count;
+constexpr std::size_t field_count = first_had + log_field_count;
+
+std::vector<std::string> headings() {
+  std::vector<std::string> names = {std::string(line_heading), std::string(log_heading)};
+  for (const CallLogColumn& column : call_log_columns)
+    names.push_back("Call: " + std::string(column.name));
+  for (const std::string_view mark : {std::string_view(), had_mark}) {
+    for (const EntryField& field : entry_fields) {
+      const auto& rule = caller_fields[static_cast<std::size_t>(field.field)];
+      names.push_back(std::string(rule.name) + std::string(mark));
+    }
+  }
+  return names;
+}
+
+std::string record_of(const EntryDraft& draft) {
+  std::vector<std::string> fields = {std::to_string(draft.line + 1)};
+  fields.push_back(draft.ended->record.file);
+  for (const platform::LoggedColumn& column : draft.ended->record.columns)
+    fields.push_back(column.value);
+  for (const EntryTexts* texts : {&draft.work.typed, &draft.work.had}) {
+    for (const std::string& text : *texts) fields.push_back(to_utf8(text));
+  }
+  return csv_record(fields);
+}
+
+std::optional<int> line_number(std::string_view text) {
+  int number = 0;
+  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+  const bool whole = error == std::errc() && end == text.data() + text.size();
+  if (!whole || number < 1) return std::nullopt;
+  return number - 1;
+}
+
+std::optional<EntryDraft> draft_of(const CsvRecord& record) {
+  if (!record.problem.empty() || record.fields.size() != field_count) return std::nullopt;
+  const auto line = line_number(record.fields[0]);
+  if (!line) return std::nullopt;
+  EntryDraft draft;
+  draft.line = *line;
+  platform::LoggedCall call{record.fields[1], std::string(call_log_table), {}, {}};
+  for (std::size_t i = 0; i < call_log_columns.size(); ++i) {
+    call.columns.push_back(
+        {std::string(call_log_columns[i].name), record.fields[first_column + i]});
+  }
+  draft.ended = EndedCall{0, std::move(call)};
+  for (std::size_t i = 0; i < log_field_count; ++i) {
+    draft.work.typed[i] = from_utf8(record.fields[first_typed + i]);
+    draft.work.had[i] = from_utf8(record.fields[first_had + i]);
+  }
+  return draft;
+}
+
+}  // namespace
+
+std::string draft_file_text(const std::vector<EntryDraft>& drafts) {
+  if (drafts.empty()) return {};
+  std::string text = csv_record(headings());
+  for (const EntryDraft& draft : drafts) {
+    text += record_of(draft);
+  }
+  return text;
+}
+
+std::vector<EntryDraft> drafts_of_file(std::string_view text) {
+  std::vector<EntryDraft> drafts;
+  CsvReader reader(text);
+  while (const auto record = reader.next()) {
+    if (auto draft = draft_of(*record)) drafts.push_back(std::move(*draft));
+  }
+  return drafts;
+}
+
+}  // namespace lineweir

@@ -1,0 +1,41 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "callerdata/entry_drafts.h"
+
+namespace lineweir {
+
+struct Console;
+
+// Keeps the drafts, and a file of them, so that they outlive the program however it ends.
+class DraftKeeper {
+ public:
+  explicit DraftKeeper(Console& console) : console_(console) {}
+
+  // Null where there is none; see EntryDrafts.
+  const EntryDraft* find(CallNumber call) { return drafts_.find(call); }
+  const EntryDraft* ended_on(int line) const { return drafts_.ended_on(line); }
+
+  void keep(EntryDraft draft);
+  void drop(CallNumber call);
+
+  // The draft's call has ended so, if there is a draft of it.
+  void call_ended(const EndedCall& ended);
+
+  // Takes up what an earlier run of the program has left, and returns it.
+  std::vector<EntryDraft> restore();
+
+ private:
+  // Brings the file up to date. It never waits for the disk; where it can't be written the drafts
+  // last as long as the program.
+  void write();
+
+  Console& console_;
+  EntryDrafts drafts_;
+  // What the file holds.
+  std::string written_;
+};
+
+}  // namespace lineweir

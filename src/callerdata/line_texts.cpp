@@ -1,0 +1,37 @@
+#include "callerdata/line_texts.h"
+
+#include "core/console.h"
+
+namespace lineweir {
+namespace {
+
+void take_out(EntryTexts& texts, const EntryTexts& gone) {
+  for (std::size_t i = 0; i < texts.size(); ++i) {
+    if (texts[i] == gone[i]) texts[i].clear();
+  }
+}
+
+}  // namespace
+
+EntryTexts LineTexts::of(int line) const {
+  Texts texts = standing_on(line);
+  if (const auto gone = gone_.find(line); gone != gone_.end()) {
+    take_out(texts.record, gone->second.record);
+    take_out(texts.row, gone->second.row);
+  }
+  return shown_texts(texts.record, texts.row);
+}
+
+void LineTexts::caller_gone(int line) { gone_[line] = standing_on(line); }
+
+LineTexts::Texts LineTexts::standing_on(int line) const {
+  Texts texts;
+  for (std::size_t i = 0; i < entry_fields.size(); ++i) {
+    const EntryField& field = entry_fields[i];
+    texts.record[i] = console_.lines.CallerData(line)[field.field];
+    texts.row[i] = console_.Lineweir.column_labels(field.column)(line).caption;
+  }
+  return texts;
+}
+
+}  // namespace lineweir

@@ -1,0 +1,55 @@
+#include "callerdata/draft_file.h"
+
+#include <doctest/doctest.h>
+
+#include "callerdata/call_log_columns.h"
+#include "support/property_check.h"
+
+namespace lineweir::test {
+namespace {
+
+EntryDraft draft_of(int line, const std::string& file, const std::string& value,
+                    const EntryTexts& had, const EntryTexts& typed) {
+  platform::LoggedCall call{file, std::string(call_log_table), {}, {}};
+  for (const CallLogColumn& column : call_log_columns) {
+    call.columns.push_back({std::string(column.name), value});
+  }
+  return {0, line, {had, typed}, EndedCall{0, call}};
+}
+
+TEST_SUITE("callerdata/draft file") {
+  TEST_CASE("what was written is read again") {
+    const std::vector<EntryDraft> drafts = {
+        draft_of(0, "", "", {}, {"Ann"}),
+        draft_of(19, "calls, \"new\".lwl", "1/5/2026", {"\xC4nne", "a,b"}, {"", "line\r\nend"})};
+    CHECK(drafts_of_file(draft_file_text(drafts)) == drafts);
+    CHECK(draft_file_text({}) == "");
+  }
+
+  TEST_CASE("any texts come back") {
+    check_property([](const std::string& name, const std::string& comments) {
+      EntryTexts typed;
+      typed[0] = name;
+      typed[8] = comments;
+      const std::vector<EntryDraft> drafts = {draft_of(3, "log", "", {}, typed)};
+      RC_ASSERT(drafts_of_file(draft_file_text(drafts)) == drafts);
+    });
+  }
+
+  TEST_CASE("what is no draft is passed over") {
+    const std::string sound = draft_file_text({draft_of(4, "", "", {}, {"Ann"})});
+    for (const char* broken : {"1,2,3\r\n", "\"", "0", "-1,x\r\n", "\0\x01\xff"}) {
+      CAPTURE(broken);
+      CHECK(drafts_of_file(broken).empty());
+      CHECK(drafts_of_file(std::string(broken) + "\r\n" + sound).size() <= 1);
+    }
+    CHECK(drafts_of_file(sound + "1,2\r\n").size() == 1);
+    // Cut anywhere, as after a loss of power.
+    for (std::size_t end = 0; end < sound.size(); ++end) {
+      CHECK(drafts_of_file(sound.substr(0, end)).size() <= 1);
+    }
+  }
+}
+
+}  // namespace
+}  // namespace lineweir::test
