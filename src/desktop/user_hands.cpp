@@ -172,6 +172,12 @@ bool UserHands::answers(const QKeyEvent& event, const QWindow* window) const {
 }
 
 void UserHands::note(const QKeyEvent& event, const QWindow* window) {
+  // A letter in a menu chooses, and leads wherever the choice leads.
+  if (QApplication::activePopupWidget() != nullptr) {
+    run_.end();
+    last_command_ = now();
+    return;
+  }
   const bool character = is_character(event);
   if (character) run_.take(place_of(window), now());
   if (character && takes_typing(focus_in(window))) {
