@@ -59,6 +59,11 @@ struct ShownConsole : ScriptedConsole {
     QCoreApplication::processEvents();
   }
 
+  // The same, and the keyboard is where it stays: windows take and give it in several turns.
+  void come_to_rest() {
+    for (int turn = 0; turn < 8; ++turn) settle();
+  }
+
   MainForm& form() { return console.Lineweir; }
   MainWindow& window() { return *desktop.main_frame().main_window(); }
   FormCanvas& canvas() { return window().canvas(); }

@@ -1,4 +1,5 @@
-// What stands on the screen is what would be painted now: nothing is stale until the mouse comes by.
+// What stands on the screen is what would be painted now: nothing is stale until the mouse comes
+// by.
 
 #include <doctest/doctest.h>
 
@@ -114,8 +115,7 @@ TEST_SUITE("desktop/stale") {
            const char letter = letters[static_cast<std::size_t>(pick(int(letters.size())))];
            desk.box_sends(std::string(1, letter) + "0" + std::to_string(pick(10)));
          }},
-        {"status again",
-         [&] { desk.box_sends("S0" + std::to_string(pick(10))); }},
+        {"status again", [&] { desk.box_sends("S0" + std::to_string(pick(10))); }},
         {"time", [&] { desk.pass(50 + pick(3000)); }},
         {"talent", choose(form.StudioMode)},
         {"producer", choose(form.ScreenerMode)},
@@ -169,9 +169,13 @@ TEST_SUITE("desktop/stale") {
          }},
         {"name", [&] { form.LineName(pick(8)).caption = std::string(unsigned(pick(40)), 'm'); }},
         {"message",
-         [&] { form.Text1.back_color = form.Text1.back_color == color_red ? color_white : color_red; }},
+         [&] {
+           form.Text1.back_color = form.Text1.back_color == color_red ? color_white : color_red;
+         }},
         {"lamp",
-         [&] { form.Shape1.fill_color = form.Shape1.fill_color == color_red ? color_green : color_red; }},
+         [&] {
+           form.Shape1.fill_color = form.Shape1.fill_color == color_red ? color_green : color_red;
+         }},
     };
     std::string done;
     for (int step = 0; step < 300; ++step) {

@@ -27,9 +27,9 @@ struct Asking : test::ShownConsole {
     window().activateWindow();
     test::choose_log(*this);
     console.Lineweir.ShowDatabaseMenuItem.on_click();
-    settle();
+    come_to_rest();
     viewer().activateWindow();
-    settle();
+    come_to_rest();
   }
 
   QWidget& viewer() { return *desktop.dialog(console.DatabaseViewer)->window(); }
@@ -53,6 +53,7 @@ TEST_SUITE("desktop/questions") {
     SUBCASE("yes or no") { CHECK_FALSE(desk.dialogs.ask_yes_no("Change it?")); }
     SUBCASE("a font") { CHECK_FALSE(desk.dialogs.ask_font({"DejaVu Sans"}).has_value()); }
     SUBCASE("a message") { desk.dialogs.message("Done"); }
+    desk.come_to_rest();
     CHECK(owner == &desk.viewer());
     CHECK(QApplication::activeWindow() == &desk.viewer());
     CHECK(QApplication::focusWidget() == search);

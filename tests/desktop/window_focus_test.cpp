@@ -22,6 +22,7 @@ struct FocusDesk : test::ShownConsole {
   FocusDesk() {
     desktop.hands().now = [this] { return time; };
     window().activateWindow();
+    come_to_rest();
     box_sends("N02");
     platform.comm1.take_writes();
     test::choose_log(*this);
@@ -30,9 +31,9 @@ struct FocusDesk : test::ShownConsole {
 
   void open(Form& form, const std::function<void()>& command) {
     command();
-    settle();
+    come_to_rest();
     of(form).activateWindow();
-    settle();
+    come_to_rest();
   }
 
   QWidget& of(const Form& form) { return *desktop.dialog(form)->window(); }
@@ -44,7 +45,7 @@ struct FocusDesk : test::ShownConsole {
   void key(Qt::Key code, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
     REQUIRE(QApplication::focusWindow() != nullptr);
     QTest::keyClick(QApplication::focusWindow(), code, modifiers);
-    settle();
+    come_to_rest();
   }
   void type(const char* text) {
     for (; *text != '\0'; ++text) {
@@ -63,7 +64,7 @@ TEST_SUITE("desktop/focus: messages") {
     FocusDesk desk;
     desk.type("sal");
     desk.console.messages.ShowMessage("The box has gone");
-    desk.settle();
+    desk.come_to_rest();
     REQUIRE(desk.box().isVisible());
     desk.type("em");
     CHECK(desk.search().text() == "salem");
@@ -73,10 +74,10 @@ TEST_SUITE("desktop/focus: messages") {
   TEST_CASE("it stays so while the box is brought to the front again each second") {
     FocusDesk desk;
     desk.console.messages.ShowMessage("The box has gone");
-    desk.settle();
+    desk.come_to_rest();
     desk.key(Qt::Key_Down);
     desk.console.Lineweir.MessageTimer.on_timer();
-    desk.settle();
+    desk.come_to_rest();
     CHECK(QApplication::activeWindow() == &desk.viewer());
   }
 
@@ -84,12 +85,14 @@ TEST_SUITE("desktop/focus: messages") {
     FocusDesk desk;
     desk.type("sal");
     desk.console.messages.ShowMessage("The box has gone");
-    desk.settle();
+    desk.come_to_rest();
     desk.box().activateWindow();
+    desk.come_to_rest();
     CHECK(QApplication::activeWindow() == &desk.viewer());
     // Later it is the user who goes to the box.
     desk.time += 1000;
     desk.box().activateWindow();
+    desk.come_to_rest();
     CHECK(QApplication::activeWindow() == &desk.box());
   }
 
@@ -116,7 +119,7 @@ TEST_SUITE("desktop/focus: messages") {
     desk.time += 60'000;
     desk.console.ImportPreview.unload();
     desk.console.messages.ShowMessage("Imported 3 calls.");
-    desk.settle();
+    desk.come_to_rest();
     CHECK(QApplication::activeWindow() == &desk.box());
     desk.key(Qt::Key_Return);
     CHECK(QApplication::activeWindow() == &desk.viewer());
@@ -128,8 +131,9 @@ TEST_SUITE("desktop/focus: messages") {
   TEST_CASE("in front of the main window the hot keys go on, and Enter and Esc close it") {
     FocusDesk desk;
     desk.window().activateWindow();
+    desk.come_to_rest();
     desk.console.messages.ShowMessage("The box has gone");
-    desk.settle();
+    desk.come_to_rest();
     CHECK(QApplication::activeWindow() == &desk.window());
     desk.key(Qt::Key_D);
     CHECK(desk.words() == Words{"F02"});
@@ -146,9 +150,10 @@ TEST_SUITE("desktop/focus: messages") {
   TEST_CASE("Enter that closes one presses no key of the main window") {
     FocusDesk desk;
     desk.window().activateWindow();
+    desk.come_to_rest();
     desk.widget(desk.form().OnHybrid1(0)).setFocus();
     desk.console.messages.ShowMessage("The box has gone");
-    desk.settle();
+    desk.come_to_rest();
     desk.time += 1000;
     desk.key(Qt::Key_Return);
     CHECK_FALSE(desk.box().isVisible());
@@ -161,7 +166,7 @@ TEST_SUITE("desktop/focus: messages") {
     FocusDesk desk;
     desk.search().setFocus();
     desk.console.messages.ShowMessage("The box has gone");
-    desk.settle();
+    desk.come_to_rest();
     desk.time += 1000;
     desk.key(Qt::Key_Return);
     CHECK(desk.box().isVisible());
@@ -178,10 +183,10 @@ TEST_SUITE("desktop/focus: windows") {
     FocusDesk desk;
     desk.open(desk.console.ImportPreview, [&] { desk.console.ImportPreview.show(); });
     desk.console.ImportPreview.unload();
-    desk.settle();
+    desk.come_to_rest();
     CHECK(QApplication::activeWindow() == &desk.viewer());
     desk.console.DatabaseViewer.unload();
-    desk.settle();
+    desk.come_to_rest();
     CHECK(QApplication::activeWindow() == &desk.window());
   }
 
@@ -189,8 +194,9 @@ TEST_SUITE("desktop/focus: windows") {
     FocusDesk desk;
     desk.open(desk.console.ImportPreview, [&] { desk.console.ImportPreview.show(); });
     desk.console.ImportPreview.unload();
-    desk.settle();
+    desk.come_to_rest();
     desk.window().activateWindow();
+    desk.come_to_rest();
     CHECK(QApplication::activeWindow() == &desk.viewer());
   }
 
@@ -198,8 +204,9 @@ TEST_SUITE("desktop/focus: windows") {
     FocusDesk desk;
     desk.open(desk.console.DialForm, [&] { desk.console.DialForm.show(); });
     desk.viewer().activateWindow();
+    desk.come_to_rest();
     desk.console.DialForm.unload();
-    desk.settle();
+    desk.come_to_rest();
     CHECK(QApplication::activeWindow() == &desk.viewer());
   }
 
@@ -207,7 +214,7 @@ TEST_SUITE("desktop/focus: windows") {
     FocusDesk desk;
     desk.type("sal");
     desk.console.caller_data.show_for_line(3);
-    desk.settle();
+    desk.come_to_rest();
     REQUIRE(desk.console.Form4.visible);
     desk.type("em");
     CHECK(desk.search().text() == "salem");
@@ -217,10 +224,11 @@ TEST_SUITE("desktop/focus: windows") {
   TEST_CASE("one that the program closes takes what is still typed into it along") {
     FocusDesk desk;
     desk.window().activateWindow();
+    desk.come_to_rest();
     desk.open(desk.console.Form4, [&] { desk.console.caller_data.show_for_line(3); });
     desk.type("smith");
     desk.console.Form4.unload();
-    desk.settle();
+    desk.come_to_rest();
     REQUIRE(QApplication::activeWindow() == &desk.window());
     desk.type("drop13 ");
     desk.key(Qt::Key_Space);
@@ -234,6 +242,7 @@ TEST_SUITE("desktop/focus: windows") {
     FocusDesk desk;
     desk.type("smith");
     desk.window().activateWindow();
+    desk.come_to_rest();
     QTest::mouseClick(desk.window().windowHandle(), Qt::LeftButton, {}, {1, 200});
     desk.key(Qt::Key_D);
     CHECK(desk.words() == Words{"F02"});
@@ -244,12 +253,13 @@ TEST_SUITE("desktop/focus: keys that are held") {
   void hold(test::ShownConsole & desk, Qt::Key code, const QString& text) {
     QKeyEvent again(QEvent::KeyPress, code, {}, text, true);
     QCoreApplication::sendEvent(QApplication::focusWindow(), &again);
-    desk.settle();
+    desk.come_to_rest();
   }
 
   TEST_CASE("a hot key acts once") {
     FocusDesk desk;
     desk.window().activateWindow();
+    desk.come_to_rest();
     desk.key(Qt::Key_D);
     hold(desk, Qt::Key_D, "d");
     CHECK(desk.words() == Words{"F02"});
