@@ -34,13 +34,13 @@ std::vector<std::string> headings() {
   return names;
 }
 
-std::string record_of(const EntryDraft& draft) {
+std::string record_of(const Letters& letters, const EntryDraft& draft) {
   std::vector<std::string> fields = {std::to_string(draft.line + 1)};
-  fields.push_back(draft.ended->record.file);
+  fields.push_back(letters.to_utf8(draft.ended->record.file));
   for (const platform::LoggedColumn& column : draft.ended->record.columns)
     fields.push_back(column.value);
   for (const EntryTexts* texts : {&draft.work.typed, &draft.work.had}) {
-    for (const std::string& text : *texts) fields.push_back(to_utf8(text));
+    for (const std::string& text : *texts) fields.push_back(letters.to_utf8(text));
   }
   return csv_record(fields);
 }
@@ -53,41 +53,41 @@ std::optional<int> line_number(std::string_view text) {
   return number - 1;
 }
 
-std::optional<EntryDraft> draft_of(const CsvRecord& record) {
+std::optional<EntryDraft> draft_of(const Letters& letters, const CsvRecord& record) {
   if (!record.problem.empty() || record.fields.size() != field_count) return std::nullopt;
   const auto line = line_number(record.fields[0]);
   if (!line) return std::nullopt;
   EntryDraft draft;
   draft.line = *line;
-  platform::LoggedCall call{record.fields[1], std::string(call_log_table), {}, {}};
+  platform::LoggedCall call{letters.from_utf8(record.fields[1]), std::string(call_log_table), {}, {}};
   for (std::size_t i = 0; i < call_log_columns.size(); ++i) {
     call.columns.push_back(
         {std::string(call_log_columns[i].name), record.fields[first_column + i]});
   }
   draft.ended = EndedCall{0, std::move(call)};
   for (std::size_t i = 0; i < log_field_count; ++i) {
-    draft.work.typed[i] = from_utf8(record.fields[first_typed + i]);
-    draft.work.had[i] = from_utf8(record.fields[first_had + i]);
+    draft.work.typed[i] = letters.from_utf8(record.fields[first_typed + i]);
+    draft.work.had[i] = letters.from_utf8(record.fields[first_had + i]);
   }
   return draft;
 }
 
 }  // namespace
 
-std::string draft_file_text(const std::vector<EntryDraft>& drafts) {
+std::string draft_file_text(const Letters& letters, const std::vector<EntryDraft>& drafts) {
   if (drafts.empty()) return {};
   std::string text = csv_record(headings());
   for (const EntryDraft& draft : drafts) {
-    text += record_of(draft);
+    text += record_of(letters, draft);
   }
   return text;
 }
 
-std::vector<EntryDraft> drafts_of_file(std::string_view text) {
+std::vector<EntryDraft> drafts_of_file(const Letters& letters, std::string_view text) {
   std::vector<EntryDraft> drafts;
   CsvReader reader(text);
   while (const auto record = reader.next()) {
-    if (auto draft = draft_of(*record)) drafts.push_back(std::move(*draft));
+    if (auto draft = draft_of(letters, *record)) drafts.push_back(std::move(*draft));
   }
   return drafts;
 }

@@ -28,7 +28,7 @@ void DraftKeeper::call_ended(const EndedCall& ended) {
 
 std::vector<EntryDraft> DraftKeeper::restore() {
   written_ = console_.services.files.read(std::string(draft_file_name)).value_or(std::string());
-  std::vector<EntryDraft> restored = drafts_of_file(written_);
+  std::vector<EntryDraft> restored = drafts_of_file(console_.services.letters, written_);
   for (EntryDraft& draft : restored) {
     draft.call = console_.call_log.new_call();
     draft.ended->call = draft.call;
@@ -47,7 +47,7 @@ void DraftKeeper::write() {
       if (!draft.ended)
         draft.ended = EndedCall{draft.call, console_.call_log.call_so_far(draft.line)};
     }
-    std::string text = draft_file_text(drafts);
+    std::string text = draft_file_text(console_.services.letters, drafts);
     if (text == written_) return;
     console_.services.files.replace_soon(std::string(draft_file_name), text);
     written_ = std::move(text);

@@ -3,10 +3,13 @@
 #include <doctest/doctest.h>
 
 #include "callerdata/call_log_columns.h"
+#include "letters/code_page_letters.h"
 #include "support/property_check.h"
 
 namespace lineweir::test {
 namespace {
+
+const CodePageLetters letters;
 
 EntryDraft draft_of(int line, const std::string& file, const std::string& value,
                     const EntryTexts& had, const EntryTexts& typed) {
@@ -22,8 +25,8 @@ TEST_SUITE("callerdata/draft file") {
     const std::vector<EntryDraft> drafts = {
         draft_of(0, "", "", {}, {"Ann"}),
         draft_of(19, "calls, \"new\".lwl", "1/5/2026", {"\xC4nne", "a,b"}, {"", "line\r\nend"})};
-    CHECK(drafts_of_file(draft_file_text(drafts)) == drafts);
-    CHECK(draft_file_text({}) == "");
+    CHECK(drafts_of_file(letters, draft_file_text(letters, drafts)) == drafts);
+    CHECK(draft_file_text(letters, {}) == "");
   }
 
   TEST_CASE("any texts come back") {
@@ -32,21 +35,21 @@ TEST_SUITE("callerdata/draft file") {
       typed[0] = name;
       typed[8] = comments;
       const std::vector<EntryDraft> drafts = {draft_of(3, "log", "", {}, typed)};
-      RC_ASSERT(drafts_of_file(draft_file_text(drafts)) == drafts);
+      RC_ASSERT(drafts_of_file(letters, draft_file_text(letters, drafts)) == drafts);
     });
   }
 
   TEST_CASE("what is no draft is passed over") {
-    const std::string sound = draft_file_text({draft_of(4, "", "", {}, {"Ann"})});
+    const std::string sound = draft_file_text(letters, {draft_of(4, "", "", {}, {"Ann"})});
     for (const char* broken : {"1,2,3\r\n", "\"", "0", "-1,x\r\n", "\0\x01\xff"}) {
       CAPTURE(broken);
-      CHECK(drafts_of_file(broken).empty());
-      CHECK(drafts_of_file(std::string(broken) + "\r\n" + sound).size() <= 1);
+      CHECK(drafts_of_file(letters, broken).empty());
+      CHECK(drafts_of_file(letters, std::string(broken) + "\r\n" + sound).size() <= 1);
     }
-    CHECK(drafts_of_file(sound + "1,2\r\n").size() == 1);
+    CHECK(drafts_of_file(letters, sound + "1,2\r\n").size() == 1);
     // Cut anywhere, as after a loss of power.
     for (std::size_t end = 0; end < sound.size(); ++end) {
-      CHECK(drafts_of_file(sound.substr(0, end)).size() <= 1);
+      CHECK(drafts_of_file(letters, sound.substr(0, end)).size() <= 1);
     }
   }
 }
