@@ -59,7 +59,8 @@ std::optional<EntryDraft> draft_of(const Letters& letters, const CsvRecord& reco
   if (!line) return std::nullopt;
   EntryDraft draft;
   draft.line = *line;
-  platform::LoggedCall call{letters.from_utf8(record.fields[1]), std::string(call_log_table), {}, {}};
+  platform::LoggedCall call{
+      letters.from_utf8(record.fields[1]), std::string(call_log_table), {}, {}};
   for (std::size_t i = 0; i < call_log_columns.size(); ++i) {
     call.columns.push_back(
         {std::string(call_log_columns[i].name), record.fields[first_column + i]});

@@ -71,7 +71,12 @@ struct EventDesk : ScriptedConsole {
     return line_picture(console, line);
   }
 
-  void report(char letter) { report_text(std::string(3 * line, '\0') + letter + "05"); }
+  void report(char letter) {
+    std::string text(3 * line, '\0');
+    text += letter;
+    text += "05";
+    report_text(text);
+  }
   void report_text(const std::string& text) {
     console.line_events.TheStatusText = text;
     console.line_events.Timer4_Timer();

@@ -137,10 +137,11 @@ TEST_SUITE("clocks/set time") {
     const platform::Services services{given.loop,           clock,
                                       given.random,         given.files,
                                       given.dialogs,        given.databases,
-                                      given.printer,        given.letters,
-                                      given.comm1,          given.comm2,
-                                      given.winsock1,       given.remote_objects,
-                                      given.process_number, given.end_program};
+                                      given.journal,        given.printer,
+                                      given.letters,        given.comm1,
+                                      given.comm2,          given.winsock1,
+                                      given.remote_objects, given.process_number,
+                                      given.end_program};
     Console console(services);
     console.startup.Main("");
     std::vector<std::string> messages;

@@ -356,6 +356,7 @@ TEST_CASE("settings that can't be saved are told while the window still stands")
     std::optional<std::string> read(const std::string&) const override { return std::nullopt; }
     std::optional<std::string> why_unreadable(const std::string&) const override { return {}; }
     void replace(const std::string&, std::string_view) override { fail(); }
+    void replace_soon(const std::string&, std::string_view) override { fail(); }
     std::unique_ptr<platform::FileInMaking> begin_replace(const std::string&) override {
       fail();
       return nullptr;
