@@ -64,7 +64,7 @@ void Announcer::announce_link() {
   no_link_ = now;
   if (first) return;
   announce(now.empty() ? QStringLiteral("The link to the telephone system stands")
-                       : shown_text(now));
+                       : shown_text(console_.Lineweir, now));
 }
 
 void Announcer::announce_ringing() {
@@ -108,7 +108,7 @@ void Announcer::announce_notice() {
   if (notice == notice_) return;
   notice_ = notice;
   if (notice.empty()) return;
-  announcements_->setAccessibleName(shown_text(notice));
+  announcements_->setAccessibleName(shown_text(form, notice));
   alert(*announcements_);
 }
 

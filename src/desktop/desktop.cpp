@@ -33,8 +33,9 @@ Desktop::Desktop(Console& console, const QString& background_path)
                                                      [this] { return main_frame_.window(); }));
   }
   console.link.on_nothing_comes = [this](const std::string& why) {
-    main_frame_.tell_at_hand(shown_text(why));
-    announcer_.announce(shown_text(why));
+    const QString shown = shown_text(console_.Lineweir, why);
+    main_frame_.tell_at_hand(shown);
+    announcer_.announce(shown);
   };
 }
 

@@ -61,7 +61,7 @@ class FrameLink final : public ElementLink {
       : ElementLink(frame, widget), frame_(frame), group_(widget) {}
 
  private:
-  void show_content() override { group_.setTitle(shown_text(frame_.caption.get())); }
+  void show_content() override { group_.setTitle(shown_text(frame_, frame_.caption.get())); }
   bool clicks_by_itself() const override { return false; }
 
   Frame& frame_;

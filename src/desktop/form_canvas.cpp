@@ -272,7 +272,7 @@ void FormCanvas::show_changes() {
 void FormCanvas::take_link() {
   const PropertyBase* property = form().property(PropertyId::NoLink);
   if (property == nullptr) return;
-  no_link_ = shown_text(std::get<std::string>(property->value()));
+  no_link_ = shown_text(form(), std::get<std::string>(property->value()));
   for (const auto& [element, widget] : widgets_) {
     mark(*widget->control(), widget->placed_by_link(), true);
   }
