@@ -118,8 +118,8 @@ bool locked(unsigned conditions, const Console& console) {
   return (conditions & not_passive) != 0 && console.Lineweir.PassiveMode.checked;
 }
 
-// A button acts only while it is visible. Whether it finds work is asked before it is pressed, since
-// pressing it may change that.
+// A button acts only while it is visible. Whether it finds work is asked before it is pressed,
+// since pressing it may change that.
 bool press(Control& button, bool finds_work = true) {
   if (!button.shown() || !button.on_click) return false;
   button.on_click();

@@ -28,6 +28,8 @@ class DialogFrame final : public FormFrame {
   void fit_window(QWidget& window) override;
   QRect place_to_open() const override;
   bool takes_keyboard(bool awaited) const override;
+  // A message is brought to the front each second.
+  bool comes_for_user() const override { return row_.kind != DialogKind::Message; }
   bool shows_in_window(const Element& element) const override;
   void form_changed() override;
   bool eventFilter(QObject* watched, QEvent* event) override;

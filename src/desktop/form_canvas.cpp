@@ -51,8 +51,8 @@ std::string key_of(std::string_view name, int index) {
   return key;
 }
 
-bool can_hold_keyboard(const QWidget* widget) {
-  return widget != nullptr && widget->isEnabled() && !widget->isHidden();
+bool can_hold_keyboard(const QWidget* widget, const QWidget& canvas) {
+  return widget != nullptr && widget->isEnabled() && widget->isVisibleTo(&canvas);
 }
 
 int nesting(const Control& control) {
@@ -140,7 +140,7 @@ const Line* FormCanvas::line_named(std::string_view name) const {
 
 bool FormCanvas::focusNextPrevChild(bool next) {
   // Qt asks for the next one also when the present one goes.
-  if (can_hold_keyboard(window()->focusWidget())) {
+  if (can_hold_keyboard(window()->focusWidget(), *this)) {
     ElementWidget* stop = tab_stop_beside(*this, ring_, next);
     if (stop == nullptr) return false;
     stop->setFocus(next ? Qt::TabFocusReason : Qt::BacktabFocusReason);
@@ -152,13 +152,13 @@ bool FormCanvas::focusNextPrevChild(bool next) {
 
 void FormCanvas::keep_ring() {
   const QWidget* holder = window()->focusWidget();
-  if (holder != nullptr && isAncestorOf(holder) && !can_hold_keyboard(holder)) {
+  if (holder != nullptr && isAncestorOf(holder) && !can_hold_keyboard(holder, *this)) {
     ring_waits_ = true;
     setFocus(Qt::OtherFocusReason);
   }
   if (!ring_waits_ || ring_ == nullptr || window()->focusWidget() != this) return;
   ElementWidget* widget = widget_of(*ring_);
-  if (can_hold_keyboard(widget)) widget->setFocus(Qt::OtherFocusReason);
+  if (can_hold_keyboard(widget, *this)) widget->setFocus(Qt::OtherFocusReason);
 }
 
 void FormCanvas::paintEvent(QPaintEvent*) {

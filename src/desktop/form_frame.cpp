@@ -70,7 +70,7 @@ void FormFrame::show_changes() {
   if (raise_wanted_ && window_->isVisible()) {
     stay_reachable();
     window_->raise();
-    if (awaited_ && takes_keyboard(true)) focus_.give_to(*window_);
+    if (awaited_ && comes_for_user()) focus_.give_to(*window_);
   }
   raise_wanted_ = false;
 }

@@ -38,6 +38,8 @@ class FormFrame : public QObject, private FormWatch {
   virtual QRect place_to_open() const;
   // Whether the window takes the keyboard when it is shown; `awaited` if the user waits for it.
   virtual bool takes_keyboard(bool awaited) const;
+  // Whether a window that is shown again may have been called by the user.
+  virtual bool comes_for_user() const { return true; }
   // Whether a change of that element, which isn't the form itself, shows in the window as a whole.
   virtual bool shows_in_window(const Element&) const { return false; }
   // Whether the form has its window, and with that its place, as soon as it is shown; otherwise

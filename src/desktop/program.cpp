@@ -49,6 +49,8 @@ void dress_application() {
   QFont font(QStringLiteral("DejaVu Sans"));
   font.setPixelSize(design_letter_pixels);
   QApplication::setFont(font);
+  // The main window's parts would become windows of the system as soon as a dialog is made.
+  QApplication::setAttribute(Qt::AA_DontCreateNativeWidgetSiblings);
   // Closing a window is a matter of its form, not of the application.
   QApplication::setQuitOnLastWindowClosed(false);
   install_accessibility();

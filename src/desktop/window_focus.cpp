@@ -76,24 +76,28 @@ void WindowFocus::opens(QWidget& window, bool with_keyboard) {
     place->opener = opener;
   }
   window.setAttribute(Qt::WA_ShowWithoutActivating, !with_keyboard);
-  if (with_keyboard) {
-    hands_.lead_on();
-    kept_ = nullptr;
-  } else {
-    keep(opener);
-  }
+  if (with_keyboard) hands_.lead_on();
+  keep(with_keyboard ? &window : opener);
 }
 
 void WindowFocus::closes(QWidget& window) {
   if (!window.isActiveWindow()) return;
-  QWidget* next = next_behind(window);
+  // A box that follows the window has been shown a moment before.
+  const Place* coming = keeping() && kept_ != &window ? place_of(kept_) : nullptr;
+  QWidget* next = coming != nullptr && can_have_keyboard(*coming, &window)
+                      ? static_cast<QWidget*>(coming->window)
+                      : next_behind(window);
   if (next == nullptr) return;
   keep(next);
   next->activateWindow();
 }
 
+bool WindowFocus::keeping() const {
+  return kept_ != nullptr && hands_.now() - kept_since_ < keep_milliseconds;
+}
+
 void WindowFocus::give_to(QWidget& window) {
-  kept_ = nullptr;
+  keep(&window);
   hands_.lead_on();
   window.activateWindow();
 }
@@ -118,16 +122,11 @@ void WindowFocus::keep(QWidget* window) {
 void WindowFocus::keyboard_moved(QWindow* window) {
   const Place* found = place_of(window);
   if (window == nullptr || found == nullptr) return;
-  const bool by_itself = kept_ != nullptr && kept_ != found->window &&
-                         hands_.now() - kept_since_ < keep_milliseconds &&
-                         !hands_.acted_since(kept_since_);
-  if (by_itself) {
-    const QPointer<QWidget> kept = kept_;
-    kept_ = nullptr;
-    if (const Place* place = place_of(kept); place != nullptr && can_have_keyboard(*place, nullptr)) {
-      kept->activateWindow();
-      return;
-    }
+  const bool by_itself = keeping() && kept_ != found->window && !hands_.acted_since(kept_since_);
+  const Place* kept = by_itself ? place_of(kept_) : nullptr;
+  if (kept != nullptr && can_have_keyboard(*kept, nullptr)) {
+    kept->window->activateWindow();
+    return;
   }
   const auto place = places_.begin() + (found - places_.data());
   std::rotate(place, place + 1, places_.end());

@@ -54,6 +54,7 @@ class WindowFocus final : public QObject {
   QWidget* last_window(const QWidget* closing) const;
   QWidget* next_behind(const QWidget& window) const;
   void keep(QWidget* window);
+  bool keeping() const;
   void keyboard_moved(QWindow* window);
 
   UserHands& hands_;

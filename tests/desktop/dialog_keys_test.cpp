@@ -51,6 +51,7 @@ TEST_SUITE("keys in dialogs") {
       CAPTURE(window.objectName().toStdString());
       // While a message is written everything else is out of the order of Tab.
       if (window.objectName() == "FlashMessA") return;
+      desk.look();
       QApplication::setActiveWindow(&window);
       desk.settle();
       std::set<QWidget*> wanted;
@@ -96,6 +97,7 @@ TEST_SUITE("keys in dialogs") {
       form->show();
       desk.settle();
       QWidget& window = *desk.desktop.dialog(*form)->window();
+      desk.look();
       QApplication::setActiveWindow(&window);
       desk.settle();
       QTest::keyClick(window.focusWidget() == nullptr ? &window : window.focusWidget(),

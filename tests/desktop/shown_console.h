@@ -64,6 +64,11 @@ struct ShownConsole : ScriptedConsole {
     for (int turn = 0; turn < 8; ++turn) settle();
   }
 
+  // The user has had time to look at what is there.
+  void look() {
+    desktop.hands().now = [now = desktop.hands().now] { return now() + 1000; };
+  }
+
   MainForm& form() { return console.Lineweir; }
   MainWindow& window() { return *desktop.main_frame().main_window(); }
   FormCanvas& canvas() { return window().canvas(); }

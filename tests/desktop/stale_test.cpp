@@ -22,12 +22,12 @@ struct StaleDesk : test::ShownConsole {
 
   void paint_all() {
     canvas().update();
-    settle();
+    come_to_rest();
   }
 
   // Where the screen differs from what would be painted now; empty where it doesn't.
   QRect stale() {
-    settle();
+    come_to_rest();
     const QImage shown = on_screen();
     paint_all();
     const QImage fresh = on_screen();
@@ -43,7 +43,7 @@ struct StaleDesk : test::ShownConsole {
 
   // The line of light on a key of the next caller.
   bool lit(const Control& key) {
-    settle();
+    come_to_rest();
     const ElementWidget& found = widget(key);
     const QPoint corner = found.mapTo(&window(), QPoint(0, 0));
     return test::pixels_of(on_screen().copy(QRect(corner, found.size())), metal_theme.next_light) >
