@@ -52,6 +52,8 @@ for _ in {1..50}; do
   xdotool search --onlyvisible --name "Caller Data - Line 3" > /dev/null 2>&1 || break
   pause 0.1
 done
+# A key so close behind typed words would be taken for the rest of them.
+pause 0.5
 # Ready; then as the host to the main hybrid, and off the air again.
 xdotool windowfocus --sync "$main" key e
 await 'item S02'
