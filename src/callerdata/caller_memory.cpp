@@ -30,7 +30,7 @@ void CallerMemory::look_up() {
       },
       [&](const Failure& failure) {
         // What keeps the log from telling is told in its place.
-        report_failure(console_, "CallerMemory", failure);
+        report_failure(console_, "Form4_TheText_Change", failure);
         form.MemoryLabel.caption = description_of(console_, failure);
         form.MemoryLabel.visible = true;
       });

@@ -68,6 +68,7 @@ TEST_SUITE("callerdata/call log watch") {
     platform.failing_databases.fail(failure_number::database_in_use);
     std::vector<std::string> messages;
     for (int run = 0; run < 2; ++run) {
+      messages.clear();
       Console console(platform.services());
       console.messages.on_shown = [&](const std::string& text) { messages.push_back(text); };
       console.startup.Main("");
@@ -76,7 +77,6 @@ TEST_SUITE("callerdata/call log watch") {
         console.lines.CallerData(0).set(CallerField::City, "Salem");
         console.call_log.log(0);
       }
-      messages.clear();
       platform.loop.advance(platform::Milliseconds(1000));
       CHECK(messages == Texts{in_use});
       platform.restart();
