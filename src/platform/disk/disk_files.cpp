@@ -9,6 +9,7 @@
 #include <system_error>
 
 #include "elements/failure.h"
+#include "letters/path_text.h"
 #include "platform/disk/file_descriptor.h"
 #include "platform/disk/path_lookup.h"
 #include "platform/disk/replace_file.h"
@@ -167,6 +168,10 @@ bool DiskFiles::exists(const std::string& path) const {
   std::error_code error;
   const fs::file_status status = fs::status(locate(path), error);
   return fs::exists(status) && !fs::is_directory(status);
+}
+
+std::string DiskFiles::current_directory() const {
+  return path_text(letters_, working_directory_.string());
 }
 
 }  // namespace lineweir::platform

@@ -2,7 +2,7 @@
 
 #include <filesystem>
 
-#include "letters/path_text.h"
+#include "letters/letters.h"
 #include "platform/disk/guarded_files.h"
 #include "platform/files.h"
 
@@ -26,9 +26,7 @@ class DiskFiles final : public Files {
   void append(const std::string& path, std::string_view content) override;
   // Directories don't count.
   bool exists(const std::string& path) const override;
-  std::string current_directory() const override {
-    return path_text(letters_, working_directory_.string());
-  }
+  std::string current_directory() const override;
 
  private:
   std::filesystem::path locate(const std::string& path) const;
