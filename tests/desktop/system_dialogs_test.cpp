@@ -34,7 +34,7 @@ struct Asking : test::ShownConsole {
 
   QWidget& viewer() { return *desktop.dialog(console.DatabaseViewer)->window(); }
 
-  SystemDialogs dialogs;
+  SystemDialogs dialogs{platform.letters};
 };
 
 TEST_SUITE("desktop/questions") {

@@ -2,6 +2,7 @@
 #include "platform/disk/disk_files.h"
 
 #include <doctest/doctest.h>
+#include <fcntl.h>
 #include <signal.h>
 #include <sys/resource.h>
 #include <sys/stat.h>

@@ -142,6 +142,7 @@ struct WindowOnLine {
             all.databases,
             all.journal,
             all.printer,
+            all.letters,
             comm1,
             all.comm2,
             all.winsock1,
