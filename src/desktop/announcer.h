@@ -22,8 +22,8 @@ class Announcements final : public QWidget {
 };
 
 // Announces to screen readers what the eye would catch without the focus being there: lines that
-// begin to ring, the link that goes or comes, the message box with its text, and what has to be known
-// of a caller's data.
+// begin to ring, the link that goes or comes, the message box with its text, and what has to be
+// known of a caller's data.
 class Announcer {
  public:
   // `window_of` gives the window in which a form is shown, or null while it isn't.

@@ -61,8 +61,8 @@ std::optional<std::string> SystemDialogs::ask_file(const platform::FileQuestion&
                                                                   : QFileDialog::ExistingFile);
     if (!path.isEmpty()) dialog.selectFile(path);
     if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return;
-    answer = path_text(letters_,
-                       QFile::encodeName(dialog.selectedFiles().constFirst()).toStdString());
+    answer =
+        path_text(letters_, QFile::encodeName(dialog.selectedFiles().constFirst()).toStdString());
   });
   return answer;
 }

@@ -74,7 +74,8 @@ struct JournalDesk {
     journal = std::make_unique<platform::DiskCallJournal>(platform::DiskCallJournal::Setup{
         folder.path(), memory_disk(),
         [path = folder.path()] {
-          return std::make_unique<platform::SqliteDatabases>(path, utf8_letters(), std::chrono::milliseconds(50));
+          return std::make_unique<platform::SqliteDatabases>(path, utf8_letters(),
+                                                             std::chrono::milliseconds(50));
         },
         [this](std::function<void()> call) { loop.post(std::move(call)); }});
     journal->on_replaced = [this](const std::string& file) { replaced.push_back(file); };

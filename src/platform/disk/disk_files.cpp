@@ -76,9 +76,7 @@ fs::path absolute_directory(const fs::path& directory) {
 
 DiskFiles::DiskFiles(const fs::path& working_directory, const Letters& letters,
                      const GuardedFiles* guard)
-    : working_directory_(absolute_directory(working_directory)),
-      letters_(letters),
-      guard_(guard) {}
+    : working_directory_(absolute_directory(working_directory)), letters_(letters), guard_(guard) {}
 
 fs::path DiskFiles::locate(const std::string& path) const {
   return place_on_disk(working_directory_, path, letters_);
