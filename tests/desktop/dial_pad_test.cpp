@@ -20,8 +20,6 @@ using Words = std::vector<std::string>;
 
 // The dial pad's window, in front, on the serial link.
 struct ShownDialPad : test::ShownConsole {
-  ShownDialPad() { platform.comm1.open(); }
-
   void open() {
     console.Lineweir.Dial.on_click();
     settle();

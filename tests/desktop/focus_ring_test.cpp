@@ -13,7 +13,6 @@ struct RingDesk : test::ShownConsole {
   RingDesk() {
     window().activateWindow();
     settle();
-    platform.comm1.open();
   }
 
   void key(Qt::Key code, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {

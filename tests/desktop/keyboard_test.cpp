@@ -77,7 +77,6 @@ TEST_SUITE("desktop/keyboard") {
 
   TEST_CASE("a digit takes a line to air") {
     KeyDesk desk;
-    desk.platform.comm1.open();
     desk.key(Qt::Key_3);
     CHECK(desk.platform.comm1.take_writes() == std::vector<std::string>{"N02"});
     desk.key(Qt::Key_4, Qt::ControlModifier);

@@ -58,9 +58,6 @@ TEST_CASE_FIXTURE(LaunchedFixture, "A standing connection sends nothing") {
 }
 
 TEST_CASE_FIXTURE(LaunchedFixture, "Remote objects return what is arranged and tell their calls") {
-  CHECK(say("remote open").starts_with("error "));
-  CHECK(say("get NetworkConnectionOption.Checked") == "= false");
-  say("remote present");
   CHECK(say("remote result GetDimType 3") == "ok");
   CHECK(say("remote result GetStudioNames \"A\\u0003\"") == "ok");
   CHECK(say("remote result X []").starts_with("error "));
