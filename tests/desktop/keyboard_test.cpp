@@ -50,6 +50,7 @@ TEST_SUITE("desktop/keyboard") {
 
   TEST_CASE("the port goes on through the menu, and its failure is a message that Enter closes") {
     KeyDesk desk;
+    desk.form().Off.on_click();
     desk.platform.comm1.fail_openings(68, 1);
     desk.key(Qt::Key_P, Qt::AltModifier);
     desk.key(Qt::Key_O);

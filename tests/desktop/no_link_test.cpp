@@ -24,6 +24,13 @@ struct LinkDesk : test::ShownConsole {
     REQUIRE_FALSE(form().no_link.get().empty());
   }
 
+  // The user switches the port on again, and the box answers.
+  void link_again() {
+    platform.comm1.reply("M", "Line monitor ON");
+    form().PortOn.on_click();
+    settle();
+  }
+
   QString why() { return QString::fromStdString(form().no_link); }
 
   int brightness(const Control& strip) {
@@ -86,8 +93,7 @@ TEST_SUITE("no link") {
       CHECK(desk.brightness(form.DataRow(row)) < linked[static_cast<std::size_t>(row)] - 10);
       CHECK(form.DataRow(row).picture == strips[static_cast<std::size_t>(row)]);
     }
-    desk.box_sends("F00");
-    desk.settle();
+    desk.link_again();
     for (int row = 0; row < 3; ++row) {
       CHECK(desk.brightness(form.DataRow(row)) == linked[static_cast<std::size_t>(row)]);
     }
@@ -108,8 +114,7 @@ TEST_SUITE("no link") {
       CHECK(lamp.shown_caption() == QStringLiteral("NO LINK"));
       if (fill == color_green) CHECK(pixels_of(shown_pixels(lamp), lit) == 0);
       CHECK(pixels_of(shown_pixels(lamp), desk.canvas().theme().no_link) > 20);
-      desk.box_sends("F00");
-      desk.settle();
+      desk.link_again();
       CHECK(lamp.shown_caption().isEmpty());
     }
   }
@@ -186,8 +191,7 @@ TEST_SUITE("no link") {
     REQUIRE(place != nullptr);
     desk.unlink();
     CHECK(place->accessibleName() == desk.why());
-    desk.box_sends("F00");
-    desk.settle();
+    desk.link_again();
     CHECK(place->accessibleName() == QStringLiteral("The link to the telephone system stands"));
   }
 }
