@@ -4,6 +4,7 @@
 #include <unistd.h>
 
 #include <array>
+#include <chrono>
 #include <cstdio>
 #include <map>
 #include <optional>
@@ -86,7 +87,8 @@ TEST_CASE("Two programs write ten thousand rows, one of them killed again and ag
   const std::filesystem::path memory_disk = "/dev/shm";
   const TemporaryDirectory directory(
       std::filesystem::exists(memory_disk) ? memory_disk : std::filesystem::temp_directory_path());
-  SqliteDatabases engine(directory.path());
+  // Each waits for the other, as the thread does that writes a console's log.
+  SqliteDatabases engine(directory.path(), utf8_letters(), std::chrono::seconds(5));
   engine.create("calls.lwl")
       ->create_table("Rows", {{"Writer", 10}, {"Number", 10}, {"Filling", 100}});
 

@@ -3,6 +3,7 @@
 #include <fcntl.h>
 #include <unistd.h>
 
+#include <cerrno>
 #include <string>
 
 #include "elements/failure.h"
@@ -23,10 +24,11 @@ void check_database_file(const std::filesystem::path& file) {
 }
 
 void require_rights(const std::filesystem::path& file) {
-  const auto may_write = [](const std::filesystem::path& path) {
-    return ::faccessat(AT_FDCWD, path.c_str(), W_OK, AT_EACCESS) == 0;
+  const auto is_refused = [](const std::filesystem::path& path) {
+    if (::faccessat(AT_FDCWD, path.c_str(), W_OK, AT_EACCESS) == 0) return false;
+    return errno == EACCES || errno == EPERM || errno == EROFS;
   };
-  if (!may_write(file) || !may_write(file.parent_path()))
+  if (is_refused(file) || is_refused(file.parent_path()))
     throw sqlite_failure(SQLITE_READONLY, file, {});
 }
 

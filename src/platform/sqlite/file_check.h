@@ -11,7 +11,7 @@ namespace lineweir::platform {
 void check_database_file(const std::filesystem::path& file);
 
 // A file that can't be written to for want of rights to it or to its folder, beside which the
-// engine keeps files of its own, is a Failure of number 3027.
+// engine keeps files of its own, is a Failure of number 3027. One that isn't there lacks no rights.
 void require_rights(const std::filesystem::path& file);
 
 }  // namespace lineweir::platform
