@@ -267,7 +267,10 @@ TEST_CASE("through a busy show the window's rows tell what the studio's own tabl
   }
   MESSAGE("looked " << witness.compared << " times, letters seen: " << witness.seen);
   CHECK(witness.compared > 10);
-  CHECK(desk.messages.empty());
+  // People press keys by what they last saw, so that some find nothing to act on.
+  for (const std::string& message : desk.messages) {
+    CHECK(message == "That command or line is not available at this time!");
+  }
   for (const char letter : std::string(" RPSNC")) {
     CAPTURE(letter);
     CHECK(witness.seen.find(letter) != std::string::npos);
