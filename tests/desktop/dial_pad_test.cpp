@@ -52,20 +52,6 @@ struct ShownDialPad : test::ShownConsole {
   }
 };
 
-int pixels_like(const QImage& image, QRgb wanted) {
-  constexpr int tolerance = 40;
-  int found = 0;
-  for (int y = 0; y < image.height(); ++y) {
-    for (int x = 0; x < image.width(); ++x) {
-      const QRgb pixel = image.pixel(x, y);
-      found += std::abs(qRed(pixel) - qRed(wanted)) < tolerance &&
-               std::abs(qGreen(pixel) - qGreen(wanted)) < tolerance &&
-               std::abs(qBlue(pixel) - qBlue(wanted)) < tolerance;
-    }
-  }
-  return found;
-}
-
 TEST_SUITE("dial pad") {
   TEST_CASE("digits typed anywhere in the window press its keys") {
     ShownDialPad desk;
@@ -171,17 +157,17 @@ TEST_SUITE("dial pad") {
     desk.open();
     auto& key = desk.part<QPushButton>("SSCommand1");
     CHECK(key.accessibleDescription() == "The lamp is dark");
-    CHECK(pixels_like(test::shown_pixels(key), signal_red) == 0);
+    CHECK(test::pixels_like(test::shown_pixels(key), signal_red) == 0);
     desk.console.lines.StatusLetter(0) = 'N';
     desk.pass(200);
     CHECK(key.accessibleDescription() == "The lamp is red: the line is on air");
-    CHECK(pixels_like(test::shown_pixels(key), signal_red) > 50);
+    CHECK(test::pixels_like(test::shown_pixels(key), signal_red) > 50);
     desk.console.Lineweir.MitelPhone1.checked = true;
     desk.console.Lineweir.ScreenerMode.on_click();
     desk.console.lines.StatusLetter(0) = 'P';
     desk.pass(200);
     CHECK(key.accessibleDescription() == "The lamp is green: the line is at this seat");
-    CHECK(pixels_like(test::shown_pixels(key), signal_green) > 50);
+    CHECK(test::pixels_like(test::shown_pixels(key), signal_green) > 50);
   }
 
   TEST_CASE("everything that can have the focus has a name") {

@@ -4,6 +4,7 @@
 #include <QImage>
 #include <QWidget>
 #include <algorithm>
+#include <cstdlib>
 #include <map>
 
 #include "desktop/theme.h"
@@ -48,6 +49,21 @@ inline int pixels_of(const QImage& image, QRgb color) {
   int found = 0;
   for (int y = 0; y < image.height(); ++y) {
     for (int x = 0; x < image.width(); ++x) found += image.pixel(x, y) == color;
+  }
+  return found;
+}
+
+// The same for what is drawn with light and shade, in which few pixels have the very colour.
+inline int pixels_like(const QImage& image, QRgb wanted) {
+  constexpr int tolerance = 40;
+  int found = 0;
+  for (int y = 0; y < image.height(); ++y) {
+    for (int x = 0; x < image.width(); ++x) {
+      const QRgb pixel = image.pixel(x, y);
+      found += std::abs(qRed(pixel) - qRed(wanted)) < tolerance &&
+               std::abs(qGreen(pixel) - qGreen(wanted)) < tolerance &&
+               std::abs(qBlue(pixel) - qBlue(wanted)) < tolerance;
+    }
   }
   return found;
 }
