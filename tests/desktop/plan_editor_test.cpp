@@ -148,14 +148,14 @@ TEST_SUITE("plan editor") {
   TEST_CASE("an open menu leaves the grid its focus and its commands") {
     ShownEditor desk;
     QTableWidget& grid = desk.grid(1);
-    desk.console.show_plan.plan.ShowTimes(3) = "10:15:00";
-    grid.setFocus();
+    desk.type(grid, "101500");
     REQUIRE(desk.console.Form2.InsertRow.enabled);
     QFocusEvent to_menu_bar(QEvent::FocusOut, Qt::MenuBarFocusReason);
     QCoreApplication::sendEvent(&grid, &to_menu_bar);
     CHECK(desk.console.Form2.InsertRow.enabled);
     desk.console.Form2.InsertRow.on_click();
     desk.settle();
+    CHECK(ShownEditor::text(grid, 1, 1) == "");
     CHECK(ShownEditor::text(grid, 2, 1) == "10:15:00");
   }
 
