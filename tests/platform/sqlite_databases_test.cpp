@@ -209,7 +209,9 @@ TEST_CASE_FIXTURE(SqliteFixture, "Looking into another program's database change
 
 TEST_CASE_FIXTURE(SqliteFixture, "A full disk takes no new file and no row, and says so") {
   make_log("calls.lwl");
+  make_log("other.lwl");
   const std::string sentence = "There is no room left on the disk for '";
+  const auto database = engine.open("calls.lwl");
   {
     const FullDisk full;
     const Caught made = failure_of([&] {
@@ -217,14 +219,20 @@ TEST_CASE_FIXTURE(SqliteFixture, "A full disk takes no new file and no row, and 
     });
     CHECK(made.number == 3026);
     CHECK(made.sentence == sentence + "new.lwl'.");
-    // Reading needs no room.
-    const auto database = engine.open("calls.lwl");
+    // A file that nobody has open can't be chosen: what its users share needs a little room.
+    const Caught opened = failure_of([&] { engine.open("other.lwl")->open_recordset("Rows"); });
+    CHECK(opened.number == 3026);
+    CHECK(opened.sentence == sentence + "other.lwl'.");
+    // Reading what is open needs none, and neither does opening it once more.
+    CHECK(*database->open_recordset("Rows")->row(1) == std::vector<std::string>{"first"});
+    CHECK(engine.open("calls.lwl")->open_recordset("Rows")->count() == 1);
     const Caught added = failure_of([&] { add(*database, "second"); });
     CHECK(added.number == 3026);
     CHECK(added.sentence == sentence + "calls.lwl'.");
   }
   CHECK_FALSE(fs::exists(path("new.lwl")));
   CHECK(query("calls.lwl", "SELECT * FROM Rows") == "first\n");
+  CHECK(engine.open("other.lwl")->open_recordset("Rows")->count() == 1);
 }
 
 TEST_CASE_FIXTURE(SqliteFixture, "A row that found no room can be stored when there is some") {
