@@ -105,8 +105,9 @@ void CallLogFile::use_stored(const std::string& file, const std::string& handler
   out_of_reach_.clear();
   attempt([&] { console_.call_log.choose(file); },
           [&](const Failure& failure) {
-            // It will be let go: the calls wait for it.
-            if (failure.number() == failure_number::database_in_use) {
+            // It will be let go, or there will be room again: the calls wait for it.
+            if (failure.number() == failure_number::database_in_use ||
+                failure.number() == failure_number::disk_full) {
               report_failure(console_, handler, failure);
               return console_.call_log.choose_unseen(file);
             }

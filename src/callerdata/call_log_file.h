@@ -20,8 +20,9 @@ class CallLogFile {
   // Makes a new file with an empty log; false, with a message, where that fails.
   bool CreateDatabase(const std::string& TheFile);
 
-  // Uses the file that was stored in the settings or a profile. Where it can't be used a message
-  // says so, a failure is reported under the handler's name, and nothing is logged.
+  // Uses the file that was stored in the settings or a profile. For one that is in use or has no
+  // room the calls wait. Where it can't be used otherwise a message says so, a failure is reported
+  // under the handler's name, and nothing is logged.
   void use_stored(const std::string& file, const std::string& handler);
 
   // What the settings store: the log in use, or the stored one that could not be used, which may be

@@ -262,10 +262,13 @@ TEST_SUITE("callerdata/call log file") {
     CHECK(database_name(test) == "");
   }
 
-  TEST_CASE("a stored file that is in use stays in use, and the calls wait for it") {
+  TEST_CASE("a stored file that is in use or on a full disk is the log, and the calls wait for it") {
     ScriptedConsole test;
     create_log(test.platform);
-    test.platform.failing_databases.fail(failure_number::database_in_use);
+    int number = failure_number::database_in_use;
+    SUBCASE("in use") {}
+    SUBCASE("full disk") { number = failure_number::disk_full; }
+    test.platform.failing_databases.fail(number);
     test.console.call_log_file.use_stored(log_path, "Lineweir_Form_Load");
     CHECK(test.take_messages().empty());
     CHECK(database_name(test) == log_path);
