@@ -5,6 +5,7 @@
 #include "callerdata/call_log_columns.h"
 #include "core/console.h"
 #include "core/guard.h"
+#include "core/stored_path.h"
 #include "core/text.h"
 
 namespace lineweir {
@@ -45,7 +46,10 @@ void CallLogFile::DatabasePathMenuItem_Click() {
     question.may_be_new = true;
     const auto file = console_.services.dialogs.ask_file(question);
     if (!file || trimmed(*file).empty()) return;
-    if (!open_or_create(*file)) return;
+    const bool storable = attempt(
+        [&] { require_storable(*file, longest_log_path); },
+        [&](const Failure& failure) { refuse("Lineweir_DatabasePathMenuItem_Click", failure); });
+    if (!storable || !open_or_create(*file)) return;
     compare_user_field();
     take_waiting_calls(*file);
   });

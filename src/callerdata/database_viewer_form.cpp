@@ -16,6 +16,7 @@ DatabaseViewerForm::DatabaseViewerForm() : Form("DatabaseViewer") {
   height = 9600;
   SearchLabel.caption = "&Search";
   SortLabel.caption = "Sort &by";
+  RawExport.caption = "Export &raw";
   SortDown.caption = "&Downwards";
   DBGrid1.column_widths = log_grid_widths();
   // The mouse can choose from the texts; the keyboard passes them by.

@@ -40,6 +40,9 @@ class DatabaseViewerForm : public Form {
   Label WorkLabel{*this, "WorkLabel"};
   Button CancelWork{*this, "CancelWork", "&Cancel"};
 
+  // Exports texts as they are, also those that a spreadsheet takes for formulas.
+  CheckBox RawExport{*this, "RawExport"};
+
   Button ImportButton{*this, "ImportButton", "&Import..."};
   Button ExportButton{*this, "ExportButton", "&Export..."};
   Button PrintButton{*this, "PrintButton", "&Print..."};

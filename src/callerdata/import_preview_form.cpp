@@ -9,6 +9,7 @@ ImportPreviewForm::ImportPreviewForm() : Form("ImportPreview") {
   width = 12600;
   height = 8400;
   ProblemLabel.caption = "&Lines of the file";
+  HeldCheck.caption = "Import &again what the log holds already";
   PreviewGrid.column_widths = log_grid_widths();
 }
 

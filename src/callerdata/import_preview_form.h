@@ -21,10 +21,12 @@ class ImportPreviewForm : public Form {
   // What doesn't fit and what the user should know, line by line.
   ListBox ProblemList{*this, "ProblemList"};
   Label ResultLabel{*this, "ResultLabel"};
+  // Shown when the log holds calls of the file already.
+  CheckBox HeldCheck{*this, "HeldCheck"};
   Button ImportOk{*this, "ImportOk", "&Import"};
   Button ImportCancel{*this, "ImportCancel", "&Cancel"};
 
-  // Each tick reads on; the one tick of the other stores.
+  // Each tick reads on; those of the other look how far the storing is.
   Timer ReadTimer{*this, "ReadTimer", false, 1};
   Timer StoreTimer{*this, "StoreTimer", false, 50};
 };

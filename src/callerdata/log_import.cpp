@@ -9,10 +9,24 @@
 namespace lineweir {
 namespace {
 
-constexpr int records_a_slice = 500;
+using Stage = platform::RowBatch::Stage;
+
+// The log and the file take three slices each at the least.
+constexpr int slices_at_once = 6;
 constexpr std::size_t most_previewed = 200;
 constexpr std::size_t most_told = 500;
-constexpr std::size_t largest_file = 100 << 20;
+// Beyond these the file is read no faster than its calls are collected.
+constexpr std::size_t most_waiting = 20000;
+
+std::string lines_text(std::int64_t lines) {
+  return lines == 1 ? "1 line doesn't fit" : grouped_number(lines) + " lines don't fit";
+}
+
+std::string line_text(std::int64_t line) { return "Line " + grouped_number(line) + ": "; }
+
+std::string percent_text(const std::string& doing, std::int64_t done, std::int64_t of) {
+  return doing + ", " + std::to_string(of > 0 ? done * 100 / of : 0) + " %";
+}
 
 }  // namespace
 
@@ -21,8 +35,10 @@ LogImport::LogImport(Console& console) : console_(console) {
   console.DatabaseViewer.ImportButton.on_click = [this] { ImportButton_Click(); };
   form.ReadTimer.on_timer = [this] { ReadTimer_Timer(); };
   form.StoreTimer.on_timer = [this] { StoreTimer_Timer(); };
+  form.HeldCheck.on_click = [this] { HeldCheck_Click(); };
   form.ImportOk.on_click = [this] { ImportOk_Click(); };
   form.ImportCancel.on_click = [this] { ImportCancel_Click(); };
+  form.on_close = [this] { ImportCancel_Click(); };
   form.on_unload = [this] { Form_Unload(); };
   form.PreviewGrid.row_texts = [this](int row) {
     const bool there = row >= 1 && static_cast<std::size_t>(row) <= preview_.size();
@@ -48,175 +64,221 @@ void LogImport::ImportButton_Click() {
 void LogImport::begin(const std::string& file) {
   ImportPreviewForm& form = console_.ImportPreview;
   const Letters& letters = console_.services.letters;
-  const std::string name = file_name(letters, file);
-  const auto content = console_.services.files.read(file);
-  if (!content) throw Failure(failure_number::file_access, "The file " + name + " can't be read.");
-  if (content->size() > largest_file) {
-    throw Failure(failure_number::file_access,
-                  "The file is larger than 100 MB. Import it in parts.");
-  }
-  std::string text = csv_text(*content, letters);
+  CsvFile input(console_.services.files, file, letters);
   form.unload();
-  text_ = std::move(text);
-  reader_.emplace(text_);
-  log_columns_ = console_.log_viewer.recordset().fields();
-  form.FileLabel.caption = name;
-  form.ImportOk.enabled = false;
-  read_header();
-  form.show();
-  form.focus(&form.ImportCancel);
-  read_slice();
-}
-
-void LogImport::read_header() {
-  ImportPreviewForm& form = console_.ImportPreview;
+  platform::Recordset& log = console_.log_viewer.recordset();
+  log_columns_ = log.fields();
+  held_.begin(log);
+  batch_ = console_.log_viewer.database().collect_rows(std::string(call_log_table));
+  file_.emplace(std::move(input));
   std::vector<std::string> headings;
   for (const auto& column : log_columns_) headings.push_back(column.name);
   form.PreviewGrid.headings = headings;
-  const auto header = reader_->next();
-  if (!header) throw Failure(failure_number::invalid_argument, "The file is empty.");
-  columns_ = match_columns(header->fields, log_columns_);
-  if (!header->problem.empty()) columns_.problems.push_back(header->problem);
-  for (const std::string& problem : columns_.problems) tell(header->line, problem);
-  problems_ += columns_.problems.size();
-  for (const std::string& remark : columns_.remarks) tell(header->line, remark);
-  // Without the columns nothing fits.
-  if (!columns_.problems.empty()) reader_.reset();
+  form.FileLabel.caption = file_name(letters, file);
+  form.HeldCheck.visible = false;
+  form.HeldCheck.enabled = true;
+  form.HeldCheck.value = 0;
+  form.ImportOk.enabled = false;
+  form.ImportCancel.enabled = true;
+  form.ReadTimer.enabled = true;
+  form.show();
+  form.focus(&form.ImportCancel);
+  // A short file is read and shown at once.
+  for (int i = 0; i < slices_at_once && form.ReadTimer.enabled; ++i) ReadTimer_Timer();
 }
 
 void LogImport::ReadTimer_Timer() {
-  const bool done = guard(console_, "ImportPreview_ReadTimer_Timer", [&] { read_slice(); });
-  if (!done) console_.ImportPreview.ReadTimer.enabled = false;
+  attempt([&] { read_slice(); },
+          [&](const Failure& failure) {
+            // A log that is in use for now is looked at at the next tick.
+            if (held_.working() && failure.number() == failure_number::database_in_use) return;
+            report_failure(console_, "ImportPreview_ReadTimer_Timer", failure);
+            close_with(description_of(console_, failure));
+          });
 }
 
 void LogImport::read_slice() {
+  if (const auto progress = batch_->progress(); progress.stage == Stage::Failed) {
+    return finish(progress);
+  }
+  if (held_.working()) {
+    held_.work();
+  } else if (batch_->waiting() < most_waiting) {
+    read_piece();
+  }
+  if (file_) return show_work();
+  console_.ImportPreview.ReadTimer.enabled = false;
+  show_result();
+}
+
+void LogImport::read_piece() {
   ImportPreviewForm& form = console_.ImportPreview;
   const std::size_t previewed = preview_.size();
-  for (int i = 0; reader_ && i < records_a_slice; ++i) {
-    if (const auto record = reader_->next()) {
-      take(*record);
-    } else {
-      reader_.reset();
-    }
+  file_->work();
+  while (const auto record = file_->next()) {
+    columns_ ? take(*record) : take_header(*record);
+    // Without the columns nothing fits.
+    if (columns_ && !columns_->problems.empty()) break;
   }
   if (preview_.size() > previewed) {
     form.PreviewGrid.put_in(static_cast<int>(previewed) + 1,
                             static_cast<int>(preview_.size() - previewed));
   }
   form.ProblemList.list = told_;
-  form.ReadTimer.enabled = reader_.has_value();
-  show_result();
+  const bool no_columns = columns_ && !columns_->problems.empty();
+  if (!file_->at_end() && !no_columns) return;
+  if (!columns_) throw Failure(failure_number::invalid_argument, "The file is empty.");
+  file_.reset();
+}
+
+void LogImport::take_header(const CsvRecord& record) {
+  if (names_separator(record) || is_blank(record)) return;
+  columns_ = match_columns(record.fields, log_columns_);
+  if (record.problem) columns_->problems.insert(columns_->problems.begin(), *record.problem);
+  for (const CsvProblem& problem : columns_->problems) tell_problem(record.line, problem);
+  for (const std::string& remark : columns_->remarks) tell(line_text(record.line) + remark);
 }
 
 void LogImport::take(const CsvRecord& record) {
-  auto values = row_values(record, columns_, log_columns_.size());
-  if (!values) {
-    ++problems_;
-    return tell(record.line, record_problem(record, columns_));
+  if (is_blank(record)) return;
+  if (const auto problem = record_problem(record, *columns_)) {
+    return tell_problem(record.line, *problem);
   }
+  auto values = row_values(record, *columns_, log_columns_.size());
+  for (const std::string& sentence : cut_values(values, log_columns_)) {
+    tell(line_text(record.line) + sentence);
+  }
+  const bool held = held_.take(values);
   ++calls_;
-  for (const std::string& sentence : cut_values(*values, log_columns_)) tell(record.line, sentence);
-  if (preview_.size() < most_previewed) preview_.push_back(*values);
+  if (held) ++held_calls_;
+  if (preview_.size() < most_previewed) preview_.push_back(values);
+  // What can't be stored in the end needn't be collected.
+  if (problems_ == 0) batch_->add(std::move(values), held);
 }
 
-void LogImport::tell(std::int64_t line, const std::string& sentence) {
+void LogImport::tell_problem(std::int64_t line, const CsvProblem& problem) {
+  ++problems_;
+  tell(problem_sentence(line, problem, *columns_));
+}
+
+void LogImport::tell(const std::string& sentence) {
   if (told_.size() > most_told) return;
-  told_.push_back(told_.size() == most_told ? "There are more lines like these."
-                                            : "Line " + grouped_number(line) + ": " + sentence);
+  told_.push_back(told_.size() == most_told ? "There are more lines like these." : sentence);
+}
+
+void LogImport::show_work() {
+  console_.ImportPreview.ResultLabel.caption =
+      held_.working() ? percent_text("Looking through the log", held_.percent(), 100)
+                      : percent_text("Reading", file_->percent(), 100);
+}
+
+std::int64_t LogImport::to_import() const {
+  return console_.ImportPreview.HeldCheck.value != 0 ? calls_ : calls_ - held_calls_;
 }
 
 void LogImport::show_result() {
   ImportPreviewForm& form = console_.ImportPreview;
-  if (reader_) {
-    form.ResultLabel.caption =
-        "Reading, " + std::to_string(reader_->position() * 100 / text_.size()) + " %";
-    return;
-  }
-  const bool too_many = calls_ > most_calls;
+  form.HeldCheck.visible = problems_ == 0 && held_calls_ > 0;
   std::string result;
   if (problems_ > 0) {
-    result = (problems_ == 1
-                  ? std::string("1 line doesn't fit")
-                  : grouped_number(static_cast<std::int64_t>(problems_)) + " lines don't fit") +
-             ". Nothing can be imported until all do.";
-  } else if (too_many) {
-    result =
-        "At most " + calls_text(most_calls) + " are imported at once. Import the file in parts.";
+    result = lines_text(problems_) + ". Nothing can be imported until all do.";
   } else {
-    result = calls_text(static_cast<std::int64_t>(calls_)) + " can be imported.";
+    result = calls_text(to_import()) + " can be imported.";
+    if (to_import() < calls_) {
+      result += " " + calls_text(held_calls_) + " that the log holds already will be left out.";
+    }
   }
   form.ResultLabel.caption = result;
-  form.ImportOk.enabled = problems_ == 0 && calls_ > 0 && !too_many;
-  if (form.ImportOk.enabled) form.focus(&form.ImportOk);
+  form.ImportOk.enabled = problems_ == 0 && to_import() > 0;
+  if (form.ImportOk.enabled && form.focused() == &form.ImportCancel) form.focus(&form.ImportOk);
+}
+
+void LogImport::HeldCheck_Click() {
+  guard(console_, "ImportPreview_HeldCheck_Click", [&] { show_result(); });
 }
 
 void LogImport::ImportOk_Click() {
   guard(console_, "ImportPreview_ImportOk_Click", [&] {
     ImportPreviewForm& form = console_.ImportPreview;
-    if (!form.ImportOk.enabled || form.StoreTimer.enabled) return;
+    if (!form.ImportOk.enabled) return;
     form.ImportOk.enabled = false;
-    form.mouse_pointer = pointer_hourglass;
-    form.ResultLabel.caption = "Storing " + calls_text(static_cast<std::int64_t>(calls_));
-    // The words are on the screen before the console is busy.
+    form.HeldCheck.enabled = false;
+    form.focus(&form.ImportCancel);
+    batch_->store(form.HeldCheck.value != 0);
     form.StoreTimer.enabled = true;
+    form.ResultLabel.caption = "Storing " + calls_text(to_import());
   });
 }
 
 void LogImport::StoreTimer_Timer() {
-  ImportPreviewForm& form = console_.ImportPreview;
-  form.StoreTimer.enabled = false;
-  form.mouse_pointer = pointer_default;
-  const bool stored = attempt(
-      [&] { store(); },
-      [&](const Failure& failure) {
-        report_failure(console_, "ImportPreview_StoreTimer_Timer", failure);
-        console_.messages.ShowMessage(description_of(console_, failure) + " Nothing was imported.");
-      });
-  if (!stored) return show_result();
-  const std::string result = "Imported " + calls_text(static_cast<std::int64_t>(calls_)) + ".";
-  form.unload();
   guard(console_, "ImportPreview_StoreTimer_Timer", [&] {
-    console_.log_viewer.look_again();
-    console_.messages.ShowMessage(result);
-  });
-}
-
-void LogImport::store() {
-  if (!console_.log_viewer.open()) {
-    throw Failure(failure_number::object_not_set, "The log is not open any more.");
-  }
-  platform::Recordset& rows = console_.log_viewer.recordset();
-  console_.log_viewer.database().in_transaction([&] {
-    CsvReader reader(text_);
-    reader.next();
-    while (const auto record = reader.next()) {
-      const auto values = row_values(*record, columns_, log_columns_.size());
-      if (!values) continue;
-      rows.add_new();
-      for (std::size_t i = 0; i < values->size(); ++i) {
-        if (!(*values)[i].empty()) rows.set_field(static_cast<int>(i), (*values)[i]);
-      }
-      rows.update();
+    ImportPreviewForm& form = console_.ImportPreview;
+    const platform::RowBatch::Progress progress = batch_->progress();
+    const bool cancelling = !form.ImportCancel.enabled;
+    switch (progress.stage) {
+      case Stage::Stored:
+      case Stage::Cancelled:
+      case Stage::Failed:
+        return finish(progress);
+      case Stage::Waiting:
+        if (!cancelling) {
+          form.ResultLabel.caption = "Waiting for the log, which another program is writing to";
+        }
+        return;
+      default:
+        if (!cancelling) {
+          form.ResultLabel.caption =
+              percent_text("Storing " + calls_text(to_import()), progress.done, calls_);
+        }
     }
   });
 }
 
+void LogImport::finish(const platform::RowBatch::Progress& progress) {
+  if (progress.stage == Stage::Failed) {
+    const Failure& failure = *progress.failure;
+    report_failure(console_, "ImportPreview_StoreTimer_Timer", failure);
+    return close_with(description_of(console_, failure) + " Nothing was imported.");
+  }
+  if (progress.stage == Stage::Cancelled) return close_with("");
+  std::string result = "Imported " + calls_text(to_import()) + ".";
+  if (to_import() < calls_) {
+    result += " " + calls_text(held_calls_) + " that the log held already " +
+              (held_calls_ == 1 ? "was" : "were") + " left out.";
+  }
+  close_with(result);
+  console_.log_viewer.look_again();
+}
+
+void LogImport::close_with(const std::string& message) {
+  console_.ImportPreview.unload();
+  if (!message.empty()) console_.messages.ShowMessage(message);
+}
+
 void LogImport::ImportCancel_Click() {
-  guard(console_, "ImportPreview_ImportCancel_Click", [&] { console_.ImportPreview.unload(); });
+  guard(console_, "ImportPreview_ImportCancel_Click", [&] {
+    ImportPreviewForm& form = console_.ImportPreview;
+    if (!form.StoreTimer.enabled) return form.unload();
+    batch_->cancel();
+    form.ImportCancel.enabled = false;
+    form.ResultLabel.caption = "Cancelling";
+  });
 }
 
 void LogImport::Form_Unload() {
   ImportPreviewForm& form = console_.ImportPreview;
   form.ReadTimer.enabled = false;
   form.StoreTimer.enabled = false;
-  form.mouse_pointer = pointer_default;
-  reader_.reset();
-  text_.clear();
-  text_.shrink_to_fit();
+  batch_.reset();
+  file_.reset();
+  held_.forget();
+  columns_.reset();
   preview_.clear();
   told_.clear();
   calls_ = 0;
+  held_calls_ = 0;
   problems_ = 0;
+  form.ProblemList.list = told_;
   form.PreviewGrid.show_other_rows(0);
 }
 

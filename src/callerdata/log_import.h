@@ -1,50 +1,60 @@
 #pragma once
 
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
 
+#include "callerdata/csv_file.h"
 #include "callerdata/csv_import.h"
+#include "callerdata/held_calls.h"
+#include "platform/row_batch.h"
 
 namespace lineweir {
 
 struct Console;
 
-// Brings the calls of a CSV file into the log that DatabaseViewer shows. The file is read to its
-// end first, a slice at each tick, and what doesn't fit is named line by line; all of its calls are
-// stored then in one step, or none.
+// Brings the calls of a CSV file into the log that DatabaseViewer shows, a slice at each tick. The
+// file is read to its end first, what doesn't fit is named line by line, and the calls that fit are
+// collected beside the log; they go into it all together, or none does.
 class LogImport {
  public:
-  // In a larger file the step would keep the other consoles from logging for too long.
-  static constexpr std::size_t most_calls = 100000;
-
   explicit LogImport(Console& console);
 
  private:
   void ImportButton_Click();
   void ReadTimer_Timer();
+  void HeldCheck_Click();
   void ImportOk_Click();
   void ImportCancel_Click();
   void StoreTimer_Timer();
   void Form_Unload();
 
   void begin(const std::string& file);
-  void read_header();
   void read_slice();
+  void read_piece();
+  void take_header(const CsvRecord& record);
   void take(const CsvRecord& record);
-  void tell(std::int64_t line, const std::string& sentence);
+  void tell(const std::string& sentence);
+  void tell_problem(std::int64_t line, const CsvProblem& problem);
+  void show_work();
   void show_result();
-  void store();
+  std::int64_t to_import() const;
+  void finish(const platform::RowBatch::Progress& progress);
+  void close_with(const std::string& message);
 
   Console& console_;
-  std::string text_;
-  std::optional<CsvReader> reader_;
-  ImportColumns columns_;
+  HeldCalls held_;
+  std::optional<CsvFile> file_;
+  std::optional<ImportColumns> columns_;
   std::vector<platform::DatabaseColumn> log_columns_;
+  std::unique_ptr<platform::RowBatch> batch_;
   std::vector<std::vector<std::string>> preview_;
   std::vector<std::string> told_;
-  std::size_t calls_ = 0;
-  std::size_t problems_ = 0;
+  std::int64_t calls_ = 0;
+  // How many of them the log holds.
+  std::int64_t held_calls_ = 0;
+  std::int64_t problems_ = 0;
 };
 
 }  // namespace lineweir

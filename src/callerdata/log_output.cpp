@@ -21,6 +21,10 @@ constexpr std::size_t rows_a_slice = 200;
 constexpr std::array<int, call_log_columns.size()> page_widths = {13, 14, 9, 5, 6, 10, 20,
                                                                   7,  6,  8, 8, 9, 8,  11};
 
+// The names of a log's files, behind its own name.
+constexpr std::array<std::string_view, 1> log_itself = {""};
+constexpr std::array<std::string_view, 3> files_beside_log = {"-wal", "-shm", "-journal"};
+
 std::string file_name_of(const std::string& path) {
   const auto slash = path.find_last_of("/\\");
   return slash == std::string::npos ? path : path.substr(slash + 1);
@@ -31,6 +35,12 @@ std::string with_extension(const std::string& path, const std::string& extension
   const auto point = path.rfind('.');
   const bool has_one = point != std::string::npos && point > name;
   return (has_one ? path.substr(0, point) : path) + extension;
+}
+
+std::vector<std::string> cells(std::vector<std::string> texts, bool raw) {
+  if (raw) return texts;
+  for (std::string& text : texts) text = guarded_cell(text);
+  return texts;
 }
 
 }  // namespace
@@ -49,9 +59,12 @@ void LogOutput::ExportButton_Click() {
         ask_file("Export", "CSV Files (*.csv)|*.csv|All Files (*.*)|*.*", ".csv");
     if (file.empty()) return;
     std::shared_ptr<platform::FileInMaking> output = console_.services.files.begin_replace(file);
-    output->append(csv_record(console_.log_viewer.column_names()));
+    const bool raw = console_.DatabaseViewer.RawExport.value != 0;
+    output->append(csv_record(cells(console_.log_viewer.column_names(), raw)));
     Job job{"Exporting", "Exported", file, console_.log_viewer.shown_rows(), 0, {}, {}};
-    job.add_row = [output](const auto& texts) { output->append(csv_record(texts)); };
+    job.add_row = [output, raw](const auto& texts) {
+      output->append(csv_record(cells(texts, raw)));
+    };
     job.finish = [output] { output->finish(); };
     start(std::move(job));
   };
@@ -95,15 +108,26 @@ std::string LogOutput::ask_file(const std::string& title, const std::string& fil
   const auto file = console_.services.dialogs.ask_file(question);
   // The viewer may have been closed while the question stood.
   if (!file || trimmed(*file).empty() || !console_.log_viewer.open()) return {};
-  if (!is_database(*file)) return *file;
-  refuse("DatabaseViewer", "The file '" + shown_file_name(*file) +
-                               "' is a database and is not overwritten. Choose another name.");
+  // Asked first: what the engine keeps beside a log is no file to open as a database.
+  const bool beside_log = is_log_file(*file, files_beside_log);
+  if (!beside_log && !is_log_file(*file, log_itself) &&
+      !console_.services.databases.is_database(*file)) {
+    return *file;
+  }
+  refuse("DatabaseViewer", "The file '" + shown_file_name(*file) + "' " +
+                               (beside_log ? "belongs to the call log" : "is a database") +
+                               " and is not overwritten. Choose another name.");
   return {};
 }
 
-bool LogOutput::is_database(const std::string& file) {
-  return file == console_.DatabaseViewer.Data1.database_name.get() ||
-         console_.services.databases.is_database(file);
+bool LogOutput::is_log_file(const std::string& file, std::span<const std::string_view> endings) {
+  const auto is_of = [&](const std::string& log) {
+    return !log.empty() && std::ranges::any_of(endings, [&](std::string_view ending) {
+      return console_.services.files.same_file(file, log + std::string(ending));
+    });
+  };
+  return is_of(console_.DatabaseViewer.Data1.database_name) ||
+         is_of(console_.Lineweir.Data1.database_name);
 }
 
 void LogOutput::start(Job job) {

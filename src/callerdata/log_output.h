@@ -2,6 +2,7 @@
 
 #include <functional>
 #include <memory>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -43,7 +44,8 @@ class LogOutput {
   // The file to write, if the user names one and it may be written.
   std::string ask_file(const std::string& title, const std::string& filter,
                        const std::string& extension);
-  bool is_database(const std::string& file);
+  // Whether the file is one of the log that is shown, or of the one in use.
+  bool is_log_file(const std::string& file, std::span<const std::string_view> endings);
   void start(Job job);
   void slice();
   // Texts are UTF-8, as all that the viewer shows.

@@ -2,6 +2,7 @@
 
 #include "core/console.h"
 #include "core/guard.h"
+#include "core/stored_path.h"
 #include "core/text.h"
 #include "letters/path_text.h"
 
@@ -119,6 +120,7 @@ void ShowDataEditor::choose_file(const std::string& title, std::string_view filt
   const auto path = console_.services.dialogs.ask_file(
       {title, std::string(filter), console_.show_plan.TheDataFileName, for_saving});
   if (!path) return;
+  require_storable(*path, longest_plan_path);
   (this->*use)(*path);
   // The form shows another plan, or another name.
   console_.Form2.unload();

@@ -35,6 +35,11 @@ void ShowPlanStore::load_default_plan() {
   open_as(path, default_show_name, decode_show_plan(content_of(files_, path)));
 }
 
+void ShowPlanStore::load_default_plan_for(const std::string& stored_path) {
+  load_default_plan();
+  out_of_reach_ = stored_path;
+}
+
 void ShowPlanStore::new_plan(const std::string& path) { save_plan_as(path, {}); }
 
 void ShowPlanStore::save_plan(const ShowPlan& edited) {
@@ -73,6 +78,7 @@ void ShowPlanStore::open_as(const std::string& path, std::string_view shown_name
   plan = held;
   plan_before_changes_.reset();
   open_path_ = path;
+  out_of_reach_.clear();
   TheDataFileName = shown_name;
 }
 

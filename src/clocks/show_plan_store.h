@@ -25,7 +25,7 @@ class ShowPlanStore {
   // The clock engine reads it.
   ShowPlan plan;
 
-  // The open file's path, as it is shown and stored in the settings.
+  // The open file's path, as it is shown.
   std::string TheDataFileName;
 
   // Opens the file, which is made if there is none, and reads its 42 records into the plan.
@@ -33,6 +33,15 @@ class ShowPlanStore {
 
   // The same for NoName.txt, which is shown as NoName.TXT.
   void load_default_plan();
+
+  // The default plan serves while the stored one is out of reach. The settings keep the path of
+  // that one until the user chooses a file.
+  void load_default_plan_for(const std::string& stored_path);
+
+  // What the settings store.
+  const std::string& path_to_store() const {
+    return out_of_reach_.empty() ? TheDataFileName : out_of_reach_;
+  }
 
   // Opens the file and fills plan and file with 42 blank records.
   void new_plan(const std::string& path);
@@ -62,6 +71,7 @@ class ShowPlanStore {
 
   platform::Files& files_;
   std::string open_path_;
+  std::string out_of_reach_;
   // While changes are unsaved.
   std::optional<ShowPlan> plan_before_changes_;
 };

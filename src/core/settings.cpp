@@ -72,7 +72,7 @@ SettingsRecord Settings::collect() {
   record.PortState = port.on;
   record.RemotePortNumber = remote_port_of(form);
   record.RemoteState = form.RemoteOn.checked;
-  record.ShowDataFile = console_.show_plan.TheDataFileName;
+  record.ShowDataFile = console_.show_plan.path_to_store();
   record.DatabasePath = console_.call_log_file.path_to_store();
   record.OperatorName = console_.caller_data.OperatorName;
   record.LogFieldOn = console_.caller_data.LogFieldOn;

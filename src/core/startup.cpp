@@ -8,6 +8,7 @@
 #include "core/text.h"
 #include "core/time_text.h"
 #include "core/window_caption.h"
+#include "letters/path_text.h"
 #include "screen/pictures.h"
 #include "serverlink/password_scramble.h"
 #include "serverlink/session_start.h"
@@ -231,12 +232,20 @@ void Startup::make_client_id() {
 }
 
 void Startup::read_show_data(const SettingsRecord* record) {
+  ShowPlanStore& plan = console_.show_plan;
   const std::string path = record == nullptr ? std::string() : upper(record->ShowDataFile);
-  if (path.empty()) return console_.show_plan.load_default_plan();
-  attempt([&] { console_.show_plan.load_plan(path); },
+  if (path.empty()) return plan.load_default_plan();
+  const bool is_default = path == upper(default_show_name);
+  if (!is_default && !console_.services.files.exists(path)) {
+    console_.messages.ShowMessage("The Selected Show Data File " +
+                                  shown_path(console_.services.letters, path) +
+                                  " cannot be found!");
+    return plan.load_default_plan_for(record->ShowDataFile);
+  }
+  attempt([&] { plan.load_plan(path); },
           [&](const Failure& failure) {
             if (failure.number() != failure_number::path_not_found) react(failure);
-            console_.show_plan.load_default_plan();
+            plan.load_default_plan_for(record->ShowDataFile);
           });
 }
 

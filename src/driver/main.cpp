@@ -46,8 +46,8 @@ int main(int argc, char** argv) {
   const lineweir::CodePageLetters letters(*lineweir::find_code_page(charset), &transliterator);
   platform::GuardedFiles guard;
   platform::DiskFiles files(directory, letters, &guard);
-  platform::SqliteDatabases databases(directory, letters, std::chrono::milliseconds::zero(),
-                                      &guard);
+  platform::SqliteDatabases databases(directory, letters, std::chrono::milliseconds::zero(), &guard,
+                                      platform::BatchWork::AtOnce);
   if (scripts.empty()) {
     driver::Session session(files, databases, letters);
     std::ostream no_complaints(nullptr);

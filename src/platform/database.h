@@ -9,6 +9,8 @@
 #include <string_view>
 #include <vector>
 
+#include "platform/row_batch.h"
+
 namespace lineweir::platform {
 
 // All text of a database is UTF-8. Names of tables and columns are told apart without regard to the
@@ -127,6 +129,10 @@ class Database {
   // fails. Other writers wait meanwhile.
   virtual void in_transaction(const std::function<void()>& body) = 0;
 
+  // Rows for the table that are to be stored all together, however many they are. They must not
+  // outlive the database.
+  virtual std::unique_ptr<RowBatch> collect_rows(const std::string& table) = 0;
+
   // Brings what the engine keeps beside the file into it, so that a copy of the file holds
   // everything. False where others that use the file prevent it for now.
   virtual bool checkpoint() = 0;
@@ -149,8 +155,9 @@ class DatabaseEngine {
   virtual std::unique_ptr<Database> create(const std::string& path) = 0;
 
   // Whether the file is a database, whatever it holds and whether it can be used or not. An empty
-  // file is none. It is looked at by the engine alone, as all files must be that may be databases:
-  // reading one by another handle would end the engine's locks on it.
+  // file is none; one that the engine keeps beside an open database counts as one. It is looked at
+  // by the engine alone, as all files must be that may be databases: reading one by another handle
+  // would end the engine's locks on it.
   virtual bool is_database(const std::string& path) = 0;
 };
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <memory>
 #include <optional>
 #include <string>
@@ -18,6 +19,19 @@ class FileInMaking {
   // The new content takes its place. Where this isn't called nothing has changed and nothing is
   // left behind.
   virtual void finish() = 0;
+};
+
+// A file that is read piece by piece.
+class FileReader {
+ public:
+  virtual ~FileReader() = default;
+
+  // The next bytes, at most so many; none behind the end. Where they can't be read a Failure of
+  // number 75 names the path and the reason.
+  virtual std::string read(std::size_t most) = 0;
+
+  // How many bytes the file had when it was opened.
+  virtual std::uint64_t size() const = 0;
 };
 
 // Files under the console's working directory. Paths may be relative to it; they are texts in the
@@ -52,6 +66,13 @@ class Files {
   virtual bool exists(const std::string& path) const = 0;
 
   virtual std::string current_directory() const = 0;
+
+  // Nothing if there is no such file or it can't be read.
+  virtual std::unique_ptr<FileReader> open(const std::string& path) const = 0;
+
+  // Whether both paths lead to one file, in whatever spelling and by whatever links, or would once
+  // there is one. Neither file is opened.
+  virtual bool same_file(const std::string& path, const std::string& other) const = 0;
 };
 
 }  // namespace lineweir::platform

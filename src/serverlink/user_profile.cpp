@@ -83,7 +83,7 @@ std::string PrepareUserData(Console& console, std::string_view TheName) {
     append_field(block, window.width);
     append_field(block, console.program.GroupNumber);
     append_field(block, window.state);
-    append_field(block, console.show_plan.TheDataFileName);
+    append_field(block, console.show_plan.path_to_store());
     append_field(block, console.call_log_file.path_to_store());
     append_field(block, console.caller_data.OperatorName);
     append_field(block, console.program.GroupNumber);

@@ -3,13 +3,12 @@
 #include <doctest/doctest.h>
 
 #include "callerdata/call_log.h"
-#include "letters/code_page_letters.h"
-#include "support/failure_number.h"
 
 namespace lineweir::test {
 namespace {
 
 using Texts = std::vector<std::string>;
+using Problems = std::vector<CsvProblem>;
 
 const std::vector<platform::DatabaseColumn> log_columns = new_log_columns("Sponsor");
 
@@ -21,32 +20,9 @@ Texts all_names() {
 
 ImportColumns matched(const Texts& names) { return match_columns(names, log_columns); }
 
-std::string utf8_of(std::string_view file_content) {
-  return csv_text(file_content, CodePageLetters());
-}
-
 CsvRecord record(Texts fields) { return {std::move(fields), 2, {}}; }
 
 TEST_SUITE("callerdata/csv import") {
-  TEST_CASE("the text may be UTF-8 with or without mark, or Windows-1252") {
-    CHECK(utf8_of("Jos\xC3\xA9") == "Jos\xC3\xA9");
-    CHECK(utf8_of("\xEF\xBB\xBFJos\xC3\xA9") == "Jos\xC3\xA9");
-    CHECK(utf8_of("Jos\xE9 \x80") == "Jos\xC3\xA9 \xE2\x82\xAC");
-    CHECK(utf8_of("cut \xC3") == "cut \xC3\x83");
-    CHECK(utf8_of("\xF0\x9F\x93\x9E") == "\xF0\x9F\x93\x9E");
-  }
-
-  TEST_CASE("an empty file and one of UTF-16 are failures") {
-    CHECK(failure_number_of([] { utf8_of(""); }) == 5);
-    CHECK(failure_number_of([] { utf8_of("\xEF\xBB\xBF"); }) == 5);
-    CHECK(failure_number_of([] {
-            utf8_of(
-                std::string("\xFF\xFE"
-                            "A\0",
-                            4));
-          }) == 5);
-  }
-
   TEST_CASE("columns are matched by name, in any order and case") {
     CHECK(matched(all_names()).positions ==
           std::vector<std::size_t>{0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13});
@@ -69,32 +45,66 @@ TEST_SUITE("callerdata/csv import") {
   }
 
   TEST_CASE("other names that the log doesn't have, and doubled ones, are problems") {
-    CHECK(matched({"ID", "Caller Name", "Hobby"}).problems ==
-          Texts{"The log has no column \"ID\".", "The log has no column \"Hobby\"."});
-    CHECK(matched({"Ann Smith;Salem"}).problems.size() == 1);
-    CHECK(matched({"City", "City"}).problems == Texts{"There are two columns \"City\"."});
+    const std::string known = "the name of one of the log's columns";
+    CHECK(matched({"ID", "Caller Name", "Hobby"}).problems == Problems{{1, known}, {3, known}});
+    CHECK(matched({"Ann Smith"}).problems.size() == 1);
+    CHECK(matched({"City", "City"}).problems == Problems{{2, "each column once"}});
     auto with_id = all_names();
     with_id.insert(with_id.begin(), "ID");
-    CHECK(matched(with_id).problems == Texts{"The log has no column \"ID\"."});
+    CHECK(matched(with_id).problems == Problems{{1, known}});
   }
 
   TEST_CASE("a record's fields go to their columns, and the others are empty") {
     const auto columns = matched({"City", "Caller Name"});
     const auto values = row_values(record({"Salem", "Ann"}), columns, log_columns.size());
-    REQUIRE(values);
-    CHECK(values->size() == 14);
-    CHECK((*values)[0] == "Ann");
-    CHECK((*values)[2] == "Salem");
-    CHECK((*values)[13] == "");
+    CHECK(values.size() == 14);
+    CHECK(values[0] == "Ann");
+    CHECK(values[2] == "Salem");
+    CHECK(values[13] == "");
+  }
+
+  TEST_CASE("a text is as it was before it was guarded, and as it could have been typed") {
+    const auto columns = matched({"City", "Caller Name"});
+    const auto values = row_values(record({"'=1+1", "Ann\r\nSmith\x07"}), columns, 14);
+    CHECK(values[2] == "=1+1");
+    CHECK(values[0] == "Ann Smith");
+    CHECK(matched({"'=Sponsor", "City"}).problems.empty());
+  }
+
+  TEST_CASE("control characters are left out, and a blank stands for line ends and tabs") {
+    CHECK(typed_text("a\tb\r\n\r\nc") == "a b c");
+    CHECK(typed_text(std::string("a\0b\x1b[1m\x7f", 8)) == "ab[1m");
+    CHECK(typed_text("a\u0085b\u2028c\u0090d") == "a b cd");
+    CHECK(typed_text("Łódź “x” Â €") == "Łódź “x” Â €");
+    CHECK(typed_text(" \xFF ") == " \xFF ");
   }
 
   TEST_CASE("a record with another number of fields doesn't fit") {
     const auto columns = matched({"City", "Caller Name"});
-    CHECK_FALSE(row_values(record({"Salem"}), columns, 14));
-    CHECK(record_problem(record({"Salem"}), columns) == "It has 1 field and not 2.");
-    CHECK(record_problem(record({"a", "b", "c"}), columns) == "It has 3 fields and not 2.");
-    CHECK(record_problem({{"a", "b"}, 2, "Broken."}, columns) == "Broken.");
-    CHECK(record_problem(record({"a", "b"}), columns) == "");
+    CHECK(record_problem(record({"Salem"}), columns) ==
+          CsvProblem{2, "2 fields as in the first line, and not 1"});
+    CHECK(record_problem(record({"a", "b", "c"}), columns) ==
+          CsvProblem{3, "2 fields as in the first line, and not 3"});
+    CHECK(record_problem({{"a", "b"}, 2, CsvProblem{1, "better"}}, columns) ==
+          CsvProblem{1, "better"});
+    CHECK_FALSE(record_problem(record({"a", "b"}), columns));
+  }
+
+  TEST_CASE("a problem is told by line, column and what was expected") {
+    const auto columns = matched({"City", "Caller Name"});
+    CHECK(problem_sentence(1234, {2, "more"}, columns) ==
+          "Line 1,234, column 2 \"Caller Name\": expected more.");
+    CHECK(problem_sentence(7, {3, "less"}, columns) == "Line 7, column 3: expected less.");
+  }
+
+  TEST_CASE("a line of blanks and separators holds no call, and one may name the separator") {
+    CHECK(is_blank(record({"", " ", "\t"})));
+    CHECK_FALSE(is_blank(record({"", "a"})));
+    CHECK_FALSE(is_blank({{""}, 2, CsvProblem{1, "x"}}));
+    CHECK(names_separator(record({"sep=", ""})));
+    CHECK(names_separator(record({"SEP=;"})));
+    CHECK_FALSE(names_separator(record({"Caller Name", "sep="})));
+    CHECK_FALSE(names_separator(record({"Caller Name"})));
   }
 
   TEST_CASE("a value that will be cut is told, in characters") {

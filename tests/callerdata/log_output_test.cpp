@@ -93,6 +93,32 @@ TEST_SUITE("callerdata/log output") {
     CHECK(test.platform.files.read("messages.lwb") == "its bytes");
   }
 
+  TEST_CASE("the files that the engine keeps beside a log aren't overwritten") {
+    Output test;
+    test.log_call("Ann");
+    test.open();
+    for (const char* ending : {"-wal", "-shm", "-journal"}) {
+      test.export_to(log_path + std::string(ending));
+      CHECK(test.take_messages() == Texts{"The file 'calls.lwl" + std::string(ending) +
+                                          "' belongs to the call log and is not overwritten. "
+                                          "Choose another name."});
+    }
+  }
+
+  TEST_CASE("cells that a spreadsheet would run are guarded, unless they are wanted raw") {
+    Output test;
+    test.log_call("=1+1", "-");
+    test.open();
+    test.export_to("out.csv");
+    test.wait();
+    CHECK(test.platform.files.read("out.csv") ==
+          std::string(headings) + "'=1+1,,'-,,,,,,,,,,,\r\n");
+    test.form().RawExport.value = 1;
+    test.export_to("out.csv");
+    test.wait();
+    CHECK(test.platform.files.read("out.csv") == std::string(headings) + "=1+1,,-,,,,,,,,,,,\r\n");
+  }
+
   TEST_CASE("closing the viewer ends the export without a file") {
     Output test;
     test.log_calls(1000);

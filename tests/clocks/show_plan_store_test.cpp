@@ -37,6 +37,12 @@ class StubbornFiles final : public platform::Files {
   }
   bool exists(const std::string& path) const override { return files.exists(path); }
   std::string current_directory() const override { return files.current_directory(); }
+  std::unique_ptr<platform::FileReader> open(const std::string& path) const override {
+    return files.open(path);
+  }
+  bool same_file(const std::string& path, const std::string& other) const override {
+    return files.same_file(path, other);
+  }
 
   platform::MemoryFiles files;
   std::set<std::string> unreadable;
@@ -92,6 +98,17 @@ TEST_SUITE("clocks/show plan store") {
     CHECK(test.store.plan == evening());
     CHECK(test.files.read("NoName.txt") == encode_show_plan(evening()));
     CHECK_FALSE(test.files.exists("NoName.TXT"));
+  }
+
+  TEST_CASE("while the default plan serves for another one, that one's path is kept") {
+    Store test;
+    test.store.load_default_plan_for("MORNING.TXT");
+    CHECK(test.store.TheDataFileName == "NoName.TXT");
+    CHECK(test.store.path_to_store() == "MORNING.TXT");
+    test.store.save_plan();
+    CHECK_FALSE(test.files.exists("MORNING.TXT"));
+    test.store.load_plan("evening.txt");
+    CHECK(test.store.path_to_store() == "evening.txt");
   }
 
   TEST_CASE("a file that can't be made leaves plan and open file as they were") {

@@ -364,6 +364,10 @@ TEST_CASE("settings that can't be saved are told while the window still stands")
     void append(const std::string&, std::string_view) override { fail(); }
     bool exists(const std::string&) const override { return false; }
     std::string current_directory() const override { return "/console"; }
+    std::unique_ptr<platform::FileReader> open(const std::string&) const override {
+      return nullptr;
+    }
+    bool same_file(const std::string&, const std::string&) const override { return false; }
 
    private:
     static void fail() { throw Failure(failure_number::file_access, "No space left"); }

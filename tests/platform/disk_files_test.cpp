@@ -285,6 +285,40 @@ TEST_CASE_FIXTURE(DiskFilesFixture,
   CHECK(*polish_files.read(path_text(polish, "caf\xE9.txt")) == "old");
 }
 
+TEST_CASE_FIXTURE(DiskFilesFixture, "A file is read in pieces, and only a plain one") {
+  files.replace("calls.csv", "abcdefg");
+  const auto file = files.open("CALLS.csv");
+  REQUIRE(file);
+  CHECK(file->size() == 7);
+  CHECK(file->read(4) == "abcd");
+  CHECK(file->read(4) == "efg");
+  CHECK(file->read(4) == "");
+  CHECK_FALSE(files.open("gone.csv"));
+  CHECK_FALSE(files.open("."));
+}
+
+TEST_CASE_FIXTURE(DiskFilesFixture, "One file is known in any spelling and by any link") {
+  files.replace("calls.lwl", "log");
+  files.replace("other.lwl", "log");
+  fs::create_directory(directory.path() / "sub");
+  fs::create_symlink(directory.path() / "calls.lwl", directory.path() / "link.lwl");
+  fs::create_hard_link(directory.path() / "calls.lwl", directory.path() / "hard.lwl");
+  fs::create_directory_symlink(directory.path(), directory.path() / "sub" / "up");
+  const std::string whole = (directory.path() / "calls.lwl").string();
+  for (const std::string& same :
+       {std::string("calls.lwl"), std::string("./calls.lwl"), std::string("sub/../calls.lwl"),
+        std::string("sub/up/calls.lwl"), std::string("CALLS.LWL"), std::string("link.lwl"),
+        std::string("hard.lwl"), whole}) {
+    CAPTURE(same);
+    CHECK(files.same_file(same, "calls.lwl"));
+    CHECK(files.same_file("calls.lwl", same));
+  }
+  CHECK_FALSE(files.same_file("other.lwl", "calls.lwl"));
+  // Files that aren't there yet have their names.
+  CHECK(files.same_file("sub/up/calls.lwl-wal", "calls.lwl-wal"));
+  CHECK_FALSE(files.same_file("calls.lwl-shm", "calls.lwl-wal"));
+}
+
 TEST_CASE_FIXTURE(DiskFilesFixture, "A program killed while it replaces leaves a whole content") {
   std::mt19937 random(20240229);
   unsigned number = 1;
@@ -355,7 +389,11 @@ TEST_CASE_FIXTURE(DiskFilesFixture, "A guarded file is never opened, by whatever
   for (const char* name : {"calls.mdb", "CALLS.mdb", "link", "calls.mdb-wal"}) {
     CAPTURE(name);
     CHECK_FALSE(guarded_files.read(name));
+    CHECK_FALSE(guarded_files.open(name));
+    CHECK(guarded_files.why_unreadable(name));
+    CHECK(guarded_files.same_file(name, name));
     CHECK(failure_number_of([&] { guarded_files.replace(name, "x"); }) == 75);
+    CHECK(failure_number_of([&] { guarded_files.replace_soon(name, "x"); }) == 75);
     CHECK(failure_number_of([&] { guarded_files.append(name, "x"); }) == 75);
     CHECK(failure_number_of([&] { guarded_files.begin_replace(name); }) == 75);
   }

@@ -353,6 +353,18 @@ TEST_CASE_FIXTURE(SqliteFixture, "Whether a file is a database, whatever it hold
   }
 }
 
+TEST_CASE_FIXTURE(SqliteFixture, "What is kept beside an open database counts as one") {
+  GuardedFiles guard;
+  SqliteDatabases guarding(directory.path(), utf8_letters(), LockWait::zero(), &guard);
+  make_log("calls.lwl");
+  const auto open = guarding.open("calls.lwl");
+  add(*open, "second");
+  for (const char* name : {"calls.lwl", "calls.lwl-wal", "calls.lwl-shm"}) {
+    CAPTURE(name);
+    CHECK(guarding.is_database(name));
+  }
+}
+
 TEST_CASE_FIXTURE(SqliteFixture,
                   "A file that is locked is in use at once, and nobody waits for it") {
   make_log("calls.lwl");

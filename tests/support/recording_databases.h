@@ -71,6 +71,9 @@ class RecordingDatabases final : public platform::DatabaseEngine {
     void index_numbers(const std::string&, int) override {}
     std::int64_t change_stamp() override { return 0; }
     void in_transaction(const std::function<void()>& body) override { body(); }
+    std::unique_ptr<platform::RowBatch> collect_rows(const std::string&) override {
+      return nullptr;
+    }
     bool checkpoint() override { return true; }
     platform::FileIdentity identity() const override { return {}; }
     platform::FileStanding standing() override { return platform::FileStanding::Same; }

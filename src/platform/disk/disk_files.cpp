@@ -24,6 +24,53 @@ namespace fs = std::filesystem;
   throw Failure(failure_number::file_access, "Can't write " + path + ": " + reason.message());
 }
 
+// Opening a pipe would wait for its other end, and a device may never come to an end.
+struct OpenedFile {
+  FileDescriptor descriptor;
+  std::uint64_t size = 0;
+};
+
+std::optional<OpenedFile> open_regular(const fs::path& path) {
+  FileDescriptor file(::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
+  struct stat status {};
+  if (!file.is_open() || ::fstat(file.get(), &status) != 0 || !S_ISREG(status.st_mode)) {
+    return std::nullopt;
+  }
+  return OpenedFile{std::move(file), static_cast<std::uint64_t>(status.st_size)};
+}
+
+// How many bytes there were; nothing where they can't be read.
+std::optional<std::size_t> read_some(const FileDescriptor& file, char* place, std::size_t most) {
+  while (true) {
+    const ssize_t count = ::read(file.get(), place, most);
+    if (count >= 0) return static_cast<std::size_t>(count);
+    if (errno != EINTR) return std::nullopt;
+  }
+}
+
+class DiskFileReader final : public FileReader {
+ public:
+  DiskFileReader(std::string path, OpenedFile file)
+      : path_(std::move(path)), file_(std::move(file)) {}
+
+  std::string read(std::size_t most) override {
+    std::string piece(most, '\0');
+    const auto count = read_some(file_.descriptor, piece.data(), most);
+    if (!count) {
+      throw Failure(
+          failure_number::file_access,
+          "Can't read " + path_ + ": " + std::error_code(errno, std::generic_category()).message());
+    }
+    piece.resize(*count);
+    return piece;
+  }
+  std::uint64_t size() const override { return file_.size; }
+
+ private:
+  std::string path_;
+  OpenedFile file_;
+};
+
 class DiskFileInMaking final : public FileInMaking {
  public:
   explicit DiskFileInMaking(const fs::path& path) : path_(path.string()), file_(path) {}
@@ -94,32 +141,43 @@ fs::path DiskFiles::target(const std::string& path) const {
 }
 
 std::optional<std::string> DiskFiles::read(const std::string& path) const {
-  if (guarded(locate(path))) return std::nullopt;
-  // Opening a pipe would wait for its other end, and a device may never come to an end.
-  const FileDescriptor file(::open(locate(path).c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
-  if (!file.is_open()) return std::nullopt;
-  struct stat status {};
-  if (::fstat(file.get(), &status) != 0 || !S_ISREG(status.st_mode)) return std::nullopt;
-
+  const fs::path place = locate(path);
+  if (guarded(place)) return std::nullopt;
+  const auto file = open_regular(place);
+  if (!file) return std::nullopt;
   std::string content;
   std::array<char, 65536> piece;
-  for (;;) {
-    const ssize_t count = ::read(file.get(), piece.data(), piece.size());
-    if (count == 0) return content;
-    if (count > 0) {
-      content.append(piece.data(), static_cast<std::size_t>(count));
-    } else if (errno != EINTR) {
-      return std::nullopt;
-    }
+  while (true) {
+    const auto count = read_some(file->descriptor, piece.data(), piece.size());
+    if (!count) return std::nullopt;
+    if (*count == 0) return content;
+    content.append(piece.data(), *count);
   }
 }
 
 std::optional<std::string> DiskFiles::why_unreadable(const std::string& path) const {
   const fs::path file = locate(path);
   if (!stands_at(file)) return std::nullopt;
+  if (guarded(file)) return "Can't read " + file.string() + ": it is a database that is in use";
   const int error = reading_error(file);
   if (error == 0) return std::nullopt;
   return "Can't read " + file.string() + ": " + std::generic_category().message(error);
+}
+
+std::unique_ptr<FileReader> DiskFiles::open(const std::string& path) const {
+  const fs::path place = locate(path);
+  if (guarded(place)) return nullptr;
+  auto file = open_regular(place);
+  return file ? std::make_unique<DiskFileReader>(place.string(), *std::move(file)) : nullptr;
+}
+
+bool DiskFiles::same_file(const std::string& path, const std::string& other) const {
+  const fs::path first = locate(path);
+  const fs::path second = locate(other);
+  std::error_code error;
+  // Where one of them isn't there yet, the folders and names decide.
+  if (fs::equivalent(first, second, error)) return true;
+  return fs::weakly_canonical(first, error) == fs::weakly_canonical(second, error);
 }
 
 void DiskFiles::replace(const std::string& path, std::string_view content) {
@@ -132,11 +190,11 @@ void DiskFiles::replace(const std::string& path, std::string_view content) {
 }
 
 void DiskFiles::replace_soon(const std::string& path, std::string_view content) {
-  const fs::path target = locate(path);
+  const fs::path file_name = target(path);
   try {
-    replace_file_soon(target, content);
+    replace_file_soon(file_name, content);
   } catch (const std::system_error& error) {
-    fail(target.string(), error.code());
+    fail(file_name.string(), error.code());
   }
 }
 

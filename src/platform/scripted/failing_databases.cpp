@@ -16,6 +16,32 @@ std::string sentence(int number, const std::string& path) {
   }
 }
 
+// Rows that aren't stored where the script says so.
+class FailingRowBatch final : public RowBatch {
+ public:
+  FailingRowBatch(const FailingDatabases& engine, std::string path, std::unique_ptr<RowBatch> rows)
+      : engine_(engine), path_(std::move(path)), rows_(std::move(rows)) {}
+
+  void add(std::vector<std::string> values, bool apart) override {
+    rows_->add(std::move(values), apart);
+  }
+  std::size_t waiting() const override { return rows_->waiting(); }
+  void store(bool apart_too) override {
+    refusal_ = engine_.refusal(path_);
+    refusal_ ? rows_->cancel() : rows_->store(apart_too);
+  }
+  void cancel() override { rows_->cancel(); }
+  Progress progress() const override {
+    return refusal_ ? Progress{Stage::Failed, 0, refusal_} : rows_->progress();
+  }
+
+ private:
+  const FailingDatabases& engine_;
+  std::string path_;
+  std::unique_ptr<RowBatch> rows_;
+  std::optional<Failure> refusal_;
+};
+
 class FailingDatabase final : public Database {
  public:
   FailingDatabase(const FailingDatabases& engine, std::string path, std::unique_ptr<Database> file)
@@ -44,6 +70,9 @@ class FailingDatabase final : public Database {
     engine_.require_service(path_);
     file_->in_transaction(body);
   }
+  std::unique_ptr<RowBatch> collect_rows(const std::string& table) override {
+    return std::make_unique<FailingRowBatch>(engine_, path_, file_->collect_rows(table));
+  }
   bool checkpoint() override { return file_->checkpoint(); }
   FileIdentity identity() const override { return file_->identity(); }
   FileStanding standing() override { return file_->standing(); }
@@ -66,8 +95,13 @@ std::unique_ptr<Database> FailingDatabases::create(const std::string& path) {
   return std::make_unique<FailingDatabase>(*this, path, engine_->create(path));
 }
 
+std::optional<Failure> FailingDatabases::refusal(const std::string& path) const {
+  if (failure_ == 0) return std::nullopt;
+  return Failure(failure_, sentence(failure_, path));
+}
+
 void FailingDatabases::require_service(const std::string& path) const {
-  if (failure_ != 0) throw Failure(failure_, sentence(failure_, path));
+  if (const auto refused = refusal(path)) throw *refused;
 }
 
 }  // namespace lineweir::platform

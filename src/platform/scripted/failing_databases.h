@@ -24,7 +24,9 @@ class FailingDatabases final : public DatabaseEngine {
   std::unique_ptr<Database> create(const std::string& path) override;
   bool is_database(const std::string& path) override { return engine_->is_database(path); }
 
-  // Fails as the script says; `path` is the file that is told.
+  // The failure that the script says, if any; `path` is the file that is told.
+  std::optional<Failure> refusal(const std::string& path) const;
+  // Fails with it.
   void require_service(const std::string& path) const;
 
  private:

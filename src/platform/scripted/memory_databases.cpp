@@ -18,6 +18,41 @@ void require_new_name(const std::vector<DatabaseColumn>& columns, const std::str
   }
 }
 
+class MemoryRowBatch final : public RowBatch {
+ public:
+  MemoryRowBatch(std::shared_ptr<MemoryDatabases::File> file, std::string table)
+      : file_(std::move(file)), table_(std::move(table)) {}
+
+  void add(std::vector<std::string> values, bool apart) override {
+    rows_.push_back({std::move(values), apart});
+  }
+  std::size_t waiting() const override { return 0; }
+  void store(bool apart_too) override {
+    if (progress_.stage != Stage::Collecting) return;
+    MemoryRecordset table(file_, table_);
+    for (const auto& [values, apart] : rows_) {
+      if (apart && !apart_too) continue;
+      table.add_new();
+      for (std::size_t i = 0; i < values.size(); ++i) {
+        table.set_field(static_cast<int>(i), values[i]);
+      }
+      table.update();
+    }
+    progress_.stage = Stage::Stored;
+    progress_.done = static_cast<std::int64_t>(rows_.size());
+  }
+  void cancel() override {
+    if (progress_.stage == Stage::Collecting) progress_.stage = Stage::Cancelled;
+  }
+  Progress progress() const override { return progress_; }
+
+ private:
+  std::shared_ptr<MemoryDatabases::File> file_;
+  std::string table_;
+  std::vector<std::pair<std::vector<std::string>, bool>> rows_;
+  Progress progress_;
+};
+
 class MemoryDatabase final : public Database {
  public:
   MemoryDatabase(MemoryDatabases& engine, std::string path, bool just_made)
@@ -78,6 +113,10 @@ class MemoryDatabase final : public Database {
     } restore{*file_};
     body();
     restore.wanted = false;
+  }
+
+  std::unique_ptr<RowBatch> collect_rows(const std::string& table) override {
+    return std::make_unique<MemoryRowBatch>(file_, table);
   }
 
   bool checkpoint() override { return true; }

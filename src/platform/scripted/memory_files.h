@@ -34,6 +34,13 @@ class MemoryFiles final : public Files {
   }
   bool exists(const std::string& path) const override { return files_.contains(path); }
   std::string current_directory() const override { return "/console"; }
+  std::unique_ptr<FileReader> open(const std::string& path) const override {
+    const auto file = files_.find(path);
+    return file == files_.end() ? nullptr : std::make_unique<Reader>(file->second);
+  }
+  bool same_file(const std::string& path, const std::string& other) const override {
+    return path == other;
+  }
 
   // Takes the right to read the file away, or gives it back.
   void set_readable(const std::string& path, bool readable) {
@@ -45,6 +52,21 @@ class MemoryFiles final : public Files {
   }
 
  private:
+  class Reader final : public FileReader {
+   public:
+    explicit Reader(std::string content) : content_(std::move(content)) {}
+    std::string read(std::size_t most) override {
+      std::string piece = content_.substr(at_, most);
+      at_ += piece.size();
+      return piece;
+    }
+    std::uint64_t size() const override { return content_.size(); }
+
+   private:
+    std::string content_;
+    std::size_t at_ = 0;
+  };
+
   class InMaking final : public FileInMaking {
    public:
     InMaking(MemoryFiles& files, std::string path) : files_(files), path_(std::move(path)) {}

@@ -8,6 +8,7 @@
 #include "elements/names.h"
 #include "platform/sqlite/file_check.h"
 #include "platform/sqlite/sqlite_recordset.h"
+#include "platform/sqlite/sqlite_row_batch.h"
 #include "platform/sqlite/statement.h"
 #include "platform/sqlite/table_schema.h"
 
@@ -56,9 +57,10 @@ NewFile::~NewFile() {
 }
 
 SqliteDatabase::SqliteDatabase(const std::filesystem::path& file, bool just_made,
-                               const LockWait& lock_wait, GuardedFiles* guard)
+                               const LockWait& lock_wait, GuardedFiles* guard, BatchWork batch_work)
     : file_(file),
       known_(look().value_or(FileLook())),
+      batch_work_(batch_work),
       new_file_(just_made ? file : std::filesystem::path()),
       guarding_(guard, {known_.identity.device, known_.identity.number}),
       connection_(open_connection(file, lock_wait)),
@@ -169,6 +171,11 @@ FileStanding SqliteDatabase::standing() {
   if (!present) return FileStanding::Gone;
   if (present->identity != known_.identity) return FileStanding::Replaced;
   return *present == known_ ? FileStanding::Same : FileStanding::Written;
+}
+
+std::unique_ptr<RowBatch> SqliteDatabase::collect_rows(const std::string& table) {
+  if (batch_work_ == BatchWork::AtOnce) return std::make_unique<ImmediateRowBatch>(file_, table);
+  return std::make_unique<ThreadedRowBatch>(file_, table);
 }
 
 }  // namespace lineweir::platform

@@ -24,13 +24,18 @@ class NewFile {
   std::filesystem::path file_;
 };
 
-// An SQLite file that is open. Its recordsets must not outlive it.
+// Whether batches of rows are worked off on threads of their own, or in the calls for them: a
+// console whose time is not that of the clock can't wait for a thread.
+enum class BatchWork { OnThreads, AtOnce };
+
+// An SQLite file that is open. Its recordsets and batches must not outlive it: the batches rely on
+// its guard.
 class SqliteDatabase final : public Database {
  public:
   // A file that has just been made goes again unless a table is made in it. The wait and the guard,
   // which may be null, must outlive this object.
   SqliteDatabase(const std::filesystem::path& file, bool just_made, const LockWait& lock_wait,
-                 GuardedFiles* guard);
+                 GuardedFiles* guard, BatchWork batch_work);
 
   void create_table(const std::string& name, const std::vector<DatabaseColumn>& columns) override;
   std::vector<DatabaseColumn> table_columns(const std::string& table) override;
@@ -39,6 +44,7 @@ class SqliteDatabase final : public Database {
   std::unique_ptr<Recordset> open_recordset(const std::string& table) override;
   std::int64_t change_stamp() override;
   void in_transaction(const std::function<void()>& body) override;
+  std::unique_ptr<RowBatch> collect_rows(const std::string& table) override;
   bool checkpoint() override;
   FileIdentity identity() const override { return known_.identity; }
   FileStanding standing() override;
@@ -73,6 +79,7 @@ class SqliteDatabase final : public Database {
   std::filesystem::path file_;
   // The file as it was when this connection last had to do with it.
   FileLook known_;
+  BatchWork batch_work_;
   NewFile new_file_;
   bool writable_ = false;
   Guarding guarding_;

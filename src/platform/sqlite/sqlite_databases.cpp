@@ -12,7 +12,6 @@
 #include "platform/disk/file_descriptor.h"
 #include "platform/disk/path_lookup.h"
 #include "platform/sqlite/file_check.h"
-#include "platform/sqlite/sqlite_database.h"
 #include "platform/sqlite/sqlite_failure.h"
 
 namespace lineweir::platform {
@@ -39,11 +38,12 @@ void make_file(const std::filesystem::path& file) {
 
 SqliteDatabases::SqliteDatabases(const std::filesystem::path& working_directory,
                                  const Letters& letters, std::chrono::milliseconds lock_wait,
-                                 GuardedFiles* guard)
+                                 GuardedFiles* guard, BatchWork batch_work)
     : working_directory_(std::filesystem::absolute(working_directory)),
       letters_(letters),
       lock_wait_(lock_wait),
-      guard_(guard) {}
+      guard_(guard),
+      batch_work_(batch_work) {}
 
 std::filesystem::path SqliteDatabases::locate(const std::string& path) const {
   return place_on_disk(working_directory_, path, letters_);
@@ -52,17 +52,19 @@ std::filesystem::path SqliteDatabases::locate(const std::string& path) const {
 std::unique_ptr<Database> SqliteDatabases::open(const std::string& path) {
   const auto file = locate(path);
   check_database_file(file);
-  return std::make_unique<SqliteDatabase>(file, false, lock_wait_, guard_);
+  return std::make_unique<SqliteDatabase>(file, false, lock_wait_, guard_, batch_work_);
 }
 
 std::unique_ptr<Database> SqliteDatabases::create(const std::string& path) {
   const auto file = locate(path);
   make_file(file);
-  return std::make_unique<SqliteDatabase>(file, true, lock_wait_, guard_);
+  return std::make_unique<SqliteDatabase>(file, true, lock_wait_, guard_, batch_work_);
 }
 
 bool SqliteDatabases::is_database(const std::string& path) {
   const auto file = locate(path);
+  // What the engine keeps beside an open database is no file to open as one.
+  if (guard_ != nullptr && guard_->guarded(file)) return true;
   std::error_code error;
   if (!std::filesystem::is_regular_file(file, error)) return false;
   if (std::filesystem::file_size(file, error) == 0 || error) return false;

@@ -6,6 +6,7 @@
 #include "letters/letters.h"
 #include "platform/database.h"
 #include "platform/disk/guarded_files.h"
+#include "platform/sqlite/sqlite_database.h"
 
 namespace lineweir::platform {
 
@@ -21,7 +22,8 @@ class SqliteDatabases final : public DatabaseEngine {
   explicit SqliteDatabases(const std::filesystem::path& working_directory,
                            const Letters& letters = utf8_letters(),
                            std::chrono::milliseconds lock_wait = std::chrono::milliseconds::zero(),
-                           GuardedFiles* guard = nullptr);
+                           GuardedFiles* guard = nullptr,
+                           BatchWork batch_work = BatchWork::OnThreads);
 
   std::unique_ptr<Database> open(const std::string& path) override;
   std::unique_ptr<Database> create(const std::string& path) override;
@@ -34,6 +36,7 @@ class SqliteDatabases final : public DatabaseEngine {
   const Letters& letters_;
   std::chrono::milliseconds lock_wait_;
   GuardedFiles* guard_;
+  BatchWork batch_work_;
 };
 
 }  // namespace lineweir::platform

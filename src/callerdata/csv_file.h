@@ -1,0 +1,49 @@
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <string>
+
+#include "callerdata/csv.h"
+#include "letters/text_decoder.h"
+#include "platform/files.h"
+
+namespace lineweir {
+
+// A CSV file of any length, read a piece at a time: UTF-8, UTF-16 or text of one byte a character,
+// its fields parted by commas, semicolons or tabs. The file is read once to know its letters, and
+// once more for its records.
+class CsvFile {
+ public:
+  // Where the file can't be read a Failure says so, here and in work(). Text of one byte a
+  // character is in the letters. Files and letters must outlive this object.
+  CsvFile(const platform::Files& files, std::string path, const Letters& letters);
+
+  // Reads the next piece.
+  void work();
+  bool at_end() const { return stage_ == Stage::Done; }
+  int percent() const;
+
+  // The next record of what was read; nothing where there is none yet.
+  std::optional<CsvRecord> next();
+
+ private:
+  enum class Stage { Letters, Records, Done };
+
+  void begin(Stage stage, TextEncoding encoding);
+  void check_letters(std::string_view piece);
+  void add_records(std::string_view piece);
+
+  const platform::Files& files_;
+  std::string path_;
+  const Letters& letters_;
+  Stage stage_ = Stage::Letters;
+  TextEncoding encoding_ = TextEncoding::Utf8;
+  std::unique_ptr<platform::FileReader> input_;
+  std::uint64_t read_ = 0;
+  std::optional<TextDecoder> decoder_;
+  std::string text_;
+  std::optional<CsvReader> records_;
+};
+
+}  // namespace lineweir

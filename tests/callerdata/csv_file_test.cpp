@@ -1,0 +1,83 @@
+#include "callerdata/csv_file.h"
+
+#include <doctest/doctest.h>
+
+#include "letters/code_page_letters.h"
+#include "platform/scripted/memory_files.h"
+#include "support/failure_number.h"
+
+namespace lineweir::test {
+namespace {
+
+using namespace std::string_literals;
+using Fields = std::vector<std::string>;
+
+std::vector<Fields> table_of(const std::string& content,
+                             const CodePage& page = default_code_page()) {
+  const CodePageLetters letters(page);
+  platform::MemoryFiles files;
+  files.replace("old.csv", content);
+  CsvFile file(files, "old.csv", letters);
+  std::vector<Fields> table;
+  while (!file.at_end()) {
+    file.work();
+    while (const auto record = file.next()) table.push_back(record->fields);
+  }
+  return table;
+}
+
+std::string utf16(std::string_view ascii, bool little) {
+  std::string bytes;
+  for (const char c : ascii) {
+    if (!little) bytes += '\0';
+    bytes += c;
+    if (little) bytes += '\0';
+  }
+  return bytes;
+}
+
+TEST_SUITE("callerdata/csv file") {
+  TEST_CASE("text of all usual encodings is read") {
+    const std::vector<Fields> expected = {{"Name", "City"}, {"Ann", "Salem"}};
+    const std::string_view text = "Name,City\r\nAnn,Salem\r\n";
+    CHECK(table_of(std::string(text)) == expected);
+    CHECK(table_of("\xEF\xBB\xBF" + std::string(text)) == expected);
+    for (const bool little : {false, true}) {
+      CHECK(table_of(utf16(text, little)) == expected);
+      CHECK(table_of((little ? "\xFF\xFE" : "\xFE\xFF") + utf16(text, little)) == expected);
+    }
+    CHECK(table_of("Jos\xE9") == std::vector<Fields>{{"José"}});
+    CHECK(table_of("Jos\xC3\xA9") == std::vector<Fields>{{"José"}});
+    CHECK(table_of("cut \xC3") == std::vector<Fields>{{"cut Ã"}});
+    CHECK(table_of("\xA3\xF3"
+                   "d\x9F",
+                   *find_code_page("1250")) == std::vector<Fields>{{"Łódź"}});
+  }
+
+  TEST_CASE("fields may be parted by semicolons and tabs") {
+    const std::vector<Fields> expected = {{"Name", "City"}, {"Ann", "Salem, MA"}};
+    CHECK(table_of("Name;City\nAnn;Salem, MA\n") == expected);
+    CHECK(table_of("Name\tCity\nAnn\tSalem, MA\n") == expected);
+  }
+
+  TEST_CASE("a long file comes in pieces, whatever stands last in it") {
+    std::string content = "Name\r\n";
+    for (int i = 0; i < 100000; ++i) content += "caller " + std::to_string(i) + "\r\n";
+    CHECK(table_of(content).size() == 100001);
+    content += "Jos\xE9\r\n";
+    const auto table = table_of(content);
+    CHECK(table.size() == 100002);
+    CHECK(table.back() == Fields{"José"});
+  }
+
+  TEST_CASE("an empty file has no records, and one that isn't there is a failure") {
+    CHECK(table_of("").empty());
+    CHECK(table_of("\xEF\xBB\xBF").empty());
+    const CodePageLetters letters;
+    platform::MemoryFiles files;
+    CHECK(failure_number_of([&] { CsvFile(files, "gone.csv", letters); }) == 75);
+  }
+}
+
+}  // namespace
+}  // namespace lineweir::test
