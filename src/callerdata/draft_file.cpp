@@ -54,7 +54,7 @@ std::optional<int> line_number(std::string_view text) {
 }
 
 std::optional<EntryDraft> draft_of(const Letters& letters, const CsvRecord& record) {
-  if (!record.problem.empty() || record.fields.size() != field_count) return std::nullopt;
+  if (record.problem || record.fields.size() != field_count) return std::nullopt;
   const auto line = line_number(record.fields[0]);
   if (!line) return std::nullopt;
   EntryDraft draft;

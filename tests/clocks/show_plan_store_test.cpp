@@ -105,7 +105,7 @@ TEST_SUITE("clocks/show plan store") {
     test.store.load_default_plan_for("MORNING.TXT");
     CHECK(test.store.TheDataFileName == "NoName.TXT");
     CHECK(test.store.path_to_store() == "MORNING.TXT");
-    test.store.save_plan();
+    test.store.save_plan(evening());
     CHECK_FALSE(test.files.exists("MORNING.TXT"));
     test.store.load_plan("evening.txt");
     CHECK(test.store.path_to_store() == "evening.txt");
