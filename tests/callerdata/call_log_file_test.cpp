@@ -262,7 +262,7 @@ TEST_SUITE("callerdata/call log file") {
     CHECK(database_name(test) == "");
   }
 
-  TEST_CASE("a stored file that is in use or on a full disk is the log, and the calls wait for it") {
+  TEST_CASE("a stored file that is in use or on a full disk stays, and the calls wait for it") {
     ScriptedConsole test;
     create_log(test.platform);
     int number = failure_number::database_in_use;
