@@ -77,6 +77,7 @@ CsvReader::CsvReader(std::string_view text, char separator) : separator_(separat
 }
 
 void CsvReader::add(std::string_view piece) {
+  if (ended_) return;
   text_.erase(0, at_);
   at_ = 0;
   text_ += piece;

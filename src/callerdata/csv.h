@@ -51,6 +51,7 @@ class CsvReader {
   // The whole of a text.
   explicit CsvReader(std::string_view text, char separator = ',');
 
+  // Nothing more is taken behind the end, nor behind a record that has none.
   void add(std::string_view piece);
   // The last piece was added.
   void end() { ended_ = true; }
