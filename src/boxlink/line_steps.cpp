@@ -65,7 +65,7 @@ void LineSteps::run(LineStep step, const LineReport& report) {
     case LineStep::ClearHoldStamp:
       return lines.HoldStamp(line).clear();
     case LineStep::TellDataCleared:
-      return console_.caller_data.tell_data_cleared(line);
+      return console_.data_sender.tell_data_cleared(line);
     case LineStep::RunClock:
       lines.ClockRunning(line) = 1;
       return;

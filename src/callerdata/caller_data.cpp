@@ -3,10 +3,10 @@
 #include <algorithm>
 
 #include "callcontrol/socket_trap.h"
+#include "callerdata/entry_fit.h"
 #include "core/console.h"
 #include "core/guard.h"
 #include "core/text.h"
-#include "serverlink/packet_text.h"
 
 namespace lineweir {
 namespace {
@@ -30,6 +30,10 @@ CallerDataEntry::CallerDataEntry(Console& console) : console_(console) {
   form.on_unload = [this] { Form_Unload(); };
   form.TheText.wire([this](TextBox& box) {
     box.on_key_press = [this, entry = box.index()](int& key) { TheText_KeyPress(entry, key); };
+    box.on_change = [this, entry = box.index()] { TheText_Change(entry); };
+    box.on_edit = [this, entry = box.index()](std::string& text, int& caret) {
+      TheText_Edit(entry, text, caret);
+    };
   });
   form.Command3D1.on_click = [this] { Command3D1_Click(); };
   form.UnloadTimer.on_timer = [this] { UnloadTimer_Timer(); };
@@ -60,10 +64,7 @@ void CallerDataEntry::Form_Load() {
     held_call_ = console_.call_log.calls_ended(held_line_);
     form.UnloadTimer.enabled = false;
     console_.caller_memory.hide();
-    if (!console_.program.CallerDataAllowed) {
-      console_.messages.ShowMessage("Caller Data Entry not allowed in this user profile");
-      form.UnloadTimer.enabled = true;
-    }
+    form.UnloadTimer.enabled = !allowed();
     form.Label(user_entry).caption = trimmed(console_.Lineweir.CaptionLabel(user_column).caption);
     lay_out_fields();
     fill_texts();
@@ -95,29 +96,55 @@ void CallerDataEntry::lay_out_fields() {
 }
 
 void CallerDataEntry::fill_texts() {
-  stored_ = stored_texts();
   const bool idle = console_.lines.StatusLetter(held_line_) == ' ';
   const auto draft = drafts_.find(held_line_, held_call_, idle);
-  const EntryTexts& shown = draft ? *draft : stored_;
+  had_ = draft ? draft->had : EntryTexts{};
+  show_texts(draft ? draft->typed : had_);
+  for (int entry = 1; entry <= caller_text_count; ++entry) {
+    console_.Form4.TheText(entry).caret_to_end();
+  }
+  notice_ = {};
+  follow_line();
+}
+
+void CallerDataEntry::data_arrived(int line) {
+  if (line == held_line()) follow_line();
+}
+
+void CallerDataEntry::follow_line() {
+  EntryWork now = work();
+  const std::set<int> changed_elsewhere = now.follow(line_texts());
+  had_ = now.had;
+  show_texts(now.typed);
+  notice_.elsewhere.insert(changed_elsewhere.begin(), changed_elsewhere.end());
+  show_notice();
+}
+
+void CallerDataEntry::show_texts(const EntryTexts& texts) {
   for (int entry = 1; entry <= caller_text_count; ++entry) {
     TextBox& box = console_.Form4.TheText(entry);
-    box.text = shown[static_cast<std::size_t>(entry - 1)];
+    const std::string& text = texts[static_cast<std::size_t>(entry - 1)];
+    if (box.text == text) continue;
+    box.text = text;
     box.caret_to_end();
   }
 }
 
-// What the line has for the fields in use. A field that isn't in use is empty.
-EntryTexts CallerDataEntry::stored_texts() const {
-  EntryTexts stored;
-  const CallerRecord& record = console_.lines.CallerData(held_line_);
-  for (std::size_t i = 0; i < stored.size(); ++i) {
-    if (!LogFieldOn[i]) continue;
-    const EntryField& field = entry_fields[i];
-    stored[i] = trimmed(
-        field.from_row ? console_.Lineweir.column_labels(field.column)(held_line_).caption.get()
-                       : record[field.field]);
+void CallerDataEntry::show_notice() {
+  CallerDataForm& form = console_.Form4;
+  form.show_notice(
+      notice_text(notice_, work(), [&](int entry) { return form.Label(entry).caption.get(); }));
+}
+
+// What the line has, for the fields that aren't in use too: they keep it when the data are saved.
+EntryTexts CallerDataEntry::line_texts() const {
+  EntryTexts record;
+  EntryTexts row;
+  for (std::size_t i = 0; i < record.size(); ++i) {
+    record[i] = console_.lines.CallerData(held_line_)[entry_fields[i].field];
+    row[i] = console_.Lineweir.column_labels(entry_fields[i].column)(held_line_).caption;
   }
-  return stored;
+  return shown_texts(record, row);
 }
 
 EntryTexts CallerDataEntry::texts() const {
@@ -129,11 +156,10 @@ EntryTexts CallerDataEntry::texts() const {
 }
 
 void CallerDataEntry::keep_draft() {
-  const EntryTexts typed = texts();
-  if (typed == stored_) {
-    drafts_.drop(held_line_);
+  if (work().any_touched()) {
+    drafts_.keep(held_line_, held_call_, work());
   } else {
-    drafts_.keep(held_line_, held_call_, typed);
+    drafts_.drop(held_line_);
   }
 }
 
@@ -166,19 +192,50 @@ void CallerDataEntry::TheText_KeyPress(int Index, int& KeyAscii) {
   });
 }
 
+void CallerDataEntry::TheText_Edit(int Index, std::string& text, int& caret) {
+  guard(console_, "Form4_TheText_Edit", [&] {
+    const auto fit = Index == phone_number_entry ? fit_number : fit_text;
+    EditedText fitted =
+        fit(console_.Form4.TheText(Index).text.get(), {text, caret}, entry_room(Index));
+    text = std::move(fitted.text);
+    caret = fitted.caret;
+    notice_.full = fitted.left_out ? Index : 0;
+    if (fitted.left_out) show_notice();
+  });
+}
+
+void CallerDataEntry::TheText_Change(int Index) {
+  guard(console_, "Form4_TheText_Change", [&] {
+    show_notice();
+    if (Index == phone_number_entry) {
+      console_.caller_memory.look_up();
+    } else {
+      console_.caller_memory.offer();
+    }
+  });
+}
+
+bool CallerDataEntry::allowed() {
+  if (console_.program.CallerDataAllowed) return true;
+  console_.messages.ShowMessage("Caller Data Entry not allowed in this user profile");
+  return false;
+}
+
 void CallerDataEntry::Command3D1_Click() {
+  if (!allowed()) return;
   const int line = console_.lines.CurrentDataLine;
   const int held = held_line();
   const EntryTexts typed = texts();
   std::string text;
   const bool stored = guard(console_, save_handler, [&] {
     store(line, typed);
-    text = caller_data_text(line);
+    text = console_.data_sender.caller_data_text(line);
   });
-  if (!stored || !socket_trap(console_, save_handler, [&] { send(line, text); })) return;
+  const auto send = [&] { console_.data_sender.send(line, text); };
+  if (!stored || !socket_trap(console_, save_handler, send)) return;
   // The loop may have run in between, and the form may hold something else by now.
   if (held_line() != held || texts() != typed) return;
-  stored_ = typed;
+  had_ = typed;
   console_.Form4.unload();
 }
 
@@ -190,39 +247,6 @@ void CallerDataEntry::store(int line, const EntryTexts& typed) {
     record.set(entry_fields[i].field, text);
   }
 }
-
-std::string CallerDataEntry::sender_name() const {
-  const auto name = trimmed(OperatorName);
-  return std::string(TextWrit_NullRemove(name.empty() ? console_.program.ClientId : name));
-}
-
-std::string CallerDataEntry::caller_data_text(int line) {
-  CallerRecord& record = console_.lines.CallerData(line);
-  CallerDetails data = caller_data_of(sender_name(), record);
-  for (std::size_t i = 0; i < data.fields.size(); ++i) {
-    data.fields[i] = std::string(TextWrit_NullRemove(data.fields[i]));
-    const CallerField field = entry_fields[i].field;
-    const bool fixed = caller_fields[static_cast<std::size_t>(field)].width != 0;
-    if (fixed) record.set(field, data.fields[i]);
-  }
-  return encode_caller_data(data);
-}
-
-void CallerDataEntry::send(int line, const std::string& text) {
-  const MainForm& form = console_.Lineweir;
-  if (form.NetworkConnectionOption.checked) {
-    console_.remote.serial_input().set_property(
-        "CallerDataServer", {std::int64_t{line + 1}, std::int64_t{console_.program.GroupNumber}},
-        text);
-  } else if (form.WinsockMenu.checked) {
-    ServerPacket packet = console_.server.packet(ClientCommand::CmdCallerData);
-    packet.LineNo = field_byte(line);
-    packet.set_buffer(text);
-    console_.server.send(std::move(packet));
-  }
-}
-
-void CallerDataEntry::tell_data_cleared(int line) { send(line, ""); }
 
 void CallerDataEntry::UnloadTimer_Timer() {
   guard(console_, "Form4_UnloadTimer_Timer", [&] { console_.Form4.unload(); });

@@ -3,6 +3,7 @@
 #include <string>
 
 #include "callerdata/entry_drafts.h"
+#include "callerdata/entry_notice.h"
 #include "core/settings_record.h"
 
 namespace lineweir {
@@ -18,14 +19,12 @@ class CallerDataEntry {
   // to the front; one that holds another is loaded anew, and what was typed into it is kept.
   void show_for_line(int line);
 
-  // Tells the other consoles through the server that the line has no caller's data any more;
-  // nothing on the serial link. Fails as the road to the server does.
-  void tell_data_cleared(int line);
+  // The line has other data now, from another console: fields of its form that the user hasn't
+  // touched follow.
+  void data_arrived(int line);
 
   // The name that stamps caller data; the user's, once a login was accepted while it was blank.
   std::string OperatorName;
-  // The same, trimmed, without code 0 at its ends; ClientId while it is blank.
-  std::string sender_name() const;
   // Which of the ten fields are in use.
   LogFieldFlags LogFieldOn = all_fields_on();
 
@@ -38,26 +37,34 @@ class CallerDataEntry {
   void Form_Load();
   void Form_Unload();
   void TheText_KeyPress(int Index, int& KeyAscii);
+  void TheText_Change(int Index);
+  void TheText_Edit(int Index, std::string& text, int& caret);
   void Command3D1_Click();
   void UnloadTimer_Timer();
 
+  // Whether this user may enter data; says so where not.
+  bool allowed();
   void lay_out_fields();
   void fill_texts();
+  void follow_line();
+  void show_texts(const EntryTexts& texts);
+  void show_notice();
   void focus_first();
   bool focus_next(int entry);
   EntryTexts texts() const;
-  EntryTexts stored_texts() const;
+  EntryWork work() const { return {had_, texts()}; }
+  EntryTexts line_texts() const;
   void keep_draft();
   void store(int line, const EntryTexts& typed);
-  std::string caller_data_text(int line);
-  void send(int line, const std::string& text);
 
   Console& console_;
   EntryDrafts drafts_;
   int held_line_ = 0;
-  // The number of the call on the held line when the form was loaded, and what the line had then.
+  // The number of the call on the held line when the form was loaded.
   int held_call_ = 0;
-  EntryTexts stored_;
+  // What the line had when the fields were last filled.
+  EntryTexts had_;
+  EntryNotice notice_;
 };
 
 }  // namespace lineweir

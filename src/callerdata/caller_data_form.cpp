@@ -1,5 +1,6 @@
 #include "callerdata/caller_data_form.h"
 
+#include <algorithm>
 #include <array>
 #include <string_view>
 
@@ -9,12 +10,29 @@ namespace {
 constexpr int form_width = 9600;
 constexpr int memory_left = 6000;
 constexpr int memory_width = form_width - memory_left - 180;
+constexpr int memory_fill_width = 2600;
 constexpr int button_height = 375;
 // The room that the caller's history takes, however few fields there are.
 constexpr int memory_height = 1500;
+constexpr int gap = 120;
+constexpr int notice_width = 5680;
+constexpr int notice_line_height = 250;
+// Fewer than a line of the notice has room for, whatever the letters.
+constexpr std::size_t notice_line_length = 50;
 constexpr std::array<std::string_view, caller_text_count> headings = {
     "Caller Name", "Street Address", "City",   "State",    "ZipCode",
     "PhoneNumber", "Station",        "Gender", "Comments", "User"};
+
+// How many lines a text takes that is broken where a line is full.
+int lines_of(std::string_view text) {
+  std::size_t lines = 0;
+  for (std::size_t begin = 0; begin < text.size();) {
+    const std::size_t end = std::min(text.find("\r\n", begin), text.size());
+    lines += (end - begin) / notice_line_length + 1;
+    begin = end + 2;
+  }
+  return static_cast<int>(lines);
+}
 
 }  // namespace
 
@@ -35,16 +53,32 @@ CallerDataForm::CallerDataForm() : Form("Form4") {
   Command3D1.move(4585, 0, 1215, button_height);
   MemoryLabel.move(memory_left, caller_row_top(0), memory_width, memory_height);
   MemoryLabel.visible = false;
-  MemoryFill.move(memory_left, caller_row_top(0) + memory_height, 1215, button_height);
+  MemoryFill.move(memory_left, caller_row_top(0) + memory_height, memory_fill_width, button_height);
   MemoryFill.visible = false;
+  NoticeLabel.move(120, 0, notice_width, notice_line_height);
+  NoticeLabel.visible = false;
   fit_height(caller_text_count);
 }
 
 void CallerDataForm::fit_height(int fields) {
-  Command3D1.top = caller_row_top(fields);
-  const int below_fields = caller_row_top(fields) + button_height;
+  fields_ = fields;
+  fit_height();
+}
+
+void CallerDataForm::show_notice(const std::string& text) {
+  NoticeLabel.caption = text;
+  NoticeLabel.visible = !text.empty();
+  NoticeLabel.height = notice_line_height * lines_of(text);
+  fit_height();
+}
+
+void CallerDataForm::fit_height() {
+  Command3D1.top = caller_row_top(fields_);
+  int below_fields = caller_row_top(fields_) + button_height;
+  NoticeLabel.top = below_fields + gap;
+  if (NoticeLabel.visible) below_fields = NoticeLabel.top + NoticeLabel.height;
   const int below_memory = caller_row_top(0) + memory_height + button_height;
-  height = (below_fields > below_memory ? below_fields : below_memory) + 120;
+  height = std::max(below_fields, below_memory) + gap;
 }
 
 }  // namespace lineweir

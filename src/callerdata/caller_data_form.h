@@ -29,8 +29,19 @@ class CallerDataForm : public Form {
   lineweir::Label MemoryLabel{*this, "MemoryLabel"};
   Button MemoryFill{*this, "MemoryFill", "&Fill in"};
 
+  // What the user has to know while typing: below the fields, where nothing else moves for it.
+  lineweir::Label NoticeLabel{*this, "NoticeLabel"};
+
   // Closes up below so many fields.
   void fit_height(int fields);
+
+  // The empty text shows nothing.
+  void show_notice(const std::string& text);
+
+ private:
+  void fit_height();
+
+  int fields_ = caller_text_count;
 };
 
 }  // namespace lineweir

@@ -1,6 +1,7 @@
 #include "callerdata/caller_history.h"
 
 #include <algorithm>
+#include <iterator>
 
 #include "callerdata/call_log_columns.h"
 #include "callerdata/log_text.h"
@@ -47,6 +48,13 @@ std::vector<KnownCall> find_calls(platform::Recordset& log, std::string_view num
   return calls;
 }
 
+bool is_digit(char c) { return c >= '0' && c <= '9'; }
+
+// One digit again and again is what is typed where the number isn't known.
+bool is_stopgap(std::string_view digits) {
+  return digits.find_first_not_of(digits.front()) == std::string_view::npos;
+}
+
 std::string times(int count) {
   if (count == 1) return "once";
   const bool all = count < CallerHistory::most_calls;
@@ -57,16 +65,14 @@ std::string times(int count) {
 
 std::vector<std::string> number_forms(std::string_view number) {
   std::string digits;
-  for (const char c : trimmed(number)) {
-    if (platform::number_separators.find(c) != std::string_view::npos) continue;
-    if (c < '0' || c > '9') return {};
-    digits += c;
-  }
+  std::ranges::copy_if(number, std::back_inserter(digits), is_digit);
   if (digits.size() < least_digits) return {};
+  const bool with_country_code =
+      digits.size() == digits_without_country_code + 1 && digits[0] == '1';
+  const std::string own = with_country_code ? digits.substr(1) : digits;
+  if (is_stopgap(own)) return {};
+  if (with_country_code) return {digits, own};
   if (digits.size() == digits_without_country_code) return {digits, "1" + digits};
-  if (digits.size() == digits_without_country_code + 1 && digits[0] == '1') {
-    return {digits, digits.substr(1)};
-  }
   return {digits};
 }
 
@@ -97,10 +103,9 @@ std::string history_text(const CallerHistory& history) {
   return who.empty() ? text : text + "\r\n" + who;
 }
 
-std::string filled_in(std::string_view typed, std::string_view known) {
+bool completes(std::string_view typed, std::string_view known) {
   const auto begun = trimmed(typed);
-  const bool begins_so = same_name(begun, left_part(known, begun.size()));
-  return std::string(begins_so && !known.empty() ? known : typed);
+  return begun.size() < known.size() && same_name(begun, left_part(known, begun.size()));
 }
 
 }  // namespace lineweir

@@ -25,8 +25,8 @@ struct CallerHistory {
   friend bool operator==(const CallerHistory&, const CallerHistory&) = default;
 };
 
-// The forms in which a number is looked up, without separators: as it is, and with or without the
-// country code 1. None for a text that is no telephone number.
+// The forms in which a number is looked up: its digits as they are, and with or without the country
+// code 1. None for too few digits, or for one digit again and again, as 0000000 where nobody knows.
 std::vector<std::string> number_forms(std::string_view number);
 
 // Nothing where the log doesn't know the number.
@@ -35,7 +35,8 @@ std::optional<CallerHistory> find_history(platform::Recordset& log, std::string_
 // As the user reads it, in three short lines.
 std::string history_text(const CallerHistory& history);
 
-// A field's text when the known one is filled in: whoever has typed something else keeps it.
-std::string filled_in(std::string_view typed, std::string_view known);
+// Whether the known text says more than the typed one, and nothing else: whoever has typed another
+// one keeps it.
+bool completes(std::string_view typed, std::string_view known);
 
 }  // namespace lineweir

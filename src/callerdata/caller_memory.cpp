@@ -1,5 +1,7 @@
 #include "callerdata/caller_memory.h"
 
+#include <utility>
+
 #include "callerdata/entry_fields.h"
 #include "core/console.h"
 #include "core/guard.h"
@@ -9,39 +11,44 @@ namespace {
 
 constexpr int key_escape = 27;
 
-void fill(TextBox& box, std::string_view known) {
-  if (!box.enabled) return;
-  box.text = filled_in(box.text.get(), known);
-  box.caret_to_end();
-}
-
 }  // namespace
 
 CallerMemory::CallerMemory(Console& console) : console_(console) {
   CallerDataForm& form = console.Form4;
-  form.TheText(phone_number_entry).on_change = [this] { TheText6_Change(); };
   form.MemoryFill.on_click = [this] { MemoryFill_Click(); };
 }
 
-void CallerMemory::TheText6_Change() {
-  guard(console_, "Form4_TheText_Change",
-        [&] { look_up(console_.Form4.TheText(phone_number_entry).text.get()); });
-}
-
-void CallerMemory::number_arrived(int line, std::string_view number) {
-  if (line == console_.caller_data.held_line()) look_up(number);
-}
-
-void CallerMemory::look_up(std::string_view number) {
+void CallerMemory::look_up() {
   hide();
+  const std::string& number = console_.Form4.TheText(phone_number_entry).text;
   if (!console_.call_log.chosen() || number_forms(number).empty()) return;
   const auto history = find_history(console_.call_log.recordset(), number);
   if (!history) return;
-  offered_ = *history;
+  history_ = *history;
+  console_.Form4.MemoryLabel.caption = history_text(history_);
+  console_.Form4.MemoryLabel.visible = true;
+  offer();
+}
+
+void CallerMemory::offer() {
   CallerDataForm& form = console_.Form4;
-  form.MemoryLabel.caption = history_text(offered_);
-  form.MemoryLabel.visible = true;
-  form.MemoryFill.visible = !offered_.name.empty() || !offered_.city.empty();
+  if (!form.MemoryLabel.visible) return;
+  std::string fields;
+  for (const KnownField& field : fillable()) {
+    fields += (fields.empty() ? "" : " and ") + std::string(field.title);
+  }
+  form.MemoryFill.caption = "&Fill in " + fields;
+  form.MemoryFill.visible = !fields.empty();
+}
+
+std::vector<CallerMemory::KnownField> CallerMemory::fillable() {
+  std::vector<KnownField> fields;
+  for (KnownField field : {KnownField{name_entry, "name", history_.name},
+                           KnownField{city_entry, "city", history_.city}}) {
+    const TextBox& box = console_.Form4.TheText(field.entry);
+    if (box.enabled && completes(box.text.get(), field.known)) fields.push_back(std::move(field));
+  }
+  return fields;
 }
 
 void CallerMemory::key_pressed(int key) {
@@ -56,9 +63,12 @@ void CallerMemory::hide() {
 void CallerMemory::MemoryFill_Click() {
   guard(console_, "Form4_MemoryFill_Click", [&] {
     CallerDataForm& form = console_.Form4;
+    const std::vector<KnownField> fields = fillable();
     hide();
-    fill(form.TheText(name_entry), offered_.name);
-    fill(form.TheText(city_entry), offered_.city);
+    for (const KnownField& field : fields) {
+      form.TheText(field.entry).text = field.known;
+      form.TheText(field.entry).caret_to_end();
+    }
     for (int entry = 1; entry <= caller_text_count; ++entry) {
       TextBox& box = form.TheText(entry);
       if (!box.enabled || !box.text.get().empty()) continue;

@@ -2,6 +2,7 @@
 
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "callerdata/caller_history.h"
 
@@ -10,14 +11,18 @@ namespace lineweir {
 struct Console;
 
 // Shows on Form4 what the log knows of the caller whose telephone number is entered or arrives, and
-// fills in name and city if the user wants it. It never asks and never takes the focus; whoever
-// types on has declined.
+// fills in name and city if the user wants it. The button names what it would fill in, and isn't
+// there where that is nothing. It never asks and never takes the focus; whoever types on has
+// declined.
 class CallerMemory {
  public:
   explicit CallerMemory(Console& console);
 
-  // Details of the line have come from another console.
-  void number_arrived(int line, std::string_view number);
+  // The form has another telephone number. Fails as the log does.
+  void look_up();
+
+  // Another field has another text, so that there may be more or less to fill in.
+  void offer();
 
   // A key is pressed in one of Form4's fields, before the field sees it.
   void key_pressed(int key);
@@ -26,12 +31,18 @@ class CallerMemory {
   void hide();
 
  private:
-  void TheText6_Change();
+  struct KnownField {
+    int entry;
+    std::string_view title;
+    std::string known;
+  };
+
   void MemoryFill_Click();
-  void look_up(std::string_view number);
+  // What can be filled in now: fields in use that have nothing else in them.
+  std::vector<KnownField> fillable();
 
   Console& console_;
-  CallerHistory offered_;
+  CallerHistory history_;
 };
 
 }  // namespace lineweir

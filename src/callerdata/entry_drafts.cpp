@@ -2,11 +2,11 @@
 
 namespace lineweir {
 
-std::optional<EntryTexts> EntryDrafts::find(int line, int call, bool line_idle) const {
+std::optional<EntryWork> EntryDrafts::find(int line, int call, bool line_idle) const {
   const auto draft = drafts_.find(line);
   if (draft == drafts_.end()) return std::nullopt;
   if (draft->second.call != call && !line_idle) return std::nullopt;
-  return draft->second.texts;
+  return draft->second.work;
 }
 
 }  // namespace lineweir

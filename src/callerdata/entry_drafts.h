@@ -3,7 +3,7 @@
 #include <map>
 #include <optional>
 
-#include "callerdata/entry_fields.h"
+#include "callerdata/entry_work.h"
 
 namespace lineweir {
 
@@ -11,17 +11,17 @@ namespace lineweir {
 // line when its typing began, which is told by the number of calls that had ended there.
 class EntryDrafts {
  public:
-  void keep(int line, int call, const EntryTexts& texts) { drafts_[line] = {call, texts}; }
+  void keep(int line, int call, const EntryWork& work) { drafts_[line] = {call, work}; }
   void drop(int line) { drafts_.erase(line); }
 
   // The line's draft. When its call has ended it is given only while the line is idle: the next
   // caller's form must not show another one's name.
-  std::optional<EntryTexts> find(int line, int call, bool line_idle) const;
+  std::optional<EntryWork> find(int line, int call, bool line_idle) const;
 
  private:
   struct Draft {
     int call = 0;
-    EntryTexts texts;
+    EntryWork work;
   };
 
   std::map<int, Draft> drafts_;

@@ -15,12 +15,15 @@ ReceivedData::ReceivedData(Console& console) : console_(console) {
 
 void ReceivedData::ReturnCallerData(std::string_view ReturnData, int ALinenumber) {
   take(ReturnData, ALinenumber - 1);
+  console_.caller_data.data_arrived(ALinenumber - 1);
 }
 
 void ReceivedData::SrvCallerData(std::string_view Buffer, int LineNo) {
-  if (!take(Buffer, LineNo)) return;
-  CallerRecord& record = console_.lines.CallerData(LineNo);
-  for (const EntryField& field : entry_fields) record.set(field.field, "");
+  if (take(Buffer, LineNo)) {
+    CallerRecord& record = console_.lines.CallerData(LineNo);
+    for (const EntryField& field : entry_fields) record.set(field.field, "");
+  }
+  console_.caller_data.data_arrived(LineNo);
 }
 
 bool ReceivedData::take(std::string_view text, int line) {
@@ -42,12 +45,11 @@ bool ReceivedData::take(std::string_view text, int line) {
     record.set(entry_fields[i].field, details->fields[i]);
     form.column_labels(entry_fields[i].column)(line).caption = record[entry_fields[i].field];
   }
-  console_.caller_memory.number_arrived(line, record[CallerField::PhoneNumber]);
   return true;
 }
 
 bool ReceivedData::is_own(std::string_view sender) const {
-  return sender == console_.caller_data.sender_name();
+  return sender == console_.data_sender.sender_name();
 }
 
 }  // namespace lineweir

@@ -29,6 +29,7 @@ Console::Console(const platform::Services& platform_services)
       fonts(*this),
       call_log(*this),
       call_log_file(*this),
+      data_sender(*this),
       caller_data(*this),
       caller_memory(*this),
       received_data(*this),

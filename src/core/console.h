@@ -22,6 +22,7 @@
 #include "callerdata/call_log_file.h"
 #include "callerdata/caller_data.h"
 #include "callerdata/caller_data_form.h"
+#include "callerdata/caller_data_sender.h"
 #include "callerdata/caller_memory.h"
 #include "callerdata/database_viewer_form.h"
 #include "callerdata/import_preview_form.h"
@@ -140,6 +141,7 @@ struct Console {
   Fonts fonts;
   CallLog call_log;
   CallLogFile call_log_file;
+  CallerDataSender data_sender;
   CallerDataEntry caller_data;
   CallerMemory caller_memory;
   ReceivedData received_data;

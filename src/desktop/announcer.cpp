@@ -1,6 +1,7 @@
 #include "desktop/announcer.h"
 
 #include "core/console.h"
+#include "desktop/core_text.h"
 #include "desktop/spoken_lines.h"
 
 namespace lineweir {
@@ -34,6 +35,7 @@ Announcer::Announcer(Console& console, std::function<QWidget*(const Form& form)>
       window_of_(std::move(window_of)),
       rows_(console.Lineweir, *this),
       message_box_(console.MyMsgbox, *this),
+      caller_data_(console.Form4, *this),
       frame_([this] { show_changes(); }) {}
 
 void Announcer::flush() { frame_.flush(); }
@@ -44,6 +46,7 @@ void Announcer::show_changes() {
   if (announcements_ == nullptr) announcements_ = new Announcements(*window);
   announce_ringing();
   announce_message();
+  announce_notice();
 }
 
 void Announcer::announce_ringing() {
@@ -80,6 +83,16 @@ void Announcer::announce_message() {
   if (!message.empty() && (window == nullptr || !window->isVisible())) return frame_.mark();
   message_ = message;
   if (!message.empty()) alert(*window);
+}
+
+void Announcer::announce_notice() {
+  const CallerDataForm& form = console_.Form4;
+  const std::string notice = form.visible ? form.NoticeLabel.caption.get() : std::string();
+  if (notice == notice_) return;
+  notice_ = notice;
+  if (notice.empty()) return;
+  announcements_->setAccessibleName(shown_text(notice));
+  alert(*announcements_);
 }
 
 }  // namespace lineweir

@@ -21,7 +21,7 @@ class Announcements final : public QWidget {
 };
 
 // Announces to screen readers what the eye would catch without the focus being there: lines that
-// begin to ring, and the message box with its text.
+// begin to ring, the message box with its text, and what has to be known of a caller's data.
 class Announcer {
  public:
   // `window_of` gives the window in which a form is shown, or null while it isn't.
@@ -48,6 +48,7 @@ class Announcer {
   void show_changes();
   void announce_ringing();
   void announce_message();
+  void announce_notice();
   // Draws attention to a widget that is an alert.
   void alert(QWidget& widget);
 
@@ -56,9 +57,11 @@ class Announcer {
   // The letters of the lines when they were last looked at.
   std::string letters_;
   std::string message_;
+  std::string notice_;
   Announcements* announcements_ = nullptr;
   Watch rows_;
   Watch message_box_;
+  Watch caller_data_;
   FrameTimer frame_;
 };
 

@@ -140,9 +140,8 @@ bool TextBoxLink::key_swallowed(QKeyEvent& event) {
 void TextBoxLink::edited(const QString& text, int caret) {
   if (showing_ || box_ == nullptr) return;
   const std::string core = core_text(core_lines(text));
-  box_->sel_start = core_caret(text, caret);
-  box_->text = core;
-  // The change event may have put another text there.
+  box_->edit(core, core_caret(text, caret));
+  // The box may have taken another text, and its change event may have put one there.
   if (box_ != nullptr && box_->text.get() != core) show_box();
 }
 

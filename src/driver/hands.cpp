@@ -205,8 +205,7 @@ void type(Console& console, const FoundElement& found, std::string_view text) {
 
 void replace_text(Console& console, TextBox& box, std::string_view text) {
   require_control(console, box);
-  box.sel_start = static_cast<int>(text.size());
-  box.text = text;
+  box.edit(std::string(text), static_cast<int>(text.size()));
 }
 
 void key(Console& console, int key_code, int shift) {

@@ -1,6 +1,7 @@
 #include "elements/text_box.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace lineweir {
 
@@ -23,8 +24,13 @@ void TextBox::enter(int key) {
     changed.insert(caret, 1, static_cast<char>(key));
     new_caret = caret + 1;
   }
+  edit(std::move(changed), static_cast<int>(new_caret));
+}
+
+void TextBox::edit(std::string changed, int caret) {
+  if (on_edit) on_edit(changed, caret);
   // The caret follows first, so that a change handler may move it again.
-  sel_start = static_cast<int>(new_caret);
+  sel_start = caret;
   text = changed;
 }
 

@@ -21,10 +21,17 @@ class TextBox : public Control {
   bool hides_text = false;
   bool multi_line = false;
 
+  // Asked what becomes of the text that the user's hand has made of the box's, by a key, a paste or
+  // another text in its place, before the box takes it. It may change the text and the caret.
+  std::function<void(std::string& text, int& caret)> on_edit;
+
   // Enters a character at the caret as the user's key does, when no handler has swallowed it:
   // Backspace takes one off, a carriage return is entered only in a box of several lines, other
   // control characters are passed over.
   void enter(int key);
+
+  // The user's hand makes this the text, with the caret there.
+  void edit(std::string changed, int caret);
 
   void caret_to_end() { sel_start = static_cast<int>(text.get().size()); }
 

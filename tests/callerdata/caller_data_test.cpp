@@ -2,8 +2,12 @@
 
 #include <doctest/doctest.h>
 
+#include <array>
+#include <map>
+
 #include "serverlink/packet_text.h"
 #include "support/entry_form.h"
+#include "support/packet_gen.h"
 
 namespace lineweir::test {
 namespace {
@@ -51,17 +55,20 @@ TEST_SUITE("callerdata/form 4") {
     }
   }
 
-  TEST_CASE("the first six fields come from the row, the others from the record, trimmed") {
+  TEST_CASE("each field shows what the record holds or, where that is empty, the row") {
     EntryForm test;
     for (int entry = 1; entry <= 10; ++entry) {
-      test.shown(3, entry).caption = " row " + std::to_string(entry) + " ";
-      test.record(3).set(entry_field(entry).field, " rec" + std::to_string(entry) + " ");
+      test.shown(3, entry).caption = " row" + std::to_string(entry) + " ";
+      test.shown(4, entry).caption = " row" + std::to_string(entry) + " ";
+      test.record(4).set(entry_field(entry).field, " r" + std::to_string(entry) + " ");
     }
     test.open(3);
     for (int entry = 1; entry <= 10; ++entry) {
-      CAPTURE(entry);
-      const std::string expected = entry <= 6 ? "row " : "rec";
-      CHECK(test.text(entry) == expected + std::to_string(entry));
+      CHECK(test.text(entry) == "row" + std::to_string(entry));
+    }
+    test.open(4);
+    for (int entry = 1; entry <= 10; ++entry) {
+      CHECK(test.text(entry) == "r" + std::to_string(entry));
     }
   }
 
@@ -163,11 +170,75 @@ TEST_SUITE("callerdata/form 4") {
     }
   }
 
-  TEST_CASE("saving writes all ten fields, also those not in use") {
+  TEST_CASE("without the right nothing is saved, and the text stays") {
+    EntryForm test;
+    test.connect_socket();
+    test.open(2);
+    test.type(1, "Ann");
+    test.console.program.CallerDataAllowed = false;
+    test.save();
+    CHECK(test.take_messages() == Texts{"Caller Data Entry not allowed in this user profile"});
+    CHECK(test.platform.winsock1.take_writes().empty());
+    CHECK(test.shown(2, 1).caption == "");
+    CHECK(test.record(2)[CallerField::CallerName] == "");
+    test.platform.loop.advance(platform::Milliseconds(500));
+    CHECK(test.form().loaded());
+    CHECK(test.text(1) == "Ann");
+    // By Enter too.
+    test.type(10, "\r");
+    CHECK(test.take_messages().size() == 1);
+    test.form().close();
+    test.console.program.CallerDataAllowed = true;
+    test.open(2);
+    CHECK(test.text(1) == "Ann");
+    test.save();
+    CHECK(test.shown(2, 1).caption == "Ann");
+  }
+
+  TEST_CASE("a field takes as many characters as its column of the log, and says so") {
+    EntryForm test;
+    test.open(0);
+    constexpr std::array<std::size_t, 10> rooms = {30, 40, 25, 15, 12, 15, 10, 6, 100, 100};
+    for (int entry = 1; entry <= 10; ++entry) {
+      if (entry == 8) continue;
+      CAPTURE(entry);
+      const std::size_t room = rooms[static_cast<std::size_t>(entry - 1)];
+      test.type(entry, std::string(room, '7'));
+      CHECK_FALSE(test.form().NoticeLabel.visible);
+      test.type(entry, "8");
+      CHECK(test.text(entry) == std::string(room, '7'));
+      CHECK(test.form().NoticeLabel.visible);
+      CHECK(test.form().NoticeLabel.caption == test.form().Label(entry).caption.get() +
+                                                   " takes no more than " + std::to_string(room) +
+                                                   " characters");
+      test.type(entry, "\b");
+      CHECK_FALSE(test.form().NoticeLabel.visible);
+    }
+    test.save();
+    CHECK(test.shown(0, 7).caption == std::string(9, '7'));
+  }
+
+  TEST_CASE("what is pasted is cut at the field's room, and a number loses its separators first") {
+    EntryForm test;
+    test.open(0);
+    test.box(1).edit(std::string(31, 'x'), 31);
+    CHECK(test.text(1) == std::string(30, 'x'));
+    CHECK(test.box(1).sel_start.get() == 30);
+    CHECK(test.form().NoticeLabel.visible);
+    test.box(6).edit("+1 (312) 555-0100", 17);
+    CHECK(test.text(6) == "+13125550100");
+    CHECK(test.box(6).sel_start.get() == 12);
+    CHECK_FALSE(test.form().NoticeLabel.visible);
+    test.box(6).text = "";
+    test.type(6, "1 (312) 555-0100");
+    CHECK(test.text(6) == "13125550100");
+  }
+
+  TEST_CASE("fields that aren't in use keep what the line has") {
     EntryForm test;
     for (int entry = 1; entry <= 10; ++entry) {
       test.shown(7, entry).caption = "old";
-      test.record(7).set(entry_field(entry).field, "old");
+      if (entry % 2 == 0) test.record(7).set(entry_field(entry).field, "own");
     }
     test.use_only({1, 8});
     test.open(7);
@@ -181,8 +252,9 @@ TEST_SUITE("callerdata/form 4") {
     CHECK(test.record(7)[CallerField::Gender] == "Female");
     for (const int entry : {2, 3, 4, 5, 6, 7, 9, 10}) {
       CAPTURE(entry);
-      CHECK(test.shown(7, entry).caption == "");
-      CHECK(trimmed(test.record(7)[entry_field(entry).field]).empty());
+      const std::string kept = entry % 2 == 0 ? "own" : "old";
+      CHECK(test.shown(7, entry).caption == kept);
+      CHECK(trimmed(test.record(7)[entry_field(entry).field]) == kept);
     }
   }
 
@@ -281,12 +353,12 @@ TEST_SUITE("callerdata/form 4") {
 
   TEST_CASE("clearing a line's data is the empty text on both roads") {
     EntryForm test;
-    test.console.caller_data.tell_data_cleared(4);
+    test.console.data_sender.tell_data_cleared(4);
     test.connect_socket();
-    test.console.caller_data.tell_data_cleared(4);
+    test.console.data_sender.tell_data_cleared(4);
     CHECK(test.platform.winsock1.take_writes() == Texts{frame(4, 1, 0, "")});
     test.connect_remote();
-    test.console.caller_data.tell_data_cleared(4);
+    test.console.data_sender.tell_data_cleared(4);
     const auto calls = test.platform.remote_objects.take_calls();
     REQUIRE(calls.size() == 1);
     CHECK(std::get<std::int64_t>(calls[0].arguments[0]) == 5);
@@ -330,6 +402,101 @@ TEST_SUITE("callerdata/form 4") {
     CHECK(test.take_trace() == Texts{"Form4_Form_Load Error - Subscript out of range"});
     test.save();
     CHECK(test.take_trace().at(0).starts_with("Form4_Command3D1_Click Error - "));
+  }
+}
+
+TEST_SUITE("callerdata/another console's data while Form4 is open") {
+  // The details as another console sends them: the fields given, by entry.
+  std::string from_another(const std::map<int, std::string>& fields) {
+    std::vector<std::string> texts(10);
+    for (const auto& [entry, text] : fields) texts[static_cast<std::size_t>(entry - 1)] = text;
+    return fields_text("Tom", texts);
+  }
+
+  void arrives(EntryForm & test, int line, const std::string& data) {
+    test.connect_socket();
+    ServerPacket packet;
+    packet.CMD = static_cast<std::uint8_t>(ServerCommand::SrvCallerData);
+    packet.LineNo = static_cast<std::uint8_t>(line);
+    packet.set_buffer(data);
+    test.platform.winsock1.arrive(frame_of(packet));
+    test.platform.loop.advance(platform::Milliseconds(60));
+  }
+
+  TEST_CASE("fields that weren't touched follow, and saving sends all as shown") {
+    EntryForm test;
+    test.shown(4, 1).caption = "Ann";
+    test.open(4);
+    test.type(9, "Bridge");
+    test.box(9).sel_start = 3;
+    arrives(test, 4, from_another({{1, "Ann Lee"}, {3, "Salem"}, {7, "KLWR"}, {8, "Female"}}));
+    CHECK(test.text(1) == "Ann Lee");
+    CHECK(test.text(3) == "Salem");
+    CHECK(test.text(7) == "KLWR");
+    CHECK(test.text(9) == "Bridge");
+    CHECK(test.box(9).sel_start.get() == 3);
+    CHECK(test.focused() == 9);
+    // Nobody else has written a comment.
+    CHECK_FALSE(test.form().NoticeLabel.visible);
+    test.platform.winsock1.take_writes();
+    test.save();
+    CHECK(
+        test.platform.winsock1.take_writes() ==
+        Texts{frame(4, 1, 0,
+                    fields_text(test.console.program.ClientId, {"Ann Lee", "", "Salem", "", "", "",
+                                                                "KLWR", "Female", "Bridge"}))});
+    for (const auto& [entry, text] : std::map<int, std::string>{
+             {1, "Ann Lee"}, {3, "Salem"}, {7, "KLWR"}, {8, "Female"}, {9, "Bridge"}}) {
+      CHECK(trimmed(test.record(4)[entry_field(entry).field]) == text);
+      CHECK(test.shown(4, entry).caption == text);
+    }
+  }
+
+  TEST_CASE("a touched field says what the other one wrote, until both are of one mind") {
+    EntryForm test;
+    test.open(4);
+    test.type(1, "Bo");
+    arrives(test, 4, from_another({{1, "Bob"}}));
+    CHECK(test.text(1) == "Bo");
+    CHECK(test.form().NoticeLabel.caption == "Changed elsewhere: Caller Name \"Bob\"");
+    test.type(1, "b");
+    CHECK_FALSE(test.form().NoticeLabel.visible);
+  }
+
+  TEST_CASE("fields that aren't in use follow too") {
+    EntryForm test;
+    test.use_only({1});
+    test.open(4);
+    test.type(1, "Ann");
+    arrives(test, 4, from_another({{3, "Salem"}}));
+    test.save();
+    CHECK(test.record(4)[CallerField::City] == "Salem");
+    CHECK(test.shown(4, 3).caption == "Salem");
+  }
+
+  TEST_CASE("data of another line, and this console's own, change nothing") {
+    EntryForm test;
+    test.console.caller_data.OperatorName = "Tom";
+    test.open(4);
+    arrives(test, 4, from_another({{1, "Ann"}}));
+    CHECK(test.text(1) == "");
+    test.console.caller_data.OperatorName = "Sue";
+    arrives(test, 3, from_another({{1, "Ann"}}));
+    CHECK(test.text(1) == "");
+  }
+
+  TEST_CASE("a draft follows too when its form opens again") {
+    EntryForm test;
+    test.open(4);
+    test.type(1, "Ann");
+    test.type(2, "Main St");
+    test.form().close();
+    arrives(test, 4, from_another({{2, "Elm St"}, {3, "Salem"}}));
+    test.open(4);
+    CHECK(test.text(1) == "Ann");
+    CHECK(test.text(2) == "Main St");
+    CHECK(test.text(3) == "Salem");
+    CHECK(test.form().NoticeLabel.caption == "Changed elsewhere: Street Address \"Elm St\"");
   }
 }
 
@@ -393,7 +560,7 @@ TEST_SUITE("callerdata/what is typed is never lost") {
     test.open(5);
     test.open(3);
     test.save();
-    test.shown(3, 1).caption = "Anna";
+    test.record(3).set(CallerField::CallerName, "Anna");
     test.open(3);
     CHECK(test.text(1) == "Anna");
   }

@@ -42,7 +42,10 @@ TEST_SUITE("callerdata/caller history") {
     CHECK(number_forms("+1 312.555.0100") == Texts{"13125550100", "3125550100"});
     CHECK(number_forms("+49 30 1234567") == Texts{"49301234567"});
     CHECK(number_forms("1234") == Texts{"1234"});
-    for (const char* none : {"", "   ", "123", "private", "555-0100 x2", "--------"}) {
+    CHECK(number_forms("call 555-0100") == Texts{"5550100"});
+    CHECK(number_forms("0000001") == Texts{"0000001"});
+    for (const char* none : {"", "   ", "123", "private", "--------", "0000000", "000 000-0000",
+                             "1 (000) 000-0000", "1111", "99999999999"}) {
       CAPTURE(none);
       CHECK(number_forms(none).empty());
     }
@@ -101,13 +104,14 @@ TEST_SUITE("callerdata/caller history") {
   }
 
   TEST_CASE("filling in never takes away what is something else") {
-    CHECK(filled_in("", "Ann Lee") == "Ann Lee");
-    CHECK(filled_in("  ", "Ann Lee") == "Ann Lee");
-    CHECK(filled_in("ann", "Ann Lee") == "Ann Lee");
-    CHECK(filled_in("Bob", "Ann Lee") == "Bob");
-    CHECK(filled_in("Ann Lee Jr", "Ann Lee") == "Ann Lee Jr");
-    CHECK(filled_in("Bob", "") == "Bob");
-    CHECK(filled_in("  ", "") == "  ");
+    CHECK(completes("", "Ann Lee"));
+    CHECK(completes("  ", "Ann Lee"));
+    CHECK(completes("ann", "Ann Lee"));
+    CHECK_FALSE(completes("Bob", "Ann Lee"));
+    CHECK_FALSE(completes("Ann Lee", "Ann Lee"));
+    CHECK_FALSE(completes("Ann Lee Jr", "Ann Lee"));
+    CHECK_FALSE(completes("Bob", ""));
+    CHECK_FALSE(completes("  ", ""));
   }
 }
 

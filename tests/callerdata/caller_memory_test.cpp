@@ -61,14 +61,32 @@ TEST_SUITE("callerdata/caller memory") {
     CHECK(test.shown(0, 1).caption == "Ann Lee");
   }
 
-  TEST_CASE("a field that isn't in use stays empty, and another text stays") {
+  TEST_CASE("the button names what it fills in, and fills all of it") {
+    KnownCaller test;
+    test.open(0);
+    test.type(6, "5550100");
+    CHECK(test.form().MemoryFill.caption == "&Fill in name and city");
+    test.box(1).edit("Bob", 3);
+    CHECK(test.form().MemoryFill.caption == "&Fill in city");
+    test.form().MemoryFill.on_click();
+    CHECK(test.text(1) == "Bob");
+    CHECK(test.text(3) == "Bath");
+  }
+
+  TEST_CASE("with nothing to fill in there is no button") {
     KnownCaller test;
     test.use_only({1, 6});
     test.open(0);
     test.type(1, "Bob");
     test.type(6, "5550100");
+    CHECK(test.form().MemoryLabel.visible);
+    CHECK_FALSE(test.form().MemoryFill.visible);
+    // Half a name is no other one.
+    test.box(1).edit("ann", 3);
+    CHECK(test.form().MemoryFill.caption == "&Fill in name");
+    CHECK(test.form().MemoryFill.visible);
     test.form().MemoryFill.on_click();
-    CHECK(test.text(1) == "Bob");
+    CHECK(test.text(1) == "Ann Lee");
     CHECK(test.text(3) == "");
     CHECK(test.form().focused() == &test.form().Command3D1);
   }
@@ -115,8 +133,19 @@ TEST_SUITE("callerdata/caller memory") {
     CHECK(test.silent());
     call_back(3);
     CHECK(test.offers());
-    // The field keeps what was typed into it.
-    CHECK(test.text(6) == "");
+    CHECK(test.text(6) == "5550100");
+  }
+
+  TEST_CASE("a number that arrives isn't looked up in the place of the one that was typed") {
+    KnownCaller test;
+    test.open(2);
+    test.type(6, "555 9999");
+    test.platform.remote_objects.call_back("ReturnCallerData", {"Jo\2\2\2\2\2\2"
+                                                                "5550100\2\2\2\2\2",
+                                                                std::int64_t{3}, std::int64_t{1}});
+    test.platform.loop.run_pending();
+    CHECK(test.text(6) == "555 9999");
+    CHECK(test.silent());
   }
 
   TEST_CASE("a caller without a name or city is told, with nothing to fill in") {

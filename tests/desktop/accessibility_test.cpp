@@ -283,6 +283,25 @@ TEST_SUITE("desktop/accessibility: announcements") {
     CHECK(desk.alerts.size() == 3);
   }
 
+  TEST_CASE("what has to be known of a caller's data is announced, once") {
+    ListeningDesk desk;
+    desk.console.caller_data.show_for_line(2);
+    desk.settle();
+    CHECK(desk.alerts.empty());
+    const std::string text(31, 'x');
+    desk.console.Form4.TheText(1).edit(text, 31);
+    desk.settle();
+    REQUIRE(desk.alerts.size() == 1);
+    CHECK(desk.alerts[0].role == QAccessible::AlertMessage);
+    CHECK(desk.alerts[0].name == "Caller Name takes no more than 30 characters");
+    desk.console.Form4.TheText(1).edit(text, 31);
+    desk.settle();
+    CHECK(desk.alerts.size() == 1);
+    desk.console.Form4.TheText(1).edit("", 0);
+    desk.settle();
+    CHECK(desk.alerts.size() == 1);
+  }
+
   TEST_CASE("a message that comes and goes within a frame is no news") {
     ListeningDesk desk;
     desk.console.messages.ShowMessage("No server");

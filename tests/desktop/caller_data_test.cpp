@@ -1,6 +1,8 @@
 #include <doctest/doctest.h>
 
+#include <QApplication>
 #include <QCheckBox>
+#include <QClipboard>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
@@ -163,6 +165,57 @@ TEST_SUITE("caller data form") {
       places.push_back(widget->geometry());
     }
     CHECK(places.size() == 21);
+  }
+}
+
+TEST_SUITE("caller data form: what its fields take") {
+  TEST_CASE("a field that is full takes no more keys, and says so at the foot of the window") {
+    ShownEntry desk;
+    auto& notice = part<QLabel>(desk.form_window(), "NoticeLabel");
+    desk.box(5).setFocus();
+    desk.type("123456789012");
+    CHECK_FALSE(notice.isVisible());
+    const int height = desk.form_window().height();
+    desk.type("3");
+    CHECK(desk.box(5).text() == "123456789012");
+    CHECK(desk.box(5).cursorPosition() == 12);
+    CHECK(notice.isVisible());
+    CHECK(notice.text() == "ZipCode takes no more than 12 characters");
+    CHECK(desk.form_window().height() > height);
+    QTest::keyClick(&desk.box(5), Qt::Key_Backspace);
+    desk.settle();
+    CHECK(desk.box(5).text() == "12345678901");
+    CHECK_FALSE(notice.isVisible());
+    CHECK(desk.form_window().height() == height);
+  }
+
+  TEST_CASE("a character in the middle of a full field pushes none out") {
+    ShownEntry desk;
+    desk.box(5).setFocus();
+    desk.type("123456789012");
+    desk.box(5).setCursorPosition(3);
+    desk.type("x");
+    CHECK(desk.box(5).text() == "123456789012");
+    CHECK(desk.box(5).cursorPosition() == 3);
+  }
+
+  TEST_CASE("what is pasted is cut where the field is full, and a number goes without separators") {
+    ShownEntry desk;
+    const auto paste = [&](int entry, const QString& text) {
+      QApplication::clipboard()->setText(text);
+      desk.box(entry).setFocus();
+      QTest::keyClick(&desk.box(entry), Qt::Key_V, Qt::ControlModifier);
+      desk.settle();
+    };
+    desk.box(5).setFocus();
+    desk.type("12345");
+    desk.box(5).setCursorPosition(2);
+    paste(5, "abcdefghijkl");
+    CHECK(desk.box(5).text() == "12abcdefg345");
+    CHECK(desk.box(5).cursorPosition() == 9);
+    paste(6, "+1 (312) 555-0100");
+    CHECK(desk.box(6).text() == "+13125550100");
+    CHECK(desk.console.Form4.TheText(6).text == "+13125550100");
   }
 }
 

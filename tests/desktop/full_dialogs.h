@@ -29,7 +29,9 @@ inline QWidget& open_full(ShownConsole& desk, Form& form) {
   if (&form == &desk.console.Form4) {
     desk.console.Form4.MemoryLabel.caption = "Dev Patel, Hull\r\n3 calls, last on 1/5/2026";
     desk.console.Form4.MemoryLabel.visible = true;
+    desk.console.Form4.MemoryFill.caption = "&Fill in name and city";
     desk.console.Form4.MemoryFill.visible = true;
+    desk.console.Form4.show_notice("Changed elsewhere: City \"Hull\"");
   }
   if (&form == &desk.console.DisplayOptionForm) {
     for (int column = 2; column < column_count; ++column) {

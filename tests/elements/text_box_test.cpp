@@ -88,6 +88,22 @@ TEST_SUITE("elements/text box") {
     CHECK(caret == 1);
   }
 
+  TEST_CASE("what the user's hand makes of the text may be changed before the box takes it") {
+    BoxForm form;
+    form.box.on_edit = [](std::string& text, int& caret) {
+      text = text.substr(0, 2);
+      caret = std::min(caret, 2);
+    };
+    form.type("abc");
+    CHECK(form.box.text == "ab");
+    CHECK(form.box.sel_start.get() == 2);
+    form.box.edit("wxyz", 4);
+    CHECK(form.box.text == "wx");
+    // The program's own text is no edit.
+    form.box.text = "abcd";
+    CHECK(form.box.text == "abcd");
+  }
+
   TEST_CASE("caret_to_end stands behind the last character") {
     BoxForm form;
     form.box.text = "abc";

@@ -156,7 +156,7 @@ TEST_CASE("a refused user doesn't stamp the caller data") {
   desk.server_answers('T', "");
   desk.console.login_exchange.TextWrit_PasswordA(false);
   CHECK(desk.console.caller_data.OperatorName.empty());
-  CHECK(desk.console.caller_data.sender_name() == desk.console.program.ClientId);
+  CHECK(desk.console.data_sender.sender_name() == desk.console.program.ClientId);
 }
 
 TEST_CASE("a character that can't be scrambled is reported and gives the empty text") {
