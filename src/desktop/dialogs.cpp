@@ -1,5 +1,6 @@
 #include "desktop/dialogs.h"
 
+#include <QDir>
 #include <QFile>
 #include <QFileDialog>
 #include <QFontDialog>
@@ -8,6 +9,7 @@
 #include <QMessageBox>
 #include <QPointer>
 
+#include "desktop/unread_file_icons.h"
 #include "letters/path_text.h"
 
 namespace lineweir {
@@ -50,7 +52,11 @@ std::optional<std::string> SystemDialogs::ask_file(const platform::FileQuestion&
   const QString path = QFile::decodeName(file_name(letters_, question.default_path).c_str());
   std::optional<std::string> answer;
   ask([&](QWidget* window) {
-    QFileDialog dialog(window, shown(question.title));
+    UnreadFileIcons icons;
+    // The dialog looks at its folder from the first moment on, so it begins where no log is.
+    QFileDialog dialog(window, shown(question.title), QDir::rootPath());
+    dialog.setIconProvider(&icons);
+    dialog.setDirectory(QDir::current());
     dialog.setNameFilters(qt_filter(question.filter).split(QStringLiteral(";;")));
     const QStringList filters = dialog.nameFilters();
     if (question.filter_index >= 1 && question.filter_index <= filters.size()) {

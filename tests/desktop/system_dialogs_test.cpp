@@ -1,9 +1,16 @@
 #include <doctest/doctest.h>
 
+#include <sys/inotify.h>
+#include <unistd.h>
+
 #include <QApplication>
+#include <QFile>
 #include <QFontDialog>
 #include <QLineEdit>
+#include <QListView>
+#include <QTemporaryDir>
 #include <QTimer>
+#include <array>
 
 #include "desktop/dialogs.h"
 #include "shown_console.h"
@@ -80,6 +87,45 @@ TEST_SUITE("desktop/questions") {
         CHECK(choice->italic == italic);
       }
     }
+  }
+
+  TEST_CASE("the file dialog opens none of the files that it shows") {
+    Asking desk;
+    const QTemporaryDir folder;
+    // Neither names nor beginnings tell what these are.
+    for (const char* name : {"calls", "calls.wherever"}) {
+      QFile file(folder.filePath(QString::fromLatin1(name)));
+      REQUIRE(file.open(QIODevice::WriteOnly));
+      file.write("SQLite format 3");
+    }
+    const int watch = inotify_init1(IN_NONBLOCK);
+    REQUIRE(inotify_add_watch(watch, folder.path().toUtf8().constData(), IN_OPEN) >= 0);
+    int shown = 0;
+    when_asked([&](QDialog& dialog) {
+      const auto* list = dialog.findChild<QListView*>(QStringLiteral("listView"));
+      const auto rows = [list] { return list->model()->rowCount(list->rootIndex()); };
+      while (rows() < 2) QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+      // The pictures follow.
+      for (int turn = 0; turn < 20; ++turn) QCoreApplication::processEvents();
+      shown = rows();
+      dialog.reject();
+    });
+    platform::FileQuestion question;
+    question.filter = "All Files (*.*)|*.*";
+    question.default_path = folder.filePath(QStringLiteral("calls")).toStdString();
+    desk.dialogs.ask_file(question);
+    CHECK(shown == 2);
+
+    std::vector<std::string> opened;
+    alignas(inotify_event) std::array<char, 4096> events{};
+    const ssize_t size = ::read(watch, events.data(), events.size());
+    for (ssize_t at = 0; at < size;) {
+      const auto* event = reinterpret_cast<const inotify_event*>(events.data() + at);
+      if ((event->mask & IN_ISDIR) == 0) opened.emplace_back(event->len > 0 ? event->name : "");
+      at += ssize_t(sizeof(inotify_event) + event->len);
+    }
+    ::close(watch);
+    CHECK(opened.empty());
   }
 }
 
