@@ -54,6 +54,7 @@ void RemotePortControl::RemoteCom_Click(int number) {
 void RemotePortControl::RemoteOn_Click() {
   attempt(
       [&] {
+        switched_on_ = true;
         if (!console_.services.comm2.is_open()) console_.services.comm2.open();
         console_.Lineweir.RemoteOff.checked = false;
         console_.Lineweir.RemoteOn.checked = true;
@@ -65,12 +66,17 @@ void RemotePortControl::RemoteOn_Click() {
 
 void RemotePortControl::RemoteOff_Click() {
   guard(console_, "Lineweir_RemoteOff_Click", [&] {
+    switched_on_ = false;
     console_.services.comm2.close();
     console_.Lineweir.RemoteOff.checked = true;
     console_.Lineweir.RemoteOn.checked = false;
     console_.Lineweir.SwitchConsoleTimer.enabled = false;
     missed_ = false;
   });
+}
+
+bool RemotePortControl::wanted() const {
+  return switched_on_ || console_.Lineweir.RemoteOn.checked;
 }
 
 void RemotePortControl::reopen(std::string_view procedure) {
@@ -90,11 +96,9 @@ void RemotePortControl::port_lost(const std::string& description) {
 }
 
 void RemotePortControl::report(std::string_view procedure, const Failure& failure) {
-  if (std::ranges::find(port_failures, failure.number()) == port_failures.end()) {
-    report_failure(console_, procedure, failure);
-    return;
-  }
-  console_.messages.ShowMessage(port_message);
+  report_failure(console_, procedure, failure);
+  const bool of_port = std::ranges::find(port_failures, failure.number()) != port_failures.end();
+  if (of_port) console_.messages.ShowMessage(port_message);
 }
 
 }  // namespace lineweir

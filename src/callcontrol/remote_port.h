@@ -19,6 +19,9 @@ class RemotePortControl {
   void RemoteOn_Click();
   void RemoteOff_Click();
 
+  // What the settings keep. A failure shows in the menu, but it is no choice of the user's.
+  bool wanted() const;
+
   // Opens the port again after it was closed for a moment.
   void reopen(std::string_view procedure);
 
@@ -27,6 +30,8 @@ class RemotePortControl {
   void report(std::string_view procedure, const Failure& failure);
 
   Console& console_;
+  // The user has switched on last, whatever came of it.
+  bool switched_on_ = false;
   // The port was open, and closed against the user's will: choosing a port opens it again.
   bool missed_ = false;
 };

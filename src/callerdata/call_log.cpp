@@ -9,6 +9,7 @@
 #include "core/text.h"
 #include "core/time_text.h"
 #include "elements/names.h"
+#include "letters/path_text.h"
 
 namespace lineweir {
 namespace {
@@ -79,7 +80,7 @@ void CallLog::log(int line) {
   EndedCall ended{call_on(line), call_so_far(line)};
   if (chosen() && record.holds_data()) {
     record.set(CallerField::CallDate, ended.record.columns[date_position].value);
-    ended.record.file = console_.Lineweir.Data1.database_name;
+    ended.record.file = file_of_log();
     console_.services.journal.put(ended.record);
   }
   end(line, ended);
@@ -111,7 +112,7 @@ bool CallLog::complete(platform::LoggedCall call, const EntryTexts& texts) {
   if (!call.file.empty()) {
     call.replaced = call.columns;
   } else if (chosen()) {
-    call.file = console_.Lineweir.Data1.database_name;
+    call.file = file_of_log();
   } else {
     return false;
   }
@@ -146,6 +147,10 @@ bool CallLog::chosen() const {
   return !trimmed(console_.Lineweir.Data1.database_name.get()).empty();
 }
 
+std::string CallLog::file_of_log() const {
+  return file_name(console_.services.letters, console_.Lineweir.Data1.database_name.get());
+}
+
 void CallLog::rename_user_field(const std::string& name) {
   platform::Recordset& rows = recordset();
   log_.database->rename_column(std::string(call_log_table), user_field_position,
@@ -163,7 +168,8 @@ CallLog::OpenLog CallLog::open(const std::string& file) const {
   OpenLog log{file, console_.services.databases.open(file), nullptr};
   require_log_columns(log.database->table_columns(table));
   log.recordset = log.database->open_recordset(table);
-  console_.services.journal.use(file, table, phone_number_position);
+  console_.services.journal.use(file_name(console_.services.letters, file), table,
+                                phone_number_position);
   return log;
 }
 

@@ -70,6 +70,8 @@ class CallLog {
     std::unique_ptr<platform::Recordset> recordset;
   };
 
+  // The chosen log's file, as the journal names it.
+  std::string file_of_log() const;
   void end(int line, const EndedCall& ended);
   OpenLog open(const std::string& file) const;
   static bool has_other_file(const OpenLog& log);

@@ -7,6 +7,7 @@
 #include "core/guard.h"
 #include "core/stored_path.h"
 #include "core/text.h"
+#include "letters/path_text.h"
 
 namespace lineweir {
 namespace {
@@ -56,12 +57,15 @@ void CallLogFile::DatabasePathMenuItem_Click() {
 }
 
 void CallLogFile::take_waiting_calls(const std::string& file) {
+  const Letters& letters = console_.services.letters;
+  const std::string name = file_name(letters, file);
   for (const platform::LogTrouble& trouble : console_.services.journal.state().troubles) {
-    if (trouble.file == file) continue;
-    const std::string question = "Calls wait for the log '" + trouble.file +
-                                 "', which can't be written. Put them into '" + file + "' instead?";
+    if (trouble.file == name) continue;
+    const std::string question = "Calls wait for the log '" + letters.from_utf8(trouble.file) +
+                                 "', which can't be written. Put them into '" +
+                                 letters.from_utf8(name) + "' instead?";
     if (console_.services.dialogs.ask_yes_no(question)) {
-      console_.services.journal.redirect(trouble.file, file);
+      console_.services.journal.redirect(trouble.file, name);
     }
   }
 }

@@ -80,8 +80,9 @@ void CallLogWatch::tell_replaced(const std::string& file) {
 }
 
 void CallLogWatch::tell(const std::string& reason, const std::string& text) {
-  console_.trace.WriteTrace("Call log - " + reason);
-  console_.messages.ShowMessage(text);
+  const Letters& letters = console_.services.letters;
+  console_.trace.WriteTrace("Call log - " + letters.from_utf8(reason));
+  console_.messages.ShowMessage(letters.from_utf8(text));
 }
 
 void CallLogWatch::show_waiting(int calls) {

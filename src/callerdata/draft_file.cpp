@@ -36,7 +36,7 @@ std::vector<std::string> headings() {
 
 std::string record_of(const Letters& letters, const EntryDraft& draft) {
   std::vector<std::string> fields = {std::to_string(draft.line + 1)};
-  fields.push_back(letters.to_utf8(draft.ended->record.file));
+  fields.push_back(draft.ended->record.file);
   for (const platform::LoggedColumn& column : draft.ended->record.columns)
     fields.push_back(column.value);
   for (const EntryTexts* texts : {&draft.work.typed, &draft.work.had}) {
@@ -59,8 +59,7 @@ std::optional<EntryDraft> draft_of(const Letters& letters, const CsvRecord& reco
   if (!line) return std::nullopt;
   EntryDraft draft;
   draft.line = *line;
-  platform::LoggedCall call{
-      letters.from_utf8(record.fields[1]), std::string(call_log_table), {}, {}};
+  platform::LoggedCall call{record.fields[1], std::string(call_log_table), {}, {}};
   for (std::size_t i = 0; i < call_log_columns.size(); ++i) {
     call.columns.push_back(
         {std::string(call_log_columns[i].name), record.fields[first_column + i]});

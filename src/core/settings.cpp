@@ -71,7 +71,7 @@ SettingsRecord Settings::collect() {
   record.CommPort = connection_of(form, port);
   record.PortState = port.on;
   record.RemotePortNumber = remote_port_of(form);
-  record.RemoteState = form.RemoteOn.checked;
+  record.RemoteState = console_.remote_port.wanted();
   record.ShowDataFile = console_.show_plan.path_to_store();
   record.DatabasePath = console_.call_log_file.path_to_store();
   record.OperatorName = console_.caller_data.OperatorName;

@@ -17,7 +17,8 @@ struct LoggedColumn {
 
 // The record of a call that has ended. All text is UTF-8.
 struct LoggedCall {
-  // The log's file and the table in it.
+  // The name of the log's file, whatever letters the next run of the program has, and the table in
+  // it.
   std::string file;
   std::string table;
   // The table's columns from its first one on. A table whose columns have other names is no log.
@@ -64,7 +65,7 @@ class CallJournal {
   // another one is added where the log doesn't hold that any more.
   virtual void put(LoggedCall call) = 0;
 
-  // The log that is in use from now on. Numbers in that column of it are to be found quickly.
+  // The log that is in use from now on, by its file's name as in LoggedCall. Numbers in that column of it are to be found quickly.
   virtual void use(const std::string& file, const std::string& table, int number_column) = 0;
 
   // Calls that wait for one log go to another instead.

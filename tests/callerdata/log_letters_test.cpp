@@ -110,6 +110,21 @@ TEST_SUITE("callerdata/log in many letters") {
     CHECK(known->name == "?ukasz");
   }
 
+  TEST_CASE("calls wait for a file of any name, which the user reads in the console's letters") {
+    ScriptedConsole test(set_named("windows-1250"));
+    test.console.Lineweir.Data1.database_name = in_set("windows-1250", "Łódź.mdb");
+    test.platform.failing_databases.fail(failure_number::disk_full);
+    end_call(test, "windows-1250", "Grażyna Żółć", "Łódź");
+    test.platform.loop.advance(platform::Milliseconds(1000));
+    const auto troubles = test.platform.journal.state().troubles;
+    REQUIRE(troubles.size() == 1);
+    CHECK(troubles[0].file == "Łódź.mdb");
+    const auto messages = test.take_messages();
+    REQUIRE(messages.size() == 1);
+    CHECK(messages[0].starts_with(
+        in_set("windows-1250", "There is no room left on the disk for 'Łódź.mdb'. ")));
+  }
+
   TEST_CASE("a failure tells of a file in the console's letters") {
     ScriptedConsole test(set_named("windows-1250"));
     const Failure failure(failure_number::file_access, "Can't write Łódź: no room");
