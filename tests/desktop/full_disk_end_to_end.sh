@@ -1,0 +1,84 @@
+#!/usr/bin/env bash
+# The disk of the call log runs full during a show in the real window: the show goes on, the user is
+# told, and the call that waited is in the log as soon as there is room again.
+#
+#   full_disk_end_to_end.sh FOLDER-OF-PROGRAMS
+#
+# The disk is a small one in memory, which only this process and its children see.
+set -euo pipefail
+bin=$1
+if [[ -z ${LINEWEIR_OWN_MOUNTS:-} ]]; then
+  export LINEWEIR_OWN_MOUNTS=1
+  for way in '--mount' '--mount --map-root-user'; do
+    # shellcheck disable=SC2086  # Words of options.
+    unshare $way true 2> /dev/null && exec unshare $way "$0" "$@"
+  done
+  echo 'full disk end to end: no mounts of its own are allowed here'
+  exit 77
+fi
+source "$(dirname "$0")/real_window.sh"
+
+fail() {
+  echo "full disk end to end: $*" >&2
+  cat studio.log disk.txt >&2 2> /dev/null || true
+  exit 1
+}
+
+# await COMMAND...: until it succeeds; false after 20 seconds.
+await() {
+  for _ in {1..200}; do
+    "$@" && return
+    pause 0.1
+  done
+  return 1
+}
+
+await_studio() { await_line studio.log "$1" || fail "the studio has not logged: $1"; }
+told() { xdotool search --onlyvisible --name '^Lineweir$' > /dev/null 2>&1; }
+calls() { sqlite3 -readonly disk/calls.mdb "SELECT $1 FROM \"Caller Records\""; }
+logged() { [[ $(calls 'count(*)') == "$1" ]]; }
+
+mkdir disk
+mount -t tmpfs -o size=512k lineweir disk
+# The console ends before its disk does.
+trap 'kill $(jobs -p) 2> /dev/null || true; wait; umount disk; rm -rf "$work"' EXIT
+
+printf '%s\n' '1 call 2' '14 hangup 2' '16 call 4' > show.txt
+"$bin/lineweir-studio" --script show.txt --ring-patience 0 --hold-patience 0 --link box \
+  --log studio.log > studio.txt &
+printf '%s\n' launch 'answer file "disk/calls.mdb"' 'click DatabasePathMenuItem' \
+  'click MitelPhone1' 'click ScreenerMode' 'serial Comm1 reply "M" "Line monitor ON"' \
+  'click PortOn' 'click SaveSettingsMenu' | "$bin/lineweir-driver" --dir . > driver.txt
+
+start_display
+LINEWEIR_COM1=$work/box "$bin/lineweir" &
+console=$!
+await_studio 'item R02'
+# A caller has waited once the row's clock has gone on.
+pause 2
+main=$(timeout 20 xdotool search --sync --onlyvisible --name 'Lineweir - ' | tail -n 1)
+xdotool windowfocus --sync "$main" key a
+await_studio 'item P02'
+form=$(timeout 20 xdotool search --sync --onlyvisible --name 'Caller Data - Line 3' | tail -n 1)
+xdotool windowfocus --sync "$form"
+xdotool type --delay 20 'Ann Smith'
+xdotool key --delay 20 Return Return Return Return Return Return Return Return Return Return Return
+for _ in {1..50}; do
+  xdotool search --onlyvisible --name 'Caller Data - Line 3' > /dev/null 2>&1 || break
+  pause 0.1
+done
+
+dd if=/dev/zero of=disk/filler bs=4k 2> disk.txt && fail 'the disk never runs full'
+await_studio 'item F02'
+await told || fail 'nobody is told of the full disk'
+logged 0 || fail 'a full disk has taken a call'
+await_studio 'item R04'
+pause 2
+xdotool windowfocus --sync "$main" key a
+await_studio 'word P04'
+
+[[ -z ${LINEWEIR_PICTURE:-} ]] || scrot "$LINEWEIR_PICTURE"
+rm disk/filler
+await logged 1 || fail 'the call that waited has not come into the log'
+[[ $(calls '"Caller Name"') == 'Ann Smith' ]] || fail "the log has: $(calls '*')"
+kill -0 "$console" || fail 'the console has ended'
