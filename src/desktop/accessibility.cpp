@@ -29,6 +29,7 @@ QAccessible::Role role_of(Look look) {
     case Look::RowTime:
       return QAccessible::Cell;
     case Look::PanelText:
+    case Look::PanelWarning:
     case Look::KeyCaption:
     case Look::DropCaption:
     case Look::HoldCaption:

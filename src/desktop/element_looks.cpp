@@ -80,7 +80,7 @@ constexpr std::array looks = {
     ElementLook{"Label1", Look::PanelText, "Link to the telephone system"},
     ElementLook{"Text1", Look::Message, "Messages"},
     ElementLook{"Text2", Look::Entry, "Message to send"},
-    ElementLook{"LogWaiting", Look::PanelText, "Calls that wait for the call log"},
+    ElementLook{"LogWaiting", Look::PanelWarning, "Calls that wait for the call log"},
 
     ElementLook{"lblTime", Look::PanelText, "Clock caption"},
     ElementLook{"picRealTimeClock", Look::Clock, "Time clock"},

@@ -18,6 +18,8 @@ enum class Look {
   FaceImage,
   Heading,
   PanelText,
+  // Something that the user should see to.
+  PanelWarning,
   Strip,
   RowText,
   // Digits that don't move when they change.

@@ -22,6 +22,7 @@ ElementWidget* make_element_widget(FormCanvas& canvas, Control& control) {
   switch (look.look) {
     case Look::Heading:
     case Look::PanelText:
+    case Look::PanelWarning:
     case Look::RowText:
     case Look::RowTime:
     case Look::ClockDigits:

@@ -115,6 +115,8 @@ QColor LabelWidget::text_color() const {
       return QColor::fromRgb(theme.clock.text);
     case Look::ClockText:
       return QColor::fromRgb(theme.clock_small_text);
+    case Look::PanelWarning:
+      return QColor::fromRgb(theme.warning);
     default:
       return QColor::fromRgb(theme.panel.text);
   }

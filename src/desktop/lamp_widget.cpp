@@ -47,7 +47,7 @@ TextLine LampWidget::words() const {
   line.text = shown_caption();
   line.font.setPixelSize(std::max(1, static_cast<int>(std::lround(word_size * brushwork().unit))));
   line.font.setBold(true);
-  line.color = QColor::fromRgb(brushwork().theme.no_link);
+  line.color = QColor::fromRgb(brushwork().theme.warning);
   line.alignment = Qt::AlignLeft;
   return line;
 }
@@ -74,7 +74,7 @@ void LampWidget::paint(QPainter& painter, const QRect& face) {
   const QColor color = lamp_color();
   painter.setRenderHint(QPainter::Antialiasing, true);
   if (!linked()) {
-    const QColor ring = sound ? QColor::fromRgb(work.theme.no_link) : color;
+    const QColor ring = sound ? QColor::fromRgb(work.theme.warning) : color;
     painter.setPen(QPen(ring, 2 * work.unit));
     painter.setBrush(Qt::NoBrush);
     painter.drawEllipse(middle, radius - work.unit, radius - work.unit);

@@ -77,8 +77,8 @@ struct Theme {
   StripColors green_strip;
   StripColors red_strip;
 
-  // The word beside a lamp that is out, and the ring that is left of it.
-  QRgb no_link;
+  // The word beside a lamp that is out, the ring that is left of it, and calls that wait for a log.
+  QRgb warning;
 
   // The panel behind a clock, and the digits on it.
   Surface clock;

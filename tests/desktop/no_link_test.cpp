@@ -114,10 +114,10 @@ TEST_SUITE("no link") {
       CHECK(desk.form().Shape1.fill_color == fill);
       CHECK(lamp.shown_caption() == QStringLiteral("NO LINK"));
       if (fill == color_green) CHECK(pixels_like(shown_pixels(lamp), lit) == 0);
-      CHECK(pixels_of(shown_pixels(lamp), desk.canvas().theme().no_link) > 20);
+      CHECK(pixels_of(shown_pixels(lamp), desk.canvas().theme().warning) > 20);
       desk.link_again();
       CHECK(lamp.shown_caption().isEmpty());
-      CHECK(pixels_of(shown_pixels(lamp), desk.canvas().theme().no_link) == 0);
+      CHECK(pixels_of(shown_pixels(lamp), desk.canvas().theme().warning) == 0);
     }
   }
 
