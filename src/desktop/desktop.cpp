@@ -22,6 +22,10 @@ Desktop::Desktop(Console& console, const QString& background_path)
       announcer_(console, [this](const Form& form) {
         return window_of(QString::fromStdString(form.name()));
       }) {
+  hands_.has_hot_keys = [this](const QWindow& window) {
+    const QWidget* main = main_frame_.window();
+    return main != nullptr && main->windowHandle() == &window;
+  };
   hands_.message_waits = [this, &console](const QWindow& window) {
     const QWidget* box = dialog(console.MyMsgbox)->window();
     const bool elsewhere = box != nullptr && box->windowHandle() != &window;

@@ -10,12 +10,14 @@
 #include <QPlainTextEdit>
 #include <QTextEdit>
 #include <QWindow>
+#include <algorithm>
 
 namespace lineweir {
 namespace {
 
-// A message or a dialog that comes so soon behind a key or a click is its answer.
-constexpr qint64 answer_milliseconds = 250;
+// A message or a dialog that comes so soon behind a key or a click is its answer; a button that is
+// chosen by its letter is seen to go down for a tenth of a second before it clicks.
+constexpr qint64 answer_milliseconds = 350;
 // Whoever has typed so lately goes on typing.
 constexpr qint64 typing_milliseconds = 1500;
 
@@ -40,6 +42,16 @@ bool is_command(const QKeyEvent& event) {
 
 bool is_character(const QKeyEvent& event) {
   return !is_command(event) && !event.text().isEmpty() && event.text().front().isPrint();
+}
+
+bool is_enter(const QKeyEvent& event) {
+  return event.key() == Qt::Key_Return || event.key() == Qt::Key_Enter;
+}
+
+// Alt with a letter, which chooses an entry of a menu bar, a button or a field.
+bool is_choice(const QKeyEvent& event) {
+  return (event.modifiers() & ~Qt::ShiftModifier) == Qt::AltModifier && event.key() < 0x10000 &&
+         QChar(event.key()).isLetter();
 }
 
 bool leads_about(const QKeyEvent& event) {
@@ -83,7 +95,7 @@ bool takes_typing(const QWidget* widget) {
 // A key that is held does such a thing once.
 bool acts_once(const QKeyEvent& event, const QWidget* focus) {
   if (event.key() == Qt::Key_Escape) return true;
-  if (event.key() == Qt::Key_Return || event.key() == Qt::Key_Enter) return !takes_lines(focus);
+  if (is_enter(event)) return !takes_lines(focus);
   return !takes_typing(focus) && !leads_about(event);
 }
 
@@ -110,7 +122,8 @@ UserHands::UserHands() {
 UserHands::~UserHands() = default;
 
 bool UserHands::commanded() const {
-  return last_command_ > last_typing_ && now() - last_command_ < answer_milliseconds;
+  const qint64 command = std::max(last_command_, last_release_);
+  return command > last_typing_ && now() - command < answer_milliseconds;
 }
 
 bool UserHands::typing() const { return now() - last_typing_ < typing_milliseconds; }
@@ -124,14 +137,24 @@ bool UserHands::eventFilter(QObject* watched, QEvent* event) {
       run_.end();
       last_command_ = now();
       return false;
+    case QEvent::MouseButtonRelease:
+      if (watched->isWindowType()) last_release_ = now();
+      return false;
+    case QEvent::Shortcut:
+      last_command_ = now();
+      return false;
     case QEvent::ShortcutOverride: {
       // Shortcuts come before the key itself; what is withheld or answers a message is none.
       const auto& key = *static_cast<QKeyEvent*>(event);
       const QWindow* window = window_under(watched);
       if (window == nullptr || is_modifier(key)) return false;
-      if (!withheld(key, window) && !answers(key, window)) return false;
-      event->accept();
-      return true;
+      if (withheld(key, window) || answers(key, window)) {
+        event->accept();
+        return true;
+      }
+      // What a shortcut takes comes as no key, and its window may be gone by then.
+      if (is_choice(key)) run_.choose(window, now());
+      return false;
     }
     case QEvent::KeyPress: {
       const auto& key = *static_cast<QKeyEvent*>(event);
@@ -149,6 +172,13 @@ bool UserHands::eventFilter(QObject* watched, QEvent* event) {
       note(key, window);
       return false;
     }
+    case QEvent::KeyRelease: {
+      const auto& key = *static_cast<QKeyEvent*>(event);
+      if (!watched->isWindowType() || key.isAutoRepeat() || key.key() != Qt::Key_Space)
+        return false;
+      if (!takes_typing(focus_in(static_cast<QWindow*>(watched)))) last_release_ = now();
+      return false;
+    }
     default:
       return false;
   }
@@ -159,16 +189,17 @@ bool UserHands::withheld(const QKeyEvent& event, const QWindow* window) const {
   if (QApplication::activePopupWidget() != nullptr) return false;
   const QWidget* focus = focus_in(window);
   if (event.isAutoRepeat() && acts_once(event, focus)) return true;
-  return !takes_typing(focus) && !run_.belongs_to(window, now());
+  if (takes_typing(focus) || run_.belongs_to(window, now())) return false;
+  if (!run_.is_choice()) return true;
+  return (is_character(event) || is_enter(event)) && has_hot_keys && has_hot_keys(*window);
 }
 
 bool UserHands::answers(const QKeyEvent& event, const QWindow* window) const {
   if (!answer_message || QApplication::activePopupWidget() != nullptr) return false;
   if (!message_waits || !message_waits(*window)) return false;
   // In a field Enter is the field's.
-  const bool enter = event.key() == Qt::Key_Return || event.key() == Qt::Key_Enter;
   return !is_command(event) &&
-         (event.key() == Qt::Key_Escape || (enter && !takes_typing(focus_in(window))));
+         (event.key() == Qt::Key_Escape || (is_enter(event) && !takes_typing(focus_in(window))));
 }
 
 void UserHands::note(const QKeyEvent& event, const QWindow* window) {

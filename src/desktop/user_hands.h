@@ -11,14 +11,15 @@ class QWindow;
 namespace lineweir {
 
 // Stands between the keyboard and all windows of the program, and lets nothing act in one window
-// that was meant for another: the rest of a word whose field has lost the keyboard, a key that is
-// still held when the window that it was pressed in has closed. A field takes whatever arrives.
+// that was meant for another: the rest of a word whose field has lost the keyboard, the letter of
+// an entry of a menu where Alt has closed a dialog and opened no menu, a key that is still held
+// when the window that it was pressed in has closed. A field takes whatever arrives.
 class UserHands final : public QObject {
  public:
   UserHands();
   ~UserHands() override;
 
-  // Whether what happens now is the answer to a key or a click that was no more than typing.
+  // Whether what happens now is the answer to a key or a click that was more than typing.
   bool commanded() const;
   // Whether the user has typed into a field up to a moment ago.
   bool typing() const;
@@ -30,6 +31,9 @@ class UserHands final : public QObject {
 
   // The user's own hand has led to another window: what is typed now is meant for that.
   void lead_on() { run_.end(); }
+
+  // Whether letters act in the window without being typed anywhere.
+  std::function<bool(const QWindow& window)> has_hot_keys;
 
   // Whether a message that has no keyboard of its own stands in front of the window, long enough to
   // have been seen; and what Enter and Esc do with it.
@@ -46,6 +50,8 @@ class UserHands final : public QObject {
 
   TypingRun run_;
   qint64 last_command_ = never;
+  // A button clicks when it is released.
+  qint64 last_release_ = never;
   qint64 last_typing_ = never;
 
   static constexpr qint64 never = -1'000'000;

@@ -39,6 +39,19 @@ TEST_SUITE("a run of typing") {
     CHECK_FALSE(run.belongs_to(&search, 1200));
   }
 
+  TEST_CASE("a choice holds what follows for longer, until something is typed") {
+    TypingRun run;
+    run.choose(&search, 1000);
+    CHECK(run.is_choice());
+    CHECK(run.belongs_to(&search, 1001));
+    CHECK_FALSE(run.belongs_to(&rows, 1000 + TypingRun::choice_milliseconds - 1));
+    CHECK(run.belongs_to(&rows, 1000 + TypingRun::choice_milliseconds));
+    run.go_on(1900);
+    CHECK_FALSE(run.is_choice());
+    CHECK_FALSE(run.belongs_to(&rows, 1900 + pause - 1));
+    CHECK(run.belongs_to(&rows, 1900 + pause));
+  }
+
   TEST_CASE("ends where the user's own hand leads on") {
     TypingRun run;
     run.take(&search, 1000);

@@ -5,6 +5,7 @@
 
 #include <QApplication>
 #include <QLineEdit>
+#include <QMessageBox>
 #include <QPushButton>
 
 #include "desktop/dialog_frame.h"
@@ -116,6 +117,46 @@ TEST_SUITE("desktop/focus: messages") {
     CHECK_FALSE(desk.box().isVisible());
     CHECK(desk.active() == "DatabaseViewer");
     CHECK(QApplication::focusWidget() == button);
+  }
+
+  TEST_CASE("one that answers a button is awaited however the button is pressed") {
+    FocusDesk desk;
+    desk.window().activateWindow();
+    desk.come_to_rest();
+    desk.open(desk.console.Form4, [&] { desk.console.caller_data.show_for_line(2); });
+    QWidget& form = desk.of(desk.console.Form4);
+    auto* button = form.findChild<QPushButton*>("Command3D1");
+    auto* field = form.findChild<QLineEdit*>("TheText(1)");
+    REQUIRE(field != nullptr);
+    field->setFocus();
+    desk.console.Form4.Command3D1.on_click = [&] { desk.console.messages.ShowMessage("No"); };
+    desk.type("ann");
+    REQUIRE(desk.console.Form4.TheText(1).text == "ann");
+    desk.time += 300;
+    SUBCASE("by its letter") {
+      REQUIRE(button->text() == "&Save");
+      desk.key(Qt::Key_S, Qt::AltModifier);
+    }
+    SUBCASE("by a slow click") {
+      const QPoint at = button->mapTo(&form, button->rect().center());
+      QTest::mousePress(form.windowHandle(), Qt::LeftButton, {}, at);
+      desk.time += 600;
+      QTest::mouseRelease(form.windowHandle(), Qt::LeftButton, {}, at);
+    }
+    SUBCASE("by a key that is held for a while") {
+      button->setFocus();
+      QTest::keyPress(form.windowHandle(), Qt::Key_Space);
+      desk.time += 600;
+      QTest::keyRelease(form.windowHandle(), Qt::Key_Space);
+    }
+    REQUIRE(test::wait_for([&] { return desk.console.MyMsgbox.visible.get(); }));
+    desk.come_to_rest();
+    CHECK(desk.active() == "MyMsgbox");
+    const QWidget* before = form.focusWidget();
+    desk.key(Qt::Key_Return);
+    CHECK_FALSE(desk.box().isVisible());
+    CHECK(desk.active() == "Form4");
+    CHECK(QApplication::focusWidget() == before);
   }
 
   TEST_CASE("one that follows a window has the keyboard and gives it to that window's opener") {
@@ -243,6 +284,67 @@ TEST_SUITE("desktop/focus: windows") {
     desk.time += 1000;
     desk.key(Qt::Key_D);
     CHECK(desk.words() == Words{"F02"});
+  }
+
+  TEST_CASE("a letter behind the Alt key that has closed a dialog is none of the main window") {
+    FocusDesk desk;
+    desk.window().activateWindow();
+    desk.come_to_rest();
+    Form* dialog = nullptr;
+    SUBCASE("the show's plan") { dialog = &desk.console.Form2; }
+    SUBCASE("the fields of the log") { dialog = &desk.console.LogDataForm; }
+    SUBCASE("a flash message") { dialog = &desk.console.FlashMessA; }
+    REQUIRE(dialog != nullptr);
+    desk.open(*dialog, [&] { dialog->show(); });
+    desk.key(Qt::Key_C, Qt::AltModifier);
+    // A button pressed by its letter is seen to go down before it clicks.
+    REQUIRE(test::wait_for([&] { return !dialog->visible; }));
+    desk.come_to_rest();
+    REQUIRE(desk.active() == "Lineweir");
+    desk.time += 900;
+    desk.key(Qt::Key_D);
+    desk.time += 300;
+    desk.type("13 ");
+    CHECK(desk.words() == Words{});
+    desk.time += 1000;
+    desk.key(Qt::Key_D);
+    CHECK(desk.words() == Words{"F02"});
+  }
+
+  TEST_CASE("a menu opens at once behind the Alt key that has closed a dialog") {
+    FocusDesk desk;
+    desk.window().activateWindow();
+    desk.come_to_rest();
+    desk.open(desk.console.Form2, [&] { desk.console.Form2.show(); });
+    desk.key(Qt::Key_C, Qt::AltModifier);
+    REQUIRE(test::wait_for([&] { return !desk.console.Form2.visible; }));
+    desk.come_to_rest();
+    desk.key(Qt::Key_O, Qt::AltModifier);
+    REQUIRE(QApplication::activePopupWidget() != nullptr);
+    desk.key(Qt::Key_Escape);
+    while (QApplication::activePopupWidget() != nullptr) desk.key(Qt::Key_Escape);
+    CHECK(desk.words() == Words{});
+  }
+
+  TEST_CASE("a letter behind a dialog's Esc is the user's own") {
+    FocusDesk desk;
+    desk.window().activateWindow();
+    desk.come_to_rest();
+    desk.open(desk.console.Form2, [&] { desk.console.Form2.show(); });
+    desk.key(Qt::Key_Escape);
+    REQUIRE(desk.active() == "Lineweir");
+    desk.key(Qt::Key_D);
+    CHECK(desk.words() == Words{"F02"});
+  }
+
+  TEST_CASE("Enter behind the Alt key answers the question that this has opened") {
+    FocusDesk desk;
+    QMessageBox question(QMessageBox::Question, "", "Really?", QMessageBox::Yes, &desk.viewer());
+    desk.console.DatabaseViewer.ExportButton.on_click = [&] { question.open(); };
+    desk.key(Qt::Key_E, Qt::AltModifier);
+    REQUIRE(test::wait_for([&] { return question.isActiveWindow(); }));
+    desk.key(Qt::Key_Return);
+    CHECK_FALSE(question.isVisible());
   }
 
   TEST_CASE("a click in another window leads on at once") {
