@@ -106,6 +106,26 @@ TEST_SUITE("dialogs") {
     CHECK(password.text() == "other");
   }
 
+  TEST_CASE("Alt with a digit enters nothing into a field, and its shortcuts go on") {
+    test::ShownConsole desk;
+    LoginWindow& form = desk.console.LoginForm;
+    auto& field = part<QLineEdit>(open(desk, form), "PasswordTextBox");
+    const auto press = [&field](int key, Qt::KeyboardModifiers modifiers, const char* text) {
+      QKeyEvent event(QEvent::KeyPress, key, modifiers, QString::fromLatin1(text));
+      QCoreApplication::sendEvent(&field, &event);
+    };
+    press(Qt::Key_7, Qt::NoModifier, "7");
+    press(Qt::Key_5, Qt::AltModifier, "5");
+    press(Qt::Key_0, Qt::AltModifier, "0");
+    press(Qt::Key_Percent, Qt::AltModifier | Qt::ShiftModifier, "%");
+    press(Qt::Key_3, Qt::AltModifier | Qt::KeypadModifier, "3");
+    CHECK(field.text() == "7");
+    CHECK(form.PasswordTextBox.text == "7");
+    press(Qt::Key_Left, Qt::NoModifier, "");
+    press(Qt::Key_Percent, Qt::ShiftModifier, "%");
+    CHECK(field.text() == "%7");
+  }
+
   TEST_CASE("a key handler sees each character first and may swallow or replace it") {
     test::ShownConsole desk;
     LoginWindow& form = desk.console.LoginForm;
