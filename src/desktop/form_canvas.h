@@ -86,6 +86,10 @@ class FormCanvas : public QWidget, private FormWatch {
   // What a line does, in words; set by the one who knows the lines.
   std::function<QString(int line)> spoken_state;
 
+  // Whether an icon blinks, and so is only dark for a moment when it isn't visible; set by the one
+  // who knows the lines.
+  std::function<bool(const Control& icon)> icon_blinks;
+
   // Shows all changes now.
   void flush() { frame_.flush(); }
 
@@ -117,7 +121,8 @@ class FormCanvas : public QWidget, private FormWatch {
   void mark_contents_of_placed();
   void mark(Control& control, bool place, bool paint);
   void hand_changed(const Line& hand);
-  // The rows, the lamp and what the keys say of themselves go by the link.
+  // The rows with their icons, the lamp, and what the keys show and say of themselves go by the
+  // link.
   void take_link();
 
   const Theme* theme_ = &metal_theme;

@@ -54,7 +54,8 @@ void KeyWidget::paint(QPainter& painter, const QRect& face) {
     paint(painter, face, work);
   }
   const bool lit = element_look().look == Look::NextKey &&
-                   key_state(button.picture) != KeyState::Disabled && canvas().next_caller_waits();
+                   key_state(button.picture) != KeyState::Disabled &&
+                   canvas().next_caller_waits() && canvas().no_link().isEmpty();
   if (lit) paint_key_light(painter, face, work.theme.next_light, work);
   if (hasFocus()) paint_focus_ring(painter, face, work);
 }

@@ -20,6 +20,13 @@ namespace {
 // The part of the form's height that its menu bar takes; the bar on the screen has its own height.
 int bar_twips(const MainForm& form) { return form.Options.visible ? menu_bar_height : 0; }
 
+// A line that rings, waits or is held.
+bool blinks(const Console& console, const Control& icon) {
+  const auto& letters = console.lines.StatusLetter;
+  const char letter = icon.index() < letters.size() ? letters(icon.index()) : ' ';
+  return letter == 'R' || letter == 'S' || letter == 'H';
+}
+
 }  // namespace
 
 MainFrame::MainFrame(Console& console, WindowFocus& focus, const QString& background_path)
@@ -45,6 +52,7 @@ QWidget* MainFrame::make_window() {
                                    core_text(form(), reason));
        }});
   window->canvas().spoken_state = [this](int line) { return spoken_state(console_, line); };
+  window->canvas().icon_blinks = [this](const Control& icon) { return blinks(console_, icon); };
   window->on_scale_changed = [window] { window->canvas().place_all(); };
   QApplication::setPalette(palette_of(window->canvas().theme()));
   return window;
@@ -90,6 +98,7 @@ void MainFrame::form_changed() {
   apply_zoom();
   apply_next_light();
   main_window()->canvas().flush();
+  show_standing_icons();
   main_window()->menus().flush();
   if (form().window_state == window_maximised) main_window()->fit_bar();
 }
@@ -110,6 +119,14 @@ void MainFrame::apply_next_light() {
   const bool waits = main_form.StudioMode.checked && main_form.LineStatus.loaded(next) &&
                      main_form.LineStatus(next).caption == next_caller_status;
   main_window()->canvas().set_next_caller_waits(waits);
+}
+
+void MainFrame::show_standing_icons() {
+  const FormCanvas& canvas = main_window()->canvas();
+  if (canvas.no_link().isEmpty()) return;
+  for (ElementWidget* widget : canvas.element_widgets()) {
+    if (widget->element_look().look == Look::KeyIcon) widget->setVisible(widget->shown_on_screen());
+  }
 }
 
 void MainFrame::apply_theme() {

@@ -33,6 +33,8 @@ class MainFrame final : public FormFrame {
   QSize least_content() const;
   void apply_zoom();
   void apply_next_light();
+  // What an icon that stands goes by is more than its element.
+  void show_standing_icons();
   void apply_theme();
 
   Console& console_;

@@ -17,6 +17,8 @@ namespace {
 
 // The part of a row button's shorter side that its icon fills.
 constexpr double icon_part = 0.54;
+// How much of an icon is seen while there is no link.
+constexpr double dimmed_opacity = 0.4;
 
 const Picture& picture_of(const ElementWidget& widget) {
   return static_cast<const Picture&>(*widget.control());
@@ -50,6 +52,13 @@ const Picture* KeyIconWidget::button() const {
   return static_cast<const Picture*>(canvas().control_named(name, icon->index()));
 }
 
+bool KeyIconWidget::shown_on_screen() const {
+  if (ElementWidget::shown_on_screen() || control() == nullptr) return control() != nullptr;
+  const bool stands =
+      !canvas().no_link().isEmpty() && canvas().icon_blinks && canvas().icon_blinks(*control());
+  return stands && button() != nullptr && button()->visible;
+}
+
 void UndrawnWidget::element_changed() {
   ElementWidget::element_changed();
   if (parentWidget() != &canvas()) parentWidget()->update();
@@ -64,6 +73,7 @@ QRect KeyIconWidget::device_place() const {
 void KeyIconWidget::paint(QPainter& painter, const QRect& face) {
   const auto paint = painter_of(picture_of(*this).picture);
   if (paint == nullptr || button() == nullptr) return;
+  if (!canvas().no_link().isEmpty()) painter.setOpacity(dimmed_opacity);
   QRect key = key_face(face, brushwork());
   if (key_state(button()->picture) == KeyState::Down) {
     key.translate(pressed_step(brushwork()), pressed_step(brushwork()));

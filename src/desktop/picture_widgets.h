@@ -20,12 +20,15 @@ class PictureWidget final : public ElementWidget {
 // The icon of a row button. The element's own place follows from the button's height alone, which
 // is below the middle at the design's size and far from it on a form that is stretched one way. So
 // the widget takes the button's place and draws itself in the middle of the key's face, where the
-// eye looks for it, at a size that goes with the key.
+// eye looks for it, at a size that goes with the key. While there is no link it is dimmed, as its
+// row is, and one that blinks stands.
 class KeyIconWidget final : public ElementWidget {
  public:
   KeyIconWidget(FormCanvas& canvas, Picture& icon, const ElementLook& look);
 
   QRect device_place() const override;
+  bool shown_on_screen() const override;
+  bool placed_by_link() const override { return true; }
 
  protected:
   void paint(QPainter& painter, const QRect& face) override;

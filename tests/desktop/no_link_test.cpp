@@ -100,6 +100,81 @@ TEST_SUITE("no link") {
     }
   }
 
+  TEST_CASE("icons are dimmed and stand, whatever the core does with them") {
+    LinkDesk desk;
+    MainForm& form = desk.form();
+    // Line 3 rings, line 4 is held, line 5 is on air.
+    for (const char* report : {"R02", "H03", "N04"}) desk.box_sends(report);
+    desk.settle();
+    const std::array<const Picture*, 3> icons = {&form.CIcon1(2), &form.CIcon1(3), &form.CIcon1(4)};
+    const auto shown = [&] {
+      std::vector<QImage> keys;
+      for (const Picture* icon : icons) keys.push_back(shown_pixels(desk.widget(*icon)));
+      return keys;
+    };
+    // Each tick is the other half of the blinking.
+    const auto tick = [&] {
+      form.Timer5.on_timer();
+      desk.settle();
+    };
+    while (!form.CIcon1(2).visible || !form.CIcon1(3).visible) tick();
+    const std::vector<QImage> linked = shown();
+    SUBCASE("lit when the link goes") {}
+    SUBCASE("dark when the link goes") {
+      while (form.CIcon1(2).visible) tick();
+    }
+    desk.unlink();
+    const std::vector<QImage> dimmed = shown();
+    bool blinked = false;
+    for (int turn = 0; turn < 8; ++turn) {
+      tick();
+      blinked |= !form.CIcon1(2).visible;
+      CHECK(shown() == dimmed);
+    }
+    CHECK(blinked);
+    for (std::size_t i = 0; i < icons.size(); ++i) {
+      CAPTURE(i);
+      ElementWidget& icon = desk.widget(*icons[i]);
+      CHECK(icon.isVisible());
+      const QColor ground = dimmed[i].pixelColor(dimmed[i].width() / 8, dimmed[i].height() / 2);
+      // How far the colour is from the key's that is furthest from it.
+      const auto distance = [&](const QImage& image) {
+        int most = 0;
+        for (int x = image.width() / 8; x < image.width() * 7 / 8; ++x) {
+          const QColor color = image.pixelColor(x, image.height() / 2);
+          most = std::max(most, std::abs(color.red() - ground.red()) +
+                                    std::abs(color.green() - ground.green()) +
+                                    std::abs(color.blue() - ground.blue()));
+        }
+        return most;
+      };
+      CHECK(distance(dimmed[i]) > 20);
+      CHECK(distance(dimmed[i]) < distance(linked[i]) * 2 / 3);
+    }
+    // A line that is freed in the dark half shows none any more.
+    while (form.CIcon1(2).visible) tick();
+    desk.console.lines.StatusLetter(2) = ' ';
+    form.LineStatus(2).caption = "-";
+    desk.settle();
+    CHECK_FALSE(desk.widget(form.CIcon1(2)).isVisible());
+    CHECK(desk.widget(form.CIcon1(3)).isVisible());
+  }
+
+  TEST_CASE("the next caller's keys show no light") {
+    LinkDesk desk;
+    MainForm& form = desk.form();
+    desk.box_sends("R03");
+    desk.box_sends("S03");
+    desk.platform.loop.advance(platform::Milliseconds(2000));
+    desk.settle();
+    REQUIRE(desk.canvas().next_caller_waits());
+    const QRgb light = desk.canvas().theme().next_light;
+    CHECK(pixels_of(shown_pixels(desk.widget(form.NextButton)), light) > 20);
+    desk.unlink();
+    CHECK(desk.canvas().next_caller_waits());
+    CHECK(pixels_of(shown_pixels(desk.widget(form.NextButton)), light) == 0);
+  }
+
   TEST_CASE("the lamp is hollow, whatever its fill, with the words beside it") {
     for (const int fill : {color_green, color_red}) {
       CAPTURE(fill);
