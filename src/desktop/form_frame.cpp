@@ -10,6 +10,7 @@
 #include "core/text.h"
 #include "desktop/core_text.h"
 #include "desktop/key_codes.h"
+#include "desktop/screen_room.h"
 #include "desktop/twips.h"
 #include "desktop/window_focus.h"
 
@@ -108,6 +109,7 @@ void FormFrame::show_or_hide() {
     window_->setWindowModality(form().modal ? Qt::ApplicationModal : Qt::NonModal);
     focus_.opens(*window_, takes_keyboard(awaited_));
     stay_reachable();
+    keep_on_screen(*window_);
     window_->show();
     apply_window_state();
   } else {

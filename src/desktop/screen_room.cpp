@@ -1,0 +1,65 @@
+#include "desktop/screen_room.h"
+
+#include <QGuiApplication>
+#include <QLayout>
+#include <QScreen>
+#include <QScrollArea>
+#include <QVBoxLayout>
+#include <QWidget>
+#include <algorithm>
+
+namespace lineweir {
+namespace {
+
+// What a window manager puts around a window at most; it isn't known before the window is shown.
+constexpr QMargins frame(4, 32, 4, 4);
+
+// A layout's window shrinks as far as its layout lets it; what is placed by hand doesn't shrink.
+QSize least_size(const QWidget& window) {
+  return window.layout() == nullptr ? window.size()
+                                    : window.minimumSizeHint().expandedTo(window.minimumSize());
+}
+
+void put_into_scroll_area(QWidget& window) {
+  auto* area = new QScrollArea;
+  auto* content = new QWidget;
+  area->setFrameShape(QFrame::NoFrame);
+  area->setFocusPolicy(Qt::NoFocus);
+  area->setWidgetResizable(true);
+  QLayout* layout = window.layout();
+  QWidget* bar = layout->menuBar();
+  layout->setMenuBar(nullptr);
+  // The layout takes all that it holds along.
+  content->setLayout(layout);
+  area->setWidget(content);
+  auto* outer = new QVBoxLayout(&window);
+  outer->setContentsMargins(0, 0, 0, 0);
+  outer->setMenuBar(bar);
+  outer->addWidget(area);
+  // Until then the window keeps the least size of the layout that it had.
+  outer->activate();
+}
+
+}  // namespace
+
+void keep_in_room(QWidget& window, const QRect& room) {
+  const QRect inner = room.marginsRemoved(frame);
+  const QSize least = least_size(window);
+  const bool too_large = least.width() > inner.width() || least.height() > inner.height();
+  if (too_large && window.layout() != nullptr) put_into_scroll_area(window);
+  window.resize(window.size().boundedTo(inner.size()));
+  // The place is that of the frame.
+  const QSize whole = window.size().grownBy(frame);
+  // Where not all fits, the upper left corner is seen.
+  const int left = std::max(std::min(window.x(), room.right() + 1 - whole.width()), room.left());
+  const int top = std::max(std::min(window.y(), room.bottom() + 1 - whole.height()), room.top());
+  if (window.pos() != QPoint(left, top)) window.move(left, top);
+}
+
+void keep_on_screen(QWidget& window) {
+  const QScreen* screen = QGuiApplication::screenAt(window.geometry().center());
+  if (screen == nullptr) screen = window.screen();
+  keep_in_room(window, screen->availableGeometry());
+}
+
+}  // namespace lineweir
