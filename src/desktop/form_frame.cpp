@@ -23,6 +23,13 @@ bool menu_has_keyboard() {
          qobject_cast<QMenuBar*>(QApplication::focusWidget()) != nullptr;
 }
 
+// Whether a question of the system is open. It has the keyboard, and nothing that stood there
+// before may come to lie on it.
+bool question_waits(const WindowFocus& focus) {
+  const QWidget* modal = QApplication::activeModalWidget();
+  return modal != nullptr && !focus.knows(*modal->window()->windowHandle());
+}
+
 }  // namespace
 
 FormFrame::FormFrame(Form& form, WindowFocus& focus)
@@ -68,7 +75,7 @@ void FormFrame::show_changes() {
   size_changed_ = false;
   place_changed_ = false;
   show_or_hide();
-  if (raise_wanted_ && window_->isVisible()) {
+  if (raise_wanted_ && window_->isVisible() && !question_waits(focus_)) {
     stay_reachable();
     window_->raise();
     if (awaited_ && comes_for_user()) focus_.give_to(*window_);

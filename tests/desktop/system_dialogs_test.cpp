@@ -10,6 +10,7 @@
 #include <QListView>
 #include <QTemporaryDir>
 #include <QTimer>
+#include <QWindow>
 #include <array>
 
 #include "desktop/dialogs.h"
@@ -64,6 +65,24 @@ TEST_SUITE("desktop/questions") {
     CHECK(owner == &desk.viewer());
     CHECK(QApplication::activeWindow() == &desk.viewer());
     CHECK(QApplication::focusWidget() == search);
+  }
+
+  TEST_CASE("a message that stood there before doesn't come to lie on one") {
+    Asking desk;
+    desk.console.messages.ShowMessage("The box has gone");
+    desk.come_to_rest();
+    const QWindow* box = desk.desktop.dialog(desk.console.MyMsgbox)->window()->windowHandle();
+    const QWindow* in_front_of = nullptr;
+    when_asked([&](QDialog& dialog) {
+      // The message is brought to the front each second; what belongs to a window lies on it.
+      desk.console.Lineweir.MessageTimer.on_timer();
+      desk.come_to_rest();
+      in_front_of = box->transientParent();
+      CHECK(in_front_of != dialog.windowHandle());
+      dialog.reject();
+    });
+    CHECK_FALSE(desk.dialogs.ask_yes_no("Change it?"));
+    CHECK(in_front_of == desk.viewer().windowHandle());
   }
 
   TEST_CASE("the font dialog opens on the font in force") {
