@@ -10,6 +10,8 @@
 namespace lineweir {
 namespace {
 
+constexpr std::string_view no_answer =
+    "Error communicating with Brenvox Interface Box!  Check cables and settings!";
 constexpr std::string_view line_monitor_request = "M";
 constexpr platform::Milliseconds answer_limit{3000};
 constexpr int settling_passes = 10000;
@@ -52,6 +54,7 @@ void SerialPortControl::Com_Click(int number) {
   attempt(
       [&] {
         console_.Lineweir.mouse_pointer = pointer_hourglass;
+        other_way_.reset();
         if (console_.Lineweir.NetworkConnectionOption.checked) {
           console_.remote_session.NetworkDisconnect();
         }
@@ -72,6 +75,7 @@ void SerialPortControl::Com_Click(int number) {
 void SerialPortControl::PortOn_Click() {
   attempt(
       [&] {
+        other_way_.reset();
         if (console_.services.comm1.is_open()) return;
         want(chosen_number());
         probe(Opening::Plain);
@@ -81,6 +85,7 @@ void SerialPortControl::PortOn_Click() {
 
 void SerialPortControl::Off_Click() {
   guard(console_, "Off_Click", [&] {
+    other_way_.reset();
     wanted_.reset();
     close();
     show_switch(false);
@@ -105,8 +110,13 @@ void SerialPortControl::close() {
 
 void SerialPortControl::box_answered() {
   if (awaiting_ == closings_) return;
+  console_.messages.withdraw(no_answer);
   attempt([&] { complete_probe(Opening::Plain); },
           [&](const Failure& failure) { guard_port("PortOn_Click", failure); });
+}
+
+void SerialPortControl::box_reported() {
+  if (given_up_ == closings_) box_answered();
 }
 
 void SerialPortControl::show_as_way() {
@@ -117,6 +127,7 @@ void SerialPortControl::show_as_way() {
 }
 
 PortChoice SerialPortControl::choice() const {
+  if (other_way_) return {*other_way_, false};
   return {wanted_.value_or(chosen_number()), wanted_ || console_.Lineweir.PortOn.checked};
 }
 
@@ -149,8 +160,8 @@ void SerialPortControl::probe(Opening opening) {
     case Answer::Given:
       return complete_probe(opening);
     case Answer::Missing:
-      console_.messages.ShowMessage(
-          "Error communicating with Brenvox Interface Box!  Check cables and settings!");
+      given_up_ = closings_;
+      console_.messages.ShowMessage(no_answer);
       console_.Lineweir.mouse_pointer = pointer_default;
       return;
     case Answer::NoLongerAwaited:

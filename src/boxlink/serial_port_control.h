@@ -9,8 +9,10 @@ namespace lineweir {
 struct Console;
 class Failure;
 
-// The user's choice in the menu "Port", as far as the serial line goes.
+// The user's choice in the menu "Port", as far as the menu doesn't show it as checked: the serial
+// port, or another way that came to nothing.
 struct PortChoice {
+  // As the settings number it.
   int number;
   bool on;
 };
@@ -42,7 +44,15 @@ class SerialPortControl {
   // The box has answered. Where its probe has given it up the answer is late, and completes it now.
   void box_answered();
 
-  // Another way has come to nothing: the menu shows the port, which is the way that is left.
+  // A box that hasn't answered its probe has reported lines, so it is there: the probe is
+  // completed.
+  void box_reported();
+
+  // Another way, by its number in the settings, has come to nothing, and is what the user wants all
+  // the same.
+  void want_other_way(int connection) { other_way_ = connection; }
+
+  // The menu shows the port, which is the way that is left.
   void show_as_way();
 
   // What the settings keep. A failure shows in the menu, but it is no choice of the user's.
@@ -77,8 +87,11 @@ class SerialPortControl {
   unsigned closings_ = 0;
   // The number at which a probe waits for its answer.
   std::optional<unsigned> awaiting_;
+  // The number at which a probe was given up.
+  std::optional<unsigned> given_up_;
   // The port that the user wants open, while the menu can't show it so.
   std::optional<int> wanted_;
+  std::optional<int> other_way_;
 };
 
 }  // namespace lineweir

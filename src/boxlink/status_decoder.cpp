@@ -69,6 +69,7 @@ bool StatusDecoder::await_line_monitor() {
 }
 
 void StatusDecoder::decode() {
+  const bool was_heard = box_heard_;
   serial_buffer.append(console_.services.comm1.input());
   const StatusScan scan = serial_buffer.scan(console_.lines.LineCount);
   for (const StatusItem& item : scan.items) {
@@ -79,6 +80,7 @@ void StatusDecoder::decode() {
   }
   serial_buffer.drop(scan.consumed);
   console_.caller_data.lines_changed();
+  if (!was_heard && box_heard_) console_.port.box_reported();
 }
 
 void StatusDecoder::hear_box() {

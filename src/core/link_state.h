@@ -48,8 +48,9 @@ constexpr std::string_view trouble_of(LinkState state) {
     case LinkState::PortClosed:
       return "There is no link: the port is off, switch it on in the menu Port.";
     case LinkState::BoxSilent:
-      return "There is no link: the interface box hasn't answered, check cables and settings and "
-             "choose its port again.";
+      // It may hear all the same.
+      return "There is no link: the interface box hasn't answered. What you press is sent, and "
+             "nobody knows what comes of it; check cables and settings and choose its port again.";
     case LinkState::NotConnected:
       return "There is no link: the server isn't connected.";
     case LinkState::NoObjects:

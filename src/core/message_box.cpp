@@ -58,6 +58,11 @@ void Messages::ShowMessage(std::string_view text) {
   show_box();
 }
 
+void Messages::withdraw(std::string_view text) {
+  MessageBoxForm& box = console_.MyMsgbox;
+  if (box.visible && box.Label1.caption == text) box.unload();
+}
+
 void Messages::show_box() {
   place_box();
   console_.MyMsgbox.show();

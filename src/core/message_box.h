@@ -32,6 +32,9 @@ class Messages {
 
   void ShowMessage(std::string_view text);
 
+  // Closes MyMsgbox if it still shows this text: what it tells is over.
+  void withdraw(std::string_view text);
+
   // Places MyMsgbox by the main form and shows it with the text that it has.
   void show_box();
 

@@ -14,9 +14,10 @@ constexpr int mode_talent = -1;
 constexpr int mode_producer = 0;
 
 int connection_of(const MainForm& form, const PortChoice& port) {
-  if (form.chosen_com() != 0) return port.number;
   if (form.NetworkConnectionOption.checked) return connection_remote_objects;
-  return form.WinsockMenu.checked ? connection_socket : connection_none;
+  if (form.WinsockMenu.checked) return connection_socket;
+  const bool other_way = port.number >= connection_remote_objects;
+  return form.chosen_com() != 0 || other_way ? port.number : connection_none;
 }
 
 int remote_port_of(const MainForm& form) {

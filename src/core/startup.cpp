@@ -68,6 +68,7 @@ void Startup::step(Step&& body) {
 void Startup::react(const Failure& failure) {
   switch (failure.number()) {
     case failure_number::port_not_open:
+      report_failure(console_, "Lineweir_Form_Load", failure);
       return console_.messages.ShowMessage("This Com Port is not available at this time!");
     case failure_number::socket_wrong_state:
       return console_.messages.ShowMessage("Lineweir is not currently connected to a server.");
@@ -263,6 +264,7 @@ void Startup::connect_socket() {
   form.NetworkConnectionOption.checked = false;
   if (!console_.server_connection.await()) {
     form.Shape1.fill_color = color_red;
+    console_.port.want_other_way(connection_socket);
     return;
   }
   if (console_.login_exchange.TextWrit_PasswordA(true) == LoginResult::Accepted) {

@@ -71,6 +71,7 @@ void RemoteSession::NetworkConnectionOption_Click() {
     connected = false;
     console_.remote.SerialInputObject.reset();
     console_.remote.CallbackServer.reset();
+    console_.port.want_other_way(connection_remote_objects);
     console_.port.show_as_way();
   }
   form.mouse_pointer = pointer_default;
