@@ -5,6 +5,7 @@
 
 #include "callerdata/call_log_columns.h"
 #include "callerdata/csv.h"
+#include "callerdata/draft_file.h"
 #include "callerdata/log_text.h"
 #include "core/console.h"
 #include "core/guard.h"
@@ -24,6 +25,9 @@ constexpr std::array<int, call_log_columns.size()> page_widths = {13, 14, 9, 5, 
 // The names of a log's files, behind its own name.
 constexpr std::array<std::string_view, 1> log_itself = {""};
 constexpr std::array<std::string_view, 3> files_beside_log = {"-wal", "-shm", "-journal"};
+
+// What the console itself writes into its folder.
+constexpr std::array own_files = {settings_file_name, draft_file_name, trace_file_name};
 
 std::string file_name_of(const std::string& path) {
   const auto slash = path.find_last_of("/\\");
@@ -108,16 +112,29 @@ std::string LogOutput::ask_file(const std::string& title, const std::string& fil
   const auto file = console_.services.dialogs.ask_file(question);
   // The viewer may have been closed while the question stood.
   if (!file || trimmed(*file).empty() || !console_.log_viewer.open()) return {};
-  // Asked first: what the engine keeps beside a log is no file to open as a database.
-  const bool beside_log = is_log_file(*file, files_beside_log);
-  if (!beside_log && !is_log_file(*file, log_itself) &&
-      !console_.services.databases.is_database(*file)) {
-    return *file;
-  }
-  refuse("DatabaseViewer", "The file '" + shown_file_name(*file) + "' " +
-                               (beside_log ? "belongs to the call log" : "is a database") +
+  const std::string reason = why_not(*file);
+  if (reason.empty()) return *file;
+  refuse("DatabaseViewer", "The file '" + shown_file_name(*file) + "' " + reason +
                                " and is not overwritten. Choose another name.");
   return {};
+}
+
+std::string LogOutput::why_not(const std::string& file) {
+  if (is_own_file(file)) return "belongs to Lineweir";
+  // Asked first: what the engine keeps beside a log is no file to open as a database.
+  if (is_log_file(file, files_beside_log)) return "belongs to the call log";
+  const bool database =
+      is_log_file(file, log_itself) || console_.services.databases.is_database(file);
+  return database ? "is a database" : "";
+}
+
+bool LogOutput::is_own_file(const std::string& file) const {
+  const auto is = [&](const std::string& own) {
+    return !own.empty() && console_.services.files.same_file(file, own);
+  };
+  return std::ranges::any_of(own_files,
+                             [&](std::string_view own) { return is(std::string(own)); }) ||
+         is(console_.show_plan.TheDataFileName) || is(console_.program.MessageFile);
 }
 
 bool LogOutput::is_log_file(const std::string& file, std::span<const std::string_view> endings) {

@@ -44,6 +44,9 @@ class LogOutput {
   // The file to write, if the user names one and it may be written.
   std::string ask_file(const std::string& title, const std::string& filter,
                        const std::string& extension);
+  // Why the file isn't to be written, as the end of a sentence about it; empty where it may be.
+  std::string why_not(const std::string& file);
+  bool is_own_file(const std::string& file) const;
   // Whether the file is one of the log that is shown, or of the one in use.
   bool is_log_file(const std::string& file, std::span<const std::string_view> endings);
   void start(Job job);

@@ -77,6 +77,7 @@ void ColumnChoice::WidthText_LostFocus(int Index) {
 void ColumnChoice::take_width(int column) {
   const double typed = whole_number_in(console_.DisplayOptionForm.WidthText(column).text.get());
   console_.display.set_width(column, console_.layout.scale().design_width(whole_16_bits(typed)));
+  console_.display.took_width_box(column);
 }
 
 void ColumnChoice::List1_Drag(int from, int to) {

@@ -172,6 +172,11 @@ bool DisplayOptions::width_box_untouched(int column) const {
          shown_widths_[static_cast<std::size_t>(column)];
 }
 
+void DisplayOptions::took_width_box(int column) {
+  shown_widths_[static_cast<std::size_t>(column)] =
+      console_.DisplayOptionForm.WidthText(column).text.get();
+}
+
 void DisplayOptions::collect() {
   const DisplayOptionWindow& form = console_.DisplayOptionForm;
   for (int column = first_optional_column; column < column_count; ++column) {

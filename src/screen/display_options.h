@@ -67,6 +67,8 @@ class DisplayOptions {
   void clear_width_box(int column);
   // Whether the box still holds what was last shown in it.
   bool width_box_untouched(int column) const;
+  // What is in the box is the column's width now.
+  void took_width_box(int column);
 
   // The entry of List1 that stands for a column, or -1.
   int listed_place(int column) const;

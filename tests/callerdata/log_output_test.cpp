@@ -105,6 +105,23 @@ TEST_SUITE("callerdata/log output") {
     }
   }
 
+  TEST_CASE("the console's own files aren't overwritten") {
+    Output test;
+    test.console.program.MessageFile = "Hot.txt";
+    test.log_call("Ann");
+    test.open();
+    for (const char* name : {"Writ.inf", "Drafts.csv", "LWDebug.txt", "NoName.TXT", "Hot.txt"}) {
+      CAPTURE(name);
+      test.platform.files.replace(name, "kept");
+      test.export_to(name);
+      CHECK(test.take_messages() == Texts{"The file '" + std::string(name) +
+                                          "' belongs to Lineweir and is not overwritten. Choose "
+                                          "another name."});
+      // The trace goes on meanwhile.
+      CHECK(test.platform.files.read(name)->starts_with("kept"));
+    }
+  }
+
   TEST_CASE("cells that a spreadsheet would run are guarded, unless they are wanted raw") {
     Output test;
     test.log_call("=1+1", "-");
