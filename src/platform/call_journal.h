@@ -65,7 +65,8 @@ class CallJournal {
   // another one is added where the log doesn't hold that any more.
   virtual void put(LoggedCall call) = 0;
 
-  // The log that is in use from now on, by its file's name as in LoggedCall. Numbers in that column of it are to be found quickly.
+  // The log that is in use from now on, by its file's name as in LoggedCall. Numbers in that column
+  // of it are to be found quickly.
   virtual void use(const std::string& file, const std::string& table, int number_column) = 0;
 
   // Calls that wait for one log go to another instead.

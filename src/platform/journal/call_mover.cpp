@@ -16,7 +16,10 @@ constexpr std::size_t most_calls_a_step = 200;
 CallMover::Log& CallMover::log_of(const std::string& file, const std::string& table) {
   const auto found = std::ranges::find_if(
       logs_, [&](const Log& log) { return log.file == file && log.table == table; });
-  return found == logs_.end() ? logs_.emplace_back(engine_, file, table) : *found;
+  if (found != logs_.end()) return *found;
+  Log& log = logs_.emplace_back(engine_, file, table);
+  log.former = !log_in_use_.empty() && file != log_in_use_;
+  return log;
 }
 
 void CallMover::take(JournalRecord record) {
@@ -25,7 +28,9 @@ void CallMover::take(JournalRecord record) {
 }
 
 void CallMover::use(const std::string& file, const std::string& table, int number_column) {
+  log_in_use_ = file;
   log_of(file, table).number_column = number_column;
+  for (Log& log : logs_) log.former = log.file != file;
 }
 
 void CallMover::work(Milliseconds now) {
@@ -35,6 +40,11 @@ void CallMover::work(Milliseconds now) {
     if (log.next_checkpoint && *log.next_checkpoint <= now) bring_into_file(log, now);
     if (log.store.take_replaced()) replaced_.push_back(log.file);
   }
+  std::erase_if(logs_, [](const Log& log) { return log.former && !has_work(log); });
+}
+
+bool CallMover::has_work(const Log& log) {
+  return !log.waiting.empty() || log.number_column || log.next_checkpoint;
 }
 
 void CallMover::work_on(Log& log, Milliseconds now) {
@@ -82,7 +92,10 @@ std::optional<Milliseconds> CallMover::next_work() const {
   const auto add = [&](Milliseconds due) { first = std::min(first.value_or(due), due); };
   for (const Log& log : logs_) {
     if (!log.waiting.empty() || log.number_column) add(log.next_try.value_or(Milliseconds{0}));
-    if (log.next_checkpoint) add(*log.next_checkpoint);
+    // Before the log is tried again nothing is done with it.
+    if (log.next_checkpoint) {
+      add(std::max(*log.next_checkpoint, log.next_try.value_or(Milliseconds{0})));
+    }
   }
   return first;
 }

@@ -28,7 +28,8 @@ class CallMover {
   // The record's call waits for its log from now on.
   void take(JournalRecord record);
 
-  // The log is made ready when `work` comes to it, whether calls wait for it or not.
+  // The log is made ready when `work` comes to it, whether calls wait for it or not. Any other is
+  // let go as soon as its calls are in its file.
   void use(const std::string& file, const std::string& table, int number_column);
 
   // Does what is due at this moment.
@@ -62,6 +63,8 @@ class CallMover {
     std::string table;
     CallStore store;
     std::deque<JournalRecord> waiting;
+    // Another one has come into use, so that this one needn't stay open.
+    bool former = false;
     // The column that is still to be indexed.
     std::optional<int> number_column;
     std::optional<LogTrouble> trouble;
@@ -75,10 +78,13 @@ class CallMover {
   void move_calls(Log& log);
   void prepare(Log& log);
   static void bring_into_file(Log& log, Milliseconds now);
+  static bool has_work(const Log& log);
 
   DatabaseEngine& engine_;
   // In the order of their first calls.
   std::list<Log> logs_;
+  // Empty until one is in use.
+  std::string log_in_use_;
   std::vector<RecordName> stored_;
   std::vector<std::string> replaced_;
 };
