@@ -4,6 +4,7 @@
 #include <QLayout>
 #include <QScreen>
 #include <QScrollArea>
+#include <QScrollBar>
 #include <QVBoxLayout>
 #include <QWidget>
 #include <algorithm>
@@ -38,6 +39,7 @@ void put_into_scroll_area(QWidget& window) {
   outer->addWidget(area);
   // Until then the window keeps the least size of the layout that it had.
   outer->activate();
+  window.resize(window.width() + area->verticalScrollBar()->sizeHint().width(), window.height());
 }
 
 }  // namespace
@@ -48,11 +50,10 @@ void keep_in_room(QWidget& window, const QRect& room) {
   const bool too_large = least.width() > inner.width() || least.height() > inner.height();
   if (too_large && window.layout() != nullptr) put_into_scroll_area(window);
   window.resize(window.size().boundedTo(inner.size()));
-  // The place is that of the frame.
-  const QSize whole = window.size().grownBy(frame);
-  // Where not all fits, the upper left corner is seen.
-  const int left = std::max(std::min(window.x(), room.right() + 1 - whole.width()), room.left());
-  const int top = std::max(std::min(window.y(), room.bottom() + 1 - whole.height()), room.top());
+  // A window that has no frame yet is told the place of its content. Where not all fits, the upper
+  // left corner is seen.
+  const int left = std::max(std::min(window.x(), inner.right() + 1 - window.width()), inner.left());
+  const int top = std::max(std::min(window.y(), inner.bottom() + 1 - window.height()), inner.top());
   if (window.pos() != QPoint(left, top)) window.move(left, top);
 }
 

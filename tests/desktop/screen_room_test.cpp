@@ -35,7 +35,7 @@ TEST_SUITE("desktop/screen room") {
         window.move(room.right() - 100, room.bottom() - 100);
         keep_in_room(window, room);
         desk.settle();
-        CHECK(room.contains(QRect(window.pos(), window.size() + QSize(0, title))));
+        CHECK(room.contains(QRect(window.pos(), window.size()).adjusted(0, -title, 0, 0)));
         for (const QPushButton* button : window.findChildren<QPushButton*>()) {
           if (!button->isVisible()) continue;
           CAPTURE(button->objectName().toStdString());
