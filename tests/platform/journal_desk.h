@@ -73,9 +73,9 @@ struct JournalDesk {
   void start() {
     journal = std::make_unique<platform::DiskCallJournal>(platform::DiskCallJournal::Setup{
         folder.path(), memory_disk(),
-        [path = folder.path()] {
-          return std::make_unique<platform::SqliteDatabases>(path, utf8_letters(),
-                                                             std::chrono::milliseconds(50));
+        [this] {
+          return std::make_unique<platform::SqliteDatabases>(folder.path(), utf8_letters(),
+                                                             std::chrono::milliseconds(50), &guard);
         },
         [this](std::function<void()> call) { loop.post(std::move(call)); }});
     journal->on_replaced = [this](const std::string& file) { replaced.push_back(file); };
@@ -126,6 +126,7 @@ struct JournalDesk {
   }
 
   TemporaryDirectory folder;
+  platform::GuardedFiles guard;
   TestLoop loop;
   std::vector<std::string> replaced;
   std::unique_ptr<platform::DiskCallJournal> journal;

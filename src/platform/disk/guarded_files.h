@@ -5,6 +5,8 @@
 #include <set>
 #include <utility>
 
+#include "platform/disk/beside_files.h"
+
 namespace lineweir::platform {
 
 // The databases that this process has open. A lock on a file belongs to the process, and the system
@@ -14,7 +16,7 @@ namespace lineweir::platform {
 class GuardedFiles {
  public:
   // The file's device and its number there.
-  using Identity = std::pair<std::uint64_t, std::uint64_t>;
+  using Identity = DiskIdentity;
 
   // Counted: a file is guarded until it has been let go as often as it was guarded.
   void guard(Identity file);
@@ -23,11 +25,15 @@ class GuardedFiles {
   // Whether that is the file, or one that the engine keeps beside it. Looked at by its name alone.
   bool guarded(const std::filesystem::path& file) const;
 
+  // What lies beside them.
+  BesideFiles& beside() { return beside_; }
+
  private:
   bool holds(const std::filesystem::path& file) const;
 
   mutable std::mutex mutex_;
   std::multiset<Identity> files_;
+  BesideFiles beside_;
 };
 
 }  // namespace lineweir::platform

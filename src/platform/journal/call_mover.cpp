@@ -29,8 +29,14 @@ void CallMover::take(JournalRecord record) {
 
 void CallMover::use(const std::string& file, const std::string& table, int number_column) {
   log_in_use_ = file;
-  log_of(file, table).number_column = number_column;
-  for (Log& log : logs_) log.former = log.file != file;
+  Log& used = log_of(file, table);
+  used.number_column = number_column;
+  // What was in the way may have gone since the last try.
+  used.next_try.reset();
+  for (Log& log : logs_) {
+    log.former = log.file != file;
+    if (log.former) log.number_column.reset();
+  }
 }
 
 void CallMover::work(Milliseconds now) {

@@ -81,8 +81,8 @@ bool CallStore::checkpoint() {
 
 template <class Step>
 void CallStore::work(Step&& step) {
+  look_for_other_file();
   try {
-    look_for_other_file();
     if (!rows_) open();
     step();
   } catch (const Failure& failure) {
@@ -96,15 +96,17 @@ void CallStore::look_for_other_file() {
   if (!database_) return;
   const FileStanding standing = database_->standing();
   if (standing == FileStanding::Same) return;
+  bool whole = true;
   if (standing != FileStanding::Written) {
-    // What the engine keeps beside the file belongs to the one that was there, and must not be
-    // taken for a part of another.
+    // The last moment at which what the engine keeps beside the file can come into it.
     try {
-      database_->checkpoint();
+      whole = database_->checkpoint();
     } catch (const Failure&) {
+      whole = false;
     }
   }
-  close();
+  // The rest is found again if the file comes back to its place.
+  if (whole || standing != FileStanding::Gone) close();
   if (standing == FileStanding::Gone) {
     throw Failure(failure_number::database_not_found,
                   "The call log " + shown_name(file_) + " has been moved or deleted.");

@@ -10,6 +10,7 @@
 #include "elements/failure.h"
 #include "platform/sqlite/sqlite_failure.h"
 #include "platform/sqlite/statement.h"
+#include "platform/sqlite/wal_index.h"
 
 namespace lineweir::platform {
 namespace {
@@ -57,6 +58,19 @@ bool is_shared_by_machines(const std::filesystem::path& file) {
   return std::ranges::find(network_systems, kind) != network_systems.end();
 }
 
+// The first that reads the file, and so the first that can tell whether it is a database.
+void read_first(sqlite3* connection) {
+  try {
+    query_number(connection, "PRAGMA schema_version");
+    renew_wal_index(connection);
+  } catch (const Failure& failure) {
+    if (failure.number() == failure_number::database_in_use) throw;
+    // It may have been written over while others have it open.
+    renew_wal_index(connection);
+    query_number(connection, "PRAGMA schema_version");
+  }
+}
+
 void require_utf8(sqlite3* connection) {
   Statement encoding(connection, "PRAGMA encoding");
   if (encoding.step() && encoding.text(0) != "UTF-8") {
@@ -84,8 +98,7 @@ Connection open_connection(const std::filesystem::path& file, const LockWait& lo
   // A name that no column has is a mistake and not a text.
   sqlite3_db_config(opened, SQLITE_DBCONFIG_DQS_DML, 0, nullptr);
   sqlite3_db_config(opened, SQLITE_DBCONFIG_DQS_DDL, 0, nullptr);
-  // The first that reads the file, and so the first that can tell whether it is a database.
-  query_number(opened, "PRAGMA schema_version");
+  read_first(opened);
   require_utf8(opened);
   if (sqlite3_db_readonly(opened, "main") != 0) throw sqlite_failure(SQLITE_READONLY, opened);
   return connection;

@@ -11,6 +11,7 @@
 #include "platform/sqlite/sqlite_row_batch.h"
 #include "platform/sqlite/statement.h"
 #include "platform/sqlite/table_schema.h"
+#include "platform/sqlite/wal_index.h"
 
 namespace lineweir::platform {
 namespace {
@@ -57,28 +58,21 @@ NewFile::~NewFile() {
 }
 
 SqliteDatabase::SqliteDatabase(const std::filesystem::path& file, bool just_made,
-                               const LockWait& lock_wait, GuardedFiles* guard, BatchWork batch_work)
-    : file_(file),
-      known_(look().value_or(FileLook())),
+                               const LockWait& lock_wait, GuardedFiles& guard, BatchWork batch_work)
+    : guard_(guard),
+      file_(file),
       batch_work_(batch_work),
       new_file_(just_made ? file : std::filesystem::path()),
-      guarding_(guard, {known_.identity.device, known_.identity.number}),
-      connection_(open_connection(file, lock_wait)),
-      visits_(connection_.get()) {
+      open_(file, lock_wait, guard),
+      visits_(open_.get()) {
   remember_look();
-}
-
-SqliteDatabase::Guarding::Guarding(GuardedFiles* guard, GuardedFiles::Identity file)
-    : guard_(guard), file_(file) {
-  if (guard_ != nullptr) guard_->guard(file_);
-}
-
-SqliteDatabase::Guarding::~Guarding() {
-  if (guard_ != nullptr) guard_->let_go(file_);
+  stamped_ = known_;
 }
 
 void SqliteDatabase::require_writable() {
-  if (!writable_) prepare_for_writing(connection_.get());
+  if (writable_) return;
+  prepare_for_writing(open_.get());
+  open_.note_beside();
   writable_ = true;
 }
 
@@ -86,65 +80,70 @@ void SqliteDatabase::create_table(const std::string& name,
                                   const std::vector<DatabaseColumn>& columns) {
   require_usable_names(columns);
   require_writable();
-  execute(connection_.get(), table_definition(name, columns));
+  execute(open_.get(), table_definition(name, columns));
   new_file_.keep();
 }
 
 std::vector<DatabaseColumn> SqliteDatabase::table_columns(const std::string& table) {
-  return read_schema(connection_.get(), table).columns;
+  return read_schema(open_.get(), table).columns;
 }
 
 void SqliteDatabase::rename_column(const std::string& table, int position,
                                    const std::string& name) {
   require_writable();
   // A name that is lost with the power is no loss, and whoever gives it doesn't wait for the disk.
-  const LightSync light(connection_.get());
-  Transaction transaction(connection_.get());
-  const TableSchema schema = read_schema(connection_.get(), table);
+  const LightSync light(open_.get());
+  Transaction transaction(open_.get());
+  const TableSchema schema = read_schema(open_.get(), table);
   const std::string old_name = schema.column(position).name;
   auto columns = schema.columns;
   columns[static_cast<std::size_t>(position)].name = name;
   require_usable_names(columns);
   if (name != old_name) {
-    execute(connection_.get(), "ALTER TABLE " + sql_name(schema.name) + " RENAME COLUMN " +
-                                   sql_name(old_name) + " TO " + sql_name(name));
+    execute(open_.get(), "ALTER TABLE " + sql_name(schema.name) + " RENAME COLUMN " +
+                             sql_name(old_name) + " TO " + sql_name(name));
   }
   transaction.commit();
 }
 
 void SqliteDatabase::index_numbers(const std::string& table, int position) {
-  const TableSchema schema = read_schema(connection_.get(), table);
+  const TableSchema schema = read_schema(open_.get(), table);
   const std::string& column = schema.column(position).name;
   const std::string index = number_index(schema, position);
-  if (has_index(connection_.get(), index)) return;
+  if (has_index(open_.get(), index)) return;
   require_writable();
-  execute(connection_.get(), "CREATE INDEX IF NOT EXISTS " + sql_name(index) + " ON " +
-                                 sql_name(schema.name) + " (" + bare_number_expression(column) +
-                                 ")");
+  execute(open_.get(), "CREATE INDEX IF NOT EXISTS " + sql_name(index) + " ON " +
+                           sql_name(schema.name) + " (" + bare_number_expression(column) + ")");
 }
 
 std::unique_ptr<Recordset> SqliteDatabase::open_recordset(const std::string& table) {
-  auto recordset = std::make_unique<SqliteRecordset>(connection_.get(), visits_, table);
+  auto recordset = std::make_unique<SqliteRecordset>(open_.get(), visits_, table);
   require_rights(file_);
   return recordset;
 }
 
 std::int64_t SqliteDatabase::change_stamp() {
+  const auto present = look();
+  if (present && present->identity == identity() && *present != stamped_) {
+    // Not counted by SQLite if it was by other means.
+    renew_wal_index(open_.get());
+    stamped_ = *present;
+  }
   // The first counts what others have changed, the second what went through this connection.
-  return (query_number(connection_.get(), "PRAGMA data_version") << 32) ^
-         sqlite3_total_changes(connection_.get());
+  return (query_number(open_.get(), "PRAGMA data_version") << 32) ^
+         sqlite3_total_changes(open_.get());
 }
 
 void SqliteDatabase::in_transaction(const std::function<void()>& body) {
   require_writable();
-  Transaction transaction(connection_.get());
+  Transaction transaction(open_.get());
   body();
   transaction.commit();
   remember_look();
 }
 
 bool SqliteDatabase::checkpoint() {
-  Statement checkpoint(connection_.get(), "PRAGMA wal_checkpoint(TRUNCATE)");
+  Statement checkpoint(open_.get(), "PRAGMA wal_checkpoint(TRUNCATE)");
   const bool whole = checkpoint.step() && checkpoint.number(0) == 0;
   remember_look();
   return whole;
@@ -163,19 +162,23 @@ std::optional<SqliteDatabase::FileLook> SqliteDatabase::look() const {
 
 void SqliteDatabase::remember_look() {
   const auto present = look();
-  if (present && present->identity == known_.identity) known_ = *present;
+  if (present && present->identity == identity()) known_ = *present;
+  open_.note_beside();
 }
 
 FileStanding SqliteDatabase::standing() {
   const auto present = look();
   if (!present) return FileStanding::Gone;
-  if (present->identity != known_.identity) return FileStanding::Replaced;
+  if (present->identity != identity()) return FileStanding::Replaced;
+  open_.note_beside();
   return *present == known_ ? FileStanding::Same : FileStanding::Written;
 }
 
 std::unique_ptr<RowBatch> SqliteDatabase::collect_rows(const std::string& table) {
-  if (batch_work_ == BatchWork::AtOnce) return std::make_unique<ImmediateRowBatch>(file_, table);
-  return std::make_unique<ThreadedRowBatch>(file_, table);
+  open_.require_in_place();
+  const BatchTarget target{file_, table, guard_};
+  if (batch_work_ == BatchWork::AtOnce) return std::make_unique<ImmediateRowBatch>(target);
+  return std::make_unique<ThreadedRowBatch>(target);
 }
 
 }  // namespace lineweir::platform

@@ -5,7 +5,7 @@
 
 #include "platform/database.h"
 #include "platform/disk/guarded_files.h"
-#include "platform/sqlite/connection.h"
+#include "platform/sqlite/open_file.h"
 #include "platform/sqlite/row_visits.h"
 
 namespace lineweir::platform {
@@ -32,10 +32,10 @@ enum class BatchWork { OnThreads, AtOnce };
 // its guard.
 class SqliteDatabase final : public Database {
  public:
-  // A file that has just been made goes again unless a table is made in it. The wait and the guard,
-  // which may be null, must outlive this object.
+  // A file that has just been made goes again unless a table is made in it. The wait and the guard
+  // must outlive this object.
   SqliteDatabase(const std::filesystem::path& file, bool just_made, const LockWait& lock_wait,
-                 GuardedFiles* guard, BatchWork batch_work);
+                 GuardedFiles& guard, BatchWork batch_work);
 
   void create_table(const std::string& name, const std::vector<DatabaseColumn>& columns) override;
   std::vector<DatabaseColumn> table_columns(const std::string& table) override;
@@ -46,23 +46,12 @@ class SqliteDatabase final : public Database {
   void in_transaction(const std::function<void()>& body) override;
   std::unique_ptr<RowBatch> collect_rows(const std::string& table) override;
   bool checkpoint() override;
-  FileIdentity identity() const override { return known_.identity; }
+  FileIdentity identity() const override {
+    return {open_.identity().first, open_.identity().second};
+  }
   FileStanding standing() override;
 
  private:
-  // Guards the file for as long as it is open.
-  class Guarding {
-   public:
-    Guarding(GuardedFiles* guard, GuardedFiles::Identity file);
-    ~Guarding();
-    Guarding(const Guarding&) = delete;
-    Guarding& operator=(const Guarding&) = delete;
-
-   private:
-    GuardedFiles* guard_;
-    GuardedFiles::Identity file_;
-  };
-
   // What the system tells of a file without opening it.
   struct FileLook {
     FileIdentity identity;
@@ -76,14 +65,16 @@ class SqliteDatabase final : public Database {
   void remember_look();
   void require_writable();
 
+  GuardedFiles& guard_;
   std::filesystem::path file_;
   // The file as it was when this connection last had to do with it.
   FileLook known_;
+  // The same for the last change stamp.
+  FileLook stamped_;
   BatchWork batch_work_;
   NewFile new_file_;
   bool writable_ = false;
-  Guarding guarding_;
-  Connection connection_;
+  OpenFile open_;
   RowVisits visits_;
 };
 

@@ -42,7 +42,7 @@ SqliteDatabases::SqliteDatabases(const std::filesystem::path& working_directory,
     : working_directory_(std::filesystem::absolute(working_directory)),
       letters_(letters),
       lock_wait_(lock_wait),
-      guard_(guard),
+      guard_(guard == nullptr ? own_guard_ : *guard),
       batch_work_(batch_work) {}
 
 std::filesystem::path SqliteDatabases::locate(const std::string& path) const {
@@ -64,7 +64,7 @@ std::unique_ptr<Database> SqliteDatabases::create(const std::string& path) {
 bool SqliteDatabases::is_database(const std::string& path) {
   const auto file = locate(path);
   // What the engine keeps beside an open database is no file to open as one.
-  if (guard_ != nullptr && guard_->guarded(file)) return true;
+  if (guard_.guarded(file)) return true;
   std::error_code error;
   if (!std::filesystem::is_regular_file(file, error)) return false;
   if (std::filesystem::file_size(file, error) == 0 || error) return false;

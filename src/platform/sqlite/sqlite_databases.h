@@ -35,7 +35,9 @@ class SqliteDatabases final : public DatabaseEngine {
   std::filesystem::path working_directory_;
   const Letters& letters_;
   std::chrono::milliseconds lock_wait_;
-  GuardedFiles* guard_;
+  // Where none is given.
+  GuardedFiles own_guard_;
+  GuardedFiles& guard_;
   BatchWork batch_work_;
 };
 

@@ -15,8 +15,8 @@ constexpr std::chrono::milliseconds busy_pause{1};
 
 }  // namespace
 
-ThreadedRowBatch::ThreadedRowBatch(const std::filesystem::path& file, const std::string& table)
-    : thread_([this, file, table] { work(file, table); }) {}
+ThreadedRowBatch::ThreadedRowBatch(const BatchTarget& target)
+    : thread_([this, target] { work(target); }) {}
 
 ThreadedRowBatch::~ThreadedRowBatch() {
   cancel();
@@ -52,11 +52,11 @@ RowBatch::Progress ThreadedRowBatch::progress() const {
   return progress_;
 }
 
-void ThreadedRowBatch::work(const std::filesystem::path& file, const std::string& table) {
+void ThreadedRowBatch::work(const BatchTarget& target) {
   try {
     std::optional<StagedRows> staged;
     const bool stored = until_free([&] {
-                          staged.emplace(file, table, lock_wait);
+                          staged.emplace(target, lock_wait);
                           return true;
                         }) &&
                         collect(*staged) && store_all(*staged);
@@ -112,12 +112,11 @@ void ThreadedRowBatch::end(Stage stage, std::optional<Failure> failure) {
   progress_.failure = std::move(failure);
 }
 
-ImmediateRowBatch::ImmediateRowBatch(const std::filesystem::path& file, const std::string& table)
-    : staged_(std::make_unique<StagedRows>(file, table, LockWait::zero())) {}
+ImmediateRowBatch::ImmediateRowBatch(const BatchTarget& target)
+    : staged_(std::make_unique<StagedRows>(target, LockWait::zero())) {}
 
 template <class Step>
-void ImmediateRowBatch::attempt(Step step) {
-  if (progress_.stage != Stage::Collecting) return;
+void ImmediateRowBatch::attempt(Step step) const {
   try {
     step();
   } catch (const Failure& failure) {
@@ -127,21 +126,38 @@ void ImmediateRowBatch::attempt(Step step) {
 }
 
 void ImmediateRowBatch::add(std::vector<std::string> values, bool apart) {
+  if (progress_.stage != Stage::Collecting) return;
   attempt([&] { staged_->add(values, apart); });
 }
 
 void ImmediateRowBatch::store(bool apart_too) {
-  attempt([&] {
-    staged_->store(apart_too, [this](std::int64_t done) {
+  if (progress_.stage != Stage::Collecting) return;
+  apart_too_ = apart_too;
+  attempt([&] { store_now(); });
+}
+
+void ImmediateRowBatch::store_now() const {
+  try {
+    staged_->store(apart_too_, [this](std::int64_t done) {
       progress_.done = done;
       return true;
     });
     progress_.stage = Stage::Stored;
-  });
+  } catch (const Failure& failure) {
+    if (failure.number() != failure_number::database_in_use) throw;
+    progress_.stage = Stage::Waiting;
+  }
+}
+
+RowBatch::Progress ImmediateRowBatch::progress() const {
+  if (progress_.stage == Stage::Waiting) attempt([&] { store_now(); });
+  return progress_;
 }
 
 void ImmediateRowBatch::cancel() {
-  if (progress_.stage == Stage::Collecting) progress_.stage = Stage::Cancelled;
+  if (progress_.stage == Stage::Collecting || progress_.stage == Stage::Waiting) {
+    progress_.stage = Stage::Cancelled;
+  }
 }
 
 }  // namespace lineweir::platform

@@ -15,7 +15,7 @@ namespace lineweir::platform {
 // A batch whose work is done on a thread of its own.
 class ThreadedRowBatch final : public RowBatch {
  public:
-  ThreadedRowBatch(const std::filesystem::path& file, const std::string& table);
+  explicit ThreadedRowBatch(const BatchTarget& target);
   // Waits until the thread has given up, which takes no longer than a step of storing.
   ~ThreadedRowBatch() override;
 
@@ -32,7 +32,7 @@ class ThreadedRowBatch final : public RowBatch {
   };
 
   // What the thread does.
-  void work(const std::filesystem::path& file, const std::string& table);
+  void work(const BatchTarget& target);
   // Runs the step until no other program is in its way; false when the batch was cancelled first.
   template <class Step>
   bool until_free(Step step);
@@ -54,23 +54,26 @@ class ThreadedRowBatch final : public RowBatch {
 };
 
 // A batch without a thread, for a console whose time is not that of the clock: each call does its
-// work before it returns, and another program that is writing is a failure.
+// work before it returns. While another program is writing, each question for the progress is a
+// try.
 class ImmediateRowBatch final : public RowBatch {
  public:
-  ImmediateRowBatch(const std::filesystem::path& file, const std::string& table);
+  explicit ImmediateRowBatch(const BatchTarget& target);
 
   void add(std::vector<std::string> values, bool apart) override;
   std::size_t waiting() const override { return 0; }
   void store(bool apart_too) override;
   void cancel() override;
-  Progress progress() const override { return progress_; }
+  Progress progress() const override;
 
  private:
   template <class Step>
-  void attempt(Step step);
+  void attempt(Step step) const;
+  void store_now() const;
 
   std::unique_ptr<StagedRows> staged_;
-  Progress progress_;
+  bool apart_too_ = false;
+  mutable Progress progress_;
 };
 
 }  // namespace lineweir::platform

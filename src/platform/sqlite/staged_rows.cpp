@@ -19,30 +19,29 @@ std::string staged_name(std::size_t column) { return "c" + std::to_string(column
 
 }  // namespace
 
-StagedRows::StagedRows(const std::filesystem::path& file, const std::string& table,
-                       LockWait lock_wait)
-    : lock_wait_(lock_wait), connection_(open_connection(file, lock_wait_)) {
-  prepare_for_writing(connection_.get());
-  const TableSchema schema = read_schema(connection_.get(), table);
+StagedRows::StagedRows(const BatchTarget& target, LockWait lock_wait)
+    : lock_wait_(lock_wait), open_(target.file, lock_wait_, target.guard) {
+  prepare_for_writing(open_.get());
+  open_.note_beside();
+  const TableSchema schema = read_schema(open_.get(), target.table);
   columns_ = schema.columns.size();
   // Rows that aren't stored are only dropped, so nothing needs to be taken back in there.
-  execute(connection_.get(), "PRAGMA temp.journal_mode = OFF");
-  execute(connection_.get(),
-          "CREATE TEMP TABLE staged (" + listed(columns_, staged_name) + ", apart)");
+  execute(open_.get(), "PRAGMA temp.journal_mode = OFF");
+  execute(open_.get(), "CREATE TEMP TABLE staged (" + listed(columns_, staged_name) + ", apart)");
   move_sql_ = "INSERT INTO main." + sql_name(schema.name) + " (" +
               listed(columns_, [&](std::size_t i) { return sql_name(schema.columns[i].name); }) +
               ") SELECT " + listed(columns_, staged_name) +
               " FROM temp.staged WHERE rowid > ?1 AND rowid <= ?2 AND (?3 OR NOT apart)"
               " ORDER BY rowid";
   insert_ = std::make_unique<Statement>(
-      connection_.get(),
-      "INSERT INTO temp.staged VALUES (" +
-          listed(columns_ + 1, [](std::size_t i) { return "?" + std::to_string(i + 1); }) + ")");
+      open_.get(), "INSERT INTO temp.staged VALUES (" + listed(columns_ + 1, [](std::size_t i) {
+                     return "?" + std::to_string(i + 1);
+                   }) + ")");
 }
 
 void StagedRows::add(const std::vector<std::string>& values, bool apart) {
   // One step for all: it concerns the temporary file only.
-  if (sqlite3_get_autocommit(connection_.get()) != 0) execute(connection_.get(), "BEGIN");
+  if (sqlite3_get_autocommit(open_.get()) != 0) execute(open_.get(), "BEGIN");
   for (std::size_t i = 0; i < columns_; ++i) {
     insert_->bind(static_cast<int>(i + 1), i < values.size() ? values[i] : std::string_view());
   }
@@ -52,9 +51,10 @@ void StagedRows::add(const std::vector<std::string>& values, bool apart) {
 }
 
 bool StagedRows::store(bool apart_too, const std::function<bool(std::int64_t done)>& go_on) {
-  if (sqlite3_get_autocommit(connection_.get()) == 0) execute(connection_.get(), "COMMIT");
-  Transaction transaction(connection_.get());
-  Statement move(connection_.get(), move_sql_);
+  if (sqlite3_get_autocommit(open_.get()) == 0) execute(open_.get(), "COMMIT");
+  open_.require_in_place();
+  Transaction transaction(open_.get());
+  Statement move(open_.get(), move_sql_);
   for (std::int64_t done = 0; done < rows_;) {
     if (!go_on(done)) return false;
     const std::int64_t end = std::min(done + rows_a_step, rows_);
@@ -63,6 +63,7 @@ bool StagedRows::store(bool apart_too, const std::function<bool(std::int64_t don
     done = end;
   }
   if (!go_on(rows_)) return false;
+  open_.require_in_place();
   transaction.commit();
   return true;
 }

@@ -1,0 +1,147 @@
+#include "platform/disk/beside_files.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <cstdio>
+#include <string>
+
+namespace lineweir::platform {
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr const char* log_ending = "-wal";
+constexpr const char* index_ending = "-shm";
+
+fs::path beside(const fs::path& name, const char* ending) {
+  fs::path file = name;
+  file += ending;
+  return file;
+}
+
+DiskIdentity identity_in(const struct stat& status) { return {status.st_dev, status.st_ino}; }
+
+// What has become of a file that this process has open.
+struct Whereabouts {
+  bool deleted = false;
+  std::optional<fs::path> name;
+};
+
+// Found by the process's handles, since a file doesn't know its name. A handle that is opened for
+// it would end the engine's locks when it is closed.
+Whereabouts whereabouts(DiskIdentity file) {
+  Whereabouts found;
+  std::error_code error;
+  for (fs::directory_iterator handle("/proc/self/fd", error); !error && handle != end(handle);
+       handle.increment(error)) {
+    struct stat status {};
+    if (::stat(handle->path().c_str(), &status) != 0 || identity_in(status) != file) continue;
+    found.deleted = status.st_nlink == 0;
+    std::error_code no_link;
+    const fs::path name = fs::read_symlink(handle->path(), no_link);
+    if (!no_link && disk_identity(name) == file) found.name = name;
+    break;
+  }
+  return found;
+}
+
+// A name for a database whose own one isn't known, beside which nothing lies.
+fs::path free_name(const fs::path& name) {
+  for (int number = 1;; ++number) {
+    const fs::path free = beside(name, (".former-" + std::to_string(number)).c_str());
+    if (!disk_identity(beside(free, log_ending)) && !disk_identity(beside(free, index_ending))) {
+      return free;
+    }
+  }
+}
+
+bool rename_to_free(const fs::path& from, const fs::path& to) {
+  if (::renameat2(AT_FDCWD, from.c_str(), AT_FDCWD, to.c_str(), RENAME_NOREPLACE) == 0) return true;
+  // Not every file system can do it in one step.
+  return errno == EINVAL && !disk_identity(to) && ::rename(from.c_str(), to.c_str()) == 0;
+}
+
+bool move_file(const fs::path& from, const fs::path& to, DiskIdentity file) {
+  if (!rename_to_free(from, to)) return disk_identity(from) != file;
+  // Another program has set it aside in between, and this was the new database's.
+  if (disk_identity(to) != file) rename_to_free(to, from);
+  return true;
+}
+
+}  // namespace
+
+std::optional<DiskIdentity> disk_identity(const fs::path& file) {
+  struct stat status {};
+  if (::stat(file.c_str(), &status) != 0) return std::nullopt;
+  return identity_in(status);
+}
+
+void BesideFiles::enter(const fs::path& name, DiskIdentity database) {
+  const std::lock_guard lock(mutex_);
+  const auto found = std::ranges::find_if(
+      known_, [&](const Known& known) { return known.name == name && known.database == database; });
+  if (found == known_.end()) {
+    known_.push_back({name, database, {}, {}, 1});
+  } else {
+    ++found->opened;
+  }
+}
+
+void BesideFiles::leave(const fs::path& name, DiskIdentity database) {
+  const std::lock_guard lock(mutex_);
+  std::erase_if(known_, [&](Known& known) {
+    return known.name == name && known.database == database && --known.opened == 0;
+  });
+}
+
+void BesideFiles::note(const fs::path& name, DiskIdentity database) {
+  if (disk_identity(name) != database) return;
+  const auto log = disk_identity(beside(name, log_ending));
+  const auto index = disk_identity(beside(name, index_ending));
+  // Otherwise they may be another one's already.
+  if (disk_identity(name) != database) return;
+  const std::lock_guard lock(mutex_);
+  for (Known& known : known_) {
+    if (known.name != name || known.database != database) continue;
+    known.log = log;
+    known.index = index;
+  }
+}
+
+bool BesideFiles::set_aside(const fs::path& name) {
+  const std::lock_guard lock(mutex_);
+  const auto present = disk_identity(name);
+  bool moved = true;
+  for (Known& known : known_) {
+    if (known.name != name || known.database == present) continue;
+    if (!present && known.opened > 1) continue;
+    moved = move_away(known) && moved;
+  }
+  return moved;
+}
+
+bool BesideFiles::move_away(const Known& known) {
+  const fs::path log = beside(known.name, log_ending);
+  const fs::path index = beside(known.name, index_ending);
+  const bool log_there = known.log && disk_identity(log) == known.log;
+  const bool index_there = known.index && disk_identity(index) == known.index;
+  if (!log_there && !index_there) return true;
+  const Whereabouts database = whereabouts(known.database);
+  if (database.deleted) {
+    const bool log_gone = !log_there || ::unlink(log.c_str()) == 0 || errno == ENOENT;
+    return (!index_there || ::unlink(index.c_str()) == 0 || errno == ENOENT) && log_gone;
+  }
+  fs::path to = database.name.value_or(known.name);
+  if (!database.name || disk_identity(beside(to, log_ending)) ||
+      disk_identity(beside(to, index_ending))) {
+    to = free_name(known.name);
+  }
+  const bool log_moved = !log_there || move_file(log, beside(to, log_ending), *known.log);
+  return (!index_there || move_file(index, beside(to, index_ending), *known.index)) && log_moved;
+}
+
+}  // namespace lineweir::platform
