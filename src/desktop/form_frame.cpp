@@ -157,6 +157,10 @@ bool FormFrame::eventFilter(QObject* watched, QEvent* event) {
     case QEvent::Move:
       window_moved();
       break;
+    case QEvent::UpdateRequest:
+      // The frame comes behind the window, and no event of its own tells of it.
+      window_moved();
+      break;
     case QEvent::WindowStateChange:
       window_state_changed();
       break;

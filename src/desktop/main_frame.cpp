@@ -1,9 +1,12 @@
 #include "desktop/main_frame.h"
 
 #include <QApplication>
+#include <QEvent>
 #include <QPalette>
 #include <QToolTip>
 #include <algorithm>
+#include <functional>
+#include <utility>
 
 #include "core/console.h"
 #include "desktop/core_text.h"
@@ -26,6 +29,29 @@ bool blinks(const Console& console, const Control& icon) {
   const char letter = icon.index() < letters.size() ? letters(icon.index()) : ' ';
   return letter == 'R' || letter == 'S' || letter == 'H';
 }
+
+// Tells once that the window has its frame, and the form with that its place.
+class FirstFrame final : public QObject {
+ public:
+  FirstFrame(QWidget& window, std::function<void()> tell)
+      : QObject(&window), window_(window), tell_(std::move(tell)) {
+    window.installEventFilter(this);
+  }
+
+ protected:
+  bool eventFilter(QObject*, QEvent* event) override {
+    if (event->type() != QEvent::UpdateRequest) return false;
+    if (!window_.isVisible() || window_.pos() == window_.geometry().topLeft()) return false;
+    window_.removeEventFilter(this);
+    deleteLater();
+    tell_();
+    return false;
+  }
+
+ private:
+  QWidget& window_;
+  std::function<void()> tell_;
+};
 
 }  // namespace
 
@@ -54,6 +80,8 @@ QWidget* MainFrame::make_window() {
   window->canvas().spoken_state = [this](int line) { return spoken_state(console_, line); };
   window->canvas().icon_blinks = [this](const Control& icon) { return blinks(console_, icon); };
   window->on_scale_changed = [window] { window->canvas().place_all(); };
+  // Asked behind the form, which has taken its place by then.
+  new FirstFrame(*window, [this] { console_.messages.follow_main_form(); });
   QApplication::setPalette(palette_of(window->canvas().theme()));
   return window;
 }

@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
 # Under a window manager the message box opens at its offset from the main window, from the first
-# time on and after the window was moved.
+# time on and after the window was moved; also when the first message comes from a box that doesn't
+# answer at the start.
 #
 #   message_box_place.sh FOLDER-OF-PROGRAMS
 set -euo pipefail
@@ -46,6 +47,7 @@ start_window_manager
 
 LINEWEIR_COM1=$work/none LINEWEIR_COM2=$work/none LINEWEIR_COM3=$work/none \
   LINEWEIR_COM4=$work/none timeout 120 "$bin/lineweir" &
+console=$!
 main=$(timeout 20 xdotool search --sync --onlyvisible --name 'Lineweir - ' | tail -n 1)
 check_box 'at the start'
 box=$(xdotool search --onlyvisible --name '^Lineweir$' | tail -n 1)
@@ -54,3 +56,20 @@ xdotool windowfocus --sync "$box" key Return
 xdotool windowmove --sync "$main" 300 200
 provoke_message
 check_box 'after a move'
+kill "$console" && wait "$console" || true
+
+# What the switch console sends is noise to whoever waits for an interface box.
+mkfifo typed && exec {typing}<> typed
+"$bin/lineweir-desk" --link noise < typed > /dev/null &
+for _ in {1..100}; do
+  [[ -e noise ]] && break
+  pause 0.1
+done
+LINEWEIR_COM1=$work/noise timeout 120 "$bin/lineweir" &
+console=$!
+main=$(timeout 20 xdotool search --sync --onlyvisible --name 'Lineweir - ' | tail -n 1)
+check_box 'with a box that does not answer'
+box=$(xdotool search --onlyvisible --name '^Lineweir$' | tail -n 1)
+xdotool windowfocus --sync "$box" key Return
+provoke_message
+check_box 'later in that run'
