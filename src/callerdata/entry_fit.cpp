@@ -4,7 +4,6 @@
 #include <utility>
 
 #include "core/text.h"
-#include "platform/database.h"
 
 namespace lineweir {
 namespace {
@@ -15,9 +14,10 @@ constexpr char country_sign = '+';
 
 bool is_digit(char c) { return c >= '0' && c <= '9'; }
 
-bool is_separator(char c) {
-  return c != country_sign && platform::number_separators.find(c) != std::string_view::npos;
-}
+// What people write between digits, with the no-break space and the dash of the sets of one byte.
+constexpr std::string_view separators = " -()./,:_\xA0\x96";
+
+bool is_separator(char c) { return separators.find(c) != std::string_view::npos; }
 
 std::string without_separators(std::string_view text) {
   std::string bare(text);

@@ -13,9 +13,7 @@ class UnreadFileIcons final : public QFileIconProvider {
  public:
   using QFileIconProvider::icon;
 
-  QIcon icon(const QFileInfo& file) const override {
-    return icon(file.isDir() ? Folder : File);
-  }
+  QIcon icon(const QFileInfo& file) const override { return icon(file.isDir() ? Folder : File); }
 
   QString type(const QFileInfo& file) const override {
     if (file.isDir()) return QStringLiteral("Folder");

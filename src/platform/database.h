@@ -30,9 +30,6 @@ struct DatabaseColumn {
 // all rows before it.
 using RowId = std::int64_t;
 
-// Characters that people write into a telephone number; numbers are looked up without them.
-inline constexpr std::string_view number_separators = " -()./+";
-
 // Which rows are visited: those behind a row in the direction of the scan, and at most `limit`.
 struct RowScan {
   // From the newest row down, or from the oldest up.
@@ -84,7 +81,7 @@ class Recordset {
   virtual int scan(const RowScan& rows, const RowVisitor& visit) = 0;
 
   // Visits the rows, newest first and at most `limit`, whose value in the column is the number,
-  // both taken without separators. Without a number index of the column none is found.
+  // both taken by their digits alone. Without a number index of the column none is found.
   virtual int find_number(int column, std::string_view number, int limit,
                           const std::vector<int>& columns, const RowVisitor& visit) = 0;
 };

@@ -64,6 +64,18 @@ TEST_SUITE("callerdata/caller history") {
     CHECK_FALSE(log.find(""));
   }
 
+  TEST_CASE("a logged number is known by its digits, whatever stands between them") {
+    for (const char* logged :
+         {"503-555-1212", "503\u00a0555\u00a01212", "503\u2013555\u20131212", "503:555,1212",
+          "503_555_1212", "5035551212#", "*5035551212", "T 5035551212", "503'555'1212"}) {
+      CAPTURE(logged);
+      LogOfCallers log;
+      log.add(logged, "Ann", "Bath");
+      CHECK(log.find("(503) 555-1212"));
+      CHECK_FALSE(log.find("503555121"));
+    }
+  }
+
   TEST_CASE("the newest name and city count, and the last time on air") {
     LogOfCallers log;
     log.add("312-555-0100", "Ann", "Bath", "1/5/2026", "10:00:00 AM");

@@ -55,6 +55,12 @@ TEST_SUITE("callerdata/entry fit") {
     CHECK(fit_number("", {"1 (312) 555 0100", 16}, 15) == EditedText{"13125550100", 11, false});
     CHECK(fit_number("", {"+1 (312) 555-0100", 17}, 15) == EditedText{"+13125550100", 12, false});
     CHECK(fit_number("", {"312-555-0100 x12", 16}, 15) == EditedText{"3125550100x12", 13, false});
+    CHECK(fit_number("",
+                     {"312\xA0"
+                      "555\x96"
+                      "0100, 12_34",
+                      20},
+                     15) == EditedText{"31255501001234", 14, false});
     // One that fits keeps them.
     CHECK(fit_number("", {"(312) 555-0100", 14}, 15) == EditedText{"(312) 555-0100", 14, false});
     // The caret stays where it stood between the digits.

@@ -250,6 +250,8 @@ TEST_CASE_TEMPLATE("A number is found however it was written, the newest row fir
   CHECK(test.numbered("+312/555 0100") == Names{"new", "old"});
   CHECK(test.numbered("312 555 0100", 1) == Names{"new"});
   CHECK(test.numbered("5550100") == Names{});
+  test.add("dash", "", "312\u2013555\u00a00100x");
+  CHECK(test.numbered("T 312:555,0100") == Names{"dash", "new", "old"});
   CHECK(failure_number_of([&] { test.database->index_numbers(table, 3); }) == 3265);
 }
 

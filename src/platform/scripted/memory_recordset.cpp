@@ -18,11 +18,11 @@ std::string_view cut(std::string_view utf8, int size) {
   return utf8;
 }
 
-std::string without_separators(std::string_view text) {
-  std::string bare;
-  std::ranges::copy_if(text, std::back_inserter(bare),
-                       [](char c) { return number_separators.find(c) == std::string_view::npos; });
-  return bare;
+std::string digits_of(std::string_view text) {
+  std::string digits;
+  std::ranges::copy_if(text, std::back_inserter(digits),
+                       [](char c) { return c >= '0' && c <= '9'; });
+  return digits;
 }
 
 void show_row(RowId id, const MemoryDatabases::Row& values, const std::vector<int>& columns,
@@ -151,11 +151,11 @@ int MemoryRecordset::find_number(int column, std::string_view number, int limit,
                                  const std::vector<int>& columns, const RowVisitor& visit) {
   const std::size_t place = place_of(column);
   for (const int wanted : columns) place_of(wanted);
-  const std::string bare = without_separators(number);
+  const std::string bare = digits_of(number);
   const auto& rows = table().rows;
   int visited = 0;
   for (auto row = rows.rbegin(); row != rows.rend() && visited < limit; ++row) {
-    if (without_separators(row->second[place]) != bare) continue;
+    if (digits_of(row->second[place]) != bare) continue;
     show_row(row->first, row->second, columns, visit);
     ++visited;
   }

@@ -189,9 +189,9 @@ int SqliteRecordset::find_number(int column, std::string_view number, int limit,
   const std::string& id = schema_.row_id;
   return visits_.run(
       {"SELECT 1 FROM " + sql_name(schema_.name) + " WHERE " +
-           bare_number_expression(schema_.column(column).name) + " = ?2 AND lineweir_visit(" + id +
+           digits_expression(schema_.column(column)) + " = ?2 AND lineweir_visit(" + id +
            schema_.listed(columns) + ") ORDER BY " + id + " DESC",
-       std::nullopt, bare_number(number), limit},
+       std::nullopt, digits_of(number), limit},
       visit);
 }
 

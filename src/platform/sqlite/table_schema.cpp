@@ -1,7 +1,6 @@
 #include "platform/sqlite/table_schema.h"
 
 #include <algorithm>
-#include <array>
 #include <charconv>
 
 #include "elements/failure.h"
@@ -11,6 +10,11 @@
 
 namespace lineweir::platform {
 namespace {
+
+// What is looked at of a number in a column of any size.
+constexpr int longest_number = 40;
+
+bool is_digit(char c) { return c >= '0' && c <= '9'; }
 
 // The size in a declared type such as "VARCHAR(30)"; 0 where it tells none.
 int declared_size(std::string_view type) {
@@ -51,7 +55,7 @@ std::int64_t schema_version(sqlite3* connection) {
 }
 
 std::string number_index(const TableSchema& schema, int position) {
-  return schema.name + " numbers " + std::to_string(position);
+  return schema.name + " digits " + std::to_string(position);
 }
 
 bool has_index(sqlite3* connection, const std::string& name) {
@@ -100,18 +104,22 @@ std::string table_definition(const std::string& name, const std::vector<Database
   return sql + ")";
 }
 
-std::string bare_number_expression(std::string_view column) {
-  std::string expression = sql_name(column);
-  for (const char separator : number_separators) {
-    expression = "replace(" + expression + ", '" + separator + "', '')";
+std::string digits_expression(const DatabaseColumn& column) {
+  const std::string name = sql_name(column.name);
+  const int length = column.size == 0 ? longest_number : column.size;
+  std::string expression = "''";
+  for (int place = 1; place <= length; ++place) {
+    const std::string character = "substr(" + name + ", " + std::to_string(place) + ", 1)";
+    expression +=
+        " || CASE WHEN " + character + " BETWEEN '0' AND '9' THEN " + character + " ELSE '' END";
   }
   return expression;
 }
 
-std::string bare_number(std::string_view number) {
-  std::string bare(number);
-  std::erase_if(bare, [](char c) { return number_separators.find(c) != std::string_view::npos; });
-  return bare;
+std::string digits_of(std::string_view number) {
+  std::string digits(number);
+  std::erase_if(digits, [](char c) { return !is_digit(c); });
+  return digits;
 }
 
 std::string_view cut_to_size(std::string_view utf8, int size) {

@@ -42,11 +42,11 @@ std::string sql_name(std::string_view name);
 // "CREATE TABLE ...": a column of size 30 is a VARCHAR(30).
 std::string table_definition(const std::string& name, const std::vector<DatabaseColumn>& columns);
 
-// The column's value without number separators, as an expression that an index can stand on.
-std::string bare_number_expression(std::string_view column);
+// The digits of the column's value, as an expression that an index can stand on in any program.
+std::string digits_expression(const DatabaseColumn& column);
 
 // The same of a text that is looked up.
-std::string bare_number(std::string_view number);
+std::string digits_of(std::string_view number);
 
 // The beginning of a text, at most so many characters; all of it for the size 0.
 std::string_view cut_to_size(std::string_view utf8, int size);
