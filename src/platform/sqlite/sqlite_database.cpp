@@ -108,12 +108,15 @@ void SqliteDatabase::rename_column(const std::string& table, int position,
 
 void SqliteDatabase::index_numbers(const std::string& table, int position) {
   const TableSchema schema = read_schema(open_.get(), table);
-  const std::string& column = schema.column(position).name;
+  const DatabaseColumn& column = schema.column(position);
   const std::string index = number_index(schema, position);
   if (has_index(open_.get(), index)) return;
   require_writable();
+  // Of a time when only some of the signs between digits were passed over.
+  execute(open_.get(),
+          "DROP INDEX IF EXISTS " + sql_name(schema.name + " numbers " + std::to_string(position)));
   execute(open_.get(), "CREATE INDEX IF NOT EXISTS " + sql_name(index) + " ON " +
-                           sql_name(schema.name) + " (" + bare_number_expression(column) + ")");
+                           sql_name(schema.name) + " (" + digits_expression(column) + ")");
 }
 
 std::unique_ptr<Recordset> SqliteDatabase::open_recordset(const std::string& table) {
