@@ -103,8 +103,10 @@ TEST_CASE("Rows that aren't stored leave nothing, and nobody waits for them") {
 }
 
 TEST_CASE("A batch waits for another program that is writing, and can be cancelled meanwhile") {
-  for (const bool cancelled : {false, true}) {
-    BatchFixture test;
+  for (const int round : {0, 1, 2, 3}) {
+    const auto work = round < 2 ? BatchWork::OnThreads : BatchWork::AtOnce;
+    const bool cancelled = round % 2 == 1;
+    BatchFixture test(work);
     const auto batch = test.database->collect_rows("Calls");
     batch->add({"a", ""}, false);
     REQUIRE(reaches(*batch, [&](Stage) { return batch->waiting() == 0; }));
@@ -120,6 +122,27 @@ TEST_CASE("A batch waits for another program that is writing, and can be cancell
       writer.finish();
       CHECK(reaches(*batch, Stage::Stored));
       CHECK(test.names() == std::vector<std::string>{"a"});
+    }
+  }
+}
+
+TEST_CASE("Nothing is stored once another file or none lies under the name") {
+  for (const auto work : {BatchWork::OnThreads, BatchWork::AtOnce}) {
+    for (const bool replaced : {false, true}) {
+      BatchFixture test(work);
+      const auto batch = test.database->collect_rows("Calls");
+      batch->add({"a", ""}, false);
+      REQUIRE(reaches(*batch, [&](Stage) { return batch->waiting() == 0; }));
+      const auto file = test.directory.path() / "calls.lwl";
+      std::filesystem::rename(file, test.directory.path() / "moved.lwl");
+      if (replaced) test.engine.create("calls.lwl")->create_table("Calls", {{"Name", 10}});
+      batch->store(false);
+      REQUIRE(reaches(*batch, Stage::Failed));
+      CHECK(batch->progress().failure->number() == failure_number::database_not_found);
+      CHECK(batch->progress().failure->what() ==
+            std::string("The file 'calls.lwl' has been moved or deleted."));
+      CHECK(test.names().empty());
+      CHECK(std::filesystem::exists(file) == replaced);
     }
   }
 }

@@ -16,7 +16,7 @@ std::string sentence(int number, const std::string& path) {
   }
 }
 
-// Rows that aren't stored where the script says so.
+// Rows that aren't stored where the script says so, and wait while it says that the file is in use.
 class FailingRowBatch final : public RowBatch {
  public:
   FailingRowBatch(const FailingDatabases& engine, std::string path, std::unique_ptr<RowBatch> rows)
@@ -27,19 +27,36 @@ class FailingRowBatch final : public RowBatch {
   }
   std::size_t waiting() const override { return rows_->waiting(); }
   void store(bool apart_too) override {
-    refusal_ = engine_.refusal(path_);
-    refusal_ ? rows_->cancel() : rows_->store(apart_too);
+    to_store_ = apart_too;
+    try_to_store();
   }
-  void cancel() override { rows_->cancel(); }
+  void cancel() override {
+    to_store_.reset();
+    refusal_.reset();
+    rows_->cancel();
+  }
   Progress progress() const override {
-    return refusal_ ? Progress{Stage::Failed, 0, refusal_} : rows_->progress();
+    try_to_store();
+    if (!refusal_) return rows_->progress();
+    if (to_store_) return {Stage::Waiting, 0, std::nullopt};
+    return {Stage::Failed, 0, refusal_};
   }
 
  private:
+  void try_to_store() const {
+    if (!to_store_) return;
+    refusal_ = engine_.refusal(path_);
+    if (refusal_ && refusal_->number() == failure_number::database_in_use) return;
+    refusal_ ? rows_->cancel() : rows_->store(*to_store_);
+    to_store_.reset();
+  }
+
   const FailingDatabases& engine_;
   std::string path_;
   std::unique_ptr<RowBatch> rows_;
-  std::optional<Failure> refusal_;
+  // While they wait: whether those told apart are wanted too.
+  mutable std::optional<bool> to_store_;
+  mutable std::optional<Failure> refusal_;
 };
 
 class FailingDatabase final : public Database {
