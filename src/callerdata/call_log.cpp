@@ -130,6 +130,8 @@ bool CallLog::complete(platform::LoggedCall call, const EntryTexts& texts) {
 platform::Recordset& CallLog::recordset() {
   const std::string& name = console_.Lineweir.Data1.database_name;
   if (!log_.recordset || log_.name != name || has_other_file(log_)) log_ = open(name);
+  // What is known of a file that was written over by other means is forgotten so.
+  log_.database->change_stamp();
   return *log_.recordset;
 }
 
@@ -141,6 +143,7 @@ void CallLog::choose(const std::string& file) {
 void CallLog::choose_unseen(const std::string& file) {
   console_.Lineweir.Data1.database_name = file;
   console_.Lineweir.Data1.record_source = call_log_table;
+  console_.log_viewer.keep_up();
 }
 
 bool CallLog::chosen() const {

@@ -76,6 +76,7 @@ void CallLogWatch::tell_replaced(const std::string& file) {
   guard(console_, "CallLogWatch", [&] {
     const std::string sentence = "The call log '" + file + "' was replaced by another file.";
     tell(sentence, sentence + " Calls go into that one from now on.");
+    console_.log_viewer.look_again();
   });
 }
 

@@ -52,8 +52,12 @@ void LogImport::ImportButton_Click() {
     question.title = "Import";
     question.filter = "CSV Files (*.csv)|*.csv|All Files (*.*)|*.*";
     const auto file = console_.services.dialogs.ask_file(question);
-    if (!file || trimmed(*file).empty() || !console_.log_viewer.open()) return;
-    begin(*file);
+    if (!file || trimmed(*file).empty() || !console_.DatabaseViewer.loaded()) return;
+    // The log may be another one by now.
+    console_.log_viewer.keep_up();
+    if (console_.log_viewer.open()) return begin(*file);
+    console_.messages.ShowMessage(
+        console_.services.letters.from_utf8(console_.DatabaseViewer.CountLabel.caption.get()));
   };
   attempt(body, [&](const Failure& failure) {
     report_failure(console_, "DatabaseViewer_ImportButton_Click", failure);

@@ -33,11 +33,8 @@ LogViewer::LogViewer(Console& console) : console_(console) {
 
 void LogViewer::ShowDatabaseMenuItem_Click() {
   guard(console_, "Lineweir_ShowDatabaseMenuItem_Click", [&] {
-    DatabaseViewerForm& form = console_.DatabaseViewer;
-    // Another log has been chosen since.
-    const std::string& chosen = console_.Lineweir.Data1.database_name;
-    if (form.loaded() && form.Data1.database_name.get() != chosen) form.unload();
-    form.show();
+    keep_up();
+    console_.DatabaseViewer.show();
   });
 }
 
@@ -227,26 +224,48 @@ void LogViewer::FollowTimer_Timer() {
 }
 
 bool LogViewer::still_there() {
-  if (open()) {
-    const platform::FileStanding standing = database_->standing();
-    if (standing == platform::FileStanding::Same || standing == platform::FileStanding::Written) {
-      return true;
-    }
-    console_.log_output.stop();
-    console_.ImportPreview.unload();
-  }
+  if (!open() || !shows_chosen_log()) return false;
+  const platform::FileStanding standing = database_->standing();
+  return standing == platform::FileStanding::Same || standing == platform::FileStanding::Written;
+}
+
+bool LogViewer::shows_chosen_log() const {
+  return console_.DatabaseViewer.Data1.database_name.get() ==
+         console_.Lineweir.Data1.database_name.get();
+}
+
+void LogViewer::keep_up() {
+  if (!console_.DatabaseViewer.loaded() || still_there()) return;
+  // They have a connection of their own, which knows where they go.
+  if (console_.ImportPreview.StoreTimer.enabled) return;
+  const bool lost = open() && end_work() && shows_chosen_log();
+  close_log();
+  console_.DatabaseViewer.Data1.database_name = console_.Lineweir.Data1.database_name.get();
   show_log();
-  return false;
+  if (lost) {
+    console_.messages.ShowMessage(
+        "The call log was moved, deleted or replaced by another file. Nothing was imported.");
+  }
+}
+
+bool LogViewer::end_work() {
+  console_.log_output.stop();
+  if (!console_.ImportPreview.loaded()) return false;
+  console_.ImportPreview.unload();
+  return true;
 }
 
 void LogViewer::follow() {
-  if (!still_there() || view_.working()) return;
+  if (!still_there()) return keep_up();
+  if (view_.working()) return;
   if (call_is_gone_) return look_again();
   const std::int64_t stamp = database_->change_stamp();
   if (stamp == stamp_) return;
   stamp_ = stamp;
   recordset_->refresh();
   show_columns();
+  // Removed, or the file was written over by other means.
+  if (view_.newest() && !recordset_->row(*view_.newest())) return look_again();
   more_to_follow_ = true;
   work();
   show_details();

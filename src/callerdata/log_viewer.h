@@ -30,6 +30,10 @@ class LogViewer {
   std::vector<std::string> column_names() const;
   std::vector<std::string> texts(platform::RowId row);
 
+  // Shows the log that is chosen, in the file that lies there now. What is under way with another
+  // one ends, except for calls that are being stored.
+  void keep_up();
+
   // Looks for the calls anew.
   void look_again();
 
@@ -55,8 +59,11 @@ class LogViewer {
   void close_log();
   // False where the body failed for longer than a moment.
   bool tried(std::string_view handler, const std::function<void()>& body);
-  // False where the log's file isn't there as it was and had to be opened anew, or is gone.
+  // Whether the log that is open is the chosen one and its file is there as it was.
   bool still_there();
+  bool shows_chosen_log() const;
+  // True when an import was being looked at.
+  bool end_work();
   void show_columns();
   void heading_clicked(int column);
   void sort_by(LogOrder order);

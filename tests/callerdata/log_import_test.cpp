@@ -202,6 +202,64 @@ TEST_SUITE("callerdata/log import") {
     CHECK(logged_rows(test).size() == 1);
   }
 
+  TEST_CASE("a log in whose place another file lies is opened anew for an import") {
+    Import test;
+    test.log_call("Ann");
+    test.platform.databases.remove(log_path);
+    create_log(test.platform);
+    test.choose("Caller Name\r\nBob\r\n");
+    REQUIRE(test.preview().visible);
+    test.import();
+    CHECK(test.take_messages() == Texts{"Imported 1 call."});
+    CHECK(test.names() == Texts{"Bob"});
+  }
+
+  TEST_CASE("a log that is gone takes no import, and the reason is told") {
+    Import test;
+    test.platform.databases.remove(log_path);
+    test.choose("Caller Name\r\nBob\r\n");
+    CHECK_FALSE(test.preview().visible);
+    CHECK(test.take_messages().size() == 1);
+    CHECK_FALSE(test.platform.databases.exists(log_path));
+  }
+
+  TEST_CASE("a preview ends when another file is put in the place of its log") {
+    Import test;
+    test.choose("Caller Name\r\nBob\r\n");
+    test.platform.databases.remove(log_path);
+    create_log(test.platform);
+    test.wait();
+    CHECK_FALSE(test.preview().visible);
+    CHECK(test.take_messages() ==
+          Texts{"The call log was moved, deleted or replaced by another file. Nothing was "
+                "imported."});
+    CHECK(logged_rows(test).empty());
+  }
+
+  TEST_CASE("an import waits for a log in use, shows that it does, and can be cancelled") {
+    Import test;
+    test.choose("Caller Name\r\nBob\r\n");
+    test.platform.failing_databases.fail(failure_number::database_in_use);
+    test.import();
+    test.wait(60000);
+    REQUIRE(test.preview().visible);
+    CHECK(test.preview().ResultLabel.caption ==
+          "Waiting for the log, which another program is writing to");
+    CHECK(logged_rows(test).empty());
+    bool cancelled = false;
+    SUBCASE("freed") { cancelled = false; }
+    SUBCASE("cancelled") {
+      cancelled = true;
+      test.preview().ImportCancel.on_click();
+      test.wait();
+    }
+    test.platform.failing_databases.fail(0);
+    test.wait();
+    CHECK_FALSE(test.preview().visible);
+    CHECK(test.take_messages() == (cancelled ? Texts{} : Texts{"Imported 1 call."}));
+    CHECK(logged_rows(test).size() == (cancelled ? 0 : 1));
+  }
+
   TEST_CASE("of very many lines that don't fit the first are named, and all are counted") {
     Import test;
     std::string content = "Caller Name,City\r\n";

@@ -269,6 +269,42 @@ TEST_SUITE("callerdata/log viewer") {
     CHECK(test.form().visible);
   }
 
+  TEST_CASE("the viewer follows at once to another log that is chosen") {
+    CallViewer test;
+    test.log_call("Ann");
+    test.open();
+    CHECK(test.names() == Names{"Ann"});
+    test.platform.files.replace("old.csv", "Caller Name\r\nBob\r\n");
+    test.platform.dialogs.answer_file("old.csv");
+    test.form().ImportButton.on_click();
+    REQUIRE(test.console.ImportPreview.loaded());
+    test.platform.dialogs.answer_file("other.mdb");
+    test.console.Lineweir.DatabasePathMenuItem.on_click();
+    CHECK(test.form().Data1.database_name == "other.mdb");
+    CHECK(test.names() == Names{});
+    CHECK_FALSE(test.console.ImportPreview.loaded());
+    CHECK(test.take_messages() == Names{});
+    CHECK(test.form().ImportButton.enabled);
+    test.platform.dialogs.answer_file("old.csv");
+    test.form().ImportButton.on_click();
+    test.wait();
+    test.console.ImportPreview.ImportOk.on_click();
+    test.wait();
+    CHECK(test.names() == Names{"Bob"});
+    CHECK(logged_rows(test).size() == 1);
+  }
+
+  TEST_CASE("a viewer that was opened without a log shows the first one that is chosen") {
+    CallViewer test;
+    test.console.Lineweir.Data1.database_name = "";
+    test.open();
+    CHECK_FALSE(test.form().ImportButton.enabled);
+    test.platform.dialogs.answer_file(log_path);
+    test.console.Lineweir.DatabasePathMenuItem.on_click();
+    CHECK(test.form().ImportButton.enabled);
+    CHECK(test.form().CountLabel.caption == "0 calls");
+  }
+
   TEST_CASE("closing ends all work and leaves the log alone") {
     CallViewer test;
     test.log_calls(30000);
