@@ -187,12 +187,11 @@ int SqliteRecordset::find_number(int column, std::string_view number, int limit,
   follow_schema();
   if (!has_index(connection_, number_index(schema_, column))) return 0;
   const std::string& id = schema_.row_id;
-  return visits_.run(
-      {"SELECT 1 FROM " + sql_name(schema_.name) + " WHERE " +
-           digits_expression(schema_.column(column)) + " = ?2 AND lineweir_visit(" + id +
-           schema_.listed(columns) + ") ORDER BY " + id + " DESC",
-       std::nullopt, digits_of(number), limit},
-      visit);
+  return visits_.run({"SELECT 1 FROM " + sql_name(schema_.name) + " WHERE " +
+                          digits_expression(schema_.column(column)) + " = ?2 AND lineweir_visit(" +
+                          id + schema_.listed(columns) + ") ORDER BY " + id + " DESC",
+                      std::nullopt, digits_of(number), limit},
+                     visit);
 }
 
 }  // namespace lineweir::platform
