@@ -36,6 +36,10 @@ Desktop::Desktop(Console& console, const QString& background_path)
     dialogs_.push_back(std::make_unique<DialogFrame>(row.form(console), row, focus_,
                                                      [this] { return main_frame_.window(); }));
   }
+  message_.before_placing = [this, &console] {
+    main_frame_.window_moved();
+    dialog(console.MyMsgbox)->window_moved();
+  };
   console.link.on_nothing_comes = [this](const std::string& why) {
     const QString shown = shown_text(console_.Lineweir, why);
     main_frame_.tell_at_hand(shown);

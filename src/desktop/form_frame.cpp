@@ -9,6 +9,7 @@
 
 #include "core/text.h"
 #include "desktop/core_text.h"
+#include "desktop/frame_place.h"
 #include "desktop/key_codes.h"
 #include "desktop/screen_room.h"
 #include "desktop/twips.h"
@@ -104,7 +105,10 @@ QRect FormFrame::place_to_open() const { return window_->screen()->availableGeom
 
 void FormFrame::move_window() {
   const QPoint wanted(pixel_edge(form().left), pixel_edge(form().top));
-  if (window_->pos() != wanted) window_->move(wanted);
+  if (frame_place(*window_) == wanted) return;
+  window_->move(wanted);
+  // Where the widget doesn't know of its frame yet.
+  if (frame_place(*window_) != wanted) window_->windowHandle()->setFramePosition(wanted);
 }
 
 void FormFrame::show_or_hide() {
@@ -180,13 +184,14 @@ bool FormFrame::eventFilter(QObject* watched, QEvent* event) {
 }
 
 void FormFrame::window_moved() {
-  if (!window_->isMinimized() && window_->isVisible()) take_place();
+  if (window_ != nullptr && !window_->isMinimized() && window_->isVisible()) take_place();
 }
 
 void FormFrame::take_place() {
   // A place that is the form's own already keeps its twips.
-  if (pixel_edge(form().left) != window_->x()) form().left = twips_of(window_->x());
-  if (pixel_edge(form().top) != window_->y()) form().top = twips_of(window_->y());
+  const QPoint place = frame_place(*window_);
+  if (pixel_edge(form().left) != place.x()) form().left = twips_of(place.x());
+  if (pixel_edge(form().top) != place.y()) form().top = twips_of(place.y());
 }
 
 void FormFrame::window_state_changed() {

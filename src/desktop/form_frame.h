@@ -29,6 +29,9 @@ class FormFrame : public QObject, private FormWatch {
   // Shows all changes now.
   void flush() { frame_.flush(); }
 
+  // The form takes its place from where the window stands.
+  void window_moved();
+
  protected:
   // Makes the window, hidden. It is destroyed by the frame.
   virtual QWidget* make_window() = 0;
@@ -64,7 +67,6 @@ class FormFrame : public QObject, private FormWatch {
   // Keeps a form that must stay in the user's hands in front of the window that the user works in.
   void stay_reachable();
   void apply_window_state();
-  void window_moved();
   // The form takes the window's place for its own.
   void take_place();
   void window_state_changed();

@@ -11,6 +11,7 @@
 #include "core/console.h"
 #include "desktop/core_text.h"
 #include "desktop/element_widget.h"
+#include "desktop/frame_place.h"
 #include "desktop/main_window.h"
 #include "desktop/spoken_lines.h"
 #include "desktop/twips.h"
@@ -30,10 +31,11 @@ bool blinks(const Console& console, const Control& icon) {
   return letter == 'R' || letter == 'S' || letter == 'H';
 }
 
-// Tells once that the window has its frame, and the form with that its place.
-class FirstFrame final : public QObject {
+// Tells that the window has got a frame, or another one, and the form with that its place. A window
+// manager may change its mind before the frame is there.
+class FrameWatch final : public QObject {
  public:
-  FirstFrame(QWidget& window, std::function<void()> tell)
+  FrameWatch(QWidget& window, std::function<void()> tell)
       : QObject(&window), window_(window), tell_(std::move(tell)) {
     window.installEventFilter(this);
   }
@@ -41,9 +43,9 @@ class FirstFrame final : public QObject {
  protected:
   bool eventFilter(QObject*, QEvent* event) override {
     if (event->type() != QEvent::UpdateRequest) return false;
-    if (!window_.isVisible() || window_.pos() == window_.geometry().topLeft()) return false;
-    window_.removeEventFilter(this);
-    deleteLater();
+    const QPoint frame = window_.geometry().topLeft() - frame_place(window_);
+    if (!window_.isVisible() || frame == frame_) return false;
+    frame_ = frame;
     tell_();
     return false;
   }
@@ -51,6 +53,7 @@ class FirstFrame final : public QObject {
  private:
   QWidget& window_;
   std::function<void()> tell_;
+  QPoint frame_;
 };
 
 }  // namespace
@@ -81,7 +84,7 @@ QWidget* MainFrame::make_window() {
   window->canvas().icon_blinks = [this](const Control& icon) { return blinks(console_, icon); };
   window->on_scale_changed = [window] { window->canvas().place_all(); };
   // Asked behind the form, which has taken its place by then.
-  new FirstFrame(*window, [this] { console_.messages.follow_main_form(); });
+  new FrameWatch(*window, [this] { console_.messages.follow_main_form(); });
   QApplication::setPalette(palette_of(window->canvas().theme()));
   return window;
 }

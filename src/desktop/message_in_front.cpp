@@ -9,10 +9,16 @@ namespace {
 // Nobody reads a message and reaches for a key in less.
 constexpr std::int64_t reading_milliseconds = 500;
 
+constexpr int placing_milliseconds = 200;
+constexpr int placings = 6;
+
 }  // namespace
 
 MessageInFront::MessageInFront(Console& console, UserHands& hands)
-    : FormWatch(console.MyMsgbox), console_(console), hands_(hands) {}
+    : FormWatch(console.MyMsgbox), console_(console), hands_(hands) {
+  placing_.setInterval(placing_milliseconds);
+  QObject::connect(&placing_, &QTimer::timeout, &placing_, [this] { place_again(); });
+}
 
 bool MessageInFront::seen() const {
   return console_.MyMsgbox.visible && hands_.now() - since_ >= reading_milliseconds;
@@ -22,11 +28,20 @@ void MessageInFront::answer() {
   if (console_.MyMsgbox.OKButton.on_click) console_.MyMsgbox.OKButton.on_click();
 }
 
+void MessageInFront::place_again() {
+  if (before_placing) before_placing();
+  console_.messages.follow_main_form();
+  if (--placings_left_ == 0 || !console_.MyMsgbox.visible) placing_.stop();
+}
+
 void MessageInFront::changed(Element& element, PropertyId property) {
   const MessageBoxForm& box = console_.MyMsgbox;
   const bool came = &element == &box && property == PropertyId::Visible && box.visible;
   const bool other_text = &element == &box.Label1 && property == PropertyId::Caption;
   if (came || other_text) since_ = hands_.now();
+  if (!came) return;
+  placings_left_ = placings;
+  placing_.start();
 }
 
 }  // namespace lineweir
