@@ -1,5 +1,6 @@
 #pragma once
 
+#include <filesystem>
 #include <istream>
 #include <optional>
 #include <ostream>
@@ -19,10 +20,16 @@ struct Reply {
 
 // Carries out a command line. Nothing for an empty line or a comment. Whatever the line holds, this
 // returns.
-std::optional<Reply> carry_out(Session& session, std::string_view line);
+//
+// `include "FILE"` carries out the commands of another script, whose path is that of the folder on;
+// its reply is the first one that failed, with its place, or "ok". Scripts include one another at
+// most eight deep.
+std::optional<Reply> carry_out(Session& session, std::string_view line,
+                               const std::filesystem::path& folder = {}, int depth = 0);
 
 // Carries out all lines, writing and flushing each reply at once. Failures are told on `complaints`
-// with the name and the line's number. Returns whether there were none.
+// with the name and the line's number. Returns whether there were none. The name is the script's
+// path, from whose folder on others are included, or empty.
 bool carry_out_all(Session& session, std::istream& lines, const std::string& name,
                    std::ostream& replies, std::ostream& complaints);
 

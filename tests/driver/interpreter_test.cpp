@@ -2,9 +2,12 @@
 
 #include <doctest/doctest.h>
 
+#include <filesystem>
+#include <fstream>
 #include <sstream>
 
 #include "driver_fixture.h"
+#include "platform/temporary_directory.h"
 
 namespace lineweir::test {
 namespace {
@@ -47,6 +50,30 @@ TEST_CASE_FIXTURE(DriverFixture, "All lines are carried out, whatever becomes of
         "case.txt:4: fly\n    error no such command: fly\n"
         "case.txt:5: expect clock \"x\"\n"
         "    error expected \"x\" got \"2026-01-05 10:00:00\"\n");
+}
+
+TEST_CASE_FIXTURE(DriverFixture,
+                  "A script includes others, whose first failure is told with its place") {
+  const TemporaryDirectory folder;
+  const auto write = [&](const char* name, const char* text) {
+    std::filesystem::create_directories((folder.path() / name).parent_path());
+    std::ofstream(folder.path() / name) << text;
+  };
+  write("parts/later.txt", "advance 1000\ninclude \"more.txt\"\n");
+  write("parts/more.txt", "# Beside the script that names it.\nadvance 1000\n");
+  write("wrong.txt", "advance 1000\n\nexpect clock \"never\"\nadvance 5000\n");
+  write("loop.txt", "include \"loop.txt\"\n");
+  const auto include = [&](const char* name) {
+    return driver::carry_out(session, "include \"" + std::string(name) + "\"", folder.path());
+  };
+  CHECK(include("parts/later.txt")->line == "ok");
+  CHECK(say("clock") == "= \"2026-01-05 10:00:02\"");
+  CHECK(include("wrong.txt")->line ==
+        "error wrong.txt:3: error expected \"never\" got \"2026-01-05 10:00:03\"");
+  CHECK(include("wrong.txt")->failed);
+  CHECK(say("clock") == "= \"2026-01-05 10:00:04\"");
+  CHECK(include("loop.txt")->failed);
+  CHECK(include("none.txt")->line == "error none.txt can't be read");
 }
 
 }  // namespace
