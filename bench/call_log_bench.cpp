@@ -10,9 +10,9 @@
 #include <random>
 
 #include "callerdata/call_log.h"
-#include "callerdata/call_log_columns.h"
 #include "callerdata/caller_history.h"
 #include "core/console.h"
+#include "forms/call_log_columns.h"
 #include "platform/scripted/scripted_platform.h"
 #include "platform/sqlite/sqlite_databases.h"
 

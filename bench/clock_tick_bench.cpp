@@ -7,9 +7,9 @@
 #include <functional>
 
 #include "allocation_count.h"
+#include "base/time_text.h"
 #include "clocks/show_plan.h"
 #include "core/console.h"
-#include "core/time_text.h"
 #include "platform/scripted/scripted_platform.h"
 
 namespace {

@@ -8,8 +8,8 @@
 #include <string>
 #include <string_view>
 
-#include "serverlink/server_packet_codec.h"
-#include "serverlink/server_packet_framing.h"
+#include "wire/server_packet_codec.h"
+#include "wire/server_packet_framing.h"
 
 using namespace lineweir;
 

@@ -8,6 +8,8 @@ function(lineweir_layer target)
   cmake_parse_arguments(LAYER "" "" "FOLDERS;LINKS" ${ARGN})
 
   set(root ${CMAKE_BINARY_DIR}/include/${target})
+  # Made anew, so that a folder which has left the layer can't be included from an old build tree.
+  file(REMOVE_RECURSE ${root})
   file(MAKE_DIRECTORY ${root})
   set(sources)
   foreach(folder IN LISTS LAYER_FOLDERS)
@@ -22,6 +24,11 @@ function(lineweir_layer target)
   add_library(${target} STATIC ${sources})
   target_include_directories(${target} PUBLIC ${root})
   target_link_libraries(${target} PUBLIC ${LAYER_LINKS})
+  # The folders that the layer sees, one a line, for the test of forbidden includes.
+  file(
+    GENERATE
+    OUTPUT ${CMAKE_BINARY_DIR}/layers/${target}
+    CONTENT "$<JOIN:$<REMOVE_DUPLICATES:$<TARGET_PROPERTY:${target},INCLUDE_DIRECTORIES>>,\n>\n")
 endfunction()
 
 # The platform interfaces share their folder with the services that make them real, so their
@@ -29,6 +36,7 @@ endfunction()
 function(lineweir_interface_layer target)
   cmake_parse_arguments(LAYER "" "FOLDER" "LINKS" ${ARGN})
   set(root ${CMAKE_BINARY_DIR}/include/${target})
+  file(REMOVE_RECURSE ${root})
   file(MAKE_DIRECTORY ${root}/${LAYER_FOLDER})
   file(GLOB headers CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/src/${LAYER_FOLDER}/*.h)
   foreach(header IN LISTS headers)

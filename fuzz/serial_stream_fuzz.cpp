@@ -12,7 +12,7 @@
 #include <string>
 #include <string_view>
 
-#include "core/time_text.h"
+#include "base/time_text.h"
 #include "support/call_log_file.h"
 #include "support/reference_stream.h"
 #include "support/scripted_console.h"

@@ -8,13 +8,13 @@
 #include <string>
 #include <string_view>
 
-#include "callcontrol/command_frame.h"
-#include "elements/failure.h"
-#include "serverlink/frame_trace.h"
-#include "serverlink/packet_text.h"
-#include "serverlink/server_packet_codec.h"
-#include "serverlink/server_packet_framing.h"
+#include "base/failure.h"
+#include "serverlink/command_frame.h"
 #include "support/plain_cutter.h"
+#include "wire/frame_trace.h"
+#include "wire/packet_text.h"
+#include "wire/server_packet_codec.h"
+#include "wire/server_packet_framing.h"
 
 using namespace lineweir;
 

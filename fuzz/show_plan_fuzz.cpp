@@ -6,10 +6,10 @@
 #include <cstdlib>
 #include <string_view>
 
+#include "base/time_text.h"
 #include "clocks/show_data_rows.h"
 #include "clocks/show_plan.h"
 #include "clocks/show_timing.h"
-#include "core/time_text.h"
 
 namespace {
 

@@ -6,7 +6,7 @@
 
 #include "desktop/painter_faces.h"
 #include "desktop/picture_painters.h"
-#include "screen/layout.h"
+#include "forms/layout.h"
 
 namespace lineweir {
 namespace {

@@ -2,7 +2,8 @@
 
 #include <array>
 
-#include "core/equipment_kinds.h"
+#include "lines/equipment_kinds.h"
+#include "lines/status_letters.h"
 
 namespace lineweir {
 
@@ -147,6 +148,16 @@ inline constexpr LineRule other_letter_rule = {
     any_kind,
     {LineStep::ShowText, LineStep::OpenDataForm, LineStep::RunClock, LineStep::BlankTime,
      LineStep::ForgetBase, LineStep::ShowRowOrNext}};
+
+// A rule for a letter that no table knows would show nothing.
+template <class Rules>
+constexpr bool all_letters_have_a_look(const Rules& rules) {
+  for (const LineRule& rule : rules) {
+    if (look_of(rule.letter) == nullptr) return false;
+  }
+  return true;
+}
+static_assert(all_letters_have_a_look(box_rules) && all_letters_have_a_look(server_rules));
 
 // The rule of a letter with this kind of equipment; null where there is none.
 template <class Rules>

@@ -2,27 +2,19 @@
 
 #include <string_view>
 
-#include "core/console.h"
-#include "core/text.h"
-#include "core/time_text.h"
+#include "base/text.h"
+#include "base/time_text.h"
+#include "callerdata/call_log.h"
+#include "callerdata/caller_data.h"
+#include "callerdata/caller_data_sender.h"
+#include "callerdata/line_texts.h"
+#include "screen/row_display.h"
+#include "state/console_state.h"
 
 namespace lineweir {
-namespace {
-
-bool one_of(char letter, std::string_view letters) {
-  return letters.find(letter) != std::string_view::npos;
-}
-
-constexpr std::string_view idle_letters = " B";
-constexpr std::string_view on_air_letters = "NC";
-constexpr std::string_view locked_letters = "LK";
-constexpr std::string_view on_air_or_locked_letters = "NCLK";
-
-}  // namespace
-
 void LineSteps::run(LineStep step, const LineReport& report) {
-  LineTable& lines = console_.lines;
-  MainForm& form = console_.Lineweir;
+  LineTable& lines = state_.lines;
+  MainForm& form = state_.Lineweir;
   const int line = report.line;
   const char old = report.old_letter;
   const bool fresh = lines.FreshConnect;
@@ -42,24 +34,24 @@ void LineSteps::run(LineStep step, const LineReport& report) {
     case LineStep::CloseHold:
       return close_hold(report);
     case LineStep::CloseAir:
-      if (one_of(old, on_air_letters)) close_air(line);
+      if (is_on_air(old)) close_air(line);
       return;
     case LineStep::CloseAirOrLocked:
-      if (one_of(old, on_air_or_locked_letters)) close_air(line);
+      if (is_on_air_or_locked(old)) close_air(line);
       return;
     case LineStep::CloseAirOfAny:
       return close_air(line);
     case LineStep::BeginAir:
       return begin_air(report);
     case LineStep::Log:
-      console_.call_log.log(line);
+      call_log_.log(line);
       // A line that is being restored keeps its texts on purpose; a new call has none.
-      if (!fresh || report.letter == 'R') console_.line_texts.caller_gone(line);
+      if (!fresh || report.letter == 'R') line_texts_.caller_gone(line);
       return;
     case LineStep::BeginCall:
-      if (!one_of(old, idle_letters)) return;
-      console_.call_log.leave(line, CallEnd::HungUp);
-      return console_.line_texts.caller_gone(line);
+      if (!is_empty(old)) return;
+      call_log_.leave(line, CallEnd::HungUp);
+      return line_texts_.caller_gone(line);
     case LineStep::ClearRecord:
       return record.clear();
     case LineStep::ClearDataUnlessFresh:
@@ -73,7 +65,7 @@ void LineSteps::run(LineStep step, const LineReport& report) {
     case LineStep::ClearHoldStamp:
       return lines.HoldStamp(line).clear();
     case LineStep::TellDataCleared:
-      return console_.data_sender.tell_data_cleared(line);
+      return data_sender_.tell_data_cleared(report.handler, line);
     case LineStep::RunClock:
       lines.ClockRunning(line) = 1;
       return;
@@ -89,10 +81,10 @@ void LineSteps::run(LineStep step, const LineReport& report) {
       if (!fresh) base_now(line);
       return;
     case LineStep::BaseOnAirUnlessFresh:
-      if (!fresh && !one_of(old, locked_letters)) base_now(line);
+      if (!fresh && !is_locked_on_air(old)) base_now(line);
       return;
     case LineStep::BaseUnlessRungOrFresh:
-      if (!fresh && (lines.ClockBase(line).empty() || old != 'R')) base_now(line);
+      if (!fresh && (lines.ClockBase(line).empty() || old != ringing_letter)) base_now(line);
       return;
     case LineStep::ForgetBase:
       return lines.ClockBase(line).clear();
@@ -125,47 +117,47 @@ void LineSteps::run(LineStep step, const LineReport& report) {
 }
 
 void LineSteps::close_hold(const LineReport& report) {
-  const std::string& since = console_.lines.HoldStamp(report.line);
-  if (report.old_letter != 'S' || since.empty()) return;
-  console_.lines.CallerData(report.line).set(CallerField::TimeOnHold, time_since(since, now()));
+  const std::string& since = state_.lines.HoldStamp(report.line);
+  if (report.old_letter != ready_letter || since.empty()) return;
+  state_.lines.CallerData(report.line).set(CallerField::TimeOnHold, time_since(since, now()));
 }
 
 void LineSteps::close_air(int line) {
-  CallerRecord& record = console_.lines.CallerData(line);
+  CallerRecord& record = state_.lines.CallerData(line);
   const auto since = trimmed(record[CallerField::TimePlacedOnAir]);
   if (!since.empty()) record.set(CallerField::TimeOnAir, time_since(since, now()));
 }
 
 void LineSteps::begin_air(const LineReport& report) {
-  if (one_of(report.old_letter, locked_letters)) return;
-  CallerRecord& record = console_.lines.CallerData(report.line);
+  if (is_locked_on_air(report.old_letter)) return;
+  CallerRecord& record = state_.lines.CallerData(report.line);
   record.set(CallerField::TimePlacedOnAir, clock_text(seconds_of_day(now())));
-  const std::string& held_since = console_.lines.HoldStamp(report.line);
+  const std::string& held_since = state_.lines.HoldStamp(report.line);
   if (!held_since.empty()) record.set(CallerField::TimeOnHold, time_since(held_since, now()));
 }
 
 void LineSteps::base_now(int line) {
-  console_.lines.ClockBase(line) = hms_text(seconds_of_day(now()));
+  state_.lines.ClockBase(line) = hms_text(seconds_of_day(now()));
 }
 
 void LineSteps::open_data_form(const LineReport& report) {
-  const MainForm& form = console_.Lineweir;
+  const MainForm& form = state_.Lineweir;
   if (!form.AutoDataEntry.checked) return;
-  const bool answered = report.old_letter == 'R';
-  const bool taken_back = report.old_letter == 'H' && form.ScreenerMode.checked;
-  if (answered || taken_back) console_.caller_data.show_for_answered_line(report.line);
+  const bool answered = report.old_letter == ringing_letter;
+  const bool taken_back = report.old_letter == held_letter && form.ScreenerMode.checked;
+  if (answered || taken_back) caller_data_.show_for_answered_line(report.line);
 }
 
 void LineSteps::show_row(const LineReport& report, bool may_be_next) {
-  if (may_be_next && console_.lines.TheNextCall == report.line) {
-    console_.rows.show_next(report.line);
+  if (may_be_next && state_.lines.TheNextCall == report.line) {
+    rows_.show_next(report.line);
   } else {
-    console_.rows.set_row_color(report.line, report.look.row);
+    rows_.set_row_color(report.line, report.look.row);
   }
-  console_.rows.DrawMark(report.line);
-  console_.rows.HybridPictureSet(report.line, report.look.icon1, report.look.icon2);
+  rows_.DrawMark(report.line);
+  rows_.HybridPictureSet(report.line, report.look.icon1, report.look.icon2);
 }
 
-platform::DateTime LineSteps::now() const { return console_.services.clock.now(); }
+platform::DateTime LineSteps::now() const { return state_.services.clock.now(); }
 
 }  // namespace lineweir

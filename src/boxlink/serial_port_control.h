@@ -6,7 +6,11 @@
 
 namespace lineweir {
 
-struct Console;
+class LinkWatch;
+class Links;
+class SerialLink;
+class StatusDecoder;
+struct ConsoleState;
 class Failure;
 
 // The user's choice in the menu "Port", as far as the menu doesn't show it as checked: the serial
@@ -24,7 +28,8 @@ struct PortChoice {
 // same menu too. Whatever closes the port ends the probe: it goes no further, and says nothing.
 class SerialPortControl {
  public:
-  explicit SerialPortControl(Console& console);
+  SerialPortControl(ConsoleState& state, const Links& links, SerialLink& serial_link,
+                    LinkWatch& link, StatusDecoder& decoder);
 
   // Com1_Click to Com4_Click: moves an open link to another port; on a closed one it only selects.
   void Com_Click(int number);
@@ -41,13 +46,6 @@ class SerialPortControl {
   // Closes the port for another way to the equipment, or for good.
   void close();
 
-  // The box has answered. Where its probe has given it up the answer is late, and completes it now.
-  void box_answered();
-
-  // A box that hasn't answered its probe has reported lines, so it is there: the probe is
-  // completed.
-  void box_reported();
-
   // Another way, by its number in the settings, has come to nothing, and is what the user wants all
   // the same.
   void want_other_way(int connection) { other_way_ = connection; }
@@ -59,6 +57,12 @@ class SerialPortControl {
   PortChoice choice() const;
 
  private:
+  // The box has answered. Where its probe has given it up the answer is late, and completes it now.
+  void box_answered();
+  // A box that hasn't answered its probe has reported lines, so it is there: the probe is
+  // completed.
+  void box_reported();
+
   enum class Opening { Plain, Searching, AlreadyOpen };
   enum class Answer { Given, Missing, NoLongerAwaited };
 
@@ -80,7 +84,11 @@ class SerialPortControl {
   // The one handler of the procedures of this class.
   void guard_port(std::string_view procedure, const Failure& failure);
 
-  Console& console_;
+  ConsoleState& state_;
+  const Links& links_;
+  SerialLink& serial_link_;
+  LinkWatch& link_;
+  StatusDecoder& decoder_;
   // The port failures of the start so far; each selects the next port.
   int failures_at_start_ = 0;
   // How often the port was closed: who finds another number behind a wait has lost the port.

@@ -2,13 +2,17 @@
 
 #include "boxlink/line_rules.h"
 #include "boxlink/line_steps.h"
-#include "core/console.h"
-#include "core/guard.h"
-#include "core/status_letters.h"
+#include "boxlink/serial_link.h"
+#include "callerdata/caller_data.h"
+#include "lines/status_letters.h"
+#include "link/link_watch.h"
+#include "state/console_state.h"
+#include "state/guard.h"
 
 namespace lineweir {
 namespace {
 
+constexpr std::string_view on_comm = "Lineweir_Comm1_OnComm";
 constexpr std::string_view line_monitor_answer = "Line monitor ON";
 constexpr platform::Milliseconds line_monitor_limit{5000};
 
@@ -33,17 +37,23 @@ class StatusDecoder::Wait {
   unsigned number_;
 };
 
-StatusDecoder::StatusDecoder(Console& console) : console_(console) {
-  console.services.comm1.on_comm = [this](int comm_event) { Comm1_OnComm(comm_event); };
+StatusDecoder::StatusDecoder(ConsoleState& state, SerialLink& serial_link, LinkWatch& link,
+                             CallerDataEntry& caller_data, LineSteps& line_steps)
+    : state_(state),
+      serial_link_(serial_link),
+      link_(link),
+      caller_data_(caller_data),
+      line_steps_(line_steps) {
+  state.services.comm1.on_comm = [this](int comm_event) { Comm1_OnComm(comm_event); };
 }
 
 void StatusDecoder::Comm1_OnComm(int comm_event) {
-  guard(console_, "Lineweir_Comm1_OnComm", [&] {
+  guard(state_.trace, on_comm, [&] {
     if (comm_event != platform::comm_event_receive || waiting_) return;
     if (!LineMonitorWait) return decode();
     if (!await_line_monitor()) return;
     hear_box();
-    console_.port.box_answered();
+    if (on_line_monitor) on_line_monitor();
   });
 }
 
@@ -54,14 +64,14 @@ void StatusDecoder::end_wait() {
 
 bool StatusDecoder::await_line_monitor() {
   const Wait wait(*this);
-  platform::EventLoop& loop = console_.services.loop;
+  platform::EventLoop& loop = state_.services.loop;
   const auto start = loop.now();
-  std::string received = console_.services.comm1.input();
+  std::string received = state_.services.comm1.input();
   bool answered = received.find(line_monitor_answer) != std::string::npos;
   while (!answered && loop.now() - start <= line_monitor_limit) {
     loop.yield();
     if (!wait.goes_on()) return false;
-    received += console_.services.comm1.input();
+    received += state_.services.comm1.input();
     answered = received.find(line_monitor_answer) != std::string::npos;
   }
   LineMonitorWait = false;
@@ -69,35 +79,35 @@ bool StatusDecoder::await_line_monitor() {
 }
 
 void StatusDecoder::decode() {
-  const bool was_heard = box_heard_;
-  serial_buffer.append(console_.services.comm1.input());
-  const StatusScan scan = serial_buffer.scan(console_.lines.LineCount);
+  const bool was_heard = serial_link_.box_heard();
+  serial_buffer.append(state_.services.comm1.input());
+  const StatusScan scan = serial_buffer.scan(state_.lines.LineCount);
   for (const StatusItem& item : scan.items) {
-    if (line_rule(box_rules, item.letter, console_.lines.ThePhoneFlag) != nullptr) hear_box();
-    if (console_.lines.StatusLetter(item.line) != item.letter) {
+    if (line_rule(box_rules, item.letter, state_.lines.ThePhoneFlag) != nullptr) hear_box();
+    if (state_.lines.StatusLetter(item.line) != item.letter) {
       process_change(item.line, item.letter);
     }
   }
   serial_buffer.drop(scan.consumed);
-  console_.caller_data.lines_changed();
-  if (!was_heard && box_heard_) console_.port.box_reported();
+  caller_data_.lines_changed();
+  if (!was_heard && serial_link_.box_heard() && on_first_report) on_first_report();
 }
 
 void StatusDecoder::hear_box() {
-  if (box_heard_) return;
-  box_heard_ = true;
-  console_.link.review();
+  if (serial_link_.box_heard()) return;
+  serial_link_.hear_box();
+  link_.review();
 }
 
 void StatusDecoder::process_change(int line, char letter) {
-  LineTable& lines = console_.lines;
+  LineTable& lines = state_.lines;
   // On this link the new letter is stored first, so that only a freed line is still seen with the
   // letter that it had.
   if (letter != 'F') lines.StatusLetter(line) = letter;
   const LineRule* rule = line_rule(box_rules, letter, lines.ThePhoneFlag);
   if (rule == nullptr) return;
-  const LineReport report{line, letter, lines.StatusLetter(line), *look_of(letter)};
-  for (const LineStep step : rule->steps) console_.line_steps.run(step, report);
+  const LineReport report{on_comm, line, letter, lines.StatusLetter(line), *look_of(letter)};
+  for (const LineStep step : rule->steps) line_steps_.run(step, report);
 }
 
 }  // namespace lineweir

@@ -1,16 +1,22 @@
 #pragma once
 
+#include <functional>
 #include "boxlink/serial_buffer.h"
 
 namespace lineweir {
 
-struct Console;
+class CallerDataEntry;
+class LineSteps;
+class LinkWatch;
+class SerialLink;
+struct ConsoleState;
 
 // Turns the characters of the interface box into changes of the line table, of the rows and of the
 // call log.
 class StatusDecoder {
  public:
-  explicit StatusDecoder(Console& console);
+  StatusDecoder(ConsoleState& state, SerialLink& serial_link, LinkWatch& link,
+                CallerDataEntry& caller_data, LineSteps& line_steps);
 
   // Set by the port's probe when it has asked for the line monitor; cleared here by the answer or
   // when none has come in time.
@@ -18,12 +24,12 @@ class StatusDecoder {
 
   SerialBuffer serial_buffer;
 
-  // Whether the box itself was heard, its answer or a status report, since the port was opened:
-  // what is no more than noise on the line clears LineMonitorWait in the end, but is no box.
-  bool box_heard() const { return box_heard_; }
+  // The box has said that its line monitor is on, in time and on the port that was asked.
+  std::function<void()> on_line_monitor;
 
-  // The port is opened: nothing was heard on it yet.
-  void begin_hearing() { box_heard_ = false; }
+  // The box has reported lines, and nothing was heard of it before.
+  std::function<void()> on_first_report;
+
   // The port was closed: a wait for the line monitor ends at once, as if it had never been.
   void end_wait();
 
@@ -41,8 +47,11 @@ class StatusDecoder {
   // The report's letter differs from the stored one.
   void process_change(int line, char letter);
 
-  Console& console_;
-  bool box_heard_ = false;
+  ConsoleState& state_;
+  SerialLink& serial_link_;
+  LinkWatch& link_;
+  CallerDataEntry& caller_data_;
+  LineSteps& line_steps_;
   // Data events that arrive while the handler waits for the line monitor leave their characters
   // to that wait.
   bool waiting_ = false;

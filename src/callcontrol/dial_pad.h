@@ -8,14 +8,17 @@
 
 namespace lineweir {
 
-struct Console;
+class LineActions;
+class PhoneCommands;
+class Links;
+struct ConsoleState;
 
 // What DialForm does: seizes a line, keys digits on it and drops it. The words of the digits wait
 // in a queue from which each tick of Timer5 sends one, so that fast keying can't outrun the
 // equipment. The form follows the line's state as the equipment reports it.
 class DialPad {
  public:
-  explicit DialPad(Console& console);
+  DialPad(ConsoleState& state, const Links& links, PhoneCommands& phone, LineActions& line_actions);
 
   // The words not yet sent, the next one first.
   std::deque<CommandWord> DialCollection;
@@ -53,7 +56,10 @@ class DialPad {
   std::string_view lamp_of_seat() const;
   void show_lamp(std::string_view picture);
 
-  Console& console_;
+  ConsoleState& state_;
+  const Links& links_;
+  PhoneCommands& phone_;
+  LineActions& line_actions_;
   // The line was dropped by hand: the next tick takes the digits away.
   bool digits_are_done_ = false;
 };

@@ -1,15 +1,12 @@
 #include "callcontrol/dial_words.h"
 
-#include "core/text.h"
-#include "elements/failure.h"
+#include "base/failure.h"
+#include "base/text.h"
 
 namespace lineweir {
 namespace {
 
-constexpr int reserving_equipment = 4;
 constexpr int first_reserved_letter = 128;
-// Equipment of this kind numbers the tone of digit 0 behind that of 9.
-constexpr int equipment_with_late_zero = 3;
 constexpr int late_zero = 10;
 
 std::string numbered(char letter, int number) { return letter + zero_filled(number, 2); }
@@ -22,13 +19,13 @@ CommandWord dial_word(int key, const DialSeat& seat) {
   }
   const DialKey& row = dial_keys[static_cast<std::size_t>(key)];
   const int kind = seat.seat.equipment_kind;
-  if (seat.screener && kind == reserving_equipment) {
+  if (seat.screener && server_decides(kind)) {
     return {numbered('Z', row.server_digit), bank_none};
   }
   if (!seat.seat.talent) {
     return {numbered(seat.seat.handset_1 ? 'P' : 'O', row.handset_tone), bank_none};
   }
-  const bool late = key == 0 && kind == equipment_with_late_zero;
+  const bool late = key == 0 && tone_of_zero_is_last(kind);
   return {numbered('T', late ? late_zero : row.hybrid_tone), seat.hybrid};
 }
 
@@ -43,7 +40,7 @@ std::string_view dial_lamp(char line_letter, bool talent, int equipment_kind, in
   if (talks_on(line_letter, talent)) return talent ? pictures::RedPic : pictures::GreenPic;
   const int reserved_to = code_of(line_letter) - first_reserved_letter;
   const bool reserved_here =
-      reserved_to >= 0 && reserved_to == console_number && equipment_kind == reserving_equipment;
+      reserved_to >= 0 && reserved_to == console_number && server_decides(equipment_kind);
   return reserved_here ? pictures::GreenPic : pictures::GreyPic;
 }
 

@@ -2,9 +2,13 @@
 
 #include <string>
 
-#include "core/console.h"
-#include "core/guard.h"
-#include "screen/columns.h"
+#include "callcontrol/next_caller.h"
+#include "callcontrol/phone_command.h"
+#include "callcontrol/row_words.h"
+#include "callerdata/caller_data.h"
+#include "forms/columns.h"
+#include "state/console_state.h"
+#include "state/guard.h"
 
 namespace lineweir {
 namespace {
@@ -12,12 +16,12 @@ namespace {
 // The texts of a row that answer to clicks: all but the user's own column.
 constexpr int clickable_columns = user_column;
 
-constexpr int equipment_with_phones = 4;
-
 }  // namespace
 
-LineActions::LineActions(Console& console) : console_(console) {
-  MainForm& form = console.Lineweir;
+LineActions::LineActions(ConsoleState& state, PhoneCommands& phone, CallerDataEntry& caller_data,
+                         NextCaller& next_caller)
+    : state_(state), phone_(phone), caller_data_(caller_data), next_caller_(next_caller) {
+  MainForm& form = state.Lineweir;
   form.OnHybrid1.wire([this](Picture& button) {
     button.on_click = [this, line = button.index()] { OnHybrid1_Click(line); };
   });
@@ -48,88 +52,55 @@ LineActions::LineActions(Console& console) : console_(console) {
 }
 
 void LineActions::OnHybrid1_Click(int Index) {
-  guard(console_, "Lineweir_OnHybrid1_Click", [&] {
-    const MainForm& form = console_.Lineweir;
-    const auto command = main_row_word(Index);
-    const bool answers = !form.StudioMode.checked && console_.lines.StatusLetter(Index) == 'R';
-    if (answers && form.AutoDataEntry.checked) console_.caller_data.show_for_line(Index);
+  guard(state_.trace, "Lineweir_OnHybrid1_Click", [&] {
+    const MainForm& form = state_.Lineweir;
+    const auto command = main_row_word(state_, Index);
+    const bool answers = !form.StudioMode.checked && state_.lines.StatusLetter(Index) == 'R';
+    if (answers && form.AutoDataEntry.checked) caller_data_.show_for_line(Index);
     send(command);
   });
 }
 
 void LineActions::OnHybrid2_Click(int Index) {
-  guard(console_, "Lineweir_OnHybrid2_Click", [&] {
-    if (console_.Lineweir.StudioMode.checked) {
-      send(conference_row_word(Index));
+  guard(state_.trace, "Lineweir_OnHybrid2_Click", [&] {
+    if (state_.Lineweir.StudioMode.checked) {
+      send(conference_row_word(state_, Index));
     } else {
-      console_.next_caller.pick_by_hand(Index);
+      next_caller_.pick_by_hand(Index);
     }
   });
 }
 
-void LineActions::Drop1_Click() { sweep("Lineweir_Drop1_Click", console_.Lineweir.Drop1); }
+void LineActions::Drop1_Click() { sweep("Lineweir_Drop1_Click", state_.Lineweir.Drop1); }
 
-void LineActions::Drop2_Click() { sweep("Lineweir_Drop2_Click", console_.Lineweir.Drop2); }
+void LineActions::Drop2_Click() { sweep("Lineweir_Drop2_Click", state_.Lineweir.Drop2); }
 
-void LineActions::Hold1_Click() { sweep("Lineweir_Hold1_Click", console_.Lineweir.Hold1); }
+void LineActions::Hold1_Click() { sweep("Lineweir_Hold1_Click", state_.Lineweir.Hold1); }
 
-void LineActions::Hold2_Click() { sweep("Lineweir_Hold2_Click", console_.Lineweir.Hold2); }
+void LineActions::Hold2_Click() { sweep("Lineweir_Hold2_Click", state_.Lineweir.Hold2); }
 
 void LineActions::row_dbl_click(std::string_view element, int Index) {
-  guard(console_, "Lineweir_" + std::string(element) + "_DblClick", [&] {
-    if (console_.Lineweir.OnHybrid1(Index).enabled) {
+  guard(state_.trace, "Lineweir_" + std::string(element) + "_DblClick", [&] {
+    if (state_.Lineweir.OnHybrid1(Index).enabled) {
       OnHybrid1_Click(Index);
-    } else if (console_.Lineweir.OnHybrid2(Index).enabled) {
+    } else if (state_.Lineweir.OnHybrid2(Index).enabled) {
       OnHybrid2_Click(Index);
     }
   });
 }
 
 void LineActions::row_mouse_up(std::string_view element, int Index, int Button) {
-  guard(console_, "Lineweir_" + std::string(element) + "_MouseUp", [&] {
-    if (Button == right_button) console_.caller_data.show_for_line(Index);
+  guard(state_.trace, "Lineweir_" + std::string(element) + "_MouseUp", [&] {
+    if (Button == right_button) caller_data_.show_for_line(Index);
   });
 }
 
-Seat LineActions::seat() const {
-  const MainForm& form = console_.Lineweir;
-  const int kind = console_.lines.ThePhoneFlag;
-  const bool second = form.MitelPhone2.checked;
-  // Equipment of kind 4 knows the seat by its phone; a handset position still chosen only says how
-  // its words begin.
-  const bool by_phone = kind == equipment_with_phones && !second && phone_chosen();
-  return {form.StudioMode.checked, kind, form.MitelPhone1.checked || by_phone, second};
-}
-
-bool LineActions::phone_chosen() const {
-  const ControlArray<MenuItem>& phones = console_.Lineweir.NextGenPhone;
-  for (int phone = 0; phone < phones.upper_bound(); ++phone) {
-    if (phones.loaded(phone) && phones(phone).checked) return true;
-  }
-  return false;
-}
-
-std::optional<CommandWord> LineActions::main_row_word(int line) const {
-  return row_word(main_row_rules, line);
-}
-
-std::optional<CommandWord> LineActions::conference_row_word(int line) const {
-  return row_word(conference_row_rules, line);
-}
-
-std::optional<CommandWord> LineActions::row_word(std::span<const LineCommandRule> rules,
-                                                 int line) const {
-  const char letter = console_.lines.StatusLetter(line);
-  if (!may_be_commanded(letter, console_.program.EmptyLineOverride)) return std::nullopt;
-  return line_command(rules, seat(), letter, line);
-}
-
 void LineActions::send(const std::optional<CommandWord>& command) {
-  if (command) console_.phone.PhoneCommand(command->word, command->bank);
+  if (command) phone_.PhoneCommand(command->word, command->bank);
 }
 
 std::optional<LineActions::Sweep> LineActions::sweep_of(const Control& button) const {
-  const MainForm& form = console_.Lineweir;
+  const MainForm& form = state_.Lineweir;
   if (&button == &form.Drop1) return Sweep{drop1_fixed, drop1_rules, form.OnHybrid1};
   if (&button == &form.Drop2) return Sweep{drop2_fixed, drop2_rules, form.OnHybrid2};
   if (&button == &form.Hold1) return Sweep{hold1_fixed, hold1_rules, form.OnHybrid1};
@@ -138,37 +109,38 @@ std::optional<LineActions::Sweep> LineActions::sweep_of(const Control& button) c
 }
 
 void LineActions::sweep(std::string_view handler, const Control& button) {
-  guard(console_, handler, [&] {
+  guard(state_.trace, handler, [&] {
     const auto sweep = sweep_of(button);
     if (!sweep) return;
-    if (const auto word = fixed_command(sweep->fixed, seat())) return send(word);
-    for (int line = 0; line < console_.lines.LineCount; ++line) {
+    if (const auto word = fixed_command(sweep->fixed, seat_of(state_))) return send(word);
+    for (int line = 0; line < state_.lines.LineCount; ++line) {
       if (!sweep->row_buttons(line).visible) continue;
-      send(line_command(sweep->rules, seat(), console_.lines.StatusLetter(line), line));
+      send(line_command(sweep->rules, seat_of(state_), state_.lines.StatusLetter(line), line));
     }
   });
 }
 
 bool LineActions::sweeps_any(const Sweep& sweep) const {
-  if (fixed_command(sweep.fixed, seat())) return true;
-  for (int line = 0; line < console_.lines.LineCount; ++line) {
+  if (fixed_command(sweep.fixed, seat_of(state_))) return true;
+  for (int line = 0; line < state_.lines.LineCount; ++line) {
     if (!sweep.row_buttons(line).visible) continue;
-    if (line_command(sweep.rules, seat(), console_.lines.StatusLetter(line), line)) return true;
+    if (line_command(sweep.rules, seat_of(state_), state_.lines.StatusLetter(line), line))
+      return true;
   }
   return false;
 }
 
 bool LineActions::finds_work(const Control& button) const {
-  const MainForm& form = console_.Lineweir;
+  const MainForm& form = state_.Lineweir;
   if (const auto sweep = sweep_of(button)) return sweeps_any(*sweep);
   const int line = button.index();
   if (button.name() == form.OnHybrid1.name()) {
     const bool opens_form = !form.StudioMode.checked && form.AutoDataEntry.checked &&
-                            console_.lines.StatusLetter(line) == 'R';
-    return opens_form || main_row_word(line).has_value();
+                            state_.lines.StatusLetter(line) == 'R';
+    return opens_form || main_row_word(state_, line).has_value();
   }
   // The producer's conference button chooses the next caller.
-  return !form.StudioMode.checked || conference_row_word(line).has_value();
+  return !form.StudioMode.checked || conference_row_word(state_, line).has_value();
 }
 
 }  // namespace lineweir

@@ -12,14 +12,18 @@
 
 namespace lineweir {
 
-struct Console;
+class CallerDataEntry;
+class NextCaller;
+class PhoneCommands;
+struct ConsoleState;
 
 // The controls that act on one line or on a hybrid: the two buttons of each row, the drop and hold
 // buttons, the double and right clicks on a row. They only send command words: what a button does
 // shows when the equipment reports it.
 class LineActions {
  public:
-  explicit LineActions(Console& console);
+  LineActions(ConsoleState& state, PhoneCommands& phone, CallerDataEntry& caller_data,
+              NextCaller& next_caller);
 
   void OnHybrid1_Click(int Index);
   void OnHybrid2_Click(int Index);
@@ -34,19 +38,10 @@ class LineActions {
   // The right button on any text of a row opens the line's caller data.
   void row_mouse_up(std::string_view element, int Index, int Button);
 
-  // What this seat's buttons mean: its role, and the handset position or the phone at which it
-  // works.
-  Seat seat() const;
-
-  // The word of a row button; nothing for a line that may not be commanded.
-  std::optional<CommandWord> main_row_word(int line) const;
-  std::optional<CommandWord> conference_row_word(int line) const;
-
   // Whether a press of that drop, hold or row button would do anything now.
   bool finds_work(const Control& button) const;
 
  private:
-  bool phone_chosen() const;
   // What a drop or hold button sends: the fixed word or, where there is none, a word for each line
   // whose row button is visible.
   struct Sweep {
@@ -56,11 +51,13 @@ class LineActions {
   };
   std::optional<Sweep> sweep_of(const Control& button) const;
   bool sweeps_any(const Sweep& sweep) const;
-  std::optional<CommandWord> row_word(std::span<const LineCommandRule> rules, int line) const;
   void send(const std::optional<CommandWord>& command);
   void sweep(std::string_view handler, const Control& button);
 
-  Console& console_;
+  ConsoleState& state_;
+  PhoneCommands& phone_;
+  CallerDataEntry& caller_data_;
+  NextCaller& next_caller_;
 };
 
 }  // namespace lineweir

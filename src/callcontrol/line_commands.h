@@ -5,32 +5,11 @@
 #include <span>
 #include <string>
 
-#include "callcontrol/command_frame.h"
-#include "core/equipment_kinds.h"
-#include "core/text.h"
+#include "lines/equipment_kinds.h"
+#include "link/command_word.h"
+#include "state/seat.h"
 
 namespace lineweir {
-
-// Where this console stands: what its buttons mean.
-struct Seat {
-  bool talent;
-  int equipment_kind;
-  bool handset_1;
-  bool handset_2;
-
-  bool has_handset() const { return handset_1 || handset_2; }
-};
-
-// A command word and the hybrid that it is for.
-struct CommandWord {
-  std::string word;
-  int bank;
-
-  friend bool operator==(const CommandWord&, const CommandWord&) = default;
-};
-
-// A letter and a line, as the equipment reads them: "F05", "F12".
-inline std::string line_word(char letter, int line) { return letter + zero_filled(line, 2); }
 
 // A line that other equipment has taken isn't commanded, unless the program was started so.
 constexpr bool may_be_commanded(char line_letter, bool empty_line_override) {

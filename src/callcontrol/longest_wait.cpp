@@ -1,7 +1,7 @@
 #include "callcontrol/longest_wait.h"
 
-#include "core/line_table.h"
-#include "core/time_text.h"
+#include "base/time_text.h"
+#include "lines/line_table.h"
 
 namespace lineweir {
 

@@ -2,11 +2,18 @@
 
 #include <array>
 
-#include "callcontrol/command_frame.h"
-#include "callcontrol/socket_trap.h"
-#include "core/console.h"
-#include "core/guard.h"
-#include "core/window_caption.h"
+#include "callcontrol/phone_command.h"
+#include "callcontrol/remote_port.h"
+#include "lines/equipment_kinds.h"
+#include "link/command_word.h"
+#include "link/links.h"
+#include "screen/button_panel.h"
+#include "screen/row_choice.h"
+#include "screen/row_display.h"
+#include "screen/screen_layout.h"
+#include "state/console_state.h"
+#include "state/guard.h"
+#include "state/window_caption.h"
 
 namespace lineweir {
 namespace {
@@ -22,89 +29,78 @@ struct ModeCaptions {
 constexpr ModeCaptions producer_captions = {"R&EADY", "&ANSWER NEXT", "Next", "Ans"};
 constexpr ModeCaptions talent_captions = {"&NEXT TO MAIN", "NE&XT TO CONF", "Conf", "Main"};
 
-// Which menus there are for a kind of equipment.
-struct EquipmentMenus {
-  int kind;
-  bool remote_next;
-  bool handsets;
-  bool phones;
-};
-
-constexpr std::array equipment_menus = {
-    EquipmentMenus{1, true, true, false},
-    EquipmentMenus{2, false, true, false},
-    EquipmentMenus{3, true, true, false},
-    EquipmentMenus{4, false, false, true},
-};
-
-constexpr const EquipmentMenus* menus_of(int kind) {
-  for (const auto& menus : equipment_menus) {
-    if (menus.kind == kind) return &menus;
-  }
-  return nullptr;
-}
-
 }  // namespace
 
-Modes::Modes(Console& console) : console_(console) {
-  MainForm& form = console.Lineweir;
+Modes::Modes(ConsoleState& state, const Links& links, PhoneCommands& phone, RowDisplay& rows,
+             ButtonPanel& panel, ScreenLayout& layout, RowChoice& row_choice,
+             RemotePortControl& remote_port)
+    : state_(state),
+      links_(links),
+      phone_(phone),
+      rows_(rows),
+      panel_(panel),
+      layout_(layout),
+      row_choice_(row_choice),
+      remote_port_(remote_port) {
+  layout.on_buttons_placed = [this] { SetEnabledDisabled(); };
+  MainForm& form = state.Lineweir;
   form.ScreenerMode.on_click = [this] { ScreenerMode_Click(); };
   form.StudioMode.on_click = [this] { StudioMode_Click(); };
   form.PassiveMode.on_click = [this] { PassiveMode_Click(); };
   form.MitelPhone1.on_click = [this] { MitelPhone1_Click(); };
   form.MitelPhone2.on_click = [this] { MitelPhone2_Click(); };
   form.AutoDataEntry.on_click = [this] { AutoDataEntry_Click(); };
-  form.NextGenPhone.wire([this](MenuItem& phone) {
-    phone.on_click = [this, index = phone.index()] { NextGenPhone_Click(index); };
+  form.NextGenPhone.wire([this](MenuItem& item) {
+    item.on_click = [this, index = item.index()] { NextGenPhone_Click(index); };
   });
 }
 
 void Modes::ScreenerMode_Click() {
   constexpr std::string_view handler = "Lineweir_ScreenerMode_Click";
-  guard(console_, handler, [&] {
-    MainForm& form = console_.Lineweir;
+  guard(state_.trace, handler, [&] {
+    MainForm& form = state_.Lineweir;
     form.StudioMode.checked = false;
     form.ScreenerMode.checked = true;
     show_captions(false);
     take_remote_next_away();
-    console_.panel.set_for_producer();
+    panel_.set_for_producer();
     rearrange_buttons(handler);
     show_row_icons();
-    console_.visible_rows.RefreshVisibleRows();
-    tell_server_mode(handler, true);
+    row_choice_.RefreshVisibleRows();
+    links_.in_use().mode(handler, true);
   });
 }
 
 void Modes::StudioMode_Click() {
   constexpr std::string_view handler = "Lineweir_StudioMode_Click";
-  guard(console_, handler, [&] {
-    MainForm& form = console_.Lineweir;
+  guard(state_.trace, handler, [&] {
+    MainForm& form = state_.Lineweir;
     form.StudioMode.checked = true;
     form.ScreenerMode.checked = false;
     form.Drop2.visible = true;
     form.Hold2.visible = true;
     give_remote_next();
     if (form.PassiveMode.checked) {
-      console_.panel.show_small_drops_disabled();
+      panel_.show_small_drops_disabled();
     } else {
-      console_.panel.set_for_talent();
+      panel_.set_for_talent();
     }
     rearrange_buttons(handler);
     show_captions(true);
-    tell_server_mode(handler, false);
+    links_.in_use().mode(handler, false);
   });
 }
 
 void Modes::PassiveMode_Click() {
-  guard(console_, "Lineweir_PassiveMode_Click", [&] {
-    MainForm& form = console_.Lineweir;
+  guard(state_.trace, "Lineweir_PassiveMode_Click", [&] {
+    MainForm& form = state_.Lineweir;
     form.PassiveMode.checked = !form.PassiveMode.checked;
     if (form.PassiveMode.checked) {
-      console_.panel.disable_all();
+      panel_.disable_all();
       StudioMode_Click();
       form.ScreenerMode.enabled = false;
     } else {
-      console_.panel.set_dial(true);
+      panel_.set_dial(true);
       StudioMode_Click();
       form.ScreenerMode.enabled = true;
     }
@@ -112,52 +108,61 @@ void Modes::PassiveMode_Click() {
 }
 
 void Modes::CheckPassiveState() {
-  guard(console_, "Lineweir_CheckPassiveState", [&] {
-    MainForm& form = console_.Lineweir;
+  guard(state_.trace, "Lineweir_CheckPassiveState", [&] {
+    MainForm& form = state_.Lineweir;
     if (!form.PassiveMode.checked) return;
     if (form.ScreenerMode.checked) StudioMode_Click();
-    console_.panel.disable_all();
+    panel_.disable_all();
     form.ScreenerMode.enabled = false;
   });
 }
 
+void Modes::SetEnabledDisabled() {
+  guard(state_.trace, "Lineweir_SetEnabledDisabled", [&] {
+    if (server_decides(state_.lines.ThePhoneFlag)) return;
+    if (state_.Lineweir.ScreenerMode.checked) {
+      take_remote_next_away();
+      panel_.set_for_producer();
+    } else {
+      give_remote_next();
+      panel_.set_for_talent();
+    }
+    CheckPassiveState();
+  });
+}
+
 void Modes::MitelPhone1_Click() {
-  guard(console_, "Lineweir_MitelPhone1_Click", [&] { choose_handset(1); });
+  guard(state_.trace, "Lineweir_MitelPhone1_Click", [&] { choose_handset(1); });
 }
 
 void Modes::MitelPhone2_Click() {
-  guard(console_, "Lineweir_MitelPhone2_Click", [&] { choose_handset(2); });
+  guard(state_.trace, "Lineweir_MitelPhone2_Click", [&] { choose_handset(2); });
 }
 
 void Modes::NextGenPhone_Click(int Index) {
   constexpr std::string_view handler = "Lineweir_NextGenPhone_Click";
-  guard(console_, handler, [&] {
-    MainForm& form = console_.Lineweir;
+  guard(state_.trace, handler, [&] {
+    MainForm& form = state_.Lineweir;
     for (int phone = 0; phone < form.NextGenPhone.upper_bound(); ++phone) {
       if (form.NextGenPhone.loaded(phone)) form.NextGenPhone(phone).checked = phone == Index;
     }
-    renew_window_caption(console_);
-    console_.program.ConsoleNumber = Index;
-    if (!form.WinsockMenu.checked) return;
-    socket_trap(console_, handler, [&] {
-      ServerPacket packet = console_.server.packet(ClientCommand::CmdSelectPhone);
-      packet.AltInfo = field_byte(Index);
-      console_.server.send(packet);
-    });
+    renew_window_caption(state_);
+    state_.program.ConsoleNumber = Index;
+    links_.in_use().phone(handler, Index);
   });
 }
 
 void Modes::AutoDataEntry_Click() {
-  guard(console_, "Lineweir_AutoDataEntry_Click", [&] {
-    MenuItem& item = console_.Lineweir.AutoDataEntry;
+  guard(state_.trace, "Lineweir_AutoDataEntry_Click", [&] {
+    MenuItem& item = state_.Lineweir.AutoDataEntry;
     item.checked = !item.checked;
   });
 }
 
 void Modes::follow_equipment() {
-  const EquipmentMenus* menus = menus_of(console_.lines.ThePhoneFlag);
+  const EquipmentMenus* menus = menus_of(state_.lines.ThePhoneFlag);
   if (menus == nullptr) return;
-  MainForm& form = console_.Lineweir;
+  MainForm& form = state_.Lineweir;
   if (menus->remote_next && !form.ScreenerMode.checked) {
     give_remote_next();
   } else {
@@ -168,7 +173,7 @@ void Modes::follow_equipment() {
   form.MitelOption.visible = menus->handsets;
   form.NextGenPhoneMenu.visible = menus->phones;
   // What a handset gives the producer, a phone gives as well.
-  if (had_phones != menus->phones && form.ScreenerMode.checked) console_.panel.set_for_producer();
+  if (had_phones != menus->phones && form.ScreenerMode.checked) panel_.set_for_producer();
   if (menus->phones) {
     form.GetPhones.enabled = true;
     form.ServerShowData.visible = true;
@@ -176,63 +181,54 @@ void Modes::follow_equipment() {
 }
 
 void Modes::give_remote_next() {
-  const EquipmentMenus* menus = menus_of(console_.lines.ThePhoneFlag);
-  if (menus != nullptr && menus->remote_next && console_.program.RemoteNextAllowed) {
-    console_.Lineweir.RemoteNext.enabled = true;
+  const EquipmentMenus* menus = menus_of(state_.lines.ThePhoneFlag);
+  if (menus != nullptr && menus->remote_next && state_.program.RemoteNextAllowed) {
+    state_.Lineweir.RemoteNext.enabled = true;
   }
 }
 
 void Modes::take_remote_next_away() {
-  if (console_.Lineweir.RemoteNext.checked) {
+  if (state_.Lineweir.RemoteNext.checked) {
     silence_remote_next();
-    console_.phone.PhoneCommand("R", bank_none);
+    phone_.PhoneCommand("R", bank_none);
   }
-  console_.Lineweir.RemoteNext.enabled = false;
+  state_.Lineweir.RemoteNext.enabled = false;
 }
 
 void Modes::show_captions(bool talent) {
-  MainForm& form = console_.Lineweir;
+  MainForm& form = state_.Lineweir;
   const ModeCaptions& captions = talent ? talent_captions : producer_captions;
   form.CenterLabel1.caption = captions.next_button;
   form.CenterLabel2.caption = captions.next_to_conf_button;
   form.Label9.caption = captions.conference_heading;
   form.Label10.caption = captions.main_heading;
-  form.caption = window_caption(console_, talent);
+  form.caption = window_caption(state_, talent);
 }
 
 void Modes::rearrange_buttons(std::string_view handler) {
-  platform::SerialPort& switch_console = console_.services.comm2;
+  platform::SerialPort& switch_console = state_.services.comm2;
   const bool was_open = switch_console.is_open();
   switch_console.close();
-  console_.layout.lay_out_drop_buttons();
-  if (was_open) console_.remote_port.reopen(handler);
+  layout_.lay_out_drop_buttons();
+  if (was_open) remote_port_.reopen(handler);
 }
 
 void Modes::show_row_icons() {
-  for (int line = 0; line < console_.lines.LineCount; ++line) {
-    console_.rows.SetCiconPosition1(line);
-    console_.rows.SetCiconPosition2(line);
-    console_.rows.show_icons(line);
+  for (int line = 0; line < state_.lines.LineCount; ++line) {
+    rows_.SetCiconPosition1(line);
+    rows_.SetCiconPosition2(line);
+    rows_.show_icons(line);
   }
 }
 
 void Modes::choose_handset(int number) {
-  console_.Lineweir.MitelPhone1.checked = number == 1;
-  console_.Lineweir.MitelPhone2.checked = number == 2;
+  state_.Lineweir.MitelPhone1.checked = number == 1;
+  state_.Lineweir.MitelPhone2.checked = number == 2;
 }
 
 void Modes::silence_remote_next() {
-  console_.Lineweir.RemoteNext.checked = false;
-  console_.Lineweir.RemoteNextTimer.enabled = false;
-}
-
-void Modes::tell_server_mode(std::string_view handler, bool producer) {
-  if (!console_.Lineweir.WinsockMenu.checked) return;
-  socket_trap(console_, handler, [&] {
-    ServerPacket packet = console_.server.packet(ClientCommand::CmdSetMode);
-    packet.AltInfo = producer ? 1 : 0;
-    console_.server.send(packet);
-  });
+  state_.Lineweir.RemoteNext.checked = false;
+  state_.Lineweir.RemoteNextTimer.enabled = false;
 }
 
 }  // namespace lineweir

@@ -4,13 +4,22 @@
 
 namespace lineweir {
 
-struct Console;
+class ButtonPanel;
+class PhoneCommands;
+class RemotePortControl;
+class RowDisplay;
+class ScreenLayout;
+class Links;
+class RowChoice;
+struct ConsoleState;
 
 // The jobs of a seat: the screener's, producer mode, and the host's, talent mode; passive mode lays
 // a lock over the latter. With them the handset and the phone at which the seat works.
 class Modes {
  public:
-  explicit Modes(Console& console);
+  Modes(ConsoleState& state, const Links& links, PhoneCommands& phone, RowDisplay& rows,
+        ButtonPanel& panel, ScreenLayout& layout, RowChoice& row_choice,
+        RemotePortControl& remote_port);
 
   void ScreenerMode_Click();
   void StudioMode_Click();
@@ -20,6 +29,10 @@ class Modes {
 
   // Where the check of PassiveMode was set without a click: makes the lock true.
   void CheckPassiveState();
+
+  // Enables, disables and pictures all buttons as the mode, the hybrids and the handset demand;
+  // nothing with equipment of kind 4.
+  void SetEnabledDisabled();
 
   void MitelPhone1_Click();
   void MitelPhone2_Click();
@@ -41,9 +54,15 @@ class Modes {
   void show_row_icons();
   void choose_handset(int number);
   void silence_remote_next();
-  void tell_server_mode(std::string_view handler, bool producer);
 
-  Console& console_;
+  ConsoleState& state_;
+  const Links& links_;
+  PhoneCommands& phone_;
+  RowDisplay& rows_;
+  ButtonPanel& panel_;
+  ScreenLayout& layout_;
+  RowChoice& row_choice_;
+  RemotePortControl& remote_port_;
 };
 
 }  // namespace lineweir

@@ -8,14 +8,20 @@
 
 namespace lineweir {
 
-struct Console;
+class CallerDataEntry;
+class ClockEngine;
+class PhoneCommands;
+class RowDisplay;
+class Links;
+struct ConsoleState;
 
 // The next caller: the ready line that has waited longest, unless a hand or a server has pinned
 // another; and the two buttons that take callers by their turn. With equipment of kind 4 the server
 // chooses, and the buttons only ask for it.
 class NextCaller {
  public:
-  explicit NextCaller(Console& console);
+  NextCaller(ConsoleState& state, const Links& links, PhoneCommands& phone, RowDisplay& rows,
+             CallerDataEntry& caller_data, ClockEngine& clocks);
 
   // Chooses anew. Where the choice doesn't change, nothing is sent or drawn.
   void FindNext();
@@ -46,9 +52,6 @@ class NextCaller {
   void restore_former_row(int line);
   void unmark(int line);
 
-  void tell_choice(std::string_view handler, int line);
-  void send_next_call_frame(std::string_view handler, int line);
-  void call_set_next_call(std::string_view handler);
   void ask_server(std::string_view handler, bool conference);
 
   // The line that can be put on air next, and the lines at this console's handset.
@@ -58,7 +61,12 @@ class NextCaller {
   void answer_next();
   void put_next_on_air(char word_letter, int bank);
 
-  Console& console_;
+  ConsoleState& state_;
+  const Links& links_;
+  PhoneCommands& phone_;
+  RowDisplay& rows_;
+  CallerDataEntry& caller_data_;
+  ClockEngine& clocks_;
 };
 
 }  // namespace lineweir

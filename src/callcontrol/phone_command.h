@@ -4,28 +4,29 @@
 
 namespace lineweir {
 
-struct Console;
+class LinkWatch;
+class Links;
+struct ConsoleState;
 
 // The one door through which command words go out to the telephone equipment, and the one through
 // which the equipment's own words come in.
 class PhoneCommands {
  public:
-  explicit PhoneCommands(Console& console) : console_(console) {}
+  PhoneCommands(ConsoleState& state, const Links& links, LinkWatch& link)
+      : state_(state), links_(links), link_(link) {}
 
-  // Sends the word on the road that is open: remote objects, socket, else the serial port. TheBank
-  // is bank_main, bank_conference or bank_none.
+  // Sends the word on the way that is in use. TheBank is bank_main, bank_conference or bank_none.
   void PhoneCommand(std::string_view TheCommand, int TheBank);
 
   // A word that begins with "U": the equipment's next button, or one to pass on as it stands.
   void UCommand(std::string_view TheCommand);
 
  private:
-  void write_remote(std::string_view word);
-  void write_serial(std::string_view word);
-  void write_socket(std::string_view word, int bank);
   void press_next_button();
 
-  Console& console_;
+  ConsoleState& state_;
+  const Links& links_;
+  LinkWatch& link_;
 };
 
 }  // namespace lineweir

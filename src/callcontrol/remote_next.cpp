@@ -1,8 +1,9 @@
 #include "callcontrol/remote_next.h"
 
-#include "callcontrol/command_frame.h"
-#include "core/console.h"
-#include "core/guard.h"
+#include "callcontrol/phone_command.h"
+#include "link/command_word.h"
+#include "state/console_state.h"
+#include "state/guard.h"
 
 namespace lineweir {
 namespace {
@@ -12,24 +13,25 @@ constexpr std::string_view off_word = "R";
 
 }  // namespace
 
-RemoteNextControl::RemoteNextControl(Console& console) : console_(console) {
-  console.Lineweir.RemoteNext.on_click = [this] { RemoteNext_Click(); };
-  console.Lineweir.RemoteNextTimer.on_timer = [this] { RemoteNextTimer_Timer(); };
+RemoteNextControl::RemoteNextControl(ConsoleState& state, PhoneCommands& phone)
+    : state_(state), phone_(phone) {
+  state.Lineweir.RemoteNext.on_click = [this] { RemoteNext_Click(); };
+  state.Lineweir.RemoteNextTimer.on_timer = [this] { RemoteNextTimer_Timer(); };
 }
 
 void RemoteNextControl::RemoteNext_Click() {
-  guard(console_, "Lineweir_RemoteNext_Click", [&] {
-    MainForm& form = console_.Lineweir;
+  guard(state_.trace, "Lineweir_RemoteNext_Click", [&] {
+    MainForm& form = state_.Lineweir;
     const bool on = !form.RemoteNext.checked;
     form.RemoteNext.checked = on;
-    console_.phone.PhoneCommand(on ? on_word : off_word, bank_none);
+    phone_.PhoneCommand(on ? on_word : off_word, bank_none);
     form.RemoteNextTimer.enabled = on;
   });
 }
 
 void RemoteNextControl::RemoteNextTimer_Timer() {
-  guard(console_, "Lineweir_RemoteNextTimer_Timer",
-        [&] { console_.phone.PhoneCommand(on_word, bank_none); });
+  guard(state_.trace, "Lineweir_RemoteNextTimer_Timer",
+        [&] { phone_.PhoneCommand(on_word, bank_none); });
 }
 
 }  // namespace lineweir

@@ -2,19 +2,21 @@
 
 namespace lineweir {
 
-struct Console;
+class PhoneCommands;
+struct ConsoleState;
 
 // Remote next: the next key of the equipment itself. While it is on, a regular word keeps the
 // equipment aware of this console.
 class RemoteNextControl {
  public:
-  explicit RemoteNextControl(Console& console);
+  RemoteNextControl(ConsoleState& state, PhoneCommands& phone);
 
   void RemoteNext_Click();
   void RemoteNextTimer_Timer();
 
  private:
-  Console& console_;
+  ConsoleState& state_;
+  PhoneCommands& phone_;
 };
 
 }  // namespace lineweir

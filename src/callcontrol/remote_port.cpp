@@ -4,8 +4,8 @@
 #include <array>
 #include <string>
 
-#include "core/console.h"
-#include "core/guard.h"
+#include "state/console_state.h"
+#include "state/guard.h"
 
 namespace lineweir {
 namespace {
@@ -21,16 +21,14 @@ constexpr std::array port_failures = {
 
 }  // namespace
 
-RemotePortControl::RemotePortControl(Console& console) : console_(console) {
-  MainForm& form = console.Lineweir;
+RemotePortControl::RemotePortControl(ConsoleState& state) : state_(state) {
+  MainForm& form = state.Lineweir;
   for (int number = 1; number <= 4; ++number) {
     form.RemoteCom(number).on_click = [this, number] { RemoteCom_Click(number); };
   }
   form.RemoteOn.on_click = [this] { RemoteOn_Click(); };
   form.RemoteOff.on_click = [this] { RemoteOff_Click(); };
-  console.services.comm2.on_lost = [this](const std::string& description) {
-    port_lost(description);
-  };
+  state.services.comm2.on_lost = [this](const std::string& description) { port_lost(description); };
 }
 
 void RemotePortControl::RemoteCom_Click(int number) {
@@ -38,9 +36,9 @@ void RemotePortControl::RemoteCom_Click(int number) {
   attempt(
       [&] {
         for (int other = 1; other <= 4; ++other) {
-          console_.Lineweir.RemoteCom(other).checked = other == number;
+          state_.Lineweir.RemoteCom(other).checked = other == number;
         }
-        platform::SerialPort& comm = console_.services.comm2;
+        platform::SerialPort& comm = state_.services.comm2;
         const bool wanted = comm.is_open() || missed_;
         comm.close();
         comm.set_comm_port(number);
@@ -55,32 +53,30 @@ void RemotePortControl::RemoteOn_Click() {
   attempt(
       [&] {
         switched_on_ = true;
-        if (!console_.services.comm2.is_open()) console_.services.comm2.open();
-        console_.Lineweir.RemoteOff.checked = false;
-        console_.Lineweir.RemoteOn.checked = true;
-        console_.Lineweir.SwitchConsoleTimer.enabled = true;
+        if (!state_.services.comm2.is_open()) state_.services.comm2.open();
+        state_.Lineweir.RemoteOff.checked = false;
+        state_.Lineweir.RemoteOn.checked = true;
+        state_.Lineweir.SwitchConsoleTimer.enabled = true;
         missed_ = false;
       },
       [&](const Failure& failure) { report("Lineweir_RemoteOn_Click", failure); });
 }
 
 void RemotePortControl::RemoteOff_Click() {
-  guard(console_, "Lineweir_RemoteOff_Click", [&] {
+  guard(state_.trace, "Lineweir_RemoteOff_Click", [&] {
     switched_on_ = false;
-    console_.services.comm2.close();
-    console_.Lineweir.RemoteOff.checked = true;
-    console_.Lineweir.RemoteOn.checked = false;
-    console_.Lineweir.SwitchConsoleTimer.enabled = false;
+    state_.services.comm2.close();
+    state_.Lineweir.RemoteOff.checked = true;
+    state_.Lineweir.RemoteOn.checked = false;
+    state_.Lineweir.SwitchConsoleTimer.enabled = false;
     missed_ = false;
   });
 }
 
-bool RemotePortControl::wanted() const {
-  return switched_on_ || console_.Lineweir.RemoteOn.checked;
-}
+bool RemotePortControl::wanted() const { return switched_on_ || state_.Lineweir.RemoteOn.checked; }
 
 void RemotePortControl::reopen(std::string_view procedure) {
-  attempt([&] { console_.services.comm2.open(); },
+  attempt([&] { state_.services.comm2.open(); },
           [&](const Failure& failure) {
             missed_ = true;
             report(procedure, failure);
@@ -88,17 +84,17 @@ void RemotePortControl::reopen(std::string_view procedure) {
 }
 
 void RemotePortControl::port_lost(const std::string& description) {
-  guard(console_, "Lineweir_Comm2_Lost", [&] {
+  guard(state_.trace, "Lineweir_Comm2_Lost", [&] {
     missed_ = true;
-    console_.trace.WriteTrace(description);
-    console_.messages.ShowMessage(port_message);
+    state_.trace.WriteTrace(description);
+    state_.messages.ShowMessage(port_message);
   });
 }
 
 void RemotePortControl::report(std::string_view procedure, const Failure& failure) {
-  report_failure(console_, procedure, failure);
+  report_failure(state_.trace, procedure, failure);
   const bool of_port = std::ranges::find(port_failures, failure.number()) != port_failures.end();
-  if (of_port) console_.messages.ShowMessage(port_message);
+  if (of_port) state_.messages.ShowMessage(port_message);
 }
 
 }  // namespace lineweir

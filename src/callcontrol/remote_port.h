@@ -5,14 +5,14 @@
 
 namespace lineweir {
 
-struct Console;
+struct ConsoleState;
 class Failure;
 
 // The menu "Remote Port": the serial port of the switch console. A port that vanishes while it is
 // in use is told once; choosing a port, or switching on, brings it back.
 class RemotePortControl {
  public:
-  explicit RemotePortControl(Console& console);
+  explicit RemotePortControl(ConsoleState& state);
 
   // RemoteCom1_Click to RemoteCom4_Click.
   void RemoteCom_Click(int number);
@@ -29,7 +29,7 @@ class RemotePortControl {
   void port_lost(const std::string& description);
   void report(std::string_view procedure, const Failure& failure);
 
-  Console& console_;
+  ConsoleState& state_;
   // The user has switched on last, whatever came of it.
   bool switched_on_ = false;
   // The port was open, and closed against the user's will: choosing a port opens it again.

@@ -2,12 +2,13 @@
 
 #include <string>
 
+#include "base/text.h"
 #include "callcontrol/console_lamps.h"
 #include "callcontrol/dial_words.h"
-#include "core/console.h"
-#include "core/guard.h"
-#include "core/text.h"
-#include "screen/pictures.h"
+#include "forms/pictures.h"
+#include "screen/row_display.h"
+#include "state/console_state.h"
+#include "state/guard.h"
 
 namespace lineweir {
 namespace {
@@ -29,22 +30,22 @@ void press_beside(const Picture& main_button, const Picture& button) {
 
 }  // namespace
 
-SwitchConsole::SwitchConsole(Console& console) : console_(console) {
-  console.services.comm2.on_comm = [this](int comm_event) { Comm2_OnComm(comm_event); };
-  console.Lineweir.SwitchConsoleTimer.on_timer = [this] { SwitchConsoleTimer_Timer(); };
+SwitchConsole::SwitchConsole(ConsoleState& state, RowDisplay& rows) : state_(state), rows_(rows) {
+  state.services.comm2.on_comm = [this](int comm_event) { Comm2_OnComm(comm_event); };
+  state.Lineweir.SwitchConsoleTimer.on_timer = [this] { SwitchConsoleTimer_Timer(); };
 }
 
 void SwitchConsole::Comm2_OnComm(int comm_event) {
-  guard(console_, "Lineweir_Comm2_OnComm", [&] {
+  guard(state_.trace, "Lineweir_Comm2_OnComm", [&] {
     if (comm_event != platform::comm_event_receive) return;
-    const std::string received = console_.services.comm2.input();
+    const std::string received = state_.services.comm2.input();
     if (received.empty()) return;
-    press(console_key(code_of(received.front()), console_.lines.twenty_lines()));
+    press(console_key(code_of(received.front()), state_.lines.twenty_lines()));
   });
 }
 
 void SwitchConsole::press(const ConsoleKey& key) {
-  const MainForm& form = console_.Lineweir;
+  const MainForm& form = state_.Lineweir;
   switch (key.action) {
     case ConsoleAction::Nothing:
       return;
@@ -68,33 +69,33 @@ void SwitchConsole::press(const ConsoleKey& key) {
 }
 
 void SwitchConsole::press_next() {
-  const MainForm& form = console_.Lineweir;
+  const MainForm& form = state_.Lineweir;
   const bool main = form.StudioMode.checked && pressable(form.NextButton);
   press_button(main ? form.NextButton : form.NextToConfButton);
 }
 
 // The key is pressed once for each line that this seat talks on.
 void SwitchConsole::press_dial_key(int key) {
-  DialWindow& dial = console_.DialForm;
-  for (int line = 0; line < console_.lines.LineCount; ++line) {
-    const bool talent = console_.Lineweir.StudioMode.checked;
-    if (!talks_on(console_.lines.StatusLetter(line), talent)) continue;
-    if (!dial.visible) press_button(console_.Lineweir.Dial);
+  DialWindow& dial = state_.DialForm;
+  for (int line = 0; line < state_.lines.LineCount; ++line) {
+    const bool talent = state_.Lineweir.StudioMode.checked;
+    if (!talks_on(state_.lines.StatusLetter(line), talent)) continue;
+    if (!dial.visible) press_button(state_.Lineweir.Dial);
     if (dial.visible) press_button(dial.DialButton(key));
   }
 }
 
 void SwitchConsole::SwitchConsoleTimer_Timer() {
-  guard(console_, "Lineweir_SwitchConsoleTimer_Timer", [&] {
-    platform::SerialPort& port = console_.services.comm2;
+  guard(state_.trace, "Lineweir_SwitchConsoleTimer_Timer", [&] {
+    platform::SerialPort& port = state_.services.comm2;
     if (!port.is_open()) return;
-    const MainForm& form = console_.Lineweir;
-    const bool twenty_lines = console_.lines.twenty_lines();
+    const MainForm& form = state_.Lineweir;
+    const bool twenty_lines = state_.lines.twenty_lines();
     std::string message;
-    for (int line = 0; line < console_.lines.LineCount; ++line) {
+    for (int line = 0; line < state_.lines.LineCount; ++line) {
       const bool visible = form.OnHybrid1(line).visible;
       // A hidden line has the lamps of the line before sent again.
-      const auto own = lamp_message(line, twenty_lines, visible, console_.rows.GetCadence(line));
+      const auto own = lamp_message(line, twenty_lines, visible, rows_.GetCadence(line));
       if (own) message = *own;
       if (!message.empty()) port.output(message);
     }

@@ -4,14 +4,15 @@
 
 namespace lineweir {
 
-struct Console;
+class RowDisplay;
+struct ConsoleState;
 class Picture;
 
 // The switch console on the host's desk, on the second serial port. Its keys press the buttons of
 // the screen, and can't do what the screen can't; its lamps repeat the state of the lines.
 class SwitchConsole {
  public:
-  explicit SwitchConsole(Console& console);
+  SwitchConsole(ConsoleState& state, RowDisplay& rows);
 
   // Each event of the port; only received data is acted on. The first character is the key.
   void Comm2_OnComm(int comm_event);
@@ -24,7 +25,8 @@ class SwitchConsole {
   void press_next();
   void press_dial_key(int key);
 
-  Console& console_;
+  ConsoleState& state_;
+  RowDisplay& rows_;
 };
 
 }  // namespace lineweir

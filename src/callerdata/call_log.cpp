@@ -3,13 +3,13 @@
 #include <array>
 #include <utility>
 
-#include "callerdata/call_log_columns.h"
+#include "base/names.h"
+#include "base/text.h"
+#include "base/time_text.h"
 #include "callerdata/entry_fit.h"
-#include "core/console.h"
-#include "core/text.h"
-#include "core/time_text.h"
-#include "elements/names.h"
+#include "forms/call_log_columns.h"
 #include "letters/path_text.h"
+#include "state/console_state.h"
 
 namespace lineweir {
 namespace {
@@ -73,15 +73,15 @@ LoggedColumns columns_of(const Letters& letters, const CallerRecord& record, Mai
 
 }  // namespace
 
-CallLog::CallLog(Console& console) : console_(console) {}
+CallLog::CallLog(ConsoleState& state) : state_(state) {}
 
 void CallLog::log(int line) {
-  CallerRecord& record = console_.lines.CallerData(line);
+  CallerRecord& record = state_.lines.CallerData(line);
   EndedCall ended{call_on(line), call_so_far(line)};
   if (chosen() && record.holds_data()) {
     record.set(CallerField::CallDate, ended.record.columns[date_position].value);
     ended.record.file = file_of_log();
-    console_.services.journal.put(ended.record);
+    state_.services.journal.put(ended.record);
   }
   end(line, ended);
 }
@@ -102,9 +102,9 @@ CallNumber CallLog::call_on(int line) {
 platform::LoggedCall CallLog::call_so_far(int line) {
   platform::LoggedCall call;
   call.table = call_log_table;
-  const Letters& letters = console_.services.letters;
-  call.columns = columns_of(letters, console_.lines.CallerData(line), console_.Lineweir, line);
-  set_column(letters, call.columns, date_position, date_text(console_.services.clock.now()));
+  const Letters& letters = state_.services.letters;
+  call.columns = columns_of(letters, state_.lines.CallerData(line), state_.Lineweir, line);
+  set_column(letters, call.columns, date_position, date_text(state_.services.clock.now()));
   return call;
 }
 
@@ -121,14 +121,14 @@ bool CallLog::complete(platform::LoggedCall call, const EntryTexts& texts) {
   for (std::size_t i = 0; i < texts.size(); ++i) {
     const EntryField& field = entry_fields[i];
     record.set(field.field, texts[i]);
-    set_column(console_.services.letters, call.columns, field.log_position, record[field.field]);
+    set_column(state_.services.letters, call.columns, field.log_position, record[field.field]);
   }
-  console_.services.journal.put(std::move(call));
+  state_.services.journal.put(std::move(call));
   return true;
 }
 
 platform::Recordset& CallLog::recordset() {
-  const std::string& name = console_.Lineweir.Data1.database_name;
+  const std::string& name = state_.Lineweir.Data1.database_name;
   if (!log_.recordset || log_.name != name || has_other_file(log_)) log_ = open(name);
   // What is known of a file that was written over by other means is forgotten so.
   log_.database->change_stamp();
@@ -141,23 +141,21 @@ void CallLog::choose(const std::string& file) {
 }
 
 void CallLog::choose_unseen(const std::string& file) {
-  console_.Lineweir.Data1.database_name = file;
-  console_.Lineweir.Data1.record_source = call_log_table;
-  console_.log_viewer.keep_up();
+  state_.Lineweir.Data1.database_name = file;
+  state_.Lineweir.Data1.record_source = call_log_table;
+  if (on_chosen) on_chosen();
 }
 
-bool CallLog::chosen() const {
-  return !trimmed(console_.Lineweir.Data1.database_name.get()).empty();
-}
+bool CallLog::chosen() const { return !trimmed(state_.Lineweir.Data1.database_name.get()).empty(); }
 
 std::string CallLog::file_of_log() const {
-  return file_name(console_.services.letters, console_.Lineweir.Data1.database_name.get());
+  return file_name(state_.services.letters, state_.Lineweir.Data1.database_name.get());
 }
 
 void CallLog::rename_user_field(const std::string& name) {
   platform::Recordset& rows = recordset();
   log_.database->rename_column(std::string(call_log_table), user_field_position,
-                               console_.services.letters.to_utf8(name));
+                               state_.services.letters.to_utf8(name));
   rows.refresh();
 }
 
@@ -168,11 +166,11 @@ bool CallLog::has_other_file(const OpenLog& log) {
 
 CallLog::OpenLog CallLog::open(const std::string& file) const {
   const std::string table(call_log_table);
-  OpenLog log{file, console_.services.databases.open(file), nullptr};
+  OpenLog log{file, state_.services.databases.open(file), nullptr};
   require_log_columns(log.database->table_columns(table));
   log.recordset = log.database->open_recordset(table);
-  console_.services.journal.use(file_name(console_.services.letters, file), table,
-                                phone_number_position);
+  state_.services.journal.use(file_name(state_.services.letters, file), table,
+                              phone_number_position);
   return log;
 }
 

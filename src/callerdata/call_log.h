@@ -7,19 +7,19 @@
 #include <vector>
 
 #include "callerdata/ended_call.h"
-#include "callerdata/entry_fields.h"
-#include "core/caller_record.h"
+#include "forms/entry_fields.h"
+#include "lines/caller_record.h"
 #include "platform/call_journal.h"
 #include "platform/database.h"
 
 namespace lineweir {
 
-struct Console;
+struct ConsoleState;
 
 // Hands the records of calls that have ended to the journal, which brings them into the call log.
 class CallLog {
  public:
-  explicit CallLog(Console& console);
+  explicit CallLog(ConsoleState& state);
 
   // The call on the line has ended. If a log is chosen and the record holds data, the date of the
   // call is filled in and the record goes to the log, now or as soon as the log takes it. A log
@@ -35,6 +35,9 @@ class CallLog {
 
   // Told of each call that leaves its line, while row and record still have its texts.
   std::function<void(const EndedCall& ended)> on_call_ended;
+
+  // Told when a log was chosen.
+  std::function<void()> on_chosen;
 
   // The record that the call on the line would have if it ended now.
   platform::LoggedCall call_so_far(int line);
@@ -76,7 +79,7 @@ class CallLog {
   OpenLog open(const std::string& file) const;
   static bool has_other_file(const OpenLog& log);
 
-  Console& console_;
+  ConsoleState& state_;
   OpenLog log_;
   std::map<int, CallNumber> calls_on_lines_;
   CallNumber last_call_ = 0;

@@ -2,12 +2,14 @@
 
 #include <optional>
 
-#include "callerdata/call_log_columns.h"
-#include "core/console.h"
-#include "core/guard.h"
-#include "core/stored_path.h"
-#include "core/text.h"
+#include "base/text.h"
+#include "callerdata/call_log.h"
+#include "forms/call_log_columns.h"
 #include "letters/path_text.h"
+#include "screen/display_options.h"
+#include "state/console_state.h"
+#include "state/guard.h"
+#include "state/stored_path.h"
 
 namespace lineweir {
 namespace {
@@ -16,8 +18,8 @@ constexpr std::string_view file_filter = "All Files (*.*)|*.*|Access Database Fi
 constexpr int mdb_filter = 2;
 
 // The failure as one sentence for the user.
-std::string sentence_of(const Console& console, const Failure& failure) {
-  std::string sentence = description_of(console, failure);
+std::string sentence_of(const ConsoleState& state, const Failure& failure) {
+  std::string sentence = description_of(state.services.letters, failure);
   if (failure.number() != failure_number::older_database_kind) return sentence;
   if (sentence.ends_with('.')) sentence.pop_back();
   return sentence +
@@ -33,19 +35,20 @@ std::string mismatch_question(std::string_view in_database, std::string_view in_
 
 }  // namespace
 
-CallLogFile::CallLogFile(Console& console) : console_(console) {
-  console.Lineweir.DatabasePathMenuItem.on_click = [this] { DatabasePathMenuItem_Click(); };
+CallLogFile::CallLogFile(ConsoleState& state, DisplayOptions& display, CallLog& call_log)
+    : state_(state), display_(display), call_log_(call_log) {
+  state.Lineweir.DatabasePathMenuItem.on_click = [this] { DatabasePathMenuItem_Click(); };
 }
 
 void CallLogFile::DatabasePathMenuItem_Click() {
-  guard(console_, "Lineweir_DatabasePathMenuItem_Click", [&] {
+  guard(state_.trace, "Lineweir_DatabasePathMenuItem_Click", [&] {
     platform::FileQuestion question;
     question.title = "Open";
     question.filter = file_filter;
     question.filter_index = mdb_filter;
-    question.default_path = console_.Lineweir.Data1.database_name;
+    question.default_path = state_.Lineweir.Data1.database_name;
     question.may_be_new = true;
-    const auto file = console_.services.dialogs.ask_file(question);
+    const auto file = state_.services.dialogs.ask_file(question);
     if (!file || trimmed(*file).empty()) return;
     const bool storable = attempt(
         [&] { require_storable(*file, longest_log_path); },
@@ -57,15 +60,15 @@ void CallLogFile::DatabasePathMenuItem_Click() {
 }
 
 void CallLogFile::take_waiting_calls(const std::string& file) {
-  const Letters& letters = console_.services.letters;
+  const Letters& letters = state_.services.letters;
   const std::string name = file_name(letters, file);
-  for (const platform::LogTrouble& trouble : console_.services.journal.state().troubles) {
+  for (const platform::LogTrouble& trouble : state_.services.journal.state().troubles) {
     if (trouble.file == name) continue;
     const std::string question = "Calls wait for the log '" + letters.from_utf8(trouble.file) +
                                  "', which can't be written. Put them into '" +
                                  letters.from_utf8(name) + "' instead?";
-    if (console_.services.dialogs.ask_yes_no(question)) {
-      console_.services.journal.redirect(trouble.file, name);
+    if (state_.services.dialogs.ask_yes_no(question)) {
+      state_.services.journal.redirect(trouble.file, name);
     }
   }
 }
@@ -74,7 +77,7 @@ bool CallLogFile::open_or_create(const std::string& file) {
   std::optional<Failure> failed;
   const auto open = [&] {
     failed.reset();
-    return attempt([&] { console_.call_log.choose(file); },
+    return attempt([&] { call_log_.choose(file); },
                    [&](const Failure& failure) { failed = failure; });
   };
   if (!open() && failed->number() == failure_number::database_not_found) {
@@ -88,54 +91,54 @@ bool CallLogFile::open_or_create(const std::string& file) {
 bool CallLogFile::CreateDatabase(const std::string& TheFile) {
   return attempt(
       [&] {
-        const Letters& letters = console_.services.letters;
-        const auto name = trimmed(console_.Lineweir.CaptionLabel(user_column).caption);
-        console_.services.databases.create(TheFile)->create_table(
+        const Letters& letters = state_.services.letters;
+        const auto name = trimmed(state_.Lineweir.CaptionLabel(user_column).caption);
+        state_.services.databases.create(TheFile)->create_table(
             std::string(call_log_table), new_log_columns(letters.to_utf8(name)));
       },
       [&](const Failure& failure) { refuse("Lineweir_CreateDatabase", failure); });
 }
 
 void CallLogFile::compare_user_field() {
-  const auto& fields = console_.call_log.recordset().fields();
-  const std::string name = console_.services.letters.from_utf8(
-      fields[static_cast<std::size_t>(user_field_position)].name);
+  const auto& fields = call_log_.recordset().fields();
+  const std::string name =
+      state_.services.letters.from_utf8(fields[static_cast<std::size_t>(user_field_position)].name);
   const auto in_database = trimmed(name);
-  const std::string caption = console_.Lineweir.CaptionLabel(user_column).caption;
+  const std::string caption = state_.Lineweir.CaptionLabel(user_column).caption;
   const auto in_lineweir = trimmed(caption);
   if (in_database == in_lineweir) return;
-  if (console_.services.dialogs.ask_yes_no(mismatch_question(in_database, in_lineweir))) {
-    console_.display.set_heading(user_column, in_database);
+  if (state_.services.dialogs.ask_yes_no(mismatch_question(in_database, in_lineweir))) {
+    display_.set_heading(user_column, in_database);
   }
 }
 
 void CallLogFile::use_stored(const std::string& file, const std::string& handler) {
   out_of_reach_.clear();
-  attempt([&] { console_.call_log.choose(file); },
+  attempt([&] { call_log_.choose(file); },
           [&](const Failure& failure) {
             // It will be let go, or there will be room again: the calls wait for it.
             if (failure.number() == failure_number::database_in_use ||
                 failure.number() == failure_number::disk_full) {
-              report_failure(console_, handler, failure);
-              return console_.call_log.choose_unseen(file);
+              report_failure(state_.trace, handler, failure);
+              return call_log_.choose_unseen(file);
             }
             out_of_reach_ = file;
-            console_.Lineweir.Data1.database_name = "";
+            state_.Lineweir.Data1.database_name = "";
             if (failure.number() != failure_number::database_not_found) {
               return refuse(handler, failure);
             }
-            console_.messages.ShowMessage(
+            state_.messages.ShowMessage(
                 "The Selected Database File for logging caller information cannot be found!");
           });
 }
 
 std::string CallLogFile::path_to_store() const {
-  return console_.call_log.chosen() ? console_.Lineweir.Data1.database_name.get() : out_of_reach_;
+  return call_log_.chosen() ? state_.Lineweir.Data1.database_name.get() : out_of_reach_;
 }
 
 void CallLogFile::refuse(const std::string& handler, const Failure& failure) {
-  report_failure(console_, handler, failure);
-  console_.messages.ShowMessage(sentence_of(console_, failure));
+  report_failure(state_.trace, handler, failure);
+  state_.messages.ShowMessage(sentence_of(state_, failure));
 }
 
 }  // namespace lineweir

@@ -2,16 +2,18 @@
 
 #include <string>
 
-#include "elements/failure.h"
+#include "base/failure.h"
 
 namespace lineweir {
 
-struct Console;
+class CallLog;
+class DisplayOptions;
+struct ConsoleState;
 
 // Which file the call log is: chosen by the user, by the settings or by a profile.
 class CallLogFile {
  public:
-  explicit CallLogFile(Console& console);
+  CallLogFile(ConsoleState& state, DisplayOptions& display, CallLog& call_log);
 
   // Asks for the file. One that doesn't exist is made; where a file can't be used a message says
   // why, and the log that is in use stays.
@@ -36,7 +38,9 @@ class CallLogFile {
   void take_waiting_calls(const std::string& file);
   void refuse(const std::string& handler, const Failure& failure);
 
-  Console& console_;
+  ConsoleState& state_;
+  DisplayOptions& display_;
+  CallLog& call_log_;
   std::string out_of_reach_;
 };
 

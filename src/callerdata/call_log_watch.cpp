@@ -5,8 +5,8 @@
 #include <string_view>
 
 #include "callerdata/log_text.h"
-#include "core/console.h"
-#include "core/guard.h"
+#include "state/console_state.h"
+#include "state/guard.h"
 
 namespace lineweir {
 namespace {
@@ -31,8 +31,8 @@ std::string_view advice_for(int failure) {
 
 }  // namespace
 
-CallLogWatch::CallLogWatch(Console& console) : console_(console) {
-  platform::Services& services = console.services;
+CallLogWatch::CallLogWatch(ConsoleState& state) : state_(state) {
+  platform::Services& services = state.services;
   services.journal.on_change = [this] { look(); };
   services.journal.on_replaced = [this](const std::string& file) { tell_replaced(file); };
   // Calls of an earlier run may be waiting.
@@ -40,9 +40,9 @@ CallLogWatch::CallLogWatch(Console& console) : console_(console) {
 }
 
 CallLogWatch::~CallLogWatch() {
-  console_.services.loop.cancel(first_look_);
-  console_.services.journal.on_change = nullptr;
-  console_.services.journal.on_replaced = nullptr;
+  state_.services.loop.cancel(first_look_);
+  state_.services.journal.on_change = nullptr;
+  state_.services.journal.on_replaced = nullptr;
 }
 
 bool CallLogWatch::told(const platform::LogTrouble& trouble) const {
@@ -52,8 +52,8 @@ bool CallLogWatch::told(const platform::LogTrouble& trouble) const {
 }
 
 void CallLogWatch::look() {
-  guard(console_, "CallLogWatch", [&] {
-    const platform::CallJournalState state = console_.services.journal.state();
+  guard(state_.trace, "CallLogWatch", [&] {
+    const platform::CallJournalState state = state_.services.journal.state();
     show_waiting(state.waiting);
     std::erase_if(told_, [&](const platform::LogTrouble& before) {
       return std::ranges::none_of(state.troubles, [&](const platform::LogTrouble& trouble) {
@@ -73,21 +73,21 @@ void CallLogWatch::look() {
 }
 
 void CallLogWatch::tell_replaced(const std::string& file) {
-  guard(console_, "CallLogWatch", [&] {
+  guard(state_.trace, "CallLogWatch", [&] {
     const std::string sentence = "The call log '" + file + "' was replaced by another file.";
     tell(sentence, sentence + " Calls go into that one from now on.");
-    console_.log_viewer.look_again();
+    if (on_replaced) on_replaced();
   });
 }
 
 void CallLogWatch::tell(const std::string& reason, const std::string& text) {
-  const Letters& letters = console_.services.letters;
-  console_.trace.WriteTrace("Call log - " + letters.from_utf8(reason));
-  console_.messages.ShowMessage(letters.from_utf8(text));
+  const Letters& letters = state_.services.letters;
+  state_.trace.WriteTrace("Call log - " + letters.from_utf8(reason));
+  state_.messages.ShowMessage(letters.from_utf8(text));
 }
 
 void CallLogWatch::show_waiting(int calls) {
-  Label& label = console_.Lineweir.LogWaiting;
+  Label& label = state_.Lineweir.LogWaiting;
   label.caption = "Call log waiting: " + calls_text(calls);
   label.visible = calls > 0;
 }

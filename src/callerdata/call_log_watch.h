@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -8,16 +9,19 @@
 
 namespace lineweir {
 
-struct Console;
+struct ConsoleState;
 
 // Tells the user of calls that wait for their log: as long as they do on the main form, and once in
 // an outage in a message.
 class CallLogWatch {
  public:
-  explicit CallLogWatch(Console& console);
+  explicit CallLogWatch(ConsoleState& state);
   ~CallLogWatch();
   CallLogWatch(const CallLogWatch&) = delete;
   CallLogWatch& operator=(const CallLogWatch&) = delete;
+
+  // Told when another file was found in the place of a log.
+  std::function<void()> on_replaced;
 
  private:
   void look();
@@ -26,7 +30,7 @@ class CallLogWatch {
   void tell_replaced(const std::string& file);
   void tell(const std::string& reason, const std::string& text);
 
-  Console& console_;
+  ConsoleState& state_;
   platform::EventLoop::CallId first_look_;
   // The outages that last and of which the user was told.
   std::vector<platform::LogTrouble> told_;

@@ -3,11 +3,14 @@
 #include <algorithm>
 #include <utility>
 
-#include "callcontrol/socket_trap.h"
+#include "base/text.h"
+#include "callerdata/call_log.h"
+#include "callerdata/caller_data_sender.h"
+#include "callerdata/caller_memory.h"
 #include "callerdata/entry_fit.h"
-#include "core/console.h"
-#include "core/guard.h"
-#include "core/text.h"
+#include "callerdata/line_texts.h"
+#include "state/console_state.h"
+#include "state/guard.h"
 
 namespace lineweir {
 namespace {
@@ -33,8 +36,16 @@ bool all_blank(const EntryTexts& texts) {
 
 }  // namespace
 
-CallerDataEntry::CallerDataEntry(Console& console) : console_(console), drafts_(console) {
-  CallerDataForm& form = console.Form4;
+CallerDataEntry::CallerDataEntry(ConsoleState& state, CallLog& call_log,
+                                 CallerDataSender& data_sender, LineTexts& line_texts,
+                                 CallerMemory& caller_memory)
+    : state_(state),
+      call_log_(call_log),
+      data_sender_(data_sender),
+      line_texts_(line_texts),
+      caller_memory_(caller_memory),
+      drafts_(state, call_log) {
+  CallerDataForm& form = state.Form4;
   form.on_load = [this] { Form_Load(); };
   form.on_unload = [this] { Form_Unload(); };
   form.TheText.wire([this](TextBox& box) {
@@ -49,7 +60,7 @@ CallerDataEntry::CallerDataEntry(Console& console) : console_(console), drafts_(
   form.OtherCall.on_click = [this] { OtherCall_Click(); };
   form.UnloadTimer.on_timer = [this] { UnloadTimer_Timer(); };
   form.DraftTimer.on_timer = [this] { DraftTimer_Timer(); };
-  console.call_log.on_call_ended = [this](const EndedCall& ended) { call_ended(ended); };
+  call_log.on_call_ended = [this](const EndedCall& ended) { call_ended(ended); };
 }
 
 LogFieldFlags CallerDataEntry::all_fields_on() {
@@ -59,19 +70,19 @@ LogFieldFlags CallerDataEntry::all_fields_on() {
 }
 
 bool CallerDataEntry::anybody_on(int line) const {
-  return line >= 0 && line < console_.lines.LineCount &&
-         letters_of_nobody.find(console_.lines.StatusLetter(line)) == std::string_view::npos;
+  return line >= 0 && line < state_.lines.LineCount &&
+         letters_of_nobody.find(state_.lines.StatusLetter(line)) == std::string_view::npos;
 }
 
 bool CallerDataEntry::holds_ended_call_of(int line) const {
-  return console_.Form4.loaded() && held_.line == line && held_.ended;
+  return state_.Form4.loaded() && held_.line == line && held_.ended;
 }
 
 void CallerDataEntry::show_for_line(int line) {
-  if (anybody_on(line)) return show(line, console_.call_log.call_on(line));
+  if (anybody_on(line)) return show(line, call_log_.call_on(line));
   if (holds_ended_call_of(line)) return show(line, held_.call);
   const EntryDraft* ended = drafts_.ended_on(line);
-  show(line, ended == nullptr ? console_.call_log.call_on(line) : ended->call);
+  show(line, ended == nullptr ? call_log_.call_on(line) : ended->call);
 }
 
 void CallerDataEntry::show_for_answered_line(int line) {
@@ -80,10 +91,10 @@ void CallerDataEntry::show_for_answered_line(int line) {
 }
 
 void CallerDataEntry::show(int line, CallNumber call) {
-  CallerDataForm& form = console_.Form4;
+  CallerDataForm& form = state_.Form4;
   const bool holds_other = form.loaded() && held_.call != call;
   if (holds_other) keep_draft();
-  console_.lines.CurrentDataLine = line;
+  state_.lines.CurrentDataLine = line;
   form.caption = "Caller Data - Line " + std::to_string(line + 1);
   chosen_call_ = call;
   if (holds_other) Form_Load();
@@ -92,13 +103,13 @@ void CallerDataEntry::show(int line, CallNumber call) {
 }
 
 void CallerDataEntry::Form_Load() {
-  guard(console_, "Form4_Form_Load", [&] {
-    CallerDataForm& form = console_.Form4;
-    held_.line = console_.lines.CurrentDataLine;
-    held_.call = chosen_call_ != 0 ? chosen_call_ : console_.call_log.call_on(held_.line);
-    console_.caller_memory.hide();
+  guard(state_.trace, "Form4_Form_Load", [&] {
+    CallerDataForm& form = state_.Form4;
+    held_.line = state_.lines.CurrentDataLine;
+    held_.call = chosen_call_ != 0 ? chosen_call_ : call_log_.call_on(held_.line);
+    caller_memory_.hide();
     form.UnloadTimer.enabled = !allowed();
-    form.Label(user_entry).caption = trimmed(console_.Lineweir.CaptionLabel(user_column).caption);
+    form.Label(user_entry).caption = trimmed(state_.Lineweir.CaptionLabel(user_column).caption);
     form.lay_out(LogFieldOn);
     fill_texts();
     form.focus_next(0);
@@ -106,13 +117,13 @@ void CallerDataEntry::Form_Load() {
 }
 
 void CallerDataEntry::Form_Unload() {
-  console_.Form4.UnloadTimer.enabled = false;
+  state_.Form4.UnloadTimer.enabled = false;
   keep_draft();
   held_ = {};
 }
 
 void CallerDataEntry::fill_texts() {
-  CallerDataForm& form = console_.Form4;
+  CallerDataForm& form = state_.Form4;
   const EntryDraft* found = drafts_.find(held_.call);
   const EntryDraft draft = found == nullptr ? EntryDraft{} : *found;
   held_.ended = draft.ended;
@@ -126,22 +137,22 @@ void CallerDataEntry::fill_texts() {
 }
 
 void CallerDataEntry::data_arrived(int line) {
-  if (console_.Form4.loaded() && line == held_.line) follow_line();
+  if (state_.Form4.loaded() && line == held_.line) follow_line();
 }
 
 void CallerDataEntry::follow_line() {
   if (held_.ended) return show_notice();
   EntryWork now = work();
-  const std::set<int> changed_elsewhere = now.follow(console_.line_texts.of(held_.line));
+  const std::set<int> changed_elsewhere = now.follow(line_texts_.of(held_.line));
   had_ = now.had;
-  console_.Form4.show_texts(now.typed);
+  state_.Form4.show_texts(now.typed);
   notice_.elsewhere.insert(changed_elsewhere.begin(), changed_elsewhere.end());
   show_notice();
 }
 
 void CallerDataEntry::call_ended(const EndedCall& ended) {
   drafts_.call_ended(ended);
-  if (!console_.Form4.loaded() || held_.call != ended.call) return;
+  if (!state_.Form4.loaded() || held_.call != ended.call) return;
   held_.ended = ended;
   notice_.end = ended.how;
   show_notice();
@@ -149,34 +160,34 @@ void CallerDataEntry::call_ended(const EndedCall& ended) {
 }
 
 void CallerDataEntry::lines_changed() {
-  if (console_.Form4.loaded() && held_.ended) show_buttons();
+  if (state_.Form4.loaded() && held_.ended) show_buttons();
 }
 
 void CallerDataEntry::leave_group() {
-  for (int line = 0; line < console_.lines.LineCount; ++line) {
-    console_.call_log.leave(line, CallEnd::GroupLeft);
-    console_.line_texts.caller_gone(line);
+  for (int line = 0; line < state_.lines.LineCount; ++line) {
+    call_log_.leave(line, CallEnd::GroupLeft);
+    line_texts_.caller_gone(line);
   }
 }
 
 void CallerDataEntry::show_notice() {
-  CallerDataForm& form = console_.Form4;
+  CallerDataForm& form = state_.Form4;
   form.show_notice(
       notice_text(notice_, work(), [&](int entry) { return form.Label(entry).caption.get(); }));
 }
 
 void CallerDataEntry::show_buttons() {
-  CallerDataForm& form = console_.Form4;
+  CallerDataForm& form = state_.Form4;
   const bool ended = held_.ended.has_value();
   form.DiscardCall.visible = ended;
   form.OtherCall.caption = ended ? "&New caller" : "Form&er caller";
   form.OtherCall.visible = ended ? anybody_on(held_.line) : drafts_.ended_on(held_.line) != nullptr;
 }
 
-EntryWork CallerDataEntry::work() const { return {had_, console_.Form4.texts()}; }
+EntryWork CallerDataEntry::work() const { return {had_, state_.Form4.texts()}; }
 
 void CallerDataEntry::keep_draft() {
-  console_.Form4.DraftTimer.enabled = false;
+  state_.Form4.DraftTimer.enabled = false;
   if (held_.call == 0) return;
   if (work().any_touched()) {
     drafts_.keep({held_.call, held_.line, work(), held_.ended});
@@ -193,14 +204,14 @@ void CallerDataEntry::restore_drafts() {
     if (!name.empty()) lines += " (" + std::string(name) + ")";
   }
   if (lines.empty()) return;
-  console_.messages.ShowMessage("Caller data was typed and not saved when Lineweir ended: " +
-                                lines + ". Open the caller data of the line to save it.");
+  state_.messages.ShowMessage("Caller data was typed and not saved when Lineweir ended: " + lines +
+                              ". Open the caller data of the line to save it.");
 }
 
 void CallerDataEntry::TheText_KeyPress(int Index, int& KeyAscii) {
-  guard(console_, "Form4_TheText_KeyPress", [&] {
-    CallerDataForm& form = console_.Form4;
-    console_.caller_memory.key_pressed(KeyAscii);
+  guard(state_.trace, "Form4_TheText_KeyPress", [&] {
+    CallerDataForm& form = state_.Form4;
+    caller_memory_.key_pressed(KeyAscii);
     if (KeyAscii == key_enter) {
       KeyAscii = 0;
       if (Index >= caller_text_count || !form.focus_next(Index)) Command3D1_Click();
@@ -216,10 +227,10 @@ void CallerDataEntry::TheText_KeyPress(int Index, int& KeyAscii) {
 }
 
 void CallerDataEntry::TheText_Edit(int Index, std::string& text, int& caret) {
-  guard(console_, "Form4_TheText_Edit", [&] {
+  guard(state_.trace, "Form4_TheText_Edit", [&] {
     const auto fit = Index == phone_number_entry ? fit_number : fit_text;
     EditedText fitted =
-        fit(console_.Form4.TheText(Index).text.get(), {text, caret}, entry_room(Index));
+        fit(state_.Form4.TheText(Index).text.get(), {text, caret}, entry_room(Index));
     text = std::move(fitted.text);
     caret = fitted.caret;
     notice_.full = fitted.left_out ? Index : 0;
@@ -228,64 +239,63 @@ void CallerDataEntry::TheText_Edit(int Index, std::string& text, int& caret) {
 }
 
 void CallerDataEntry::TheText_Change(int Index) {
-  guard(console_, "Form4_TheText_Change", [&] {
-    console_.Form4.DraftTimer.enabled = true;
+  guard(state_.trace, "Form4_TheText_Change", [&] {
+    state_.Form4.DraftTimer.enabled = true;
     show_notice();
     if (Index == phone_number_entry) {
-      console_.caller_memory.look_up();
+      caller_memory_.look_up();
     } else {
-      console_.caller_memory.offer();
+      caller_memory_.offer();
     }
   });
 }
 
 bool CallerDataEntry::allowed() {
-  if (console_.program.CallerDataAllowed) return true;
-  console_.messages.ShowMessage("Caller Data Entry not allowed in this user profile");
+  if (state_.program.CallerDataAllowed) return true;
+  state_.messages.ShowMessage("Caller Data Entry not allowed in this user profile");
   return false;
 }
 
 void CallerDataEntry::Command3D1_Click() {
   if (!allowed()) return;
   if (!held_.ended) return save_to_line();
-  guard(console_, save_handler, [&] { save_to_log(held_.ended->record); });
+  guard(state_.trace, save_handler, [&] { save_to_log(held_.ended->record); });
 }
 
 void CallerDataEntry::save_to_line() {
-  const int line = console_.lines.CurrentDataLine;
-  const CallNumber call = console_.call_log.call_on(line);
+  const int line = state_.lines.CurrentDataLine;
+  const CallNumber call = call_log_.call_on(line);
   const CallNumber held = held_.call;
-  const EntryTexts typed = console_.Form4.texts();
+  const EntryTexts typed = state_.Form4.texts();
   std::string text;
-  const bool stored = guard(console_, save_handler, [&] {
+  const bool stored = guard(state_.trace, save_handler, [&] {
     store(line, typed);
-    text = console_.data_sender.caller_data_text(line);
+    text = data_sender_.caller_data_text(line);
   });
   if (!stored) return;
-  const bool sent = socket_trap(console_, save_handler, [&] {
-    // Between two tries the call may have ended, and another caller's row must not get its data.
-    if (console_.call_log.call_on(line) == call) console_.data_sender.send(line, text);
-  });
+  // Between two tries the call may end, and another caller's row must not get its data.
+  const auto still_there = [&] { return call_log_.call_on(line) == call; };
+  const bool sent = data_sender_.send(save_handler, line, text, still_there);
   // The loop may have run in between, and the form may hold something else by now.
-  if (!sent || held_.ended || held_.call != held || console_.Form4.texts() != typed) return;
+  if (!sent || held_.ended || held_.call != held || state_.Form4.texts() != typed) return;
   close_done();
 }
 
 void CallerDataEntry::store(int line, const EntryTexts& typed) {
   const EntryTexts texts = without_controls(typed);
-  CallerRecord& record = console_.lines.CallerData(line);
+  CallerRecord& record = state_.lines.CallerData(line);
   for (std::size_t i = 0; i < texts.size(); ++i) {
-    console_.Lineweir.column_labels(entry_fields[i].column)(line).caption = texts[i];
+    state_.Lineweir.column_labels(entry_fields[i].column)(line).caption = texts[i];
     record.set(entry_fields[i].field, texts[i]);
   }
-  console_.line_texts.renewed(line);
+  line_texts_.renewed(line);
 }
 
 void CallerDataEntry::save_to_log(platform::LoggedCall call) {
-  const EntryTexts texts = without_controls(console_.Form4.texts());
+  const EntryTexts texts = without_controls(state_.Form4.texts());
   const bool nothing_known = call.file.empty() && all_blank(texts);
-  if (!nothing_known && !console_.call_log.complete(std::move(call), texts)) {
-    console_.messages.ShowMessage(
+  if (!nothing_known && !call_log_.complete(std::move(call), texts)) {
+    state_.messages.ShowMessage(
         "The caller has hung up, and no call log is chosen that could keep these data. Choose one "
         "with Options, Database Path, and save again.");
     return;
@@ -294,29 +304,29 @@ void CallerDataEntry::save_to_log(platform::LoggedCall call) {
 }
 
 void CallerDataEntry::close_done() {
-  had_ = console_.Form4.texts();
-  console_.Form4.unload();
+  had_ = state_.Form4.texts();
+  state_.Form4.unload();
 }
 
 void CallerDataEntry::DiscardCall_Click() {
-  guard(console_, "Form4_DiscardCall_Click", [&] { close_done(); });
+  guard(state_.trace, "Form4_DiscardCall_Click", [&] { close_done(); });
 }
 
 void CallerDataEntry::OtherCall_Click() {
-  guard(console_, "Form4_OtherCall_Click", [&] {
+  guard(state_.trace, "Form4_OtherCall_Click", [&] {
     const int line = held_.line;
-    if (held_.ended) return show(line, console_.call_log.call_on(line));
+    if (held_.ended) return show(line, call_log_.call_on(line));
     const EntryDraft* former = drafts_.ended_on(line);
     if (former != nullptr) show(line, former->call);
   });
 }
 
 void CallerDataEntry::UnloadTimer_Timer() {
-  guard(console_, "Form4_UnloadTimer_Timer", [&] { console_.Form4.unload(); });
+  guard(state_.trace, "Form4_UnloadTimer_Timer", [&] { state_.Form4.unload(); });
 }
 
 void CallerDataEntry::DraftTimer_Timer() {
-  guard(console_, "Form4_DraftTimer_Timer", [&] { keep_draft(); });
+  guard(state_.trace, "Form4_DraftTimer_Timer", [&] { keep_draft(); });
 }
 
 }  // namespace lineweir

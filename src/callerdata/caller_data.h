@@ -4,19 +4,24 @@
 
 #include "callerdata/draft_keeper.h"
 #include "callerdata/entry_notice.h"
-#include "core/line_table.h"
-#include "core/settings_record.h"
+#include "lines/line_table.h"
+#include "state/settings_record.h"
 
 namespace lineweir {
 
-struct Console;
+class CallLog;
+class CallerDataSender;
+class CallerMemory;
+class LineTexts;
+struct ConsoleState;
 
 // The entry of a caller's details: Form4 and what becomes of its texts. The form holds a call, not
 // a line: when the call ends while it is open, what is in it goes to that call's record in the log
 // and nowhere else, whoever is on the line by then.
 class CallerDataEntry {
  public:
-  explicit CallerDataEntry(Console& console);
+  CallerDataEntry(ConsoleState& state, CallLog& call_log, CallerDataSender& data_sender,
+                  LineTexts& line_texts, CallerMemory& caller_memory);
 
   // The user wants the data of whoever is on the line. A form that holds the call already only
   // comes to the front; one that holds another is loaded anew, and what was typed into it is kept.
@@ -42,8 +47,6 @@ class CallerDataEntry {
   // What is being typed stays for the next run.
   void keep_draft();
 
-  // The name that stamps caller data; the user's, once a login was accepted while it was blank.
-  std::string OperatorName;
   // Which of the ten fields are in use.
   LogFieldFlags LogFieldOn = all_fields_on();
 
@@ -85,7 +88,11 @@ class CallerDataEntry {
   // Closes the form; nothing in it is a draft any more.
   void close_done();
 
-  Console& console_;
+  ConsoleState& state_;
+  CallLog& call_log_;
+  CallerDataSender& data_sender_;
+  LineTexts& line_texts_;
+  CallerMemory& caller_memory_;
   DraftKeeper drafts_;
   HeldCall held_;
   // The call for which the form is about to be loaded; 0 for the one on the line.

@@ -1,19 +1,21 @@
 #include "callerdata/caller_data_sender.h"
 
-#include "callerdata/entry_fields.h"
-#include "core/console.h"
-#include "core/text.h"
-#include "serverlink/packet_text.h"
+#include "base/text.h"
+#include "forms/entry_fields.h"
+#include "link/links.h"
+#include "state/console_state.h"
+#include "wire/packet_text.h"
+#include "wire/server_packet_codec.h"
 
 namespace lineweir {
 
 std::string CallerDataSender::sender_name() const {
-  const auto name = trimmed(console_.caller_data.OperatorName);
-  return std::string(TextWrit_NullRemove(name.empty() ? console_.program.ClientId : name));
+  const auto name = trimmed(state_.program.OperatorName);
+  return std::string(TextWrit_NullRemove(name.empty() ? state_.program.ClientId : name));
 }
 
 std::string CallerDataSender::caller_data_text(int line) {
-  CallerRecord& record = console_.lines.CallerData(line);
+  CallerRecord& record = state_.lines.CallerData(line);
   CallerDetails data = caller_data_of(sender_name(), record);
   for (std::size_t i = 0; i < data.fields.size(); ++i) {
     data.fields[i] = std::string(TextWrit_NullRemove(data.fields[i]));
@@ -24,18 +26,13 @@ std::string CallerDataSender::caller_data_text(int line) {
   return encode_caller_data(data);
 }
 
-void CallerDataSender::send(int line, const std::string& text) {
-  const MainForm& form = console_.Lineweir;
-  if (form.NetworkConnectionOption.checked) {
-    console_.remote.serial_input().set_property(
-        "CallerDataServer", {std::int64_t{line + 1}, std::int64_t{console_.program.GroupNumber}},
-        text);
-  } else if (form.WinsockMenu.checked) {
-    ServerPacket packet = console_.server.packet(ClientCommand::CmdCallerData);
-    packet.LineNo = field_byte(line);
-    packet.set_buffer(text);
-    console_.server.send(std::move(packet));
-  }
+bool CallerDataSender::send(std::string_view handler, int line, const std::string& text,
+                            const std::function<bool()>& still_wanted) {
+  return links_.in_use().caller_data(handler, line, text, still_wanted);
+}
+
+void CallerDataSender::tell_data_cleared(std::string_view handler, int line) {
+  links_.in_use().caller_data(handler, line, "");
 }
 
 }  // namespace lineweir

@@ -1,16 +1,19 @@
 #pragma once
 
+#include <functional>
 #include <string>
+#include <string_view>
 
 namespace lineweir {
 
-struct Console;
+class Links;
+struct ConsoleState;
 
-// Sends callers' details to the other consoles, by whatever road the console has to the server;
-// nothing goes out on the serial link. Fails as that road does.
+// Sends callers' details to the other consoles, on the way that is in use. Failures are reported
+// under the name of the handler that sends.
 class CallerDataSender {
  public:
-  explicit CallerDataSender(Console& console) : console_(console) {}
+  CallerDataSender(ConsoleState& state, const Links& links) : state_(state), links_(links) {}
 
   // The name that stamps what is sent: the operator's, without blanks and code 0 at its ends;
   // ClientId while it is blank.
@@ -20,13 +23,16 @@ class CallerDataSender {
   // record too.
   std::string caller_data_text(int line);
 
-  void send(int line, const std::string& text);
+  // Returns whether the text went out, which is true where nobody is to be told.
+  bool send(std::string_view handler, int line, const std::string& text,
+            const std::function<bool()>& still_wanted);
 
   // Tells that the line has no caller's data any more.
-  void tell_data_cleared(int line) { send(line, ""); }
+  void tell_data_cleared(std::string_view handler, int line);
 
  private:
-  Console& console_;
+  ConsoleState& state_;
+  const Links& links_;
 };
 
 }  // namespace lineweir

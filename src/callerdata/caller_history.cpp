@@ -3,10 +3,10 @@
 #include <algorithm>
 #include <iterator>
 
-#include "callerdata/call_log_columns.h"
+#include "base/names.h"
+#include "base/text.h"
 #include "callerdata/log_text.h"
-#include "core/text.h"
-#include "elements/names.h"
+#include "forms/call_log_columns.h"
 
 namespace lineweir {
 namespace {

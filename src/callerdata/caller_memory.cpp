@@ -2,9 +2,10 @@
 
 #include <utility>
 
-#include "callerdata/entry_fields.h"
-#include "core/console.h"
-#include "core/guard.h"
+#include "callerdata/call_log.h"
+#include "forms/entry_fields.h"
+#include "state/console_state.h"
+#include "state/guard.h"
 
 namespace lineweir {
 namespace {
@@ -13,27 +14,25 @@ constexpr int key_escape = 27;
 
 }  // namespace
 
-CallerMemory::CallerMemory(Console& console) : console_(console) {
-  CallerDataForm& form = console.Form4;
+CallerMemory::CallerMemory(ConsoleState& state, CallLog& call_log)
+    : state_(state), call_log_(call_log) {
+  CallerDataForm& form = state.Form4;
   form.MemoryFill.on_click = [this] { MemoryFill_Click(); };
 }
 
 void CallerMemory::look_up() {
   hide();
-  const std::string& number = console_.Form4.TheText(phone_number_entry).text;
-  if (!console_.call_log.chosen() || number_forms(number).empty()) return;
-  CallerDataForm& form = console_.Form4;
+  const std::string& number = state_.Form4.TheText(phone_number_entry).text;
+  if (!call_log_.chosen() || number_forms(number).empty()) return;
+  CallerDataForm& form = state_.Form4;
   std::optional<CallerHistory> history;
-  attempt(
-      [&] {
-        history = find_history(console_.call_log.recordset(), console_.services.letters, number);
-      },
-      [&](const Failure& failure) {
-        // What keeps the log from telling is told in its place.
-        report_failure(console_, "Form4_TheText_Change", failure);
-        form.MemoryLabel.caption = description_of(console_, failure);
-        form.MemoryLabel.visible = true;
-      });
+  attempt([&] { history = find_history(call_log_.recordset(), state_.services.letters, number); },
+          [&](const Failure& failure) {
+            // What keeps the log from telling is told in its place.
+            report_failure(state_.trace, "Form4_TheText_Change", failure);
+            form.MemoryLabel.caption = description_of(state_.services.letters, failure);
+            form.MemoryLabel.visible = true;
+          });
   if (!history) return;
   history_ = *history;
   form.MemoryLabel.caption = history_text(history_);
@@ -42,7 +41,7 @@ void CallerMemory::look_up() {
 }
 
 void CallerMemory::offer() {
-  CallerDataForm& form = console_.Form4;
+  CallerDataForm& form = state_.Form4;
   if (!form.MemoryLabel.visible) return;
   std::string fields;
   for (const KnownField& field : fillable()) {
@@ -56,7 +55,7 @@ std::vector<CallerMemory::KnownField> CallerMemory::fillable() {
   std::vector<KnownField> fields;
   for (KnownField field : {KnownField{name_entry, "name", history_.name},
                            KnownField{city_entry, "city", history_.city}}) {
-    const TextBox& box = console_.Form4.TheText(field.entry);
+    const TextBox& box = state_.Form4.TheText(field.entry);
     if (box.enabled && completes(box.text.get(), field.known)) fields.push_back(std::move(field));
   }
   return fields;
@@ -64,19 +63,19 @@ std::vector<CallerMemory::KnownField> CallerMemory::fillable() {
 
 void CallerMemory::key_pressed(int& key) {
   if (key < ' ' && key != key_escape) return;
-  const bool offered = console_.Form4.MemoryLabel.visible;
+  const bool offered = state_.Form4.MemoryLabel.visible;
   hide();
   if (key == key_escape && offered) key = 0;
 }
 
 void CallerMemory::hide() {
-  console_.Form4.MemoryLabel.visible = false;
-  console_.Form4.MemoryFill.visible = false;
+  state_.Form4.MemoryLabel.visible = false;
+  state_.Form4.MemoryFill.visible = false;
 }
 
 void CallerMemory::MemoryFill_Click() {
-  guard(console_, "Form4_MemoryFill_Click", [&] {
-    CallerDataForm& form = console_.Form4;
+  guard(state_.trace, "Form4_MemoryFill_Click", [&] {
+    CallerDataForm& form = state_.Form4;
     const std::vector<KnownField> fields = fillable();
     hide();
     for (const KnownField& field : fields) {

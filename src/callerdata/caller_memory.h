@@ -8,7 +8,8 @@
 
 namespace lineweir {
 
-struct Console;
+class CallLog;
+struct ConsoleState;
 
 // Shows on Form4 what the log knows of the caller whose telephone number is entered or arrives, and
 // fills in name and city if the user wants it. The button names what it would fill in, and isn't
@@ -16,7 +17,7 @@ struct Console;
 // declined.
 class CallerMemory {
  public:
-  explicit CallerMemory(Console& console);
+  CallerMemory(ConsoleState& state, CallLog& call_log);
 
   // The form has another telephone number. Fails as the log does.
   void look_up();
@@ -42,7 +43,8 @@ class CallerMemory {
   // What can be filled in now: fields in use that have nothing else in them.
   std::vector<KnownField> fillable();
 
-  Console& console_;
+  ConsoleState& state_;
+  CallLog& call_log_;
   CallerHistory history_;
 };
 

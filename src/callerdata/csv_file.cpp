@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "elements/failure.h"
+#include "base/failure.h"
 #include "letters/path_text.h"
 
 namespace lineweir {

@@ -2,10 +2,10 @@
 
 #include <algorithm>
 
-#include "callerdata/call_log_columns.h"
+#include "base/names.h"
+#include "base/text.h"
 #include "callerdata/log_text.h"
-#include "core/text.h"
-#include "elements/names.h"
+#include "forms/call_log_columns.h"
 #include "letters/utf8.h"
 
 namespace lineweir {

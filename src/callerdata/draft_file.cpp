@@ -4,9 +4,9 @@
 #include <optional>
 #include <utility>
 
-#include "callerdata/call_log_columns.h"
+#include "base/text.h"
 #include "callerdata/csv.h"
-#include "core/text.h"
+#include "forms/call_log_columns.h"
 
 namespace lineweir {
 namespace {

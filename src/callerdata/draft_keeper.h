@@ -7,12 +7,13 @@
 
 namespace lineweir {
 
-struct Console;
+class CallLog;
+struct ConsoleState;
 
 // Keeps the drafts, and a file of them, so that they outlive the program however it ends.
 class DraftKeeper {
  public:
-  explicit DraftKeeper(Console& console) : console_(console) {}
+  DraftKeeper(ConsoleState& state, CallLog& call_log) : state_(state), call_log_(call_log) {}
 
   // Null where there is none; see EntryDrafts.
   const EntryDraft* find(CallNumber call) { return drafts_.find(call); }
@@ -32,7 +33,8 @@ class DraftKeeper {
   // last as long as the program.
   void write();
 
-  Console& console_;
+  ConsoleState& state_;
+  CallLog& call_log_;
   EntryDrafts drafts_;
   // What the file holds.
   std::string written_;

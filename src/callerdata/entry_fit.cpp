@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "core/text.h"
+#include "base/text.h"
 
 namespace lineweir {
 namespace {

@@ -1,7 +1,7 @@
 #include "callerdata/entry_work.h"
 
+#include "base/text.h"
 #include "callerdata/entry_fit.h"
-#include "core/text.h"
 
 namespace lineweir {
 

@@ -2,7 +2,7 @@
 
 #include <set>
 
-#include "callerdata/entry_fields.h"
+#include "forms/entry_fields.h"
 
 namespace lineweir {
 

@@ -5,7 +5,7 @@
 #include <numeric>
 #include <span>
 
-#include "core/text.h"
+#include "base/text.h"
 
 namespace lineweir {
 namespace {

@@ -1,6 +1,6 @@
 #include "callerdata/line_texts.h"
 
-#include "core/console.h"
+#include "state/console_state.h"
 
 namespace lineweir {
 namespace {
@@ -28,8 +28,8 @@ LineTexts::Texts LineTexts::standing_on(int line) const {
   Texts texts;
   for (std::size_t i = 0; i < entry_fields.size(); ++i) {
     const EntryField& field = entry_fields[i];
-    texts.record[i] = console_.lines.CallerData(line)[field.field];
-    texts.row[i] = console_.Lineweir.column_labels(field.column)(line).caption;
+    texts.record[i] = state_.lines.CallerData(line)[field.field];
+    texts.row[i] = state_.Lineweir.column_labels(field.column)(line).caption;
   }
   return texts;
 }

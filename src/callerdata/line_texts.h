@@ -6,14 +6,14 @@
 
 namespace lineweir {
 
-struct Console;
+struct ConsoleState;
 
 // What records and rows say of the callers who are on their lines now. A row, and at times a
 // record, keeps a caller's texts after the call: these are nobody's until something else stands
 // there.
 class LineTexts {
  public:
-  explicit LineTexts(Console& console) : console_(console) {}
+  explicit LineTexts(ConsoleState& state) : state_(state) {}
 
   EntryTexts of(int line) const;
 
@@ -31,7 +31,7 @@ class LineTexts {
 
   Texts standing_on(int line) const;
 
-  Console& console_;
+  ConsoleState& state_;
   std::map<int, Texts> gone_;
 };
 

@@ -2,12 +2,13 @@
 
 namespace lineweir {
 
-struct Console;
+class CallerDataEntry;
+struct ConsoleState;
 
 // The choice of the fields in use, on LogDataForm.
 class LogDataOptions {
  public:
-  explicit LogDataOptions(Console& console);
+  LogDataOptions(ConsoleState& state, CallerDataEntry& caller_data);
 
  private:
   void LogDataOptionsMenu_Click();
@@ -15,7 +16,8 @@ class LogDataOptions {
   void ExitLayout_Click();
   void CancelLayout_Click();
 
-  Console& console_;
+  ConsoleState& state_;
+  CallerDataEntry& caller_data_;
 };
 
 }  // namespace lineweir

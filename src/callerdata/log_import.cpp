@@ -1,10 +1,11 @@
 #include "callerdata/log_import.h"
 
+#include "base/text.h"
 #include "callerdata/log_text.h"
-#include "core/console.h"
-#include "core/guard.h"
-#include "core/text.h"
+#include "callerdata/log_viewer.h"
 #include "letters/path_text.h"
+#include "state/console_state.h"
+#include "state/guard.h"
 
 namespace lineweir {
 namespace {
@@ -30,9 +31,10 @@ std::string percent_text(const std::string& doing, std::int64_t done, std::int64
 
 }  // namespace
 
-LogImport::LogImport(Console& console) : console_(console) {
-  ImportPreviewForm& form = console.ImportPreview;
-  console.DatabaseViewer.ImportButton.on_click = [this] { ImportButton_Click(); };
+LogImport::LogImport(ConsoleState& state, LogViewer& log_viewer)
+    : state_(state), log_viewer_(log_viewer) {
+  ImportPreviewForm& form = state.ImportPreview;
+  state.DatabaseViewer.ImportButton.on_click = [this] { ImportButton_Click(); };
   form.ReadTimer.on_timer = [this] { ReadTimer_Timer(); };
   form.StoreTimer.on_timer = [this] { StoreTimer_Timer(); };
   form.HeldCheck.on_click = [this] { HeldCheck_Click(); };
@@ -51,29 +53,29 @@ void LogImport::ImportButton_Click() {
     platform::FileQuestion question;
     question.title = "Import";
     question.filter = "CSV Files (*.csv)|*.csv|All Files (*.*)|*.*";
-    const auto file = console_.services.dialogs.ask_file(question);
-    if (!file || trimmed(*file).empty() || !console_.DatabaseViewer.loaded()) return;
+    const auto file = state_.services.dialogs.ask_file(question);
+    if (!file || trimmed(*file).empty() || !state_.DatabaseViewer.loaded()) return;
     // The log may be another one by now.
-    console_.log_viewer.keep_up();
-    if (console_.log_viewer.open()) return begin(*file);
-    console_.messages.ShowMessage(
-        console_.services.letters.from_utf8(console_.DatabaseViewer.CountLabel.caption.get()));
+    log_viewer_.keep_up();
+    if (log_viewer_.open()) return begin(*file);
+    state_.messages.ShowMessage(
+        state_.services.letters.from_utf8(state_.DatabaseViewer.CountLabel.caption.get()));
   };
   attempt(body, [&](const Failure& failure) {
-    report_failure(console_, "DatabaseViewer_ImportButton_Click", failure);
-    console_.messages.ShowMessage(description_of(console_, failure));
+    report_failure(state_.trace, "DatabaseViewer_ImportButton_Click", failure);
+    state_.messages.ShowMessage(description_of(state_.services.letters, failure));
   });
 }
 
 void LogImport::begin(const std::string& file) {
-  ImportPreviewForm& form = console_.ImportPreview;
-  const Letters& letters = console_.services.letters;
-  CsvFile input(console_.services.files, file, letters);
+  ImportPreviewForm& form = state_.ImportPreview;
+  const Letters& letters = state_.services.letters;
+  CsvFile input(state_.services.files, file, letters);
   form.unload();
-  platform::Recordset& log = console_.log_viewer.recordset();
+  platform::Recordset& log = log_viewer_.recordset();
   log_columns_ = log.fields();
   held_.begin(log);
-  batch_ = console_.log_viewer.database().collect_rows(std::string(call_log_table));
+  batch_ = log_viewer_.database().collect_rows(std::string(call_log_table));
   file_.emplace(std::move(input));
   std::vector<std::string> headings;
   for (const auto& column : log_columns_) headings.push_back(column.name);
@@ -96,8 +98,8 @@ void LogImport::ReadTimer_Timer() {
           [&](const Failure& failure) {
             // A log that is in use for now is looked at at the next tick.
             if (held_.working() && failure.number() == failure_number::database_in_use) return;
-            report_failure(console_, "ImportPreview_ReadTimer_Timer", failure);
-            close_with(description_of(console_, failure));
+            report_failure(state_.trace, "ImportPreview_ReadTimer_Timer", failure);
+            close_with(description_of(state_.services.letters, failure));
           });
 }
 
@@ -111,12 +113,12 @@ void LogImport::read_slice() {
     read_piece();
   }
   if (file_) return show_work();
-  console_.ImportPreview.ReadTimer.enabled = false;
+  state_.ImportPreview.ReadTimer.enabled = false;
   show_result();
 }
 
 void LogImport::read_piece() {
-  ImportPreviewForm& form = console_.ImportPreview;
+  ImportPreviewForm& form = state_.ImportPreview;
   const std::size_t previewed = preview_.size();
   file_->work();
   while (const auto record = file_->next()) {
@@ -171,17 +173,17 @@ void LogImport::tell(const std::string& sentence) {
 }
 
 void LogImport::show_work() {
-  console_.ImportPreview.ResultLabel.caption =
+  state_.ImportPreview.ResultLabel.caption =
       held_.working() ? percent_text("Looking through the log", held_.percent(), 100)
                       : percent_text("Reading", file_->percent(), 100);
 }
 
 std::int64_t LogImport::to_import() const {
-  return console_.ImportPreview.HeldCheck.value != 0 ? calls_ : calls_ - held_calls_;
+  return state_.ImportPreview.HeldCheck.value != 0 ? calls_ : calls_ - held_calls_;
 }
 
 void LogImport::show_result() {
-  ImportPreviewForm& form = console_.ImportPreview;
+  ImportPreviewForm& form = state_.ImportPreview;
   form.HeldCheck.visible = problems_ == 0 && held_calls_ > 0;
   std::string result;
   if (problems_ > 0) {
@@ -198,12 +200,12 @@ void LogImport::show_result() {
 }
 
 void LogImport::HeldCheck_Click() {
-  guard(console_, "ImportPreview_HeldCheck_Click", [&] { show_result(); });
+  guard(state_.trace, "ImportPreview_HeldCheck_Click", [&] { show_result(); });
 }
 
 void LogImport::ImportOk_Click() {
-  guard(console_, "ImportPreview_ImportOk_Click", [&] {
-    ImportPreviewForm& form = console_.ImportPreview;
+  guard(state_.trace, "ImportPreview_ImportOk_Click", [&] {
+    ImportPreviewForm& form = state_.ImportPreview;
     if (!form.ImportOk.enabled) return;
     form.ImportOk.enabled = false;
     form.HeldCheck.enabled = false;
@@ -215,8 +217,8 @@ void LogImport::ImportOk_Click() {
 }
 
 void LogImport::StoreTimer_Timer() {
-  guard(console_, "ImportPreview_StoreTimer_Timer", [&] {
-    ImportPreviewForm& form = console_.ImportPreview;
+  guard(state_.trace, "ImportPreview_StoreTimer_Timer", [&] {
+    ImportPreviewForm& form = state_.ImportPreview;
     const platform::RowBatch::Progress progress = batch_->progress();
     const bool cancelling = !form.ImportCancel.enabled;
     switch (progress.stage) {
@@ -241,8 +243,8 @@ void LogImport::StoreTimer_Timer() {
 void LogImport::finish(const platform::RowBatch::Progress& progress) {
   if (progress.stage == Stage::Failed) {
     const Failure& failure = *progress.failure;
-    report_failure(console_, "ImportPreview_StoreTimer_Timer", failure);
-    return close_with(description_of(console_, failure) + " Nothing was imported.");
+    report_failure(state_.trace, "ImportPreview_StoreTimer_Timer", failure);
+    return close_with(description_of(state_.services.letters, failure) + " Nothing was imported.");
   }
   if (progress.stage == Stage::Cancelled) return close_with("");
   std::string result = "Imported " + calls_text(to_import()) + ".";
@@ -251,17 +253,17 @@ void LogImport::finish(const platform::RowBatch::Progress& progress) {
               (held_calls_ == 1 ? "was" : "were") + " left out.";
   }
   close_with(result);
-  console_.log_viewer.look_again();
+  log_viewer_.look_again();
 }
 
 void LogImport::close_with(const std::string& message) {
-  console_.ImportPreview.unload();
-  if (!message.empty()) console_.messages.ShowMessage(message);
+  state_.ImportPreview.unload();
+  if (!message.empty()) state_.messages.ShowMessage(message);
 }
 
 void LogImport::ImportCancel_Click() {
-  guard(console_, "ImportPreview_ImportCancel_Click", [&] {
-    ImportPreviewForm& form = console_.ImportPreview;
+  guard(state_.trace, "ImportPreview_ImportCancel_Click", [&] {
+    ImportPreviewForm& form = state_.ImportPreview;
     if (!form.StoreTimer.enabled) return form.unload();
     batch_->cancel();
     form.ImportCancel.enabled = false;
@@ -270,7 +272,7 @@ void LogImport::ImportCancel_Click() {
 }
 
 void LogImport::Form_Unload() {
-  ImportPreviewForm& form = console_.ImportPreview;
+  ImportPreviewForm& form = state_.ImportPreview;
   form.ReadTimer.enabled = false;
   form.StoreTimer.enabled = false;
   batch_.reset();

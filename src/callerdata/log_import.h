@@ -12,14 +12,15 @@
 
 namespace lineweir {
 
-struct Console;
+class LogViewer;
+struct ConsoleState;
 
 // Brings the calls of a CSV file into the log that DatabaseViewer shows, a slice at each tick. The
 // file is read to its end first, what doesn't fit is named line by line, and the calls that fit are
 // collected beside the log; they go into it all together, or none does.
 class LogImport {
  public:
-  explicit LogImport(Console& console);
+  LogImport(ConsoleState& state, LogViewer& log_viewer);
 
  private:
   void ImportButton_Click();
@@ -43,7 +44,8 @@ class LogImport {
   void finish(const platform::RowBatch::Progress& progress);
   void close_with(const std::string& message);
 
-  Console& console_;
+  ConsoleState& state_;
+  LogViewer& log_viewer_;
   HeldCalls held_;
   std::optional<CsvFile> file_;
   std::optional<ImportColumns> columns_;

@@ -3,14 +3,17 @@
 #include <algorithm>
 #include <array>
 
-#include "callerdata/call_log_columns.h"
+#include "base/text.h"
 #include "callerdata/csv.h"
 #include "callerdata/draft_file.h"
 #include "callerdata/log_text.h"
-#include "core/console.h"
-#include "core/guard.h"
-#include "core/text.h"
+#include "callerdata/log_viewer.h"
+#include "clocks/show_plan_store.h"
+#include "forms/call_log_columns.h"
 #include "letters/path_text.h"
+#include "state/console_state.h"
+#include "state/guard.h"
+#include "state/settings_record.h"
 
 namespace lineweir {
 namespace {
@@ -49,8 +52,10 @@ std::vector<std::string> cells(std::vector<std::string> texts, bool raw) {
 
 }  // namespace
 
-LogOutput::LogOutput(Console& console) : console_(console) {
-  DatabaseViewerForm& form = console.DatabaseViewer;
+LogOutput::LogOutput(ConsoleState& state, const ShowPlanStore& show_plan, LogViewer& log_viewer)
+    : state_(state), show_plan_(show_plan), log_viewer_(log_viewer) {
+  log_viewer.on_closing = [this] { stop(); };
+  DatabaseViewerForm& form = state.DatabaseViewer;
   form.ExportButton.on_click = [this] { ExportButton_Click(); };
   form.PrintButton.on_click = [this] { PrintButton_Click(); };
   form.CancelWork.on_click = [this] { CancelWork_Click(); };
@@ -62,10 +67,10 @@ void LogOutput::ExportButton_Click() {
     const std::string file =
         ask_file("Export", "CSV Files (*.csv)|*.csv|All Files (*.*)|*.*", ".csv");
     if (file.empty()) return;
-    std::shared_ptr<platform::FileInMaking> output = console_.services.files.begin_replace(file);
-    const bool raw = console_.DatabaseViewer.RawExport.value != 0;
-    output->append(csv_record(cells(console_.log_viewer.column_names(), raw)));
-    Job job{"Exporting", "Exported", file, console_.log_viewer.shown_rows(), 0, {}, {}};
+    std::shared_ptr<platform::FileInMaking> output = state_.services.files.begin_replace(file);
+    const bool raw = state_.DatabaseViewer.RawExport.value != 0;
+    output->append(csv_record(cells(log_viewer_.column_names(), raw)));
+    Job job{"Exporting", "Exported", file, log_viewer_.shown_rows(), 0, {}, {}};
     job.add_row = [output, raw](const auto& texts) {
       output->append(csv_record(cells(texts, raw)));
     };
@@ -83,15 +88,15 @@ void LogOutput::PrintButton_Click() {
         ask_file("Print", "PDF Files (*.pdf)|*.pdf|All Files (*.*)|*.*", ".pdf");
     if (file.empty()) return;
     std::vector<platform::PrintedColumn> columns;
-    for (const std::string& name : console_.log_viewer.column_names()) {
+    for (const std::string& name : log_viewer_.column_names()) {
       const std::size_t place = std::min(columns.size(), page_widths.size() - 1);
       columns.push_back({name, page_widths[place]});
     }
     const std::string title =
-        "Call log " + shown_file_name(console_.DatabaseViewer.Data1.database_name);
+        "Call log " + shown_file_name(state_.DatabaseViewer.Data1.database_name);
     std::shared_ptr<platform::PrintedTable> output =
-        console_.services.printer.begin(file, title, columns);
-    Job job{"Printing", "Printed", file, console_.log_viewer.shown_rows(), 0, {}, {}};
+        state_.services.printer.begin(file, title, columns);
+    Job job{"Printing", "Printed", file, log_viewer_.shown_rows(), 0, {}, {}};
     job.add_row = [output](const auto& texts) { output->add_row(texts); };
     job.finish = [output] { output->finish(); };
     start(std::move(job));
@@ -103,15 +108,15 @@ void LogOutput::PrintButton_Click() {
 
 std::string LogOutput::ask_file(const std::string& title, const std::string& filter,
                                 const std::string& extension) {
-  if (running() || !console_.log_viewer.open()) return {};
+  if (running() || !log_viewer_.open()) return {};
   platform::FileQuestion question;
   question.title = title;
   question.filter = filter;
   question.for_saving = true;
-  question.default_path = with_extension(console_.DatabaseViewer.Data1.database_name, extension);
-  const auto file = console_.services.dialogs.ask_file(question);
+  question.default_path = with_extension(state_.DatabaseViewer.Data1.database_name, extension);
+  const auto file = state_.services.dialogs.ask_file(question);
   // The viewer may have been closed while the question stood.
-  if (!file || trimmed(*file).empty() || !console_.log_viewer.open()) return {};
+  if (!file || trimmed(*file).empty() || !log_viewer_.open()) return {};
   const std::string reason = why_not(*file);
   if (reason.empty()) return *file;
   refuse("DatabaseViewer", "The file '" + shown_file_name(*file) + "' " + reason +
@@ -124,31 +129,31 @@ std::string LogOutput::why_not(const std::string& file) {
   // Asked first: what the engine keeps beside a log is no file to open as a database.
   if (is_log_file(file, files_beside_log)) return "belongs to the call log";
   const bool database =
-      is_log_file(file, log_itself) || console_.services.databases.is_database(file);
+      is_log_file(file, log_itself) || state_.services.databases.is_database(file);
   return database ? "is a database" : "";
 }
 
 bool LogOutput::is_own_file(const std::string& file) const {
   const auto is = [&](const std::string& own) {
-    return !own.empty() && console_.services.files.same_file(file, own);
+    return !own.empty() && state_.services.files.same_file(file, own);
   };
   return std::ranges::any_of(own_files,
                              [&](std::string_view own) { return is(std::string(own)); }) ||
-         is(console_.show_plan.TheDataFileName) || is(console_.program.MessageFile);
+         is(show_plan_.TheDataFileName) || is(state_.program.MessageFile);
 }
 
 bool LogOutput::is_log_file(const std::string& file, std::span<const std::string_view> endings) {
   const auto is_of = [&](const std::string& log) {
     return !log.empty() && std::ranges::any_of(endings, [&](std::string_view ending) {
-      return console_.services.files.same_file(file, log + std::string(ending));
+      return state_.services.files.same_file(file, log + std::string(ending));
     });
   };
-  return is_of(console_.DatabaseViewer.Data1.database_name) ||
-         is_of(console_.Lineweir.Data1.database_name);
+  return is_of(state_.DatabaseViewer.Data1.database_name) ||
+         is_of(state_.Lineweir.Data1.database_name);
 }
 
 void LogOutput::start(Job job) {
-  DatabaseViewerForm& form = console_.DatabaseViewer;
+  DatabaseViewerForm& form = state_.DatabaseViewer;
   job_ = std::make_unique<Job>(std::move(job));
   form.ExportButton.enabled = false;
   form.PrintButton.enabled = false;
@@ -159,18 +164,18 @@ void LogOutput::start(Job job) {
 }
 
 void LogOutput::stop() {
-  DatabaseViewerForm& form = console_.DatabaseViewer;
+  DatabaseViewerForm& form = state_.DatabaseViewer;
   job_.reset();
   form.OutputTimer.enabled = false;
   form.CancelWork.visible = false;
-  const bool open = console_.log_viewer.open();
+  const bool open = log_viewer_.open();
   form.ExportButton.enabled = open;
   form.PrintButton.enabled = open;
   form.ImportButton.enabled = open;
 }
 
 void LogOutput::CancelWork_Click() {
-  guard(console_, "DatabaseViewer_CancelWork_Click", [&] {
+  guard(state_.trace, "DatabaseViewer_CancelWork_Click", [&] {
     if (!running()) return;
     const std::string doing = job_->doing;
     stop();
@@ -192,7 +197,7 @@ void LogOutput::slice() {
   Job& job = *job_;
   const std::size_t end = std::min(job.next + rows_a_slice, job.rows.size());
   for (; job.next < end; ++job.next) {
-    const auto texts = console_.log_viewer.texts(job.rows[job.next]);
+    const auto texts = log_viewer_.texts(job.rows[job.next]);
     // A call may have been removed by another program since.
     if (!texts.empty()) job.add_row(texts);
   }
@@ -208,15 +213,15 @@ void LogOutput::slice() {
 }
 
 std::string LogOutput::shown_file_name(const std::string& path) const {
-  return file_name_of(file_name(console_.services.letters, path));
+  return file_name_of(file_name(state_.services.letters, path));
 }
 
-void LogOutput::show(const std::string& text) { console_.DatabaseViewer.WorkLabel.caption = text; }
+void LogOutput::show(const std::string& text) { state_.DatabaseViewer.WorkLabel.caption = text; }
 
 void LogOutput::refuse(const std::string& handler, const std::string& sentence) {
   const Failure failure(failure_number::file_access, sentence);
-  report_failure(console_, handler, failure);
-  console_.messages.ShowMessage(description_of(console_, failure));
+  report_failure(state_.trace, handler, failure);
+  state_.messages.ShowMessage(description_of(state_.services.letters, failure));
 }
 
 }  // namespace lineweir

@@ -12,13 +12,15 @@
 
 namespace lineweir {
 
-struct Console;
+class LogViewer;
+class ShowPlanStore;
+struct ConsoleState;
 
 // Gives out the calls that DatabaseViewer shows, in their order, as a CSV file or as a printed
 // document: a slice at each tick, so that the console goes on meanwhile.
 class LogOutput {
  public:
-  explicit LogOutput(Console& console);
+  LogOutput(ConsoleState& state, const ShowPlanStore& show_plan, LogViewer& log_viewer);
 
   bool running() const { return job_ != nullptr; }
   // Ends what is under way; nothing of it stays.
@@ -56,7 +58,9 @@ class LogOutput {
   void show(const std::string& text);
   void refuse(const std::string& handler, const std::string& sentence);
 
-  Console& console_;
+  ConsoleState& state_;
+  const ShowPlanStore& show_plan_;
+  LogViewer& log_viewer_;
   std::unique_ptr<Job> job_;
 };
 

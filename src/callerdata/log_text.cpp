@@ -5,9 +5,9 @@
 #include <charconv>
 #include <optional>
 
-#include "callerdata/call_log_columns.h"
-#include "core/text.h"
-#include "core/time_text.h"
+#include "base/text.h"
+#include "base/time_text.h"
+#include "forms/call_log_columns.h"
 #include "letters/folding.h"
 
 namespace lineweir {

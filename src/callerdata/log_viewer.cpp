@@ -2,10 +2,10 @@
 
 #include <algorithm>
 
+#include "base/text.h"
 #include "callerdata/call_log.h"
-#include "core/console.h"
-#include "core/guard.h"
-#include "core/text.h"
+#include "state/console_state.h"
+#include "state/guard.h"
 
 namespace lineweir {
 namespace {
@@ -15,9 +15,10 @@ constexpr std::string_view no_log =
 
 }  // namespace
 
-LogViewer::LogViewer(Console& console) : console_(console) {
-  DatabaseViewerForm& form = console.DatabaseViewer;
-  console.Lineweir.ShowDatabaseMenuItem.on_click = [this] { ShowDatabaseMenuItem_Click(); };
+LogViewer::LogViewer(ConsoleState& state, CallLog& call_log) : state_(state), call_log_(call_log) {
+  call_log.on_chosen = [this] { keep_up(); };
+  DatabaseViewerForm& form = state.DatabaseViewer;
+  state.Lineweir.ShowDatabaseMenuItem.on_click = [this] { ShowDatabaseMenuItem_Click(); };
   form.on_load = [this] { Form_Load(); };
   form.on_unload = [this] { Form_Unload(); };
   form.SearchText.on_change = [this] { SearchText_Change(); };
@@ -32,16 +33,16 @@ LogViewer::LogViewer(Console& console) : console_(console) {
 }
 
 void LogViewer::ShowDatabaseMenuItem_Click() {
-  guard(console_, "Lineweir_ShowDatabaseMenuItem_Click", [&] {
+  guard(state_.trace, "Lineweir_ShowDatabaseMenuItem_Click", [&] {
     keep_up();
-    console_.DatabaseViewer.show();
+    state_.DatabaseViewer.show();
   });
 }
 
 void LogViewer::Form_Load() {
-  DatabaseViewerForm& form = console_.DatabaseViewer;
-  form.Data1.database_name = console_.Lineweir.Data1.database_name;
-  form.Data1.record_source = console_.Lineweir.Data1.record_source;
+  DatabaseViewerForm& form = state_.DatabaseViewer;
+  form.Data1.database_name = state_.Lineweir.Data1.database_name;
+  form.Data1.record_source = state_.Lineweir.Data1.record_source;
   form.SearchText.text = "";
   form.CountLabel.caption = "";
   order_ = {};
@@ -50,30 +51,30 @@ void LogViewer::Form_Load() {
 }
 
 void LogViewer::show_log() {
-  DatabaseViewerForm& form = console_.DatabaseViewer;
+  DatabaseViewerForm& form = state_.DatabaseViewer;
   const bool opened = attempt([&] { open_log(); },
                               [&](const Failure& failure) {
                                 close_log();
                                 if (form.CountLabel.caption.get() == failure.what()) return;
-                                report_failure(console_, "DatabaseViewer_Form_Load", failure);
+                                report_failure(state_.trace, "DatabaseViewer_Form_Load", failure);
                                 form.CountLabel.caption = failure.what();
                               });
   form.ImportButton.enabled = open();
   form.ExportButton.enabled = open();
   form.PrintButton.enabled = open();
   // A log that can't be shown now may be shown later.
-  form.FollowTimer.enabled = console_.call_log.chosen();
+  form.FollowTimer.enabled = call_log_.chosen();
   if (opened && open()) look_again();
 }
 
 void LogViewer::open_log() {
-  DatabaseViewerForm& form = console_.DatabaseViewer;
-  if (!console_.call_log.chosen()) {
+  DatabaseViewerForm& form = state_.DatabaseViewer;
+  if (!call_log_.chosen()) {
     form.CountLabel.caption = no_log;
     return;
   }
   const std::string table(call_log_table);
-  database_ = console_.services.databases.open(form.Data1.database_name);
+  database_ = state_.services.databases.open(form.Data1.database_name);
   require_log_columns(database_->table_columns(table));
   recordset_ = database_->open_recordset(table);
   stamp_ = database_->change_stamp();
@@ -81,12 +82,12 @@ void LogViewer::open_log() {
 }
 
 void LogViewer::Form_Unload() {
-  guard(console_, "DatabaseViewer_Form_Unload", [&] {
-    DatabaseViewerForm& form = console_.DatabaseViewer;
+  guard(state_.trace, "DatabaseViewer_Form_Unload", [&] {
+    DatabaseViewerForm& form = state_.DatabaseViewer;
     form.WorkTimer.enabled = false;
     form.FollowTimer.enabled = false;
-    console_.log_output.stop();
-    console_.ImportPreview.unload();
+    if (on_closing) on_closing();
+    state_.ImportPreview.unload();
     close_log();
     form.DBGrid1.headings = std::vector<std::string>();
     form.SortList.list = std::vector<std::string>();
@@ -99,7 +100,7 @@ void LogViewer::close_log() {
   view_ = {};
   recordset_.reset();
   database_.reset();
-  console_.DatabaseViewer.DBGrid1.show_other_rows(0);
+  state_.DatabaseViewer.DBGrid1.show_other_rows(0);
 }
 
 std::vector<std::string> LogViewer::column_names() const {
@@ -123,7 +124,7 @@ std::vector<platform::RowId> LogViewer::shown_rows() const {
 }
 
 void LogViewer::show_columns() {
-  DatabaseViewerForm& form = console_.DatabaseViewer;
+  DatabaseViewerForm& form = state_.DatabaseViewer;
   const std::vector<std::string> headings = column_names();
   std::vector<std::string> orders = headings;
   orders.insert(orders.begin(), "Order of logging");
@@ -136,27 +137,27 @@ void LogViewer::show_columns() {
 }
 
 void LogViewer::SearchText_Change() {
-  guard(console_, "DatabaseViewer_SearchText_Change", [&] { look_again(); });
+  guard(state_.trace, "DatabaseViewer_SearchText_Change", [&] { look_again(); });
 }
 
 void LogViewer::SortList_Click() {
-  guard(console_, "DatabaseViewer_SortList_Click", [&] {
+  guard(state_.trace, "DatabaseViewer_SortList_Click", [&] {
     // A column begins with its first value, the log with its newest call.
-    const int column = console_.DatabaseViewer.SortList.list_index - 1;
+    const int column = state_.DatabaseViewer.SortList.list_index - 1;
     sort_by({column, column == LogOrder::as_logged});
     look_again();
   });
 }
 
 void LogViewer::SortDown_Click() {
-  guard(console_, "DatabaseViewer_SortDown_Click", [&] {
-    sort_by({order_.column, console_.DatabaseViewer.SortDown.value != 0});
+  guard(state_.trace, "DatabaseViewer_SortDown_Click", [&] {
+    sort_by({order_.column, state_.DatabaseViewer.SortDown.value != 0});
     look_again();
   });
 }
 
 void LogViewer::heading_clicked(int column) {
-  guard(console_, "DatabaseViewer_DBGrid1_HeadClick", [&] {
+  guard(state_.trace, "DatabaseViewer_DBGrid1_HeadClick", [&] {
     const bool same = order_.column == column;
     if (same && order_.down) {
       sort_by({});
@@ -168,7 +169,7 @@ void LogViewer::heading_clicked(int column) {
 }
 
 void LogViewer::sort_by(LogOrder order) {
-  DatabaseViewerForm& form = console_.DatabaseViewer;
+  DatabaseViewerForm& form = state_.DatabaseViewer;
   order_ = order;
   form.SortList.list_index = order.column + 1;
   form.SortDown.value = order.down ? 1 : 0;
@@ -178,7 +179,7 @@ void LogViewer::sort_by(LogOrder order) {
 
 void LogViewer::look_again() {
   if (!open()) return;
-  DatabaseViewerForm& form = console_.DatabaseViewer;
+  DatabaseViewerForm& form = state_.DatabaseViewer;
   form.DBGrid1.show_other_rows(0);
   show_details();
   view_.begin(*recordset_, form.SearchText.text.get(), order_);
@@ -191,7 +192,7 @@ void LogViewer::look_again() {
 
 void LogViewer::WorkTimer_Timer() {
   if (!tried("DatabaseViewer_WorkTimer_Timer", [&] { work(); })) {
-    console_.DatabaseViewer.WorkTimer.enabled = false;
+    state_.DatabaseViewer.WorkTimer.enabled = false;
   }
 }
 
@@ -201,7 +202,7 @@ bool LogViewer::tried(std::string_view handler, const std::function<void()>& bod
     // A log that is in use for now is looked at at the next tick. What else fails once would fail
     // again and again.
     again = failure.number() == failure_number::database_in_use;
-    if (!again) report_failure(console_, handler, failure);
+    if (!again) report_failure(state_.trace, handler, failure);
   });
   return again;
 }
@@ -213,13 +214,13 @@ void LogViewer::work() {
   } else if (more_to_follow_) {
     more_to_follow_ = view_.follow(told);
   }
-  console_.DatabaseViewer.WorkTimer.enabled = view_.working() || more_to_follow_;
+  state_.DatabaseViewer.WorkTimer.enabled = view_.working() || more_to_follow_;
   show_counts();
 }
 
 void LogViewer::FollowTimer_Timer() {
   if (!tried("DatabaseViewer_FollowTimer_Timer", [&] { follow(); })) {
-    console_.DatabaseViewer.FollowTimer.enabled = false;
+    state_.DatabaseViewer.FollowTimer.enabled = false;
   }
 }
 
@@ -230,28 +231,28 @@ bool LogViewer::still_there() {
 }
 
 bool LogViewer::shows_chosen_log() const {
-  return console_.DatabaseViewer.Data1.database_name.get() ==
-         console_.Lineweir.Data1.database_name.get();
+  return state_.DatabaseViewer.Data1.database_name.get() ==
+         state_.Lineweir.Data1.database_name.get();
 }
 
 void LogViewer::keep_up() {
-  if (!console_.DatabaseViewer.loaded() || still_there()) return;
+  if (!state_.DatabaseViewer.loaded() || still_there()) return;
   // They have a connection of their own, which knows where they go.
-  if (console_.ImportPreview.StoreTimer.enabled) return;
+  if (state_.ImportPreview.StoreTimer.enabled) return;
   const bool lost = open() && end_work() && shows_chosen_log();
   close_log();
-  console_.DatabaseViewer.Data1.database_name = console_.Lineweir.Data1.database_name.get();
+  state_.DatabaseViewer.Data1.database_name = state_.Lineweir.Data1.database_name.get();
   show_log();
   if (lost) {
-    console_.messages.ShowMessage(
+    state_.messages.ShowMessage(
         "The call log was moved, deleted or replaced by another file. Nothing was imported.");
   }
 }
 
 bool LogViewer::end_work() {
-  console_.log_output.stop();
-  if (!console_.ImportPreview.loaded()) return false;
-  console_.ImportPreview.unload();
+  if (on_closing) on_closing();
+  if (!state_.ImportPreview.loaded()) return false;
+  state_.ImportPreview.unload();
   return true;
 }
 
@@ -272,7 +273,7 @@ void LogViewer::follow() {
 }
 
 void LogViewer::changed(const LogView::Change& change) {
-  DataGrid& grid = console_.DatabaseViewer.DBGrid1;
+  DataGrid& grid = state_.DatabaseViewer.DBGrid1;
   if (change.all) {
     grid.show_other_rows(change.count);
     show_details();
@@ -284,7 +285,7 @@ void LogViewer::changed(const LogView::Change& change) {
 std::vector<std::string> LogViewer::grid_row(int row) {
   std::vector<std::string> shown;
   if (row < 1 || row > view_.size()) return shown;
-  guard(console_, "DatabaseViewer_DBGrid1", [&] {
+  guard(state_.trace, "DatabaseViewer_DBGrid1", [&] {
     shown = texts(view_.row(row - 1));
     if (shown.empty()) call_is_gone_ = true;
   });
@@ -292,11 +293,11 @@ std::vector<std::string> LogViewer::grid_row(int row) {
 }
 
 void LogViewer::DBGrid1_SelChange() {
-  guard(console_, "DatabaseViewer_DBGrid1_SelChange", [&] { show_details(); });
+  guard(state_.trace, "DatabaseViewer_DBGrid1_SelChange", [&] { show_details(); });
 }
 
 void LogViewer::show_details() {
-  DatabaseViewerForm& form = console_.DatabaseViewer;
+  DatabaseViewerForm& form = state_.DatabaseViewer;
   std::vector<std::string> shown;
   if (form.DBGrid1.row > 0) shown = grid_row(form.DBGrid1.row);
   for (int i = 0; i < form.DetailText.count(); ++i) {
@@ -306,12 +307,12 @@ void LogViewer::show_details() {
 }
 
 void LogViewer::show_counts() {
-  DatabaseViewerForm& form = console_.DatabaseViewer;
+  DatabaseViewerForm& form = state_.DatabaseViewer;
   const bool searching = !trimmed(form.SearchText.text).empty();
   form.CountLabel.caption = searching
                                 ? grouped_number(view_.size()) + " of " + calls_text(view_.calls())
                                 : calls_text(view_.calls());
-  if (console_.log_output.running()) return;
+  if (form.OutputTimer.enabled) return;
   form.WorkLabel.caption = !view_.working()  ? std::string()
                            : view_.sorting() ? std::string("Sorting")
                                              : (searching ? "Searching, " : "Reading, ") +
@@ -319,7 +320,7 @@ void LogViewer::show_counts() {
 }
 
 void LogViewer::ExitViewer_Click() {
-  guard(console_, "DatabaseViewer_ExitViewer_Click", [&] { console_.DatabaseViewer.unload(); });
+  guard(state_.trace, "DatabaseViewer_ExitViewer_Click", [&] { state_.DatabaseViewer.unload(); });
 }
 
 }  // namespace lineweir

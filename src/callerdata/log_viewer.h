@@ -11,13 +11,17 @@
 
 namespace lineweir {
 
-struct Console;
+class CallLog;
+struct ConsoleState;
 
 // DatabaseViewer: which calls it shows. It reads the log by a connection of its own and follows
 // what is logged, by this console and by others.
 class LogViewer {
  public:
-  explicit LogViewer(Console& console);
+  LogViewer(ConsoleState& state, CallLog& call_log);
+
+  // Told before the form lets its log go: what works on the calls must end.
+  std::function<void()> on_closing;
 
   // Whether the form shows a log.
   bool open() const { return recordset_ != nullptr; }
@@ -74,7 +78,8 @@ class LogViewer {
   void work();
   void follow();
 
-  Console& console_;
+  ConsoleState& state_;
+  CallLog& call_log_;
   std::unique_ptr<platform::Database> database_;
   std::unique_ptr<platform::Recordset> recordset_;
   LogView view_;

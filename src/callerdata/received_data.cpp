@@ -1,34 +1,32 @@
 #include "callerdata/received_data.h"
 
-#include "callerdata/entry_fields.h"
-#include "core/console.h"
-#include "core/text.h"
-#include "serverlink/packet_text.h"
+#include "base/text.h"
+#include "callerdata/caller_data.h"
+#include "callerdata/caller_data_sender.h"
+#include "callerdata/line_texts.h"
+#include "forms/entry_fields.h"
+#include "state/console_state.h"
+#include "wire/packet_text.h"
+#include "wire/server_packet_codec.h"
 
 namespace lineweir {
 
-ReceivedData::ReceivedData(Console& console) : console_(console) {
-  console.server.handle(ServerCommand::SrvCallerData, [this](const ServerPacket& packet) {
-    SrvCallerData(packet.Buffer, packet.LineNo);
-  });
-}
-
 void ReceivedData::ReturnCallerData(std::string_view ReturnData, int ALinenumber) {
   take(ReturnData, ALinenumber - 1);
-  console_.caller_data.data_arrived(ALinenumber - 1);
+  caller_data_.data_arrived(ALinenumber - 1);
 }
 
 void ReceivedData::SrvCallerData(std::string_view Buffer, int LineNo) {
   if (take(Buffer, LineNo)) {
-    CallerRecord& record = console_.lines.CallerData(LineNo);
+    CallerRecord& record = state_.lines.CallerData(LineNo);
     for (const EntryField& field : entry_fields) record.set(field.field, "");
   }
-  console_.caller_data.data_arrived(LineNo);
+  caller_data_.data_arrived(LineNo);
 }
 
 bool ReceivedData::take(std::string_view text, int line) {
-  MainForm& form = console_.Lineweir;
-  CallerRecord& record = console_.lines.CallerData(line);
+  MainForm& form = state_.Lineweir;
+  CallerRecord& record = state_.lines.CallerData(line);
   if (text.empty()) {
     form.LineName(line).caption = "";
     form.LineCity(line).caption = "";
@@ -45,12 +43,12 @@ bool ReceivedData::take(std::string_view text, int line) {
     record.set(entry_fields[i].field, details->fields[i]);
     form.column_labels(entry_fields[i].column)(line).caption = record[entry_fields[i].field];
   }
-  console_.line_texts.renewed(line);
+  line_texts_.renewed(line);
   return true;
 }
 
 bool ReceivedData::is_own(std::string_view sender) const {
-  return sender == console_.data_sender.sender_name();
+  return sender == data_sender_.sender_name();
 }
 
 }  // namespace lineweir

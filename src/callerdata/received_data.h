@@ -2,16 +2,22 @@
 
 #include <string_view>
 
-#include "serverlink/server_packet_codec.h"
-
 namespace lineweir {
 
-struct Console;
+class CallerDataEntry;
+class CallerDataSender;
+class LineTexts;
+struct ConsoleState;
 
 // Callers' details that come from other consoles.
 class ReceivedData {
  public:
-  explicit ReceivedData(Console& console);
+  ReceivedData(ConsoleState& state, const CallerDataSender& data_sender, LineTexts& line_texts,
+               CallerDataEntry& caller_data)
+      : state_(state),
+        data_sender_(data_sender),
+        line_texts_(line_texts),
+        caller_data_(caller_data) {}
 
   // The call-back of the remote objects; lines count from 1. The details go into the row and the
   // record.
@@ -26,7 +32,10 @@ class ReceivedData {
   bool take(std::string_view text, int line);
   bool is_own(std::string_view sender) const;
 
-  Console& console_;
+  ConsoleState& state_;
+  const CallerDataSender& data_sender_;
+  LineTexts& line_texts_;
+  CallerDataEntry& caller_data_;
 };
 
 }  // namespace lineweir

@@ -1,11 +1,13 @@
 #include "clocks/clock_engine.h"
 
+#include "base/integer16.h"
+#include "base/text.h"
+#include "base/time_text.h"
+#include "clocks/show_plan_store.h"
 #include "clocks/warning_threshold.h"
-#include "core/console.h"
-#include "core/guard.h"
-#include "core/integer16.h"
-#include "core/text.h"
-#include "core/time_text.h"
+#include "link/link_watch.h"
+#include "state/console_state.h"
+#include "state/guard.h"
 
 namespace lineweir {
 namespace {
@@ -33,25 +35,26 @@ int length_of(const Line& hand) { return hand.y2 - hand.y1; }
 
 }  // namespace
 
-ClockEngine::ClockEngine(Console& console) : console_(console) {
-  MainForm& form = console.Lineweir;
-  console.clock_state.SecondRadius = length_of(form.SecondHand);
-  console.clock_state.MinuteRadius = length_of(form.MinuteHand);
-  console.clock_state.HourRadius = length_of(form.HourHand);
+ClockEngine::ClockEngine(ConsoleState& state, ShowPlanStore& show_plan, LinkWatch& link)
+    : state_(state), show_plan_(show_plan), link_(link) {
+  MainForm& form = state.Lineweir;
+  state.clock_state.SecondRadius = length_of(form.SecondHand);
+  state.clock_state.MinuteRadius = length_of(form.MinuteHand);
+  state.clock_state.HourRadius = length_of(form.HourHand);
   form.Timer1.on_timer = [this] { Timer1_Timer(); };
   form.Timer2.on_timer = [this] { Timer2_Timer(); };
   form.CountDownTime.on_change = [this] { CountDownTime_Change(); };
 }
 
 void ClockEngine::Timer1_Timer() {
-  guard(console_, "Lineweir_Timer1_Timer", [&] { tick(); });
+  guard(state_.trace, "Lineweir_Timer1_Timer", [&] { tick(); });
   // Not all that ends a link comes with an event.
-  console_.link.review();
+  link_.review();
 }
 
 void ClockEngine::tick() {
-  const int offset = offset_seconds(console_.clock_state.DelayOffset);
-  const int time_of_day = seconds_of_day(console_.services.clock.now());
+  const int offset = offset_seconds(state_.clock_state.DelayOffset);
+  const int time_of_day = seconds_of_day(state_.services.clock.now());
   show_time_of_day(time_of_day + offset);
   turn_time_hands();
 
@@ -72,13 +75,13 @@ void ClockEngine::tick() {
 void ClockEngine::show_time_of_day(int time_with_offset) {
   const std::string now = clock_text(time_with_offset);
   const std::string_view without_half_day = trimmed(left_part(now, now.size() - 2));
-  console_.Lineweir.RealTime.caption = without_half_day;
-  console_.Lineweir.RealTime2.text = without_half_day;
+  state_.Lineweir.RealTime.caption = without_half_day;
+  state_.Lineweir.RealTime2.text = without_half_day;
 }
 
 void ClockEngine::turn_time_hands() {
-  MainForm& form = console_.Lineweir;
-  const ClockState& state = console_.clock_state;
+  MainForm& form = state_.Lineweir;
+  const ClockState& state = state_.clock_state;
   const TimeAngles angles = time_angles(form.RealTime.caption);
   const auto turn = [](Line& hand, int radius, double angle) {
     set_far_end(hand, hand_end(radius, angle, near_end(hand)));
@@ -89,24 +92,23 @@ void ClockEngine::turn_time_hands() {
 }
 
 TickGoesOn ClockEngine::show_timing(int time_of_day, int offset, int& event_length) {
-  const MainForm& form = console_.Lineweir;
-  const ClockState& state = console_.clock_state;
+  const MainForm& form = state_.Lineweir;
+  const ClockState& state = state_.clock_state;
   const ShownEvent before = {form.CountDownTime.caption, form.StatusText.caption};
-  const ShowTiming timing =
-      form.ServerShowData.checked
-          ? server_show_timing(
-                {state.ServerLastEventTime, state.ServerEventTime, state.ServerEventText},
-                time_of_day, offset, before)
-          : local_show_timing(console_.show_plan.plan, time_of_day, offset, before);
+  const ShowTiming timing = form.ServerShowData.checked
+                                ? server_show_timing({state.ServerLastEventTime,
+                                                      state.ServerEventTime, state.ServerEventText},
+                                                     time_of_day, offset, before)
+                                : local_show_timing(show_plan_.plan, time_of_day, offset, before);
   show_event(timing.shown);
-  store_back(timing, console_.show_plan.plan);
+  store_back(timing, show_plan_.plan);
   if (timing.tick == TickGoesOn::Fails) throw timing_failure(timing);
   event_length = timing.event_length;
   return timing.tick;
 }
 
 void ClockEngine::show_event(const ShownEvent& event) {
-  MainForm& form = console_.Lineweir;
+  MainForm& form = state_.Lineweir;
   form.CountDownTime.caption = event.countdown;
   form.CountDownTime2.text = event.countdown;
   form.StatusText.caption = event.status;
@@ -114,7 +116,7 @@ void ClockEngine::show_event(const ShownEvent& event) {
 }
 
 void ClockEngine::turn_event_hand(int event_length) {
-  MainForm& form = console_.Lineweir;
+  MainForm& form = state_.Lineweir;
   const int countdown = seconds_left(form.CountDownTime.caption);
   const bool thin = in_last_minute(countdown);
   form.CounterHand.border_width = thin ? last_minute_hand_width : event_hand_width;
@@ -123,7 +125,7 @@ void ClockEngine::turn_event_hand(int event_length) {
 
   const double angle = event_angle(thin ? last_minute : event_length, time_left);
   set_far_end(form.CounterHand,
-              hand_end(console_.clock_state.SecondRadius, angle, near_end(form.CounterHand)));
+              hand_end(state_.clock_state.SecondRadius, angle, near_end(form.CounterHand)));
   if (!form.RedClock.visible) return;
   form.RedHand.x1 = form.CounterHand.x1 - form.RedClock.left;
   form.RedHand.y1 = form.CounterHand.y1 - form.RedClock.top;
@@ -132,12 +134,12 @@ void ClockEngine::turn_event_hand(int event_length) {
 }
 
 void ClockEngine::rest_event_hand() {
-  Line& hand = console_.Lineweir.CounterHand;
-  set_far_end(hand, resting_hand_end(console_.clock_state.SecondRadius, near_end(hand)));
+  Line& hand = state_.Lineweir.CounterHand;
+  set_far_end(hand, resting_hand_end(state_.clock_state.SecondRadius, near_end(hand)));
 }
 
 void ClockEngine::show_row_clocks(int time_of_day) {
-  const LineTable& lines = console_.lines;
+  const LineTable& lines = state_.lines;
   // A running line without a base shows what the line before it showed in this pass.
   std::string shown;
   for (int line = 0; line < lines.LineCount; ++line) {
@@ -145,14 +147,14 @@ void ClockEngine::show_row_clocks(int time_of_day) {
     if (!trimmed(lines.ClockBase(line)).empty()) {
       shown = short_hms_text(time_of_day - required_time_of_day(lines.ClockBase(line)));
     }
-    console_.Lineweir.LineTime(line).caption = shown;
+    state_.Lineweir.LineTime(line).caption = shown;
   }
 }
 
 void ClockEngine::CountDownTime_Change() {
-  guard(console_, "Lineweir_CountDownTime_Change", [&] {
-    MainForm& form = console_.Lineweir;
-    const ClockState& state = console_.clock_state;
+  guard(state_.trace, "Lineweir_CountDownTime_Change", [&] {
+    MainForm& form = state_.Lineweir;
+    const ClockState& state = state_.clock_state;
     const std::string_view countdown = trimmed(form.CountDownTime.caption);
     if (countdown.empty()) return end_warning();
 
@@ -168,8 +170,8 @@ void ClockEngine::CountDownTime_Change() {
 }
 
 void ClockEngine::Timer2_Timer() {
-  guard(console_, "Lineweir_Timer2_Timer", [&] {
-    MainForm& form = console_.Lineweir;
+  guard(state_.trace, "Lineweir_Timer2_Timer", [&] {
+    MainForm& form = state_.Lineweir;
     if (form.RedClock.visible) {
       form.RedClock.visible = false;
       form.CountDownTime2.fore_color = color_black;
@@ -182,14 +184,14 @@ void ClockEngine::Timer2_Timer() {
 }
 
 void ClockEngine::show_warning() {
-  console_.Lineweir.RedClock.visible = true;
-  console_.Lineweir.CountDownTime2.fore_color = color_red;
+  state_.Lineweir.RedClock.visible = true;
+  state_.Lineweir.CountDownTime2.fore_color = color_red;
 }
 
 void ClockEngine::end_warning() {
-  console_.Lineweir.RedClock.visible = false;
-  console_.Lineweir.CountDownTime2.fore_color = color_black;
-  console_.Lineweir.Timer2.enabled = false;
+  state_.Lineweir.RedClock.visible = false;
+  state_.Lineweir.CountDownTime2.fore_color = color_black;
+  state_.Lineweir.Timer2.enabled = false;
 }
 
 }  // namespace lineweir

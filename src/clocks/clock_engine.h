@@ -9,13 +9,15 @@
 namespace lineweir {
 
 class Line;
-struct Console;
+class LinkWatch;
+class ShowPlanStore;
+struct ConsoleState;
 
 // The tick that drives every clock of the main form, and the warnings of the event clock.
 class ClockEngine {
  public:
   // Takes the lengths of the hands from the form as it is designed.
-  explicit ClockEngine(Console& console);
+  ClockEngine(ConsoleState& state, ShowPlanStore& show_plan, LinkWatch& link);
 
   void Timer1_Timer();
   void Timer2_Timer();
@@ -39,7 +41,9 @@ class ClockEngine {
   void show_warning();
   void end_warning();
 
-  Console& console_;
+  ConsoleState& state_;
+  ShowPlanStore& show_plan_;
+  LinkWatch& link_;
 };
 
 }  // namespace lineweir

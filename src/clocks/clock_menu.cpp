@@ -1,9 +1,9 @@
 #include "clocks/clock_menu.h"
 
-#include "clocks/number_reply.h"
+#include "base/number_reply.h"
 #include "clocks/time_offset.h"
-#include "core/console.h"
-#include "core/guard.h"
+#include "state/console_state.h"
+#include "state/guard.h"
 
 namespace lineweir {
 namespace {
@@ -16,8 +16,8 @@ constexpr const char* warning2_prompt =
 
 }  // namespace
 
-ClockMenu::ClockMenu(Console& console) : console_(console) {
-  MainForm& form = console.Lineweir;
+ClockMenu::ClockMenu(ConsoleState& state) : state_(state) {
+  MainForm& form = state.Lineweir;
   form.Clock.on_click = [this] { Clock_Click(); };
   form.TimeOffsetMenu.on_click = [this] { TimeOffsetMenu_Click(); };
   form.EventClockMenu.on_click = [this] { EventClockMenu_Click(); };
@@ -29,38 +29,38 @@ ClockMenu::ClockMenu(Console& console) : console_(console) {
 }
 
 void ClockMenu::Clock_Click() {
-  guard(console_, "Lineweir_Clock_Click", [&] {
-    console_.Form3.show();
-    console_.Form3.Text1.set_focus();
+  guard(state_.trace, "Lineweir_Clock_Click", [&] {
+    state_.Form3.show();
+    state_.Form3.Text1.set_focus();
   });
 }
 
 void ClockMenu::TimeOffsetMenu_Click() {
-  guard(console_, "Lineweir_TimeOffsetMenu_Click", [&] {
-    const auto reply = console_.services.dialogs.ask_input(
-        offset_prompt, std::to_string(console_.clock_state.DelayOffset));
+  guard(state_.trace, "Lineweir_TimeOffsetMenu_Click", [&] {
+    const auto reply = state_.services.dialogs.ask_input(
+        offset_prompt, std::to_string(state_.clock_state.DelayOffset));
     if (!reply || reply->empty()) return;
     const double number = whole_number_in(*reply);
     if (number > largest_time_offset) {
-      console_.messages.ShowMessage("Invalid Entry");
+      state_.messages.ShowMessage("Invalid Entry");
       return;
     }
     // A negative number is taken, although no time can be made of it.
-    console_.clock_state.DelayOffset = whole_16_bits(number);
+    state_.clock_state.DelayOffset = whole_16_bits(number);
   });
 }
 
 void ClockMenu::EventClockMenu_Click() {
-  guard(console_, "Lineweir_EventClockMenu_Click", [&] {
-    MainForm& form = console_.Lineweir;
+  guard(state_.trace, "Lineweir_EventClockMenu_Click", [&] {
+    MainForm& form = state_.Lineweir;
     form.EventClockMenu.checked = !form.EventClockMenu.checked;
     form.picShowTimeClock.visible = form.EventClockMenu.checked.get();
   });
 }
 
 void ClockMenu::TimeClockMenuItem_Click() {
-  guard(console_, "Lineweir_TimeClockMenuItem_Click", [&] {
-    MainForm& form = console_.Lineweir;
+  guard(state_.trace, "Lineweir_TimeClockMenuItem_Click", [&] {
+    MainForm& form = state_.Lineweir;
     if (form.DigiClock.checked) return;
     form.TimeClockMenuItem.checked = !form.TimeClockMenuItem.checked;
     form.picRealTimeClock.visible = form.TimeClockMenuItem.checked.get();
@@ -68,45 +68,45 @@ void ClockMenu::TimeClockMenuItem_Click() {
 }
 
 void ClockMenu::DigiClock_Click() {
-  guard(console_, "Lineweir_DigiClock_Click", [&] {
-    if (console_.Lineweir.DigiClock.checked) {
+  guard(state_.trace, "Lineweir_DigiClock_Click", [&] {
+    if (state_.Lineweir.DigiClock.checked) {
       show_dials();
     } else {
       show_digits();
     }
-    if (console_.program.VisibleLines > lines_of_small_layout) {
-      console_.Lineweir.DigiClockCheck.enabled = true;
+    if (state_.program.VisibleLines > lines_of_small_layout) {
+      state_.Lineweir.DigiClockCheck.enabled = true;
     }
   });
 }
 
 void ClockMenu::DigiClockCheck_Timer() {
-  guard(console_, "Lineweir_DigiClockCheck_Timer", [&] {
-    MainForm& form = console_.Lineweir;
+  guard(state_.trace, "Lineweir_DigiClockCheck_Timer", [&] {
+    MainForm& form = state_.Lineweir;
     form.DigiClockCheck.enabled = false;
-    if (console_.program.VisibleLines <= lines_of_small_layout || !form.DigiClock.checked) return;
+    if (state_.program.VisibleLines <= lines_of_small_layout || !form.DigiClock.checked) return;
     DigiClock_Click();
     show_chosen_dials();
   });
 }
 
 void ClockMenu::WarningTime1Menu_Click() {
-  guard(console_, "Lineweir_WarningTime1Menu_Click", [&] {
-    ClockState& state = console_.clock_state;
+  guard(state_.trace, "Lineweir_WarningTime1Menu_Click", [&] {
+    ClockState& state = state_.clock_state;
     const auto number = number_reply(
-        console_.services.dialogs.ask_input(warning1_prompt, std::to_string(state.Warning1)));
+        state_.services.dialogs.ask_input(warning1_prompt, std::to_string(state.Warning1)));
     if (number) state.Warning1 = whole_16_bits(*number);
   });
 }
 
 void ClockMenu::WarningTime2Menu_Click() {
-  guard(console_, "Lineweir_WarningTime2Menu_Click", [&] {
-    ClockState& state = console_.clock_state;
+  guard(state_.trace, "Lineweir_WarningTime2Menu_Click", [&] {
+    ClockState& state = state_.clock_state;
     const auto number = number_reply(
-        console_.services.dialogs.ask_input(warning2_prompt, std::to_string(state.Warning2)));
+        state_.services.dialogs.ask_input(warning2_prompt, std::to_string(state.Warning2)));
     if (!number) return;
     if (*number > state.Warning1) {
-      console_.messages.ShowMessage(
+      state_.messages.ShowMessage(
           "Warning2 must be less than Warning1.  Time has not been changed!");
       return;
     }
@@ -115,7 +115,7 @@ void ClockMenu::WarningTime2Menu_Click() {
 }
 
 void ClockMenu::show_dials() {
-  MainForm& form = console_.Lineweir;
+  MainForm& form = state_.Lineweir;
   form.DigiClock.checked = false;
   show_chosen_dials();
   for (TextBox* digits : {&form.CountDownTime2, &form.StatusText2, &form.RealTime2}) {
@@ -126,7 +126,7 @@ void ClockMenu::show_dials() {
 }
 
 void ClockMenu::show_digits() {
-  MainForm& form = console_.Lineweir;
+  MainForm& form = state_.Lineweir;
   form.DigiClock.checked = true;
   form.picShowTimeClock.visible = false;
   form.picRealTimeClock.visible = false;
@@ -139,7 +139,7 @@ void ClockMenu::show_digits() {
 }
 
 void ClockMenu::show_chosen_dials() {
-  MainForm& form = console_.Lineweir;
+  MainForm& form = state_.Lineweir;
   form.picShowTimeClock.visible = form.EventClockMenu.checked.get();
   form.picRealTimeClock.visible = form.TimeClockMenuItem.checked.get();
 }

@@ -2,13 +2,13 @@
 
 namespace lineweir {
 
-struct Console;
+struct ConsoleState;
 
 // The menu "Time Clocks", but for its time synchronisation, and what the digital clock hides and
 // shows.
 class ClockMenu {
  public:
-  explicit ClockMenu(Console& console);
+  explicit ClockMenu(ConsoleState& state);
 
   void Clock_Click();
   void TimeOffsetMenu_Click();
@@ -27,7 +27,7 @@ class ClockMenu {
   void show_digits();
   void show_chosen_dials();
 
-  Console& console_;
+  ConsoleState& state_;
 };
 
 }  // namespace lineweir

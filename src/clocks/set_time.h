@@ -1,40 +1,20 @@
 #pragma once
 
-#include "elements/button.h"
-#include "elements/form.h"
-#include "elements/label.h"
-#include "elements/text_box.h"
-
 namespace lineweir {
 
-struct Console;
+struct ConsoleState;
 
-// Form3, in which the user sets the computer's clock.
-class SetTimeForm : public Form {
- public:
-  SetTimeForm();
-
-  Label Label1{*this, "Label1"};
-  TextBox Text1{*this, "Text1"};
-  Label Label2{*this, "Label2"};
-  Label Label3{*this, "Label3"};
-  OptionButton AM{*this, "AM", "AM"};
-  OptionButton PM{*this, "PM", "PM"};
-  Button Command3D1{*this, "Command3D1", "&Start"};
-  Button Cancel5{*this, "Cancel5", "&Cancel"};
-};
-
-// What the user does in it.
+// What the user does in Form3, in which the computer's clock is set.
 class SetTime {
  public:
-  explicit SetTime(Console& console);
+  explicit SetTime(ConsoleState& state);
 
  private:
   void Command3D1_Click();
   void Text1_KeyPress(int& key);
   void run_on_enter(int& key);
 
-  Console& console_;
+  ConsoleState& state_;
 };
 
 }  // namespace lineweir

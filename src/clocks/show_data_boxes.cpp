@@ -3,12 +3,12 @@
 #include <string>
 #include <utility>
 
-#include "clocks/show_data_form.h"
+#include "base/text.h"
 #include "clocks/show_data_rows.h"
 #include "clocks/time_entry.h"
-#include "core/console.h"
-#include "core/guard.h"
-#include "core/text.h"
+#include "forms/show_data_form.h"
+#include "state/console_state.h"
+#include "state/guard.h"
 
 namespace lineweir {
 namespace {
@@ -34,28 +34,28 @@ int required_plan_time(std::string_view text) {
 
 }  // namespace
 
-ShowDataBoxes::ShowDataBoxes(Console& console) : console_(console) {
-  ShowDataForm& form = console.Form2;
+ShowDataBoxes::ShowDataBoxes(ConsoleState& state) : state_(state) {
+  ShowDataForm& form = state.Form2;
   form.StartTime.on_key_press = [this](int& key) {
-    guard(console_, "Form2_StartTime_KeyPress", [&] { StartTime_KeyPress(key); });
+    guard(state_.trace, "Form2_StartTime_KeyPress", [&] { StartTime_KeyPress(key); });
   };
   form.StartTime.on_lost_focus = [this] {
-    guard(console_, "Form2_StartTime_LostFocus", [&] { StartTime_LostFocus(); });
+    guard(state_.trace, "Form2_StartTime_LostFocus", [&] { StartTime_LostFocus(); });
   };
   form.Text1.on_key_press = [this](int& key) {
-    guard(console_, "Form2_Text1_KeyPress", [&] { Text1_KeyPress(key); });
+    guard(state_.trace, "Form2_Text1_KeyPress", [&] { Text1_KeyPress(key); });
   };
   form.Text1.on_got_focus = [this] {
-    guard(console_, "Form2_Text1_GotFocus", [&] { Text1_GotFocus(); });
+    guard(state_.trace, "Form2_Text1_GotFocus", [&] { Text1_GotFocus(); });
   };
   form.Text1.on_lost_focus = [this] {
-    guard(console_, "Form2_Text1_LostFocus", [&] { Text1_LostFocus(); });
+    guard(state_.trace, "Form2_Text1_LostFocus", [&] { Text1_LostFocus(); });
   };
 }
 
 void ShowDataBoxes::StartTime_KeyPress(int& key) {
   if (key == tab_key) return;
-  ShowDataForm& form = console_.Form2;
+  ShowDataForm& form = state_.Form2;
   const bool was_empty = form.StartTime.text.get().empty();
   const auto typed = typed_time(show_time_entry, form.StartTime.text, std::exchange(key, 0));
   if (!typed) return;
@@ -68,13 +68,13 @@ void ShowDataBoxes::StartTime_KeyPress(int& key) {
 }
 
 void ShowDataBoxes::StartTime_LostFocus() {
-  ShowDataForm& form = console_.Form2;
+  ShowDataForm& form = state_.Form2;
   form.Grid1.set_cell(1, row_start_column, trimmed(form.StartTime.text));
 }
 
 void ShowDataBoxes::Text1_KeyPress(int& key) {
   if (key == tab_key) return;
-  TextBox& box = console_.Form2.Text1;
+  TextBox& box = state_.Form2.Text1;
   const int pressed = std::exchange(key, 0);
   const bool takes_off_prefix = pressed == backspace_key && is_hourly(box.text.get()) &&
                                 box.text.get().size() == hourly_prefix.size();
@@ -84,7 +84,7 @@ void ShowDataBoxes::Text1_KeyPress(int& key) {
 }
 
 void ShowDataBoxes::Text1_GotFocus() {
-  ShowDataForm& form = console_.Form2;
+  ShowDataForm& form = state_.Form2;
   if (!is_hourly(form.StartTime.text.get())) return;
   std::string end = form.Text1.text;
   if (end.size() > hourly_hour.size()) {
@@ -96,13 +96,13 @@ void ShowDataBoxes::Text1_GotFocus() {
 }
 
 void ShowDataBoxes::Text1_LostFocus() {
-  ShowDataForm& form = console_.Form2;
+  ShowDataForm& form = state_.Form2;
   const std::string_view start = trimmed(form.StartTime.text);
   const std::string_view end = trimmed(form.Text1.text);
   if (!is_begun_time(start) || !is_begun_time(end)) return;
   if (required_plan_time(end) >= required_plan_time(start)) return;
   form.Text1.text = "";
-  console_.messages.ShowMessage(show_ends_early);
+  state_.messages.ShowMessage(show_ends_early);
 }
 
 }  // namespace lineweir

@@ -2,13 +2,13 @@
 
 namespace lineweir {
 
-struct Console;
+struct ConsoleState;
 
 // The boxes of Form2 in which Show Start and Show End are typed. A show is hourly as a whole, so
 // that an "x" in one reaches the other.
 class ShowDataBoxes {
  public:
-  explicit ShowDataBoxes(Console& console);
+  explicit ShowDataBoxes(ConsoleState& state);
 
  private:
   void StartTime_KeyPress(int& key);
@@ -17,7 +17,7 @@ class ShowDataBoxes {
   void Text1_GotFocus();
   void Text1_LostFocus();
 
-  Console& console_;
+  ConsoleState& state_;
 };
 
 }  // namespace lineweir

@@ -8,12 +8,15 @@
 
 namespace lineweir {
 
+class ShowPlanStore;
+struct ConsoleState;
+
 // What the user does in Form2 with the plan as a whole. Boxes and grids are a draft: it is stored
 // by `Exit`, `SaveOption` and `SaveAs` only. Inserting and deleting rows puts the draft in force at
 // once, until it is saved or the form is left without.
 class ShowDataEditor {
  public:
-  explicit ShowDataEditor(Console& console);
+  ShowDataEditor(ConsoleState& state, ShowPlanStore& show_plan);
 
   // Trims all of the plan and shows its events in the grids.
   void Filler();
@@ -34,7 +37,8 @@ class ShowDataEditor {
   template <class Body>
   void told_guard(std::string_view handler, Body&& body);
 
-  Console& console_;
+  ConsoleState& state_;
+  ShowPlanStore& show_plan_;
   ShowDataBoxes boxes_;
   ShowDataGrids grids_;
 };

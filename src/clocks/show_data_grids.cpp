@@ -2,12 +2,12 @@
 
 #include <utility>
 
-#include "clocks/show_data_form.h"
+#include "base/text.h"
 #include "clocks/show_data_rows.h"
 #include "clocks/time_entry.h"
-#include "core/console.h"
-#include "core/guard.h"
-#include "core/text.h"
+#include "forms/show_data_form.h"
+#include "state/console_state.h"
+#include "state/guard.h"
 
 namespace lineweir {
 namespace {
@@ -67,10 +67,10 @@ std::optional<std::string> typed_text(std::string text, int key) {
 
 }  // namespace
 
-ShowDataGrids::ShowDataGrids(Console& console)
-    : console_(console),
-      first_{1, show_end_entry, console.Form2.Grid1, console.Form2.Grid2},
-      second_{2, show_end_entry + plan_rows_per_grid, console.Form2.Grid2, console.Form2.Grid1} {
+ShowDataGrids::ShowDataGrids(ConsoleState& state)
+    : state_(state),
+      first_{1, show_end_entry, state.Form2.Grid1, state.Form2.Grid2},
+      second_{2, show_end_entry + plan_rows_per_grid, state.Form2.Grid2, state.Form2.Grid1} {
   wire(first_);
   wire(second_);
 }
@@ -78,7 +78,7 @@ ShowDataGrids::ShowDataGrids(Console& console)
 void ShowDataGrids::wire(const Side& side) {
   const std::string handler = "Form2_" + side.grid.name();
   side.grid.on_got_focus = [this, &side, handler] {
-    guard(console_, handler + "_GotFocus", [&] {
+    guard(state_.trace, handler + "_GotFocus", [&] {
       focus_on(side.number);
       if (side.number == first_.number) return;
       const auto& last_end = first_.grid.cell(plan_rows_per_grid, row_end_column);
@@ -86,18 +86,18 @@ void ShowDataGrids::wire(const Side& side) {
     });
   };
   side.grid.on_lost_focus = [this, handler] {
-    guard(console_, handler + "_LostFocus", [&] { focus_on(0); });
+    guard(state_.trace, handler + "_LostFocus", [&] { focus_on(0); });
   };
   side.grid.on_key_press = [this, &side, handler](int& key) {
-    guard(console_, handler + "_KeyPress", [&] { key_press(side, key); });
+    guard(state_.trace, handler + "_KeyPress", [&] { key_press(side, key); });
   };
   side.grid.on_key_down = [this, &side, handler](int& key_code, int) {
     if (key_code != down_arrow_code || side.grid.row < plan_rows_per_grid) return;
     key_code = 0;
-    guard(console_, handler + "_KeyDown", [&] { move_down(side); });
+    guard(state_.trace, handler + "_KeyDown", [&] { move_down(side); });
   };
   side.grid.on_sel_change = [this, &side, handler] {
-    guard(console_, handler + "_SelChange", [&] { check_rows(side.grid); });
+    guard(state_.trace, handler + "_SelChange", [&] { check_rows(side.grid); });
   };
 }
 
@@ -130,8 +130,8 @@ void ShowDataGrids::reset() {
 
 void ShowDataGrids::focus_on(int grid) {
   focused_grid_ = grid;
-  console_.Form2.InsertRow.enabled = grid != 0;
-  console_.Form2.DeleteRow.enabled = grid != 0;
+  state_.Form2.InsertRow.enabled = grid != 0;
+  state_.Form2.DeleteRow.enabled = grid != 0;
 }
 
 void ShowDataGrids::key_press(const Side& side, int& key) {
@@ -155,16 +155,16 @@ void ShowDataGrids::move_down(const Side& side) {
 }
 
 void ShowDataGrids::check_rows(Grid& grid) {
-  const PlanRowCheck check = check_plan_rows(times_in(grid), console_.Form2.Text1.text);
+  const PlanRowCheck check = check_plan_rows(times_in(grid), state_.Form2.Text1.text);
   write_starts(grid, check.rows);
   if (check.blanks_headers) write_time_headers(grid, "");
   switch (check.fault) {
     case PlanRowFault::None:
       return;
     case PlanRowFault::EndsBeforeItStarts:
-      return console_.messages.ShowMessage(row_ends_early);
+      return state_.messages.ShowMessage(row_ends_early);
     case PlanRowFault::EndsAfterTheShow:
-      return console_.messages.ShowMessage(row_ends_late);
+      return state_.messages.ShowMessage(row_ends_late);
     case PlanRowFault::NoTime:
       throw Failure(failure_number::type_mismatch, "Type mismatch");
   }

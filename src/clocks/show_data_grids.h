@@ -7,13 +7,13 @@
 namespace lineweir {
 
 class Grid;
-struct Console;
+struct ConsoleState;
 
 // The two grids of Form2: what is typed into them, how the selection runs through both, and the
 // validation that follows each move of it.
 class ShowDataGrids {
  public:
-  explicit ShowDataGrids(Console& console);
+  explicit ShowDataGrids(ConsoleState& state);
 
   // Shows the plan's events. The start of the first row isn't one of them and stays as it is.
   void show(const ShowPlan& plan);
@@ -42,7 +42,7 @@ class ShowDataGrids {
   void move_down(const Side& side);
   void check_rows(Grid& grid);
 
-  Console& console_;
+  ConsoleState& state_;
   Side first_;
   Side second_;
   // The grid that has the focus: 1, 2, or 0 for none.

@@ -1,7 +1,7 @@
 #include "clocks/show_data_rows.h"
 
-#include "core/text.h"
-#include "core/time_text.h"
+#include "base/text.h"
+#include "base/time_text.h"
 
 namespace lineweir {
 namespace {

@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-#include "clocks/show_data_form.h"
+#include "forms/show_data_form.h"
 
 namespace lineweir {
 

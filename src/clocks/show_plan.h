@@ -4,8 +4,8 @@
 #include <string>
 #include <string_view>
 
-#include "core/fixed_text.h"
-#include "elements/failure.h"
+#include "base/failure.h"
+#include "base/fixed_text.h"
 
 namespace lineweir {
 

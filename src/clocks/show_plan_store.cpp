@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "core/guard.h"
+#include "state/guard.h"
 
 namespace lineweir {
 namespace {

@@ -3,8 +3,8 @@
 #include <cstdint>
 #include <optional>
 
-#include "core/text.h"
-#include "core/time_text.h"
+#include "base/text.h"
+#include "base/time_text.h"
 
 namespace lineweir {
 namespace {

@@ -1,6 +1,6 @@
 #include "clocks/warning_threshold.h"
 
-#include "core/text.h"
+#include "base/text.h"
 
 namespace lineweir {
 namespace {

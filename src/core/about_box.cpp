@@ -1,34 +1,21 @@
 #include "core/about_box.h"
 
-#include "core/console.h"
-#include "core/guard.h"
+#include "state/console_state.h"
+#include "state/guard.h"
 
 namespace lineweir {
 
-AboutForm::AboutForm() : Form("AboutBox") {
-  caption = "About Lineweir";
-  width = 5400;
-  height = 2700;
-  Label1.caption = "Lineweir";
-  Label2.caption = "Version " LINEWEIR_VERSION;
-  Label3.caption = "The operator's console of a talk show's telephones";
-  Label1.move(300, 600, 4800, 600);
-  Label2.move(300, 1250, 4800, 300);
-  Label3.move(300, 1700, 4800, 300);
-  for (Label* label : {&Label1, &Label2, &Label3}) label->alignment = align_center;
-}
-
-void wire_about_box(Console& console) {
-  AboutForm& box = console.AboutBox;
-  const auto close = [&console] {
-    guard(console, "AboutBox_Click", [&] { console.AboutBox.unload(); });
+void wire_about_box(ConsoleState& state) {
+  AboutForm& box = state.AboutBox;
+  const auto close = [&state] {
+    guard(state.trace, "AboutBox_Click", [&] { state.AboutBox.unload(); });
   };
   box.on_click = close;
   box.on_lost_focus = close;
   for (Label* label : {&box.Label1, &box.Label2, &box.Label3}) label->on_click = close;
 
-  console.Lineweir.AboutLineweir.on_click = [&console] {
-    guard(console, "Lineweir_AboutLineweir_Click", [&] { console.AboutBox.show(); });
+  state.Lineweir.AboutLineweir.on_click = [&state] {
+    guard(state.trace, "Lineweir_AboutLineweir_Click", [&] { state.AboutBox.show(); });
   };
 }
 

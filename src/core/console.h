@@ -3,176 +3,157 @@
 #include <deque>
 #include <vector>
 
-#include "boxlink/line_events.h"
 #include "boxlink/line_steps.h"
+#include "boxlink/serial_link.h"
 #include "boxlink/serial_port_control.h"
 #include "boxlink/status_decoder.h"
 #include "callcontrol/dial_pad.h"
-#include "callcontrol/dial_state.h"
-#include "callcontrol/dial_window.h"
+#include "callcontrol/hybrid_choice.h"
 #include "callcontrol/line_actions.h"
 #include "callcontrol/modes.h"
 #include "callcontrol/next_caller.h"
 #include "callcontrol/phone_command.h"
 #include "callcontrol/remote_next.h"
 #include "callcontrol/remote_port.h"
-#include "callcontrol/socket_trap.h"
 #include "callcontrol/switch_console.h"
 #include "callerdata/call_log.h"
 #include "callerdata/call_log_file.h"
 #include "callerdata/call_log_watch.h"
 #include "callerdata/caller_data.h"
-#include "callerdata/caller_data_form.h"
 #include "callerdata/caller_data_sender.h"
 #include "callerdata/caller_memory.h"
-#include "callerdata/database_viewer_form.h"
-#include "callerdata/import_preview_form.h"
 #include "callerdata/line_texts.h"
-#include "callerdata/log_data_form.h"
 #include "callerdata/log_data_options.h"
 #include "callerdata/log_import.h"
 #include "callerdata/log_output.h"
 #include "callerdata/log_viewer.h"
 #include "callerdata/received_data.h"
+#include "callerdata/user_field_title.h"
 #include "clocks/clock_engine.h"
 #include "clocks/clock_menu.h"
-#include "clocks/clock_state.h"
 #include "clocks/set_time.h"
 #include "clocks/show_data_editor.h"
-#include "clocks/show_data_form.h"
 #include "clocks/show_plan_store.h"
-#include "core/about_box.h"
 #include "core/hot_keys.h"
-#include "core/line_table.h"
-#include "core/link_watch.h"
-#include "core/message_box.h"
-#include "core/program_state.h"
 #include "core/settings.h"
 #include "core/shutdown.h"
 #include "core/startup.h"
 #include "core/timer_runner.h"
-#include "core/trace.h"
-#include "messages/flash_message_form.h"
+#include "link/link_watch.h"
+#include "link/links.h"
 #include "messages/quick_line.h"
-#include "platform/services.h"
 #include "screen/blink.h"
 #include "screen/button_panel.h"
 #include "screen/button_press.h"
 #include "screen/column_choice.h"
-#include "screen/display_option_form.h"
 #include "screen/display_options.h"
 #include "screen/fonts.h"
-#include "screen/group_choice.h"
-#include "screen/hybrid_choice.h"
-#include "screen/main_form.h"
 #include "screen/profile_window.h"
+#include "screen/row_choice.h"
 #include "screen/row_display.h"
 #include "screen/screen_faces.h"
 #include "screen/screen_layout.h"
-#include "screen/standby_form.h"
 #include "screen/visible_rows.h"
+#include "screen/window_handling.h"
 #include "screen/window_size.h"
 #include "serverlink/client_callback.h"
+#include "serverlink/group_choice.h"
+#include "serverlink/held_objects.h"
+#include "serverlink/line_events.h"
 #include "serverlink/login_exchange.h"
-#include "serverlink/login_form.h"
-#include "serverlink/login_state.h"
-#include "serverlink/remote_link.h"
+#include "serverlink/remote_objects_link.h"
 #include "serverlink/remote_session.h"
 #include "serverlink/server_connection.h"
 #include "serverlink/server_link.h"
+#include "serverlink/socket_link.h"
 #include "serverlink/time_sync.h"
+#include "serverlink/user_profile.h"
+#include "state/console_state.h"
 
 namespace lineweir {
 
-// One console: its state, its forms and the subsystems that work on them, and nothing else.
-// Members are made from top to bottom and end in the opposite order. Each subsystem wires the
-// events of the elements that it handles when it is made.
-struct Console {
+// One console: its state and the subsystems that work on it, and nothing else. Members are made
+// from top to bottom and end in the opposite order; each names in its constructor what it works
+// with, so that it knows only what stands above it. Each wires the events of the elements that it
+// handles when it is made.
+struct Console : ConsoleState {
   explicit Console(const platform::Services& platform_services);
-  Console(const Console&) = delete;
-  Console& operator=(const Console&) = delete;
   // Not inline, as it ends every subsystem and form: each file that makes a console would hold it.
   ~Console();
 
-  platform::Services services;
-
-  ProgramState program;
-  LineTable lines;
-  DialState dial;
-  ClockState clock_state;
-  ShowPlanStore show_plan{services.files};
-  LoginState login;
-
-  MainForm Lineweir;
-  AboutForm AboutBox;
-  MessageBoxForm MyMsgbox;
-  TraceForm DebugForm;
-  StandbyForm Standby;
-  DisplayOptionWindow DisplayOptionForm;
-  ShowDataForm Form2;
-  SetTimeForm Form3;
-  CallerDataForm Form4;
-  LogDataWindow LogDataForm;
-  DatabaseViewerForm DatabaseViewer;
-  ImportPreviewForm ImportPreview;
-  LoginWindow LoginForm;
-  FlashMessageForm FlashMessA;
-  DialWindow DialForm;
-
-  Trace trace;
-  Messages messages;
-  RemoteLink remote;
+  // The ways to the studio.
   ServerLink server;
-  ServerConnection server_connection;
-  LoginExchange login_exchange;
-  RemoteSession remote_session;
-  TimeSync time_sync;
-  RetryingHandlers retrying;
-  PhoneCommands phone;
-  ClientCallback client_callback;
-  Modes modes;
+  HeldObjects remote;
+  SerialLink serial_link;
+  SocketLink socket_link;
+  RemoteObjectsLink remote_link;
+  Links links;
+  LinkWatch link;
+
+  // Clocks and show plan.
+  ShowPlanStore show_plan;
+  ClockEngine clocks;
+  ClockMenu clock_menu;
+  SetTime set_time;
+  ShowDataEditor show_editor;
+
+  // The screen.
   RowDisplay rows;
   ButtonPanel panel;
   ButtonPress button_press;
-  ScreenFaces faces;
-  ScreenLayout layout;
+  Blink blink;
+  Fonts fonts;
+  ProfileWindow profile_window;
   VisibleRows visible_rows;
   DisplayOptions display;
   ColumnChoice column_choice;
-  HybridChoice hybrid_choice;
-  GroupChoice group_choice;
+  ScreenFaces faces;
   WindowSize window;
-  ProfileWindow profile_window;
-  Fonts fonts;
+  ScreenLayout layout;
+  RowChoice row_choice;
+  WindowHandling window_handling;
+
+  // Caller data and the call log.
   CallLog call_log;
   CallLogFile call_log_file;
   CallLogWatch call_log_watch;
+  UserFieldTitle user_field_title;
   CallerDataSender data_sender;
   LineTexts line_texts;
-  CallerDataEntry caller_data;
   CallerMemory caller_memory;
+  CallerDataEntry caller_data;
   ReceivedData received_data;
   LogDataOptions log_data_options;
   LogViewer log_viewer;
   LogOutput log_output;
   LogImport log_import;
-  LineSteps line_steps;
-  StatusDecoder decoder;
-  LineEvents line_events;
-  SerialPortControl port;
-  LinkWatch link;
-  RemotePortControl remote_port;
-  ClockEngine clocks;
+
+  // Call control.
+  PhoneCommands phone;
   NextCaller next_caller;
   LineActions line_actions;
+  RemotePortControl remote_port;
+  Modes modes;
+  HybridChoice hybrid_choice;
   DialPad dial_pad;
   SwitchConsole switch_console;
   RemoteNextControl remote_next;
-  ClockMenu clock_menu;
-  SetTime set_time;
-  ShowDataEditor show_editor;
-  Blink blink;
   QuickLine quick_line;
+
+  // The two doors by which the lines' states come in, and the server's session.
+  LineSteps line_steps;
+  StatusDecoder decoder;
+  SerialPortControl port;
+  LineEvents line_events;
+  ServerConnection server_connection;
+  LoginExchange login_exchange;
+  UserProfile user_profile;
+  RemoteSession remote_session;
+  ClientCallback client_callback;
+  GroupChoice group_choice;
+  TimeSync time_sync;
+
+  // Keys, start and stop.
   HotKeys hot_keys;
   Settings settings;
   Startup startup;

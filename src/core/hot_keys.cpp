@@ -3,12 +3,15 @@
 #include <array>
 #include <string_view>
 
-#include "core/console.h"
-#include "core/guard.h"
+#include "callcontrol/line_actions.h"
+#include "callcontrol/next_caller.h"
+#include "callerdata/caller_data.h"
+#include "messages/quick_line.h"
+#include "screen/window_handling.h"
+#include "state/console_state.h"
+#include "state/guard.h"
 
 namespace lineweir {
-namespace {
-
 enum class KeyAction {
   MessageDialog,
   TraceWindow,
@@ -27,6 +30,17 @@ enum class KeyAction {
   NextToConference,
   Setup,
 };
+
+struct KeyRule {
+  int code;
+  unsigned shift;
+  unsigned conditions;
+  KeyAction action;
+  // The row of the first of the ten digit keys; digit 0 is the last of them.
+  int first_row = 0;
+};
+
+namespace {
 
 constexpr std::string_view not_available = "That command or line is not available at this time!";
 
@@ -50,15 +64,6 @@ constexpr unsigned control_key = shifts(2);
 constexpr unsigned control_and_shift = shifts(3);
 constexpr unsigned alt_key = shifts(4);
 constexpr unsigned alt_and_shift = shifts(5);
-
-struct KeyRule {
-  int code;
-  unsigned shift;
-  unsigned conditions;
-  KeyAction action;
-  // The row of the first of the ten digit keys; digit 0 is the last of them.
-  int first_row = 0;
-};
 
 // Stands for the digit keys in a rule.
 constexpr int digit_keys = -1;
@@ -104,18 +109,18 @@ int row_of(const KeyRule& rule, int code) {
   return rule.first_row + (code == '0' ? 9 : code - '1');
 }
 
-bool hold(unsigned conditions, const Console& console) {
-  const MainForm& form = console.Lineweir;
+bool hold(unsigned conditions, const ConsoleState& state) {
+  const MainForm& form = state.Lineweir;
   const auto demands = [&](KeyCondition condition) { return (conditions & condition) != 0; };
   return !(demands(quick_line_hidden) && form.Text2.visible) &&
-         !(demands(quick_line_allowed) && !console.program.MessagesAllowed) &&
-         !(demands(trace_on) && !console.program.DebugMode) &&
+         !(demands(quick_line_allowed) && !state.program.MessagesAllowed) &&
+         !(demands(trace_on) && !state.program.DebugMode) &&
          !(demands(talent) && !form.StudioMode.checked) &&
          !(demands(producer) && !form.ScreenerMode.checked);
 }
 
-bool locked(unsigned conditions, const Console& console) {
-  return (conditions & not_passive) != 0 && console.Lineweir.PassiveMode.checked;
+bool locked(unsigned conditions, const ConsoleState& state) {
+  return (conditions & not_passive) != 0 && state.Lineweir.PassiveMode.checked;
 }
 
 // A button acts only while it is visible. Whether it finds work is asked before it is pressed,
@@ -126,71 +131,75 @@ bool press(Control& button, bool finds_work = true) {
   return finds_work;
 }
 
-bool press_row_button(Picture& button, const Console& console) {
+}  // namespace
+
+HotKeys::HotKeys(ConsoleState& state, WindowHandling& window, CallerDataEntry& caller_data,
+                 NextCaller& next_caller, LineActions& line_actions, QuickLine& quick_line)
+    : state_(state),
+      window_(window),
+      caller_data_(caller_data),
+      next_caller_(next_caller),
+      line_actions_(line_actions),
+      quick_line_(quick_line) {
+  state.Lineweir.on_key_down = [this](int& key_code, int shift) { Form_KeyDown(key_code, shift); };
+}
+
+bool HotKeys::press_row_button(Picture& button) {
   if (!button.visible || !button.enabled || !button.on_click) return false;
-  const bool finds_work = console.line_actions.finds_work(button);
+  const bool finds_work = line_actions_.finds_work(button);
   button.on_click();
   return finds_work;
 }
 
-bool open_caller_data(int row, Console& console) {
-  if (!console.Lineweir.OnHybrid1(row).visible) return false;
-  console.caller_data.show_for_line(row);
+bool HotKeys::open_caller_data(int row) {
+  if (!state_.Lineweir.OnHybrid1(row).visible) return false;
+  caller_data_.show_for_line(row);
   return true;
 }
 
-// False when the key finds nothing to act on.
-bool run(const KeyRule& rule, int code, Console& console) {
-  MainForm& form = console.Lineweir;
+bool HotKeys::run(const KeyRule& rule, int code) {
+  MainForm& form = state_.Lineweir;
   switch (rule.action) {
     case KeyAction::MessageDialog:
-      console.quick_line.Text1_DblClick();
+      quick_line_.Text1_DblClick();
       return true;
     case KeyAction::TraceWindow:
-      console.DebugForm.show();
+      state_.DebugForm.show();
       return true;
     case KeyAction::ResetSize:
-      console.window.ResetLineweirSize_Click();
+      window_.ResetLineweirSize_Click();
       return true;
     case KeyAction::QuickLine:
-      console.quick_line.open();
+      quick_line_.open();
       return true;
     case KeyAction::Login:
-      console.LoginForm.ChangeUser = true;
-      console.LoginForm.show();
+      state_.LoginForm.ChangeUser = true;
+      state_.LoginForm.show();
       return true;
     case KeyAction::MainButtonOfRow:
-      return press_row_button(form.OnHybrid1(row_of(rule, code)), console);
+      return press_row_button(form.OnHybrid1(row_of(rule, code)));
     case KeyAction::ConferenceButtonOfRow:
-      return press_row_button(form.OnHybrid2(row_of(rule, code)), console);
+      return press_row_button(form.OnHybrid2(row_of(rule, code)));
     case KeyAction::CallerDataOfRow:
-      return open_caller_data(row_of(rule, code), console);
+      return open_caller_data(row_of(rule, code));
     case KeyAction::Dial:
       return press(form.Dial);
     case KeyAction::Drop1:
-      return press(form.Drop1, console.line_actions.finds_work(form.Drop1));
+      return press(form.Drop1, line_actions_.finds_work(form.Drop1));
     case KeyAction::Hold1:
-      return press(form.Hold1, console.line_actions.finds_work(form.Hold1));
+      return press(form.Hold1, line_actions_.finds_work(form.Hold1));
     case KeyAction::Drop2:
-      return press(form.Drop2, console.line_actions.finds_work(form.Drop2));
+      return press(form.Drop2, line_actions_.finds_work(form.Drop2));
     case KeyAction::Hold2:
-      return press(form.Hold2, console.line_actions.finds_work(form.Hold2));
+      return press(form.Hold2, line_actions_.finds_work(form.Hold2));
     case KeyAction::Next:
-      return press(form.NextButton, console.next_caller.NextButton_finds_work());
+      return press(form.NextButton, next_caller_.NextButton_finds_work());
     case KeyAction::NextToConference:
-      return press(form.NextToConfButton, console.next_caller.NextToConf_finds_work());
+      return press(form.NextToConfButton, next_caller_.NextToConf_finds_work());
     case KeyAction::Setup:
       return press(form.OptionsButton);
   }
   return false;
-}
-
-}  // namespace
-
-HotKeys::HotKeys(Console& console) : console_(console) {
-  console.Lineweir.on_key_down = [this](int& key_code, int shift) {
-    Form_KeyDown(key_code, shift);
-  };
 }
 
 void HotKeys::Form_KeyDown(int& key_code, int shift) {
@@ -198,17 +207,17 @@ void HotKeys::Form_KeyDown(int& key_code, int shift) {
       [&] {
         for (const KeyRule& rule : key_rules) {
           if (!fits(rule, key_code, shift)) continue;
-          if (!hold(rule.conditions, console_)) continue;
+          if (!hold(rule.conditions, state_)) continue;
           const int code = key_code;
           key_code = 0;
-          const bool acted = !locked(rule.conditions, console_) && run(rule, code, console_);
-          if (!acted) console_.messages.ShowMessage(not_available);
+          const bool acted = !locked(rule.conditions, state_) && run(rule, code);
+          if (!acted) state_.messages.ShowMessage(not_available);
           return;
         }
       },
       [&](const Failure& failure) {
-        report_failure(console_, "Lineweir_Form_KeyDown", failure);
-        console_.messages.ShowMessage(not_available);
+        report_failure(state_.trace, "Lineweir_Form_KeyDown", failure);
+        state_.messages.ShowMessage(not_available);
       });
 }
 

@@ -2,9 +2,19 @@
 
 #include <string>
 
-#include "core/console.h"
-#include "core/guard.h"
-#include "core/text.h"
+#include "base/text.h"
+#include "boxlink/serial_port_control.h"
+#include "callcontrol/remote_port.h"
+#include "callerdata/call_log_file.h"
+#include "callerdata/caller_data.h"
+#include "clocks/show_plan_store.h"
+#include "link/links.h"
+#include "screen/display_options.h"
+#include "screen/fonts.h"
+#include "screen/window_size.h"
+#include "serverlink/login_exchange.h"
+#include "state/console_state.h"
+#include "state/guard.h"
 
 namespace lineweir {
 namespace {
@@ -12,13 +22,6 @@ namespace {
 constexpr int mode_passive = 3;
 constexpr int mode_talent = -1;
 constexpr int mode_producer = 0;
-
-int connection_of(const MainForm& form, const PortChoice& port) {
-  if (form.NetworkConnectionOption.checked) return connection_remote_objects;
-  if (form.WinsockMenu.checked) return connection_socket;
-  const bool other_way = port.number >= connection_remote_objects;
-  return form.chosen_com() != 0 || other_way ? port.number : connection_none;
-}
 
 int remote_port_of(const MainForm& form) {
   if (form.RemoteCom1.checked) return 1;
@@ -39,22 +42,36 @@ int handset_of(const MainForm& form) {
 
 }  // namespace
 
-Settings::Settings(Console& console) : console_(console) {
-  console.Lineweir.SaveSettingsMenu.on_click = [this] { SaveSettingsMenu_Click(); };
+Settings::Settings(ConsoleState& state, const Links& links, ShowPlanStore& show_plan,
+                   LoginExchange& login_exchange, DisplayOptions& display, WindowSize& window,
+                   Fonts& fonts, CallLogFile& call_log_file, CallerDataEntry& caller_data,
+                   SerialPortControl& port, RemotePortControl& remote_port)
+    : state_(state),
+      links_(links),
+      show_plan_(show_plan),
+      login_exchange_(login_exchange),
+      display_(display),
+      window_(window),
+      fonts_(fonts),
+      call_log_file_(call_log_file),
+      caller_data_(caller_data),
+      port_(port),
+      remote_port_(remote_port) {
+  state.Lineweir.SaveSettingsMenu.on_click = [this] { SaveSettingsMenu_Click(); };
 }
 
 std::optional<SettingsRecord> Settings::read() const {
-  const auto bytes = console_.services.files.read(std::string(settings_file_name));
+  const auto bytes = state_.services.files.read(std::string(settings_file_name));
   return bytes ? decode_settings(*bytes) : std::nullopt;
 }
 
 std::optional<SettingsRecord> Settings::read_at_start() {
   const auto record = read();
   if (record) return record;
-  unreadable_ = console_.services.files.why_unreadable(std::string(settings_file_name));
+  unreadable_ = state_.services.files.why_unreadable(std::string(settings_file_name));
   if (unreadable_) {
-    console_.trace.WriteTrace("Lineweir_Form_Load Error - " + *unreadable_);
-    console_.messages.ShowMessage(
+    state_.trace.WriteTrace("Lineweir_Form_Load Error - " + *unreadable_);
+    state_.messages.ShowMessage(
         "The settings could not be read, Lineweir starts without them and leaves them as they "
         "are: " +
         *unreadable_);
@@ -63,38 +80,37 @@ std::optional<SettingsRecord> Settings::read_at_start() {
 }
 
 SettingsRecord Settings::collect() {
-  const MainForm& form = console_.Lineweir;
-  const PortChoice port = console_.port.choice();
-  const WindowTarget window = console_.window.present();
-  console_.display.collect();
+  const MainForm& form = state_.Lineweir;
+  const PortChoice port = port_.choice();
+  const WindowTarget window = window_.present();
+  display_.collect();
 
   SettingsRecord record;
-  record.CommPort = connection_of(form, port);
+  record.CommPort = links_.settings_code(port.number);
   record.PortState = port.on;
   record.RemotePortNumber = remote_port_of(form);
-  record.RemoteState = console_.remote_port.wanted();
-  record.ShowDataFile = console_.show_plan.path_to_store();
-  record.DatabasePath = console_.call_log_file.path_to_store();
-  record.OperatorName = console_.caller_data.OperatorName;
-  record.LogFieldOn = console_.caller_data.LogFieldOn;
-  record.GroupNumber = console_.program.GroupNumber;
-  record.Warning1 = console_.clock_state.Warning1;
-  record.Warning2 = console_.clock_state.Warning2;
-  record.MessageFile = console_.program.MessageFile;
-  record.ColumnShown = console_.display.ColumnShown;
-  record.ColumnWidth = console_.display.ColumnWidth;
-  record.ColumnOrder = console_.display.ColumnOrder;
+  record.RemoteState = remote_port_.wanted();
+  record.ShowDataFile = show_plan_.path_to_store();
+  record.DatabasePath = call_log_file_.path_to_store();
+  record.OperatorName = state_.program.OperatorName;
+  record.LogFieldOn = caller_data_.LogFieldOn;
+  record.GroupNumber = state_.program.GroupNumber;
+  record.Warning1 = state_.clock_state.Warning1;
+  record.Warning2 = state_.clock_state.Warning2;
+  record.MessageFile = state_.program.MessageFile;
+  record.ColumnShown = display_.ColumnShown;
+  record.ColumnWidth = display_.ColumnWidth;
+  record.ColumnOrder = display_.ColumnOrder;
   record.ModeCode = mode_code_of(form);
-  record.DisplayUserName = console_.login.DisplayUserName;
-  const platform::FontChoice font = console_.fonts.present();
+  record.DisplayUserName = state_.login.DisplayUserName;
+  const platform::FontChoice font = fonts_.present();
   record.MessageFontName = font.name;
   record.MessageFontBold = font.bold;
   record.MessageFontSize = font.size;
   record.MessageFontItalic = font.italic;
-  record.ServerHost = console_.login.RemoteHost;
-  record.ServerPort = console_.login.RemotePort;
-  record.UserPassword =
-      console_.login_exchange.TextWrit_PassEncode(console_.login.UserPassword.trimmed());
+  record.ServerHost = state_.login.RemoteHost;
+  record.ServerPort = state_.login.RemotePort;
+  record.UserPassword = login_exchange_.TextWrit_PassEncode(state_.login.UserPassword.trimmed());
   record.RemoteNextOn = form.RemoteNext.checked;
   record.EventClockOn = form.EventClockMenu.checked;
   record.TimeClockOn = form.TimeClockMenuItem.checked;
@@ -102,8 +118,8 @@ SettingsRecord Settings::collect() {
   record.MitelPhoneChoice = handset_of(form);
   record.LineNamesOn = form.DimLineNumMenu.checked;
   record.UserFieldName = form.CaptionLabel(user_column).caption;
-  record.UserName = console_.login.UserName.trimmed();
-  record.TimeOffset = console_.clock_state.DelayOffset;
+  record.UserName = state_.login.UserName.trimmed();
+  record.TimeOffset = state_.clock_state.DelayOffset;
   record.SyncTimeOn = form.SyncTimeMenu.checked;
   record.DigiClockOn = form.DigiClock.checked;
   record.Line20On = form.Line20Mode.checked;
@@ -124,32 +140,32 @@ std::optional<std::string> Settings::save() {
   std::optional<std::string> why_not;
   attempt(
       [&] {
-        console_.services.files.replace(std::string(settings_file_name),
-                                        encode_settings(collect()));
+        state_.services.files.replace(std::string(settings_file_name), encode_settings(collect()));
       },
       [&](const Failure& failure) {
-        report_failure(console_, "Lineweir_SaveSettings", failure);
-        why_not = "The settings could not be saved: " + description_of(console_, failure);
+        report_failure(state_.trace, "Lineweir_SaveSettings", failure);
+        why_not =
+            "The settings could not be saved: " + description_of(state_.services.letters, failure);
       });
   return why_not;
 }
 
 void Settings::save_at_end() {
-  if (const auto why_not = save()) console_.services.dialogs.message(*why_not);
+  if (const auto why_not = save()) state_.services.dialogs.message(*why_not);
 }
 
 void Settings::SaveSettingsMenu_Click() {
-  guard(console_, "Lineweir_SaveSettingsMenu_Click", [&] {
-    if (const auto why_not = save()) console_.messages.ShowMessage(*why_not);
+  guard(state_.trace, "Lineweir_SaveSettingsMenu_Click", [&] {
+    if (const auto why_not = save()) state_.messages.ShowMessage(*why_not);
   });
 }
 
 void Settings::SetFileSettings() {
-  guard(console_, "Lineweir_SetFileSettings", [&] {
+  guard(state_.trace, "Lineweir_SetFileSettings", [&] {
     const auto record = read();
     if (!record) return;
-    console_.window.restore({record->WindowHeight, record->WindowWidth, record->WindowState});
-    console_.fonts.restore(*record);
+    window_.restore({record->WindowHeight, record->WindowWidth, record->WindowState});
+    fonts_.restore(*record);
   });
 }
 

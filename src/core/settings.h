@@ -4,18 +4,29 @@
 #include <string>
 #include <string_view>
 
-#include "core/settings_record.h"
+#include "state/settings_record.h"
 
 namespace lineweir {
 
-struct Console;
-
-inline constexpr std::string_view settings_file_name = "Writ.inf";
+class CallLogFile;
+class CallerDataEntry;
+class DisplayOptions;
+class Fonts;
+class LoginExchange;
+class RemotePortControl;
+class SerialPortControl;
+class ShowPlanStore;
+class WindowSize;
+class Links;
+struct ConsoleState;
 
 // The settings file: one record in the directory in which the program started.
 class Settings {
  public:
-  explicit Settings(Console& console);
+  Settings(ConsoleState& state, const Links& links, ShowPlanStore& show_plan,
+           LoginExchange& login_exchange, DisplayOptions& display, WindowSize& window, Fonts& fonts,
+           CallLogFile& call_log_file, CallerDataEntry& caller_data, SerialPortControl& port,
+           RemotePortControl& remote_port);
 
   // The stored record; nothing where there is no file or one without a record.
   std::optional<SettingsRecord> read() const;
@@ -40,7 +51,17 @@ class Settings {
   // Writes the present state; says why where it isn't written.
   std::optional<std::string> save();
 
-  Console& console_;
+  ConsoleState& state_;
+  const Links& links_;
+  ShowPlanStore& show_plan_;
+  LoginExchange& login_exchange_;
+  DisplayOptions& display_;
+  WindowSize& window_;
+  Fonts& fonts_;
+  CallLogFile& call_log_file_;
+  CallerDataEntry& caller_data_;
+  SerialPortControl& port_;
+  RemotePortControl& remote_port_;
   // Why the file couldn't be read at the start.
   std::optional<std::string> unreadable_;
 };

@@ -1,26 +1,40 @@
 #include "core/shutdown.h"
 
-#include "core/console.h"
-#include "core/guard.h"
+#include "boxlink/serial_port_control.h"
+#include "callerdata/caller_data.h"
+#include "clocks/show_plan_store.h"
+#include "core/settings.h"
+#include "link/links.h"
 #include "serverlink/user_profile.h"
+#include "state/console_state.h"
+#include "state/guard.h"
 
 namespace lineweir {
 
-Shutdown::Shutdown(Console& console) : console_(console) {
-  console.Lineweir.on_unload = [this] { Form_Unload(); };
-  console.Lineweir.ExitMenu.on_click = [this] { ExitMenu_Click(); };
+Shutdown::Shutdown(ConsoleState& state, const Links& links, ShowPlanStore& show_plan,
+                   CallerDataEntry& caller_data, SerialPortControl& port, UserProfile& user_profile,
+                   Settings& settings)
+    : state_(state),
+      links_(links),
+      show_plan_(show_plan),
+      caller_data_(caller_data),
+      port_(port),
+      user_profile_(user_profile),
+      settings_(settings) {
+  state.Lineweir.on_unload = [this] { Form_Unload(); };
+  state.Lineweir.ExitMenu.on_click = [this] { ExitMenu_Click(); };
 }
 
 void Shutdown::ExitMenu_Click() {
-  guard(console_, "Lineweir_ExitMenu_Click", [&] { console_.Lineweir.unload(); });
+  guard(state_.trace, "Lineweir_ExitMenu_Click", [&] { state_.Lineweir.unload(); });
 }
 
 void Shutdown::Form_Unload() {
-  guard(console_, "Lineweir_Form_Unload", [&] {
-    MainForm& form = console_.Lineweir;
+  guard(state_.trace, "Lineweir_Form_Unload", [&] {
+    MainForm& form = state_.Lineweir;
     if (form.window_state == window_minimised) form.window_state = window_normal;
-    console_.show_plan.close();
-    console_.caller_data.keep_draft();
+    show_plan_.close();
+    caller_data_.keep_draft();
     // A console that has lost its server must not overwrite what it knows.
     if (form.Shape1.fill_color == color_green) leave();
   });
@@ -28,23 +42,20 @@ void Shutdown::Form_Unload() {
 }
 
 void Shutdown::leave() {
-  console_.settings.save_at_end();
-  if (console_.Lineweir.NetworkConnectionOption.checked) {
-    console_.remote_session.NetworkDisconnect();
-  }
-  if (!console_.Lineweir.WinsockMenu.checked) return;
-  console_.server.send(console_.server.packet(ClientCommand::CmdLeaveGroup));
-  send_user_profile(console_, "");
-  console_.services.loop.run_pending();
+  settings_.save_at_end();
+  StudioLink& link = links_.in_use();
+  link.leave();
+  if (link.keeps_profiles()) user_profile_.send("");
+  state_.services.loop.run_pending();
 }
 
 void Shutdown::close_everything() {
-  guard(console_, "Lineweir_Form_Unload", [&] {
-    console_.port.close();
-    console_.services.comm2.close();
-    console_.services.winsock1.close();
+  guard(state_.trace, "Lineweir_Form_Unload", [&] {
+    port_.close();
+    state_.services.comm2.close();
+    state_.services.winsock1.close();
   });
-  if (console_.services.end_program) console_.services.end_program();
+  if (state_.services.end_program) state_.services.end_program();
 }
 
 }  // namespace lineweir

@@ -2,12 +2,20 @@
 
 namespace lineweir {
 
-struct Console;
+class CallerDataEntry;
+class SerialPortControl;
+class Links;
+class Settings;
+class ShowPlanStore;
+class UserProfile;
+struct ConsoleState;
 
 // From the user's exit back to the system.
 class Shutdown {
  public:
-  explicit Shutdown(Console& console);
+  Shutdown(ConsoleState& state, const Links& links, ShowPlanStore& show_plan,
+           CallerDataEntry& caller_data, SerialPortControl& port, UserProfile& user_profile,
+           Settings& settings);
 
  private:
   void ExitMenu_Click();
@@ -16,7 +24,13 @@ class Shutdown {
   void leave();
   void close_everything();
 
-  Console& console_;
+  ConsoleState& state_;
+  const Links& links_;
+  ShowPlanStore& show_plan_;
+  CallerDataEntry& caller_data_;
+  SerialPortControl& port_;
+  UserProfile& user_profile_;
+  Settings& settings_;
 };
 
 }  // namespace lineweir

@@ -2,16 +2,30 @@
 
 #include <algorithm>
 
+#include "base/text.h"
+#include "base/time_text.h"
+#include "boxlink/serial_port_control.h"
+#include "callerdata/call_log_file.h"
+#include "callerdata/caller_data.h"
+#include "clocks/show_plan_store.h"
 #include "clocks/time_offset.h"
-#include "core/console.h"
-#include "core/guard.h"
-#include "core/text.h"
-#include "core/time_text.h"
-#include "core/window_caption.h"
+#include "core/settings.h"
+#include "forms/pictures.h"
 #include "letters/path_text.h"
-#include "screen/pictures.h"
-#include "serverlink/password_scramble.h"
+#include "screen/display_options.h"
+#include "screen/fonts.h"
+#include "screen/row_display.h"
+#include "screen/screen_layout.h"
+#include "screen/window_size.h"
+#include "serverlink/login_exchange.h"
+#include "serverlink/remote_session.h"
+#include "serverlink/server_connection.h"
+#include "serverlink/server_link.h"
 #include "serverlink/session_start.h"
+#include "state/console_state.h"
+#include "state/guard.h"
+#include "state/window_caption.h"
+#include "wire/password_scramble.h"
 
 namespace lineweir {
 namespace {
@@ -40,8 +54,28 @@ void click_if(bool wanted, MenuItem& item) {
 
 }  // namespace
 
-Startup::Startup(Console& console) : console_(console) {
-  MainForm& form = console.Lineweir;
+Startup::Startup(ConsoleState& state, ShowPlanStore& show_plan, ServerLink& server,
+                 ServerConnection& server_connection, LoginExchange& login_exchange,
+                 RemoteSession& remote_session, RowDisplay& rows, ScreenLayout& layout,
+                 DisplayOptions& display, WindowSize& window, Fonts& fonts,
+                 CallLogFile& call_log_file, CallerDataEntry& caller_data, SerialPortControl& port,
+                 Settings& settings)
+    : state_(state),
+      show_plan_(show_plan),
+      server_(server),
+      server_connection_(server_connection),
+      login_exchange_(login_exchange),
+      remote_session_(remote_session),
+      rows_(rows),
+      layout_(layout),
+      display_(display),
+      window_(window),
+      fonts_(fonts),
+      call_log_file_(call_log_file),
+      caller_data_(caller_data),
+      port_(port),
+      settings_(settings) {
+  MainForm& form = state.Lineweir;
   form.on_load = [this] { Form_Load(); };
   form.on_got_focus = [this] { Form_GotFocus(); };
   form.ZorderTimer.on_timer = [this] { ZorderTimer_Timer(); };
@@ -50,14 +84,14 @@ Startup::Startup(Console& console) : console_(console) {
 
 void Startup::Main(std::string_view command_line) {
   command_line_ = command_line;
-  console_.AboutBox.show();
-  console_.services.loop.run_pending();
-  console_.Lineweir.load();
-  console_.Lineweir.show();
+  state_.AboutBox.show();
+  state_.services.loop.run_pending();
+  state_.Lineweir.load();
+  state_.Lineweir.show();
   // Messages of the start came before the main form had its place.
-  console_.messages.follow_main_form();
+  state_.messages.follow_main_form();
   // The main window takes the focus, which closes the splash window.
-  if (console_.AboutBox.visible) console_.AboutBox.on_lost_focus();
+  if (state_.AboutBox.visible) state_.AboutBox.on_lost_focus();
 }
 
 template <class Step>
@@ -68,12 +102,12 @@ void Startup::step(Step&& body) {
 void Startup::react(const Failure& failure) {
   switch (failure.number()) {
     case failure_number::port_not_open:
-      report_failure(console_, "Lineweir_Form_Load", failure);
-      return console_.messages.ShowMessage("This Com Port is not available at this time!");
+      report_failure(state_.trace, "Lineweir_Form_Load", failure);
+      return state_.messages.ShowMessage("This Com Port is not available at this time!");
     case failure_number::socket_wrong_state:
-      return console_.messages.ShowMessage("Lineweir is not currently connected to a server.");
+      return state_.messages.ShowMessage("Lineweir is not currently connected to a server.");
     default:
-      return report_failure(console_, "Lineweir_Form_Load", failure);
+      return report_failure(state_.trace, "Lineweir_Form_Load", failure);
   }
 }
 
@@ -83,14 +117,14 @@ void Startup::Form_Load() {
   step([&] { begin_loading(); });
   step([&] { make_rows(); });
 
-  const auto record = console_.settings.read_at_start();
+  const auto record = settings_.read_at_start();
   if (record) {
     apply_settings(*record);
   } else {
     step([&] { start_without_settings(); });
   }
-  step([&] { console_.display.SetDisplayOptions(); });
-  step([&] { console_.layout.RedefineScreen(); });
+  step([&] { display_.SetDisplayOptions(); });
+  step([&] { layout_.RedefineScreen(); });
   if (record) step([&] { restore_database(*record); });
   step([&] { make_client_id(); });
   step([&] { read_show_data(record ? &*record : nullptr); });
@@ -101,56 +135,56 @@ void Startup::Form_Load() {
     step([&] { restore_phone(*record); });
     step([&] { restore_user_heading(*record); });
   }
-  console_.Lineweir.mouse_pointer = pointer_default;
+  state_.Lineweir.mouse_pointer = pointer_default;
   set_menus_enabled(true);
   if (record) {
     step([&] { restore_mode(*record); });
     step([&] { restore_clocks(*record); });
   }
-  step([&] { console_.caller_data.restore_drafts(); });
+  step([&] { caller_data_.restore_drafts(); });
   step([&] { finish_loading(); });
 }
 
 void Startup::note_design() {
-  console_.lines.resize(lines_of_small_layout);
-  console_.program.CallerDataAllowed = true;
-  console_.program.MessagesAllowed = true;
-  console_.program.StartDirectory = console_.services.files.current_directory();
+  state_.lines.resize(lines_of_small_layout);
+  state_.program.CallerDataAllowed = true;
+  state_.program.MessagesAllowed = true;
+  state_.program.StartDirectory = state_.services.files.current_directory();
 }
 
 void Startup::read_command_line() {
-  console_.program.EmptyLineOverride = command_line_ == "E";
+  state_.program.EmptyLineOverride = command_line_ == "E";
   if (command_line_ != "D") return;
-  console_.program.DebugMode = true;
-  console_.Lineweir.SyncTimeTimer.interval = sync_interval_with_trace;
+  state_.program.DebugMode = true;
+  state_.Lineweir.SyncTimeTimer.interval = sync_interval_with_trace;
 }
 
 void Startup::begin_loading() {
-  console_.program.MainHybridOn = true;
-  console_.program.ConfHybridOn = true;
-  console_.Lineweir.mouse_pointer = pointer_hourglass;
+  state_.program.MainHybridOn = true;
+  state_.program.ConfHybridOn = true;
+  state_.Lineweir.mouse_pointer = pointer_hourglass;
   set_menus_enabled(false);
   show_caption();
 }
 
 void Startup::make_rows() {
-  console_.layout.load_rows();
+  layout_.load_rows();
   show_time_of_day();
-  console_.services.loop.run_pending();
-  for (int line = 0; line < console_.lines.LineCount; ++line) {
-    console_.Lineweir.DataRow(line).picture = pictures::DataRowWhite;
-    console_.rows.DrawMark(line);
+  state_.services.loop.run_pending();
+  for (int line = 0; line < state_.lines.LineCount; ++line) {
+    state_.Lineweir.DataRow(line).picture = pictures::DataRowWhite;
+    rows_.DrawMark(line);
   }
 }
 
 void Startup::start_without_settings() {
-  console_.port.close();
-  click(console_.Lineweir.RemoteOff);
-  console_.program.GroupNumber = 1;
-  console_.Lineweir.StudioGr(0).checked = true;
+  port_.close();
+  click(state_.Lineweir.RemoteOff);
+  state_.program.GroupNumber = 1;
+  state_.Lineweir.StudioGr(0).checked = true;
   show_caption();
-  console_.fonts.FontChange(console_.fonts.present());
-  console_.display.NewColumnSetup();
+  fonts_.FontChange(fonts_.present());
+  display_.NewColumnSetup();
 }
 
 void Startup::apply_settings(const SettingsRecord& record) {
@@ -163,23 +197,23 @@ void Startup::apply_settings(const SettingsRecord& record) {
 }
 
 void Startup::restore_values(const SettingsRecord& record) {
-  LoginState& login = console_.login;
+  LoginState& login = state_.login;
   login.UserName = record.UserName;
   login.DisplayUserName = trimmed(record.DisplayUserName);
-  console_.Lineweir.Label1.caption = login.DisplayUserName;
+  state_.Lineweir.Label1.caption = login.DisplayUserName;
   if (const auto clear = pass_decode(record.UserPassword)) login.UserPassword = *clear;
   login.RemoteHost = trimmed(record.ServerHost);
   login.RemotePort = record.ServerPort;
-  console_.caller_data.OperatorName = trimmed(record.OperatorName);
-  console_.caller_data.LogFieldOn = record.LogFieldOn;
-  console_.clock_state.Warning1 = record.Warning1;
-  console_.clock_state.Warning2 = record.Warning2;
-  console_.program.MessageFile = upper(record.MessageFile);
-  console_.window.restore({record.WindowHeight, record.WindowWidth, record.WindowState});
+  state_.program.OperatorName = trimmed(record.OperatorName);
+  caller_data_.LogFieldOn = record.LogFieldOn;
+  state_.clock_state.Warning1 = record.Warning1;
+  state_.clock_state.Warning2 = record.Warning2;
+  state_.program.MessageFile = upper(record.MessageFile);
+  window_.restore({record.WindowHeight, record.WindowWidth, record.WindowState});
 }
 
 void Startup::restore_menus(const SettingsRecord& record) {
-  MainForm& form = console_.Lineweir;
+  MainForm& form = state_.Lineweir;
   click_if(record.AutoDataOn, form.AutoDataEntry);
   click_if(record.EventClockOn, form.EventClockMenu);
   click_if(record.TimeClockOn, form.TimeClockMenuItem);
@@ -187,29 +221,29 @@ void Startup::restore_menus(const SettingsRecord& record) {
   form.StudioLinNumMenu.checked = !record.LineNamesOn;
   form.GreyScreenOption.checked = record.GreyScreenOn;
   form.Line20Mode.checked = record.Line20On;
-  console_.layout.set_line_count(record.Line20On ? lines_of_large_layout : lines_of_small_layout);
+  layout_.set_line_count(record.Line20On ? lines_of_large_layout : lines_of_small_layout);
 }
 
 void Startup::restore_group(const SettingsRecord& record) {
-  console_.program.GroupNumber = std::max(1, record.GroupNumber);
-  check_present_group(console_);
+  state_.program.GroupNumber = std::max(1, record.GroupNumber);
+  check_present_group(state_);
   show_caption();
 }
 
 void Startup::restore_port(const SettingsRecord& record) {
-  MainForm& form = console_.Lineweir;
+  MainForm& form = state_.Lineweir;
   if (record.CommPort >= 1 && record.CommPort <= 4) click(form.Com(record.CommPort));
   if (record.CommPort >= connection_remote_objects) {
     click(form.Off);
   } else if (record.PortState) {
-    console_.port.open_at_start();
+    port_.open_at_start();
   } else {
     click(form.Off);
   }
 }
 
 void Startup::restore_remote_port(const SettingsRecord& record) {
-  MainForm& form = console_.Lineweir;
+  MainForm& form = state_.Lineweir;
   if (record.RemotePortNumber >= 1 && record.RemotePortNumber <= 4) {
     click(form.RemoteCom(record.RemotePortNumber));
   }
@@ -217,30 +251,29 @@ void Startup::restore_remote_port(const SettingsRecord& record) {
 }
 
 void Startup::restore_columns(const SettingsRecord& record) {
-  console_.fonts.restore(record);
-  console_.display.restore(record.ColumnShown, record.ColumnWidth, record.ColumnOrder);
+  fonts_.restore(record);
+  display_.restore(record.ColumnShown, record.ColumnWidth, record.ColumnOrder);
 }
 
 void Startup::restore_database(const SettingsRecord& record) {
   const auto path = trimmed(record.DatabasePath);
-  if (!path.empty()) console_.call_log_file.use_stored(std::string(path), "Lineweir_Form_Load");
+  if (!path.empty()) call_log_file_.use_stored(std::string(path), "Lineweir_Form_Load");
 }
 
 void Startup::make_client_id() {
-  const int random = static_cast<int>(console_.services.random.next() * client_id_range + 1);
-  console_.program.ClientId =
-      std::to_string(console_.services.process_number + client_id_step * random);
+  const int random = static_cast<int>(state_.services.random.next() * client_id_range + 1);
+  state_.program.ClientId =
+      std::to_string(state_.services.process_number + client_id_step * random);
 }
 
 void Startup::read_show_data(const SettingsRecord* record) {
-  ShowPlanStore& plan = console_.show_plan;
+  ShowPlanStore& plan = show_plan_;
   const std::string path = record == nullptr ? std::string() : upper(record->ShowDataFile);
   if (path.empty()) return plan.load_default_plan();
   const bool is_default = path == upper(default_show_name);
-  if (!is_default && !console_.services.files.exists(path)) {
-    console_.messages.ShowMessage("The Selected Show Data File " +
-                                  shown_path(console_.services.letters, path) +
-                                  " cannot be found!");
+  if (!is_default && !state_.services.files.exists(path)) {
+    state_.messages.ShowMessage("The Selected Show Data File " +
+                                shown_path(state_.services.letters, path) + " cannot be found!");
     return plan.load_default_plan_for(record->ShowDataFile);
   }
   attempt([&] { plan.load_plan(path); },
@@ -257,42 +290,42 @@ void Startup::connect(const SettingsRecord* record) {
 }
 
 void Startup::connect_socket() {
-  MainForm& form = console_.Lineweir;
-  step([&] { console_.server_connection.begin(); });
-  console_.port.close();
+  MainForm& form = state_.Lineweir;
+  step([&] { server_connection_.begin(); });
+  port_.close();
   for (int number = 1; number <= 4; ++number) form.Com(number).checked = false;
   form.NetworkConnectionOption.checked = false;
-  if (!console_.server_connection.await()) {
+  if (!server_connection_.await()) {
     form.Shape1.fill_color = color_red;
-    console_.port.want_other_way(connection_socket);
+    port_.want_other_way(connection_socket);
     return;
   }
-  if (console_.login_exchange.TextWrit_PasswordA(true) == LoginResult::Accepted) {
-    TextWrit_SockConnecter(console_, SessionReason::ProgramStart);
+  if (login_exchange_.TextWrit_PasswordA(true) == LoginResult::Accepted) {
+    TextWrit_SockConnecter(state_, server_, SessionReason::ProgramStart);
   } else {
     login_needed_ = true;
   }
 }
 
 void Startup::connect_remote_objects() {
-  click(console_.Lineweir.NetworkConnectionOption);
-  if (!console_.remote_session.connected) console_.Lineweir.Shape1.fill_color = color_red;
+  click(state_.Lineweir.NetworkConnectionOption);
+  if (!remote_session_.connected()) state_.Lineweir.Shape1.fill_color = color_red;
 }
 
 void Startup::fill_group_selector() {
-  ComboBox& selector = console_.DisplayOptionForm.MessageGroupSelector;
+  ComboBox& selector = state_.DisplayOptionForm.MessageGroupSelector;
   selector.clear();
   for (int group = 1; group <= group_count_at_first; ++group) {
     selector.add_item("Group " + std::to_string(group));
   }
-  const int present = console_.program.GroupNumber - 1;
+  const int present = state_.program.GroupNumber - 1;
   if (present >= 0 && present < selector.list_count()) selector.list_index = present;
 }
 
-void Startup::probe_open_port() { console_.port.probe_at_start(); }
+void Startup::probe_open_port() { port_.probe_at_start(); }
 
 void Startup::restore_phone(const SettingsRecord& record) {
-  MainForm& form = console_.Lineweir;
+  MainForm& form = state_.Lineweir;
   click_if(record.RemoteNextOn, form.RemoteNext);
   if (record.MitelPhoneChoice == 1) {
     click(form.MitelPhone1);
@@ -306,12 +339,11 @@ void Startup::restore_phone(const SettingsRecord& record) {
 
 void Startup::restore_user_heading(const SettingsRecord& record) {
   const auto heading = trimmed(record.UserFieldName);
-  console_.display.set_heading(user_column,
-                               heading.empty() ? column_rules[user_column].heading : heading);
+  display_.set_heading(user_column, heading.empty() ? column_rules[user_column].heading : heading);
 }
 
 void Startup::restore_mode(const SettingsRecord& record) {
-  MainForm& form = console_.Lineweir;
+  MainForm& form = state_.Lineweir;
   switch (record.ModeCode) {
     case 3:
       return click(form.PassiveMode);
@@ -324,10 +356,10 @@ void Startup::restore_mode(const SettingsRecord& record) {
 }
 
 void Startup::restore_clocks(const SettingsRecord& record) {
-  MainForm& form = console_.Lineweir;
+  MainForm& form = state_.Lineweir;
   form.LoginTimer.enabled = login_needed_;
   const bool is_offset = record.TimeOffset >= 0 && record.TimeOffset <= largest_time_offset;
-  console_.clock_state.DelayOffset = is_offset ? record.TimeOffset : 0;
+  state_.clock_state.DelayOffset = is_offset ? record.TimeOffset : 0;
   click_if(record.SyncTimeOn, form.SyncTimeMenu);
   click_if(record.DigiClockOn, form.DigiClock);
   click_if(record.TextGrowOn, form.TextGrowToggle);
@@ -336,17 +368,17 @@ void Startup::restore_clocks(const SettingsRecord& record) {
 }
 
 void Startup::finish_loading() {
-  console_.Lineweir.LabelMoveTimer.enabled = true;
-  console_.display.RefreshColumnOrder();
+  state_.Lineweir.LabelMoveTimer.enabled = true;
+  display_.RefreshColumnOrder();
 }
 
 void Startup::Form_GotFocus() {
-  guard(console_, "Lineweir_Form_GotFocus", [&] { console_.show_plan.read_first_34(); });
+  guard(state_.trace, "Lineweir_Form_GotFocus", [&] { show_plan_.read_first_34(); });
 }
 
 void Startup::ZorderTimer_Timer() {
-  guard(console_, "Lineweir_ZorderTimer_Timer", [&] {
-    MainForm& form = console_.Lineweir;
+  guard(state_.trace, "Lineweir_ZorderTimer_Timer", [&] {
+    MainForm& form = state_.Lineweir;
     form.ZorderTimer.enabled = false;
     form.ScreenTopImage.bring_to_front();
     form.ScreenBottomImage.bring_to_front();
@@ -354,14 +386,14 @@ void Startup::ZorderTimer_Timer() {
 }
 
 void Startup::LoginTimer_Timer() {
-  guard(console_, "Lineweir_LoginTimer_Timer", [&] {
-    console_.Lineweir.LoginTimer.enabled = false;
-    console_.LoginForm.show();
+  guard(state_.trace, "Lineweir_LoginTimer_Timer", [&] {
+    state_.Lineweir.LoginTimer.enabled = false;
+    state_.LoginForm.show();
   });
 }
 
 void Startup::set_menus_enabled(bool enabled) {
-  MainForm& form = console_.Lineweir;
+  MainForm& form = state_.Lineweir;
   for (MenuItem* menu : {&form.Options, &form.Port, &form.RemotePort, &form.TimeClockMenu2,
                          &form.ConfigurationMenuItem}) {
     menu->enabled = enabled;
@@ -369,15 +401,15 @@ void Startup::set_menus_enabled(bool enabled) {
 }
 
 void Startup::show_caption() {
-  MainForm& form = console_.Lineweir;
-  form.caption = window_caption(console_, form.StudioMode.checked);
+  MainForm& form = state_.Lineweir;
+  form.caption = window_caption(state_, form.StudioMode.checked);
 }
 
 void Startup::show_time_of_day() {
-  const std::string now = clock_text(seconds_of_day(console_.services.clock.now()));
+  const std::string now = clock_text(seconds_of_day(state_.services.clock.now()));
   const auto without_half_day = left_part(now, now.size() - 3);
-  console_.Lineweir.RealTime.caption = without_half_day;
-  console_.Lineweir.RealTime2.text = without_half_day;
+  state_.Lineweir.RealTime.caption = without_half_day;
+  state_.Lineweir.RealTime2.text = without_half_day;
 }
 
 }  // namespace lineweir

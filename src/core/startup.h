@@ -3,17 +3,35 @@
 #include <string>
 #include <string_view>
 
-#include "core/settings_record.h"
-#include "elements/failure.h"
+#include "base/failure.h"
+#include "state/settings_record.h"
 
 namespace lineweir {
 
-struct Console;
+class CallLogFile;
+class CallerDataEntry;
+class DisplayOptions;
+class Fonts;
+class LoginExchange;
+class RemoteSession;
+class RowDisplay;
+class ScreenLayout;
+class SerialPortControl;
+class ServerConnection;
+class ServerLink;
+class Settings;
+class ShowPlanStore;
+class WindowSize;
+struct ConsoleState;
 
 // From the entry point to the running main window.
 class Startup {
  public:
-  explicit Startup(Console& console);
+  Startup(ConsoleState& state, ShowPlanStore& show_plan, ServerLink& server,
+          ServerConnection& server_connection, LoginExchange& login_exchange,
+          RemoteSession& remote_session, RowDisplay& rows, ScreenLayout& layout,
+          DisplayOptions& display, WindowSize& window, Fonts& fonts, CallLogFile& call_log_file,
+          CallerDataEntry& caller_data, SerialPortControl& port, Settings& settings);
 
   // The entry point: returns when the main form is shown.
   void Main(std::string_view command_line);
@@ -60,7 +78,21 @@ class Startup {
   void step(Step&& body);
   void react(const Failure& failure);
 
-  Console& console_;
+  ConsoleState& state_;
+  ShowPlanStore& show_plan_;
+  ServerLink& server_;
+  ServerConnection& server_connection_;
+  LoginExchange& login_exchange_;
+  RemoteSession& remote_session_;
+  RowDisplay& rows_;
+  ScreenLayout& layout_;
+  DisplayOptions& display_;
+  WindowSize& window_;
+  Fonts& fonts_;
+  CallLogFile& call_log_file_;
+  CallerDataEntry& caller_data_;
+  SerialPortControl& port_;
+  Settings& settings_;
   std::string command_line_;
   bool login_needed_ = false;
 };

@@ -8,7 +8,7 @@
 
 #include "desktop/console_style.h"
 #include "desktop/picture_painters.h"
-#include "screen/pictures.h"
+#include "forms/pictures.h"
 
 namespace lineweir {
 namespace {

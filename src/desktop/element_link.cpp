@@ -6,7 +6,7 @@
 #include <QSplitter>
 #include <QWidget>
 
-#include "core/text.h"
+#include "base/text.h"
 #include "desktop/core_text.h"
 #include "desktop/dialog_letters.h"
 #include "desktop/focus_reason.h"

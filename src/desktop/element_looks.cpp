@@ -5,7 +5,7 @@
 
 #include "elements/form.h"
 #include "elements/label.h"
-#include "screen/row_elements.h"
+#include "forms/row_elements.h"
 
 namespace lineweir {
 namespace {

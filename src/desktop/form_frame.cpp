@@ -7,7 +7,7 @@
 #include <QWidget>
 #include <QWindow>
 
-#include "core/text.h"
+#include "base/text.h"
 #include "desktop/core_text.h"
 #include "desktop/frame_place.h"
 #include "desktop/key_codes.h"

@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <vector>
 
+#include "base/text.h"
 #include "core/console.h"
-#include "core/text.h"
 
 namespace lineweir {
 namespace {

@@ -15,8 +15,8 @@
 #include "desktop/main_window.h"
 #include "desktop/spoken_lines.h"
 #include "desktop/twips.h"
-#include "screen/layout.h"
-#include "screen/pictures.h"
+#include "forms/layout.h"
+#include "forms/pictures.h"
 
 namespace lineweir {
 namespace {
@@ -136,7 +136,7 @@ void MainFrame::form_changed() {
 
 void MainFrame::apply_zoom() {
   // That of the last rebuild, so that letters grow with what they stand on.
-  const DesignScale& scale = console_.layout.scale();
+  const DesignScale& scale = console_.scale;
   const double zoom = std::min(scale.ratio_across, scale.ratio_down);
   const bool texts_grow = console_.Lineweir.TextGrowToggle.checked;
   main_window()->canvas().set_zoom(zoom, texts_grow ? zoom : 1);

@@ -10,7 +10,7 @@
 #include <algorithm>
 #include <numeric>
 
-#include "elements/failure.h"
+#include "base/failure.h"
 #include "letters/path_text.h"
 
 namespace lineweir {

@@ -10,7 +10,7 @@
 #include "desktop/strip_look.h"
 #include "desktop/twips.h"
 #include "elements/picture.h"
-#include "screen/row_elements.h"
+#include "forms/row_elements.h"
 
 namespace lineweir {
 namespace {

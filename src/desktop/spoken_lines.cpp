@@ -1,42 +1,22 @@
 #include "desktop/spoken_lines.h"
 
 #include <QStringList>
-#include <algorithm>
-#include <array>
+#include <string_view>
 
 #include "core/console.h"
+#include "lines/status_letters.h"
 
 namespace lineweir {
 namespace {
 
-struct LetterWords {
-  char letter;
-  const char* words;
-};
-constexpr std::array letters = {
-    LetterWords{' ', "idle"},
-    LetterWords{'F', "idle"},
-    LetterWords{'R', "ringing"},
-    LetterWords{'S', "ready"},
-    LetterWords{'H', "held"},
-    LetterWords{'P', "at phone 1"},
-    LetterWords{'O', "at phone 2"},
-    LetterWords{'E', "taken by other equipment"},
-    LetterWords{'N', "on air, main hybrid"},
-    LetterWords{'C', "on air, conference hybrid"},
-    LetterWords{'L', "locked on air, main hybrid"},
-    LetterWords{'K', "locked on air, conference hybrid"},
-    LetterWords{'Y', "locked"},
-    LetterWords{'B', "set busy"},
-};
-constexpr const char* other_letter = "taken";
+constexpr std::string_view other_letter = "taken";
 
 }  // namespace
 
 QString spoken_state(const Console& console, int line) {
-  const auto* row =
-      std::ranges::find(letters, console.lines.StatusLetter(line), &LetterWords::letter);
-  QString words = QString::fromLatin1(row == letters.end() ? other_letter : row->words);
+  const StatusLetter* letter = status_letter(console.lines.StatusLetter(line));
+  const std::string_view spoken = letter == nullptr ? other_letter : letter->spoken;
+  QString words = QString::fromLatin1(spoken.data(), static_cast<qsizetype>(spoken.size()));
   if (console.lines.TheNextCall == line) words += QStringLiteral(", next caller");
   return words;
 }

@@ -8,7 +8,7 @@
 #include <QTextCursor>
 #include <algorithm>
 
-#include "core/text.h"
+#include "base/text.h"
 #include "desktop/core_text.h"
 #include "desktop/focus_reason.h"
 #include "desktop/key_codes.h"

@@ -1,6 +1,6 @@
 #include "driver/callerdata_functions.h"
 
-#include "core/guard.h"
+#include "state/guard.h"
 
 namespace lineweir::driver {
 
@@ -11,7 +11,7 @@ void append_callerdata_functions(std::vector<Function>& functions) {
                 [](Console& c, const std::string& file) { c.call_log_file.CreateDatabase(file); }),
        function("CBClientClass_ReturnCallerData",
                 [](Console& c, const std::string& data, int line, int /*group*/) {
-                  guard(c, "CBClientClass_ReturnCallerData",
+                  guard(c.trace, "CBClientClass_ReturnCallerData",
                         [&] { c.received_data.ReturnCallerData(data, line); });
                 })});
 }

@@ -1,8 +1,7 @@
 #include "driver/functions.h"
 
-#include "core/bits.h"
-#include "core/guard.h"
-#include "core/window_caption.h"
+#include "base/bits.h"
+#include "base/names.h"
 #include "driver/callcontrol_functions.h"
 #include "driver/callerdata_functions.h"
 #include "driver/clock_functions.h"
@@ -11,8 +10,9 @@
 #include "driver/refusal.h"
 #include "driver/screen_functions.h"
 #include "driver/serverlink_functions.h"
-#include "elements/names.h"
-#include "serverlink/packet_text.h"
+#include "state/guard.h"
+#include "state/window_caption.h"
+#include "wire/packet_text.h"
 
 namespace lineweir::driver {
 namespace {
@@ -21,7 +21,8 @@ namespace {
 template <class T>
 T or_reported(Console& console, std::string_view name, const std::optional<T>& value, T otherwise) {
   if (value) return *value;
-  report_failure(console, name, Failure(failure_number::out_of_range, "Subscript out of range"));
+  report_failure(console.trace, name,
+                 Failure(failure_number::out_of_range, "Subscript out of range"));
   return otherwise;
 }
 

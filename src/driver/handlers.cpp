@@ -3,9 +3,9 @@
 #include <array>
 #include <memory>
 
+#include "base/names.h"
 #include "driver/refusal.h"
 #include "elements/grid.h"
-#include "elements/names.h"
 #include "elements/timer.h"
 
 namespace lineweir::driver {

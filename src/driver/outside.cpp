@@ -1,7 +1,7 @@
 #include "driver/outside.h"
 
+#include "base/names.h"
 #include "driver/refusal.h"
-#include "elements/names.h"
 
 namespace lineweir::driver {
 namespace {

@@ -2,7 +2,7 @@
 
 #include <charconv>
 
-#include "elements/names.h"
+#include "base/names.h"
 
 namespace lineweir::driver {
 namespace {

@@ -5,12 +5,12 @@
 #include <climits>
 #include <optional>
 
+#include "base/names.h"
 #include "driver/hands.h"
 #include "driver/path.h"
 #include "driver/refusal.h"
 #include "driver/states.h"
 #include "elements/data_grid.h"
-#include "elements/names.h"
 
 namespace lineweir::driver {
 namespace {

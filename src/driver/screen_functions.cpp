@@ -19,9 +19,9 @@ std::vector<Function> row_functions() {
       function("DrawMark", [](Console& c, int line) { c.rows.DrawMark(line); }),
       function("SetCiconPosition1", [](Console& c, int line) { c.rows.SetCiconPosition1(line); }),
       function("SetCiconPosition2", [](Console& c, int line) { c.rows.SetCiconPosition2(line); }),
-      function("RefreshVisibleRows", [](Console& c) { c.visible_rows.RefreshVisibleRows(); }),
+      function("RefreshVisibleRows", [](Console& c) { c.row_choice.RefreshVisibleRows(); }),
       function("TextWrit_RefreshVisibleRows",
-               [](Console& c) { c.visible_rows.RefreshVisibleRows(); }),
+               [](Console& c) { c.row_choice.RefreshVisibleRows(); }),
       function("DisplayOptionForm_RedefineDisplaySreen",
                [](Console& c) { c.visible_rows.RedefineDisplaySreen(); }),
       function("Load20", [](Console& c) { c.layout.load_rows(); }),
@@ -41,7 +41,7 @@ std::vector<Function> layout_functions() {
       function("SetPictureAutoOn", [](Console& c) { c.faces.SetPictureAutoOn(); }),
       function("SetPictureAutoOff", [](Console& c) { c.faces.SetPictureAutoOff(); }),
       function("SetLabels", [](Console& c) { c.layout.SetLabels(); }),
-      function("SetEnabledDisabled", [](Console& c) { c.panel.SetEnabledDisabled(); }),
+      function("SetEnabledDisabled", [](Console& c) { c.modes.SetEnabledDisabled(); }),
       function("FontChange",
                [](Console& c, const std::string& name, bool bold, int size, bool italic) {
                  c.fonts.FontChange({name, size, bold, italic});
@@ -59,7 +59,7 @@ std::vector<Function> column_functions() {
       function("FindLongestName",
                [](Console&, const std::string& names) { return FindLongestName(names); }),
       function("DisplayOptionForm_UserRename",
-               [](Console& c) { c.column_choice.UserRename_Click(); }),
+               [](Console& c) { c.user_field_title.UserRename_Click(); }),
   };
 }
 

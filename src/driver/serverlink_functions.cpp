@@ -1,8 +1,8 @@
 #include "driver/serverlink_functions.h"
 
-#include "serverlink/password_scramble.h"
 #include "serverlink/session_start.h"
 #include "serverlink/user_profile.h"
+#include "wire/password_scramble.h"
 
 namespace lineweir::driver {
 
@@ -23,15 +23,17 @@ void append_serverlink_functions(std::vector<Function>& functions) {
                 }),
        function("TextWrit_SockConnecter",
                 [](Console& c, int restart) {
-                  TextWrit_SockConnecter(c, static_cast<SessionReason>(restart));
+                  TextWrit_SockConnecter(c, c.server, static_cast<SessionReason>(restart));
                 }),
        function("TextWrit_ExtractMessageGroup",
                 [](Console& c) { return group_of_profile(c.login.ProfileBlock); }),
        function("RequestAccessRights",
                 [](Console& c, int group) { c.login_exchange.RequestAccessRights(group); }),
        function("PrepareUserData",
-                [](Console& c, const std::string& name) { return PrepareUserData(c, name); }),
-       function("NetworkDisconnect", [](Console& c) { c.remote_session.NetworkDisconnect(); })});
+                [](Console& c, const std::string& name) {
+                  return c.user_profile.PrepareUserData(name);
+                }),
+       function("NetworkDisconnect", [](Console& c) { c.remote_link.NetworkDisconnect(); })});
 }
 
 }  // namespace lineweir::driver

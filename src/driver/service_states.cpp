@@ -1,8 +1,8 @@
 #include <limits>
 
-#include "callerdata/call_log_columns.h"
-#include "core/guard.h"
 #include "driver/state_table.h"
+#include "forms/call_log_columns.h"
+#include "state/guard.h"
 
 namespace lineweir::driver {
 namespace {

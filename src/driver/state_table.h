@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <type_traits>
 
+#include "base/failure.h"
 #include "driver/refusal.h"
 #include "driver/states.h"
-#include "elements/failure.h"
 
 // What the tables of state names are made of.
 namespace lineweir::driver {

@@ -1,7 +1,7 @@
 #include "driver/states.h"
 
+#include "base/names.h"
 #include "driver/state_table.h"
-#include "elements/names.h"
 
 namespace lineweir::driver {
 namespace {
@@ -111,7 +111,7 @@ void append_subsystems(std::vector<StateName>& names) {
       state("ServerEventTime", [](Console& c) { return &c.clock_state.ServerEventTime; }),
       state("ServerEventText", [](Console& c) { return &c.clock_state.ServerEventText; }),
       state("ServerLastEventTime", [](Console& c) { return &c.clock_state.ServerLastEventTime; }),
-      state("OperatorName", [](Console& c) { return &c.caller_data.OperatorName; }),
+      state("OperatorName", [](Console& c) { return &c.program.OperatorName; }),
       state("LogFieldOn()", [](Console& c, int i) { return &nth(c.caller_data.LogFieldOn, i); }),
   };
   names.insert(names.end(), members.begin(), members.end());

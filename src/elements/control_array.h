@@ -6,8 +6,8 @@
 #include <string_view>
 #include <vector>
 
+#include "base/failure.h"
 #include "elements/element.h"
-#include "elements/failure.h"
 
 namespace lineweir {
 

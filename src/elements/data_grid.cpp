@@ -1,6 +1,6 @@
 #include "elements/data_grid.h"
 
-#include "elements/failure.h"
+#include "base/failure.h"
 
 namespace lineweir {
 namespace {

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "elements/names.h"
+#include "base/names.h"
 
 namespace lineweir {
 

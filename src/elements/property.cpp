@@ -2,8 +2,8 @@
 
 #include <array>
 
+#include "base/names.h"
 #include "elements/element.h"
-#include "elements/names.h"
 
 namespace lineweir {
 namespace {

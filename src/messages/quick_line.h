@@ -2,13 +2,13 @@
 
 namespace lineweir {
 
-struct Console;
+struct ConsoleState;
 class Control;
 
 // Text2 of the main form: the line in which a message is typed while the show runs.
 class QuickLine {
  public:
-  explicit QuickLine(Console& console);
+  explicit QuickLine(ConsoleState& state);
 
   // Lays the line over the message display and gives it the focus.
   void open();
@@ -23,7 +23,7 @@ class QuickLine {
   // Gives the focus back to what had it before the line was opened.
   void give_focus_back();
 
-  Console& console_;
+  ConsoleState& state_;
   const Control* former_ = nullptr;
 };
 

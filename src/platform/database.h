@@ -15,7 +15,7 @@ namespace lineweir::platform {
 
 // All text of a database is UTF-8. Names of tables and columns are told apart without regard to the
 // case of the letters A to Z. What fails is a Failure with one sentence for the user; its number is
-// one of those of the database engine in elements/failure.h.
+// one of those of the database engine in base/failure.h.
 
 // A column of a table: its name and the largest number of characters that it holds, 0 for any. A
 // longer value is cut.

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "elements/failure.h"
+#include "base/failure.h"
 
 namespace lineweir::platform {
 

@@ -1,8 +1,9 @@
 #include "screen/blink.h"
 
-#include "core/console.h"
-#include "core/guard.h"
-#include "screen/pictures.h"
+#include "forms/pictures.h"
+#include "screen/row_display.h"
+#include "state/console_state.h"
+#include "state/guard.h"
 
 namespace lineweir {
 namespace {
@@ -12,14 +13,14 @@ constexpr int dark_interval = 100;
 
 }  // namespace
 
-Blink::Blink(Console& console) : console_(console) {
-  console.Lineweir.Timer5.on_timer = [this] { Timer5_Timer(); };
+Blink::Blink(ConsoleState& state, RowDisplay& rows) : state_(state), rows_(rows) {
+  state.Lineweir.Timer5.on_timer = [this] { Timer5_Timer(); };
 }
 
 void Blink::Timer5_Timer() {
-  Timer& timer = console_.Lineweir.Timer5;
+  Timer& timer = state_.Lineweir.Timer5;
   timer.enabled = false;
-  guard(console_, "Lineweir_Timer5_Timer", [&] {
+  guard(state_.trace, "Lineweir_Timer5_Timer", [&] {
     if (timer.interval == light_interval) {
       timer.interval = dark_interval;
       dark_phase();
@@ -32,32 +33,32 @@ void Blink::Timer5_Timer() {
 }
 
 void Blink::dark_phase() {
-  for (int line = 0; line < console_.lines.LineCount; ++line) {
-    const char letter = console_.lines.StatusLetter(line);
-    if (letter == 'H' || letter == 'S') console_.rows.HybridPictureSet(line, 0, 0);
+  for (int line = 0; line < state_.lines.LineCount; ++line) {
+    const char letter = state_.lines.StatusLetter(line);
+    if (letter == 'H' || letter == 'S') rows_.HybridPictureSet(line, 0, 0);
     restore_air_text(line);
   }
 }
 
 void Blink::light_phase() {
-  for (int line = 0; line < console_.lines.LineCount; ++line) {
-    const char letter = console_.lines.StatusLetter(line);
+  for (int line = 0; line < state_.lines.LineCount; ++line) {
+    const char letter = state_.lines.StatusLetter(line);
     if (letter == 'R') {
-      const Picture& icon = console_.Lineweir.CIcon1(line);
+      const Picture& icon = state_.Lineweir.CIcon1(line);
       const int color = icon.visible && icon.picture == pictures::YellowIcon ? 0 : 3;
-      console_.rows.HybridPictureSet(line, color, color);
+      rows_.HybridPictureSet(line, color, color);
     } else if (letter == 'H' || letter == 'S') {
       const LetterLook& look = *look_of(letter);
-      console_.rows.HybridPictureSet(line, look.icon1, look.icon2);
+      rows_.HybridPictureSet(line, look.icon1, look.icon2);
     }
     restore_air_text(line);
   }
 }
 
 void Blink::restore_air_text(int line) {
-  if (console_.Lineweir.DataRow(line).picture != pictures::DataRowRed) return;
-  const char letter = console_.lines.StatusLetter(line);
-  console_.Lineweir.LineStatus(line).caption = letter == 'L' || letter == 'K' ? "Locked" : "On Air";
+  if (state_.Lineweir.DataRow(line).picture != pictures::DataRowRed) return;
+  const char letter = state_.lines.StatusLetter(line);
+  state_.Lineweir.LineStatus(line).caption = letter == 'L' || letter == 'K' ? "Locked" : "On Air";
 }
 
 }  // namespace lineweir

@@ -2,12 +2,13 @@
 
 namespace lineweir {
 
-struct Console;
+class RowDisplay;
+struct ConsoleState;
 
 // The blink of the rows: ringing lines flash, held and ready ones wink.
 class Blink {
  public:
-  explicit Blink(Console& console);
+  Blink(ConsoleState& state, RowDisplay& rows);
 
   void Timer5_Timer();
 
@@ -16,7 +17,8 @@ class Blink {
   void light_phase();
   void restore_air_text(int line);
 
-  Console& console_;
+  ConsoleState& state_;
+  RowDisplay& rows_;
 };
 
 }  // namespace lineweir

@@ -3,7 +3,7 @@
 #include <array>
 #include <string_view>
 
-#include "screen/pictures.h"
+#include "forms/pictures.h"
 
 namespace lineweir {
 

@@ -3,14 +3,13 @@
 #include <cmath>
 #include <initializer_list>
 
-#include "core/console.h"
-#include "core/guard.h"
 #include "screen/button_faces.h"
+#include "state/console_state.h"
+#include "state/guard.h"
+#include "state/seat.h"
 
 namespace lineweir {
 namespace {
-
-constexpr int lettered_equipment = 4;
 
 // From the button's left to its lettering, as parts of its width.
 constexpr double large_label_part = 3.75;
@@ -37,22 +36,8 @@ void set_in_own_size(Picture& button, bool enabled) {
 
 }  // namespace
 
-ButtonPanel::ButtonPanel(Console& console) : console_(console) {
-  console.Lineweir.LabelMoveTimer.on_timer = [this] { LabelMoveTimer_Timer(); };
-}
-
-void ButtonPanel::SetEnabledDisabled() {
-  guard(console_, "Lineweir_SetEnabledDisabled", [&] {
-    if (console_.lines.ThePhoneFlag == lettered_equipment) return;
-    if (console_.Lineweir.ScreenerMode.checked) {
-      console_.modes.take_remote_next_away();
-      set_for_producer();
-    } else {
-      console_.modes.give_remote_next();
-      set_for_talent();
-    }
-    console_.modes.CheckPassiveState();
-  });
+ButtonPanel::ButtonPanel(ConsoleState& state) : state_(state) {
+  state.Lineweir.LabelMoveTimer.on_timer = [this] { LabelMoveTimer_Timer(); };
 }
 
 void ButtonPanel::set_for_talent() {
@@ -60,7 +45,7 @@ void ButtonPanel::set_for_talent() {
 }
 
 void ButtonPanel::set_for_producer() {
-  const bool passive = console_.Lineweir.PassiveMode.checked;
+  const bool passive = state_.Lineweir.PassiveMode.checked;
   for (const PanelRule& rule : panel_rules) {
     const bool in_row =
         rule.group == ButtonGroup::MainRows || rule.group == ButtonGroup::ConferenceRows;
@@ -78,14 +63,14 @@ void ButtonPanel::disable_all() {
 void ButtonPanel::set_dial(bool enabled) { set(ButtonGroup::Dial, enabled, drop_small_faces); }
 
 void ButtonPanel::show_small_drops_disabled() {
-  MainForm& form = console_.Lineweir;
+  MainForm& form = state_.Lineweir;
   for (Picture* button : {&form.Drop1, &form.Hold1, &form.Drop2, &form.Hold2}) {
     button->picture = drop_small_faces.disabled;
   }
 }
 
 void ButtonPanel::fit_center_buttons() {
-  MainForm& form = console_.Lineweir;
+  MainForm& form = state_.Lineweir;
   const ButtonFaces& wanted = center_faces_now();
   for (Picture* button : {&form.NextButton, &form.NextToConfButton, &form.Dial}) {
     for (const ButtonFaces* faces : {&center_faces, &right_faces}) {
@@ -97,7 +82,7 @@ void ButtonPanel::fit_center_buttons() {
 }
 
 void ButtonPanel::follow_hybrid(Hybrid hybrid, bool on) {
-  MainForm& form = console_.Lineweir;
+  MainForm& form = state_.Lineweir;
   for (const HybridRule& rule : hybrid_rules) {
     if (rule.hybrid != hybrid) continue;
     set(rule.rows, on, drop_small_faces);
@@ -114,14 +99,14 @@ void ButtonPanel::follow_hybrid(Hybrid hybrid, bool on) {
 }
 
 void ButtonPanel::LabelMoveTimer_Timer() {
-  guard(console_, "Lineweir_LabelMoveTimer_Timer", [&] {
-    console_.Lineweir.LabelMoveTimer.enabled = false;
+  guard(state_.trace, "Lineweir_LabelMoveTimer_Timer", [&] {
+    state_.Lineweir.LabelMoveTimer.enabled = false;
     place_drop_labels();
   });
 }
 
 void ButtonPanel::place_drop_labels() {
-  MainForm& form = console_.Lineweir;
+  MainForm& form = state_.Lineweir;
   const double part =
       drop_large_faces.holds(form.Drop1.picture.get()) ? large_label_part : small_label_part;
   const auto place = [part](const Picture& button, Label& label) {
@@ -139,17 +124,17 @@ bool ButtonPanel::holds(ButtonCondition condition) const {
     case ButtonCondition::Always:
       return true;
     case ButtonCondition::MainHybridOn:
-      return console_.program.MainHybridOn;
+      return state_.program.MainHybridOn;
     case ButtonCondition::ConfHybridOn:
-      return console_.program.ConfHybridOn;
+      return state_.program.ConfHybridOn;
     case ButtonCondition::HandsetChosen:
-      return console_.line_actions.seat().has_handset();
+      return seat_of(state_).has_handset();
   }
   return false;
 }
 
 void ButtonPanel::set(ButtonGroup group, bool enabled, const ButtonFaces& drop_faces) {
-  MainForm& form = console_.Lineweir;
+  MainForm& form = state_.Lineweir;
   switch (group) {
     case ButtonGroup::MainRows:
       return set_row_buttons(form.OnHybrid1, enabled);
@@ -171,7 +156,7 @@ void ButtonPanel::set(ButtonGroup group, bool enabled, const ButtonFaces& drop_f
 }
 
 const ButtonFaces& ButtonPanel::center_faces_now() const {
-  return center_button_faces(console_.program.VisibleLines);
+  return center_button_faces(state_.program.VisibleLines);
 }
 
 }  // namespace lineweir

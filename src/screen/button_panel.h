@@ -5,7 +5,7 @@
 namespace lineweir {
 
 struct ButtonFaces;
-struct Console;
+struct ConsoleState;
 
 // Buttons that are always enabled and disabled together.
 enum class ButtonGroup {
@@ -65,14 +65,10 @@ inline constexpr std::array hybrid_rules = {
 // Which picture buttons of the main form a mode leaves enabled, and the faces that show it.
 class ButtonPanel {
  public:
-  explicit ButtonPanel(Console& console);
+  explicit ButtonPanel(ConsoleState& state);
 
-  // Enables, disables and pictures all buttons as the mode, the hybrids and the handset demand;
-  // nothing with equipment of kind 4.
-  void SetEnabledDisabled();
-
-  // The part of it that the two modes' handlers share. In producer mode passive mode disables the
-  // buttons of the panel, but not those of the rows.
+  // Enables, disables and pictures all buttons as the hybrids and the handset demand. In producer
+  // mode passive mode disables the buttons of the panel, but not those of the rows.
   void set_for_talent();
   void set_for_producer();
 
@@ -99,7 +95,7 @@ class ButtonPanel {
   void set(ButtonGroup group, bool enabled, const ButtonFaces& drop_faces);
   const ButtonFaces& center_faces_now() const;
 
-  Console& console_;
+  ConsoleState& state_;
 };
 
 }  // namespace lineweir

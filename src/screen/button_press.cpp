@@ -2,9 +2,10 @@
 
 #include <functional>
 
-#include "core/console.h"
-#include "core/guard.h"
 #include "screen/button_faces.h"
+#include "screen/row_display.h"
+#include "state/console_state.h"
+#include "state/guard.h"
 
 namespace lineweir {
 namespace {
@@ -25,8 +26,8 @@ void forward(Control& part, const std::function<Picture&()>& button) {
 
 }  // namespace
 
-ButtonPress::ButtonPress(Console& console) : console_(console) {
-  for (const PanelButton& laid : console.Lineweir.panel_buttons()) {
+ButtonPress::ButtonPress(ConsoleState& state, RowDisplay& rows) : state_(state), rows_(rows) {
+  for (const PanelButton& laid : state.Lineweir.panel_buttons()) {
     wire_panel_button(laid.button, laid.image, laid.label);
   }
   wire_row_buttons();
@@ -51,12 +52,12 @@ bool ButtonPress::release(Picture& button) {
 
 void ButtonPress::wire_panel_button(Picture& button, Control& image, Control& label) {
   button.on_mouse_down = [this, &button](int mouse_button, int) {
-    guard(console_, "Lineweir_" + button.name() + "_MouseDown", [&] {
+    guard(state_.trace, "Lineweir_" + button.name() + "_MouseDown", [&] {
       if (mouse_button == left_button) press(button);
     });
   };
   button.on_mouse_up = [this, &button](int mouse_button, int) {
-    guard(console_, "Lineweir_" + button.name() + "_MouseUp", [&] {
+    guard(state_.trace, "Lineweir_" + button.name() + "_MouseUp", [&] {
       if (mouse_button == left_button) release(button);
     });
   };
@@ -65,20 +66,20 @@ void ButtonPress::wire_panel_button(Picture& button, Control& image, Control& la
 }
 
 void ButtonPress::wire_row_buttons() {
-  MainForm& form = console_.Lineweir;
+  MainForm& form = state_.Lineweir;
   const auto wire = [this](ControlArray<Picture>& buttons, ControlArray<Picture>& icons,
                            void (RowDisplay::*place_icon)(int)) {
     buttons.wire([this, place_icon](Picture& button) {
       button.on_mouse_down = [this, &button, place_icon](int mouse_button, int) {
-        guard(console_, "Lineweir_" + button.name() + "_MouseDown", [&] {
+        guard(state_.trace, "Lineweir_" + button.name() + "_MouseDown", [&] {
           if (mouse_button != left_button || !press(button)) return;
-          (console_.rows.*place_icon)(button.index());
+          (rows_.*place_icon)(button.index());
         });
       };
       button.on_mouse_up = [this, &button, place_icon](int mouse_button, int) {
-        guard(console_, "Lineweir_" + button.name() + "_MouseUp", [&] {
+        guard(state_.trace, "Lineweir_" + button.name() + "_MouseUp", [&] {
           if (mouse_button != left_button || !release(button)) return;
-          (console_.rows.*place_icon)(button.index());
+          (rows_.*place_icon)(button.index());
         });
       };
     });

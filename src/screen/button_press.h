@@ -4,7 +4,8 @@
 
 namespace lineweir {
 
-struct Console;
+class RowDisplay;
+struct ConsoleState;
 
 // What a press of the left mouse button does to the picture buttons of the main form: the face goes
 // down and comes up again. The image, the label and the icon that lie on a button forward the mouse
@@ -12,7 +13,7 @@ struct Console;
 // show the face that the press would change.
 class ButtonPress {
  public:
-  explicit ButtonPress(Console& console);
+  ButtonPress(ConsoleState& state, RowDisplay& rows);
 
  private:
   // Whether the button's face has changed.
@@ -22,7 +23,8 @@ class ButtonPress {
   void wire_panel_button(Picture& button, Control& image, Control& label);
   void wire_row_buttons();
 
-  Console& console_;
+  ConsoleState& state_;
+  RowDisplay& rows_;
   // The button that a press has put down. The setup button shows its down face while the menus are
   // shown as well, and a release must not take that away. Compared only.
   const Picture* pressed_ = nullptr;

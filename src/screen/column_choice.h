@@ -1,18 +1,16 @@
 #pragma once
 
-#include <string>
-
 namespace lineweir {
 
-struct Console;
+class DisplayOptions;
+struct ConsoleState;
 
-// What the user does on DisplayOptionForm about the columns: which are shown, how wide, in which
-// order, and what the last one is called.
+// What the user does on DisplayOptionForm about the columns: which are shown, how wide and in
+// which order.
 class ColumnChoice {
  public:
-  explicit ColumnChoice(Console& console);
+  ColumnChoice(ConsoleState& state, DisplayOptions& display);
 
-  void DisplayDataOptionsMenu_Click();
   void CheckItem_Click(int Index);
   void WidthText_LostFocus(int Index);
 
@@ -20,15 +18,11 @@ class ColumnChoice {
   // places with the one under the pointer. The rows follow when the form is closed.
   void List1_Drag(int from, int to);
 
-  void UserRename_Click();
-
  private:
   void take_width(int column);
-  // False, with a message, where the log's column can't be renamed.
-  bool rename_in_log(const std::string& title);
-  bool database_open() const;
 
-  Console& console_;
+  ConsoleState& state_;
+  DisplayOptions& display_;
 };
 
 }  // namespace lineweir

@@ -2,12 +2,14 @@
 
 #include <algorithm>
 
-#include "core/console.h"
-#include "core/guard.h"
-#include "core/integer16.h"
+#include "base/integer16.h"
+#include "forms/columns.h"
 #include "screen/column_room.h"
-#include "screen/columns.h"
+#include "screen/row_display.h"
 #include "screen/row_layout.h"
+#include "screen/visible_rows.h"
+#include "state/console_state.h"
+#include "state/guard.h"
 
 namespace lineweir {
 namespace {
@@ -22,7 +24,9 @@ std::size_t stored_place(int column) {
 
 }  // namespace
 
-DisplayOptions::DisplayOptions(Console& console) : console_(console) {
+DisplayOptions::DisplayOptions(ConsoleState& state, RowDisplay& rows,
+                               const VisibleRows& visible_rows)
+    : state_(state), rows_(rows), visible_rows_(visible_rows) {
   ColumnOrder.fill(column_not_listed);
   for (int column = first_optional_column; column < column_count; ++column) {
     ColumnWidth[stored_place(column)] = column_rules[static_cast<std::size_t>(column)].width;
@@ -30,7 +34,7 @@ DisplayOptions::DisplayOptions(Console& console) : console_(console) {
 }
 
 void DisplayOptions::NewColumnSetup() {
-  guard(console_, "Lineweir_NewColumnSetup", [&] {
+  guard(state_.trace, "Lineweir_NewColumnSetup", [&] {
     int place = 0;
     for (const int column : first_columns) {
       ColumnShown[stored_place(column)] = -1;
@@ -52,9 +56,9 @@ void DisplayOptions::restore(const ColumnNumbers& shown, const ColumnNumbers& wi
 }
 
 void DisplayOptions::SetDisplayOptions() {
-  guard(console_, "Lineweir_SetDisplayOptions", [&] {
+  guard(state_.trace, "Lineweir_SetDisplayOptions", [&] {
     const ColumnsLock lock(*this);
-    DisplayOptionWindow& form = console_.DisplayOptionForm;
+    DisplayOptionWindow& form = state_.DisplayOptionForm;
     fill_width_box(number_column);
     fill_width_box(status_column);
     for (int column = first_optional_column; column < column_count; ++column) {
@@ -74,7 +78,7 @@ void DisplayOptions::SetDisplayOptions() {
 }
 
 void DisplayOptions::fill_list() {
-  DisplayOptionWindow& form = console_.DisplayOptionForm;
+  DisplayOptionWindow& form = state_.DisplayOptionForm;
   std::vector<std::string> headings;
   std::vector<std::string> without_place;
   for (int column = first_optional_column; column < column_count; ++column) {
@@ -95,22 +99,22 @@ void DisplayOptions::fill_list() {
 
 void DisplayOptions::RefreshColumnOrder() {
   if (ColumnsLocked) return;
-  guard(console_, "TextWrit_RefreshColumnOrder", [&] {
+  guard(state_.trace, "TextWrit_RefreshColumnOrder", [&] {
     ColumnsInUse = {number_column, status_column};
     for (const int column : listed_columns()) {
       if (column >= first_optional_column) ColumnsInUse.push_back(column);
     }
-    lay_out_columns(console_, console_.layout.scale());
-    console_.rows.DrawMark();
+    lay_out_columns(state_, visible_rows_, *this);
+    rows_.DrawMark();
   });
 }
 
 std::vector<int> DisplayOptions::listed_columns() const {
-  const DisplayOptionWindow& form = console_.DisplayOptionForm;
+  const DisplayOptionWindow& form = state_.DisplayOptionForm;
   std::vector<int> columns;
   const auto free_column = [&](const std::string& heading, bool checked) {
     for (int column = first_optional_column; column < column_count; ++column) {
-      if (!(console_.Lineweir.CaptionLabel(column).caption == heading)) continue;
+      if (!(state_.Lineweir.CaptionLabel(column).caption == heading)) continue;
       if ((form.CheckItem(column).value == 1) != checked) continue;
       if (std::ranges::find(columns, column) == columns.end()) return column;
     }
@@ -133,7 +137,7 @@ int DisplayOptions::listed_place(int column) const {
 
 void DisplayOptions::fill_width_boxes() {
   for (int column = 0; column < column_count; ++column) {
-    const int width = in_use(column) ? console_.layout.scale().across(width_of(column)) : 0;
+    const int width = in_use(column) ? state_.scale.across(width_of(column)) : 0;
     show_in_width_box(column, std::to_string(width));
   }
 }
@@ -145,40 +149,40 @@ bool DisplayOptions::in_use(int column) const {
 void DisplayOptions::tell_room() {
   std::vector<int> widths;
   for (const int column : ColumnsInUse) widths.push_back(width_of(column));
-  const int room = layout_range(console_.program.VisibleLines).strip_width - first_column_gap;
+  const int room = layout_range(state_.program.VisibleLines).strip_width - first_column_gap;
   std::string names;
   for (std::size_t i = columns_with_room(widths, room); i < widths.size(); ++i) {
     if (widths[i] == 0) continue;
     if (!names.empty()) names += ", ";
-    names += console_.DisplayOptionForm.CheckItem(ColumnsInUse[i]).caption;
+    names += state_.DisplayOptionForm.CheckItem(ColumnsInUse[i]).caption;
   }
-  console_.DisplayOptionForm.RoomLabel.caption =
+  state_.DisplayOptionForm.RoomLabel.caption =
       names.empty() ? names : "No room in the rows for: " + names;
 }
 
 void DisplayOptions::fill_width_box(int column) {
-  show_in_width_box(column, std::to_string(console_.layout.scale().across(width_of(column))));
+  show_in_width_box(column, std::to_string(state_.scale.across(width_of(column))));
 }
 
 void DisplayOptions::clear_width_box(int column) { show_in_width_box(column, ""); }
 
 void DisplayOptions::show_in_width_box(int column, std::string_view width) {
   shown_widths_[static_cast<std::size_t>(column)] = width;
-  console_.DisplayOptionForm.WidthText(column).text = width;
+  state_.DisplayOptionForm.WidthText(column).text = width;
 }
 
 bool DisplayOptions::width_box_untouched(int column) const {
-  return console_.DisplayOptionForm.WidthText(column).text ==
+  return state_.DisplayOptionForm.WidthText(column).text ==
          shown_widths_[static_cast<std::size_t>(column)];
 }
 
 void DisplayOptions::took_width_box(int column) {
   shown_widths_[static_cast<std::size_t>(column)] =
-      console_.DisplayOptionForm.WidthText(column).text.get();
+      state_.DisplayOptionForm.WidthText(column).text.get();
 }
 
 void DisplayOptions::collect() {
-  const DisplayOptionWindow& form = console_.DisplayOptionForm;
+  const DisplayOptionWindow& form = state_.DisplayOptionForm;
   for (int column = first_optional_column; column < column_count; ++column) {
     const std::size_t place = stored_place(column);
     ColumnShown[place] = form.CheckItem(column).value == 1 ? -1 : 0;
@@ -203,9 +207,9 @@ void DisplayOptions::set_width(int column, int width) {
 }
 
 void DisplayOptions::set_heading(int column, std::string_view heading) {
-  DisplayOptionWindow& form = console_.DisplayOptionForm;
+  DisplayOptionWindow& form = state_.DisplayOptionForm;
   if (const int listed = listed_place(column); listed >= 0) form.List1.set_item(listed, heading);
-  console_.Lineweir.CaptionLabel(column).caption = heading;
+  state_.Lineweir.CaptionLabel(column).caption = heading;
   form.CheckItem(column).caption = heading;
   tell_room();
 }

@@ -6,17 +6,19 @@
 #include <utility>
 #include <vector>
 
-#include "core/settings_record.h"
-#include "screen/columns.h"
+#include "forms/columns.h"
+#include "state/settings_record.h"
 
 namespace lineweir {
 
-struct Console;
+class RowDisplay;
+class VisibleRows;
+struct ConsoleState;
 
 // Which columns the rows show, in which order and how wide.
 class DisplayOptions {
  public:
-  explicit DisplayOptions(Console& console);
+  DisplayOptions(ConsoleState& state, RowDisplay& rows, const VisibleRows& visible_rows);
 
   // Columns 2 to 12 by number less 2, as the settings and the user's profile hold them. A width is
   // that of design size.
@@ -83,7 +85,9 @@ class DisplayOptions {
   std::vector<int> listed_columns() const;
   void show_in_width_box(int column, std::string_view width);
 
-  Console& console_;
+  ConsoleState& state_;
+  RowDisplay& rows_;
+  const VisibleRows& visible_rows_;
   std::array<std::string, column_count> shown_widths_;
 };
 

@@ -3,10 +3,10 @@
 #include <algorithm>
 #include <string>
 
-#include "core/console.h"
-#include "core/guard.h"
-#include "core/integer16.h"
-#include "core/text.h"
+#include "base/integer16.h"
+#include "base/text.h"
+#include "state/console_state.h"
+#include "state/guard.h"
 
 namespace lineweir {
 namespace {
@@ -20,18 +20,18 @@ void set_font(FontProperties& font, const platform::FontChoice& choice, bool bol
 
 }  // namespace
 
-Fonts::Fonts(Console& console) : console_(console) {
-  MainForm& form = console.Lineweir;
+Fonts::Fonts(ConsoleState& state) : state_(state) {
+  MainForm& form = state.Lineweir;
   form.FontMenuItem.on_click = [this] { FontMenuItem_Click(); };
   form.TextGrowToggle.on_click = [this] { TextGrowToggle_Click(); };
   form.GreyScreenOption.on_click = [this] { GreyScreenOption_Click(); };
 }
 
 void Fonts::FontChange(const platform::FontChoice& wanted) {
-  guard(console_, "Lineweir_FontChange", [&] {
+  guard(state_.trace, "Lineweir_FontChange", [&] {
     platform::FontChoice choice = wanted;
     choice.size = std::clamp(wanted.size, smallest_font, largest_font);
-    MainForm& form = console_.Lineweir;
+    MainForm& form = state_.Lineweir;
     for (int column = 1; column < column_count; ++column) {
       set_font(form.CaptionLabel(column).font, choice, choice.bold);
     }
@@ -39,7 +39,7 @@ void Fonts::FontChange(const platform::FontChoice& wanted) {
       set_font(label->font, choice, choice.bold);
     }
     for (int column = 0; column < column_count; ++column) {
-      for (int line = 0; line < console_.lines.LineCount; ++line) {
+      for (int line = 0; line < state_.lines.LineCount; ++line) {
         set_font(form.column_labels(column)(line).font, choice, true);
       }
     }
@@ -51,7 +51,7 @@ void Fonts::FontChange(const platform::FontChoice& wanted) {
 }
 
 platform::FontChoice Fonts::present() const {
-  const MainForm& form = console_.Lineweir;
+  const MainForm& form = state_.Lineweir;
   const FontProperties& font = form.Text1.font;
   return {font.name, font.size, form.CaptionLabel(1).font.bold, font.italic};
 }
@@ -63,8 +63,8 @@ void Fonts::restore(const SettingsRecord& record) {
 }
 
 void Fonts::FontMenuItem_Click() {
-  guard(console_, "Lineweir_FontMenuItem_Click", [&] {
-    auto choice = console_.services.dialogs.ask_font(present());
+  guard(state_.trace, "Lineweir_FontMenuItem_Click", [&] {
+    auto choice = state_.services.dialogs.ask_font(present());
     if (!choice) throw Failure(failure_number::dialog_cancelled, "Cancel was selected.");
     choice->size = integer16(choice->size);
     FontChange(*choice);
@@ -72,15 +72,15 @@ void Fonts::FontMenuItem_Click() {
 }
 
 void Fonts::TextGrowToggle_Click() {
-  guard(console_, "Lineweir_TextGrowToggle_Click", [&] {
-    MenuItem& item = console_.Lineweir.TextGrowToggle;
+  guard(state_.trace, "Lineweir_TextGrowToggle_Click", [&] {
+    MenuItem& item = state_.Lineweir.TextGrowToggle;
     item.checked = !item.checked;
   });
 }
 
 void Fonts::GreyScreenOption_Click() {
-  guard(console_, "Lineweir_GreyScreenOption_Click", [&] {
-    MenuItem& item = console_.Lineweir.GreyScreenOption;
+  guard(state_.trace, "Lineweir_GreyScreenOption_Click", [&] {
+    MenuItem& item = state_.Lineweir.GreyScreenOption;
     item.checked = !item.checked;
   });
 }

@@ -1,11 +1,11 @@
 #pragma once
 
-#include "core/settings_record.h"
 #include "platform/dialogs.h"
+#include "state/settings_record.h"
 
 namespace lineweir {
 
-struct Console;
+struct ConsoleState;
 
 // In points, whatever a file, a profile or a dialog asks for.
 inline constexpr int smallest_font = 6;
@@ -14,7 +14,7 @@ inline constexpr int largest_font = 72;
 // The font of the row texts, and whether text grows with the window.
 class Fonts {
  public:
-  explicit Fonts(Console& console);
+  explicit Fonts(ConsoleState& state);
 
   // Row texts are bold whatever the choice says.
   void FontChange(const platform::FontChoice& wanted);
@@ -30,7 +30,7 @@ class Fonts {
   void GreyScreenOption_Click();
 
  private:
-  Console& console_;
+  ConsoleState& state_;
 };
 
 }  // namespace lineweir

@@ -1,6 +1,6 @@
 #include "screen/line_names.h"
 
-#include "core/text.h"
+#include "base/text.h"
 
 namespace lineweir {
 

@@ -1,7 +1,7 @@
 #include "screen/panel_layout.h"
 
-#include "screen/design_scale.h"
-#include "screen/main_form.h"
+#include "forms/main_form.h"
+#include "state/design_scale.h"
 
 namespace lineweir {
 namespace {

@@ -1,21 +1,21 @@
 #include "screen/profile_window.h"
 
-#include "core/console.h"
-#include "core/guard.h"
+#include "state/console_state.h"
+#include "state/guard.h"
 
 namespace lineweir {
 
-ProfileWindow::ProfileWindow(Console& console) : console_(console) {
-  console.Lineweir.SetStateTimer.on_timer = [this] { SetStateTimer_Timer(); };
+ProfileWindow::ProfileWindow(ConsoleState& state) : state_(state) {
+  state.Lineweir.SetStateTimer.on_timer = [this] { SetStateTimer_Timer(); };
 }
 
 void ProfileWindow::SetStateTimer_Timer() {
-  guard(console_, "Lineweir_SetStateTimer_Timer", [&] {
-    MainForm& form = console_.Lineweir;
+  guard(state_.trace, "Lineweir_SetStateTimer_Timer", [&] {
+    MainForm& form = state_.Lineweir;
     if (!form.visible) return;
     form.SetStateTimer.enabled = false;
     form.window_state = SetStateTo;
-    if (console_.program.GroupNumber == SetStateMessGroup && form.window_state == window_normal) {
+    if (state_.program.GroupNumber == SetStateMessGroup && form.window_state == window_normal) {
       form.height = SetStateToHeight;
       form.width = SetStateToWidth;
     }

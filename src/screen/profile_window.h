@@ -4,13 +4,13 @@
 
 namespace lineweir {
 
-struct Console;
+struct ConsoleState;
 
 // The window's state and size that a user's profile asks for while the main form isn't shown yet.
 // SetStateTimer applies them once it is.
 class ProfileWindow {
  public:
-  explicit ProfileWindow(Console& console);
+  explicit ProfileWindow(ConsoleState& state);
 
   int SetStateTo = window_normal;
   // Twips, of the window in its normal state; only for the group of the profile.
@@ -21,7 +21,7 @@ class ProfileWindow {
   void SetStateTimer_Timer();
 
  private:
-  Console& console_;
+  ConsoleState& state_;
 };
 
 }  // namespace lineweir

@@ -4,11 +4,12 @@
 #include <array>
 #include <cmath>
 
-#include "core/cadence.h"
-#include "core/console.h"
-#include "core/guard.h"
-#include "screen/pictures.h"
+#include "forms/pictures.h"
+#include "lines/cadence.h"
+#include "lines/equipment_kinds.h"
 #include "screen/strip_pictures.h"
+#include "state/console_state.h"
+#include "state/guard.h"
 
 namespace lineweir {
 namespace {
@@ -79,61 +80,62 @@ int mark_width_on(int strip_width) {
   return strip_width < narrow_strip ? narrow_mark_width : mark_width;
 }
 
-RowDisplay::RowDisplay(Console& console) : console_(console) {
-  console.Lineweir.DataRow.wire([&console](Picture& strip) {
-    strip.on_change = [&console, &strip] {
-      RowElements& rows = console.Lineweir;
+RowDisplay::RowDisplay(ConsoleState& state) : state_(state) {
+  state.Lineweir.DataRow.wire([&state](Picture& strip) {
+    strip.on_change = [&state, &strip] {
+      RowElements& rows = state.Lineweir;
       if (rows.DataRowImage.loaded(strip.index())) {
         rows.DataRowImage(strip.index()).picture = fitted_strip(strip.picture.get(), strip.width);
       }
     };
   });
-  console.Lineweir.MarkerPointTimer.on_timer = [this] { MarkerPointTimer_Timer(); };
-  console.Lineweir.CIcon1.wire([](Picture& icon) {
+  state.Lineweir.MarkerPointTimer.on_timer = [this] { MarkerPointTimer_Timer(); };
+  state.Lineweir.CIcon1.wire([](Picture& icon) {
     icon.width = icon_width;
     icon.height = icon_height;
   });
-  console.Lineweir.CIcon2.wire([](Picture& icon) {
+  state.Lineweir.CIcon2.wire([](Picture& icon) {
     icon.width = icon_width;
     icon.height = icon_height;
   });
 }
 
 void RowDisplay::HybridPictureSet(int line, int color1, int color2) {
-  MainForm& form = console_.Lineweir;
+  MainForm& form = state_.Lineweir;
   set_icon(form.OnHybrid1(line), form.CIcon1(line), color1);
   set_icon(form.OnHybrid2(line), form.CIcon2(line), color2);
 }
 
 void RowDisplay::show_icons(int line) {
-  const LineTable& lines = console_.lines;
-  const LetterLook look =
-      reported_look(shown_letter(line), lines.ThePhoneFlag, console_.Lineweir.MitelPhone1.checked);
+  const LineTable& lines = state_.lines;
+  const LetterLook look = reported_look(
+      shown_letter(line),
+      handset_is_on_conference(lines.ThePhoneFlag, state_.Lineweir.MitelPhone1.checked));
   HybridPictureSet(line, look.icon1, look.icon2);
 }
 
 char RowDisplay::shown_letter(int line) const {
-  const char letter = console_.lines.StatusLetter(line);
+  const char letter = state_.lines.StatusLetter(line);
   const bool set_busy =
-      letter == ' ' && console_.Lineweir.LineStatus(line).caption == status_text_of('B');
+      letter == ' ' && state_.Lineweir.LineStatus(line).caption == status_text_of('B');
   return set_busy ? 'B' : letter;
 }
 
 void RowDisplay::SetStatusText(int line) {
-  console_.Lineweir.LineStatus(line).caption = status_text_of(console_.lines.StatusLetter(line));
+  state_.Lineweir.LineStatus(line).caption = status_text_of(state_.lines.StatusLetter(line));
 }
 
 void RowDisplay::set_row_color(int line, RowColor color) {
-  console_.Lineweir.DataRow(line).picture = strip_picture(color);
+  state_.Lineweir.DataRow(line).picture = strip_picture(color);
 }
 
 void RowDisplay::show_next(int line) {
-  if (!console_.Lineweir.NextBarDisable.checked) set_row_color(line, RowColor::Green);
-  console_.Lineweir.LineStatus(line).caption = next_caller_status;
+  if (!state_.Lineweir.NextBarDisable.checked) set_row_color(line, RowColor::Green);
+  state_.Lineweir.LineStatus(line).caption = next_caller_status;
 }
 
 void RowDisplay::DrawMark(int line) {
-  MainForm& rows = console_.Lineweir;
+  MainForm& rows = state_.Lineweir;
   const Picture& strip = rows.DataRow(line);
   const double form_width = std::max(1, rows.width.get());
   for (int column = 0; column < marks_per_row; ++column) {
@@ -150,19 +152,19 @@ void RowDisplay::DrawMark(int line) {
 }
 
 void RowDisplay::DrawMark() {
-  for (int line = 0; line < console_.lines.LineCount; ++line) DrawMark(line);
+  for (int line = 0; line < state_.lines.LineCount; ++line) DrawMark(line);
 }
 
 void RowDisplay::hide_marks(int line) {
-  const ControlArray<Picture>& marks = console_.Lineweir.MyMark;
+  const ControlArray<Picture>& marks = state_.Lineweir.MyMark;
   for (int k = line * marks_per_row; k < (line + 1) * marks_per_row; ++k) {
     if (marks.loaded(k)) marks(k).visible = false;
   }
 }
 
 void RowDisplay::MarkerPointTimer_Timer() {
-  guard(console_, "Lineweir_MarkerPointTimer_Timer", [&] {
-    MainForm& form = console_.Lineweir;
+  guard(state_.trace, "Lineweir_MarkerPointTimer_Timer", [&] {
+    MainForm& form = state_.Lineweir;
     if (form.width == marked_width_ && form.height == marked_height_) return;
     marked_width_ = form.width;
     marked_height_ = form.height;
@@ -174,19 +176,20 @@ void RowDisplay::MarkerPointTimer_Timer() {
 }
 
 void RowDisplay::SetCiconPosition1(int line) {
-  place_icon(console_.Lineweir.OnHybrid1(line), console_.Lineweir.CIcon1(line));
+  place_icon(state_.Lineweir.OnHybrid1(line), state_.Lineweir.CIcon1(line));
 }
 
 void RowDisplay::SetCiconPosition2(int line) {
-  place_icon(console_.Lineweir.OnHybrid2(line), console_.Lineweir.CIcon2(line));
+  place_icon(state_.Lineweir.OnHybrid2(line), state_.Lineweir.CIcon2(line));
 }
 
 std::string RowDisplay::GetCadence(int line) const {
-  const MainForm& form = console_.Lineweir;
-  const LineTable& lines = console_.lines;
+  const MainForm& form = state_.Lineweir;
+  const LineTable& lines = state_.lines;
   if (!lines.twenty_lines()) {
     if (!form.OnHybrid1(line).visible) return std::string(2, '\0');
-    return cadence_pair(lines.StatusLetter(line), lines.ThePhoneFlag, form.MitelPhone1.checked);
+    return cadence_pair(lines.StatusLetter(line),
+                        handset_is_on_conference(lines.ThePhoneFlag, form.MitelPhone1.checked));
   }
   const int lower = line <= 9 ? line : line - 10;
   std::string cadence;

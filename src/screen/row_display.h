@@ -3,11 +3,11 @@
 #include <string>
 #include <string_view>
 
-#include "core/status_letters.h"
+#include "lines/status_letters.h"
 
 namespace lineweir {
 
-struct Console;
+struct ConsoleState;
 
 // What a row's status says while its caller is the next one.
 inline constexpr std::string_view next_caller_status = "Next";
@@ -15,7 +15,7 @@ inline constexpr std::string_view next_caller_status = "Next";
 // How a row shows the state of its line: strip, marks and icons.
 class RowDisplay {
  public:
-  explicit RowDisplay(Console& console);
+  explicit RowDisplay(ConsoleState& state);
 
   // The icons on the row's two buttons: 0 hides, 1 red, 2 green, 3 yellow, 4 blue; any other
   // value leaves the icon alone.
@@ -54,7 +54,7 @@ class RowDisplay {
   // row alone still tells.
   char shown_letter(int line) const;
 
-  Console& console_;
+  ConsoleState& state_;
   // The size of the form at the last tick of MarkerPointTimer.
   int marked_width_ = 0;
   int marked_height_ = 0;

@@ -3,10 +3,13 @@
 #include <array>
 #include <vector>
 
-#include "core/console.h"
 #include "screen/column_room.h"
-#include "screen/design_scale.h"
+#include "screen/display_options.h"
+#include "screen/row_display.h"
 #include "screen/strip_pictures.h"
+#include "screen/visible_rows.h"
+#include "state/console_state.h"
+#include "state/design_scale.h"
 
 namespace lineweir {
 namespace {
@@ -19,9 +22,10 @@ void place(Control& control, const Place& at) {
   control.move(at.left, at.top, at.width, at.height);
 }
 
-void place_row(Console& console, const DesignScale& scale, int line, int row) {
-  MainForm& form = console.Lineweir;
-  const int visible = console.program.VisibleLines;
+void place_row(ConsoleState& state, RowDisplay& rows, int line, int row) {
+  const DesignScale& scale = state.scale;
+  MainForm& form = state.Lineweir;
+  const int visible = state.program.VisibleLines;
   const LayoutRange& range = layout_range(visible);
   const int top = scale.down(row_top(visible, row));
   // From edge to edge, so that rows touch at any scale.
@@ -33,12 +37,12 @@ void place_row(Console& console, const DesignScale& scale, int line, int row) {
   form.DataRowImage(line).picture = fitted_strip(form.DataRow(line).picture.get(), strip_width);
   form.OnHybrid1(line).move(scale.across(range.main_button_left), top, button_width, height);
   form.OnHybrid2(line).move(scale.across(range.conference_button_left), top, button_width, height);
-  console.rows.SetCiconPosition1(line);
-  console.rows.SetCiconPosition2(line);
+  rows.SetCiconPosition1(line);
+  rows.SetCiconPosition2(line);
 }
 
-void show_row(Console& console, int line, bool shown) {
-  MainForm& form = console.Lineweir;
+void show_row(ConsoleState& state, RowDisplay& rows, int line, bool shown) {
+  MainForm& form = state.Lineweir;
   const bool was_shown = form.OnHybrid1(line).visible;
   for (Picture* part : {&form.DataRow(line), &form.DataRowImage(line), &form.OnHybrid1(line),
                         &form.OnHybrid2(line)}) {
@@ -48,39 +52,42 @@ void show_row(Console& console, int line, bool shown) {
     form.CIcon1(line).visible = false;
     form.CIcon2(line).visible = false;
   } else if (!was_shown) {
-    console.rows.show_icons(line);
+    rows.show_icons(line);
   }
 }
 
 }  // namespace
 
-void lay_out_headings(Console& console, const DesignScale& scale) {
-  const LayoutRange& range = layout_range(console.program.VisibleLines);
-  place(console.Lineweir.Label10, scale.of(range.main_heading));
-  place(console.Lineweir.Label9, scale.of(range.conference_heading));
+void lay_out_headings(ConsoleState& state) {
+  const DesignScale& scale = state.scale;
+  const LayoutRange& range = layout_range(state.program.VisibleLines);
+  place(state.Lineweir.Label10, scale.of(range.main_heading));
+  place(state.Lineweir.Label9, scale.of(range.conference_heading));
 }
 
-void lay_out_rows(Console& console, const DesignScale& scale) {
-  const std::vector<int> rows = console.visible_rows.rows();
-  for (int line = 0; line < console.lines.LineCount; ++line) {
-    const int row = rows[static_cast<std::size_t>(line)];
-    if (row != no_row) place_row(console, scale, line, row);
-    show_row(console, line, row != no_row);
+void lay_out_rows(ConsoleState& state, const VisibleRows& visible_rows, RowDisplay& rows) {
+  const std::vector<int> row_of_line = visible_rows.rows();
+  for (int line = 0; line < state.lines.LineCount; ++line) {
+    const int row = row_of_line[static_cast<std::size_t>(line)];
+    if (row != no_row) place_row(state, rows, line, row);
+    show_row(state, rows, line, row != no_row);
   }
 }
 
-void lay_out_columns(Console& console, const DesignScale& scale) {
-  MainForm& form = console.Lineweir;
-  const int visible = console.program.VisibleLines;
+void lay_out_columns(ConsoleState& state, const VisibleRows& visible_rows,
+                     DisplayOptions& display) {
+  const DesignScale& scale = state.scale;
+  MainForm& form = state.Lineweir;
+  const int visible = state.program.VisibleLines;
   const LayoutRange& range = layout_range(visible);
-  const std::vector<int> rows = console.visible_rows.rows();
+  const std::vector<int> rows = visible_rows.rows();
 
   std::array<bool, column_count> in_use{};
   int left = range.strip_left + first_column_gap;
-  for (const int column : console.display.ColumnsInUse) {
-    const int width = console.display.width_of(column);
+  for (const int column : display.ColumnsInUse) {
+    const int width = display.width_of(column);
     place(form.CaptionLabel(column), scale.of({left, range.caption_top, width, label_height}));
-    for (int line = 0; line < console.lines.LineCount; ++line) {
+    for (int line = 0; line < state.lines.LineCount; ++line) {
       const int row = rows[static_cast<std::size_t>(line)];
       Label& label = form.column_labels(column)(line);
       label.width = scale.across(width);
@@ -93,18 +100,18 @@ void lay_out_columns(Console& console, const DesignScale& scale) {
   for (int column = 0; column < column_count; ++column) {
     const bool used = in_use[static_cast<std::size_t>(column)];
     form.CaptionLabel(column).visible = used;
-    for (int line = 0; line < console.lines.LineCount; ++line) {
+    for (int line = 0; line < state.lines.LineCount; ++line) {
       form.column_labels(column)(line).visible =
           used && rows[static_cast<std::size_t>(line)] != no_row;
     }
   }
-  console.display.tell_room();
+  display.tell_room();
 }
 
-void SetFieldWidths(Console& console) {
+void SetFieldWidths(ConsoleState& state) {
   for (int column = 0; column < column_count; ++column) {
-    const ControlArray<Label>& labels = console.Lineweir.column_labels(column);
-    for (int line = 1; line < console.lines.LineCount; ++line) {
+    const ControlArray<Label>& labels = state.Lineweir.column_labels(column);
+    for (int line = 1; line < state.lines.LineCount; ++line) {
       labels(line).width = labels(0).width.get();
     }
   }

@@ -2,10 +2,11 @@
 
 #include <algorithm>
 
-#include "core/console.h"
+#include "forms/pictures.h"
 #include "screen/background_files.h"
-#include "screen/design_scale.h"
-#include "screen/pictures.h"
+#include "screen/visible_rows.h"
+#include "state/console_state.h"
+#include "state/design_scale.h"
 
 namespace lineweir {
 namespace {
@@ -31,18 +32,19 @@ void fill_holders(MainForm& form, int visible_lines) {
 
 }  // namespace
 
-ScreenFaces::ScreenFaces(Console& console) : FormWatch(console.Lineweir), console_(console) {
-  fill_holders(console.Lineweir, PreviousVisibleLines);
+ScreenFaces::ScreenFaces(ConsoleState& state, VisibleRows& visible_rows)
+    : FormWatch(state.Lineweir), state_(state), visible_rows_(visible_rows) {
+  fill_holders(state.Lineweir, PreviousVisibleLines);
 }
 
 void ScreenFaces::load_pictures() {
-  if (PreviousVisibleLines == console_.program.VisibleLines) return;
-  PreviousVisibleLines = console_.program.VisibleLines;
-  fill_holders(console_.Lineweir, PreviousVisibleLines);
+  if (PreviousVisibleLines == state_.program.VisibleLines) return;
+  PreviousVisibleLines = state_.program.VisibleLines;
+  fill_holders(state_.Lineweir, PreviousVisibleLines);
 }
 
 void ScreenFaces::show_pictures() {
-  MainForm& form = console_.Lineweir;
+  MainForm& form = state_.Lineweir;
   const bool grey = form.GreyScreenOption.checked;
   form.ScreenTopImage.picture = grey ? pictures::GreyScreenTop : pictures::BlackScreenTop;
   form.ScreenBottomImage.picture = grey ? pictures::GreyScreenBottom : pictures::BlackScreenBottom;
@@ -50,8 +52,8 @@ void ScreenFaces::show_pictures() {
 }
 
 void ScreenFaces::lay_out(const DesignScale& scale) {
-  MainForm& form = console_.Lineweir;
-  const int visible = console_.program.VisibleLines;
+  MainForm& form = state_.Lineweir;
+  const int visible = state_.program.VisibleLines;
   form.ScreenTop.move(0, 0, form.width, scale.down(layout_range(visible).first_row_top));
 
   const int panel = scale.down(panel_top(visible));
@@ -66,8 +68,8 @@ void ScreenFaces::lay_out(const DesignScale& scale) {
 }
 
 void ScreenFaces::CheckTopSize() {
-  MainForm& form = console_.Lineweir;
-  const int first = console_.visible_rows.first_line();
+  MainForm& form = state_.Lineweir;
+  const int first = visible_rows_.first_line();
   bool overlaps = false;
   if (first != no_line) {
     Picture& row = form.DataRow(first);
@@ -84,7 +86,7 @@ void ScreenFaces::SetPictureAutoOn() { show_covers(false); }
 void ScreenFaces::SetPictureAutoOff() { show_covers(true); }
 
 void ScreenFaces::show_covers(bool shown) {
-  MainForm& form = console_.Lineweir;
+  MainForm& form = state_.Lineweir;
   form.ScreenTopImage.visible = shown;
   form.ScreenBottomImage.visible = shown;
   for (const PanelButton& laid : form.panel_buttons()) laid.image.visible = shown;
@@ -95,7 +97,7 @@ void ScreenFaces::show_covers(bool shown) {
 
 void ScreenFaces::changed(Element& element, PropertyId property) {
   if (property != PropertyId::Width && property != PropertyId::Height) return;
-  MainForm& form = console_.Lineweir;
+  MainForm& form = state_.Lineweir;
   const bool top = &element == &form.ScreenTop;
   if (!top && &element != &form.ScreenBottom) return;
   const Picture& box = top ? form.ScreenTop : form.ScreenBottom;

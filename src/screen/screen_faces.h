@@ -4,14 +4,15 @@
 
 namespace lineweir {
 
-struct Console;
+class VisibleRows;
+struct ConsoleState;
 struct DesignScale;
 
 // The two backgrounds of the main form, the cover of the corner beside 18 rows, and the pictures
 // on them: metal, or grey while GreyScreenOption is checked.
 class ScreenFaces : private FormWatch {
  public:
-  explicit ScreenFaces(Console& console);
+  ScreenFaces(ConsoleState& state, VisibleRows& visible_rows);
 
   // The VisibleLines for which the holders' pictures were last loaded.
   int PreviousVisibleLines = 0;
@@ -39,7 +40,8 @@ class ScreenFaces : private FormWatch {
 
   void show_covers(bool shown);
 
-  Console& console_;
+  ConsoleState& state_;
+  VisibleRows& visible_rows_;
 };
 
 }  // namespace lineweir

@@ -1,15 +1,28 @@
 #pragma once
 
-#include "screen/design_scale.h"
+#include <functional>
 
 namespace lineweir {
 
-struct Console;
+class ButtonPanel;
+class ClockMenu;
+class DisplayOptions;
+class RowDisplay;
+class ScreenFaces;
+class VisibleRows;
+class WindowSize;
+struct ConsoleState;
 
 // Puts every element of the main form in its place for the rows shown and the form's size.
 class ScreenLayout {
  public:
-  explicit ScreenLayout(Console& console);
+  ScreenLayout(ConsoleState& state, ClockMenu& clock_menu, VisibleRows& visible_rows,
+               RowDisplay& rows, DisplayOptions& display, ButtonPanel& panel, ScreenFaces& faces,
+               WindowSize& window);
+
+  // Told in the middle of each rebuild, when the buttons stand in their places with the faces of
+  // their size: the mode decides which are enabled.
+  std::function<void()> on_buttons_placed;
 
   // Brings the arrays, the rows and the number of visible rows in line with LineCount and the line
   // boxes, then places everything. Where the number of visible rows has changed the form is put at
@@ -29,9 +42,6 @@ class ScreenLayout {
   // Lays what lies on the panel's buttons over them.
   void SetLabels();
 
-  // The scale of the last rebuild: in it stands everything that is on the form.
-  const DesignScale& scale() const { return scale_; }
-
  private:
   void redefine();
   // Whether the number of visible rows has changed.
@@ -40,8 +50,14 @@ class ScreenLayout {
 
   void Line20Mode_Click();
 
-  Console& console_;
-  DesignScale scale_;
+  ConsoleState& state_;
+  ClockMenu& clock_menu_;
+  VisibleRows& visible_rows_;
+  RowDisplay& rows_;
+  DisplayOptions& display_;
+  ButtonPanel& panel_;
+  ScreenFaces& faces_;
+  WindowSize& window_;
 };
 
 }  // namespace lineweir

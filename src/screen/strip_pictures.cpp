@@ -1,6 +1,6 @@
 #include "screen/strip_pictures.h"
 
-#include "screen/layout.h"
+#include "forms/layout.h"
 
 namespace lineweir {
 

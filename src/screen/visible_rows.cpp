@@ -3,9 +3,8 @@
 #include <algorithm>
 #include <string>
 
-#include "core/console.h"
-#include "core/guard.h"
-#include "screen/row_layout.h"
+#include "state/console_state.h"
+#include "state/guard.h"
 
 namespace lineweir {
 namespace {
@@ -21,12 +20,7 @@ constexpr int box_pitch_down = 330;
 
 }  // namespace
 
-VisibleRows::VisibleRows(Console& console) : console_(console) {
-  console.DisplayOptionForm.LineCheck.wire([this](CheckBox& box) {
-    box.on_click = [this, index = box.index()] { linecheck_Click(index); };
-  });
-  load_line_boxes();
-}
+VisibleRows::VisibleRows(ConsoleState& state) : state_(state) { load_line_boxes(); }
 
 int VisibleRows::count() const {
   const std::vector<int> by_line = rows();
@@ -35,10 +29,10 @@ int VisibleRows::count() const {
 }
 
 std::vector<int> VisibleRows::rows() const {
-  const ControlArray<CheckBox>& boxes = console_.DisplayOptionForm.LineCheck;
+  const ControlArray<CheckBox>& boxes = state_.DisplayOptionForm.LineCheck;
   std::vector<int> by_line;
   int row = 0;
-  for (int line = 0; line < console_.lines.LineCount; ++line) {
+  for (int line = 0; line < state_.lines.LineCount; ++line) {
     const bool shown = boxes.loaded(line) && boxes(line).value == 1;
     by_line.push_back(shown ? row++ : no_row);
   }
@@ -52,15 +46,15 @@ int VisibleRows::first_line() const {
 }
 
 void VisibleRows::load_line_boxes() {
-  ControlArray<CheckBox>& boxes = console_.DisplayOptionForm.LineCheck;
-  const int wanted = console_.lines.LineCount;
+  ControlArray<CheckBox>& boxes = state_.DisplayOptionForm.LineCheck;
+  const int wanted = state_.lines.LineCount;
   for (int line = boxes.upper_bound() - 1; line >= std::max(1, wanted); --line) {
     if (boxes.loaded(line)) boxes.unload(line);
   }
   for (int line = 0; line < wanted; ++line) {
     if (boxes.loaded(line)) continue;
     CheckBox& box = boxes.load(line);
-    box.set_container(&console_.DisplayOptionForm.DisplayPhoneLineFrame);
+    box.set_container(&state_.DisplayOptionForm.DisplayPhoneLineFrame);
     box.caption = "Line " + std::to_string(line + 1);
     box.value = 1;
     box.enabled = true;
@@ -68,26 +62,9 @@ void VisibleRows::load_line_boxes() {
   RedefineDisplaySreen();
 }
 
-void VisibleRows::RefreshVisibleRows() {
-  guard(console_, "TextWrit_RefreshVisibleRows", [&] {
-    if (count() != console_.program.VisibleLines) return console_.layout.RedefineScreen();
-    lay_out_rows(console_, console_.layout.scale());
-    lay_out_columns(console_, console_.layout.scale());
-    console_.rows.DrawMark();
-  });
-}
-
-void VisibleRows::linecheck_Click(int Index) {
-  guard(console_, "DisplayOptionForm_linecheck_Click", [&] {
-    if (Index >= console_.lines.LineCount) return;
-    const ColumnsLock lock(console_.display);
-    RefreshVisibleRows();
-  });
-}
-
 void VisibleRows::RedefineDisplaySreen() {
-  guard(console_, "DisplayOptionForm_RedefineDisplaySreen", [&] {
-    ControlArray<CheckBox>& boxes = console_.DisplayOptionForm.LineCheck;
+  guard(state_.trace, "DisplayOptionForm_RedefineDisplaySreen", [&] {
+    ControlArray<CheckBox>& boxes = state_.DisplayOptionForm.LineCheck;
     int place = 0;
     for (int line = 0; line < boxes.upper_bound(); ++line) {
       if (!boxes.loaded(line)) continue;

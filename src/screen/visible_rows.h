@@ -4,12 +4,12 @@
 
 namespace lineweir {
 
-struct Console;
+struct ConsoleState;
 
 // Which lines have a row on the screen: those whose box on DisplayOptionForm is checked.
 class VisibleRows {
  public:
-  explicit VisibleRows(Console& console);
+  explicit VisibleRows(ConsoleState& state);
 
   // How many lines are checked.
   int count() const;
@@ -24,18 +24,12 @@ class VisibleRows {
   // gone.
   void load_line_boxes();
 
-  // TextWrit_RefreshVisibleRows: counts the checked lines into VisibleLines and arranges the rows.
-  // Another count is another layout of the whole form.
-  void RefreshVisibleRows();
-
-  void linecheck_Click(int Index);
-
   // Lays out the boxes of the lines that exist; a line that doesn't has a disabled box, and that is
   // hidden.
   void RedefineDisplaySreen();
 
  private:
-  Console& console_;
+  ConsoleState& state_;
 };
 
 inline constexpr int no_row = -1;

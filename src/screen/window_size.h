@@ -4,7 +4,7 @@
 
 namespace lineweir {
 
-struct Console;
+struct ConsoleState;
 
 // A window's size and state as the settings keep them.
 struct WindowTarget {
@@ -13,10 +13,10 @@ struct WindowTarget {
   int state;
 };
 
-// The main window's size: its resizing, its design size, its setup button.
+// The main window's size: the one that it is to have, the one that it has, that of its design.
 class WindowSize {
  public:
-  explicit WindowSize(Console& console);
+  explicit WindowSize(ConsoleState& state) : state_(state) {}
 
   // The size and state that the next RedefineScreen gives the window; nothing where they have been
   // given.
@@ -41,12 +41,8 @@ class WindowSize {
   // Puts the form at its design size for that many rows, 0 for those now visible.
   void SetToRoot(int rows);
 
-  void ResetLineweirSize_Click();
-  void OptionsButton_Click();
-  void timResize_Timer();
-
  private:
-  Console& console_;
+  ConsoleState& state_;
 };
 
 }  // namespace lineweir

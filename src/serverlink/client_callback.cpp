@@ -1,8 +1,12 @@
 #include "serverlink/client_callback.h"
 
-#include "core/console.h"
-#include "core/guard.h"
-#include "core/integer16.h"
+#include "base/integer16.h"
+#include "callcontrol/next_caller.h"
+#include "callcontrol/phone_command.h"
+#include "callerdata/received_data.h"
+#include "serverlink/line_events.h"
+#include "state/console_state.h"
+#include "state/guard.h"
 
 namespace lineweir {
 namespace {
@@ -23,37 +27,44 @@ const ClientCallback::Method ClientCallback::methods[] = {
     {"ReturnNextCall", &ClientCallback::ReturnNextCall},
 };
 
-ClientCallback::ClientCallback(Console& console) : console_(console) {
-  console.services.remote_objects.on_callback =
+ClientCallback::ClientCallback(ConsoleState& state, PhoneCommands& phone,
+                               ReceivedData& received_data, LineEvents& line_events,
+                               NextCaller& next_caller)
+    : state_(state),
+      phone_(phone),
+      received_data_(received_data),
+      line_events_(line_events),
+      next_caller_(next_caller) {
+  state.services.remote_objects.on_callback =
       [this](const std::string& method, const Arguments& arguments) { called(method, arguments); };
 }
 
 void ClientCallback::called(const std::string& name, const Arguments& arguments) {
   for (const Method& method : methods) {
     if (method.name != name) continue;
-    guard(console_, "CBClientClass_" + name, [&] { (this->*method.run)(arguments); });
+    guard(state_.trace, "CBClientClass_" + name, [&] { (this->*method.run)(arguments); });
   }
 }
 
 void ClientCallback::ReturnCallerData(const Arguments& arguments) {
   // The group isn't looked at: the server sends only what belongs to this one.
-  console_.received_data.ReturnCallerData(argument<std::string>(arguments, 0),
-                                          integer16(argument<std::int64_t>(arguments, 1)));
+  received_data_.ReturnCallerData(argument<std::string>(arguments, 0),
+                                  integer16(argument<std::int64_t>(arguments, 1)));
 }
 
 void ClientCallback::ReturnCommand(const Arguments& arguments) {
   const std::string& command = argument<std::string>(arguments, 0);
   if (command.starts_with('U')) {
-    console_.phone.UCommand(command);
+    phone_.UCommand(command);
   } else {
-    console_.line_events.apply_soon(command);
+    line_events_.apply_soon(command);
   }
 }
 
 void ClientCallback::ReturnNextCall(const Arguments& arguments) {
   const int line = integer16(argument<std::int64_t>(arguments, 0));
   const int group = integer16(argument<std::int64_t>(arguments, 1));
-  console_.next_caller.ReturnNextCall(line, group);
+  next_caller_.ReturnNextCall(line, group);
 }
 
 }  // namespace lineweir

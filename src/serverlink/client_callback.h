@@ -7,13 +7,18 @@
 
 namespace lineweir {
 
-struct Console;
+class LineEvents;
+class NextCaller;
+class PhoneCommands;
+class ReceivedData;
+struct ConsoleState;
 
 // CBClientClass: the object that the server of the remote objects calls. Calls come from the loop,
 // between events, as any other event. A method that it doesn't have is passed over.
 class ClientCallback {
  public:
-  explicit ClientCallback(Console& console);
+  ClientCallback(ConsoleState& state, PhoneCommands& phone, ReceivedData& received_data,
+                 LineEvents& line_events, NextCaller& next_caller);
 
  private:
   using Arguments = std::vector<platform::RemoteValue>;
@@ -32,7 +37,11 @@ class ClientCallback {
   void ReturnCommand(const Arguments& arguments);
   void ReturnNextCall(const Arguments& arguments);
 
-  Console& console_;
+  ConsoleState& state_;
+  PhoneCommands& phone_;
+  ReceivedData& received_data_;
+  LineEvents& line_events_;
+  NextCaller& next_caller_;
 };
 
 }  // namespace lineweir

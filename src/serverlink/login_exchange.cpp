@@ -1,10 +1,12 @@
 #include "serverlink/login_exchange.h"
 
-#include "core/console.h"
-#include "core/guard.h"
-#include "core/text.h"
-#include "serverlink/password_scramble.h"
+#include "base/text.h"
+#include "callerdata/caller_data.h"
+#include "serverlink/server_link.h"
 #include "serverlink/user_profile.h"
+#include "state/console_state.h"
+#include "state/guard.h"
+#include "wire/password_scramble.h"
 
 namespace lineweir {
 namespace {
@@ -24,50 +26,51 @@ constexpr std::uint8_t accepted_mark = 'F';
 
 }  // namespace
 
-LoginExchange::LoginExchange(Console& console) : console_(console) {
-  console.server.handle(ServerCommand::SrvLoginCheckResult,
-                        [this](const ServerPacket& answer) { receive_check_result(answer); });
+LoginExchange::LoginExchange(ConsoleState& state, ServerLink& server, CallerDataEntry& caller_data)
+    : state_(state), server_(server), caller_data_(caller_data) {
+  server.handle(ServerCommand::SrvLoginCheckResult,
+                [this](const ServerPacket& answer) { receive_check_result(answer); });
 }
 
 std::string LoginExchange::TextWrit_PassEncode(std::string_view text) const {
-  const auto scrambled = pass_encode(text, console_.services.clock.now().second);
+  const auto scrambled = pass_encode(text, state_.services.clock.now().second);
   if (scrambled) return *scrambled;
-  report_failure(console_, "TextWrit_PassEncode",
+  report_failure(state_.trace, "TextWrit_PassEncode",
                  Failure(failure_number::invalid_argument, "Invalid procedure call or argument"));
   return {};
 }
 
 LoginResult LoginExchange::TextWrit_PasswordA(bool Skip) {
   LoginResult result = LoginResult::NoAnswer;
-  guard(console_, "TextWrit_PasswordA", [&] {
+  guard(state_.trace, "TextWrit_PasswordA", [&] {
     LastReplyCode = 0;
-    ServerPacket packet = console_.server.packet(ClientCommand::CmdLoginCheck);
+    ServerPacket packet = server_.packet(ClientCommand::CmdLoginCheck);
     if (!Skip) packet.set_buffer(credentials());
-    console_.server.send(packet);
-    console_.services.loop.run_pending();
+    server_.send(packet);
+    state_.services.loop.run_pending();
     result = await_check_result();
     if (result == LoginResult::NoAnswer) {
-      console_.messages.ShowMessage("Password response not received!");
+      state_.messages.ShowMessage("Password response not received!");
     }
     if (result != LoginResult::Accepted) return;
-    std::string& operator_name = console_.caller_data.OperatorName;
-    if (trimmed(operator_name).empty()) operator_name = console_.login.UserName.trimmed();
+    std::string& operator_name = state_.program.OperatorName;
+    if (trimmed(operator_name).empty()) operator_name = state_.login.UserName.trimmed();
     if (LastReplyCode == reply_accepted && Skip) enter_group_of_profile();
   });
   return result;
 }
 
 void LoginExchange::RequestAccessRights(int group) {
-  guard(console_, "Lineweir_RequestAccessRights", [&] {
-    ServerPacket packet = console_.server.packet(ClientCommand::CmdRequestAccessRights);
+  guard(state_.trace, "Lineweir_RequestAccessRights", [&] {
+    ServerPacket packet = server_.packet(ClientCommand::CmdRequestAccessRights);
     packet.GroupNo = field_byte(group);
     packet.set_buffer(credentials());
-    console_.server.send(packet);
+    server_.send(packet);
   });
 }
 
 void LoginExchange::receive_check_result(const ServerPacket& answer) {
-  LoginState& login = console_.login;
+  LoginState& login = state_.login;
   login.UserRights = answer.Buffer.substr(0, rights_length);
   login.ProfileBlock =
       answer.Buffer.size() > rights_length ? answer.Buffer.substr(rights_length) : std::string();
@@ -75,8 +78,8 @@ void LoginExchange::receive_check_result(const ServerPacket& answer) {
 }
 
 LoginResult LoginExchange::await_check_result() {
-  platform::EventLoop& loop = console_.services.loop;
-  const auto limit = console_.program.DebugMode ? answer_limit_with_trace : answer_limit;
+  platform::EventLoop& loop = state_.services.loop;
+  const auto limit = state_.program.DebugMode ? answer_limit_with_trace : answer_limit;
   const auto start = loop.now();
   for (;;) {
     switch (LastReplyCode) {
@@ -95,19 +98,19 @@ LoginResult LoginExchange::await_check_result() {
 }
 
 void LoginExchange::enter_group_of_profile() {
-  const std::string& block = console_.login.ProfileBlock;
+  const std::string& block = state_.login.ProfileBlock;
   if (block.size() <= longest_block_without_fields) return;
   const int group = group_of_profile(block);
   if (group == no_group) return;
-  if (group == console_.program.GroupNumber) return;
+  if (group == state_.program.GroupNumber) return;
   RequestAccessRights(group);
-  console_.caller_data.leave_group();
-  console_.program.GroupNumber = group;
+  caller_data_.leave_group();
+  state_.program.GroupNumber = group;
 }
 
 std::string LoginExchange::credentials() const {
-  return login_buffer(TextWrit_PassEncode(console_.login.UserName.trimmed()),
-                      TextWrit_PassEncode(console_.login.UserPassword.trimmed()));
+  return login_buffer(TextWrit_PassEncode(state_.login.UserName.trimmed()),
+                      TextWrit_PassEncode(state_.login.UserPassword.trimmed()));
 }
 
 }  // namespace lineweir

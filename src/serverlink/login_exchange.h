@@ -3,11 +3,13 @@
 #include <string>
 #include <string_view>
 
-#include "serverlink/server_packet_codec.h"
+#include "wire/server_packet_codec.h"
 
 namespace lineweir {
 
-struct Console;
+class CallerDataEntry;
+class ServerLink;
+struct ConsoleState;
 
 // What a login exchange comes to.
 enum class LoginResult { Accepted = 0, Rejected = 1, NoAnswer = 2 };
@@ -15,7 +17,7 @@ enum class LoginResult { Accepted = 0, Rejected = 1, NoAnswer = 2 };
 // The check of the console's name and password by the server.
 class LoginExchange {
  public:
-  explicit LoginExchange(Console& console);
+  LoginExchange(ConsoleState& state, ServerLink& server, CallerDataEntry& caller_data);
 
   // What the last received command left; an exchange clears it and waits for its own.
   int LastReplyCode = 0;
@@ -38,7 +40,9 @@ class LoginExchange {
   void enter_group_of_profile();
   std::string credentials() const;
 
-  Console& console_;
+  ConsoleState& state_;
+  ServerLink& server_;
+  CallerDataEntry& caller_data_;
 };
 
 }  // namespace lineweir

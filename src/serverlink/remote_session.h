@@ -4,25 +4,35 @@
 
 namespace lineweir {
 
-struct Console;
+class LineEvents;
+class LinkWatch;
+class Modes;
+class HeldObjects;
+class SerialPortControl;
+struct ConsoleState;
 
-// The session over remote objects: how it begins and how it ends.
+// The session over remote objects: how it begins.
 class RemoteSession {
  public:
-  explicit RemoteSession(Console& console);
+  RemoteSession(ConsoleState& state, HeldObjects& objects, Modes& modes, LineEvents& line_events,
+                SerialPortControl& port, LinkWatch& link);
 
   // Whether the server holds a reference to this console.
-  bool connected = false;
+  bool connected() const;
 
   void NetworkConnectionOption_Click();
-  void NetworkDisconnect();
 
  private:
   void register_console();
   void take_studio_state();
   void name_lines(const std::string& numbers);
 
-  Console& console_;
+  ConsoleState& state_;
+  HeldObjects& objects_;
+  Modes& modes_;
+  LineEvents& line_events_;
+  SerialPortControl& port_;
+  LinkWatch& link_;
 };
 
 }  // namespace lineweir

@@ -2,12 +2,13 @@
 
 namespace lineweir {
 
-struct Console;
+class LineEvents;
+struct ConsoleState;
 
 // The making of the socket's connection.
 class ServerConnection {
  public:
-  explicit ServerConnection(Console& console);
+  ServerConnection(ConsoleState& state, LineEvents& line_events);
 
   // Asks for a connection to the present host and port, and starts with all lines free.
   void begin();
@@ -19,7 +20,8 @@ class ServerConnection {
  private:
   void Winsock1_Connect();
 
-  Console& console_;
+  ConsoleState& state_;
+  LineEvents& line_events_;
 };
 
 }  // namespace lineweir

@@ -2,15 +2,15 @@
 
 #include <utility>
 
-#include "core/console.h"
-#include "core/guard.h"
-#include "serverlink/frame_trace.h"
+#include "state/console_state.h"
+#include "state/guard.h"
+#include "wire/frame_trace.h"
 
 namespace lineweir {
 
-ServerLink::ServerLink(Console& console) : console_(console) {
-  console.services.winsock1.on_data_arrival = [this] { Winsock1_DataArrival(); };
-  console.Lineweir.WinsTimer.on_timer = [this] { WinsTimer_Timer(); };
+ServerLink::ServerLink(ConsoleState& state) : state_(state) {
+  state.services.winsock1.on_data_arrival = [this] { Winsock1_DataArrival(); };
+  state.Lineweir.WinsTimer.on_timer = [this] { WinsTimer_Timer(); };
 }
 
 void ServerLink::handle(ServerCommand command, Handler handler) {
@@ -20,34 +20,34 @@ void ServerLink::handle(ServerCommand command, Handler handler) {
 }
 
 ServerPacket ServerLink::packet(ClientCommand command) const {
-  return client_packet(command, console_.program.GroupNumber, console_.program.ConsoleNumber);
+  return client_packet(command, state_.program.GroupNumber, state_.program.ConsoleNumber);
 }
 
 void ServerLink::send(ServerPacket packet) {
   pad(packet.Buffer);
   const std::string frame = framed(body_of(packet));
   TextWrit_CheckWinsPort();
-  console_.services.winsock1.send_data(frame);
-  if (console_.program.DebugMode) console_.trace.WriteLines(frame_trace(frame, packet));
+  state_.services.winsock1.send_data(frame);
+  if (state_.program.DebugMode) state_.trace.WriteLines(frame_trace(frame, packet));
 }
 
 void ServerLink::Winsock1_DataArrival() {
-  guard(console_, "Lineweir_Winsock1_DataArrival", [&] { gather(); });
+  guard(state_.trace, "Lineweir_Winsock1_DataArrival", [&] { gather(); });
 }
 
 void ServerLink::TextWrit_CheckWinsPort() {
-  guard(console_, "TextWrit_CheckWinsPort", [&] {
-    if (console_.services.winsock1.bytes_received() > 0) gather();
+  guard(state_.trace, "TextWrit_CheckWinsPort", [&] {
+    if (state_.services.winsock1.bytes_received() > 0) gather();
   });
 }
 
 void ServerLink::WinsTimer_Timer() {
-  guard(console_, "Lineweir_WinsTimer_Timer", [&] {
-    console_.Lineweir.WinsTimer.enabled = false;
+  guard(state_.trace, "Lineweir_WinsTimer_Timer", [&] {
+    state_.Lineweir.WinsTimer.enabled = false;
     while (const auto body = RecString.first_body()) {
       const ServerPacket received = packet_of(*body);
-      if (console_.program.DebugMode) {
-        console_.trace.WriteLines(received_frame_trace(*body, received));
+      if (state_.program.DebugMode) {
+        state_.trace.WriteLines(received_frame_trace(*body, received));
       }
       dispatch(received);
       RecString.drop_first();
@@ -56,8 +56,8 @@ void ServerLink::WinsTimer_Timer() {
 }
 
 void ServerLink::gather() {
-  RecString.append(console_.services.winsock1.get_data());
-  console_.Lineweir.WinsTimer.enabled = true;
+  RecString.append(state_.services.winsock1.get_data());
+  state_.Lineweir.WinsTimer.enabled = true;
 }
 
 void ServerLink::dispatch(const ServerPacket& packet) const {

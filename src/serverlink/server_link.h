@@ -4,12 +4,12 @@
 #include <functional>
 #include <string_view>
 
-#include "serverlink/server_packet_codec.h"
-#include "serverlink/server_packet_framing.h"
+#include "wire/server_packet_codec.h"
+#include "wire/server_packet_framing.h"
 
 namespace lineweir {
 
-struct Console;
+struct ConsoleState;
 
 // The console's end of the socket: frames go out at once, received bytes are gathered at once, and
 // frames are cut and handled by WinsTimer, at most 50 ms later.
@@ -17,7 +17,7 @@ class ServerLink {
  public:
   using Handler = std::function<void(const ServerPacket& packet)>;
 
-  explicit ServerLink(Console& console);
+  explicit ServerLink(ConsoleState& state);
 
   // All bytes received and not yet consumed, across connections.
   ReceiveBuffer RecString;
@@ -43,7 +43,7 @@ class ServerLink {
   void gather();
   void dispatch(const ServerPacket& packet) const;
 
-  Console& console_;
+  ConsoleState& state_;
   // By the place of the command in its table.
   std::array<Handler, server_commands.size()> handlers_;
 };

@@ -1,49 +1,50 @@
 #include "serverlink/session_start.h"
 
-#include "core/console.h"
-#include "core/guard.h"
-#include "core/window_caption.h"
+#include "serverlink/server_link.h"
+#include "state/console_state.h"
+#include "state/guard.h"
+#include "state/window_caption.h"
 
 namespace lineweir {
 namespace {
 
-void send(Console& console, const ServerPacket& packet) {
-  console.server.send(packet);
-  console.services.loop.run_pending();
+void send(ConsoleState& state, ServerLink& server, const ServerPacket& packet) {
+  server.send(packet);
+  state.services.loop.run_pending();
 }
 
-void request(Console& console, ClientCommand command) {
-  send(console, console.server.packet(command));
+void request(ConsoleState& state, ServerLink& server, ClientCommand command) {
+  send(state, server, server.packet(command));
 }
 
-void tell_mode(Console& console) {
-  ServerPacket packet = console.server.packet(ClientCommand::CmdSetMode);
-  packet.AltInfo = console.Lineweir.ScreenerMode.checked ? 1 : 0;
-  send(console, packet);
+void tell_mode(ConsoleState& state, ServerLink& server) {
+  ServerPacket packet = server.packet(ClientCommand::CmdSetMode);
+  packet.AltInfo = state.Lineweir.ScreenerMode.checked ? 1 : 0;
+  send(state, server, packet);
 }
 
 }  // namespace
 
-void TextWrit_SockConnecter(Console& console, SessionReason RestartWinsock) {
-  guard(console, "TextWrit_SockConnecter", [&] {
+void TextWrit_SockConnecter(ConsoleState& state, ServerLink& server, SessionReason RestartWinsock) {
+  guard(state.trace, "TextWrit_SockConnecter", [&] {
     using enum ClientCommand;
-    MainForm& form = console.Lineweir;
-    check_present_group(console);
+    MainForm& form = state.Lineweir;
+    check_present_group(state);
     form.SyncTimeTimer.enabled = false;
     form.Shape1.fill_color = color_red;
-    console.login.ServerAlive = false;
+    state.login.ServerAlive = false;
 
-    request(console, CmdConnectConsole);
-    console.services.loop.run_pending();
-    if (RestartWinsock != SessionReason::GroupChange) request(console, CmdRequestGroupNames);
-    request(console, CmdRequestStudioStatus);
-    request(console, CmdRequestTimes);
-    console.lines.FreshConnect = true;
-    request(console, CmdRequestStatus);
-    request(console, CmdRequestLineNumbers);
-    tell_mode(console);
+    request(state, server, CmdConnectConsole);
+    state.services.loop.run_pending();
+    if (RestartWinsock != SessionReason::GroupChange) request(state, server, CmdRequestGroupNames);
+    request(state, server, CmdRequestStudioStatus);
+    request(state, server, CmdRequestTimes);
+    state.lines.FreshConnect = true;
+    request(state, server, CmdRequestStatus);
+    request(state, server, CmdRequestLineNumbers);
+    tell_mode(state, server);
 
-    renew_window_caption(console);
+    renew_window_caption(state);
     form.Timer1.enabled = true;
     form.mouse_pointer = pointer_default;
   });

@@ -1,17 +1,17 @@
 #include "serverlink/time_sync.h"
 
-#include "core/console.h"
-#include "core/guard.h"
+#include "state/console_state.h"
+#include "state/guard.h"
 
 namespace lineweir {
 
-TimeSync::TimeSync(Console& console) : console_(console) {
-  console.Lineweir.SyncTimeMenu.on_click = [this] { SyncTimeMenu_Click(); };
+TimeSync::TimeSync(ConsoleState& state) : state_(state) {
+  state.Lineweir.SyncTimeMenu.on_click = [this] { SyncTimeMenu_Click(); };
 }
 
 void TimeSync::SyncTimeMenu_Click() {
-  guard(console_, "Lineweir_SyncTimeMenu_Click", [&] {
-    MenuItem& item = console_.Lineweir.SyncTimeMenu;
+  guard(state_.trace, "Lineweir_SyncTimeMenu_Click", [&] {
+    MenuItem& item = state_.Lineweir.SyncTimeMenu;
     item.checked = !item.checked;
   });
 }

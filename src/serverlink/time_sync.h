@@ -2,17 +2,17 @@
 
 namespace lineweir {
 
-struct Console;
+struct ConsoleState;
 
 // Whether the workstation's clock follows the server's.
 class TimeSync {
  public:
-  explicit TimeSync(Console& console);
+  explicit TimeSync(ConsoleState& state);
 
   void SyncTimeMenu_Click();
 
  private:
-  Console& console_;
+  ConsoleState& state_;
 };
 
 }  // namespace lineweir

@@ -2,48 +2,27 @@
 
 #include <array>
 
-#include "core/bits.h"
-#include "core/console.h"
-#include "core/guard.h"
-#include "core/integer16.h"
-#include "core/text.h"
-#include "serverlink/server_packet_codec.h"
+#include "base/bits.h"
+#include "base/integer16.h"
+#include "base/text.h"
+#include "callerdata/call_log_file.h"
+#include "callerdata/caller_data.h"
+#include "clocks/show_plan_store.h"
+#include "lines/equipment_kinds.h"
+#include "screen/display_options.h"
+#include "screen/fonts.h"
+#include "screen/window_size.h"
+#include "serverlink/server_link.h"
+#include "state/console_state.h"
+#include "state/guard.h"
+#include "wire/server_packet_codec.h"
 
 namespace lineweir {
 namespace {
 
 constexpr std::size_t flag_count = 43;
 constexpr std::size_t group_field = 2;
-constexpr int kind_without_profiles = 4;
 constexpr int rows_with_room_for_digits = 11;
-
-std::string flags_of(Console& console) {
-  const MainForm& form = console.Lineweir;
-  std::string flags;
-  const auto add = [&flags](bool flag) { flags += return_byte(flag); };
-  for (const MenuItem* item :
-       {&form.Com1, &form.Com2, &form.Com3, &form.Com4, &form.NetworkConnectionOption,
-        &form.WinsockMenu, &form.PortOn, &form.Off, &form.RemoteCom1, &form.RemoteCom2,
-        &form.RemoteCom3, &form.RemoteCom4, &form.RemoteOn, &form.RemoteOff}) {
-    add(item->checked);
-  }
-  for (const bool field_is_logged : console.caller_data.LogFieldOn) add(field_is_logged);
-  for (const MenuItem* item :
-       {&form.PassiveMode, &form.StudioMode, &form.ScreenerMode, &form.RemoteNext,
-        &form.EventClockMenu, &form.TimeClockMenuItem, &form.AutoDataEntry, &form.MitelPhone1,
-        &form.MitelPhone2, &form.DimLineNumMenu, &form.StudioLinNumMenu, &form.SyncTimeMenu}) {
-    add(item->checked);
-  }
-  add(form.DigiClock.checked && console.program.VisibleLines < rows_with_room_for_digits);
-  for (const MenuItem* item :
-       {&form.Line20Mode, &form.TextGrowToggle, &form.ServerShowData, &form.NextBarDisable}) {
-    add(item->checked);
-  }
-  const platform::FontChoice font = console.fonts.present();
-  add(font.bold);
-  add(font.italic);
-  return flags;
-}
 
 void append_field(std::string& block, std::string_view field) {
   block += trimmed(field);
@@ -51,14 +30,6 @@ void append_field(std::string& block, std::string_view field) {
 }
 
 void append_field(std::string& block, int number) { append_field(block, std::to_string(number)); }
-
-void append_column(std::string& block, Console& console, int column) {
-  const bool checked = console.DisplayOptionForm.CheckItem(column).value == 1;
-  const int listed = checked ? console.display.listed_place(column) : -1;
-  append_field(block, listed < 0 ? column_not_listed : listed);
-  append_field(block, checked ? "T" : "F");
-  append_field(block, checked ? console.display.width_of(column) : 0);
-}
 
 }  // namespace
 
@@ -69,43 +40,91 @@ int group_of_profile(std::string_view block) {
   return integer16(leading_number(fields[group_field]));
 }
 
-std::string PrepareUserData(Console& console, std::string_view TheName) {
-  std::string block;
-  guard(console, "Lineweir_PrepareUserData", [&] {
-    MainForm& form = console.Lineweir;
-    if (form.window_state == window_minimised) form.window_state = window_normal;
-    if (!TheName.empty()) console.login.UserName = TheName;
+UserProfile::UserProfile(ConsoleState& state, ServerLink& server, ShowPlanStore& show_plan,
+                         DisplayOptions& display, WindowSize& window, Fonts& fonts,
+                         CallLogFile& call_log_file, CallerDataEntry& caller_data)
+    : state_(state),
+      server_(server),
+      show_plan_(show_plan),
+      display_(display),
+      window_(window),
+      fonts_(fonts),
+      call_log_file_(call_log_file),
+      caller_data_(caller_data) {}
 
-    append_field(block, TheName.empty() ? console.login.UserName.trimmed() : TheName);
-    block += flags_of(console);
-    const WindowTarget window = console.window.present();
-    append_field(block, window.height);
-    append_field(block, window.width);
-    append_field(block, console.program.GroupNumber);
-    append_field(block, window.state);
-    append_field(block, console.show_plan.path_to_store());
-    append_field(block, console.call_log_file.path_to_store());
-    append_field(block, console.caller_data.OperatorName);
-    append_field(block, console.program.GroupNumber);
-    append_field(block, console.clock_state.Warning1);
-    append_field(block, console.clock_state.Warning2);
-    append_field(block, console.program.MessageFile);
+std::string UserProfile::PrepareUserData(std::string_view TheName) {
+  std::string block;
+  guard(state_.trace, "Lineweir_PrepareUserData", [&] {
+    MainForm& form = state_.Lineweir;
+    if (form.window_state == window_minimised) form.window_state = window_normal;
+    if (!TheName.empty()) state_.login.UserName = TheName;
+
+    append_field(block, TheName.empty() ? state_.login.UserName.trimmed() : TheName);
+    block += flags();
+    const WindowTarget target = window_.present();
+    append_field(block, target.height);
+    append_field(block, target.width);
+    append_field(block, state_.program.GroupNumber);
+    append_field(block, target.state);
+    append_field(block, show_plan_.path_to_store());
+    append_field(block, call_log_file_.path_to_store());
+    append_field(block, state_.program.OperatorName);
+    append_field(block, state_.program.GroupNumber);
+    append_field(block, state_.clock_state.Warning1);
+    append_field(block, state_.clock_state.Warning2);
+    append_field(block, state_.program.MessageFile);
     for (int column = first_optional_column; column < column_count; ++column) {
-      append_column(block, console, column);
+      append_column(block, column);
     }
-    const platform::FontChoice font = console.fonts.present();
+    const platform::FontChoice font = fonts_.present();
     append_field(block, font.name);
     append_field(block, font.size);
-    append_field(block, console.clock_state.DelayOffset);
+    append_field(block, state_.clock_state.DelayOffset);
   });
   return block;
 }
 
-void send_user_profile(Console& console, std::string_view OldUseName) {
-  if (console.lines.ThePhoneFlag == kind_without_profiles) return;
-  ServerPacket packet = console.server.packet(ClientCommand::CmdUserProfile);
-  packet.set_buffer(PrepareUserData(console, OldUseName));
-  console.server.send(packet);
+void UserProfile::append_column(std::string& block, int column) const {
+  const bool checked = state_.DisplayOptionForm.CheckItem(column).value == 1;
+  const int listed = checked ? display_.listed_place(column) : -1;
+  append_field(block, listed < 0 ? column_not_listed : listed);
+  append_field(block, checked ? "T" : "F");
+  append_field(block, checked ? display_.width_of(column) : 0);
+}
+
+std::string UserProfile::flags() const {
+  const MainForm& form = state_.Lineweir;
+  std::string flags;
+  const auto add = [&flags](bool flag) { flags += return_byte(flag); };
+  for (const MenuItem* item :
+       {&form.Com1, &form.Com2, &form.Com3, &form.Com4, &form.NetworkConnectionOption,
+        &form.WinsockMenu, &form.PortOn, &form.Off, &form.RemoteCom1, &form.RemoteCom2,
+        &form.RemoteCom3, &form.RemoteCom4, &form.RemoteOn, &form.RemoteOff}) {
+    add(item->checked);
+  }
+  for (const bool field_is_logged : caller_data_.LogFieldOn) add(field_is_logged);
+  for (const MenuItem* item :
+       {&form.PassiveMode, &form.StudioMode, &form.ScreenerMode, &form.RemoteNext,
+        &form.EventClockMenu, &form.TimeClockMenuItem, &form.AutoDataEntry, &form.MitelPhone1,
+        &form.MitelPhone2, &form.DimLineNumMenu, &form.StudioLinNumMenu, &form.SyncTimeMenu}) {
+    add(item->checked);
+  }
+  add(form.DigiClock.checked && state_.program.VisibleLines < rows_with_room_for_digits);
+  for (const MenuItem* item :
+       {&form.Line20Mode, &form.TextGrowToggle, &form.ServerShowData, &form.NextBarDisable}) {
+    add(item->checked);
+  }
+  const platform::FontChoice font = fonts_.present();
+  add(font.bold);
+  add(font.italic);
+  return flags;
+}
+
+void UserProfile::send(std::string_view OldUseName) {
+  if (server_decides(state_.lines.ThePhoneFlag)) return;
+  ServerPacket packet = server_.packet(ClientCommand::CmdUserProfile);
+  packet.set_buffer(PrepareUserData(OldUseName));
+  server_.send(packet);
 }
 
 }  // namespace lineweir

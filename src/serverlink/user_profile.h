@@ -5,7 +5,14 @@
 
 namespace lineweir {
 
-struct Console;
+class CallLogFile;
+class CallerDataEntry;
+class DisplayOptions;
+class Fonts;
+class ServerLink;
+class ShowPlanStore;
+class WindowSize;
+struct ConsoleState;
 
 // The text in which a server keeps a user's options: 43 flags, each "1" or "0", then fields, each
 // ended by a char 3: height, width, group, window state, show data file, database, operator, group
@@ -18,11 +25,32 @@ inline constexpr int no_group = -1;
 // TextWrit_ExtractMessageGroup: the group in a received block, no_group where it isn't there.
 int group_of_profile(std::string_view block);
 
-// The block to send. A name that isn't empty becomes the user's.
-std::string PrepareUserData(Console& console, std::string_view TheName);
+// The profile of the user at this console.
+class UserProfile {
+ public:
+  UserProfile(ConsoleState& state, ServerLink& server, ShowPlanStore& show_plan,
+              DisplayOptions& display, WindowSize& window, Fonts& fonts, CallLogFile& call_log_file,
+              CallerDataEntry& caller_data);
 
-// Gives the block to the server, unless the equipment is of kind 4. A failure of the socket is the
-// caller's to handle.
-void send_user_profile(Console& console, std::string_view OldUseName);
+  // The block to send. A name that isn't empty becomes the user's.
+  std::string PrepareUserData(std::string_view TheName);
+
+  // Gives the block to the server, unless the equipment is of kind 4. A failure of the socket is
+  // the caller's to handle.
+  void send(std::string_view OldUseName);
+
+ private:
+  std::string flags() const;
+  void append_column(std::string& block, int column) const;
+
+  ConsoleState& state_;
+  ServerLink& server_;
+  ShowPlanStore& show_plan_;
+  DisplayOptions& display_;
+  WindowSize& window_;
+  Fonts& fonts_;
+  CallLogFile& call_log_file_;
+  CallerDataEntry& caller_data_;
+};
 
 }  // namespace lineweir

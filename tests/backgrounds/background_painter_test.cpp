@@ -3,7 +3,7 @@
 #include <doctest/doctest.h>
 
 #include "desktop/theme.h"
-#include "screen/layout.h"
+#include "forms/layout.h"
 
 namespace lineweir::test {
 namespace {

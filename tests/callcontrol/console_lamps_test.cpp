@@ -2,7 +2,7 @@
 
 #include <doctest/doctest.h>
 
-#include "core/text.h"
+#include "base/text.h"
 
 namespace lineweir::test {
 namespace {

@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "screen/columns.h"
+#include "forms/columns.h"
 #include "support/scripted_console.h"
 
 namespace lineweir::test {

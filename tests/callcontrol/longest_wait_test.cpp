@@ -5,8 +5,8 @@
 #include <string>
 #include <vector>
 
-#include "core/line_table.h"
-#include "core/time_text.h"
+#include "base/time_text.h"
+#include "lines/line_table.h"
 #include "support/property_check.h"
 
 namespace lineweir::test {

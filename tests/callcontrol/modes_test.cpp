@@ -402,7 +402,7 @@ TEST_SUITE("callcontrol/modes: the producer's phone") {
       desk.console.lines.ThePhoneFlag = kind;
       desk.console.Lineweir.ScreenerMode.on_click();
       CHECK_FALSE(desk.console.Lineweir.NextButton.enabled);
-      CHECK_FALSE(desk.console.line_actions.seat().has_handset());
+      CHECK_FALSE(seat_of(desk.console).has_handset());
     }
   }
 

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "callcontrol/command_frame.h"
+#include "serverlink/command_frame.h"
 #include "support/bytes.h"
 #include "support/scripted_console.h"
 

@@ -6,9 +6,9 @@
 #include <string>
 #include <vector>
 
+#include "base/text.h"
 #include "callcontrol/console_lamps.h"
-#include "core/cadence.h"
-#include "core/text.h"
+#include "lines/cadence.h"
 #include "support/dial_desk.h"
 
 namespace lineweir::test {

@@ -4,7 +4,7 @@
 
 #include <array>
 
-#include "callerdata/call_log_columns.h"
+#include "forms/call_log_columns.h"
 #include "support/call_log_file.h"
 #include "support/failure_number.h"
 #include "support/recording_databases.h"

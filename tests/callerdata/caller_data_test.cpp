@@ -5,9 +5,9 @@
 #include <array>
 #include <map>
 
-#include "serverlink/packet_text.h"
 #include "support/entry_form.h"
 #include "support/packet_gen.h"
+#include "wire/packet_text.h"
 
 namespace lineweir::test {
 namespace {
@@ -285,7 +285,7 @@ TEST_SUITE("callerdata/form 4") {
   TEST_CASE("over the socket one frame goes out with eleven texts") {
     EntryForm test;
     test.connect_socket();
-    test.console.caller_data.OperatorName = " Jo ";
+    test.console.program.OperatorName = " Jo ";
     test.console.program.GroupNumber = 3;
     test.console.program.ConsoleNumber = 2;
     test.open(4);
@@ -334,7 +334,7 @@ TEST_SUITE("callerdata/form 4") {
   TEST_CASE("over the remote objects the property of the line is written, which counts from 1") {
     EntryForm test;
     test.connect_remote();
-    test.console.caller_data.OperatorName = "Jo";
+    test.console.program.OperatorName = "Jo";
     test.console.program.GroupNumber = 3;
     // The remote objects go before the socket.
     test.connect_socket();
@@ -353,12 +353,12 @@ TEST_SUITE("callerdata/form 4") {
 
   TEST_CASE("clearing a line's data is the empty text on both roads") {
     EntryForm test;
-    test.console.data_sender.tell_data_cleared(4);
+    test.console.data_sender.tell_data_cleared("Test", 4);
     test.connect_socket();
-    test.console.data_sender.tell_data_cleared(4);
+    test.console.data_sender.tell_data_cleared("Test", 4);
     CHECK(test.platform.winsock1.take_writes() == Texts{frame(4, 1, 0, "")});
     test.connect_remote();
-    test.console.data_sender.tell_data_cleared(4);
+    test.console.data_sender.tell_data_cleared("Test", 4);
     const auto calls = test.platform.remote_objects.take_calls();
     REQUIRE(calls.size() == 1);
     CHECK(std::get<std::int64_t>(calls[0].arguments[0]) == 5);
@@ -476,11 +476,11 @@ TEST_SUITE("callerdata/another console's data while Form4 is open") {
 
   TEST_CASE("data of another line, and this console's own, change nothing") {
     EntryForm test;
-    test.console.caller_data.OperatorName = "Tom";
+    test.console.program.OperatorName = "Tom";
     test.open(4);
     arrives(test, 4, from_another({{1, "Ann"}}));
     CHECK(test.text(1) == "");
-    test.console.caller_data.OperatorName = "Sue";
+    test.console.program.OperatorName = "Sue";
     arrives(test, 3, from_another({{1, "Ann"}}));
     CHECK(test.text(1) == "");
   }

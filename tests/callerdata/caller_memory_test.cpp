@@ -2,7 +2,7 @@
 
 #include <doctest/doctest.h>
 
-#include "callerdata/call_log_columns.h"
+#include "forms/call_log_columns.h"
 #include "support/call_log_file.h"
 #include "support/entry_form.h"
 

@@ -2,7 +2,7 @@
 
 #include <doctest/doctest.h>
 
-#include "callerdata/call_log_columns.h"
+#include "forms/call_log_columns.h"
 #include "letters/code_page_letters.h"
 #include "support/property_check.h"
 

@@ -2,7 +2,7 @@
 
 #include <doctest/doctest.h>
 
-#include "core/text.h"
+#include "base/text.h"
 #include "support/property_check.h"
 
 namespace lineweir::test {

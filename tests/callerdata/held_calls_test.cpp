@@ -3,7 +3,7 @@
 #include <doctest/doctest.h>
 
 #include "callerdata/call_log.h"
-#include "callerdata/call_log_columns.h"
+#include "forms/call_log_columns.h"
 #include "platform/scripted/memory_databases.h"
 
 namespace lineweir::test {

@@ -1,6 +1,6 @@
 #include <doctest/doctest.h>
 
-#include "core/guard.h"
+#include "state/guard.h"
 #include "support/call_log_file.h"
 #include "support/call_viewer.h"
 
@@ -128,7 +128,7 @@ TEST_SUITE("callerdata/log in many letters") {
   TEST_CASE("a failure tells of a file in the console's letters") {
     ScriptedConsole test(set_named("windows-1250"));
     const Failure failure(failure_number::file_access, "Can't write Łódź: no room");
-    CHECK(description_of(test.console, failure) ==
+    CHECK(description_of(test.console.services.letters, failure) ==
           in_set("windows-1250", "Can't write Łódź: no room"));
   }
 }

@@ -79,7 +79,7 @@ TEST_SUITE("callerdata/received data") {
   TEST_CASE("what this console sent itself changes nothing, also if the data differ") {
     EntryForm test;
     test.connect_socket();
-    test.console.caller_data.OperatorName = std::string(" \0Jo\0 ", 6);
+    test.console.program.OperatorName = std::string(" \0Jo\0 ", 6);
     call_back(test, details("Jo"), 1);
     receive(test, details("Jo"), 0);
     CHECK(test.shown(0, 1).caption == "");
@@ -113,7 +113,7 @@ TEST_SUITE("callerdata/received data") {
   TEST_CASE("what comes back from Form4 is read as it was sent") {
     EntryForm sender;
     sender.connect_socket();
-    sender.console.caller_data.OperatorName = "Jo";
+    sender.console.program.OperatorName = "Jo";
     sender.open(2);
     for (int entry = 1; entry <= 10; ++entry) {
       sender.box(entry).text = "f" + std::to_string(entry);

@@ -3,8 +3,8 @@
 #include <initializer_list>
 #include <string_view>
 
+#include "base/time_text.h"
 #include "clocks/show_plan.h"
-#include "core/time_text.h"
 
 namespace lineweir::test {
 

@@ -2,7 +2,7 @@
 
 #include <doctest/doctest.h>
 
-#include "core/time_text.h"
+#include "base/time_text.h"
 
 namespace lineweir::test {
 namespace {

@@ -5,8 +5,8 @@
 #include <string>
 #include <vector>
 
-#include "core/settings_record.h"
 #include "screen/fonts.h"
+#include "state/settings_record.h"
 #include "support/scripted_console.h"
 
 namespace lineweir {

@@ -3,8 +3,8 @@
 #include <string>
 #include <vector>
 
-#include "core/guard.h"
-#include "core/settings_record.h"
+#include "state/guard.h"
+#include "state/settings_record.h"
 #include "support/scripted_console.h"
 
 namespace lineweir {
@@ -193,7 +193,7 @@ TEST_CASE("stored values come back where they belong") {
   CHECK(console.clock_state.Warning1 == 45);
   CHECK(console.clock_state.Warning2 == 20);
   CHECK(console.clock_state.DelayOffset == 12);
-  CHECK(console.caller_data.OperatorName == "Marsh");
+  CHECK(console.program.OperatorName == "Marsh");
   CHECK_FALSE(console.caller_data.LogFieldOn[2]);
   CHECK(console.login.UserName.trimmed() == "amarsh");
   CHECK(console.Lineweir.Label1.caption == "A. Marsh");
@@ -297,7 +297,8 @@ TEST_CASE("without the trace a failure leaves no mark, with it a line") {
     ScriptedConsole desk(trace_on ? "D" : "");
     std::vector<std::string> lines;
     desk.console.trace.on_line = [&](const std::string& line) { lines.push_back(line); };
-    guard(desk.console, "Lineweir_Timer5_Timer", [] { throw Failure(11, "Division by zero"); });
+    guard(desk.console.trace, "Lineweir_Timer5_Timer",
+          [] { throw Failure(11, "Division by zero"); });
     const auto file = desk.platform.files.read("LWDebug.txt");
     if (trace_on) {
       CHECK(lines == std::vector<std::string>{"Lineweir_Timer5_Timer Error - Division by zero"});

@@ -6,9 +6,9 @@
 #include <QLineEdit>
 #include <QMenu>
 
+#include "forms/pictures.h"
 #include "full_dialogs.h"
 #include "pixels.h"
-#include "screen/pictures.h"
 
 // Contrast as it stands on the screen: the letters' pixels against those around them. Disabled text
 // counts like any other, since it tells what would be there.

@@ -13,8 +13,8 @@
 #include <QTableView>
 #include <QTemporaryDir>
 
+#include "base/failure.h"
 #include "desktop/pdf_tables.h"
-#include "elements/failure.h"
 #include "shown_console.h"
 #include "support/call_log_file.h"
 #include "support/failure_number.h"

@@ -2,9 +2,9 @@
 
 #include <QApplication>
 
+#include "forms/pictures.h"
 #include "pixels.h"
 #include "screen/button_faces.h"
-#include "screen/pictures.h"
 #include "shown_console.h"
 
 namespace lineweir {

@@ -5,9 +5,8 @@
 #include <algorithm>
 #include <array>
 
-#include "core/link_state.h"
+#include "forms/pictures.h"
 #include "pixels.h"
-#include "screen/pictures.h"
 #include "shown_console.h"
 
 // What the main window shows and says while there is no link to the telephone system.

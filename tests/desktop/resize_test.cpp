@@ -4,7 +4,7 @@
 
 #include "desktop/shown_console.h"
 #include "desktop/twips.h"
-#include "screen/layout.h"
+#include "forms/layout.h"
 
 namespace lineweir {
 namespace {

@@ -7,12 +7,12 @@
 #include <functional>
 #include <stdexcept>
 
-#include "core/settings_record.h"
 #include "desktop/desktop.h"
 #include "desktop/element_looks.h"
 #include "desktop/element_widget.h"
 #include "desktop/form_canvas.h"
 #include "desktop/main_window.h"
+#include "state/settings_record.h"
 #include "support/scripted_console.h"
 
 namespace lineweir::test {

@@ -135,7 +135,7 @@ TEST_SUITE("desktop/stale") {
         {"hybrid",
          [&] {
            console.program.MainHybridOn = !console.program.MainHybridOn;
-           console.panel.SetEnabledDisabled();
+           console.modes.SetEnabledDisabled();
          }},
         {"lines",
          [&] {

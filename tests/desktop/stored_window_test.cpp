@@ -3,9 +3,9 @@
 #include <QScreen>
 #include <array>
 
-#include "core/settings_record.h"
 #include "desktop/twips.h"
 #include "shown_console.h"
+#include "state/settings_record.h"
 
 namespace lineweir {
 namespace {

@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "screen/pictures.h"
+#include "forms/pictures.h"
 #include "shown_console.h"
 
 namespace lineweir {

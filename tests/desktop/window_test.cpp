@@ -1,7 +1,7 @@
 #include <doctest/doctest.h>
 
 #include "desktop/twips.h"
-#include "screen/pictures.h"
+#include "forms/pictures.h"
 #include "shown_console.h"
 
 namespace lineweir {

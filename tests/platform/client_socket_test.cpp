@@ -7,7 +7,7 @@
 #include <QTcpSocket>
 #include <memory>
 
-#include "elements/failure.h"
+#include "base/failure.h"
 #include "platform/qt/qt_client_socket.h"
 #include "platform/qt/qt_event_loop.h"
 #include "processor_time.h"

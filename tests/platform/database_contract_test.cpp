@@ -1,6 +1,6 @@
 #include <doctest/doctest.h>
 
-#include "elements/failure.h"
+#include "base/failure.h"
 #include "platform/database.h"
 #include "platform/scripted/memory_databases.h"
 #include "platform/sqlite/sqlite_databases.h"

@@ -15,7 +15,7 @@
 #include <random>
 #include <sstream>
 
-#include "elements/failure.h"
+#include "base/failure.h"
 #include "letters/code_page_letters.h"
 #include "letters/path_text.h"
 #include "temporary_directory.h"

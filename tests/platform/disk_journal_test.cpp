@@ -6,7 +6,7 @@
 
 #include <fstream>
 
-#include "elements/failure.h"
+#include "base/failure.h"
 #include "journal_desk.h"
 #include "platform/journal/call_store.h"
 

@@ -4,7 +4,7 @@
 
 #include <fstream>
 
-#include "elements/failure.h"
+#include "base/failure.h"
 #include "journal_desk.h"
 
 using namespace lineweir;

@@ -5,7 +5,7 @@
 #include <fstream>
 #include <vector>
 
-#include "elements/failure.h"
+#include "base/failure.h"
 #include "platform/qt/qt_event_loop.h"
 #include "platform/qt/qt_serial_port.h"
 #include "processor_time.h"

@@ -9,8 +9,8 @@
 #include <random>
 #include <string>
 
-#include "core/settings_record.h"
 #include "platform/disk/disk_files.h"
+#include "state/settings_record.h"
 #include "temporary_directory.h"
 
 using namespace lineweir;

@@ -11,7 +11,7 @@
 #include <fstream>
 #include <sstream>
 
-#include "elements/failure.h"
+#include "base/failure.h"
 #include "letters/code_page_letters.h"
 #include "temporary_directory.h"
 

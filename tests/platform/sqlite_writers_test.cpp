@@ -10,7 +10,7 @@
 #include <optional>
 #include <random>
 
-#include "elements/failure.h"
+#include "base/failure.h"
 #include "platform/sqlite/sqlite_databases.h"
 #include "temporary_directory.h"
 

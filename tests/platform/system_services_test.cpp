@@ -4,7 +4,7 @@
 #include <cmath>
 #include <vector>
 
-#include "elements/failure.h"
+#include "base/failure.h"
 #include "platform/qt/qt_random_numbers.h"
 #include "platform/qt/qt_remote_objects.h"
 #include "platform/qt/qt_system_clock.h"

@@ -55,7 +55,7 @@ TEST_SUITE("screen/button_panel") {
           console.program.VisibleLines = rows;
           console.program.MainHybridOn = main;
           console.program.ConfHybridOn = conference;
-          console.panel.SetEnabledDisabled();
+          console.modes.SetEnabledDisabled();
 
           const ButtonFaces& center = rows >= 19 ? right_faces : center_faces;
           const auto small = [](bool on) { return on ? "DropSmallUp" : "DropSmallDisabled"; };
@@ -88,7 +88,7 @@ TEST_SUITE("screen/button_panel") {
           console.program.ConfHybridOn = hybrids;
           form.MitelPhone1.checked = handset == 1;
           form.MitelPhone2.checked = handset == 2;
-          console.panel.SetEnabledDisabled();
+          console.modes.SetEnabledDisabled();
 
           const bool chosen = handset != 0;
           const ButtonFaces& center = rows >= 19 ? right_faces : center_faces;
@@ -111,10 +111,10 @@ TEST_SUITE("screen/button_panel") {
     Console& console = desk.console;
     console.lines.ThePhoneFlag = 4;
     console.program.MainHybridOn = false;
-    console.panel.SetEnabledDisabled();
+    console.modes.SetEnabledDisabled();
     CHECK(shows(console.Lineweir.Drop1, true, "DropSmallUp"));
     console.lines.ThePhoneFlag = 3;
-    console.panel.SetEnabledDisabled();
+    console.modes.SetEnabledDisabled();
     CHECK(shows(console.Lineweir.Drop1, false, "DropSmallDisabled"));
   }
 
@@ -126,27 +126,27 @@ TEST_SUITE("screen/button_panel") {
     form.ScreenerMode.checked = true;
     form.RemoteNext.checked = true;
     form.RemoteNextTimer.enabled = true;
-    console.panel.SetEnabledDisabled();
+    console.modes.SetEnabledDisabled();
     CHECK_FALSE(form.RemoteNext.checked);
     CHECK_FALSE(form.RemoteNext.enabled);
     CHECK_FALSE(form.RemoteNextTimer.enabled);
     CHECK(desk.platform.comm1.take_writes() == std::vector<std::string>{"R"});
-    console.panel.SetEnabledDisabled();
+    console.modes.SetEnabledDisabled();
     CHECK(desk.platform.comm1.take_writes().empty());
 
     form.ScreenerMode.checked = false;
     console.lines.ThePhoneFlag = 2;
-    console.panel.SetEnabledDisabled();
+    console.modes.SetEnabledDisabled();
     CHECK_FALSE(form.RemoteNext.enabled);
     for (const int kind : {1, 3}) {
       form.RemoteNext.enabled = false;
       console.lines.ThePhoneFlag = kind;
-      console.panel.SetEnabledDisabled();
+      console.modes.SetEnabledDisabled();
       CHECK(form.RemoteNext.enabled);
     }
     form.RemoteNext.enabled = false;
     console.program.RemoteNextAllowed = false;
-    console.panel.SetEnabledDisabled();
+    console.modes.SetEnabledDisabled();
     CHECK_FALSE(form.RemoteNext.enabled);
   }
 
@@ -155,7 +155,7 @@ TEST_SUITE("screen/button_panel") {
     Console& console = desk.console;
     const MainForm& form = console.Lineweir;
     console.Lineweir.PassiveMode.checked = true;
-    console.panel.SetEnabledDisabled();
+    console.modes.SetEnabledDisabled();
     CHECK(all_show(form.OnHybrid1, false));
     CHECK(all_show(form.OnHybrid2, false));
     for (const Picture* button : {&form.Drop1, &form.Hold1, &form.Drop2, &form.Hold2}) {

@@ -61,7 +61,7 @@ TEST_SUITE("screen/column_choice: boxes") {
     ScriptedConsole desk;
     Console& console = desk.console;
     console.DisplayOptionForm.LineCheck(4).value = 0;
-    console.visible_rows.RefreshVisibleRows();
+    console.row_choice.RefreshVisibleRows();
     toggle(console, 12);
     CHECK(console.Lineweir.LineUser(3).visible);
     CHECK_FALSE(console.Lineweir.LineUser(4).visible);

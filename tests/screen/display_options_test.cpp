@@ -146,7 +146,7 @@ TEST_SUITE("screen/display_options") {
     ScriptedConsole desk;
     Console& console = desk.console;
     console.DisplayOptionForm.LineCheck(0).value = 0;
-    console.visible_rows.RefreshVisibleRows();
+    console.row_choice.RefreshVisibleRows();
     console.display.fill_width_boxes();
     CHECK(console.DisplayOptionForm.WidthText(3).text == "1700");
     CHECK(console.settings.collect().ColumnWidth[1] == 1700);

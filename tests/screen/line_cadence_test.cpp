@@ -1,6 +1,6 @@
 #include <doctest/doctest.h>
 
-#include "core/cadence.h"
+#include "lines/cadence.h"
 #include "support/failure_number.h"
 #include "support/scripted_console.h"
 
@@ -29,7 +29,7 @@ TEST_SUITE("screen/cadence of a line: up to 10 lines") {
       CAPTURE(letter);
       for (int line = 0; line < 10; ++line) {
         test.set_letter(line, letter);
-        CHECK(test.cadence(line) == cadence_pair(letter, 1, false));
+        CHECK(test.cadence(line) == cadence_pair(letter, false));
       }
     }
   }

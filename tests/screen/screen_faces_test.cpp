@@ -90,7 +90,7 @@ TEST_SUITE("screen/screen_faces") {
     Console& console = desk.console;
     MainForm& form = console.Lineweir;
     console.DisplayOptionForm.LineCheck(0).value = 0;
-    console.visible_rows.RefreshVisibleRows();
+    console.row_choice.RefreshVisibleRows();
 
     console.faces.CheckTopSize();
     CHECK(form.ScreenTop.top == 0);
@@ -114,7 +114,7 @@ TEST_SUITE("screen/screen_faces") {
     Console& console = desk.console;
     MainForm& form = console.Lineweir;
     console.DisplayOptionForm.LineCheck(9).value = 0;
-    console.visible_rows.RefreshVisibleRows();
+    console.row_choice.RefreshVisibleRows();
     console.faces.SetPictureAutoOn();
     for (const Picture* cover : {&form.ScreenTopImage, &form.ScreenBottomImage, &form.Drop1Image,
                                  &form.DialImage, &form.DataRowImage(0)}) {

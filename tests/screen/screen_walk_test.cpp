@@ -263,7 +263,7 @@ TEST_SUITE("screen: every row count") {
     Console& console = desk.console;
     MainForm& form = console.Lineweir;
     for (int line = 0; line < 10; ++line) console.DisplayOptionForm.LineCheck(line).value = 0;
-    console.visible_rows.RefreshVisibleRows();
+    console.row_choice.RefreshVisibleRows();
     CHECK(console.program.VisibleLines == 0);
     CHECK(root_height(0, true) == 7005);
     for (int line = 0; line < 10; ++line) CHECK_FALSE(form.DataRow(line).visible);

@@ -100,7 +100,7 @@ TEST_SUITE("screen/visible_rows") {
     form.width = 12000;
     console.DisplayOptionForm.LineCheck(9).value = 1;
     console.DisplayOptionForm.LineCheck(2).value = 0;
-    console.visible_rows.RefreshVisibleRows();
+    console.row_choice.RefreshVisibleRows();
     CHECK(form.width == 12000);
     CHECK(form.DataRow(9).visible);
     CHECK_FALSE(form.DataRow(2).visible);

@@ -165,7 +165,7 @@ TEST_SUITE("screen/window_size: resizing") {
     Console& console = desk.console;
     desk.platform.loop.advance(platform::Milliseconds(1000));
     console.DisplayOptionForm.LineCheck(0).value = 0;
-    console.visible_rows.RefreshVisibleRows();
+    console.row_choice.RefreshVisibleRows();
     console.window.SetToRoot(0);
     CHECK_FALSE(console.Lineweir.timResize.enabled);
   }

@@ -2,7 +2,7 @@
 
 #include <doctest/doctest.h>
 
-#include "elements/failure.h"
+#include "base/failure.h"
 #include "platform/scripted/virtual_event_loop.h"
 
 namespace lineweir::platform {

@@ -4,7 +4,7 @@
 
 #include <string>
 
-#include "elements/failure.h"
+#include "base/failure.h"
 
 namespace lineweir::platform {
 namespace {

@@ -5,8 +5,8 @@
 #include <string>
 #include <vector>
 
-#include "serverlink/server_packet_framing.h"
 #include "support/scripted_console.h"
+#include "wire/server_packet_framing.h"
 
 namespace lineweir {
 namespace {
@@ -143,19 +143,19 @@ TEST_CASE("a login with a password stays in its group") {
 TEST_CASE("an accepted user stamps the caller data, unless a name is there") {
   LoginDesk desk;
   desk.server_answers('F', "????????????");
-  desk.console.caller_data.OperatorName = "  ";
+  desk.console.program.OperatorName = "  ";
   desk.console.login_exchange.TextWrit_PasswordA(false);
-  CHECK(desk.console.caller_data.OperatorName == "Ann");
-  desk.console.caller_data.OperatorName = "Bea";
+  CHECK(desk.console.program.OperatorName == "Ann");
+  desk.console.program.OperatorName = "Bea";
   desk.console.login_exchange.TextWrit_PasswordA(false);
-  CHECK(desk.console.caller_data.OperatorName == "Bea");
+  CHECK(desk.console.program.OperatorName == "Bea");
 }
 
 TEST_CASE("a refused user doesn't stamp the caller data") {
   LoginDesk desk;
   desk.server_answers('T', "");
   desk.console.login_exchange.TextWrit_PasswordA(false);
-  CHECK(desk.console.caller_data.OperatorName.empty());
+  CHECK(desk.console.program.OperatorName.empty());
   CHECK(desk.console.data_sender.sender_name() == desk.console.program.ClientId);
 }
 

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "elements/failure.h"
+#include "base/failure.h"
 #include "support/bytes.h"
 #include "support/failure_number.h"
 #include "support/packet_gen.h"

@@ -5,9 +5,9 @@
 #include <string>
 #include <vector>
 
-#include "serverlink/server_packet_codec.h"
 #include "support/property_check.h"
 #include "support/rows_of.h"
+#include "wire/server_packet_codec.h"
 
 namespace lineweir {
 namespace {
@@ -24,12 +24,12 @@ std::string block_of(const std::vector<std::string>& fields) {
 }
 
 std::string flags_of(Console& console) {
-  const std::string block = PrepareUserData(console, "");
+  const std::string block = console.user_profile.PrepareUserData("");
   return block.substr(block.find(item_end) + 1, flag_count);
 }
 
 std::vector<std::string> fields_of(Console& console) {
-  const std::string block = PrepareUserData(console, "");
+  const std::string block = console.user_profile.PrepareUserData("");
   return decode_list(block.substr(block.find(item_end) + 1 + flag_count));
 }
 
@@ -128,7 +128,7 @@ TEST_CASE("the profile's fields stand in their order") {
   ScriptedConsole desk;
   Console& console = desk.console;
   console.program.GroupNumber = 3;
-  console.caller_data.OperatorName = " Ann ";
+  console.program.OperatorName = " Ann ";
   console.clock_state.Warning1 = 45;
   console.clock_state.Warning2 = 15;
   console.program.MessageFile = "HOT.LWB";
@@ -149,7 +149,7 @@ TEST_CASE("each column has its place, mark and width in the profile") {
   // Neither the window's size nor a hidden line is in a width that is kept.
   test::resize(desk.console, 18840, 7255);
   form.LineCheck(0).value = 0;
-  desk.console.visible_rows.RefreshVisibleRows();
+  desk.console.row_choice.RefreshVisibleRows();
   desk.console.display.fill_width_boxes();
   const auto fields = fields_of(desk.console);
   REQUIRE(fields.size() == 47);
@@ -176,8 +176,8 @@ TEST_CASE("the height is kept without the menus") {
 TEST_CASE("a name that is given becomes the user's, and stands in front of the profile") {
   ScriptedConsole desk;
   desk.console.login.UserName = "Ann";
-  CHECK(PrepareUserData(desk.console, "").starts_with("Ann\3"));
-  CHECK(PrepareUserData(desk.console, "Bea").starts_with("Bea\3"));
+  CHECK(desk.console.user_profile.PrepareUserData("").starts_with("Ann\3"));
+  CHECK(desk.console.user_profile.PrepareUserData("Bea").starts_with("Bea\3"));
   CHECK(desk.console.login.UserName.trimmed() == "Bea");
 }
 

@@ -4,8 +4,8 @@
 
 #include <string>
 
-#include "core/status_letters.h"
-#include "screen/pictures.h"
+#include "forms/pictures.h"
+#include "lines/status_letters.h"
 #include "soak/crew.h"
 
 namespace lineweir::test {

@@ -22,11 +22,11 @@
 #include "desktop/form_canvas.h"
 #include "desktop/main_window.h"
 #include "desktop/program.h"
+#include "forms/pictures.h"
 #include "platform/qt/qt_event_loop.h"
 #include "platform/qt/qt_serial_port.h"
 #include "platform/qt/qt_system_clock.h"
 #include "platform/scripted/scripted_platform.h"
-#include "screen/pictures.h"
 #include "studio/exchange.h"
 #include "studio/pseudo_terminal.h"
 

@@ -3,7 +3,7 @@
 #include <string>
 #include <vector>
 
-#include "callerdata/call_log_columns.h"
+#include "forms/call_log_columns.h"
 #include "support/scripted_console.h"
 
 namespace lineweir::test {

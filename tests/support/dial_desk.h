@@ -3,6 +3,7 @@
 #include <string>
 #include <vector>
 
+#include "callcontrol/dial_words.h"
 #include "support/scripted_console.h"
 
 namespace lineweir::test {

@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "callerdata/entry_fields.h"
+#include "forms/entry_fields.h"
 #include "support/scripted_console.h"
 
 namespace lineweir::test {

@@ -5,8 +5,8 @@
 #include <string>
 #include <vector>
 
-#include "serverlink/server_packet_codec.h"
-#include "serverlink/server_packet_framing.h"
+#include "wire/server_packet_codec.h"
+#include "wire/server_packet_framing.h"
 
 namespace lineweir::test {
 

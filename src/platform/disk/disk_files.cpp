@@ -8,7 +8,7 @@
 #include <cerrno>
 #include <system_error>
 
-#include "elements/failure.h"
+#include "base/failure.h"
 #include "letters/path_text.h"
 #include "platform/disk/file_descriptor.h"
 #include "platform/disk/path_lookup.h"

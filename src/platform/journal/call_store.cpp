@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <filesystem>
 
-#include "elements/failure.h"
-#include "elements/names.h"
+#include "base/failure.h"
+#include "base/names.h"
 
 namespace lineweir::platform {
 namespace {

@@ -4,7 +4,7 @@
 #include <QNetworkProxy>
 #include <QSignalBlocker>
 
-#include "elements/failure.h"
+#include "base/failure.h"
 
 namespace lineweir::platform {
 

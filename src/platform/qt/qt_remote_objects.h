@@ -1,6 +1,6 @@
 #pragma once
 
-#include "elements/failure.h"
+#include "base/failure.h"
 #include "platform/remote_objects.h"
 
 namespace lineweir::platform {

@@ -11,7 +11,7 @@
 #include <ctime>
 #include <system_error>
 
-#include "elements/failure.h"
+#include "base/failure.h"
 
 namespace lineweir::platform {
 

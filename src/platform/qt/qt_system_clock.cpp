@@ -4,7 +4,7 @@
 #include <cerrno>
 #include <system_error>
 
-#include "elements/failure.h"
+#include "base/failure.h"
 
 namespace lineweir::platform {
 

@@ -2,7 +2,7 @@
 
 #include <optional>
 
-#include "elements/failure.h"
+#include "base/failure.h"
 #include "platform/database.h"
 
 namespace lineweir::platform {

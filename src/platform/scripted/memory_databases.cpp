@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "elements/failure.h"
+#include "base/failure.h"
 #include "platform/scripted/memory_recordset.h"
 
 namespace lineweir::platform {

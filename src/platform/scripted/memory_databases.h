@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "elements/names.h"
+#include "base/names.h"
 #include "platform/database.h"
 
 namespace lineweir::platform {

@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include "elements/failure.h"
+#include "base/failure.h"
 #include "platform/scripted/scripted_serial_port.h"
 
 namespace lineweir::platform {

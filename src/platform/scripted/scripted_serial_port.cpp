@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include "elements/failure.h"
+#include "base/failure.h"
 
 namespace lineweir::platform {
 

@@ -7,7 +7,7 @@
 #include <chrono>
 #include <thread>
 
-#include "elements/failure.h"
+#include "base/failure.h"
 #include "platform/sqlite/sqlite_failure.h"
 #include "platform/sqlite/statement.h"
 #include "platform/sqlite/wal_index.h"

@@ -6,7 +6,7 @@
 #include <cerrno>
 #include <string>
 
-#include "elements/failure.h"
+#include "base/failure.h"
 #include "platform/sqlite/sqlite_failure.h"
 
 namespace lineweir::platform {

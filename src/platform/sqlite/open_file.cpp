@@ -1,6 +1,6 @@
 #include "platform/sqlite/open_file.h"
 
-#include "elements/failure.h"
+#include "base/failure.h"
 #include "platform/sqlite/sqlite_failure.h"
 
 namespace lineweir::platform {

@@ -4,8 +4,8 @@
 
 #include <algorithm>
 
-#include "elements/failure.h"
-#include "elements/names.h"
+#include "base/failure.h"
+#include "base/names.h"
 #include "platform/sqlite/file_check.h"
 #include "platform/sqlite/sqlite_recordset.h"
 #include "platform/sqlite/sqlite_row_batch.h"

@@ -8,7 +8,7 @@
 #include <cerrno>
 #include <cstring>
 
-#include "elements/failure.h"
+#include "base/failure.h"
 #include "platform/disk/file_descriptor.h"
 #include "platform/disk/path_lookup.h"
 #include "platform/sqlite/file_check.h"

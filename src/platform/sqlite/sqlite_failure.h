@@ -5,7 +5,7 @@
 #include <filesystem>
 #include <string>
 
-#include "elements/failure.h"
+#include "base/failure.h"
 
 namespace lineweir::platform {
 

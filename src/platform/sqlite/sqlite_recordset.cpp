@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
-#include "elements/failure.h"
-#include "elements/names.h"
+#include "base/failure.h"
+#include "base/names.h"
 #include "platform/sqlite/sqlite_failure.h"
 
 namespace lineweir::platform {

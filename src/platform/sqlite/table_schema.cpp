@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <charconv>
 
-#include "elements/failure.h"
-#include "elements/names.h"
+#include "base/failure.h"
+#include "base/names.h"
 #include "platform/sqlite/sqlite_failure.h"
 #include "platform/sqlite/statement.h"
 

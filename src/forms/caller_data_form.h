@@ -1,0 +1,62 @@
+#pragma once
+
+#include "elements/button.h"
+#include "elements/control_array.h"
+#include "elements/form.h"
+#include "elements/label.h"
+#include "elements/text_box.h"
+#include "elements/timer.h"
+#include "forms/entry_fields.h"
+
+namespace lineweir {
+
+inline constexpr int caller_text_count = log_field_count;
+
+// The top of a field on Form4, by its place among those in use, from 0.
+constexpr int caller_row_top(int place) { return 120 + 375 * place; }
+
+// Form4, in which the screener types who is calling. The fields are elements 1 to 10 of both
+// arrays; element 0 is their model and never shown.
+class CallerDataForm : public Form {
+ public:
+  CallerDataForm();
+
+  ControlArray<TextBox> TheText{*this, "TheText"};
+  ControlArray<lineweir::Label> Label{*this, "Label"};
+  Button Command3D1{*this, "Command3D1", "&Save"};
+  Timer UnloadTimer{*this, "UnloadTimer", false, 100};
+
+  // Of a call that has ended: throws away what was typed. And between such a call and the one that
+  // is on its line now.
+  Button DiscardCall{*this, "DiscardCall", "&Discard"};
+  Button OtherCall{*this, "OtherCall"};
+  // What is typed goes to the file of drafts when it ticks.
+  Timer DraftTimer{*this, "DraftTimer", false, 500};
+
+  // What the log knows of the caller, and the offer to fill it in.
+  lineweir::Label MemoryLabel{*this, "MemoryLabel"};
+  Button MemoryFill{*this, "MemoryFill", "&Fill in"};
+
+  // What the user has to know while typing: below the fields, where nothing else moves for it.
+  lineweir::Label NoticeLabel{*this, "NoticeLabel"};
+
+  // Shows the fields in use, closed up, and hides the others.
+  void lay_out(const LogFieldFlags& fields);
+
+  EntryTexts texts() const;
+  // Where that changes a text the caret goes to its end.
+  void show_texts(const EntryTexts& texts);
+
+  // Gives the focus to the first field in use behind this one; false where there is none.
+  bool focus_next(int entry);
+
+  // The empty text shows nothing.
+  void show_notice(const std::string& text);
+
+ private:
+  void fit_height();
+
+  int fields_ = caller_text_count;
+};
+
+}  // namespace lineweir

@@ -1,0 +1,176 @@
+#include "forms/layout.h"
+
+#include <algorithm>
+#include <array>
+
+namespace lineweir {
+namespace {
+
+constexpr int small_width = 9420;
+constexpr int large_width = 12000;
+
+constexpr std::array<LayoutRange, 4> ranges = {{
+    {10,
+     small_width,
+     420,
+     180,
+     {680, 180, 575, 225},
+     {8910, 180, 465, 225},
+     780,
+     8955,
+     1260,
+     7590,
+     300,
+     675,
+     {1500, 315, 1290, 500},
+     {2850, 315, 1290, 500},
+     {4200, 315, 1290, 500},
+     false,
+     {8010, 315, 1290, 500},
+     {570, 950, 1695, 1740},
+     {2345, 950, 1695, 1740},
+     false,
+     {9090, 60, 195, 195},
+     false},
+    {18,
+     large_width,
+     600,
+     150,
+     {730, 150, 575, 225},
+     {9750, 150, 465, 225},
+     830,
+     9795,
+     1310,
+     8380,
+     290,
+     665,
+     {1310, 305, 1290, 500},
+     {2660, 305, 1290, 500},
+     {4010, 305, 1290, 500},
+     false,
+     {9335, 305, 1290, 500},
+     {10260, 300, 1695, 1740},
+     {10260, 2100, 1695, 1740},
+     true,
+     {11700, 60, 195, 195},
+     true},
+    {19,
+     large_width,
+     600,
+     150,
+     {730, 150, 575, 225},
+     {9750, 150, 465, 225},
+     830,
+     9795,
+     1310,
+     8380,
+     290,
+     665,
+     {10340, 4805, 1560, 500},
+     {10340, 5435, 1560, 500},
+     {10340, 6065, 1560, 500},
+     true,
+     {10610, 1190, 1290, 500},
+     {10260, 300, 1695, 1740},
+     {10260, 2100, 1695, 1740},
+     true,
+     {11700, 60, 195, 195},
+     true},
+    {20,
+     large_width,
+     600,
+     150,
+     {730, 150, 575, 225},
+     {9750, 150, 465, 225},
+     830,
+     9795,
+     1310,
+     8380,
+     290,
+     665,
+     {10340, 5120, 1560, 500},
+     {10340, 5745, 1560, 500},
+     {10340, 6380, 1560, 500},
+     true,
+     {10610, 935, 1290, 500},
+     {10260, 300, 1695, 1740},
+     {10260, 2100, 1695, 1740},
+     true,
+     {11700, 60, 195, 195},
+     true},
+}};
+
+// Top and height of the message display with 11 to 20 rows; the width is the same for all.
+struct MessagePlace {
+  int top;
+  int height;
+};
+constexpr std::array<MessagePlace, 10> message_places = {{{1230, 2650},
+                                                          {1230, 2340},
+                                                          {1230, 2020},
+                                                          {1230, 1720},
+                                                          {1230, 1390},
+                                                          {1230, 1080},
+                                                          {1230, 760},
+                                                          {1115, 660},
+                                                          {480, 880},
+                                                          {485, 660}}};
+
+}  // namespace
+
+const LayoutRange& layout_range(int visible_lines) {
+  for (const LayoutRange& range : ranges) {
+    if (visible_lines <= range.last_row_count) return range;
+  }
+  return ranges.back();
+}
+
+Place message_place(int visible_lines) {
+  if (visible_lines <= 10) return {4395, 1295, 4465, 1145};
+  const auto& place = message_places[static_cast<std::size_t>(std::min(visible_lines, 20) - 11)];
+  return {1310, place.top, 8440, place.height};
+}
+
+Place link_label_place(int visible_lines) {
+  if (visible_lines <= 10) return {4395, 1005, 4465, 255};
+  if (visible_lines >= 19) return {1310, 210, 8440, 255};
+  // The message display beside 18 rows leaves less room above it.
+  return {1310, 960, 8440, visible_lines == 18 ? 150 : 255};
+}
+
+Place log_waiting_place(int visible_lines) {
+  constexpr int gap = 120;
+  const Place message = message_place(visible_lines);
+  return {message.left, message.top + message.height + gap, message.width, 255};
+}
+
+int row_top(int visible_lines, int row) {
+  return layout_range(visible_lines).first_row_top + row_pitch * row;
+}
+
+int panel_top(int visible_lines) { return row_top(visible_lines, visible_lines); }
+
+int content_height(int visible_lines) {
+  return visible_lines <= 10 ? visible_lines * row_pitch + 3820 : 8595;
+}
+
+int root_width(int visible_lines) { return layout_range(visible_lines).form_width; }
+
+int root_height(int visible_lines, bool menu_bar) {
+  if (visible_lines == 0) return 7005;
+  return content_height(visible_lines) + (menu_bar ? menu_bar_height : 0);
+}
+
+int reset_height(int visible_lines, bool menu_bar) {
+  if (visible_lines == 0) return 7255;
+  if (visible_lines <= 10) return root_height(visible_lines, menu_bar);
+  if (visible_lines == 17) return menu_bar ? 8865 : 8580;
+  return menu_bar ? 8881 : 8595;
+}
+
+std::optional<Place> low_cover_place(int visible_lines) {
+  if (visible_lines != 18) return std::nullopt;
+  return Place{10200, 3870, 1800, 2400};
+}
+
+}  // namespace lineweir

@@ -1,0 +1,52 @@
+#pragma once
+
+namespace lineweir {
+
+// The kinds of telephone equipment, 1 to 4, that a server may tell; what each stands for a console
+// is asked here and nowhere else.
+
+// Sets of kinds, as the rule tables name them. A kind that nobody knows belongs to those sets that
+// leave kinds out.
+constexpr unsigned kind(int number) {
+  return number >= 1 && number <= 4 ? 1U << static_cast<unsigned>(number) : 1U;
+}
+
+inline constexpr unsigned any_kind = ~0U;
+constexpr unsigned all_but_kind(int number) { return ~kind(number); }
+
+// The server chooses the next call, names the telephones and keeps the seats' positions apart by
+// their console numbers; it keeps no profiles.
+constexpr bool server_decides(int kind) { return kind == 4; }
+
+// A ready caller is a held one with data, and a caller who comes back is told as a ring.
+constexpr bool ready_is_held_with_data(int kind) { return kind == 2; }
+
+// The screener's handset at position 1 stands on the conference hybrid.
+constexpr bool handset_is_on_conference(int kind, bool handset_1) { return kind == 3 && handset_1; }
+
+// The tone of digit 0 is numbered behind that of 9.
+constexpr bool tone_of_zero_is_last(int kind) { return kind == 3; }
+
+// Which menus there are. For a kind that nobody knows they stay as they are.
+struct EquipmentMenus {
+  int kind;
+  bool remote_next;
+  bool handsets;
+  bool phones;
+};
+
+inline constexpr EquipmentMenus equipment_menus[] = {
+    {1, true, true, false},
+    {2, false, true, false},
+    {3, true, true, false},
+    {4, false, false, true},
+};
+
+constexpr const EquipmentMenus* menus_of(int kind) {
+  for (const EquipmentMenus& menus : equipment_menus) {
+    if (menus.kind == kind) return &menus;
+  }
+  return nullptr;
+}
+
+}  // namespace lineweir

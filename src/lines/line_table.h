@@ -1,0 +1,74 @@
+#pragma once
+
+#include <array>
+#include <string>
+#include <vector>
+
+#include "base/failure.h"
+#include "lines/caller_record.h"
+
+namespace lineweir {
+
+// An array indexed by line. An index outside it is a Failure of number 9.
+template <class T>
+class LineArray {
+ public:
+  explicit LineArray(int count, T initial = T{}) : initial_(initial) { resize(count); }
+
+  T& operator()(int line) { return values_[checked(line)]; }
+  const T& operator()(int line) const { return values_[checked(line)]; }
+
+  int size() const { return static_cast<int>(values_.size()); }
+  void resize(int count) { values_.resize(static_cast<std::size_t>(count), initial_); }
+
+ private:
+  std::size_t checked(int line) const {
+    if (line < 0 || line >= size()) {
+      throw Failure(failure_number::out_of_range, "Subscript out of range");
+    }
+    return static_cast<std::size_t>(line);
+  }
+
+  T initial_;
+  std::vector<T> values_;
+};
+
+inline constexpr int no_line = -1;
+inline constexpr int lines_of_small_layout = 10;
+inline constexpr int lines_of_large_layout = 20;
+
+// All that the console knows of its studio's lines. A line is its index from 0; the row shown to
+// the user is the index plus one. The status decoders are the writers of letters.
+struct LineTable {
+  int LineCount = lines_of_small_layout;
+
+  // A blank while the line is idle.
+  LineArray<char> StatusLetter{lines_of_small_layout, ' '};
+  LineArray<CallerRecord> CallerData{lines_of_small_layout};
+  // Date and time at which the line last entered S or H; empty when there is none.
+  LineArray<std::string> HoldStamp{lines_of_small_layout};
+  // The time of day, "hh:mm:ss", from which the row's clock counts; empty when there is none.
+  LineArray<std::string> ClockBase{lines_of_small_layout};
+  // 1 while the row's clock runs.
+  LineArray<int> ClockRunning{lines_of_small_layout};
+  // Set when a ring report has been held back for one pass over a line in H or S.
+  std::array<bool, 26> RingConfirm{};
+
+  int TheNextCall = no_line;
+  bool NextCallSet = false;
+  int CurrentDataLine = 0;
+  // Set when a server connection is made, until the next full status has restored the table.
+  bool FreshConnect = false;
+  // The kind of telephone equipment, 1 to 4; only a server changes it.
+  int ThePhoneFlag = 1;
+
+  // Changes LineCount and all arrays with it; what they hold stays. A next call whose line is gone
+  // is none any more.
+  void resize(int line_count);
+
+  // Whether the layout in force is the one of twenty lines; the menu's check mark only says which
+  // one the next start takes.
+  bool twenty_lines() const { return LineCount > lines_of_small_layout; }
+};
+
+}  // namespace lineweir

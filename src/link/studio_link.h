@@ -1,0 +1,81 @@
+#pragma once
+
+#include <functional>
+#include <string_view>
+
+namespace lineweir {
+
+// How the next call comes about when the user picks it by hand.
+enum class HandPick {
+  // Nobody else is asked: the console moves the mark itself.
+  MovedHere,
+  // The present choice is told again and not the line picked: the server's programs count on it.
+  PresentChoiceTold,
+  // The server decides: the conference button's word for the line goes out.
+  RowWord,
+  // The server is told of the line and moves everybody's mark, unless the line is free.
+  ServerTold,
+};
+
+// What the user asks of a server that decides the next call itself.
+struct NextAction {
+  bool talent;
+  bool conference;
+};
+
+// One way to the studio's equipment and the other seats: all that a console does to them goes
+// through here, whichever way is in use. What a way has no words for it passes over in silence, so
+// that this class alone is the way of a console that has none.
+//
+// Each call names the handler that it is for. A failure on the way is reported under that name, and
+// the user is told where there is no connection; no call fails.
+class StudioLink {
+ public:
+  virtual ~StudioLink() = default;
+
+  // A command word for the telephone equipment; TheBank is bank_main, bank_conference or bank_none.
+  virtual void command(std::string_view /*handler*/, std::string_view /*word*/, int /*bank*/) {}
+
+  // This console has chosen the next call, or no_line.
+  virtual void next_call(std::string_view /*handler*/, int /*line*/) {}
+  virtual HandPick hand_pick() const { return HandPick::MovedHere; }
+  virtual void next_action(std::string_view /*handler*/, NextAction /*action*/) {}
+
+  // A line's caller data in the form in which they pass between seats; the empty text clears them.
+  // Returns whether they went out, which is true where there is nobody to tell. A way that tries
+  // again asks before each try whether they are wanted still.
+  virtual bool caller_data(std::string_view /*handler*/, int /*line*/, std::string_view /*text*/,
+                           const std::function<bool()>& /*still_wanted*/ = {}) {
+    return true;
+  }
+
+  // The console went over to the producer's or the talent's mode, or to another telephone of the
+  // server's.
+  virtual void mode(std::string_view /*handler*/, bool /*producer*/) {}
+  virtual void phone(std::string_view /*handler*/, int /*number*/) {}
+
+  // A line to dial on.
+  virtual void seize(std::string_view /*handler*/, int /*line*/, int /*bank*/) {}
+
+  // The console goes to another studio group. Returns whether it may.
+  virtual bool leave_group(std::string_view /*handler*/) { return true; }
+
+  // Another way was chosen: what this one holds is let go, whether it is in use or not.
+  virtual void give_way() {}
+
+  // The program ends while this way is in use. A failure is the caller's to handle.
+  virtual void leave() {}
+
+  // Why nothing that is pressed comes of it, in one sentence; empty while the way stands.
+  virtual std::string_view trouble() const {
+    return "There is no link: choose one in the menu Port.";
+  }
+
+  // Whether a command that can't go out is told with a message of this way's own.
+  virtual bool tells_lost_commands() const { return false; }
+
+  // Whether the other end keeps the user's options.
+  virtual bool keeps_profiles() const { return false; }
+};
+
+}  // namespace lineweir

@@ -1,0 +1,102 @@
+#include "serverlink/line_events.h"
+
+#include "base/text.h"
+#include "boxlink/line_rules.h"
+#include "boxlink/line_steps.h"
+#include "callerdata/caller_data.h"
+#include "screen/display_options.h"
+#include "state/console_state.h"
+#include "state/guard.h"
+#include "state/socket_trap.h"
+
+namespace lineweir {
+namespace {
+
+constexpr std::string_view handler = "Lineweir_Timer4_Timer";
+constexpr std::size_t item_length = 3;
+// Behind the line's number, its status and its time.
+constexpr std::size_t first_data_column = 3;
+constexpr int first_printing_code = 32;
+
+}  // namespace
+
+LineEvents::LineEvents(ConsoleState& state, DisplayOptions& display, CallerDataEntry& caller_data,
+                       LineSteps& line_steps)
+    : state_(state), display_(display), caller_data_(caller_data), line_steps_(line_steps) {
+  state.Lineweir.Timer4.on_timer = [this] { Timer4_Timer(); };
+}
+
+void LineEvents::apply_soon(std::string_view status_text) {
+  TheStatusText = status_text;
+  state_.Lineweir.Timer4.enabled = true;
+}
+
+void LineEvents::Timer4_Timer() {
+  guard(state_.trace, handler, [&] {
+    state_.Lineweir.Timer4.enabled = false;
+    TheStatusText = std::string(trimmed(TheStatusText));
+    LineTable& lines = state_.lines;
+    // A step that waits for its next try lets events run, and these may change the number of lines.
+    for (int line = 0; line < lines.LineCount; ++line) {
+      const char letter = reported_letter(line);
+      if (letter == '\0') continue;
+      const char old_letter = lines.StatusLetter(line);
+      if (letter != old_letter) {
+        if (ring_held_back(line, letter)) continue;
+        process_change(line, letter, old_letter);
+        if (line >= lines.LineCount) break;
+      }
+      if (letter != 'F') lines.StatusLetter(line) = letter;
+      lines.RingConfirm.at(static_cast<std::size_t>(line)) = false;
+    }
+    lines.FreshConnect = false;
+    caller_data_.lines_changed();
+  });
+}
+
+char LineEvents::reported_letter(int line) const {
+  const std::size_t place = static_cast<std::size_t>(line) * item_length;
+  if (place >= TheStatusText.size()) return '\0';
+  const char letter = TheStatusText[place];
+  return letter == held_letter && counts_as_screened(line) ? ready_letter : letter;
+}
+
+bool LineEvents::counts_as_screened(int line) const {
+  if (!ready_is_held_with_data(state_.lines.ThePhoneFlag)) return false;
+  const std::vector<int>& shown = display_.ColumnsInUse;
+  for (std::size_t place = first_data_column; place < shown.size(); ++place) {
+    const std::string& text = state_.Lineweir.column_labels(shown[place])(line).caption;
+    if (!trimmed(text).empty() && code_of(text.front()) >= first_printing_code) return true;
+  }
+  return false;
+}
+
+bool LineEvents::ring_held_back(int line, char letter) {
+  LineTable& lines = state_.lines;
+  const char old_letter = lines.StatusLetter(line);
+  const bool after_hold = old_letter == held_letter || old_letter == ready_letter;
+  if (letter != ringing_letter || !after_hold || !ready_is_held_with_data(lines.ThePhoneFlag)) {
+    return false;
+  }
+  bool& confirmed = lines.RingConfirm.at(static_cast<std::size_t>(line));
+  if (confirmed) return false;
+  confirmed = true;
+  return true;
+}
+
+void LineEvents::process_change(int line, char letter, char old_letter) {
+  if (letter == 'F' && old_letter == ' ') return;
+  const int equipment = state_.lines.ThePhoneFlag;
+  const LineRule* rule = line_rule(server_rules, letter, equipment);
+  if (rule == nullptr) rule = &other_letter_rule;
+  const LineReport report{
+      handler, line, letter, old_letter,
+      reported_look(letter,
+                    handset_is_on_conference(equipment, state_.Lineweir.MitelPhone1.checked))};
+  for (const LineStep step : rule->steps) {
+    if (step == LineStep::None) break;
+    socket_trap(state_, handler, [&] { line_steps_.run(step, report); });
+  }
+}
+
+}  // namespace lineweir

@@ -1,0 +1,44 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace lineweir {
+
+class CallerDataEntry;
+class DisplayOptions;
+class LineSteps;
+struct ConsoleState;
+
+// Applies the server's status text to the line table, to the rows and to the call log.
+class LineEvents {
+ public:
+  LineEvents(ConsoleState& state, DisplayOptions& display, CallerDataEntry& caller_data,
+             LineSteps& line_steps);
+
+  // One item of three characters a line, in line order; only the first character, the letter, is
+  // read. Whoever writes into it enables Timer4.
+  std::string TheStatusText = "F00F01F02F03F04F05F06F07F08F09";
+
+  // Takes a text whole: it is applied when Timer4 ticks.
+  void apply_soon(std::string_view status_text);
+
+  // One pass over all lines. A step that fails is tried again, then reported, and the next goes on.
+  void Timer4_Timer();
+
+ private:
+  // The letter of a line's item; 0 where the text has none.
+  char reported_letter(int line) const;
+  // A held caller with data counts as screened where the equipment is of kind 2.
+  bool counts_as_screened(int line) const;
+  // With equipment of kind 2 a ring that follows hold counts when it is seen in two passes running.
+  bool ring_held_back(int line, char letter);
+  void process_change(int line, char letter, char old_letter);
+
+  ConsoleState& state_;
+  DisplayOptions& display_;
+  CallerDataEntry& caller_data_;
+  LineSteps& line_steps_;
+};
+
+}  // namespace lineweir

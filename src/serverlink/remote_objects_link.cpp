@@ -1,0 +1,75 @@
+#include "serverlink/remote_objects_link.h"
+
+#include <cstdint>
+#include <string>
+
+#include "serverlink/held_objects.h"
+#include "state/console_state.h"
+#include "state/guard.h"
+
+namespace lineweir {
+
+void RemoteObjectsLink::command(std::string_view handler, std::string_view word, int /*bank*/) {
+  bool word_written = false;
+  socket_trap(state_, handler, [&] {
+    const auto write = [&](std::string_view text) {
+      objects_.serial_input().set_property(
+          "InputSerialPort", {std::int64_t{state_.program.GroupNumber}}, std::string(text));
+    };
+    if (!word_written) write(word);
+    word_written = true;
+    write("");
+  });
+}
+
+void RemoteObjectsLink::next_call(std::string_view handler, int line) {
+  socket_trap(state_, handler, [&] {
+    objects_.serial_input().call(
+        "SetNextCall", {std::int64_t{line + 1}, std::int64_t{state_.program.GroupNumber}});
+  });
+}
+
+bool RemoteObjectsLink::caller_data(std::string_view handler, int line, std::string_view text,
+                                    const std::function<bool()>& still_wanted) {
+  return socket_trap(state_, handler, [&] {
+    if (still_wanted && !still_wanted()) return;
+    objects_.serial_input().set_property(
+        "CallerDataServer", {std::int64_t{line + 1}, std::int64_t{state_.program.GroupNumber}},
+        std::string(text));
+  });
+}
+
+std::string_view RemoteObjectsLink::trouble() const {
+  if (objects_.SerialInputObject != nullptr) return {};
+  return "There is no link: the server's objects are gone, choose Network in the menu Port.";
+}
+
+void RemoteObjectsLink::give_way() {
+  if (state_.Lineweir.NetworkConnectionOption.checked) NetworkDisconnect();
+}
+
+void RemoteObjectsLink::NetworkDisconnect() {
+  state_.Lineweir.Timer4.enabled = false;
+  attempt(
+      [&] {
+        const bool dropped =
+            objects_.CallbackServer &&
+            is_true(objects_.CallbackServer->call(
+                "DropObjectReference", {callback_class, std::int64_t{state_.program.GroupNumber}}));
+        if (dropped) {
+          objects_.connected = false;
+          objects_.CallbackServer.reset();
+        } else {
+          state_.messages.ShowMessage(
+              "Disconnect Failed - Please inform the Network Administrator that the Patch Bay "
+              "Server Software (Ostrapatch) may need to be restarted!!");
+        }
+      },
+      [&](const Failure& failure) {
+        report_failure(state_.trace, "Lineweir_NetworkDisconnect", failure);
+        state_.messages.ShowMessage("Unable to release Server reference. Retry later. ");
+      });
+  objects_.SerialInputObject.reset();
+}
+
+}  // namespace lineweir

@@ -1,0 +1,35 @@
+#pragma once
+
+#include "link/studio_link.h"
+
+namespace lineweir {
+
+struct ConsoleState;
+class HeldObjects;
+
+// The class of the object that the server calls: the transport gives the server the console's
+// call-back object for this name.
+inline constexpr auto callback_class = "CBClientClass";
+
+// The way over the server's remote objects, in whose members lines count from 1.
+class RemoteObjectsLink : public StudioLink {
+ public:
+  RemoteObjectsLink(ConsoleState& state, HeldObjects& objects) : state_(state), objects_(objects) {}
+
+  void command(std::string_view handler, std::string_view word, int bank) override;
+  void next_call(std::string_view handler, int line) override;
+  HandPick hand_pick() const override { return HandPick::PresentChoiceTold; }
+  bool caller_data(std::string_view handler, int line, std::string_view text,
+                   const std::function<bool()>& still_wanted) override;
+  void give_way() override;
+  std::string_view trouble() const override;
+  void leave() override { NetworkDisconnect(); }
+
+  void NetworkDisconnect();
+
+ private:
+  ConsoleState& state_;
+  HeldObjects& objects_;
+};
+
+}  // namespace lineweir

@@ -1,0 +1,119 @@
+#include "serverlink/socket_link.h"
+
+#include <array>
+#include <optional>
+#include <string>
+
+#include "lines/equipment_kinds.h"
+#include "link/command_word.h"
+#include "serverlink/command_frame.h"
+#include "serverlink/server_link.h"
+#include "state/console_state.h"
+
+namespace lineweir {
+namespace {
+
+// What the two buttons ask of a server that decides. Without a value AltInfo is this console's
+// number.
+struct NextActionRule {
+  bool talent;
+  bool conference;
+  std::optional<std::uint8_t> alt_info;
+  std::uint8_t bank;
+  std::string_view letter;
+};
+
+constexpr std::array next_action_rules = {
+    NextActionRule{true, false, 65, bank_main, "N"},
+    NextActionRule{false, false, 65, bank_main, "S"},
+    NextActionRule{true, true, 66, bank_conference, "N"},
+    NextActionRule{false, true, std::nullopt, bank_none, "A"},
+};
+
+}  // namespace
+
+bool SocketLink::send(std::string_view handler, ClientCommand command,
+                      const std::function<void(ServerPacket& packet)>& fill) {
+  return socket_trap(state_, handler, [&] {
+    ServerPacket packet = server_.packet(command);
+    if (fill) fill(packet);
+    server_.send(packet);
+  });
+}
+
+void SocketLink::command(std::string_view handler, std::string_view word, int bank) {
+  socket_trap(state_, handler, [&] {
+    const CommandContext context{state_.program.GroupNumber, state_.program.ConsoleNumber,
+                                 state_.Lineweir.ScreenerMode.checked, state_.lines, state_.dial};
+    if (const auto packet = command_frame(word, bank, context)) server_.send(*packet);
+  });
+}
+
+void SocketLink::next_call(std::string_view handler, int line) {
+  send(handler, ClientCommand::CmdSetNextCall, [&](ServerPacket& packet) {
+    packet.LineNo = line == no_line ? no_value : field_byte(line);
+  });
+}
+
+HandPick SocketLink::hand_pick() const {
+  return server_decides(state_.lines.ThePhoneFlag) ? HandPick::RowWord : HandPick::ServerTold;
+}
+
+void SocketLink::next_action(std::string_view handler, NextAction action) {
+  for (const NextActionRule& rule : next_action_rules) {
+    if (rule.talent != action.talent || rule.conference != action.conference) continue;
+    send(handler, ClientCommand::CmdNextAction, [&](ServerPacket& packet) {
+      packet.AltInfo = rule.alt_info.value_or(packet.Console);
+      packet.Bank = rule.bank;
+      packet.set_buffer(std::string(rule.letter));
+    });
+  }
+}
+
+bool SocketLink::caller_data(std::string_view handler, int line, std::string_view text,
+                             const std::function<bool()>& still_wanted) {
+  return socket_trap(state_, handler, [&] {
+    if (still_wanted && !still_wanted()) return;
+    ServerPacket packet = server_.packet(ClientCommand::CmdCallerData);
+    packet.LineNo = field_byte(line);
+    packet.set_buffer(std::string(text));
+    server_.send(std::move(packet));
+  });
+}
+
+void SocketLink::mode(std::string_view handler, bool producer) {
+  send(handler, ClientCommand::CmdSetMode,
+       [&](ServerPacket& packet) { packet.AltInfo = producer ? 1 : 0; });
+}
+
+void SocketLink::phone(std::string_view handler, int number) {
+  send(handler, ClientCommand::CmdSelectPhone,
+       [&](ServerPacket& packet) { packet.AltInfo = field_byte(number); });
+}
+
+void SocketLink::seize(std::string_view handler, int line, int bank) {
+  send(handler, ClientCommand::CmdDialSeize, [&](ServerPacket& packet) {
+    packet.LineNo = field_byte(line);
+    packet.Bank = field_byte(bank);
+  });
+}
+
+bool SocketLink::leave_group(std::string_view handler) {
+  const bool told = send(handler, ClientCommand::CmdLeaveGroup, nullptr);
+  if (told) state_.services.loop.yield();
+  return told;
+}
+
+void SocketLink::give_way() {
+  platform::ClientSocket& socket = state_.services.winsock1;
+  if (socket.state() != platform::socket_closed) socket.close();
+}
+
+std::string_view SocketLink::trouble() const {
+  const bool connected = state_.services.winsock1.state() == platform::socket_connected;
+  return connected ? std::string_view() : "There is no link: the server isn't connected.";
+}
+
+void SocketLink::leave() { server_.send(server_.packet(ClientCommand::CmdLeaveGroup)); }
+
+}  // namespace lineweir

@@ -1,0 +1,45 @@
+#pragma once
+
+#include <functional>
+
+#include "link/studio_link.h"
+#include "wire/server_packet_commands.h"
+
+namespace lineweir {
+
+struct ConsoleState;
+struct ServerPacket;
+class ServerLink;
+
+// The way over the server's socket: each call is one frame.
+class SocketLink : public StudioLink {
+ public:
+  SocketLink(ConsoleState& state, ServerLink& server) : state_(state), server_(server) {}
+
+  void command(std::string_view handler, std::string_view word, int bank) override;
+  void next_call(std::string_view handler, int line) override;
+  HandPick hand_pick() const override;
+  void next_action(std::string_view handler, NextAction action) override;
+  bool caller_data(std::string_view handler, int line, std::string_view text,
+                   const std::function<bool()>& still_wanted) override;
+  void mode(std::string_view handler, bool producer) override;
+  void phone(std::string_view handler, int number) override;
+  void seize(std::string_view handler, int line, int bank) override;
+  bool leave_group(std::string_view handler) override;
+  void give_way() override;
+  void leave() override;
+  std::string_view trouble() const override;
+  bool tells_lost_commands() const override { return true; }
+  bool keeps_profiles() const override { return true; }
+
+ private:
+  // Sends a packet of the command with what `fill` puts into it, in the trap of the handlers that
+  // write to the socket; returns whether nothing failed.
+  bool send(std::string_view handler, ClientCommand command,
+            const std::function<void(ServerPacket& packet)>& fill);
+
+  ConsoleState& state_;
+  ServerLink& server_;
+};
+
+}  // namespace lineweir

@@ -1,0 +1,87 @@
+#include "state/message_box.h"
+
+#include "state/console_state.h"
+#include "state/guard.h"
+
+namespace lineweir {
+namespace {
+
+constexpr int box_width = 4755;
+constexpr int box_height = 2100;
+constexpr int button_width = 1215;
+constexpr int button_height = 375;
+constexpr int button_top = 1580;
+constexpr int ok_left_alone = 1770;
+constexpr int reconnect_left = 780;
+constexpr int offset_left = 2000;
+constexpr int offset_top = 1000;
+
+}  // namespace
+
+MessageBoxForm::MessageBoxForm() : Form("MyMsgbox") {
+  caption = "Lineweir";
+  reachable_beside_modal = true;
+  width = box_width;
+  height = box_height;
+  Label1.move(150, 150, box_width - 300, button_top - 300);
+  Label1.alignment = align_center;
+  OKButton.move(ok_left_alone, button_top, button_width, button_height);
+  ReconnectButton.move(reconnect_left, button_top, button_width, button_height);
+  reset();
+}
+
+void MessageBoxForm::reset() {
+  OKButton.caption = "&Ok";
+  OKButton.left = ok_left_alone;
+  ReconnectButton.visible = false;
+  mouse_pointer = pointer_default;
+}
+
+Messages::Messages(ConsoleState& state) : state_(state) {
+  MessageBoxForm& box = state.MyMsgbox;
+  box.on_load = [this] { state_.program.MessageShown = true; };
+  box.on_unload = [this] {
+    state_.MyMsgbox.reset();
+    state_.program.MessageShown = false;
+  };
+  box.OKButton.on_click = [this] {
+    guard(state_.trace, "MyMsgbox_OKButton_Click", [&] {
+      state_.program.MessageShown = false;
+      state_.MyMsgbox.unload();
+    });
+  };
+  state.Lineweir.MessageTimer.on_timer = [this] { MessageTimer_Timer(); };
+}
+
+void Messages::ShowMessage(std::string_view text) {
+  state_.MyMsgbox.Label1.caption = text;
+  show_box();
+}
+
+void Messages::withdraw(std::string_view text) {
+  MessageBoxForm& box = state_.MyMsgbox;
+  if (box.visible && box.Label1.caption == text) box.unload();
+}
+
+void Messages::show_box() {
+  place_box();
+  state_.MyMsgbox.show();
+  if (on_shown) on_shown(state_.MyMsgbox.Label1.caption);
+}
+
+void Messages::follow_main_form() {
+  if (state_.MyMsgbox.visible) place_box();
+}
+
+void Messages::place_box() {
+  state_.MyMsgbox.left = state_.Lineweir.left + offset_left;
+  state_.MyMsgbox.top = state_.Lineweir.top + offset_top;
+}
+
+void Messages::MessageTimer_Timer() {
+  guard(state_.trace, "Lineweir_MessageTimer_Timer", [&] {
+    if (state_.program.MessageShown) state_.MyMsgbox.show();
+  });
+}
+
+}  // namespace lineweir

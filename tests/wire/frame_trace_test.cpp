@@ -1,0 +1,28 @@
+#include "wire/frame_trace.h"
+
+#include <doctest/doctest.h>
+
+#include "support/bytes.h"
+
+namespace lineweir::test {
+namespace {
+
+const ServerPacket line_command{4, 5, 1, 0, 255, 9, {1, 44}, "N\xFF"};
+
+TEST_SUITE("serverlink/frame_trace") {
+  TEST_CASE("the whole frame, each field in decimal, the buffer and an empty line") {
+    CHECK(frame_trace("whole", line_command) ==
+          std::vector<std::string>{"whole", "CMD 4", "LineNo 5", "GroupNo 1", "AltInfo 0",
+                                   "Console 255", "Bank 9", "Size 1 44", "Buffer N\xFF", ""});
+  }
+
+  TEST_CASE("a received frame has three tabs in front of each line") {
+    CHECK(received_frame_trace("body", line_command) ==
+          std::vector<std::string>{"\t\t\tbody", "\t\t\tCMD 4", "\t\t\tLineNo 5", "\t\t\tGroupNo 1",
+                                   "\t\t\tAltInfo 0", "\t\t\tConsole 255", "\t\t\tBank 9",
+                                   "\t\t\tSize 1 44", "\t\t\tBuffer N\xFF", ""});
+  }
+}
+
+}  // namespace
+}  // namespace lineweir::test
