@@ -1,5 +1,7 @@
 #include "boxlink/status_decoder.h"
 
+#include <algorithm>
+
 #include "boxlink/line_rules.h"
 #include "boxlink/line_steps.h"
 #include "boxlink/serial_link.h"
@@ -51,9 +53,18 @@ void StatusDecoder::Comm1_OnComm(int comm_event) {
   guard(state_.trace, on_comm, [&] {
     if (comm_event != platform::comm_event_receive || waiting_) return;
     if (!LineMonitorWait) return decode();
-    if (!await_line_monitor()) return;
-    hear_box();
-    if (on_line_monitor) on_line_monitor();
+    switch (await_line_monitor()) {
+      case Heard::Nothing:
+        return;
+      case Heard::Answer:
+        hear_box();
+        if (on_line_monitor) on_line_monitor();
+        return;
+      case Heard::Report:
+        hear_box();
+        if (on_first_report) on_first_report();
+        return;
+    }
   });
 }
 
@@ -62,7 +73,7 @@ void StatusDecoder::end_wait() {
   waiting_ = false;
 }
 
-bool StatusDecoder::await_line_monitor() {
+StatusDecoder::Heard StatusDecoder::await_line_monitor() {
   const Wait wait(*this);
   platform::EventLoop& loop = state_.services.loop;
   const auto start = loop.now();
@@ -70,12 +81,21 @@ bool StatusDecoder::await_line_monitor() {
   bool answered = received.find(line_monitor_answer) != std::string::npos;
   while (!answered && loop.now() - start <= line_monitor_limit) {
     loop.yield();
-    if (!wait.goes_on()) return false;
+    if (!wait.goes_on()) return Heard::Nothing;
     received += state_.services.comm1.input();
     answered = received.find(line_monitor_answer) != std::string::npos;
   }
   LineMonitorWait = false;
-  return answered;
+  if (answered) return Heard::Answer;
+  return holds_report(received) ? Heard::Report : Heard::Nothing;
+}
+
+bool StatusDecoder::holds_report(const std::string& received) const {
+  SerialBuffer passed_over;
+  passed_over.append(received);
+  return std::ranges::any_of(passed_over.scan(state_.lines.LineCount).items, [&](const auto& item) {
+    return line_rule(box_rules, item.letter, state_.lines.ThePhoneFlag) != nullptr;
+  });
 }
 
 void StatusDecoder::decode() {

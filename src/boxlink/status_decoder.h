@@ -39,8 +39,11 @@ class StatusDecoder {
  private:
   class Wait;
 
-  // Whether the box's answer has come, in time and on the port that was asked.
-  bool await_line_monitor();
+  // What came of a wait for the line monitor: nothing in time, or on another port by then; the
+  // answer; or lines' reports alone, which the wait passes over.
+  enum class Heard { Nothing, Answer, Report };
+  Heard await_line_monitor();
+  bool holds_report(const std::string& received) const;
   void decode();
   void hear_box();
 

@@ -70,13 +70,14 @@ void HeldCalls::work() {
 bool HeldCalls::take(const std::vector<std::string>& texts) {
   std::string joined;
   const std::size_t hash = hash_of(texts, joined);
-  const auto alike = std::ranges::equal_range(calls_, hash, {}, &Call::hash);
-  if (alike.empty()) return false;
-  std::uint32_t& taken = taken_[static_cast<std::size_t>(alike.begin() - calls_.begin())];
-  const auto first = alike.begin() + taken;
+  const auto begin = std::ranges::lower_bound(calls_, hash, {}, &Call::hash);
+  const auto end = std::ranges::upper_bound(calls_, hash, {}, &Call::hash);
+  if (begin == end) return false;
+  std::uint32_t& taken = taken_[static_cast<std::size_t>(begin - calls_.begin())];
+  const auto first = begin + taken;
   const auto found =
-      std::find_if(first, alike.end(), [&](const Call& call) { return same(call.row, texts); });
-  if (found == alike.end()) return false;
+      std::find_if(first, end, [&](const Call& call) { return same(call.row, texts); });
+  if (found == end) return false;
   std::iter_swap(first, found);
   ++taken;
   return true;

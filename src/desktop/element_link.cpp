@@ -86,7 +86,7 @@ void ElementLink::lost_focus(const QFocusEvent& event) {
 }
 
 bool ElementLink::key_swallowed(QKeyEvent& event) {
-  if (is_digit_command(event)) return true;
+  if (is_alt_command(event)) return true;
   const int code = key_code(event);
   if (control_.on_key_down && code != 0) {
     int left = code;

@@ -85,11 +85,9 @@ int key_code(const QKeyEvent& event) {
   return row == keys.end() ? 0 : row->code;
 }
 
-bool is_digit_command(const QKeyEvent& event) {
+bool is_alt_command(const QKeyEvent& event) {
   const auto held = event.modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier);
-  const int code = key_code(event);
-  return held == Qt::AltModifier &&
-         ((code >= '0' && code <= '9') || (code >= keypad_zero && code < keypad_zero + 10));
+  return held == Qt::AltModifier && !event.text().isEmpty() && event.text().front().isPrint();
 }
 
 }  // namespace lineweir

@@ -14,8 +14,8 @@ int shift_state(Qt::KeyboardModifiers modifiers);
 // shift or the keyboard's layout makes of them.
 int key_code(const QKeyEvent& event);
 
-// Whether it is Alt with a digit of the digit row or of the keypad, with shift or without. That is
-// a command and no character, whatever text comes with it.
-bool is_digit_command(const QKeyEvent& event);
+// Whether it is Alt with a character, with shift or without. That is a command and nothing to be
+// entered, whatever text comes with it.
+bool is_alt_command(const QKeyEvent& event);
 
 }  // namespace lineweir

@@ -122,7 +122,7 @@ bool TextBoxLink::leads_out(const QKeyEvent& event) const {
 
 bool TextBoxLink::key_swallowed(QKeyEvent& event) {
   if (leaves_text_alone(event)) return false;
-  if (is_digit_command(event)) return true;
+  if (is_alt_command(event)) return true;
   if (box_->on_key_down) {
     int code = key_code(event);
     if (code != 0) box_->on_key_down(code, shift_state(event.modifiers()));

@@ -211,3 +211,45 @@ TEST_CASE_FIXTURE(RestoreFixture,
   CHECK(desk.names().size() == 501);
   check_whole();
 }
+
+TEST_CASE(
+    "A backup takes the place of a log whose last calls a killed console has left beside it") {
+  const TemporaryDirectory folder;
+  const auto engine = [&] {
+    return platform::SqliteDatabases(folder.path(), utf8_letters(), std::chrono::milliseconds(0));
+  };
+  const auto add = [](platform::Database& log, const std::string& name) {
+    const auto rows = log.open_recordset(log_table);
+    rows->add_new();
+    rows->set_field(0, name);
+    rows->update();
+  };
+  {
+    auto databases = engine();
+    for (const char* file : {"calls.mdb", "backup.mdb"}) {
+      const auto log = databases.create(file);
+      log->create_table(log_table, {{"Name", 0}, {"City", 0}, {"User", 0}});
+      for (int i = 0; i < 200; ++i) add(*log, "kept " + std::to_string(i));
+    }
+  }
+  const pid_t console = ::fork();
+  if (console == 0) {
+    auto databases = engine();
+    const auto log = databases.open("calls.mdb");
+    for (int i = 0; i < 20; ++i) add(*log, "last " + std::to_string(i));
+    ::_exit(0);
+  }
+  ::waitpid(console, nullptr, 0);
+  REQUIRE(fs::file_size(folder.path() / "calls.mdb-wal") > 0);
+  bool restored = false;
+  SUBCASE("in its place") { restored = true; }
+  SUBCASE("or stays where it is") {}
+  if (restored) fs::rename(folder.path() / "backup.mdb", folder.path() / "calls.mdb");
+
+  auto databases = engine();
+  const auto log = databases.open("calls.mdb");
+  add(*log, "new");
+  const auto rows = log->open_recordset(log_table);
+  CHECK(rows->count() == (restored ? 201 : 221));
+  CHECK(fs::exists(folder.path() / "calls.mdb.former-1-wal") == restored);
+}

@@ -2,11 +2,13 @@
 
 #include <fcntl.h>
 #include <sys/stat.h>
+#include <sys/xattr.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <cerrno>
 #include <cstdio>
+#include <sstream>
 #include <string>
 
 namespace lineweir::platform {
@@ -59,6 +61,34 @@ fs::path free_name(const fs::path& name) {
   }
 }
 
+// Written on a "-wal" for later runs of the program: the database that it belongs to, and the
+// "-wal" itself, since a copy of both has other numbers and what was written on it is void. Where
+// the file system has no room for such a note there is none.
+constexpr const char* owner_attribute = "user.lineweir.database";
+
+std::string owner_text(DiskIdentity database, DiskIdentity log) {
+  std::ostringstream text;
+  for (const DiskIdentity& file : {database, log}) text << file.first << ' ' << file.second << ' ';
+  return text.str();
+}
+
+void write_owner(const fs::path& log_name, DiskIdentity database, DiskIdentity log) {
+  const std::string text = owner_text(database, log);
+  ::setxattr(log_name.c_str(), owner_attribute, text.data(), text.size(), 0);
+}
+
+// Whether another database than this one has left the "-wal" that lies beside it.
+bool left_by_another(const fs::path& log_name, DiskIdentity database, DiskIdentity log) {
+  std::string text(256, '\0');
+  const auto size = ::getxattr(log_name.c_str(), owner_attribute, text.data(), text.size());
+  if (size <= 0) return false;
+  std::istringstream words(text.substr(0, static_cast<std::size_t>(size)));
+  DiskIdentity owner;
+  DiskIdentity written_on;
+  words >> owner.first >> owner.second >> written_on.first >> written_on.second;
+  return words && written_on == log && owner != database;
+}
+
 bool rename_to_free(const fs::path& from, const fs::path& to) {
   if (::renameat2(AT_FDCWD, from.c_str(), AT_FDCWD, to.c_str(), RENAME_NOREPLACE) == 0) return true;
   // Not every file system can do it in one step.
@@ -107,6 +137,7 @@ void BesideFiles::note(const fs::path& name, DiskIdentity database) {
   const std::lock_guard lock(mutex_);
   for (Known& known : known_) {
     if (known.name != name || known.database != database) continue;
+    if (log && known.log != log) write_owner(beside(name, log_ending), database, *log);
     known.log = log;
     known.index = index;
   }
@@ -121,7 +152,18 @@ bool BesideFiles::set_aside(const fs::path& name) {
     if (!present && known.opened > 1) continue;
     moved = move_away(known) && moved;
   }
-  return moved;
+  return (!present || move_left(name, *present)) && moved;
+}
+
+bool BesideFiles::move_left(const fs::path& name, DiskIdentity database) {
+  const fs::path log_name = beside(name, log_ending);
+  const auto log = disk_identity(log_name);
+  if (!log || !left_by_another(log_name, database, *log)) return true;
+  const fs::path to = free_name(name);
+  const auto index = disk_identity(beside(name, index_ending));
+  const bool moved = move_file(log_name, beside(to, log_ending), *log);
+  return (!index || move_file(beside(name, index_ending), beside(to, index_ending), *index)) &&
+         moved;
 }
 
 bool BesideFiles::move_away(const Known& known) {

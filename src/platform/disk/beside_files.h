@@ -29,7 +29,8 @@ class BesideFiles {
   // If something else lies under the name now than a database that is open, what is left of that
   // one beside it is moved to where that one lies now, or removed where it was deleted. Where
   // nothing lies there it may come back, and its files stay as long as others have it open than the
-  // one who asks. False where files could not be moved; the name must not be opened then.
+  // one who asks. What an earlier run has left beside a database that lay there then is moved too.
+  // False where files could not be moved; the name must not be opened then.
   bool set_aside(const std::filesystem::path& name);
 
  private:
@@ -42,6 +43,7 @@ class BesideFiles {
   };
 
   static bool move_away(const Known& known);
+  static bool move_left(const std::filesystem::path& name, DiskIdentity database);
 
   std::mutex mutex_;
   std::vector<Known> known_;
