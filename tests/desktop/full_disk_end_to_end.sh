@@ -24,15 +24,6 @@ fail() {
   exit 1
 }
 
-# await COMMAND...: until it succeeds; false after 20 seconds.
-await() {
-  for _ in {1..200}; do
-    "$@" && return
-    pause 0.1
-  done
-  return 1
-}
-
 await_studio() { await_line studio.log "$1" || fail "the studio has not logged: $1"; }
 told() { xdotool search --onlyvisible --name '^Lineweir$' > /dev/null 2>&1; }
 calls() { sqlite3 -readonly disk/calls.mdb "SELECT $1 FROM \"Caller Records\""; }
@@ -70,7 +61,7 @@ done
 
 dd if=/dev/zero of=disk/filler bs=4k 2> disk.txt && fail 'the disk never runs full'
 await_studio 'item F02'
-await told || fail 'nobody is told of the full disk'
+await_success told || fail 'nobody is told of the full disk'
 logged 0 || fail 'a full disk has taken a call'
 await_studio 'item R04'
 pause 2
@@ -79,6 +70,6 @@ await_studio 'word P04'
 
 [[ -z ${LINEWEIR_PICTURE:-} ]] || scrot "$LINEWEIR_PICTURE"
 rm disk/filler
-await logged 1 || fail 'the call that waited has not come into the log'
+await_success logged 1 || fail 'the call that waited has not come into the log'
 [[ $(calls '"Caller Name"') == 'Ann Smith' ]] || fail "the log has: $(calls '*')"
 kill -0 "$console" || fail 'the console has ended'

@@ -23,15 +23,6 @@ press() {
   done
 }
 
-# await COMMAND...: until it succeeds; false after 10 seconds.
-await() {
-  for _ in {1..100}; do
-    "$@" && return
-    pause 0.1
-  done
-  return 1
-}
-
 message_shown() { xdotool search --onlyvisible --name '^Lineweir$' > /dev/null 2>&1; }
 port_held() { ls -l "/proc/$console/fd" | grep -q -- "$(readlink "$1")\$"; }
 links_made() { [[ -e noise && -e box ]]; }
@@ -40,7 +31,7 @@ has_ended() { ! kill -0 "$console" 2> /dev/null; }
 # Switches the port on, and lets the wait begin for the rest of what the box has to say.
 begin_wait() {
   press alt+p o
-  await port_held noise || fail "the port was not opened"
+  await_success port_held noise || fail "the port was not opened"
   echo 'main 3' >&"$typing"
   pause 0.5
 }
@@ -50,7 +41,7 @@ mkfifo typed && exec {typing}<> typed
 "$bin/lineweir-desk" --link noise < typed > /dev/null &
 "$bin/lineweir-studio" --link box --log studio.log > studio.txt &
 start_display
-await links_made || fail "there are no lines"
+await_success links_made || fail "there are no lines"
 
 LINEWEIR_COM1=$work/noise LINEWEIR_COM2=$work/box "$bin/lineweir" &
 console=$!

@@ -21,6 +21,15 @@ await_line() {
   return 1
 }
 
+# await_success COMMAND...: until it succeeds; false after 20 seconds.
+await_success() {
+  for _ in {1..200}; do
+    "$@" && return
+    pause 0.1
+  done
+  return 1
+}
+
 start_display() {
   local number
   exec {display_pipe}<> <(:)
