@@ -34,11 +34,11 @@ console=$!
 await 'item R02'
 # A caller has waited once the row's clock has gone on.
 pause 2
-main=$(timeout 20 xdotool search --sync --onlyvisible --name "Lineweir - " | tail -n 1)
+main=$(await_window "Lineweir - ")
 xdotool windowfocus --sync "$main" key a
 await 'word P02'
 await 'item P02'
-form=$(timeout 20 xdotool search --sync --onlyvisible --name "Caller Data - Line 3" | tail -n 1)
+form=$(await_window "Caller Data - Line 3")
 xdotool windowfocus --sync "$form"
 xdotool type --delay 20 'Ann Smith'
 xdotool key --delay 20 Return
@@ -48,10 +48,7 @@ xdotool type --delay 20 'Salem'
 xdotool key --delay 20 Return Return Return
 xdotool type --delay 20 '555 0100'
 xdotool key --delay 20 Return Return f Return Return Return
-for _ in {1..50}; do
-  xdotool search --onlyvisible --name "Caller Data - Line 3" > /dev/null 2>&1 || break
-  pause 0.1
-done
+await_no_window "Caller Data - Line 3"
 # A key so close behind typed words would be taken for the rest of them.
 pause 0.5
 # Ready; then as the host to the main hybrid, and off the air again.

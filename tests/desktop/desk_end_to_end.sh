@@ -45,17 +45,15 @@ await desk.log 'lamp main 3 AIR'
 await desk.log 'lamp conf 3 on'
 echo 'dial 5' >&"$typing"
 await studio.log 'word T05'
-timeout 20 xdotool search --sync --onlyvisible --name '^Dial$' > /dev/null ||
-  fail "the dial pad has not opened"
+await_window '^Dial$' > /dev/null
 echo 'drop1' >&"$typing"
 await studio.log 'word F02'
 await desk.log 'lamp main 3'
 
 kill "$desk" && wait "$desk" || true
-timeout 20 xdotool search --sync --onlyvisible --name '^Lineweir$' > /dev/null ||
-  fail "nobody was told that the desk is gone"
+await_window '^Lineweir$' > /dev/null
 start_desk desk-again.log
-window=$(timeout 20 xdotool search --sync --onlyvisible --name 'Lineweir - ' | tail -n 1)
+window=$(await_window 'Lineweir - ')
 xdotool windowfocus --sync "$window" key alt+r
 sleep 0.5
 xdotool key 2

@@ -29,7 +29,7 @@ LINEWEIR_COM1=$work/box LINEWEIR_SCREENSHOT=$work/end.png LINEWEIR_SCREENSHOT_AF
 console=$!
 await 'word Q09'
 await 'item R02'
-window=$(timeout 20 xdotool search --sync --onlyvisible --name "Lineweir - " | tail -n 1)
+window=$(await_window "Lineweir - ")
 xdotool windowfocus --sync "$window" key 3
 await 'word N02'
 await 'item N02'

@@ -25,7 +25,7 @@ fail() {
 }
 
 await_studio() { await_line studio.log "$1" || fail "the studio has not logged: $1"; }
-told() { xdotool search --onlyvisible --name '^Lineweir$' > /dev/null 2>&1; }
+told() { find_window '^Lineweir$' > /dev/null; }
 calls() { sqlite3 -readonly disk/calls.mdb "SELECT $1 FROM \"Caller Records\""; }
 logged() { [[ $(calls 'count(*)') == "$1" ]]; }
 
@@ -47,17 +47,14 @@ console=$!
 await_studio 'item R02'
 # A caller has waited once the row's clock has gone on.
 pause 2
-main=$(timeout 20 xdotool search --sync --onlyvisible --name 'Lineweir - ' | tail -n 1)
+main=$(await_window 'Lineweir - ')
 xdotool windowfocus --sync "$main" key a
 await_studio 'item P02'
-form=$(timeout 20 xdotool search --sync --onlyvisible --name 'Caller Data - Line 3' | tail -n 1)
+form=$(await_window 'Caller Data - Line 3')
 xdotool windowfocus --sync "$form"
 xdotool type --delay 20 'Ann Smith'
 xdotool key --delay 20 Return Return Return Return Return Return Return Return Return Return Return
-for _ in {1..50}; do
-  xdotool search --onlyvisible --name 'Caller Data - Line 3' > /dev/null 2>&1 || break
-  pause 0.1
-done
+await_no_window 'Caller Data - Line 3'
 
 dd if=/dev/zero of=disk/filler bs=4k 2> disk.txt && fail 'the disk never runs full'
 await_studio 'item F02'

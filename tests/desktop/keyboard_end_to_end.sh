@@ -18,8 +18,8 @@ await() {
   await_line studio.log "$1" || fail "the studio has not logged: $1"
 }
 
-# await_window TITLE: waits until that window has the keyboard.
-await_window() {
+# await_keyboard TITLE: waits until that window has the keyboard.
+await_keyboard() {
   local active=
   for _ in {1..300}; do
     active=$(xdotool getactivewindow getwindowname 2> /dev/null || true)
@@ -27,15 +27,6 @@ await_window() {
     pause 0.1
   done
   fail "the keyboard is in \"$active\" and not in \"$1\""
-}
-
-# await_no_window TITLE: waits until no such window is to be seen.
-await_no_window() {
-  for _ in {1..300}; do
-    xdotool search --onlyvisible --name "$1" > /dev/null 2>&1 || return 0
-    pause 0.1
-  done
-  fail "the window $1 is still there"
 }
 
 on_air() {
@@ -59,7 +50,7 @@ start_window_manager
 LINEWEIR_COM1=$work/box LINEWEIR_COM2=$work/desk timeout 150 "$bin/lineweir" &
 console=$!
 await 'item R02'
-await_window 'Lineweir - *'
+await_keyboard 'Lineweir - *'
 # No key has the focus yet.
 xdotool key space Return
 xdotool key 3
@@ -70,30 +61,29 @@ await 'item N02'
 xdotool key alt+o
 pause 0.5
 xdotool key b
-await_window 'Call Log'
+await_keyboard 'Call Log'
 xdotool type --delay 60 'drop'
 kill "$desk" && wait "$desk" || true
-timeout 20 xdotool search --sync --onlyvisible --name '^Lineweir$' > /dev/null ||
-  fail "nobody was told that the desk is gone"
+await_window '^Lineweir$' > /dev/null
 xdotool type --delay 60 'hold 3 '
-await_window 'Call Log'
+await_keyboard 'Call Log'
 on_air "a message during the search"
 pause 0.6
 xdotool key Escape
 await_no_window '^Lineweir$'
-await_window 'Call Log'
+await_keyboard 'Call Log'
 
 # An import, with its message behind it.
 xdotool key alt+i
-await_window 'Import'
+await_keyboard 'Import'
 xdotool type --delay 30 "$work/calls.csv"
 xdotool key Return
-await_window 'Import Calls'
+await_keyboard 'Import Calls'
 pause 0.5
 xdotool key Return
-await_window 'Lineweir'
+await_keyboard 'Lineweir'
 xdotool key Return
-await_window 'Call Log'
+await_keyboard 'Call Log'
 xdotool type --delay 30 'drop'
 on_air "letters behind the import's message"
 [[ $(sqlite3 calls.mdb 'SELECT count(*) FROM "Caller Records"') == 1 ]] || fail "nothing was imported"
@@ -103,7 +93,7 @@ xdotool key alt+s
 xdotool type --delay 20 'drop'
 xdotool key Escape
 xdotool type --delay 20 'hold 3 '
-await_window 'Lineweir - *'
+await_keyboard 'Lineweir - *'
 on_air "the rest of a word whose window has closed"
 
 # Back on the main window its keys act.

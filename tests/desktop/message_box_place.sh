@@ -21,7 +21,7 @@ place() {
 # check_box WHEN: the box is 2000 and 1000 twips from the main window; both have the same frame.
 check_box() {
   local box offset
-  box=$(timeout 20 xdotool search --sync --onlyvisible --name '^Lineweir$' | tail -n 1)
+  box=$(await_window '^Lineweir$')
   for _ in {1..100}; do
     place "$main"
     local main_x=$X main_y=$Y
@@ -48,9 +48,9 @@ start_window_manager
 LINEWEIR_COM1=$work/none LINEWEIR_COM2=$work/none LINEWEIR_COM3=$work/none \
   LINEWEIR_COM4=$work/none timeout 120 "$bin/lineweir" &
 console=$!
-main=$(timeout 20 xdotool search --sync --onlyvisible --name 'Lineweir - ' | tail -n 1)
+main=$(await_window 'Lineweir - ')
 check_box 'at the start'
-box=$(xdotool search --onlyvisible --name '^Lineweir$' | tail -n 1)
+box=$(find_window '^Lineweir$')
 xdotool windowfocus --sync "$box" key Return
 
 xdotool windowmove --sync "$main" 300 200
@@ -67,9 +67,9 @@ for _ in {1..100}; do
 done
 LINEWEIR_COM1=$work/noise timeout 120 "$bin/lineweir" &
 console=$!
-main=$(timeout 20 xdotool search --sync --onlyvisible --name 'Lineweir - ' | tail -n 1)
+main=$(await_window 'Lineweir - ')
 check_box 'with a box that does not answer'
-box=$(xdotool search --onlyvisible --name '^Lineweir$' | tail -n 1)
+box=$(find_window '^Lineweir$')
 xdotool windowfocus --sync "$box" key Return
 provoke_message
 check_box 'later in that run'

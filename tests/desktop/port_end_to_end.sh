@@ -23,7 +23,7 @@ press() {
   done
 }
 
-message_shown() { xdotool search --onlyvisible --name '^Lineweir$' > /dev/null 2>&1; }
+message_shown() { find_window '^Lineweir$' > /dev/null; }
 port_held() { ls -l "/proc/$console/fd" | grep -q -- "$(readlink "$1")\$"; }
 links_made() { [[ -e noise && -e box ]]; }
 has_ended() { ! kill -0 "$console" 2> /dev/null; }
@@ -45,7 +45,7 @@ await_success links_made || fail "there are no lines"
 
 LINEWEIR_COM1=$work/noise LINEWEIR_COM2=$work/box "$bin/lineweir" &
 console=$!
-window=$(timeout 20 xdotool search --sync --onlyvisible --name 'Lineweir - ' | tail -n 1)
+window=$(await_window 'Lineweir - ')
 
 begin_wait
 press alt+p 2

@@ -43,3 +43,31 @@ start_window_manager() {
   openbox --sm-disable --startup "sh -c 'echo ready > $work/manager.txt'" > /dev/null 2>&1 &
   await_line "$work/manager.txt" ready || fail "no window manager"
 }
+
+# find_window TITLE: prints the id of the newest shown window whose title fits; false if there is
+# none. A search ends with an error when any window goes away meanwhile, and is then made again.
+find_window() {
+  local found
+  while found=$(xdotool search --onlyvisible --name "$1" 2>&1) || true; [[ $found == *'X Error'* ]]; do
+    pause 0.02
+  done
+  grep -xE '[0-9]+' <<< "$found" | tail -n 1
+}
+
+# await_window TITLE: the same, after at most 20 seconds.
+await_window() {
+  for _ in {1..400}; do
+    find_window "$1" && return
+    pause 0.05
+  done
+  fail "no window '$1'"
+}
+
+# await_no_window TITLE: until no such window is shown, at most 20 seconds.
+await_no_window() {
+  for _ in {1..400}; do
+    find_window "$1" > /dev/null || return 0
+    pause 0.05
+  done
+  fail "the window '$1' is still there"
+}
