@@ -37,8 +37,10 @@ Desktop::Desktop(Console& console, const QString& background_path)
                                                      [this] { return main_frame_.window(); }));
   }
   message_.before_placing = [this, &console] {
+    DialogFrame& box = *dialog(console.MyMsgbox);
     main_frame_.window_moved();
-    dialog(console.MyMsgbox)->window_moved();
+    box.window_moved();
+    return main_frame_.has_frame() && box.has_frame();
   };
   console.link.on_nothing_comes = [this](const std::string& why) {
     const QString shown = shown_text(console_.Lineweir, why);

@@ -40,6 +40,11 @@ FormFrame::FormFrame(Form& form, WindowFocus& focus)
 
 FormFrame::~FormFrame() { delete window_; }
 
+bool FormFrame::has_frame() const {
+  return window_ != nullptr && window_->isVisible() &&
+         !window_->windowHandle()->frameMargins().isNull();
+}
+
 void FormFrame::changed(Element& element, PropertyId property) {
   if (&element != &form()) {
     if (shows_in_window(element)) mark();

@@ -26,6 +26,9 @@ class FormFrame : public QObject, private FormWatch {
   // Null until the form is first shown.
   QWidget* window() const { return window_; }
 
+  // Whether the window manager's frame around the window is there and known.
+  bool has_frame() const;
+
   // Shows all changes now.
   void flush() { frame_.flush(); }
 

@@ -11,6 +11,8 @@ constexpr std::int64_t reading_milliseconds = 500;
 
 constexpr int placing_milliseconds = 200;
 constexpr int placings = 6;
+// Without a window manager there are no frames to wait for.
+constexpr std::int64_t longest_placing_milliseconds = 30'000;
 
 }  // namespace
 
@@ -29,9 +31,11 @@ void MessageInFront::answer() {
 }
 
 void MessageInFront::place_again() {
-  if (before_placing) before_placing();
+  const bool frames_known = before_placing();
   console_.messages.follow_main_form();
-  if (--placings_left_ == 0 || !console_.MyMsgbox.visible) placing_.stop();
+  if (frames_known) --placings_left_;
+  const bool too_long = hands_.now() - since_ > longest_placing_milliseconds;
+  if (placings_left_ == 0 || too_long || !console_.MyMsgbox.visible) placing_.stop();
 }
 
 void MessageInFront::changed(Element& element, PropertyId property) {

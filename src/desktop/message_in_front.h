@@ -15,14 +15,15 @@ class UserHands;
 // there close it, once it has stood there long enough to have been meant.
 //
 // At first neither its frame nor that of the main window may be known, by which it is placed:
-// window managers tell of them late and in any order. So it is placed again until both are there.
+// window managers tell of them late and in any order. So it is placed again until both are there
+// and have come to rest.
 class MessageInFront final : private FormWatch {
  public:
   MessageInFront(Console& console, UserHands& hands);
 
   // Told before the box is placed by the main form: that and the box take their places from their
-  // windows.
-  std::function<void()> before_placing;
+  // windows. It returns whether the frames of both are known.
+  std::function<bool()> before_placing;
 
   bool seen() const;
   void answer();

@@ -35,8 +35,7 @@ await 'item R02'
 # A caller has waited once the row's clock has gone on.
 pause 2
 main=$(await_window "Lineweir - ")
-xdotool windowfocus --sync "$main" key a
-await 'word P02'
+press_until_logged "$main" a 'word P02'
 await 'item P02'
 form=$(await_window "Caller Data - Line 3")
 xdotool windowfocus --sync "$form"
@@ -52,8 +51,7 @@ await_no_window "Caller Data - Line 3"
 # A key so close behind typed words would be taken for the rest of them.
 pause 0.5
 # Ready; then as the host to the main hybrid, and off the air again.
-xdotool windowfocus --sync "$main" key e
-await 'item S02'
+press_until_logged "$main" e 'item S02'
 pause 2
 xdotool windowfocus --sync "$main" key --delay 300 alt+c m t
 pause 0.5

@@ -48,8 +48,7 @@ await_studio 'item R02'
 # A caller has waited once the row's clock has gone on.
 pause 2
 main=$(await_window 'Lineweir - ')
-xdotool windowfocus --sync "$main" key a
-await_studio 'item P02'
+press_until_logged "$main" a 'item P02'
 form=$(await_window 'Caller Data - Line 3')
 xdotool windowfocus --sync "$form"
 xdotool type --delay 20 'Ann Smith'
@@ -62,8 +61,7 @@ await_success told || fail 'nobody is told of the full disk'
 logged 0 || fail 'a full disk has taken a call'
 await_studio 'item R04'
 pause 2
-xdotool windowfocus --sync "$main" key a
-await_studio 'word P04'
+press_until_logged "$main" a 'word P04'
 
 [[ -z ${LINEWEIR_PICTURE:-} ]] || scrot "$LINEWEIR_PICTURE"
 rm disk/filler

@@ -30,6 +30,19 @@ await_success() {
   return 1
 }
 
+# press_until_logged WINDOW KEY TEXT: the key acts on a caller who has waited for a while, which may
+# not have gone by yet in the console's eyes; so it is pressed again until studio.log has the text.
+press_until_logged() {
+  for _ in {1..10}; do
+    xdotool windowfocus --sync "$1" key "$2"
+    for _ in {1..30}; do
+      grep -q -- "$3" studio.log && return
+      pause 0.1
+    done
+  done
+  fail "the key $2 never led to: $3"
+}
+
 start_display() {
   local number
   exec {display_pipe}<> <(:)
