@@ -130,8 +130,7 @@ bool CallLog::complete(platform::LoggedCall call, const EntryTexts& texts) {
 platform::Recordset& CallLog::recordset() {
   const std::string& name = state_.Lineweir.Data1.database_name;
   if (!log_.recordset || log_.name != name || has_other_file(log_)) log_ = open(name);
-  // What is known of a file that was written over by other means is forgotten so.
-  log_.database->change_stamp();
+  log_.database->follow_file();
   return *log_.recordset;
 }
 

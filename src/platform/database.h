@@ -122,6 +122,10 @@ class Database {
   // Another value after each change of the file, by whatever program.
   virtual std::int64_t change_stamp() = 0;
 
+  // Forgets what is known of the file if it was written over by other means than an engine's, such
+  // as a copying program. False where another program prevents it for now.
+  virtual bool follow_file() = 0;
+
   // What the body stores is stored as a whole when the body has ended, and nothing of it where it
   // fails. Other writers wait meanwhile.
   virtual void in_transaction(const std::function<void()>& body) = 0;

@@ -23,6 +23,16 @@ struct Restoring {
   bool shown_first = false;
 };
 
+struct Copying {
+  int kept = 0;
+  // Another connection than the journal's is the first to see the backup.
+  bool shown_first = false;
+  // The backup was made as one that has no write-ahead log.
+  bool without_log = false;
+  // A new connection is made to the copy before anybody has seen it.
+  bool opened_anew = false;
+};
+
 struct RestoreFixture {
   RestoreFixture() {
     desk.make_log();
@@ -53,7 +63,7 @@ struct RestoreFixture {
   }
 
   void restore_beside_reader(const Restoring& how);
-  void copy_over_open_log(int kept, bool shown_first);
+  void copy_over_open_log(const Copying& how);
 
   JournalDesk desk;
   platform::SqliteDatabases show{desk.folder.path(), utf8_letters(), std::chrono::milliseconds(0),
@@ -114,10 +124,15 @@ void RestoreFixture::restore_beside_reader(const Restoring& how) {
   }
 }
 
-void RestoreFixture::copy_over_open_log(int kept, bool shown_first) {
-  CAPTURE(kept);
-  CAPTURE(shown_first);
-  fill_backup(kept);
+void RestoreFixture::copy_over_open_log(const Copying& how) {
+  CAPTURE(how.kept);
+  CAPTURE(how.shown_first);
+  CAPTURE(how.without_log);
+  CAPTURE(how.opened_anew);
+  fill_backup(how.kept);
+  if (how.without_log) {
+    REQUIRE(desk.query("PRAGMA journal_mode = DELETE", "backup.mdb") == Names{"delete"});
+  }
   desk.start();
   for (int i = 0; i < 60; ++i) desk.put("caller " + std::to_string(i));
   await_calls();
@@ -127,19 +142,23 @@ void RestoreFixture::copy_over_open_log(int kept, bool shown_first) {
   const auto stamp = shown->change_stamp();
 
   write_over("backup.mdb");
-  if (shown_first) {
+  if (how.opened_anew) {
+    CHECK(show.open("calls.mdb")->open_recordset(log_table)->count() == how.kept);
+  }
+  if (how.shown_first) {
     CHECK(shown->change_stamp() != stamp);
-    CHECK(rows->count() == kept);
+    CHECK(rows->count() == how.kept);
   }
   desk.put("after");
   REQUIRE(desk.loop.run_until([&] { return !desk.replaced.empty(); }));
   CHECK(desk.replaced == Names{"calls.mdb"});
   CHECK(desk.journal->state().waiting == nobodies);
-  CHECK(rows->count() == kept + 1);
+  CHECK(rows->count() == how.kept + 1);
   check_whole();
+  shown->rename_column(log_table, 0, "Name");
   desk.put("and later");
   desk.stop();
-  CHECK(desk.names().size() == static_cast<std::size_t>(kept) + 2);
+  CHECK(desk.names().size() == static_cast<std::size_t>(how.kept) + 2);
   check_whole();
 }
 
@@ -158,7 +177,11 @@ TEST_CASE("A backup takes the place of a log whose last calls a reader keeps out
 TEST_CASE("A backup that is copied over an open log is what all see of it") {
   for (const int kept : {1, 3000}) {
     for (const bool shown_first : {false, true}) {
-      RestoreFixture().copy_over_open_log(kept, shown_first);
+      for (const bool without_log : {false, true}) {
+        for (const bool opened_anew : {false, true}) {
+          RestoreFixture().copy_over_open_log({kept, shown_first, without_log, opened_anew});
+        }
+      }
     }
   }
 }

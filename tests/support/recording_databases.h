@@ -70,6 +70,7 @@ class RecordingDatabases final : public platform::DatabaseEngine {
     void rename_column(const std::string&, int, const std::string&) override {}
     void index_numbers(const std::string&, int) override {}
     std::int64_t change_stamp() override { return 0; }
+    bool follow_file() override { return true; }
     void in_transaction(const std::function<void()>& body) override { body(); }
     std::unique_ptr<platform::RowBatch> collect_rows(const std::string&) override {
       return nullptr;

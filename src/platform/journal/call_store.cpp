@@ -97,7 +97,13 @@ void CallStore::look_for_other_file() {
   const FileStanding standing = database_->standing();
   if (standing == FileStanding::Same) return;
   bool whole = true;
-  if (standing != FileStanding::Written) {
+  if (standing == FileStanding::Written) {
+    // Whoever else has the file open follows with this connection.
+    if (!database_->follow_file()) {
+      throw Failure(failure_number::database_in_use,
+                    "The file " + shown_name(file_) + " is in use by another program.");
+    }
+  } else {
     // The last moment at which what the engine keeps beside the file can come into it.
     try {
       whole = database_->checkpoint();

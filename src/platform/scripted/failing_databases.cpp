@@ -83,6 +83,7 @@ class FailingDatabase final : public Database {
     return file_->open_recordset(table);
   }
   std::int64_t change_stamp() override { return file_->change_stamp(); }
+  bool follow_file() override { return file_->follow_file(); }
   void in_transaction(const std::function<void()>& body) override {
     engine_.require_service(path_);
     file_->in_transaction(body);

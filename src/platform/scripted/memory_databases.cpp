@@ -101,6 +101,7 @@ class MemoryDatabase final : public Database {
   }
 
   std::int64_t change_stamp() override { return file_->changes; }
+  bool follow_file() override { return true; }
 
   void in_transaction(const std::function<void()>& body) override {
     struct Restore {

@@ -66,7 +66,7 @@ SqliteDatabase::SqliteDatabase(const std::filesystem::path& file, bool just_made
       open_(file, lock_wait, guard),
       visits_(open_.get()) {
   remember_look();
-  stamped_ = known_;
+  followed_ = known_;
 }
 
 void SqliteDatabase::require_writable() {
@@ -125,13 +125,17 @@ std::unique_ptr<Recordset> SqliteDatabase::open_recordset(const std::string& tab
   return recordset;
 }
 
-std::int64_t SqliteDatabase::change_stamp() {
+bool SqliteDatabase::follow_file() {
   const auto present = look();
-  if (present && present->identity == identity() && *present != stamped_) {
-    // Not counted by SQLite if it was by other means.
-    renew_wal_index(open_.get());
-    stamped_ = *present;
-  }
+  if (!present || present->identity != identity() || *present == followed_) return true;
+  if (!renew_wal_index(open_.get())) return false;
+  followed_ = *present;
+  return true;
+}
+
+std::int64_t SqliteDatabase::change_stamp() {
+  // Not counted by SQLite if it was by other means.
+  follow_file();
   // The first counts what others have changed, the second what went through this connection.
   return (query_number(open_.get(), "PRAGMA data_version") << 32) ^
          sqlite3_total_changes(open_.get());

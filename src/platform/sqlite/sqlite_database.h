@@ -43,6 +43,7 @@ class SqliteDatabase final : public Database {
   void index_numbers(const std::string& table, int position) override;
   std::unique_ptr<Recordset> open_recordset(const std::string& table) override;
   std::int64_t change_stamp() override;
+  bool follow_file() override;
   void in_transaction(const std::function<void()>& body) override;
   std::unique_ptr<RowBatch> collect_rows(const std::string& table) override;
   bool checkpoint() override;
@@ -69,8 +70,8 @@ class SqliteDatabase final : public Database {
   std::filesystem::path file_;
   // The file as it was when this connection last had to do with it.
   FileLook known_;
-  // The same for the last change stamp.
-  FileLook stamped_;
+  // The same for when it was last followed.
+  FileLook followed_;
   BatchWork batch_work_;
   NewFile new_file_;
   bool writable_ = false;

@@ -1,6 +1,8 @@
 #include "platform/sqlite/wal_index.h"
 
 #include <algorithm>
+#include <array>
+#include <cstddef>
 
 namespace lineweir::platform {
 namespace {
@@ -28,21 +30,60 @@ void clear_header(sqlite3_file* database) {
   database->pMethods->xShmBarrier(database);
 }
 
+// The file's first bytes: two versions of the format, a later one with a write-ahead log, and a
+// count of the changes, which stands there twice and by which others know that theirs are old.
+constexpr std::size_t header_size = 100;
+constexpr std::array<std::size_t, 2> versions_at = {18, 19};
+constexpr std::array<std::size_t, 2> change_counts_at = {24, 92};
+constexpr std::size_t change_count_size = 4;
+constexpr unsigned char without_log = 1;
+constexpr unsigned char with_log = 2;
+
+using FileHeader = std::array<unsigned char, header_size>;
+
+void count_up(FileHeader& header, std::size_t place) {
+  for (std::size_t digit = place + change_count_size; digit-- > place;) {
+    if (++header[digit] != 0) return;
+  }
+}
+
+void mark_as_logged(sqlite3_file* database) {
+  FileHeader header{};
+  const int size = static_cast<int>(header.size());
+  if (database->pMethods->xRead(database, header.data(), size, 0) != SQLITE_OK) return;
+  for (const std::size_t place : versions_at) {
+    if (header[place] != without_log) return;
+  }
+  for (const std::size_t place : versions_at) header[place] = with_log;
+  for (const std::size_t place : change_counts_at) count_up(header, place);
+  database->pMethods->xWrite(database, header.data(), size, 0);
+}
+
+// Whether a program that takes the file for one without a log is about to write to it.
+bool is_reserved(sqlite3_file* database) {
+  int reserved = 0;
+  return database->pMethods->xCheckReservedLock(database, &reserved) != SQLITE_OK || reserved != 0;
+}
+
 }  // namespace
 
-void renew_wal_index(sqlite3* connection) {
+bool renew_wal_index(sqlite3* connection) {
+  if (sqlite3_get_autocommit(connection) == 0) return false;
   // Between transactions only a write-ahead log is an open file.
-  if (sqlite3_get_autocommit(connection) == 0) return;
   sqlite3_file* database = file_of(connection, SQLITE_FCNTL_FILE_POINTER);
   sqlite3_file* log = file_of(connection, SQLITE_FCNTL_JOURNAL_POINTER);
-  if (database == nullptr || log == nullptr || database->pMethods->iVersion < 2) return;
+  if (database == nullptr || log == nullptr || database->pMethods->iVersion < 2) return true;
   const auto lock = [&](int how) {
     return database->pMethods->xShmLock(database, first_lock, locks, how | SQLITE_SHM_EXCLUSIVE);
   };
-  if (lock(SQLITE_SHM_LOCK) != SQLITE_OK) return;
+  if (is_reserved(database) || lock(SQLITE_SHM_LOCK) != SQLITE_OK) return false;
   sqlite3_int64 size = 0;
-  if (log->pMethods->xFileSize(log, &size) == SQLITE_OK && size == 0) clear_header(database);
+  if (log->pMethods->xFileSize(log, &size) == SQLITE_OK && size == 0) {
+    mark_as_logged(database);
+    clear_header(database);
+  }
   lock(SQLITE_SHM_UNLOCK);
+  return true;
 }
 
 }  // namespace lineweir::platform

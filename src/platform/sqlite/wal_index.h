@@ -10,8 +10,9 @@ namespace lineweir::platform {
 // them, and is overwritten in parts with what the former content had.
 //
 // Makes all of them look anew where the write-ahead log is empty, and so the file is the whole
-// truth. Nothing happens to another kind of database, or while another program writes. The
-// connection must have read the file, or have failed to.
-void renew_wal_index(sqlite3* connection);
+// truth. A copy that was made without a write-ahead log is marked as having one, since those who
+// have the file open go on with theirs. Nothing happens to another kind of database. False while
+// another program writes. The connection must have read the file, or have failed to.
+bool renew_wal_index(sqlite3* connection);
 
 }  // namespace lineweir::platform
