@@ -186,6 +186,36 @@ TEST_CASE("A backup that is copied over an open log is what all see of it") {
   }
 }
 
+TEST_CASE_FIXTURE(RestoreFixture, "Each of several copies over an open log is what all see of it") {
+  desk.start();
+  desk.put("caller 0");
+  await_calls();
+  const auto shown = show.open("calls.mdb");
+  const auto rows = shown->open_recordset(log_table);
+  auto stamp = shown->change_stamp();
+  CHECK(rows->count() == 1);
+  for (int copy = 1; copy <= 4; ++copy) {
+    CAPTURE(copy);
+    fill_backup(100);
+    desk.query("VACUUM INTO '" + desk.path("smaller pages") + "'", "backup.mdb");
+    if (copy > 2) {
+      desk.query("PRAGMA page_size = 1024; VACUUM", "smaller pages");
+      REQUIRE(desk.query("PRAGMA page_size", "smaller pages") == Names{"1024"});
+    }
+    write_over("smaller pages");
+    fs::remove(desk.path("smaller pages"));
+    CHECK(shown->change_stamp() != stamp);
+    stamp = shown->change_stamp();
+    CHECK(rows->count() == copy * 100);
+    check_whole();
+  }
+  desk.put("after");
+  await_calls();
+  CHECK(rows->count() == 401);
+  CHECK(desk.names().back() == "after");
+  check_whole();
+}
+
 TEST_CASE_FIXTURE(
     RestoreFixture,
     "A log that is moved away and back keeps the calls that a reader keeps out of it") {
