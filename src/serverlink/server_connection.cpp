@@ -27,6 +27,8 @@ bool ServerConnection::await() {
   const auto start = loop.now();
   while (state_.services.winsock1.state() != platform::socket_connected) {
     if (loop.now() - start > connection_limit) {
+      // One that comes later would stand without a login.
+      state_.services.winsock1.close();
       state_.messages.ShowMessage("Error communicating remote socket! No Server Available!");
       state_.Lineweir.mouse_pointer = pointer_default;
       return false;

@@ -13,8 +13,8 @@ class ServerConnection {
   // Asks for a connection to the present host and port, and starts with all lines free.
   void begin();
 
-  // Lets events run until the connection stands. One that takes more than 5 seconds has failed:
-  // the user is told, the pointer is the default again, and the result is false.
+  // Lets events run until the connection stands. One that takes more than 5 seconds has failed and
+  // is given up: the user is told, the pointer is the default again, and the result is false.
   bool await();
 
  private:

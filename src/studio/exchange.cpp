@@ -23,16 +23,17 @@ std::optional<AutoOperator> make_operator(const ExchangeOptions& options) {
 
 Exchange::Exchange(ExchangeOptions options)
     : lines_(options.line_count),
-      cutter_(options.line_count),
+      boxes_(static_cast<std::size_t>(options.boxes), Box{WordCutter(options.line_count), {}}),
       callers_(options.callers, options.line_count, options.seed),
       auto_operator_(make_operator(options)),
       script_(std::move(options.script)) {}
 
-void Exchange::receive(std::string_view bytes, Moment now) {
+void Exchange::receive(std::string_view bytes, Moment now, int box) {
   advance(now);
   if (over_ || bytes.empty()) return;
-  last_received_ = now_;
-  run_tokens(cutter_.feed(bytes));
+  Box& hearing = box_at(box);
+  hearing.last_received = now_;
+  run_tokens(hearing.cutter.feed(bytes), hearing);
 }
 
 void Exchange::advance(Moment now) {
@@ -42,28 +43,48 @@ void Exchange::advance(Moment now) {
     run_due_event();
   }
   now_ = now;
-  pacer_.advance(now);
+  for (Box& box : boxes_) box.pacer.advance(now);
 }
 
-Moment Exchange::next_due() const { return std::min(next_event(), pacer_.next_due()); }
+Moment Exchange::next_due() const {
+  Moment due = next_event();
+  for (const Box& box : boxes_) due = std::min(due, box.pacer.next_due());
+  return due;
+}
 
-std::string Exchange::take_output() { return pacer_.take_ready(); }
+std::string Exchange::take_output(int box) { return box_at(box).pacer.take_ready(); }
 
 std::vector<Record> Exchange::take_records() { return std::exchange(records_, {}); }
+
+bool Exchange::is_silent(int box) const {
+  return boxes_[static_cast<std::size_t>(box)].pacer.next_due() == never;
+}
+
+// The box whose word may be complete, and longest ago.
+Exchange::Box* Exchange::box_with_gap() {
+  Box* first = nullptr;
+  for (Box& box : boxes_) {
+    if (box.gap_matters() && (first == nullptr || box.gap_end() < first->gap_end())) first = &box;
+  }
+  return first;
+}
 
 Moment Exchange::next_event() const {
   if (over_) return never;
   Moment due = callers_.next_due();
   if (auto_operator_) due = std::min(due, auto_operator_->next_due());
   if (script_next_ < script_.size()) due = std::min(due, script_[script_next_].at);
-  if (cutter_.idle_matters()) due = std::min(due, last_received_ + word_gap);
+  for (const Box& box : boxes_) {
+    if (box.gap_matters()) due = std::min(due, box.gap_end());
+  }
   return due;
 }
 
 // One event at a time, because each can change what is due next.
 void Exchange::run_due_event() {
-  if (cutter_.idle_matters() && last_received_ + word_gap <= now_) {
-    run_tokens(cutter_.idle());
+  Box* const box = box_with_gap();
+  if (box != nullptr && box->gap_end() <= now_) {
+    run_tokens(box->cutter.idle(), *box);
   } else if (script_next_ < script_.size() && script_[script_next_].at <= now_) {
     happen(script_[script_next_++].event);
   } else if (callers_.next_due() <= now_) {
@@ -78,31 +99,37 @@ void Exchange::run_due_event() {
   }
 }
 
-void Exchange::run_tokens(const std::vector<Token>& tokens) {
+void Exchange::run_tokens(const std::vector<Token>& tokens, Box& box) {
   for (const Token& token : tokens) {
     if (token.kind == Token::Kind::Noise) {
       record(Record::Kind::Noise, printable(token.text));
     } else {
-      run_word(token.text, Record::Kind::Word);
+      run_word(token.text, Record::Kind::Word, &box);
     }
   }
 }
 
-void Exchange::run_word(const std::string& text, Record::Kind kind) {
+// `asker` is the box that took the word; none for another seat's.
+void Exchange::run_word(const std::string& text, Record::Kind kind, Box* asker) {
   record(kind, text);
   const auto word = parse_word(text);
   if (!word) return record(Record::Kind::Note, text + ": no such word");
   if (names_line(word->action) && !lines_.has_line(word->number)) {
     return record(Record::Kind::Note, text + ": no such line");
   }
-  if (kind == Record::Kind::Word) answer(*word);
+  if (asker != nullptr) answer(*word, *asker);
   report(lines_.obey(*word));
 }
 
-void Exchange::answer(CommandWord word) {
-  if (word.action == Action::MonitorOn) send(Record::Kind::Text, std::string(monitor_answer));
+void Exchange::answer(CommandWord word, Box& asker) {
+  if (word.action == Action::MonitorOn) {
+    record(Record::Kind::Text, std::string(monitor_answer));
+    send(std::string(monitor_answer), asker);
+  }
   if (word.action == Action::QueryLine) {
-    send(Record::Kind::Item, status_item(word.number, lines_.letter(word.number)));
+    const std::string item = status_item(word.number, lines_.letter(word.number));
+    record(Record::Kind::Item, item);
+    send(item, asker);
   }
 }
 
@@ -126,7 +153,7 @@ void Exchange::happen(const StudioEvent& event) {
       record(Record::Kind::Event, "set " + std::to_string(event.line) + ' ' + event.letter);
       return report(lines_.set_letter(event.line, event.letter));
     case StudioEvent::Kind::Word:
-      return run_word(event.word, Record::Kind::Seat);
+      return run_word(event.word, Record::Kind::Seat, nullptr);
     case StudioEvent::Kind::Quit:
       over_ = true;
       return record(Record::Kind::Event, "quit");
@@ -137,13 +164,14 @@ void Exchange::report(const LineChanges& changes) {
   for (const LineChange& change : changes) {
     callers_.line_changed(change.line, change.letter, now_);
     if (auto_operator_) auto_operator_->line_changed(change.line, now_);
-    send(Record::Kind::Item, status_item(change.line, change.letter));
+    const std::string item = status_item(change.line, change.letter);
+    record(Record::Kind::Item, item);
+    for (Box& box : boxes_) send(item, box);
   }
 }
 
-void Exchange::send(Record::Kind kind, const std::string& text) {
-  record(kind, text);
-  if (!pacer_.send(text, now_)) record(Record::Kind::Note, text + ": lost, the box is full");
+void Exchange::send(const std::string& text, Box& box) {
+  if (!box.pacer.send(text, now_)) record(Record::Kind::Note, text + ": lost, the box is full");
 }
 
 void Exchange::record(Record::Kind kind, std::string text) {

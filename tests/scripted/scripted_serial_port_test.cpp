@@ -57,6 +57,16 @@ TEST_CASE_FIXTURE(PortFixture, "What arrives at a closed port is lost") {
   CHECK(port.input().empty());
 }
 
+TEST_CASE_FIXTURE(PortFixture, "Whoever is at the other end is told of each write") {
+  Texts heard;
+  port.on_written = [&] { heard = port.take_writes(); };
+  port.open();
+  port.output("N05");
+  CHECK(heard == Texts{"N05"});
+  port.output("F05");
+  CHECK(heard == Texts{"F05"});
+}
+
 TEST_CASE_FIXTURE(PortFixture, "A write that is the request is answered 20 milliseconds later") {
   port.reply("M", "Line monitor ON");
   port.open();

@@ -24,15 +24,6 @@ class StudioDesk {
 
   void pass(platform::Milliseconds span) { platform.loop.advance(span); }
 
-  // The line has been silent for a while, so that the console has heard everything.
-  bool quiet() const { return silent_turns_ >= 2; }
-
-  // The letter that the console must hold of a line: a free and a busy one are blanks to it.
-  char expected_letter(int line) const {
-    const char letter = exchange.letter(line);
-    return letter == 'F' || letter == 'B' ? ' ' : letter;
-  }
-
   studio::Exchange exchange;
   RecordingDatabases databases;
   platform::ScriptedPlatform platform;
@@ -45,12 +36,9 @@ class StudioDesk {
     exchange.advance(now);
     exchange.take_records();
     const std::string said = exchange.take_output();
-    silent_turns_ = said.empty() ? silent_turns_ + 1 : 0;
     if (!said.empty()) platform.comm1.arrive(said);
     platform.loop.schedule(platform::Milliseconds(20), [this] { hand_over(); });
   }
-
-  int silent_turns_ = 0;
 };
 
 }  // namespace lineweir::test

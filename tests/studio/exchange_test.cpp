@@ -31,6 +31,22 @@ TEST_CASE("a query gives the line's item") {
   CHECK(reply(exchange, "Q05Q06Q010Q012Q01", Moment(6000)) == "N05F06F10C12F01");
 }
 
+TEST_CASE("every box reports a change, and the one that is asked answers") {
+  ExchangeOptions options = quiet_exchange();
+  options.boxes = 2;
+  Exchange exchange(options);
+  exchange.receive("N05", Moment(0), 0);
+  // A word in two pieces is not broken by what another box hears between them.
+  exchange.receive("Q0", Moment(100), 0);
+  exchange.receive("C03", Moment(110), 1);
+  exchange.receive("5", Moment(120), 0);
+  CHECK_FALSE(exchange.is_silent(0));
+  exchange.advance(Moment(5000));
+  CHECK(exchange.take_output(0) == "N05C03N05");
+  CHECK(exchange.take_output(1) == "N05C03");
+  CHECK(exchange.is_silent(0));
+}
+
 TEST_CASE("a query that another digit could lengthen waits for the next character or for silence") {
   Exchange exchange(quiet_exchange(20));
   exchange.receive("Q01", Moment(0));

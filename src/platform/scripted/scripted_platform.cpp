@@ -2,10 +2,15 @@
 
 namespace lineweir::platform {
 
-ScriptedPlatform::ScriptedPlatform() = default;
+ScriptedPlatform::ScriptedPlatform()
+    : own_loop_(std::make_unique<VirtualEventLoop>()), loop(*own_loop_) {}
 
 ScriptedPlatform::ScriptedPlatform(const CodePage& page, const Transliterator* transliterator)
-    : letters(page, transliterator) {}
+    : own_loop_(std::make_unique<VirtualEventLoop>()),
+      loop(*own_loop_),
+      letters(page, transliterator) {}
+
+ScriptedPlatform::ScriptedPlatform(VirtualEventLoop& shared_loop) : loop(shared_loop) {}
 
 ScriptedPlatform::~ScriptedPlatform() = default;
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <memory>
+
 #include "letters/code_page_letters.h"
 #include "platform/journal/loop_call_journal.h"
 #include "platform/scripted/failing_databases.h"
@@ -22,9 +24,15 @@ struct ScriptedPlatform {
   ScriptedPlatform();
   // With letters of that set.
   explicit ScriptedPlatform(const CodePage& page, const Transliterator* transliterator = nullptr);
+  // One of several workstations that have the same time; the loop outlives them.
+  explicit ScriptedPlatform(VirtualEventLoop& shared_loop);
   ~ScriptedPlatform();
 
-  VirtualEventLoop loop;
+ private:
+  std::unique_ptr<VirtualEventLoop> own_loop_;
+
+ public:
+  VirtualEventLoop& loop;
   ScriptedSystemClock clock{loop};
   ScriptedRandomNumbers random;
   MemoryFiles files;

@@ -34,6 +34,7 @@ std::string ScriptedSerialPort::input() { return std::exchange(received_, {}); }
 void ScriptedSerialPort::output(std::string_view characters) {
   if (!open_) throw Failure(failure_number::port_not_open, "The port is not open");
   writes_.emplace_back(characters);
+  if (on_written) on_written();
   const auto answer = replies_.find(characters);
   if (answer != replies_.end()) arrive(answer->second, scripted_answer_time);
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <map>
 #include <string>
 #include <vector>
@@ -40,6 +41,8 @@ class ScriptedSerialPort final : public SerialPort {
 
   // Each write since the last call.
   std::vector<std::string> take_writes();
+  // Told of each write by the one at the other end, who hasn't an answer ready beforehand.
+  std::function<void()> on_written;
 
   // The console that used the port has ended, and another may begin. What the script has arranged
   // stays.

@@ -1,0 +1,16 @@
+#include "simulation/transcript.h"
+
+#include "studio/record.h"
+
+namespace lineweir::simulation {
+
+void Transcript::add(std::string_view who, std::string_view what) {
+  text_ += studio::format_seconds(loop_.now());
+  text_ += ' ';
+  text_ += who;
+  text_ += ": ";
+  text_ += studio::printable(what);
+  text_ += '\n';
+}
+
+}  // namespace lineweir::simulation
