@@ -64,7 +64,7 @@ class TickingConsole {
 
   void tick() {
     clock_.go_on();
-    console_.clocks.Timer1_Timer();
+    console_.Lineweir.Timer1.on_timer();
   }
 
  private:

@@ -10,6 +10,7 @@
 #include "link/links.h"
 #include "state/console_state.h"
 #include "state/guard.h"
+#include "state/wire.h"
 
 namespace lineweir {
 namespace {
@@ -47,51 +48,45 @@ SerialPortControl::SerialPortControl(ConsoleState& state, const Links& links,
   decoder.on_line_monitor = [this] { box_answered(); };
   decoder.on_first_report = [this] { box_reported(); };
   MainForm& form = state.Lineweir;
+  const auto show_failure = [this](const Failure& failure) { port_failed(failure); };
   for (int number = 1; number <= last_port; ++number) {
-    form.Com(number).on_click = [this, number] { Com_Click(number); };
+    wire(
+        form.Com(number).on_click, state_.trace, "Com" + std::to_string(number) + "_Click",
+        [this, number] { Com_Click(number); }, show_failure);
   }
-  form.PortOn.on_click = [this] { PortOn_Click(); };
-  form.Off.on_click = [this] { Off_Click(); };
-  state.services.comm1.on_lost = [this](const std::string& description) { port_lost(description); };
+  wire(
+      form.PortOn.on_click, state_.trace, "PortOn_Click", [this] { PortOn_Click(); }, show_failure);
+  wire(form.Off.on_click, state_.trace, "Off_Click", [this] { Off_Click(); });
+  wire(state.services.comm1.on_lost, state_.trace, "Lineweir_Comm1_Lost",
+       [this](const std::string& description) { port_lost(description); });
 }
 
 void SerialPortControl::Com_Click(int number) {
-  const std::string procedure = "Com" + std::to_string(number) + "_Click";
   platform::SerialPort& comm = state_.services.comm1;
-  attempt(
-      [&] {
-        state_.Lineweir.mouse_pointer = pointer_hourglass;
-        other_way_.reset();
-        links_.give_way_to_serial();
-        const bool was_open = comm.is_open();
-        select(number);
-        if (was_open || wanted_) want(number);
-        if (was_open) close();
-        comm.set_comm_port(number);
-        if (was_open) probe(Opening::Plain);
-        state_.Lineweir.mouse_pointer = pointer_default;
-      },
-      [&](const Failure& failure) { guard_port(procedure, failure); });
+  state_.Lineweir.mouse_pointer = pointer_hourglass;
+  other_way_.reset();
+  links_.give_way_to_serial();
+  const bool was_open = comm.is_open();
+  select(number);
+  if (was_open || wanted_) want(number);
+  if (was_open) close();
+  comm.set_comm_port(number);
+  if (was_open) probe(Opening::Plain);
+  state_.Lineweir.mouse_pointer = pointer_default;
 }
 
 void SerialPortControl::PortOn_Click() {
-  attempt(
-      [&] {
-        other_way_.reset();
-        if (state_.services.comm1.is_open()) return;
-        want(chosen_number());
-        probe(Opening::Plain);
-      },
-      [&](const Failure& failure) { guard_port("PortOn_Click", failure); });
+  other_way_.reset();
+  if (state_.services.comm1.is_open()) return;
+  want(chosen_number());
+  probe(Opening::Plain);
 }
 
 void SerialPortControl::Off_Click() {
-  guard(state_.trace, "Off_Click", [&] {
-    other_way_.reset();
-    wanted_.reset();
-    close();
-    show_switch(false);
-  });
+  other_way_.reset();
+  wanted_.reset();
+  close();
+  show_switch(false);
 }
 
 void SerialPortControl::open_at_start() {
@@ -114,7 +109,10 @@ void SerialPortControl::box_answered() {
   if (awaiting_ == closings_) return;
   state_.messages.withdraw(no_answer);
   attempt([&] { complete_probe(Opening::Plain); },
-          [&](const Failure& failure) { guard_port("PortOn_Click", failure); });
+          [&](const Failure& failure) {
+            report_failure(state_.trace, "PortOn_Click", failure);
+            port_failed(failure);
+          });
 }
 
 void SerialPortControl::box_reported() {
@@ -134,13 +132,11 @@ PortChoice SerialPortControl::choice() const {
 }
 
 void SerialPortControl::port_lost(const std::string& description) {
-  guard(state_.trace, "Lineweir_Comm1_Lost", [&] {
-    want(chosen_number());
-    close();
-    state_.trace.WriteTrace(description);
-    state_.messages.ShowMessage("This Com Port is not available at this time!");
-    show_switch(false);
-  });
+  want(chosen_number());
+  close();
+  state_.trace.WriteTrace(description);
+  state_.messages.ShowMessage("This Com Port is not available at this time!");
+  show_switch(false);
 }
 
 int SerialPortControl::chosen_number() const {
@@ -243,8 +239,7 @@ void SerialPortControl::select(int number) {
   form.WinsockMenu.checked = false;
 }
 
-void SerialPortControl::guard_port(std::string_view procedure, const Failure& failure) {
-  report_failure(state_.trace, procedure, failure);
+void SerialPortControl::port_failed(const Failure& failure) {
   state_.Lineweir.mouse_pointer = pointer_default;
   if (is_port_failure(failure)) {
     close();

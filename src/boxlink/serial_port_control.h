@@ -31,11 +31,6 @@ class SerialPortControl {
   SerialPortControl(ConsoleState& state, const Links& links, SerialLink& serial_link,
                     LinkWatch& link, StatusDecoder& decoder);
 
-  // Com1_Click to Com4_Click: moves an open link to another port; on a closed one it only selects.
-  void Com_Click(int number);
-  void PortOn_Click();
-  void Off_Click();
-
   // PortOn_Click as the start runs it: a port that can't be opened makes it try the ports 1 to 4
   // in turn. Failures that aren't for the search pass through.
   void open_at_start();
@@ -57,6 +52,11 @@ class SerialPortControl {
   PortChoice choice() const;
 
  private:
+  void PortOn_Click();
+  // Com1_Click to Com4_Click: moves an open link to another port; on a closed one it only selects.
+  void Com_Click(int number);
+  void Off_Click();
+
   // The box has answered. Where its probe has given it up the answer is late, and completes it now.
   void box_answered();
   // A box that hasn't answered its probe has reported lines, so it is there: the probe is
@@ -82,7 +82,7 @@ class SerialPortControl {
   // An open port has vanished: the user is told, and finds the switch off.
   void port_lost(const std::string& description);
   // The one handler of the procedures of this class.
-  void guard_port(std::string_view procedure, const Failure& failure);
+  void port_failed(const Failure& failure);
 
   ConsoleState& state_;
   const Links& links_;

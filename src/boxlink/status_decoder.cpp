@@ -9,12 +9,12 @@
 #include "lines/status_letters.h"
 #include "link/link_watch.h"
 #include "state/console_state.h"
-#include "state/guard.h"
+#include "state/wire.h"
 
 namespace lineweir {
 namespace {
 
-constexpr std::string_view on_comm = "Lineweir_Comm1_OnComm";
+constexpr auto on_comm = "Lineweir_Comm1_OnComm";
 constexpr std::string_view line_monitor_answer = "Line monitor ON";
 constexpr platform::Milliseconds line_monitor_limit{5000};
 
@@ -46,26 +46,25 @@ StatusDecoder::StatusDecoder(ConsoleState& state, SerialLink& serial_link, LinkW
       link_(link),
       caller_data_(caller_data),
       line_steps_(line_steps) {
-  state.services.comm1.on_comm = [this](int comm_event) { Comm1_OnComm(comm_event); };
+  wire(state.services.comm1.on_comm, state_.trace, on_comm,
+       [this](int comm_event) { Comm1_OnComm(comm_event); });
 }
 
 void StatusDecoder::Comm1_OnComm(int comm_event) {
-  guard(state_.trace, on_comm, [&] {
-    if (comm_event != platform::comm_event_receive || waiting_) return;
-    if (!LineMonitorWait) return decode();
-    switch (await_line_monitor()) {
-      case Heard::Nothing:
-        return;
-      case Heard::Answer:
-        hear_box();
-        if (on_line_monitor) on_line_monitor();
-        return;
-      case Heard::Report:
-        hear_box();
-        if (on_first_report) on_first_report();
-        return;
-    }
-  });
+  if (comm_event != platform::comm_event_receive || waiting_) return;
+  if (!LineMonitorWait) return decode();
+  switch (await_line_monitor()) {
+    case Heard::Nothing:
+      return;
+    case Heard::Answer:
+      hear_box();
+      if (on_line_monitor) on_line_monitor();
+      return;
+    case Heard::Report:
+      hear_box();
+      if (on_first_report) on_first_report();
+      return;
+  }
 }
 
 void StatusDecoder::end_wait() {

@@ -33,10 +33,9 @@ class StatusDecoder {
   // The port was closed: a wait for the line monitor ends at once, as if it had never been.
   void end_wait();
 
+ private:
   // Each event of the serial port; only received data is acted on.
   void Comm1_OnComm(int comm_event);
-
- private:
   class Wait;
 
   // What came of a wait for the line monitor: nothing in time, or on another port by then; the

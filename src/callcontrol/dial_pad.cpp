@@ -6,17 +6,16 @@
 
 #include "base/text.h"
 #include "callcontrol/dial_words.h"
-#include "callcontrol/line_actions.h"
 #include "callcontrol/phone_command.h"
 #include "callcontrol/row_words.h"
 #include "link/links.h"
 #include "state/console_state.h"
-#include "state/guard.h"
+#include "state/wire.h"
 
 namespace lineweir {
 namespace {
 
-constexpr std::string_view dial_handler = "DialForm_SSCommand2_Click";
+constexpr auto dial_handler = "DialForm_SSCommand2_Click";
 constexpr std::string_view line_prefix = "Line ";
 constexpr std::string_view main_text = "Main";
 constexpr std::string_view conference_text = "Conf";
@@ -32,42 +31,41 @@ void swallow(int& key) {
 
 }  // namespace
 
-DialPad::DialPad(ConsoleState& state, const Links& links, PhoneCommands& phone,
-                 LineActions& line_actions)
-    : state_(state), links_(links), phone_(phone), line_actions_(line_actions) {
-  state.Lineweir.Dial.on_click = [this] { Dial_Click(); };
+DialPad::DialPad(ConsoleState& state, const Links& links, PhoneCommands& phone)
+    : state_(state), links_(links), phone_(phone) {
+  wire(state.Lineweir.Dial.on_click, state_.trace, "Lineweir_Dial_Click", [this] { Dial_Click(); });
   DialWindow& form = state.DialForm;
-  form.on_load = [this] { Form_Load(); };
-  form.on_unload = [this] { Form_Unload(); };
-  form.on_key_press = [this](int& key) { Form_KeyPress(key); };
+  wire(form.on_load, state_.trace, "DialForm_Form_Load", [this] { Form_Load(); });
+  wire(form.on_unload, state_.trace, "DialForm_Form_Unload", [this] { Form_Unload(); });
+  wire(form.on_key_press, state_.trace, "DialForm_Form_KeyPress",
+       [this](int& key) { Form_KeyPress(key); });
   form.DialButton.wire([this](Button& button) {
-    button.on_click = [this, key = button.index()] { DialButton_Click(key); };
+    wire(button.on_click, state_.trace, "DialForm_DialButton_Click",
+         [this, key = button.index()] { DialButton_Click(key); });
   });
-  form.SSCommand1.on_click = [this] { SSCommand1_Click(); };
-  form.SSCommand2.on_click = [this] { SSCommand2_Click(); };
-  form.TheDrop.on_click = [this] { TheDrop_Click(); };
-  form.Timer5.on_timer = [this] { Timer5_Timer(); };
-  form.Combo1.on_key_press = [this](int& key) { Combo_KeyPress(key); };
-  form.Combo2.on_key_press = [this](int& key) { Combo_KeyPress(key); };
-  form.Text1.on_key_press = [this](int& key) { Text1_KeyPress(key); };
+  wire(form.SSCommand1.on_click, state_.trace, "DialForm_SSCommand1_Click",
+       [this] { SSCommand1_Click(); });
+  wire(form.SSCommand2.on_click, state_.trace, dial_handler, [this] { SSCommand2_Click(); });
+  wire(form.TheDrop.on_click, state_.trace, "DialForm_TheDrop_Click", [this] { TheDrop_Click(); });
+  wire(form.Timer5.on_timer, state_.trace, "DialForm_Timer5_Timer", [this] { Timer5_Timer(); });
+  wire(form.Combo1.on_key_press, state_.trace, "DialForm_Combo1_KeyPress", swallow);
+  wire(form.Combo2.on_key_press, state_.trace, "DialForm_Combo2_KeyPress", swallow);
+  wire(form.Text1.on_key_press, state_.trace, "DialForm_Text1_KeyPress",
+       [this](int& key) { Text1_KeyPress(key); });
 }
 
-void DialPad::Dial_Click() {
-  guard(state_.trace, "Lineweir_Dial_Click", [&] { state_.DialForm.show(); });
-}
+void DialPad::Dial_Click() { state_.DialForm.show(); }
 
 void DialPad::Form_Load() {
-  guard(state_.trace, "DialForm_Form_Load", [&] {
-    DialWindow& form = state_.DialForm;
-    DialCollection.clear();
-    digits_are_done_ = false;
-    form.Text1.text = "";
-    show_lamp(pictures::GreyPic);
-    fill_lists();
-    begin_on(first_line_talked_on());
-    form.Timer5.enabled = true;
-    form.Text1.set_focus();
-  });
+  DialWindow& form = state_.DialForm;
+  DialCollection.clear();
+  digits_are_done_ = false;
+  form.Text1.text = "";
+  show_lamp(pictures::GreyPic);
+  fill_lists();
+  begin_on(first_line_talked_on());
+  form.Timer5.enabled = true;
+  form.Text1.set_focus();
 }
 
 void DialPad::Form_Unload() {
@@ -98,27 +96,24 @@ void DialPad::begin_on(int line) {
 }
 
 void DialPad::DialButton_Click(int Index) {
-  guard(state_.trace, "DialForm_DialButton_Click", [&] {
-    if (locked()) return;
-    const DialSeat seat{seat_of(state_), state_.Lineweir.ScreenerMode.checked,
-                        conference_chosen() ? bank_conference : bank_main};
-    const CommandWord word = dial_word(Index, seat);
-    TextBox& digits = state_.DialForm.Text1;
-    digits.text =
-        std::string(trimmed(digits.text)) + dial_keys[static_cast<std::size_t>(Index)].character;
-    const DialState& dial = state_.dial;
-    if (dial.DialLine == no_line && dial.DialSeizeLine == no_line) SSCommand1_Click();
-    DialCollection.push_back(word);
-  });
+  if (locked()) return;
+  const DialSeat seat{seat_of(state_), state_.Lineweir.ScreenerMode.checked,
+                      conference_chosen() ? bank_conference : bank_main};
+  const CommandWord word = dial_word(Index, seat);
+  TextBox& digits = state_.DialForm.Text1;
+  digits.text =
+      std::string(trimmed(digits.text)) + dial_keys[static_cast<std::size_t>(Index)].character;
+  const DialState& dial = state_.dial;
+  if (dial.DialLine == no_line && dial.DialSeizeLine == no_line)
+    state_.DialForm.SSCommand1.on_click();
+  DialCollection.push_back(word);
 }
 
 void DialPad::SSCommand1_Click() {
-  guard(state_.trace, "DialForm_SSCommand1_Click", [&] {
-    if (locked() || state_.dial.DialLine != no_line) return;
-    const int line = chosen_line();
-    if (const auto word = seize_word(line)) phone_.PhoneCommand(word->word, word->bank);
-    state_.dial.DialSeizeLine = line;
-  });
+  if (locked() || state_.dial.DialLine != no_line) return;
+  const int line = chosen_line();
+  if (const auto word = seize_word(line)) phone_.PhoneCommand(word->word, word->bank);
+  state_.dial.DialSeizeLine = line;
 }
 
 std::optional<CommandWord> DialPad::seize_word(int line) const {
@@ -133,39 +128,30 @@ std::optional<CommandWord> DialPad::seize_word(int line) const {
 }
 
 void DialPad::SSCommand2_Click() {
-  guard(state_.trace, dial_handler, [&] {
-    if (locked()) return;
-    if (state_.dial.DialLine == no_line) return;
-    const std::string_view text = state_.DialForm.Combo1.text.get();
-    const int line = leading_number(text.substr(std::min(text.size(), line_prefix.size()))) - 1;
-    const int bank = conference_chosen() ? bank_conference : bank_main;
-    links_.in_use().seize(dial_handler, line, talent() ? bank : bank_none);
-  });
+  if (locked()) return;
+  if (state_.dial.DialLine == no_line) return;
+  const std::string_view text = state_.DialForm.Combo1.text.get();
+  const int line = leading_number(text.substr(std::min(text.size(), line_prefix.size()))) - 1;
+  const int bank = conference_chosen() ? bank_conference : bank_main;
+  links_.in_use().seize(dial_handler, line, talent() ? bank : bank_none);
 }
 
 void DialPad::TheDrop_Click() {
-  guard(state_.trace, "DialForm_TheDrop_Click", [&] {
-    if (locked()) return;
-    if (talent() && conference_chosen()) {
-      line_actions_.Drop2_Click();
-    } else {
-      line_actions_.Drop1_Click();
-    }
-    digits_are_done_ = true;
-    state_.DialForm.Timer5.enabled = true;
-  });
+  if (locked()) return;
+  MainForm& main = state_.Lineweir;
+  (talent() && conference_chosen() ? main.Drop2 : main.Drop1).on_click();
+  digits_are_done_ = true;
+  state_.DialForm.Timer5.enabled = true;
 }
 
 void DialPad::Timer5_Timer() {
-  guard(state_.trace, "DialForm_Timer5_Timer", [&] {
-    send_next_word();
-    if (digits_are_done_) state_.DialForm.Text1.text = "";
-    digits_are_done_ = false;
-    const int line = state_.dial.DialLine;
-    if (line != no_line && dialling_on(line)) show_lamp(lamp_of_seat());
-    if (line != no_line && !dialling_on(line)) let_go();
-    if (state_.dial.DialLine == no_line) watch_chosen_line();
-  });
+  send_next_word();
+  if (digits_are_done_) state_.DialForm.Text1.text = "";
+  digits_are_done_ = false;
+  const int line = state_.dial.DialLine;
+  if (line != no_line && dialling_on(line)) show_lamp(lamp_of_seat());
+  if (line != no_line && !dialling_on(line)) let_go();
+  if (state_.dial.DialLine == no_line) watch_chosen_line();
 }
 
 void DialPad::send_next_word() {
@@ -195,14 +181,12 @@ void DialPad::Form_KeyPress(int& KeyAscii) {
   const int key = dial_key_of(KeyAscii);
   if (key < 0) return;
   const Button& button = state_.DialForm.DialButton(key);
-  if (button.visible && button.enabled) DialButton_Click(key);
+  if (button.visible && button.enabled) button.on_click();
   KeyAscii = 0;
 }
 
-void DialPad::Combo_KeyPress(int& KeyAscii) { swallow(KeyAscii); }
-
 void DialPad::Text1_KeyPress(int& KeyAscii) {
-  if (KeyAscii == key_enter) SSCommand2_Click();
+  if (KeyAscii == key_enter) state_.DialForm.SSCommand2.on_click();
   swallow(KeyAscii);
 }
 

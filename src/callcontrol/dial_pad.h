@@ -8,7 +8,6 @@
 
 namespace lineweir {
 
-class LineActions;
 class PhoneCommands;
 class Links;
 struct ConsoleState;
@@ -18,15 +17,15 @@ struct ConsoleState;
 // equipment. The form follows the line's state as the equipment reports it.
 class DialPad {
  public:
-  DialPad(ConsoleState& state, const Links& links, PhoneCommands& phone, LineActions& line_actions);
+  DialPad(ConsoleState& state, const Links& links, PhoneCommands& phone);
 
   // The words not yet sent, the next one first.
   std::deque<CommandWord> DialCollection;
 
+ private:
   void Dial_Click();
   void DialButton_Click(int Index);
 
- private:
   void Form_Load();
   void Form_Unload();
   void Form_KeyPress(int& KeyAscii);
@@ -34,7 +33,6 @@ class DialPad {
   void SSCommand2_Click();
   void TheDrop_Click();
   void Timer5_Timer();
-  void Combo_KeyPress(int& KeyAscii);
   void Text1_KeyPress(int& KeyAscii);
 
   // Passive mode: a pad that was open stays to be looked at, and its keys do nothing.
@@ -59,7 +57,6 @@ class DialPad {
   ConsoleState& state_;
   const Links& links_;
   PhoneCommands& phone_;
-  LineActions& line_actions_;
   // The line was dropped by hand: the next tick takes the digits away.
   bool digits_are_done_ = false;
 };

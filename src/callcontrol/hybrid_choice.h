@@ -11,11 +11,11 @@ class HybridChoice {
  public:
   HybridChoice(ConsoleState& state, Modes& modes, ButtonPanel& panel);
 
+ private:
   // Index 0 is the main hybrid, 1 the conference hybrid. In talent mode the hybrid's buttons follow
   // at once.
   void HybridCheck_Click(int Index);
 
- private:
   ConsoleState& state_;
   Modes& modes_;
   ButtonPanel& panel_;

@@ -25,23 +25,16 @@ class LineActions {
   LineActions(ConsoleState& state, PhoneCommands& phone, CallerDataEntry& caller_data,
               NextCaller& next_caller);
 
-  void OnHybrid1_Click(int Index);
-  void OnHybrid2_Click(int Index);
-  void Drop1_Click();
-  void Drop2_Click();
-  void Hold1_Click();
-  void Hold2_Click();
-
-  // A double click on any text of a row presses its main button or, where that is disabled, its
-  // conference button.
-  void row_dbl_click(std::string_view element, int Index);
-  // The right button on any text of a row opens the line's caller data.
-  void row_mouse_up(std::string_view element, int Index, int Button);
-
   // Whether a press of that drop, hold or row button would do anything now.
   bool finds_work(const Control& button) const;
 
  private:
+  void OnHybrid2_Click(int Index);
+  void OnHybrid1_Click(int Index);
+  // A double click on any text of a row presses its main button or, where that is disabled, its
+  // conference button.
+  void row_dbl_click(int Index);
+
   // What a drop or hold button sends: the fixed word or, where there is none, a word for each line
   // whose row button is visible.
   struct Sweep {
@@ -52,7 +45,7 @@ class LineActions {
   std::optional<Sweep> sweep_of(const Control& button) const;
   bool sweeps_any(const Sweep& sweep) const;
   void send(const std::optional<CommandWord>& command);
-  void sweep(std::string_view handler, const Control& button);
+  void sweep(const Control& button);
 
   ConsoleState& state_;
   PhoneCommands& phone_;

@@ -14,9 +14,14 @@
 #include "state/console_state.h"
 #include "state/guard.h"
 #include "state/window_caption.h"
+#include "state/wire.h"
 
 namespace lineweir {
 namespace {
+
+constexpr auto producer_handler = "Lineweir_ScreenerMode_Click";
+constexpr auto talent_handler = "Lineweir_StudioMode_Click";
+constexpr auto phone_handler = "Lineweir_NextGenPhone_Click";
 
 struct ModeCaptions {
   std::string_view next_button;
@@ -44,74 +49,72 @@ Modes::Modes(ConsoleState& state, const Links& links, PhoneCommands& phone, RowD
       remote_port_(remote_port) {
   layout.on_buttons_placed = [this] { SetEnabledDisabled(); };
   MainForm& form = state.Lineweir;
-  form.ScreenerMode.on_click = [this] { ScreenerMode_Click(); };
-  form.StudioMode.on_click = [this] { StudioMode_Click(); };
-  form.PassiveMode.on_click = [this] { PassiveMode_Click(); };
-  form.MitelPhone1.on_click = [this] { MitelPhone1_Click(); };
-  form.MitelPhone2.on_click = [this] { MitelPhone2_Click(); };
-  form.AutoDataEntry.on_click = [this] { AutoDataEntry_Click(); };
+  wire(form.ScreenerMode.on_click, state_.trace, producer_handler,
+       [this] { ScreenerMode_Click(); });
+  wire(form.StudioMode.on_click, state_.trace, talent_handler, [this] { StudioMode_Click(); });
+  wire(form.PassiveMode.on_click, state_.trace, "Lineweir_PassiveMode_Click",
+       [this] { PassiveMode_Click(); });
+  wire(form.MitelPhone1.on_click, state_.trace, "Lineweir_MitelPhone1_Click",
+       [this] { MitelPhone1_Click(); });
+  wire(form.MitelPhone2.on_click, state_.trace, "Lineweir_MitelPhone2_Click",
+       [this] { MitelPhone2_Click(); });
+  wire(form.AutoDataEntry.on_click, state_.trace, "Lineweir_AutoDataEntry_Click",
+       [this] { AutoDataEntry_Click(); });
   form.NextGenPhone.wire([this](MenuItem& item) {
-    item.on_click = [this, index = item.index()] { NextGenPhone_Click(index); };
+    wire(item.on_click, state_.trace, phone_handler,
+         [this, index = item.index()] { NextGenPhone_Click(index); });
   });
 }
 
 void Modes::ScreenerMode_Click() {
-  constexpr std::string_view handler = "Lineweir_ScreenerMode_Click";
-  guard(state_.trace, handler, [&] {
-    MainForm& form = state_.Lineweir;
-    form.StudioMode.checked = false;
-    form.ScreenerMode.checked = true;
-    show_captions(false);
-    take_remote_next_away();
-    panel_.set_for_producer();
-    rearrange_buttons(handler);
-    show_row_icons();
-    row_choice_.RefreshVisibleRows();
-    links_.in_use().mode(handler, true);
-  });
+  MainForm& form = state_.Lineweir;
+  form.StudioMode.checked = false;
+  form.ScreenerMode.checked = true;
+  show_captions(false);
+  take_remote_next_away();
+  panel_.set_for_producer();
+  rearrange_buttons(producer_handler);
+  show_row_icons();
+  row_choice_.RefreshVisibleRows();
+  links_.in_use().mode(producer_handler, true);
 }
 
 void Modes::StudioMode_Click() {
-  constexpr std::string_view handler = "Lineweir_StudioMode_Click";
-  guard(state_.trace, handler, [&] {
-    MainForm& form = state_.Lineweir;
-    form.StudioMode.checked = true;
-    form.ScreenerMode.checked = false;
-    form.Drop2.visible = true;
-    form.Hold2.visible = true;
-    give_remote_next();
-    if (form.PassiveMode.checked) {
-      panel_.show_small_drops_disabled();
-    } else {
-      panel_.set_for_talent();
-    }
-    rearrange_buttons(handler);
-    show_captions(true);
-    links_.in_use().mode(handler, false);
-  });
+  MainForm& form = state_.Lineweir;
+  form.StudioMode.checked = true;
+  form.ScreenerMode.checked = false;
+  form.Drop2.visible = true;
+  form.Hold2.visible = true;
+  give_remote_next();
+  if (form.PassiveMode.checked) {
+    panel_.show_small_drops_disabled();
+  } else {
+    panel_.set_for_talent();
+  }
+  rearrange_buttons(talent_handler);
+  show_captions(true);
+  links_.in_use().mode(talent_handler, false);
 }
 
 void Modes::PassiveMode_Click() {
-  guard(state_.trace, "Lineweir_PassiveMode_Click", [&] {
-    MainForm& form = state_.Lineweir;
-    form.PassiveMode.checked = !form.PassiveMode.checked;
-    if (form.PassiveMode.checked) {
-      panel_.disable_all();
-      StudioMode_Click();
-      form.ScreenerMode.enabled = false;
-    } else {
-      panel_.set_dial(true);
-      StudioMode_Click();
-      form.ScreenerMode.enabled = true;
-    }
-  });
+  MainForm& form = state_.Lineweir;
+  form.PassiveMode.checked = !form.PassiveMode.checked;
+  if (form.PassiveMode.checked) {
+    panel_.disable_all();
+    form.StudioMode.on_click();
+    form.ScreenerMode.enabled = false;
+  } else {
+    panel_.set_dial(true);
+    form.StudioMode.on_click();
+    form.ScreenerMode.enabled = true;
+  }
 }
 
 void Modes::CheckPassiveState() {
   guard(state_.trace, "Lineweir_CheckPassiveState", [&] {
     MainForm& form = state_.Lineweir;
     if (!form.PassiveMode.checked) return;
-    if (form.ScreenerMode.checked) StudioMode_Click();
+    if (form.ScreenerMode.checked) form.StudioMode.on_click();
     panel_.disable_all();
     form.ScreenerMode.enabled = false;
   });
@@ -131,32 +134,23 @@ void Modes::SetEnabledDisabled() {
   });
 }
 
-void Modes::MitelPhone1_Click() {
-  guard(state_.trace, "Lineweir_MitelPhone1_Click", [&] { choose_handset(1); });
-}
+void Modes::MitelPhone1_Click() { choose_handset(1); }
 
-void Modes::MitelPhone2_Click() {
-  guard(state_.trace, "Lineweir_MitelPhone2_Click", [&] { choose_handset(2); });
-}
+void Modes::MitelPhone2_Click() { choose_handset(2); }
 
 void Modes::NextGenPhone_Click(int Index) {
-  constexpr std::string_view handler = "Lineweir_NextGenPhone_Click";
-  guard(state_.trace, handler, [&] {
-    MainForm& form = state_.Lineweir;
-    for (int phone = 0; phone < form.NextGenPhone.upper_bound(); ++phone) {
-      if (form.NextGenPhone.loaded(phone)) form.NextGenPhone(phone).checked = phone == Index;
-    }
-    renew_window_caption(state_);
-    state_.program.ConsoleNumber = Index;
-    links_.in_use().phone(handler, Index);
-  });
+  MainForm& form = state_.Lineweir;
+  for (int phone = 0; phone < form.NextGenPhone.upper_bound(); ++phone) {
+    if (form.NextGenPhone.loaded(phone)) form.NextGenPhone(phone).checked = phone == Index;
+  }
+  renew_window_caption(state_);
+  state_.program.ConsoleNumber = Index;
+  links_.in_use().phone(phone_handler, Index);
 }
 
 void Modes::AutoDataEntry_Click() {
-  guard(state_.trace, "Lineweir_AutoDataEntry_Click", [&] {
-    MenuItem& item = state_.Lineweir.AutoDataEntry;
-    item.checked = !item.checked;
-  });
+  MenuItem& item = state_.Lineweir.AutoDataEntry;
+  item.checked = !item.checked;
 }
 
 void Modes::follow_equipment() {

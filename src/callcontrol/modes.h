@@ -21,23 +21,12 @@ class Modes {
         ButtonPanel& panel, ScreenLayout& layout, RowChoice& row_choice,
         RemotePortControl& remote_port);
 
-  void ScreenerMode_Click();
-  void StudioMode_Click();
-
-  // Toggles. Both ways end in talent mode.
-  void PassiveMode_Click();
-
   // Where the check of PassiveMode was set without a click: makes the lock true.
   void CheckPassiveState();
 
   // Enables, disables and pictures all buttons as the mode, the hybrids and the handset demand;
   // nothing with equipment of kind 4.
   void SetEnabledDisabled();
-
-  void MitelPhone1_Click();
-  void MitelPhone2_Click();
-  void NextGenPhone_Click(int Index);
-  void AutoDataEntry_Click();
 
   // A server has told ThePhoneFlag: the menus of that kind of equipment appear.
   void follow_equipment();
@@ -48,6 +37,15 @@ class Modes {
   void take_remote_next_away();
 
  private:
+  void ScreenerMode_Click();
+  void StudioMode_Click();
+  // Toggles. Both ways end in talent mode.
+  void PassiveMode_Click();
+  void MitelPhone1_Click();
+  void MitelPhone2_Click();
+  void NextGenPhone_Click(int Index);
+  void AutoDataEntry_Click();
+
   void show_captions(bool talent);
   // The row buttons change hands: the switch console must not press them meanwhile.
   void rearrange_buttons(std::string_view handler);

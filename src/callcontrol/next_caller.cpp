@@ -17,9 +17,13 @@
 #include "screen/row_display.h"
 #include "state/console_state.h"
 #include "state/guard.h"
+#include "state/wire.h"
 
 namespace lineweir {
 namespace {
+
+constexpr auto next_handler = "Lineweir_NextButton_Click";
+constexpr auto next_to_conf_handler = "Lineweir_NextToConf_Click";
 
 template <class Lines>
 void collect_waits(const ConsoleState& state, Lines& lines) {
@@ -39,9 +43,12 @@ NextCaller::NextCaller(ConsoleState& state, const Links& links, PhoneCommands& p
       rows_(rows),
       caller_data_(caller_data),
       clocks_(clocks) {
-  state.Lineweir.NextButton.on_click = [this] { NextButton_Click(); };
-  state.Lineweir.NextToConfButton.on_click = [this] { NextToConf_Click(); };
-  state.Lineweir.NextBarDisable.on_click = [this] { NextBarDisable_Click(); };
+  wire(state.Lineweir.NextButton.on_click, state_.trace, next_handler,
+       [this] { NextButton_Click(); });
+  wire(state.Lineweir.NextToConfButton.on_click, state_.trace, next_to_conf_handler,
+       [this] { NextToConf_Click(); });
+  wire(state.Lineweir.NextBarDisable.on_click, state_.trace, "Lineweir_NextBarDisable_Click",
+       [this] { NextBarDisable_Click(); });
   clocks.after_tick = [this] { FindNext(); };
 }
 
@@ -68,36 +75,28 @@ void NextCaller::FindNext() {
 }
 
 void NextCaller::NextButton_Click() {
-  constexpr std::string_view handler = "Lineweir_NextButton_Click";
-  guard(state_.trace, handler, [&] {
-    if (server_decides(state_.lines.ThePhoneFlag)) {
-      ask_server(handler, false);
-    } else if (state_.Lineweir.StudioMode.checked) {
-      put_next_on_air('N', bank_main);
-    } else {
-      mark_ready();
-    }
-  });
+  if (server_decides(state_.lines.ThePhoneFlag)) {
+    ask_server(next_handler, false);
+  } else if (state_.Lineweir.StudioMode.checked) {
+    put_next_on_air('N', bank_main);
+  } else {
+    mark_ready();
+  }
 }
 
 void NextCaller::NextToConf_Click() {
-  constexpr std::string_view handler = "Lineweir_NextToConf_Click";
-  guard(state_.trace, handler, [&] {
-    if (server_decides(state_.lines.ThePhoneFlag)) {
-      ask_server(handler, true);
-    } else if (state_.Lineweir.StudioMode.checked) {
-      put_next_on_air('C', bank_conference);
-    } else {
-      answer_next();
-    }
-  });
+  if (server_decides(state_.lines.ThePhoneFlag)) {
+    ask_server(next_to_conf_handler, true);
+  } else if (state_.Lineweir.StudioMode.checked) {
+    put_next_on_air('C', bank_conference);
+  } else {
+    answer_next();
+  }
 }
 
 void NextCaller::NextBarDisable_Click() {
-  guard(state_.trace, "Lineweir_NextBarDisable_Click", [&] {
-    MenuItem& item = state_.Lineweir.NextBarDisable;
-    item.checked = !item.checked;
-  });
+  MenuItem& item = state_.Lineweir.NextBarDisable;
+  item.checked = !item.checked;
 }
 
 void NextCaller::pick_by_hand(int line) {

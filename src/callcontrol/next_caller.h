@@ -26,10 +26,6 @@ class NextCaller {
   // Chooses anew. Where the choice doesn't change, nothing is sent or drawn.
   void FindNext();
 
-  void NextButton_Click();
-  void NextToConf_Click();
-  void NextBarDisable_Click();
-
   // Whether the button would do anything now.
   bool NextButton_finds_work() const;
   bool NextToConf_finds_work() const;
@@ -46,6 +42,10 @@ class NextCaller {
   void ReturnNextCall(int TheNextCall, int TheMessageGroupVal);
 
  private:
+  void NextButton_Click();
+  void NextToConf_Click();
+  void NextBarDisable_Click();
+
   // The view holds until the next change of a row.
   std::vector<LineWait> waits() const;
   void move_to(int line);

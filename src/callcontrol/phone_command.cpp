@@ -40,7 +40,7 @@ void PhoneCommands::press_next_button() {
   if (!form.StudioMode.checked) return;
   for (const Picture* button : {&form.NextButton, &form.NextToConfButton}) {
     if (!button->enabled) continue;
-    if (button->on_click) button->on_click();
+    button->on_click();
     return;
   }
 }

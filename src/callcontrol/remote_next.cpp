@@ -3,7 +3,7 @@
 #include "callcontrol/phone_command.h"
 #include "link/command_word.h"
 #include "state/console_state.h"
-#include "state/guard.h"
+#include "state/wire.h"
 
 namespace lineweir {
 namespace {
@@ -15,23 +15,20 @@ constexpr std::string_view off_word = "R";
 
 RemoteNextControl::RemoteNextControl(ConsoleState& state, PhoneCommands& phone)
     : state_(state), phone_(phone) {
-  state.Lineweir.RemoteNext.on_click = [this] { RemoteNext_Click(); };
-  state.Lineweir.RemoteNextTimer.on_timer = [this] { RemoteNextTimer_Timer(); };
+  wire(state.Lineweir.RemoteNext.on_click, state_.trace, "Lineweir_RemoteNext_Click",
+       [this] { RemoteNext_Click(); });
+  wire(state.Lineweir.RemoteNextTimer.on_timer, state_.trace, "Lineweir_RemoteNextTimer_Timer",
+       [this] { RemoteNextTimer_Timer(); });
 }
 
 void RemoteNextControl::RemoteNext_Click() {
-  guard(state_.trace, "Lineweir_RemoteNext_Click", [&] {
-    MainForm& form = state_.Lineweir;
-    const bool on = !form.RemoteNext.checked;
-    form.RemoteNext.checked = on;
-    phone_.PhoneCommand(on ? on_word : off_word, bank_none);
-    form.RemoteNextTimer.enabled = on;
-  });
+  MainForm& form = state_.Lineweir;
+  const bool on = !form.RemoteNext.checked;
+  form.RemoteNext.checked = on;
+  phone_.PhoneCommand(on ? on_word : off_word, bank_none);
+  form.RemoteNextTimer.enabled = on;
 }
 
-void RemoteNextControl::RemoteNextTimer_Timer() {
-  guard(state_.trace, "Lineweir_RemoteNextTimer_Timer",
-        [&] { phone_.PhoneCommand(on_word, bank_none); });
-}
+void RemoteNextControl::RemoteNextTimer_Timer() { phone_.PhoneCommand(on_word, bank_none); }
 
 }  // namespace lineweir

@@ -11,10 +11,10 @@ class RemoteNextControl {
  public:
   RemoteNextControl(ConsoleState& state, PhoneCommands& phone);
 
+ private:
   void RemoteNext_Click();
   void RemoteNextTimer_Timer();
 
- private:
   ConsoleState& state_;
   PhoneCommands& phone_;
 };

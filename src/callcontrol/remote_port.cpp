@@ -6,6 +6,7 @@
 
 #include "state/console_state.h"
 #include "state/guard.h"
+#include "state/wire.h"
 
 namespace lineweir {
 namespace {
@@ -23,54 +24,51 @@ constexpr std::array port_failures = {
 
 RemotePortControl::RemotePortControl(ConsoleState& state) : state_(state) {
   MainForm& form = state.Lineweir;
+  const auto show_failure = [this](const Failure& failure) { show(failure); };
   for (int number = 1; number <= 4; ++number) {
-    form.RemoteCom(number).on_click = [this, number] { RemoteCom_Click(number); };
+    wire(
+        form.RemoteCom(number).on_click, state_.trace,
+        "Lineweir_RemoteCom" + std::to_string(number) + "_Click",
+        [this, number] { RemoteCom_Click(number); }, show_failure);
   }
-  form.RemoteOn.on_click = [this] { RemoteOn_Click(); };
-  form.RemoteOff.on_click = [this] { RemoteOff_Click(); };
-  state.services.comm2.on_lost = [this](const std::string& description) { port_lost(description); };
+  wire(
+      form.RemoteOn.on_click, state_.trace, "Lineweir_RemoteOn_Click", [this] { RemoteOn_Click(); },
+      show_failure);
+  wire(form.RemoteOff.on_click, state_.trace, "Lineweir_RemoteOff_Click",
+       [this] { RemoteOff_Click(); });
+  wire(state.services.comm2.on_lost, state_.trace, "Lineweir_Comm2_Lost",
+       [this](const std::string& description) { port_lost(description); });
 }
 
 void RemotePortControl::RemoteCom_Click(int number) {
-  const std::string procedure = "Lineweir_RemoteCom" + std::to_string(number) + "_Click";
-  attempt(
-      [&] {
-        for (int other = 1; other <= 4; ++other) {
-          state_.Lineweir.RemoteCom(other).checked = other == number;
-        }
-        platform::SerialPort& comm = state_.services.comm2;
-        const bool wanted = comm.is_open() || missed_;
-        comm.close();
-        comm.set_comm_port(number);
-        missed_ = wanted;
-        if (wanted) comm.open();
-        missed_ = false;
-      },
-      [&](const Failure& failure) { report(procedure, failure); });
+  for (int other = 1; other <= 4; ++other) {
+    state_.Lineweir.RemoteCom(other).checked = other == number;
+  }
+  platform::SerialPort& comm = state_.services.comm2;
+  const bool wanted = comm.is_open() || missed_;
+  comm.close();
+  comm.set_comm_port(number);
+  missed_ = wanted;
+  if (wanted) comm.open();
+  missed_ = false;
 }
 
 void RemotePortControl::RemoteOn_Click() {
-  attempt(
-      [&] {
-        switched_on_ = true;
-        if (!state_.services.comm2.is_open()) state_.services.comm2.open();
-        state_.Lineweir.RemoteOff.checked = false;
-        state_.Lineweir.RemoteOn.checked = true;
-        state_.Lineweir.SwitchConsoleTimer.enabled = true;
-        missed_ = false;
-      },
-      [&](const Failure& failure) { report("Lineweir_RemoteOn_Click", failure); });
+  switched_on_ = true;
+  if (!state_.services.comm2.is_open()) state_.services.comm2.open();
+  state_.Lineweir.RemoteOff.checked = false;
+  state_.Lineweir.RemoteOn.checked = true;
+  state_.Lineweir.SwitchConsoleTimer.enabled = true;
+  missed_ = false;
 }
 
 void RemotePortControl::RemoteOff_Click() {
-  guard(state_.trace, "Lineweir_RemoteOff_Click", [&] {
-    switched_on_ = false;
-    state_.services.comm2.close();
-    state_.Lineweir.RemoteOff.checked = true;
-    state_.Lineweir.RemoteOn.checked = false;
-    state_.Lineweir.SwitchConsoleTimer.enabled = false;
-    missed_ = false;
-  });
+  switched_on_ = false;
+  state_.services.comm2.close();
+  state_.Lineweir.RemoteOff.checked = true;
+  state_.Lineweir.RemoteOn.checked = false;
+  state_.Lineweir.SwitchConsoleTimer.enabled = false;
+  missed_ = false;
 }
 
 bool RemotePortControl::wanted() const { return switched_on_ || state_.Lineweir.RemoteOn.checked; }
@@ -79,20 +77,18 @@ void RemotePortControl::reopen(std::string_view procedure) {
   attempt([&] { state_.services.comm2.open(); },
           [&](const Failure& failure) {
             missed_ = true;
-            report(procedure, failure);
+            report_failure(state_.trace, procedure, failure);
+            show(failure);
           });
 }
 
 void RemotePortControl::port_lost(const std::string& description) {
-  guard(state_.trace, "Lineweir_Comm2_Lost", [&] {
-    missed_ = true;
-    state_.trace.WriteTrace(description);
-    state_.messages.ShowMessage(port_message);
-  });
+  missed_ = true;
+  state_.trace.WriteTrace(description);
+  state_.messages.ShowMessage(port_message);
 }
 
-void RemotePortControl::report(std::string_view procedure, const Failure& failure) {
-  report_failure(state_.trace, procedure, failure);
+void RemotePortControl::show(const Failure& failure) {
   const bool of_port = std::ranges::find(port_failures, failure.number()) != port_failures.end();
   if (of_port) state_.messages.ShowMessage(port_message);
 }

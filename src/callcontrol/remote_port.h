@@ -14,11 +14,6 @@ class RemotePortControl {
  public:
   explicit RemotePortControl(ConsoleState& state);
 
-  // RemoteCom1_Click to RemoteCom4_Click.
-  void RemoteCom_Click(int number);
-  void RemoteOn_Click();
-  void RemoteOff_Click();
-
   // What the settings keep. A failure shows in the menu, but it is no choice of the user's.
   bool wanted() const;
 
@@ -26,8 +21,13 @@ class RemotePortControl {
   void reopen(std::string_view procedure);
 
  private:
+  // RemoteCom1_Click to RemoteCom4_Click.
+  void RemoteCom_Click(int number);
+  void RemoteOn_Click();
+  void RemoteOff_Click();
+
   void port_lost(const std::string& description);
-  void report(std::string_view procedure, const Failure& failure);
+  void show(const Failure& failure);
 
   ConsoleState& state_;
   // The user has switched on last, whatever came of it.

@@ -8,7 +8,7 @@
 #include "forms/pictures.h"
 #include "screen/row_display.h"
 #include "state/console_state.h"
-#include "state/guard.h"
+#include "state/wire.h"
 
 namespace lineweir {
 namespace {
@@ -16,7 +16,7 @@ namespace {
 bool pressable(const Control& control) { return control.shown() && control.enabled; }
 
 void press_button(const Control& button) {
-  if (pressable(button) && button.on_click) button.on_click();
+  if (pressable(button)) button.on_click();
 }
 
 void press_row_button(const ControlArray<Picture>& buttons, int line) {
@@ -31,17 +31,17 @@ void press_beside(const Picture& main_button, const Picture& button) {
 }  // namespace
 
 SwitchConsole::SwitchConsole(ConsoleState& state, RowDisplay& rows) : state_(state), rows_(rows) {
-  state.services.comm2.on_comm = [this](int comm_event) { Comm2_OnComm(comm_event); };
-  state.Lineweir.SwitchConsoleTimer.on_timer = [this] { SwitchConsoleTimer_Timer(); };
+  wire(state.services.comm2.on_comm, state_.trace, "Lineweir_Comm2_OnComm",
+       [this](int comm_event) { Comm2_OnComm(comm_event); });
+  wire(state.Lineweir.SwitchConsoleTimer.on_timer, state_.trace,
+       "Lineweir_SwitchConsoleTimer_Timer", [this] { SwitchConsoleTimer_Timer(); });
 }
 
 void SwitchConsole::Comm2_OnComm(int comm_event) {
-  guard(state_.trace, "Lineweir_Comm2_OnComm", [&] {
-    if (comm_event != platform::comm_event_receive) return;
-    const std::string received = state_.services.comm2.input();
-    if (received.empty()) return;
-    press(console_key(code_of(received.front()), state_.lines.twenty_lines()));
-  });
+  if (comm_event != platform::comm_event_receive) return;
+  const std::string received = state_.services.comm2.input();
+  if (received.empty()) return;
+  press(console_key(code_of(received.front()), state_.lines.twenty_lines()));
 }
 
 void SwitchConsole::press(const ConsoleKey& key) {
@@ -86,20 +86,18 @@ void SwitchConsole::press_dial_key(int key) {
 }
 
 void SwitchConsole::SwitchConsoleTimer_Timer() {
-  guard(state_.trace, "Lineweir_SwitchConsoleTimer_Timer", [&] {
-    platform::SerialPort& port = state_.services.comm2;
-    if (!port.is_open()) return;
-    const MainForm& form = state_.Lineweir;
-    const bool twenty_lines = state_.lines.twenty_lines();
-    std::string message;
-    for (int line = 0; line < state_.lines.LineCount; ++line) {
-      const bool visible = form.OnHybrid1(line).visible;
-      // A hidden line has the lamps of the line before sent again.
-      const auto own = lamp_message(line, twenty_lines, visible, rows_.GetCadence(line));
-      if (own) message = *own;
-      if (!message.empty()) port.output(message);
-    }
-  });
+  platform::SerialPort& port = state_.services.comm2;
+  if (!port.is_open()) return;
+  const MainForm& form = state_.Lineweir;
+  const bool twenty_lines = state_.lines.twenty_lines();
+  std::string message;
+  for (int line = 0; line < state_.lines.LineCount; ++line) {
+    const bool visible = form.OnHybrid1(line).visible;
+    // A hidden line has the lamps of the line before sent again.
+    const auto own = lamp_message(line, twenty_lines, visible, rows_.GetCadence(line));
+    if (own) message = *own;
+    if (!message.empty()) port.output(message);
+  }
 }
 
 }  // namespace lineweir

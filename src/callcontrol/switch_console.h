@@ -14,13 +14,12 @@ class SwitchConsole {
  public:
   SwitchConsole(ConsoleState& state, RowDisplay& rows);
 
+ private:
   // Each event of the port; only received data is acted on. The first character is the key.
   void Comm2_OnComm(int comm_event);
-
   // Sends the lamps of all lines.
   void SwitchConsoleTimer_Timer();
 
- private:
   void press(const ConsoleKey& key);
   void press_next();
   void press_dial_key(int key);

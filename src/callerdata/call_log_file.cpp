@@ -10,6 +10,7 @@
 #include "state/console_state.h"
 #include "state/guard.h"
 #include "state/stored_path.h"
+#include "state/wire.h"
 
 namespace lineweir {
 namespace {
@@ -37,26 +38,25 @@ std::string mismatch_question(std::string_view in_database, std::string_view in_
 
 CallLogFile::CallLogFile(ConsoleState& state, DisplayOptions& display, CallLog& call_log)
     : state_(state), display_(display), call_log_(call_log) {
-  state.Lineweir.DatabasePathMenuItem.on_click = [this] { DatabasePathMenuItem_Click(); };
+  wire(state.Lineweir.DatabasePathMenuItem.on_click, state_.trace,
+       "Lineweir_DatabasePathMenuItem_Click", [this] { DatabasePathMenuItem_Click(); });
 }
 
 void CallLogFile::DatabasePathMenuItem_Click() {
-  guard(state_.trace, "Lineweir_DatabasePathMenuItem_Click", [&] {
-    platform::FileQuestion question;
-    question.title = "Open";
-    question.filter = file_filter;
-    question.filter_index = mdb_filter;
-    question.default_path = state_.Lineweir.Data1.database_name;
-    question.may_be_new = true;
-    const auto file = state_.services.dialogs.ask_file(question);
-    if (!file || trimmed(*file).empty()) return;
-    const bool storable = attempt(
-        [&] { require_storable(*file, longest_log_path); },
-        [&](const Failure& failure) { refuse("Lineweir_DatabasePathMenuItem_Click", failure); });
-    if (!storable || !open_or_create(*file)) return;
-    compare_user_field();
-    take_waiting_calls(*file);
-  });
+  platform::FileQuestion question;
+  question.title = "Open";
+  question.filter = file_filter;
+  question.filter_index = mdb_filter;
+  question.default_path = state_.Lineweir.Data1.database_name;
+  question.may_be_new = true;
+  const auto file = state_.services.dialogs.ask_file(question);
+  if (!file || trimmed(*file).empty()) return;
+  const bool storable = attempt(
+      [&] { require_storable(*file, longest_log_path); },
+      [&](const Failure& failure) { refuse("Lineweir_DatabasePathMenuItem_Click", failure); });
+  if (!storable || !open_or_create(*file)) return;
+  compare_user_field();
+  take_waiting_calls(*file);
 }
 
 void CallLogFile::take_waiting_calls(const std::string& file) {

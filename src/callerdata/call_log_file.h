@@ -15,10 +15,6 @@ class CallLogFile {
  public:
   CallLogFile(ConsoleState& state, DisplayOptions& display, CallLog& call_log);
 
-  // Asks for the file. One that doesn't exist is made; where a file can't be used a message says
-  // why, and the log that is in use stays.
-  void DatabasePathMenuItem_Click();
-
   // Makes a new file with an empty log; false, with a message, where that fails.
   bool CreateDatabase(const std::string& TheFile);
 
@@ -32,6 +28,10 @@ class CallLogFile {
   std::string path_to_store() const;
 
  private:
+  // Asks for the file. One that doesn't exist is made; where a file can't be used a message says
+  // why, and the log that is in use stays.
+  void DatabasePathMenuItem_Click();
+
   bool open_or_create(const std::string& file);
   void compare_user_field();
   // What waits for another log may go to this one.

@@ -6,7 +6,7 @@
 
 #include "callerdata/log_text.h"
 #include "state/console_state.h"
-#include "state/guard.h"
+#include "state/wire.h"
 
 namespace lineweir {
 namespace {
@@ -33,16 +33,18 @@ std::string_view advice_for(int failure) {
 
 CallLogWatch::CallLogWatch(ConsoleState& state) : state_(state) {
   platform::Services& services = state.services;
-  services.journal.on_change = [this] { look(); };
-  services.journal.on_replaced = [this](const std::string& file) { tell_replaced(file); };
+  wire(services.journal.on_change, state_.trace, "CallLogWatch", [this] { look(); });
+  wire(services.journal.on_replaced, state_.trace, "CallLogWatch",
+       [this](const std::string& file) { tell_replaced(file); });
   // Calls of an earlier run may be waiting.
-  first_look_ = services.loop.schedule(platform::Milliseconds{0}, [this] { look(); });
+  first_look_ = services.loop.schedule(platform::Milliseconds{0},
+                                       [this] { state_.services.journal.on_change(); });
 }
 
 CallLogWatch::~CallLogWatch() {
   state_.services.loop.cancel(first_look_);
-  state_.services.journal.on_change = nullptr;
-  state_.services.journal.on_replaced = nullptr;
+  state_.services.journal.on_change.forget_handler();
+  state_.services.journal.on_replaced.forget_handler();
 }
 
 bool CallLogWatch::told(const platform::LogTrouble& trouble) const {
@@ -52,32 +54,28 @@ bool CallLogWatch::told(const platform::LogTrouble& trouble) const {
 }
 
 void CallLogWatch::look() {
-  guard(state_.trace, "CallLogWatch", [&] {
-    const platform::CallJournalState state = state_.services.journal.state();
-    show_waiting(state.waiting);
-    std::erase_if(told_, [&](const platform::LogTrouble& before) {
-      return std::ranges::none_of(state.troubles, [&](const platform::LogTrouble& trouble) {
-        return trouble.file == before.file;
-      });
+  const platform::CallJournalState state = state_.services.journal.state();
+  show_waiting(state.waiting);
+  std::erase_if(told_, [&](const platform::LogTrouble& before) {
+    return std::ranges::none_of(state.troubles, [&](const platform::LogTrouble& trouble) {
+      return trouble.file == before.file;
     });
-    for (const platform::LogTrouble& trouble : state.troubles) {
-      if (told(trouble)) continue;
-      told_.push_back(trouble);
-      tell(trouble.reason, outage_text(trouble));
-    }
-    if (!state.journal_trouble.empty() && told_of_journal_ != state.journal_trouble) {
-      tell(state.journal_trouble, journal_outage_text(state.journal_trouble));
-    }
-    told_of_journal_ = state.journal_trouble;
   });
+  for (const platform::LogTrouble& trouble : state.troubles) {
+    if (told(trouble)) continue;
+    told_.push_back(trouble);
+    tell(trouble.reason, outage_text(trouble));
+  }
+  if (!state.journal_trouble.empty() && told_of_journal_ != state.journal_trouble) {
+    tell(state.journal_trouble, journal_outage_text(state.journal_trouble));
+  }
+  told_of_journal_ = state.journal_trouble;
 }
 
 void CallLogWatch::tell_replaced(const std::string& file) {
-  guard(state_.trace, "CallLogWatch", [&] {
-    const std::string sentence = "The call log '" + file + "' was replaced by another file.";
-    tell(sentence, sentence + " Calls go into that one from now on.");
-    if (on_replaced) on_replaced();
-  });
+  const std::string sentence = "The call log '" + file + "' was replaced by another file.";
+  tell(sentence, sentence + " Calls go into that one from now on.");
+  if (on_replaced) on_replaced();
 }
 
 void CallLogWatch::tell(const std::string& reason, const std::string& text) {

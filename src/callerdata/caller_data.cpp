@@ -11,11 +11,12 @@
 #include "callerdata/line_texts.h"
 #include "state/console_state.h"
 #include "state/guard.h"
+#include "state/wire.h"
 
 namespace lineweir {
 namespace {
 
-constexpr std::string_view save_handler = "Form4_Command3D1_Click";
+constexpr auto save_handler = "Form4_Command3D1_Click";
 constexpr int key_enter = 13;
 // A line in one of these has no caller.
 constexpr std::string_view letters_of_nobody = " B";
@@ -46,20 +47,27 @@ CallerDataEntry::CallerDataEntry(ConsoleState& state, CallLog& call_log,
       caller_memory_(caller_memory),
       drafts_(state, call_log) {
   CallerDataForm& form = state.Form4;
-  form.on_load = [this] { Form_Load(); };
-  form.on_unload = [this] { Form_Unload(); };
+  wire(form.on_load, state_.trace, "Form4_Form_Load", [this] { Form_Load(); });
+  wire(form.on_unload, state_.trace, "Form4_Form_Unload", [this] { Form_Unload(); });
   form.TheText.wire([this](TextBox& box) {
-    box.on_key_press = [this, entry = box.index()](int& key) { TheText_KeyPress(entry, key); };
-    box.on_change = [this, entry = box.index()] { TheText_Change(entry); };
-    box.on_edit = [this, entry = box.index()](std::string& text, int& caret) {
-      TheText_Edit(entry, text, caret);
-    };
+    wire(box.on_key_press, state_.trace, "Form4_TheText_KeyPress",
+         [this, entry = box.index()](int& key) { TheText_KeyPress(entry, key); });
+    wire(box.on_change, state_.trace, "Form4_TheText_Change",
+         [this, entry = box.index()] { TheText_Change(entry); });
+    wire(box.on_edit, state_.trace, "Form4_TheText_Edit",
+         [this, entry = box.index()](std::string& text, int& caret) {
+           TheText_Edit(entry, text, caret);
+         });
   });
-  form.Command3D1.on_click = [this] { Command3D1_Click(); };
-  form.DiscardCall.on_click = [this] { DiscardCall_Click(); };
-  form.OtherCall.on_click = [this] { OtherCall_Click(); };
-  form.UnloadTimer.on_timer = [this] { UnloadTimer_Timer(); };
-  form.DraftTimer.on_timer = [this] { DraftTimer_Timer(); };
+  wire(form.Command3D1.on_click, state_.trace, save_handler, [this] { Command3D1_Click(); });
+  wire(form.DiscardCall.on_click, state_.trace, "Form4_DiscardCall_Click",
+       [this] { DiscardCall_Click(); });
+  wire(form.OtherCall.on_click, state_.trace, "Form4_OtherCall_Click",
+       [this] { OtherCall_Click(); });
+  wire(form.UnloadTimer.on_timer, state_.trace, "Form4_UnloadTimer_Timer",
+       [this] { UnloadTimer_Timer(); });
+  wire(form.DraftTimer.on_timer, state_.trace, "Form4_DraftTimer_Timer",
+       [this] { DraftTimer_Timer(); });
   call_log.on_call_ended = [this](const EndedCall& ended) { call_ended(ended); };
 }
 
@@ -97,23 +105,21 @@ void CallerDataEntry::show(int line, CallNumber call) {
   state_.lines.CurrentDataLine = line;
   form.caption = "Caller Data - Line " + std::to_string(line + 1);
   chosen_call_ = call;
-  if (holds_other) Form_Load();
+  if (holds_other) form.on_load();
   form.show();
   chosen_call_ = 0;
 }
 
 void CallerDataEntry::Form_Load() {
-  guard(state_.trace, "Form4_Form_Load", [&] {
-    CallerDataForm& form = state_.Form4;
-    held_.line = state_.lines.CurrentDataLine;
-    held_.call = chosen_call_ != 0 ? chosen_call_ : call_log_.call_on(held_.line);
-    caller_memory_.hide();
-    form.UnloadTimer.enabled = !allowed();
-    form.Label(user_entry).caption = trimmed(state_.Lineweir.CaptionLabel(user_column).caption);
-    form.lay_out(LogFieldOn);
-    fill_texts();
-    form.focus_next(0);
-  });
+  CallerDataForm& form = state_.Form4;
+  held_.line = state_.lines.CurrentDataLine;
+  held_.call = chosen_call_ != 0 ? chosen_call_ : call_log_.call_on(held_.line);
+  caller_memory_.hide();
+  form.UnloadTimer.enabled = !allowed();
+  form.Label(user_entry).caption = trimmed(state_.Lineweir.CaptionLabel(user_column).caption);
+  form.lay_out(LogFieldOn);
+  fill_texts();
+  form.focus_next(0);
 }
 
 void CallerDataEntry::Form_Unload() {
@@ -209,45 +215,38 @@ void CallerDataEntry::restore_drafts() {
 }
 
 void CallerDataEntry::TheText_KeyPress(int Index, int& KeyAscii) {
-  guard(state_.trace, "Form4_TheText_KeyPress", [&] {
-    CallerDataForm& form = state_.Form4;
-    caller_memory_.key_pressed(KeyAscii);
-    if (KeyAscii == key_enter) {
-      KeyAscii = 0;
-      if (Index >= caller_text_count || !form.focus_next(Index)) Command3D1_Click();
-      return;
-    }
-    if (Index != gender_entry) return;
-    TextBox& gender = form.TheText(gender_entry);
-    if (KeyAscii == 'F' || KeyAscii == 'f') gender.text = "Female";
-    if (KeyAscii == 'M' || KeyAscii == 'm') gender.text = "Male";
-    gender.caret_to_end();
+  CallerDataForm& form = state_.Form4;
+  caller_memory_.key_pressed(KeyAscii);
+  if (KeyAscii == key_enter) {
     KeyAscii = 0;
-  });
+    if (Index >= caller_text_count || !form.focus_next(Index)) form.Command3D1.on_click();
+    return;
+  }
+  if (Index != gender_entry) return;
+  TextBox& gender = form.TheText(gender_entry);
+  if (KeyAscii == 'F' || KeyAscii == 'f') gender.text = "Female";
+  if (KeyAscii == 'M' || KeyAscii == 'm') gender.text = "Male";
+  gender.caret_to_end();
+  KeyAscii = 0;
 }
 
 void CallerDataEntry::TheText_Edit(int Index, std::string& text, int& caret) {
-  guard(state_.trace, "Form4_TheText_Edit", [&] {
-    const auto fit = Index == phone_number_entry ? fit_number : fit_text;
-    EditedText fitted =
-        fit(state_.Form4.TheText(Index).text.get(), {text, caret}, entry_room(Index));
-    text = std::move(fitted.text);
-    caret = fitted.caret;
-    notice_.full = fitted.left_out ? Index : 0;
-    if (fitted.left_out) show_notice();
-  });
+  const auto fit = Index == phone_number_entry ? fit_number : fit_text;
+  EditedText fitted = fit(state_.Form4.TheText(Index).text.get(), {text, caret}, entry_room(Index));
+  text = std::move(fitted.text);
+  caret = fitted.caret;
+  notice_.full = fitted.left_out ? Index : 0;
+  if (fitted.left_out) show_notice();
 }
 
 void CallerDataEntry::TheText_Change(int Index) {
-  guard(state_.trace, "Form4_TheText_Change", [&] {
-    state_.Form4.DraftTimer.enabled = true;
-    show_notice();
-    if (Index == phone_number_entry) {
-      caller_memory_.look_up();
-    } else {
-      caller_memory_.offer();
-    }
-  });
+  state_.Form4.DraftTimer.enabled = true;
+  show_notice();
+  if (Index == phone_number_entry) {
+    caller_memory_.look_up();
+  } else {
+    caller_memory_.offer();
+  }
 }
 
 bool CallerDataEntry::allowed() {
@@ -258,8 +257,8 @@ bool CallerDataEntry::allowed() {
 
 void CallerDataEntry::Command3D1_Click() {
   if (!allowed()) return;
-  if (!held_.ended) return save_to_line();
-  guard(state_.trace, save_handler, [&] { save_to_log(held_.ended->record); });
+  if (held_.ended) return save_to_log(held_.ended->record);
+  save_to_line();
 }
 
 void CallerDataEntry::save_to_line() {
@@ -267,12 +266,8 @@ void CallerDataEntry::save_to_line() {
   const CallNumber call = call_log_.call_on(line);
   const CallNumber held = held_.call;
   const EntryTexts typed = state_.Form4.texts();
-  std::string text;
-  const bool stored = guard(state_.trace, save_handler, [&] {
-    store(line, typed);
-    text = data_sender_.caller_data_text(line);
-  });
-  if (!stored) return;
+  store(line, typed);
+  const std::string text = data_sender_.caller_data_text(line);
   // Between two tries the call may end, and another caller's row must not get its data.
   const auto still_there = [&] { return call_log_.call_on(line) == call; };
   const bool sent = data_sender_.send(save_handler, line, text, still_there);
@@ -308,25 +303,17 @@ void CallerDataEntry::close_done() {
   state_.Form4.unload();
 }
 
-void CallerDataEntry::DiscardCall_Click() {
-  guard(state_.trace, "Form4_DiscardCall_Click", [&] { close_done(); });
-}
+void CallerDataEntry::DiscardCall_Click() { close_done(); }
 
 void CallerDataEntry::OtherCall_Click() {
-  guard(state_.trace, "Form4_OtherCall_Click", [&] {
-    const int line = held_.line;
-    if (held_.ended) return show(line, call_log_.call_on(line));
-    const EntryDraft* former = drafts_.ended_on(line);
-    if (former != nullptr) show(line, former->call);
-  });
+  const int line = held_.line;
+  if (held_.ended) return show(line, call_log_.call_on(line));
+  const EntryDraft* former = drafts_.ended_on(line);
+  if (former != nullptr) show(line, former->call);
 }
 
-void CallerDataEntry::UnloadTimer_Timer() {
-  guard(state_.trace, "Form4_UnloadTimer_Timer", [&] { state_.Form4.unload(); });
-}
+void CallerDataEntry::UnloadTimer_Timer() { state_.Form4.unload(); }
 
-void CallerDataEntry::DraftTimer_Timer() {
-  guard(state_.trace, "Form4_DraftTimer_Timer", [&] { keep_draft(); });
-}
+void CallerDataEntry::DraftTimer_Timer() { keep_draft(); }
 
 }  // namespace lineweir

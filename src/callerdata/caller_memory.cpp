@@ -6,6 +6,7 @@
 #include "forms/entry_fields.h"
 #include "state/console_state.h"
 #include "state/guard.h"
+#include "state/wire.h"
 
 namespace lineweir {
 namespace {
@@ -17,7 +18,8 @@ constexpr int key_escape = 27;
 CallerMemory::CallerMemory(ConsoleState& state, CallLog& call_log)
     : state_(state), call_log_(call_log) {
   CallerDataForm& form = state.Form4;
-  form.MemoryFill.on_click = [this] { MemoryFill_Click(); };
+  wire(form.MemoryFill.on_click, state_.trace, "Form4_MemoryFill_Click",
+       [this] { MemoryFill_Click(); });
 }
 
 void CallerMemory::look_up() {
@@ -74,21 +76,19 @@ void CallerMemory::hide() {
 }
 
 void CallerMemory::MemoryFill_Click() {
-  guard(state_.trace, "Form4_MemoryFill_Click", [&] {
-    CallerDataForm& form = state_.Form4;
-    const std::vector<KnownField> fields = fillable();
-    hide();
-    for (const KnownField& field : fields) {
-      form.TheText(field.entry).text = field.known;
-      form.TheText(field.entry).caret_to_end();
-    }
-    for (int entry = 1; entry <= caller_text_count; ++entry) {
-      TextBox& box = form.TheText(entry);
-      if (!box.enabled || !box.text.get().empty()) continue;
-      return box.set_focus();
-    }
-    form.Command3D1.set_focus();
-  });
+  CallerDataForm& form = state_.Form4;
+  const std::vector<KnownField> fields = fillable();
+  hide();
+  for (const KnownField& field : fields) {
+    form.TheText(field.entry).text = field.known;
+    form.TheText(field.entry).caret_to_end();
+  }
+  for (int entry = 1; entry <= caller_text_count; ++entry) {
+    TextBox& box = form.TheText(entry);
+    if (!box.enabled || !box.text.get().empty()) continue;
+    return box.set_focus();
+  }
+  form.Command3D1.set_focus();
 }
 
 }  // namespace lineweir

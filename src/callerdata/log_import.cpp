@@ -6,6 +6,7 @@
 #include "letters/path_text.h"
 #include "state/console_state.h"
 #include "state/guard.h"
+#include "state/wire.h"
 
 namespace lineweir {
 namespace {
@@ -34,14 +35,23 @@ std::string percent_text(const std::string& doing, std::int64_t done, std::int64
 LogImport::LogImport(ConsoleState& state, LogViewer& log_viewer)
     : state_(state), log_viewer_(log_viewer) {
   ImportPreviewForm& form = state.ImportPreview;
-  state.DatabaseViewer.ImportButton.on_click = [this] { ImportButton_Click(); };
-  form.ReadTimer.on_timer = [this] { ReadTimer_Timer(); };
-  form.StoreTimer.on_timer = [this] { StoreTimer_Timer(); };
-  form.HeldCheck.on_click = [this] { HeldCheck_Click(); };
-  form.ImportOk.on_click = [this] { ImportOk_Click(); };
-  form.ImportCancel.on_click = [this] { ImportCancel_Click(); };
-  form.on_close = [this] { ImportCancel_Click(); };
-  form.on_unload = [this] { Form_Unload(); };
+  wire(
+      state.DatabaseViewer.ImportButton.on_click, state_.trace, "DatabaseViewer_ImportButton_Click",
+      [this] { ImportButton_Click(); },
+      [this](const Failure& failure) { state_.messages.tell(failure); });
+  wire(form.ReadTimer.on_timer, state_.trace, "ImportPreview_ReadTimer_Timer",
+       [this] { ReadTimer_Timer(); });
+  wire(form.StoreTimer.on_timer, state_.trace, "ImportPreview_StoreTimer_Timer",
+       [this] { StoreTimer_Timer(); });
+  wire(form.HeldCheck.on_click, state_.trace, "ImportPreview_HeldCheck_Click",
+       [this] { HeldCheck_Click(); });
+  wire(form.ImportOk.on_click, state_.trace, "ImportPreview_ImportOk_Click",
+       [this] { ImportOk_Click(); });
+  wire(form.ImportCancel.on_click, state_.trace, "ImportPreview_ImportCancel_Click",
+       [this] { ImportCancel_Click(); });
+  wire(form.on_close, state_.trace, "ImportPreview_ImportCancel_Click",
+       [this] { ImportCancel_Click(); });
+  wire(form.on_unload, state_.trace, "ImportPreview_Form_Unload", [this] { Form_Unload(); });
   form.PreviewGrid.row_texts = [this](int row) {
     const bool there = row >= 1 && static_cast<std::size_t>(row) <= preview_.size();
     return there ? preview_[static_cast<std::size_t>(row) - 1] : std::vector<std::string>();
@@ -49,22 +59,16 @@ LogImport::LogImport(ConsoleState& state, LogViewer& log_viewer)
 }
 
 void LogImport::ImportButton_Click() {
-  const auto body = [&] {
-    platform::FileQuestion question;
-    question.title = "Import";
-    question.filter = "CSV Files (*.csv)|*.csv|All Files (*.*)|*.*";
-    const auto file = state_.services.dialogs.ask_file(question);
-    if (!file || trimmed(*file).empty() || !state_.DatabaseViewer.loaded()) return;
-    // The log may be another one by now.
-    log_viewer_.keep_up();
-    if (log_viewer_.open()) return begin(*file);
-    state_.messages.ShowMessage(
-        state_.services.letters.from_utf8(state_.DatabaseViewer.CountLabel.caption.get()));
-  };
-  attempt(body, [&](const Failure& failure) {
-    report_failure(state_.trace, "DatabaseViewer_ImportButton_Click", failure);
-    state_.messages.ShowMessage(description_of(state_.services.letters, failure));
-  });
+  platform::FileQuestion question;
+  question.title = "Import";
+  question.filter = "CSV Files (*.csv)|*.csv|All Files (*.*)|*.*";
+  const auto file = state_.services.dialogs.ask_file(question);
+  if (!file || trimmed(*file).empty() || !state_.DatabaseViewer.loaded()) return;
+  // The log may be another one by now.
+  log_viewer_.keep_up();
+  if (log_viewer_.open()) return begin(*file);
+  state_.messages.ShowMessage(
+      state_.services.letters.from_utf8(state_.DatabaseViewer.CountLabel.caption.get()));
 }
 
 void LogImport::begin(const std::string& file) {
@@ -199,45 +203,39 @@ void LogImport::show_result() {
   if (form.ImportOk.enabled && form.focused() == &form.ImportCancel) form.focus(&form.ImportOk);
 }
 
-void LogImport::HeldCheck_Click() {
-  guard(state_.trace, "ImportPreview_HeldCheck_Click", [&] { show_result(); });
-}
+void LogImport::HeldCheck_Click() { show_result(); }
 
 void LogImport::ImportOk_Click() {
-  guard(state_.trace, "ImportPreview_ImportOk_Click", [&] {
-    ImportPreviewForm& form = state_.ImportPreview;
-    if (!form.ImportOk.enabled) return;
-    form.ImportOk.enabled = false;
-    form.HeldCheck.enabled = false;
-    form.focus(&form.ImportCancel);
-    batch_->store(form.HeldCheck.value != 0);
-    form.StoreTimer.enabled = true;
-    form.ResultLabel.caption = "Storing " + calls_text(to_import());
-  });
+  ImportPreviewForm& form = state_.ImportPreview;
+  if (!form.ImportOk.enabled) return;
+  form.ImportOk.enabled = false;
+  form.HeldCheck.enabled = false;
+  form.focus(&form.ImportCancel);
+  batch_->store(form.HeldCheck.value != 0);
+  form.StoreTimer.enabled = true;
+  form.ResultLabel.caption = "Storing " + calls_text(to_import());
 }
 
 void LogImport::StoreTimer_Timer() {
-  guard(state_.trace, "ImportPreview_StoreTimer_Timer", [&] {
-    ImportPreviewForm& form = state_.ImportPreview;
-    const platform::RowBatch::Progress progress = batch_->progress();
-    const bool cancelling = !form.ImportCancel.enabled;
-    switch (progress.stage) {
-      case Stage::Stored:
-      case Stage::Cancelled:
-      case Stage::Failed:
-        return finish(progress);
-      case Stage::Waiting:
-        if (!cancelling) {
-          form.ResultLabel.caption = "Waiting for the log, which another program is writing to";
-        }
-        return;
-      default:
-        if (!cancelling) {
-          form.ResultLabel.caption =
-              percent_text("Storing " + calls_text(to_import()), progress.done, calls_);
-        }
-    }
-  });
+  ImportPreviewForm& form = state_.ImportPreview;
+  const platform::RowBatch::Progress progress = batch_->progress();
+  const bool cancelling = !form.ImportCancel.enabled;
+  switch (progress.stage) {
+    case Stage::Stored:
+    case Stage::Cancelled:
+    case Stage::Failed:
+      return finish(progress);
+    case Stage::Waiting:
+      if (!cancelling) {
+        form.ResultLabel.caption = "Waiting for the log, which another program is writing to";
+      }
+      return;
+    default:
+      if (!cancelling) {
+        form.ResultLabel.caption =
+            percent_text("Storing " + calls_text(to_import()), progress.done, calls_);
+      }
+  }
 }
 
 void LogImport::finish(const platform::RowBatch::Progress& progress) {
@@ -262,13 +260,11 @@ void LogImport::close_with(const std::string& message) {
 }
 
 void LogImport::ImportCancel_Click() {
-  guard(state_.trace, "ImportPreview_ImportCancel_Click", [&] {
-    ImportPreviewForm& form = state_.ImportPreview;
-    if (!form.StoreTimer.enabled) return form.unload();
-    batch_->cancel();
-    form.ImportCancel.enabled = false;
-    form.ResultLabel.caption = "Cancelling";
-  });
+  ImportPreviewForm& form = state_.ImportPreview;
+  if (!form.StoreTimer.enabled) return form.unload();
+  batch_->cancel();
+  form.ImportCancel.enabled = false;
+  form.ResultLabel.caption = "Cancelling";
 }
 
 void LogImport::Form_Unload() {

@@ -14,6 +14,7 @@
 #include "state/console_state.h"
 #include "state/guard.h"
 #include "state/settings_record.h"
+#include "state/wire.h"
 
 namespace lineweir {
 namespace {
@@ -56,54 +57,54 @@ LogOutput::LogOutput(ConsoleState& state, const ShowPlanStore& show_plan, LogVie
     : state_(state), show_plan_(show_plan), log_viewer_(log_viewer) {
   log_viewer.on_closing = [this] { stop(); };
   DatabaseViewerForm& form = state.DatabaseViewer;
-  form.ExportButton.on_click = [this] { ExportButton_Click(); };
-  form.PrintButton.on_click = [this] { PrintButton_Click(); };
-  form.CancelWork.on_click = [this] { CancelWork_Click(); };
-  form.OutputTimer.on_timer = [this] { OutputTimer_Timer(); };
+  const auto tell = [this](const Failure& failure) { state_.messages.tell(failure); };
+  wire(
+      form.ExportButton.on_click, state_.trace, "DatabaseViewer_ExportButton_Click",
+      [this] { ExportButton_Click(); }, tell);
+  wire(
+      form.PrintButton.on_click, state_.trace, "DatabaseViewer_PrintButton_Click",
+      [this] { PrintButton_Click(); }, tell);
+  wire(form.CancelWork.on_click, state_.trace, "DatabaseViewer_CancelWork_Click",
+       [this] { CancelWork_Click(); });
+  wire(
+      form.OutputTimer.on_timer, state_.trace, "DatabaseViewer_OutputTimer_Timer",
+      [this] { slice(); },
+      [this](const Failure& failure) {
+        stop();
+        show("");
+        state_.messages.tell(failure);
+      });
 }
 
 void LogOutput::ExportButton_Click() {
-  const auto body = [&] {
-    const std::string file =
-        ask_file("Export", "CSV Files (*.csv)|*.csv|All Files (*.*)|*.*", ".csv");
-    if (file.empty()) return;
-    std::shared_ptr<platform::FileInMaking> output = state_.services.files.begin_replace(file);
-    const bool raw = state_.DatabaseViewer.RawExport.value != 0;
-    output->append(csv_record(cells(log_viewer_.column_names(), raw)));
-    Job job{"Exporting", "Exported", file, log_viewer_.shown_rows(), 0, {}, {}};
-    job.add_row = [output, raw](const auto& texts) {
-      output->append(csv_record(cells(texts, raw)));
-    };
-    job.finish = [output] { output->finish(); };
-    start(std::move(job));
-  };
-  attempt(body, [&](const Failure& failure) {
-    refuse("DatabaseViewer_ExportButton_Click", failure.what());
-  });
+  const std::string file =
+      ask_file("Export", "CSV Files (*.csv)|*.csv|All Files (*.*)|*.*", ".csv");
+  if (file.empty()) return;
+  std::shared_ptr<platform::FileInMaking> output = state_.services.files.begin_replace(file);
+  const bool raw = state_.DatabaseViewer.RawExport.value != 0;
+  output->append(csv_record(cells(log_viewer_.column_names(), raw)));
+  Job job{"Exporting", "Exported", file, log_viewer_.shown_rows(), 0, {}, {}};
+  job.add_row = [output, raw](const auto& texts) { output->append(csv_record(cells(texts, raw))); };
+  job.finish = [output] { output->finish(); };
+  start(std::move(job));
 }
 
 void LogOutput::PrintButton_Click() {
-  const auto body = [&] {
-    const std::string file =
-        ask_file("Print", "PDF Files (*.pdf)|*.pdf|All Files (*.*)|*.*", ".pdf");
-    if (file.empty()) return;
-    std::vector<platform::PrintedColumn> columns;
-    for (const std::string& name : log_viewer_.column_names()) {
-      const std::size_t place = std::min(columns.size(), page_widths.size() - 1);
-      columns.push_back({name, page_widths[place]});
-    }
-    const std::string title =
-        "Call log " + shown_file_name(state_.DatabaseViewer.Data1.database_name);
-    std::shared_ptr<platform::PrintedTable> output =
-        state_.services.printer.begin(file, title, columns);
-    Job job{"Printing", "Printed", file, log_viewer_.shown_rows(), 0, {}, {}};
-    job.add_row = [output](const auto& texts) { output->add_row(texts); };
-    job.finish = [output] { output->finish(); };
-    start(std::move(job));
-  };
-  attempt(body, [&](const Failure& failure) {
-    refuse("DatabaseViewer_PrintButton_Click", failure.what());
-  });
+  const std::string file = ask_file("Print", "PDF Files (*.pdf)|*.pdf|All Files (*.*)|*.*", ".pdf");
+  if (file.empty()) return;
+  std::vector<platform::PrintedColumn> columns;
+  for (const std::string& name : log_viewer_.column_names()) {
+    const std::size_t place = std::min(columns.size(), page_widths.size() - 1);
+    columns.push_back({name, page_widths[place]});
+  }
+  const std::string title =
+      "Call log " + shown_file_name(state_.DatabaseViewer.Data1.database_name);
+  std::shared_ptr<platform::PrintedTable> output =
+      state_.services.printer.begin(file, title, columns);
+  Job job{"Printing", "Printed", file, log_viewer_.shown_rows(), 0, {}, {}};
+  job.add_row = [output](const auto& texts) { output->add_row(texts); };
+  job.finish = [output] { output->finish(); };
+  start(std::move(job));
 }
 
 std::string LogOutput::ask_file(const std::string& title, const std::string& filter,
@@ -119,8 +120,11 @@ std::string LogOutput::ask_file(const std::string& title, const std::string& fil
   if (!file || trimmed(*file).empty() || !log_viewer_.open()) return {};
   const std::string reason = why_not(*file);
   if (reason.empty()) return *file;
-  refuse("DatabaseViewer", "The file '" + shown_file_name(*file) + "' " + reason +
-                               " and is not overwritten. Choose another name.");
+  const Failure refusal(failure_number::file_access,
+                        "The file '" + shown_file_name(*file) + "' " + reason +
+                            " and is not overwritten. Choose another name.");
+  report_failure(state_.trace, "DatabaseViewer", refusal);
+  state_.messages.tell(refusal);
   return {};
 }
 
@@ -175,21 +179,10 @@ void LogOutput::stop() {
 }
 
 void LogOutput::CancelWork_Click() {
-  guard(state_.trace, "DatabaseViewer_CancelWork_Click", [&] {
-    if (!running()) return;
-    const std::string doing = job_->doing;
-    stop();
-    show(doing + " was cancelled.");
-  });
-}
-
-void LogOutput::OutputTimer_Timer() {
-  attempt([&] { slice(); },
-          [&](const Failure& failure) {
-            stop();
-            show("");
-            refuse("DatabaseViewer_OutputTimer_Timer", failure.what());
-          });
+  if (!running()) return;
+  const std::string doing = job_->doing;
+  stop();
+  show(doing + " was cancelled.");
 }
 
 void LogOutput::slice() {
@@ -217,11 +210,5 @@ std::string LogOutput::shown_file_name(const std::string& path) const {
 }
 
 void LogOutput::show(const std::string& text) { state_.DatabaseViewer.WorkLabel.caption = text; }
-
-void LogOutput::refuse(const std::string& handler, const std::string& sentence) {
-  const Failure failure(failure_number::file_access, sentence);
-  report_failure(state_.trace, handler, failure);
-  state_.messages.ShowMessage(description_of(state_.services.letters, failure));
-}
 
 }  // namespace lineweir

@@ -41,7 +41,6 @@ class LogOutput {
   void ExportButton_Click();
   void PrintButton_Click();
   void CancelWork_Click();
-  void OutputTimer_Timer();
 
   // The file to write, if the user names one and it may be written.
   std::string ask_file(const std::string& title, const std::string& filter,
@@ -56,7 +55,6 @@ class LogOutput {
   // Texts are UTF-8, as all that the viewer shows.
   std::string shown_file_name(const std::string& path) const;
   void show(const std::string& text);
-  void refuse(const std::string& handler, const std::string& sentence);
 
   ConsoleState& state_;
   const ShowPlanStore& show_plan_;

@@ -6,6 +6,7 @@
 #include "callerdata/call_log.h"
 #include "state/console_state.h"
 #include "state/guard.h"
+#include "state/wire.h"
 
 namespace lineweir {
 namespace {
@@ -18,25 +19,32 @@ constexpr std::string_view no_log =
 LogViewer::LogViewer(ConsoleState& state, CallLog& call_log) : state_(state), call_log_(call_log) {
   call_log.on_chosen = [this] { keep_up(); };
   DatabaseViewerForm& form = state.DatabaseViewer;
-  state.Lineweir.ShowDatabaseMenuItem.on_click = [this] { ShowDatabaseMenuItem_Click(); };
-  form.on_load = [this] { Form_Load(); };
-  form.on_unload = [this] { Form_Unload(); };
-  form.SearchText.on_change = [this] { SearchText_Change(); };
-  form.SortList.on_click = [this] { SortList_Click(); };
-  form.SortDown.on_click = [this] { SortDown_Click(); };
-  form.DBGrid1.on_sel_change = [this] { DBGrid1_SelChange(); };
-  form.DBGrid1.on_heading_click = [this](int column) { heading_clicked(column); };
+  wire(state.Lineweir.ShowDatabaseMenuItem.on_click, state_.trace,
+       "Lineweir_ShowDatabaseMenuItem_Click", [this] { ShowDatabaseMenuItem_Click(); });
+  wire(form.on_load, state_.trace, "DatabaseViewer_Form_Load", [this] { Form_Load(); });
+  wire(form.on_unload, state_.trace, "DatabaseViewer_Form_Unload", [this] { Form_Unload(); });
+  wire(form.SearchText.on_change, state_.trace, "DatabaseViewer_SearchText_Change",
+       [this] { SearchText_Change(); });
+  wire(form.SortList.on_click, state_.trace, "DatabaseViewer_SortList_Click",
+       [this] { SortList_Click(); });
+  wire(form.SortDown.on_click, state_.trace, "DatabaseViewer_SortDown_Click",
+       [this] { SortDown_Click(); });
+  wire(form.DBGrid1.on_sel_change, state_.trace, "DatabaseViewer_DBGrid1_SelChange",
+       [this] { DBGrid1_SelChange(); });
+  wire(form.DBGrid1.on_heading_click, state_.trace, "DatabaseViewer_DBGrid1_HeadClick",
+       [this](int column) { heading_clicked(column); });
   form.DBGrid1.row_texts = [this](int row) { return grid_row(row); };
-  form.WorkTimer.on_timer = [this] { WorkTimer_Timer(); };
-  form.FollowTimer.on_timer = [this] { FollowTimer_Timer(); };
-  form.ExitViewer.on_click = [this] { ExitViewer_Click(); };
+  wire(form.WorkTimer.on_timer, state_.trace, "DatabaseViewer_WorkTimer_Timer",
+       [this] { WorkTimer_Timer(); });
+  wire(form.FollowTimer.on_timer, state_.trace, "DatabaseViewer_FollowTimer_Timer",
+       [this] { FollowTimer_Timer(); });
+  wire(form.ExitViewer.on_click, state_.trace, "DatabaseViewer_ExitViewer_Click",
+       [this] { ExitViewer_Click(); });
 }
 
 void LogViewer::ShowDatabaseMenuItem_Click() {
-  guard(state_.trace, "Lineweir_ShowDatabaseMenuItem_Click", [&] {
-    keep_up();
-    state_.DatabaseViewer.show();
-  });
+  keep_up();
+  state_.DatabaseViewer.show();
 }
 
 void LogViewer::Form_Load() {
@@ -82,18 +90,16 @@ void LogViewer::open_log() {
 }
 
 void LogViewer::Form_Unload() {
-  guard(state_.trace, "DatabaseViewer_Form_Unload", [&] {
-    DatabaseViewerForm& form = state_.DatabaseViewer;
-    form.WorkTimer.enabled = false;
-    form.FollowTimer.enabled = false;
-    if (on_closing) on_closing();
-    state_.ImportPreview.unload();
-    close_log();
-    form.DBGrid1.headings = std::vector<std::string>();
-    form.SortList.list = std::vector<std::string>();
-    form.WorkLabel.caption = "";
-    show_details();
-  });
+  DatabaseViewerForm& form = state_.DatabaseViewer;
+  form.WorkTimer.enabled = false;
+  form.FollowTimer.enabled = false;
+  if (on_closing) on_closing();
+  state_.ImportPreview.unload();
+  close_log();
+  form.DBGrid1.headings = std::vector<std::string>();
+  form.SortList.list = std::vector<std::string>();
+  form.WorkLabel.caption = "";
+  show_details();
 }
 
 void LogViewer::close_log() {
@@ -136,36 +142,28 @@ void LogViewer::show_columns() {
   sort_by(order_);
 }
 
-void LogViewer::SearchText_Change() {
-  guard(state_.trace, "DatabaseViewer_SearchText_Change", [&] { look_again(); });
-}
+void LogViewer::SearchText_Change() { look_again(); }
 
 void LogViewer::SortList_Click() {
-  guard(state_.trace, "DatabaseViewer_SortList_Click", [&] {
-    // A column begins with its first value, the log with its newest call.
-    const int column = state_.DatabaseViewer.SortList.list_index - 1;
-    sort_by({column, column == LogOrder::as_logged});
-    look_again();
-  });
+  // A column begins with its first value, the log with its newest call.
+  const int column = state_.DatabaseViewer.SortList.list_index - 1;
+  sort_by({column, column == LogOrder::as_logged});
+  look_again();
 }
 
 void LogViewer::SortDown_Click() {
-  guard(state_.trace, "DatabaseViewer_SortDown_Click", [&] {
-    sort_by({order_.column, state_.DatabaseViewer.SortDown.value != 0});
-    look_again();
-  });
+  sort_by({order_.column, state_.DatabaseViewer.SortDown.value != 0});
+  look_again();
 }
 
 void LogViewer::heading_clicked(int column) {
-  guard(state_.trace, "DatabaseViewer_DBGrid1_HeadClick", [&] {
-    const bool same = order_.column == column;
-    if (same && order_.down) {
-      sort_by({});
-    } else {
-      sort_by({column, same});
-    }
-    look_again();
-  });
+  const bool same = order_.column == column;
+  if (same && order_.down) {
+    sort_by({});
+  } else {
+    sort_by({column, same});
+  }
+  look_again();
 }
 
 void LogViewer::sort_by(LogOrder order) {
@@ -292,9 +290,7 @@ std::vector<std::string> LogViewer::grid_row(int row) {
   return shown;
 }
 
-void LogViewer::DBGrid1_SelChange() {
-  guard(state_.trace, "DatabaseViewer_DBGrid1_SelChange", [&] { show_details(); });
-}
+void LogViewer::DBGrid1_SelChange() { show_details(); }
 
 void LogViewer::show_details() {
   DatabaseViewerForm& form = state_.DatabaseViewer;
@@ -319,8 +315,6 @@ void LogViewer::show_counts() {
                                                    std::to_string(view_.percent()) + " %";
 }
 
-void LogViewer::ExitViewer_Click() {
-  guard(state_.trace, "DatabaseViewer_ExitViewer_Click", [&] { state_.DatabaseViewer.unload(); });
-}
+void LogViewer::ExitViewer_Click() { state_.DatabaseViewer.unload(); }
 
 }  // namespace lineweir

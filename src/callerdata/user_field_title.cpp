@@ -5,6 +5,7 @@
 #include "screen/display_options.h"
 #include "state/console_state.h"
 #include "state/guard.h"
+#include "state/wire.h"
 
 namespace lineweir {
 namespace {
@@ -19,20 +20,19 @@ constexpr const char* database_question =
 
 UserFieldTitle::UserFieldTitle(ConsoleState& state, DisplayOptions& display, CallLog& call_log)
     : state_(state), display_(display), call_log_(call_log) {
-  state.DisplayOptionForm.UserRename.on_click = [this] { UserRename_Click(); };
+  wire(state.DisplayOptionForm.UserRename.on_click, state_.trace,
+       "DisplayOptionForm_UserRename_Click", [this] { UserRename_Click(); });
 }
 
 void UserFieldTitle::UserRename_Click() {
-  guard(state_.trace, "DisplayOptionForm_UserRename_Click", [&] {
-    const std::string present = state_.DisplayOptionForm.CheckItem(user_column).caption;
-    const auto reply = state_.services.dialogs.ask_input(title_prompt, present);
-    if (!reply) return;
-    // As the settings can hold it.
-    const std::string title(trimmed(left_part(trimmed(*reply), heading_length)));
-    if (title.empty() || title == present) return;
-    const bool in_log = call_log_.chosen() && state_.services.dialogs.ask_yes_no(database_question);
-    if (!in_log || rename_in_log(title)) display_.set_heading(user_column, title);
-  });
+  const std::string present = state_.DisplayOptionForm.CheckItem(user_column).caption;
+  const auto reply = state_.services.dialogs.ask_input(title_prompt, present);
+  if (!reply) return;
+  // As the settings can hold it.
+  const std::string title(trimmed(left_part(trimmed(*reply), heading_length)));
+  if (title.empty() || title == present) return;
+  const bool in_log = call_log_.chosen() && state_.services.dialogs.ask_yes_no(database_question);
+  if (!in_log || rename_in_log(title)) display_.set_heading(user_column, title);
 }
 
 bool UserFieldTitle::rename_in_log(const std::string& title) {

@@ -13,9 +13,9 @@ class UserFieldTitle {
  public:
   UserFieldTitle(ConsoleState& state, DisplayOptions& display, CallLog& call_log);
 
+ private:
   void UserRename_Click();
 
- private:
   // False, with a message, where the log's column can't be renamed.
   bool rename_in_log(const std::string& title);
 

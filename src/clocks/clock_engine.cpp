@@ -8,9 +8,12 @@
 #include "link/link_watch.h"
 #include "state/console_state.h"
 #include "state/guard.h"
+#include "state/wire.h"
 
 namespace lineweir {
 namespace {
+
+constexpr auto timer1_handler = "Lineweir_Timer1_Timer";
 
 // The place of RedClock on its dial as designed, which the blink takes for its present place.
 constexpr int red_clock_design_left = 205;
@@ -41,13 +44,14 @@ ClockEngine::ClockEngine(ConsoleState& state, ShowPlanStore& show_plan, LinkWatc
   state.clock_state.SecondRadius = length_of(form.SecondHand);
   state.clock_state.MinuteRadius = length_of(form.MinuteHand);
   state.clock_state.HourRadius = length_of(form.HourHand);
-  form.Timer1.on_timer = [this] { Timer1_Timer(); };
-  form.Timer2.on_timer = [this] { Timer2_Timer(); };
-  form.CountDownTime.on_change = [this] { CountDownTime_Change(); };
+  wire(form.Timer1.on_timer, state_.trace, timer1_handler, [this] { Timer1_Timer(); });
+  wire(form.Timer2.on_timer, state_.trace, "Lineweir_Timer2_Timer", [this] { Timer2_Timer(); });
+  wire(form.CountDownTime.on_change, state_.trace, "Lineweir_CountDownTime_Change",
+       [this] { CountDownTime_Change(); });
 }
 
 void ClockEngine::Timer1_Timer() {
-  guard(state_.trace, "Lineweir_Timer1_Timer", [&] { tick(); });
+  guard(state_.trace, timer1_handler, [&] { tick(); });
   // Not all that ends a link comes with an event.
   link_.review();
 }
@@ -152,35 +156,31 @@ void ClockEngine::show_row_clocks(int time_of_day) {
 }
 
 void ClockEngine::CountDownTime_Change() {
-  guard(state_.trace, "Lineweir_CountDownTime_Change", [&] {
-    MainForm& form = state_.Lineweir;
-    const ClockState& state = state_.clock_state;
-    const std::string_view countdown = trimmed(form.CountDownTime.caption);
-    if (countdown.empty()) return end_warning();
+  MainForm& form = state_.Lineweir;
+  const ClockState& state = state_.clock_state;
+  const std::string_view countdown = trimmed(form.CountDownTime.caption);
+  if (countdown.empty()) return end_warning();
 
-    const int left = required_time_of_day(countdown);
-    if (left >= required_time_of_day(warning_threshold(state.Warning1))) {
-      end_warning();
-    } else if (!form.Timer2.enabled) {
-      show_warning();
-    }
-    // The blink may also be set to begin before the clock turns red.
-    if (left < required_time_of_day(warning_threshold(state.Warning2))) form.Timer2.enabled = true;
-  });
+  const int left = required_time_of_day(countdown);
+  if (left >= required_time_of_day(warning_threshold(state.Warning1))) {
+    end_warning();
+  } else if (!form.Timer2.enabled) {
+    show_warning();
+  }
+  // The blink may also be set to begin before the clock turns red.
+  if (left < required_time_of_day(warning_threshold(state.Warning2))) form.Timer2.enabled = true;
 }
 
 void ClockEngine::Timer2_Timer() {
-  guard(state_.trace, "Lineweir_Timer2_Timer", [&] {
-    MainForm& form = state_.Lineweir;
-    if (form.RedClock.visible) {
-      form.RedClock.visible = false;
-      form.CountDownTime2.fore_color = color_black;
-      return;
-    }
-    form.RedHand.x2 = form.CounterHand.x2 - red_clock_design_left;
-    form.RedHand.y2 = form.CounterHand.y2 - red_clock_design_top;
-    show_warning();
-  });
+  MainForm& form = state_.Lineweir;
+  if (form.RedClock.visible) {
+    form.RedClock.visible = false;
+    form.CountDownTime2.fore_color = color_black;
+    return;
+  }
+  form.RedHand.x2 = form.CounterHand.x2 - red_clock_design_left;
+  form.RedHand.y2 = form.CounterHand.y2 - red_clock_design_top;
+  show_warning();
 }
 
 void ClockEngine::show_warning() {

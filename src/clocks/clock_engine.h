@@ -19,10 +19,6 @@ class ClockEngine {
   // Takes the lengths of the hands from the form as it is designed.
   ClockEngine(ConsoleState& state, ShowPlanStore& show_plan, LinkWatch& link);
 
-  void Timer1_Timer();
-  void Timer2_Timer();
-  void CountDownTime_Change();
-
   // Runs at the end of each tick that went through.
   std::function<void()> after_tick;
 
@@ -30,6 +26,10 @@ class ClockEngine {
   void show_event(const ShownEvent& event);
 
  private:
+  void Timer2_Timer();
+  void Timer1_Timer();
+  void CountDownTime_Change();
+
   void tick();
   void show_time_of_day(int time_with_offset);
   void turn_time_hands();

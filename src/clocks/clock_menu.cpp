@@ -3,7 +3,7 @@
 #include "base/number_reply.h"
 #include "clocks/time_offset.h"
 #include "state/console_state.h"
-#include "state/guard.h"
+#include "state/wire.h"
 
 namespace lineweir {
 namespace {
@@ -18,100 +18,90 @@ constexpr const char* warning2_prompt =
 
 ClockMenu::ClockMenu(ConsoleState& state) : state_(state) {
   MainForm& form = state.Lineweir;
-  form.Clock.on_click = [this] { Clock_Click(); };
-  form.TimeOffsetMenu.on_click = [this] { TimeOffsetMenu_Click(); };
-  form.EventClockMenu.on_click = [this] { EventClockMenu_Click(); };
-  form.TimeClockMenuItem.on_click = [this] { TimeClockMenuItem_Click(); };
-  form.DigiClock.on_click = [this] { DigiClock_Click(); };
-  form.DigiClockCheck.on_timer = [this] { DigiClockCheck_Timer(); };
-  form.WarningTime1Menu.on_click = [this] { WarningTime1Menu_Click(); };
-  form.WarningTime2Menu.on_click = [this] { WarningTime2Menu_Click(); };
+  wire(form.Clock.on_click, state_.trace, "Lineweir_Clock_Click", [this] { Clock_Click(); });
+  wire(form.TimeOffsetMenu.on_click, state_.trace, "Lineweir_TimeOffsetMenu_Click",
+       [this] { TimeOffsetMenu_Click(); });
+  wire(form.EventClockMenu.on_click, state_.trace, "Lineweir_EventClockMenu_Click",
+       [this] { EventClockMenu_Click(); });
+  wire(form.TimeClockMenuItem.on_click, state_.trace, "Lineweir_TimeClockMenuItem_Click",
+       [this] { TimeClockMenuItem_Click(); });
+  wire(form.DigiClock.on_click, state_.trace, "Lineweir_DigiClock_Click",
+       [this] { DigiClock_Click(); });
+  wire(form.DigiClockCheck.on_timer, state_.trace, "Lineweir_DigiClockCheck_Timer",
+       [this] { DigiClockCheck_Timer(); });
+  wire(form.WarningTime1Menu.on_click, state_.trace, "Lineweir_WarningTime1Menu_Click",
+       [this] { WarningTime1Menu_Click(); });
+  wire(form.WarningTime2Menu.on_click, state_.trace, "Lineweir_WarningTime2Menu_Click",
+       [this] { WarningTime2Menu_Click(); });
 }
 
 void ClockMenu::Clock_Click() {
-  guard(state_.trace, "Lineweir_Clock_Click", [&] {
-    state_.Form3.show();
-    state_.Form3.Text1.set_focus();
-  });
+  state_.Form3.show();
+  state_.Form3.Text1.set_focus();
 }
 
 void ClockMenu::TimeOffsetMenu_Click() {
-  guard(state_.trace, "Lineweir_TimeOffsetMenu_Click", [&] {
-    const auto reply = state_.services.dialogs.ask_input(
-        offset_prompt, std::to_string(state_.clock_state.DelayOffset));
-    if (!reply || reply->empty()) return;
-    const double number = whole_number_in(*reply);
-    if (number > largest_time_offset) {
-      state_.messages.ShowMessage("Invalid Entry");
-      return;
-    }
-    // A negative number is taken, although no time can be made of it.
-    state_.clock_state.DelayOffset = whole_16_bits(number);
-  });
+  const auto reply = state_.services.dialogs.ask_input(
+      offset_prompt, std::to_string(state_.clock_state.DelayOffset));
+  if (!reply || reply->empty()) return;
+  const double number = whole_number_in(*reply);
+  if (number > largest_time_offset) {
+    state_.messages.ShowMessage("Invalid Entry");
+    return;
+  }
+  // A negative number is taken, although no time can be made of it.
+  state_.clock_state.DelayOffset = whole_16_bits(number);
 }
 
 void ClockMenu::EventClockMenu_Click() {
-  guard(state_.trace, "Lineweir_EventClockMenu_Click", [&] {
-    MainForm& form = state_.Lineweir;
-    form.EventClockMenu.checked = !form.EventClockMenu.checked;
-    form.picShowTimeClock.visible = form.EventClockMenu.checked.get();
-  });
+  MainForm& form = state_.Lineweir;
+  form.EventClockMenu.checked = !form.EventClockMenu.checked;
+  form.picShowTimeClock.visible = form.EventClockMenu.checked.get();
 }
 
 void ClockMenu::TimeClockMenuItem_Click() {
-  guard(state_.trace, "Lineweir_TimeClockMenuItem_Click", [&] {
-    MainForm& form = state_.Lineweir;
-    if (form.DigiClock.checked) return;
-    form.TimeClockMenuItem.checked = !form.TimeClockMenuItem.checked;
-    form.picRealTimeClock.visible = form.TimeClockMenuItem.checked.get();
-  });
+  MainForm& form = state_.Lineweir;
+  if (form.DigiClock.checked) return;
+  form.TimeClockMenuItem.checked = !form.TimeClockMenuItem.checked;
+  form.picRealTimeClock.visible = form.TimeClockMenuItem.checked.get();
 }
 
 void ClockMenu::DigiClock_Click() {
-  guard(state_.trace, "Lineweir_DigiClock_Click", [&] {
-    if (state_.Lineweir.DigiClock.checked) {
-      show_dials();
-    } else {
-      show_digits();
-    }
-    if (state_.program.VisibleLines > lines_of_small_layout) {
-      state_.Lineweir.DigiClockCheck.enabled = true;
-    }
-  });
+  if (state_.Lineweir.DigiClock.checked) {
+    show_dials();
+  } else {
+    show_digits();
+  }
+  if (state_.program.VisibleLines > lines_of_small_layout) {
+    state_.Lineweir.DigiClockCheck.enabled = true;
+  }
 }
 
 void ClockMenu::DigiClockCheck_Timer() {
-  guard(state_.trace, "Lineweir_DigiClockCheck_Timer", [&] {
-    MainForm& form = state_.Lineweir;
-    form.DigiClockCheck.enabled = false;
-    if (state_.program.VisibleLines <= lines_of_small_layout || !form.DigiClock.checked) return;
-    DigiClock_Click();
-    show_chosen_dials();
-  });
+  MainForm& form = state_.Lineweir;
+  form.DigiClockCheck.enabled = false;
+  if (state_.program.VisibleLines <= lines_of_small_layout || !form.DigiClock.checked) return;
+  form.DigiClock.on_click();
+  show_chosen_dials();
 }
 
 void ClockMenu::WarningTime1Menu_Click() {
-  guard(state_.trace, "Lineweir_WarningTime1Menu_Click", [&] {
-    ClockState& state = state_.clock_state;
-    const auto number = number_reply(
-        state_.services.dialogs.ask_input(warning1_prompt, std::to_string(state.Warning1)));
-    if (number) state.Warning1 = whole_16_bits(*number);
-  });
+  ClockState& state = state_.clock_state;
+  const auto number = number_reply(
+      state_.services.dialogs.ask_input(warning1_prompt, std::to_string(state.Warning1)));
+  if (number) state.Warning1 = whole_16_bits(*number);
 }
 
 void ClockMenu::WarningTime2Menu_Click() {
-  guard(state_.trace, "Lineweir_WarningTime2Menu_Click", [&] {
-    ClockState& state = state_.clock_state;
-    const auto number = number_reply(
-        state_.services.dialogs.ask_input(warning2_prompt, std::to_string(state.Warning2)));
-    if (!number) return;
-    if (*number > state.Warning1) {
-      state_.messages.ShowMessage(
-          "Warning2 must be less than Warning1.  Time has not been changed!");
-      return;
-    }
-    state.Warning2 = whole_16_bits(*number);
-  });
+  ClockState& state = state_.clock_state;
+  const auto number = number_reply(
+      state_.services.dialogs.ask_input(warning2_prompt, std::to_string(state.Warning2)));
+  if (!number) return;
+  if (*number > state.Warning1) {
+    state_.messages.ShowMessage("Warning2 must be less than Warning1.  Time has not been changed!");
+    return;
+  }
+  state.Warning2 = whole_16_bits(*number);
 }
 
 void ClockMenu::show_dials() {

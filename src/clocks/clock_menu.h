@@ -10,20 +10,20 @@ class ClockMenu {
  public:
   explicit ClockMenu(ConsoleState& state);
 
-  void Clock_Click();
-  void TimeOffsetMenu_Click();
-  void EventClockMenu_Click();
-  void TimeClockMenuItem_Click();
-  void DigiClock_Click();
-  void DigiClockCheck_Timer();
-  void WarningTime1Menu_Click();
-  void WarningTime2Menu_Click();
-
   // The dials in place of the digital clock, with the menu items that choose among them: what there
   // is room for beside more than ten rows. The check of `DigiClock` goes off with it.
   void show_dials();
 
  private:
+  void DigiClockCheck_Timer();
+  void Clock_Click();
+  void TimeOffsetMenu_Click();
+  void EventClockMenu_Click();
+  void TimeClockMenuItem_Click();
+  void DigiClock_Click();
+  void WarningTime1Menu_Click();
+  void WarningTime2Menu_Click();
+
   void show_digits();
   void show_chosen_dials();
 

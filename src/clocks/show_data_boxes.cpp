@@ -8,7 +8,7 @@
 #include "clocks/time_entry.h"
 #include "forms/show_data_form.h"
 #include "state/console_state.h"
-#include "state/guard.h"
+#include "state/wire.h"
 
 namespace lineweir {
 namespace {
@@ -36,21 +36,15 @@ int required_plan_time(std::string_view text) {
 
 ShowDataBoxes::ShowDataBoxes(ConsoleState& state) : state_(state) {
   ShowDataForm& form = state.Form2;
-  form.StartTime.on_key_press = [this](int& key) {
-    guard(state_.trace, "Form2_StartTime_KeyPress", [&] { StartTime_KeyPress(key); });
-  };
-  form.StartTime.on_lost_focus = [this] {
-    guard(state_.trace, "Form2_StartTime_LostFocus", [&] { StartTime_LostFocus(); });
-  };
-  form.Text1.on_key_press = [this](int& key) {
-    guard(state_.trace, "Form2_Text1_KeyPress", [&] { Text1_KeyPress(key); });
-  };
-  form.Text1.on_got_focus = [this] {
-    guard(state_.trace, "Form2_Text1_GotFocus", [&] { Text1_GotFocus(); });
-  };
-  form.Text1.on_lost_focus = [this] {
-    guard(state_.trace, "Form2_Text1_LostFocus", [&] { Text1_LostFocus(); });
-  };
+  wire(form.StartTime.on_key_press, state_.trace, "Form2_StartTime_KeyPress",
+       [this](int& key) { StartTime_KeyPress(key); });
+  wire(form.StartTime.on_lost_focus, state_.trace, "Form2_StartTime_LostFocus",
+       [this] { StartTime_LostFocus(); });
+  wire(form.Text1.on_key_press, state_.trace, "Form2_Text1_KeyPress",
+       [this](int& key) { Text1_KeyPress(key); });
+  wire(form.Text1.on_got_focus, state_.trace, "Form2_Text1_GotFocus", [this] { Text1_GotFocus(); });
+  wire(form.Text1.on_lost_focus, state_.trace, "Form2_Text1_LostFocus",
+       [this] { Text1_LostFocus(); });
 }
 
 void ShowDataBoxes::StartTime_KeyPress(int& key) {

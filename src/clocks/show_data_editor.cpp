@@ -6,6 +6,7 @@
 #include "state/console_state.h"
 #include "state/guard.h"
 #include "state/stored_path.h"
+#include "state/wire.h"
 
 namespace lineweir {
 namespace {
@@ -24,61 +25,43 @@ void store_column(const Grid& grid, int column, int entry_above, auto& texts) {
 ShowDataEditor::ShowDataEditor(ConsoleState& state, ShowPlanStore& show_plan)
     : state_(state), show_plan_(show_plan), boxes_(state), grids_(state) {
   MainForm& main = state.Lineweir;
-  main.ShowData.on_click = [this] {
-    guard(state_.trace, "Lineweir_ShowData_Click", [&] { show_form(); });
-  };
-  main.ServerShowData.on_click = [this] {
-    guard(state_.trace, "Lineweir_ServerShowData_Click", [&] {
-      MenuItem& item = state_.Lineweir.ServerShowData;
-      item.checked = !item.checked;
-    });
-  };
+  wire(main.ShowData.on_click, state_.trace, "Lineweir_ShowData_Click", [this] { show_form(); });
+  wire(main.ServerShowData.on_click, state_.trace, "Lineweir_ServerShowData_Click", [this] {
+    MenuItem& item = state_.Lineweir.ServerShowData;
+    item.checked = !item.checked;
+  });
 
   ShowDataForm& form = state.Form2;
-  form.on_load = [this] { guard(state_.trace, "Form2_Form_Load", [&] { Form2_Load(); }); };
-  form.on_unload = [this] { show_plan_.undo_unsaved(); };
-  form.New.on_click = [this] {
-    told_guard("Form2_New_Click",
-               [&] { choose_file("New", file_filter, true, &ShowDataEditor::use_new_file); });
-  };
-  form.Open.on_click = [this] {
-    told_guard("Form2_Open_Click",
-               [&] { choose_file("Open", file_filter, false, &ShowDataEditor::use_file); });
-  };
-  form.SaveAs.on_click = [this] {
-    told_guard("Form2_SaveAs_Click",
-               [&] { choose_file("Save As", save_as_filter, true, &ShowDataEditor::use_copy); });
-  };
-  form.SaveOption.on_click = [this] {
-    told_guard("Form2_SaveOption_Click", [&] { show_plan_.save_plan(draft()); });
-  };
-  form.Exit.on_click = [this] {
-    told_guard("Form2_Exit_Click", [&] {
-      show_plan_.save_plan(draft());
-      state_.Form2.unload();
-    });
-  };
-  form.CancelOption.on_click = [this] {
-    guard(state_.trace, "Form2_CancelOption_Click", [&] { state_.Form2.unload(); });
-  };
-  form.Bye.on_click = [this] {
-    guard(state_.trace, "Form2_Bye_Click", [&] { state_.Form2.unload(); });
-  };
-  form.InsertRow.on_click = [this] {
-    guard(state_.trace, "Form2_InsertRow_Click", [&] { edit_rows(insert_show_entry); });
-  };
-  form.DeleteRow.on_click = [this] {
-    guard(state_.trace, "Form2_DeleteRow_Click", [&] { edit_rows(delete_show_entry); });
-  };
-}
-
-// A plan that can't be read or saved is told to the user as well as to the trace.
-template <class Body>
-void ShowDataEditor::told_guard(std::string_view handler, Body&& body) {
-  attempt(std::forward<Body>(body), [&](const Failure& failure) {
-    report_failure(state_.trace, handler, failure);
-    state_.messages.ShowMessage(description_of(state_.services.letters, failure));
-  });
+  // A plan that can't be read or saved is told to the user as well as to the trace.
+  const auto tell = [this](const Failure& failure) { state_.messages.tell(failure); };
+  wire(form.on_load, state_.trace, "Form2_Form_Load", [this] { Form2_Load(); });
+  wire(form.on_unload, state_.trace, "Form2_Form_Unload", [this] { show_plan_.undo_unsaved(); });
+  wire(
+      form.New.on_click, state_.trace, "Form2_New_Click",
+      [this] { choose_file("New", file_filter, true, &ShowDataEditor::use_new_file); }, tell);
+  wire(
+      form.Open.on_click, state_.trace, "Form2_Open_Click",
+      [this] { choose_file("Open", file_filter, false, &ShowDataEditor::use_file); }, tell);
+  wire(
+      form.SaveAs.on_click, state_.trace, "Form2_SaveAs_Click",
+      [this] { choose_file("Save As", save_as_filter, true, &ShowDataEditor::use_copy); }, tell);
+  wire(
+      form.SaveOption.on_click, state_.trace, "Form2_SaveOption_Click",
+      [this] { show_plan_.save_plan(draft()); }, tell);
+  wire(
+      form.Exit.on_click, state_.trace, "Form2_Exit_Click",
+      [this] {
+        show_plan_.save_plan(draft());
+        state_.Form2.unload();
+      },
+      tell);
+  wire(form.CancelOption.on_click, state_.trace, "Form2_CancelOption_Click",
+       [this] { state_.Form2.unload(); });
+  wire(form.Bye.on_click, state_.trace, "Form2_Bye_Click", [this] { state_.Form2.unload(); });
+  wire(form.InsertRow.on_click, state_.trace, "Form2_InsertRow_Click",
+       [this] { edit_rows(insert_show_entry); });
+  wire(form.DeleteRow.on_click, state_.trace, "Form2_DeleteRow_Click",
+       [this] { edit_rows(delete_show_entry); });
 }
 
 void ShowDataEditor::Filler() {

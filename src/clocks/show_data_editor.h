@@ -34,9 +34,6 @@ class ShowDataEditor {
   void use_copy(const std::string& path);
   void edit_rows(void (*change)(ShowPlan& plan, int entry));
 
-  template <class Body>
-  void told_guard(std::string_view handler, Body&& body);
-
   ConsoleState& state_;
   ShowPlanStore& show_plan_;
   ShowDataBoxes boxes_;

@@ -8,6 +8,7 @@
 #include "forms/show_data_form.h"
 #include "state/console_state.h"
 #include "state/guard.h"
+#include "state/wire.h"
 
 namespace lineweir {
 namespace {
@@ -71,34 +72,30 @@ ShowDataGrids::ShowDataGrids(ConsoleState& state)
     : state_(state),
       first_{1, show_end_entry, state.Form2.Grid1, state.Form2.Grid2},
       second_{2, show_end_entry + plan_rows_per_grid, state.Form2.Grid2, state.Form2.Grid1} {
-  wire(first_);
-  wire(second_);
+  wire_side(first_);
+  wire_side(second_);
 }
 
-void ShowDataGrids::wire(const Side& side) {
+void ShowDataGrids::wire_side(const Side& side) {
   const std::string handler = "Form2_" + side.grid.name();
-  side.grid.on_got_focus = [this, &side, handler] {
-    guard(state_.trace, handler + "_GotFocus", [&] {
-      focus_on(side.number);
-      if (side.number == first_.number) return;
-      const auto& last_end = first_.grid.cell(plan_rows_per_grid, row_end_column);
-      side.grid.set_cell(1, row_start_column, trimmed(last_end));
-    });
-  };
-  side.grid.on_lost_focus = [this, handler] {
-    guard(state_.trace, handler + "_LostFocus", [&] { focus_on(0); });
-  };
-  side.grid.on_key_press = [this, &side, handler](int& key) {
-    guard(state_.trace, handler + "_KeyPress", [&] { key_press(side, key); });
-  };
-  side.grid.on_key_down = [this, &side, handler](int& key_code, int) {
-    if (key_code != down_arrow_code || side.grid.row < plan_rows_per_grid) return;
-    key_code = 0;
-    guard(state_.trace, handler + "_KeyDown", [&] { move_down(side); });
-  };
-  side.grid.on_sel_change = [this, &side, handler] {
-    guard(state_.trace, handler + "_SelChange", [&] { check_rows(side.grid); });
-  };
+  wire(side.grid.on_got_focus, state_.trace, handler + "_GotFocus", [this, &side, handler] {
+    focus_on(side.number);
+    if (side.number == first_.number) return;
+    const auto& last_end = first_.grid.cell(plan_rows_per_grid, row_end_column);
+    side.grid.set_cell(1, row_start_column, trimmed(last_end));
+  });
+  wire(side.grid.on_lost_focus, state_.trace, handler + "_LostFocus",
+       [this, handler] { focus_on(0); });
+  wire(side.grid.on_key_press, state_.trace, handler + "_KeyPress",
+       [this, &side, handler](int& key) { key_press(side, key); });
+  wire(side.grid.on_key_down, state_.trace, handler + "_KeyDown",
+       [this, &side](int& key_code, int) {
+         if (key_code != down_arrow_code || side.grid.row < plan_rows_per_grid) return;
+         key_code = 0;
+         move_down(side);
+       });
+  wire(side.grid.on_sel_change, state_.trace, handler + "_SelChange",
+       [this, &side, handler] { check_rows(side.grid); });
 }
 
 void ShowDataGrids::show(const ShowPlan& plan) {

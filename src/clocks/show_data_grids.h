@@ -36,7 +36,7 @@ class ShowDataGrids {
     Grid& other;
   };
 
-  void wire(const Side& side);
+  void wire_side(const Side& side);
   void focus_on(int grid);
   void key_press(const Side& side, int& key);
   void move_down(const Side& side);

@@ -7,9 +7,9 @@
 #include "callcontrol/next_caller.h"
 #include "callerdata/caller_data.h"
 #include "messages/quick_line.h"
-#include "screen/window_handling.h"
 #include "state/console_state.h"
 #include "state/guard.h"
+#include "state/wire.h"
 
 namespace lineweir {
 enum class KeyAction {
@@ -133,15 +133,17 @@ bool press(Control& button, bool finds_work = true) {
 
 }  // namespace
 
-HotKeys::HotKeys(ConsoleState& state, WindowHandling& window, CallerDataEntry& caller_data,
-                 NextCaller& next_caller, LineActions& line_actions, QuickLine& quick_line)
+HotKeys::HotKeys(ConsoleState& state, CallerDataEntry& caller_data, NextCaller& next_caller,
+                 LineActions& line_actions, QuickLine& quick_line)
     : state_(state),
-      window_(window),
       caller_data_(caller_data),
       next_caller_(next_caller),
       line_actions_(line_actions),
       quick_line_(quick_line) {
-  state.Lineweir.on_key_down = [this](int& key_code, int shift) { Form_KeyDown(key_code, shift); };
+  wire(state.LoginForm.on_unload, state_.trace, "LoginForm_Form_Unload",
+       [this] { state_.LoginForm.ChangeUser = false; });
+  wire(state.Lineweir.on_key_down, state_.trace, "Lineweir_Form_KeyDown",
+       [this](int& key_code, int shift) { Form_KeyDown(key_code, shift); });
 }
 
 bool HotKeys::press_row_button(Picture& button) {
@@ -161,13 +163,13 @@ bool HotKeys::run(const KeyRule& rule, int code) {
   MainForm& form = state_.Lineweir;
   switch (rule.action) {
     case KeyAction::MessageDialog:
-      quick_line_.Text1_DblClick();
+      state_.Lineweir.Text1.on_dbl_click();
       return true;
     case KeyAction::TraceWindow:
       state_.DebugForm.show();
       return true;
     case KeyAction::ResetSize:
-      window_.ResetLineweirSize_Click();
+      state_.Lineweir.ResetLineweirSize.on_click();
       return true;
     case KeyAction::QuickLine:
       quick_line_.open();

@@ -15,6 +15,7 @@
 #include "serverlink/login_exchange.h"
 #include "state/console_state.h"
 #include "state/guard.h"
+#include "state/wire.h"
 
 namespace lineweir {
 namespace {
@@ -57,7 +58,8 @@ Settings::Settings(ConsoleState& state, const Links& links, ShowPlanStore& show_
       caller_data_(caller_data),
       port_(port),
       remote_port_(remote_port) {
-  state.Lineweir.SaveSettingsMenu.on_click = [this] { SaveSettingsMenu_Click(); };
+  wire(state.Lineweir.SaveSettingsMenu.on_click, state_.trace, "Lineweir_SaveSettingsMenu_Click",
+       [this] { SaveSettingsMenu_Click(); });
 }
 
 std::optional<SettingsRecord> Settings::read() const {
@@ -155,9 +157,7 @@ void Settings::save_at_end() {
 }
 
 void Settings::SaveSettingsMenu_Click() {
-  guard(state_.trace, "Lineweir_SaveSettingsMenu_Click", [&] {
-    if (const auto why_not = save()) state_.messages.ShowMessage(*why_not);
-  });
+  if (const auto why_not = save()) state_.messages.ShowMessage(*why_not);
 }
 
 void Settings::SetFileSettings() {

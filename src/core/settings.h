@@ -42,12 +42,11 @@ class Settings {
   // program waits until the user has seen why.
   void save_at_end();
 
-  void SaveSettingsMenu_Click();
-
   // Falls back on the file when a server tells the console to: the window's size and the font.
   void SetFileSettings();
 
  private:
+  void SaveSettingsMenu_Click();
   // Writes the present state; says why where it isn't written.
   std::optional<std::string> save();
 

@@ -8,8 +8,14 @@
 #include "serverlink/user_profile.h"
 #include "state/console_state.h"
 #include "state/guard.h"
+#include "state/wire.h"
 
 namespace lineweir {
+namespace {
+
+constexpr auto unload_handler = "Lineweir_Form_Unload";
+
+}  // namespace
 
 Shutdown::Shutdown(ConsoleState& state, const Links& links, ShowPlanStore& show_plan,
                    CallerDataEntry& caller_data, SerialPortControl& port, UserProfile& user_profile,
@@ -21,16 +27,15 @@ Shutdown::Shutdown(ConsoleState& state, const Links& links, ShowPlanStore& show_
       port_(port),
       user_profile_(user_profile),
       settings_(settings) {
-  state.Lineweir.on_unload = [this] { Form_Unload(); };
-  state.Lineweir.ExitMenu.on_click = [this] { ExitMenu_Click(); };
+  wire(state.Lineweir.on_unload, state_.trace, unload_handler, [this] { Form_Unload(); });
+  wire(state.Lineweir.ExitMenu.on_click, state_.trace, "Lineweir_ExitMenu_Click",
+       [this] { ExitMenu_Click(); });
 }
 
-void Shutdown::ExitMenu_Click() {
-  guard(state_.trace, "Lineweir_ExitMenu_Click", [&] { state_.Lineweir.unload(); });
-}
+void Shutdown::ExitMenu_Click() { state_.Lineweir.unload(); }
 
 void Shutdown::Form_Unload() {
-  guard(state_.trace, "Lineweir_Form_Unload", [&] {
+  guard(state_.trace, unload_handler, [&] {
     MainForm& form = state_.Lineweir;
     if (form.window_state == window_minimised) form.window_state = window_normal;
     show_plan_.close();
@@ -50,7 +55,7 @@ void Shutdown::leave() {
 }
 
 void Shutdown::close_everything() {
-  guard(state_.trace, "Lineweir_Form_Unload", [&] {
+  guard(state_.trace, unload_handler, [&] {
     port_.close();
     state_.services.comm2.close();
     state_.services.winsock1.close();

@@ -25,6 +25,7 @@
 #include "state/console_state.h"
 #include "state/guard.h"
 #include "state/window_caption.h"
+#include "state/wire.h"
 #include "wire/password_scramble.h"
 
 namespace lineweir {
@@ -44,9 +45,7 @@ std::string upper(std::string_view text) {
 }
 
 // Runs an element's click as the program does, whatever the element's state is.
-void click(MenuItem& item) {
-  if (item.on_click) item.on_click();
-}
+void click(MenuItem& item) { item.on_click(); }
 
 void click_if(bool wanted, MenuItem& item) {
   if (wanted) click(item);
@@ -76,10 +75,12 @@ Startup::Startup(ConsoleState& state, ShowPlanStore& show_plan, ServerLink& serv
       port_(port),
       settings_(settings) {
   MainForm& form = state.Lineweir;
-  form.on_load = [this] { Form_Load(); };
-  form.on_got_focus = [this] { Form_GotFocus(); };
-  form.ZorderTimer.on_timer = [this] { ZorderTimer_Timer(); };
-  form.LoginTimer.on_timer = [this] { LoginTimer_Timer(); };
+  wire(form.on_load, state_.trace, "Lineweir_Form_Load", [this] { Form_Load(); });
+  wire(form.on_got_focus, state_.trace, "Lineweir_Form_GotFocus", [this] { Form_GotFocus(); });
+  wire(form.ZorderTimer.on_timer, state_.trace, "Lineweir_ZorderTimer_Timer",
+       [this] { ZorderTimer_Timer(); });
+  wire(form.LoginTimer.on_timer, state_.trace, "Lineweir_LoginTimer_Timer",
+       [this] { LoginTimer_Timer(); });
 }
 
 void Startup::Main(std::string_view command_line) {
@@ -372,24 +373,18 @@ void Startup::finish_loading() {
   display_.RefreshColumnOrder();
 }
 
-void Startup::Form_GotFocus() {
-  guard(state_.trace, "Lineweir_Form_GotFocus", [&] { show_plan_.read_first_34(); });
-}
+void Startup::Form_GotFocus() { show_plan_.read_first_34(); }
 
 void Startup::ZorderTimer_Timer() {
-  guard(state_.trace, "Lineweir_ZorderTimer_Timer", [&] {
-    MainForm& form = state_.Lineweir;
-    form.ZorderTimer.enabled = false;
-    form.ScreenTopImage.bring_to_front();
-    form.ScreenBottomImage.bring_to_front();
-  });
+  MainForm& form = state_.Lineweir;
+  form.ZorderTimer.enabled = false;
+  form.ScreenTopImage.bring_to_front();
+  form.ScreenBottomImage.bring_to_front();
 }
 
 void Startup::LoginTimer_Timer() {
-  guard(state_.trace, "Lineweir_LoginTimer_Timer", [&] {
-    state_.Lineweir.LoginTimer.enabled = false;
-    state_.LoginForm.show();
-  });
+  state_.Lineweir.LoginTimer.enabled = false;
+  state_.LoginForm.show();
 }
 
 void Startup::set_menus_enabled(bool enabled) {

@@ -52,11 +52,10 @@ DataGridLink::DataGridLink(DataGrid& grid, QTableView& table)
   table.verticalHeader()->setDefaultSectionSize(table.fontMetrics().height() + 2 * row_padding);
   QHeaderView& header = *table.horizontalHeader();
   header.setHighlightSections(false);
-  header.setSectionsClickable(grid.on_heading_click != nullptr);
-  header.setSortIndicatorShown(grid.on_heading_click != nullptr);
-  QObject::connect(&header, &QHeaderView::sectionClicked, this, [this](int column) {
-    if (grid_.on_heading_click) grid_.on_heading_click(column);
-  });
+  header.setSectionsClickable(static_cast<bool>(grid.on_heading_click));
+  header.setSortIndicatorShown(static_cast<bool>(grid.on_heading_click));
+  QObject::connect(&header, &QHeaderView::sectionClicked, this,
+                   [this](int column) { grid_.on_heading_click(column); });
   QObject::connect(table.selectionModel(), &QItemSelectionModel::currentRowChanged, this,
                    [this](const QModelIndex& current) {
                      if (!showing() && current.isValid()) grid_.select(current.row() + 1);

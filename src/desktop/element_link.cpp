@@ -61,10 +61,10 @@ bool ElementLink::eventFilter(QObject*, QEvent* event) {
       lost_focus(*static_cast<QFocusEvent*>(event));
       break;
     case QEvent::MouseButtonPress:
-      if (control_.on_mouse_down) control_.on_mouse_down(left_button, 0);
+      control_.on_mouse_down(left_button, 0);
       break;
     case QEvent::MouseButtonRelease:
-      if (control_.on_mouse_up) control_.on_mouse_up(left_button, 0);
+      control_.on_mouse_up(left_button, 0);
       // A click on a plain text is the window's where the text has no handler.
       if (!clicks_by_itself() && control_.on_click) {
         control_.on_click();
@@ -72,7 +72,7 @@ bool ElementLink::eventFilter(QObject*, QEvent* event) {
       }
       break;
     case QEvent::MouseButtonDblClick:
-      if (control_.on_dbl_click) control_.on_dbl_click();
+      control_.on_dbl_click();
       break;
     default:
       break;

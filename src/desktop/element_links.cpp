@@ -72,9 +72,7 @@ class ButtonLink final : public ElementLink {
  public:
   ButtonLink(Button& button, QPushButton& widget)
       : ElementLink(button, widget), button_(button), push_(widget) {
-    QObject::connect(&widget, &QPushButton::clicked, this, [this] {
-      if (button_.on_click) button_.on_click();
-    });
+    QObject::connect(&widget, &QPushButton::clicked, this, [this] { button_.on_click(); });
   }
 
  private:
@@ -110,7 +108,7 @@ class CheckLink final : public ElementLink {
       : ElementLink(box, widget), box_(box), check_(widget) {
     QObject::connect(&widget, &QCheckBox::clicked, this, [this](bool checked) {
       box_.value = checked ? 1 : 0;
-      if (box_.on_click) box_.on_click();
+      box_.on_click();
     });
   }
 
@@ -133,7 +131,7 @@ class OptionLink final : public ElementLink {
     QObject::connect(&widget, &QRadioButton::toggled, this, [this](bool chosen) {
       if (showing()) return;
       option_.value = chosen;
-      if (chosen && option_.on_click) option_.on_click();
+      if (chosen) option_.on_click();
     });
   }
 

@@ -139,16 +139,16 @@ void ElementWidget::paintEvent(QPaintEvent*) {
 void ElementWidget::press(int button, Qt::KeyboardModifiers modifiers) {
   if (control_ == nullptr) return;
   const InHand in_hand(*this);
-  if (const auto handler = control_->on_mouse_down) handler(button, shift_state(modifiers));
+  control_->on_mouse_down(button, shift_state(modifiers));
 }
 
 void ElementWidget::release(int button, Qt::KeyboardModifiers modifiers, bool click) {
   const QPointer<ElementWidget> self(this);
   if (control_ == nullptr) return;
   const InHand in_hand(*this);
-  if (const auto handler = control_->on_mouse_up) handler(button, shift_state(modifiers));
+  control_->on_mouse_up(button, shift_state(modifiers));
   if (!self || control_ == nullptr || !click || button != left_button) return;
-  if (const auto handler = control_->on_click) handler();
+  control_->on_click();
 }
 
 void ElementWidget::mousePressEvent(QMouseEvent* event) {
@@ -169,8 +169,7 @@ void ElementWidget::mouseDoubleClickEvent(QMouseEvent* event) {
   }
   double_clicked_ = true;
   const InHand in_hand(*this);
-  const auto handler = control_->on_dbl_click;
-  handler();
+  control_->on_dbl_click();
 }
 
 void ElementWidget::focusInEvent(QFocusEvent* event) {

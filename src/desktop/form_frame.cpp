@@ -174,13 +174,13 @@ bool FormFrame::eventFilter(QObject* watched, QEvent* event) {
       window_state_changed();
       break;
     case QEvent::WindowActivate:
-      if (form().on_got_focus) form().on_got_focus();
+      form().on_got_focus();
       break;
     case QEvent::WindowDeactivate:
-      if (form().visible && form().on_lost_focus) form().on_lost_focus();
+      if (form().visible) form().on_lost_focus();
       break;
     case QEvent::MouseButtonRelease:
-      if (form().on_click) form().on_click();
+      form().on_click();
       break;
     default:
       break;

@@ -113,7 +113,7 @@ void MainFrame::content_resized(QSize content) {
   if (!same_width) form().width = twips_of(content.width());
   if (!same_height) form().height = twips_of(content.height()) + bar;
   // The program knows of the sizes that it gives the form itself.
-  if ((!same_width || !same_height) && form().on_resize) form().on_resize();
+  if (!same_width || !same_height) form().on_resize();
 }
 
 bool MainFrame::shows_in_window(const Element& element) const {

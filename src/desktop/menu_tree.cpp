@@ -103,7 +103,7 @@ void MenuTree::show_item(const MenuItem& item) {
 void MenuTree::choose(MenuItem& item) {
   // The mark is the item's own, whatever the click made of it.
   show_item(item);
-  if (item.reachable() && item.on_click) item.on_click();
+  if (item.reachable()) item.on_click();
 }
 
 }  // namespace lineweir

@@ -26,9 +26,7 @@ bool MessageInFront::seen() const {
   return console_.MyMsgbox.visible && hands_.now() - since_ >= reading_milliseconds;
 }
 
-void MessageInFront::answer() {
-  if (console_.MyMsgbox.OKButton.on_click) console_.MyMsgbox.OKButton.on_click();
-}
+void MessageInFront::answer() { console_.MyMsgbox.OKButton.on_click(); }
 
 void MessageInFront::place_again() {
   const bool frames_known = before_placing();

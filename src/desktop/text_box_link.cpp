@@ -106,7 +106,7 @@ bool TextBoxLink::eventFilter(QObject* watched, QEvent* event) {
       break;
     }
     case QEvent::MouseButtonDblClick:
-      if (box_->on_dbl_click) box_->on_dbl_click();
+      box_->on_dbl_click();
       break;
     default:
       break;

@@ -8,9 +8,9 @@ void append_clock_functions(std::vector<Function>& functions) {
                     function("Form2_Filler", [](Console& c) { c.show_editor.Filler(); }),
                     // The handler of TimeClockMenuItem, whose name differs from its element's.
                     function("TimerClockMenuItem_Click",
-                             [](Console& c) { c.clock_menu.TimeClockMenuItem_Click(); }),
+                             [](Console& c) { c.Lineweir.TimeClockMenuItem.on_click(); }),
                     function("Lineweir_TimerClockMenuItem_Click",
-                             [](Console& c) { c.clock_menu.TimeClockMenuItem_Click(); })});
+                             [](Console& c) { c.Lineweir.TimeClockMenuItem.on_click(); })});
 }
 
 }  // namespace lineweir::driver

@@ -60,11 +60,11 @@ std::vector<Function> general_functions() {
           [](Console&, const std::string& text) { return std::string(TextWrit_NullRemove(text)); }),
       function("TextWrit_CheckWinsPort", [](Console& c) { c.server.TextWrit_CheckWinsPort(); }),
       function("Comm1_OnComm",
-               [](Console& c) { c.decoder.Comm1_OnComm(platform::comm_event_receive); }),
+               [](Console& c) { c.services.comm1.on_comm(platform::comm_event_receive); }),
       function("Comm2_OnComm",
-               [](Console& c) { c.switch_console.Comm2_OnComm(platform::comm_event_receive); }),
+               [](Console& c) { c.services.comm2.on_comm(platform::comm_event_receive); }),
       function("SetFileSettings", [](Console& c) { c.settings.SetFileSettings(); }),
-      function("Winsock1_DataArrival", [](Console& c) { c.server.Winsock1_DataArrival(); }),
+      function("Winsock1_DataArrival", [](Console& c) { c.services.winsock1.on_data_arrival(); }),
   };
 }
 

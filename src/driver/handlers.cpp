@@ -18,27 +18,28 @@ using Numbers = std::vector<int>;
 // arguments, as many as the event's row says.
 using Bind = Handler (*)(Element&, const Numbers&);
 
-struct Event {
+struct NamedEvent {
   std::string_view name;
   std::size_t arguments;
   Bind bind;
 };
 
 template <class T>
-Handler plain(Element& element, std::function<void()> T::*event) {
+Handler plain(Element& element, Event<void()> T::*event) {
   const auto* owner = dynamic_cast<T*>(&element);
-  return owner == nullptr ? Handler() : owner->*event;
+  if (owner == nullptr || !(owner->*event)) return {};
+  return owner->*event;
 }
 
 template <class T>
-Handler with_two(Element& element, std::function<void(int, int)> T::*event, const Numbers& n) {
+Handler with_two(Element& element, Event<void(int, int)> T::*event, const Numbers& n) {
   const auto* owner = dynamic_cast<T*>(&element);
   if (owner == nullptr || !(owner->*event)) return {};
   return [handler = owner->*event, first = n[0], second = n[1]] { handler(first, second); };
 }
 
 template <class T>
-Handler with_key(Element& element, std::function<void(int&, int)> T::*event, const Numbers& n) {
+Handler with_key(Element& element, Event<void(int&, int)> T::*event, const Numbers& n) {
   const auto* owner = dynamic_cast<T*>(&element);
   if (owner == nullptr || !(owner->*event)) return {};
   return [handler = owner->*event, code = n[0], shift = n[1]]() mutable { handler(code, shift); };
@@ -49,47 +50,49 @@ Handler either(Handler first, Handler second) {
 }
 
 constexpr std::array events = {
-    Event{"Click", 0,
-          [](Element& e, const Numbers&) {
-            return either(plain(e, &Control::on_click),
-                          either(plain(e, &MenuItem::on_click), plain(e, &Form::on_click)));
-          }},
-    Event{"DblClick", 0,
-          [](Element& e, const Numbers&) { return plain(e, &Control::on_dbl_click); }},
-    Event{"Timer", 0, [](Element& e, const Numbers&) { return plain(e, &Timer::on_timer); }},
-    Event{"Change", 0, [](Element& e, const Numbers&) { return plain(e, &Element::on_change); }},
-    Event{"SelChange", 0,
-          [](Element& e, const Numbers&) { return plain(e, &Grid::on_sel_change); }},
-    Event{"GotFocus", 0,
-          [](Element& e, const Numbers&) {
-            return either(plain(e, &Control::on_got_focus), plain(e, &Form::on_got_focus));
-          }},
-    Event{"LostFocus", 0,
-          [](Element& e, const Numbers&) {
-            return either(plain(e, &Control::on_lost_focus), plain(e, &Form::on_lost_focus));
-          }},
-    Event{"Load", 0, [](Element& e, const Numbers&) { return plain(e, &Form::on_load); }},
-    Event{"Unload", 0, [](Element& e, const Numbers&) { return plain(e, &Form::on_unload); }},
-    Event{"Resize", 0, [](Element& e, const Numbers&) { return plain(e, &Form::on_resize); }},
-    Event{"MouseDown", 2,
-          [](Element& e, const Numbers& n) { return with_two(e, &Control::on_mouse_down, n); }},
-    Event{"MouseUp", 2,
-          [](Element& e, const Numbers& n) { return with_two(e, &Control::on_mouse_up, n); }},
-    Event{"KeyDown", 2,
-          [](Element& e, const Numbers& n) {
-            return either(with_key(e, &Control::on_key_down, n),
-                          with_key(e, &Form::on_key_down, n));
-          }},
-    Event{"KeyPress", 1,
-          [](Element& e, const Numbers& n) -> Handler {
-            const auto* control = dynamic_cast<Control*>(&e);
-            if (control == nullptr || !control->on_key_press) return {};
-            return [handler = control->on_key_press, key = n[0]]() mutable { handler(key); };
-          }},
+    NamedEvent{"Click", 0,
+               [](Element& e, const Numbers&) {
+                 return either(plain(e, &Control::on_click),
+                               either(plain(e, &MenuItem::on_click), plain(e, &Form::on_click)));
+               }},
+    NamedEvent{"DblClick", 0,
+               [](Element& e, const Numbers&) { return plain(e, &Control::on_dbl_click); }},
+    NamedEvent{"Timer", 0, [](Element& e, const Numbers&) { return plain(e, &Timer::on_timer); }},
+    NamedEvent{"Change", 0,
+               [](Element& e, const Numbers&) { return plain(e, &Element::on_change); }},
+    NamedEvent{"SelChange", 0,
+               [](Element& e, const Numbers&) { return plain(e, &Grid::on_sel_change); }},
+    NamedEvent{"GotFocus", 0,
+               [](Element& e, const Numbers&) {
+                 return either(plain(e, &Control::on_got_focus), plain(e, &Form::on_got_focus));
+               }},
+    NamedEvent{"LostFocus", 0,
+               [](Element& e, const Numbers&) {
+                 return either(plain(e, &Control::on_lost_focus), plain(e, &Form::on_lost_focus));
+               }},
+    NamedEvent{"Load", 0, [](Element& e, const Numbers&) { return plain(e, &Form::on_load); }},
+    NamedEvent{"Unload", 0, [](Element& e, const Numbers&) { return plain(e, &Form::on_unload); }},
+    NamedEvent{"Resize", 0, [](Element& e, const Numbers&) { return plain(e, &Form::on_resize); }},
+    NamedEvent{
+        "MouseDown", 2,
+        [](Element& e, const Numbers& n) { return with_two(e, &Control::on_mouse_down, n); }},
+    NamedEvent{"MouseUp", 2,
+               [](Element& e, const Numbers& n) { return with_two(e, &Control::on_mouse_up, n); }},
+    NamedEvent{"KeyDown", 2,
+               [](Element& e, const Numbers& n) {
+                 return either(with_key(e, &Control::on_key_down, n),
+                               with_key(e, &Form::on_key_down, n));
+               }},
+    NamedEvent{"KeyPress", 1,
+               [](Element& e, const Numbers& n) -> Handler {
+                 const auto* control = dynamic_cast<Control*>(&e);
+                 if (control == nullptr || !control->on_key_press) return {};
+                 return [handler = control->on_key_press, key = n[0]]() mutable { handler(key); };
+               }},
 };
 
-const Event* event_named(std::string_view name) {
-  for (const Event& event : events) {
+const NamedEvent* event_named(std::string_view name) {
+  for (const NamedEvent& event : events) {
     if (same_name(event.name, name)) return &event;
   }
   return nullptr;
@@ -128,7 +131,7 @@ std::function<void()> find_handler(Console& console, std::string_view name,
                                    const std::vector<Json>& arguments) {
   const std::size_t underscore = name.rfind('_');
   if (underscore == std::string_view::npos) return {};
-  const Event* event = event_named(name.substr(underscore + 1));
+  const NamedEvent* event = event_named(name.substr(underscore + 1));
   if (event == nullptr) return {};
   Numbers numbers;
   for (const Json& argument : arguments) numbers.push_back(number_of(argument));

@@ -53,14 +53,11 @@ bool exists(const Form& form, const Element& element) {
   return std::ranges::find(form.elements(), &element) != form.elements().end();
 }
 
-// Runs the event of the element, or of the nearest container that has one. A handler is copied
-// first, since it may unload the element to which it belongs.
+// Runs the event of the element, or of the nearest container that has one.
 template <class Event, class... Arguments>
 void raise(Control& control, Event Control::*event, Arguments&&... arguments) {
   for (Control* part = &control; part != nullptr; part = part->container()) {
-    if (!(part->*event)) continue;
-    const Event handler = part->*event;
-    return handler(std::forward<Arguments>(arguments)...);
+    if (part->*event) return (part->*event)(std::forward<Arguments>(arguments)...);
   }
 }
 
@@ -85,13 +82,12 @@ void click_menu(Console& console, MenuItem& item) {
   require_form(console, item.form());
   if (!item.shown()) throw Refusal("not visible");
   if (!item.reachable()) throw Refusal("disabled");
-  const auto handler = item.on_click;
-  if (handler) handler();
+  item.on_click();
 }
 
 void click_form(Console& console, Form& form) {
   require_form(console, form);
-  if (form.on_click) form.on_click();
+  form.on_click();
 }
 
 // What a click changes by itself, before its event.
@@ -174,7 +170,7 @@ void release(Console& console, const FoundElement& found) {
 void focus(Console& console, const FoundElement& found) {
   if (found.is_form()) {
     require_form(console, found.form);
-    if (found.form.on_got_focus) found.form.on_got_focus();
+    found.form.on_got_focus();
     return;
   }
   reachable_control(console, found).set_focus();
@@ -183,7 +179,7 @@ void focus(Console& console, const FoundElement& found) {
 void blur(Console& console, const FoundElement& found) {
   if (found.is_form()) {
     require_form(console, found.form, true);
-    if (found.form.on_lost_focus) found.form.on_lost_focus();
+    found.form.on_lost_focus();
     return;
   }
   if (found.form.focused() != &control_of(found)) throw Refusal("without the focus");
@@ -197,8 +193,7 @@ void type(Console& console, const FoundElement& found, std::string_view text) {
     Control* target = found.form.focused();
     if (target == nullptr || !can_take_keys(console, *target)) return;
     int key_left = static_cast<unsigned char>(character);
-    const auto handler = target->on_key_press;
-    if (handler) handler(key_left);
+    target->on_key_press(key_left);
     if (key_left != 0 && exists(found.form, *target)) enter(*target, key_left);
   }
 }
@@ -211,11 +206,10 @@ void replace_text(Console& console, TextBox& box, std::string_view text) {
 void key(Console& console, int key_code, int shift) {
   Form& form = console.Lineweir;
   require_form(console, form);
-  if (form.on_key_down) form.on_key_down(key_code, shift);
+  form.on_key_down(key_code, shift);
   Control* target = form.focused();
   if (key_code == 0 || target == nullptr || !can_take_keys(console, *target)) return;
-  const auto handler = target->on_key_down;
-  if (handler) handler(key_code, shift);
+  target->on_key_down(key_code, shift);
 }
 
 void select(Console& console, const FoundElement& found, int entry) {
@@ -234,7 +228,7 @@ void select_cell(Console& console, const FoundElement& found, int row, int colum
       throw NotUnderstood("no such cell");
     }
     if (!heading) return grid.select(row);
-    if (grid.on_heading_click) grid.on_heading_click(column);
+    grid.on_heading_click(column);
     return;
   }
   auto& grid = reachable<Grid>(console, found);
@@ -248,7 +242,7 @@ void drag(Console& console, const FoundElement& found, int from, int to) {
   auto& list = reachable<ListBox>(console, found);
   const int count = list.list_count();
   if (from < 0 || from >= count || to < 0 || to >= count) throw NotUnderstood("no such entry");
-  if (list.on_drag) list.on_drag(from, to);
+  list.on_drag(from, to);
 }
 
 void resize(Console& console, int width, int height) {
@@ -256,14 +250,14 @@ void resize(Console& console, int width, int height) {
   require_form(console, form);
   form.width = width;
   form.height = height;
-  if (form.on_resize) form.on_resize();
+  form.on_resize();
 }
 
 void set_window_state(Console& console, FormWindowState state) {
   Form& form = console.Lineweir;
   require_form(console, form, true);
   form.window_state = state;
-  if (form.on_resize) form.on_resize();
+  form.on_resize();
 }
 
 void close(Console& console, Form& form) {

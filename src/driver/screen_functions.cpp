@@ -59,7 +59,7 @@ std::vector<Function> column_functions() {
       function("FindLongestName",
                [](Console&, const std::string& names) { return FindLongestName(names); }),
       function("DisplayOptionForm_UserRename",
-               [](Console& c) { c.user_field_title.UserRename_Click(); }),
+               [](Console& c) { c.DisplayOptionForm.UserRename.on_click(); }),
   };
 }
 

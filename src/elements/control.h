@@ -1,7 +1,6 @@
 #pragma once
 
-#include <functional>
-
+#include "base/event.h"
 #include "elements/element.h"
 
 namespace lineweir {
@@ -22,18 +21,18 @@ class Control : public Element {
   Property<int> height{*this, PropertyId::Height};
   Property<bool> tab_stop{*this, PropertyId::TabStop, true};
 
-  std::function<void()> on_click;
-  std::function<void()> on_dbl_click;
-  std::function<void(int button, int shift)> on_mouse_down;
-  std::function<void(int button, int shift)> on_mouse_up;
-  std::function<void()> on_got_focus;
-  std::function<void()> on_lost_focus;
+  Event<void()> on_click;
+  Event<void()> on_dbl_click;
+  Event<void(int button, int shift)> on_mouse_down;
+  Event<void(int button, int shift)> on_mouse_up;
+  Event<void()> on_got_focus;
+  Event<void()> on_lost_focus;
 
   // A key's character, 0 to 255; a handler swallows the key by setting it to 0.
-  std::function<void(int& key)> on_key_press;
+  Event<void(int& key)> on_key_press;
 
   // A key's code, before it becomes a character; a handler swallows it by setting it to 0.
-  std::function<void(int& key_code, int shift)> on_key_down;
+  Event<void(int& key_code, int shift)> on_key_down;
 
   // The picture or frame that this control stands in, or null. It must outlive the control.
   Control* container() const { return container_; }

@@ -36,7 +36,7 @@ void DataGrid::select(int at_row) {
   if (at_row < 0 || at_row > rows) fail_outside();
   if (row == at_row) return;
   row = at_row;
-  if (on_sel_change) on_sel_change();
+  on_sel_change();
 }
 
 }  // namespace lineweir

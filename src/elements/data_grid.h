@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/event.h"
 #include "elements/control.h"
 
 namespace lineweir {
@@ -26,9 +27,9 @@ class DataGrid : public Control {
   std::function<std::vector<std::string>(int row)> row_texts;
 
   // The selection moved, by the user's hand or by select().
-  std::function<void()> on_sel_change;
+  Event<void()> on_sel_change;
   // The user clicks the heading of a column.
-  std::function<void(int column)> on_heading_click;
+  Event<void(int column)> on_heading_click;
 
   // Other rows are in the grid now, or the same with other texts; none is selected.
   void show_other_rows(int count);

@@ -30,7 +30,7 @@ void Element::copy_properties(const Element& model) {
 
 void Element::property_changed(PropertyId id) {
   form_->tell_changed(*this, id);
-  if (id == change_property() && on_change) on_change();
+  if (id == change_property()) on_change();
 }
 
 }  // namespace lineweir

@@ -1,10 +1,10 @@
 #pragma once
 
-#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "base/event.h"
 #include "elements/property.h"
 
 namespace lineweir {
@@ -55,7 +55,7 @@ class Element {
 
   // The element's own change event, such as `DataRow_Change`: runs when its main property, the one
   // named by change_property(), gets another value, by whatever hand.
-  std::function<void()> on_change;
+  Event<void()> on_change;
 
  protected:
   Element(Form& form, ElementKind kind, std::string_view name, int index);

@@ -21,7 +21,7 @@ Form::Form(std::string_view name) : Element(ElementKind::Form, name) { form_ = t
 void Form::load() {
   if (loaded_) return;
   loaded_ = true;
-  if (on_load) on_load();
+  on_load();
 }
 
 void Form::show() {
@@ -37,7 +37,7 @@ void Form::show() {
 void Form::unload() {
   if (!loaded_) return;
   loaded_ = false;
-  if (on_unload) on_unload();
+  on_unload();
   // The handler may have loaded the form anew.
   if (loaded_) return;
   visible = false;
@@ -79,9 +79,9 @@ void Form::focus(Control* control) {
   Control* former = focused_;
   focused_ = control;
   tell(observers_, [&](FormObserver& observer) { observer.focus_moved(control); });
-  if (former != nullptr && former->on_lost_focus) former->on_lost_focus();
+  if (former != nullptr) former->on_lost_focus();
   // A lost-focus handler may have moved the focus on.
-  if (focused_ == control && control != nullptr && control->on_got_focus) control->on_got_focus();
+  if (focused_ == control && control != nullptr) control->on_got_focus();
 }
 
 void Form::add_observer(FormObserver& observer) { observers_.push_back(&observer); }

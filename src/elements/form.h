@@ -1,10 +1,10 @@
 #pragma once
 
-#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "base/event.h"
 #include "elements/control.h"
 #include "elements/menu_item.h"
 #include "letters/letters.h"
@@ -57,20 +57,20 @@ class Form : public Element {
   // Stays in the user's hands while a modal form is shown, as a message about that form must.
   bool reachable_beside_modal = false;
 
-  std::function<void()> on_load;
+  Event<void()> on_load;
   // Runs while the form still stands on the screen, so that the user sees what it has to say.
-  std::function<void()> on_unload;
-  std::function<void()> on_got_focus;
-  std::function<void()> on_lost_focus;
-  std::function<void()> on_resize;
-  std::function<void()> on_click;
+  Event<void()> on_unload;
+  Event<void()> on_got_focus;
+  Event<void()> on_lost_focus;
+  Event<void()> on_resize;
+  Event<void()> on_click;
   // A key before the form's controls see it; a handler swallows it by setting the code to 0.
-  std::function<void(int& key_code, int shift)> on_key_down;
+  Event<void(int& key_code, int shift)> on_key_down;
   // A character that the user types anywhere in the window, before the control that has the focus
   // sees it; a handler swallows it by setting it to 0.
-  std::function<void(int& key)> on_key_press;
+  Event<void(int& key)> on_key_press;
   // The user closes the window. Without a handler the form is unloaded.
-  std::function<void()> on_close;
+  Event<void()> on_close;
 
   bool loaded() const { return loaded_; }
   void load();

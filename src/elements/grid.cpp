@@ -33,7 +33,7 @@ void Grid::select(int at_row, int at_col) {
   if (row == at_row && col == at_col) return;
   row = at_row;
   col = at_col;
-  if (on_sel_change) on_sel_change();
+  on_sel_change();
 }
 
 }  // namespace lineweir

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/event.h"
 #include "elements/control.h"
 
 namespace lineweir {
@@ -29,7 +30,7 @@ class Grid : public Control {
   int first_typed_column = 0;
 
   // The selection moved, by the user's hand or by select().
-  std::function<void()> on_sel_change;
+  Event<void()> on_sel_change;
 
   // Moves the selection and tells on_sel_change, as a click on a cell does.
   void select(int at_row, int at_col);

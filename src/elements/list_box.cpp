@@ -54,7 +54,7 @@ int ListControl::find_item(std::string_view text) const {
 void ListControl::select(int index) {
   check_index(*this, index);
   list_index = index;
-  if (on_click) on_click();
+  on_click();
 }
 
 void ComboBox::property_changed(PropertyId id) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/event.h"
 #include "elements/control.h"
 
 namespace lineweir {
@@ -31,7 +32,7 @@ class ListBox : public ListControl {
 
   // The user drags an entry: the entry that was under the button when it went down, and the entry
   // now under the pointer.
-  std::function<void(int from, int to)> on_drag;
+  Event<void(int from, int to)> on_drag;
 };
 
 // A list with a box that shows the chosen text or one that the user types.

@@ -2,6 +2,7 @@
 
 #include <vector>
 
+#include "base/event.h"
 #include "elements/element.h"
 
 namespace lineweir {
@@ -21,7 +22,7 @@ class MenuItem : public Element {
   Property<bool> enabled{*this, PropertyId::Enabled, true};
   Property<bool> visible{*this, PropertyId::Visible, true};
 
-  std::function<void()> on_click;
+  Event<void()> on_click;
 
   // The key that chooses the entry wherever the focus is, such as "F5"; shown beside the caption.
   std::string shortcut;

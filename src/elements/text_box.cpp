@@ -28,7 +28,7 @@ void TextBox::enter(int key) {
 }
 
 void TextBox::edit(std::string changed, int caret) {
-  if (on_edit) on_edit(changed, caret);
+  on_edit(changed, caret);
   // The caret follows first, so that a change handler may move it again.
   sel_start = caret;
   text = changed;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/event.h"
 #include "elements/control.h"
 
 namespace lineweir {
@@ -23,7 +24,7 @@ class TextBox : public Control {
 
   // Asked what becomes of the text that the user's hand has made of the box's, by a key, a paste or
   // another text in its place, before the box takes it. It may change the text and the caret.
-  std::function<void(std::string& text, int& caret)> on_edit;
+  Event<void(std::string& text, int& caret)> on_edit;
 
   // Enters a character at the caret as the user's key does, when no handler has swallowed it:
   // Backspace takes one off, a carriage return is entered only in a box of several lines, other

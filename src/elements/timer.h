@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/event.h"
 #include "elements/element.h"
 
 namespace lineweir {
@@ -18,11 +19,9 @@ class Timer : public Element {
   Property<bool> enabled{*this, PropertyId::Enabled, false};
   Property<int> interval{*this, PropertyId::Interval, 0};
 
-  std::function<void()> on_timer;
+  Event<void()> on_timer;
 
-  void tick() {
-    if (on_timer) on_timer();
-  }
+  void tick() { on_timer(); }
 };
 
 }  // namespace lineweir

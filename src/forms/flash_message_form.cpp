@@ -17,7 +17,6 @@ FlashMessageForm::FlashMessageForm() : Form("FlashMessA") {
     button->move(6000, next_top, 1350, 375);
     next_top += 480;
   }
-  FlashMessACancel.on_click = [this] { hide(); };
   for (Button* list_button : {&AddCurrent, &RemoveCurrent, &UpdateButton}) {
     list_button->enabled = false;
   }

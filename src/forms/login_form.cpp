@@ -14,7 +14,6 @@ LoginWindow::LoginWindow() : Form("LoginForm") {
   PasswordTextBox.move(1500, 600, 2800, 315);
   PasswordTextBox.hides_text = true;
   ConnectButton.move(3085, 1200, 1215, 375);
-  on_unload = [this] { ChangeUser = false; };
 }
 
 }  // namespace lineweir

@@ -2,7 +2,7 @@
 
 #include "elements/control.h"
 #include "state/console_state.h"
-#include "state/guard.h"
+#include "state/wire.h"
 
 namespace lineweir {
 namespace {
@@ -14,10 +14,16 @@ constexpr int escape_key = 27;
 
 QuickLine::QuickLine(ConsoleState& state) : state_(state) {
   MainForm& form = state.Lineweir;
-  form.Text2.on_key_press = [this](int& key) { Text2_KeyPress(key); };
-  form.Text2.on_lost_focus = [this] { Text2_LostFocus(); };
-  form.Text1.on_key_press = [this](int& key) { Text1_KeyPress(key); };
-  form.Text1.on_dbl_click = [this] { Text1_DblClick(); };
+  wire(form.Text2.on_key_press, state_.trace, "Lineweir_Text2_KeyPress",
+       [this](int& key) { Text2_KeyPress(key); });
+  wire(form.Text2.on_lost_focus, state_.trace, "Lineweir_Text2_LostFocus",
+       [this] { Text2_LostFocus(); });
+  wire(form.Text1.on_key_press, state_.trace, "Lineweir_Text1_KeyPress",
+       [this](int& key) { Text1_KeyPress(key); });
+  wire(state.FlashMessA.FlashMessACancel.on_click, state_.trace,
+       "FlashMessA_FlashMessACancel_Click", [this] { state_.FlashMessA.hide(); });
+  wire(form.Text1.on_dbl_click, state_.trace, "Lineweir_Text1_DblClick",
+       [this] { Text1_DblClick(); });
 }
 
 void QuickLine::open() {
@@ -31,20 +37,16 @@ void QuickLine::open() {
 }
 
 void QuickLine::Text2_KeyPress(int& key) {
-  guard(state_.trace, "Lineweir_Text2_KeyPress", [&] {
-    if (key == escape_key) {
-      key = 0;
-      close();
-    } else if (key == enter_key) {
-      key = 0;
-      state_.Lineweir.Text2.text = "";
-    }
-  });
+  if (key == escape_key) {
+    key = 0;
+    close();
+  } else if (key == enter_key) {
+    key = 0;
+    state_.Lineweir.Text2.text = "";
+  }
 }
 
-void QuickLine::Text2_LostFocus() {
-  guard(state_.trace, "Lineweir_Text2_LostFocus", [&] { close(); });
-}
+void QuickLine::Text2_LostFocus() { close(); }
 
 void QuickLine::close() {
   MainForm& form = state_.Lineweir;
@@ -67,9 +69,7 @@ void QuickLine::give_focus_back() {
 void QuickLine::Text1_KeyPress(int& key) { key = 0; }
 
 void QuickLine::Text1_DblClick() {
-  guard(state_.trace, "Lineweir_Text1_DblClick", [&] {
-    if (state_.program.MessagesAllowed) state_.FlashMessA.show();
-  });
+  if (state_.program.MessagesAllowed) state_.FlashMessA.show();
 }
 
 }  // namespace lineweir

@@ -13,12 +13,12 @@ class QuickLine {
   // Lays the line over the message display and gives it the focus.
   void open();
 
+ private:
   void Text2_KeyPress(int& key);
   void Text2_LostFocus();
   void Text1_KeyPress(int& key);
   void Text1_DblClick();
 
- private:
   void close();
   // Gives the focus back to what had it before the line was opened.
   void give_focus_back();

@@ -1,8 +1,9 @@
 #pragma once
 
-#include <functional>
 #include <string>
 #include <vector>
+
+#include "base/event.h"
 
 namespace lineweir::platform {
 
@@ -76,8 +77,8 @@ class CallJournal {
 
   // Both are told from the loop and never from within a call of this object: of each change of the
   // state; of a log in whose place another file was found, which takes the calls from now on.
-  std::function<void()> on_change;
-  std::function<void(const std::string& file)> on_replaced;
+  Event<void()> on_change;
+  Event<void(const std::string& file)> on_replaced;
 };
 
 }  // namespace lineweir::platform

@@ -1,8 +1,9 @@
 #pragma once
 
-#include <functional>
 #include <string>
 #include <string_view>
+
+#include "base/event.h"
 
 namespace lineweir::platform {
 
@@ -30,8 +31,8 @@ class ClientSocket {
   // Queues bytes for sending, in order. A Failure of number 40006 while not connected.
   virtual void send_data(std::string_view bytes) = 0;
 
-  std::function<void()> on_connect;
-  std::function<void()> on_data_arrival;
+  Event<void()> on_connect;
+  Event<void()> on_data_arrival;
 };
 
 }  // namespace lineweir::platform

@@ -1,12 +1,13 @@
 #pragma once
 
 #include <cstdint>
-#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
 #include <variant>
 #include <vector>
+
+#include "base/event.h"
 
 namespace lineweir::platform {
 
@@ -32,8 +33,7 @@ class RemoteObjects {
   virtual std::unique_ptr<RemoteObject> create(const std::string& class_name) = 0;
 
   // The other program calls a method of the console's call-back object. Called from the loop.
-  std::function<void(const std::string& method, const std::vector<RemoteValue>& arguments)>
-      on_callback;
+  Event<void(const std::string& method, const std::vector<RemoteValue>& arguments)> on_callback;
 };
 
 }  // namespace lineweir::platform

@@ -1,8 +1,9 @@
 #pragma once
 
-#include <functional>
 #include <string>
 #include <string_view>
+
+#include "base/event.h"
 
 namespace lineweir::platform {
 
@@ -36,10 +37,10 @@ class SerialPort {
 
   // Told of each event by its number; comm_event_receive is received data. Called from the loop,
   // never from within another call of this port.
-  std::function<void(int comm_event)> on_comm;
+  Event<void(int comm_event)> on_comm;
 
   // Told when an open port has vanished and was closed: what happened, in one sentence.
-  std::function<void(const std::string& description)> on_lost;
+  Event<void(const std::string& description)> on_lost;
 };
 
 }  // namespace lineweir::platform

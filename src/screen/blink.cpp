@@ -4,23 +4,25 @@
 #include "screen/row_display.h"
 #include "state/console_state.h"
 #include "state/guard.h"
+#include "state/wire.h"
 
 namespace lineweir {
 namespace {
 
+constexpr auto timer_handler = "Lineweir_Timer5_Timer";
 constexpr int light_interval = 400;
 constexpr int dark_interval = 100;
 
 }  // namespace
 
 Blink::Blink(ConsoleState& state, RowDisplay& rows) : state_(state), rows_(rows) {
-  state.Lineweir.Timer5.on_timer = [this] { Timer5_Timer(); };
+  wire(state.Lineweir.Timer5.on_timer, state_.trace, timer_handler, [this] { Timer5_Timer(); });
 }
 
 void Blink::Timer5_Timer() {
   Timer& timer = state_.Lineweir.Timer5;
   timer.enabled = false;
-  guard(state_.trace, "Lineweir_Timer5_Timer", [&] {
+  guard(state_.trace, timer_handler, [&] {
     if (timer.interval == light_interval) {
       timer.interval = dark_interval;
       dark_phase();

@@ -10,9 +10,9 @@ class Blink {
  public:
   Blink(ConsoleState& state, RowDisplay& rows);
 
+ private:
   void Timer5_Timer();
 
- private:
   void dark_phase();
   void light_phase();
   void restore_air_text(int line);

@@ -5,8 +5,8 @@
 
 #include "screen/button_faces.h"
 #include "state/console_state.h"
-#include "state/guard.h"
 #include "state/seat.h"
+#include "state/wire.h"
 
 namespace lineweir {
 namespace {
@@ -37,7 +37,8 @@ void set_in_own_size(Picture& button, bool enabled) {
 }  // namespace
 
 ButtonPanel::ButtonPanel(ConsoleState& state) : state_(state) {
-  state.Lineweir.LabelMoveTimer.on_timer = [this] { LabelMoveTimer_Timer(); };
+  wire(state.Lineweir.LabelMoveTimer.on_timer, state_.trace, "Lineweir_LabelMoveTimer_Timer",
+       [this] { LabelMoveTimer_Timer(); });
 }
 
 void ButtonPanel::set_for_talent() {
@@ -99,10 +100,8 @@ void ButtonPanel::follow_hybrid(Hybrid hybrid, bool on) {
 }
 
 void ButtonPanel::LabelMoveTimer_Timer() {
-  guard(state_.trace, "Lineweir_LabelMoveTimer_Timer", [&] {
-    state_.Lineweir.LabelMoveTimer.enabled = false;
-    place_drop_labels();
-  });
+  state_.Lineweir.LabelMoveTimer.enabled = false;
+  place_drop_labels();
 }
 
 void ButtonPanel::place_drop_labels() {

@@ -84,12 +84,11 @@ class ButtonPanel {
   // A hybrid was switched on or off while the console is in talent mode.
   void follow_hybrid(Hybrid hybrid, bool on);
 
-  void LabelMoveTimer_Timer();
-
   // Stands the lettering of Drop1 and Hold1 at its place for the size of button they show.
   void place_drop_labels();
 
  private:
+  void LabelMoveTimer_Timer();
   bool holds(ButtonCondition condition) const;
   // Drop and hold buttons get the faces given; the others have only one family at a time.
   void set(ButtonGroup group, bool enabled, const ButtonFaces& drop_faces);

@@ -5,23 +5,22 @@
 #include "screen/button_faces.h"
 #include "screen/row_display.h"
 #include "state/console_state.h"
-#include "state/guard.h"
+#include "state/wire.h"
 
 namespace lineweir {
 namespace {
 
 // The part on the button behaves as if the button itself had been hit. The button is looked up at
 // each event, since a part of a row may be loaded before its button.
-void forward(Control& part, const std::function<Picture&()>& button) {
-  part.on_mouse_down = [button](int mouse_button, int shift) {
-    if (button().on_mouse_down) button().on_mouse_down(mouse_button, shift);
-  };
-  part.on_mouse_up = [button](int mouse_button, int shift) {
-    if (button().on_mouse_up) button().on_mouse_up(mouse_button, shift);
-  };
-  part.on_click = [button] {
-    if (button().enabled && button().on_click) button().on_click();
-  };
+void forward(Trace& trace, Control& part, const std::function<Picture&()>& button) {
+  const std::string name = "Lineweir_" + part.name();
+  wire(part.on_mouse_down, trace, name + "_MouseDown",
+       [button](int mouse_button, int shift) { button().on_mouse_down(mouse_button, shift); });
+  wire(part.on_mouse_up, trace, name + "_MouseUp",
+       [button](int mouse_button, int shift) { button().on_mouse_up(mouse_button, shift); });
+  wire(part.on_click, trace, name + "_Click", [button] {
+    if (button().enabled) button().on_click();
+  });
 }
 
 }  // namespace
@@ -51,44 +50,41 @@ bool ButtonPress::release(Picture& button) {
 }
 
 void ButtonPress::wire_panel_button(Picture& button, Control& image, Control& label) {
-  button.on_mouse_down = [this, &button](int mouse_button, int) {
-    guard(state_.trace, "Lineweir_" + button.name() + "_MouseDown", [&] {
-      if (mouse_button == left_button) press(button);
-    });
-  };
-  button.on_mouse_up = [this, &button](int mouse_button, int) {
-    guard(state_.trace, "Lineweir_" + button.name() + "_MouseUp", [&] {
-      if (mouse_button == left_button) release(button);
-    });
-  };
-  forward(image, [&button]() -> Picture& { return button; });
-  forward(label, [&button]() -> Picture& { return button; });
+  wire(button.on_mouse_down, state_.trace, "Lineweir_" + button.name() + "_MouseDown",
+       [this, &button](int mouse_button, int) {
+         if (mouse_button == left_button) press(button);
+       });
+  wire(button.on_mouse_up, state_.trace, "Lineweir_" + button.name() + "_MouseUp",
+       [this, &button](int mouse_button, int) {
+         if (mouse_button == left_button) release(button);
+       });
+  forward(state_.trace, image, [&button]() -> Picture& { return button; });
+  forward(state_.trace, label, [&button]() -> Picture& { return button; });
 }
 
 void ButtonPress::wire_row_buttons() {
   MainForm& form = state_.Lineweir;
-  const auto wire = [this](ControlArray<Picture>& buttons, ControlArray<Picture>& icons,
-                           void (RowDisplay::*place_icon)(int)) {
+  const auto wire_column = [this](ControlArray<Picture>& buttons, ControlArray<Picture>& icons,
+                                  void (RowDisplay::*place_icon)(int)) {
     buttons.wire([this, place_icon](Picture& button) {
-      button.on_mouse_down = [this, &button, place_icon](int mouse_button, int) {
-        guard(state_.trace, "Lineweir_" + button.name() + "_MouseDown", [&] {
-          if (mouse_button != left_button || !press(button)) return;
-          (rows_.*place_icon)(button.index());
-        });
-      };
-      button.on_mouse_up = [this, &button, place_icon](int mouse_button, int) {
-        guard(state_.trace, "Lineweir_" + button.name() + "_MouseUp", [&] {
-          if (mouse_button != left_button || !release(button)) return;
-          (rows_.*place_icon)(button.index());
-        });
-      };
+      wire(button.on_mouse_down, state_.trace, "Lineweir_" + button.name() + "_MouseDown",
+           [this, &button, place_icon](int mouse_button, int) {
+             if (mouse_button != left_button || !press(button)) return;
+             (rows_.*place_icon)(button.index());
+           });
+      wire(button.on_mouse_up, state_.trace, "Lineweir_" + button.name() + "_MouseUp",
+           [this, &button, place_icon](int mouse_button, int) {
+             if (mouse_button != left_button || !release(button)) return;
+             (rows_.*place_icon)(button.index());
+           });
     });
-    icons.wire([&buttons](Picture& icon) {
-      forward(icon, [&buttons, line = icon.index()]() -> Picture& { return buttons(line); });
+    icons.wire([this, &buttons](Picture& icon) {
+      forward(state_.trace, icon,
+              [&buttons, line = icon.index()]() -> Picture& { return buttons(line); });
     });
   };
-  wire(form.OnHybrid1, form.CIcon1, &RowDisplay::SetCiconPosition1);
-  wire(form.OnHybrid2, form.CIcon2, &RowDisplay::SetCiconPosition2);
+  wire_column(form.OnHybrid1, form.CIcon1, &RowDisplay::SetCiconPosition1);
+  wire_column(form.OnHybrid2, form.CIcon2, &RowDisplay::SetCiconPosition2);
 }
 
 }  // namespace lineweir

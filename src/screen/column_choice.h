@@ -11,14 +11,13 @@ class ColumnChoice {
  public:
   ColumnChoice(ConsoleState& state, DisplayOptions& display);
 
+ private:
   void CheckItem_Click(int Index);
   void WidthText_LostFocus(int Index);
-
   // The entry of List1 at `from` is dragged to `to`, one place at a time: at each step it changes
   // places with the one under the pointer. The rows follow when the form is closed.
   void List1_Drag(int from, int to);
 
- private:
   void take_width(int column);
 
   ConsoleState& state_;

@@ -7,6 +7,7 @@
 #include "base/text.h"
 #include "state/console_state.h"
 #include "state/guard.h"
+#include "state/wire.h"
 
 namespace lineweir {
 namespace {
@@ -22,9 +23,12 @@ void set_font(FontProperties& font, const platform::FontChoice& choice, bool bol
 
 Fonts::Fonts(ConsoleState& state) : state_(state) {
   MainForm& form = state.Lineweir;
-  form.FontMenuItem.on_click = [this] { FontMenuItem_Click(); };
-  form.TextGrowToggle.on_click = [this] { TextGrowToggle_Click(); };
-  form.GreyScreenOption.on_click = [this] { GreyScreenOption_Click(); };
+  wire(form.FontMenuItem.on_click, state_.trace, "Lineweir_FontMenuItem_Click",
+       [this] { FontMenuItem_Click(); });
+  wire(form.TextGrowToggle.on_click, state_.trace, "Lineweir_TextGrowToggle_Click",
+       [this] { TextGrowToggle_Click(); });
+  wire(form.GreyScreenOption.on_click, state_.trace, "Lineweir_GreyScreenOption_Click",
+       [this] { GreyScreenOption_Click(); });
 }
 
 void Fonts::FontChange(const platform::FontChoice& wanted) {
@@ -63,26 +67,20 @@ void Fonts::restore(const SettingsRecord& record) {
 }
 
 void Fonts::FontMenuItem_Click() {
-  guard(state_.trace, "Lineweir_FontMenuItem_Click", [&] {
-    auto choice = state_.services.dialogs.ask_font(present());
-    if (!choice) throw Failure(failure_number::dialog_cancelled, "Cancel was selected.");
-    choice->size = integer16(choice->size);
-    FontChange(*choice);
-  });
+  auto choice = state_.services.dialogs.ask_font(present());
+  if (!choice) throw Failure(failure_number::dialog_cancelled, "Cancel was selected.");
+  choice->size = integer16(choice->size);
+  FontChange(*choice);
 }
 
 void Fonts::TextGrowToggle_Click() {
-  guard(state_.trace, "Lineweir_TextGrowToggle_Click", [&] {
-    MenuItem& item = state_.Lineweir.TextGrowToggle;
-    item.checked = !item.checked;
-  });
+  MenuItem& item = state_.Lineweir.TextGrowToggle;
+  item.checked = !item.checked;
 }
 
 void Fonts::GreyScreenOption_Click() {
-  guard(state_.trace, "Lineweir_GreyScreenOption_Click", [&] {
-    MenuItem& item = state_.Lineweir.GreyScreenOption;
-    item.checked = !item.checked;
-  });
+  MenuItem& item = state_.Lineweir.GreyScreenOption;
+  item.checked = !item.checked;
 }
 
 }  // namespace lineweir

@@ -25,11 +25,11 @@ class Fonts {
   // The font in force: FName, FSize, FBold and FItalic. The headings show whether it is bold.
   platform::FontChoice present() const;
 
+ private:
   void FontMenuItem_Click();
   void TextGrowToggle_Click();
   void GreyScreenOption_Click();
 
- private:
   ConsoleState& state_;
 };
 

@@ -18,9 +18,9 @@ class ProfileWindow {
   int SetStateToWidth = 0;
   int SetStateMessGroup = 0;
 
+ private:
   void SetStateTimer_Timer();
 
- private:
   ConsoleState& state_;
 };
 

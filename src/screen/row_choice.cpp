@@ -7,6 +7,7 @@
 #include "screen/visible_rows.h"
 #include "state/console_state.h"
 #include "state/guard.h"
+#include "state/wire.h"
 
 namespace lineweir {
 
@@ -14,7 +15,8 @@ RowChoice::RowChoice(ConsoleState& state, const VisibleRows& visible_rows, RowDi
                      DisplayOptions& display, ScreenLayout& layout)
     : state_(state), visible_rows_(visible_rows), rows_(rows), display_(display), layout_(layout) {
   state.DisplayOptionForm.LineCheck.wire([this](CheckBox& box) {
-    box.on_click = [this, index = box.index()] { linecheck_Click(index); };
+    wire(box.on_click, state_.trace, "DisplayOptionForm_linecheck_Click",
+         [this, index = box.index()] { linecheck_Click(index); });
   });
 }
 
@@ -28,11 +30,9 @@ void RowChoice::RefreshVisibleRows() {
 }
 
 void RowChoice::linecheck_Click(int Index) {
-  guard(state_.trace, "DisplayOptionForm_linecheck_Click", [&] {
-    if (Index >= state_.lines.LineCount) return;
-    const ColumnsLock lock(display_);
-    RefreshVisibleRows();
-  });
+  if (Index >= state_.lines.LineCount) return;
+  const ColumnsLock lock(display_);
+  RefreshVisibleRows();
 }
 
 }  // namespace lineweir

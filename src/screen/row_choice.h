@@ -18,9 +18,9 @@ class RowChoice {
   // Another count is another layout of the whole form.
   void RefreshVisibleRows();
 
+ private:
   void linecheck_Click(int Index);
 
- private:
   ConsoleState& state_;
   const VisibleRows& visible_rows_;
   RowDisplay& rows_;

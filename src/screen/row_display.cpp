@@ -9,7 +9,7 @@
 #include "lines/equipment_kinds.h"
 #include "screen/strip_pictures.h"
 #include "state/console_state.h"
-#include "state/guard.h"
+#include "state/wire.h"
 
 namespace lineweir {
 namespace {
@@ -82,14 +82,15 @@ int mark_width_on(int strip_width) {
 
 RowDisplay::RowDisplay(ConsoleState& state) : state_(state) {
   state.Lineweir.DataRow.wire([&state](Picture& strip) {
-    strip.on_change = [&state, &strip] {
+    wire(strip.on_change, state.trace, "Lineweir_DataRow_Change", [&state, &strip] {
       RowElements& rows = state.Lineweir;
       if (rows.DataRowImage.loaded(strip.index())) {
         rows.DataRowImage(strip.index()).picture = fitted_strip(strip.picture.get(), strip.width);
       }
-    };
+    });
   });
-  state.Lineweir.MarkerPointTimer.on_timer = [this] { MarkerPointTimer_Timer(); };
+  wire(state.Lineweir.MarkerPointTimer.on_timer, state_.trace, "Lineweir_MarkerPointTimer_Timer",
+       [this] { MarkerPointTimer_Timer(); });
   state.Lineweir.CIcon1.wire([](Picture& icon) {
     icon.width = icon_width;
     icon.height = icon_height;
@@ -163,16 +164,14 @@ void RowDisplay::hide_marks(int line) {
 }
 
 void RowDisplay::MarkerPointTimer_Timer() {
-  guard(state_.trace, "Lineweir_MarkerPointTimer_Timer", [&] {
-    MainForm& form = state_.Lineweir;
-    if (form.width == marked_width_ && form.height == marked_height_) return;
-    marked_width_ = form.width;
-    marked_height_ = form.height;
-    for (int column = 0; column < marks_per_row; ++column) {
-      if (!form.MyMark.loaded(column)) continue;
-      form.MyMark(column).width = mark_width_on(form.DataRow(0).width);
-    }
-  });
+  MainForm& form = state_.Lineweir;
+  if (form.width == marked_width_ && form.height == marked_height_) return;
+  marked_width_ = form.width;
+  marked_height_ = form.height;
+  for (int column = 0; column < marks_per_row; ++column) {
+    if (!form.MyMark.loaded(column)) continue;
+    form.MyMark(column).width = mark_width_on(form.DataRow(0).width);
+  }
 }
 
 void RowDisplay::SetCiconPosition1(int line) {

@@ -39,9 +39,6 @@ class RowDisplay {
   // The marks of a line that has gone stay loaded.
   void hide_marks(int line);
 
-  // Fits the width of the first row's marks to a form of another size.
-  void MarkerPointTimer_Timer();
-
   // Places an icon on its button, moved by a step while the button is down.
   void SetCiconPosition1(int line);
   void SetCiconPosition2(int line);
@@ -50,6 +47,8 @@ class RowDisplay {
   std::string GetCadence(int line) const;
 
  private:
+  // Fits the width of the first row's marks to a form of another size.
+  void MarkerPointTimer_Timer();
   // The letter that the row shows. The box's decoder doesn't store that a line is made busy: its
   // row alone still tells.
   char shown_letter(int line) const;

@@ -11,6 +11,7 @@
 #include "screen/window_size.h"
 #include "state/console_state.h"
 #include "state/guard.h"
+#include "state/wire.h"
 
 namespace lineweir {
 
@@ -25,7 +26,8 @@ ScreenLayout::ScreenLayout(ConsoleState& state, ClockMenu& clock_menu, VisibleRo
       panel_(panel),
       faces_(faces),
       window_(window) {
-  state.Lineweir.Line20Mode.on_click = [this] { Line20Mode_Click(); };
+  wire(state.Lineweir.Line20Mode.on_click, state_.trace, "Lineweir_Line20Mode_Click",
+       [this] { Line20Mode_Click(); });
 }
 
 void ScreenLayout::RedefineScreen() {
@@ -111,10 +113,8 @@ void ScreenLayout::SetLabels() {
 }
 
 void ScreenLayout::Line20Mode_Click() {
-  guard(state_.trace, "Lineweir_Line20Mode_Click", [&] {
-    MenuItem& item = state_.Lineweir.Line20Mode;
-    item.checked = !item.checked;
-  });
+  MenuItem& item = state_.Lineweir.Line20Mode;
+  item.checked = !item.checked;
 }
 
 }  // namespace lineweir

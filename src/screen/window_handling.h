@@ -15,11 +15,11 @@ class WindowHandling {
   WindowHandling(ConsoleState& state, WindowSize& window, DisplayOptions& display,
                  ScreenLayout& layout, Fonts& fonts);
 
+ private:
   void ResetLineweirSize_Click();
   void OptionsButton_Click();
   void timResize_Timer();
 
- private:
   ConsoleState& state_;
   WindowSize& window_;
   DisplayOptions& display_;

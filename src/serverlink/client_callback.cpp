@@ -7,6 +7,7 @@
 #include "serverlink/line_events.h"
 #include "state/console_state.h"
 #include "state/guard.h"
+#include "state/wire.h"
 
 namespace lineweir {
 namespace {
@@ -35,8 +36,9 @@ ClientCallback::ClientCallback(ConsoleState& state, PhoneCommands& phone,
       received_data_(received_data),
       line_events_(line_events),
       next_caller_(next_caller) {
-  state.services.remote_objects.on_callback =
-      [this](const std::string& method, const Arguments& arguments) { called(method, arguments); };
+  wire(
+      state.services.remote_objects.on_callback, state_.trace, "CBClientClass",
+      [this](const std::string& method, const Arguments& arguments) { called(method, arguments); });
 }
 
 void ClientCallback::called(const std::string& name, const Arguments& arguments) {

@@ -8,11 +8,12 @@
 #include "state/console_state.h"
 #include "state/guard.h"
 #include "state/window_caption.h"
+#include "state/wire.h"
 
 namespace lineweir {
 namespace {
 
-constexpr std::string_view handler = "DisplayOptionForm_ExitCommand_Click";
+constexpr auto handler = "DisplayOptionForm_ExitCommand_Click";
 
 }  // namespace
 
@@ -20,17 +21,17 @@ GroupChoice::GroupChoice(ConsoleState& state, const Links& links, DisplayOptions
                          CallerDataEntry& caller_data)
     : state_(state), links_(links), display_(display), caller_data_(caller_data) {
   DisplayOptionWindow& form = state.DisplayOptionForm;
-  state.Lineweir.DisplayDataOptionsMenu.on_click = [this] { DisplayDataOptionsMenu_Click(); };
-  form.ExitCommand.on_click = [this] { ExitCommand_Click(); };
-  form.on_close = [this] { ExitCommand_Click(); };
+  wire(state.Lineweir.DisplayDataOptionsMenu.on_click, state_.trace,
+       "Lineweir_DisplayDataOptionsMenu_Click", [this] { DisplayDataOptionsMenu_Click(); });
+  for (Event<void()>* leave : {&form.ExitCommand.on_click, &form.on_close}) {
+    wire(*leave, state_.trace, handler, [this] { ExitCommand_Click(); });
+  }
 }
 
 void GroupChoice::DisplayDataOptionsMenu_Click() {
-  guard(state_.trace, "Lineweir_DisplayDataOptionsMenu_Click", [&] {
-    for (const int column : display_.ColumnsInUse) display_.fill_width_box(column);
-    select_present_group();
-    state_.DisplayOptionForm.show();
-  });
+  for (const int column : display_.ColumnsInUse) display_.fill_width_box(column);
+  select_present_group();
+  state_.DisplayOptionForm.show();
 }
 
 void GroupChoice::ExitCommand_Click() {

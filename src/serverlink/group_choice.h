@@ -15,13 +15,13 @@ class GroupChoice {
   GroupChoice(ConsoleState& state, const Links& links, DisplayOptions& display,
               CallerDataEntry& caller_data);
 
-  void DisplayDataOptionsMenu_Click();
-  void ExitCommand_Click();
-
   // Puts the selector on the present group's entry, or on none where it has none.
   void select_present_group();
 
  private:
+  void DisplayDataOptionsMenu_Click();
+  void ExitCommand_Click();
+
   void change_group(int group);
   bool open_to_user(int group) const;
 

@@ -6,13 +6,13 @@
 #include "callerdata/caller_data.h"
 #include "screen/display_options.h"
 #include "state/console_state.h"
-#include "state/guard.h"
 #include "state/socket_trap.h"
+#include "state/wire.h"
 
 namespace lineweir {
 namespace {
 
-constexpr std::string_view handler = "Lineweir_Timer4_Timer";
+constexpr auto handler = "Lineweir_Timer4_Timer";
 constexpr std::size_t item_length = 3;
 // Behind the line's number, its status and its time.
 constexpr std::size_t first_data_column = 3;
@@ -23,7 +23,7 @@ constexpr int first_printing_code = 32;
 LineEvents::LineEvents(ConsoleState& state, DisplayOptions& display, CallerDataEntry& caller_data,
                        LineSteps& line_steps)
     : state_(state), display_(display), caller_data_(caller_data), line_steps_(line_steps) {
-  state.Lineweir.Timer4.on_timer = [this] { Timer4_Timer(); };
+  wire(state.Lineweir.Timer4.on_timer, state_.trace, handler, [this] { Timer4_Timer(); });
 }
 
 void LineEvents::apply_soon(std::string_view status_text) {
@@ -32,26 +32,24 @@ void LineEvents::apply_soon(std::string_view status_text) {
 }
 
 void LineEvents::Timer4_Timer() {
-  guard(state_.trace, handler, [&] {
-    state_.Lineweir.Timer4.enabled = false;
-    TheStatusText = std::string(trimmed(TheStatusText));
-    LineTable& lines = state_.lines;
-    // A step that waits for its next try lets events run, and these may change the number of lines.
-    for (int line = 0; line < lines.LineCount; ++line) {
-      const char letter = reported_letter(line);
-      if (letter == '\0') continue;
-      const char old_letter = lines.StatusLetter(line);
-      if (letter != old_letter) {
-        if (ring_held_back(line, letter)) continue;
-        process_change(line, letter, old_letter);
-        if (line >= lines.LineCount) break;
-      }
-      if (letter != 'F') lines.StatusLetter(line) = letter;
-      lines.RingConfirm.at(static_cast<std::size_t>(line)) = false;
+  state_.Lineweir.Timer4.enabled = false;
+  TheStatusText = std::string(trimmed(TheStatusText));
+  LineTable& lines = state_.lines;
+  // A step that waits for its next try lets events run, and these may change the number of lines.
+  for (int line = 0; line < lines.LineCount; ++line) {
+    const char letter = reported_letter(line);
+    if (letter == '\0') continue;
+    const char old_letter = lines.StatusLetter(line);
+    if (letter != old_letter) {
+      if (ring_held_back(line, letter)) continue;
+      process_change(line, letter, old_letter);
+      if (line >= lines.LineCount) break;
     }
-    lines.FreshConnect = false;
-    caller_data_.lines_changed();
-  });
+    if (letter != 'F') lines.StatusLetter(line) = letter;
+    lines.RingConfirm.at(static_cast<std::size_t>(line)) = false;
+  }
+  lines.FreshConnect = false;
+  caller_data_.lines_changed();
 }
 
 char LineEvents::reported_letter(int line) const {

@@ -23,10 +23,9 @@ class LineEvents {
   // Takes a text whole: it is applied when Timer4 ticks.
   void apply_soon(std::string_view status_text);
 
+ private:
   // One pass over all lines. A step that fails is tried again, then reported, and the next goes on.
   void Timer4_Timer();
-
- private:
   // The letter of a line's item; 0 where the text has none.
   char reported_letter(int line) const;
   // A held caller with data counts as screened where the equipment is of kind 2.

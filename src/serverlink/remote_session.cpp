@@ -12,12 +12,14 @@
 #include "state/guard.h"
 #include "state/settings_record.h"
 #include "state/window_caption.h"
+#include "state/wire.h"
 
 namespace lineweir {
 namespace {
 
 using platform::RemoteValue;
 
+constexpr auto connect_handler = "Lineweir_NetworkConnectionOption_Click";
 constexpr auto commands_class = "Quorlink.SerialInput";
 constexpr auto registration_class = "Quorlink.CBServerClass";
 
@@ -43,7 +45,8 @@ RemoteSession::RemoteSession(ConsoleState& state, HeldObjects& objects, Modes& m
       line_events_(line_events),
       port_(port),
       link_(link) {
-  state.Lineweir.NetworkConnectionOption.on_click = [this] { NetworkConnectionOption_Click(); };
+  wire(state.Lineweir.NetworkConnectionOption.on_click, state_.trace, connect_handler,
+       [this] { NetworkConnectionOption_Click(); });
 }
 
 bool RemoteSession::connected() const { return objects_.connected; }
@@ -71,7 +74,7 @@ void RemoteSession::NetworkConnectionOption_Click() {
         take_studio_state();
       },
       [&](const Failure& failure) {
-        report_failure(state_.trace, "Lineweir_NetworkConnectionOption_Click", failure);
+        report_failure(state_.trace, connect_handler, failure);
         fail(failure.number() == failure_number::no_such_class ? "Cannot find server"
                                                                : "Connect Failed");
       });

@@ -20,9 +20,9 @@ class RemoteSession {
   // Whether the server holds a reference to this console.
   bool connected() const;
 
+ private:
   void NetworkConnectionOption_Click();
 
- private:
   void register_console();
   void take_studio_state();
   void name_lines(const std::string& numbers);

@@ -2,7 +2,7 @@
 
 #include "serverlink/line_events.h"
 #include "state/console_state.h"
-#include "state/guard.h"
+#include "state/wire.h"
 
 namespace lineweir {
 namespace {
@@ -14,7 +14,8 @@ constexpr std::string_view initial_status_text = "F00F01F02F03F04F05F06F07F08F09
 
 ServerConnection::ServerConnection(ConsoleState& state, LineEvents& line_events)
     : state_(state), line_events_(line_events) {
-  state.services.winsock1.on_connect = [this] { Winsock1_Connect(); };
+  wire(state.services.winsock1.on_connect, state_.trace, "Lineweir_Winsock1_Connect",
+       [this] { Winsock1_Connect(); });
 }
 
 void ServerConnection::begin() {
@@ -38,9 +39,6 @@ bool ServerConnection::await() {
   return true;
 }
 
-void ServerConnection::Winsock1_Connect() {
-  guard(state_.trace, "Lineweir_Winsock1_Connect",
-        [&] { state_.Lineweir.WinsockMenu.checked = true; });
-}
+void ServerConnection::Winsock1_Connect() { state_.Lineweir.WinsockMenu.checked = true; }
 
 }  // namespace lineweir

@@ -4,13 +4,16 @@
 
 #include "state/console_state.h"
 #include "state/guard.h"
+#include "state/wire.h"
 #include "wire/frame_trace.h"
 
 namespace lineweir {
 
 ServerLink::ServerLink(ConsoleState& state) : state_(state) {
-  state.services.winsock1.on_data_arrival = [this] { Winsock1_DataArrival(); };
-  state.Lineweir.WinsTimer.on_timer = [this] { WinsTimer_Timer(); };
+  wire(state.services.winsock1.on_data_arrival, state_.trace, "Lineweir_Winsock1_DataArrival",
+       [this] { Winsock1_DataArrival(); });
+  wire(state.Lineweir.WinsTimer.on_timer, state_.trace, "Lineweir_WinsTimer_Timer",
+       [this] { WinsTimer_Timer(); });
 }
 
 void ServerLink::handle(ServerCommand command, Handler handler) {
@@ -31,9 +34,7 @@ void ServerLink::send(ServerPacket packet) {
   if (state_.program.DebugMode) state_.trace.WriteLines(frame_trace(frame, packet));
 }
 
-void ServerLink::Winsock1_DataArrival() {
-  guard(state_.trace, "Lineweir_Winsock1_DataArrival", [&] { gather(); });
-}
+void ServerLink::Winsock1_DataArrival() { gather(); }
 
 void ServerLink::TextWrit_CheckWinsPort() {
   guard(state_.trace, "TextWrit_CheckWinsPort", [&] {
@@ -42,17 +43,15 @@ void ServerLink::TextWrit_CheckWinsPort() {
 }
 
 void ServerLink::WinsTimer_Timer() {
-  guard(state_.trace, "Lineweir_WinsTimer_Timer", [&] {
-    state_.Lineweir.WinsTimer.enabled = false;
-    while (const auto body = RecString.first_body()) {
-      const ServerPacket received = packet_of(*body);
-      if (state_.program.DebugMode) {
-        state_.trace.WriteLines(received_frame_trace(*body, received));
-      }
-      dispatch(received);
-      RecString.drop_first();
+  state_.Lineweir.WinsTimer.enabled = false;
+  while (const auto body = RecString.first_body()) {
+    const ServerPacket received = packet_of(*body);
+    if (state_.program.DebugMode) {
+      state_.trace.WriteLines(received_frame_trace(*body, received));
     }
-  });
+    dispatch(received);
+    RecString.drop_first();
+  }
 }
 
 void ServerLink::gather() {

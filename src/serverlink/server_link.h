@@ -32,14 +32,14 @@ class ServerLink {
   // was sent.
   void send(ServerPacket packet);
 
-  void Winsock1_DataArrival();
   void TextWrit_CheckWinsPort();
 
+ private:
+  void Winsock1_DataArrival();
   // Cuts and handles the frames in RecString. A frame whose handler fails stays there, and is
   // handled again when more bytes have arrived.
   void WinsTimer_Timer();
 
- private:
   void gather();
   void dispatch(const ServerPacket& packet) const;
 

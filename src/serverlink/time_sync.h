@@ -9,9 +9,9 @@ class TimeSync {
  public:
   explicit TimeSync(ConsoleState& state);
 
+ private:
   void SyncTimeMenu_Click();
 
- private:
   ConsoleState& state_;
 };
 

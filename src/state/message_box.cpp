@@ -1,7 +1,7 @@
 #include "state/message_box.h"
 
 #include "state/console_state.h"
-#include "state/guard.h"
+#include "state/wire.h"
 
 namespace lineweir {
 namespace {
@@ -39,23 +39,27 @@ void MessageBoxForm::reset() {
 
 Messages::Messages(ConsoleState& state) : state_(state) {
   MessageBoxForm& box = state.MyMsgbox;
-  box.on_load = [this] { state_.program.MessageShown = true; };
-  box.on_unload = [this] {
+  wire(box.on_load, state_.trace, "MyMsgbox_Form_Load",
+       [this] { state_.program.MessageShown = true; });
+  wire(box.on_unload, state_.trace, "MyMsgbox_Form_Unload", [this] {
     state_.MyMsgbox.reset();
     state_.program.MessageShown = false;
-  };
-  box.OKButton.on_click = [this] {
-    guard(state_.trace, "MyMsgbox_OKButton_Click", [&] {
-      state_.program.MessageShown = false;
-      state_.MyMsgbox.unload();
-    });
-  };
-  state.Lineweir.MessageTimer.on_timer = [this] { MessageTimer_Timer(); };
+  });
+  wire(box.OKButton.on_click, state_.trace, "MyMsgbox_OKButton_Click", [this] {
+    state_.program.MessageShown = false;
+    state_.MyMsgbox.unload();
+  });
+  wire(state.Lineweir.MessageTimer.on_timer, state_.trace, "Lineweir_MessageTimer_Timer",
+       [this] { MessageTimer_Timer(); });
 }
 
 void Messages::ShowMessage(std::string_view text) {
   state_.MyMsgbox.Label1.caption = text;
   show_box();
+}
+
+void Messages::tell(const Failure& failure) {
+  ShowMessage(description_of(state_.services.letters, failure));
 }
 
 void Messages::withdraw(std::string_view text) {
@@ -79,9 +83,7 @@ void Messages::place_box() {
 }
 
 void Messages::MessageTimer_Timer() {
-  guard(state_.trace, "Lineweir_MessageTimer_Timer", [&] {
-    if (state_.program.MessageShown) state_.MyMsgbox.show();
-  });
+  if (state_.program.MessageShown) state_.MyMsgbox.show();
 }
 
 }  // namespace lineweir

@@ -10,6 +10,7 @@
 
 namespace lineweir {
 
+class Failure;
 struct ConsoleState;
 
 // The only message box. It doesn't block.
@@ -31,6 +32,8 @@ class Messages {
   explicit Messages(ConsoleState& state);
 
   void ShowMessage(std::string_view text);
+  // Shows what a failure says.
+  void tell(const Failure& failure);
 
   // Closes MyMsgbox if it still shows this text: what it tells is over.
   void withdraw(std::string_view text);

@@ -6,6 +6,7 @@
 #include "platform/system_clock.h"
 #include "state/guard.h"
 #include "state/program_state.h"
+#include "state/wire.h"
 
 namespace lineweir {
 namespace {
@@ -20,14 +21,15 @@ TraceForm::TraceForm() : Form("DebugForm") {
   width = 9000;
   height = 6000;
   Text1.multi_line = true;
-  Text1.on_change = [this] {
-    if (Text1.text.get().size() > longest_window_text) Text1.text = "";
-  };
 }
 
 Trace::Trace(const ProgramState& program, platform::SystemClock& clock, platform::Files& files,
              const Letters& letters, TraceForm& window)
-    : program_(program), clock_(clock), files_(files), letters_(letters), window_(window) {}
+    : program_(program), clock_(clock), files_(files), letters_(letters), window_(window) {
+  wire(window.Text1.on_change, *this, "DebugForm_Text1_Change", [&window] {
+    if (window.Text1.text.get().size() > longest_window_text) window.Text1.text = "";
+  });
+}
 
 void Trace::WriteTrace(std::string_view message) {
   if (!program_.DebugMode) return;

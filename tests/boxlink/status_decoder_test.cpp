@@ -436,14 +436,15 @@ TEST_SUITE("boxlink/status decoder: the stream") {
   TEST_CASE("only received data is acted on") {
     PreparedConsole test;
     test.platform.comm1.open();
-    test.platform.comm1.on_comm = nullptr;
+    const auto on_comm = test.platform.comm1.on_comm;
+    test.platform.comm1.on_comm.forget_handler();
     test.platform.comm1.arrive("N05");
     test.platform.loop.run_pending();
     for (const int other : {0, 1, 3, 4, 5, 6, 7, 1001, 1009, -2}) {
-      test.console.decoder.Comm1_OnComm(other);
+      on_comm(other);
     }
     CHECK(test.changed(test.before) == "");
-    test.console.decoder.Comm1_OnComm(2);
+    on_comm(2);
     CHECK(test.console.lines.StatusLetter(line) == 'N');
   }
 

@@ -71,7 +71,7 @@ TEST_SUITE("callcontrol/line_actions: row buttons") {
     desk.produce(0, 2);
     desk.letters("  R");
     desk.console.Lineweir.AutoDataEntry.checked = true;
-    desk.console.line_actions.OnHybrid1_Click(2);
+    desk.console.Lineweir.OnHybrid1(2).on_click();
     CHECK(desk.words().empty());
     CHECK(desk.console.Form4.visible);
     CHECK(desk.console.Form4.caption == "Caller Data - Line 3");
@@ -98,8 +98,8 @@ TEST_SUITE("callcontrol/line_actions: row buttons") {
     SerialDesk desk("D");
     Words trace;
     desk.console.trace.on_line = [&](const std::string& line) { trace.push_back(line); };
-    desk.console.line_actions.OnHybrid1_Click(10);
-    desk.console.line_actions.OnHybrid2_Click(-1);
+    desk.console.Lineweir.OnHybrid1.load(10).on_click();
+    desk.console.Lineweir.OnHybrid2.load(11).on_click();
     CHECK(trace == Words{"Lineweir_OnHybrid1_Click Error - Subscript out of range",
                          "Lineweir_OnHybrid2_Click Error - Subscript out of range"});
     CHECK(desk.words().empty());

@@ -7,6 +7,7 @@
 
 #include "serverlink/command_frame.h"
 #include "support/bytes.h"
+#include "support/listen.h"
 #include "support/scripted_console.h"
 
 namespace lineweir::test {
@@ -194,8 +195,8 @@ TEST_SUITE("callcontrol/UCommand") {
       form().StudioMode.checked = true;
       form().NextButton.enabled = true;
       form().NextToConfButton.enabled = true;
-      form().NextButton.on_click = [this] { pressed.push_back("NextButton"); };
-      form().NextToConfButton.on_click = [this] { pressed.push_back("NextToConfButton"); };
+      listen(form().NextButton.on_click, [this] { pressed.push_back("NextButton"); });
+      listen(form().NextToConfButton.on_click, [this] { pressed.push_back("NextToConfButton"); });
     }
     MainForm& form() { return console.Lineweir; }
     void word(std::string_view text) { console.phone.UCommand(text); }
@@ -248,7 +249,8 @@ TEST_SUITE("callcontrol/UCommand") {
 
   TEST_CASE("a button that fails is reported") {
     NextDesk desk;
-    desk.form().NextButton.on_click = [] { throw Failure(failure_number::type_mismatch, "x"); };
+    listen(desk.form().NextButton.on_click,
+           [] { throw Failure(failure_number::type_mismatch, "x"); });
     desk.word("U05");
     CHECK(desk.reports == Texts{"Lineweir_UCommand Error - x"});
   }

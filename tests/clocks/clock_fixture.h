@@ -24,7 +24,7 @@ class ClockConsole : public ScriptedConsole {
 
   void tick_at(std::string_view time) {
     put_clock(time);
-    console.clocks.Timer1_Timer();
+    console.Lineweir.Timer1.on_timer();
   }
 
   MainForm& form = console.Lineweir;

@@ -105,7 +105,7 @@ TEST_SUITE("clocks/clock menu") {
     MenuConsole test;
     test.form.DigiClock.on_click();
     test.form.DigiClockCheck.enabled = true;
-    test.console.clock_menu.DigiClockCheck_Timer();
+    test.console.Lineweir.DigiClockCheck.on_timer();
     CHECK(test.digits_visible());
     CHECK_FALSE(test.form.DigiClockCheck.enabled);
   }

@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "clocks/clock_fixture.h"
+#include "support/listen.h"
 
 namespace lineweir::test {
 namespace {
@@ -51,7 +52,7 @@ TEST_SUITE("clocks/event clock warning") {
   TEST_CASE("while it blinks a change of the countdown leaves the dial to the blink") {
     WarningConsole test;
     test.count("00:00:10");
-    test.console.clocks.Timer2_Timer();
+    test.console.Lineweir.Timer2.on_timer();
     CHECK_FALSE(test.is_red());
     test.count("00:00:09");
     CHECK_FALSE(test.is_red());
@@ -120,11 +121,11 @@ TEST_SUITE("clocks/event clock warning") {
     WarningConsole test;
     test.form.RedClock.left = 400;
     test.count("00:00:10");
-    test.console.clocks.Timer2_Timer();
+    test.console.Lineweir.Timer2.on_timer();
     CHECK_FALSE(test.is_red());
     test.form.CounterHand.x2 = 1000;
     test.form.CounterHand.y2 = 1200;
-    test.console.clocks.Timer2_Timer();
+    test.console.Lineweir.Timer2.on_timer();
     CHECK(test.is_red());
     CHECK(test.form.RedHand.x2 == 1000 - 205);
     CHECK(test.form.RedHand.y2 == 1200 - 375);
@@ -137,10 +138,10 @@ TEST_SUITE("clocks/event clock warning") {
     test.put_clock("10:15:00");
     int changes = 0;
     const auto change = test.form.CountDownTime.on_change;
-    test.form.CountDownTime.on_change = [&] {
+    listen(test.form.CountDownTime.on_change, [&] {
       ++changes;
       change();
-    };
+    });
     test.platform.loop.advance(platform::Milliseconds(10000));
     CHECK(changes == 11);
   }

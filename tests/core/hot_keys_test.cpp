@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "support/listen.h"
 #include "support/scripted_console.h"
 
 namespace lineweir {
@@ -26,12 +27,12 @@ class KeyDesk : public test::ScriptedConsole {
     for (int line = 0; line < lines_of_large_layout; ++line) {
       form.OnHybrid1(line).visible = true;
       form.OnHybrid2(line).visible = true;
-      form.OnHybrid1(line).on_click = [this, line] { note("OnHybrid1", line); };
-      form.OnHybrid2(line).on_click = [this, line] { note("OnHybrid2", line); };
+      listen(form.OnHybrid1(line).on_click, [this, line] { note("OnHybrid1", line); });
+      listen(form.OnHybrid2(line).on_click, [this, line] { note("OnHybrid2", line); });
     }
     for (Picture* button : {&form.Dial, &form.Drop1, &form.Hold1, &form.Drop2, &form.Hold2,
                             &form.NextButton, &form.NextToConfButton, &form.OptionsButton}) {
-      button->on_click = [this, button] { pressed.push_back(button->name()); };
+      listen(button->on_click, [this, button] { pressed.push_back(button->name()); });
     }
   }
 

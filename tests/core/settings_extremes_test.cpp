@@ -83,7 +83,7 @@ void check_sensible(Console& console) {
     CHECK(checked == (std::ranges::find(in_use, column) != in_use.end()));
   }
   // And it can be stored again.
-  console.settings.SaveSettingsMenu_Click();
+  console.Lineweir.SaveSettingsMenu.on_click();
   CHECK_FALSE(console.MyMsgbox.Label1.caption.get().starts_with("The settings could not"));
 }
 

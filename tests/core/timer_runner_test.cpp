@@ -8,6 +8,7 @@
 
 #include "elements/label.h"
 #include "platform/scripted/virtual_event_loop.h"
+#include "support/listen.h"
 #include "support/property_check.h"
 
 namespace lineweir::test {
@@ -19,7 +20,7 @@ using platform::Milliseconds;
 struct TickingForm {
   explicit TickingForm(bool enabled = true, int interval = 100)
       : timer(form, "Timer1", enabled, interval) {
-    timer.on_timer = [this] { ticks.push_back(static_cast<int>(loop.now().count())); };
+    listen(timer.on_timer, [this] { ticks.push_back(static_cast<int>(loop.now().count())); });
   }
 
   void pass(int milliseconds) { loop.advance(Milliseconds(milliseconds)); }
@@ -78,31 +79,31 @@ TEST_SUITE("core/timer runner") {
 
   TEST_CASE("a handler may switch its own timer off, or give it another interval") {
     TickingForm once;
-    once.timer.on_timer = [&] {
+    listen(once.timer.on_timer, [&] {
       once.ticks.push_back(static_cast<int>(once.loop.now().count()));
       once.timer.enabled = false;
-    };
+    });
     once.pass(1000);
     CHECK(once.ticks == Ticks{100});
 
     TickingForm blink(true, 400);
-    blink.timer.on_timer = [&] {
+    listen(blink.timer.on_timer, [&] {
       blink.ticks.push_back(static_cast<int>(blink.loop.now().count()));
       blink.timer.enabled = false;
       blink.timer.interval = blink.timer.interval == 400 ? 100 : 400;
       blink.timer.enabled = true;
-    };
+    });
     blink.pass(1100);
     CHECK(blink.ticks == Ticks{400, 500, 900, 1000});
   }
 
   TEST_CASE("a handler that waits misses the ticks due meanwhile, and keeps its beat") {
     TickingForm form;
-    form.timer.on_timer = [&] {
+    listen(form.timer.on_timer, [&] {
       form.ticks.push_back(static_cast<int>(form.loop.now().count()));
       if (form.ticks.size() > 1) return;
       while (form.loop.now() < Milliseconds(350)) form.loop.yield();
-    };
+    });
     form.pass(620);
     REQUIRE(form.ticks.size() >= 2);
     CHECK(form.ticks[0] == 100);
@@ -114,7 +115,7 @@ TEST_SUITE("core/timer runner") {
     TickingForm form;
     Timer other(form.form, "Timer2", true, 70);
     int ticks_of_other = 0;
-    other.on_timer = [&] { ++ticks_of_other; };
+    listen(other.on_timer, [&] { ++ticks_of_other; });
     Label label(form.form, "Label");
     label.caption = "no timer";
     form.pass(210);
@@ -127,7 +128,7 @@ TEST_SUITE("core/timer runner") {
     {
       Timer later(form.form, "Timer2", true, 30);
       int ticks = 0;
-      later.on_timer = [&] { ++ticks; };
+      listen(later.on_timer, [&] { ++ticks; });
       form.pass(100);
       CHECK(ticks == 3);
     }

@@ -10,6 +10,7 @@
 #include "desktop/telephone_key.h"
 #include "full_dialogs.h"
 #include "pixels.h"
+#include "support/listen.h"
 
 namespace lineweir {
 namespace {
@@ -93,7 +94,7 @@ TEST_SUITE("keys in dialogs") {
              &desk.console.ImportPreview, &desk.console.LoginForm, &desk.console.FlashMessA,
              &desk.console.DialForm}) {
       CAPTURE(form->name());
-      form->on_load = nullptr;
+      form->on_load.forget_handler();
       form->show();
       desk.settle();
       QWidget& window = *desk.desktop.dialog(*form)->window();
@@ -150,7 +151,7 @@ TEST_SUITE("keys in dialogs") {
     form.show();
     desk.settle();
     int clicks = 0;
-    form.ConnectButton.on_click = [&] { ++clicks; };
+    listen(form.ConnectButton.on_click, [&] { ++clicks; });
     QWidget& window = *desk.desktop.dialog(form)->window();
     QApplication::setActiveWindow(&window);
     auto* password = window.findChild<QLineEdit*>("PasswordTextBox");

@@ -14,6 +14,7 @@
 #include "desktop/form_binder.h"
 #include "desktop/menu_tree.h"
 #include "shown_console.h"
+#include "support/listen.h"
 
 namespace lineweir {
 namespace {
@@ -49,7 +50,7 @@ TEST_SUITE("dialogs") {
       if (form == &desk.console.Lineweir) continue;
       CAPTURE(form->name());
       // Loading may refuse to show a form; its window is made all the same.
-      form->on_load = nullptr;
+      form->on_load.forget_handler();
       open(desk, *form);
       const FormBinder* binder = desk.desktop.dialog(*form)->binder();
       for (const QString& name : binder->elements_without_widget()) {
@@ -58,7 +59,7 @@ TEST_SUITE("dialogs") {
       for (const QString& name : binder->widgets_without_element()) {
         FAIL_CHECK("no element is called ", name.toStdString());
       }
-      form->on_unload = nullptr;
+      form->on_unload.forget_handler();
       form->unload();
       desk.settle();
     }
@@ -131,10 +132,10 @@ TEST_SUITE("dialogs") {
     test::ShownConsole desk;
     LoginWindow& form = desk.console.LoginForm;
     QWidget& window = open(desk, form);
-    form.PasswordTextBox.on_key_press = [](int& key) {
+    listen(form.PasswordTextBox.on_key_press, [](int& key) {
       if (key == 'a') key = 'A';
       if (key == 'x') key = 0;
-    };
+    });
     QTest::keyClicks(&part<QLineEdit>(window, "PasswordTextBox"), "taxi");
     CHECK(form.PasswordTextBox.text.get() == "tAi");
   }
@@ -155,12 +156,12 @@ TEST_SUITE("dialogs") {
   TEST_CASE("check boxes, lists and choices follow one another both ways") {
     test::ShownConsole desk;
     DisplayOptionWindow& form = desk.console.DisplayOptionForm;
-    form.on_load = nullptr;
+    form.on_load.forget_handler();
     QWidget& window = open(desk, form);
 
     auto& line = part<QCheckBox>(window, "LineCheck(3)");
     int clicks = 0;
-    form.LineCheck(3).on_click = [&] { ++clicks; };
+    listen(form.LineCheck(3).on_click, [&] { ++clicks; });
     const int before = form.LineCheck(3).value;
     line.click();
     CHECK(form.LineCheck(3).value == 1 - before);
@@ -170,7 +171,7 @@ TEST_SUITE("dialogs") {
     CHECK(line.isChecked() == (before != 0));
 
     form.List1.list = std::vector<std::string>{"Time", "City", "Comments"};
-    form.List1.on_click = nullptr;
+    form.List1.on_click.forget_handler();
     desk.settle();
     auto& order = part<QListWidget>(window, "List1");
     CHECK(order.count() == 3);
@@ -181,13 +182,13 @@ TEST_SUITE("dialogs") {
     form.MessageGroupSelector.list_index = 1;
     desk.settle();
     CHECK(part<QComboBox>(window, "MessageGroupSelector").currentIndex() == 1);
-    form.on_unload = nullptr;
+    form.on_unload.forget_handler();
   }
 
   TEST_CASE("a widget of an array waits hidden for its element") {
     test::ShownConsole desk;
     DisplayOptionWindow& form = desk.console.DisplayOptionForm;
-    form.on_load = nullptr;
+    form.on_load.forget_handler();
     QWidget& window = open(desk, form);
     const int next = form.LineCheck.upper_bound();
     auto* waiting = window.findChild<QCheckBox*>(QStringLiteral("LineCheck_%1").arg(next));
@@ -198,7 +199,7 @@ TEST_SUITE("dialogs") {
     desk.settle();
     CHECK(waiting->objectName() == QStringLiteral("LineCheck(%1)").arg(next));
     CHECK(waiting->isVisible());
-    form.on_unload = nullptr;
+    form.on_unload.forget_handler();
   }
 
   TEST_CASE("a grid shows its cells and its selection, with row 0 as header") {

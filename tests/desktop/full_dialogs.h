@@ -11,7 +11,7 @@ namespace lineweir::test {
 
 // The dialog with as much in it as it can have.
 inline QWidget& open_full(ShownConsole& desk, Form& form) {
-  form.on_load = nullptr;
+  form.on_load.forget_handler();
   if (&form == &desk.console.MyMsgbox) {
     desk.console.messages.ShowMessage(
         "Error communicating with Brenvox Interface Box!  Check cables and settings!");
@@ -50,7 +50,7 @@ inline QWidget& open_full(ShownConsole& desk, Form& form) {
 }
 
 inline void close(ShownConsole& desk, Form& form) {
-  form.on_unload = nullptr;
+  form.on_unload.forget_handler();
   form.unload();
   desk.settle();
 }

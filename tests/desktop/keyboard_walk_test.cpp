@@ -13,6 +13,7 @@
 #include <vector>
 
 #include "desktop/shown_console.h"
+#include "support/listen.h"
 
 namespace lineweir {
 namespace {
@@ -134,7 +135,7 @@ TEST_SUITE("desktop/keyboard: Tab") {
     }
     for (Picture* key : keys) {
       const std::string name = object_name(*key).toStdString();
-      key->on_click = [&pressed, name] { pressed.push_back(name); };
+      listen(key->on_click, [&pressed, name] { pressed.push_back(name); });
     }
     Names expected;
     desk.widget(form.OnHybrid1(0)).setFocus(Qt::TabFocusReason);
@@ -195,7 +196,7 @@ TEST_SUITE("desktop/keyboard: menus") {
     WalkDesk desk;
     for (Element* element : desk.form().elements()) {
       if (auto* item = dynamic_cast<MenuItem*>(element)) {
-        if (item->children().empty()) item->on_click = nullptr;
+        if (item->children().empty()) item->on_click.forget_handler();
       }
     }
     auto* bar = desk.window().findChild<QMenuBar*>();
@@ -219,7 +220,7 @@ TEST_SUITE("desktop/keyboard: menus") {
       while (QApplication::activePopupWidget() != nullptr) desk.key(Qt::Key_Escape);
     }
     int chosen = 0;
-    desk.form().DimLineNumMenu.on_click = [&] { ++chosen; };
+    listen(desk.form().DimLineNumMenu.on_click, [&] { ++chosen; });
     desk.key(Qt::Key_C, Qt::AltModifier);
     desk.key(Qt::Key_N);
     CHECK(chosen == 1);
@@ -234,7 +235,7 @@ TEST_SUITE("desktop/keyboard: menus") {
     desk.settle();
     int chosen = -1;
     for (int group = 0; group < 2; ++group) {
-      form.StudioGr(group).on_click = [&chosen, group] { chosen = group; };
+      listen(form.StudioGr(group).on_click, [&chosen, group] { chosen = group; });
     }
     desk.key(Qt::Key_C, Qt::AltModifier);
     REQUIRE(QApplication::activePopupWidget() != nullptr);

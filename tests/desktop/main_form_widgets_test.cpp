@@ -5,6 +5,7 @@
 #include <set>
 
 #include "shown_console.h"
+#include "support/listen.h"
 
 namespace lineweir {
 namespace {
@@ -56,7 +57,7 @@ TEST_SUITE("widgets of the main form") {
   TEST_CASE("a key is a button that a screen reader can press") {
     test::ShownConsole desk;
     int clicks = 0;
-    desk.form().Dial.on_click = [&] { ++clicks; };
+    listen(desk.form().Dial.on_click, [&] { ++clicks; });
     QAccessibleInterface* dial =
         QAccessible::queryAccessibleInterface(&desk.widget(desk.form().Dial));
     REQUIRE(dial != nullptr);

@@ -4,6 +4,7 @@
 #include <QMenuBar>
 
 #include "shown_console.h"
+#include "support/listen.h"
 
 namespace lineweir {
 namespace {
@@ -48,7 +49,7 @@ TEST_SUITE("menus") {
     test::ShownConsole desk;
     MainForm& form = desk.form();
     int clicks = 0;
-    form.Off.on_click = [&] { ++clicks; };
+    listen(form.Off.on_click, [&] { ++clicks; });
     form.Off.checked = true;
     desk.window().menus().flush();
     desk.action(form.Off).trigger();

@@ -42,7 +42,7 @@ TEST_SUITE("desktop/screen room") {
           const QRect place(button->mapTo(&window, QPoint(0, 0)), button->size());
           CHECK((window.rect().contains(place) || is_scrolled(button)));
         }
-        form->on_unload = nullptr;
+        form->on_unload.forget_handler();
         form->unload();
         desk.settle();
       }

@@ -6,6 +6,7 @@
 
 #include "forms/pictures.h"
 #include "shown_console.h"
+#include "support/listen.h"
 
 namespace lineweir {
 namespace {
@@ -13,13 +14,12 @@ namespace {
 using Events = std::vector<std::string>;
 
 void record(Control& control, Events& events) {
-  control.on_mouse_down = [&events](int button, int shift) {
+  listen(control.on_mouse_down, [&events](int button, int shift) {
     events.push_back("down " + std::to_string(button) + " " + std::to_string(shift));
-  };
-  control.on_mouse_up = [&events](int button, int) {
-    events.push_back("up " + std::to_string(button));
-  };
-  control.on_click = [&events] { events.push_back("click"); };
+  });
+  listen(control.on_mouse_up,
+         [&events](int button, int) { events.push_back("up " + std::to_string(button)); });
+  listen(control.on_click, [&events] { events.push_back("click"); });
 }
 
 TEST_SUITE("the user's hands") {
@@ -64,7 +64,7 @@ TEST_SUITE("the user's hands") {
   TEST_CASE("a double click on a row's text reaches its handler") {
     test::ShownConsole desk;
     int double_clicks = 0;
-    desk.form().LineName(2).on_dbl_click = [&] { ++double_clicks; };
+    listen(desk.form().LineName(2).on_dbl_click, [&] { ++double_clicks; });
     QTest::mouseDClick(&desk.widget(desk.form().LineName(2)), Qt::LeftButton);
     CHECK(double_clicks == 1);
   }
@@ -128,7 +128,7 @@ TEST_SUITE("the user's hands") {
     form.OnHybrid1(extra).visible = true;
     desk.settle();
     ElementWidget& key = desk.widget(form.OnHybrid1(extra));
-    form.OnHybrid1(extra).on_mouse_up = [&](int, int) { form.unload_row(extra); };
+    listen(form.OnHybrid1(extra).on_mouse_up, [&](int, int) { form.unload_row(extra); });
     QTest::mouseClick(&key, Qt::LeftButton);
     desk.settle();
     CHECK_FALSE(form.OnHybrid1.loaded(extra));
@@ -144,12 +144,12 @@ TEST_SUITE("keys of the main form") {
   TEST_CASE("keys reach the form before the control that has the focus") {
     test::ShownConsole desk;
     std::vector<PressedKey> keys;
-    desk.form().on_key_down = [&](int& code, int shift) {
+    listen(desk.form().on_key_down, [&](int& code, int shift) {
       keys.push_back({code, shift});
       code = 0;
-    };
+    });
     int clicks = 0;
-    desk.form().OnHybrid1(0).on_click = [&] { ++clicks; };
+    listen(desk.form().OnHybrid1(0).on_click, [&] { ++clicks; });
     desk.window().activateWindow();
     desk.widget(desk.form().OnHybrid1(0)).setFocus();
     REQUIRE(test::wait_for([&] { return desk.widget(desk.form().OnHybrid1(0)).hasFocus(); }));
@@ -162,9 +162,9 @@ TEST_SUITE("keys of the main form") {
 
   TEST_CASE("a key that the form leaves alone goes on to the control") {
     test::ShownConsole desk;
-    desk.form().on_key_down = [](int&, int) {};
+    listen(desk.form().on_key_down, [](int&, int) {});
     int clicks = 0;
-    desk.form().OnHybrid1(0).on_click = [&] { ++clicks; };
+    listen(desk.form().OnHybrid1(0).on_click, [&] { ++clicks; });
     desk.window().activateWindow();
     desk.widget(desk.form().OnHybrid1(0)).setFocus();
     REQUIRE(test::wait_for([&] { return desk.widget(desk.form().OnHybrid1(0)).hasFocus(); }));
@@ -175,10 +175,10 @@ TEST_SUITE("keys of the main form") {
   TEST_CASE("codes and shift states are those that the core knows") {
     test::ShownConsole desk;
     PressedKey last;
-    desk.form().on_key_down = [&](int& code, int shift) {
+    listen(desk.form().on_key_down, [&](int& code, int shift) {
       last = {code, shift};
       code = 0;
-    };
+    });
     const auto press = [&](Qt::Key key, Qt::KeyboardModifiers modifiers = {}) {
       last = {};
       QTest::keyClick(desk.window().windowHandle(), key, modifiers);

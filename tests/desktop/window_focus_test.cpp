@@ -11,6 +11,7 @@
 #include "desktop/dialog_frame.h"
 #include "shown_console.h"
 #include "support/call_log_file.h"
+#include "support/listen.h"
 
 namespace lineweir {
 namespace {
@@ -107,9 +108,8 @@ TEST_SUITE("desktop/focus: messages") {
   TEST_CASE("one that answers a command in a dialog has the keyboard and gives it back") {
     FocusDesk desk;
     auto* button = desk.viewer().findChild<QPushButton*>("ExportButton");
-    desk.console.DatabaseViewer.ExportButton.on_click = [&] {
-      desk.console.messages.ShowMessage("No");
-    };
+    listen(desk.console.DatabaseViewer.ExportButton.on_click,
+           [&] { desk.console.messages.ShowMessage("No"); });
     button->setFocus();
     desk.key(Qt::Key_Return);
     CHECK(desk.active() == "MyMsgbox");
@@ -129,7 +129,8 @@ TEST_SUITE("desktop/focus: messages") {
     auto* field = form.findChild<QLineEdit*>("TheText(1)");
     REQUIRE(field != nullptr);
     field->setFocus();
-    desk.console.Form4.Command3D1.on_click = [&] { desk.console.messages.ShowMessage("No"); };
+    listen(desk.console.Form4.Command3D1.on_click,
+           [&] { desk.console.messages.ShowMessage("No"); });
     desk.type("ann");
     REQUIRE(desk.console.Form4.TheText(1).text == "ann");
     desk.time += 300;
@@ -340,7 +341,7 @@ TEST_SUITE("desktop/focus: windows") {
   TEST_CASE("Enter behind the Alt key answers the question that this has opened") {
     FocusDesk desk;
     QMessageBox question(QMessageBox::Question, "", "Really?", QMessageBox::Yes, &desk.viewer());
-    desk.console.DatabaseViewer.ExportButton.on_click = [&] { question.open(); };
+    listen(desk.console.DatabaseViewer.ExportButton.on_click, [&] { question.open(); });
     desk.key(Qt::Key_E, Qt::AltModifier);
     REQUIRE(test::wait_for([&] { return question.isActiveWindow(); }));
     desk.key(Qt::Key_Return);
@@ -377,9 +378,8 @@ TEST_SUITE("desktop/focus: keys that are held") {
   TEST_CASE("Enter that has opened a box doesn't close it") {
     FocusDesk desk;
     auto* button = desk.viewer().findChild<QPushButton*>("ExportButton");
-    desk.console.DatabaseViewer.ExportButton.on_click = [&] {
-      desk.console.messages.ShowMessage("No");
-    };
+    listen(desk.console.DatabaseViewer.ExportButton.on_click,
+           [&] { desk.console.messages.ShowMessage("No"); });
     button->setFocus();
     desk.key(Qt::Key_Return);
     REQUIRE(desk.active() == "MyMsgbox");

@@ -3,6 +3,7 @@
 #include "desktop/twips.h"
 #include "forms/pictures.h"
 #include "shown_console.h"
+#include "support/listen.h"
 
 namespace lineweir {
 namespace {
@@ -19,7 +20,7 @@ TEST_SUITE("windows") {
   TEST_CASE("the user's new size reaches the form in twips and runs its event") {
     test::ShownConsole desk;
     int resizes = 0;
-    desk.form().on_resize = [&] { ++resizes; };
+    listen(desk.form().on_resize, [&] { ++resizes; });
     const int bar = desk.canvas().y();
     desk.window().resize(800, 600 + bar);
     REQUIRE(test::wait_for([&] { return resizes > 0; }));
@@ -90,12 +91,12 @@ TEST_SUITE("windows") {
   TEST_CASE("the close button closes the form, which may refuse") {
     test::ShownConsole desk;
     int closes = 0;
-    desk.form().on_close = [&] { ++closes; };
+    listen(desk.form().on_close, [&] { ++closes; });
     desk.window().close();
     desk.settle();
     CHECK(closes == 1);
     CHECK(desk.window().isVisible());
-    desk.form().on_close = nullptr;
+    desk.form().on_close.forget_handler();
     desk.window().close();
     desk.settle();
     CHECK_FALSE(desk.form().loaded());

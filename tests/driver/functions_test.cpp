@@ -1,6 +1,7 @@
 #include <doctest/doctest.h>
 
 #include "driver_fixture.h"
+#include "support/listen.h"
 
 namespace lineweir::test {
 namespace {
@@ -60,7 +61,7 @@ TEST_CASE_FIXTURE(LaunchedFixture, "The hands' lengths are those of their design
 
 TEST_CASE_FIXTURE(LaunchedFixture, "An element of an array is named by its index") {
   int clicked = -1;
-  session.console().Lineweir.OnHybrid1(3).on_click = [&] { clicked = 3; };
+  listen(session.console().Lineweir.OnHybrid1(3).on_click, [&] { clicked = 3; });
   CHECK(say("call OnHybrid1_Click 3") == "ok");
   CHECK(clicked == 3);
   CHECK(say("call OnHybrid1_Click").starts_with("error "));

@@ -1,6 +1,7 @@
 #include <doctest/doctest.h>
 
 #include "driver_fixture.h"
+#include "support/listen.h"
 
 namespace lineweir::test {
 namespace {
@@ -11,12 +12,12 @@ struct HandsFixture : LaunchedFixture {
 
   // Notes each event of a control by a letter.
   void watch(Control& control) {
-    control.on_mouse_down = [this](int button, int) { events += button == 1 ? 'd' : 'D'; };
-    control.on_mouse_up = [this](int button, int) { events += button == 1 ? 'u' : 'U'; };
-    control.on_click = [this] { events += 'c'; };
-    control.on_dbl_click = [this] { events += 'C'; };
-    control.on_got_focus = [this] { events += '+'; };
-    control.on_lost_focus = [this] { events += '-'; };
+    listen(control.on_mouse_down, [this](int button, int) { events += button == 1 ? 'd' : 'D'; });
+    listen(control.on_mouse_up, [this](int button, int) { events += button == 1 ? 'u' : 'U'; });
+    listen(control.on_click, [this] { events += 'c'; });
+    listen(control.on_dbl_click, [this] { events += 'C'; });
+    listen(control.on_got_focus, [this] { events += '+'; });
+    listen(control.on_lost_focus, [this] { events += '-'; });
   }
 
   std::string events;
@@ -47,7 +48,7 @@ TEST_CASE_FIXTURE(HandsFixture, "A part without a handler of its own forwards to
   box.Label1.set_container(&box.OKButton);
   CHECK(say("click MyMsgbox.Label1") == "ok");
   CHECK(events == "duc");
-  box.Label1.on_click = [this] { events += 'L'; };
+  listen(box.Label1.on_click, [this] { events += 'L'; });
   events.clear();
   say("click MyMsgbox.Label1");
   CHECK(events == "duL");
@@ -106,10 +107,10 @@ TEST_CASE_FIXTURE(HandsFixture, "A check box toggles and an option button is cho
   OptionButton elsewhere(form(), "Elsewhere");
   elsewhere.set_container(&form().ScreenBottom);
   elsewhere.value = true;
-  box.on_click = [&] { CHECK(box.value == 1); };
+  listen(box.on_click, [&] { CHECK(box.value == 1); });
   CHECK(say("click Box") == "ok");
   CHECK(say("get Box.Value") == "= 1");
-  box.on_click = nullptr;
+  box.on_click.forget_handler();
   say("click Box");
   CHECK(say("get Box.Value") == "= 0");
   say("click First");
@@ -126,10 +127,10 @@ TEST_CASE_FIXTURE(HandsFixture, "Keys are pressed one by one and entered at the 
   CHECK(say("type Box \"bc\\b\"") == "ok");
   CHECK(box.text == "abd");
   CHECK(form().focused() == &box);
-  box.on_key_press = [](int& key) {
+  listen(box.on_key_press, [](int& key) {
     if (key == 'x') key = 0;
     if (key == 'y') key = 'Y';
-  };
+  });
   say("type Box \"xy\"");
   CHECK(box.text == "abYd");
   say("type Box \"\\u00e9\\r\\u001b\"");
@@ -141,15 +142,15 @@ TEST_CASE_FIXTURE(HandsFixture, "Keys are pressed one by one and entered at the 
 TEST_CASE_FIXTURE(HandsFixture, "Keys go to what has the focus by then") {
   TextBox first(form(), "First");
   TextBox second(form(), "Second");
-  first.on_key_press = [&](int& key) {
+  listen(first.on_key_press, [&](int& key) {
     if (key != '\r') return;
     key = 0;
     second.set_focus();
-  };
+  });
   say("type First \"a\\rb\"");
   CHECK(first.text == "a");
   CHECK(second.text == "b");
-  second.on_key_press = [&](int&) { second.visible = false; };
+  listen(second.on_key_press, [&](int&) { second.visible = false; });
   CHECK(say("type Second \"cde\"") == "ok");
   CHECK(second.text == "bc");
 }
@@ -157,7 +158,7 @@ TEST_CASE_FIXTURE(HandsFixture, "Keys go to what has the focus by then") {
 TEST_CASE_FIXTURE(HandsFixture, "Setting a text box is the user's replacing of its text") {
   TextBox box(form(), "Box");
   int changes = 0;
-  box.on_change = [&] { ++changes; };
+  listen(box.on_change, [&] { ++changes; });
   CHECK(say("set Box \"abc\"") == "ok");
   CHECK(say("set Box.Text \"abc\"") == "ok");
   CHECK(changes == 1);
@@ -183,7 +184,8 @@ TEST_CASE_FIXTURE(HandsFixture, "Entries are chosen and dragged by their number"
   list.add_item("a");
   list.add_item("b");
   std::string dragged;
-  list.on_drag = [&](int from, int to) { dragged = std::to_string(from) + std::to_string(to); };
+  listen(list.on_drag,
+         [&](int from, int to) { dragged = std::to_string(from) + std::to_string(to); });
   CHECK(say("select Entries 1") == "ok");
   CHECK(list.list_index == 1);
   CHECK(say("select Entries 2") == "error no such entry");
@@ -197,7 +199,7 @@ TEST_CASE_FIXTURE(HandsFixture, "Entries are chosen and dragged by their number"
 TEST_CASE_FIXTURE(HandsFixture, "A grid's selection moves to a cell") {
   Grid grid(form(), "Cells", 3, 2);
   int moves = 0;
-  grid.on_sel_change = [&] { ++moves; };
+  listen(grid.on_sel_change, [&] { ++moves; });
   CHECK(say("cell Cells 2 0") == "ok");
   CHECK(say("get Cells.Row") == "= 2");
   CHECK(moves == 1);
@@ -207,7 +209,7 @@ TEST_CASE_FIXTURE(HandsFixture, "A grid's selection moves to a cell") {
 
 TEST_CASE_FIXTURE(HandsFixture, "The main window is resized, minimised and restored") {
   int resizes = 0;
-  form().on_resize = [&] { ++resizes; };
+  listen(form().on_resize, [&] { ++resizes; });
   CHECK(say("resize 9000 8000") == "ok");
   CHECK(say("get Lineweir.Width") == "= 9000");
   CHECK(say("get Lineweir.Height") == "= 8000");
@@ -226,11 +228,11 @@ TEST_CASE_FIXTURE(HandsFixture, "A key comes to the main form, then to what has 
   box.set_focus();
   std::string seen;
   bool swallow = false;
-  form().on_key_down = [&](int& code, int shift) {
+  listen(form().on_key_down, [&](int& code, int shift) {
     seen += 'F' + std::to_string(shift);
     if (swallow) code = 0;
-  };
-  box.on_key_down = [&](int&, int) { seen += 'B'; };
+  });
+  listen(box.on_key_down, [&](int&, int) { seen += 'B'; });
   CHECK(say("key 65 1") == "ok");
   CHECK(seen == "F1B");
   swallow = true;
@@ -242,10 +244,10 @@ TEST_CASE_FIXTURE(HandsFixture, "A key comes to the main form, then to what has 
 
 TEST_CASE_FIXTURE(HandsFixture, "An element may go while it is being clicked") {
   auto label = std::make_unique<Label>(form(), "Passing");
-  label->on_mouse_down = [&](int, int) { label.reset(); };
+  listen(label->on_mouse_down, [&](int, int) { label.reset(); });
   CHECK(say("click Passing") == "ok");
   label = std::make_unique<Label>(form(), "Passing");
-  label->on_click = [&] { label.reset(); };
+  listen(label->on_click, [&] { label.reset(); });
   CHECK(say("click Passing") == "ok");
   CHECK(say("click Passing") == "error no such path: Passing");
 }

@@ -1,6 +1,7 @@
 #include <doctest/doctest.h>
 
 #include "driver_fixture.h"
+#include "support/listen.h"
 
 namespace lineweir::test {
 namespace {
@@ -68,10 +69,10 @@ TEST_CASE_FIXTURE(LaunchedFixture, "Remote objects return what is arranged and t
   CHECK(say("remote calls").starts_with("= [[\"SerialInput\",\"InputSerialPort\",1,\"N"));
   CHECK(say("remote calls") == "= []");
   std::string called;
-  session.console().services.remote_objects.on_callback =
-      [&](const std::string& method, const std::vector<platform::RemoteValue>& arguments) {
-        called = method + std::to_string(arguments.size());
-      };
+  listen(session.console().services.remote_objects.on_callback,
+         [&](const std::string& method, const std::vector<platform::RemoteValue>& arguments) {
+           called = method + std::to_string(arguments.size());
+         });
   CHECK(say("remote callback ReturnNextCall 3 1") == "ok");
   CHECK(called == "ReturnNextCall2");
   CHECK(say("remote absent") == "ok");

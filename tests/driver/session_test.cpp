@@ -1,6 +1,7 @@
 #include <doctest/doctest.h>
 
 #include "driver_fixture.h"
+#include "support/listen.h"
 
 namespace lineweir::test {
 namespace {
@@ -53,9 +54,8 @@ TEST_CASE_FIXTURE(DriverFixture, "The user may end the program by its menu") {
 
 TEST_CASE_FIXTURE(DriverFixture, "A program that ends while time passes is gone at once") {
   say("launch");
-  session.console().Lineweir.ShutDownTimer.on_timer = [this] {
-    session.console().Lineweir.unload();
-  };
+  listen(session.console().Lineweir.ShutDownTimer.on_timer,
+         [this] { session.console().Lineweir.unload(); });
   say("set ShutDownTimer.Interval 500");
   say("set ShutDownTimer.Enabled true");
   CHECK(say("advance 10000") == "ok");
@@ -103,15 +103,16 @@ TEST_CASE_FIXTURE(LaunchedFixture, "Messages and trace are told once") {
 }
 
 TEST_CASE_FIXTURE(LaunchedFixture, "A handler that waits forever is ended") {
-  session.console().Lineweir.PortOn.on_click = [this] {
+  listen(session.console().Lineweir.PortOn.on_click, [this] {
     while (true) session.console().services.loop.yield();
-  };
+  });
   CHECK(say("click PortOn") == "error A wait has no end");
   CHECK(say("advance 1000") == "ok");
 }
 
 TEST_CASE_FIXTURE(LaunchedFixture, "A handler's failure is told and ends nothing") {
-  session.console().Lineweir.PortOn.on_click = [] { throw std::runtime_error("two\nlines"); };
+  listen(session.console().Lineweir.PortOn.on_click,
+         [] { throw std::runtime_error("two\nlines"); });
   CHECK(say("click PortOn") == "error internal error: two\\u000alines");
   CHECK(say("forms") == "= [\"Lineweir\"]");
 }

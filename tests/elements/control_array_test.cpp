@@ -4,6 +4,7 @@
 
 #include "elements/label.h"
 #include "support/failure_number.h"
+#include "support/listen.h"
 #include "support/property_check.h"
 #include "support/recording_watch.h"
 
@@ -108,7 +109,7 @@ TEST_SUITE("elements/control array") {
     rows.load(1);
     std::vector<int> clicked;
     rows.wire([&](Label& label) {
-      label.on_click = [&clicked, &label] { clicked.push_back(label.index()); };
+      listen(label.on_click, [&clicked, &label] { clicked.push_back(label.index()); });
     });
     rows.load(2);
 

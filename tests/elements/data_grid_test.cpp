@@ -4,6 +4,7 @@
 
 #include "elements/form.h"
 #include "support/failure_number.h"
+#include "support/listen.h"
 
 namespace lineweir::test {
 namespace {
@@ -18,7 +19,7 @@ struct Table {
     grid.row_texts = [](int row) {
       return std::vector<std::string>{"name " + std::to_string(row), "city"};
     };
-    grid.on_sel_change = [this] { ++selections; };
+    listen(grid.on_sel_change, [this] { ++selections; });
     grid.show_other_rows(10);
   }
 };

@@ -5,6 +5,7 @@
 #include "elements/label.h"
 #include "elements/picture.h"
 #include "elements/timer.h"
+#include "support/listen.h"
 #include "support/recording_watch.h"
 
 namespace lineweir::test {
@@ -12,8 +13,8 @@ namespace {
 
 struct EventForm : Form {
   EventForm() : Form("Form") {
-    on_load = [this] { events.push_back("load"); };
-    on_unload = [this] { events.push_back("unload"); };
+    listen(on_load, [this] { events.push_back("load"); });
+    listen(on_unload, [this] { events.push_back("unload"); });
   }
   Told events;
 };
@@ -68,7 +69,7 @@ TEST_SUITE("elements/form") {
 
   TEST_CASE("a form whose loading ends in unloading isn't shown") {
     Form form("Form");
-    form.on_load = [&] { form.unload(); };
+    listen(form.on_load, [&] { form.unload(); });
     form.show();
     CHECK_FALSE(form.visible.get());
     CHECK_FALSE(form.loaded());
@@ -86,12 +87,12 @@ TEST_SUITE("elements/form") {
   TEST_CASE("the close button unloads, unless the form has its own answer") {
     EventForm form;
     form.show();
-    form.on_close = [&] { form.hide(); };
+    listen(form.on_close, [&] { form.hide(); });
     form.close();
     CHECK(form.loaded());
     CHECK_FALSE(form.visible.get());
 
-    form.on_close = nullptr;
+    form.on_close.forget_handler();
     form.close();
     CHECK(form.events == Told{"load", "unload"});
   }
@@ -184,7 +185,7 @@ TEST_SUITE("elements/form") {
     Timer timer(form, "Timer1", true, 100);
     timer.tick();
     int ticks = 0;
-    timer.on_timer = [&] { ++ticks; };
+    listen(timer.on_timer, [&] { ++ticks; });
     timer.tick();
     CHECK(ticks == 1);
   }
@@ -200,8 +201,8 @@ TEST_SUITE("elements/focus") {
 
     FocusForm() {
       for (Label* label : {&first, &second, &third}) {
-        label->on_got_focus = [this, label] { events.push_back("got " + label->name()); };
-        label->on_lost_focus = [this, label] { events.push_back("lost " + label->name()); };
+        listen(label->on_got_focus, [this, label] { events.push_back("got " + label->name()); });
+        listen(label->on_lost_focus, [this, label] { events.push_back("lost " + label->name()); });
       }
     }
   };
@@ -236,7 +237,7 @@ TEST_SUITE("elements/focus") {
   TEST_CASE("a handler of the loser may send the focus on") {
     FocusForm form;
     form.first.set_focus();
-    form.first.on_lost_focus = [&] { form.third.set_focus(); };
+    listen(form.first.on_lost_focus, [&] { form.third.set_focus(); });
     form.second.set_focus();
     CHECK(form.form.focused() == &form.third);
     CHECK(form.events == Told{"got First", "lost Second", "got Third"});

@@ -4,6 +4,7 @@
 
 #include "elements/form.h"
 #include "support/failure_number.h"
+#include "support/listen.h"
 #include "support/recording_watch.h"
 
 namespace lineweir::test {
@@ -56,7 +57,7 @@ TEST_SUITE("elements/grid") {
     Form form("Form");
     Grid grid(form, "Grid1", 3, 3);
     int moves = 0;
-    grid.on_sel_change = [&] { ++moves; };
+    listen(grid.on_sel_change, [&] { ++moves; });
     grid.select(1, 1);
     CHECK(moves == 0);
     grid.select(2, 0);

@@ -4,6 +4,7 @@
 
 #include "elements/form.h"
 #include "support/failure_number.h"
+#include "support/listen.h"
 #include "support/recording_watch.h"
 
 namespace lineweir::test {
@@ -53,7 +54,7 @@ TEST_SUITE("elements/list") {
   TEST_CASE("a choice by hand runs the click, even of the entry already chosen") {
     ListForm<ListBox> form;
     int clicks = 0;
-    form.list.on_click = [&] { ++clicks; };
+    listen(form.list.on_click, [&] { ++clicks; });
     form.list.select(2);
     form.list.select(2);
     CHECK(form.list.list_index.get() == 2);
@@ -88,7 +89,7 @@ TEST_SUITE("elements/combo box") {
   TEST_CASE("the box shows the chosen entry") {
     ListForm<ComboBox> form;
     int changes = 0;
-    form.list.on_change = [&] { ++changes; };
+    listen(form.list.on_change, [&] { ++changes; });
     form.list.select(1);
     CHECK(form.list.text == "b");
     CHECK(changes == 1);

@@ -9,6 +9,7 @@
 #include "elements/label.h"
 #include "elements/line.h"
 #include "elements/list_box.h"
+#include "support/listen.h"
 #include "support/property_check.h"
 #include "support/recording_watch.h"
 
@@ -38,7 +39,7 @@ TEST_SUITE("elements/property") {
     label.caption = "Ready";
     list.add_item("one");
     int changes = 0;
-    label.on_change = [&] { ++changes; };
+    listen(label.on_change, [&] { ++changes; });
     RecordingWatch watch(form);
 
     label.caption = "Ready";
@@ -162,8 +163,8 @@ TEST_SUITE("elements/property") {
      private:
       Told& events_;
     } watch(form, told);
-    label.on_change = [&] { told.push_back("change of " + label.caption.get()); };
-    lamp.on_change = [&] { told.push_back("lamp"); };
+    listen(label.on_change, [&] { told.push_back("change of " + label.caption.get()); });
+    listen(lamp.on_change, [&] { told.push_back("lamp"); });
 
     label.caption = "Held";
     label.left = 1;

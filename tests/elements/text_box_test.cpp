@@ -3,6 +3,7 @@
 #include <doctest/doctest.h>
 
 #include "elements/form.h"
+#include "support/listen.h"
 #include "support/property_check.h"
 #include "support/recording_watch.h"
 
@@ -83,17 +84,17 @@ TEST_SUITE("elements/text box") {
   TEST_CASE("the caret has moved when the change event runs") {
     BoxForm form;
     int caret = -1;
-    form.box.on_change = [&] { caret = form.box.sel_start; };
+    listen(form.box.on_change, [&] { caret = form.box.sel_start; });
     form.type("x");
     CHECK(caret == 1);
   }
 
   TEST_CASE("what the user's hand makes of the text may be changed before the box takes it") {
     BoxForm form;
-    form.box.on_edit = [](std::string& text, int& caret) {
+    listen(form.box.on_edit, [](std::string& text, int& caret) {
       text = text.substr(0, 2);
       caret = std::min(caret, 2);
-    };
+    });
     form.type("abc");
     CHECK(form.box.text == "ab");
     CHECK(form.box.sel_start.get() == 2);

@@ -11,6 +11,7 @@
 #include "platform/qt/qt_client_socket.h"
 #include "platform/qt/qt_event_loop.h"
 #include "processor_time.h"
+#include "support/listen.h"
 #include "waiting.h"
 
 using namespace lineweir;
@@ -29,8 +30,8 @@ struct ClientSocketFixture {
 
   ClientSocketFixture() {
     REQUIRE(server.listen(QHostAddress::LocalHost));
-    socket.on_connect = [this] { ++connects; };
-    socket.on_data_arrival = [this] { received += socket.get_data(); };
+    listen(socket.on_connect, [this] { ++connects; });
+    listen(socket.on_data_arrival, [this] { received += socket.get_data(); });
   }
 
   int port() const { return server.serverPort(); }
@@ -86,7 +87,7 @@ TEST_CASE_FIXTURE(ClientSocketFixture, "Bytes go both ways in order") {
 
 TEST_CASE_FIXTURE(ClientSocketFixture, "Received bytes are counted until they are taken") {
   connect();
-  socket.on_data_arrival = nullptr;
+  socket.on_data_arrival.forget_handler();
   peer->write("abc");
   CHECK(wait_until(loop, [&] { return socket.bytes_received() == 3; }));
   peer->write("de");
@@ -98,14 +99,14 @@ TEST_CASE_FIXTURE(ClientSocketFixture, "Received bytes are counted until they ar
 TEST_CASE_FIXTURE(ClientSocketFixture, "A handler that waits within an arrival gets the next one") {
   connect();
   std::string inner;
-  socket.on_data_arrival = [&] {
+  listen(socket.on_data_arrival, [&] {
     received += socket.get_data();
     if (received == "a") {
       peer->write("b");
       CHECK(wait_until(loop, [&] { return received == "ab"; }));
       inner = received;
     }
-  };
+  });
   peer->write("a");
   CHECK(wait_until(loop, [&] { return inner == "ab"; }));
 }
@@ -142,7 +143,7 @@ TEST_CASE_FIXTURE(ClientSocketFixture, "A server that isn't there leaves the soc
 
 TEST_CASE_FIXTURE(ClientSocketFixture, "What came before the server closed can still be taken") {
   connect();
-  socket.on_data_arrival = nullptr;
+  socket.on_data_arrival.forget_handler();
   peer->write("last words");
   peer->disconnectFromHost();
   CHECK(wait_until(loop, [&] { return socket.state() == socket_closed; }));
@@ -155,7 +156,7 @@ TEST_CASE_FIXTURE(ClientSocketFixture, "What came before the server closed can s
 
 TEST_CASE_FIXTURE(ClientSocketFixture, "A new connection knows nothing of the one before") {
   connect();
-  socket.on_data_arrival = nullptr;
+  socket.on_data_arrival.forget_handler();
   peer->write("old");
   peer->disconnectFromHost();
   CHECK(wait_until(loop, [&] { return socket.state() == socket_closed; }));

@@ -16,6 +16,7 @@
 
 #include "platform/disk_journal/disk_call_journal.h"
 #include "platform/sqlite/sqlite_databases.h"
+#include "support/listen.h"
 #include "temporary_directory.h"
 
 namespace lineweir::test {
@@ -78,7 +79,7 @@ struct JournalDesk {
                                                              std::chrono::milliseconds(50), &guard);
         },
         [this](std::function<void()> call) { loop.post(std::move(call)); }});
-    journal->on_replaced = [this](const std::string& file) { replaced.push_back(file); };
+    listen(journal->on_replaced, [this](const std::string& file) { replaced.push_back(file); });
   }
   void stop() { journal.reset(); }
 

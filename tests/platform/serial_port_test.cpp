@@ -10,6 +10,7 @@
 #include "platform/qt/qt_serial_port.h"
 #include "processor_time.h"
 #include "pseudo_terminal.h"
+#include "support/listen.h"
 #include "temporary_directory.h"
 #include "waiting.h"
 
@@ -35,12 +36,12 @@ struct SerialPortFixture {
   SerialPortFixture() {
     for (int number = 1; number <= 4; ++number) set_device(number, "/nowhere/line");
     set_device(1, line.device());
-    port.on_comm = [this](int event) {
+    listen(port.on_comm, [this](int event) {
       CHECK(event == comm_event_receive);
       ++events;
       received += port.input();
-    };
-    port.on_lost = [this](const std::string& description) { losses.push_back(description); };
+    });
+    listen(port.on_lost, [this](const std::string& description) { losses.push_back(description); });
   }
 };
 
@@ -92,14 +93,14 @@ TEST_CASE_FIXTURE(SerialPortFixture, "All 256 characters arrive as they are") {
 
 TEST_CASE_FIXTURE(SerialPortFixture, "A handler that waits within its event gets the next event") {
   std::string inner;
-  port.on_comm = [&](int) {
+  listen(port.on_comm, [&](int) {
     received += port.input();
     if (received == "M") {
       line.write("F00");
       CHECK(wait_until(loop, [&] { return received.size() >= 4; }));
       inner = received;
     }
-  };
+  });
   port.open();
   line.write("M");
   CHECK(wait_until(loop, [&] { return !inner.empty(); }));
@@ -109,13 +110,13 @@ TEST_CASE_FIXTURE(SerialPortFixture, "A handler that waits within its event gets
 TEST_CASE_FIXTURE(SerialPortFixture, "Discarded input is neither read nor told") {
   port.open();
   line.write("old");
-  port.on_comm = nullptr;
+  port.on_comm.forget_handler();
   // The characters are in the program's own buffer by then.
   run_for(loop, 50ms);
-  port.on_comm = [this](int) {
+  listen(port.on_comm, [this](int) {
     ++events;
     received += port.input();
-  };
+  });
   port.discard_input();
   CHECK(port.input().empty());
   line.write("new");
@@ -264,14 +265,14 @@ TEST_CASE_FIXTURE(SerialPortFixture, "A close directly after a write loses nothi
 }
 
 TEST_CASE_FIXTURE(SerialPortFixture, "A probe may close and open the port with no pause") {
-  port.on_comm = [&](int) {
+  listen(port.on_comm, [&](int) {
     received += port.input();
     if (received != "M") return;
     port.close();
     port.discard_input();
     port.open();
     port.output("Q00");
-  };
+  });
   port.open();
   line.write("M");
   std::string sent;
@@ -307,7 +308,7 @@ TEST_CASE_FIXTURE(SerialPortFixture, "A line that takes nothing has a limit and 
 }
 
 TEST_CASE_FIXTURE(SerialPortFixture, "Characters that nobody takes are kept up to a limit") {
-  port.on_comm = nullptr;
+  port.on_comm.forget_handler();
   port.open();
   const std::string thousand(1000, 'x');
   for (int i = 0; i < 200; ++i) {
@@ -326,7 +327,7 @@ TEST_CASE_FIXTURE(SerialPortFixture, "Characters that nobody takes are kept up t
   CHECK(kept <= QtSerialPort::most_unread);
   do run_for(loop, 20ms);
   while (!port.input().empty());
-  port.on_comm = [this](int) { received += port.input(); };
+  listen(port.on_comm, [this](int) { received += port.input(); });
   line.write("new");
   CHECK(wait_until(loop, [&] { return received.ends_with("new"); }));
 }
@@ -334,8 +335,8 @@ TEST_CASE_FIXTURE(SerialPortFixture, "Characters that nobody takes are kept up t
 TEST_CASE_FIXTURE(SerialPortFixture, "A port that goes while it is open tells nothing afterwards") {
   {
     QtSerialPort short_lived(loop, 9600, 1);
-    short_lived.on_comm = [](int) { FAIL("an event of a port that is gone"); };
-    short_lived.on_lost = [](const std::string&) { FAIL("a loss of a port that is gone"); };
+    listen(short_lived.on_comm, [](int) { FAIL("an event of a port that is gone"); });
+    listen(short_lived.on_lost, [](const std::string&) { FAIL("a loss of a port that is gone"); });
     short_lived.open();
     line.write("M");
   }

@@ -263,7 +263,7 @@ TEST_SUITE("screen/button_panel") {
     form.Hold1.width = 750;
     form.Drop1.picture = pictures::DropLargeDisabled;
     form.LabelMoveTimer.enabled = true;
-    desk.console.panel.LabelMoveTimer_Timer();
+    desk.console.Lineweir.LabelMoveTimer.on_timer();
     CHECK_FALSE(form.LabelMoveTimer.enabled);
     CHECK(form.Drop1Label.left == 200);
     CHECK(form.Hold1Label.left == 200);
@@ -271,7 +271,7 @@ TEST_SUITE("screen/button_panel") {
     form.Drop1.width = 375;
     form.Hold1.width = 375;
     form.Drop1.picture = pictures::DropSmallDown;
-    desk.console.panel.LabelMoveTimer_Timer();
+    desk.console.Lineweir.LabelMoveTimer.on_timer();
     CHECK(form.Drop1Label.left == 40);
     CHECK(form.Hold1Label.left == 40);
   }

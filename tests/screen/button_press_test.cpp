@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "screen/button_faces.h"
+#include "support/listen.h"
 #include "support/scripted_console.h"
 
 namespace lineweir::test {
@@ -59,7 +60,7 @@ TEST_SUITE("screen/button_press") {
     ScriptedConsole desk;
     for (const Pressed& pressed : panel_buttons(desk.console.Lineweir)) {
       int clicks = 0;
-      pressed.button.on_click = [&] { ++clicks; };
+      listen(pressed.button.on_click, [&] { ++clicks; });
       pressed.button.enabled = true;
       pressed.parts[1]->on_click();
       pressed.parts[2]->on_click();
@@ -145,7 +146,7 @@ TEST_SUITE("screen/button_press") {
           CHECK(icon.top == top);
         }
         int clicks = 0;
-        button.on_click = [&] { ++clicks; };
+        listen(button.on_click, [&] { ++clicks; });
         icon.on_click();
         CHECK(clicks == 1);
         button.enabled = false;

@@ -141,12 +141,12 @@ TEST_SUITE("screen/row_display: marks") {
     CHECK(mark_width_on(50) == 30);
     ScriptedConsole desk;
     MainForm& form = desk.console.Lineweir;
-    desk.console.rows.MarkerPointTimer_Timer();
+    desk.console.Lineweir.MarkerPointTimer.on_timer();
     form.DataRow(0).width = 49;
-    desk.console.rows.MarkerPointTimer_Timer();
+    desk.console.Lineweir.MarkerPointTimer.on_timer();
     CHECK(form.MyMark(0).width == 30);
     form.height = form.height + 1;
-    desk.console.rows.MarkerPointTimer_Timer();
+    desk.console.Lineweir.MarkerPointTimer.on_timer();
     CHECK(form.MyMark(0).width == 5);
     CHECK(form.MyMark(12).width == 5);
     CHECK(form.MyMark(13).width == 30);

@@ -4,6 +4,7 @@
 
 #include "platform/scripted/virtual_event_loop.h"
 #include "support/failure_number.h"
+#include "support/listen.h"
 
 namespace lineweir::platform {
 namespace {
@@ -13,8 +14,8 @@ using Texts = std::vector<std::string>;
 
 struct SocketFixture {
   SocketFixture() {
-    socket.on_connect = [this] { events += "C"; };
-    socket.on_data_arrival = [this] { events += "D"; };
+    listen(socket.on_connect, [this] { events += "C"; });
+    listen(socket.on_data_arrival, [this] { events += "D"; });
   }
 
   void connect() {

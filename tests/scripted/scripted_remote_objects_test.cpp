@@ -4,6 +4,7 @@
 
 #include "platform/scripted/virtual_event_loop.h"
 #include "support/failure_number.h"
+#include "support/listen.h"
 
 namespace lineweir::platform {
 namespace {
@@ -55,9 +56,9 @@ TEST_CASE_FIXTURE(RemoteFixture, "Objects fail when their program has gone") {
 
 TEST_CASE_FIXTURE(RemoteFixture, "A call-back comes from the loop") {
   std::string called;
-  objects.on_callback = [&](const std::string& method, const Values& arguments) {
+  listen(objects.on_callback, [&](const std::string& method, const Values& arguments) {
     called = method + std::get<std::string>(arguments.at(0));
-  };
+  });
   objects.call_back("ReturnCommand", {"U05"});
   CHECK(called.empty());
   loop.run_pending();

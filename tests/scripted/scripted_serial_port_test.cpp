@@ -4,6 +4,7 @@
 
 #include "platform/scripted/virtual_event_loop.h"
 #include "support/failure_number.h"
+#include "support/listen.h"
 
 namespace lineweir::platform {
 namespace {
@@ -12,10 +13,10 @@ using test::failure_number_of;
 
 struct PortFixture {
   PortFixture() {
-    port.on_comm = [this](int comm_event) {
+    listen(port.on_comm, [this](int comm_event) {
       CHECK(comm_event == comm_event_receive);
       events.push_back(port.input());
-    };
+    });
   }
 
   VirtualEventLoop loop;
@@ -35,7 +36,7 @@ TEST_CASE_FIXTURE(PortFixture, "Each arrival is one event, from the loop") {
 }
 
 TEST_CASE_FIXTURE(PortFixture, "A read takes all that is there; what is discarded is gone") {
-  port.on_comm = nullptr;
+  port.on_comm.forget_handler();
   port.open();
   port.arrive("ab");
   port.arrive("cd");
@@ -149,7 +150,7 @@ TEST_CASE_FIXTURE(PortFixture, "A port may begin with another number, also for t
 
 TEST_CASE_FIXTURE(PortFixture, "An open port that vanishes is closed and told, a closed one not") {
   Texts told;
-  port.on_lost = [&](const std::string& description) { told.push_back(description); };
+  listen(port.on_lost, [&](const std::string& description) { told.push_back(description); });
   port.vanish();
   CHECK(told.empty());
   port.open();

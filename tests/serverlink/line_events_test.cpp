@@ -79,7 +79,7 @@ struct EventDesk : ScriptedConsole {
   }
   void report_text(const std::string& text) {
     console.line_events.TheStatusText = text;
-    console.line_events.Timer4_Timer();
+    console.Lineweir.Timer4.on_timer();
   }
 };
 
@@ -411,7 +411,7 @@ TEST_SUITE("boxlink/line events: texts") {
 
   TEST_CASE("the text at the start frees ten lines") {
     EventDesk desk;
-    desk.console.line_events.Timer4_Timer();
+    desk.console.Lineweir.Timer4.on_timer();
     CHECK(all_letters(desk.console) == "          ");
   }
 }

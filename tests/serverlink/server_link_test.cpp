@@ -154,7 +154,7 @@ TEST_SUITE("serverlink/server_link") {
 
   TEST_CASE("a sender gathers what has arrived before it sends") {
     Connected link;
-    link.platform.winsock1.on_data_arrival = nullptr;
+    link.platform.winsock1.on_data_arrival.forget_handler();
     link.arrive("abc");
     CHECK(link.server().RecString.text().empty());
     link.server().send(link.server().packet(ClientCommand::CmdTimeRequest));

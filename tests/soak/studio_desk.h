@@ -19,7 +19,7 @@ class StudioDesk {
     console.startup.Main({});
     console.Lineweir.Data1.database_name = "calls.lwl";
     hand_over();
-    console.port.PortOn_Click();
+    console.Lineweir.PortOn.on_click();
   }
 
   void pass(platform::Milliseconds span) { platform.loop.advance(span); }

@@ -110,7 +110,7 @@ struct WindowOnLine {
     console.messages.on_shown = [this](const std::string& text) { messages.push_back(text); };
     console.startup.Main({});
     desktop.flush();
-    console.port.PortOn_Click();
+    console.Lineweir.PortOn.on_click();
   }
   ~WindowOnLine() { comm1.close(); }
 

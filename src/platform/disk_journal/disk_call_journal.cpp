@@ -135,12 +135,12 @@ void DiskCallJournal::tell() {
     replaced = std::exchange(running_->exchange.replaced, {});
   }
   for (const std::string& file : replaced) {
-    if (on_replaced) on_replaced(file);
+    on_replaced(file);
   }
   const CallJournalState now = state();
   if (now == told_) return;
   told_ = now;
-  if (on_change) on_change();
+  on_change();
 }
 
 }  // namespace lineweir::platform

@@ -63,12 +63,12 @@ void LoopCallJournal::tell_soon() {
 
 void LoopCallJournal::tell() {
   for (const std::string& file : std::exchange(replaced_, {})) {
-    if (on_replaced) on_replaced(file);
+    on_replaced(file);
   }
   const CallJournalState now = state();
   if (now == told_) return;
   told_ = now;
-  if (on_change) on_change();
+  on_change();
 }
 
 }  // namespace lineweir::platform

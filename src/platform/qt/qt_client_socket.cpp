@@ -15,12 +15,8 @@ constexpr int highest_port = 65535;
 }  // namespace
 
 QtClientSocket::QtClientSocket(EventLoop& loop)
-    : tell_connected_(loop,
-                      [this] {
-                        if (on_connect) on_connect();
-                      }),
-      tell_received_(loop, [this] {
-        if (bytes_received() > 0 && on_data_arrival) on_data_arrival();
+    : tell_connected_(loop, [this] { on_connect(); }), tell_received_(loop, [this] {
+        if (bytes_received() > 0) on_data_arrival();
       }) {
   socket_.setProxy(QNetworkProxy::NoProxy);
   socket_.setReadBufferSize(most_unread);

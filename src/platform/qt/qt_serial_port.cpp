@@ -43,11 +43,9 @@ QtSerialPort::QtSerialPort(EventLoop& loop, int bits_per_second, int comm_port)
       comm_port_(comm_port),
       tell_received_(loop,
                      [this] {
-                       if (port_.bytesAvailable() > 0 && on_comm) on_comm(comm_event_receive);
+                       if (port_.bytesAvailable() > 0) on_comm(comm_event_receive);
                      }),
-      tell_lost_(loop, [this] {
-        if (on_lost) on_lost(lost_description_);
-      }) {
+      tell_lost_(loop, [this] { on_lost(lost_description_); }) {
   port_.setReadBufferSize(most_unread);
   QObject::connect(&port_, &QSerialPort::readyRead, &port_, [this] { tell_received_.post(); });
   QObject::connect(&port_, &QSerialPort::errorOccurred, &port_,

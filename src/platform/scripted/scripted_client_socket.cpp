@@ -24,7 +24,7 @@ void ScriptedClientSocket::connect(const std::string& host, int port) {
   loop_.schedule(scripted_answer_time, [this, connection = ++connection_] {
     if (connection != connection_ || state_ != socket_connecting) return;
     state_ = accepts_ ? socket_connected : socket_closed;
-    if (accepts_ && on_connect) on_connect();
+    if (accepts_) on_connect();
   });
 }
 
@@ -57,8 +57,8 @@ void ScriptedClientSocket::stand_connected() {
 std::vector<std::string> ScriptedClientSocket::take_writes() { return std::exchange(writes_, {}); }
 
 void ScriptedClientSocket::restart() {
-  on_connect = nullptr;
-  on_data_arrival = nullptr;
+  on_connect.forget_handler();
+  on_data_arrival.forget_handler();
   close();
 }
 
@@ -67,7 +67,7 @@ void ScriptedClientSocket::arrive(const std::string& bytes, Milliseconds delay) 
   loop_.schedule(delay, [this, bytes, connection = connection_] {
     if (connection != connection_ || state_ != socket_connected) return;
     received_ += bytes;
-    if (on_data_arrival) on_data_arrival();
+    on_data_arrival();
   });
 }
 

@@ -45,8 +45,8 @@ void ScriptedPlatform::restart() {
   comm2.restart();
   winsock1.restart();
   remote_objects.restart();
-  journal.on_change = nullptr;
-  journal.on_replaced = nullptr;
+  journal.on_change.forget_handler();
+  journal.on_replaced.forget_handler();
   random.restart();
   ended = false;
 }

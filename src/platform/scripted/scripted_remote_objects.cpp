@@ -38,9 +38,7 @@ void ScriptedRemoteObjects::set_result(const std::string& member, const RemoteVa
 
 void ScriptedRemoteObjects::call_back(const std::string& method,
                                       const std::vector<RemoteValue>& arguments) {
-  loop_.schedule(Milliseconds{0}, [this, method, arguments] {
-    if (on_callback) on_callback(method, arguments);
-  });
+  loop_.schedule(Milliseconds{0}, [this, method, arguments] { on_callback(method, arguments); });
 }
 
 std::vector<RemoteCall> ScriptedRemoteObjects::take_calls() { return std::exchange(calls_, {}); }

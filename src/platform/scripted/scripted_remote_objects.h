@@ -39,7 +39,7 @@ class ScriptedRemoteObjects final : public RemoteObjects {
   std::vector<RemoteCall> take_calls();
 
   // As ScriptedSerialPort::restart.
-  void restart() { on_callback = nullptr; }
+  void restart() { on_callback.forget_handler(); }
 
  private:
   class Object;

@@ -51,14 +51,14 @@ void ScriptedSerialPort::fail_openings(int number, int count) {
 void ScriptedSerialPort::vanish() {
   if (!open_) return;
   close();
-  if (on_lost) on_lost("Serial port " + std::to_string(comm_port_) + " was lost");
+  on_lost("Serial port " + std::to_string(comm_port_) + " was lost");
 }
 
 std::vector<std::string> ScriptedSerialPort::take_writes() { return std::exchange(writes_, {}); }
 
 void ScriptedSerialPort::restart() {
-  on_comm = nullptr;
-  on_lost = nullptr;
+  on_comm.forget_handler();
+  on_lost.forget_handler();
   close();
   comm_port_ = first_comm_port_;
 }
@@ -68,7 +68,7 @@ void ScriptedSerialPort::arrive(const std::string& characters, Milliseconds dela
   loop_.schedule(delay, [this, characters] {
     if (!open_) return;
     received_ += characters;
-    if (on_comm) on_comm(comm_event_receive);
+    on_comm(comm_event_receive);
   });
 }
 
