@@ -1,6 +1,5 @@
 #include "callerdata/call_log.h"
 
-#include <array>
 #include <utility>
 
 #include "base/names.h"
@@ -14,32 +13,6 @@
 namespace lineweir {
 namespace {
 
-// What a column of the log holds.
-struct LogStep {
-  int position;
-  CallerField field;
-  // The row's column whose caption is written in place of the record's field; -1 for the field.
-  int row_column;
-};
-
-// Name, city and comments are what the row shows.
-constexpr std::array log_steps = {
-    LogStep{0, CallerField::CallerName, name_column},
-    LogStep{1, CallerField::StreetAddress, -1},
-    LogStep{2, CallerField::City, city_column},
-    LogStep{3, CallerField::State, -1},
-    LogStep{4, CallerField::ZipCode, -1},
-    LogStep{phone_number_position, CallerField::PhoneNumber, -1},
-    LogStep{6, CallerField::Comments, comments_column},
-    LogStep{7, CallerField::Station, -1},
-    LogStep{8, CallerField::Gender, -1},
-    LogStep{date_position, CallerField::CallDate, -1},
-    LogStep{10, CallerField::TimeOnHold, -1},
-    LogStep{11, CallerField::TimePlacedOnAir, -1},
-    LogStep{12, CallerField::TimeOnAir, -1},
-    LogStep{user_field_position, CallerField::UserField, -1},
-};
-
 using LoggedColumns = std::vector<platform::LoggedColumn>;
 
 LoggedColumns empty_columns() {
@@ -50,23 +23,22 @@ LoggedColumns empty_columns() {
   return columns;
 }
 
-void set_column(const Letters& letters, LoggedColumns& columns, int position,
+void set_column(const Letters& letters, LoggedColumns& columns, CallerField field,
                 std::string_view text) {
-  const auto place = static_cast<std::size_t>(position);
-  const std::size_t room = call_log_columns[place].size;
+  const CallerLogColumn& column = rule_of(field).log;
   // A number loses its separators before it loses a digit.
   const std::string kept =
-      position == phone_number_position ? number_within(text, room) : std::string(text);
-  columns[place].value = letters.to_utf8(left_part(kept, room));
+      field == CallerField::PhoneNumber ? number_within(text, column.size) : std::string(text);
+  columns[column.position].value = letters.to_utf8(left_part(kept, column.size));
 }
 
 LoggedColumns columns_of(const Letters& letters, const CallerRecord& record, MainForm& form,
                          int line) {
   LoggedColumns columns = empty_columns();
-  for (const LogStep& step : log_steps) {
-    set_column(letters, columns, step.position,
-               step.row_column < 0 ? record[step.field]
-                                   : form.column_labels(step.row_column)(line).caption.get());
+  for (const CallerFieldRule& rule : caller_fields) {
+    const bool from_row = rule.log.from == LoggedFrom::Row;
+    set_column(letters, columns, rule.field,
+               from_row ? form.labels_of(rule.field)(line).caption.get() : record[rule.field]);
   }
   return columns;
 }
@@ -79,7 +51,8 @@ void CallLog::log(int line) {
   CallerRecord& record = state_.lines.CallerData(line);
   EndedCall ended{call_on(line), call_so_far(line)};
   if (chosen() && record.holds_data()) {
-    record.set(CallerField::CallDate, ended.record.columns[date_position].value);
+    const std::size_t date = rule_of(CallerField::CallDate).log.position;
+    record.set(CallerField::CallDate, ended.record.columns[date].value);
     ended.record.file = file_of_log();
     state_.services.journal.put(ended.record);
   }
@@ -104,7 +77,7 @@ platform::LoggedCall CallLog::call_so_far(int line) {
   call.table = call_log_table;
   const Letters& letters = state_.services.letters;
   call.columns = columns_of(letters, state_.lines.CallerData(line), state_.Lineweir, line);
-  set_column(letters, call.columns, date_position, date_text(state_.services.clock.now()));
+  set_column(letters, call.columns, CallerField::CallDate, date_text(state_.services.clock.now()));
   return call;
 }
 
@@ -119,9 +92,9 @@ bool CallLog::complete(platform::LoggedCall call, const EntryTexts& texts) {
   // Through a record, whose fixed fields cut and pad.
   CallerRecord record;
   for (std::size_t i = 0; i < texts.size(); ++i) {
-    const EntryField& field = entry_fields[i];
-    record.set(field.field, texts[i]);
-    set_column(state_.services.letters, call.columns, field.log_position, record[field.field]);
+    const CallerField field = entry_fields[i].field;
+    record.set(field, texts[i]);
+    set_column(state_.services.letters, call.columns, field, record[field]);
   }
   state_.services.journal.put(std::move(call));
   return true;

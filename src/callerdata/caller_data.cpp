@@ -137,7 +137,7 @@ void CallerDataEntry::fill_texts() {
   if (held_.ended) notice_.end = held_.ended->how;
   had_ = draft.work.had;
   form.show_texts(draft.work.typed);
-  for (int entry = 1; entry <= caller_text_count; ++entry) form.TheText(entry).caret_to_end();
+  for (int entry = 1; entry <= entry_field_count; ++entry) form.TheText(entry).caret_to_end();
   follow_line();
   show_buttons();
 }
@@ -219,7 +219,7 @@ void CallerDataEntry::TheText_KeyPress(int Index, int& KeyAscii) {
   caller_memory_.key_pressed(KeyAscii);
   if (KeyAscii == key_enter) {
     KeyAscii = 0;
-    if (Index >= caller_text_count || !form.focus_next(Index)) form.Command3D1.on_click();
+    if (Index >= entry_field_count || !form.focus_next(Index)) form.Command3D1.on_click();
     return;
   }
   if (Index != gender_entry) return;
@@ -280,7 +280,7 @@ void CallerDataEntry::store(int line, const EntryTexts& typed) {
   const EntryTexts texts = without_controls(typed);
   CallerRecord& record = state_.lines.CallerData(line);
   for (std::size_t i = 0; i < texts.size(); ++i) {
-    state_.Lineweir.column_labels(entry_fields[i].column)(line).caption = texts[i];
+    state_.Lineweir.labels_of(entry_fields[i].field)(line).caption = texts[i];
     record.set(entry_fields[i].field, texts[i]);
   }
   line_texts_.renewed(line);

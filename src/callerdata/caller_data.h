@@ -47,7 +47,7 @@ class CallerDataEntry {
   // What is being typed stays for the next run.
   void keep_draft();
 
-  // Which of the ten fields are in use.
+  // Which of the fields are in use.
   LogFieldFlags LogFieldOn = all_fields_on();
 
  private:

@@ -19,9 +19,7 @@ std::string CallerDataSender::caller_data_text(int line) {
   CallerDetails data = caller_data_of(sender_name(), record);
   for (std::size_t i = 0; i < data.fields.size(); ++i) {
     data.fields[i] = std::string(TextWrit_NullRemove(data.fields[i]));
-    const CallerField field = entry_fields[i].field;
-    const bool fixed = caller_fields[static_cast<std::size_t>(field)].width != 0;
-    if (fixed) record.set(field, data.fields[i]);
+    if (entry_fields[i].width != 0) record.set(entry_fields[i].field, data.fields[i]);
   }
   return encode_caller_data(data);
 }

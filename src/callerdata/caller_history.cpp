@@ -13,23 +13,32 @@ namespace {
 
 constexpr std::size_t least_digits = 4;
 constexpr std::size_t digits_without_country_code = 10;
-constexpr int name_position = 0;
-constexpr int city_position = 2;
-constexpr int on_air_position = 11;
 
 struct KnownCall {
   platform::RowId row = 0;
   // Its date in a form that can be put in order.
   std::string day;
-  std::string name;
-  std::string city;
   std::string date;
   std::string placed_on_air;
+  EntryTexts known;
 };
+
+std::vector<std::size_t> entries_to_fill_in() {
+  std::vector<std::size_t> entries;
+  for (std::size_t i = 0; i < entry_fields.size(); ++i) {
+    if (!entry_fields[i].filled_in_as.empty()) entries.push_back(i);
+  }
+  return entries;
+}
 
 std::vector<KnownCall> find_calls(platform::Recordset& log, const Letters& letters,
                                   std::string_view number) {
-  const std::vector<int> columns = {name_position, city_position, date_position, on_air_position};
+  const std::vector<std::size_t> entries = entries_to_fill_in();
+  std::vector<int> columns = {log_position(CallerField::CallDate),
+                              log_position(CallerField::TimePlacedOnAir)};
+  for (const std::size_t entry : entries) {
+    columns.push_back(log_position(entry_fields[entry].field));
+  }
   std::vector<KnownCall> calls;
   for (const std::string& form : number_forms(number)) {
     log.find_number(phone_number_position, form, CallerHistory::most_calls, columns,
@@ -37,9 +46,12 @@ std::vector<KnownCall> find_calls(platform::Recordset& log, const Letters& lette
                       const auto text = [&](std::size_t i) {
                         return std::string(trimmed(letters.from_utf8(values[i])));
                       };
-                      std::string day;
-                      append_sort_key(day, SortKind::Date, values[2]);
-                      calls.push_back({row, std::move(day), text(0), text(1), text(2), text(3)});
+                      KnownCall call{row, {}, text(0), text(1), {}};
+                      append_sort_key(call.day, SortKind::Date, values[0]);
+                      for (std::size_t i = 0; i < entries.size(); ++i) {
+                        call.known[entries[i]] = text(2 + i);
+                      }
+                      calls.push_back(std::move(call));
                     });
   }
   // Calls that were brought in from another log may be older than those in front of them.
@@ -83,8 +95,9 @@ std::optional<CallerHistory> find_history(platform::Recordset& log, const Letter
   CallerHistory history;
   history.calls = std::min(static_cast<int>(calls.size()), CallerHistory::most_calls);
   for (const KnownCall& call : calls) {
-    if (history.name.empty()) history.name = call.name;
-    if (history.city.empty()) history.city = call.city;
+    for (std::size_t i = 0; i < call.known.size(); ++i) {
+      if (history.known[i].empty()) history.known[i] = call.known[i];
+    }
     if (call.placed_on_air.empty()) continue;
     ++history.on_air;
     if (history.last_on_air.empty()) history.last_on_air = call.date + " " + call.placed_on_air;
@@ -99,8 +112,10 @@ std::string history_text(const CallerHistory& history) {
   } else {
     text += ", on air " + times(history.on_air) + "\r\nLast on air " + history.last_on_air;
   }
-  const bool both = !history.name.empty() && !history.city.empty();
-  const std::string who = history.name + (both ? ", " : "") + history.city;
+  std::string who;
+  for (const std::string& known : history.known) {
+    if (!known.empty()) who += (who.empty() ? "" : ", ") + known;
+  }
   return who.empty() ? text : text + "\r\n" + who;
 }
 

@@ -5,6 +5,7 @@
 #include <string_view>
 #include <vector>
 
+#include "forms/entry_fields.h"
 #include "letters/letters.h"
 #include "platform/database.h"
 
@@ -19,9 +20,8 @@ struct CallerHistory {
   int on_air = 0;
   // Date and time at which the caller was last on air; empty if never.
   std::string last_on_air;
-  // The newest that the log has; each may be empty.
-  std::string name;
-  std::string city;
+  // The newest that the log has of the fields that can be filled in; each may be empty.
+  EntryTexts known;
 
   friend bool operator==(const CallerHistory&, const CallerHistory&) = default;
 };

@@ -1,7 +1,5 @@
 #include "callerdata/caller_memory.h"
 
-#include <utility>
-
 #include "callerdata/call_log.h"
 #include "forms/entry_fields.h"
 #include "state/console_state.h"
@@ -46,21 +44,24 @@ void CallerMemory::offer() {
   CallerDataForm& form = state_.Form4;
   if (!form.MemoryLabel.visible) return;
   std::string fields;
-  for (const KnownField& field : fillable()) {
-    fields += (fields.empty() ? "" : " and ") + std::string(field.title);
+  for (const int entry : fillable()) {
+    fields += (fields.empty() ? "" : " and ") + std::string(entry_field(entry).filled_in_as);
   }
   form.MemoryFill.caption = "&Fill in " + fields;
   form.MemoryFill.visible = !fields.empty();
 }
 
-std::vector<CallerMemory::KnownField> CallerMemory::fillable() {
-  std::vector<KnownField> fields;
-  for (KnownField field : {KnownField{name_entry, "name", history_.name},
-                           KnownField{city_entry, "city", history_.city}}) {
-    const TextBox& box = state_.Form4.TheText(field.entry);
-    if (box.enabled && completes(box.text.get(), field.known)) fields.push_back(std::move(field));
+std::vector<int> CallerMemory::fillable() const {
+  std::vector<int> entries;
+  for (int entry = 1; entry <= entry_field_count; ++entry) {
+    const TextBox& box = state_.Form4.TheText(entry);
+    if (box.enabled && completes(box.text.get(), known(entry))) entries.push_back(entry);
   }
-  return fields;
+  return entries;
+}
+
+const std::string& CallerMemory::known(int entry) const {
+  return history_.known[static_cast<std::size_t>(entry - 1)];
 }
 
 void CallerMemory::key_pressed(int& key) {
@@ -77,13 +78,13 @@ void CallerMemory::hide() {
 
 void CallerMemory::MemoryFill_Click() {
   CallerDataForm& form = state_.Form4;
-  const std::vector<KnownField> fields = fillable();
+  const std::vector<int> entries = fillable();
   hide();
-  for (const KnownField& field : fields) {
-    form.TheText(field.entry).text = field.known;
-    form.TheText(field.entry).caret_to_end();
+  for (const int entry : entries) {
+    form.TheText(entry).text = known(entry);
+    form.TheText(entry).caret_to_end();
   }
-  for (int entry = 1; entry <= caller_text_count; ++entry) {
+  for (int entry = 1; entry <= entry_field_count; ++entry) {
     TextBox& box = form.TheText(entry);
     if (!box.enabled || !box.text.get().empty()) continue;
     return box.set_focus();

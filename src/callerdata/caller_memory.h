@@ -1,7 +1,6 @@
 #pragma once
 
 #include <string>
-#include <string_view>
 #include <vector>
 
 #include "callerdata/caller_history.h"
@@ -12,7 +11,7 @@ class CallLog;
 struct ConsoleState;
 
 // Shows on Form4 what the log knows of the caller whose telephone number is entered or arrives, and
-// fills in name and city if the user wants it. The button names what it would fill in, and isn't
+// fills it in if the user wants it. The button names what it would fill in, and isn't
 // there where that is nothing. It never asks and never takes the focus; whoever types on has
 // declined.
 class CallerMemory {
@@ -33,15 +32,10 @@ class CallerMemory {
   void hide();
 
  private:
-  struct KnownField {
-    int entry;
-    std::string_view title;
-    std::string known;
-  };
-
   void MemoryFill_Click();
-  // What can be filled in now: fields in use that have nothing else in them.
-  std::vector<KnownField> fillable();
+  // The entries that can be filled in now: those in use that have nothing else in them.
+  std::vector<int> fillable() const;
+  const std::string& known(int entry) const;
 
   ConsoleState& state_;
   CallLog& call_log_;

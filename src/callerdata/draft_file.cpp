@@ -18,16 +18,15 @@ constexpr std::string_view had_mark = " before";
 
 constexpr std::size_t first_column = 2;
 constexpr std::size_t first_typed = first_column + call_log_columns.size();
-constexpr std::size_t first_had = first_typed + log_field_count;
-constexpr std::size_t field_count = first_had + log_field_count;
+constexpr std::size_t first_had = first_typed + entry_field_count;
+constexpr std::size_t field_count = first_had + entry_field_count;
 
 std::vector<std::string> headings() {
   std::vector<std::string> names = {std::string(line_heading), std::string(log_heading)};
   for (const CallLogColumn& column : call_log_columns)
     names.push_back("Call: " + std::string(column.name));
   for (const std::string_view mark : {std::string_view(), had_mark}) {
-    for (const EntryField& field : entry_fields) {
-      const auto& rule = caller_fields[static_cast<std::size_t>(field.field)];
+    for (const CallerFieldRule& rule : entry_fields) {
       names.push_back(std::string(rule.name) + std::string(mark));
     }
   }
@@ -65,7 +64,7 @@ std::optional<EntryDraft> draft_of(const Letters& letters, const CsvRecord& reco
         {std::string(call_log_columns[i].name), record.fields[first_column + i]});
   }
   draft.ended = EndedCall{0, std::move(call)};
-  for (std::size_t i = 0; i < log_field_count; ++i) {
+  for (std::size_t i = 0; i < entry_field_count; ++i) {
     draft.work.typed[i] = letters.from_utf8(record.fields[first_typed + i]);
     draft.work.had[i] = letters.from_utf8(record.fields[first_had + i]);
   }

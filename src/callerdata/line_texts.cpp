@@ -27,9 +27,9 @@ void LineTexts::caller_gone(int line) { gone_[line] = standing_on(line); }
 LineTexts::Texts LineTexts::standing_on(int line) const {
   Texts texts;
   for (std::size_t i = 0; i < entry_fields.size(); ++i) {
-    const EntryField& field = entry_fields[i];
-    texts.record[i] = state_.lines.CallerData(line)[field.field];
-    texts.row[i] = state_.Lineweir.column_labels(field.column)(line).caption;
+    const CallerField field = entry_fields[i].field;
+    texts.record[i] = state_.lines.CallerData(line)[field];
+    texts.row[i] = state_.Lineweir.labels_of(field)(line).caption;
   }
   return texts;
 }

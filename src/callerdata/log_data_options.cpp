@@ -23,17 +23,15 @@ void LogDataOptions::LogDataOptionsMenu_Click() { state_.LogDataForm.show(); }
 
 void LogDataOptions::Form_Load() {
   LogDataWindow& form = state_.LogDataForm;
-  form.UserCheck.caption = trimmed(state_.Lineweir.CaptionLabel(user_column).caption);
+  form.box(user_named_field).caption = trimmed(state_.Lineweir.CaptionLabel(user_column).caption);
   const LogFieldFlags& in_use = caller_data_.LogFieldOn;
-  for (std::size_t field = 0; field < in_use.size(); ++field) {
-    form.box(field).value = in_use[field] ? 1 : 0;
-  }
+  for (std::size_t i = 0; i < in_use.size(); ++i) form.boxes[i].value = in_use[i] ? 1 : 0;
 }
 
 void LogDataOptions::ExitLayout_Click() {
   LogFieldFlags& in_use = caller_data_.LogFieldOn;
-  for (std::size_t field = 0; field < in_use.size(); ++field) {
-    in_use[field] = state_.LogDataForm.box(field).value == 1;
+  for (std::size_t i = 0; i < in_use.size(); ++i) {
+    in_use[i] = state_.LogDataForm.boxes[i].value == 1;
   }
   state_.LogDataForm.unload();
 }

@@ -22,10 +22,6 @@ namespace {
 // What fits into a slice of a few milliseconds.
 constexpr std::size_t rows_a_slice = 200;
 
-// Shares of the page's width by column of the table.
-constexpr std::array<int, call_log_columns.size()> page_widths = {13, 14, 9, 5, 6, 10, 20,
-                                                                  7,  6,  8, 8, 9, 8,  11};
-
 // The names of a log's files, behind its own name.
 constexpr std::array<std::string_view, 1> log_itself = {""};
 constexpr std::array<std::string_view, 3> files_beside_log = {"-wal", "-shm", "-journal"};
@@ -94,8 +90,8 @@ void LogOutput::PrintButton_Click() {
   if (file.empty()) return;
   std::vector<platform::PrintedColumn> columns;
   for (const std::string& name : log_viewer_.column_names()) {
-    const std::size_t place = std::min(columns.size(), page_widths.size() - 1);
-    columns.push_back({name, page_widths[place]});
+    const std::size_t place = std::min(columns.size(), call_log_columns.size() - 1);
+    columns.push_back({name, rule_of(call_log_columns[place].field).log.page_share});
   }
   const std::string title =
       "Call log " + shown_file_name(state_.DatabaseViewer.Data1.database_name);

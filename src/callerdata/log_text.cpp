@@ -51,14 +51,10 @@ bool LogSearch::finds(std::string_view texts) const {
 }
 
 SortKind sort_kind_of(int column) {
-  constexpr std::string_view date = "Date";
-  constexpr std::string_view times = "Time_";
   if (column < 0 || static_cast<std::size_t>(column) >= call_log_columns.size()) {
     return SortKind::Text;
   }
-  const std::string_view name = call_log_columns[static_cast<std::size_t>(column)].name;
-  if (name == date) return SortKind::Date;
-  return name.starts_with(times) ? SortKind::Time : SortKind::Text;
+  return rule_of(call_log_columns[static_cast<std::size_t>(column)].field).log.kind;
 }
 
 void append_sort_key(std::string& key, SortKind kind, std::string_view utf8) {

@@ -5,6 +5,8 @@
 #include <string_view>
 #include <vector>
 
+#include "lines/caller_fields.h"
+
 namespace lineweir {
 
 // How the texts of a call log are compared: UTF-8 as it stands in the file, in which neither case
@@ -24,9 +26,6 @@ class LogSearch {
  private:
   std::vector<std::string> words_;
 };
-
-// By what the values of a column are put in order.
-enum class SortKind { Text, Date, Time };
 
 SortKind sort_kind_of(int column);
 

@@ -19,7 +19,7 @@ void ReceivedData::ReturnCallerData(std::string_view ReturnData, int ALinenumber
 void ReceivedData::SrvCallerData(std::string_view Buffer, int LineNo) {
   if (take(Buffer, LineNo)) {
     CallerRecord& record = state_.lines.CallerData(LineNo);
-    for (const EntryField& field : entry_fields) record.set(field.field, "");
+    for (const CallerFieldRule& rule : entry_fields) record.set(rule.field, "");
   }
   caller_data_.data_arrived(LineNo);
 }
@@ -28,9 +28,9 @@ bool ReceivedData::take(std::string_view text, int line) {
   MainForm& form = state_.Lineweir;
   CallerRecord& record = state_.lines.CallerData(line);
   if (text.empty()) {
-    form.LineName(line).caption = "";
-    form.LineCity(line).caption = "";
-    form.LineComments(line).caption = "";
+    for (const CallerFieldRule& rule : entry_fields) {
+      if (rule.log.from == LoggedFrom::Row) form.labels_of(rule.field)(line).caption = "";
+    }
     return false;
   }
   if (is_own(text.substr(0, text.find(field_end)))) return false;
@@ -40,8 +40,9 @@ bool ReceivedData::take(std::string_view text, int line) {
   }
   for (std::size_t i = 0; i < entry_fields.size(); ++i) {
     // Through the record, whose fixed fields cut and pad.
-    record.set(entry_fields[i].field, details->fields[i]);
-    form.column_labels(entry_fields[i].column)(line).caption = record[entry_fields[i].field];
+    const CallerField field = entry_fields[i].field;
+    record.set(field, details->fields[i]);
+    form.labels_of(field)(line).caption = record[field];
   }
   line_texts_.renewed(line);
   return true;

@@ -32,16 +32,6 @@ constexpr std::array looks = {
     ElementLook{"LineNumb", Look::RowText, "Line %1 number"},
     ElementLook{"LineStatus", Look::RowText, "Line %1 status"},
     ElementLook{"LineTime", Look::RowTime, "Line %1 time"},
-    ElementLook{"LineName", Look::RowText, "Line %1 caller name"},
-    ElementLook{"LineStreetAdd", Look::RowText, "Line %1 street address"},
-    ElementLook{"LineCity", Look::RowText, "Line %1 city"},
-    ElementLook{"LineState", Look::RowText, "Line %1 state"},
-    ElementLook{"LineZipCode", Look::RowText, "Line %1 zip code"},
-    ElementLook{"LinePhoneNumber", Look::RowText, "Line %1 phone number"},
-    ElementLook{"LineStation", Look::RowText, "Line %1 station"},
-    ElementLook{"LineBand", Look::RowText, "Line %1 gender"},
-    ElementLook{"LineComments", Look::RowText, "Line %1 comments"},
-    ElementLook{"LineUser", Look::RowText, "Line %1 user field"},
     ElementLook{"MyMark", Look::Mark, "Line %1 column edge"},
     ElementLook{"OnHybrid1", Look::RowKey, "Put line %1 on main hybrid", "Answer line %1"},
     ElementLook{"OnHybrid2", Look::RowKey, "Put line %1 on conference hybrid",
@@ -97,6 +87,15 @@ constexpr std::array looks = {
     ElementLook{"StatusText2", Look::LargeText, "Next event"},
 };
 
+// The texts of the rows that tell of the caller.
+constexpr auto caller_looks = [] {
+  std::array<ElementLook, entry_field_count> rows{};
+  for (std::size_t i = 0; i < rows.size(); ++i) {
+    rows[i] = {entry_fields[i].row.element, Look::RowText, entry_fields[i].row.spoken};
+  }
+  return rows;
+}();
+
 // Panel keys that open something of the console's own.
 constexpr std::array keys_of_the_console = {std::string_view("Dial"),
                                             std::string_view("OptionsButton")};
@@ -128,7 +127,9 @@ bool in_producer_mode(const Form& form) {
 
 const ElementLook& look_of(const Control& control) {
   const auto* row = std::ranges::find(looks, control.name(), &ElementLook::element);
-  return row == looks.end() ? look_of_kind(control.kind()) : *row;
+  if (row != looks.end()) return *row;
+  const auto* of_caller = std::ranges::find(caller_looks, control.name(), &ElementLook::element);
+  return of_caller == caller_looks.end() ? look_of_kind(control.kind()) : *of_caller;
 }
 
 bool commands_equipment(const Control& control) {
@@ -149,7 +150,7 @@ QString spoken_name(const Control& control) {
   const bool other_words = !look.spoken_to_producer.empty() && in_producer_mode(control.form());
   const std::string_view spoken = other_words ? look.spoken_to_producer : look.spoken;
   const int line =
-      look.look == Look::Mark ? control.index() / marks_per_row : std::max(0, control.index());
+      look.look == Look::Mark ? control.index() / column_count : std::max(0, control.index());
   return QString::fromLatin1(spoken.data(), static_cast<int>(spoken.size()))
       .replace(QLatin1String("%1"), QString::number(line + 1));
 }

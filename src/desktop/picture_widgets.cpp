@@ -33,7 +33,7 @@ QRect PictureWidget::device_place() const {
   if (control() == nullptr || element_look().look != Look::Mark) {
     return ElementWidget::device_place();
   }
-  const int row = control()->index() / marks_per_row;
+  const int row = control()->index() / column_count;
   return pixel_rect(clipped_to_strip(canvas(), row, place_on_form(*control())),
                     canvas().device_scale());
 }

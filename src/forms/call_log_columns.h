@@ -3,11 +3,14 @@
 #include <array>
 #include <string_view>
 
+#include "lines/caller_fields.h"
+
 namespace lineweir {
 
 inline constexpr std::string_view call_log_table = "Caller Records";
 
 struct CallLogColumn {
+  CallerField field;
   // Empty for the column that the user names.
   std::string_view name;
   // In characters; a longer value is cut.
@@ -15,18 +18,21 @@ struct CallLogColumn {
 };
 
 // The table's columns in their order.
-inline constexpr std::array call_log_columns = {
-    CallLogColumn{"Caller Name", 30},  CallLogColumn{"Street Address", 40},
-    CallLogColumn{"City", 25},         CallLogColumn{"State", 15},
-    CallLogColumn{"ZipCode", 12},      CallLogColumn{"PhoneNumber", 15},
-    CallLogColumn{"Comments", 100},    CallLogColumn{"Station", 10},
-    CallLogColumn{"Gender", 6},        CallLogColumn{"Date", 10},
-    CallLogColumn{"Time_On_Hold", 10}, CallLogColumn{"Time_Placed_On_Air", 12},
-    CallLogColumn{"Time_On_Air", 10},  CallLogColumn{"", 100},
-};
+inline constexpr std::array<CallLogColumn, caller_fields.size()> call_log_columns = [] {
+  std::array<CallLogColumn, caller_fields.size()> columns{};
+  for (const CallerFieldRule& rule : caller_fields) {
+    const bool user_named = rule.field == user_named_field;
+    columns[rule.log.position] = {rule.field, user_named ? std::string_view() : rule.title,
+                                  rule.log.size};
+  }
+  return columns;
+}();
 
-inline constexpr int phone_number_position = 5;
-inline constexpr int date_position = 9;
-inline constexpr int user_field_position = 13;
+constexpr int log_position(CallerField field) {
+  return static_cast<int>(rule_of(field).log.position);
+}
+
+inline constexpr int phone_number_position = log_position(CallerField::PhoneNumber);
+inline constexpr int user_field_position = log_position(user_named_field);
 
 }  // namespace lineweir

@@ -1,7 +1,6 @@
 #include "forms/caller_data_form.h"
 
 #include <algorithm>
-#include <array>
 #include <string_view>
 
 namespace lineweir {
@@ -19,9 +18,6 @@ constexpr int notice_width = 5680;
 constexpr int notice_line_height = 250;
 // Fewer than a line of the notice has room for, whatever the letters.
 constexpr std::size_t notice_line_length = 50;
-constexpr std::array<std::string_view, caller_text_count> headings = {
-    "Caller Name", "Street Address", "City",   "State",    "ZipCode",
-    "PhoneNumber", "Station",        "Gender", "Comments", "User"};
 
 // How many lines a text takes that is broken where a line is full.
 int lines_of(std::string_view text) {
@@ -40,13 +36,13 @@ CallerDataForm::CallerDataForm() : Form("Form4") {
   width = form_width;
   TheText(0).visible = false;
   Label(0).visible = false;
-  for (int field = 1; field <= caller_text_count; ++field) {
-    const int row_top = caller_row_top(field - 1);
-    lineweir::Label& heading = Label.load(field);
-    heading.caption = headings[static_cast<std::size_t>(field - 1)];
+  for (int entry = 1; entry <= entry_field_count; ++entry) {
+    const int row_top = caller_row_top(entry - 1);
+    lineweir::Label& heading = Label.load(entry);
+    heading.caption = entry_field(entry).title;
     heading.move(120, row_top, 1500, 300);
     heading.visible = true;
-    TextBox& text = TheText.load(field);
+    TextBox& text = TheText.load(entry);
     text.move(1700, row_top, 4100, 315);
     text.visible = true;
   }
@@ -67,7 +63,7 @@ CallerDataForm::CallerDataForm() : Form("Form4") {
 
 void CallerDataForm::lay_out(const LogFieldFlags& fields) {
   fields_ = 0;
-  for (int entry = 1; entry <= caller_text_count; ++entry) {
+  for (int entry = 1; entry <= entry_field_count; ++entry) {
     const bool in_use = fields[static_cast<std::size_t>(entry - 1)];
     TextBox& text = TheText(entry);
     if (in_use) {
@@ -98,7 +94,7 @@ void CallerDataForm::show_texts(const EntryTexts& texts) {
 }
 
 bool CallerDataForm::focus_next(int entry) {
-  for (int next = entry + 1; next <= caller_text_count; ++next) {
+  for (int next = entry + 1; next <= entry_field_count; ++next) {
     TextBox& box = TheText(next);
     if (!box.enabled) continue;
     box.set_focus();

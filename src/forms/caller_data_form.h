@@ -10,13 +10,11 @@
 
 namespace lineweir {
 
-inline constexpr int caller_text_count = log_field_count;
-
 // The top of a field on Form4, by its place among those in use, from 0.
 constexpr int caller_row_top(int place) { return 120 + 375 * place; }
 
-// Form4, in which the screener types who is calling. The fields are elements 1 to 10 of both
-// arrays; element 0 is their model and never shown.
+// Form4, in which the screener types who is calling. The fields are the elements of both arrays
+// from 1 on; element 0 is their model and never shown.
 class CallerDataForm : public Form {
  public:
   CallerDataForm();
@@ -56,7 +54,7 @@ class CallerDataForm : public Form {
  private:
   void fit_height();
 
-  int fields_ = caller_text_count;
+  int fields_ = entry_field_count;
 };
 
 }  // namespace lineweir

@@ -3,23 +3,23 @@
 #include <array>
 #include <string_view>
 
+#include "lines/caller_fields.h"
+
 namespace lineweir {
 
-inline constexpr int column_count = 13;
+// The columns of the rows, by their fixed number: three of the line itself, then the caller's.
+inline constexpr int number_column = 0;
+inline constexpr int status_column = 1;
+inline constexpr int time_column = 2;
+inline constexpr int first_caller_column = 3;
+inline constexpr int column_count = first_caller_column + entry_field_count;
 
 // The line's number and its status are always shown, the others as the user chooses.
-inline constexpr int first_optional_column = 2;
+inline constexpr int first_optional_column = time_column;
 
-// Columns by their fixed number.
-enum Column {
-  number_column = 0,
-  status_column = 1,
-  time_column = 2,
-  name_column = 3,
-  city_column = 5,
-  comments_column = 11,
-  user_column = 12,
-};
+constexpr int column_of(CallerField field) { return first_caller_column + static_cast<int>(field); }
+
+inline constexpr int user_column = column_of(user_named_field);
 
 struct ColumnRule {
   // The array of the rows' labels.
@@ -30,20 +30,17 @@ struct ColumnRule {
   bool shown_at_first;
 };
 
-inline constexpr std::array<ColumnRule, column_count> column_rules = {{
-    {"LineNumb", "#", 350, true},
-    {"LineStatus", "Status", 800, true},
-    {"LineTime", "Time", 835, true},
-    {"LineName", "Caller Name", 1700, true},
-    {"LineStreetAdd", "Street Address", 1700, false},
-    {"LineCity", "City", 1200, true},
-    {"LineState", "State", 600, false},
-    {"LineZipCode", "ZipCode", 800, false},
-    {"LinePhoneNumber", "PhoneNumber", 1300, false},
-    {"LineStation", "Station", 900, false},
-    {"LineBand", "Gender", 700, false},
-    {"LineComments", "Comments", 2500, true},
-    {"LineUser", "User", 1200, false},
-}};
+inline constexpr std::array<ColumnRule, column_count> column_rules = [] {
+  std::array<ColumnRule, column_count> rules = {{
+      {"LineNumb", "#", 350, true},
+      {"LineStatus", "Status", 800, true},
+      {"LineTime", "Time", 835, true},
+  }};
+  for (const CallerFieldRule& field : entry_fields) {
+    rules[static_cast<std::size_t>(column_of(field.field))] = {
+        field.row.element, field.title, field.row.width, field.row.shown_at_first};
+  }
+  return rules;
+}();
 
 }  // namespace lineweir

@@ -1,14 +1,14 @@
 #include "forms/database_viewer_form.h"
 
 namespace lineweir {
-namespace {
 
-constexpr std::array<int, call_log_columns.size()> grid_widths = {
-    1800, 1900, 1300, 700, 900, 1500, 3000, 900, 800, 1100, 1300, 1700, 1100, 1500};
-
-}  // namespace
-
-std::vector<int> log_grid_widths() { return {grid_widths.begin(), grid_widths.end()}; }
+std::vector<int> log_grid_widths() {
+  std::vector<int> widths;
+  for (const CallLogColumn& column : call_log_columns) {
+    widths.push_back(rule_of(column.field).log.grid_width);
+  }
+  return widths;
+}
 
 DatabaseViewerForm::DatabaseViewerForm() : Form("DatabaseViewer") {
   caption = "Call Log";

@@ -1,30 +1,24 @@
 #pragma once
 
+#include <deque>
+
 #include "elements/button.h"
 #include "elements/form.h"
+#include "lines/caller_fields.h"
 
 namespace lineweir {
 
-// LogDataForm: which of the ten fields of a caller's details are in use.
+// LogDataForm: which of the fields that people enter are in use.
 class LogDataWindow : public Form {
  public:
   LogDataWindow();
 
-  CheckBox CallerNameCheck{*this, "CallerNameCheck"};
-  CheckBox StreetAddressCheck{*this, "StreetAddressCheck"};
-  CheckBox CityCheck{*this, "CityCheck"};
-  CheckBox StateCheck{*this, "StateCheck"};
-  CheckBox ZipCodeCheck{*this, "ZipCodeCheck"};
-  CheckBox PhoneNumberCheck{*this, "PhoneNumberCheck"};
-  CheckBox StationCheck{*this, "StationCheck"};
-  CheckBox BandCheck{*this, "BandCheck"};
-  CheckBox CommentsCheck{*this, "CommentsCheck"};
-  CheckBox UserCheck{*this, "UserCheck"};
+  // CallerNameCheck and the others, in the order of the fields.
+  std::deque<CheckBox> boxes;
   Button ExitLayout{*this, "ExitLayout", "E&xit"};
   Button CancelLayout{*this, "CancelLayout", "&Cancel"};
 
-  // The ten boxes in the order of the fields.
-  CheckBox& box(std::size_t field);
+  CheckBox& box(CallerField field) { return boxes.at(static_cast<std::size_t>(field)); }
 };
 
 }  // namespace lineweir

@@ -5,6 +5,15 @@
 #include "forms/pictures.h"
 
 namespace lineweir {
+namespace {
+
+std::vector<ControlArray<Label>> columns_of(Form& form) {
+  std::vector<ControlArray<Label>> columns;
+  for (const ColumnRule& rule : column_rules) columns.emplace_back(form, rule.element);
+  return columns;
+}
+
+}  // namespace
 
 RowElements::RowElements(Form& form)
     : CaptionLabel(form, "CaptionLabel"),
@@ -12,19 +21,7 @@ RowElements::RowElements(Form& form)
       Label10(form, "Label10"),
       DataRow(form, "DataRow"),
       DataRowImage(form, "DataRowImage"),
-      LineNumb(form, "LineNumb"),
-      LineStatus(form, "LineStatus"),
-      LineTime(form, "LineTime"),
-      LineName(form, "LineName"),
-      LineStreetAdd(form, "LineStreetAdd"),
-      LineCity(form, "LineCity"),
-      LineState(form, "LineState"),
-      LineZipCode(form, "LineZipCode"),
-      LinePhoneNumber(form, "LinePhoneNumber"),
-      LineStation(form, "LineStation"),
-      LineBand(form, "LineBand"),
-      LineComments(form, "LineComments"),
-      LineUser(form, "LineUser"),
+      columns(columns_of(form)),
       MyMark(form, "MyMark"),
       OnHybrid1(form, "OnHybrid1"),
       OnHybrid2(form, "OnHybrid2"),
@@ -43,14 +40,10 @@ RowElements::RowElements(Form& form)
 }
 
 ControlArray<Label>& RowElements::column_labels(int column) {
-  const std::array<ControlArray<Label>*, column_count> arrays = {
-      &LineNumb, &LineStatus,   &LineTime,    &LineName,        &LineStreetAdd,
-      &LineCity, &LineState,    &LineZipCode, &LinePhoneNumber, &LineStation,
-      &LineBand, &LineComments, &LineUser};
   if (column < 0 || column >= column_count) {
     throw Failure(failure_number::out_of_range, "Subscript out of range");
   }
-  return *arrays[static_cast<std::size_t>(column)];
+  return columns[static_cast<std::size_t>(column)];
 }
 
 void RowElements::blank_row_controls(int line, int first) {

@@ -8,7 +8,7 @@ namespace lineweir {
 
 void CallerRecord::set(CallerField field, std::string_view text) {
   const auto place = static_cast<std::size_t>(field);
-  const std::size_t width = caller_fields[place].width;
+  const std::size_t width = rule_of(field).width;
   if (width == 0) {
     texts_[place] = text;
     return;

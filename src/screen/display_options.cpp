@@ -14,8 +14,6 @@
 namespace lineweir {
 namespace {
 
-constexpr std::array first_columns = {time_column, name_column, city_column, comments_column};
-
 constexpr std::string_view gap_entry = "/";
 
 std::size_t stored_place(int column) {
@@ -36,9 +34,11 @@ DisplayOptions::DisplayOptions(ConsoleState& state, RowDisplay& rows,
 void DisplayOptions::NewColumnSetup() {
   guard(state_.trace, "Lineweir_NewColumnSetup", [&] {
     int place = 0;
-    for (const int column : first_columns) {
+    for (int column = first_optional_column; column < column_count; ++column) {
+      const ColumnRule& rule = column_rules[static_cast<std::size_t>(column)];
+      if (!rule.shown_at_first) continue;
       ColumnShown[stored_place(column)] = -1;
-      ColumnWidth[stored_place(column)] = column_rules[static_cast<std::size_t>(column)].width;
+      ColumnWidth[stored_place(column)] = rule.width;
       ColumnOrder[stored_place(column)] = place++;
     }
   });

@@ -139,8 +139,8 @@ void RowDisplay::DrawMark(int line) {
   MainForm& rows = state_.Lineweir;
   const Picture& strip = rows.DataRow(line);
   const double form_width = std::max(1, rows.width.get());
-  for (int column = 0; column < marks_per_row; ++column) {
-    const int k = line * marks_per_row + column;
+  for (int column = 0; column < column_count; ++column) {
+    const int k = line * column_count + column;
     if (!rows.MyMark.loaded(k)) rows.MyMark.load(k);
     Picture& mark = rows.MyMark(k);
     const Label& label = rows.column_labels(column)(line);
@@ -158,7 +158,7 @@ void RowDisplay::DrawMark() {
 
 void RowDisplay::hide_marks(int line) {
   const ControlArray<Picture>& marks = state_.Lineweir.MyMark;
-  for (int k = line * marks_per_row; k < (line + 1) * marks_per_row; ++k) {
+  for (int k = line * column_count; k < (line + 1) * column_count; ++k) {
     if (marks.loaded(k)) marks(k).visible = false;
   }
 }
@@ -168,7 +168,7 @@ void RowDisplay::MarkerPointTimer_Timer() {
   if (form.width == marked_width_ && form.height == marked_height_) return;
   marked_width_ = form.width;
   marked_height_ = form.height;
-  for (int column = 0; column < marks_per_row; ++column) {
+  for (int column = 0; column < column_count; ++column) {
     if (!form.MyMark.loaded(column)) continue;
     form.MyMark(column).width = mark_width_on(form.DataRow(0).width);
   }

@@ -14,8 +14,6 @@ namespace {
 
 constexpr auto handler = "Lineweir_Timer4_Timer";
 constexpr std::size_t item_length = 3;
-// Behind the line's number, its status and its time.
-constexpr std::size_t first_data_column = 3;
 constexpr int first_printing_code = 32;
 
 }  // namespace
@@ -62,7 +60,7 @@ char LineEvents::reported_letter(int line) const {
 bool LineEvents::counts_as_screened(int line) const {
   if (!ready_is_held_with_data(state_.lines.ThePhoneFlag)) return false;
   const std::vector<int>& shown = display_.ColumnsInUse;
-  for (std::size_t place = first_data_column; place < shown.size(); ++place) {
+  for (std::size_t place = first_caller_column; place < shown.size(); ++place) {
     const std::string& text = state_.Lineweir.column_labels(shown[place])(line).caption;
     if (!trimmed(text).empty() && code_of(text.front()) >= first_printing_code) return true;
   }

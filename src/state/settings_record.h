@@ -6,6 +6,7 @@
 #include <string_view>
 #include <variant>
 
+#include "forms/columns.h"
 #include "forms/entry_fields.h"
 #include "lines/caller_record.h"
 
@@ -13,7 +14,8 @@ namespace lineweir {
 
 inline constexpr std::string_view settings_file_name = "Writ.inf";
 
-inline constexpr int optional_column_count = 11;
+// Of each column that is shown as the user chooses.
+inline constexpr int optional_column_count = column_count - first_optional_column;
 
 using ColumnNumbers = std::array<int, optional_column_count>;
 
@@ -152,6 +154,8 @@ constexpr bool settings_fields_are_seamless() {
   return end == settings_record_size;
 }
 static_assert(settings_fields_are_seamless());
+// The file has room for so many fields and columns.
+static_assert(entry_field_count == 10 && optional_column_count == 11);
 
 // The record's bytes. Texts are cut and padded to their fields; a number that doesn't fit its field
 // is a Failure of number 6.

@@ -112,8 +112,8 @@ ServerPacket client_packet(ClientCommand command, int group_number, int console_
 CallerDetails caller_data_of(std::string_view sender, const CallerRecord& record) {
   CallerDetails data;
   data.sender = trimmed(sender);
-  for (std::size_t i = 0; i < CallerDetails::field_count; ++i) {
-    data.fields[i] = trimmed(record[caller_fields[i].field]);
+  for (std::size_t i = 0; i < data.fields.size(); ++i) {
+    data.fields[i] = trimmed(record[entry_fields[i].field]);
   }
   return data;
 }

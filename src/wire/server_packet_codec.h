@@ -55,12 +55,10 @@ ServerPacket client_packet(ClientCommand command, int group_number, int console_
 
 // The data of a caller as they pass between consoles: eleven texts, each ended by a char 2.
 struct CallerDetails {
-  static constexpr std::size_t field_count = 10;
-
   // Who entered the data.
   std::string sender;
-  // The first ten fields of a CallerRecord, in their order, trimmed.
-  std::array<std::string, field_count> fields;
+  // The fields of a CallerRecord that people enter, in their order, trimmed.
+  std::array<std::string, entry_field_count> fields;
 
   friend bool operator==(const CallerDetails&, const CallerDetails&) = default;
 };

@@ -170,7 +170,7 @@ struct EndedCalls : ScriptedConsole {
   static EntryTexts texts(const std::string& name, const std::string& city = {}) {
     EntryTexts all;
     all[name_entry - 1] = name;
-    all[city_entry - 1] = city;
+    all[entry_of(CallerField::City) - 1] = city;
     return all;
   }
 };

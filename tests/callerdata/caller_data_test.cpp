@@ -16,7 +16,8 @@ using Texts = std::vector<std::string>;
 
 std::string fields_text(std::string_view sender, const std::vector<std::string>& fields) {
   std::string text = std::string(sender) + '\2';
-  for (std::size_t i = 0; i < 10; ++i) text += (i < fields.size() ? fields[i] : "") + '\2';
+  for (std::size_t i = 0; i < entry_field_count; ++i)
+    text += (i < fields.size() ? fields[i] : "") + '\2';
   return text;
 }
 
@@ -57,17 +58,17 @@ TEST_SUITE("callerdata/form 4") {
 
   TEST_CASE("each field shows what the record holds or, where that is empty, the row") {
     EntryForm test;
-    for (int entry = 1; entry <= 10; ++entry) {
+    for (int entry = 1; entry <= entry_field_count; ++entry) {
       test.shown(3, entry).caption = " row" + std::to_string(entry) + " ";
       test.shown(4, entry).caption = " row" + std::to_string(entry) + " ";
       test.record(4).set(entry_field(entry).field, " r" + std::to_string(entry) + " ");
     }
     test.open(3);
-    for (int entry = 1; entry <= 10; ++entry) {
+    for (int entry = 1; entry <= entry_field_count; ++entry) {
       CHECK(test.text(entry) == "row" + std::to_string(entry));
     }
     test.open(4);
-    for (int entry = 1; entry <= 10; ++entry) {
+    for (int entry = 1; entry <= entry_field_count; ++entry) {
       CHECK(test.text(entry) == "r" + std::to_string(entry));
     }
   }
@@ -126,7 +127,7 @@ TEST_SUITE("callerdata/form 4") {
   }
 
   TEST_CASE("with no field in use Enter in any field saves at once") {
-    for (int entry = 1; entry <= 10; ++entry) {
+    for (int entry = 1; entry <= entry_field_count; ++entry) {
       CAPTURE(entry);
       EntryForm test;
       test.use_only({});
@@ -199,7 +200,7 @@ TEST_SUITE("callerdata/form 4") {
     EntryForm test;
     test.open(0);
     constexpr std::array<std::size_t, 10> rooms = {30, 40, 25, 15, 12, 15, 10, 6, 100, 100};
-    for (int entry = 1; entry <= 10; ++entry) {
+    for (int entry = 1; entry <= entry_field_count; ++entry) {
       if (entry == 8) continue;
       CAPTURE(entry);
       const std::size_t room = rooms[static_cast<std::size_t>(entry - 1)];
@@ -236,7 +237,7 @@ TEST_SUITE("callerdata/form 4") {
 
   TEST_CASE("fields that aren't in use keep what the line has") {
     EntryForm test;
-    for (int entry = 1; entry <= 10; ++entry) {
+    for (int entry = 1; entry <= entry_field_count; ++entry) {
       test.shown(7, entry).caption = "old";
       if (entry % 2 == 0) test.record(7).set(entry_field(entry).field, "own");
     }

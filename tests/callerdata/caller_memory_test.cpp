@@ -136,7 +136,8 @@ TEST_SUITE("callerdata/caller memory") {
     KnownCaller test;
     test.open(2);
     std::string data = "Jo\2";
-    for (int entry = 1; entry <= 10; ++entry) data += (entry == 6 ? "5550100\2" : "\2");
+    for (int entry = 1; entry <= entry_field_count; ++entry)
+      data += (entry == 6 ? "5550100\2" : "\2");
     const auto call_back = [&](int line) {
       test.platform.remote_objects.call_back("ReturnCallerData",
                                              {data, std::int64_t{line}, std::int64_t{1}});

@@ -17,24 +17,24 @@ TEST_SUITE("callerdata/log data options") {
     test.console.Lineweir.LogDataOptionsMenu.on_click();
     LogDataWindow& form = test.console.LogDataForm;
     CHECK(form.visible);
-    for (std::size_t field = 0; field < 10; ++field) {
+    for (std::size_t field = 0; field < entry_fields.size(); ++field) {
       CAPTURE(field);
-      CHECK(form.box(field).value == (field % 2 == 0 ? 1 : 0));
-      CHECK(form.box(field).name() == entry_fields[field].box);
+      CHECK(form.boxes[field].value == (field % 2 == 0 ? 1 : 0));
+      CHECK(form.boxes[field].name() == entry_fields[field].box);
     }
-    CHECK(form.CallerNameCheck.caption == "Caller Name");
-    CHECK(form.BandCheck.caption == "Gender");
-    CHECK(form.UserCheck.caption == "Sponsor");
+    CHECK(form.box(CallerField::CallerName).caption == "Caller Name");
+    CHECK(form.box(CallerField::Gender).caption == "Gender");
+    CHECK(form.box(CallerField::UserField).caption == "Sponsor");
   }
 
   TEST_CASE("Exit stores the boxes and closes") {
     ScriptedConsole test;
     LogDataWindow& form = test.console.LogDataForm;
     form.show();
-    form.CityCheck.value = 0;
-    form.UserCheck.value = 0;
+    form.box(CallerField::City).value = 0;
+    form.box(CallerField::UserField).value = 0;
     // Only the value 1 is true.
-    form.StateCheck.value = 2;
+    form.box(CallerField::State).value = 2;
     form.ExitLayout.on_click();
     CHECK_FALSE(form.loaded());
     CHECK(test.console.caller_data.LogFieldOn ==
@@ -47,12 +47,12 @@ TEST_SUITE("callerdata/log data options") {
     LogDataWindow& form = test.console.LogDataForm;
     const LogFieldFlags before = test.console.caller_data.LogFieldOn;
     form.show();
-    form.CityCheck.value = 0;
+    form.box(CallerField::City).value = 0;
     form.CancelLayout.on_click();
     CHECK_FALSE(form.loaded());
     form.show();
-    CHECK(form.CityCheck.value == 1);
-    form.CityCheck.value = 0;
+    CHECK(form.box(CallerField::City).value == 1);
+    form.box(CallerField::City).value = 0;
     form.close();
     CHECK(test.console.caller_data.LogFieldOn == before);
   }

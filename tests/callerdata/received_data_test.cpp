@@ -13,7 +13,8 @@ using Texts = std::vector<std::string>;
 // Eleven texts: the sender and "1" to "10".
 std::string details(const std::string& sender, const std::string& mark = "") {
   std::string text = sender + '\2';
-  for (int entry = 1; entry <= 10; ++entry) text += mark + std::to_string(entry) + '\2';
+  for (int entry = 1; entry <= entry_field_count; ++entry)
+    text += mark + std::to_string(entry) + '\2';
   return text;
 }
 
@@ -33,7 +34,7 @@ void receive(EntryForm& test, const std::string& data, int line) {
 }
 
 void check_row(EntryForm& test, int line, const std::string& mark) {
-  for (int entry = 1; entry <= 10; ++entry) {
+  for (int entry = 1; entry <= entry_field_count; ++entry) {
     CAPTURE(entry);
     CHECK(trimmed(test.shown(line, entry).caption.get()) == mark + std::to_string(entry));
   }
@@ -44,7 +45,7 @@ TEST_SUITE("callerdata/received data") {
     EntryForm test;
     call_back(test, details("Jo"), 4);
     check_row(test, 3, "");
-    for (int entry = 1; entry <= 10; ++entry) {
+    for (int entry = 1; entry <= entry_field_count; ++entry) {
       CHECK(trimmed(test.record(3)[entry_field(entry).field]) == std::to_string(entry));
     }
     CHECK(test.take_trace().empty());
@@ -57,7 +58,7 @@ TEST_SUITE("callerdata/received data") {
     test.record(3).set(CallerField::TimeOnHold, "00:01:00");
     receive(test, details("Jo"), 3);
     check_row(test, 3, "");
-    for (int entry = 1; entry <= 10; ++entry) {
+    for (int entry = 1; entry <= entry_field_count; ++entry) {
       CHECK(trimmed(test.record(3)[entry_field(entry).field]).empty());
     }
     CHECK(test.record(3)[CallerField::TimeOnHold] == "00:01:00");
@@ -66,7 +67,7 @@ TEST_SUITE("callerdata/received data") {
   TEST_CASE("the fixed fields cut and pad") {
     EntryForm test;
     std::string data = "Jo\2";
-    for (int entry = 1; entry <= 10; ++entry) data += std::string(120, 'x') + '\2';
+    for (int entry = 1; entry <= entry_field_count; ++entry) data += std::string(120, 'x') + '\2';
     call_back(test, data, 1);
     CHECK(test.shown(0, 7).caption.get() == std::string(10, 'x'));
     CHECK(test.shown(0, 8).caption.get() == std::string(6, 'x'));
@@ -100,7 +101,7 @@ TEST_SUITE("callerdata/received data") {
       } else {
         call_back(test, "", 1);
       }
-      for (int entry = 1; entry <= 10; ++entry) {
+      for (int entry = 1; entry <= entry_field_count; ++entry) {
         CAPTURE(entry);
         const bool emptied = entry == 1 || entry == 3 || entry == 9;
         CHECK(trimmed(test.shown(0, entry).caption.get()) ==
@@ -115,7 +116,7 @@ TEST_SUITE("callerdata/received data") {
     sender.connect_socket();
     sender.console.program.OperatorName = "Jo";
     sender.open(2);
-    for (int entry = 1; entry <= 10; ++entry) {
+    for (int entry = 1; entry <= entry_field_count; ++entry) {
       sender.box(entry).text = "f" + std::to_string(entry);
     }
     sender.save();

@@ -41,7 +41,7 @@ TEST_SUITE("look") {
   TEST_CASE("what stands in columns beyond the strip's end is cut there") {
     test::ShownConsole desk;
     MainForm& form = desk.form();
-    desk.console.display.set_width(name_column, 9000);
+    desk.console.display.set_width(column_of(CallerField::CallerName), 9000);
     desk.console.display.RefreshColumnOrder();
     form.LineName(0).caption = std::string(200, 'x');
     desk.settle();
@@ -49,11 +49,11 @@ TEST_SUITE("look") {
     REQUIRE(form.LineName(0).left + form.LineName(0).width >
             form.DataRow(0).left + form.DataRow(0).width);
     CHECK(on_canvas(desk, form.LineName(0)).right() == end);
-    CHECK(on_canvas(desk, form.CaptionLabel(name_column)).right() == end);
+    CHECK(on_canvas(desk, form.CaptionLabel(column_of(CallerField::CallerName))).right() == end);
     CHECK_FALSE(desk.widget(form.LineName(0)).caption_fits());
     CHECK(desk.widget(form.LineComments(0)).width() == 0);
-    CHECK(desk.widget(form.CaptionLabel(comments_column)).width() == 0);
-    CHECK(desk.widget(form.MyMark(name_column)).width() == 0);
+    CHECK(desk.widget(form.CaptionLabel(column_of(CallerField::Comments))).width() == 0);
+    CHECK(desk.widget(form.MyMark(column_of(CallerField::CallerName))).width() == 0);
   }
 
   TEST_CASE(

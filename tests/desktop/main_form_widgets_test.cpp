@@ -51,7 +51,7 @@ TEST_SUITE("widgets of the main form") {
     CHECK(spoken_name(desk.form().LineName(3)) == "Line 4 caller name");
     CHECK(spoken_name(desk.form().OnHybrid1(3)) == "Put line 4 on main hybrid");
     CHECK(spoken_name(desk.form().OnHybrid2(9)) == "Put line 10 on conference hybrid");
-    CHECK(spoken_name(desk.form().MyMark(3 * marks_per_row + 5)) == "Line 4 column edge");
+    CHECK(spoken_name(desk.form().MyMark(3 * column_count + 5)) == "Line 4 column edge");
   }
 
   TEST_CASE("a key is a button that a screen reader can press") {

@@ -34,7 +34,7 @@ TEST_SUITE("repainting") {
     desk.form().LineName(4).caption = "Margaret Ellison";
     desk.settle();
     // The mark at the right edge of the column before stands on the label's first two pixels.
-    const QString mark = object_name(desk.form().MyMark(4 * marks_per_row + time_column));
+    const QString mark = object_name(desk.form().MyMark(4 * column_count + time_column));
     CHECK(painted_since(desk, before) == Counts{{"LineName(4)", 1}, {"DataRow(4)", 1}, {mark, 1}});
   }
 
@@ -44,7 +44,7 @@ TEST_SUITE("repainting") {
     desk.settle();
     const Counts before = paint_counts(desk);
     desk.form().LineName(4).caption = "Margaret";
-    desk.form().LineZipCode(4).caption = "12345";
+    desk.form().labels_of(CallerField::ZipCode)(4).caption = "12345";
     desk.form().Timer5.interval = 250;
     desk.settle();
     CHECK(painted_since(desk, before).empty());

@@ -31,9 +31,9 @@ TEST_SUITE("screen/column_choice: boxes") {
   TEST_CASE("a checked column joins the list, the rows and the headings") {
     ScriptedConsole desk;
     Console& console = desk.console;
-    const MainForm& form = console.Lineweir;
+    MainForm& form = console.Lineweir;
     const DisplayOptionWindow& options = console.DisplayOptionForm;
-    CHECK_FALSE(form.LineState(0).visible);
+    CHECK_FALSE(form.labels_of(CallerField::State)(0).visible);
     toggle(console, 6);
     CHECK(options.List1.list.get() == Texts{"Time", "Caller Name", "City", "Comments", "State"});
     CHECK(options.WidthText(6).enabled);
@@ -43,9 +43,9 @@ TEST_SUITE("screen/column_choice: boxes") {
     CHECK(console.display.ColumnOrder[4] == 4);
     CHECK(form.CaptionLabel(6).visible);
     for (int line = 0; line < 10; ++line) {
-      CHECK(form.LineState(line).visible);
-      CHECK(form.LineState(line).left == form.LineComments(line).left + 2500);
-      CHECK(form.LineState(line).width == 600);
+      CHECK(form.labels_of(CallerField::State)(line).visible);
+      CHECK(form.labels_of(CallerField::State)(line).left == form.LineComments(line).left + 2500);
+      CHECK(form.labels_of(CallerField::State)(line).width == 600);
     }
 
     toggle(console, 6);
@@ -53,7 +53,7 @@ TEST_SUITE("screen/column_choice: boxes") {
     CHECK_FALSE(options.WidthText(6).enabled);
     CHECK(options.WidthText(6).text == "");
     CHECK_FALSE(form.CaptionLabel(6).visible);
-    CHECK_FALSE(form.LineState(0).visible);
+    CHECK_FALSE(form.labels_of(CallerField::State)(0).visible);
     CHECK(console.display.width_of(6) == 600);
   }
 

@@ -44,8 +44,8 @@ TEST_SUITE("screen/display_options") {
     CHECK_FALSE(options.WidthText(3).enabled);
     MainForm& form = console.Lineweir;
     CHECK(form.LineUser(0).left == 1260 + 60 + 350 + 800);
-    CHECK(form.LineStreetAdd(7).left == form.LineUser(7).left + 1200);
-    CHECK(form.LineStreetAdd(7).width == 900);
+    CHECK(form.labels_of(CallerField::StreetAddress)(7).left == form.LineUser(7).left + 1200);
+    CHECK(form.labels_of(CallerField::StreetAddress)(7).width == 900);
     CHECK_FALSE(form.LineName(0).visible);
     CHECK_FALSE(console.display.ColumnsLocked);
   }
@@ -158,24 +158,24 @@ TEST_SUITE("screen/display_options") {
     const Label& room = console.DisplayOptionForm.RoomLabel;
     CHECK(room.caption == "");
     // 60 twips before the first column, and 7385 of columns at first.
-    console.display.set_width(comments_column, 2500 + 7590 - 7385 - 60);
+    console.display.set_width(column_of(CallerField::Comments), 2500 + 7590 - 7385 - 60);
     console.display.RefreshColumnOrder();
     CHECK(room.caption == "");
-    console.display.set_width(comments_column, 2500 + 7590 - 7385 - 60 + 1);
+    console.display.set_width(column_of(CallerField::Comments), 2500 + 7590 - 7385 - 60 + 1);
     console.display.RefreshColumnOrder();
     CHECK(room.caption == "No room in the rows for: Comments");
-    console.display.set_width(name_column, 32767);
+    console.display.set_width(column_of(CallerField::CallerName), 32767);
     console.display.RefreshColumnOrder();
     CHECK(room.caption == "No room in the rows for: Caller Name, City, Comments");
-    console.display.set_width(city_column, 0);
+    console.display.set_width(column_of(CallerField::City), 0);
     console.display.RefreshColumnOrder();
     CHECK(room.caption == "No room in the rows for: Caller Name, Comments");
-    console.display.set_width(name_column, 1700);
-    console.display.set_width(comments_column, 3200);
+    console.display.set_width(column_of(CallerField::CallerName), 1700);
+    console.display.set_width(column_of(CallerField::Comments), 3200);
     console.display.RefreshColumnOrder();
     CHECK(room.caption == "");
     // The rows of the large layout are wider.
-    console.display.set_width(comments_column, 4500);
+    console.display.set_width(column_of(CallerField::Comments), 4500);
     console.display.RefreshColumnOrder();
     CHECK(room.caption == "No room in the rows for: Comments");
     show_rows(console, 20);

@@ -81,7 +81,7 @@ TEST_SUITE("screen/row_display: marks") {
     for (const int line : {0, 7}) {
       int marks = 0;
       for (const int column : desk.console.display.ColumnsInUse) {
-        const Picture& mark = form.MyMark(13 * line + column);
+        const Picture& mark = form.MyMark(column_count * line + column);
         const Label& label = desk.console.Lineweir.column_labels(column)(line);
         CHECK(mark.visible);
         CHECK(mark.left == label.left + label.width);
@@ -91,7 +91,7 @@ TEST_SUITE("screen/row_display: marks") {
         ++marks;
       }
       CHECK(marks == 6);
-      CHECK_FALSE(form.MyMark(13 * line + user_column).visible);
+      CHECK_FALSE(form.MyMark(column_count * line + user_column).visible);
     }
   }
 

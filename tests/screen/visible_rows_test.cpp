@@ -64,7 +64,7 @@ TEST_SUITE("screen/visible_rows") {
     CHECK_FALSE(form.CIcon2(3).visible);
     for (int column = 0; column < column_count; ++column) {
       CHECK_FALSE(form.column_labels(column)(3).visible);
-      CHECK_FALSE(form.MyMark(3 * marks_per_row + column).visible);
+      CHECK_FALSE(form.MyMark(3 * column_count + column).visible);
     }
   }
 
@@ -145,13 +145,13 @@ TEST_SUITE("screen/visible_rows") {
     CHECK(form.DataRow.count() == 20);
     CHECK(form.LineUser.count() == 20);
     CHECK(console.lines.CallerData(4)[CallerField::City] == "Leeds");
-    CHECK(form.MyMark(19 * marks_per_row).visible);
+    CHECK(form.MyMark(19 * column_count).visible);
     console.layout.set_line_count(10);
     console.layout.RedefineScreen();
     CHECK(form.DataRow.count() == 10);
     CHECK(console.lines.CallerData(4)[CallerField::City] == "Leeds");
     CHECK(form.MyMark.count() == 260);
-    CHECK_FALSE(form.MyMark(19 * marks_per_row).visible);
+    CHECK_FALSE(form.MyMark(19 * column_count).visible);
     CHECK(form.width == 9420);
   }
 

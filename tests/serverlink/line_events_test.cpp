@@ -429,15 +429,16 @@ TEST_SUITE("boxlink/line events: equipment of kind 2") {
       std::string text;
       char letter;
     };
-    for (const Row& row : {Row{name_column, "Ann", 'S'}, Row{comments_column, " x", 'S'},
-                           Row{name_column, "   ", 'H'},
-                           Row{name_column,
+    for (const Row& row : {Row{column_of(CallerField::CallerName), "Ann", 'S'},
+                           Row{column_of(CallerField::Comments), " x", 'S'},
+                           Row{column_of(CallerField::CallerName), "   ", 'H'},
+                           Row{column_of(CallerField::CallerName),
                                "\x1F"
                                "Ann",
                                'H'},
-                           Row{name_column, "\xE9", 'S'}, Row{time_column, "0:01:00", 'H'},
-                           Row{status_column, "Held", 'H'}, Row{user_column, "Ann", 'H'},
-                           Row{number_column, "6", 'H'}}) {
+                           Row{column_of(CallerField::CallerName), "\xE9", 'S'},
+                           Row{time_column, "0:01:00", 'H'}, Row{status_column, "Held", 'H'},
+                           Row{user_column, "Ann", 'H'}, Row{number_column, "6", 'H'}}) {
       CAPTURE(row.column);
       CAPTURE(row.text);
       EventDesk desk;

@@ -16,7 +16,7 @@ struct EntryForm : ScriptedConsole {
   const std::string& text(int entry) { return box(entry).text; }
   CallerRecord& record(int line) { return console.lines.CallerData(line); }
   Label& shown(int line, int entry) {
-    return console.Lineweir.column_labels(entry_field(entry).column)(line);
+    return console.Lineweir.labels_of(entry_field(entry).field)(line);
   }
 
   void open(int line) { console.caller_data.show_for_line(line); }
@@ -33,7 +33,7 @@ struct EntryForm : ScriptedConsole {
 
   // The field that has the focus; 0 for none.
   int focused() {
-    for (int entry = 1; entry <= caller_text_count; ++entry) {
+    for (int entry = 1; entry <= entry_field_count; ++entry) {
       if (form().focused() == &box(entry)) return entry;
     }
     return 0;

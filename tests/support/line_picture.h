@@ -50,7 +50,7 @@ inline LinePicture line_picture(Console& console, int line) {
   }
   picture.strip = form.DataRow(line).picture;
   picture.strip_image = form.DataRowImage(line).picture;
-  picture.mark = form.MyMark(line * marks_per_row).picture;
+  picture.mark = form.MyMark(line * column_count).picture;
   picture.icon1 = shown(form.CIcon1(line));
   picture.icon2 = shown(form.CIcon2(line));
   return picture;

@@ -126,7 +126,7 @@ TEST_SUITE("serverlink/caller_data") {
   TEST_CASE("the fields are the record's first ten, in their order and trimmed") {
     CallerRecord record;
     const CallerDetails expected = captured_details();
-    for (std::size_t i = 0; i < CallerDetails::field_count; ++i) {
+    for (std::size_t i = 0; i < expected.fields.size(); ++i) {
       record.set(caller_fields[i].field, " " + expected.fields[i] + "  ");
     }
     record.set(CallerField::CallDate, "1/5/2026");
