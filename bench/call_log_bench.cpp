@@ -65,7 +65,7 @@ struct Log {
     const std::string table(call_log_table);
     const auto database = engine->create("calls.mdb");
     database->create_table(table, new_log_columns("User"));
-    database->index_numbers(table, phone_number_position);
+    database->index_numbers(table, log_position(CallerField::PhoneNumber));
     const auto rows = database->open_recordset(table);
     std::mt19937 random(20260105);
     const auto start = Clock::now();

@@ -2,10 +2,10 @@
 
 #include <utility>
 
-#include "base/names.h"
 #include "base/text.h"
 #include "base/time_text.h"
 #include "callerdata/entry_fit.h"
+#include "callerdata/log_places.h"
 #include "forms/call_log_columns.h"
 #include "letters/path_text.h"
 #include "state/console_state.h"
@@ -126,7 +126,8 @@ std::string CallLog::file_of_log() const {
 
 void CallLog::rename_user_field(const std::string& name) {
   platform::Recordset& rows = recordset();
-  log_.database->rename_column(std::string(call_log_table), user_field_position,
+  const int place = require_log_columns(rows.fields()).of(user_named_field);
+  log_.database->rename_column(std::string(call_log_table), place,
                                state_.services.letters.to_utf8(name));
   rows.refresh();
 }
@@ -139,10 +140,10 @@ bool CallLog::has_other_file(const OpenLog& log) {
 CallLog::OpenLog CallLog::open(const std::string& file) const {
   const std::string table(call_log_table);
   OpenLog log{file, state_.services.databases.open(file), nullptr};
-  require_log_columns(log.database->table_columns(table));
+  const LogPlaces places = require_log_columns(log.database->table_columns(table));
   log.recordset = log.database->open_recordset(table);
   state_.services.journal.use(file_name(state_.services.letters, file), table,
-                              phone_number_position);
+                              places.of(CallerField::PhoneNumber));
   return log;
 }
 
@@ -153,18 +154,6 @@ std::vector<platform::DatabaseColumn> new_log_columns(std::string_view user_fiel
     columns.push_back({std::string(name), static_cast<int>(column.size)});
   }
   return columns;
-}
-
-void require_log_columns(const std::vector<platform::DatabaseColumn>& columns) {
-  for (std::size_t i = 0; i < call_log_columns.size(); ++i) {
-    const std::string_view name = call_log_columns[i].name;
-    if (i < columns.size() && (name.empty() || same_name(columns[i].name, name))) continue;
-    throw Failure(failure_number::no_such_field,
-                  "The file's table \"" + std::string(call_log_table) +
-                      "\" is not that of a call log: its column " + std::to_string(i + 1) +
-                      " should be " +
-                      (name.empty() ? "the user's field." : "\"" + std::string(name) + "\"."));
-  }
 }
 
 }  // namespace lineweir

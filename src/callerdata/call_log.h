@@ -89,7 +89,4 @@ class CallLog {
 // UTF-8.
 std::vector<platform::DatabaseColumn> new_log_columns(std::string_view user_field_name_utf8);
 
-// A Failure of number 3265 unless the table has all columns of a call log in their places.
-void require_log_columns(const std::vector<platform::DatabaseColumn>& columns);
-
 }  // namespace lineweir

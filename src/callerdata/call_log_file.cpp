@@ -4,6 +4,7 @@
 
 #include "base/text.h"
 #include "callerdata/call_log.h"
+#include "callerdata/log_places.h"
 #include "forms/call_log_columns.h"
 #include "letters/path_text.h"
 #include "screen/display_options.h"
@@ -101,8 +102,9 @@ bool CallLogFile::CreateDatabase(const std::string& TheFile) {
 
 void CallLogFile::compare_user_field() {
   const auto& fields = call_log_.recordset().fields();
+  const int place = require_log_columns(fields).of(user_named_field);
   const std::string name =
-      state_.services.letters.from_utf8(fields[static_cast<std::size_t>(user_field_position)].name);
+      state_.services.letters.from_utf8(fields[static_cast<std::size_t>(place)].name);
   const auto in_database = trimmed(name);
   const std::string caption = state_.Lineweir.CaptionLabel(user_column).caption;
   const auto in_lineweir = trimmed(caption);

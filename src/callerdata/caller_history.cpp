@@ -5,8 +5,8 @@
 
 #include "base/names.h"
 #include "base/text.h"
+#include "callerdata/log_places.h"
 #include "callerdata/log_text.h"
-#include "forms/call_log_columns.h"
 
 namespace lineweir {
 namespace {
@@ -34,14 +34,15 @@ std::vector<std::size_t> entries_to_fill_in() {
 std::vector<KnownCall> find_calls(platform::Recordset& log, const Letters& letters,
                                   std::string_view number) {
   const std::vector<std::size_t> entries = entries_to_fill_in();
-  std::vector<int> columns = {log_position(CallerField::CallDate),
-                              log_position(CallerField::TimePlacedOnAir)};
+  const LogPlaces places = require_log_columns(log.fields());
+  std::vector<int> columns = {places.of(CallerField::CallDate),
+                              places.of(CallerField::TimePlacedOnAir)};
   for (const std::size_t entry : entries) {
-    columns.push_back(log_position(entry_fields[entry].field));
+    columns.push_back(places.of(entry_fields[entry].field));
   }
   std::vector<KnownCall> calls;
   for (const std::string& form : number_forms(number)) {
-    log.find_number(phone_number_position, form, CallerHistory::most_calls, columns,
+    log.find_number(places.of(CallerField::PhoneNumber), form, CallerHistory::most_calls, columns,
                     [&](platform::RowId row, auto values) {
                       const auto text = [&](std::size_t i) {
                         return std::string(trimmed(letters.from_utf8(values[i])));

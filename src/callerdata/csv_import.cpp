@@ -4,8 +4,8 @@
 
 #include "base/names.h"
 #include "base/text.h"
+#include "callerdata/log_places.h"
 #include "callerdata/log_text.h"
-#include "forms/call_log_columns.h"
 #include "letters/utf8.h"
 
 namespace lineweir {
@@ -48,7 +48,6 @@ bool is_control(char32_t point) { return point < ' ' || (point >= 0x7F && point 
 ImportColumns match_columns(const std::vector<std::string>& names,
                             const std::vector<platform::DatabaseColumn>& log_columns) {
   constexpr std::size_t none = static_cast<std::size_t>(-1);
-  constexpr auto user_field = static_cast<std::size_t>(user_field_position);
   ImportColumns columns;
   columns.names = names;
   std::vector<bool> taken(log_columns.size());
@@ -70,9 +69,9 @@ ImportColumns match_columns(const std::vector<std::string>& names,
     }
     taken[position] = true;
   }
-  const bool is_user_field = unknown.size() == 1 && names.size() > 1 &&
-                             log_columns.size() > user_field && !taken[user_field];
-  if (is_user_field) {
+  const auto places = LogPlaces::in(log_columns);
+  const auto user_field = places ? static_cast<std::size_t>(places->of(user_named_field)) : none;
+  if (places && unknown.size() == 1 && names.size() > 1 && !taken[user_field]) {
     columns.positions[unknown.front()] = user_field;
     taken[user_field] = true;
     columns.remarks.push_back("The column " + quoted(names[unknown.front()]) + " goes into " +

@@ -1,8 +1,10 @@
 #include "callerdata/log_import.h"
 
 #include "base/text.h"
+#include "callerdata/log_places.h"
 #include "callerdata/log_text.h"
 #include "callerdata/log_viewer.h"
+#include "forms/call_log_columns.h"
 #include "letters/path_text.h"
 #include "state/console_state.h"
 #include "state/guard.h"
@@ -83,6 +85,7 @@ void LogImport::begin(const std::string& file) {
   file_.emplace(std::move(input));
   std::vector<std::string> headings;
   for (const auto& column : log_columns_) headings.push_back(column.name);
+  form.PreviewGrid.column_widths = log_grid_widths(log_columns_);
   form.PreviewGrid.headings = headings;
   form.FileLabel.caption = file_name(letters, file);
   form.HeldCheck.visible = false;

@@ -6,10 +6,10 @@
 #include "base/text.h"
 #include "callerdata/csv.h"
 #include "callerdata/draft_file.h"
+#include "callerdata/log_places.h"
 #include "callerdata/log_text.h"
 #include "callerdata/log_viewer.h"
 #include "clocks/show_plan_store.h"
-#include "forms/call_log_columns.h"
 #include "letters/path_text.h"
 #include "state/console_state.h"
 #include "state/guard.h"
@@ -89,9 +89,11 @@ void LogOutput::PrintButton_Click() {
   const std::string file = ask_file("Print", "PDF Files (*.pdf)|*.pdf|All Files (*.*)|*.*", ".pdf");
   if (file.empty()) return;
   std::vector<platform::PrintedColumn> columns;
-  for (const std::string& name : log_viewer_.column_names()) {
-    const std::size_t place = std::min(columns.size(), call_log_columns.size() - 1);
-    columns.push_back({name, rule_of(call_log_columns[place].field).log.page_share});
+  const std::vector<platform::DatabaseColumn>& fields = log_viewer_.recordset().fields();
+  const LogPlaces places = require_log_columns(fields);
+  for (const platform::DatabaseColumn& field : fields) {
+    const int place = static_cast<int>(columns.size());
+    columns.push_back({field.name, places.column_at(place).page_share});
   }
   const std::string title =
       "Call log " + shown_file_name(state_.DatabaseViewer.Data1.database_name);

@@ -7,7 +7,6 @@
 
 #include "base/text.h"
 #include "base/time_text.h"
-#include "forms/call_log_columns.h"
 #include "letters/folding.h"
 
 namespace lineweir {
@@ -48,13 +47,6 @@ LogSearch::LogSearch(std::string_view utf8) {
 bool LogSearch::finds(std::string_view texts) const {
   return std::ranges::all_of(
       words_, [&](const std::string& word) { return texts.find(word) != std::string_view::npos; });
-}
-
-SortKind sort_kind_of(int column) {
-  if (column < 0 || static_cast<std::size_t>(column) >= call_log_columns.size()) {
-    return SortKind::Text;
-  }
-  return rule_of(call_log_columns[static_cast<std::size_t>(column)].field).log.kind;
 }
 
 void append_sort_key(std::string& key, SortKind kind, std::string_view utf8) {

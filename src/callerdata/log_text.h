@@ -27,8 +27,6 @@ class LogSearch {
   std::vector<std::string> words_;
 };
 
-SortKind sort_kind_of(int column);
-
 // Adds a text whose order as bytes is that of the values. An empty value comes first, one that is
 // no date or time last.
 void append_sort_key(std::string& key, SortKind kind, std::string_view utf8);

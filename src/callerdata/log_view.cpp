@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "callerdata/log_places.h"
 #include "letters/folding.h"
 
 namespace lineweir {
@@ -33,6 +34,8 @@ void LogView::begin(platform::Recordset& rows, std::string_view search_utf8, Log
     for (int i = 0; i < static_cast<int>(rows.fields().size()); ++i) columns_.push_back(i);
   }
   if (sorted_by_column()) columns_.push_back(order.column);
+  const auto places = LogPlaces::in(rows.fields());
+  kind_ = places ? places->column_at(order.column).kind : SortKind::Text;
   found_.clear();
   newest_.reset();
   behind_.reset();
@@ -100,7 +103,7 @@ void LogView::look(const Told& told) {
 
 void LogView::add_key(platform::RowId row, std::string_view value) {
   const std::size_t offset = keys_.size();
-  append_sort_key(keys_, sort_kind_of(order_.column), value);
+  append_sort_key(keys_, kind_, value);
   const std::string_view key = std::string_view(keys_).substr(offset);
   to_sort_.push_back({head_of(key), offset, key.size(), row});
 }
@@ -153,14 +156,14 @@ std::string LogView::key_of(platform::RowId row) const {
   const auto values = rows_->row(row);
   const auto column = static_cast<std::size_t>(order_.column);
   if (values && column < values->size()) {
-    append_sort_key(key, sort_kind_of(order_.column), (*values)[column]);
+    append_sort_key(key, kind_, (*values)[column]);
   }
   return key;
 }
 
 void LogView::put_in_order(platform::RowId row, std::string_view value, const Told& told) {
   std::string key;
-  append_sort_key(key, sort_kind_of(order_.column), value);
+  append_sort_key(key, kind_, value);
   // The keys of the others aren't kept; the few that are needed are read again.
   const auto place =
       std::upper_bound(found_.begin(), found_.end(), row,

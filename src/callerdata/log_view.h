@@ -88,6 +88,7 @@ class LogView {
   platform::Recordset* rows_ = nullptr;
   LogSearch search_;
   LogOrder order_;
+  SortKind kind_ = SortKind::Text;
   Stage stage_ = Stage::Done;
   // The columns that are looked at; the one that is sorted by is the last.
   std::vector<int> columns_;

@@ -4,6 +4,8 @@
 
 #include "base/text.h"
 #include "callerdata/call_log.h"
+#include "callerdata/log_places.h"
+#include "forms/call_log_columns.h"
 #include "state/console_state.h"
 #include "state/guard.h"
 #include "state/wire.h"
@@ -134,11 +136,10 @@ void LogViewer::show_columns() {
   const std::vector<std::string> headings = column_names();
   std::vector<std::string> orders = headings;
   orders.insert(orders.begin(), "Order of logging");
+  form.DBGrid1.column_widths = log_grid_widths(recordset_->fields());
   form.DBGrid1.headings = headings;
   form.SortList.list = orders;
-  for (int i = 0; i < form.DetailName.count(); ++i) {
-    form.DetailName(i).caption = headings.at(static_cast<std::size_t>(i));
-  }
+  form.show_detail_names(headings);
   sort_by(order_);
 }
 

@@ -32,7 +32,4 @@ constexpr int log_position(CallerField field) {
   return static_cast<int>(rule_of(field).log.position);
 }
 
-inline constexpr int phone_number_position = log_position(CallerField::PhoneNumber);
-inline constexpr int user_field_position = log_position(user_named_field);
-
 }  // namespace lineweir

@@ -1,14 +1,8 @@
 #include "forms/database_viewer_form.h"
 
-namespace lineweir {
+#include "lines/caller_fields.h"
 
-std::vector<int> log_grid_widths() {
-  std::vector<int> widths;
-  for (const CallLogColumn& column : call_log_columns) {
-    widths.push_back(rule_of(column.field).log.grid_width);
-  }
-  return widths;
-}
+namespace lineweir {
 
 DatabaseViewerForm::DatabaseViewerForm() : Form("DatabaseViewer") {
   caption = "Call Log";
@@ -18,14 +12,23 @@ DatabaseViewerForm::DatabaseViewerForm() : Form("DatabaseViewer") {
   SortLabel.caption = "Sort &by";
   RawExport.caption = "Export &raw";
   SortDown.caption = "&Downwards";
-  DBGrid1.column_widths = log_grid_widths();
   // The mouse can choose from the texts; the keyboard passes them by.
   DetailText(0).tab_stop = false;
-  for (int i = 1; i < static_cast<int>(call_log_columns.size()); ++i) {
-    DetailName.load(i).visible = true;
-    DetailText.load(i).visible = true;
-  }
+  show_detail_names(std::vector<std::string>(caller_fields.size()));
   CancelWork.visible = false;
+}
+
+void DatabaseViewerForm::show_detail_names(const std::vector<std::string>& names) {
+  const int count = static_cast<int>(names.size());
+  while (DetailName.count() > count) {
+    DetailName.unload(DetailName.count() - 1);
+    DetailText.unload(DetailText.count() - 1);
+  }
+  while (DetailName.count() < count) {
+    DetailName.load(DetailName.count()).visible = true;
+    DetailText.load(DetailText.count()).visible = true;
+  }
+  for (int i = 0; i < count; ++i) DetailName(i).caption = names[static_cast<std::size_t>(i)];
 }
 
 }  // namespace lineweir

@@ -1,5 +1,8 @@
 #pragma once
 
+#include <string>
+#include <vector>
+
 #include "elements/button.h"
 #include "elements/control_array.h"
 #include "elements/data_grid.h"
@@ -9,12 +12,8 @@
 #include "elements/list_box.h"
 #include "elements/text_box.h"
 #include "elements/timer.h"
-#include "forms/call_log_columns.h"
 
 namespace lineweir {
-
-// The widths of the log's columns in a grid, in twips.
-std::vector<int> log_grid_widths();
 
 // DatabaseViewer, in which the call log is looked at, searched, put in order and given out.
 class DatabaseViewerForm : public Form {
@@ -53,6 +52,9 @@ class DatabaseViewerForm : public Form {
   Timer OutputTimer{*this, "OutputTimer", false, 1};
   // Looks for calls that have been logged since.
   Timer FollowTimer{*this, "FollowTimer", false, 500};
+
+  // One name and one text for each column.
+  void show_detail_names(const std::vector<std::string>& names);
 };
 
 }  // namespace lineweir

@@ -1,7 +1,5 @@
 #include "forms/import_preview_form.h"
 
-#include "forms/database_viewer_form.h"
-
 namespace lineweir {
 
 ImportPreviewForm::ImportPreviewForm() : Form("ImportPreview") {
@@ -10,7 +8,6 @@ ImportPreviewForm::ImportPreviewForm() : Form("ImportPreview") {
   height = 8400;
   ProblemLabel.caption = "&Lines of the file";
   HeldCheck.caption = "Import &again what the log holds already";
-  PreviewGrid.column_widths = log_grid_widths();
 }
 
 }  // namespace lineweir

@@ -8,7 +8,7 @@
 namespace lineweir::platform {
 
 // A column of a log and what it holds of a call. A column without a name is told by its place
-// alone.
+// behind the others.
 struct LoggedColumn {
   std::string name;
   std::string value;
@@ -22,7 +22,7 @@ struct LoggedCall {
   // it.
   std::string file;
   std::string table;
-  // The table's columns from its first one on. A table whose columns have other names is no log.
+  // The log's columns in their order, see places_of_columns. A table without them is no log.
   std::vector<LoggedColumn> columns;
   // The record of the same call that was handed over before, which this one takes the place of;
   // none for a call that was not.

@@ -54,17 +54,6 @@ TEST_SUITE("callerdata/log text") {
     CHECK(key(time, "23:59:59") < key(time, "never"));
   }
 
-  TEST_CASE("the columns of date and times are put in order as such") {
-    CHECK(sort_kind_of(0) == SortKind::Text);
-    CHECK(sort_kind_of(9) == SortKind::Date);
-    CHECK(sort_kind_of(10) == SortKind::Time);
-    CHECK(sort_kind_of(11) == SortKind::Time);
-    CHECK(sort_kind_of(12) == SortKind::Time);
-    CHECK(sort_kind_of(13) == SortKind::Text);
-    CHECK(sort_kind_of(-1) == SortKind::Text);
-    CHECK(sort_kind_of(99) == SortKind::Text);
-  }
-
   TEST_CASE("numbers have their digits in groups") {
     CHECK(grouped_number(0) == "0");
     CHECK(grouped_number(999) == "999");

@@ -4,7 +4,7 @@
 #include <filesystem>
 
 #include "base/failure.h"
-#include "base/names.h"
+#include "platform/log_columns.h"
 
 namespace lineweir::platform {
 namespace {
@@ -13,21 +13,19 @@ std::string shown_name(const std::string& path) {
   return "'" + std::filesystem::path(path).filename().string() + "'";
 }
 
-void require_columns(const std::vector<DatabaseColumn>& present, const LoggedCall& call) {
-  for (std::size_t i = 0; i < call.columns.size(); ++i) {
-    const std::string& name = call.columns[i].name;
-    if (i < present.size() && (name.empty() || same_name(present[i].name, name))) continue;
-    throw Failure(failure_number::no_such_field, "The table \"" + call.table + "\" in the file " +
-                                                     shown_name(call.file) +
-                                                     " is not that of a call log.");
-  }
+// Where the table has the columns of a call.
+std::optional<std::vector<int>> places_in(const std::vector<DatabaseColumn>& present,
+                                          const std::vector<LoggedColumn>& columns) {
+  std::vector<std::string_view> names;
+  for (const LoggedColumn& column : columns) names.push_back(column.name);
+  return places_of_columns(present, names);
 }
 
 // Whether a row holds these values, as far as the columns had room for them.
-bool holds(std::span<const std::string_view> row, const std::vector<LoggedColumn>& columns) {
-  for (std::size_t i = 0; i < columns.size(); ++i) {
-    if (!std::string_view(columns[i].value).starts_with(row[i])) return false;
-    if (row[i].empty() && !columns[i].value.empty()) return false;
+bool holds(std::span<const std::string_view> row, const std::vector<std::string_view>& values) {
+  for (std::size_t i = 0; i < values.size(); ++i) {
+    if (!values[i].starts_with(row[i])) return false;
+    if (row[i].empty() && !values[i].empty()) return false;
   }
   return true;
 }
@@ -41,7 +39,7 @@ void CallStore::put(std::span<const JournalRecord> records) {
     if (marked) open_marks();
     std::map<std::string, std::uint64_t> marks;
     database_->in_transaction([&] {
-      require_columns(database_->table_columns(table_), records.front().call);
+      const std::vector<DatabaseColumn> present = database_->table_columns(table_);
       if (marked) marks_->refresh();
       for (const JournalRecord& record : records) {
         if (!record.name.run.empty()) {
@@ -50,7 +48,7 @@ void CallStore::put(std::span<const JournalRecord> records) {
           if (record.name.sequence <= mark) continue;
           mark = record.name.sequence;
         }
-        put_row(record.call);
+        put_row(record.call, present);
       }
       for (const auto& [name, mark] : marks) marks_->store(name, mark);
     });
@@ -143,17 +141,24 @@ void CallStore::close() {
   database_.reset();
 }
 
-void CallStore::put_row(const LoggedCall& call) {
-  const auto present = find(call.replaced);
-  if (present) {
-    rows_->edit(*present);
+void CallStore::put_row(const LoggedCall& call, const std::vector<DatabaseColumn>& present) {
+  const auto places = places_in(present, call.columns);
+  if (!places) {
+    throw Failure(failure_number::no_such_field, "The table \"" + call.table + "\" in the file " +
+                                                     shown_name(call.file) +
+                                                     " is not that of a call log.");
+  }
+  if (const auto replaced = find(call.replaced, present)) {
+    rows_->edit(*replaced);
   } else {
     rows_->add_new();
   }
   for (std::size_t i = 0; i < call.columns.size(); ++i) {
     const LoggedColumn& column = call.columns[i];
+    const int place = (*places)[i];
+    if (place == no_place) continue;
     if (column.name.empty()) {
-      rows_->set_field(static_cast<int>(i), column.value);
+      rows_->set_field(place, column.value);
     } else {
       rows_->set_field(column.name, column.value);
     }
@@ -161,13 +166,20 @@ void CallStore::put_row(const LoggedCall& call) {
   rows_->update();
 }
 
-std::optional<RowId> CallStore::find(const std::vector<LoggedColumn>& columns) {
-  if (columns.empty()) return std::nullopt;
+std::optional<RowId> CallStore::find(const std::vector<LoggedColumn>& columns,
+                                     const std::vector<DatabaseColumn>& present) {
+  const auto places = places_in(present, columns);
+  if (columns.empty() || !places) return std::nullopt;
   RowScan scan{true, std::nullopt, rows_looked_through, {}};
-  for (int i = 0; i < static_cast<int>(columns.size()); ++i) scan.columns.push_back(i);
+  std::vector<std::string_view> wanted;
+  for (std::size_t i = 0; i < columns.size(); ++i) {
+    if ((*places)[i] == no_place) continue;
+    scan.columns.push_back((*places)[i]);
+    wanted.push_back(columns[i].value);
+  }
   std::optional<RowId> found;
   rows_->scan(scan, [&](RowId row, auto values) {
-    if (!found && holds(values, columns)) found = row;
+    if (!found && holds(values, wanted)) found = row;
   });
   return found;
 }

@@ -53,8 +53,9 @@ class CallStore {
   void open_marks();
   void look_for_other_file();
   void close();
-  void put_row(const LoggedCall& call);
-  std::optional<RowId> find(const std::vector<LoggedColumn>& columns);
+  void put_row(const LoggedCall& call, const std::vector<DatabaseColumn>& present);
+  std::optional<RowId> find(const std::vector<LoggedColumn>& columns,
+                            const std::vector<DatabaseColumn>& present);
 
   DatabaseEngine& engine_;
   std::string file_;
