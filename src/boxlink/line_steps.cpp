@@ -99,7 +99,8 @@ void LineSteps::run(LineStep step, const LineReport& report) {
       if (!fresh) form.blank_row_controls(line, 4);
       return;
     case LineStep::ForgetLetter:
-      lines.StatusLetter(line) = ' ';
+      lines.StatusLetter(line) = idle_letter;
+      lines.SetBusy(line) = report.letter == busy_letter ? 1 : 0;
       return;
     case LineStep::OpenDataForm:
       return open_data_form(report);

@@ -1,10 +1,13 @@
 #include "desktop/key_look.h"
 
+#include "screen/button_faces.h"
+
 namespace lineweir {
 
 KeyState key_state(std::string_view picture) {
-  if (picture.find("Disabled") != std::string_view::npos) return KeyState::Disabled;
-  return picture.ends_with("Down") ? KeyState::Down : KeyState::Up;
+  const ButtonFaces* faces = faces_holding(picture);
+  if (faces == nullptr || picture == faces->up) return KeyState::Up;
+  return picture == faces->down ? KeyState::Down : KeyState::Disabled;
 }
 
 const KeyColors& key_colors(const Theme& theme, KeyState state) {

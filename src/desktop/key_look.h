@@ -8,7 +8,8 @@ namespace lineweir {
 
 enum class KeyState { Up, Down, Disabled };
 
-// The state that a key's picture shows, by the end or middle of the picture's name.
+// The state that a key's face shows; a key is drawn by it. Whether it can be pressed is told by the
+// key itself.
 KeyState key_state(std::string_view picture);
 
 const KeyColors& key_colors(const Theme& theme, KeyState state);

@@ -53,8 +53,7 @@ void KeyWidget::paint(QPainter& painter, const QRect& face) {
   } else if (const auto paint = painter_of(button.picture)) {
     paint(painter, face, work);
   }
-  const bool lit = element_look().look == Look::NextKey &&
-                   key_state(button.picture) != KeyState::Disabled &&
+  const bool lit = element_look().look == Look::NextKey && button.enabled &&
                    canvas().next_caller_waits() && canvas().no_link().isEmpty();
   if (lit) paint_key_light(painter, face, work.theme.next_light, work);
   if (hasFocus()) paint_focus_ring(painter, face, work);

@@ -9,21 +9,37 @@
 #include "desktop/painter_keys.h"
 #include "desktop/painter_lamps.h"
 #include "desktop/painter_strips.h"
+#include "screen/strip_pictures.h"
 
 namespace lineweir {
 namespace {
 
-using Colors = StripColors Theme::*;
 using Dial = DialColors Theme::*;
 
-template <Colors colors>
+template <RowColor color>
 void strip(QPainter& painter, const QRect& place, const Brushwork& brushwork) {
-  paint_strip(painter, place, brushwork.theme.*colors, brushwork);
+  paint_strip(painter, place, brushwork.theme.strip(color), brushwork);
 }
 
-template <Colors colors>
+template <RowColor color>
 void mark(QPainter& painter, const QRect& place, const Brushwork& brushwork) {
-  paint_mark(painter, place, brushwork.theme.*colors, brushwork);
+  paint_mark(painter, place, brushwork.theme.strip(color), brushwork);
+}
+
+struct RowPainters {
+  PicturePainter strip;
+  PicturePainter mark;
+};
+
+constexpr RowPainters row_painters(RowColor color) {
+  switch (color) {
+    case RowColor::Green:
+      return {strip<RowColor::Green>, mark<RowColor::Green>};
+    case RowColor::Red:
+      return {strip<RowColor::Red>, mark<RowColor::Red>};
+    default:
+      return {strip<RowColor::White>, mark<RowColor::White>};
+  }
 }
 
 template <Dial colors, DialFace face>
@@ -37,18 +53,6 @@ struct Row {
 };
 
 constexpr std::array rows = {
-    Row{"DataRowWhite", strip<&Theme::white_strip>},
-    Row{"DataRowGreen", strip<&Theme::green_strip>},
-    Row{"DataRowRed", strip<&Theme::red_strip>},
-    Row{"DataRowWhiteShort", strip<&Theme::white_strip>},
-    Row{"DataRowGreenShort", strip<&Theme::green_strip>},
-    Row{"DataRowRedShort", strip<&Theme::red_strip>},
-    Row{"DataRowWhiteLong", strip<&Theme::white_strip>},
-    Row{"DataRowGreenLong", strip<&Theme::green_strip>},
-    Row{"DataRowRedLong", strip<&Theme::red_strip>},
-    Row{"MarkWhite", mark<&Theme::white_strip>},
-    Row{"MarkGreen", mark<&Theme::green_strip>},
-    Row{"MarkRed", mark<&Theme::red_strip>},
     Row{"HybridNormUp", paint_key_up},
     Row{"HybridNormDown", paint_key_down},
     Row{"HybridDisabledNorm", paint_key_disabled},
@@ -83,6 +87,8 @@ constexpr std::array rows = {
 int Brushwork::line() const { return std::max(1, static_cast<int>(std::floor(unit + 0.25))); }
 
 PicturePainter painter_of(std::string_view picture) {
+  if (const auto color = color_of_strip(picture)) return row_painters(*color).strip;
+  if (const auto color = color_of_mark(picture)) return row_painters(*color).mark;
   const auto* row = std::ranges::find(rows, picture, &Row::picture);
   return row == rows.end() ? nullptr : row->paint;
 }

@@ -180,4 +180,15 @@ QColor readable_on(const QColor& ground, const QColor& wanted) {
   return contrast(ground, black) >= contrast(ground, white) ? black : white;
 }
 
+const StripColors& Theme::strip(RowColor color) const {
+  switch (color) {
+    case RowColor::Green:
+      return green_strip;
+    case RowColor::Red:
+      return red_strip;
+    default:
+      return white_strip;
+  }
+}
+
 }  // namespace lineweir

@@ -2,6 +2,8 @@
 
 #include <QColor>
 
+#include "lines/status_letters.h"
+
 class QPalette;
 
 namespace lineweir {
@@ -76,6 +78,7 @@ struct Theme {
   StripColors white_strip;
   StripColors green_strip;
   StripColors red_strip;
+  const StripColors& strip(RowColor color) const;
 
   // The word beside a lamp that is out, the ring that is left of it, and calls that wait for a log.
   QRgb warning;

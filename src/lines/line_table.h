@@ -6,6 +6,7 @@
 
 #include "base/failure.h"
 #include "lines/caller_record.h"
+#include "lines/status_letters.h"
 
 namespace lineweir {
 
@@ -43,7 +44,9 @@ struct LineTable {
   int LineCount = lines_of_small_layout;
 
   // A blank while the line is idle.
-  LineArray<char> StatusLetter{lines_of_small_layout, ' '};
+  LineArray<char> StatusLetter{lines_of_small_layout, idle_letter};
+  // 1 for a line whose letter is the blank since it was made busy.
+  LineArray<int> SetBusy{lines_of_small_layout};
   LineArray<CallerRecord> CallerData{lines_of_small_layout};
   // Date and time at which the line last entered S or H; empty when there is none.
   LineArray<std::string> HoldStamp{lines_of_small_layout};
@@ -65,6 +68,12 @@ struct LineTable {
   // Changes LineCount and all arrays with it; what they hold stays. A next call whose line is gone
   // is none any more.
   void resize(int line_count);
+
+  // The letter by which a line's row is drawn.
+  char shown_letter(int line) const {
+    const char letter = StatusLetter(line);
+    return letter == idle_letter && SetBusy(line) != 0 ? busy_letter : letter;
+  }
 
   // Whether the layout in force is the one of twenty lines; the menu's check mark only says which
   // one the next start takes.

@@ -22,17 +22,6 @@ constexpr int edge_scale = 10000;
 constexpr int icon_width = 210;
 constexpr int icon_height = 150;
 
-struct StripRow {
-  RowColor color;
-  std::string_view strip;
-  std::string_view mark;
-};
-constexpr std::array strips = {
-    StripRow{RowColor::White, pictures::DataRowWhite, pictures::MarkWhite},
-    StripRow{RowColor::Green, pictures::DataRowGreen, pictures::MarkGreen},
-    StripRow{RowColor::Red, pictures::DataRowRed, pictures::MarkRed},
-};
-
 // By the values 1 to 4 of HybridPictureSet.
 constexpr std::array<std::string_view, 4> icons = {pictures::RedIcon, pictures::GreenIcon,
                                                    pictures::YellowIcon, pictures::BlueIcon};
@@ -54,17 +43,6 @@ void place_icon(const Picture& button, Picture& icon) {
 }
 
 }  // namespace
-
-std::string_view strip_picture(RowColor color) {
-  return strips[static_cast<std::size_t>(color)].strip;
-}
-
-std::string_view mark_picture(std::string_view strip) {
-  for (const auto& row : strips) {
-    if (row.strip == strip) return row.mark;
-  }
-  return pictures::MarkWhite;
-}
 
 IconOffset icon_offset(int button_height, bool pressed) {
   const double left = 80.0 / 375 * button_height;
@@ -110,16 +88,9 @@ void RowDisplay::HybridPictureSet(int line, int color1, int color2) {
 void RowDisplay::show_icons(int line) {
   const LineTable& lines = state_.lines;
   const LetterLook look = reported_look(
-      shown_letter(line),
+      lines.shown_letter(line),
       handset_is_on_conference(lines.ThePhoneFlag, state_.Lineweir.MitelPhone1.checked));
   HybridPictureSet(line, look.icon1, look.icon2);
-}
-
-char RowDisplay::shown_letter(int line) const {
-  const char letter = state_.lines.StatusLetter(line);
-  const bool set_busy =
-      letter == ' ' && state_.Lineweir.LineStatus(line).caption == status_text_of('B');
-  return set_busy ? 'B' : letter;
 }
 
 void RowDisplay::SetStatusText(int line) {
@@ -127,7 +98,7 @@ void RowDisplay::SetStatusText(int line) {
 }
 
 void RowDisplay::set_row_color(int line, RowColor color) {
-  state_.Lineweir.DataRow(line).picture = strip_picture(color);
+  state_.Lineweir.DataRow(line).picture = strip_of(color).strip;
 }
 
 void RowDisplay::show_next(int line) {
@@ -144,7 +115,7 @@ void RowDisplay::DrawMark(int line) {
     if (!rows.MyMark.loaded(k)) rows.MyMark.load(k);
     Picture& mark = rows.MyMark(k);
     const Label& label = rows.column_labels(column)(line);
-    mark.picture = mark_picture(strip.picture);
+    mark.picture = strip_of(color_of_strip(strip.picture.get()).value_or(RowColor::White)).mark;
     const auto edge = std::lround((label.left + label.width) * edge_scale / form_width);
     const auto left = std::lround(static_cast<double>(edge) * form_width / edge_scale);
     mark.move(static_cast<int>(left), strip.top, mark_width_on(strip.width), strip.height);

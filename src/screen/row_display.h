@@ -49,19 +49,12 @@ class RowDisplay {
  private:
   // Fits the width of the first row's marks to a form of another size.
   void MarkerPointTimer_Timer();
-  // The letter that the row shows. The box's decoder doesn't store that a line is made busy: its
-  // row alone still tells.
-  char shown_letter(int line) const;
 
   ConsoleState& state_;
   // The size of the form at the last tick of MarkerPointTimer.
   int marked_width_ = 0;
   int marked_height_ = 0;
 };
-
-// The picture holders of a row's strip and of its marks.
-std::string_view strip_picture(RowColor color);
-std::string_view mark_picture(std::string_view strip);
 
 // A mark is thinner on a strip that has hardly any room.
 int mark_width_on(int strip_width);
