@@ -1,67 +1,20 @@
 #pragma once
 
 #include <array>
+#include <cstddef>
 
+#include "boxlink/rule_steps.h"
 #include "lines/equipment_kinds.h"
 #include "lines/status_letters.h"
 
 namespace lineweir {
 
-// What a status report does to its line, step by step. "Fresh" is the first pass over the lines
-// after a connection was made: it restores the table instead of reporting changes.
-enum class LineStep {
-  None,
-  // The line isn't the next call any more: of both facts, or only the pin.
-  ReleaseNextCall,
-  UnpinNextCall,
-  // The times of the call, by the letter that the line had: on hold from S, on air from N and C,
-  // from L and K too, from any letter.
-  CloseHold,
-  CloseAir,
-  CloseAirOrLocked,
-  CloseAirOfAny,
-  // The call goes on air now; one that comes back from a lock has been there all the time.
-  BeginAir,
-  Log,
-  // Where no call is logged: another one has come to a line that was idle.
-  BeginCall,
-  ClearRecord,
-  ClearDataUnlessFresh,
-  ClearTimes,
-  StampHold,
-  ClearHoldStamp,
-  TellDataCleared,
-  // The row's clock.
-  RunClock,
-  StopClock,
-  BlankTime,
-  // What the clock counts from: now; but not in a fresh pass; nor behind a lock; nor where it has
-  // counted since the ring.
-  BaseNow,
-  BaseNowUnlessFresh,
-  BaseOnAirUnlessFresh,
-  BaseUnlessRungOrFresh,
-  ForgetBase,
-  // The row's texts: all behind the line's number, or those of the caller alone.
-  BlankRow,
-  BlankRowUnlessFresh,
-  BlankCaller,
-  BlankCallerUnlessFresh,
-  // The stored letter becomes the blank.
-  ForgetLetter,
-  // With automatic data entry: the caller data of a line that rang, or for the producer was held.
-  OpenDataForm,
-  Blink,
-  ShowText,
-  // Strip, marks and icons of the letter; the strip and text of the next call where it is that.
-  ShowRow,
-  ShowRowOrNext,
-};
+inline constexpr std::size_t most_steps = 14;
 
 struct LineRule {
   char letter;
   unsigned kinds;
-  std::array<LineStep, 13> steps;
+  std::array<RuleStep, most_steps> steps;
 };
 
 // The two doors side by side. The box's reports come one by one; the letter is
@@ -70,27 +23,49 @@ struct LineRule {
 // no rule is stored and nothing else.
 inline constexpr auto box_rules = [] {
   using enum LineStep;
+  using enum When;
   return std::to_array<LineRule>({
       {'F',
        any_kind,
-       {UnpinNextCall, CloseHold, CloseAir, Log, ClearRecord, ClearHoldStamp, StopClock, BlankRow,
-        ForgetLetter, ShowRow}},
+       {UnpinNextCall,
+        {CloseHold, WasReady},
+        {CloseAir, WasOnAir},
+        Log,
+        {ForgetCaller, NotFresh},
+        ClearRecord,
+        ClearHoldStamp,
+        StopClock,
+        BlankRow,
+        ForgetLetter,
+        ShowRow}},
       {'N', any_kind, {UnpinNextCall, BeginAir, RunClock, BaseNow, ShowText, ShowRow}},
       {'C', any_kind, {UnpinNextCall, BeginAir, RunClock, BaseNow, ShowText, ShowRow}},
-      {'S', any_kind, {StampHold, CloseAirOfAny, RunClock, BaseNow, ShowText, ShowRow}},
+      {'S', any_kind, {StampHold, CloseAir, RunClock, BaseNow, ShowText, ShowRow}},
       {'R',
        any_kind,
-       {UnpinNextCall, Log, ClearRecord, ClearHoldStamp, RunClock, BaseNow, ShowText, BlankCaller,
-        Blink, ShowRow}},
-      {'E', any_kind, {Log, ClearRecord, ShowText, StopClock, BlankTime, ShowRow}},
+       {UnpinNextCall, Log, ForgetCaller, ClearRecord, ClearHoldStamp, RunClock, BaseNow, ShowText,
+        BlankCaller, Blink, ShowRow}},
+      {'E',
+       any_kind,
+       {Log, {ForgetCaller, NotFresh}, ClearRecord, ShowText, StopClock, BlankTime, ShowRow}},
       {'P', any_kind, {ShowText, StopClock, BlankTime, ShowRow}},
       {'O', any_kind, {ShowText, StopClock, BlankTime, ShowRow}},
       {'H', any_kind, {ShowText, StopClock, BlankTime, ShowRow}},
       // Not stored, so that the next report of B is a change again.
       {'B',
        any_kind,
-       {ReleaseNextCall, Log, ClearDataUnlessFresh, ClearTimes, ClearHoldStamp, ForgetLetter,
-        ShowText, StopClock, BlankTime, ForgetBase, ShowRow}},
+       {ReleaseNextCall,
+        Log,
+        {ForgetCaller, NotFresh},
+        {ClearData, NotFresh},
+        ClearTimes,
+        ClearHoldStamp,
+        ForgetLetter,
+        ShowText,
+        StopClock,
+        BlankTime,
+        ForgetBase,
+        ShowRow}},
   });
 }();
 
@@ -98,47 +73,117 @@ inline constexpr auto box_rules = [] {
 // is F. A line that is idle stays as it is on F.
 inline constexpr auto server_rules = [] {
   using enum LineStep;
+  using enum When;
   return std::to_array<LineRule>({
       {'F',
        any_kind,
-       {ReleaseNextCall, CloseHold, CloseAirOrLocked, Log, ClearDataUnlessFresh, ClearTimes,
-        ClearHoldStamp, StopClock, BlankRowUnlessFresh, ForgetLetter, ShowRow, ForgetBase}},
+       {ReleaseNextCall,
+        {CloseHold, WasReady},
+        {CloseAir, WasOnAirOrLocked},
+        Log,
+        {ForgetCaller, NotFresh},
+        {ClearData, NotFresh},
+        ClearTimes,
+        ClearHoldStamp,
+        StopClock,
+        {BlankRow, NotFresh},
+        ForgetLetter,
+        ShowRow,
+        ForgetBase}},
       {'N',
        any_kind,
-       {ReleaseNextCall, BeginAir, RunClock, BaseOnAirUnlessFresh, ShowText, ShowRow}},
+       {ReleaseNextCall,
+        {BeginAir, NotBackFromLock},
+        RunClock,
+        {BaseNow, NotFresh | NotBackFromLock},
+        ShowText,
+        ShowRow}},
       {'C',
        any_kind,
-       {ReleaseNextCall, BeginAir, RunClock, BaseOnAirUnlessFresh, ShowText, ShowRow}},
+       {ReleaseNextCall,
+        {BeginAir, NotBackFromLock},
+        RunClock,
+        {BaseNow, NotFresh | NotBackFromLock},
+        ShowText,
+        ShowRow}},
       {'L', any_kind, {RunClock, ShowText, ShowRow}},
       {'K', any_kind, {RunClock, ShowText, ShowRow}},
       {'S',
        any_kind,
-       {StampHold, CloseAirOfAny, RunClock, BaseUnlessRungOrFresh, ShowText, ShowRowOrNext}},
+       {StampHold,
+        CloseAir,
+        RunClock,
+        {BaseNow, NotFresh | NotCountingSinceRing},
+        ShowText,
+        ShowRowOrNext}},
       // Equipment of kind 2 tells a ring for a caller who comes back: the record stays.
       {'R',
        kind(2),
-       {ReleaseNextCall, CloseHold, CloseAir, BeginCall, RunClock, BaseNowUnlessFresh, ShowText,
-        Blink, ShowRow}},
+       {ReleaseNextCall,
+        {CloseHold, WasReady},
+        {CloseAir, WasOnAir},
+        {BeginCall, WasEmpty},
+        RunClock,
+        {BaseNow, NotFresh},
+        ShowText,
+        Blink,
+        ShowRow}},
       {'R',
        all_but_kind(2),
-       {ReleaseNextCall, CloseHold, CloseAir, Log, ClearRecord, ClearHoldStamp, TellDataCleared,
-        RunClock, BaseNowUnlessFresh, ShowText, BlankCallerUnlessFresh, Blink, ShowRow}},
+       {ReleaseNextCall,
+        {CloseHold, WasReady},
+        {CloseAir, WasOnAir},
+        Log,
+        ForgetCaller,
+        ClearRecord,
+        ClearHoldStamp,
+        TellDataCleared,
+        RunClock,
+        {BaseNow, NotFresh},
+        ShowText,
+        {BlankCaller, NotFresh},
+        Blink,
+        ShowRow}},
       {'E', kind(2), {ShowText, OpenDataForm, RunClock, BlankTime, ShowRowOrNext}},
       {'E',
        all_but_kind(2),
-       {ReleaseNextCall, Log, ClearDataUnlessFresh, ClearTimes, ShowText, StopClock, BlankTime,
-        ForgetBase, ShowRow}},
+       {ReleaseNextCall,
+        Log,
+        {ForgetCaller, NotFresh},
+        {ClearData, NotFresh},
+        ClearTimes,
+        ShowText,
+        StopClock,
+        BlankTime,
+        ForgetBase,
+        ShowRow}},
       {'H',
        any_kind,
-       {ShowText, StampHold, CloseAirOfAny, BaseUnlessRungOrFresh, RunClock, BlankTime,
+       {ShowText,
+        StampHold,
+        CloseAir,
+        {BaseNow, NotFresh | NotCountingSinceRing},
+        RunClock,
+        BlankTime,
         ShowRowOrNext}},
       {'P', any_kind, {ShowText, OpenDataForm, RunClock, BlankTime, ShowRowOrNext}},
       {'O', any_kind, {ShowText, OpenDataForm, RunClock, BlankTime, ShowRowOrNext}},
       {'Y', any_kind, {RunClock, BlankTime, ShowRowOrNext, ShowText}},
       {'B',
        any_kind,
-       {ReleaseNextCall, CloseHold, CloseAir, Log, ClearDataUnlessFresh, ClearTimes, ClearHoldStamp,
-        ShowText, StopClock, BlankTime, ForgetBase, ShowRow}},
+       {ReleaseNextCall,
+        {CloseHold, WasReady},
+        {CloseAir, WasOnAir},
+        Log,
+        {ForgetCaller, NotFresh},
+        {ClearData, NotFresh},
+        ClearTimes,
+        ClearHoldStamp,
+        ShowText,
+        StopClock,
+        BlankTime,
+        ForgetBase,
+        ShowRow}},
   });
 }();
 

@@ -12,12 +12,16 @@
 #include "state/console_state.h"
 
 namespace lineweir {
+void LineSteps::run(const RuleStep& step, const LineReport& report) {
+  const LineTable& lines = state_.lines;
+  const bool has_base = !lines.ClockBase(report.line).empty();
+  if (applies(step.when, {report.old_letter, lines.FreshConnect, has_base})) run(step.step, report);
+}
+
 void LineSteps::run(LineStep step, const LineReport& report) {
   LineTable& lines = state_.lines;
   MainForm& form = state_.Lineweir;
   const int line = report.line;
-  const char old = report.old_letter;
-  const bool fresh = lines.FreshConnect;
   CallerRecord& record = lines.CallerData(line);
 
   switch (step) {
@@ -32,31 +36,22 @@ void LineSteps::run(LineStep step, const LineReport& report) {
       if (lines.TheNextCall == line) lines.NextCallSet = false;
       return;
     case LineStep::CloseHold:
-      return close_hold(report);
+      return close_hold(line);
     case LineStep::CloseAir:
-      if (is_on_air(old)) close_air(line);
-      return;
-    case LineStep::CloseAirOrLocked:
-      if (is_on_air_or_locked(old)) close_air(line);
-      return;
-    case LineStep::CloseAirOfAny:
       return close_air(line);
     case LineStep::BeginAir:
-      return begin_air(report);
+      return begin_air(line);
     case LineStep::Log:
-      call_log_.log(line);
-      // A line that is being restored keeps its texts on purpose; a new call has none.
-      if (!fresh || report.letter == 'R') line_texts_.caller_gone(line);
-      return;
+      return call_log_.log(line);
+    case LineStep::ForgetCaller:
+      return line_texts_.caller_gone(line);
     case LineStep::BeginCall:
-      if (!is_empty(old)) return;
       call_log_.leave(line, CallEnd::HungUp);
       return line_texts_.caller_gone(line);
     case LineStep::ClearRecord:
       return record.clear();
-    case LineStep::ClearDataUnlessFresh:
-      if (!fresh) record.clear_data_fields();
-      return;
+    case LineStep::ClearData:
+      return record.clear_data_fields();
     case LineStep::ClearTimes:
       return record.clear_times();
     case LineStep::StampHold:
@@ -76,28 +71,14 @@ void LineSteps::run(LineStep step, const LineReport& report) {
       form.LineTime(line).caption = "";
       return;
     case LineStep::BaseNow:
-      return base_now(line);
-    case LineStep::BaseNowUnlessFresh:
-      if (!fresh) base_now(line);
-      return;
-    case LineStep::BaseOnAirUnlessFresh:
-      if (!fresh && !is_locked_on_air(old)) base_now(line);
-      return;
-    case LineStep::BaseUnlessRungOrFresh:
-      if (!fresh && (lines.ClockBase(line).empty() || old != ringing_letter)) base_now(line);
+      lines.ClockBase(line) = hms_text(seconds_of_day(now()));
       return;
     case LineStep::ForgetBase:
       return lines.ClockBase(line).clear();
     case LineStep::BlankRow:
       return form.blank_row_controls(line, 2);
-    case LineStep::BlankRowUnlessFresh:
-      if (!fresh) form.blank_row_controls(line, 2);
-      return;
     case LineStep::BlankCaller:
       return form.blank_row_controls(line, 4);
-    case LineStep::BlankCallerUnlessFresh:
-      if (!fresh) form.blank_row_controls(line, 4);
-      return;
     case LineStep::ForgetLetter:
       lines.StatusLetter(line) = idle_letter;
       lines.SetBusy(line) = report.letter == busy_letter ? 1 : 0;
@@ -117,10 +98,10 @@ void LineSteps::run(LineStep step, const LineReport& report) {
   }
 }
 
-void LineSteps::close_hold(const LineReport& report) {
-  const std::string& since = state_.lines.HoldStamp(report.line);
-  if (report.old_letter != ready_letter || since.empty()) return;
-  state_.lines.CallerData(report.line).set(CallerField::TimeOnHold, time_since(since, now()));
+void LineSteps::close_hold(int line) {
+  const std::string& since = state_.lines.HoldStamp(line);
+  if (since.empty()) return;
+  state_.lines.CallerData(line).set(CallerField::TimeOnHold, time_since(since, now()));
 }
 
 void LineSteps::close_air(int line) {
@@ -129,16 +110,10 @@ void LineSteps::close_air(int line) {
   if (!since.empty()) record.set(CallerField::TimeOnAir, time_since(since, now()));
 }
 
-void LineSteps::begin_air(const LineReport& report) {
-  if (is_locked_on_air(report.old_letter)) return;
-  CallerRecord& record = state_.lines.CallerData(report.line);
-  record.set(CallerField::TimePlacedOnAir, clock_text(seconds_of_day(now())));
-  const std::string& held_since = state_.lines.HoldStamp(report.line);
-  if (!held_since.empty()) record.set(CallerField::TimeOnHold, time_since(held_since, now()));
-}
-
-void LineSteps::base_now(int line) {
-  state_.lines.ClockBase(line) = hms_text(seconds_of_day(now()));
+void LineSteps::begin_air(int line) {
+  state_.lines.CallerData(line).set(CallerField::TimePlacedOnAir,
+                                    clock_text(seconds_of_day(now())));
+  close_hold(line);
 }
 
 void LineSteps::open_data_form(const LineReport& report) {

@@ -37,14 +37,14 @@ class LineSteps {
         line_texts_(line_texts),
         caller_data_(caller_data) {}
 
-  // A step that fails may be run again.
-  void run(LineStep step, const LineReport& report);
+  // Does a step where it applies. One that fails may be run again.
+  void run(const RuleStep& step, const LineReport& report);
 
  private:
-  void close_hold(const LineReport& report);
+  void run(LineStep step, const LineReport& report);
+  void close_hold(int line);
   void close_air(int line);
-  void begin_air(const LineReport& report);
-  void base_now(int line);
+  void begin_air(int line);
   void open_data_form(const LineReport& report);
   void show_row(const LineReport& report, bool may_be_next);
   platform::DateTime now() const;

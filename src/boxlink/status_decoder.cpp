@@ -126,7 +126,7 @@ void StatusDecoder::process_change(int line, char letter) {
   const LineRule* rule = line_rule(box_rules, letter, lines.ThePhoneFlag);
   if (rule == nullptr) return;
   const LineReport report{on_comm, line, letter, lines.StatusLetter(line), *look_of(letter)};
-  for (const LineStep step : rule->steps) line_steps_.run(step, report);
+  for (const RuleStep& step : rule->steps) line_steps_.run(step, report);
 }
 
 }  // namespace lineweir

@@ -89,8 +89,8 @@ void LineEvents::process_change(int line, char letter, char old_letter) {
       handler, line, letter, old_letter,
       reported_look(letter,
                     handset_is_on_conference(equipment, state_.Lineweir.MitelPhone1.checked))};
-  for (const LineStep step : rule->steps) {
-    if (step == LineStep::None) break;
+  for (const RuleStep& step : rule->steps) {
+    if (step.step == LineStep::None) break;
     socket_trap(state_, handler, [&] { line_steps_.run(step, report); });
   }
 }
