@@ -7,6 +7,7 @@
 #include "desktop/accessible_names.h"
 #include "desktop/element_link.h"
 #include "desktop/element_looks.h"
+#include "desktop/repeated_widget.h"
 
 namespace lineweir {
 namespace {
@@ -58,7 +59,7 @@ FormBinder::FormBinder(Form& form, QWidget& window)
 FormBinder::~FormBinder() = default;
 
 void FormBinder::tie(Control& control) {
-  auto* widget = window_.findChild<QWidget*>(designer_name(control));
+  QWidget* widget = widget_for(control);
   std::unique_ptr<ElementLink> link;
   if (widget != nullptr) link = make_element_link(control, *widget);
   if (link == nullptr) {
@@ -68,6 +69,18 @@ void FormBinder::tie(Control& control) {
   widget->setObjectName(object_name(control));
   link->show_control();
   links_[&control] = std::move(link);
+}
+
+QWidget* FormBinder::widget_for(const Control& control) {
+  if (auto* drawn = window_.findChild<QWidget*>(designer_name(control))) return drawn;
+  if (control.index() <= 0) return nullptr;
+  const auto widget_of = [&](int index) -> QWidget* {
+    const auto link = links_.find(control.form().find(control.name(), index));
+    return link == links_.end() ? nullptr : &link->second->widget();
+  };
+  QWidget* model = widget_of(0);
+  return model == nullptr ? nullptr
+                          : repeat_widget(*model, widget_of(control.index() - 1), control.index());
 }
 
 void FormBinder::tie_new_elements() {

@@ -20,6 +20,9 @@ class ElementLink;
 // Designer, and `LineCheck(3)` once it is tied. Names of widgets that are no element begin with a
 // small letter. A widget of an array waits, hidden, until its element is loaded.
 //
+// Where all elements of an array look alike Designer holds element 0 alone, and the others are made
+// after it.
+//
 // A widget that stands in a layout or in a splitter keeps the place that it has there; any other
 // one takes its element's.
 class FormBinder : private FormWatch {
@@ -40,6 +43,8 @@ class FormBinder : private FormWatch {
   void focus_moved(Control* control) override;
 
   void tie(Control& control);
+  // The widget that Designer has for an element, or that repeats the one of its array's model.
+  QWidget* widget_for(const Control& control);
   void tie_new_elements();
   void hide_waiting_widgets();
   void show_changes();

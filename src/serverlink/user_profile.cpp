@@ -21,6 +21,10 @@ namespace lineweir {
 namespace {
 
 constexpr std::size_t flag_count = 43;
+// A profile has room for so many fields that people enter, and for the columns up to this one.
+constexpr std::size_t entry_fields_held = 10;
+constexpr int columns_end = 13;
+static_assert(entry_fields_held <= entry_fields.size() && columns_end <= column_count);
 constexpr std::size_t group_field = 2;
 constexpr int rows_with_room_for_digits = 11;
 
@@ -73,7 +77,7 @@ std::string UserProfile::PrepareUserData(std::string_view TheName) {
     append_field(block, state_.clock_state.Warning1);
     append_field(block, state_.clock_state.Warning2);
     append_field(block, state_.program.MessageFile);
-    for (int column = first_optional_column; column < column_count; ++column) {
+    for (int column = first_optional_column; column < columns_end; ++column) {
       append_column(block, column);
     }
     const platform::FontChoice font = fonts_.present();
@@ -102,7 +106,7 @@ std::string UserProfile::flags() const {
         &form.RemoteCom3, &form.RemoteCom4, &form.RemoteOn, &form.RemoteOff}) {
     add(item->checked);
   }
-  for (const bool field_is_logged : caller_data_.LogFieldOn) add(field_is_logged);
+  for (std::size_t i = 0; i < entry_fields_held; ++i) add(caller_data_.LogFieldOn[i]);
   for (const MenuItem* item :
        {&form.PassiveMode, &form.StudioMode, &form.ScreenerMode, &form.RemoteNext,
         &form.EventClockMenu, &form.TimeClockMenuItem, &form.AutoDataEntry, &form.MitelPhone1,
