@@ -12,12 +12,6 @@
 #include "state/wire.h"
 
 namespace lineweir {
-namespace {
-
-// The texts of a row that answer to clicks: all but the user's own column.
-constexpr int clickable_columns = user_column;
-
-}  // namespace
 
 LineActions::LineActions(ConsoleState& state, PhoneCommands& phone, CallerDataEntry& caller_data,
                          NextCaller& next_caller)
@@ -40,7 +34,9 @@ LineActions::LineActions(ConsoleState& state, PhoneCommands& phone, CallerDataEn
     wire(part.on_dbl_click, state_.trace, "Lineweir_" + element + "_DblClick",
          [this, line = part.index()] { row_dbl_click(line); });
   };
-  for (int column = 0; column < clickable_columns; ++column) {
+  for (int column = 0; column < column_count; ++column) {
+    // The user's own column doesn't answer to clicks.
+    if (column == user_column) continue;
     ControlArray<Label>& labels = form.column_labels(column);
     labels.wire([this, answer_dbl_click, element = labels.name()](Label& label) {
       answer_dbl_click(label, element);

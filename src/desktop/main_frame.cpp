@@ -17,6 +17,7 @@
 #include "desktop/twips.h"
 #include "forms/layout.h"
 #include "forms/pictures.h"
+#include "screen/blinking.h"
 
 namespace lineweir {
 namespace {
@@ -24,11 +25,10 @@ namespace {
 // The part of the form's height that its menu bar takes; the bar on the screen has its own height.
 int bar_twips(const MainForm& form) { return form.Options.visible ? menu_bar_height : 0; }
 
-// A line that rings, waits or is held.
 bool blinks(const Console& console, const Control& icon) {
   const auto& letters = console.lines.StatusLetter;
   const char letter = icon.index() < letters.size() ? letters(icon.index()) : ' ';
-  return letter == 'R' || letter == 'S' || letter == 'H';
+  return blinking_of(letter) != Blinking::No;
 }
 
 // Tells that the window has got a frame, or another one, and the form with that its place. A window

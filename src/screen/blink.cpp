@@ -1,6 +1,7 @@
 #include "screen/blink.h"
 
 #include "forms/pictures.h"
+#include "screen/blinking.h"
 #include "screen/row_display.h"
 #include "state/console_state.h"
 #include "state/guard.h"
@@ -37,7 +38,7 @@ void Blink::Timer5_Timer() {
 void Blink::dark_phase() {
   for (int line = 0; line < state_.lines.LineCount; ++line) {
     const char letter = state_.lines.StatusLetter(line);
-    if (letter == 'H' || letter == 'S') rows_.HybridPictureSet(line, 0, 0);
+    if (blinking_of(letter) == Blinking::Waiting) rows_.HybridPictureSet(line, 0, 0);
     restore_air_text(line);
   }
 }
@@ -45,11 +46,11 @@ void Blink::dark_phase() {
 void Blink::light_phase() {
   for (int line = 0; line < state_.lines.LineCount; ++line) {
     const char letter = state_.lines.StatusLetter(line);
-    if (letter == 'R') {
+    if (blinking_of(letter) == Blinking::Ringing) {
       const Picture& icon = state_.Lineweir.CIcon1(line);
       const int color = icon.visible && icon.picture == pictures::YellowIcon ? 0 : 3;
       rows_.HybridPictureSet(line, color, color);
-    } else if (letter == 'H' || letter == 'S') {
+    } else if (blinking_of(letter) == Blinking::Waiting) {
       const LetterLook& look = *look_of(letter);
       rows_.HybridPictureSet(line, look.icon1, look.icon2);
     }
@@ -60,7 +61,7 @@ void Blink::light_phase() {
 void Blink::restore_air_text(int line) {
   if (state_.Lineweir.DataRow(line).picture != pictures::DataRowRed) return;
   const char letter = state_.lines.StatusLetter(line);
-  state_.Lineweir.LineStatus(line).caption = letter == 'L' || letter == 'K' ? "Locked" : "On Air";
+  state_.Lineweir.LineStatus(line).caption = is_locked_on_air(letter) ? "Locked" : "On Air";
 }
 
 }  // namespace lineweir
