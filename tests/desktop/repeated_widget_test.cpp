@@ -20,7 +20,7 @@ QWidget& window_of(test::ShownConsole& desk, Form& form) {
 // What Tab comes to behind a widget, whether it can be used now or not.
 QString next_stop(const QWidget& from) {
   const QWidget* next = from.nextInFocusChain();
-  while (!next->focusPolicy().testFlag(Qt::TabFocus)) next = next->nextInFocusChain();
+  while ((next->focusPolicy() & Qt::TabFocus) == 0) next = next->nextInFocusChain();
   return next->objectName();
 }
 

@@ -36,8 +36,8 @@ void NetworkSocket::send_data(std::string_view bytes) {
 }
 
 void NetworkSocket::restart() {
-  on_connect = nullptr;
-  on_data_arrival = nullptr;
+  on_connect.forget_handler();
+  on_data_arrival.forget_handler();
   close();
 }
 
@@ -48,11 +48,11 @@ void NetworkSocket::attach(std::unique_ptr<Connection> connection) {
   if (!connection_) return;
   connection_->on_bytes = [this](std::string_view bytes) {
     received_ += bytes;
-    if (on_data_arrival) on_data_arrival();
+    on_data_arrival();
   };
   // What had arrived can still be taken.
   connection_->on_closed = [this] { state_ = platform::socket_closed; };
-  if (on_connect) on_connect();
+  on_connect();
 }
 
 std::string network_address(const std::string& host, int port) {

@@ -7,6 +7,7 @@
 #include <set>
 
 #include "simulation/network_socket.h"
+#include "support/listen.h"
 
 namespace lineweir::simulation {
 namespace {
@@ -147,7 +148,7 @@ TEST_CASE("a socket tells its connection, and nothing of one that it has given u
   });
   NetworkSocket socket(world.network);
   int connects = 0;
-  socket.on_connect = [&] { ++connects; };
+  listen(socket.on_connect, [&] { ++connects; });
   socket.connect("here", 1);
   CHECK(socket.state() == platform::socket_connecting);
   socket.close();
