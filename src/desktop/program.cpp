@@ -15,6 +15,7 @@
 #include "desktop/dialogs.h"
 #include "desktop/first_paint.h"
 #include "desktop/line_report.h"
+#include "desktop/line_report_file.h"
 #include "desktop/pdf_tables.h"
 #include "desktop/screenshot.h"
 #include "desktop/theme.h"
@@ -106,6 +107,7 @@ int run_program(const CommandLine& command_line) {
   console.startup.Main(command_line.argument);
   if (ended) return 0;
   desktop.flush();
+  const LineReportFile line_report_file(console);
   const FirstPaint first_paint(desktop.main_frame().window());
   const Screenshot screenshot([&desktop](const QString& form) { return desktop.window_of(form); },
                               [&console] {

@@ -8,12 +8,6 @@ set -euo pipefail
 bin=$1
 source "$(dirname "$0")/real_window.sh"
 
-fail() {
-  echo "desk end to end: $*" >&2
-  head -n 100 studio.log desk*.log >&2 2> /dev/null || true
-  exit 1
-}
-
 # await FILE TEXT: waits until a line of the file ends with the text.
 await() {
   await_line "$1" " $2\$" || fail "$1 has no line: $2"
@@ -54,15 +48,11 @@ kill "$desk" && wait "$desk" || true
 await_window '^Lineweir$' > /dev/null
 start_desk desk-again.log
 window=$(await_window 'Lineweir - ')
-xdotool windowfocus --sync "$window" key alt+r
-sleep 0.5
-xdotool key 2
+choose_in_menu "$window" alt+r 2
 await desk-again.log 'lamp main 6 ring'
 echo 'main 6' >&"$typing"
 await studio.log 'word N05'
 await desk-again.log 'lamp main 6 AIR'
 
-xdotool windowfocus --sync "$window" key alt+o
-sleep 0.5
-xdotool key x
+choose_in_menu "$window" alt+o x
 wait "$console" || fail "the console has ended with an error"

@@ -8,16 +8,6 @@ set -euo pipefail
 bin=$1
 source "$(dirname "$0")/real_window.sh"
 
-fail() {
-  echo "keyboard end to end: $*" >&2
-  cat studio.log >&2 2> /dev/null || true
-  exit 1
-}
-
-await() {
-  await_line studio.log "$1" || fail "the studio has not logged: $1"
-}
-
 # await_keyboard TITLE: waits until that window has the keyboard.
 await_keyboard() {
   local active=
@@ -27,6 +17,12 @@ await_keyboard() {
     pause 0.1
   done
   fail "the keyboard is in \"$active\" and not in \"$1\""
+}
+
+# Keys alone, as the focus is the window manager's here, and they are queued behind one another.
+open_options() {
+  xdotool key alt+o
+  pause 0.5
 }
 
 on_air() {
@@ -49,17 +45,16 @@ start_window_manager
 
 LINEWEIR_COM1=$work/box LINEWEIR_COM2=$work/desk timeout 150 "$bin/lineweir" &
 console=$!
-await 'item R02'
+await_row '^3 .* R$'
 await_keyboard 'Lineweir - *'
 # No key has the focus yet.
 xdotool key space Return
 xdotool key 3
-await 'item N02'
+await_row '^3 *On Air'
 ! grep -q 'word N00' studio.log || fail "Space at the start put line 1 on air"
 
 # The log's search, while a message comes by itself.
-xdotool key alt+o
-pause 0.5
+open_options
 xdotool key b
 await_keyboard 'Call Log'
 xdotool type --delay 60 'drop'
@@ -68,7 +63,7 @@ await_window '^Lineweir$' > /dev/null
 xdotool type --delay 60 'hold 3 '
 await_keyboard 'Call Log'
 on_air "a message during the search"
-pause 0.6
+pause_typing
 xdotool key Escape
 await_no_window '^Lineweir$'
 await_keyboard 'Call Log'
@@ -79,7 +74,7 @@ await_keyboard 'Import'
 xdotool type --delay 30 "$work/calls.csv"
 xdotool key Return
 await_keyboard 'Import Calls'
-pause 0.5
+pause_typing
 xdotool key Return
 await_keyboard 'Lineweir'
 xdotool key Return
@@ -97,11 +92,10 @@ await_keyboard 'Lineweir - *'
 on_air "the rest of a word whose window has closed"
 
 # Back on the main window its keys act.
-pause 1
+pause_typing
 xdotool key d
-await 'item F02'
+await_studio 'item F02'
 
-xdotool key alt+o
-pause 0.5
+open_options
 xdotool key x
 wait "$console" || fail "the console has ended with an error"

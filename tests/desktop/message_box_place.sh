@@ -8,11 +8,6 @@ set -euo pipefail
 bin=$1
 source "$(dirname "$0")/real_window.sh"
 
-fail() {
-  echo "message box: $*" >&2
-  exit 1
-}
-
 # place WINDOW: sets X and Y to where its content stands.
 place() {
   eval "$(xdotool getwindowgeometry --shell "$1" | grep -E '^(X|Y)=')"

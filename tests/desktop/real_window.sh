@@ -6,6 +6,13 @@ export XDG_RUNTIME_DIR=$work
 trap 'kill $(jobs -p) 2> /dev/null || true; rm -rf "$work"' EXIT
 cd "$work"
 
+# fail WHAT: ends the test, with what is known.
+fail() {
+  echo "$(basename "$0" .sh): $*" >&2
+  head -n 100 studio.log desk*.log disk.txt lines.txt >&2 2> /dev/null || true
+  exit 1
+}
+
 mkfifo idle && exec {idle_end}<> idle
 idle=/dev/fd/$idle_end
 
@@ -21,6 +28,15 @@ await_line() {
   return 1
 }
 
+# await_studio PATTERN: waits until the simulated studio has logged it.
+await_studio() { await_line studio.log "$1" || fail "the studio has not logged: $1"; }
+
+# The rows as the window shows them, as src/desktop/line_report_file.h tells: "3  On Air  0:00:02  N".
+export LINEWEIR_LINES=$work/lines.txt
+
+# await_row PATTERN: waits until a row fits.
+await_row() { await_line "$LINEWEIR_LINES" "$1" || fail "no row has come to: $1"; }
+
 # await_success COMMAND...: until it succeeds; false after 20 seconds.
 await_success() {
   for _ in {1..200}; do
@@ -29,6 +45,26 @@ await_success() {
   done
   return 1
 }
+
+# Behind typed words a key is the rest of them until the fingers have paused; no event tells that.
+pause_typing() { pause 0.6; }
+
+# choose_in_menu WINDOW KEY...: opens a menu of the window by the first key and goes on by the others,
+# each when what the one before opens or closes is there.
+choose_in_menu() {
+  local window=$1 shown
+  shift
+  # A window manager that is told the same focus twice may give it away again later.
+  [[ $(xdotool getwindowfocus) == "$window" ]] || xdotool windowfocus --sync "$window"
+  for key in "$@"; do
+    shown=$(shown_windows)
+    xdotool key "$key"
+    await_success windows_differ_from "$shown" || fail "the key $key has done nothing to the menus"
+  done
+}
+
+shown_windows() { search_windows --class lineweir | sort; }
+windows_differ_from() { [[ $(shown_windows) != "$1" ]]; }
 
 # press_until_logged WINDOW KEY TEXT: the key acts on a caller who has waited for a while, which may
 # not have gone by yet in the console's eyes; so it is pressed again until studio.log has the text.
@@ -57,15 +93,19 @@ start_window_manager() {
   await_line "$work/manager.txt" ready || fail "no window manager"
 }
 
-# find_window TITLE: prints the id of the newest shown window whose title fits; false if there is
-# none. A search ends with an error when any window goes away meanwhile, and is then made again.
-find_window() {
+# search_windows HOW...: prints the ids of the shown windows that fit. A search ends with an error when
+# any window goes away meanwhile, and is then made again.
+search_windows() {
   local found
-  while found=$(xdotool search --onlyvisible --name "$1" 2>&1) || true; [[ $found == *'X Error'* ]]; do
+  while found=$(xdotool search --onlyvisible "$@" 2>&1) || true; [[ $found == *'X Error'* ]]; do
     pause 0.02
   done
-  grep -xE '[0-9]+' <<< "$found" | tail -n 1
+  grep -xE '[0-9]+' <<< "$found" || true
 }
+
+# find_window TITLE: prints the id of the newest shown window whose title fits; false if there is
+# none.
+find_window() { search_windows --name "$1" | tail -n 1 | grep .; }
 
 # await_window TITLE: the same, after at most 20 seconds.
 await_window() {
