@@ -295,9 +295,7 @@ TEST_SUITE("boxlink/status decoder: letters") {
         PreparedConsole test(old);
         test.console.Lineweir.AutoDataEntry.checked = true;
         test.box_sends(report(letter));
-        for (Form* form : test.console.forms()) {
-          if (form->name() == "Form4") CHECK_FALSE(form->visible.get());
-        }
+        CHECK_FALSE(test.console.Form4.visible);
       }
     }
   }

@@ -13,6 +13,7 @@
 #include "desktop/dialogs.h"
 #include "desktop/form_binder.h"
 #include "desktop/menu_tree.h"
+#include "every_dialog.h"
 #include "shown_console.h"
 #include "support/listen.h"
 
@@ -37,8 +38,7 @@ Widget& part(QWidget& window, const char* name) {
 TEST_SUITE("dialogs") {
   TEST_CASE("every form of the console has its window in the table") {
     test::ShownConsole desk;
-    for (const Form* form : desk.console.forms()) {
-      if (form == &desk.console.Lineweir) continue;
+    for (const Form* form : test::dialogs_of(desk.console)) {
       CAPTURE(form->name());
       CHECK(desk.desktop.dialog(*form) != nullptr);
     }
@@ -46,8 +46,7 @@ TEST_SUITE("dialogs") {
 
   TEST_CASE("names in the drawing and in the form have their partners, both ways") {
     test::ShownConsole desk;
-    for (Form* form : desk.console.forms()) {
-      if (form == &desk.console.Lineweir) continue;
+    for (Form* form : test::dialogs_of(desk.console)) {
       CAPTURE(form->name());
       // Loading may refuse to show a form; its window is made all the same.
       form->on_load.forget_handler();

@@ -5,6 +5,7 @@
 #include <stdexcept>
 #include <vector>
 
+#include "every_dialog.h"
 #include "shown_console.h"
 
 namespace lineweir::test {
@@ -57,8 +58,7 @@ inline void close(ShownConsole& desk, Form& form) {
 
 template <class Check>
 void for_each_dialog(ShownConsole& desk, Check check) {
-  for (Form* form : desk.console.forms()) {
-    if (form == &desk.console.Lineweir) continue;
+  for (Form* form : dialogs_of(desk.console)) {
     check(open_full(desk, *form));
     close(desk, *form);
   }

@@ -4,22 +4,27 @@
 
 #include <string>
 
+#include "forms/main_form.h"
+
 namespace lineweir::test {
 namespace {
 
 TEST_SUITE("screen/columns") {
-  TEST_CASE("the columns stand in their order with their headings") {
-    constexpr std::array<std::string_view, 13> elements = {
-        "LineNumb", "LineStatus",   "LineTime",    "LineName",        "LineStreetAdd",
-        "LineCity", "LineState",    "LineZipCode", "LinePhoneNumber", "LineStation",
-        "LineBand", "LineComments", "LineUser"};
-    constexpr std::array<std::string_view, 13> headings = {
-        "#",       "Status",      "Time",    "Caller Name", "Street Address", "City", "State",
-        "ZipCode", "PhoneNumber", "Station", "Gender",      "Comments",       "User"};
-    for (std::size_t i = 0; i < column_rules.size(); ++i) {
-      CHECK(column_rules[i].element == elements[i]);
-      CHECK(column_rules[i].heading == headings[i]);
+  TEST_CASE("each column is its array of the rows' labels, under its heading") {
+    MainForm form;
+    std::string headings;
+    for (int column = 0; column < column_count; ++column) {
+      const ColumnRule& rule = column_rules[static_cast<std::size_t>(column)];
+      CHECK(form.column_labels(column)(0).name() == rule.element);
+      headings += std::string(rule.heading) + '|';
     }
+    CHECK(headings ==
+          "#|Status|Time|Caller Name|Street Address|City|State|ZipCode|PhoneNumber|Station|Gender|"
+          "Comments|User|");
+    CHECK(&form.column_labels(number_column) == &form.LineNumb);
+    CHECK(&form.column_labels(time_column) == &form.LineTime);
+    CHECK(&form.column_labels(name_column) == &form.LineName);
+    CHECK(&form.column_labels(user_column) == &form.LineUser);
   }
 
   TEST_CASE("columns not shown at first have a width for when they are") {

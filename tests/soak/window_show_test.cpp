@@ -1,7 +1,7 @@
 // The real window with the simulated studio on its serial line, in real time: both seats of a busy
 // show are worked with real keys, and what the rows show is held against the studio's own table.
-// The show lasts 20 seconds, or LINEWEIR_SHOW_SECONDS; LINEWEIR_SHOW_PICTURE names a picture of
-// the window, taken half way.
+// The show ends when enough has been seen, behind 4 seconds, or LINEWEIR_SHOW_SECONDS;
+// LINEWEIR_SHOW_PICTURE names a picture of the window, taken half way.
 
 #define DOCTEST_CONFIG_IMPLEMENT
 #include <doctest/doctest.h>
@@ -23,6 +23,7 @@
 #include "desktop/main_window.h"
 #include "desktop/program.h"
 #include "forms/pictures.h"
+#include "lines/status_letters.h"
 #include "platform/qt/qt_event_loop.h"
 #include "platform/qt/qt_serial_port.h"
 #include "platform/qt/qt_system_clock.h"
@@ -42,23 +43,6 @@ studio::ExchangeOptions busy_show() {
   options.callers = {700ms, 6000ms, 6000ms};
   return options;
 }
-
-// What a row shows of a letter beside its time.
-struct RowLook {
-  char letter;
-  std::string_view status;
-  std::string_view strip;
-};
-
-constexpr std::string_view any_status = "*";
-
-constexpr RowLook row_looks[] = {
-    {' ', any_status, pictures::DataRowWhite}, {'R', "", pictures::DataRowWhite},
-    {'P', any_status, pictures::DataRowWhite}, {'O', any_status, pictures::DataRowWhite},
-    {'H', any_status, pictures::DataRowWhite}, {'N', "On Air", pictures::DataRowRed},
-    {'C', "On Air", pictures::DataRowRed},     {'L', "Locked", pictures::DataRowRed},
-    {'K', "Locked", pictures::DataRowRed},
-};
 
 // The studio at the far end of the console's line. It is served every 20 ms of the loop.
 class StudioOnLine {
@@ -206,6 +190,15 @@ class Witness {
     }
   }
 
+  // Rows in each state of the show, often enough.
+  bool has_seen_enough() const {
+    constexpr long enough = 100;
+    constexpr std::string_view states = " RPSNC";
+    return compared >= enough && std::ranges::all_of(states, [this](char letter) {
+             return seen.find(letter) != std::string::npos;
+           });
+  }
+
   long compared = 0;
   std::string seen;
 
@@ -220,11 +213,10 @@ class Witness {
       CHECK(status == (next ? "Next" : "Ready"));
       return;
     }
-    for (const RowLook& look : row_looks) {
-      if (look.letter != letter) continue;
-      CHECK(strip == look.strip);
-      if (look.status != any_status) CHECK(status == look.status);
-    }
+    const bool on_air = is_on_air_or_locked(letter);
+    CHECK(strip == (on_air ? pictures::DataRowRed : pictures::DataRowWhite));
+    // The other letters' rows tell what the user has chosen to see.
+    if (on_air || letter == ringing_letter) CHECK(status == status_text_of(letter));
   }
 
   static constexpr int turns_of_a_report = 3;
@@ -235,7 +227,7 @@ class Witness {
 
 std::chrono::seconds length_of_show() {
   const char* text = std::getenv("LINEWEIR_SHOW_SECONDS");
-  return std::chrono::seconds(text == nullptr ? 20 : std::max(1, std::atoi(text)));
+  return std::chrono::seconds(text == nullptr ? 4 : std::max(1, std::atoi(text)));
 }
 
 TEST_CASE("through a busy show the window's rows tell what the studio's own table says") {
@@ -248,7 +240,9 @@ TEST_CASE("through a busy show the window's rows tell what the studio's own tabl
   long seen_turn = 0;
   Milliseconds next_turn = start + 1s;
   bool pictured = false;
-  while (desk.loop.now() - start < length) {
+  constexpr Milliseconds longest = 60s;
+  while (desk.loop.now() - start < length ||
+         (!witness.has_seen_enough() && desk.loop.now() - start < longest)) {
     desk.loop.yield();
     const Milliseconds now = desk.loop.now();
     if (desk.studio.turns() != seen_turn) {
@@ -266,14 +260,10 @@ TEST_CASE("through a busy show the window's rows tell what the studio's own tabl
     }
   }
   MESSAGE("looked " << witness.compared << " times, letters seen: " << witness.seen);
-  CHECK(witness.compared > 10);
+  CHECK(witness.has_seen_enough());
   // People press keys by what they last saw, so that some find nothing to act on.
   for (const std::string& message : desk.messages) {
     CHECK(message == "That command or line is not available at this time!");
-  }
-  for (const char letter : std::string(" RPSNC")) {
-    CAPTURE(letter);
-    CHECK(witness.seen.find(letter) != std::string::npos);
   }
 }
 

@@ -2,6 +2,7 @@
 
 #include <doctest/doctest.h>
 
+#include <algorithm>
 #include <string>
 
 #include "base/failure.h"
@@ -18,103 +19,95 @@ using enum ClientCommand;
 constexpr int group = 3;
 constexpr int console = 2;
 
-// The header of each command as its row of the table alone makes it, before its sender fills in
-// what only it knows.
-struct ClientRowBytes {
-  ClientCommand command;
-  std::string name;
-  int code, line, group, alt_info, console, bank;
-};
+// A byte and a name a row, as both ends of the wire know them: "1 CmdPasswordLogin 2 …".
+template <class Rows>
+std::string numbered_names(const Rows& rows) {
+  std::string text;
+  for (const auto& row : rows) {
+    text += std::to_string(static_cast<int>(row.command)) + ' ' + std::string(row.name) + ' ';
+  }
+  return text;
+}
 
-const ClientRowBytes client_rows[] = {
-    {CmdPasswordLogin, "CmdPasswordLogin", 1, 255, 3, 255, 2, 255},
-    {CmdConnectConsole, "CmdConnectConsole", 2, 255, 3, 2, 2, 255},
-    {CmdLeaveGroup, "CmdLeaveGroup", 3, 255, 3, 255, 2, 255},
-    {CmdLineCommand, "CmdLineCommand", 4, 0, 3, 0, 2, 0},
-    {CmdRequestStatus, "CmdRequestStatus", 5, 255, 3, 2, 2, 255},
-    {CmdCallerData, "CmdCallerData", 6, 0, 3, 255, 2, 255},
-    {CmdFlashMessage, "CmdFlashMessage", 7, 255, 3, 255, 2, 255},
-    {CmdSetNextCall, "CmdSetNextCall", 8, 0, 3, 2, 2, 255},
-    {CmdRequestGroupNames, "CmdRequestGroupNames", 9, 255, 255, 2, 2, 255},
-    {CmdRequestStudioStatus, "CmdRequestStudioStatus", 11, 255, 3, 2, 2, 255},
-    {CmdRequestTimes, "CmdRequestTimes", 12, 255, 3, 2, 2, 255},
-    {CmdRequestLineNumbers, "CmdRequestLineNumbers", 13, 255, 3, 2, 2, 255},
-    {CmdDialDigit, "CmdDialDigit", 14, 0, 3, 2, 2, 0},
-    {CmdNextAction, "CmdNextAction", 15, 255, 3, 0, 2, 0},
-    {CmdDialSeize, "CmdDialSeize", 16, 0, 3, 2, 2, 0},
-    {CmdRequestPhones, "CmdRequestPhones", 17, 255, 3, 255, 2, 255},
-    {CmdSetMode, "CmdSetMode", 18, 255, 3, 0, 2, 255},
-    {CmdSelectPhone, "CmdSelectPhone", 20, 255, 3, 0, 2, 255},
-    {CmdLoginCheck, "CmdLoginCheck", 21, 255, 3, 255, 2, 255},
-    {CmdTimeRequest, "CmdTimeRequest", 22, 255, 3, 255, 2, 255},
-    {CmdUserProfile, "CmdUserProfile", 23, 255, 3, 255, 2, 255},
-    {CmdRequestAccessRights, "CmdRequestAccessRights", 24, 255, 0, 255, 255, 255},
-    {CmdRequestFirstUnblocked, "CmdRequestFirstUnblocked", 25, 255, 3, 255, 255, 255},
-};
+// The codes of the commands whose packet, before its sender fills in what only it knows, has that
+// value in the field.
+std::vector<int> codes_with(std::uint8_t ServerPacket::*field, int value) {
+  std::vector<int> codes;
+  for (const ClientCommandRow& row : client_commands) {
+    const ServerPacket packet = client_packet(row.command, group, console);
+    if (packet.*field == value) codes.push_back(static_cast<int>(row.command));
+  }
+  return codes;
+}
 
-struct ServerRowBytes {
-  ServerCommand command;
-  std::string name;
-  int code;
-};
-
-const ServerRowBytes server_rows[] = {
-    {ServerCommand::SrvPasswordResult, "SrvPasswordResult", 126},
-    {ServerCommand::SrvFullStatus, "SrvFullStatus", 127},
-    {ServerCommand::SrvGroupNames, "SrvGroupNames", 128},
-    {ServerCommand::SrvStudioStatus, "SrvStudioStatus", 129},
-    {ServerCommand::SrvTimes, "SrvTimes", 130},
-    {ServerCommand::SrvPhoneType, "SrvPhoneType", 131},
-    {ServerCommand::SrvLineNumbers, "SrvLineNumbers", 132},
-    {ServerCommand::SrvCallerData, "SrvCallerData", 133},
-    {ServerCommand::SrvLineStatus, "SrvLineStatus", 134},
-    {ServerCommand::SrvFlashMessage, "SrvFlashMessage", 135},
-    {ServerCommand::SrvNextCall, "SrvNextCall", 136},
-    {ServerCommand::SrvPhoneNames, "SrvPhoneNames", 137},
-    {ServerCommand::SrvLoginCheckResult, "SrvLoginCheckResult", 139},
-    {ServerCommand::SrvMessage, "SrvMessage", 140},
-    {ServerCommand::SrvShutdownNotice, "SrvShutdownNotice", 141},
-    {ServerCommand::SrvTime, "SrvTime", 142},
-    {ServerCommand::SrvShowTimes, "SrvShowTimes", 143},
-    {ServerCommand::SrvRights, "SrvRights", 144},
-    {ServerCommand::SrvFirstUnblocked, "SrvFirstUnblocked", 145},
-    {ServerCommand::SrvAllowedGroups, "SrvAllowedGroups", 146},
-};
+using Codes = std::vector<int>;
 
 TEST_SUITE("serverlink/server_packet_commands") {
-  TEST_CASE("every client command as bytes") {
-    REQUIRE(client_commands.size() == std::size(client_rows));
-    for (std::size_t i = 0; i < client_commands.size(); ++i) {
-      const ClientRowBytes& row = client_rows[i];
+  TEST_CASE("the client's commands have these codes") {
+    CHECK(numbered_names(client_commands) ==
+          "1 CmdPasswordLogin 2 CmdConnectConsole 3 CmdLeaveGroup 4 CmdLineCommand "
+          "5 CmdRequestStatus 6 CmdCallerData 7 CmdFlashMessage 8 CmdSetNextCall "
+          "9 CmdRequestGroupNames 11 CmdRequestStudioStatus 12 CmdRequestTimes "
+          "13 CmdRequestLineNumbers 14 CmdDialDigit 15 CmdNextAction 16 CmdDialSeize "
+          "17 CmdRequestPhones 18 CmdSetMode 20 CmdSelectPhone 21 CmdLoginCheck 22 CmdTimeRequest "
+          "23 CmdUserProfile 24 CmdRequestAccessRights 25 CmdRequestFirstUnblocked ");
+  }
+
+  TEST_CASE("the server's commands have these codes") {
+    CHECK(numbered_names(server_commands) ==
+          "126 SrvPasswordResult 127 SrvFullStatus 128 SrvGroupNames 129 SrvStudioStatus "
+          "130 SrvTimes 131 SrvPhoneType 132 SrvLineNumbers 133 SrvCallerData 134 SrvLineStatus "
+          "135 SrvFlashMessage 136 SrvNextCall 137 SrvPhoneNames 139 SrvLoginCheckResult "
+          "140 SrvMessage 141 SrvShutdownNotice 142 SrvTime 143 SrvShowTimes 144 SrvRights "
+          "145 SrvFirstUnblocked 146 SrvAllowedGroups ");
+  }
+
+  TEST_CASE("a packet says its command") {
+    for (const ClientCommandRow& row : client_commands) {
       CAPTURE(row.name);
-      CHECK(client_commands[i].command == row.command);
-      CHECK(client_commands[i].name == row.name);
-      CHECK(frame_of(client_packet(row.command, group, console)) ==
-            bytes({4, 4, row.code, row.line, row.group, row.alt_info, row.console, row.bank, 0, 0,
-                   5, 5}));
+      CHECK(row_of(row.command).command == row.command);
+      CHECK(client_packet(row.command, group, console).CMD == static_cast<int>(row.command));
     }
   }
 
-  TEST_CASE("every server command is known by its byte and its name") {
-    REQUIRE(server_commands.size() == std::size(server_rows));
-    for (const ServerRowBytes& row : server_rows) {
-      CAPTURE(row.name);
-      const auto place = server_command_place(static_cast<std::uint8_t>(row.code));
-      REQUIRE(place);
-      CHECK(server_commands[*place].command == row.command);
-      CHECK(server_commands[*place].name == row.name);
-    }
+  TEST_CASE("nearly every packet says its group and its console") {
+    const int commands = static_cast<int>(client_commands.size());
+    CHECK(codes_with(&ServerPacket::GroupNo, no_value) == Codes{9});
+    CHECK(codes_with(&ServerPacket::GroupNo, 0) == Codes{24});
+    CHECK(codes_with(&ServerPacket::GroupNo, group).size() == commands - 2);
+    CHECK(codes_with(&ServerPacket::Console, no_value) == Codes{24, 25});
+    CHECK(codes_with(&ServerPacket::Console, console).size() == commands - 2);
   }
 
-  TEST_CASE("no other code is a server command") {
+  TEST_CASE(
+      "the other fields wait for their sender or carry nothing; some tell the console again") {
+    const int commands = static_cast<int>(client_commands.size());
+    CHECK(codes_with(&ServerPacket::LineNo, 0) == Codes{4, 6, 8, 14, 16});
+    CHECK(codes_with(&ServerPacket::LineNo, no_value).size() == commands - 5);
+    CHECK(codes_with(&ServerPacket::AltInfo, 0) == Codes{4, 15, 18, 20});
+    CHECK(codes_with(&ServerPacket::AltInfo, console) == Codes{2, 5, 8, 9, 11, 12, 13, 14, 16});
+    CHECK(codes_with(&ServerPacket::AltInfo, no_value).size() == commands - 13);
+    CHECK(codes_with(&ServerPacket::Bank, 0) == Codes{4, 14, 15, 16});
+    CHECK(codes_with(&ServerPacket::Bank, no_value).size() == commands - 4);
+  }
+
+  TEST_CASE("a packet as bytes") {
+    CHECK(frame_of(client_packet(CmdDialSeize, group, console)) ==
+          bytes({4, 4, 16, 0, 3, 2, 2, 0, 0, 0, 5, 5}));
+    CHECK(frame_of(client_packet(CmdRequestAccessRights, group, console)) ==
+          bytes({4, 4, 24, 255, 0, 255, 255, 255, 0, 0, 5, 5}));
+  }
+
+  TEST_CASE("each code of the server's is known, and no other") {
     int known = 0;
     for (int code = 0; code < 256; ++code) {
-      known += server_command_place(static_cast<std::uint8_t>(code)) ? 1 : 0;
+      const auto place = server_command_place(static_cast<std::uint8_t>(code));
+      if (!place) continue;
+      ++known;
+      CHECK(static_cast<int>(server_commands[*place].command) == code);
     }
     CHECK(known == static_cast<int>(server_commands.size()));
-    CHECK_FALSE(server_command_place(125));
     CHECK_FALSE(server_command_place(138));
-    CHECK_FALSE(server_command_place(147));
   }
 
   TEST_CASE("a group or console beyond a byte can't be sent") {
