@@ -15,13 +15,15 @@ constexpr int alt = 4;
 constexpr int lines_worked = 10;
 constexpr int name_entry = 1;
 constexpr int clicks_tried = 20;
+constexpr Milliseconds settled{500};
 
 // What an operator's random hand keeps away from: it would end the program, leave the studio, set
-// the clocks, or enter a caller under another name than the operator knows.
+// the clocks, make a show plan that holds no times, at which each tick of the clocks would end, or
+// enter a caller under another name than the operator knows.
 constexpr std::array<std::string_view, 12> untouched_elements = {
     "ExitMenu", "Com1",        "Com2",     "Com3",       "Com4",    "NetworkConnectionOption",
     "Off",      "WinsockMenu", "StudioGr", "MemoryFill", "TheText", "Command3D1"};
-constexpr std::array<std::string_view, 1> untouched_forms = {"Form3"};
+constexpr std::array<std::string_view, 2> untouched_forms = {"Form2", "Form3"};
 
 constexpr std::string_view keys_of_screener = "AEEADRHI";
 constexpr std::string_view keys_of_host = "NXNDRHLI";
@@ -92,11 +94,16 @@ void Operator::enter_caller() {
   }
 }
 
-// A line that is this seat's to enter. At a box that is one with a caller who isn't known yet.
+// A line that is this seat's to enter. At a box that is one with a caller who isn't known yet. What
+// is on its way from the server would cross what is entered: the console passes over its own data
+// that come back, so that the older text would stay in the row.
 int Operator::line_to_enter() {
   Console& console = seat_.console();
   const int line = dice_.below(lines_worked);
-  if (seat_.link() == SeatLink::Server) return line % seats_ == seat_.number() ? line : no_line;
+  if (seat_.link() == SeatLink::Server) {
+    const bool crosses = seat_.linked() && seat_.socket().silence() < settled;
+    return !crosses && line % seats_ == seat_.number() ? line : no_line;
+  }
   const bool unknown =
       !is_empty(console.lines.StatusLetter(line)) && !console.lines.CallerData(line).holds_data();
   return unknown ? line : no_line;

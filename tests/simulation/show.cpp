@@ -72,7 +72,9 @@ void Show::run(Milliseconds length) {
 void Show::let_operator_act(std::size_t seat) {
   loop_.schedule(dice_.exponential(mean_between_acts), [this, seat] {
     let_operator_act(seat);
+    witness_.look_at_hands(*seats_[seat]);
     operators_[seat]->act();
+    witness_.look_at_hands(*seats_[seat]);
   });
 }
 

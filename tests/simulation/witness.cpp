@@ -17,10 +17,14 @@ constexpr Milliseconds settled = 500ms;
 // So is the first look at all lines after the link was made.
 constexpr Milliseconds link_settled = 5s;
 
+constexpr Milliseconds clock_has_ticked = 200ms;
+
 constexpr int half_day = 12 * 3600;
 
-// A user who cancels a dialog, and a connection that is gone, are told as failures.
-constexpr std::array<std::string_view, 1> expected_failures = {"Cancel was selected."};
+// A user who cancels a dialog, and a connection that is cut while something is sent, are told as
+// failures.
+constexpr std::array<std::string_view, 2> expected_failures = {"Cancel was selected.",
+                                                               "The socket is not connected"};
 
 bool is_expected(const std::string& failure) {
   return std::ranges::any_of(expected_failures,
@@ -64,6 +68,7 @@ void Witness::look(Seat& seat) {
   if (!seat.running()) {
     memory.linked = false;
     memory.rows.clear();
+    memory.next_call = no_line;
     memory.time_of_day.clear();
     return;
   }
@@ -79,6 +84,10 @@ void Witness::look(Seat& seat) {
   } else if (seat.socket().silence() >= settled) {
     look_at_texts(seat);
   }
+}
+
+void Witness::look_at_hands(Seat& seat) {
+  if (seat.running()) look_at_states(seat, memories_[seat.number()]);
 }
 
 void Witness::look_at_failures(Seat& seat, Memory& memory) {
@@ -100,25 +109,33 @@ void Witness::look_at_states(Seat& seat, Memory& memory) {
     }
   }
   memory.time_of_day = time_of_day;
+  const Milliseconds last_look = memory.looked_at;
   memory.looked_at = loop_.now();
   for (int line = 0; line < console.lines.LineCount; ++line) {
     RowState now{console.lines.StatusLetter(line), console.lines.ClockBase(line),
-                 console.Lineweir.LineTime(line).caption};
+                 console.Lineweir.LineTime(line).caption, loop_.now()};
     RowState& before = memory.rows[line];
     if (now.letter == before.letter && now.base == before.base) {
-      now.looks = before.looks + 1;
+      now.since = before.since;
       now.marked_by_hand = before.marked_by_hand;
     }
-    // The first look at a state may come before the clock has ticked in it.
-    if (now.looks > 1 && console.lines.ClockRunning(line) != 0 &&
+    // What was seen before the clock had ticked in this state belongs to the one before.
+    if (last_look - now.since >= clock_has_ticked && console.lines.ClockRunning(line) != 0 &&
         seconds_of(now.shown) < seconds_of(before.shown)) {
       fault(seat, "the clock of row " + std::to_string(line + 1) + " went from " + before.shown +
                       " to " + now.shown);
     }
     before = now;
-    const bool picked = console.lines.NextCallSet && console.lines.TheNextCall == line;
-    if (picked || console.Lineweir.NextBarDisable.checked) before.marked_by_hand = true;
+    if (console.Lineweir.NextBarDisable.checked) before.marked_by_hand = true;
   }
+  const int next = console.lines.TheNextCall;
+  if (console.lines.NextCallSet) {
+    // The row that was picked, and the one that was the next call before.
+    for (const int line : {next, memory.next_call}) {
+      if (line != no_line) memory.rows[line].marked_by_hand = true;
+    }
+  }
+  memory.next_call = next;
 }
 
 void Witness::look_at_rows(Seat& seat, const Memory& memory) {

@@ -19,6 +19,8 @@ class Witness {
 
   // After each step.
   void look(Seat& seat);
+  // Before and after the hands of an operator, who may pick the next call and drop it in one step.
+  void look_at_hands(Seat& seat);
   // Now and then, and in the end.
   void look_at_log(Seat& seat);
   // Before the console is taken away: with it go the callers on its lines, whom nobody logs.
@@ -37,9 +39,9 @@ class Witness {
     char letter = ' ';
     std::string base;
     std::string shown;
-    int looks = 0;
-    // The user has picked the line as the next call, or has switched the bar of the next call off:
-    // then its strip is what that left.
+    Milliseconds since{0};
+    // The user has picked the line as the next call, or another one in its place, or has switched
+    // the bar of the next call off: then its strip is what that left.
     bool marked_by_hand = false;
   };
 
@@ -49,6 +51,7 @@ class Witness {
     Milliseconds looked_at{0};
     std::string time_of_day;
     std::map<int, RowState> rows;
+    int next_call = no_line;
     std::size_t failures = 0;
     int calls_logged = 0;
     std::set<std::string> gone_with_console;
