@@ -58,8 +58,6 @@ Modes::Modes(ConsoleState& state, const Links& links, PhoneCommands& phone, RowD
        [this] { MitelPhone1_Click(); });
   wire(form.MitelPhone2.on_click, state_.trace, "Lineweir_MitelPhone2_Click",
        [this] { MitelPhone2_Click(); });
-  wire(form.AutoDataEntry.on_click, state_.trace, "Lineweir_AutoDataEntry_Click",
-       [this] { AutoDataEntry_Click(); });
   form.NextGenPhone.wire([this](MenuItem& item) {
     wire(item.on_click, state_.trace, phone_handler,
          [this, index = item.index()] { NextGenPhone_Click(index); });
@@ -146,11 +144,6 @@ void Modes::NextGenPhone_Click(int Index) {
   renew_window_caption(state_);
   state_.program.ConsoleNumber = Index;
   links_.in_use().phone(phone_handler, Index);
-}
-
-void Modes::AutoDataEntry_Click() {
-  MenuItem& item = state_.Lineweir.AutoDataEntry;
-  item.checked = !item.checked;
 }
 
 void Modes::follow_equipment() {

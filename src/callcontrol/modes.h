@@ -44,7 +44,6 @@ class Modes {
   void MitelPhone1_Click();
   void MitelPhone2_Click();
   void NextGenPhone_Click(int Index);
-  void AutoDataEntry_Click();
 
   void show_captions(bool talent);
   // The row buttons change hands: the switch console must not press them meanwhile.

@@ -1,8 +1,6 @@
 #include "callcontrol/next_caller.h"
 
-#include <array>
 #include <cstddef>
-#include <memory_resource>
 #include <string>
 #include <vector>
 
@@ -25,14 +23,6 @@ namespace {
 constexpr auto next_handler = "Lineweir_NextButton_Click";
 constexpr auto next_to_conf_handler = "Lineweir_NextToConf_Click";
 
-template <class Lines>
-void collect_waits(const ConsoleState& state, Lines& lines) {
-  lines.reserve(static_cast<std::size_t>(state.lines.LineCount));
-  for (int line = 0; line < state.lines.LineCount; ++line) {
-    lines.push_back({state.lines.StatusLetter(line), state.Lineweir.LineTime(line).caption.get()});
-  }
-}
-
 }  // namespace
 
 NextCaller::NextCaller(ConsoleState& state, const Links& links, PhoneCommands& phone,
@@ -47,8 +37,6 @@ NextCaller::NextCaller(ConsoleState& state, const Links& links, PhoneCommands& p
        [this] { NextButton_Click(); });
   wire(state.Lineweir.NextToConfButton.on_click, state_.trace, next_to_conf_handler,
        [this] { NextToConf_Click(); });
-  wire(state.Lineweir.NextBarDisable.on_click, state_.trace, "Lineweir_NextBarDisable_Click",
-       [this] { NextBarDisable_Click(); });
   clocks.after_tick = [this] { FindNext(); };
 }
 
@@ -57,13 +45,7 @@ void NextCaller::FindNext() {
   guard(state_.trace, handler, [&] {
     const LineTable& lines = state_.lines;
     if (lines.NextCallSet || server_decides(lines.ThePhoneFlag)) return;
-    // Ten times a second, so that the waits of all lines stand in the handler's own room; more than
-    // there are on any screen would be put elsewhere.
-    std::array<std::byte, 1024> room;
-    std::pmr::monotonic_buffer_resource own_room(room.data(), room.size());
-    std::pmr::vector<LineWait> waiting(&own_room);
-    collect_waits(state_, waiting);
-    const int found = longest_wait(waiting, ready_letter);
+    const int found = longest_wait(waits(), ready_letter);
     if (found == lines.TheNextCall) return;
     if (lines.TheNextCall != no_line) restore_former_row(lines.TheNextCall);
     state_.lines.TheNextCall = found;
@@ -92,11 +74,6 @@ void NextCaller::NextToConf_Click() {
   } else {
     answer_next();
   }
-}
-
-void NextCaller::NextBarDisable_Click() {
-  MenuItem& item = state_.Lineweir.NextBarDisable;
-  item.checked = !item.checked;
 }
 
 void NextCaller::pick_by_hand(int line) {
@@ -133,7 +110,11 @@ void NextCaller::ReturnNextCall(int TheNextCall, int TheMessageGroupVal) {
 
 std::vector<LineWait> NextCaller::waits() const {
   std::vector<LineWait> lines;
-  collect_waits(state_, lines);
+  lines.reserve(static_cast<std::size_t>(state_.lines.LineCount));
+  for (int line = 0; line < state_.lines.LineCount; ++line) {
+    lines.push_back(
+        {state_.lines.StatusLetter(line), state_.Lineweir.LineTime(line).caption.get()});
+  }
   return lines;
 }
 

@@ -44,7 +44,6 @@ class NextCaller {
  private:
   void NextButton_Click();
   void NextToConf_Click();
-  void NextBarDisable_Click();
 
   // The view holds until the next change of a row.
   std::vector<LineWait> waits() const;

@@ -21,10 +21,6 @@ ClockMenu::ClockMenu(ConsoleState& state) : state_(state) {
   wire(form.Clock.on_click, state_.trace, "Lineweir_Clock_Click", [this] { Clock_Click(); });
   wire(form.TimeOffsetMenu.on_click, state_.trace, "Lineweir_TimeOffsetMenu_Click",
        [this] { TimeOffsetMenu_Click(); });
-  wire(form.EventClockMenu.on_click, state_.trace, "Lineweir_EventClockMenu_Click",
-       [this] { EventClockMenu_Click(); });
-  wire(form.TimeClockMenuItem.on_click, state_.trace, "Lineweir_TimeClockMenuItem_Click",
-       [this] { TimeClockMenuItem_Click(); });
   wire(form.DigiClock.on_click, state_.trace, "Lineweir_DigiClock_Click",
        [this] { DigiClock_Click(); });
   wire(form.DigiClockCheck.on_timer, state_.trace, "Lineweir_DigiClockCheck_Timer",
@@ -51,19 +47,6 @@ void ClockMenu::TimeOffsetMenu_Click() {
   }
   // A negative number is taken, although no time can be made of it.
   state_.clock_state.DelayOffset = whole_16_bits(number);
-}
-
-void ClockMenu::EventClockMenu_Click() {
-  MainForm& form = state_.Lineweir;
-  form.EventClockMenu.checked = !form.EventClockMenu.checked;
-  form.picShowTimeClock.visible = form.EventClockMenu.checked.get();
-}
-
-void ClockMenu::TimeClockMenuItem_Click() {
-  MainForm& form = state_.Lineweir;
-  if (form.DigiClock.checked) return;
-  form.TimeClockMenuItem.checked = !form.TimeClockMenuItem.checked;
-  form.picRealTimeClock.visible = form.TimeClockMenuItem.checked.get();
 }
 
 void ClockMenu::DigiClock_Click() {

@@ -18,8 +18,6 @@ class ClockMenu {
   void DigiClockCheck_Timer();
   void Clock_Click();
   void TimeOffsetMenu_Click();
-  void EventClockMenu_Click();
-  void TimeClockMenuItem_Click();
   void DigiClock_Click();
   void WarningTime1Menu_Click();
   void WarningTime2Menu_Click();

@@ -26,10 +26,6 @@ ShowDataEditor::ShowDataEditor(ConsoleState& state, ShowPlanStore& show_plan)
     : state_(state), show_plan_(show_plan), boxes_(state), grids_(state) {
   MainForm& main = state.Lineweir;
   wire(main.ShowData.on_click, state_.trace, "Lineweir_ShowData_Click", [this] { show_form(); });
-  wire(main.ServerShowData.on_click, state_.trace, "Lineweir_ServerShowData_Click", [this] {
-    MenuItem& item = state_.Lineweir.ServerShowData;
-    item.checked = !item.checked;
-  });
 
   ShowDataForm& form = state.Form2;
   // A plan that can't be read or saved is told to the user as well as to the trace.

@@ -1,6 +1,7 @@
 #include "core/console.h"
 
 #include "core/about_box.h"
+#include "core/menu_toggles.h"
 
 namespace lineweir {
 
@@ -64,7 +65,6 @@ Console::Console(const platform::Services& platform_services)
       remote_session(*this, remote, modes, line_events, port, link),
       client_callback(*this, phone, received_data, line_events, next_caller),
       group_choice(*this, links, display, caller_data),
-      time_sync(*this),
       hot_keys(*this, caller_data, next_caller, line_actions, quick_line),
       settings(*this, links, show_plan, login_exchange, display, window, fonts, call_log_file,
                caller_data, port, remote_port),
@@ -76,6 +76,7 @@ Console::Console(const platform::Services& platform_services)
   });
   call_log_watch.on_replaced = [this] { log_viewer.look_again(); };
   wire_about_box(*this);
+  wire_menu_toggles(*this);
   for (Form* form : forms()) {
     form->letters = &services.letters;
     timers.emplace_back(*form, services.loop);

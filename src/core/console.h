@@ -66,7 +66,6 @@
 #include "serverlink/server_connection.h"
 #include "serverlink/server_link.h"
 #include "serverlink/socket_link.h"
-#include "serverlink/time_sync.h"
 #include "serverlink/user_profile.h"
 #include "state/console_state.h"
 
@@ -151,7 +150,6 @@ struct Console : ConsoleState {
   RemoteSession remote_session;
   ClientCallback client_callback;
   GroupChoice group_choice;
-  TimeSync time_sync;
 
   // Keys, start and stop.
   HotKeys hot_keys;

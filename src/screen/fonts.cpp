@@ -25,10 +25,6 @@ Fonts::Fonts(ConsoleState& state) : state_(state) {
   MainForm& form = state.Lineweir;
   wire(form.FontMenuItem.on_click, state_.trace, "Lineweir_FontMenuItem_Click",
        [this] { FontMenuItem_Click(); });
-  wire(form.TextGrowToggle.on_click, state_.trace, "Lineweir_TextGrowToggle_Click",
-       [this] { TextGrowToggle_Click(); });
-  wire(form.GreyScreenOption.on_click, state_.trace, "Lineweir_GreyScreenOption_Click",
-       [this] { GreyScreenOption_Click(); });
 }
 
 void Fonts::FontChange(const platform::FontChoice& wanted) {
@@ -71,16 +67,6 @@ void Fonts::FontMenuItem_Click() {
   if (!choice) throw Failure(failure_number::dialog_cancelled, "Cancel was selected.");
   choice->size = integer16(choice->size);
   FontChange(*choice);
-}
-
-void Fonts::TextGrowToggle_Click() {
-  MenuItem& item = state_.Lineweir.TextGrowToggle;
-  item.checked = !item.checked;
-}
-
-void Fonts::GreyScreenOption_Click() {
-  MenuItem& item = state_.Lineweir.GreyScreenOption;
-  item.checked = !item.checked;
 }
 
 }  // namespace lineweir

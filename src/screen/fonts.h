@@ -27,8 +27,6 @@ class Fonts {
 
  private:
   void FontMenuItem_Click();
-  void TextGrowToggle_Click();
-  void GreyScreenOption_Click();
 
   ConsoleState& state_;
 };

@@ -25,10 +25,7 @@ ScreenLayout::ScreenLayout(ConsoleState& state, ClockMenu& clock_menu, VisibleRo
       display_(display),
       panel_(panel),
       faces_(faces),
-      window_(window) {
-  wire(state.Lineweir.Line20Mode.on_click, state_.trace, "Lineweir_Line20Mode_Click",
-       [this] { Line20Mode_Click(); });
-}
+      window_(window) {}
 
 void ScreenLayout::RedefineScreen() {
   MainForm& form = state_.Lineweir;
@@ -110,11 +107,6 @@ void ScreenLayout::SetLabels() {
     laid.label.move(0, 0, laid.button.width, laid.button.height);
   }
   panel_.place_drop_labels();
-}
-
-void ScreenLayout::Line20Mode_Click() {
-  MenuItem& item = state_.Lineweir.Line20Mode;
-  item.checked = !item.checked;
 }
 
 }  // namespace lineweir

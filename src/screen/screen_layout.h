@@ -48,8 +48,6 @@ class ScreenLayout {
   bool count_rows();
   void put_at_design_size();
 
-  void Line20Mode_Click();
-
   ConsoleState& state_;
   ClockMenu& clock_menu_;
   VisibleRows& visible_rows_;
