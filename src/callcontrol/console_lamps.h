@@ -6,8 +6,6 @@
 
 namespace lineweir {
 
-inline constexpr int lamp_message_length = 3;
-
 // The message that sets a line's lamps on the switch console: its two cadence bytes and the lamps'
 // address. With twenty lines, line n and the line ten above it share their lamps, and a line whose
 // row is hidden has no message; nothing then.

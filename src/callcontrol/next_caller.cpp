@@ -27,12 +27,7 @@ constexpr auto next_to_conf_handler = "Lineweir_NextToConf_Click";
 
 NextCaller::NextCaller(ConsoleState& state, const Links& links, PhoneCommands& phone,
                        RowDisplay& rows, CallerDataEntry& caller_data, ClockEngine& clocks)
-    : state_(state),
-      links_(links),
-      phone_(phone),
-      rows_(rows),
-      caller_data_(caller_data),
-      clocks_(clocks) {
+    : state_(state), links_(links), phone_(phone), rows_(rows), caller_data_(caller_data) {
   wire(state.Lineweir.NextButton.on_click, state_.trace, next_handler,
        [this] { NextButton_Click(); });
   wire(state.Lineweir.NextToConfButton.on_click, state_.trace, next_to_conf_handler,

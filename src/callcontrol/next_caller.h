@@ -65,7 +65,6 @@ class NextCaller {
   PhoneCommands& phone_;
   RowDisplay& rows_;
   CallerDataEntry& caller_data_;
-  ClockEngine& clocks_;
 };
 
 }  // namespace lineweir

@@ -46,11 +46,6 @@ void ListControl::clear() {
   list = {};
 }
 
-int ListControl::find_item(std::string_view text) const {
-  const auto found = std::ranges::find(list.get(), text);
-  return found == list.get().end() ? -1 : static_cast<int>(found - list.get().begin());
-}
-
 void ListControl::select(int index) {
   check_index(*this, index);
   list_index = index;

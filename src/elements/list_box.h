@@ -16,7 +16,6 @@ class ListControl : public Control {
   void remove_item(int index);
   void set_item(int index, std::string_view text);
   void clear();
-  int find_item(std::string_view text) const;
 
   // A choice by the user's hand: sets list_index and runs the click.
   void select(int index);

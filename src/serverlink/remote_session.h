@@ -23,7 +23,6 @@ class RemoteSession {
  private:
   void NetworkConnectionOption_Click();
 
-  void register_console();
   void take_studio_state();
   void name_lines(const std::string& numbers);
 

@@ -42,8 +42,8 @@ TEST_SUITE("callcontrol/console_lamps") {
 
   TEST_CASE("a message has three bytes") {
     for (int line = 0; line < 20; ++line) {
-      CHECK(lamp_message(line, true, true, "ab")->size() == lamp_message_length);
-      CHECK(lamp_message(line, false, false, "ab")->size() == lamp_message_length);
+      CHECK(lamp_message(line, true, true, "ab")->size() == 3);
+      CHECK(lamp_message(line, false, false, "ab")->size() == 3);
     }
   }
 }

@@ -28,8 +28,6 @@ TEST_SUITE("elements/list") {
     form.list.remove_item(0);
     CHECK(form.list.list.get() == Texts{"B", "c", "d"});
     CHECK(form.list.list_count() == 3);
-    CHECK(form.list.find_item("d") == 2);
-    CHECK(form.list.find_item("D") == -1);
   }
 
   TEST_CASE("an index outside the list is failure 5 and changes nothing") {

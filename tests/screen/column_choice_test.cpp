@@ -263,7 +263,7 @@ TEST_SUITE("screen/column_choice: the user's heading") {
     console.DisplayOptionForm.UserRename.on_click();
     CHECK(console.DisplayOptionForm.CheckItem(12).caption == "Guest");
     CHECK(console.Lineweir.CaptionLabel(12).caption == "Guest");
-    CHECK(console.DisplayOptionForm.List1.find_item("Guest") == 4);
+    CHECK(console.DisplayOptionForm.List1.list.get().at(4) == "Guest");
     console.display.RefreshColumnOrder();
     CHECK(console.Lineweir.LineUser(0).visible);
   }

@@ -11,16 +11,15 @@ TEST_SUITE("core/stored path") {
   TEST_CASE("a path has its field's width in the settings") {
     CHECK(longest_plan_path == 100);
     CHECK(longest_log_path == 100);
-    CHECK(longest_hot_list_path == 30);
   }
 
   TEST_CASE("a longer path is refused with one sentence") {
     require_storable(std::string(100, 'p'), longest_log_path);
-    require_storable("", longest_hot_list_path);
+    require_storable("", longest_log_path);
     CHECK(failure_number_of([] { require_storable(std::string(101, 'p'), longest_log_path); }) ==
           5);
     try {
-      require_storable(std::string(31, 'p'), longest_hot_list_path);
+      require_storable(std::string(31, 'p'), 30);
     } catch (const Failure& failure) {
       CHECK(failure.what() ==
             std::string("The path has 31 characters and only 30 can be stored; choose a shorter "
