@@ -14,7 +14,7 @@
 #include "core/console.h"
 #include "forms/call_log_columns.h"
 #include "platform/scripted/scripted_platform.h"
-#include "platform/sqlite/sqlite_databases.h"
+#include "platform/sqlite/sqlite_engine.h"
 
 namespace {
 
@@ -57,11 +57,11 @@ std::vector<std::string> call(int i, std::mt19937& random) {
 struct Log {
   std::filesystem::path folder =
       std::filesystem::temp_directory_path() / ("lineweir_bench_" + std::to_string(::getpid()));
-  std::unique_ptr<platform::SqliteDatabases> engine;
+  std::unique_ptr<platform::SqliteEngine> engine;
 
   Log() {
     std::filesystem::create_directory(folder);
-    engine = std::make_unique<platform::SqliteDatabases>(folder);
+    engine = std::make_unique<platform::SqliteEngine>(folder);
     const std::string table(call_log_table);
     const auto database = engine->create("calls.mdb");
     database->create_table(table, new_log_columns("User"));

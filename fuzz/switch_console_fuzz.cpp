@@ -9,7 +9,7 @@
 #include <string_view>
 
 #include "callcontrol/console_keys.h"
-#include "callcontrol/console_lamps.h"
+#include "callcontrol/switch_console_lamps.h"
 #include "desk/desk.h"
 #include "support/scripted_console.h"
 

@@ -34,7 +34,7 @@ void swallow(int& key) {
 DialPad::DialPad(ConsoleState& state, const Links& links, PhoneCommands& phone)
     : state_(state), links_(links), phone_(phone) {
   wire(state.Lineweir.Dial.on_click, state_.trace, "Lineweir_Dial_Click", [this] { Dial_Click(); });
-  DialWindow& form = state.DialForm;
+  DialPadForm& form = state.DialForm;
   wire(form.on_load, state_.trace, "DialForm_Form_Load", [this] { Form_Load(); });
   wire(form.on_unload, state_.trace, "DialForm_Form_Unload", [this] { Form_Unload(); });
   wire(form.on_key_press, state_.trace, "DialForm_Form_KeyPress",
@@ -57,7 +57,7 @@ DialPad::DialPad(ConsoleState& state, const Links& links, PhoneCommands& phone)
 void DialPad::Dial_Click() { state_.DialForm.show(); }
 
 void DialPad::Form_Load() {
-  DialWindow& form = state_.DialForm;
+  DialPadForm& form = state_.DialForm;
   DialCollection.clear();
   digits_are_done_ = false;
   form.Text1.text = "";
@@ -74,7 +74,7 @@ void DialPad::Form_Unload() {
 }
 
 void DialPad::fill_lists() {
-  DialWindow& form = state_.DialForm;
+  DialPadForm& form = state_.DialForm;
   std::vector<std::string> lines;
   for (int line = 1; line <= state_.lines.LineCount; ++line) {
     lines.push_back(std::string(line_prefix) + std::to_string(line));
@@ -89,7 +89,7 @@ void DialPad::begin_on(int line) {
   state_.dial.DialLine = line;
   state_.dial.DialSeizeLine = no_line;
   if (line == no_line) return;
-  DialWindow& form = state_.DialForm;
+  DialPadForm& form = state_.DialForm;
   form.Combo1.list_index = line;
   if (letter_of(line) == 'C') form.Combo2.list_index = 1;
   show_lamp(lamp_of_seat());

@@ -4,7 +4,7 @@
 
 #include "callcontrol/line_commands.h"
 #include "forms/dial_keys.h"
-#include "forms/pictures.h"
+#include "forms/picture_names.h"
 #include "lines/status_letters.h"
 
 namespace lineweir {

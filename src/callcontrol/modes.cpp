@@ -3,7 +3,7 @@
 #include <array>
 
 #include "callcontrol/phone_command.h"
-#include "callcontrol/remote_port.h"
+#include "callcontrol/switch_console_port.h"
 #include "lines/equipment_kinds.h"
 #include "link/command_word.h"
 #include "link/links.h"
@@ -38,7 +38,7 @@ constexpr ModeCaptions talent_captions = {"&NEXT TO MAIN", "NE&XT TO CONF", "Con
 
 Modes::Modes(ConsoleState& state, const Links& links, PhoneCommands& phone, RowDisplay& rows,
              ButtonPanel& panel, ScreenLayout& layout, RowChoice& row_choice,
-             RemotePortControl& remote_port)
+             SwitchConsolePort& switch_console_port)
     : state_(state),
       links_(links),
       phone_(phone),
@@ -46,7 +46,7 @@ Modes::Modes(ConsoleState& state, const Links& links, PhoneCommands& phone, RowD
       panel_(panel),
       layout_(layout),
       row_choice_(row_choice),
-      remote_port_(remote_port) {
+      switch_console_port_(switch_console_port) {
   layout.on_buttons_placed = [this] { SetEnabledDisabled(); };
   MainForm& form = state.Lineweir;
   wire(form.ScreenerMode.on_click, state_.trace, producer_handler,
@@ -69,7 +69,7 @@ void Modes::ScreenerMode_Click() {
   form.StudioMode.checked = false;
   form.ScreenerMode.checked = true;
   show_captions(false);
-  take_remote_next_away();
+  take_next_key_away();
   panel_.set_for_producer();
   rearrange_buttons(producer_handler);
   show_row_icons();
@@ -83,7 +83,7 @@ void Modes::StudioMode_Click() {
   form.ScreenerMode.checked = false;
   form.Drop2.visible = true;
   form.Hold2.visible = true;
-  give_remote_next();
+  give_next_key();
   if (form.PassiveMode.checked) {
     panel_.show_small_drops_disabled();
   } else {
@@ -122,10 +122,10 @@ void Modes::SetEnabledDisabled() {
   guard(state_.trace, "Lineweir_SetEnabledDisabled", [&] {
     if (server_decides(state_.lines.ThePhoneFlag)) return;
     if (state_.Lineweir.ScreenerMode.checked) {
-      take_remote_next_away();
+      take_next_key_away();
       panel_.set_for_producer();
     } else {
-      give_remote_next();
+      give_next_key();
       panel_.set_for_talent();
     }
     CheckPassiveState();
@@ -151,9 +151,9 @@ void Modes::follow_equipment() {
   if (menus == nullptr) return;
   MainForm& form = state_.Lineweir;
   if (menus->remote_next && !form.ScreenerMode.checked) {
-    give_remote_next();
+    give_next_key();
   } else {
-    silence_remote_next();
+    silence_next_key();
     if (!menus->remote_next) form.RemoteNext.enabled = false;
   }
   const bool had_phones = form.NextGenPhoneMenu.visible;
@@ -167,16 +167,16 @@ void Modes::follow_equipment() {
   }
 }
 
-void Modes::give_remote_next() {
+void Modes::give_next_key() {
   const EquipmentMenus* menus = menus_of(state_.lines.ThePhoneFlag);
   if (menus != nullptr && menus->remote_next && state_.program.RemoteNextAllowed) {
     state_.Lineweir.RemoteNext.enabled = true;
   }
 }
 
-void Modes::take_remote_next_away() {
+void Modes::take_next_key_away() {
   if (state_.Lineweir.RemoteNext.checked) {
-    silence_remote_next();
+    silence_next_key();
     phone_.PhoneCommand("R", bank_none);
   }
   state_.Lineweir.RemoteNext.enabled = false;
@@ -197,7 +197,7 @@ void Modes::rearrange_buttons(std::string_view handler) {
   const bool was_open = switch_console.is_open();
   switch_console.close();
   layout_.lay_out_drop_buttons();
-  if (was_open) remote_port_.reopen(handler);
+  if (was_open) switch_console_port_.reopen(handler);
 }
 
 void Modes::show_row_icons() {
@@ -213,7 +213,7 @@ void Modes::choose_handset(int number) {
   state_.Lineweir.MitelPhone2.checked = number == 2;
 }
 
-void Modes::silence_remote_next() {
+void Modes::silence_next_key() {
   state_.Lineweir.RemoteNext.checked = false;
   state_.Lineweir.RemoteNextTimer.enabled = false;
 }

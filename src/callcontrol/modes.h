@@ -6,7 +6,7 @@ namespace lineweir {
 
 class ButtonPanel;
 class PhoneCommands;
-class RemotePortControl;
+class SwitchConsolePort;
 class RowDisplay;
 class ScreenLayout;
 class Links;
@@ -19,7 +19,7 @@ class Modes {
  public:
   Modes(ConsoleState& state, const Links& links, PhoneCommands& phone, RowDisplay& rows,
         ButtonPanel& panel, ScreenLayout& layout, RowChoice& row_choice,
-        RemotePortControl& remote_port);
+        SwitchConsolePort& switch_console_port);
 
   // Where the check of PassiveMode was set without a click: makes the lock true.
   void CheckPassiveState();
@@ -33,8 +33,8 @@ class Modes {
 
   // Remote next belongs to talent mode with equipment of kind 1 or 3. Taking it away switches it
   // off, and tells the equipment so.
-  void give_remote_next();
-  void take_remote_next_away();
+  void give_next_key();
+  void take_next_key_away();
 
  private:
   void ScreenerMode_Click();
@@ -50,7 +50,7 @@ class Modes {
   void rearrange_buttons(std::string_view handler);
   void show_row_icons();
   void choose_handset(int number);
-  void silence_remote_next();
+  void silence_next_key();
 
   ConsoleState& state_;
   const Links& links_;
@@ -59,7 +59,7 @@ class Modes {
   ButtonPanel& panel_;
   ScreenLayout& layout_;
   RowChoice& row_choice_;
-  RemotePortControl& remote_port_;
+  SwitchConsolePort& switch_console_port_;
 };
 
 }  // namespace lineweir

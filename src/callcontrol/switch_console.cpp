@@ -3,9 +3,9 @@
 #include <string>
 
 #include "base/text.h"
-#include "callcontrol/console_lamps.h"
 #include "callcontrol/dial_words.h"
-#include "forms/pictures.h"
+#include "callcontrol/switch_console_lamps.h"
+#include "forms/picture_names.h"
 #include "screen/row_display.h"
 #include "state/console_state.h"
 #include "state/wire.h"
@@ -76,7 +76,7 @@ void SwitchConsole::press_next() {
 
 // The key is pressed once for each line that this seat talks on.
 void SwitchConsole::press_dial_key(int key) {
-  DialWindow& dial = state_.DialForm;
+  DialPadForm& dial = state_.DialForm;
   for (int line = 0; line < state_.lines.LineCount; ++line) {
     const bool talent = state_.Lineweir.StudioMode.checked;
     if (!talks_on(state_.lines.StatusLetter(line), talent)) continue;

@@ -9,7 +9,7 @@ namespace lineweir {
 
 LogDataOptions::LogDataOptions(ConsoleState& state, CallerDataEntry& caller_data)
     : state_(state), caller_data_(caller_data) {
-  LogDataWindow& form = state.LogDataForm;
+  LogOptionsForm& form = state.LogDataForm;
   wire(state.Lineweir.LogDataOptionsMenu.on_click, state_.trace,
        "Lineweir_LogDataOptionsMenu_Click", [this] { LogDataOptionsMenu_Click(); });
   wire(form.on_load, state_.trace, "LogDataForm_Form_Load", [this] { Form_Load(); });
@@ -22,7 +22,7 @@ LogDataOptions::LogDataOptions(ConsoleState& state, CallerDataEntry& caller_data
 void LogDataOptions::LogDataOptionsMenu_Click() { state_.LogDataForm.show(); }
 
 void LogDataOptions::Form_Load() {
-  LogDataWindow& form = state_.LogDataForm;
+  LogOptionsForm& form = state_.LogDataForm;
   form.box(user_named_field).caption = trimmed(state_.Lineweir.CaptionLabel(user_column).caption);
   const LogFieldFlags& in_use = caller_data_.LogFieldOn;
   for (std::size_t i = 0; i < in_use.size(); ++i) form.boxes[i].value = in_use[i] ? 1 : 0;

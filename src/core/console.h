@@ -12,10 +12,10 @@
 #include "callcontrol/line_actions.h"
 #include "callcontrol/modes.h"
 #include "callcontrol/next_caller.h"
+#include "callcontrol/next_key.h"
 #include "callcontrol/phone_command.h"
-#include "callcontrol/remote_next.h"
-#include "callcontrol/remote_port.h"
 #include "callcontrol/switch_console.h"
+#include "callcontrol/switch_console_port.h"
 #include "callerdata/call_log.h"
 #include "callerdata/call_log_file.h"
 #include "callerdata/call_log_watch.h"
@@ -131,12 +131,12 @@ struct Console : ConsoleState {
   PhoneCommands phone;
   NextCaller next_caller;
   LineActions line_actions;
-  RemotePortControl remote_port;
+  SwitchConsolePort switch_console_port;
   Modes modes;
   HybridChoice hybrid_choice;
   DialPad dial_pad;
   SwitchConsole switch_console;
-  RemoteNextControl remote_next;
+  NextKey next_key;
   QuickLine quick_line;
 
   // The two doors by which the lines' states come in, and the server's session.

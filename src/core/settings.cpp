@@ -4,7 +4,7 @@
 
 #include "base/text.h"
 #include "boxlink/serial_port_control.h"
-#include "callcontrol/remote_port.h"
+#include "callcontrol/switch_console_port.h"
 #include "callerdata/call_log_file.h"
 #include "callerdata/caller_data.h"
 #include "clocks/show_plan_store.h"
@@ -24,7 +24,7 @@ constexpr int mode_passive = 3;
 constexpr int mode_talent = -1;
 constexpr int mode_producer = 0;
 
-int remote_port_of(const MainForm& form) {
+int switch_console_port_of(const MainForm& form) {
   if (form.RemoteCom1.checked) return 1;
   if (form.RemoteCom2.checked) return 2;
   if (form.RemoteCom3.checked) return 3;
@@ -46,7 +46,7 @@ int handset_of(const MainForm& form) {
 Settings::Settings(ConsoleState& state, const Links& links, ShowPlanStore& show_plan,
                    LoginExchange& login_exchange, DisplayOptions& display, WindowSize& window,
                    Fonts& fonts, CallLogFile& call_log_file, CallerDataEntry& caller_data,
-                   SerialPortControl& port, RemotePortControl& remote_port)
+                   SerialPortControl& port, SwitchConsolePort& switch_console_port)
     : state_(state),
       links_(links),
       show_plan_(show_plan),
@@ -57,7 +57,7 @@ Settings::Settings(ConsoleState& state, const Links& links, ShowPlanStore& show_
       call_log_file_(call_log_file),
       caller_data_(caller_data),
       port_(port),
-      remote_port_(remote_port) {
+      switch_console_port_(switch_console_port) {
   wire(state.Lineweir.SaveSettingsMenu.on_click, state_.trace, "Lineweir_SaveSettingsMenu_Click",
        [this] { SaveSettingsMenu_Click(); });
 }
@@ -90,8 +90,8 @@ SettingsRecord Settings::collect() {
   SettingsRecord record;
   record.CommPort = links_.settings_code(port.number);
   record.PortState = port.on;
-  record.RemotePortNumber = remote_port_of(form);
-  record.RemoteState = remote_port_.wanted();
+  record.RemotePortNumber = switch_console_port_of(form);
+  record.RemoteState = switch_console_port_.wanted();
   record.ShowDataFile = show_plan_.path_to_store();
   record.DatabasePath = call_log_file_.path_to_store();
   record.OperatorName = state_.program.OperatorName;
@@ -110,8 +110,8 @@ SettingsRecord Settings::collect() {
   record.MessageFontBold = font.bold;
   record.MessageFontSize = font.size;
   record.MessageFontItalic = font.italic;
-  record.ServerHost = state_.login.RemoteHost;
-  record.ServerPort = state_.login.RemotePort;
+  record.ServerHost = state_.login.ServerHost;
+  record.ServerPort = state_.login.ServerPort;
   record.UserPassword = login_exchange_.TextWrit_PassEncode(state_.login.UserPassword.trimmed());
   record.RemoteNextOn = form.RemoteNext.checked;
   record.EventClockOn = form.EventClockMenu.checked;

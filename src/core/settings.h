@@ -13,7 +13,7 @@ class CallerDataEntry;
 class DisplayOptions;
 class Fonts;
 class LoginExchange;
-class RemotePortControl;
+class SwitchConsolePort;
 class SerialPortControl;
 class ShowPlanStore;
 class WindowSize;
@@ -26,7 +26,7 @@ class Settings {
   Settings(ConsoleState& state, const Links& links, ShowPlanStore& show_plan,
            LoginExchange& login_exchange, DisplayOptions& display, WindowSize& window, Fonts& fonts,
            CallLogFile& call_log_file, CallerDataEntry& caller_data, SerialPortControl& port,
-           RemotePortControl& remote_port);
+           SwitchConsolePort& switch_console_port);
 
   // The stored record; nothing where there is no file or one without a record.
   std::optional<SettingsRecord> read() const;
@@ -60,7 +60,7 @@ class Settings {
   CallLogFile& call_log_file_;
   CallerDataEntry& caller_data_;
   SerialPortControl& port_;
-  RemotePortControl& remote_port_;
+  SwitchConsolePort& switch_console_port_;
   // Why the file couldn't be read at the start.
   std::optional<std::string> unreadable_;
 };

@@ -10,7 +10,7 @@
 #include "clocks/show_plan_store.h"
 #include "clocks/time_offset.h"
 #include "core/settings.h"
-#include "forms/pictures.h"
+#include "forms/picture_names.h"
 #include "letters/path_text.h"
 #include "screen/display_options.h"
 #include "screen/fonts.h"
@@ -193,7 +193,7 @@ void Startup::apply_settings(const SettingsRecord& record) {
   step([&] { restore_menus(record); });
   step([&] { restore_group(record); });
   step([&] { restore_port(record); });
-  step([&] { restore_remote_port(record); });
+  step([&] { restore_switch_console_port(record); });
   step([&] { restore_columns(record); });
 }
 
@@ -203,8 +203,8 @@ void Startup::restore_values(const SettingsRecord& record) {
   login.DisplayUserName = trimmed(record.DisplayUserName);
   state_.Lineweir.Label1.caption = login.DisplayUserName;
   if (const auto clear = pass_decode(record.UserPassword)) login.UserPassword = *clear;
-  login.RemoteHost = trimmed(record.ServerHost);
-  login.RemotePort = record.ServerPort;
+  login.ServerHost = trimmed(record.ServerHost);
+  login.ServerPort = record.ServerPort;
   state_.program.OperatorName = trimmed(record.OperatorName);
   caller_data_.LogFieldOn = record.LogFieldOn;
   state_.clock_state.Warning1 = record.Warning1;
@@ -243,7 +243,7 @@ void Startup::restore_port(const SettingsRecord& record) {
   }
 }
 
-void Startup::restore_remote_port(const SettingsRecord& record) {
+void Startup::restore_switch_console_port(const SettingsRecord& record) {
   MainForm& form = state_.Lineweir;
   if (record.RemotePortNumber >= 1 && record.RemotePortNumber <= 4) {
     click(form.RemoteCom(record.RemotePortNumber));

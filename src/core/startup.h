@@ -52,7 +52,7 @@ class Startup {
   void restore_menus(const SettingsRecord& record);
   void restore_group(const SettingsRecord& record);
   void restore_port(const SettingsRecord& record);
-  void restore_remote_port(const SettingsRecord& record);
+  void restore_switch_console_port(const SettingsRecord& record);
   void restore_values(const SettingsRecord& record);
   void restore_columns(const SettingsRecord& record);
   void restore_database(const SettingsRecord& record);

@@ -8,7 +8,7 @@
 
 #include "desktop/console_style.h"
 #include "desktop/picture_painters.h"
-#include "forms/pictures.h"
+#include "forms/picture_names.h"
 
 namespace lineweir {
 namespace {

@@ -8,10 +8,10 @@
 
 #include "desktop/core_text.h"
 #include "desktop/element_widget.h"
-#include "desktop/element_widgets.h"
 #include "desktop/painter_faces.h"
 #include "desktop/picture_painters.h"
 #include "desktop/tab_order.h"
+#include "desktop/widget_kinds.h"
 #include "elements/control.h"
 
 namespace lineweir {

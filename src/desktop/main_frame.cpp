@@ -16,7 +16,7 @@
 #include "desktop/spoken_lines.h"
 #include "desktop/twips.h"
 #include "forms/layout.h"
-#include "forms/pictures.h"
+#include "forms/picture_names.h"
 #include "screen/blinking.h"
 
 namespace lineweir {

@@ -29,7 +29,7 @@
 #include "platform/qt/qt_remote_objects.h"
 #include "platform/qt/qt_serial_port.h"
 #include "platform/qt/qt_system_clock.h"
-#include "platform/sqlite/sqlite_databases.h"
+#include "platform/sqlite/sqlite_engine.h"
 
 namespace lineweir {
 namespace {
@@ -67,12 +67,12 @@ int run_program(const CommandLine& command_line) {
   platform::GuardedFiles guard;
   platform::DiskFiles files(folder, letters, &guard);
   SystemDialogs dialogs(letters);
-  platform::SqliteDatabases databases(folder, letters, no_wait, &guard);
+  platform::SqliteEngine databases(folder, letters, no_wait, &guard);
   platform::DiskCallJournal journal(
       {.folder = folder,
        .make_engine =
            [&] {
-             return std::make_unique<platform::SqliteDatabases>(folder, letters, log_wait, &guard);
+             return std::make_unique<platform::SqliteEngine>(folder, letters, log_wait, &guard);
            },
        .post = [&loop](std::function<void()> call) { loop.post(std::move(call)); }});
   PdfTables printer(letters);

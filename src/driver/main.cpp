@@ -5,7 +5,7 @@
 #include "driver/interpreter.h"
 #include "letters/code_page_letters.h"
 #include "platform/icu/icu_transliterator.h"
-#include "platform/sqlite/sqlite_databases.h"
+#include "platform/sqlite/sqlite_engine.h"
 
 namespace {
 
@@ -46,8 +46,8 @@ int main(int argc, char** argv) {
   const lineweir::CodePageLetters letters(*lineweir::find_code_page(charset), &transliterator);
   platform::GuardedFiles guard;
   platform::DiskFiles files(directory, letters, &guard);
-  platform::SqliteDatabases databases(directory, letters, std::chrono::milliseconds::zero(), &guard,
-                                      platform::BatchWork::AtOnce);
+  platform::SqliteEngine databases(directory, letters, std::chrono::milliseconds::zero(), &guard,
+                                   platform::BatchWork::AtOnce);
   if (scripts.empty()) {
     driver::Session session(files, databases, letters);
     std::ostream no_complaints(nullptr);

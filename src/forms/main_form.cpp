@@ -1,7 +1,7 @@
 #include "forms/main_form.h"
 
 #include "forms/layout.h"
-#include "forms/pictures.h"
+#include "forms/picture_names.h"
 #include "lines/line_table.h"
 
 namespace lineweir {

@@ -1,6 +1,6 @@
 #include "forms/panel_elements.h"
 
-#include "forms/pictures.h"
+#include "forms/picture_names.h"
 
 namespace lineweir {
 namespace {

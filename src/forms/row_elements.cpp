@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "forms/pictures.h"
+#include "forms/picture_names.h"
 
 namespace lineweir {
 namespace {

@@ -1,6 +1,6 @@
 #include "screen/blink.h"
 
-#include "forms/pictures.h"
+#include "forms/picture_names.h"
 #include "screen/blinking.h"
 #include "screen/row_display.h"
 #include "state/console_state.h"

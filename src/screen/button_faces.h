@@ -3,7 +3,7 @@
 #include <array>
 #include <string_view>
 
-#include "forms/pictures.h"
+#include "forms/picture_names.h"
 
 namespace lineweir {
 

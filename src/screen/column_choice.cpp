@@ -13,7 +13,7 @@
 namespace lineweir {
 ColumnChoice::ColumnChoice(ConsoleState& state, DisplayOptions& display)
     : state_(state), display_(display) {
-  DisplayOptionWindow& form = state.DisplayOptionForm;
+  DisplayDataForm& form = state.DisplayOptionForm;
   form.CheckItem.wire([this](CheckBox& box) {
     wire(box.on_click, state_.trace, "DisplayOptionForm_CheckItem_Click",
          [this, column = box.index()] { CheckItem_Click(column); });
@@ -31,7 +31,7 @@ ColumnChoice::ColumnChoice(ConsoleState& state, DisplayOptions& display)
 
 void ColumnChoice::CheckItem_Click(int Index) {
   if (Index < first_optional_column) return;
-  DisplayOptionWindow& form = state_.DisplayOptionForm;
+  DisplayDataForm& form = state_.DisplayOptionForm;
   const std::string heading = form.CheckItem(Index).caption;
   const int listed = display_.listed_place(Index);
   const bool checked = form.CheckItem(Index).value == 1;

@@ -58,7 +58,7 @@ void DisplayOptions::restore(const ColumnNumbers& shown, const ColumnNumbers& wi
 void DisplayOptions::SetDisplayOptions() {
   guard(state_.trace, "Lineweir_SetDisplayOptions", [&] {
     const ColumnsLock lock(*this);
-    DisplayOptionWindow& form = state_.DisplayOptionForm;
+    DisplayDataForm& form = state_.DisplayOptionForm;
     fill_width_box(number_column);
     fill_width_box(status_column);
     for (int column = first_optional_column; column < column_count; ++column) {
@@ -78,7 +78,7 @@ void DisplayOptions::SetDisplayOptions() {
 }
 
 void DisplayOptions::fill_list() {
-  DisplayOptionWindow& form = state_.DisplayOptionForm;
+  DisplayDataForm& form = state_.DisplayOptionForm;
   std::vector<std::string> headings;
   std::vector<std::string> without_place;
   for (int column = first_optional_column; column < column_count; ++column) {
@@ -110,7 +110,7 @@ void DisplayOptions::RefreshColumnOrder() {
 }
 
 std::vector<int> DisplayOptions::listed_columns() const {
-  const DisplayOptionWindow& form = state_.DisplayOptionForm;
+  const DisplayDataForm& form = state_.DisplayOptionForm;
   std::vector<int> columns;
   const auto free_column = [&](const std::string& heading, bool checked) {
     for (int column = first_optional_column; column < column_count; ++column) {
@@ -182,7 +182,7 @@ void DisplayOptions::took_width_box(int column) {
 }
 
 void DisplayOptions::collect() {
-  const DisplayOptionWindow& form = state_.DisplayOptionForm;
+  const DisplayDataForm& form = state_.DisplayOptionForm;
   for (int column = first_optional_column; column < column_count; ++column) {
     const std::size_t place = stored_place(column);
     ColumnShown[place] = form.CheckItem(column).value == 1 ? -1 : 0;
@@ -207,7 +207,7 @@ void DisplayOptions::set_width(int column, int width) {
 }
 
 void DisplayOptions::set_heading(int column, std::string_view heading) {
-  DisplayOptionWindow& form = state_.DisplayOptionForm;
+  DisplayDataForm& form = state_.DisplayOptionForm;
   if (const int listed = listed_place(column); listed >= 0) form.List1.set_item(listed, heading);
   state_.Lineweir.CaptionLabel(column).caption = heading;
   form.CheckItem(column).caption = heading;

@@ -4,7 +4,7 @@
 #include <array>
 #include <cmath>
 
-#include "forms/pictures.h"
+#include "forms/picture_names.h"
 #include "lines/cadence.h"
 #include "lines/equipment_kinds.h"
 #include "screen/strip_pictures.h"

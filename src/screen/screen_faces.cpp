@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "forms/pictures.h"
+#include "forms/picture_names.h"
 #include "screen/background_files.h"
 #include "screen/visible_rows.h"
 #include "state/console_state.h"

@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-#include "forms/pictures.h"
+#include "forms/picture_names.h"
 #include "lines/status_letters.h"
 
 namespace lineweir {

@@ -1,7 +1,7 @@
 #include "screen/window_handling.h"
 
 #include "forms/layout.h"
-#include "forms/pictures.h"
+#include "forms/picture_names.h"
 #include "screen/display_options.h"
 #include "screen/fonts.h"
 #include "screen/screen_layout.h"

@@ -20,7 +20,7 @@ constexpr auto handler = "DisplayOptionForm_ExitCommand_Click";
 GroupChoice::GroupChoice(ConsoleState& state, const Links& links, DisplayOptions& display,
                          CallerDataEntry& caller_data)
     : state_(state), links_(links), display_(display), caller_data_(caller_data) {
-  DisplayOptionWindow& form = state.DisplayOptionForm;
+  DisplayDataForm& form = state.DisplayOptionForm;
   wire(state.Lineweir.DisplayDataOptionsMenu.on_click, state_.trace,
        "Lineweir_DisplayDataOptionsMenu_Click", [this] { DisplayDataOptionsMenu_Click(); });
   for (Event<void()>* leave : {&form.ExitCommand.on_click, &form.on_close}) {
@@ -35,7 +35,7 @@ void GroupChoice::DisplayDataOptionsMenu_Click() {
 }
 
 void GroupChoice::ExitCommand_Click() {
-  DisplayOptionWindow& form = state_.DisplayOptionForm;
+  DisplayDataForm& form = state_.DisplayOptionForm;
   guard(state_.trace, handler, [&] {
     // A box that is being typed in when the window is closed loses the focus first.
     form.focus(nullptr);

@@ -20,7 +20,7 @@ ServerConnection::ServerConnection(ConsoleState& state, LineEvents& line_events)
 
 void ServerConnection::begin() {
   line_events_.TheStatusText = initial_status_text;
-  state_.services.winsock1.connect(state_.login.RemoteHost, state_.login.RemotePort);
+  state_.services.winsock1.connect(state_.login.ServerHost, state_.login.ServerPort);
 }
 
 bool ServerConnection::await() {

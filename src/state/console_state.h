@@ -3,16 +3,16 @@
 #include "forms/about_form.h"
 #include "forms/caller_data_form.h"
 #include "forms/database_viewer_form.h"
-#include "forms/dial_window.h"
-#include "forms/display_option_form.h"
+#include "forms/dial_pad_form.h"
+#include "forms/display_data_form.h"
 #include "forms/flash_message_form.h"
 #include "forms/import_preview_form.h"
-#include "forms/log_data_form.h"
-#include "forms/login_form.h"
+#include "forms/log_options_form.h"
 #include "forms/main_form.h"
 #include "forms/set_time_form.h"
 #include "forms/show_data_form.h"
 #include "forms/standby_form.h"
+#include "forms/user_login_form.h"
 #include "lines/line_table.h"
 #include "platform/services.h"
 #include "state/clock_state.h"
@@ -49,16 +49,16 @@ struct ConsoleState {
   MessageBoxForm MyMsgbox;
   TraceForm DebugForm;
   StandbyForm Standby;
-  DisplayOptionWindow DisplayOptionForm;
+  DisplayDataForm DisplayOptionForm;
   ShowDataForm Form2;
   SetTimeForm Form3;
   CallerDataForm Form4;
-  LogDataWindow LogDataForm;
+  LogOptionsForm LogDataForm;
   DatabaseViewerForm DatabaseViewer;
   ImportPreviewForm ImportPreview;
-  LoginWindow LoginForm;
+  UserLoginForm LoginForm;
   FlashMessageForm FlashMessA;
-  DialWindow DialForm;
+  DialPadForm DialForm;
 
   Trace trace{program, services.clock, services.files, services.letters, DebugForm};
   Messages messages{*this};

@@ -12,8 +12,8 @@ struct LoginState {
   FixedText<15> UserPassword;
   // The name of the last login, shown on the main form.
   std::string DisplayUserName;
-  std::string RemoteHost = "127.0.0.1";
-  int RemotePort = 2001;
+  std::string ServerHost = "127.0.0.1";
+  int ServerPort = 2001;
 
   // What the server granted at the last login: one character of flags each, and the text in which
   // it keeps the user's options.

@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "base/text.h"
-#include "callcontrol/console_lamps.h"
+#include "callcontrol/switch_console_lamps.h"
 #include "lines/cadence.h"
 #include "support/dial_desk.h"
 

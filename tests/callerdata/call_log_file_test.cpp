@@ -132,7 +132,7 @@ TEST_SUITE("callerdata/call log file") {
   TEST_CASE("where the user's field has another title, Yes takes the file's into the console") {
     ScriptedConsole test;
     create_log(test.platform);
-    DisplayOptionWindow& options = test.console.DisplayOptionForm;
+    DisplayDataForm& options = test.console.DisplayOptionForm;
     options.CheckItem(user_column).value = 1;
     options.List1.list = Texts{"City", "User"};
     test.platform.dialogs.answer_question(true);

@@ -15,7 +15,7 @@ TEST_SUITE("callerdata/log data options") {
                                            false, true,  false, true,  false};
     test.console.Lineweir.CaptionLabel(user_column).caption = " Sponsor ";
     test.console.Lineweir.LogDataOptionsMenu.on_click();
-    LogDataWindow& form = test.console.LogDataForm;
+    LogOptionsForm& form = test.console.LogDataForm;
     CHECK(form.visible);
     for (std::size_t field = 0; field < entry_fields.size(); ++field) {
       CAPTURE(field);
@@ -29,7 +29,7 @@ TEST_SUITE("callerdata/log data options") {
 
   TEST_CASE("Exit stores the boxes and closes") {
     ScriptedConsole test;
-    LogDataWindow& form = test.console.LogDataForm;
+    LogOptionsForm& form = test.console.LogDataForm;
     form.show();
     form.box(CallerField::City).value = 0;
     form.box(CallerField::UserField).value = 0;
@@ -44,7 +44,7 @@ TEST_SUITE("callerdata/log data options") {
 
   TEST_CASE("Cancel and the window's own button close without storing") {
     ScriptedConsole test;
-    LogDataWindow& form = test.console.LogDataForm;
+    LogOptionsForm& form = test.console.LogDataForm;
     const LogFieldFlags before = test.console.caller_data.LogFieldOn;
     form.show();
     form.box(CallerField::City).value = 0;

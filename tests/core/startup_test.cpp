@@ -197,8 +197,8 @@ TEST_CASE("stored values come back where they belong") {
   CHECK_FALSE(console.caller_data.LogFieldOn[2]);
   CHECK(console.login.UserName.trimmed() == "amarsh");
   CHECK(console.Lineweir.Label1.caption == "A. Marsh");
-  CHECK(console.login.RemoteHost == "10.0.0.7");
-  CHECK(console.login.RemotePort == 2002);
+  CHECK(console.login.ServerHost == "10.0.0.7");
+  CHECK(console.login.ServerPort == 2002);
   CHECK(console.Lineweir.CaptionLabel(user_column).caption == "Topic");
   CHECK(console.DisplayOptionForm.CheckItem(user_column).caption == "Topic");
   CHECK(console.Lineweir.DimLineNumMenu.checked);

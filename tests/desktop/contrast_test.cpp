@@ -6,7 +6,7 @@
 #include <QLineEdit>
 #include <QMenu>
 
-#include "forms/pictures.h"
+#include "forms/picture_names.h"
 #include "full_dialogs.h"
 #include "pixels.h"
 

@@ -26,7 +26,7 @@ struct ShownDialPad : test::ShownConsole {
     QApplication::setActiveWindow(&window());
     settle();
   }
-  DialWindow& dial = console.DialForm;
+  DialPadForm& dial = console.DialForm;
 
   QWidget& window() { return *desktop.dialog(dial)->window(); }
   template <class Widget>

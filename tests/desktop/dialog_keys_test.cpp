@@ -147,7 +147,7 @@ TEST_SUITE("keys in dialogs") {
 
   TEST_CASE("Enter in a field presses the default button, which is told by its edge") {
     test::ShownConsole desk;
-    LoginWindow& form = desk.console.LoginForm;
+    UserLoginForm& form = desk.console.LoginForm;
     form.show();
     desk.settle();
     int clicks = 0;

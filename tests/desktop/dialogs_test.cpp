@@ -94,7 +94,7 @@ TEST_SUITE("dialogs") {
 
   TEST_CASE("what is typed reaches the text box, and what the core writes shows") {
     test::ShownConsole desk;
-    LoginWindow& form = desk.console.LoginForm;
+    UserLoginForm& form = desk.console.LoginForm;
     QWidget& window = open(desk, form);
     auto& password = part<QLineEdit>(window, "PasswordTextBox");
     CHECK(password.echoMode() == QLineEdit::Password);
@@ -108,7 +108,7 @@ TEST_SUITE("dialogs") {
 
   TEST_CASE("Alt with a character enters nothing into a field, and its shortcuts go on") {
     test::ShownConsole desk;
-    LoginWindow& form = desk.console.LoginForm;
+    UserLoginForm& form = desk.console.LoginForm;
     auto& field = part<QLineEdit>(open(desk, form), "PasswordTextBox");
     const auto press = [&field](int key, Qt::KeyboardModifiers modifiers, const char* text) {
       QKeyEvent event(QEvent::KeyPress, key, modifiers, QString::fromLatin1(text));
@@ -129,7 +129,7 @@ TEST_SUITE("dialogs") {
 
   TEST_CASE("a key handler sees each character first and may swallow or replace it") {
     test::ShownConsole desk;
-    LoginWindow& form = desk.console.LoginForm;
+    UserLoginForm& form = desk.console.LoginForm;
     QWidget& window = open(desk, form);
     listen(form.PasswordTextBox.on_key_press, [](int& key) {
       if (key == 'a') key = 'A';
@@ -154,7 +154,7 @@ TEST_SUITE("dialogs") {
 
   TEST_CASE("check boxes, lists and choices follow one another both ways") {
     test::ShownConsole desk;
-    DisplayOptionWindow& form = desk.console.DisplayOptionForm;
+    DisplayDataForm& form = desk.console.DisplayOptionForm;
     form.on_load.forget_handler();
     QWidget& window = open(desk, form);
 
@@ -186,7 +186,7 @@ TEST_SUITE("dialogs") {
 
   TEST_CASE("a widget of an array waits hidden for its element") {
     test::ShownConsole desk;
-    DisplayOptionWindow& form = desk.console.DisplayOptionForm;
+    DisplayDataForm& form = desk.console.DisplayOptionForm;
     form.on_load.forget_handler();
     QWidget& window = open(desk, form);
     const int next = form.LineCheck.upper_bound();

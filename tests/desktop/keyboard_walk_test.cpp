@@ -253,7 +253,7 @@ TEST_SUITE("desktop/keyboard: menus") {
 TEST_SUITE("desktop/keyboard: choices") {
   TEST_CASE("the group for messages is chosen with the arrow keys") {
     WalkDesk desk;
-    DisplayOptionWindow& form = desk.console.DisplayOptionForm;
+    DisplayDataForm& form = desk.console.DisplayOptionForm;
     form.show();
     desk.settle();
     QWidget* window = desk.desktop.window_of("DisplayOptionForm");
@@ -273,7 +273,7 @@ TEST_SUITE("desktop/keyboard: choices") {
 
   TEST_CASE("Ctrl with an arrow moves a column in the order, as a drag does") {
     WalkDesk desk;
-    DisplayOptionWindow& form = desk.console.DisplayOptionForm;
+    DisplayDataForm& form = desk.console.DisplayOptionForm;
     form.show();
     desk.settle();
     QWidget* window = desk.desktop.window_of("DisplayOptionForm");

@@ -2,7 +2,7 @@
 
 #include <QApplication>
 
-#include "forms/pictures.h"
+#include "forms/picture_names.h"
 #include "pixels.h"
 #include "screen/button_faces.h"
 #include "shown_console.h"

@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <array>
 
-#include "forms/pictures.h"
+#include "forms/picture_names.h"
 #include "pixels.h"
 #include "shown_console.h"
 

@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "forms/pictures.h"
+#include "forms/picture_names.h"
 #include "shown_console.h"
 #include "support/listen.h"
 

@@ -1,7 +1,7 @@
 #include <doctest/doctest.h>
 
 #include "desktop/twips.h"
-#include "forms/pictures.h"
+#include "forms/picture_names.h"
 #include "shown_console.h"
 #include "support/listen.h"
 

@@ -20,7 +20,7 @@ struct MoverFixture {
   }
 
   JournalDesk desk;
-  platform::SqliteDatabases engine{desk.folder.path()};
+  platform::SqliteEngine engine{desk.folder.path()};
   platform::CallMover mover{engine};
   std::uint64_t sequence = 0;
 };

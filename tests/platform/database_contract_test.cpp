@@ -3,7 +3,7 @@
 #include "base/failure.h"
 #include "platform/database.h"
 #include "platform/scripted/memory_databases.h"
-#include "platform/sqlite/sqlite_databases.h"
+#include "platform/sqlite/sqlite_engine.h"
 #include "temporary_directory.h"
 
 using namespace lineweir;
@@ -18,7 +18,7 @@ struct InMemory {
 
 struct OnDisk {
   TemporaryDirectory directory;
-  SqliteDatabases engine{directory.path()};
+  SqliteEngine engine{directory.path()};
 };
 
 int failure_number_of(const std::function<void()>& action) {

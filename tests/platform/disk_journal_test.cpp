@@ -197,7 +197,7 @@ TEST_CASE("Two consoles log, one shows its log and ends, a third program reads: 
         .put(std::vector<platform::JournalRecord>{{{}, {}, call_record("calls.mdb", name)}});
   };
   OtherProcess second([&](const auto& tell, const auto& await) {
-    platform::SqliteDatabases engine(desk.folder.path(), utf8_letters(), std::chrono::seconds(1));
+    platform::SqliteEngine engine(desk.folder.path(), utf8_letters(), std::chrono::seconds(1));
     for (int round = 0; round < rounds; ++round) {
       await();
       log_call(engine, "b" + std::to_string(round));
@@ -210,7 +210,7 @@ TEST_CASE("Two consoles log, one shows its log and ends, a third program reads: 
       tell(static_cast<int>(desk.names().size()));
     }
   });
-  platform::SqliteDatabases engine(desk.folder.path(), utf8_letters(), std::chrono::seconds(1));
+  platform::SqliteEngine engine(desk.folder.path(), utf8_letters(), std::chrono::seconds(1));
   platform::CallStore first(engine, "calls.mdb", log_table);
   const auto put = [&](const std::string& name) {
     first.put(std::vector<platform::JournalRecord>{{{}, {}, call_record("calls.mdb", name)}});

@@ -15,7 +15,7 @@
 #include <vector>
 
 #include "platform/disk_journal/disk_call_journal.h"
-#include "platform/sqlite/sqlite_databases.h"
+#include "platform/sqlite/sqlite_engine.h"
 #include "support/listen.h"
 #include "temporary_directory.h"
 
@@ -75,8 +75,8 @@ struct JournalDesk {
     journal = std::make_unique<platform::DiskCallJournal>(platform::DiskCallJournal::Setup{
         folder.path(), memory_disk(),
         [this] {
-          return std::make_unique<platform::SqliteDatabases>(folder.path(), utf8_letters(),
-                                                             std::chrono::milliseconds(50), &guard);
+          return std::make_unique<platform::SqliteEngine>(folder.path(), utf8_letters(),
+                                                          std::chrono::milliseconds(50), &guard);
         },
         [this](std::function<void()> call) { loop.post(std::move(call)); }});
     listen(journal->on_replaced, [this](const std::string& file) { replaced.push_back(file); });
@@ -84,7 +84,7 @@ struct JournalDesk {
   void stop() { journal.reset(); }
 
   void make_log(const std::string& file = "calls.mdb") const {
-    platform::SqliteDatabases(folder.path())
+    platform::SqliteEngine(folder.path())
         .create(file)
         ->create_table(log_table, {{"Name", 30}, {"City", 20}, {"User", 10}});
   }

@@ -66,8 +66,8 @@ struct RestoreFixture {
   void copy_over_open_log(const Copying& how);
 
   JournalDesk desk;
-  platform::SqliteDatabases show{desk.folder.path(), utf8_letters(), std::chrono::milliseconds(0),
-                                 &desk.guard};
+  platform::SqliteEngine show{desk.folder.path(), utf8_letters(), std::chrono::milliseconds(0),
+                              &desk.guard};
   int nobodies = 0;
 };
 
@@ -269,7 +269,7 @@ TEST_CASE(
     "A backup takes the place of a log whose last calls a killed console has left beside it") {
   const TemporaryDirectory folder;
   const auto engine = [&] {
-    return platform::SqliteDatabases(folder.path(), utf8_letters(), std::chrono::milliseconds(0));
+    return platform::SqliteEngine(folder.path(), utf8_letters(), std::chrono::milliseconds(0));
   };
   const auto add = [](platform::Database& log, const std::string& name) {
     const auto rows = log.open_recordset(log_table);

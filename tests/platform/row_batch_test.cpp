@@ -5,7 +5,7 @@
 #include <functional>
 #include <thread>
 
-#include "platform/sqlite/sqlite_databases.h"
+#include "platform/sqlite/sqlite_engine.h"
 #include "temporary_directory.h"
 
 using namespace lineweir;
@@ -32,7 +32,7 @@ struct BatchFixture {
   }
 
   TemporaryDirectory directory;
-  SqliteDatabases engine;
+  SqliteEngine engine;
   std::unique_ptr<Database> database;
   std::unique_ptr<Recordset> rows;
 };

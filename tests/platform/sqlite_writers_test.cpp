@@ -11,7 +11,7 @@
 #include <random>
 
 #include "base/failure.h"
-#include "platform/sqlite/sqlite_databases.h"
+#include "platform/sqlite/sqlite_engine.h"
 #include "temporary_directory.h"
 
 using namespace lineweir;
@@ -28,7 +28,7 @@ std::string filling(const std::string& writer, int number) {
 }
 
 // Adds rows from a number on and tells each number through the pipe once its row is stored.
-[[noreturn]] void write_rows(SqliteDatabases& engine, const std::string& writer, int first, int end,
+[[noreturn]] void write_rows(SqliteEngine& engine, const std::string& writer, int first, int end,
                              int stored) {
   try {
     const auto database = engine.open("calls.lwl");
@@ -52,7 +52,7 @@ struct Writer {
   pid_t process = -1;
   int stored = -1;
 
-  Writer(SqliteDatabases& engine, const std::string& name, int first, int end) {
+  Writer(SqliteEngine& engine, const std::string& name, int first, int end) {
     std::array<int, 2> ends{};
     REQUIRE(::pipe(ends.data()) == 0);
     process = ::fork();
@@ -88,7 +88,7 @@ TEST_CASE("Two programs write ten thousand rows, one of them killed again and ag
   const TemporaryDirectory directory(
       std::filesystem::exists(memory_disk) ? memory_disk : std::filesystem::temp_directory_path());
   // Each waits for the other, as the thread does that writes a console's log.
-  SqliteDatabases engine(directory.path(), utf8_letters(), std::chrono::seconds(5));
+  SqliteEngine engine(directory.path(), utf8_letters(), std::chrono::seconds(5));
   engine.create("calls.lwl")
       ->create_table("Rows", {{"Writer", 10}, {"Number", 10}, {"Filling", 100}});
 

@@ -32,7 +32,7 @@ TEST_SUITE("screen/column_choice: boxes") {
     ScriptedConsole desk;
     Console& console = desk.console;
     MainForm& form = console.Lineweir;
-    const DisplayOptionWindow& options = console.DisplayOptionForm;
+    const DisplayDataForm& options = console.DisplayOptionForm;
     CHECK_FALSE(form.labels_of(CallerField::State)(0).visible);
     toggle(console, 6);
     CHECK(options.List1.list.get() == Texts{"Time", "Caller Name", "City", "Comments", "State"});

@@ -33,7 +33,7 @@ TEST_SUITE("screen/display_options") {
     store_columns(console, {12, 4, 2});
     console.display.ColumnWidth[2] = 900;
     console.display.SetDisplayOptions();
-    const DisplayOptionWindow& options = console.DisplayOptionForm;
+    const DisplayDataForm& options = console.DisplayOptionForm;
     CHECK(options.List1.list.get() == Texts{"User", "Street Address", "Time"});
     CHECK(console.display.ColumnsInUse == Numbers{0, 1, 12, 4, 2});
     CHECK(options.CheckItem(4).value == 1);

@@ -111,7 +111,7 @@ TEST_SUITE("screen/group_choice") {
 
   TEST_CASE("closing the window applies the choice too, and the width being typed") {
     GroupDesk desk;
-    DisplayOptionWindow& options = desk.console.DisplayOptionForm;
+    DisplayDataForm& options = desk.console.DisplayOptionForm;
     options.List1.on_drag(0, 1);
     options.WidthText(3).set_focus();
     options.WidthText(3).text = "1234";

@@ -145,7 +145,7 @@ TEST_CASE("the profile's fields stand in their order") {
 
 TEST_CASE("each column has its place, mark and width in the profile") {
   ScriptedConsole desk;
-  const DisplayOptionWindow& form = desk.console.DisplayOptionForm;
+  const DisplayDataForm& form = desk.console.DisplayOptionForm;
   // Neither the window's size nor a hidden line is in a width that is kept.
   test::resize(desk.console, 18840, 7255);
   form.LineCheck(0).value = 0;

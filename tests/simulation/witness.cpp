@@ -4,7 +4,7 @@
 #include <array>
 
 #include "base/time_text.h"
-#include "forms/pictures.h"
+#include "forms/picture_names.h"
 #include "lines/status_letters.h"
 
 namespace lineweir::simulation {

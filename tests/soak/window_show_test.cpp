@@ -22,7 +22,7 @@
 #include "desktop/form_canvas.h"
 #include "desktop/main_window.h"
 #include "desktop/program.h"
-#include "forms/pictures.h"
+#include "forms/picture_names.h"
 #include "lines/status_letters.h"
 #include "platform/qt/qt_event_loop.h"
 #include "platform/qt/qt_serial_port.h"

@@ -14,7 +14,7 @@ struct DialDesk : ScriptedConsole {
     platform.comm1.open();
   }
 
-  DialWindow& form = console.DialForm;
+  DialPadForm& form = console.DialForm;
   DialState& dial = console.dial;
 
   std::vector<std::string> words() { return platform.comm1.take_writes(); }

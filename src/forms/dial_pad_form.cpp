@@ -1,12 +1,12 @@
-#include "forms/dial_window.h"
+#include "forms/dial_pad_form.h"
 
 #include <string>
 
-#include "forms/pictures.h"
+#include "forms/picture_names.h"
 
 namespace lineweir {
 
-DialWindow::DialWindow() : Form("DialForm") {
+DialPadForm::DialPadForm() : Form("DialForm") {
   caption = "Dial";
   width = 3960;
   height = 6075;

@@ -1,4 +1,4 @@
-#include "callcontrol/remote_port.h"
+#include "callcontrol/switch_console_port.h"
 
 #include <algorithm>
 #include <array>
@@ -22,7 +22,7 @@ constexpr std::array port_failures = {
 
 }  // namespace
 
-RemotePortControl::RemotePortControl(ConsoleState& state) : state_(state) {
+SwitchConsolePort::SwitchConsolePort(ConsoleState& state) : state_(state) {
   MainForm& form = state.Lineweir;
   const auto show_failure = [this](const Failure& failure) { show(failure); };
   for (int number = 1; number <= 4; ++number) {
@@ -40,7 +40,7 @@ RemotePortControl::RemotePortControl(ConsoleState& state) : state_(state) {
        [this](const std::string& description) { port_lost(description); });
 }
 
-void RemotePortControl::RemoteCom_Click(int number) {
+void SwitchConsolePort::RemoteCom_Click(int number) {
   for (int other = 1; other <= 4; ++other) {
     state_.Lineweir.RemoteCom(other).checked = other == number;
   }
@@ -53,7 +53,7 @@ void RemotePortControl::RemoteCom_Click(int number) {
   missed_ = false;
 }
 
-void RemotePortControl::RemoteOn_Click() {
+void SwitchConsolePort::RemoteOn_Click() {
   switched_on_ = true;
   if (!state_.services.comm2.is_open()) state_.services.comm2.open();
   state_.Lineweir.RemoteOff.checked = false;
@@ -62,7 +62,7 @@ void RemotePortControl::RemoteOn_Click() {
   missed_ = false;
 }
 
-void RemotePortControl::RemoteOff_Click() {
+void SwitchConsolePort::RemoteOff_Click() {
   switched_on_ = false;
   state_.services.comm2.close();
   state_.Lineweir.RemoteOff.checked = true;
@@ -71,9 +71,9 @@ void RemotePortControl::RemoteOff_Click() {
   missed_ = false;
 }
 
-bool RemotePortControl::wanted() const { return switched_on_ || state_.Lineweir.RemoteOn.checked; }
+bool SwitchConsolePort::wanted() const { return switched_on_ || state_.Lineweir.RemoteOn.checked; }
 
-void RemotePortControl::reopen(std::string_view procedure) {
+void SwitchConsolePort::reopen(std::string_view procedure) {
   attempt([&] { state_.services.comm2.open(); },
           [&](const Failure& failure) {
             missed_ = true;
@@ -82,13 +82,13 @@ void RemotePortControl::reopen(std::string_view procedure) {
           });
 }
 
-void RemotePortControl::port_lost(const std::string& description) {
+void SwitchConsolePort::port_lost(const std::string& description) {
   missed_ = true;
   state_.trace.WriteTrace(description);
   state_.messages.ShowMessage(port_message);
 }
 
-void RemotePortControl::show(const Failure& failure) {
+void SwitchConsolePort::show(const Failure& failure) {
   const bool of_port = std::ranges::find(port_failures, failure.number()) != port_failures.end();
   if (of_port) state_.messages.ShowMessage(port_message);
 }

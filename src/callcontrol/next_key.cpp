@@ -1,4 +1,4 @@
-#include "callcontrol/remote_next.h"
+#include "callcontrol/next_key.h"
 
 #include "callcontrol/phone_command.h"
 #include "link/command_word.h"
@@ -13,15 +13,14 @@ constexpr std::string_view off_word = "R";
 
 }  // namespace
 
-RemoteNextControl::RemoteNextControl(ConsoleState& state, PhoneCommands& phone)
-    : state_(state), phone_(phone) {
+NextKey::NextKey(ConsoleState& state, PhoneCommands& phone) : state_(state), phone_(phone) {
   wire(state.Lineweir.RemoteNext.on_click, state_.trace, "Lineweir_RemoteNext_Click",
        [this] { RemoteNext_Click(); });
   wire(state.Lineweir.RemoteNextTimer.on_timer, state_.trace, "Lineweir_RemoteNextTimer_Timer",
        [this] { RemoteNextTimer_Timer(); });
 }
 
-void RemoteNextControl::RemoteNext_Click() {
+void NextKey::RemoteNext_Click() {
   MainForm& form = state_.Lineweir;
   const bool on = !form.RemoteNext.checked;
   form.RemoteNext.checked = on;
@@ -29,6 +28,6 @@ void RemoteNextControl::RemoteNext_Click() {
   form.RemoteNextTimer.enabled = on;
 }
 
-void RemoteNextControl::RemoteNextTimer_Timer() { phone_.PhoneCommand(on_word, bank_none); }
+void NextKey::RemoteNextTimer_Timer() { phone_.PhoneCommand(on_word, bank_none); }
 
 }  // namespace lineweir

@@ -7,9 +7,9 @@ struct ConsoleState;
 
 // Remote next: the next key of the equipment itself. While it is on, a regular word keeps the
 // equipment aware of this console.
-class RemoteNextControl {
+class NextKey {
  public:
-  RemoteNextControl(ConsoleState& state, PhoneCommands& phone);
+  NextKey(ConsoleState& state, PhoneCommands& phone);
 
  private:
   void RemoteNext_Click();

@@ -1,8 +1,8 @@
-#include "forms/display_option_form.h"
+#include "forms/display_data_form.h"
 
 namespace lineweir {
 
-DisplayOptionWindow::DisplayOptionWindow() : Form("DisplayOptionForm") {
+DisplayDataForm::DisplayDataForm() : Form("DisplayOptionForm") {
   caption = "Display Data Options";
   width = 9000;
   height = 6600;

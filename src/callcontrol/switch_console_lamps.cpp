@@ -1,4 +1,4 @@
-#include "callcontrol/console_lamps.h"
+#include "callcontrol/switch_console_lamps.h"
 
 namespace lineweir {
 namespace {

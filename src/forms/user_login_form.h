@@ -9,9 +9,9 @@
 namespace lineweir {
 
 // The login of a console at its server.
-class LoginWindow : public Form {
+class UserLoginForm : public Form {
  public:
-  LoginWindow();
+  UserLoginForm();
 
   Label Label1{*this, "Label1"};
   Label Label2{*this, "Label2"};

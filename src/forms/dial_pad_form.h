@@ -12,9 +12,9 @@
 namespace lineweir {
 
 // DialForm, the telephone on which a line is seized and dialled on.
-class DialWindow : public Form {
+class DialPadForm : public Form {
  public:
-  DialWindow();
+  DialPadForm();
 
   // The lines, and the hybrids on which the host dials.
   ComboBox Combo1{*this, "Combo1"};

@@ -1,4 +1,4 @@
-#include "callcontrol/remote_next.h"
+#include "callcontrol/next_key.h"
 
 #include <doctest/doctest.h>
 
@@ -9,7 +9,7 @@ namespace {
 
 using Words = std::vector<std::string>;
 
-TEST_SUITE("callcontrol/remote_next") {
+TEST_SUITE("callcontrol/next_key") {
   TEST_CASE("on: X at once and each 30 seconds; off: one R and silence") {
     DialDesk desk;
     MenuItem& item = desk.console.Lineweir.RemoteNext;

@@ -10,9 +10,9 @@ class Failure;
 
 // The menu "Remote Port": the serial port of the switch console. A port that vanishes while it is
 // in use is told once; choosing a port, or switching on, brings it back.
-class RemotePortControl {
+class SwitchConsolePort {
  public:
-  explicit RemotePortControl(ConsoleState& state);
+  explicit SwitchConsolePort(ConsoleState& state);
 
   // What the settings keep. A failure shows in the menu, but it is no choice of the user's.
   bool wanted() const;

@@ -1,8 +1,8 @@
-#include "forms/login_form.h"
+#include "forms/user_login_form.h"
 
 namespace lineweir {
 
-LoginWindow::LoginWindow() : Form("LoginForm") {
+UserLoginForm::UserLoginForm() : Form("LoginForm") {
   caption = "Login";
   width = 4500;
   height = 2100;

@@ -1,5 +1,5 @@
 #define DOCTEST_CONFIG_IMPLEMENT_WITH_MAIN
-#include "platform/sqlite/sqlite_databases.h"
+#include "platform/sqlite/sqlite_engine.h"
 
 #include <doctest/doctest.h>
 #include <sqlite3.h>
@@ -37,7 +37,7 @@ Caught failure_of(const std::function<void()>& action) {
 
 struct SqliteFixture {
   TemporaryDirectory directory;
-  SqliteDatabases engine{directory.path()};
+  SqliteEngine engine{directory.path()};
 
   std::string path(const std::string& name) const { return (directory.path() / name).string(); }
 
@@ -318,7 +318,7 @@ TEST_CASE_FIXTURE(SqliteFixture, "Values that others stored as numbers or as not
 TEST_CASE_FIXTURE(SqliteFixture,
                   "A log's name is UTF-8 on the disk, a text of a set in the console") {
   const CodePageLetters polish(*find_code_page("windows-1250"));
-  SqliteDatabases polish_engine(directory.path(), polish);
+  SqliteEngine polish_engine(directory.path(), polish);
   const std::string lodz = polish.from_utf8("Łódź.lwl");
   polish_engine.create(lodz)->create_table("Rows", {{"Text", 4}});
   CHECK(fs::exists(directory.path() / "Łódź.lwl"));
@@ -355,7 +355,7 @@ TEST_CASE_FIXTURE(SqliteFixture, "Whether a file is a database, whatever it hold
 
 TEST_CASE_FIXTURE(SqliteFixture, "What is kept beside an open database counts as one") {
   GuardedFiles guard;
-  SqliteDatabases guarding(directory.path(), utf8_letters(), LockWait::zero(), &guard);
+  SqliteEngine guarding(directory.path(), utf8_letters(), LockWait::zero(), &guard);
   make_log("calls.lwl");
   const auto open = guarding.open("calls.lwl");
   add(*open, "second");

@@ -1,4 +1,4 @@
-#include "desktop/element_widgets.h"
+#include "desktop/widget_kinds.h"
 
 #include "desktop/clock_widget.h"
 #include "desktop/digits_widget.h"

@@ -1,4 +1,4 @@
-#include "platform/sqlite/sqlite_databases.h"
+#include "platform/sqlite/sqlite_engine.h"
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -36,32 +36,32 @@ void make_file(const std::filesystem::path& file) {
 
 }  // namespace
 
-SqliteDatabases::SqliteDatabases(const std::filesystem::path& working_directory,
-                                 const Letters& letters, std::chrono::milliseconds lock_wait,
-                                 GuardedFiles* guard, BatchWork batch_work)
+SqliteEngine::SqliteEngine(const std::filesystem::path& working_directory, const Letters& letters,
+                           std::chrono::milliseconds lock_wait, GuardedFiles* guard,
+                           BatchWork batch_work)
     : working_directory_(std::filesystem::absolute(working_directory)),
       letters_(letters),
       lock_wait_(lock_wait),
       guard_(guard == nullptr ? own_guard_ : *guard),
       batch_work_(batch_work) {}
 
-std::filesystem::path SqliteDatabases::locate(const std::string& path) const {
+std::filesystem::path SqliteEngine::locate(const std::string& path) const {
   return place_on_disk(working_directory_, path, letters_);
 }
 
-std::unique_ptr<Database> SqliteDatabases::open(const std::string& path) {
+std::unique_ptr<Database> SqliteEngine::open(const std::string& path) {
   const auto file = locate(path);
   check_database_file(file);
   return std::make_unique<SqliteDatabase>(file, false, lock_wait_, guard_, batch_work_);
 }
 
-std::unique_ptr<Database> SqliteDatabases::create(const std::string& path) {
+std::unique_ptr<Database> SqliteEngine::create(const std::string& path) {
   const auto file = locate(path);
   make_file(file);
   return std::make_unique<SqliteDatabase>(file, true, lock_wait_, guard_, batch_work_);
 }
 
-bool SqliteDatabases::is_database(const std::string& path) {
+bool SqliteEngine::is_database(const std::string& path) {
   const auto file = locate(path);
   // What the engine keeps beside an open database is no file to open as one.
   if (guard_.guarded(file)) return true;

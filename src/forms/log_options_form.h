@@ -9,9 +9,9 @@
 namespace lineweir {
 
 // LogDataForm: which of the fields that people enter are in use.
-class LogDataWindow : public Form {
+class LogOptionsForm : public Form {
  public:
-  LogDataWindow();
+  LogOptionsForm();
 
   // CallerNameCheck and the others, in the order of the fields.
   std::deque<CheckBox> boxes;

@@ -1,4 +1,4 @@
-#include "callcontrol/remote_port.h"
+#include "callcontrol/switch_console_port.h"
 
 #include <doctest/doctest.h>
 
@@ -26,7 +26,7 @@ struct PortDesk : DialDesk {
 
 constexpr std::array port_failures = {68, 8002, 8005, 8006, 8010, 8011, 8013};
 
-TEST_SUITE("callcontrol/remote_port: menu") {
+TEST_SUITE("callcontrol/switch_console_port: menu") {
   TEST_CASE("the port begins as 2; choosing one while it is closed only selects") {
     PortDesk desk;
     CHECK(desk.port.comm_port() == 2);
@@ -63,7 +63,7 @@ TEST_SUITE("callcontrol/remote_port: menu") {
   }
 }
 
-TEST_SUITE("callcontrol/remote_port: failures") {
+TEST_SUITE("callcontrol/switch_console_port: failures") {
   TEST_CASE("a port that can't be opened is told, and the menu stays off") {
     for (const int number : port_failures) {
       CAPTURE(number);
@@ -108,7 +108,7 @@ TEST_SUITE("callcontrol/remote_port: failures") {
   }
 }
 
-TEST_SUITE("callcontrol/remote_port: a port that vanishes") {
+TEST_SUITE("callcontrol/switch_console_port: a port that vanishes") {
   TEST_CASE("it is told once, the console goes on, and choosing the port brings it back") {
     PortDesk desk;
     desk.choose(2);

@@ -1,4 +1,4 @@
-#include "callcontrol/console_lamps.h"
+#include "callcontrol/switch_console_lamps.h"
 
 #include <doctest/doctest.h>
 
@@ -11,7 +11,7 @@ int address(int line, bool twenty_lines) {
   return code_of(lamp_message(line, twenty_lines, true, "ab")->back());
 }
 
-TEST_SUITE("callcontrol/console_lamps") {
+TEST_SUITE("callcontrol/switch_console_lamps") {
   TEST_CASE("ten lines: each line has the address 192 and its number") {
     for (int line = 0; line < 10; ++line) {
       CHECK(address(line, false) == 192 + line);

@@ -1,4 +1,4 @@
-#include "forms/log_data_form.h"
+#include "forms/log_options_form.h"
 
 namespace lineweir {
 namespace {
@@ -14,7 +14,7 @@ std::deque<CheckBox> boxes_of_fields(Form& form) {
 
 }  // namespace
 
-LogDataWindow::LogDataWindow() : Form("LogDataForm"), boxes(boxes_of_fields(*this)) {
+LogOptionsForm::LogOptionsForm() : Form("LogDataForm"), boxes(boxes_of_fields(*this)) {
   caption = "Log Data Options";
   width = 4200;
   height = 4600;

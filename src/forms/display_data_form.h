@@ -13,9 +13,9 @@ namespace lineweir {
 
 // DisplayOptionForm: which columns, lines and hybrids are shown, the order of the columns, and the
 // studio group.
-class DisplayOptionWindow : public Form {
+class DisplayDataForm : public Form {
  public:
-  DisplayOptionWindow();
+  DisplayDataForm();
 
   // By column. The boxes of columns 0 and 1 are always checked.
   ControlArray<CheckBox> CheckItem{*this, "CheckItem"};
