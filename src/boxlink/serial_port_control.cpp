@@ -235,8 +235,7 @@ void SerialPortControl::request_all_lines() {
 void SerialPortControl::select(int number) {
   MainForm& form = state_.Lineweir;
   for (int other = 1; other <= last_port; ++other) form.Com(other).checked = other == number;
-  form.NetworkConnectionOption.checked = false;
-  form.WinsockMenu.checked = false;
+  links_.uncheck_ways();
 }
 
 void SerialPortControl::port_failed(const Failure& failure) {

@@ -11,7 +11,9 @@ Console::Console(const platform::Services& platform_services)
       serial_link(*this),
       socket_link(*this, server),
       remote_link(*this, remote),
-      links(*this, serial_link, socket_link, remote_link),
+      links(*this, serial_link, socket_link,
+            {{Lineweir.NetworkConnectionOption, connection_remote_objects, remote_link},
+             {Lineweir.WinsockMenu, connection_socket, socket_link}}),
       link(*this, links),
       show_plan(services.files),
       clocks(*this, show_plan, link),
@@ -62,14 +64,14 @@ Console::Console(const platform::Services& platform_services)
       server_connection(*this, line_events),
       login_exchange(*this, server, caller_data),
       user_profile(*this, server, show_plan, display, window, fonts, call_log_file, caller_data),
-      remote_session(*this, remote, modes, line_events, port, link),
+      remote_session(*this, links, remote, modes, line_events, port, link),
       client_callback(*this, phone, received_data, line_events, next_caller),
       group_choice(*this, links, display, caller_data),
       hot_keys(*this, caller_data, next_caller, line_actions, quick_line),
       settings(*this, links, show_plan, login_exchange, display, window, fonts, call_log_file,
                caller_data, port, switch_console_port),
-      startup(*this, show_plan, server, server_connection, login_exchange, remote_session, rows,
-              layout, display, window, fonts, call_log_file, caller_data, port, settings),
+      startup(*this, links, show_plan, server, server_connection, login_exchange, rows, layout,
+              display, window, fonts, call_log_file, caller_data, port, settings),
       shutdown(*this, links, show_plan, caller_data, port, user_profile, settings) {
   server.handle(ServerCommand::SrvCallerData, [this](const ServerPacket& packet) {
     received_data.SrvCallerData(packet.Buffer, packet.LineNo);

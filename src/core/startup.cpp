@@ -12,13 +12,13 @@
 #include "core/settings.h"
 #include "forms/picture_names.h"
 #include "letters/path_text.h"
+#include "link/links.h"
 #include "screen/display_options.h"
 #include "screen/fonts.h"
 #include "screen/row_display.h"
 #include "screen/screen_layout.h"
 #include "screen/window_size.h"
 #include "serverlink/login_exchange.h"
-#include "serverlink/remote_session.h"
 #include "serverlink/server_connection.h"
 #include "serverlink/server_link.h"
 #include "serverlink/session_start.h"
@@ -53,18 +53,18 @@ void click_if(bool wanted, MenuItem& item) {
 
 }  // namespace
 
-Startup::Startup(ConsoleState& state, ShowPlanStore& show_plan, ServerLink& server,
-                 ServerConnection& server_connection, LoginExchange& login_exchange,
-                 RemoteSession& remote_session, RowDisplay& rows, ScreenLayout& layout,
+Startup::Startup(ConsoleState& state, const Links& links, ShowPlanStore& show_plan,
+                 ServerLink& server, ServerConnection& server_connection,
+                 LoginExchange& login_exchange, RowDisplay& rows, ScreenLayout& layout,
                  DisplayOptions& display, WindowSize& window, Fonts& fonts,
                  CallLogFile& call_log_file, CallerDataEntry& caller_data, SerialPortControl& port,
                  Settings& settings)
     : state_(state),
+      links_(links),
       show_plan_(show_plan),
       server_(server),
       server_connection_(server_connection),
       login_exchange_(login_exchange),
-      remote_session_(remote_session),
       rows_(rows),
       layout_(layout),
       display_(display),
@@ -234,7 +234,7 @@ void Startup::restore_group(const SettingsRecord& record) {
 void Startup::restore_port(const SettingsRecord& record) {
   MainForm& form = state_.Lineweir;
   if (record.CommPort >= 1 && record.CommPort <= 4) click(form.Com(record.CommPort));
-  if (record.CommPort >= connection_remote_objects) {
+  if (record.CommPort >= lowest_way_code) {
     click(form.Off);
   } else if (record.PortState) {
     port_.open_at_start();
@@ -286,8 +286,11 @@ void Startup::read_show_data(const SettingsRecord* record) {
 
 void Startup::connect(const SettingsRecord* record) {
   if (record == nullptr) return;
-  if (record->CommPort == connection_socket) connect_socket();
-  if (record->CommPort == connection_remote_objects) connect_remote_objects();
+  if (record->CommPort == connection_socket) return connect_socket();
+  MenuItem* way = links_.item_of(record->CommPort);
+  if (way == nullptr) return;
+  click(*way);
+  if (!way->checked) state_.Lineweir.Shape1.fill_color = color_red;
 }
 
 void Startup::connect_socket() {
@@ -306,11 +309,6 @@ void Startup::connect_socket() {
   } else {
     login_needed_ = true;
   }
-}
-
-void Startup::connect_remote_objects() {
-  click(state_.Lineweir.NetworkConnectionOption);
-  if (!remote_session_.connected()) state_.Lineweir.Shape1.fill_color = color_red;
 }
 
 void Startup::fill_group_selector() {

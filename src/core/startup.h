@@ -12,8 +12,8 @@ class CallLogFile;
 class CallerDataEntry;
 class DisplayOptions;
 class Fonts;
+class Links;
 class LoginExchange;
-class RemoteSession;
 class RowDisplay;
 class ScreenLayout;
 class SerialPortControl;
@@ -27,11 +27,11 @@ struct ConsoleState;
 // From the entry point to the running main window.
 class Startup {
  public:
-  Startup(ConsoleState& state, ShowPlanStore& show_plan, ServerLink& server,
-          ServerConnection& server_connection, LoginExchange& login_exchange,
-          RemoteSession& remote_session, RowDisplay& rows, ScreenLayout& layout,
-          DisplayOptions& display, WindowSize& window, Fonts& fonts, CallLogFile& call_log_file,
-          CallerDataEntry& caller_data, SerialPortControl& port, Settings& settings);
+  Startup(ConsoleState& state, const Links& links, ShowPlanStore& show_plan, ServerLink& server,
+          ServerConnection& server_connection, LoginExchange& login_exchange, RowDisplay& rows,
+          ScreenLayout& layout, DisplayOptions& display, WindowSize& window, Fonts& fonts,
+          CallLogFile& call_log_file, CallerDataEntry& caller_data, SerialPortControl& port,
+          Settings& settings);
 
   // The entry point: returns when the main form is shown.
   void Main(std::string_view command_line);
@@ -60,7 +60,6 @@ class Startup {
   void read_show_data(const SettingsRecord* record);
   void connect(const SettingsRecord* record);
   void connect_socket();
-  void connect_remote_objects();
   void fill_group_selector();
   void probe_open_port();
   void restore_phone(const SettingsRecord& record);
@@ -79,11 +78,11 @@ class Startup {
   void react(const Failure& failure);
 
   ConsoleState& state_;
+  const Links& links_;
   ShowPlanStore& show_plan_;
   ServerLink& server_;
   ServerConnection& server_connection_;
   LoginExchange& login_exchange_;
-  RemoteSession& remote_session_;
   RowDisplay& rows_;
   ScreenLayout& layout_;
   DisplayOptions& display_;

@@ -1,30 +1,45 @@
 #include "link/links.h"
 
+#include <algorithm>
+#include <utility>
+
 #include "state/console_state.h"
 #include "state/settings_record.h"
 
 namespace lineweir {
 
-Links::Links(ConsoleState& state, StudioLink& serial, StudioLink& socket, StudioLink& remote)
-    : state_(state), serial_(serial), socket_(socket), remote_(remote) {}
+Links::Links(ConsoleState& state, StudioLink& serial, StudioLink& deciding_server,
+             std::vector<Way> ways)
+    : state_(state), serial_(serial), deciding_server_(deciding_server), ways_(std::move(ways)) {}
+
+const Way* Links::way_in_use() const {
+  const auto found =
+      std::ranges::find_if(ways_, [](const Way& way) { return way.item.checked.get(); });
+  return found == ways_.end() ? nullptr : &*found;
+}
 
 StudioLink& Links::in_use() const {
-  if (state_.Lineweir.NetworkConnectionOption.checked) return remote_;
-  if (state_.Lineweir.WinsockMenu.checked) return socket_;
-  return serial_;
+  const Way* way = way_in_use();
+  return way == nullptr ? serial_ : way->link;
 }
 
 int Links::settings_code(int wanted) const {
-  const StudioLink* used = &in_use();
-  if (used == &remote_) return connection_remote_objects;
-  if (used == &socket_) return connection_socket;
-  const bool missed_way = wanted >= connection_remote_objects;
+  if (const Way* way = way_in_use()) return way->settings_code;
+  const bool missed_way = wanted >= lowest_way_code;
   return state_.Lineweir.chosen_com() != 0 || missed_way ? wanted : connection_none;
 }
 
+MenuItem* Links::item_of(int settings_code) const {
+  const auto found = std::ranges::find(ways_, settings_code, &Way::settings_code);
+  return found == ways_.end() ? nullptr : &found->item;
+}
+
 void Links::give_way_to_serial() const {
-  remote_.give_way();
-  socket_.give_way();
+  for (const Way& way : ways_) way.link.give_way();
+}
+
+void Links::uncheck_ways() const {
+  for (const Way& way : ways_) way.item.checked = false;
 }
 
 }  // namespace lineweir

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <vector>
+
 #include "elements/menu_item.h"
 #include "link/studio_link.h"
 
@@ -7,30 +9,47 @@ namespace lineweir {
 
 struct ConsoleState;
 
+// A way to the studio beside the serial port: the item of the menu "Port" that is checked while it
+// is in use, and its number in the settings, which isn't below lowest_way_code.
+struct Way {
+  MenuItem& item;
+  int settings_code;
+  StudioLink& link;
+};
+
 // The ways to the studio. Which one is in use the menu "Port" says, and only this class reads it
-// there: remote objects come before the socket, and without either it is the serial port.
+// there: the first of the ways whose item is checked, and without any the serial port.
 class Links {
  public:
-  Links(ConsoleState& state, StudioLink& serial, StudioLink& socket, StudioLink& remote);
+  Links(ConsoleState& state, StudioLink& serial, StudioLink& deciding_server,
+        std::vector<Way> ways);
 
   StudioLink& in_use() const;
 
   // The way to a server that decides the next call. Only the socket has one; it tells the user
   // where no server is connected.
-  StudioLink& deciding_server() const { return socket_; }
+  StudioLink& deciding_server() const { return deciding_server_; }
 
   // The number of the way in use in the settings. Where that is the serial port it is the number
   // that is wanted: a port's, or that of another way which has come to nothing.
   int settings_code(int wanted) const;
 
+  // The menu's item of the way with that number in the settings; null where there is none.
+  MenuItem* item_of(int settings_code) const;
+
   // The serial port was chosen: the other ways let go.
   void give_way_to_serial() const;
 
+  // The menu shows none of the ways but the serial port.
+  void uncheck_ways() const;
+
  private:
+  const Way* way_in_use() const;
+
   ConsoleState& state_;
   StudioLink& serial_;
-  StudioLink& socket_;
-  StudioLink& remote_;
+  StudioLink& deciding_server_;
+  std::vector<Way> ways_;
 };
 
 }  // namespace lineweir

@@ -5,6 +5,7 @@
 #include "boxlink/serial_port_control.h"
 #include "callcontrol/modes.h"
 #include "link/link_watch.h"
+#include "link/links.h"
 #include "serverlink/held_objects.h"
 #include "serverlink/line_events.h"
 #include "serverlink/remote_objects_link.h"
@@ -37,9 +38,11 @@ int number(const RemoteValue& value) {
 
 }  // namespace
 
-RemoteSession::RemoteSession(ConsoleState& state, HeldObjects& objects, Modes& modes,
-                             LineEvents& line_events, SerialPortControl& port, LinkWatch& link)
+RemoteSession::RemoteSession(ConsoleState& state, const Links& links, HeldObjects& objects,
+                             Modes& modes, LineEvents& line_events, SerialPortControl& port,
+                             LinkWatch& link)
     : state_(state),
+      links_(links),
       objects_(objects),
       modes_(modes),
       line_events_(line_events),
@@ -48,8 +51,6 @@ RemoteSession::RemoteSession(ConsoleState& state, HeldObjects& objects, Modes& m
   wire(state.Lineweir.NetworkConnectionOption.on_click, state_.trace, connect_handler,
        [this] { NetworkConnectionOption_Click(); });
 }
-
-bool RemoteSession::connected() const { return objects_.connected; }
 
 void RemoteSession::NetworkConnectionOption_Click() {
   MainForm& form = state_.Lineweir;
@@ -62,8 +63,8 @@ void RemoteSession::NetworkConnectionOption_Click() {
         form.mouse_pointer = pointer_hourglass;
         port_.close();
         for (int number = 1; number <= 4; ++number) form.Com(number).checked = false;
+        links_.uncheck_ways();
         form.NetworkConnectionOption.checked = true;
-        form.WinsockMenu.checked = false;
         objects_.SerialInputObject = state_.services.remote_objects.create(commands_class);
         objects_.CallbackServer = state_.services.remote_objects.create(registration_class);
         check_present_group(state_);

@@ -6,6 +6,7 @@ namespace lineweir {
 
 class LineEvents;
 class LinkWatch;
+class Links;
 class Modes;
 class HeldObjects;
 class SerialPortControl;
@@ -14,11 +15,8 @@ struct ConsoleState;
 // The session over remote objects: how it begins.
 class RemoteSession {
  public:
-  RemoteSession(ConsoleState& state, HeldObjects& objects, Modes& modes, LineEvents& line_events,
-                SerialPortControl& port, LinkWatch& link);
-
-  // Whether the server holds a reference to this console.
-  bool connected() const;
+  RemoteSession(ConsoleState& state, const Links& links, HeldObjects& objects, Modes& modes,
+                LineEvents& line_events, SerialPortControl& port, LinkWatch& link);
 
  private:
   void NetworkConnectionOption_Click();
@@ -27,6 +25,7 @@ class RemoteSession {
   void name_lines(const std::string& numbers);
 
   ConsoleState& state_;
+  const Links& links_;
   HeldObjects& objects_;
   Modes& modes_;
   LineEvents& line_events_;

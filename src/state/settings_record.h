@@ -19,9 +19,11 @@ inline constexpr int optional_column_count = column_count - first_optional_colum
 
 using ColumnNumbers = std::array<int, optional_column_count>;
 
-// The connection that the settings name beside the serial ports 1 to 4.
+// The connection that the settings name beside the serial ports 1 to 4. Those from the lowest code
+// of a way on are no ports.
 inline constexpr int connection_none = 0;
-inline constexpr int connection_remote_objects = 99;
+inline constexpr int lowest_way_code = 99;
+inline constexpr int connection_remote_objects = lowest_way_code;
 inline constexpr int connection_socket = 100;
 
 // A column that List1 doesn't hold.
