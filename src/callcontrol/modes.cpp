@@ -2,10 +2,9 @@
 
 #include <array>
 
-#include "callcontrol/phone_command.h"
+#include "callcontrol/next_key.h"
 #include "callcontrol/switch_console_port.h"
 #include "lines/equipment_kinds.h"
-#include "link/command_word.h"
 #include "link/links.h"
 #include "screen/button_panel.h"
 #include "screen/row_choice.h"
@@ -21,7 +20,6 @@ namespace {
 
 constexpr auto producer_handler = "Lineweir_ScreenerMode_Click";
 constexpr auto talent_handler = "Lineweir_StudioMode_Click";
-constexpr auto phone_handler = "Lineweir_NextGenPhone_Click";
 
 struct ModeCaptions {
   std::string_view next_button;
@@ -36,12 +34,12 @@ constexpr ModeCaptions talent_captions = {"&NEXT TO MAIN", "NE&XT TO CONF", "Con
 
 }  // namespace
 
-Modes::Modes(ConsoleState& state, const Links& links, PhoneCommands& phone, RowDisplay& rows,
+Modes::Modes(ConsoleState& state, const Links& links, NextKey& next_key, RowDisplay& rows,
              ButtonPanel& panel, ScreenLayout& layout, RowChoice& row_choice,
              SwitchConsolePort& switch_console_port)
     : state_(state),
       links_(links),
-      phone_(phone),
+      next_key_(next_key),
       rows_(rows),
       panel_(panel),
       layout_(layout),
@@ -54,14 +52,6 @@ Modes::Modes(ConsoleState& state, const Links& links, PhoneCommands& phone, RowD
   wire(form.StudioMode.on_click, state_.trace, talent_handler, [this] { StudioMode_Click(); });
   wire(form.PassiveMode.on_click, state_.trace, "Lineweir_PassiveMode_Click",
        [this] { PassiveMode_Click(); });
-  wire(form.MitelPhone1.on_click, state_.trace, "Lineweir_MitelPhone1_Click",
-       [this] { MitelPhone1_Click(); });
-  wire(form.MitelPhone2.on_click, state_.trace, "Lineweir_MitelPhone2_Click",
-       [this] { MitelPhone2_Click(); });
-  form.NextGenPhone.wire([this](MenuItem& item) {
-    wire(item.on_click, state_.trace, phone_handler,
-         [this, index = item.index()] { NextGenPhone_Click(index); });
-  });
 }
 
 void Modes::ScreenerMode_Click() {
@@ -69,7 +59,7 @@ void Modes::ScreenerMode_Click() {
   form.StudioMode.checked = false;
   form.ScreenerMode.checked = true;
   show_captions(false);
-  take_next_key_away();
+  next_key_.take_away();
   panel_.set_for_producer();
   rearrange_buttons(producer_handler);
   show_row_icons();
@@ -83,7 +73,7 @@ void Modes::StudioMode_Click() {
   form.ScreenerMode.checked = false;
   form.Drop2.visible = true;
   form.Hold2.visible = true;
-  give_next_key();
+  next_key_.give();
   if (form.PassiveMode.checked) {
     panel_.show_small_drops_disabled();
   } else {
@@ -122,28 +112,14 @@ void Modes::SetEnabledDisabled() {
   guard(state_.trace, "Lineweir_SetEnabledDisabled", [&] {
     if (server_decides(state_.lines.ThePhoneFlag)) return;
     if (state_.Lineweir.ScreenerMode.checked) {
-      take_next_key_away();
+      next_key_.take_away();
       panel_.set_for_producer();
     } else {
-      give_next_key();
+      next_key_.give();
       panel_.set_for_talent();
     }
     CheckPassiveState();
   });
-}
-
-void Modes::MitelPhone1_Click() { choose_handset(1); }
-
-void Modes::MitelPhone2_Click() { choose_handset(2); }
-
-void Modes::NextGenPhone_Click(int Index) {
-  MainForm& form = state_.Lineweir;
-  for (int phone = 0; phone < form.NextGenPhone.upper_bound(); ++phone) {
-    if (form.NextGenPhone.loaded(phone)) form.NextGenPhone(phone).checked = phone == Index;
-  }
-  renew_window_caption(state_);
-  state_.program.ConsoleNumber = Index;
-  links_.in_use().phone(phone_handler, Index);
 }
 
 void Modes::follow_equipment() {
@@ -151,9 +127,9 @@ void Modes::follow_equipment() {
   if (menus == nullptr) return;
   MainForm& form = state_.Lineweir;
   if (menus->remote_next && !form.ScreenerMode.checked) {
-    give_next_key();
+    next_key_.give();
   } else {
-    silence_next_key();
+    next_key_.silence();
     if (!menus->remote_next) form.RemoteNext.enabled = false;
   }
   const bool had_phones = form.NextGenPhoneMenu.visible;
@@ -165,21 +141,6 @@ void Modes::follow_equipment() {
     form.GetPhones.enabled = true;
     form.ServerShowData.visible = true;
   }
-}
-
-void Modes::give_next_key() {
-  const EquipmentMenus* menus = menus_of(state_.lines.ThePhoneFlag);
-  if (menus != nullptr && menus->remote_next && state_.program.RemoteNextAllowed) {
-    state_.Lineweir.RemoteNext.enabled = true;
-  }
-}
-
-void Modes::take_next_key_away() {
-  if (state_.Lineweir.RemoteNext.checked) {
-    silence_next_key();
-    phone_.PhoneCommand("R", bank_none);
-  }
-  state_.Lineweir.RemoteNext.enabled = false;
 }
 
 void Modes::show_captions(bool talent) {
@@ -206,16 +167,6 @@ void Modes::show_row_icons() {
     rows_.SetCiconPosition2(line);
     rows_.show_icons(line);
   }
-}
-
-void Modes::choose_handset(int number) {
-  state_.Lineweir.MitelPhone1.checked = number == 1;
-  state_.Lineweir.MitelPhone2.checked = number == 2;
-}
-
-void Modes::silence_next_key() {
-  state_.Lineweir.RemoteNext.checked = false;
-  state_.Lineweir.RemoteNextTimer.enabled = false;
 }
 
 }  // namespace lineweir

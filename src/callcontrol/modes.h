@@ -5,7 +5,7 @@
 namespace lineweir {
 
 class ButtonPanel;
-class PhoneCommands;
+class NextKey;
 class SwitchConsolePort;
 class RowDisplay;
 class ScreenLayout;
@@ -14,10 +14,10 @@ class RowChoice;
 struct ConsoleState;
 
 // The jobs of a seat: the screener's, producer mode, and the host's, talent mode; passive mode lays
-// a lock over the latter. With them the handset and the phone at which the seat works.
+// a lock over the latter.
 class Modes {
  public:
-  Modes(ConsoleState& state, const Links& links, PhoneCommands& phone, RowDisplay& rows,
+  Modes(ConsoleState& state, const Links& links, NextKey& next_key, RowDisplay& rows,
         ButtonPanel& panel, ScreenLayout& layout, RowChoice& row_choice,
         SwitchConsolePort& switch_console_port);
 
@@ -31,30 +31,20 @@ class Modes {
   // A server has told ThePhoneFlag: the menus of that kind of equipment appear.
   void follow_equipment();
 
-  // Remote next belongs to talent mode with equipment of kind 1 or 3. Taking it away switches it
-  // off, and tells the equipment so.
-  void give_next_key();
-  void take_next_key_away();
-
  private:
   void ScreenerMode_Click();
   void StudioMode_Click();
   // Toggles. Both ways end in talent mode.
   void PassiveMode_Click();
-  void MitelPhone1_Click();
-  void MitelPhone2_Click();
-  void NextGenPhone_Click(int Index);
 
   void show_captions(bool talent);
   // The row buttons change hands: the switch console must not press them meanwhile.
   void rearrange_buttons(std::string_view handler);
   void show_row_icons();
-  void choose_handset(int number);
-  void silence_next_key();
 
   ConsoleState& state_;
   const Links& links_;
-  PhoneCommands& phone_;
+  NextKey& next_key_;
   RowDisplay& rows_;
   ButtonPanel& panel_;
   ScreenLayout& layout_;

@@ -1,6 +1,7 @@
 #include "callcontrol/next_key.h"
 
 #include "callcontrol/phone_command.h"
+#include "lines/equipment_kinds.h"
 #include "link/command_word.h"
 #include "state/console_state.h"
 #include "state/wire.h"
@@ -26,6 +27,26 @@ void NextKey::RemoteNext_Click() {
   form.RemoteNext.checked = on;
   phone_.PhoneCommand(on ? on_word : off_word, bank_none);
   form.RemoteNextTimer.enabled = on;
+}
+
+void NextKey::give() {
+  const EquipmentMenus* menus = menus_of(state_.lines.ThePhoneFlag);
+  if (menus != nullptr && menus->remote_next && state_.program.RemoteNextAllowed) {
+    state_.Lineweir.RemoteNext.enabled = true;
+  }
+}
+
+void NextKey::take_away() {
+  if (state_.Lineweir.RemoteNext.checked) {
+    silence();
+    phone_.PhoneCommand(off_word, bank_none);
+  }
+  state_.Lineweir.RemoteNext.enabled = false;
+}
+
+void NextKey::silence() {
+  state_.Lineweir.RemoteNext.checked = false;
+  state_.Lineweir.RemoteNextTimer.enabled = false;
 }
 
 void NextKey::RemoteNextTimer_Timer() { phone_.PhoneCommand(on_word, bank_none); }

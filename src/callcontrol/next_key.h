@@ -11,6 +11,12 @@ class NextKey {
  public:
   NextKey(ConsoleState& state, PhoneCommands& phone);
 
+  // It belongs to talent mode with equipment of kind 1 or 3. Taking it away switches it off, and
+  // tells the equipment so; silencing it tells nobody.
+  void give();
+  void take_away();
+  void silence();
+
  private:
   void RemoteNext_Click();
   void RemoteNextTimer_Timer();

@@ -13,6 +13,7 @@
 #include "callcontrol/modes.h"
 #include "callcontrol/next_caller.h"
 #include "callcontrol/next_key.h"
+#include "callcontrol/phone_choice.h"
 #include "callcontrol/phone_command.h"
 #include "callcontrol/switch_console.h"
 #include "callcontrol/switch_console_port.h"
@@ -132,11 +133,12 @@ struct Console : ConsoleState {
   NextCaller next_caller;
   LineActions line_actions;
   SwitchConsolePort switch_console_port;
+  NextKey next_key;
   Modes modes;
+  PhoneChoice phone_choice;
   HybridChoice hybrid_choice;
   DialPad dial_pad;
   SwitchConsole switch_console;
-  NextKey next_key;
   QuickLine quick_line;
 
   // The two doors by which the lines' states come in, and the server's session.

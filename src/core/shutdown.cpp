@@ -50,7 +50,7 @@ void Shutdown::leave() {
   settings_.save_at_end();
   StudioLink& link = links_.in_use();
   link.leave();
-  if (link.keeps_profiles()) user_profile_.send("");
+  if (link.keeps_profiles()) link.keep_profile(user_profile_.PrepareUserData(""));
   state_.services.loop.run_pending();
 }
 

@@ -74,8 +74,10 @@ class StudioLink {
   // Whether a command that can't go out is told with a message of this way's own.
   virtual bool tells_lost_commands() const { return false; }
 
-  // Whether the other end keeps the user's options.
+  // Whether the other end keeps the user's options, and that it does so. A failure is the caller's
+  // to handle.
   virtual bool keeps_profiles() const { return false; }
+  virtual void keep_profile(std::string_view /*block*/) {}
 };
 
 }  // namespace lineweir

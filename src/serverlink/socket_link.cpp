@@ -116,4 +116,12 @@ std::string_view SocketLink::trouble() const {
 
 void SocketLink::leave() { server_.send(server_.packet(ClientCommand::CmdLeaveGroup)); }
 
+bool SocketLink::keeps_profiles() const { return !server_decides(state_.lines.ThePhoneFlag); }
+
+void SocketLink::keep_profile(std::string_view block) {
+  ServerPacket packet = server_.packet(ClientCommand::CmdUserProfile);
+  packet.set_buffer(std::string(block));
+  server_.send(std::move(packet));
+}
+
 }  // namespace lineweir

@@ -30,7 +30,8 @@ class SocketLink : public StudioLink {
   void leave() override;
   std::string_view trouble() const override;
   bool tells_lost_commands() const override { return true; }
-  bool keeps_profiles() const override { return true; }
+  bool keeps_profiles() const override;
+  void keep_profile(std::string_view block) override;
 
  private:
   // Sends a packet of the command with what `fill` puts into it, in the trap of the handlers that

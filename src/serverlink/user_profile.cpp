@@ -8,11 +8,9 @@
 #include "callerdata/call_log_file.h"
 #include "callerdata/caller_data.h"
 #include "clocks/show_plan_store.h"
-#include "lines/equipment_kinds.h"
 #include "screen/display_options.h"
 #include "screen/fonts.h"
 #include "screen/window_size.h"
-#include "serverlink/server_link.h"
 #include "state/console_state.h"
 #include "state/guard.h"
 #include "wire/server_packet_codec.h"
@@ -44,11 +42,10 @@ int group_of_profile(std::string_view block) {
   return integer16(leading_number(fields[group_field]));
 }
 
-UserProfile::UserProfile(ConsoleState& state, ServerLink& server, ShowPlanStore& show_plan,
-                         DisplayOptions& display, WindowSize& window, Fonts& fonts,
-                         CallLogFile& call_log_file, CallerDataEntry& caller_data)
+UserProfile::UserProfile(ConsoleState& state, ShowPlanStore& show_plan, DisplayOptions& display,
+                         WindowSize& window, Fonts& fonts, CallLogFile& call_log_file,
+                         CallerDataEntry& caller_data)
     : state_(state),
-      server_(server),
       show_plan_(show_plan),
       display_(display),
       window_(window),
@@ -122,13 +119,6 @@ std::string UserProfile::flags() const {
   add(font.bold);
   add(font.italic);
   return flags;
-}
-
-void UserProfile::send(std::string_view OldUseName) {
-  if (server_decides(state_.lines.ThePhoneFlag)) return;
-  ServerPacket packet = server_.packet(ClientCommand::CmdUserProfile);
-  packet.set_buffer(PrepareUserData(OldUseName));
-  server_.send(packet);
 }
 
 }  // namespace lineweir

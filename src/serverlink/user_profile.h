@@ -9,7 +9,6 @@ class CallLogFile;
 class CallerDataEntry;
 class DisplayOptions;
 class Fonts;
-class ServerLink;
 class ShowPlanStore;
 class WindowSize;
 struct ConsoleState;
@@ -28,23 +27,18 @@ int group_of_profile(std::string_view block);
 // The profile of the user at this console.
 class UserProfile {
  public:
-  UserProfile(ConsoleState& state, ServerLink& server, ShowPlanStore& show_plan,
-              DisplayOptions& display, WindowSize& window, Fonts& fonts, CallLogFile& call_log_file,
+  UserProfile(ConsoleState& state, ShowPlanStore& show_plan, DisplayOptions& display,
+              WindowSize& window, Fonts& fonts, CallLogFile& call_log_file,
               CallerDataEntry& caller_data);
 
   // The block to send. A name that isn't empty becomes the user's.
   std::string PrepareUserData(std::string_view TheName);
-
-  // Gives the block to the server, unless the equipment is of kind 4. A failure of the socket is
-  // the caller's to handle.
-  void send(std::string_view OldUseName);
 
  private:
   std::string flags() const;
   void append_column(std::string& block, int column) const;
 
   ConsoleState& state_;
-  ServerLink& server_;
   ShowPlanStore& show_plan_;
   DisplayOptions& display_;
   WindowSize& window_;
