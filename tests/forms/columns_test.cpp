@@ -23,7 +23,7 @@ TEST_SUITE("screen/columns") {
           "Comments|User|");
     CHECK(&form.column_labels(number_column) == &form.LineNumb);
     CHECK(&form.column_labels(time_column) == &form.LineTime);
-    CHECK(&form.column_labels(name_column) == &form.LineName);
+    CHECK(&form.column_labels(column_of(CallerField::CallerName)) == &form.LineName);
     CHECK(&form.column_labels(user_column) == &form.LineUser);
   }
 
