@@ -1,6 +1,7 @@
 #include "base/time_text.h"
 
 #include <array>
+#include <chrono>
 #include <cstdlib>
 
 #include "base/failure.h"
@@ -31,6 +32,17 @@ void take_date(std::string_view& text) {
     rest.remove_prefix(1);
   }
   text = trimmed_left(rest);
+}
+
+// A year of two digits is one of the years 1930 to 2029.
+int full_year(int year) {
+  if (year > 99) return year;
+  return year + (year < 30 ? 2000 : 1900);
+}
+
+std::chrono::year_month_day calendar_day(const platform::DateTime& date) {
+  return {std::chrono::year(date.year), std::chrono::month(static_cast<unsigned>(date.month)),
+          std::chrono::day(static_cast<unsigned>(date.day))};
 }
 
 enum class HalfDay { None, Am, Pm };
@@ -85,6 +97,37 @@ std::optional<int> time_of_day(std::string_view text) {
     hour = hour % 12 + (*half_day == HalfDay::Pm ? 12 : 0);
   }
   return (hour * 60 + minute) * 60 + second;
+}
+
+std::optional<platform::DateTime> date_of(std::string_view text) {
+  std::array<int, 3> parts{};
+  text = trimmed(text);
+  for (std::size_t i = 0; i < parts.size(); ++i) {
+    const auto number = take_number(text);
+    if (!number) return std::nullopt;
+    parts[i] = *number;
+    if (i == parts.size() - 1) break;
+    if (text.empty() || text.front() != '/') return std::nullopt;
+    text.remove_prefix(1);
+  }
+  if (!text.empty() && text.front() != ' ') return std::nullopt;
+  const auto [month, day, year] = parts;
+  const platform::DateTime date{full_year(year), month, day};
+  return calendar_day(date).ok() ? std::optional(date) : std::nullopt;
+}
+
+platform::DateTime at_time_of_day(platform::DateTime date, int seconds) {
+  date.hour = seconds / 3600;
+  date.minute = seconds / 60 % 60;
+  date.second = seconds % 60;
+  return date;
+}
+
+long long seconds_between(const platform::DateTime& from, const platform::DateTime& to) {
+  const auto days =
+      std::chrono::sys_days(calendar_day(to)) - std::chrono::sys_days(calendar_day(from));
+  return static_cast<long long>(days.count()) * seconds_per_day + seconds_of_day(to) -
+         seconds_of_day(from);
 }
 
 std::string hms_text(int seconds) {

@@ -38,6 +38,16 @@ std::string date_time_text(const platform::DateTime& moment);
 // Failure of number 13.
 std::string time_since(std::string_view since, const platform::DateTime& now);
 
+// The date in front of such a text or alone, at midnight. Nothing for one that isn't there or is no
+// day of the calendar.
+std::optional<platform::DateTime> date_of(std::string_view text);
+
+// The moment of a date, and a time of day in seconds from midnight.
+platform::DateTime at_time_of_day(platform::DateTime date, int seconds);
+
+// The whole seconds from one moment to another, negative where that was before.
+long long seconds_between(const platform::DateTime& from, const platform::DateTime& to);
+
 // As time_of_day, where a text that is no time is a Failure of number 13.
 int required_time_of_day(std::string_view text);
 

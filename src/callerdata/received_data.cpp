@@ -10,6 +10,17 @@
 #include "wire/server_packet_codec.h"
 
 namespace lineweir {
+namespace {
+
+// Without blanks and code 0 at its ends.
+std::string_view bare(std::string_view name) {
+  constexpr std::string_view passed_over(" \0", 2);
+  const std::size_t first = name.find_first_not_of(passed_over);
+  if (first == std::string_view::npos) return {};
+  return name.substr(first, name.find_last_not_of(passed_over) - first + 1);
+}
+
+}  // namespace
 
 void ReceivedData::ReturnCallerData(std::string_view ReturnData, int ALinenumber) {
   take(ReturnData, ALinenumber - 1);
@@ -17,9 +28,19 @@ void ReceivedData::ReturnCallerData(std::string_view ReturnData, int ALinenumber
 }
 
 void ReceivedData::SrvCallerData(std::string_view Buffer, int LineNo) {
-  if (take(Buffer, LineNo)) {
+  if (!Buffer.empty() && is_own_name(Buffer.substr(0, Buffer.find(field_end)))) {
+    return caller_data_.data_arrived(LineNo);
+  }
+  std::string whole(Buffer);
+  // What is missing of the texts is empty.
+  if (!whole.empty()) whole.append(data_field_count, field_end);
+  if (take(whole, LineNo)) {
     CallerRecord& record = state_.lines.CallerData(LineNo);
-    for (const CallerFieldRule& rule : entry_fields) record.set(rule.field, "");
+    for (const CallerFieldRule& rule : entry_fields) {
+      Label& label = state_.Lineweir.labels_of(rule.field)(LineNo);
+      label.caption = std::string(trimmed(label.caption.get()));
+      record.set(rule.field, "");
+    }
   }
   caller_data_.data_arrived(LineNo);
 }
@@ -50,6 +71,11 @@ bool ReceivedData::take(std::string_view text, int line) {
 
 bool ReceivedData::is_own(std::string_view sender) const {
   return sender == data_sender_.sender_name();
+}
+
+bool ReceivedData::is_own_name(std::string_view sender) const {
+  const std::string own = data_sender_.sender_name();
+  return bare(sender) == bare(own);
 }
 
 }  // namespace lineweir

@@ -31,6 +31,8 @@ class ReceivedData {
   // has no data any more, or this console sent the details itself.
   bool take(std::string_view text, int line);
   bool is_own(std::string_view sender) const;
+  // The same without regard to blanks and code 0 at the ends, as servers pass names on.
+  bool is_own_name(std::string_view sender) const;
 
   ConsoleState& state_;
   const CallerDataSender& data_sender_;

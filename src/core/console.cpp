@@ -63,20 +63,27 @@ Console::Console(const platform::Services& platform_services)
       port(*this, links, serial_link, link, decoder),
       line_events(*this, display, caller_data, line_steps),
       server_connection(*this, line_events),
-      login_exchange(*this, server, caller_data),
+      access_rights(*this, server),
+      login_exchange(*this, server, access_rights, caller_data),
       user_profile(*this, show_plan, display, window, fonts, call_log_file, caller_data),
       remote_session(*this, links, remote, modes, line_events, port, link),
       client_callback(*this, phone, received_data, line_events, next_caller),
       group_choice(*this, links, display, caller_data),
+      time_sync(*this, server),
+      received_lines(*this, server, phone, received_data, next_caller, line_steps, line_events),
+      studio_shape(*this, server, links, visible_rows, display, layout, modes),
+      studio_groups(*this, server, group_choice),
+      server_phones(*this, server, modes),
+      server_notices(*this, server),
+      login_dialogs(*this, links, server, server_connection, login_exchange, user_profile, window,
+                    port),
       hot_keys(*this, caller_data, next_caller, line_actions, quick_line),
-      settings(*this, links, show_plan, login_exchange, display, window, fonts, call_log_file,
-               caller_data, port, switch_console_port),
+      settings(*this, links, show_plan, display, window, fonts, call_log_file, caller_data, port,
+               switch_console_port),
       startup(*this, links, show_plan, server, server_connection, login_exchange, rows, layout,
               display, window, fonts, call_log_file, caller_data, port, settings),
       shutdown(*this, links, show_plan, caller_data, port, user_profile, settings) {
-  server.handle(ServerCommand::SrvCallerData, [this](const ServerPacket& packet) {
-    received_data.SrvCallerData(packet.Buffer, packet.LineNo);
-  });
+  access_rights.on_unknown_user = [this] { settings.SetFileSettings(); };
   call_log_watch.on_replaced = [this] { log_viewer.look_again(); };
   wire_about_box(*this);
   wire_menu_toggles(*this);
@@ -92,9 +99,9 @@ Console::Console(const platform::Services& platform_services)
 Console::~Console() = default;
 
 std::vector<Form*> Console::forms() {
-  return {&Lineweir,          &AboutBox,   &MyMsgbox, &DebugForm,      &Standby,
-          &DisplayOptionForm, &Form2,      &Form3,    &Form4,          &LogDataForm,
-          &LoginForm,         &FlashMessA, &DialForm, &DatabaseViewer, &ImportPreview};
+  return {&Lineweir,   &AboutBox, &MyMsgbox,       &DebugForm,    &Standby,   &DisplayOptionForm,
+          &Form2,      &Form3,    &Form4,          &LogDataForm,  &LoginForm, &WinsockOptions,
+          &FlashMessA, &DialForm, &DatabaseViewer, &ImportPreview};
 }
 
 }  // namespace lineweir

@@ -57,16 +57,24 @@
 #include "screen/visible_rows.h"
 #include "screen/window_handling.h"
 #include "screen/window_size.h"
+#include "serverlink/access_rights.h"
 #include "serverlink/client_callback.h"
 #include "serverlink/group_choice.h"
 #include "serverlink/held_objects.h"
 #include "serverlink/line_events.h"
+#include "serverlink/login_dialogs.h"
 #include "serverlink/login_exchange.h"
+#include "serverlink/received_lines.h"
 #include "serverlink/remote_objects_link.h"
 #include "serverlink/remote_session.h"
 #include "serverlink/server_connection.h"
 #include "serverlink/server_link.h"
+#include "serverlink/server_notices.h"
+#include "serverlink/server_phones.h"
 #include "serverlink/socket_link.h"
+#include "serverlink/studio_groups.h"
+#include "serverlink/studio_shape.h"
+#include "serverlink/time_sync.h"
 #include "serverlink/user_profile.h"
 #include "state/console_state.h"
 
@@ -147,11 +155,19 @@ struct Console : ConsoleState {
   SerialPortControl port;
   LineEvents line_events;
   ServerConnection server_connection;
+  AccessRights access_rights;
   LoginExchange login_exchange;
   UserProfile user_profile;
   RemoteSession remote_session;
   ClientCallback client_callback;
   GroupChoice group_choice;
+  TimeSync time_sync;
+  ReceivedLines received_lines;
+  StudioShape studio_shape;
+  StudioGroups studio_groups;
+  ServerPhones server_phones;
+  ServerNotices server_notices;
+  LoginDialogs login_dialogs;
 
   // Keys, start and stop.
   HotKeys hot_keys;

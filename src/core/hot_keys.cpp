@@ -140,8 +140,6 @@ HotKeys::HotKeys(ConsoleState& state, CallerDataEntry& caller_data, NextCaller& 
       next_caller_(next_caller),
       line_actions_(line_actions),
       quick_line_(quick_line) {
-  wire(state.LoginForm.on_unload, state_.trace, "LoginForm_Form_Unload",
-       [this] { state_.LoginForm.ChangeUser = false; });
   wire(state.Lineweir.on_key_down, state_.trace, "Lineweir_Form_KeyDown",
        [this](int& key_code, int shift) { Form_KeyDown(key_code, shift); });
 }

@@ -12,7 +12,7 @@
 #include "screen/display_options.h"
 #include "screen/fonts.h"
 #include "screen/window_size.h"
-#include "serverlink/login_exchange.h"
+#include "serverlink/credentials.h"
 #include "state/console_state.h"
 #include "state/guard.h"
 #include "state/wire.h"
@@ -44,13 +44,12 @@ int handset_of(const MainForm& form) {
 }  // namespace
 
 Settings::Settings(ConsoleState& state, const Links& links, ShowPlanStore& show_plan,
-                   LoginExchange& login_exchange, DisplayOptions& display, WindowSize& window,
-                   Fonts& fonts, CallLogFile& call_log_file, CallerDataEntry& caller_data,
+                   DisplayOptions& display, WindowSize& window, Fonts& fonts,
+                   CallLogFile& call_log_file, CallerDataEntry& caller_data,
                    SerialPortControl& port, SwitchConsolePort& switch_console_port)
     : state_(state),
       links_(links),
       show_plan_(show_plan),
-      login_exchange_(login_exchange),
       display_(display),
       window_(window),
       fonts_(fonts),
@@ -112,7 +111,7 @@ SettingsRecord Settings::collect() {
   record.MessageFontItalic = font.italic;
   record.ServerHost = state_.login.ServerHost;
   record.ServerPort = state_.login.ServerPort;
-  record.UserPassword = login_exchange_.TextWrit_PassEncode(state_.login.UserPassword.trimmed());
+  record.UserPassword = TextWrit_PassEncode(state_, state_.login.UserPassword.trimmed());
   record.RemoteNextOn = form.RemoteNext.checked;
   record.EventClockOn = form.EventClockMenu.checked;
   record.TimeClockOn = form.TimeClockMenuItem.checked;

@@ -12,7 +12,6 @@ class CallLogFile;
 class CallerDataEntry;
 class DisplayOptions;
 class Fonts;
-class LoginExchange;
 class SwitchConsolePort;
 class SerialPortControl;
 class ShowPlanStore;
@@ -24,8 +23,8 @@ struct ConsoleState;
 class Settings {
  public:
   Settings(ConsoleState& state, const Links& links, ShowPlanStore& show_plan,
-           LoginExchange& login_exchange, DisplayOptions& display, WindowSize& window, Fonts& fonts,
-           CallLogFile& call_log_file, CallerDataEntry& caller_data, SerialPortControl& port,
+           DisplayOptions& display, WindowSize& window, Fonts& fonts, CallLogFile& call_log_file,
+           CallerDataEntry& caller_data, SerialPortControl& port,
            SwitchConsolePort& switch_console_port);
 
   // The stored record; nothing where there is no file or one without a record.
@@ -53,7 +52,6 @@ class Settings {
   ConsoleState& state_;
   const Links& links_;
   ShowPlanStore& show_plan_;
-  LoginExchange& login_exchange_;
   DisplayOptions& display_;
   WindowSize& window_;
   Fonts& fonts_;

@@ -17,6 +17,7 @@
 #include "ui_set_time.h"
 #include "ui_show_data.h"
 #include "ui_standby.h"
+#include "ui_winsock_options.h"
 
 namespace lineweir {
 namespace {
@@ -45,6 +46,7 @@ constexpr std::array dialogs = {
     DialogRow{form_of<&Console::DatabaseViewer>, set_up<Ui::DatabaseViewer>, DialogKind::Window},
     DialogRow{form_of<&Console::ImportPreview>, set_up<Ui::ImportPreview>, DialogKind::Window},
     DialogRow{form_of<&Console::LoginForm>, set_up<Ui::LoginForm>, DialogKind::Dialog},
+    DialogRow{form_of<&Console::WinsockOptions>, set_up<Ui::WinsockOptions>, DialogKind::Dialog},
     DialogRow{form_of<&Console::FlashMessA>, set_up<Ui::FlashMessA>, DialogKind::Dialog},
     DialogRow{form_of<&Console::DialForm>, set_up<Ui::DialForm>, DialogKind::Dialog},
 };

@@ -1,5 +1,6 @@
 #include "driver/serverlink_functions.h"
 
+#include "serverlink/credentials.h"
 #include "serverlink/session_start.h"
 #include "serverlink/user_profile.h"
 #include "wire/password_scramble.h"
@@ -10,9 +11,7 @@ void append_serverlink_functions(std::vector<Function>& functions) {
   functions.insert(
       functions.end(),
       {function("TextWrit_PassEncode",
-                [](Console& c, const std::string& text) {
-                  return c.login_exchange.TextWrit_PassEncode(text);
-                }),
+                [](Console& c, const std::string& text) { return TextWrit_PassEncode(c, text); }),
        function("TextWrit_PassDecode",
                 [](Console&, const std::string& text) {
                   return pass_decode(text).value_or(std::string());
@@ -21,6 +20,12 @@ void append_serverlink_functions(std::vector<Function>& functions) {
                 [](Console& c, bool skip) {
                   return static_cast<int>(c.login_exchange.TextWrit_PasswordA(skip));
                 }),
+       function("TextWrit_PasswordB",
+                [](Console& c) { return static_cast<int>(c.login_exchange.TextWrit_PasswordB()); }),
+       function("TextWrit_SockConnecter",
+                [](Console& c, int restart, const std::string&, const std::string&) {
+                  TextWrit_SockConnecter(c, c.server, static_cast<SessionReason>(restart));
+                }),
        function("TextWrit_SockConnecter",
                 [](Console& c, int restart) {
                   TextWrit_SockConnecter(c, c.server, static_cast<SessionReason>(restart));
@@ -28,7 +33,15 @@ void append_serverlink_functions(std::vector<Function>& functions) {
        function("TextWrit_ExtractMessageGroup",
                 [](Console& c) { return group_of_profile(c.login.ProfileBlock); }),
        function("RequestAccessRights",
-                [](Console& c, int group) { c.login_exchange.RequestAccessRights(group); }),
+                [](Console& c, int group) { c.access_rights.RequestAccessRights(group); }),
+       function("RequestFirstUnblocked",
+                [](Console& c) { c.access_rights.RequestFirstUnblocked(); }),
+       function(
+           "DisplayOptionForm_GetStudioStat",
+           [](Console& c, bool, const std::string& text) { c.studio_shape.GetStudioStat(text); }),
+       function(
+           "DisplayOptionForm_GetTheTimes",
+           [](Console& c, bool, const std::string& text) { c.studio_shape.GetTheTimes(text); }),
        function("PrepareUserData",
                 [](Console& c, const std::string& name) {
                   return c.user_profile.PrepareUserData(name);

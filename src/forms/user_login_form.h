@@ -21,6 +21,8 @@ class UserLoginForm : public Form {
 
   // True when the user opened the form to change the login; cleared when it is unloaded.
   bool ChangeUser = false;
+  // The user's name when the form was loaded.
+  std::string TheOldName;
 };
 
 }  // namespace lineweir

@@ -54,6 +54,9 @@ class StudioLink {
   virtual void mode(std::string_view /*handler*/, bool /*producer*/) {}
   virtual void phone(std::string_view /*handler*/, int /*number*/) {}
 
+  // The names of the lines are wanted.
+  virtual void line_names(std::string_view /*handler*/) {}
+
   // A line to dial on.
   virtual void seize(std::string_view /*handler*/, int /*line*/, int /*bank*/) {}
 

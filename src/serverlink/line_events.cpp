@@ -29,6 +29,13 @@ void LineEvents::apply_soon(std::string_view status_text) {
   state_.Lineweir.Timer4.enabled = true;
 }
 
+void LineEvents::apply_item_soon(int line, std::string_view item) {
+  const std::size_t place = static_cast<std::size_t>(line) * item_length;
+  if (TheStatusText.size() < place + item_length) TheStatusText.resize(place + item_length, '\0');
+  TheStatusText.replace(place, item_length, item);
+  state_.Lineweir.Timer4.enabled = true;
+}
+
 void LineEvents::Timer4_Timer() {
   state_.Lineweir.Timer4.enabled = false;
   TheStatusText = std::string(trimmed(TheStatusText));

@@ -20,8 +20,9 @@ class LineEvents {
   // read. Whoever writes into it enables Timer4.
   std::string TheStatusText = "F00F01F02F03F04F05F06F07F08F09";
 
-  // Takes a text whole: it is applied when Timer4 ticks.
+  // Takes a text whole, or the item of a line: it is applied when Timer4 ticks.
   void apply_soon(std::string_view status_text);
+  void apply_item_soon(int line, std::string_view item);
 
  private:
   // One pass over all lines. A step that fails is tried again, then reported, and the next goes on.

@@ -1,12 +1,13 @@
 #pragma once
 
-#include <string>
 #include <string_view>
 
+#include "platform/event_loop.h"
 #include "wire/server_packet_codec.h"
 
 namespace lineweir {
 
+class AccessRights;
 class CallerDataEntry;
 class ServerLink;
 struct ConsoleState;
@@ -14,34 +15,33 @@ struct ConsoleState;
 // What a login exchange comes to.
 enum class LoginResult { Accepted = 0, Rejected = 1, NoAnswer = 2 };
 
-// The check of the console's name and password by the server.
+// The check of the user's name and password by the server. Both exchanges let events run until the
+// answer is there; without one in time the user is told.
 class LoginExchange {
  public:
-  LoginExchange(ConsoleState& state, ServerLink& server, CallerDataEntry& caller_data);
+  LoginExchange(ConsoleState& state, ServerLink& server, AccessRights& rights,
+                CallerDataEntry& caller_data)
+      : state_(state), server_(server), rights_(rights), caller_data_(caller_data) {}
 
-  // What the last received command left; an exchange clears it and waits for its own.
-  int LastReplyCode = 0;
-
-  // The text scrambled with the seconds of the present time; empty, and reported, where a
-  // character can't be scrambled.
-  std::string TextWrit_PassEncode(std::string_view text) const;
-
-  // The check without a dialog, with the name and password that the console holds, or with none
-  // if Skip: then the server decides by the connection alone. Lets events run until the answer is
-  // there, at most 20 seconds, 2000 while the trace is on; without one the user is told.
+  // The check without a dialog, with the name and password that the console holds, or with none if
+  // Skip: then the server decides by the connection alone. At most 20 seconds, 2000 while the trace
+  // is on.
   LoginResult TextWrit_PasswordA(bool Skip);
 
-  // Asks for the rights of the user in another group.
-  void RequestAccessRights(int group);
+  // The check with what the user has typed; at most 20 seconds.
+  LoginResult TextWrit_PasswordB();
 
  private:
-  void receive_check_result(const ServerPacket& answer);
-  LoginResult await_check_result();
+  // What an answer that has come means; NoAnswer for one that the exchange doesn't look at.
+  using Meaning = LoginResult (*)(int reply_code);
+
+  LoginResult exchange(const ServerPacket& question, Meaning meaning, platform::Milliseconds limit);
+  void welcome_user();
   void enter_group_of_profile();
-  std::string credentials() const;
 
   ConsoleState& state_;
   ServerLink& server_;
+  AccessRights& rights_;
   CallerDataEntry& caller_data_;
 };
 

@@ -65,6 +65,7 @@ void RemoteSession::NetworkConnectionOption_Click() {
         for (int number = 1; number <= 4; ++number) form.Com(number).checked = false;
         links_.uncheck_ways();
         form.NetworkConnectionOption.checked = true;
+        form.SyncTimeTimer.enabled = false;
         objects_.SerialInputObject = state_.services.remote_objects.create(commands_class);
         objects_.CallbackServer = state_.services.remote_objects.create(registration_class);
         check_present_group(state_);

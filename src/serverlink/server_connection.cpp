@@ -18,8 +18,17 @@ ServerConnection::ServerConnection(ConsoleState& state, LineEvents& line_events)
        [this] { Winsock1_Connect(); });
 }
 
+void ServerConnection::close() {
+  if (state_.services.winsock1.state() != platform::socket_closed) {
+    state_.services.winsock1.close();
+  }
+}
+
+void ServerConnection::expect_free_lines() { line_events_.TheStatusText = initial_status_text; }
+
 void ServerConnection::begin() {
-  line_events_.TheStatusText = initial_status_text;
+  close();
+  expect_free_lines();
   state_.services.winsock1.connect(state_.login.ServerHost, state_.login.ServerPort);
 }
 

@@ -8,11 +8,16 @@
 #include "wire/frame_trace.h"
 
 namespace lineweir {
+namespace {
+
+constexpr std::string_view frames_handler = "Lineweir_WinsTimer_Timer";
+
+}  // namespace
 
 ServerLink::ServerLink(ConsoleState& state) : state_(state) {
   wire(state.services.winsock1.on_data_arrival, state_.trace, "Lineweir_Winsock1_DataArrival",
        [this] { Winsock1_DataArrival(); });
-  wire(state.Lineweir.WinsTimer.on_timer, state_.trace, "Lineweir_WinsTimer_Timer",
+  wire(state.Lineweir.WinsTimer.on_timer, state_.trace, std::string(frames_handler),
        [this] { WinsTimer_Timer(); });
 }
 
@@ -44,12 +49,20 @@ void ServerLink::TextWrit_CheckWinsPort() {
 
 void ServerLink::WinsTimer_Timer() {
   state_.Lineweir.WinsTimer.enabled = false;
+  if (std::exchange(handling_, true)) return;
+  handle_frames();
+  handling_ = false;
+}
+
+void ServerLink::handle_frames() {
   while (const auto body = RecString.first_body()) {
     const ServerPacket received = packet_of(*body);
     if (state_.program.DebugMode) {
       state_.trace.WriteLines(received_frame_trace(*body, received));
     }
-    dispatch(received);
+    const bool handled = dispatch(received);
+    if (!handled && !std::exchange(first_has_failed_, true)) return;
+    first_has_failed_ = false;
     RecString.drop_first();
   }
 }
@@ -59,9 +72,10 @@ void ServerLink::gather() {
   state_.Lineweir.WinsTimer.enabled = true;
 }
 
-void ServerLink::dispatch(const ServerPacket& packet) const {
+bool ServerLink::dispatch(const ServerPacket& packet) {
   const auto place = server_command_place(packet.CMD);
-  if (place && handlers_[*place]) handlers_[*place](packet);
+  if (!place || !handlers_[*place]) return true;
+  return guard(state_.trace, frames_handler, [&] { handlers_[*place](packet); });
 }
 
 }  // namespace lineweir

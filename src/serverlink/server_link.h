@@ -36,14 +36,19 @@ class ServerLink {
 
  private:
   void Winsock1_DataArrival();
-  // Cuts and handles the frames in RecString. A frame whose handler fails stays there, and is
-  // handled again when more bytes have arrived.
+  // Cuts and handles the frames in RecString. A frame whose handler fails stays there, is handled
+  // once more when more bytes have arrived, and then dropped.
   void WinsTimer_Timer();
 
   void gather();
-  void dispatch(const ServerPacket& packet) const;
+  void handle_frames();
+  // Returns whether the handler did not fail.
+  bool dispatch(const ServerPacket& packet);
 
   ConsoleState& state_;
+  // What a handler lets run may bring more bytes.
+  bool handling_ = false;
+  bool first_has_failed_ = false;
   // By the place of the command in its table.
   std::array<Handler, server_commands.size()> handlers_;
 };

@@ -33,6 +33,7 @@ void TextWrit_SockConnecter(ConsoleState& state, ServerLink& server, SessionReas
     form.SyncTimeTimer.enabled = false;
     form.Shape1.fill_color = color_red;
     state.login.ServerAlive = false;
+    state.login.MissedPolls = 0;
 
     request(state, server, CmdConnectConsole);
     state.services.loop.run_pending();
@@ -47,6 +48,7 @@ void TextWrit_SockConnecter(ConsoleState& state, ServerLink& server, SessionReas
     renew_window_caption(state);
     form.Timer1.enabled = true;
     form.mouse_pointer = pointer_default;
+    if (state.WinsockOptions.loaded()) state.WinsockOptions.unload();
   });
 }
 

@@ -91,6 +91,11 @@ void SocketLink::phone(std::string_view handler, int number) {
        [&](ServerPacket& packet) { packet.AltInfo = field_byte(number); });
 }
 
+void SocketLink::line_names(std::string_view handler) {
+  send(handler, ClientCommand::CmdRequestLineNumbers,
+       [](ServerPacket& packet) { packet.AltInfo = no_value; });
+}
+
 void SocketLink::seize(std::string_view handler, int line, int bank) {
   send(handler, ClientCommand::CmdDialSeize, [&](ServerPacket& packet) {
     packet.LineNo = field_byte(line);

@@ -24,6 +24,7 @@ class SocketLink : public StudioLink {
                    const std::function<bool()>& still_wanted) override;
   void mode(std::string_view handler, bool producer) override;
   void phone(std::string_view handler, int number) override;
+  void line_names(std::string_view handler) override;
   void seize(std::string_view handler, int line, int bank) override;
   bool leave_group(std::string_view handler) override;
   void give_way() override;

@@ -13,6 +13,7 @@
 #include "forms/show_data_form.h"
 #include "forms/standby_form.h"
 #include "forms/user_login_form.h"
+#include "forms/winsock_options_form.h"
 #include "lines/line_table.h"
 #include "platform/services.h"
 #include "state/clock_state.h"
@@ -57,6 +58,7 @@ struct ConsoleState {
   DatabaseViewerForm DatabaseViewer;
   ImportPreviewForm ImportPreview;
   UserLoginForm LoginForm;
+  WinsockOptionsForm WinsockOptions;
   FlashMessageForm FlashMessA;
   DialPadForm DialForm;
 

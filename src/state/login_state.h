@@ -6,10 +6,13 @@
 
 namespace lineweir {
 
+inline constexpr std::size_t user_name_length = 20;
+inline constexpr std::size_t password_length = 15;
+
 // Who works at this console, and where its server is.
 struct LoginState {
-  FixedText<20> UserName;
-  FixedText<15> UserPassword;
+  FixedText<user_name_length> UserName;
+  FixedText<password_length> UserPassword;
   // The name of the last login, shown on the main form.
   std::string DisplayUserName;
   std::string ServerHost = "127.0.0.1";
@@ -21,6 +24,12 @@ struct LoginState {
   std::string ProfileBlock;
   // Set while the server is heard from; the loss of the server is told only then.
   bool ServerAlive = false;
+  // Which answer came last (serverlink/reply_code.h).
+  int LastReplyCode = 0;
+  // How often the server was asked for its time since it last told it.
+  int MissedPolls = 0;
+  // The entry of MessageGroupSelector, from 0, that the server sends the user to.
+  int ForcedGroup = 0;
 };
 
 }  // namespace lineweir

@@ -12,6 +12,7 @@ constexpr int button_width = 1215;
 constexpr int button_height = 375;
 constexpr int button_top = 1580;
 constexpr int ok_left_alone = 1770;
+constexpr int ok_left_beside_reconnect = 2760;
 constexpr int reconnect_left = 780;
 constexpr int offset_left = 2000;
 constexpr int offset_top = 1000;
@@ -54,12 +55,22 @@ Messages::Messages(ConsoleState& state) : state_(state) {
 }
 
 void Messages::ShowMessage(std::string_view text) {
+  state_.MyMsgbox.reset();
   state_.MyMsgbox.Label1.caption = text;
   show_box();
 }
 
 void Messages::tell(const Failure& failure) {
   ShowMessage(description_of(state_.services.letters, failure));
+}
+
+void Messages::offer_reconnection() {
+  MessageBoxForm& box = state_.MyMsgbox;
+  box.OKButton.left = ok_left_beside_reconnect;
+  box.OKButton.caption = "&Cancel";
+  box.ReconnectButton.visible = true;
+  box.Label1.caption = "Disconnected from Server - Reconnect?";
+  show_box();
 }
 
 void Messages::withdraw(std::string_view text) {

@@ -32,6 +32,9 @@ class Messages {
   explicit Messages(ConsoleState& state);
 
   void ShowMessage(std::string_view text);
+
+  // The server is lost: the box offers to connect again.
+  void offer_reconnection();
   // Shows what a failure says.
   void tell(const Failure& failure);
 

@@ -164,5 +164,32 @@ TEST_SUITE("core/time text: time since") {
   }
 }
 
+TEST_SUITE("dates") {
+  TEST_CASE("the date in front of a time, or alone") {
+    CHECK(date_of("1/5/2026") == platform::DateTime{2026, 1, 5});
+    CHECK(date_of(" 12/31/1999 11:59:59 PM") == platform::DateTime{1999, 12, 31});
+    CHECK(date_of("2/29/2024") == platform::DateTime{2024, 2, 29});
+    CHECK(date_of("1/5/29") == platform::DateTime{2029, 1, 5});
+    CHECK(date_of("1/5/30") == platform::DateTime{1930, 1, 5});
+  }
+
+  TEST_CASE("what is no day of the calendar is none") {
+    for (const char* text : {"", "1/5", "1/5/", "13/1/2026", "0/1/2026", "2/29/2026", "1/32/2026",
+                             "1/5/2026x", "1-5-2026", "10:00:00 AM", "99999/1/2026"}) {
+      CAPTURE(text);
+      CHECK_FALSE(date_of(text));
+    }
+  }
+
+  TEST_CASE("seconds between two moments count days and leap days") {
+    const platform::DateTime morning{2026, 1, 5, 10, 0, 0};
+    CHECK(seconds_between(morning, {2026, 1, 5, 10, 2, 0}) == 120);
+    CHECK(seconds_between(morning, {2026, 1, 5, 9, 59, 59}) == -1);
+    CHECK(seconds_between({2025, 12, 31, 23, 59, 59}, {2026, 1, 1, 0, 0, 1}) == 2);
+    CHECK(seconds_between({2024, 2, 28}, {2024, 3, 1}) == 2LL * seconds_per_day);
+    CHECK(at_time_of_day({2026, 1, 5}, 86399) == platform::DateTime{2026, 1, 5, 23, 59, 59});
+  }
+}
+
 }  // namespace
 }  // namespace lineweir::test

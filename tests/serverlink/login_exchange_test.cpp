@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "serverlink/credentials.h"
 #include "support/scripted_console.h"
 #include "wire/server_packet_framing.h"
 
@@ -84,8 +85,7 @@ TEST_CASE("an answer other than F refuses the login") {
 TEST_CASE("an answer of the other exchange lets the console go on") {
   for (const int code : {1, 20}) {
     LoginDesk desk;
-    desk.platform.loop.schedule(Milliseconds{30},
-                                [&] { desk.console.login_exchange.LastReplyCode = code; });
+    desk.platform.loop.schedule(Milliseconds{30}, [&] { desk.console.login.LastReplyCode = code; });
     CHECK(desk.console.login_exchange.TextWrit_PasswordA(false) == LoginResult::Accepted);
   }
 }
@@ -162,8 +162,8 @@ TEST_CASE("a refused user doesn't stamp the caller data") {
 TEST_CASE("a character that can't be scrambled is reported and gives the empty text") {
   ScriptedConsole desk;
   desk.platform.clock.set({2026, 1, 5, 10, 0, 59});
-  CHECK(desk.console.login_exchange.TextWrit_PassEncode("\x88") == "w\xff");
-  CHECK(desk.console.login_exchange.TextWrit_PassEncode("\x89").empty());
+  CHECK(TextWrit_PassEncode(desk.console, "\x88") == "w\xff");
+  CHECK(TextWrit_PassEncode(desk.console, "\x89").empty());
   CHECK(desk.take_trace().back().starts_with("TextWrit_PassEncode Error - "));
 }
 

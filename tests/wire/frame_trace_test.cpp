@@ -2,6 +2,8 @@
 
 #include <doctest/doctest.h>
 
+#include <array>
+
 #include "support/bytes.h"
 
 namespace lineweir::test {
@@ -21,6 +23,23 @@ TEST_SUITE("serverlink/frame_trace") {
           std::vector<std::string>{"\t\t\tbody", "\t\t\tCMD 4", "\t\t\tLineNo 5", "\t\t\tGroupNo 1",
                                    "\t\t\tAltInfo 0", "\t\t\tConsole 255", "\t\t\tBank 9",
                                    "\t\t\tSize 1 44", "\t\t\tBuffer N\xFF", ""});
+  }
+
+  TEST_CASE("a login's password is told by its length alone") {
+    for (const std::uint8_t login : std::to_array<std::uint8_t>({1, 21, 24, 25})) {
+      CAPTURE(login);
+      ServerPacket packet = line_command;
+      packet.CMD = login;
+      packet.set_buffer(login_buffer("<name", "<\x9b\x9c\x9d"));
+      const std::string whole = "head" + packet.Buffer + "\xFFtail";
+      packet.Buffer += '\xFF';
+      const auto trace = frame_trace(whole, packet);
+      CHECK(trace[0] == "head<name\3(3 characters)\xFFtail");
+      CHECK(trace[8] == "Buffer <name\3(3 characters)\xFF");
+    }
+    ServerPacket other = line_command;
+    other.set_buffer("a\3b");
+    CHECK(frame_trace("a\3b", other)[0] == "a\3b");
   }
 }
 

@@ -1,0 +1,216 @@
+#include "serverlink/login_dialogs.h"
+
+#include <string>
+
+#include "base/text.h"
+#include "boxlink/serial_port_control.h"
+#include "link/links.h"
+#include "screen/window_size.h"
+#include "serverlink/server_connection.h"
+#include "serverlink/server_link.h"
+#include "serverlink/session_start.h"
+#include "serverlink/user_profile.h"
+#include "state/console_state.h"
+#include "state/guard.h"
+#include "state/wire.h"
+
+namespace lineweir {
+namespace {
+
+constexpr int enter_key = 13;
+constexpr int trace_key = 114;
+
+// The hourglass for as long as it lives.
+class Hourglass {
+ public:
+  explicit Hourglass(Form& form) : form_(form) { form_.mouse_pointer = pointer_hourglass; }
+  ~Hourglass() { form_.mouse_pointer = pointer_default; }
+  Hourglass(const Hourglass&) = delete;
+  Hourglass& operator=(const Hourglass&) = delete;
+
+ private:
+  Form& form_;
+};
+
+// A port's number; a text that is none is a Failure of number 13, one outside 1 to 65535 of number
+// 5.
+int port_number(std::string_view text) {
+  const std::string_view digits = trimmed(text);
+  const bool all_digits = !digits.empty() && digits.size() <= 5 &&
+                          digits.find_first_not_of("0123456789") == std::string_view::npos;
+  if (!all_digits) throw Failure(failure_number::type_mismatch, "Type mismatch");
+  const int number = leading_number(digits);
+  if (number < 1 || number > 65535) {
+    throw Failure(failure_number::invalid_argument, "Invalid property value");
+  }
+  return number;
+}
+
+template <std::size_t length, class Box>
+std::string cut_to(Box& box) {
+  if (box.text.get().size() > length) box.text = std::string(left_part(box.text.get(), length));
+  return box.text;
+}
+
+}  // namespace
+
+LoginDialogs::LoginDialogs(ConsoleState& state, const Links& links, ServerLink& server,
+                           ServerConnection& connection, LoginExchange& exchange,
+                           UserProfile& profile, WindowSize& window, SerialPortControl& port)
+    : state_(state),
+      links_(links),
+      server_(server),
+      connection_(connection),
+      exchange_(exchange),
+      profile_(profile),
+      window_(window),
+      port_(port) {
+  Trace& trace = state.trace;
+  wire(state.Lineweir.WinsockMenu.on_click, trace, "Lineweir_WinsockMenu_Click",
+       [this] { WinsockMenu_Click(); });
+
+  WinsockOptionsForm& options = state.WinsockOptions;
+  wire(options.on_load, trace, "WinsockOptions_Form_Load", [this] { WinsockOptions_Load(); });
+  wire(options.SockConnect.on_click, trace, "WinsockOptions_SockConnect_Click",
+       [this] { SockConnect_Click(); });
+
+  UserLoginForm& login = state.LoginForm;
+  wire(login.on_load, trace, "LoginForm_Form_Load", [this] { LoginForm_Load(); });
+  wire(login.on_unload, trace, "LoginForm_Form_Unload",
+       [this] { state_.LoginForm.ChangeUser = false; });
+  wire(login.LoginCombo.on_change, trace, "LoginForm_LoginCombo_Change",
+       [this] { LoginCombo_Change(); });
+  wire(login.PasswordTextBox.on_change, trace, "LoginForm_PasswordTextBox_Change",
+       [this] { PasswordTextBox_Change(); });
+  wire(login.ConnectButton.on_click, trace, "LoginForm_ConnectButton_Click",
+       [this] { ConnectButton_Click(); });
+  wire(state.MyMsgbox.ReconnectButton.on_click, trace, "MyMsgBox_ReconnectButton_Click",
+       [this] { ReconnectButton_Click(); });
+}
+
+void LoginDialogs::WinsockMenu_Click() {
+  MainForm& form = state_.Lineweir;
+  port_.close();
+  for (int number = 1; number <= 4; ++number) form.Com(number).checked = false;
+  form.NetworkConnectionOption.checked = false;
+  state_.WinsockOptions.show();
+}
+
+void LoginDialogs::WinsockOptions_Load() {
+  WinsockOptionsForm& form = state_.WinsockOptions;
+  form.Text1.text = state_.login.ServerHost;
+  form.Text2.text = std::to_string(state_.login.ServerPort);
+}
+
+void LoginDialogs::SockConnect_Click() {
+  WinsockOptionsForm& form = state_.WinsockOptions;
+  connection_.close();
+  state_.services.loop.yield();
+  const Hourglass hourglass(state_.Lineweir);
+  state_.login.ServerHost = trimmed(form.Text1.text.get());
+  state_.login.ServerPort = port_number(form.Text2.text.get());
+  window_.RestartingSocket = true;
+  connection_.begin();
+  state_.Lineweir.WinsockMenu.checked = true;
+  if (!connection_.await()) return;
+  const LoginResult result = exchange_.TextWrit_PasswordA(false);
+  if (result == LoginResult::Rejected) {
+    state_.LoginForm.show();
+  } else {
+    go_on(result);
+  }
+  form.unload();
+}
+
+void LoginDialogs::LoginForm_Load() {
+  UserLoginForm& form = state_.LoginForm;
+  // What emptying the box would make of the password.
+  const auto password = state_.login.UserPassword;
+  form.TheOldName = state_.login.UserName.trimmed();
+  form.LoginCombo.text = form.TheOldName;
+  form.PasswordTextBox.text = "";
+  state_.login.UserPassword = password;
+}
+
+void LoginDialogs::LoginCombo_Change() {
+  UserLoginForm& form = state_.LoginForm;
+  state_.login.UserName = cut_to<user_name_length>(form.LoginCombo);
+}
+
+void LoginDialogs::PasswordTextBox_Change() {
+  UserLoginForm& form = state_.LoginForm;
+  state_.login.UserPassword = cut_to<password_length>(form.PasswordTextBox);
+}
+
+void LoginDialogs::take_typed() {
+  UserLoginForm& form = state_.LoginForm;
+  state_.login.UserName = left_part(trimmed(form.LoginCombo.text.get()), user_name_length);
+  state_.login.UserPassword = left_part(trimmed(form.PasswordTextBox.text.get()), password_length);
+}
+
+void LoginDialogs::ConnectButton_Click() {
+  UserLoginForm& form = state_.LoginForm;
+  take_typed();
+  const Hourglass hourglass(state_.Lineweir);
+  if (form.ChangeUser && !change_user()) return;
+  connection_.expect_free_lines();
+  state_.Lineweir.WinsockMenu.checked = true;
+  if (state_.services.winsock1.state() != platform::socket_connected) {
+    state_.messages.show_box();
+    form.unload();
+    return;
+  }
+  if (go_on(exchange_.TextWrit_PasswordB())) form.unload();
+  show_user_name();
+}
+
+bool LoginDialogs::change_user() {
+  UserLoginForm& form = state_.LoginForm;
+  form.ChangeUser = false;
+  if (state_.services.winsock1.state() == platform::socket_connected) {
+    // The server stores the former user's options.
+    guard(state_.trace, "Lineweir_SendUserProfile", [&] {
+      StudioLink& link = links_.in_use();
+      if (link.keeps_profiles()) link.keep_profile(profile_.PrepareUserData(form.TheOldName));
+    });
+    take_typed();
+  }
+  connection_.close();
+  state_.services.loop.yield();
+  connection_.begin();
+  return connection_.await();
+}
+
+void LoginDialogs::ReconnectButton_Click() {
+  connection_.close();
+  state_.services.loop.yield();
+  const Hourglass main_hourglass(state_.Lineweir);
+  const Hourglass box_hourglass(state_.MyMsgbox);
+  connection_.begin();
+  if (!connection_.await()) return;
+  const bool is_in = go_on(exchange_.TextWrit_PasswordB());
+  show_user_name();
+  if (is_in) state_.MyMsgbox.unload();
+}
+
+bool LoginDialogs::go_on(LoginResult result) {
+  switch (result) {
+    case LoginResult::Accepted:
+      TextWrit_SockConnecter(state_, server_, SessionReason::Login);
+      return true;
+    case LoginResult::Rejected:
+      state_.messages.ShowMessage("Password Rejected!");
+      return false;
+    case LoginResult::NoAnswer:
+      state_.messages.ShowMessage("Password Response Not Received!");
+      return false;
+  }
+  return false;
+}
+
+void LoginDialogs::show_user_name() {
+  state_.login.DisplayUserName = state_.login.UserName.trimmed();
+  state_.Lineweir.Label1.caption = state_.login.DisplayUserName;
+}
+
+}  // namespace lineweir

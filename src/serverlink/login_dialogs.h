@@ -1,0 +1,54 @@
+#pragma once
+
+#include <string_view>
+
+#include "serverlink/login_exchange.h"
+
+namespace lineweir {
+
+class Links;
+class SerialPortControl;
+class ServerConnection;
+class ServerLink;
+class UserProfile;
+class WindowSize;
+struct ConsoleState;
+
+// How the user gets to a server: WinsockOptions takes its address, LoginForm his name and password,
+// and MyMsgbox offers to connect again when the server is lost.
+class LoginDialogs {
+ public:
+  LoginDialogs(ConsoleState& state, const Links& links, ServerLink& server,
+               ServerConnection& connection, LoginExchange& exchange, UserProfile& profile,
+               WindowSize& window, SerialPortControl& port);
+
+ private:
+  void WinsockMenu_Click();
+  void WinsockOptions_Load();
+  void SockConnect_Click();
+
+  void LoginForm_Load();
+  void LoginCombo_Change();
+  void PasswordTextBox_Change();
+  void ConnectButton_Click();
+  bool change_user();
+  void take_typed();
+
+  void ReconnectButton_Click();
+
+  // Begins the session of a user whom the server has let in; tells any other why he isn't. Returns
+  // whether he is in.
+  bool go_on(LoginResult result);
+  void show_user_name();
+
+  ConsoleState& state_;
+  const Links& links_;
+  ServerLink& server_;
+  ServerConnection& connection_;
+  LoginExchange& exchange_;
+  UserProfile& profile_;
+  WindowSize& window_;
+  SerialPortControl& port_;
+};
+
+}  // namespace lineweir

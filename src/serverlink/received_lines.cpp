@@ -1,0 +1,103 @@
+#include "serverlink/received_lines.h"
+
+#include "base/text.h"
+#include "boxlink/line_steps.h"
+#include "callcontrol/next_caller.h"
+#include "callcontrol/phone_command.h"
+#include "callerdata/received_data.h"
+#include "lines/equipment_kinds.h"
+#include "serverlink/line_events.h"
+#include "serverlink/reply_code.h"
+#include "serverlink/server_alive.h"
+#include "serverlink/server_link.h"
+#include "state/console_state.h"
+
+namespace lineweir {
+namespace {
+
+constexpr std::size_t item_length = 3;
+constexpr std::uint8_t conference = 1;
+constexpr int first_position_code = 128;
+
+}  // namespace
+
+ReceivedLines::ReceivedLines(ConsoleState& state, ServerLink& server, PhoneCommands& phone,
+                             ReceivedData& received_data, NextCaller& next_caller,
+                             LineSteps& line_steps, LineEvents& line_events)
+    : state_(state),
+      phone_(phone),
+      received_data_(received_data),
+      next_caller_(next_caller),
+      line_steps_(line_steps),
+      line_events_(line_events) {
+  using enum ServerCommand;
+  server.handle(SrvFullStatus, [this](const auto& packet) { this->SrvFullStatus(packet); });
+  server.handle(SrvLineStatus, [this](const auto& packet) { this->SrvLineStatus(packet); });
+  server.handle(SrvCallerData, [this](const auto& packet) { this->SrvCallerData(packet); });
+  server.handle(SrvNextCall, [this](const auto& packet) { this->SrvNextCall(packet); });
+}
+
+void ReceivedLines::SrvFullStatus(const ServerPacket& packet) {
+  line_events_.apply_soon(packet.Buffer);
+  state_.login.LastReplyCode = reply_full_status;
+  hear_running_server(state_);
+}
+
+void ReceivedLines::SrvLineStatus(const ServerPacket& packet) {
+  if (packet.Buffer.starts_with('U')) return phone_.UCommand(packet.Buffer);
+  if (packet.LineNo == no_value) return line_events_.apply_soon(packet.Buffer);
+  if (!has_line(packet)) return;
+  std::string item = packet.Buffer + zero_filled(packet.LineNo, 2);
+  if (item.size() != item_length) return;
+  item.front() = reported_letter_of(packet, server_decides(state_.lines.ThePhoneFlag));
+  line_events_.apply_item_soon(packet.LineNo, item);
+}
+
+void ReceivedLines::SrvCallerData(const ServerPacket& packet) {
+  if (!has_line(packet)) return;
+  if (!packet.Buffer.empty()) count_as_screened(packet.LineNo);
+  received_data_.SrvCallerData(packet.Buffer, packet.LineNo);
+  if (!packet.Buffer.empty()) state_.login.LastReplyCode = reply_caller_data;
+}
+
+void ReceivedLines::count_as_screened(int line) {
+  char& letter = state_.lines.StatusLetter(line);
+  if (letter != held_letter || !ready_is_held_with_data(state_.lines.ThePhoneFlag)) return;
+  const LineReport report{"Lineweir_WinsTimer_Timer", line, ready_letter, letter,
+                          *look_of(ready_letter)};
+  letter = ready_letter;
+  using enum LineStep;
+  for (const LineStep step : {StampHold, CloseAir, RunClock, ShowText, ShowRowOrNext}) {
+    line_steps_.run(RuleStep(step), report);
+  }
+  if (state_.lines.ClockBase(line).empty()) line_steps_.run(RuleStep(BaseNow), report);
+}
+
+void ReceivedLines::SrvNextCall(const ServerPacket& packet) {
+  if (packet.GroupNo != state_.program.GroupNumber) return;
+  if (packet.LineNo == no_value) {
+    state_.lines.TheNextCall = no_line;
+  } else {
+    next_caller_.pin(packet.LineNo);
+  }
+}
+
+bool ReceivedLines::has_line(const ServerPacket& packet) const {
+  return packet.LineNo < state_.lines.LineCount;
+}
+
+char reported_letter_of(const ServerPacket& packet, bool server_decides) {
+  char letter = packet.Buffer.front();
+  if (letter == 'P') {
+    const auto position = [](std::uint8_t number) {
+      return static_cast<char>(first_position_code + number);
+    };
+    if (packet.AltInfo < first_position_code) letter = position(packet.AltInfo);
+    if (server_decides && packet.Console < first_position_code) letter = position(packet.Console);
+  } else if (letter == 'N' && (packet.AltInfo == conference || packet.Bank == conference)) {
+    letter = 'C';
+  }
+  return letter;
+}
+
+}  // namespace lineweir

@@ -1,0 +1,27 @@
+#pragma once
+
+namespace lineweir {
+
+class Modes;
+class ServerLink;
+struct ConsoleState;
+struct ServerPacket;
+
+// The kind of the studio's telephone equipment, and with kind 4 the telephones to choose from.
+class ServerPhones {
+ public:
+  ServerPhones(ConsoleState& state, ServerLink& server, Modes& modes);
+
+ private:
+  void SrvPhoneType(const ServerPacket& packet);
+  void SrvPhoneNames(const ServerPacket& packet);
+  void GetPhones_Timer();
+
+  void check_chosen_phone();
+
+  ConsoleState& state_;
+  ServerLink& server_;
+  Modes& modes_;
+};
+
+}  // namespace lineweir

@@ -1,0 +1,26 @@
+#pragma once
+
+namespace lineweir {
+
+class GroupChoice;
+class ServerLink;
+struct ConsoleState;
+struct ServerPacket;
+
+// The studio groups as the server tells them: their names, which of them are open to the user, and
+// the one into which it sends him.
+class StudioGroups {
+ public:
+  StudioGroups(ConsoleState& state, ServerLink& server, GroupChoice& group_choice);
+
+ private:
+  void SrvGroupNames(const ServerPacket& packet);
+  void SrvAllowedGroups(const ServerPacket& packet);
+  void SrvFirstUnblocked(const ServerPacket& packet);
+  void timForceGroupChange_Timer();
+
+  ConsoleState& state_;
+  GroupChoice& group_choice_;
+};
+
+}  // namespace lineweir
