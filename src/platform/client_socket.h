@@ -21,7 +21,8 @@ class ClientSocket {
   // Begins to connect; `state` tells when it is done. A Failure of number 40006 while not closed.
   virtual void connect(const std::string& host, int port) = 0;
 
-  // What was sent before is flushed first, for at most 2 seconds.
+  // Ends the connection at once for this side. What was sent before still goes out, for at most 2
+  // seconds.
   virtual void close() = 0;
 
   virtual std::size_t bytes_received() const = 0;

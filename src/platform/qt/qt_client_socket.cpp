@@ -3,6 +3,7 @@
 #include <QElapsedTimer>
 #include <QNetworkProxy>
 #include <QSignalBlocker>
+#include <QTimer>
 
 #include "base/failure.h"
 
@@ -18,20 +19,37 @@ QtClientSocket::QtClientSocket(EventLoop& loop)
     : tell_connected_(loop, [this] { on_connect(); }), tell_received_(loop, [this] {
         if (bytes_received() > 0) on_data_arrival();
       }) {
-  socket_.setProxy(QNetworkProxy::NoProxy);
-  socket_.setReadBufferSize(most_unread);
-  QObject::connect(&socket_, &QTcpSocket::connected, &socket_, [this] {
-    // A command is a few bytes, which must not wait for more.
-    socket_.setSocketOption(QAbstractSocket::LowDelayOption, 1);
-    tell_connected_.post();
-  });
-  QObject::connect(&socket_, &QTcpSocket::readyRead, &socket_, [this] { tell_received_.post(); });
+  make_socket();
 }
 
-QtClientSocket::~QtClientSocket() { close(); }
+QtClientSocket::~QtClientSocket() {
+  close();
+  QElapsedTimer elapsed;
+  elapsed.start();
+  for (const QPointer<QTcpSocket>& socket : leaving_) {
+    while (socket && socket->bytesToWrite() > 0) {
+      const auto left = longest_flush.count() - elapsed.elapsed();
+      if (left <= 0 || !socket->waitForBytesWritten(static_cast<int>(left))) break;
+    }
+    delete socket;
+  }
+}
+
+void QtClientSocket::make_socket() {
+  socket_ = std::make_unique<QTcpSocket>();
+  socket_->setProxy(QNetworkProxy::NoProxy);
+  socket_->setReadBufferSize(most_unread);
+  QObject::connect(socket_.get(), &QTcpSocket::connected, socket_.get(), [this] {
+    // A command is a few bytes, which must not wait for more.
+    socket_->setSocketOption(QAbstractSocket::LowDelayOption, 1);
+    tell_connected_.post();
+  });
+  QObject::connect(socket_.get(), &QTcpSocket::readyRead, socket_.get(),
+                   [this] { tell_received_.post(); });
+}
 
 int QtClientSocket::state() const {
-  switch (socket_.state()) {
+  switch (socket_->state()) {
     case QAbstractSocket::ConnectedState:
       return socket_connected;
     case QAbstractSocket::HostLookupState:
@@ -50,36 +68,45 @@ void QtClientSocket::connect(const std::string& host, int port) {
     throw Failure(failure_number::invalid_argument, "There is no port " + std::to_string(port));
   }
   cut();
-  socket_.connectToHost(QString::fromLatin1(host.data(), static_cast<qsizetype>(host.size())),
+  socket_->connectToHost(QString::fromLatin1(host.data(), static_cast<qsizetype>(host.size())),
                         static_cast<quint16>(port));
 }
 
 void QtClientSocket::close() {
-  const QSignalBlocker no_signals(socket_);
-  QElapsedTimer elapsed;
-  elapsed.start();
-  while (socket_.state() == QAbstractSocket::ConnectedState && socket_.bytesToWrite() > 0) {
-    const auto left = longest_flush.count() - elapsed.elapsed();
-    if (left <= 0 || !socket_.waitForBytesWritten(static_cast<int>(left))) break;
-  }
+  if (state() == socket_connected && socket_->bytesToWrite() > 0) send_rest_apart();
   cut();
 }
 
 void QtClientSocket::cut() {
+  const QSignalBlocker no_signals(*socket_);
   // The first leaves alone what a connection that has already ended had received.
-  socket_.abort();
-  socket_.close();
+  socket_->abort();
+  socket_->close();
   tell_connected_.cancel();
   tell_received_.cancel();
 }
 
+void QtClientSocket::send_rest_apart() {
+  QTcpSocket* const leaving = socket_.release();
+  make_socket();
+  leaving->disconnect();
+  QObject::connect(leaving, &QTcpSocket::disconnected, leaving, &QObject::deleteLater);
+  QTimer::singleShot(longest_flush, leaving, [leaving] {
+    leaving->abort();
+    leaving->deleteLater();
+  });
+  std::erase_if(leaving_, [](const QPointer<QTcpSocket>& socket) { return socket.isNull(); });
+  leaving_.emplace_back(leaving);
+  leaving->disconnectFromHost();
+}
+
 std::size_t QtClientSocket::bytes_received() const {
-  return static_cast<std::size_t>(socket_.bytesAvailable());
+  return static_cast<std::size_t>(socket_->bytesAvailable());
 }
 
 std::string QtClientSocket::get_data() {
-  if (!socket_.isOpen()) return {};
-  return socket_.readAll().toStdString();
+  if (!socket_->isOpen()) return {};
+  return socket_->readAll().toStdString();
 }
 
 void QtClientSocket::send_data(std::string_view bytes) {
@@ -87,12 +114,12 @@ void QtClientSocket::send_data(std::string_view bytes) {
     throw Failure(failure_number::socket_wrong_state, "The socket is not connected");
   }
   const auto count = static_cast<qint64>(bytes.size());
-  if (socket_.bytesToWrite() + count > most_unsent) {
+  if (socket_->bytesToWrite() + count > most_unsent) {
     cut();
     throw Failure(failure_number::socket_wrong_state,
                   "The connection was cut: the server takes no more data");
   }
-  socket_.write(bytes.data(), count);
+  socket_->write(bytes.data(), count);
 }
 
 }  // namespace lineweir::platform

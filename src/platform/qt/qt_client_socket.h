@@ -1,6 +1,9 @@
 #pragma once
 
+#include <QPointer>
 #include <QTcpSocket>
+#include <memory>
+#include <vector>
 
 #include "platform/client_socket.h"
 #include "platform/qt/posted_call.h"
@@ -9,6 +12,9 @@ namespace lineweir::platform {
 
 // A connection that the other side has closed, or that has failed, counts as closed; what was
 // received before can still be taken, until connect() or close().
+//
+// Nothing here waits for the other side but the destructor: a closed connection that has bytes left
+// to send sends them behind the scenes, beside the next connection.
 class QtClientSocket final : public ClientSocket {
  public:
   // Bytes that may wait to be sent. A server that reads so little is given up: the connection is
@@ -31,12 +37,17 @@ class QtClientSocket final : public ClientSocket {
   void send_data(std::string_view bytes) override;
 
  private:
+  void make_socket();
   void cut();
+  // Leaves the present connection alone with its unsent bytes, for at most longest_flush.
+  void send_rest_apart();
 
   PostedCall tell_connected_;
   PostedCall tell_received_;
+  // Those that still send their rest. Each ends by itself and may be gone.
+  std::vector<QPointer<QTcpSocket>> leaving_;
   // Below the calls that its signals post, so that it goes first.
-  QTcpSocket socket_;
+  std::unique_ptr<QTcpSocket> socket_;
 };
 
 }  // namespace lineweir::platform
