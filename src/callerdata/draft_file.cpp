@@ -1,5 +1,6 @@
 #include "callerdata/draft_file.h"
 
+#include <algorithm>
 #include <charconv>
 #include <optional>
 #include <utility>
@@ -82,11 +83,23 @@ std::string draft_file_text(const Letters& letters, const std::vector<EntryDraft
   return text;
 }
 
-std::vector<EntryDraft> drafts_of_file(const Letters& letters, std::string_view text) {
+std::vector<EntryDraft> drafts_of_files(const Letters& letters,
+                                        const std::vector<std::string>& texts) {
   std::vector<EntryDraft> drafts;
-  CsvReader reader(text);
-  while (const auto record = reader.next()) {
-    if (auto draft = draft_of(letters, *record)) drafts.push_back(std::move(*draft));
+  for (const std::string& text : texts) {
+    // One file may well hold the same draft twice, of two calls.
+    std::vector<EntryDraft> of_others = drafts;
+    CsvReader reader(text);
+    while (const auto record = reader.next()) {
+      auto draft = draft_of(letters, *record);
+      if (!draft) continue;
+      const auto same = std::ranges::find(of_others, *draft);
+      if (same == of_others.end()) {
+        drafts.push_back(*std::move(draft));
+      } else {
+        of_others.erase(same);
+      }
+    }
   }
   return drafts;
 }

@@ -9,14 +9,17 @@
 
 namespace lineweir {
 
-// The file in which drafts outlive the program: CSV, UTF-8, a heading and then a record for each.
+// The file in which a console's drafts outlive it: CSV, UTF-8, a heading and then a record for
+// each. Consoles that run in one folder have one each, see platform::ConsoleFile.
 inline constexpr std::string_view draft_file_name = "Drafts.csv";
 
 // Empty where there is no draft. Each needs the record of its call.
 std::string draft_file_text(const Letters& letters, const std::vector<EntryDraft>& drafts);
 
-// The drafts of a file, whose calls have all ended: nobody was there to see it. Their numbers are
-// 0. What is no draft is passed over.
-std::vector<EntryDraft> drafts_of_file(const Letters& letters, std::string_view text);
+// The drafts of files, whose calls have all ended: nobody was there to see it. Their numbers are 0.
+// What is no draft is passed over. A draft that several files hold is there once: the program was
+// killed while it brought them together.
+std::vector<EntryDraft> drafts_of_files(const Letters& letters,
+                                        const std::vector<std::string>& texts);
 
 }  // namespace lineweir

@@ -10,6 +10,11 @@
 
 namespace lineweir {
 
+DraftKeeper::DraftKeeper(ConsoleState& state, CallLog& call_log)
+    : state_(state),
+      call_log_(call_log),
+      file_(state.services.files.console_file(std::string(draft_file_name))) {}
+
 void DraftKeeper::keep(EntryDraft draft) {
   drafts_.keep(std::move(draft));
   write();
@@ -28,14 +33,21 @@ void DraftKeeper::call_ended(const EndedCall& ended) {
 }
 
 std::vector<EntryDraft> DraftKeeper::restore() {
-  written_ = state_.services.files.read(std::string(draft_file_name)).value_or(std::string());
-  std::vector<EntryDraft> restored = drafts_of_file(state_.services.letters, written_);
+  std::vector<std::string> left = file_->take_over();
+  std::vector<EntryDraft> restored = drafts_of_files(state_.services.letters, left);
   for (EntryDraft& draft : restored) {
     draft.call = call_log_.new_call();
     draft.ended->call = draft.call;
     // A line that isn't in use any more couldn't be opened.
     draft.line = std::min(draft.line, state_.lines.LineCount - 1);
     drafts_.keep(draft);
+  }
+  if (left.empty()) {
+    written_ = "";
+  } else if (left.size() == 1) {
+    written_ = std::move(left.front());
+  } else {
+    write();
   }
   return restored;
 }
@@ -49,7 +61,7 @@ void DraftKeeper::write() {
     }
     std::string text = draft_file_text(state_.services.letters, drafts);
     if (text == written_) return;
-    state_.services.files.replace_soon(std::string(draft_file_name), text);
+    file_->replace(text);
     written_ = std::move(text);
   });
 }

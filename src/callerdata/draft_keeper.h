@@ -1,9 +1,12 @@
 #pragma once
 
+#include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
 #include "callerdata/entry_drafts.h"
+#include "platform/console_file.h"
 
 namespace lineweir {
 
@@ -13,7 +16,7 @@ struct ConsoleState;
 // Keeps the drafts, and a file of them, so that they outlive the program however it ends.
 class DraftKeeper {
  public:
-  DraftKeeper(ConsoleState& state, CallLog& call_log) : state_(state), call_log_(call_log) {}
+  DraftKeeper(ConsoleState& state, CallLog& call_log);
 
   // Null where there is none; see EntryDrafts.
   const EntryDraft* find(CallNumber call) { return drafts_.find(call); }
@@ -25,7 +28,7 @@ class DraftKeeper {
   // The draft's call has ended so, if there is a draft of it.
   void call_ended(const EndedCall& ended);
 
-  // Takes up what an earlier run of the program has left, and returns it.
+  // Takes up what earlier runs of the program have left, and returns it.
   std::vector<EntryDraft> restore();
 
  private:
@@ -36,8 +39,9 @@ class DraftKeeper {
   ConsoleState& state_;
   CallLog& call_log_;
   EntryDrafts drafts_;
-  // What the file holds.
-  std::string written_;
+  std::unique_ptr<platform::ConsoleFile> file_;
+  // What the file holds; nothing where that isn't known, or isn't in one file yet.
+  std::optional<std::string> written_;
 };
 
 }  // namespace lineweir

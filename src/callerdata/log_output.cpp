@@ -27,7 +27,7 @@ constexpr std::array<std::string_view, 1> log_itself = {""};
 constexpr std::array<std::string_view, 3> files_beside_log = {"-wal", "-shm", "-journal"};
 
 // What the console itself writes into its folder.
-constexpr std::array own_files = {settings_file_name, draft_file_name, trace_file_name};
+constexpr std::array own_files = {settings_file_name, trace_file_name};
 
 std::string file_name_of(const std::string& path) {
   const auto slash = path.find_last_of("/\\");
@@ -141,7 +141,16 @@ bool LogOutput::is_own_file(const std::string& file) const {
   };
   return std::ranges::any_of(own_files,
                              [&](std::string_view own) { return is(std::string(own)); }) ||
-         is(show_plan_.TheDataFileName) || is(state_.program.MessageFile);
+         is(show_plan_.TheDataFileName) || is(state_.program.MessageFile) || is_draft_file(file);
+}
+
+// Those of other consoles in the folder count too.
+bool LogOutput::is_draft_file(const std::string& file) const {
+  for (int number = 1; number <= platform::most_console_files; ++number) {
+    const std::string name = platform::console_file_name(draft_file_name, number);
+    if (state_.services.files.same_file(file, name)) return true;
+  }
+  return false;
 }
 
 bool LogOutput::is_log_file(const std::string& file, std::span<const std::string_view> endings) {

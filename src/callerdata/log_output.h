@@ -48,6 +48,7 @@ class LogOutput {
   // Why the file isn't to be written, as the end of a sentence about it; empty where it may be.
   std::string why_not(const std::string& file);
   bool is_own_file(const std::string& file) const;
+  bool is_draft_file(const std::string& file) const;
   // Whether the file is one of the log that is shown, or of the one in use.
   bool is_log_file(const std::string& file, std::span<const std::string_view> endings);
   void start(Job job);

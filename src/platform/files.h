@@ -6,6 +6,8 @@
 #include <string>
 #include <string_view>
 
+#include "platform/console_file.h"
+
 namespace lineweir::platform {
 
 // The new content of a file, written piece by piece beside the file that it will replace.
@@ -52,10 +54,6 @@ class Files {
   // the old content stands.
   virtual void replace(const std::string& path, std::string_view content) = 0;
 
-  // The same without waiting for the disk: what stands there survives the program's end at once,
-  // the machine's some seconds later.
-  virtual void replace_soon(const std::string& path, std::string_view content) = 0;
-
   // Begins to replace the file by content that is too large for one piece.
   virtual std::unique_ptr<FileInMaking> begin_replace(const std::string& path) = 0;
 
@@ -66,6 +64,9 @@ class Files {
   virtual bool exists(const std::string& path) const = 0;
 
   virtual std::string current_directory() const = 0;
+
+  // The console's own file of that name, see ConsoleFile. This object must outlive it.
+  virtual std::unique_ptr<ConsoleFile> console_file(const std::string& name) = 0;
 
   // Nothing if there is no such file or it can't be read.
   virtual std::unique_ptr<FileReader> open(const std::string& path) const = 0;

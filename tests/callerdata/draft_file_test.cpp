@@ -25,7 +25,7 @@ TEST_SUITE("callerdata/draft file") {
     const std::vector<EntryDraft> drafts = {
         draft_of(0, "", "", {}, {"Ann"}),
         draft_of(19, "calls, \"new\".lwl", "1/5/2026", {"\xC4nne", "a,b"}, {"", "line\r\nend"})};
-    CHECK(drafts_of_file(letters, draft_file_text(letters, drafts)) == drafts);
+    CHECK(drafts_of_files(letters, {draft_file_text(letters, drafts)}) == drafts);
     CHECK(draft_file_text(letters, {}) == "");
   }
 
@@ -35,21 +35,38 @@ TEST_SUITE("callerdata/draft file") {
       typed[0] = name;
       typed[8] = comments;
       const std::vector<EntryDraft> drafts = {draft_of(3, "log", "", {}, typed)};
-      RC_ASSERT(drafts_of_file(letters, draft_file_text(letters, drafts)) == drafts);
+      RC_ASSERT(drafts_of_files(letters, {draft_file_text(letters, drafts)}) == drafts);
     });
+  }
+
+  TEST_CASE("what files were holding while they were brought together is there once") {
+    const auto draft = [](int line, const std::string& name) {
+      return draft_of(line, "log", "", {}, {name});
+    };
+    const EntryDraft ann = draft(2, "Ann");
+    const EntryDraft bob = draft(3, "Bob");
+    const auto both = draft_file_text(letters, {ann, ann, bob});
+    CHECK(drafts_of_files(letters, {both, draft_file_text(letters, {bob})}) ==
+          std::vector<EntryDraft>{ann, ann, bob});
+    CHECK(drafts_of_files(letters, {draft_file_text(letters, {ann}), both}) ==
+          std::vector<EntryDraft>{ann, ann, bob});
+    CHECK(drafts_of_files(letters, {draft_file_text(letters, {bob}),
+                                    draft_file_text(letters, {draft(2, "Bob")})})
+              .size() == 2);
+    CHECK(drafts_of_files(letters, {}).empty());
   }
 
   TEST_CASE("what is no draft is passed over") {
     const std::string sound = draft_file_text(letters, {draft_of(4, "", "", {}, {"Ann"})});
     for (const char* broken : {"1,2,3\r\n", "\"", "0", "-1,x\r\n", "\0\x01\xff"}) {
       CAPTURE(broken);
-      CHECK(drafts_of_file(letters, broken).empty());
-      CHECK(drafts_of_file(letters, std::string(broken) + "\r\n" + sound).size() <= 1);
+      CHECK(drafts_of_files(letters, {broken}).empty());
+      CHECK(drafts_of_files(letters, {std::string(broken) + "\r\n" + sound}).size() <= 1);
     }
-    CHECK(drafts_of_file(letters, sound + "1,2\r\n").size() == 1);
+    CHECK(drafts_of_files(letters, {sound + "1,2\r\n"}).size() == 1);
     // Cut anywhere, as after a loss of power.
     for (std::size_t end = 0; end < sound.size(); ++end) {
-      CHECK(drafts_of_file(letters, sound.substr(0, end)).size() <= 1);
+      CHECK(drafts_of_files(letters, {sound.substr(0, end)}).size() <= 1);
     }
   }
 }

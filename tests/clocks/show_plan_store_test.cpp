@@ -24,9 +24,6 @@ class StubbornFiles final : public platform::Files {
     refuse_if_unwritable(path);
     files.replace(path, content);
   }
-  void replace_soon(const std::string& path, std::string_view content) override {
-    replace(path, content);
-  }
   std::unique_ptr<platform::FileInMaking> begin_replace(const std::string& path) override {
     refuse_if_unwritable(path);
     return files.begin_replace(path);
@@ -37,6 +34,9 @@ class StubbornFiles final : public platform::Files {
   }
   bool exists(const std::string& path) const override { return files.exists(path); }
   std::string current_directory() const override { return files.current_directory(); }
+  std::unique_ptr<platform::ConsoleFile> console_file(const std::string& name) override {
+    return files.console_file(name);
+  }
   std::unique_ptr<platform::FileReader> open(const std::string& path) const override {
     return files.open(path);
   }

@@ -357,7 +357,6 @@ TEST_CASE("settings that can't be saved are told while the window still stands")
     std::optional<std::string> read(const std::string&) const override { return std::nullopt; }
     std::optional<std::string> why_unreadable(const std::string&) const override { return {}; }
     void replace(const std::string&, std::string_view) override { fail(); }
-    void replace_soon(const std::string&, std::string_view) override { fail(); }
     std::unique_ptr<platform::FileInMaking> begin_replace(const std::string&) override {
       fail();
       return nullptr;
@@ -365,6 +364,9 @@ TEST_CASE("settings that can't be saved are told while the window still stands")
     void append(const std::string&, std::string_view) override { fail(); }
     bool exists(const std::string&) const override { return false; }
     std::string current_directory() const override { return "/console"; }
+    std::unique_ptr<platform::ConsoleFile> console_file(const std::string& name) override {
+      return memory_.console_file(name);
+    }
     std::unique_ptr<platform::FileReader> open(const std::string&) const override {
       return nullptr;
     }
@@ -372,6 +374,8 @@ TEST_CASE("settings that can't be saved are told while the window still stands")
 
    private:
     static void fail() { throw Failure(failure_number::file_access, "No space left"); }
+
+    platform::MemoryFiles memory_;
   };
   platform::ScriptedPlatform desk;
   FullDisk files;

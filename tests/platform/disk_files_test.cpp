@@ -152,15 +152,6 @@ TEST_CASE_FIXTURE(DiskFilesFixture, "A link and the permissions survive a replac
   CHECK(fs::status(directory.path() / "real.txt").permissions() == fs::perms{0640});
 }
 
-TEST_CASE_FIXTURE(DiskFilesFixture, "What needn't wait for the disk is replaced whole as well") {
-  files.replace_soon("Drafts.csv", "one");
-  CHECK(content("Drafts.csv") == "one");
-  files.replace_soon("Drafts.csv", "two");
-  CHECK(content("Drafts.csv") == "two");
-  CHECK(names() == std::vector<std::string>{"Drafts.csv"});
-  CHECK(failure_number_of([&] { files.replace_soon("nowhere/a.csv", "x"); }) == 75);
-}
-
 TEST_CASE_FIXTURE(DiskFilesFixture, "Appending makes the file and adds to its end") {
   files.append("LWDebug.txt", "one\r\n");
   files.append("LWDebug.txt", "two\r\n");
@@ -393,7 +384,6 @@ TEST_CASE_FIXTURE(DiskFilesFixture, "A guarded file is never opened, by whatever
     CHECK(guarded_files.why_unreadable(name));
     CHECK(guarded_files.same_file(name, name));
     CHECK(failure_number_of([&] { guarded_files.replace(name, "x"); }) == 75);
-    CHECK(failure_number_of([&] { guarded_files.replace_soon(name, "x"); }) == 75);
     CHECK(failure_number_of([&] { guarded_files.append(name, "x"); }) == 75);
     CHECK(failure_number_of([&] { guarded_files.begin_replace(name); }) == 75);
   }

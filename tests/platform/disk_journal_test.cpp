@@ -8,6 +8,7 @@
 
 #include "base/failure.h"
 #include "journal_desk.h"
+#include "other_process.h"
 #include "platform/journal/call_store.h"
 
 using namespace lineweir;

@@ -9,6 +9,7 @@
 #include <utility>
 
 #include "journal_desk.h"
+#include "other_process.h"
 
 using namespace lineweir;
 using namespace lineweir::test;

@@ -6,6 +6,7 @@
 
 #include "base/failure.h"
 #include "journal_desk.h"
+#include "other_process.h"
 
 using namespace lineweir;
 using namespace lineweir::test;

@@ -10,6 +10,7 @@
 
 #include "base/failure.h"
 #include "letters/path_text.h"
+#include "platform/disk/disk_console_file.h"
 #include "platform/disk/file_descriptor.h"
 #include "platform/disk/path_lookup.h"
 #include "platform/disk/replace_file.h"
@@ -189,15 +190,6 @@ void DiskFiles::replace(const std::string& path, std::string_view content) {
   }
 }
 
-void DiskFiles::replace_soon(const std::string& path, std::string_view content) {
-  const fs::path file_name = target(path);
-  try {
-    replace_file_soon(file_name, content);
-  } catch (const std::system_error& error) {
-    fail(file_name.string(), error.code());
-  }
-}
-
 std::unique_ptr<FileInMaking> DiskFiles::begin_replace(const std::string& path) {
   const fs::path file_name = target(path);
   try {
@@ -228,6 +220,10 @@ bool DiskFiles::exists(const std::string& path) const {
 
 std::string DiskFiles::current_directory() const {
   return path_text(letters_, working_directory_.string());
+}
+
+std::unique_ptr<ConsoleFile> DiskFiles::console_file(const std::string& name) {
+  return std::make_unique<DiskConsoleFile>(working_directory_, name);
 }
 
 }  // namespace lineweir::platform

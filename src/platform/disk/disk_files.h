@@ -22,13 +22,13 @@ class DiskFiles final : public Files {
   std::optional<std::string> why_unreadable(const std::string& path) const override;
   std::unique_ptr<FileReader> open(const std::string& path) const override;
   void replace(const std::string& path, std::string_view content) override;
-  void replace_soon(const std::string& path, std::string_view content) override;
   std::unique_ptr<FileInMaking> begin_replace(const std::string& path) override;
   void append(const std::string& path, std::string_view content) override;
   bool same_file(const std::string& path, const std::string& other) const override;
   // Directories don't count.
   bool exists(const std::string& path) const override;
   std::string current_directory() const override;
+  std::unique_ptr<ConsoleFile> console_file(const std::string& name) override;
 
  private:
   std::filesystem::path locate(const std::string& path) const;

@@ -1,6 +1,7 @@
 #include "platform/disk/replace_file.h"
 
 #include <fcntl.h>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -83,6 +84,12 @@ ReplacingFile::~ReplacingFile() {
   if (!beside_.empty()) ::unlink(beside_.c_str());
 }
 
+FileDescriptor ReplacingFile::own() {
+  FileDescriptor same(::fcntl(file_.get(), F_DUPFD_CLOEXEC, 0));
+  if (!same.is_open() || ::flock(same.get(), LOCK_EX | LOCK_NB) != 0) fail(errno);
+  return same;
+}
+
 void ReplacingFile::append(std::string_view piece) {
   write_whole(file_.get(), piece);
   unflushed_ += piece.size();
@@ -109,12 +116,6 @@ void replace_file(const fs::path& path, std::string_view content) {
   ReplacingFile file(path);
   file.append(content);
   file.finish();
-}
-
-void replace_file_soon(const fs::path& path, std::string_view content) {
-  ReplacingFile file(path);
-  file.append(content);
-  file.finish_soon();
 }
 
 }  // namespace lineweir::platform

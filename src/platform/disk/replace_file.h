@@ -16,10 +16,6 @@ namespace lineweir::platform {
 // system's reason.
 void replace_file(const std::filesystem::path& path, std::string_view content);
 
-// The same without waiting for the disk: after the end of the program, however it comes, the new
-// content stands whole, but for some seconds not after the end of the machine.
-void replace_file_soon(const std::filesystem::path& path, std::string_view content);
-
 // Replaces a file with the content in pieces. Destroyed before it is finished, it leaves the old
 // content and nothing beside it.
 class ReplacingFile {
@@ -29,9 +25,14 @@ class ReplacingFile {
   ReplacingFile(const ReplacingFile&) = delete;
   ReplacingFile& operator=(const ReplacingFile&) = delete;
 
+  // The new content belongs to this process from its first moment under the name, for as long as
+  // the handle is open, see platform/disk/owned_file.h.
+  FileDescriptor own();
+
   void append(std::string_view piece);
   void finish();
-  // Without bringing it to the disk.
+  // Without waiting for the disk: after the end of the program, however it comes, the new content
+  // stands whole, but for some seconds not after the end of the machine.
   void finish_soon();
 
  private:

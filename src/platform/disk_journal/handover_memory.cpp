@@ -1,15 +1,17 @@
 #include "platform/disk_journal/handover_memory.h"
 
 #include <fcntl.h>
-#include <sys/file.h>
 #include <sys/mman.h>
-#include <sys/stat.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <atomic>
 #include <cstring>
 #include <new>
+#include <system_error>
 #include <utility>
+
+#include "platform/disk/owned_file.h"
 
 namespace lineweir::platform {
 namespace {
@@ -31,17 +33,19 @@ struct HandoverMemory::Head {
 std::optional<HandoverMemory> HandoverMemory::make(const std::filesystem::path& file,
                                                    std::size_t room) {
   const std::size_t size = head_size + room;
-  FileDescriptor descriptor(
-      ::open(file.c_str(), O_RDWR | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, 0600));
-  if (!descriptor.is_open()) return std::nullopt;
+  std::optional<OwnedFile> owned;
+  try {
+    owned = make_owned_file(file);
+  } catch (const std::system_error&) {
+    return std::nullopt;
+  }
   // All of it is there from the beginning: memory that could not be had later would end the process
   // that writes to it.
-  if (::flock(descriptor.get(), LOCK_EX | LOCK_NB) != 0 ||
-      ::posix_fallocate(descriptor.get(), 0, static_cast<off_t>(size)) != 0) {
+  if (::posix_fallocate(owned->descriptor.get(), 0, static_cast<off_t>(size)) != 0) {
     ::unlink(file.c_str());
     return std::nullopt;
   }
-  auto made = map(file, std::move(descriptor), size);
+  auto made = map(file, std::move(owned->descriptor), size);
   if (made) {
     new (made->memory_) Head;
   } else {
@@ -51,15 +55,11 @@ std::optional<HandoverMemory> HandoverMemory::make(const std::filesystem::path& 
 }
 
 std::optional<HandoverMemory> HandoverMemory::adopt(const std::filesystem::path& file) {
-  FileDescriptor descriptor(::open(file.c_str(), O_RDWR | O_NOFOLLOW | O_CLOEXEC));
-  struct stat status {};
-  if (!descriptor.is_open() || ::flock(descriptor.get(), LOCK_EX | LOCK_NB) != 0 ||
-      ::fstat(descriptor.get(), &status) != 0 || !S_ISREG(status.st_mode)) {
-    return std::nullopt;
-  }
-  const auto size = static_cast<std::size_t>(status.st_size);
+  auto left = adopt_file(file);
+  if (!left) return std::nullopt;
+  const std::size_t size = left->size;
   if (size <= head_size || size > largest_size) return std::nullopt;
-  auto adopted = map(file, std::move(descriptor), size);
+  auto adopted = map(file, std::move(left->descriptor), size);
   if (!adopted || adopted->head().mark != head_mark) return std::nullopt;
   const std::uint64_t added = adopted->head().added;
   const std::uint64_t released = adopted->head().released;

@@ -1,11 +1,8 @@
 #include "platform/disk_journal/journal_file.h"
 
 #include <fcntl.h>
-#include <sys/file.h>
-#include <sys/stat.h>
 #include <unistd.h>
 
-#include <array>
 #include <cerrno>
 #include <system_error>
 #include <utility>
@@ -26,33 +23,24 @@ void sync_folder_of(const std::filesystem::path& file) {
 
 }  // namespace
 
-JournalFile::JournalFile(std::filesystem::path file, FileDescriptor descriptor)
-    : file_(std::move(file)), descriptor_(std::move(descriptor)) {}
+JournalFile::JournalFile(std::filesystem::path file, OwnedFile owned)
+    : file_(std::move(file)), descriptor_(std::move(owned.descriptor)), size_(owned.size) {}
 
 JournalFile JournalFile::make(const std::filesystem::path& file) {
-  FileDescriptor descriptor(
-      ::open(file.c_str(), O_RDWR | O_CREAT | O_EXCL | O_APPEND | O_NOFOLLOW | O_CLOEXEC, 0600));
-  if (!descriptor.is_open()) fail(errno);
+  OwnedFile made = make_owned_file(file, O_APPEND);
   try {
-    if (::flock(descriptor.get(), LOCK_EX | LOCK_NB) != 0) fail(errno);
     sync_folder_of(file);
   } catch (const std::system_error&) {
     ::unlink(file.c_str());
     throw;
   }
-  return JournalFile(file, std::move(descriptor));
+  return {file, std::move(made)};
 }
 
 std::optional<JournalFile> JournalFile::adopt(const std::filesystem::path& file) {
-  FileDescriptor descriptor(::open(file.c_str(), O_RDWR | O_APPEND | O_NOFOLLOW | O_CLOEXEC));
-  struct stat status {};
-  if (!descriptor.is_open() || ::flock(descriptor.get(), LOCK_EX | LOCK_NB) != 0 ||
-      ::fstat(descriptor.get(), &status) != 0 || !S_ISREG(status.st_mode)) {
-    return std::nullopt;
-  }
-  JournalFile adopted(file, std::move(descriptor));
-  adopted.size_ = static_cast<std::size_t>(status.st_size);
-  return adopted;
+  auto left = adopt_file(file, O_APPEND);
+  if (!left) return std::nullopt;
+  return JournalFile(file, *std::move(left));
 }
 
 void JournalFile::append(std::string_view bytes) {
@@ -82,19 +70,6 @@ void JournalFile::remove() {
   sync_folder_of(file_);
 }
 
-std::string JournalFile::content() const {
-  std::string content(size_, '\0');
-  std::size_t read = 0;
-  while (read < size_) {
-    const ssize_t count =
-        ::pread(descriptor_.get(), content.data() + read, size_ - read, static_cast<off_t>(read));
-    if (count < 0 && errno == EINTR) continue;
-    if (count < 0) fail(errno);
-    if (count == 0) break;
-    read += static_cast<std::size_t>(count);
-  }
-  content.resize(read);
-  return content;
-}
+std::string JournalFile::content() const { return content_of(descriptor_, size_); }
 
 }  // namespace lineweir::platform

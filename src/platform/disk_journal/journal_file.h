@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-#include "platform/disk/file_descriptor.h"
+#include "platform/disk/owned_file.h"
 
 namespace lineweir::platform {
 
@@ -36,11 +36,11 @@ class JournalFile {
   bool empty() const { return size_ == 0; }
 
  private:
-  JournalFile(std::filesystem::path file, FileDescriptor descriptor);
+  JournalFile(std::filesystem::path file, OwnedFile owned);
 
   std::filesystem::path file_;
   FileDescriptor descriptor_;
-  std::size_t size_ = 0;
+  std::size_t size_;
 };
 
 }  // namespace lineweir::platform

@@ -23,9 +23,6 @@ class MemoryFiles final : public Files {
   void replace(const std::string& path, std::string_view content) override {
     files_[path] = content;
   }
-  void replace_soon(const std::string& path, std::string_view content) override {
-    replace(path, content);
-  }
   void append(const std::string& path, std::string_view content) override {
     files_[path] += content;
   }
@@ -34,6 +31,9 @@ class MemoryFiles final : public Files {
   }
   bool exists(const std::string& path) const override { return files_.contains(path); }
   std::string current_directory() const override { return "/console"; }
+  std::unique_ptr<ConsoleFile> console_file(const std::string& name) override {
+    return std::make_unique<OnlyConsoleFile>(*this, name);
+  }
   std::unique_ptr<FileReader> open(const std::string& path) const override {
     const auto file = files_.find(path);
     return file == files_.end() ? nullptr : std::make_unique<Reader>(file->second);
@@ -65,6 +65,21 @@ class MemoryFiles final : public Files {
    private:
     std::string content_;
     std::size_t at_ = 0;
+  };
+
+  // No other console has these files.
+  class OnlyConsoleFile final : public ConsoleFile {
+   public:
+    OnlyConsoleFile(MemoryFiles& files, std::string name) : files_(files), name_(std::move(name)) {}
+    std::vector<std::string> take_over() override {
+      const auto left = files_.read(name_);
+      return left ? std::vector<std::string>{*left} : std::vector<std::string>();
+    }
+    void replace(std::string_view content) override { files_.replace(name_, content); }
+
+   private:
+    MemoryFiles& files_;
+    std::string name_;
   };
 
   class InMaking final : public FileInMaking {
