@@ -74,6 +74,7 @@ class TickingConsole {
             clock,
             given.random,
             given.files,
+            given.user_files,
             given.dialogs,
             given.databases,
             given.journal,

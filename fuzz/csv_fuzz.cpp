@@ -12,7 +12,9 @@
 #include "callerdata/csv_import.h"
 #include "letters/code_page_letters.h"
 #include "letters/utf8.h"
+#include "platform/scripted/memory_databases.h"
 #include "platform/scripted/memory_files.h"
+#include "platform/scripted/scripted_user_files.h"
 
 namespace {
 
@@ -70,7 +72,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
 
   platform::MemoryFiles files;
   files.replace("calls.csv", content);
-  CsvFile file(files, "calls.csv", letters);
+  platform::MemoryDatabases databases;
+  platform::ScriptedUserFiles user_files(files, databases);
+  CsvFile file(user_files, "calls.csv", letters);
   std::optional<ImportColumns> columns;
   std::int64_t line = 0;
   while (!file.at_end()) {

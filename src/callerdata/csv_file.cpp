@@ -6,14 +6,8 @@
 #include "letters/path_text.h"
 
 namespace lineweir {
-namespace {
 
-// What is read and understood in a few milliseconds.
-constexpr std::size_t piece_size = 128 << 10;
-
-}  // namespace
-
-CsvFile::CsvFile(const platform::Files& files, std::string path, const Letters& letters)
+CsvFile::CsvFile(platform::UserFiles& files, std::string path, const Letters& letters)
     : files_(files), path_(std::move(path)), letters_(letters) {
   begin(Stage::Letters, TextEncoding::Utf8);
 }
@@ -21,24 +15,26 @@ CsvFile::CsvFile(const platform::Files& files, std::string path, const Letters& 
 void CsvFile::begin(Stage stage, TextEncoding encoding) {
   stage_ = stage;
   encoding_ = encoding;
-  input_ = files_.open(path_);
-  if (!input_) {
-    throw Failure(failure_number::file_access,
-                  "The file " + file_name(letters_, path_) + " can't be read.");
-  }
+  input_ = files_.read(path_);
   read_ = 0;
   decoder_.reset();
 }
 
-void CsvFile::work() {
-  if (stage_ == Stage::Done) return;
-  const std::string piece = input_->read(piece_size);
-  read_ += piece.size();
-  if (stage_ == Stage::Letters) {
-    check_letters(piece);
-  } else {
-    add_records(piece);
+bool CsvFile::work() {
+  if (stage_ == Stage::Done) return true;
+  const std::optional<std::string> piece = input_->take();
+  if (input_->unreadable()) {
+    throw Failure(failure_number::file_access,
+                  "The file " + file_name(letters_, path_) + " can't be read.");
   }
+  if (!piece) return false;
+  read_ += piece->size();
+  if (stage_ == Stage::Letters) {
+    check_letters(*piece);
+  } else {
+    add_records(*piece);
+  }
+  return true;
 }
 
 void CsvFile::check_letters(std::string_view piece) {

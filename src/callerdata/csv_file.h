@@ -6,7 +6,7 @@
 
 #include "callerdata/csv.h"
 #include "letters/text_decoder.h"
-#include "platform/files.h"
+#include "platform/user_files.h"
 
 namespace lineweir {
 
@@ -15,12 +15,12 @@ namespace lineweir {
 // once more for its records.
 class CsvFile {
  public:
-  // Where the file can't be read a Failure says so, here and in work(). Text of one byte a
-  // character is in the letters. Files and letters must outlive this object.
-  CsvFile(const platform::Files& files, std::string path, const Letters& letters);
+  // Text of one byte a character is in the letters. Files and letters must outlive this object.
+  CsvFile(platform::UserFiles& files, std::string path, const Letters& letters);
 
-  // Reads the next piece.
-  void work();
+  // Takes in the next piece of the file; false where none has come. Where the file can't be read a
+  // Failure says so.
+  bool work();
   bool at_end() const { return stage_ == Stage::Done; }
   int percent() const;
 
@@ -34,12 +34,12 @@ class CsvFile {
   void check_letters(std::string_view piece);
   void add_records(std::string_view piece);
 
-  const platform::Files& files_;
+  platform::UserFiles& files_;
   std::string path_;
   const Letters& letters_;
   Stage stage_ = Stage::Letters;
   TextEncoding encoding_ = TextEncoding::Utf8;
-  std::unique_ptr<platform::FileReader> input_;
+  std::unique_ptr<platform::FileSource> input_;
   std::uint64_t read_ = 0;
   std::optional<TextDecoder> decoder_;
   std::string text_;

@@ -76,13 +76,12 @@ void LogImport::ImportButton_Click() {
 void LogImport::begin(const std::string& file) {
   ImportPreviewForm& form = state_.ImportPreview;
   const Letters& letters = state_.services.letters;
-  CsvFile input(state_.services.files, file, letters);
   form.unload();
   platform::Recordset& log = log_viewer_.recordset();
   log_columns_ = log.fields();
   held_.begin(log);
   batch_ = log_viewer_.database().collect_rows(std::string(call_log_table));
-  file_.emplace(std::move(input));
+  file_.emplace(state_.services.user_files, file, letters);
   std::vector<std::string> headings;
   for (const auto& column : log_columns_) headings.push_back(column.name);
   form.PreviewGrid.column_widths = log_grid_widths(log_columns_);
@@ -127,7 +126,7 @@ void LogImport::read_slice() {
 void LogImport::read_piece() {
   ImportPreviewForm& form = state_.ImportPreview;
   const std::size_t previewed = preview_.size();
-  file_->work();
+  waits_ = wait_.lasts(state_.services.loop.now(), file_->work());
   while (const auto record = file_->next()) {
     columns_ ? take(*record) : take_header(*record);
     // Without the columns nothing fits.
@@ -180,9 +179,10 @@ void LogImport::tell(const std::string& sentence) {
 }
 
 void LogImport::show_work() {
-  state_.ImportPreview.ResultLabel.caption =
-      held_.working() ? percent_text("Looking through the log", held_.percent(), 100)
-                      : percent_text("Reading", file_->percent(), 100);
+  std::string work = percent_text("Reading", file_->percent(), 100);
+  if (held_.working()) work = percent_text("Looking through the log", held_.percent(), 100);
+  if (waits_) work = "Waiting for the file";
+  state_.ImportPreview.ResultLabel.caption = work;
 }
 
 std::int64_t LogImport::to_import() const {
@@ -276,6 +276,8 @@ void LogImport::Form_Unload() {
   form.StoreTimer.enabled = false;
   batch_.reset();
   file_.reset();
+  wait_ = {};
+  waits_ = false;
   held_.forget();
   columns_.reset();
   preview_.clear();

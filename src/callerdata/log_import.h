@@ -7,6 +7,7 @@
 
 #include "callerdata/csv_file.h"
 #include "callerdata/csv_import.h"
+#include "callerdata/file_wait.h"
 #include "callerdata/held_calls.h"
 #include "platform/row_batch.h"
 
@@ -16,8 +17,8 @@ class LogViewer;
 struct ConsoleState;
 
 // Brings the calls of a CSV file into the log that DatabaseViewer shows, a slice at each tick. The
-// file is read to its end first, what doesn't fit is named line by line, and the calls that fit are
-// collected beside the log; they go into it all together, or none does.
+// file is read to its end first, as fast as it comes, what doesn't fit is named line by line, and
+// the calls that fit are collected beside the log; they go into it all together, or none does.
 class LogImport {
  public:
   LogImport(ConsoleState& state, LogViewer& log_viewer);
@@ -48,6 +49,9 @@ class LogImport {
   LogViewer& log_viewer_;
   HeldCalls held_;
   std::optional<CsvFile> file_;
+  FileWait wait_;
+  // The file hasn't answered for some time.
+  bool waits_ = false;
   std::optional<ImportColumns> columns_;
   std::vector<platform::DatabaseColumn> log_columns_;
   std::unique_ptr<platform::RowBatch> batch_;

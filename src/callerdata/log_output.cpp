@@ -1,19 +1,16 @@
 #include "callerdata/log_output.h"
 
 #include <algorithm>
-#include <array>
 
 #include "base/text.h"
 #include "callerdata/csv.h"
-#include "callerdata/draft_file.h"
 #include "callerdata/log_places.h"
 #include "callerdata/log_text.h"
 #include "callerdata/log_viewer.h"
-#include "clocks/show_plan_store.h"
+#include "callerdata/spared_files.h"
 #include "letters/path_text.h"
 #include "state/console_state.h"
 #include "state/guard.h"
-#include "state/settings_record.h"
 #include "state/wire.h"
 
 namespace lineweir {
@@ -21,13 +18,6 @@ namespace {
 
 // What fits into a slice of a few milliseconds.
 constexpr std::size_t rows_a_slice = 200;
-
-// The names of a log's files, behind its own name.
-constexpr std::array<std::string_view, 1> log_itself = {""};
-constexpr std::array<std::string_view, 3> files_beside_log = {"-wal", "-shm", "-journal"};
-
-// What the console itself writes into its folder.
-constexpr std::array own_files = {settings_file_name, trace_file_name};
 
 std::string file_name_of(const std::string& path) {
   const auto slash = path.find_last_of("/\\");
@@ -76,12 +66,12 @@ void LogOutput::ExportButton_Click() {
   const std::string file =
       ask_file("Export", "CSV Files (*.csv)|*.csv|All Files (*.*)|*.*", ".csv");
   if (file.empty()) return;
-  std::shared_ptr<platform::FileInMaking> output = state_.services.files.begin_replace(file);
+  auto target = open_target(file);
   const bool raw = state_.DatabaseViewer.RawExport.value != 0;
-  output->append(csv_record(cells(log_viewer_.column_names(), raw)));
-  Job job{"Exporting", "Exported", file, log_viewer_.shown_rows(), 0, {}, {}};
-  job.add_row = [output, raw](const auto& texts) { output->append(csv_record(cells(texts, raw))); };
-  job.finish = [output] { output->finish(); };
+  target->append(csv_record(cells(log_viewer_.column_names(), raw)));
+  Job job{"Exporting", "Exported", file, std::move(target), log_viewer_.shown_rows(), {}, {}};
+  job.row = [raw](const auto& texts) { return csv_record(cells(texts, raw)); };
+  job.rest = [] { return std::string(); };
   start(std::move(job));
 }
 
@@ -97,11 +87,17 @@ void LogOutput::PrintButton_Click() {
   }
   const std::string title =
       "Call log " + shown_file_name(state_.DatabaseViewer.Data1.database_name);
-  std::shared_ptr<platform::PrintedTable> output =
-      state_.services.printer.begin(file, title, columns);
-  Job job{"Printing", "Printed", file, log_viewer_.shown_rows(), 0, {}, {}};
-  job.add_row = [output](const auto& texts) { output->add_row(texts); };
-  job.finish = [output] { output->finish(); };
+  const std::shared_ptr<platform::PrintedTable> output =
+      state_.services.printer.begin(title, columns);
+  Job job{"Printing", "Printed", file, open_target(file), log_viewer_.shown_rows(), {}, {}};
+  job.row = [output](const auto& texts) {
+    output->add_row(texts);
+    return output->take();
+  };
+  job.rest = [output] {
+    output->finish();
+    return output->take();
+  };
   start(std::move(job));
 }
 
@@ -116,51 +112,15 @@ std::string LogOutput::ask_file(const std::string& title, const std::string& fil
   const auto file = state_.services.dialogs.ask_file(question);
   // The viewer may have been closed while the question stood.
   if (!file || trimmed(*file).empty() || !log_viewer_.open()) return {};
-  const std::string reason = why_not(*file);
-  if (reason.empty()) return *file;
-  const Failure refusal(failure_number::file_access,
-                        "The file '" + shown_file_name(*file) + "' " + reason +
-                            " and is not overwritten. Choose another name.");
-  report_failure(state_.trace, "DatabaseViewer", refusal);
-  state_.messages.tell(refusal);
-  return {};
+  return *file;
 }
 
-std::string LogOutput::why_not(const std::string& file) {
-  if (is_own_file(file)) return "belongs to Lineweir";
-  // Asked first: what the engine keeps beside a log is no file to open as a database.
-  if (is_log_file(file, files_beside_log)) return "belongs to the call log";
-  const bool database =
-      is_log_file(file, log_itself) || state_.services.databases.is_database(file);
-  return database ? "is a database" : "";
-}
-
-bool LogOutput::is_own_file(const std::string& file) const {
-  const auto is = [&](const std::string& own) {
-    return !own.empty() && state_.services.files.same_file(file, own);
-  };
-  return std::ranges::any_of(own_files,
-                             [&](std::string_view own) { return is(std::string(own)); }) ||
-         is(show_plan_.TheDataFileName) || is(state_.program.MessageFile) || is_draft_file(file);
-}
-
-// Those of other consoles in the folder count too.
-bool LogOutput::is_draft_file(const std::string& file) const {
-  for (int number = 1; number <= platform::most_console_files; ++number) {
-    const std::string name = platform::console_file_name(draft_file_name, number);
-    if (state_.services.files.same_file(file, name)) return true;
-  }
-  return false;
-}
-
-bool LogOutput::is_log_file(const std::string& file, std::span<const std::string_view> endings) {
-  const auto is_of = [&](const std::string& log) {
-    return !log.empty() && std::ranges::any_of(endings, [&](std::string_view ending) {
-      return state_.services.files.same_file(file, log + std::string(ending));
-    });
-  };
-  return is_of(state_.DatabaseViewer.Data1.database_name) ||
-         is_of(state_.Lineweir.Data1.database_name);
+std::unique_ptr<platform::FileTarget> LogOutput::open_target(const std::string& file) const {
+  auto target = state_.services.user_files.write(
+      file, spared_files(state_, show_plan_, shown_file_name(file)));
+  // Most files answer at once.
+  target->ready();
+  return target;
 }
 
 void LogOutput::start(Job job) {
@@ -195,21 +155,35 @@ void LogOutput::CancelWork_Click() {
 void LogOutput::slice() {
   if (!running()) return;
   Job& job = *job_;
-  const std::size_t end = std::min(job.next + rows_a_slice, job.rows.size());
-  for (; job.next < end; ++job.next) {
-    const auto texts = log_viewer_.texts(job.rows[job.next]);
-    // A call may have been removed by another program since.
-    if (!texts.empty()) job.add_row(texts);
+  const bool answered = job.all_given ? job.target->done() : job.target->ready();
+  const bool waits = job.wait.lasts(state_.services.loop.now(), answered);
+  if (waits) show(job.doing + ", waiting for the file");
+  if (!answered) return;
+  if (!job.all_given) {
+    give_rows(job);
+    if (!job.all_given) {
+      return show(job.doing + ", " + std::to_string(job.next * 100 / job.rows.size()) + " %");
+    }
+    if (!job.target->done()) return;
   }
-  if (job.next < job.rows.size()) {
-    return show(job.doing + ", " + std::to_string(job.next * 100 / job.rows.size()) + " %");
-  }
-  job.finish();
   const std::string result = job.done + " " +
                              calls_text(static_cast<std::int64_t>(job.rows.size())) + " to " +
                              shown_file_name(job.file);
   stop();
   show(result);
+}
+
+void LogOutput::give_rows(Job& job) {
+  const std::size_t end = std::min(job.next + rows_a_slice, job.rows.size());
+  for (; job.next < end; ++job.next) {
+    const auto texts = log_viewer_.texts(job.rows[job.next]);
+    // A call may have been removed by another program since.
+    if (!texts.empty()) job.target->append(job.row(texts));
+  }
+  if (job.next < job.rows.size()) return;
+  job.target->append(job.rest());
+  job.target->finish();
+  job.all_given = true;
 }
 
 std::string LogOutput::shown_file_name(const std::string& path) const {

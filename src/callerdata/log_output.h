@@ -2,13 +2,13 @@
 
 #include <functional>
 #include <memory>
-#include <span>
 #include <string>
 #include <vector>
 
+#include "callerdata/file_wait.h"
 #include "platform/database.h"
-#include "platform/files.h"
 #include "platform/table_printer.h"
+#include "platform/user_files.h"
 
 namespace lineweir {
 
@@ -32,27 +32,28 @@ class LogOutput {
     std::string doing;
     std::string done;
     std::string file;
+    std::unique_ptr<platform::FileTarget> target;
     std::vector<platform::RowId> rows;
+    // The bytes of a row, and those behind the last one.
+    std::function<std::string(const std::vector<std::string>& texts)> row;
+    std::function<std::string()> rest;
     std::size_t next = 0;
-    std::function<void(const std::vector<std::string>& texts)> add_row;
-    std::function<void()> finish;
+    bool all_given = false;
+    FileWait wait{};
   };
 
   void ExportButton_Click();
   void PrintButton_Click();
   void CancelWork_Click();
 
-  // The file to write, if the user names one and it may be written.
+  // The file to write, if the user names one.
   std::string ask_file(const std::string& title, const std::string& filter,
                        const std::string& extension);
-  // Why the file isn't to be written, as the end of a sentence about it; empty where it may be.
-  std::string why_not(const std::string& file);
-  bool is_own_file(const std::string& file) const;
-  bool is_draft_file(const std::string& file) const;
-  // Whether the file is one of the log that is shown, or of the one in use.
-  bool is_log_file(const std::string& file, std::span<const std::string_view> endings);
+  // Begins to write it, unless it is one of those that are not to be overwritten.
+  std::unique_ptr<platform::FileTarget> open_target(const std::string& file) const;
   void start(Job job);
   void slice();
+  void give_rows(Job& job);
   // Texts are UTF-8, as all that the viewer shows.
   std::string shown_file_name(const std::string& path) const;
   void show(const std::string& text);

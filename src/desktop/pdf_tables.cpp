@@ -1,17 +1,15 @@
 #include "desktop/pdf_tables.h"
 
-#include <QFile>
 #include <QFont>
+#include <QIODevice>
 #include <QLocale>
 #include <QPainter>
 #include <QPdfWriter>
-#include <QSaveFile>
 #include <QTextOption>
 #include <algorithm>
 #include <numeric>
 
 #include "base/failure.h"
-#include "letters/path_text.h"
 
 namespace lineweir {
 namespace {
@@ -35,13 +33,29 @@ QFont font_of(double points, bool bold) {
   return font;
 }
 
+// What is written, until it is taken.
+class TakenBytes final : public QIODevice {
+ public:
+  TakenBytes() { open(QIODevice::WriteOnly); }
+  bool isSequential() const override { return true; }
+  std::string take() { return std::exchange(bytes_, {}); }
+
+ protected:
+  qint64 readData(char*, qint64) override { return -1; }
+  qint64 writeData(const char* data, qint64 size) override {
+    bytes_.append(data, static_cast<std::size_t>(size));
+    return size;
+  }
+
+ private:
+  std::string bytes_;
+};
+
 class PdfTable final : public platform::PrintedTable {
  public:
-  PdfTable(const std::string& path, const std::string& title,
-           const std::vector<platform::PrintedColumn>& columns)
-      : path_(path), title_(shown(title)), file_(QFile::decodeName(path.c_str())) {
-    if (!file_.open(QIODevice::WriteOnly)) fail();
-    writer_ = std::make_unique<QPdfWriter>(&file_);
+  PdfTable(const std::string& title, const std::vector<platform::PrintedColumn>& columns)
+      : title_(shown(title)) {
+    writer_ = std::make_unique<QPdfWriter>(&bytes_);
     writer_->setTitle(title_);
     writer_->setCreator(QStringLiteral("Lineweir"));
     writer_->setResolution(dots_per_inch);
@@ -72,13 +86,13 @@ class PdfTable final : public platform::PrintedTable {
   void finish() override {
     painter_.end();
     writer_.reset();
-    if (!file_.commit()) fail();
   }
+
+  std::string take() override { return bytes_.take(); }
 
  private:
   [[noreturn]] void fail() {
-    throw Failure(failure_number::file_access,
-                  "Can't write " + path_ + ": " + file_.errorString().toStdString());
+    throw Failure(failure_number::file_access, "A page can't be printed.");
   }
 
   void place_columns(const std::vector<platform::PrintedColumn>& columns) {
@@ -149,11 +163,9 @@ class PdfTable final : public platform::PrintedTable {
     double width;
   };
 
-  std::string path_;
   QString title_;
   QStringList headings_;
-  // Leaves the old file unless it is committed.
-  QSaveFile file_;
+  TakenBytes bytes_;
   std::unique_ptr<QPdfWriter> writer_;
   QPainter painter_;
   QRect page_;
@@ -166,9 +178,8 @@ class PdfTable final : public platform::PrintedTable {
 }  // namespace
 
 std::unique_ptr<platform::PrintedTable> PdfTables::begin(
-    const std::string& path, const std::string& title,
-    const std::vector<platform::PrintedColumn>& columns) {
-  return std::make_unique<PdfTable>(file_name(letters_, path), title, columns);
+    const std::string& title, const std::vector<platform::PrintedColumn>& columns) {
+  return std::make_unique<PdfTable>(title, columns);
 }
 
 }  // namespace lineweir

@@ -30,6 +30,7 @@
 #include "platform/qt/qt_serial_port.h"
 #include "platform/qt/qt_system_clock.h"
 #include "platform/sqlite/sqlite_engine.h"
+#include "platform/threaded/threaded_user_files.h"
 
 namespace lineweir {
 namespace {
@@ -41,6 +42,24 @@ constexpr int switch_console_speed = 9600;
 // that log at the same moment are no outage.
 constexpr std::chrono::milliseconds no_wait{0};
 constexpr std::chrono::milliseconds log_wait{1000};
+
+// The console's files and what they are named and guarded by. Threads that wait for one of them may
+// outlive the console.
+struct FileAccess {
+  explicit FileAccess(const CodePage& page) : letters(page, &transliterator) {}
+
+  platform::IcuTransliterator transliterator;
+  CodePageLetters letters;
+  platform::GuardedFiles guard;
+  const std::filesystem::path folder = std::filesystem::current_path();
+  platform::DiskFiles files{folder, letters, &guard};
+};
+
+std::unique_ptr<platform::DatabaseEngine> make_engine(FileAccess& access,
+                                                      std::chrono::milliseconds lock_wait) {
+  return std::make_unique<platform::SqliteEngine>(access.folder, access.letters, lock_wait,
+                                                  &access.guard);
+}
 
 }  // namespace
 
@@ -58,24 +77,23 @@ void dress_application() {
 }
 
 int run_program(const CommandLine& command_line) {
-  const platform::IcuTransliterator transliterator;
-  const CodePageLetters letters(*command_line.code_page, &transliterator);
+  const auto access = std::make_shared<FileAccess>(*command_line.code_page);
+  const CodePageLetters& letters = access->letters;
   platform::QtEventLoop loop;
   platform::QtSystemClock clock;
   platform::QtRandomNumbers random;
-  const std::filesystem::path folder = std::filesystem::current_path();
-  platform::GuardedFiles guard;
-  platform::DiskFiles files(folder, letters, &guard);
+  platform::ThreadedUserFiles user_files(
+      {.files = std::shared_ptr<platform::StreamedFiles>(access, &access->files),
+       .is_database = [access](const std::string& path) {
+         return make_engine(*access, no_wait)->is_database(path);
+       }});
   SystemDialogs dialogs(letters);
-  platform::SqliteEngine databases(folder, letters, no_wait, &guard);
+  const auto databases = make_engine(*access, no_wait);
   platform::DiskCallJournal journal(
-      {.folder = folder,
-       .make_engine =
-           [&] {
-             return std::make_unique<platform::SqliteEngine>(folder, letters, log_wait, &guard);
-           },
+      {.folder = access->folder,
+       .make_engine = [access] { return make_engine(*access, log_wait); },
        .post = [&loop](std::function<void()> call) { loop.post(std::move(call)); }});
-  PdfTables printer(letters);
+  PdfTables printer;
   platform::QtSerialPort comm1(loop, box_speed, 1);
   platform::QtSerialPort comm2(loop, switch_console_speed, 2);
   platform::QtClientSocket winsock1(loop);
@@ -85,9 +103,10 @@ int run_program(const CommandLine& command_line) {
   Console console({.loop = loop,
                    .clock = clock,
                    .random = random,
-                   .files = files,
+                   .files = access->files,
+                   .user_files = user_files,
                    .dialogs = dialogs,
-                   .databases = databases,
+                   .databases = *databases,
                    .journal = journal,
                    .printer = printer,
                    .letters = letters,

@@ -13,7 +13,7 @@ namespace driver = lineweir::driver;
 namespace platform = lineweir::platform;
 
 // Each script has a workstation of its own; only the files stay.
-bool run_script(const std::string& path, platform::Files& files,
+bool run_script(const std::string& path, platform::StreamedFiles& files,
                 platform::DatabaseEngine& databases, const lineweir::Letters& letters) {
   std::ifstream script(path, std::ios::binary);
   if (!script) {

@@ -12,9 +12,10 @@ constexpr int settling_rounds = 100;
 
 }  // namespace
 
-Session::Session(platform::Files& files) : Session(files, platform_.databases, platform_.letters) {}
+Session::Session(platform::StreamedFiles& files)
+    : Session(files, platform_.databases, platform_.letters) {}
 
-Session::Session(platform::Files& files, platform::DatabaseEngine& databases,
+Session::Session(platform::StreamedFiles& files, platform::DatabaseEngine& databases,
                  const Letters& letters)
     : files_(files), databases_(databases), letters_(letters) {
   platform_.dialogs.on_message = [this](const std::string& text) { messages_.push_back(text); };

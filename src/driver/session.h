@@ -15,9 +15,10 @@ namespace lineweir::driver {
 class Session {
  public:
   // The console's files and databases are real, or in memory; all outlive the session.
-  Session(platform::Files& files, platform::DatabaseEngine& databases, const Letters& letters);
+  Session(platform::StreamedFiles& files, platform::DatabaseEngine& databases,
+          const Letters& letters);
   // Databases in memory, which last as long as the session, and letters of the default set.
-  explicit Session(platform::Files& files);
+  explicit Session(platform::StreamedFiles& files);
   Session(const Session&) = delete;
   Session& operator=(const Session&) = delete;
 
@@ -46,7 +47,7 @@ class Session {
  private:
   void remove_ended_console();
 
-  platform::Files& files_;
+  platform::StreamedFiles& files_;
   platform::ScriptedPlatform platform_;
   platform::DatabaseEngine& databases_;
   const Letters& letters_;

@@ -14,6 +14,7 @@
 #include "platform/serial_port.h"
 #include "platform/system_clock.h"
 #include "platform/table_printer.h"
+#include "platform/user_files.h"
 
 namespace lineweir::platform {
 
@@ -23,6 +24,7 @@ struct Services {
   SystemClock& clock;
   RandomNumbers& random;
   Files& files;
+  UserFiles& user_files;
   Dialogs& dialogs;
   DatabaseEngine& databases;
   CallJournal& journal;

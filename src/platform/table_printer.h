@@ -6,8 +6,7 @@
 
 namespace lineweir::platform {
 
-// A table that is being printed. Texts are UTF-8. Destroyed before it is finished, it leaves
-// nothing behind.
+// A table that is being printed. Texts are UTF-8.
 class PrintedTable {
  public:
   virtual ~PrintedTable() = default;
@@ -15,8 +14,11 @@ class PrintedTable {
   // One text a column; long ones take several lines.
   virtual void add_row(const std::vector<std::string>& texts) = 0;
 
-  // The document stands when this returns. Fails as TablePrinter::begin does.
+  // No row comes any more.
   virtual void finish() = 0;
+
+  // What has been made of the document since the last call; all of it together is the document.
+  virtual std::string take() = 0;
 };
 
 struct PrintedColumn {
@@ -30,9 +32,8 @@ class TablePrinter {
  public:
   virtual ~TablePrinter() = default;
 
-  // A PDF file of that name takes the place of the present one once it is finished. Where it can't
-  // be written a Failure of number 75 names the path and the reason.
-  virtual std::unique_ptr<PrintedTable> begin(const std::string& path, const std::string& title,
+  // A PDF document. Where it can't be made a Failure of number 75 tells the reason.
+  virtual std::unique_ptr<PrintedTable> begin(const std::string& title,
                                               const std::vector<PrintedColumn>& columns) = 0;
 };
 

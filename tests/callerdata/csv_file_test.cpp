@@ -3,7 +3,9 @@
 #include <doctest/doctest.h>
 
 #include "letters/code_page_letters.h"
+#include "platform/scripted/memory_databases.h"
 #include "platform/scripted/memory_files.h"
+#include "platform/scripted/scripted_user_files.h"
 #include "support/failure_number.h"
 
 namespace lineweir::test {
@@ -17,7 +19,9 @@ std::vector<Fields> table_of(const std::string& content,
   const CodePageLetters letters(page);
   platform::MemoryFiles files;
   files.replace("old.csv", content);
-  CsvFile file(files, "old.csv", letters);
+  platform::MemoryDatabases databases;
+  platform::ScriptedUserFiles user_files(files, databases);
+  CsvFile file(user_files, "old.csv", letters);
   std::vector<Fields> table;
   while (!file.at_end()) {
     file.work();
@@ -75,7 +79,9 @@ TEST_SUITE("callerdata/csv file") {
     CHECK(table_of("\xEF\xBB\xBF").empty());
     const CodePageLetters letters;
     platform::MemoryFiles files;
-    CHECK(failure_number_of([&] { CsvFile(files, "gone.csv", letters); }) == 75);
+    platform::MemoryDatabases databases;
+    platform::ScriptedUserFiles user_files(files, databases);
+    CHECK(failure_number_of([&] { CsvFile(user_files, "gone.csv", letters).work(); }) == 75);
   }
 }
 

@@ -289,6 +289,61 @@ TEST_SUITE("callerdata/log import") {
     CHECK_FALSE(test.preview().ImportOk.enabled);
   }
 
+  TEST_CASE("a file that doesn't answer is waited for, which is shown, and the console goes on") {
+    Import test;
+    test.platform.user_files.stall(true);
+    test.choose("Caller Name\r\nAnn\r\n");
+    REQUIRE(test.preview().visible);
+    test.wait(60000);
+    CHECK(test.preview().ResultLabel.caption == "Waiting for the file");
+    CHECK_FALSE(test.preview().ImportOk.enabled);
+    test.log_call("Bob");
+    test.wait();
+    CHECK(test.names() == Texts{"Bob"});
+    SUBCASE("it answers") {
+      test.platform.user_files.stall(false);
+      test.wait(10);
+      CHECK(test.preview().ResultLabel.caption == "1 call can be imported.");
+      test.import();
+      CHECK(test.take_messages() == Texts{"Imported 1 call."});
+    }
+    SUBCASE("it is gone by then") {
+      test.platform.user_files.stall(false);
+      test.platform.files.set_readable("old.csv", false);
+      test.wait(10);
+      CHECK(test.take_messages() == Texts{"The file old.csv can't be read."});
+      CHECK_FALSE(test.preview().loaded());
+    }
+    SUBCASE("the import is cancelled") {
+      test.preview().ImportCancel.on_click();
+      CHECK_FALSE(test.preview().loaded());
+      CHECK(test.take_messages().empty());
+      // Another file, while that one is still out.
+      test.platform.user_files.stall(false);
+      test.choose("Caller Name\r\nCarla\r\n");
+      CHECK(test.preview().ResultLabel.caption == "1 call can be imported.");
+    }
+    SUBCASE("the program ends") {
+      test.console.Lineweir.close();
+      CHECK(test.platform.ended);
+    }
+  }
+
+  TEST_CASE("a file that stops in its middle is waited for there") {
+    Import test;
+    std::string content = "Caller Name\r\n";
+    for (int i = 0; i < 100000; ++i) content += "new caller " + std::to_string(i) + "\r\n";
+    test.platform.files.replace("old.csv", content);
+    test.platform.dialogs.answer_file("old.csv");
+    test.form().ImportButton.on_click();
+    test.platform.user_files.stall(true);
+    test.wait();
+    CHECK(test.preview().ResultLabel.caption == "Waiting for the file");
+    test.platform.user_files.stall(false);
+    test.wait();
+    CHECK(test.preview().ResultLabel.caption == "100,000 calls can be imported.");
+  }
+
   TEST_CASE("cancelling, and closing the viewer, leave the log as it is") {
     Import test;
     test.choose("Caller Name\r\nAnn\r\n");

@@ -136,12 +136,12 @@ TEST_SUITE("clocks/set time") {
     auto given = platform.services();
     const platform::Services services{given.loop,           clock,
                                       given.random,         given.files,
-                                      given.dialogs,        given.databases,
-                                      given.journal,        given.printer,
-                                      given.letters,        given.comm1,
-                                      given.comm2,          given.winsock1,
-                                      given.remote_objects, given.process_number,
-                                      given.end_program};
+                                      given.user_files,     given.dialogs,
+                                      given.databases,      given.journal,
+                                      given.printer,        given.letters,
+                                      given.comm1,          given.comm2,
+                                      given.winsock1,       given.remote_objects,
+                                      given.process_number, given.end_program};
     Console console(services);
     console.startup.Main("");
     std::vector<std::string> messages;

@@ -24,10 +24,6 @@ class StubbornFiles final : public platform::Files {
     refuse_if_unwritable(path);
     files.replace(path, content);
   }
-  std::unique_ptr<platform::FileInMaking> begin_replace(const std::string& path) override {
-    refuse_if_unwritable(path);
-    return files.begin_replace(path);
-  }
   void append(const std::string& path, std::string_view content) override {
     refuse_if_unwritable(path);
     files.append(path, content);
@@ -36,12 +32,6 @@ class StubbornFiles final : public platform::Files {
   std::string current_directory() const override { return files.current_directory(); }
   std::unique_ptr<platform::ConsoleFile> console_file(const std::string& name) override {
     return files.console_file(name);
-  }
-  std::unique_ptr<platform::FileReader> open(const std::string& path) const override {
-    return files.open(path);
-  }
-  bool same_file(const std::string& path, const std::string& other) const override {
-    return files.same_file(path, other);
   }
 
   platform::MemoryFiles files;

@@ -352,7 +352,7 @@ TEST_CASE("a settings file that can't be read is told, and left as it is to the 
 }
 
 TEST_CASE("settings that can't be saved are told while the window still stands") {
-  class FullDisk final : public platform::Files {
+  class FullDisk final : public platform::StreamedFiles {
    public:
     std::optional<std::string> read(const std::string&) const override { return std::nullopt; }
     std::optional<std::string> why_unreadable(const std::string&) const override { return {}; }

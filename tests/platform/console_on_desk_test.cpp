@@ -105,9 +105,10 @@ struct ConsoleOnDesk {
  private:
   Services services() {
     Services all = rest.services();
-    return {loop,          all.clock,    all.random,         all.files,          all.dialogs,
-            all.databases, all.journal,  all.printer,        all.letters,        all.comm1,
-            comm2,         all.winsock1, all.remote_objects, all.process_number, all.end_program};
+    return {loop,           all.clock,          all.random,         all.files,
+            all.user_files, all.dialogs,        all.databases,      all.journal,
+            all.printer,    all.letters,        all.comm1,          comm2,
+            all.winsock1,   all.remote_objects, all.process_number, all.end_program};
   }
 };
 

@@ -74,6 +74,7 @@ platform::Services Seat::services() {
           .clock = all.clock,
           .random = chance_,
           .files = all.files,
+          .user_files = all.user_files,
           .dialogs = all.dialogs,
           .databases = all.databases,
           .journal = all.journal,

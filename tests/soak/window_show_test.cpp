@@ -118,9 +118,10 @@ struct WindowOnLine {
  private:
   platform::Services services() {
     platform::Services all = rest.services();
-    return {loop,          clock,        all.random,         all.files,          all.dialogs,
-            all.databases, all.journal,  all.printer,        all.letters,        comm1,
-            all.comm2,     all.winsock1, all.remote_objects, all.process_number, all.end_program};
+    return {loop,           clock,         all.random,   all.files,          all.user_files,
+            all.dialogs,    all.databases, all.journal,  all.printer,        all.letters,
+            comm1,          all.comm2,     all.winsock1, all.remote_objects, all.process_number,
+            all.end_program};
   }
 };
 

@@ -40,6 +40,15 @@ std::optional<OpenedFile> open_regular(const fs::path& path) {
   return OpenedFile{std::move(file), static_cast<std::uint64_t>(status.st_size)};
 }
 
+// The same, or a pipe, whose other end it waits for.
+std::optional<OpenedFile> open_stream(const fs::path& path) {
+  std::error_code error;
+  if (!fs::is_fifo(path, error)) return open_regular(path);
+  FileDescriptor pipe(::open(path.c_str(), O_RDONLY | O_CLOEXEC));
+  if (!pipe.is_open()) return std::nullopt;
+  return OpenedFile{std::move(pipe), 0};
+}
+
 // How many bytes there were; nothing where they can't be read.
 std::optional<std::size_t> read_some(const FileDescriptor& file, char* place, std::size_t most) {
   while (true) {
@@ -168,7 +177,7 @@ std::optional<std::string> DiskFiles::why_unreadable(const std::string& path) co
 std::unique_ptr<FileReader> DiskFiles::open(const std::string& path) const {
   const fs::path place = locate(path);
   if (guarded(place)) return nullptr;
-  auto file = open_regular(place);
+  auto file = open_stream(place);
   return file ? std::make_unique<DiskFileReader>(place.string(), *std::move(file)) : nullptr;
 }
 

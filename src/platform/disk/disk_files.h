@@ -4,13 +4,13 @@
 
 #include "letters/letters.h"
 #include "platform/disk/guarded_files.h"
-#include "platform/files.h"
+#include "platform/streamed_files.h"
 
 namespace lineweir::platform {
 
 // The files of the disk, below a working directory that never changes. A path names a file whatever
 // the case of its letters, unless a file of exactly that name exists.
-class DiskFiles final : public Files {
+class DiskFiles final : public StreamedFiles {
  public:
   // A relative directory is resolved against the process's own, once. Paths are texts in the
   // letters. Guarded files are never opened here: they can't be read or written. Letters and guard

@@ -4,12 +4,12 @@
 #include <set>
 #include <string>
 
-#include "platform/files.h"
+#include "platform/streamed_files.h"
 
 namespace lineweir::platform {
 
 // Files that are in memory and last as long as this object.
-class MemoryFiles final : public Files {
+class MemoryFiles final : public StreamedFiles {
  public:
   std::optional<std::string> read(const std::string& path) const override {
     const auto file = files_.find(path);
@@ -36,7 +36,8 @@ class MemoryFiles final : public Files {
   }
   std::unique_ptr<FileReader> open(const std::string& path) const override {
     const auto file = files_.find(path);
-    return file == files_.end() ? nullptr : std::make_unique<Reader>(file->second);
+    const bool readable = file != files_.end() && !unreadable_.contains(path);
+    return readable ? std::make_unique<Reader>(file->second) : nullptr;
   }
   bool same_file(const std::string& path, const std::string& other) const override {
     return path == other;

@@ -16,17 +16,19 @@ ScriptedPlatform::~ScriptedPlatform() = default;
 
 Services ScriptedPlatform::services() { return services(files, databases); }
 
-Services ScriptedPlatform::services(Files& other_files, DatabaseEngine& other_databases) {
+Services ScriptedPlatform::services(StreamedFiles& other_files, DatabaseEngine& other_databases) {
   return services(other_files, other_databases, letters);
 }
 
-Services ScriptedPlatform::services(Files& other_files, DatabaseEngine& other_databases,
+Services ScriptedPlatform::services(StreamedFiles& other_files, DatabaseEngine& other_databases,
                                     const Letters& other_letters) {
   failing_databases.use(other_databases);
+  user_files.use(other_files);
   return {.loop = loop,
           .clock = clock,
           .random = random,
           .files = other_files,
+          .user_files = user_files,
           .dialogs = dialogs,
           .databases = failing_databases,
           .journal = journal,

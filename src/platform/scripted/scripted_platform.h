@@ -14,6 +14,7 @@
 #include "platform/scripted/scripted_serial_port.h"
 #include "platform/scripted/scripted_system_clock.h"
 #include "platform/scripted/scripted_table_printer.h"
+#include "platform/scripted/scripted_user_files.h"
 #include "platform/scripted/virtual_event_loop.h"
 #include "platform/services.h"
 
@@ -40,6 +41,7 @@ struct ScriptedPlatform {
   MemoryDatabases databases;
   // What the console sees of them, or of other databases.
   FailingDatabases failing_databases{databases};
+  ScriptedUserFiles user_files{files, failing_databases};
   LoopCallJournal journal{loop, failing_databases};
   ScriptedTablePrinter printer;
   CodePageLetters letters;
@@ -52,8 +54,8 @@ struct ScriptedPlatform {
 
   // All services, with the files, databases and letters of this workstation or with others.
   Services services();
-  Services services(Files& other_files, DatabaseEngine& other_databases);
-  Services services(Files& other_files, DatabaseEngine& other_databases,
+  Services services(StreamedFiles& other_files, DatabaseEngine& other_databases);
+  Services services(StreamedFiles& other_files, DatabaseEngine& other_databases,
                     const Letters& other_letters);
 
   // The console has gone: ports and connections are as before a program's start.

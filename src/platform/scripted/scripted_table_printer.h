@@ -1,43 +1,38 @@
 #pragma once
 
-#include <map>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "platform/table_printer.h"
 
 namespace lineweir::platform {
 
-// Keeps what is printed, by the path of the document.
+// Prints plain text: the title, then the headings and each row as a line of texts parted by tabs.
 class ScriptedTablePrinter final : public TablePrinter {
  public:
-  struct Document {
-    std::string title;
-    std::vector<PrintedColumn> columns;
-    std::vector<std::vector<std::string>> rows;
-  };
-
-  std::map<std::string, Document> documents;
-
-  std::unique_ptr<PrintedTable> begin(const std::string& path, const std::string& title,
+  std::unique_ptr<PrintedTable> begin(const std::string& title,
                                       const std::vector<PrintedColumn>& columns) override {
-    return std::make_unique<InMaking>(*this, path, Document{title, columns, {}});
+    auto table = std::make_unique<PlainTable>(title + "\n");
+    std::vector<std::string> headings;
+    for (const PrintedColumn& column : columns) headings.push_back(column.heading);
+    table->add_row(headings);
+    return table;
   }
 
  private:
-  class InMaking final : public PrintedTable {
+  class PlainTable final : public PrintedTable {
    public:
-    InMaking(ScriptedTablePrinter& printer, std::string path, Document document)
-        : printer_(printer), path_(std::move(path)), document_(std::move(document)) {}
+    explicit PlainTable(std::string text) : text_(std::move(text)) {}
     void add_row(const std::vector<std::string>& texts) override {
-      document_.rows.push_back(texts);
+      for (std::size_t i = 0; i < texts.size(); ++i) text_ += (i > 0 ? "\t" : "") + texts[i];
+      text_ += "\n";
     }
-    void finish() override { printer_.documents[path_] = std::move(document_); }
+    void finish() override {}
+    std::string take() override { return std::exchange(text_, {}); }
 
    private:
-    ScriptedTablePrinter& printer_;
-    std::string path_;
-    Document document_;
+    std::string text_;
   };
 };
 
