@@ -20,6 +20,7 @@ constexpr std::string_view regular_word = "X";
 
 void PhoneCommands::PhoneCommand(std::string_view TheCommand, int TheBank) {
   StudioLink& link = links_.in_use();
+  if (link.locks_keys()) return link_.command_given();
   link.command("Lineweir_PhoneCommand", TheCommand, TheBank);
   if (!link.tells_lost_commands() && TheCommand != regular_word) link_.command_given();
 }

@@ -71,6 +71,7 @@
 #include "serverlink/server_link.h"
 #include "serverlink/server_notices.h"
 #include "serverlink/server_phones.h"
+#include "serverlink/server_watch.h"
 #include "serverlink/socket_link.h"
 #include "serverlink/studio_groups.h"
 #include "serverlink/studio_shape.h"
@@ -167,6 +168,7 @@ struct Console : ConsoleState {
   StudioGroups studio_groups;
   ServerPhones server_phones;
   ServerNotices server_notices;
+  ServerWatch server_watch;
   LoginDialogs login_dialogs;
 
   // Keys, start and stop.

@@ -295,19 +295,28 @@ void Startup::connect(const SettingsRecord* record) {
 
 void Startup::connect_socket() {
   MainForm& form = state_.Lineweir;
+  const ServerConnection::Turn turn(server_connection_);
   step([&] { server_connection_.begin(); });
   port_.close();
   for (int number = 1; number <= 4; ++number) form.Com(number).checked = false;
   form.NetworkConnectionOption.checked = false;
-  if (!server_connection_.await()) {
+  const auto outcome = server_connection_.await();
+  if (outcome == ServerConnection::Outcome::Superseded) return;
+  if (outcome == ServerConnection::Outcome::Failed) {
+    state_.messages.ShowMessage(no_server_message);
     form.Shape1.fill_color = color_red;
     port_.want_other_way(connection_socket);
     return;
   }
-  if (login_exchange_.TextWrit_PasswordA(true) == LoginResult::Accepted) {
-    TextWrit_SockConnecter(state_, server_, SessionReason::ProgramStart);
-  } else {
-    login_needed_ = true;
+  switch (login_exchange_.TextWrit_PasswordA(true)) {
+    case LoginResult::Accepted:
+      return TextWrit_SockConnecter(state_, server_, SessionReason::ProgramStart);
+    case LoginResult::Rejected:
+    case LoginResult::NoAnswer:
+      login_needed_ = true;
+      return;
+    case LoginResult::Superseded:
+      return;
   }
 }
 

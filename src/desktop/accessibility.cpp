@@ -30,6 +30,7 @@ QAccessible::Role role_of(Look look) {
       return QAccessible::Cell;
     case Look::PanelText:
     case Look::PanelWarning:
+    case Look::PanelBanner:
     case Look::KeyCaption:
     case Look::DropCaption:
     case Look::HoldCaption:

@@ -70,6 +70,7 @@ constexpr std::array looks = {
     ElementLook{"Label1", Look::PanelText, "Link to the telephone system"},
     ElementLook{"Text1", Look::Message, "Messages"},
     ElementLook{"Text2", Look::Entry, "Message to send"},
+    ElementLook{"ServerSilence", Look::PanelBanner, "Word from the server"},
     ElementLook{"LogWaiting", Look::PanelWarning, "Calls that wait for the call log"},
 
     ElementLook{"lblTime", Look::PanelText, "Clock caption"},

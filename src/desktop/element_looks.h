@@ -20,6 +20,7 @@ enum class Look {
   PanelText,
   // Something that the user should see to.
   PanelWarning,
+  PanelBanner,
   Strip,
   RowText,
   // Digits that don't move when they change.

@@ -90,6 +90,7 @@ TextLine LabelWidget::line() const {
     return result;
   }
   const QRect place(QPoint(0, 0), device_place().size());
+  if (look == Look::PanelBanner) result.font.setBold(true);
   result.font = font_for_height(result.font, place.height());
   if (stays_whole()) {
     const int natural = result.font.pixelSize();
@@ -115,6 +116,8 @@ QColor LabelWidget::text_color() const {
       return QColor::fromRgb(theme.clock.text);
     case Look::ClockText:
       return QColor::fromRgb(theme.clock_small_text);
+    case Look::PanelBanner:
+      return readable_on(QColor::fromRgb(theme.warning), Qt::black);
     case Look::PanelWarning:
       return QColor::fromRgb(theme.warning);
     default:
@@ -134,6 +137,13 @@ QRect LabelWidget::text_box(const QRect& face) const {
 }
 
 void LabelWidget::paint(QPainter& painter, const QRect& face) {
+  if (element_look().look == Look::PanelBanner) {
+    const double corner = 3 * brushwork().unit;
+    painter.setRenderHint(QPainter::Antialiasing, true);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(QColor::fromRgb(canvas().theme().warning));
+    painter.drawRoundedRect(face, corner, corner);
+  }
   paint_text(painter, text_box(face), line());
 }
 

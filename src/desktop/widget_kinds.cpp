@@ -23,6 +23,7 @@ ElementWidget* make_element_widget(FormCanvas& canvas, Control& control) {
     case Look::Heading:
     case Look::PanelText:
     case Look::PanelWarning:
+    case Look::PanelBanner:
     case Look::RowText:
     case Look::RowTime:
     case Look::ClockDigits:

@@ -144,6 +144,13 @@ Place log_waiting_place(int visible_lines) {
   return {message.left, message.top + message.height + gap, message.width, 255};
 }
 
+Place server_silence_place(int visible_lines) {
+  if (visible_lines <= 10) return {1500, 30, 6000, 255};
+  if (visible_lines <= 18) return {1310, 30, 8440, 255};
+  // Beside the link's label, whose text stands on the left.
+  return {4310, 210, 5440, 255};
+}
+
 int row_top(int visible_lines, int row) {
   return layout_range(visible_lines).first_row_top + row_pitch * row;
 }

@@ -54,6 +54,9 @@ Place link_label_place(int visible_lines);
 // The words below the message display that tell of calls which wait for their log, on the panel.
 Place log_waiting_place(int visible_lines);
 
+// The banner above the keys of the panel that tells of a server which is silent, on the panel.
+Place server_silence_place(int visible_lines);
+
 // The row's top and the panel's.
 int row_top(int visible_lines, int row);
 int panel_top(int visible_lines);

@@ -50,9 +50,10 @@ MainForm::MainForm()
         static_cast<Control*>(&Dial), static_cast<Control*>(&OptionsButton),
         static_cast<Control*>(&Shape1), static_cast<Control*>(&Label1),
         static_cast<Control*>(&Text1), static_cast<Control*>(&Text2),
-        static_cast<Control*>(&LogWaiting), static_cast<Control*>(&picRealTimeClock),
-        static_cast<Control*>(&picShowTimeClock), static_cast<Control*>(&RealTime2),
-        static_cast<Control*>(&CountDownTime2), static_cast<Control*>(&StatusText2)}) {
+        static_cast<Control*>(&LogWaiting), static_cast<Control*>(&ServerSilence),
+        static_cast<Control*>(&picRealTimeClock), static_cast<Control*>(&picShowTimeClock),
+        static_cast<Control*>(&RealTime2), static_cast<Control*>(&CountDownTime2),
+        static_cast<Control*>(&StatusText2)}) {
     on_panel->set_container(&ScreenBottom);
   }
 

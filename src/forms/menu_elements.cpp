@@ -89,6 +89,7 @@ MenuElements::MenuElements(Form& form)
   NextGenPhone.wire([this](MenuItem& item) { item.set_parent(NextGenPhoneMenu); });
   StudioGr.wire([this](MenuItem& item) { item.set_parent(ConfigurationMenuItem); });
   StudioGr(0).caption = "Group 1";
+  NextGenPhone.load(1).visible = false;
 
   ResetLineweirSize.shortcut = "F5";
   ServerShowData.visible = false;

@@ -67,7 +67,8 @@ PanelElements::PanelElements(Form& form)
       Label1(form, "Label1"),
       Text1(form, "Text1"),
       Text2(form, "Text2"),
-      LogWaiting(form, "LogWaiting") {
+      LogWaiting(form, "LogWaiting"),
+      ServerSilence(form, "ServerSilence") {
   lay_on(Drop1, Drop1Image, Drop1Label, "&DROP", pictures::DropSmallUp);
   lay_on(Hold1, Hold1Image, Hold1Label, "&HOLD", pictures::DropSmallUp);
   lay_on(Drop2, Drop2Image, Drop2Label, "D&ROP", pictures::DropSmallUp);
@@ -85,6 +86,8 @@ PanelElements::PanelElements(Form& form)
   Text2.visible = false;
   Text2.enabled = false;
   LogWaiting.visible = false;
+  ServerSilence.visible = false;
+  ServerSilence.alignment = align_center;
 }
 
 std::array<PanelButton, 8> PanelElements::panel_buttons() {

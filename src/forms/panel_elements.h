@@ -60,6 +60,7 @@ struct PanelElements {
   TextBox Text1;
   TextBox Text2;
   Label LogWaiting;
+  Label ServerSilence;
 
   std::array<PanelButton, 8> panel_buttons();
 };

@@ -74,6 +74,10 @@ class StudioLink {
     return "There is no link: choose one in the menu Port.";
   }
 
+  // Whether commands are not to go out now, as nobody would know what becomes of them. The user is
+  // told the trouble instead.
+  virtual bool locks_keys() const { return false; }
+
   // Whether a command that can't go out is told with a message of this way's own.
   virtual bool tells_lost_commands() const { return false; }
 

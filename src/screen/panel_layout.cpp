@@ -41,6 +41,7 @@ void lay_out_panel(MainForm& form, int visible_lines, const DesignScale& scale) 
   place(form.Text1, scale.of(message_place(visible_lines)));
   place(form.Text2, scale.of(message_place(visible_lines)));
   place(form.LogWaiting, scale.of(log_waiting_place(visible_lines)));
+  place(form.ServerSilence, scale.of(server_silence_place(visible_lines)));
   form.Shape1.set_container(range.lamp_on_form ? nullptr : &form.ScreenBottom);
   place(form.Shape1, scale.of(range.lamp));
 }

@@ -1,5 +1,6 @@
 #include "serverlink/login_dialogs.h"
 
+#include <optional>
 #include <string>
 
 #include "base/text.h"
@@ -82,6 +83,10 @@ LoginDialogs::LoginDialogs(ConsoleState& state, const Links& links, ServerLink& 
        [this] { LoginCombo_Change(); });
   wire(login.PasswordTextBox.on_change, trace, "LoginForm_PasswordTextBox_Change",
        [this] { PasswordTextBox_Change(); });
+  wire(login.PasswordTextBox.on_key_press, trace, "LoginForm_PasswordTextBox_KeyPress",
+       [this](int& key) { PasswordTextBox_KeyPress(key); });
+  wire(login.on_key_down, trace, "LoginForm_Form_KeyDown",
+       [this](int& key_code, int) { LoginForm_KeyDown(key_code); });
   wire(login.ConnectButton.on_click, trace, "LoginForm_ConnectButton_Click",
        [this] { ConnectButton_Click(); });
   wire(state.MyMsgbox.ReconnectButton.on_click, trace, "MyMsgBox_ReconnectButton_Click",
@@ -89,11 +94,15 @@ LoginDialogs::LoginDialogs(ConsoleState& state, const Links& links, ServerLink& 
 }
 
 void LoginDialogs::WinsockMenu_Click() {
+  leave_other_ways();
+  state_.WinsockOptions.show();
+}
+
+void LoginDialogs::leave_other_ways() {
   MainForm& form = state_.Lineweir;
   port_.close();
   for (int number = 1; number <= 4; ++number) form.Com(number).checked = false;
   form.NetworkConnectionOption.checked = false;
-  state_.WinsockOptions.show();
 }
 
 void LoginDialogs::WinsockOptions_Load() {
@@ -104,6 +113,7 @@ void LoginDialogs::WinsockOptions_Load() {
 
 void LoginDialogs::SockConnect_Click() {
   WinsockOptionsForm& form = state_.WinsockOptions;
+  const ServerConnection::Turn turn(connection_);
   connection_.close();
   state_.services.loop.yield();
   const Hourglass hourglass(state_.Lineweir);
@@ -112,14 +122,14 @@ void LoginDialogs::SockConnect_Click() {
   window_.RestartingSocket = true;
   connection_.begin();
   state_.Lineweir.WinsockMenu.checked = true;
-  if (!connection_.await()) return;
+  if (!stands()) return;
   const LoginResult result = exchange_.TextWrit_PasswordA(false);
   if (result == LoginResult::Rejected) {
     state_.LoginForm.show();
   } else {
     go_on(result);
   }
-  form.unload();
+  if (result != LoginResult::Superseded) form.unload();
 }
 
 void LoginDialogs::LoginForm_Load() {
@@ -142,6 +152,18 @@ void LoginDialogs::PasswordTextBox_Change() {
   state_.login.UserPassword = cut_to<password_length>(form.PasswordTextBox);
 }
 
+void LoginDialogs::PasswordTextBox_KeyPress(int& key) {
+  if (key != enter_key) return;
+  key = 0;
+  state_.LoginForm.ConnectButton.on_click();
+}
+
+void LoginDialogs::LoginForm_KeyDown(int& key_code) {
+  if (key_code != trace_key || !state_.program.DebugMode) return;
+  key_code = 0;
+  state_.DebugForm.show();
+}
+
 void LoginDialogs::take_typed() {
   UserLoginForm& form = state_.LoginForm;
   state_.login.UserName = left_part(trimmed(form.LoginCombo.text.get()), user_name_length);
@@ -151,17 +173,28 @@ void LoginDialogs::take_typed() {
 void LoginDialogs::ConnectButton_Click() {
   UserLoginForm& form = state_.LoginForm;
   take_typed();
+  const ServerConnection::Turn turn(connection_);
   const Hourglass hourglass(state_.Lineweir);
   if (form.ChangeUser && !change_user()) return;
-  connection_.expect_free_lines();
+  // While a session runs its lines are as they are, whatever comes of this login.
+  if (!state_.login.ServerAlive) connection_.expect_free_lines();
   state_.Lineweir.WinsockMenu.checked = true;
   if (state_.services.winsock1.state() != platform::socket_connected) {
     state_.messages.show_box();
     form.unload();
     return;
   }
-  if (go_on(exchange_.TextWrit_PasswordB())) form.unload();
-  show_user_name();
+  const LoginResult result = exchange_.TextWrit_PasswordB();
+  if (go_on(result)) form.unload();
+  if (result != LoginResult::Superseded) show_user_name();
+}
+
+bool LoginDialogs::stands() {
+  const auto outcome = connection_.await();
+  if (outcome == ServerConnection::Outcome::Failed) {
+    state_.messages.ShowMessage(no_server_message);
+  }
+  return outcome == ServerConnection::Outcome::Stands;
 }
 
 bool LoginDialogs::change_user() {
@@ -175,21 +208,31 @@ bool LoginDialogs::change_user() {
     });
     take_typed();
   }
+  leave_other_ways();
   connection_.close();
   state_.services.loop.yield();
   connection_.begin();
-  return connection_.await();
+  return stands();
 }
 
 void LoginDialogs::ReconnectButton_Click() {
+  const ServerConnection::Turn turn(connection_);
   connection_.close();
   state_.services.loop.yield();
-  const Hourglass main_hourglass(state_.Lineweir);
-  const Hourglass box_hourglass(state_.MyMsgbox);
+  std::optional<Hourglass> main_hourglass(state_.Lineweir);
+  std::optional<Hourglass> box_hourglass(state_.MyMsgbox);
   connection_.begin();
-  if (!connection_.await()) return;
-  const bool is_in = go_on(exchange_.TextWrit_PasswordB());
-  show_user_name();
+  const auto outcome = connection_.await();
+  if (outcome == ServerConnection::Outcome::Superseded) return;
+  if (outcome == ServerConnection::Outcome::Failed) {
+    main_hourglass.reset();
+    box_hourglass.reset();
+    // The box goes on offering what has just failed.
+    return state_.services.dialogs.message(std::string(no_server_message));
+  }
+  const LoginResult result = exchange_.TextWrit_PasswordB();
+  const bool is_in = go_on(result);
+  if (result != LoginResult::Superseded) show_user_name();
   if (is_in) state_.MyMsgbox.unload();
 }
 
@@ -203,6 +246,8 @@ bool LoginDialogs::go_on(LoginResult result) {
       return false;
     case LoginResult::NoAnswer:
       state_.messages.ShowMessage("Password Response Not Received!");
+      return false;
+    case LoginResult::Superseded:
       return false;
   }
   return false;

@@ -24,14 +24,19 @@ class LoginDialogs {
 
  private:
   void WinsockMenu_Click();
+  void leave_other_ways();
   void WinsockOptions_Load();
   void SockConnect_Click();
 
   void LoginForm_Load();
   void LoginCombo_Change();
   void PasswordTextBox_Change();
+  void PasswordTextBox_KeyPress(int& key);
+  void LoginForm_KeyDown(int& key_code);
   void ConnectButton_Click();
   bool change_user();
+  // Waits for the connection; tells the user of one that fails.
+  bool stands();
   void take_typed();
 
   void ReconnectButton_Click();

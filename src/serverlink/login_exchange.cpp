@@ -1,10 +1,13 @@
 #include "serverlink/login_exchange.h"
 
+#include <utility>
+
 #include "base/text.h"
 #include "callerdata/caller_data.h"
 #include "serverlink/access_rights.h"
 #include "serverlink/credentials.h"
 #include "serverlink/reply_code.h"
+#include "serverlink/server_connection.h"
 #include "serverlink/server_link.h"
 #include "serverlink/user_profile.h"
 #include "state/console_state.h"
@@ -50,7 +53,7 @@ LoginResult LoginExchange::TextWrit_PasswordA(bool Skip) {
     ServerPacket question = server_.packet(ClientCommand::CmdLoginCheck);
     if (!Skip) question.set_buffer(credentials(state_));
     const auto limit = state_.program.DebugMode ? answer_limit_with_trace : answer_limit;
-    result = exchange(question, meaning_for_check, limit);
+    result = exchange(std::move(question), meaning_for_check, limit);
     if (result != LoginResult::Accepted) return;
     welcome_user();
     if (Skip && state_.login.LastReplyCode == reply_check_accepted) enter_group_of_profile();
@@ -61,31 +64,53 @@ LoginResult LoginExchange::TextWrit_PasswordA(bool Skip) {
 LoginResult LoginExchange::TextWrit_PasswordB() {
   LoginResult result = LoginResult::NoAnswer;
   guard(state_.trace, "TextWrit_PasswordB", [&] {
-    ServerPacket question = server_.packet(ClientCommand::CmdPasswordLogin);
-    question.set_buffer(credentials(state_));
-    result = exchange(question, meaning_for_password, answer_limit);
-    if (result != LoginResult::Accepted) return;
-    welcome_user();
-    enter_group_of_profile();
+    result = exchange(password_login(), meaning_for_password, answer_limit);
+    if (result == LoginResult::Accepted) enter();
   });
   return result;
 }
 
-LoginResult LoginExchange::exchange(const ServerPacket& question, Meaning meaning,
+void LoginExchange::ask_for_password_login() { ask(password_login()); }
+
+LoginResult LoginExchange::password_answer() {
+  const LoginResult result = meaning_for_password(state_.login.LastReplyCode);
+  if (result == LoginResult::Accepted) enter();
+  return result;
+}
+
+ServerPacket LoginExchange::password_login() const {
+  ServerPacket question = server_.packet(ClientCommand::CmdPasswordLogin);
+  question.set_buffer(credentials(state_));
+  return question;
+}
+
+void LoginExchange::ask(ServerPacket question) {
+  state_.login.LastReplyCode = reply_none;
+  server_.send(std::move(question));
+}
+
+LoginResult LoginExchange::exchange(ServerPacket question, Meaning meaning,
                                     platform::Milliseconds limit) {
   platform::EventLoop& loop = state_.services.loop;
-  state_.login.LastReplyCode = reply_none;
-  server_.send(question);
+  const int attempt = connection_.attempts();
+  const int number = ++exchanges_;
+  ask(std::move(question));
   loop.run_pending();
   const auto start = loop.now();
   for (;;) {
     const LoginResult result = meaning(state_.login.LastReplyCode);
+    if (connection_.attempts() != attempt || exchanges_ != number) return LoginResult::Superseded;
     if (result != LoginResult::NoAnswer) return result;
     if (loop.now() - start > limit) break;
     loop.yield();
   }
   state_.messages.ShowMessage("Password response not received!");
   return LoginResult::NoAnswer;
+}
+
+void LoginExchange::enter() {
+  welcome_user();
+  enter_group_of_profile();
 }
 
 void LoginExchange::welcome_user() {
@@ -100,7 +125,8 @@ void LoginExchange::enter_group_of_profile() {
   const std::string& block = state_.login.ProfileBlock;
   if (block.size() <= longest_block_without_fields) return;
   const int group = group_of_profile(block);
-  if (group == no_group || group == state_.program.GroupNumber) return;
+  // A frame's field holds no other group.
+  if (group < 0 || group > no_value || group == state_.program.GroupNumber) return;
   rights_.RequestAccessRights(group);
   caller_data_.leave_group();
   state_.program.GroupNumber = group;

@@ -9,19 +9,30 @@ namespace lineweir {
 
 class AccessRights;
 class CallerDataEntry;
+class ServerConnection;
 class ServerLink;
 struct ConsoleState;
 
 // What a login exchange comes to.
-enum class LoginResult { Accepted = 0, Rejected = 1, NoAnswer = 2 };
+enum class LoginResult {
+  Accepted = 0,
+  Rejected = 1,
+  NoAnswer = 2,
+  // The user has begun another exchange, or asked for another connection, during the wait.
+  Superseded = 3,
+};
 
 // The check of the user's name and password by the server. Both exchanges let events run until the
 // answer is there; without one in time the user is told.
 class LoginExchange {
  public:
-  LoginExchange(ConsoleState& state, ServerLink& server, AccessRights& rights,
-                CallerDataEntry& caller_data)
-      : state_(state), server_(server), rights_(rights), caller_data_(caller_data) {}
+  LoginExchange(ConsoleState& state, ServerLink& server, const ServerConnection& connection,
+                AccessRights& rights, CallerDataEntry& caller_data)
+      : state_(state),
+        server_(server),
+        connection_(connection),
+        rights_(rights),
+        caller_data_(caller_data) {}
 
   // The check without a dialog, with the name and password that the console holds, or with none if
   // Skip: then the server decides by the connection alone. At most 20 seconds, 2000 while the trace
@@ -31,18 +42,29 @@ class LoginExchange {
   // The check with what the user has typed; at most 20 seconds.
   LoginResult TextWrit_PasswordB();
 
+  // The same for who doesn't wait: asks, and tells what the server has answered by now. An accepted
+  // login is to be taken from it once.
+  void ask_for_password_login();
+  LoginResult password_answer();
+
  private:
   // What an answer that has come means; NoAnswer for one that the exchange doesn't look at.
   using Meaning = LoginResult (*)(int reply_code);
 
-  LoginResult exchange(const ServerPacket& question, Meaning meaning, platform::Milliseconds limit);
+  LoginResult exchange(ServerPacket question, Meaning meaning, platform::Milliseconds limit);
+  void ask(ServerPacket question);
+  ServerPacket password_login() const;
+  // The server has let the user in.
+  void enter();
   void welcome_user();
   void enter_group_of_profile();
 
   ConsoleState& state_;
   ServerLink& server_;
+  const ServerConnection& connection_;
   AccessRights& rights_;
   CallerDataEntry& caller_data_;
+  int exchanges_ = 0;
 };
 
 }  // namespace lineweir

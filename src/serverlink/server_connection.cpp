@@ -1,6 +1,7 @@
 #include "serverlink/server_connection.h"
 
 #include "serverlink/line_events.h"
+#include "serverlink/server_link.h"
 #include "state/console_state.h"
 #include "state/wire.h"
 
@@ -12,13 +13,14 @@ constexpr std::string_view initial_status_text = "F00F01F02F03F04F05F06F07F08F09
 
 }  // namespace
 
-ServerConnection::ServerConnection(ConsoleState& state, LineEvents& line_events)
-    : state_(state), line_events_(line_events) {
+ServerConnection::ServerConnection(ConsoleState& state, ServerLink& server, LineEvents& line_events)
+    : state_(state), server_(server), line_events_(line_events) {
   wire(state.services.winsock1.on_connect, state_.trace, "Lineweir_Winsock1_Connect",
        [this] { Winsock1_Connect(); });
 }
 
 void ServerConnection::close() {
+  wanted_ = false;
   if (state_.services.winsock1.state() != platform::socket_closed) {
     state_.services.winsock1.close();
   }
@@ -28,24 +30,31 @@ void ServerConnection::expect_free_lines() { line_events_.TheStatusText = initia
 
 void ServerConnection::begin() {
   close();
+  wanted_ = true;
+  ++attempts_;
+  state_.login.SessionBegun = false;
   expect_free_lines();
+  server_.expect_new_stream();
+  if (on_begin) on_begin();
   state_.services.winsock1.connect(state_.login.ServerHost, state_.login.ServerPort);
 }
 
-bool ServerConnection::await() {
+ServerConnection::Outcome ServerConnection::await() {
   platform::EventLoop& loop = state_.services.loop;
   const auto start = loop.now();
+  const int attempt = attempts_;
   while (state_.services.winsock1.state() != platform::socket_connected) {
     if (loop.now() - start > connection_limit) {
       // One that comes later would stand without a login.
       state_.services.winsock1.close();
-      state_.messages.ShowMessage("Error communicating remote socket! No Server Available!");
-      state_.Lineweir.mouse_pointer = pointer_default;
-      return false;
+      return Outcome::Failed;
     }
     loop.yield();
+    if (attempts_ != attempt) return Outcome::Superseded;
   }
-  return true;
+  // The former session's polls would keep the lamp green where this one never begins.
+  state_.Lineweir.SyncTimeTimer.enabled = false;
+  return Outcome::Stands;
 }
 
 void ServerConnection::Winsock1_Connect() { state_.Lineweir.WinsockMenu.checked = true; }

@@ -1,16 +1,42 @@
 #pragma once
 
+#include <functional>
+#include <string_view>
+
 namespace lineweir {
 
 class LineEvents;
+class ServerLink;
 struct ConsoleState;
+
+inline constexpr std::string_view no_server_message =
+    "Error communicating remote socket! No Server Available!";
 
 // The making of the socket's connection.
 class ServerConnection {
  public:
-  ServerConnection(ConsoleState& state, LineEvents& line_events);
+  // The user connects by hand for as long as one of these lives.
+  class Turn {
+   public:
+    explicit Turn(ServerConnection& connection) : connection_(connection) { ++connection_.turns_; }
+    ~Turn() { --connection_.turns_; }
+    Turn(const Turn&) = delete;
+    Turn& operator=(const Turn&) = delete;
 
-  // Ends the connection, if there is one. What was sent before goes out first.
+   private:
+    ServerConnection& connection_;
+  };
+
+  ServerConnection(ConsoleState& state, ServerLink& server, LineEvents& line_events);
+
+  // Told when another connection is asked for.
+  std::function<void()> on_begin;
+
+  bool in_hand() const { return turns_ > 0; }
+  // False from the end of a connection that this side meant to end until the next one is asked for.
+  bool wanted() const { return wanted_; }
+
+  // Ends the connection, if there is one. What was sent before still goes out.
   void close();
 
   // Asks for another connection, to the present host and port, and starts with all lines free.
@@ -19,15 +45,26 @@ class ServerConnection {
   // All lines are free until the server tells otherwise.
   void expect_free_lines();
 
+  // What became of a connection that was asked for. It is superseded when another one is asked for
+  // meanwhile: whoever waits for it or for a session on it has no say any more.
+  enum class Outcome { Stands, Failed, Superseded };
+
   // Lets events run until the connection stands. One that takes more than 5 seconds has failed and
-  // is given up: the user is told, the pointer is the default again, and the result is false.
-  bool await();
+  // is given up.
+  Outcome await();
+
+  // How often a connection was asked for.
+  int attempts() const { return attempts_; }
 
  private:
   void Winsock1_Connect();
 
   ConsoleState& state_;
+  ServerLink& server_;
   LineEvents& line_events_;
+  int turns_ = 0;
+  int attempts_ = 0;
+  bool wanted_ = true;
 };
 
 }  // namespace lineweir

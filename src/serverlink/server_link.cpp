@@ -10,6 +10,9 @@
 namespace lineweir {
 namespace {
 
+constexpr platform::Milliseconds longest_run{10};
+// Some handlers wait for the user, which is no flood.
+constexpr int few_frames = 50;
 constexpr std::string_view frames_handler = "Lineweir_WinsTimer_Timer";
 
 }  // namespace
@@ -55,6 +58,8 @@ void ServerLink::WinsTimer_Timer() {
 }
 
 void ServerLink::handle_frames() {
+  const auto began = state_.services.loop.now();
+  int frames = 0;
   while (const auto body = RecString.first_body()) {
     const ServerPacket received = packet_of(*body);
     if (state_.program.DebugMode) {
@@ -63,12 +68,22 @@ void ServerLink::handle_frames() {
     const bool handled = dispatch(received);
     if (!handled && !std::exchange(first_has_failed_, true)) return;
     first_has_failed_ = false;
+    if (on_frame) on_frame(received);
     RecString.drop_first();
+    if (++frames >= few_frames && state_.services.loop.now() - began > longest_run) {
+      // A flood of frames leaves time for the user between them.
+      state_.Lineweir.WinsTimer.enabled = true;
+      return;
+    }
   }
 }
 
 void ServerLink::gather() {
-  RecString.append(state_.services.winsock1.get_data());
+  const std::string bytes = state_.services.winsock1.get_data();
+  if (std::exchange(new_stream_, false) && bytes.starts_with(start_marker[0])) {
+    RecString.drop_unfinished();
+  }
+  RecString.append(bytes);
   state_.Lineweir.WinsTimer.enabled = true;
 }
 

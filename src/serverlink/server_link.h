@@ -22,6 +22,13 @@ class ServerLink {
   // All bytes received and not yet consumed, across connections.
   ReceiveBuffer RecString;
 
+  // Told of each frame that was handled, whatever it is.
+  std::function<void(const ServerPacket& packet)> on_frame;
+
+  // The bytes that come next are another connection's. If they begin with a frame, what is left of
+  // one that the former connection cut short goes: the two would make a third that nobody sent.
+  void expect_new_stream() { new_stream_ = true; }
+
   // Who handles a received command. A command without a handler is passed over in silence.
   void handle(ServerCommand command, Handler handler);
 
@@ -49,6 +56,7 @@ class ServerLink {
   // What a handler lets run may bring more bytes.
   bool handling_ = false;
   bool first_has_failed_ = false;
+  bool new_stream_ = false;
   // By the place of the command in its table.
   std::array<Handler, server_commands.size()> handlers_;
 };

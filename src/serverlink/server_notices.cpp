@@ -3,6 +3,7 @@
 #include <string>
 #include <vector>
 
+#include "serverlink/server_connection.h"
 #include "serverlink/server_link.h"
 #include "state/console_state.h"
 #include "state/wire.h"
@@ -21,7 +22,8 @@ int shutdown_interval(int seconds) {
   return (seconds - seconds_ahead) * 1'000;
 }
 
-ServerNotices::ServerNotices(ConsoleState& state, ServerLink& server) : state_(state) {
+ServerNotices::ServerNotices(ConsoleState& state, ServerLink& server, ServerConnection& connection)
+    : state_(state), connection_(connection) {
   using enum ServerCommand;
   server.handle(SrvFlashMessage,
                 [this](const ServerPacket& packet) { this->SrvFlashMessage(packet); });
@@ -70,8 +72,7 @@ void ServerNotices::SrvShowTimes(const ServerPacket& packet) {
 void ServerNotices::ShutDownTimer_Timer() {
   MainForm& form = state_.Lineweir;
   form.ShutDownTimer.enabled = false;
-  platform::ClientSocket& socket = state_.services.winsock1;
-  if (socket.state() != platform::socket_closed) socket.close();
+  connection_.close();
   // The end was told: nobody is to take it for a loss.
   state_.login.ServerAlive = false;
   form.SyncTimeTimer.enabled = false;

@@ -2,6 +2,7 @@
 
 namespace lineweir {
 
+class ServerConnection;
 class ServerLink;
 struct ConsoleState;
 struct ServerPacket;
@@ -10,7 +11,7 @@ struct ServerPacket;
 // and that it will shut down.
 class ServerNotices {
  public:
-  ServerNotices(ConsoleState& state, ServerLink& server);
+  ServerNotices(ConsoleState& state, ServerLink& server, ServerConnection& connection);
 
  private:
   void SrvFlashMessage(const ServerPacket& packet);
@@ -20,6 +21,7 @@ class ServerNotices {
   void ShutDownTimer_Timer();
 
   ConsoleState& state_;
+  ServerConnection& connection_;
 };
 
 // How long before the server's end the console leaves it, in milliseconds from the notice; a

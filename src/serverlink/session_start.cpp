@@ -34,6 +34,7 @@ void TextWrit_SockConnecter(ConsoleState& state, ServerLink& server, SessionReas
     form.Shape1.fill_color = color_red;
     state.login.ServerAlive = false;
     state.login.MissedPolls = 0;
+    state.login.SessionBegun = true;
 
     request(state, server, CmdConnectConsole);
     state.services.loop.run_pending();

@@ -115,8 +115,11 @@ void SocketLink::give_way() {
 }
 
 std::string_view SocketLink::trouble() const {
+  if (!silence.empty()) return silence;
   const bool connected = state_.services.winsock1.state() == platform::socket_connected;
-  return connected ? std::string_view() : "There is no link: the server isn't connected.";
+  if (!connected) return "There is no link: the server isn't connected.";
+  if (!state_.login.SessionBegun) return "There is no link: the server hasn't let this user in.";
+  return {};
 }
 
 void SocketLink::leave() { server_.send(server_.packet(ClientCommand::CmdLeaveGroup)); }

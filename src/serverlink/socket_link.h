@@ -1,6 +1,7 @@
 #pragma once
 
 #include <functional>
+#include <string>
 
 #include "link/studio_link.h"
 #include "wire/server_packet_commands.h"
@@ -15,6 +16,9 @@ class ServerLink;
 class SocketLink : public StudioLink {
  public:
   SocketLink(ConsoleState& state, ServerLink& server) : state_(state), server_(server) {}
+
+  // Why the server is taken for lost though the connection may stand; empty while it isn't.
+  std::string silence;
 
   void command(std::string_view handler, std::string_view word, int bank) override;
   void next_call(std::string_view handler, int line) override;
@@ -31,6 +35,7 @@ class SocketLink : public StudioLink {
   void leave() override;
   std::string_view trouble() const override;
   bool tells_lost_commands() const override { return true; }
+  bool locks_keys() const override { return !silence.empty(); }
   bool keeps_profiles() const override;
   void keep_profile(std::string_view block) override;
 

@@ -4,7 +4,8 @@
 #include <string>
 #include <vector>
 
-#include "base/names.h"
+#include "letters/folding.h"
+#include "serverlink/access_rights.h"
 #include "serverlink/group_choice.h"
 #include "serverlink/reply_code.h"
 #include "serverlink/server_link.h"
@@ -33,8 +34,9 @@ std::vector<std::string> split_at(std::string_view text, char separator) {
 
 }  // namespace
 
-StudioGroups::StudioGroups(ConsoleState& state, ServerLink& server, GroupChoice& group_choice)
-    : state_(state), group_choice_(group_choice) {
+StudioGroups::StudioGroups(ConsoleState& state, ServerLink& server, AccessRights& rights,
+                           GroupChoice& group_choice)
+    : state_(state), rights_(rights), group_choice_(group_choice) {
   using enum ServerCommand;
   server.handle(SrvGroupNames, [this](const ServerPacket& packet) { this->SrvGroupNames(packet); });
   server.handle(SrvAllowedGroups,
@@ -62,6 +64,7 @@ void StudioGroups::SrvGroupNames(const ServerPacket& packet) {
   // A group that the server doesn't name has neither entry nor item.
   group_choice_.select_present_group();
   check_present_group(state_);
+  if (state_.program.GroupNumber > count) items(0).checked = false;
   renew_window_caption(state_);
   state_.login.LastReplyCode = reply_group_names;
 }
@@ -69,10 +72,13 @@ void StudioGroups::SrvGroupNames(const ServerPacket& packet) {
 void StudioGroups::SrvAllowedGroups(const ServerPacket& packet) {
   ControlArray<MenuItem>& items = state_.Lineweir.StudioGr;
   const std::vector<std::string> open = split_at(packet.Buffer, item_end);
+  const auto folded = [this](const std::string& name) {
+    return folded_text(state_.services.letters.to_utf8(name));
+  };
   for (int group = 0; group < items.upper_bound(); ++group) {
     if (!items.loaded(group)) continue;
     const bool named = open.size() >= 2 && std::ranges::any_of(open, [&](const std::string& name) {
-                         return same_name(items(group).caption.get(), name);
+                         return folded(items(group).caption.get()) == folded(name);
                        });
     items(group).enabled = named;
   }
@@ -81,12 +87,14 @@ void StudioGroups::SrvAllowedGroups(const ServerPacket& packet) {
 void StudioGroups::SrvFirstUnblocked(const ServerPacket& packet) {
   switch (packet.AltInfo) {
     case no_group_open:
-      state_.messages.ShowMessage("No Studio Group Available for this user!");
+      state_.services.dialogs.message("No Studio Group Available for this user!");
       if (state_.services.end_program) state_.services.end_program();
       return;
     case group_not_found:
       return state_.messages.ShowMessage("Error Returning Valid Studio Group!");
     default:
+      // A change into the present group is none, and would bring no rights.
+      if (packet.AltInfo == state_.program.GroupNumber) rights_.RequestAccessRights(packet.AltInfo);
       state_.login.ForcedGroup = packet.AltInfo - 1;
       state_.Lineweir.timForceGroupChange.enabled = true;
   }

@@ -2,6 +2,7 @@
 
 namespace lineweir {
 
+class AccessRights;
 class GroupChoice;
 class ServerLink;
 struct ConsoleState;
@@ -11,7 +12,8 @@ struct ServerPacket;
 // the one into which it sends him.
 class StudioGroups {
  public:
-  StudioGroups(ConsoleState& state, ServerLink& server, GroupChoice& group_choice);
+  StudioGroups(ConsoleState& state, ServerLink& server, AccessRights& rights,
+               GroupChoice& group_choice);
 
  private:
   void SrvGroupNames(const ServerPacket& packet);
@@ -20,6 +22,7 @@ class StudioGroups {
   void timForceGroupChange_Timer();
 
   ConsoleState& state_;
+  AccessRights& rights_;
   GroupChoice& group_choice_;
 };
 

@@ -24,6 +24,8 @@ struct LoginState {
   std::string ProfileBlock;
   // Set while the server is heard from; the loss of the server is told only then.
   bool ServerAlive = false;
+  // False from the moment in which a connection is asked for until its session begins.
+  bool SessionBegun = true;
   // Which answer came last (serverlink/reply_code.h).
   int LastReplyCode = 0;
   // How often the server was asked for its time since it last told it.

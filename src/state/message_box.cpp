@@ -14,6 +14,7 @@ constexpr int button_top = 1580;
 constexpr int ok_left_alone = 1770;
 constexpr int ok_left_beside_reconnect = 2760;
 constexpr int reconnect_left = 780;
+constexpr std::string_view reconnection_offer = "Disconnected from Server - Reconnect?";
 constexpr int offset_left = 2000;
 constexpr int offset_top = 1000;
 
@@ -69,9 +70,11 @@ void Messages::offer_reconnection() {
   box.OKButton.left = ok_left_beside_reconnect;
   box.OKButton.caption = "&Cancel";
   box.ReconnectButton.visible = true;
-  box.Label1.caption = "Disconnected from Server - Reconnect?";
+  box.Label1.caption = reconnection_offer;
   show_box();
 }
+
+void Messages::withdraw_offer() { withdraw(reconnection_offer); }
 
 void Messages::withdraw(std::string_view text) {
   MessageBoxForm& box = state_.MyMsgbox;

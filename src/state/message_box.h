@@ -35,6 +35,8 @@ class Messages {
 
   // The server is lost: the box offers to connect again.
   void offer_reconnection();
+  // The server is there again.
+  void withdraw_offer();
   // Shows what a failure says.
   void tell(const Failure& failure);
 

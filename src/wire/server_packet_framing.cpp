@@ -53,6 +53,15 @@ void ReceiveBuffer::drop_first() {
   start_.reset();
 }
 
+void ReceiveBuffer::drop_unfinished() {
+  ReceiveBuffer rest = *this;
+  while (rest.first_body()) rest.drop_first();
+  std::string whole(text().substr(0, text().size() - rest.text().size()));
+  // A frame's end marker shares its second byte with what follows.
+  if (!whole.empty()) whole += end_marker[1];
+  assign(whole);
+}
+
 void ReceiveBuffer::assign(std::string_view text) {
   *this = ReceiveBuffer{};
   bytes_ = text;

@@ -42,6 +42,9 @@ class ReceiveBuffer {
   // where there is no whole frame.
   void drop_first();
 
+  // Drops what stands behind the last frame that is whole.
+  void drop_unfinished();
+
   std::string_view text() const { return std::string_view(bytes_).substr(head_); }
   void assign(std::string_view text);
 

@@ -300,7 +300,7 @@ TEST_SUITE("callcontrol/modes: handset, phone, equipment") {
     SocketDesk desk;
     MainForm& form = desk.console.Lineweir;
     form.NextGenPhone(0).caption = "Desk";
-    form.NextGenPhone.load(1).caption = "Booth";
+    form.NextGenPhone(1).caption = "Booth";
     form.NextGenPhoneMenu.visible = true;
     form.NextGenPhone(1).on_click();
     CHECK_FALSE(form.NextGenPhone(0).checked);
@@ -423,7 +423,7 @@ TEST_SUITE("callcontrol/modes: the producer's phone") {
   TEST_CASE("one phone is chosen at a time") {
     ScriptedConsole desk;
     MainForm& form = desk.console.Lineweir;
-    CHECK_FALSE(form.NextGenPhone.load(1).checked);
+    CHECK_FALSE(form.NextGenPhone(1).checked);
     CHECK_FALSE(form.StudioGr.load(1).checked);
     form.NextGenPhone(1).on_click();
     CHECK_FALSE(form.NextGenPhone(0).checked);

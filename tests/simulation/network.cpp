@@ -17,6 +17,7 @@ struct Wire {
   // Bytes that still pass before the connection is cut; none where it never is.
   std::optional<std::size_t> life;
   bool broken = false;
+  bool cut_unseen = false;
 };
 
 namespace {
@@ -81,9 +82,10 @@ void Network::establish(const std::string& address, const Taker& done) {
     return done(nullptr);
   }
   const auto wire = std::make_shared<Wire>(
-      Wire{*this, "connection " + std::to_string(++connections_), {}, {}, {}, false});
+      Wire{*this, "connection " + std::to_string(++connections_), {}, {}, {}, false, false});
   if (dice_.happens(weather_.cut)) {
     wire->life = static_cast<std::size_t>(dice_.below(weather_.longest_life));
+    wire->cut_unseen = weather_.cut_unseen > 0 && dice_.happens(weather_.cut_unseen);
   }
   transcript_.add("network", wire->name + " to " + address);
   // The caller's end comes first into being, so that what the other side says at once is heard.
@@ -125,7 +127,8 @@ void Network::finish(const std::shared_ptr<Wire>& wire, int from) {
 // What is on its way still comes; each end learns of the cut in its own time.
 void Network::cut(const std::shared_ptr<Wire>& wire) {
   wire->broken = true;
-  transcript_.add("network", wire->name + " is cut");
+  transcript_.add("network", wire->name + (wire->cut_unseen ? " is cut unseen" : " is cut"));
+  if (wire->cut_unseen) return;
   finish(wire, 0);
   finish(wire, 1);
 }

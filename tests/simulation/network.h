@@ -31,6 +31,8 @@ struct Weather {
   // Of each connection: it is cut behind a byte before `longest_life`, counted in both directions.
   double cut = 0.3;
   int longest_life = 2000;
+  // Of each cut: neither end is told, and what is sent from then on is lost.
+  double cut_unseen = 0;
 };
 
 struct Wire;
@@ -84,6 +86,9 @@ class Network {
   // Whoever connects to the address, from now on, is given to `accept`. Nobody listens at first.
   void listen(const std::string& address, Taker accept);
   void stop_listening(const std::string& address);
+
+  // From now on; a connection that is to be cut later still is.
+  void set_weather(const Weather& weather) { weather_ = weather; }
 
   // Tells later: this end of the connection, or none where it is refused.
   void connect(const std::string& address, Taker done);

@@ -17,12 +17,15 @@
 // All chance follows one seed, and nothing asks for real time: a seed gives the same transcript on
 // every run, to the byte, and so a fault that was found once is found again. The parts:
 //
-//   Show            puts it all together, and makes ports vanish and seats lose their power
-//   EquipmentRoom   the exchange with an interface box, on a serial line, for each seat that has
-//   one Network         listens, connects, carries bytes both ways, closes ServerStandIn   the
-//   server as far as a console speaks with one Seat            a workstation with a console, its
-//   files and its call log Operator        who sits there Witness         looks after each step
-//   whether all can be right, and writes down what can't Transcript      what has happened
+// - Show puts it all together, and makes ports vanish and seats lose their power.
+// - EquipmentRoom is the exchange with an interface box, on a serial line, for each seat that has
+//   one.
+// - Network listens, connects, carries bytes both ways, closes.
+// - ServerStandIn is the server as far as a console speaks with one.
+// - Seat is a workstation with a console, its files and its call log.
+// - Operator is who sits there.
+// - Witness looks after each step whether all can be right, and writes down what can't.
+// - Transcript tells what has happened.
 namespace lineweir::simulation {
 
 struct ShowOptions {

@@ -69,7 +69,7 @@ void QtClientSocket::connect(const std::string& host, int port) {
   }
   cut();
   socket_->connectToHost(QString::fromLatin1(host.data(), static_cast<qsizetype>(host.size())),
-                        static_cast<quint16>(port));
+                         static_cast<quint16>(port));
 }
 
 void QtClientSocket::close() {

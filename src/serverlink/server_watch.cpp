@@ -1,0 +1,173 @@
+#include "serverlink/server_watch.h"
+
+#include <string>
+
+#include "base/time_text.h"
+#include "link/link_watch.h"
+#include "link/links.h"
+#include "serverlink/login_exchange.h"
+#include "serverlink/server_alive.h"
+#include "serverlink/server_connection.h"
+#include "serverlink/server_link.h"
+#include "serverlink/session_start.h"
+#include "serverlink/socket_link.h"
+#include "state/console_state.h"
+#include "state/guard.h"
+
+namespace lineweir {
+namespace {
+
+using platform::Milliseconds;
+
+constexpr auto handler = "ServerWatch";
+constexpr Milliseconds between_looks{50};
+
+}  // namespace
+
+ServerWatch::ServerWatch(ConsoleState& state, const Links& links, SocketLink& socket_link,
+                         ServerLink& server, ServerConnection& connection, LoginExchange& exchange,
+                         LinkWatch& link)
+    : state_(state),
+      links_(links),
+      socket_link_(socket_link),
+      server_(server),
+      connection_(connection),
+      exchange_(exchange),
+      link_(link) {
+  server.on_frame = [this](const ServerPacket& packet) { hear(packet); };
+  connection.on_begin = [this] {
+    // Another server may keep no heartbeat.
+    heartbeat_ = {};
+    link_.review();
+    missing_ = {ServerCommand::SrvFullStatus, ServerCommand::SrvStudioStatus,
+                ServerCommand::SrvTimes, ServerCommand::SrvLineNumbers};
+  };
+}
+
+ServerWatch::~ServerWatch() {
+  if (next_look_) state_.services.loop.cancel(*next_look_);
+}
+
+void ServerWatch::hear(const ServerPacket& packet) {
+  heard_at_ = state_.services.loop.now();
+  heard_at_time_ = state_.services.clock.now();
+  missing_.erase(static_cast<ServerCommand>(packet.CMD));
+  if (!state_.Lineweir.no_link.get().empty()) link_.review();
+  if (packet.CMD != static_cast<std::uint8_t>(ServerCommand::SrvTime)) return;
+  // The polls begin with the state of the lines.
+  heartbeat_.beat(heard_at_, missing_.contains(ServerCommand::SrvFullStatus));
+  if (heartbeat_.steady() && !next_look_) look_in(longest_silence - between_looks);
+}
+
+void ServerWatch::look_in(Milliseconds delay) {
+  next_look_ = state_.services.loop.schedule(delay, [this] {
+    next_look_.reset();
+    guard(state_.trace, handler, [this] { look(); });
+    if (step_ != Step::NotLost && !next_look_) look_in(between_looks);
+  });
+}
+
+bool ServerWatch::watches() const {
+  return state_.Lineweir.loaded() && connection_.wanted() && &links_.in_use() == &socket_link_;
+}
+
+void ServerWatch::look() {
+  if (step_ == Step::NotLost) return look_for_silence();
+  if (!watches()) return end();
+  come_back();
+}
+
+void ServerWatch::look_for_silence() {
+  if (!heartbeat_.steady() || !watches()) return;
+  // After a time in which this program itself stood still, what has come meanwhile is heard before
+  // the second look.
+  const Milliseconds silence = state_.services.loop.now() - heard_at_;
+  if (silence >= longest_silence) return lose();
+  const Milliseconds first_look = longest_silence - between_looks;
+  look_in(silence < first_look ? first_look - silence : longest_silence - silence);
+}
+
+void ServerWatch::lose() {
+  const std::string sentence =
+      "No word from the server since " + hms_text(seconds_of_day(heard_at_time_));
+  socket_link_.silence = sentence + ".";
+  state_.Lineweir.ServerSilence.caption = sentence;
+  state_.Lineweir.ServerSilence.visible = true;
+  link_.review();
+  lose_server(state_);
+  connect();
+}
+
+void ServerWatch::come_back() {
+  if (missing_.empty() && !state_.Lineweir.Timer4.enabled) return end();
+  // The user connects by hand: what comes of it shows in the state that arrives, or doesn't.
+  if (connection_.in_hand()) return go_to(Step::Registering);
+  const bool connected = state_.services.winsock1.state() == platform::socket_connected;
+  const Milliseconds now = state_.services.loop.now();
+  switch (step_) {
+    case Step::NotLost:
+    case Step::Refused:
+      return;
+    case Step::BetweenTries:
+      if (now - try_began_ >= between_tries) connect();
+      return;
+    case Step::Connecting:
+      if (connected) return log_in();
+      if (now - try_began_ >= between_tries) connect();
+      return;
+    case Step::LoggingIn:
+      return connected ? follow_answer() : wait_for_next_try();
+    case Step::Registering:
+      return connected ? follow_state() : wait_for_next_try();
+  }
+}
+
+void ServerWatch::connect() {
+  try_began_ = state_.services.loop.now();
+  go_to(Step::Connecting);
+  connection_.begin();
+}
+
+void ServerWatch::log_in() {
+  state_.Lineweir.SyncTimeTimer.enabled = false;
+  go_to(Step::LoggingIn);
+  exchange_.ask_for_password_login();
+}
+
+void ServerWatch::follow_answer() {
+  switch (exchange_.password_answer()) {
+    case LoginResult::Accepted:
+      go_to(Step::Registering);
+      return TextWrit_SockConnecter(state_, server_, SessionReason::Login);
+    case LoginResult::Rejected:
+      go_to(Step::Refused);
+      return state_.messages.ShowMessage("Password Rejected!");
+    case LoginResult::NoAnswer:
+    case LoginResult::Superseded:
+      if (state_.services.loop.now() - step_began_ > answer_limit) wait_for_next_try();
+  }
+}
+
+void ServerWatch::follow_state() {
+  if (state_.services.loop.now() - step_began_ <= state_limit) return;
+  // A server that tells of the lines alone is taken as it is.
+  if (!missing_.contains(ServerCommand::SrvFullStatus)) return end();
+  wait_for_next_try();
+}
+
+void ServerWatch::go_to(Step step) {
+  step_ = step;
+  step_began_ = state_.services.loop.now();
+}
+
+void ServerWatch::wait_for_next_try() { go_to(Step::BetweenTries); }
+
+void ServerWatch::end() {
+  step_ = Step::NotLost;
+  socket_link_.silence.clear();
+  state_.Lineweir.ServerSilence.visible = false;
+  state_.messages.withdraw_offer();
+  link_.review();
+}
+
+}  // namespace lineweir

@@ -1,0 +1,80 @@
+#pragma once
+
+#include <optional>
+#include <set>
+
+#include "base/date_time.h"
+#include "platform/event_loop.h"
+#include "serverlink/heartbeat.h"
+#include "wire/server_packet_commands.h"
+
+namespace lineweir {
+
+class LinkWatch;
+class Links;
+class LoginExchange;
+class ServerConnection;
+class ServerLink;
+class SocketLink;
+struct ConsoleState;
+struct ServerPacket;
+
+// Notices within three seconds that a server with a heartbeat has fallen silent. Then the window
+// says so and its keys are locked, as nobody knows what the lines do; the console connects and logs
+// in again by itself, every two seconds, until the whole state of the studio is there once more. A
+// server without a heartbeat is never watched.
+class ServerWatch {
+ public:
+  ServerWatch(ConsoleState& state, const Links& links, SocketLink& socket_link, ServerLink& server,
+              ServerConnection& connection, LoginExchange& exchange, LinkWatch& link);
+  ~ServerWatch();
+
+  static constexpr platform::Milliseconds longest_silence{3000};
+  static constexpr platform::Milliseconds between_tries{2000};
+  // An answer to the login may wait behind those of a whole station that comes back at once.
+  static constexpr platform::Milliseconds answer_limit{20'000};
+  // How long the state of the studio may take to come in.
+  static constexpr platform::Milliseconds state_limit{5000};
+
+ private:
+  // How far the present try to come back has got.
+  enum class Step { NotLost, BetweenTries, Connecting, LoggingIn, Registering, Refused };
+
+  void hear(const ServerPacket& packet);
+  void look_in(platform::Milliseconds delay);
+  void look();
+  void look_for_silence();
+  bool watches() const;
+
+  void lose();
+  void come_back();
+  void connect();
+  void log_in();
+  void follow_answer();
+  void follow_state();
+  void go_to(Step step);
+  void wait_for_next_try();
+  // The banner goes.
+  void end();
+
+  ConsoleState& state_;
+  const Links& links_;
+  SocketLink& socket_link_;
+  ServerLink& server_;
+  ServerConnection& connection_;
+  LoginExchange& exchange_;
+  LinkWatch& link_;
+
+  std::optional<platform::EventLoop::CallId> next_look_;
+  Heartbeat heartbeat_;
+  platform::Milliseconds heard_at_{0};
+  platform::DateTime heard_at_time_{};
+
+  Step step_ = Step::NotLost;
+  platform::Milliseconds step_began_{0};
+  platform::Milliseconds try_began_{0};
+  // What the server has yet to tell until the screen is right again.
+  std::set<ServerCommand> missing_;
+};
+
+}  // namespace lineweir
