@@ -8,6 +8,7 @@
 #include "callcontrol/dial_words.h"
 #include "callcontrol/phone_command.h"
 #include "callcontrol/row_words.h"
+#include "elements/key_characters.h"
 #include "link/links.h"
 #include "state/console_state.h"
 #include "state/wire.h"
@@ -20,13 +21,9 @@ constexpr std::string_view line_prefix = "Line ";
 constexpr std::string_view main_text = "Main";
 constexpr std::string_view conference_text = "Conf";
 
-constexpr int key_tab = 9;
-constexpr int key_enter = 13;
-constexpr int key_escape = 27;
-
 // No character is entered. Tab and Escape are no characters: they lead on and out.
 void swallow(int& key) {
-  if (key != key_tab && key != key_escape) key = 0;
+  if (key != tab_key && key != escape_key) key = 0;
 }
 
 }  // namespace
@@ -186,7 +183,7 @@ void DialPad::Form_KeyPress(int& KeyAscii) {
 }
 
 void DialPad::Text1_KeyPress(int& KeyAscii) {
-  if (KeyAscii == key_enter) state_.DialForm.SSCommand2.on_click();
+  if (KeyAscii == enter_key) state_.DialForm.SSCommand2.on_click();
   swallow(KeyAscii);
 }
 

@@ -77,6 +77,7 @@ void LineActions::row_dbl_click(int Index) {
 }
 
 void LineActions::send(const std::optional<CommandWord>& command) {
+  if (phone_.keys_are_locked()) return phone_.PhoneCommand("", bank_none);
   if (command) phone_.PhoneCommand(command->word, command->bank);
 }
 
@@ -110,6 +111,7 @@ bool LineActions::sweeps_any(const Sweep& sweep) const {
 }
 
 bool LineActions::finds_work(const Control& button) const {
+  if (phone_.keys_are_locked()) return true;
   const MainForm& form = state_.Lineweir;
   if (const auto sweep = sweep_of(button)) return sweeps_any(*sweep);
   const int line = button.index();

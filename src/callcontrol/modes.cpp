@@ -94,8 +94,17 @@ void Modes::PassiveMode_Click() {
   } else {
     panel_.set_dial(true);
     form.StudioMode.on_click();
-    form.ScreenerMode.enabled = true;
+    form.ScreenerMode.enabled = !form.ScreenerMode.withheld;
   }
+}
+
+void Modes::settle_rights() {
+  MainForm& form = state_.Lineweir;
+  if (form.ScreenerMode.checked && form.RemoteNext.checked) next_key_.silence();
+  form.RemoteNext.enabled = false;
+  if (!form.ScreenerMode.checked) next_key_.give();
+  panel_.set_dial(!form.Dial.withheld);
+  CheckPassiveState();
 }
 
 void Modes::CheckPassiveState() {

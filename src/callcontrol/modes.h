@@ -24,6 +24,9 @@ class Modes {
   // Where the check of PassiveMode was set without a click: makes the lock true.
   void CheckPassiveState();
 
+  // What the user may do has changed: the keys and the lock of passive mode follow.
+  void settle_rights();
+
   // Enables, disables and pictures all buttons as the mode, the hybrids and the handset demand;
   // nothing with equipment of kind 4.
   void SetEnabledDisabled();

@@ -25,6 +25,8 @@ void PhoneCommands::PhoneCommand(std::string_view TheCommand, int TheBank) {
   if (!link.tells_lost_commands() && TheCommand != regular_word) link_.command_given();
 }
 
+bool PhoneCommands::keys_are_locked() const { return links_.in_use().locks_keys(); }
+
 void PhoneCommands::UCommand(std::string_view TheCommand) {
   guard(state_.trace, "Lineweir_UCommand", [&] {
     if (!state_.Lineweir.RemoteNext.checked) return;

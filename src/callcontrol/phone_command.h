@@ -18,6 +18,9 @@ class PhoneCommands {
   // Sends the word on the way that is in use. TheBank is bank_main, bank_conference or bank_none.
   void PhoneCommand(std::string_view TheCommand, int TheBank);
 
+  // While it is true nothing comes of a key, and PhoneCommand tells the user why.
+  bool keys_are_locked() const;
+
   // A word that begins with "U": the equipment's next button, or one to pass on as it stands.
   void UCommand(std::string_view TheCommand);
 

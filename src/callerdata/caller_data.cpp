@@ -9,6 +9,7 @@
 #include "callerdata/caller_memory.h"
 #include "callerdata/entry_fit.h"
 #include "callerdata/line_texts.h"
+#include "elements/key_characters.h"
 #include "state/console_state.h"
 #include "state/guard.h"
 #include "state/wire.h"
@@ -17,7 +18,6 @@ namespace lineweir {
 namespace {
 
 constexpr auto save_handler = "Form4_Command3D1_Click";
-constexpr int key_enter = 13;
 // A line in one of these has no caller.
 constexpr std::string_view letters_of_nobody = " B";
 
@@ -217,7 +217,7 @@ void CallerDataEntry::restore_drafts() {
 void CallerDataEntry::TheText_KeyPress(int Index, int& KeyAscii) {
   CallerDataForm& form = state_.Form4;
   caller_memory_.key_pressed(KeyAscii);
-  if (KeyAscii == key_enter) {
+  if (KeyAscii == enter_key) {
     KeyAscii = 0;
     if (Index >= entry_field_count || !form.focus_next(Index)) form.Command3D1.on_click();
     return;

@@ -1,17 +1,14 @@
 #include "callerdata/caller_memory.h"
 
 #include "callerdata/call_log.h"
+#include "elements/key_characters.h"
 #include "forms/entry_fields.h"
 #include "state/console_state.h"
 #include "state/guard.h"
 #include "state/wire.h"
 
 namespace lineweir {
-namespace {
-
-constexpr int key_escape = 27;
-
-}  // namespace
+namespace {}  // namespace
 
 CallerMemory::CallerMemory(ConsoleState& state, CallLog& call_log)
     : state_(state), call_log_(call_log) {
@@ -65,10 +62,10 @@ const std::string& CallerMemory::known(int entry) const {
 }
 
 void CallerMemory::key_pressed(int& key) {
-  if (key < ' ' && key != key_escape) return;
+  if (key < ' ' && key != escape_key) return;
   const bool offered = state_.Form4.MemoryLabel.visible;
   hide();
-  if (key == key_escape && offered) key = 0;
+  if (key == escape_key && offered) key = 0;
 }
 
 void CallerMemory::hide() {

@@ -17,15 +17,12 @@ constexpr std::string_view log_heading = "Call log";
 // Behind a field's name: what the line had when it was typed into.
 constexpr std::string_view had_mark = " before";
 
-constexpr std::size_t first_column = 2;
-constexpr std::size_t first_typed = first_column + call_log_columns.size();
-constexpr std::size_t first_had = first_typed + entry_field_count;
-constexpr std::size_t field_count = first_had + entry_field_count;
+constexpr std::string_view column_mark = "Call: ";
 
 std::vector<std::string> headings() {
   std::vector<std::string> names = {std::string(line_heading), std::string(log_heading)};
   for (const CallLogColumn& column : call_log_columns)
-    names.push_back("Call: " + std::string(column.name));
+    names.push_back(std::string(column_mark) + std::string(column.name));
   for (const std::string_view mark : {std::string_view(), had_mark}) {
     for (const CallerFieldRule& rule : entry_fields) {
       names.push_back(std::string(rule.name) + std::string(mark));
@@ -53,21 +50,31 @@ std::optional<int> line_number(std::string_view text) {
   return number - 1;
 }
 
-std::optional<EntryDraft> draft_of(const Letters& letters, const CsvRecord& record) {
-  if (record.problem || record.fields.size() != field_count) return std::nullopt;
-  const auto line = line_number(record.fields[0]);
+// A file of another release may lack a field, or have more of them.
+std::optional<EntryDraft> draft_of(const Letters& letters, const std::vector<std::string>& names,
+                                   const CsvRecord& record) {
+  if (record.problem || record.fields.size() != names.size()) return std::nullopt;
+  const bool knows_fields = std::ranges::any_of(entry_fields, [&](const CallerFieldRule& rule) {
+    return std::ranges::find(names, rule.name) != names.end();
+  });
+  if (!knows_fields) return std::nullopt;
+  const auto field = [&](std::string_view name, std::string_view mark = {}) -> std::string {
+    const auto found = std::ranges::find(names, std::string(name) + std::string(mark));
+    return found == names.end() ? std::string()
+                                : record.fields[static_cast<std::size_t>(found - names.begin())];
+  };
+  const auto line = line_number(field(line_heading));
   if (!line) return std::nullopt;
   EntryDraft draft;
   draft.line = *line;
-  platform::LoggedCall call{record.fields[1], std::string(call_log_table), {}, {}};
-  for (std::size_t i = 0; i < call_log_columns.size(); ++i) {
-    call.columns.push_back(
-        {std::string(call_log_columns[i].name), record.fields[first_column + i]});
+  platform::LoggedCall call{field(log_heading), std::string(call_log_table), {}, {}};
+  for (const CallLogColumn& column : call_log_columns) {
+    call.columns.push_back({std::string(column.name), field(column_mark, column.name)});
   }
   draft.ended = EndedCall{0, std::move(call)};
   for (std::size_t i = 0; i < entry_field_count; ++i) {
-    draft.work.typed[i] = letters.from_utf8(record.fields[first_typed + i]);
-    draft.work.had[i] = letters.from_utf8(record.fields[first_had + i]);
+    draft.work.typed[i] = letters.from_utf8(field(entry_fields[i].name));
+    draft.work.had[i] = letters.from_utf8(field(entry_fields[i].name, had_mark));
   }
   return draft;
 }
@@ -90,8 +97,10 @@ std::vector<EntryDraft> drafts_of_files(const Letters& letters,
     // One file may well hold the same draft twice, of two calls.
     std::vector<EntryDraft> of_others = drafts;
     CsvReader reader(text);
+    const auto head = reader.next();
+    if (!head) continue;
     while (const auto record = reader.next()) {
-      auto draft = draft_of(letters, *record);
+      auto draft = draft_of(letters, head->fields, *record);
       if (!draft) continue;
       const auto same = std::ranges::find(of_others, *draft);
       if (same == of_others.end()) {

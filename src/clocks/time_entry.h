@@ -6,12 +6,11 @@
 #include <string>
 #include <string_view>
 
+#include "elements/key_characters.h"
+
 namespace lineweir {
 
 inline constexpr int backspace_key = 8;
-// Moves the focus from box to box, so that the boxes let it through.
-inline constexpr int tab_key = 9;
-inline constexpr int enter_key = 13;
 
 // One thing that may be typed into a text of time.
 struct TimeEntryRule {

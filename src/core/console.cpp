@@ -63,7 +63,7 @@ Console::Console(const platform::Services& platform_services)
       port(*this, links, serial_link, link, decoder),
       line_events(*this, display, caller_data, line_steps),
       server_connection(*this, server, line_events),
-      access_rights(*this, server),
+      access_rights(*this, server, modes),
       login_exchange(*this, server, server_connection, access_rights, caller_data),
       user_profile(*this, show_plan, display, window, fonts, call_log_file, caller_data),
       remote_session(*this, links, remote, modes, line_events, port, link),

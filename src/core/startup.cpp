@@ -91,6 +91,7 @@ void Startup::Main(std::string_view command_line) {
   state_.Lineweir.show();
   // Messages of the start came before the main form had its place.
   state_.messages.follow_main_form();
+  state_.messages.come_to_front();
   // The main window takes the focus, which closes the splash window.
   if (state_.AboutBox.visible) state_.AboutBox.on_lost_focus();
 }
@@ -298,8 +299,8 @@ void Startup::connect_socket() {
   const ServerConnection::Turn turn(server_connection_);
   step([&] { server_connection_.begin(); });
   port_.close();
-  for (int number = 1; number <= 4; ++number) form.Com(number).checked = false;
-  form.NetworkConnectionOption.checked = false;
+  form.uncheck_coms();
+  links_.uncheck_ways(&form.WinsockMenu);
   const auto outcome = server_connection_.await();
   if (outcome == ServerConnection::Outcome::Superseded) return;
   if (outcome == ServerConnection::Outcome::Failed) {

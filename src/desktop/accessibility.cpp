@@ -10,6 +10,7 @@
 #include "desktop/form_canvas.h"
 #include "desktop/key_look.h"
 #include "desktop/key_widget.h"
+#include "desktop/not_allowed.h"
 #include "elements/label.h"
 #include "elements/line.h"
 #include "elements/picture.h"
@@ -70,6 +71,7 @@ class AccessibleElement final : public QAccessibleWidget {
     if (widget_.control() == nullptr) return {};
     if (kind == QAccessible::Name) return name();
     if (kind == QAccessible::Value) return value();
+    if (kind == QAccessible::Description && is_withheld()) return not_allowed_text();
     if (kind == QAccessible::Description && goes_by_link()) return widget_.canvas().no_link();
     return QAccessibleWidget::text(kind);
   }
@@ -96,6 +98,11 @@ class AccessibleElement final : public QAccessibleWidget {
   }
 
  private:
+  bool is_withheld() const {
+    const auto* key = dynamic_cast<const Picture*>(widget_.control());
+    return key != nullptr && key->withheld;
+  }
+
   bool goes_by_link() const {
     return widget_.element_look().look == Look::Lamp || commands_equipment(*widget_.control());
   }

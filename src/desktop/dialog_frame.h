@@ -26,6 +26,7 @@ class DialogFrame final : public FormFrame {
  protected:
   QWidget* make_window() override;
   void fit_window(QWidget& window) override;
+  QWidget* usual_owner() const override { return main_window_(); }
   QRect place_to_open() const override;
   bool takes_keyboard(bool awaited) const override;
   // A message is brought to the front each second.

@@ -12,6 +12,7 @@
 #include "desktop/frame_place.h"
 #include "desktop/key_codes.h"
 #include "desktop/screen_room.h"
+#include "desktop/splash_window.h"
 #include "desktop/twips.h"
 #include "desktop/window_focus.h"
 
@@ -140,6 +141,9 @@ void FormFrame::stay_reachable() {
   if (!form().reachable_beside_modal) return;
   const QWidget* modal = QApplication::activeModalWidget();
   const QWidget* owner = modal != nullptr ? modal : focus_.user_window();
+  // What came up beside the splash window stands in front of the window that follows it.
+  if (owner == nullptr || dynamic_cast<const SplashWindow*>(owner) != nullptr)
+    owner = usual_owner();
   // A modal window blocks all but those that belong to it.
   if (owner != nullptr && owner != window_) {
     window_->windowHandle()->setTransientParent(owner->window()->windowHandle());

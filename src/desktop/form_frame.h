@@ -40,6 +40,8 @@ class FormFrame : public QObject, private FormWatch {
   virtual QWidget* make_window() = 0;
   // Gives the window the form's size, if the form's size is told in twips.
   virtual void fit_window(QWidget& window) = 0;
+  // The window in front of which this one stands when the user has none in hand; null for none.
+  virtual QWidget* usual_owner() const { return nullptr; }
   // Where on the screen a window opens, in the middle of it, whose form has no place yet.
   virtual QRect place_to_open() const;
   // Whether the window takes the keyboard when it is shown; `awaited` if the user waits for it.

@@ -6,11 +6,14 @@
 
 #include "desktop/form_canvas.h"
 #include "desktop/key_look.h"
+#include "desktop/not_allowed.h"
 #include "desktop/painter_keys.h"
 #include "elements/picture.h"
 
 namespace lineweir {
 namespace {
+
+constexpr double withheld_opacity = 0.45;
 
 bool presses(const QKeyEvent& event) {
   return event.key() == Qt::Key_Space || event.key() == Qt::Key_Return ||
@@ -26,7 +29,8 @@ KeyWidget::KeyWidget(FormCanvas& canvas, Picture& button, const ElementLook& loo
 }
 
 bool KeyWidget::drawn_from(PropertyId property) const {
-  return property == PropertyId::TabStop || ElementWidget::drawn_from(property);
+  return property == PropertyId::TabStop || property == PropertyId::Withheld ||
+         ElementWidget::drawn_from(property);
 }
 
 void KeyWidget::element_changed() {
@@ -35,7 +39,9 @@ void KeyWidget::element_changed() {
 }
 
 QString KeyWidget::tool_tip() const {
-  return control() != nullptr && commands_equipment(*control()) ? canvas().no_link() : QString();
+  if (control() == nullptr) return {};
+  if (static_cast<const Picture&>(*control()).withheld) return not_allowed_text();
+  return commands_equipment(*control()) ? canvas().no_link() : QString();
 }
 
 void KeyWidget::click() {
@@ -47,6 +53,7 @@ void KeyWidget::click() {
 void KeyWidget::paint(QPainter& painter, const QRect& face) {
   const auto& button = static_cast<const Picture&>(*control());
   const Brushwork work = brushwork();
+  if (button.withheld) painter.setOpacity(withheld_opacity);
   const bool hovered = underMouse() && isEnabled() && key_state(button.picture) == KeyState::Up;
   if (hovered) {
     paint_key_hover(painter, face, work);

@@ -70,6 +70,7 @@ void MainFrame::tell_at_hand(const QString& why) {
   if (at == nullptr) at = canvas.widget_of(console_.Lineweir.Shape1);
   if (at == nullptr) return;
   QToolTip::showText(at->mapToGlobal(at->rect().center()), why, at);
+  told_at_hand_ = true;
 }
 
 QWidget* MainFrame::make_window() {
@@ -154,7 +155,10 @@ void MainFrame::apply_next_light() {
 
 void MainFrame::show_standing_icons() {
   const FormCanvas& canvas = main_window()->canvas();
-  if (canvas.no_link().isEmpty()) return;
+  if (canvas.no_link().isEmpty()) {
+    if (std::exchange(told_at_hand_, false)) QToolTip::hideText();
+    return;
+  }
   for (ElementWidget* widget : canvas.element_widgets()) {
     if (widget->element_look().look == Look::KeyIcon) widget->setVisible(widget->shown_on_screen());
   }

@@ -39,6 +39,8 @@ class MainFrame final : public FormFrame {
 
   Console& console_;
   QString background_path_;
+  // Why nothing comes of a key was told beside it.
+  bool told_at_hand_ = false;
 };
 
 }  // namespace lineweir

@@ -1,17 +1,40 @@
 #include "desktop/menu_tree.h"
 
 #include <QAction>
+#include <QHelpEvent>
 #include <QMenu>
 #include <QMenuBar>
+#include <QToolTip>
 #include <algorithm>
 
 #include "desktop/core_text.h"
 #include "desktop/element_looks.h"
+#include "desktop/not_allowed.h"
 
 namespace lineweir {
 namespace {
 
 constexpr std::string_view separator = "-";
+
+// A menu that tells of an item only what it can't do.
+class Menu : public QMenu {
+ public:
+  using QMenu::QMenu;
+
+ protected:
+  bool event(QEvent* event) override {
+    if (event->type() != QEvent::ToolTip) return QMenu::event(event);
+    const auto* help = static_cast<const QHelpEvent*>(event);
+    const QAction* action = actionAt(help->pos());
+    const QString why = action == nullptr ? QString() : action->statusTip();
+    if (why.isEmpty()) {
+      QToolTip::hideText();
+    } else {
+      QToolTip::showText(help->globalPos(), why, this, actionGeometry(actionAt(help->pos())));
+    }
+    return true;
+  }
+};
 
 }  // namespace
 
@@ -57,7 +80,7 @@ void MenuTree::show_changes() {
   for (MenuItem* parent : menus) {
     QAction* action = action_of(*parent);
     if (action == nullptr) continue;
-    if (action->menu() == nullptr) action->setMenu(new QMenu(&bar_));
+    if (action->menu() == nullptr) action->setMenu(new Menu(&bar_));
     fill(*parent, *action->menu());
   }
   const auto items = std::exchange(changed_items_, {});
@@ -82,7 +105,7 @@ QAction* MenuTree::make_action(MenuItem& item) {
   }
   if (item.caption.get() == separator) action->setSeparator(true);
   if (!item.children().empty()) {
-    auto* menu = new QMenu(&bar_);
+    auto* menu = new Menu(&bar_);
     action->setMenu(menu);
     fill(item, *menu);
   }
@@ -98,6 +121,8 @@ void MenuTree::show_item(const MenuItem& item) {
   action->setChecked(item.checked);
   action->setEnabled(item.enabled);
   action->setVisible(item.visible);
+  const QString why = item.withheld && !item.enabled ? not_allowed_text() : QString();
+  action->setStatusTip(why);
 }
 
 void MenuTree::choose(MenuItem& item) {

@@ -174,8 +174,10 @@ bool UserHands::eventFilter(QObject* watched, QEvent* event) {
     }
     case QEvent::KeyRelease: {
       const auto& key = *static_cast<QKeyEvent*>(event);
-      if (!watched->isWindowType() || key.isAutoRepeat() || key.key() != Qt::Key_Space)
-        return false;
+      if (!watched->isWindowType()) return false;
+      released_key_ = key.key();
+      released_at_ = key.timestamp();
+      if (key.isAutoRepeat() || key.key() != Qt::Key_Space) return false;
       if (!takes_typing(focus_in(static_cast<QWindow*>(watched)))) last_release_ = now();
       return false;
     }
@@ -184,11 +186,19 @@ bool UserHands::eventFilter(QObject* watched, QEvent* event) {
   }
 }
 
+// A key that is held is released and pressed on X at one moment, again and again. While the program
+// is busy Qt may see the one without the other and take the press for a new one.
+bool UserHands::repeats(const QKeyEvent& event) const {
+  if (event.isAutoRepeat()) return true;
+  const bool at_once = event.key() == released_key_ && event.timestamp() == released_at_;
+  return at_once && QGuiApplication::platformName() == QLatin1String("xcb");
+}
+
 bool UserHands::withheld(const QKeyEvent& event, const QWindow* window) const {
   // A menu has the keyboard for itself while it is open.
   if (QApplication::activePopupWidget() != nullptr) return false;
   const QWidget* focus = focus_in(window);
-  if (event.isAutoRepeat() && acts_once(event, focus)) return true;
+  if (repeats(event) && acts_once(event, focus)) return true;
   if (takes_typing(focus) || run_.belongs_to(window, now())) return false;
   if (!run_.is_choice()) return true;
   return (is_character(event) || is_enter(event)) && has_hot_keys && has_hot_keys(*window);

@@ -44,6 +44,7 @@ class UserHands final : public QObject {
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
+  bool repeats(const QKeyEvent& event) const;
   bool withheld(const QKeyEvent& event, const QWindow* window) const;
   bool answers(const QKeyEvent& event, const QWindow* window) const;
   void note(const QKeyEvent& event, const QWindow* window);
@@ -53,6 +54,9 @@ class UserHands final : public QObject {
   // A button clicks when it is released.
   qint64 last_release_ = never;
   qint64 last_typing_ = never;
+  // The key that was let go last, and when by the display's clock.
+  int released_key_ = 0;
+  quint64 released_at_ = 0;
 
   static constexpr qint64 never = -1'000'000;
 };

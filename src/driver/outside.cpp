@@ -113,7 +113,7 @@ Result socket_open(Session& session, const Arguments&) {
   MainForm& form = session.console().Lineweir;
   session.act([&] {
     session.platform().winsock1.stand_connected();
-    for (int number = 1; number <= 4; ++number) form.Com(number).checked = false;
+    form.uncheck_coms();
     form.NetworkConnectionOption.checked = false;
     form.WinsockMenu.checked = true;
   });
@@ -164,7 +164,7 @@ Result remote_open(Session& session, const Arguments&) {
     objects.set_present(true);
     console.remote.SerialInputObject = objects.create("Quorlink.SerialInput");
     console.remote.CallbackServer = objects.create("Quorlink.CBServerClass");
-    for (int number = 1; number <= 4; ++number) form.Com(number).checked = false;
+    form.uncheck_coms();
     form.WinsockMenu.checked = false;
     form.NetworkConnectionOption.checked = true;
   });

@@ -32,6 +32,7 @@ void append_serverlink_functions(std::vector<Function>& functions) {
                 }),
        function("TextWrit_ExtractMessageGroup",
                 [](Console& c) { return group_of_profile(c.login.ProfileBlock); }),
+       function("SetRights", [](Console& c) { c.access_rights.SetRights(); }),
        function("RequestAccessRights",
                 [](Console& c, int group) { c.access_rights.RequestAccessRights(group); }),
        function("RequestFirstUnblocked",

@@ -21,6 +21,8 @@ class MenuItem : public Element {
   Property<bool> checked{*this, PropertyId::Checked, false};
   Property<bool> enabled{*this, PropertyId::Enabled, true};
   Property<bool> visible{*this, PropertyId::Visible, true};
+  // The user has no right to it.
+  Property<bool> withheld{*this, PropertyId::Withheld, false};
 
   Event<void()> on_click;
 

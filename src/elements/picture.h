@@ -13,6 +13,8 @@ class Picture : public Control {
 
   Property<std::string> picture{*this, PropertyId::Picture};
   Property<int> back_color{*this, PropertyId::BackColor, color_white};
+  // The user has no right to it.
+  Property<bool> withheld{*this, PropertyId::Withheld, false};
 
  protected:
   PropertyId change_property() const override { return PropertyId::Picture; }

@@ -52,6 +52,7 @@ constexpr std::array property_names = {
     PropertyNameRow{PropertyId::WindowState, "WindowState"},
     PropertyNameRow{PropertyId::MousePointer, "MousePointer"},
     PropertyNameRow{PropertyId::NoLink, "NoLink"},
+    PropertyNameRow{PropertyId::Withheld, "Withheld"},
     PropertyNameRow{PropertyId::TabStop, "TabStop"},
     PropertyNameRow{PropertyId::DatabaseName, "DatabaseName"},
     PropertyNameRow{PropertyId::RecordSource, "RecordSource"},

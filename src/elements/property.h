@@ -52,6 +52,7 @@ enum class PropertyId {
   WindowState,
   MousePointer,
   NoLink,
+  Withheld,
   TabStop,
   DatabaseName,
   RecordSource,

@@ -102,6 +102,10 @@ MenuElements::MenuElements(Form& form)
 
 MenuItem& MenuElements::Com(int number) { return numbered({&Com1, &Com2, &Com3, &Com4}, number); }
 
+void MenuElements::uncheck_coms() {
+  for (MenuItem* item : {&Com1, &Com2, &Com3, &Com4}) item->checked = false;
+}
+
 int MenuElements::chosen_com() const {
   int number = 0;
   for (const MenuItem* item : {&Com1, &Com2, &Com3, &Com4}) {

@@ -36,6 +36,7 @@ struct MenuElements {
   MenuItem& Com(int number);
   MenuItem& RemoteCom(int number);
 
+  void uncheck_coms();
   // The serial port that is the way to the equipment, 1 to 4; 0 if another way is chosen or none.
   int chosen_com() const;
 };

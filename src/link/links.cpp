@@ -38,8 +38,10 @@ void Links::give_way_to_serial() const {
   for (const Way& way : ways_) way.link.give_way();
 }
 
-void Links::uncheck_ways() const {
-  for (const Way& way : ways_) way.item.checked = false;
+void Links::uncheck_ways(const MenuItem* but) const {
+  for (const Way& way : ways_) {
+    if (&way.item != but) way.item.checked = false;
+  }
 }
 
 }  // namespace lineweir

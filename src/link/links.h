@@ -18,7 +18,7 @@ struct Way {
 };
 
 // The ways to the studio. Which one is in use the menu "Port" says, and only this class reads it
-// there: the first of the ways whose item is checked, and without any the serial port.
+// there to choose: the first of the ways whose item is checked, and without any the serial port.
 class Links {
  public:
   Links(ConsoleState& state, StudioLink& serial, StudioLink& deciding_server,
@@ -40,8 +40,8 @@ class Links {
   // The serial port was chosen: the other ways let go.
   void give_way_to_serial() const;
 
-  // The menu shows none of the ways but the serial port.
-  void uncheck_ways() const;
+  // The menu shows none of the ways but the serial port, or but this one, as it is.
+  void uncheck_ways(const MenuItem* but = nullptr) const;
 
  private:
   const Way* way_in_use() const;

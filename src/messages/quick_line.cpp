@@ -1,16 +1,12 @@
 #include "messages/quick_line.h"
 
 #include "elements/control.h"
+#include "elements/key_characters.h"
 #include "state/console_state.h"
 #include "state/wire.h"
 
 namespace lineweir {
-namespace {
-
-constexpr int enter_key = 13;
-constexpr int escape_key = 27;
-
-}  // namespace
+namespace {}  // namespace
 
 QuickLine::QuickLine(ConsoleState& state) : state_(state) {
   MainForm& form = state.Lineweir;

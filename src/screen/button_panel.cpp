@@ -16,8 +16,8 @@ constexpr double large_label_part = 3.75;
 constexpr double small_label_part = 9.4;
 
 void set_button(Picture& button, bool enabled, const ButtonFaces& faces) {
-  button.enabled = enabled;
-  button.picture = enabled ? faces.up : faces.disabled;
+  button.enabled = enabled && !button.withheld;
+  button.picture = button.enabled ? faces.up : faces.disabled;
 }
 
 void set_row_buttons(const ControlArray<Picture>& buttons, bool enabled) {
@@ -28,10 +28,10 @@ void set_row_buttons(const ControlArray<Picture>& buttons, bool enabled) {
 
 // Sets a button without changing its size; a pressed one keeps its face.
 void set_in_own_size(Picture& button, bool enabled) {
-  button.enabled = enabled;
+  button.enabled = enabled && !button.withheld;
   const ButtonFaces* faces = faces_holding(button.picture.get());
   if (faces == nullptr || button.picture == faces->down) return;
-  button.picture = enabled ? faces->up : faces->disabled;
+  button.picture = button.enabled ? faces->up : faces->disabled;
 }
 
 }  // namespace

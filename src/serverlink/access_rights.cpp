@@ -2,17 +2,19 @@
 
 #include <string>
 
+#include "callcontrol/modes.h"
 #include "serverlink/credentials.h"
 #include "serverlink/reply_code.h"
+#include "serverlink/rights_table.h"
 #include "serverlink/server_link.h"
 #include "serverlink/user_profile.h"
 #include "state/console_state.h"
+#include "state/guard.h"
 #include "state/wire.h"
 
 namespace lineweir {
 namespace {
 
-constexpr std::size_t rights_length = 12;
 constexpr std::string_view unknown_user = "XX";
 constexpr std::uint8_t check_accepted_mark = 'F';
 constexpr std::uint8_t password_accepted_mark = 'T';
@@ -23,8 +25,8 @@ bool are_no_rights(std::string_view text) {
 
 }  // namespace
 
-AccessRights::AccessRights(ConsoleState& state, ServerLink& server)
-    : state_(state), server_(server) {
+AccessRights::AccessRights(ConsoleState& state, ServerLink& server, Modes& modes)
+    : state_(state), server_(server), modes_(modes) {
   wire(state.Lineweir.UserProfileTimer.on_timer, state.trace, "Lineweir_UserProfileTimer_Timer",
        [this] { UserProfileTimer_Timer(); });
   server.handle(ServerCommand::SrvLoginCheckResult,
@@ -65,6 +67,7 @@ void AccessRights::SrvLoginCheckResult(const ServerPacket& packet) {
   }
   login.LastReplyCode =
       packet.AltInfo == check_accepted_mark ? reply_check_accepted : reply_check_rejected;
+  if (has_rights) SetRights();
 }
 
 void AccessRights::SrvPasswordResult(const ServerPacket& packet) {
@@ -77,12 +80,18 @@ void AccessRights::SrvPasswordResult(const ServerPacket& packet) {
   }
   login.LastReplyCode =
       packet.AltInfo == password_accepted_mark ? reply_password_accepted : reply_password_rejected;
+  if (has_rights && login.UserRights != unknown_user) SetRights();
 }
 
 void AccessRights::SrvRights(const ServerPacket& packet) {
   if (are_no_rights(packet.Buffer)) return RequestFirstUnblocked();
   state_.login.UserRights = packet.Buffer;
+  SetRights();
   state_.Lineweir.UserProfileTimer.enabled = true;
+}
+
+void AccessRights::SetRights() {
+  guard(state_.trace, "Lineweir_SetRights", [&] { apply_rights(state_, modes_); });
 }
 
 void AccessRights::RequestAccessRights(int group) {

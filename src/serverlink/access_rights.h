@@ -6,6 +6,7 @@
 
 namespace lineweir {
 
+class Modes;
 class ServerLink;
 struct ConsoleState;
 
@@ -13,7 +14,7 @@ struct ConsoleState;
 // the studio group. A user without any in a group is sent to one that is open to him.
 class AccessRights {
  public:
-  AccessRights(ConsoleState& state, ServerLink& server);
+  AccessRights(ConsoleState& state, ServerLink& server, Modes& modes);
 
   // The server holds nothing for the user: the options of the settings file hold.
   std::function<void()> on_unknown_user;
@@ -21,6 +22,9 @@ class AccessRights {
   // Asks for the rights of the user in another group, and for a group that is open to him.
   void RequestAccessRights(int group);
   void RequestFirstUnblocked();
+
+  // Enables what UserRights allows and disables the rest.
+  void SetRights();
 
  private:
   void SrvLoginCheckResult(const ServerPacket& packet);
@@ -35,6 +39,7 @@ class AccessRights {
 
   ConsoleState& state_;
   ServerLink& server_;
+  Modes& modes_;
 };
 
 }  // namespace lineweir

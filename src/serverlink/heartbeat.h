@@ -14,8 +14,8 @@ class Heartbeat {
   static constexpr platform::Milliseconds longest_pause{1500};
   static constexpr platform::Milliseconds proof{3000};
 
-  // The server's time has come. One that nobody can have asked for is proof enough.
-  void beat(platform::Milliseconds now, bool unasked = false);
+  // The server's time has come. One that is known to be its own is proof enough.
+  void beat(platform::Milliseconds now, bool own = false);
 
   // True from the proof on, however long nothing comes.
   bool steady() const { return steady_; }

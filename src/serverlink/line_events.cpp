@@ -49,6 +49,8 @@ void LineEvents::Timer4_Timer() {
       if (ring_held_back(line, letter)) continue;
       process_change(line, letter, old_letter);
       if (line >= lines.LineCount) break;
+    } else if (lines.FreshConnect && state_.Lineweir.LineStatus(line).caption.get().empty()) {
+      show_words_again(line, letter);
     }
     if (letter != 'F') lines.StatusLetter(line) = letter;
     lines.RingConfirm.at(static_cast<std::size_t>(line)) = false;
@@ -92,14 +94,25 @@ void LineEvents::process_change(int line, char letter, char old_letter) {
   const int equipment = state_.lines.ThePhoneFlag;
   const LineRule* rule = line_rule(server_rules, letter, equipment);
   if (rule == nullptr) rule = &other_letter_rule;
-  const LineReport report{
-      handler, line, letter, old_letter,
-      reported_look(letter,
-                    handset_is_on_conference(equipment, state_.Lineweir.MitelPhone1.checked))};
+  const LineReport report = report_of(line, letter, old_letter);
   for (const RuleStep& step : rule->steps) {
     if (step.step == LineStep::None) break;
     socket_trap(state_, handler, [&] { line_steps_.run(step, report); });
   }
+}
+
+// The times of the calls, which come with a session, have blanked them.
+void LineEvents::show_words_again(int line, char letter) {
+  const LineReport report = report_of(line, letter, letter);
+  line_steps_.run(RuleStep(LineStep::ShowText), report);
+  if (letter == ready_letter) line_steps_.run(RuleStep(LineStep::ShowRowOrNext), report);
+}
+
+LineReport LineEvents::report_of(int line, char letter, char old_letter) const {
+  const int equipment = state_.lines.ThePhoneFlag;
+  return {handler, line, letter, old_letter,
+          reported_look(letter,
+                        handset_is_on_conference(equipment, state_.Lineweir.MitelPhone1.checked))};
 }
 
 }  // namespace lineweir

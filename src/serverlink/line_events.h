@@ -9,6 +9,7 @@ class CallerDataEntry;
 class DisplayOptions;
 class LineSteps;
 struct ConsoleState;
+struct LineReport;
 
 // Applies the server's status text to the line table, to the rows and to the call log.
 class LineEvents {
@@ -34,6 +35,8 @@ class LineEvents {
   // With equipment of kind 2 a ring that follows hold counts when it is seen in two passes running.
   bool ring_held_back(int line, char letter);
   void process_change(int line, char letter, char old_letter);
+  void show_words_again(int line, char letter);
+  LineReport report_of(int line, char letter, char old_letter) const;
 
   ConsoleState& state_;
   DisplayOptions& display_;

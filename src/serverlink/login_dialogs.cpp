@@ -5,6 +5,7 @@
 
 #include "base/text.h"
 #include "boxlink/serial_port_control.h"
+#include "elements/key_characters.h"
 #include "link/links.h"
 #include "screen/window_size.h"
 #include "serverlink/server_connection.h"
@@ -18,7 +19,6 @@
 namespace lineweir {
 namespace {
 
-constexpr int enter_key = 13;
 constexpr int trace_key = 114;
 
 // The hourglass for as long as it lives.
@@ -101,8 +101,8 @@ void LoginDialogs::WinsockMenu_Click() {
 void LoginDialogs::leave_other_ways() {
   MainForm& form = state_.Lineweir;
   port_.close();
-  for (int number = 1; number <= 4; ++number) form.Com(number).checked = false;
-  form.NetworkConnectionOption.checked = false;
+  form.uncheck_coms();
+  links_.uncheck_ways(&form.WinsockMenu);
 }
 
 void LoginDialogs::WinsockOptions_Load() {

@@ -16,7 +16,6 @@
 namespace lineweir {
 namespace {
 
-constexpr platform::Milliseconds answer_limit{20'000};
 constexpr platform::Milliseconds answer_limit_with_trace{2'000'000};
 constexpr std::size_t longest_block_without_fields = 44;
 
@@ -99,7 +98,8 @@ LoginResult LoginExchange::exchange(ServerPacket question, Meaning meaning,
   const auto start = loop.now();
   for (;;) {
     const LoginResult result = meaning(state_.login.LastReplyCode);
-    if (connection_.attempts() != attempt || exchanges_ != number) return LoginResult::Superseded;
+    const bool superseded = connection_.attempts() != attempt || exchanges_ != number;
+    if (superseded || !state_.Lineweir.loaded()) return LoginResult::Superseded;
     if (result != LoginResult::NoAnswer) return result;
     if (loop.now() - start > limit) break;
     loop.yield();

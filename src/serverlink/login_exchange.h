@@ -18,7 +18,8 @@ enum class LoginResult {
   Accepted = 0,
   Rejected = 1,
   NoAnswer = 2,
-  // The user has begun another exchange, or asked for another connection, during the wait.
+  // The user has begun another exchange, asked for another connection, or ended the program during
+  // the wait.
   Superseded = 3,
 };
 
@@ -38,6 +39,8 @@ class LoginExchange {
   // Skip: then the server decides by the connection alone. At most 20 seconds, 2000 while the trace
   // is on.
   LoginResult TextWrit_PasswordA(bool Skip);
+
+  static constexpr platform::Milliseconds answer_limit{20'000};
 
   // The check with what the user has typed; at most 20 seconds.
   LoginResult TextWrit_PasswordB();

@@ -62,7 +62,7 @@ void RemoteSession::NetworkConnectionOption_Click() {
       [&] {
         form.mouse_pointer = pointer_hourglass;
         port_.close();
-        for (int number = 1; number <= 4; ++number) form.Com(number).checked = false;
+        form.uncheck_coms();
         links_.uncheck_ways();
         form.NetworkConnectionOption.checked = true;
         form.SyncTimeTimer.enabled = false;

@@ -50,7 +50,7 @@ ServerConnection::Outcome ServerConnection::await() {
       return Outcome::Failed;
     }
     loop.yield();
-    if (attempts_ != attempt) return Outcome::Superseded;
+    if (attempts_ != attempt || !state_.Lineweir.loaded()) return Outcome::Superseded;
   }
   // The former session's polls would keep the lamp green where this one never begins.
   state_.Lineweir.SyncTimeTimer.enabled = false;

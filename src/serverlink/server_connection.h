@@ -46,7 +46,7 @@ class ServerConnection {
   void expect_free_lines();
 
   // What became of a connection that was asked for. It is superseded when another one is asked for
-  // meanwhile: whoever waits for it or for a session on it has no say any more.
+  // or the program ends meanwhile: whoever waits for it or for a session on it has no say any more.
   enum class Outcome { Stands, Failed, Superseded };
 
   // Lets events run until the connection stands. One that takes more than 5 seconds has failed and

@@ -36,8 +36,9 @@ ServerWatch::ServerWatch(ConsoleState& state, const Links& links, SocketLink& so
       link_(link) {
   server.on_frame = [this](const ServerPacket& packet) { hear(packet); };
   connection.on_begin = [this] {
-    // Another server may keep no heartbeat.
+    // Another server may keep no heartbeat; one that is lost has had one.
     heartbeat_ = {};
+    heart_is_known_ = step_ != Step::NotLost;
     link_.review();
     missing_ = {ServerCommand::SrvFullStatus, ServerCommand::SrvStudioStatus,
                 ServerCommand::SrvTimes, ServerCommand::SrvLineNumbers};
@@ -55,7 +56,7 @@ void ServerWatch::hear(const ServerPacket& packet) {
   if (!state_.Lineweir.no_link.get().empty()) link_.review();
   if (packet.CMD != static_cast<std::uint8_t>(ServerCommand::SrvTime)) return;
   // The polls begin with the state of the lines.
-  heartbeat_.beat(heard_at_, missing_.contains(ServerCommand::SrvFullStatus));
+  heartbeat_.beat(heard_at_, heart_is_known_ || missing_.contains(ServerCommand::SrvFullStatus));
   if (heartbeat_.steady() && !next_look_) look_in(longest_silence - between_looks);
 }
 
@@ -144,7 +145,8 @@ void ServerWatch::follow_answer() {
       return state_.messages.ShowMessage("Password Rejected!");
     case LoginResult::NoAnswer:
     case LoginResult::Superseded:
-      if (state_.services.loop.now() - step_began_ > answer_limit) wait_for_next_try();
+      if (state_.services.loop.now() - step_began_ > LoginExchange::answer_limit)
+        wait_for_next_try();
   }
 }
 

@@ -31,8 +31,6 @@ class ServerWatch {
 
   static constexpr platform::Milliseconds longest_silence{3000};
   static constexpr platform::Milliseconds between_tries{2000};
-  // An answer to the login may wait behind those of a whole station that comes back at once.
-  static constexpr platform::Milliseconds answer_limit{20'000};
   // How long the state of the studio may take to come in.
   static constexpr platform::Milliseconds state_limit{5000};
 
@@ -67,6 +65,7 @@ class ServerWatch {
 
   std::optional<platform::EventLoop::CallId> next_look_;
   Heartbeat heartbeat_;
+  bool heart_is_known_ = false;
   platform::Milliseconds heard_at_{0};
   platform::DateTime heard_at_time_{};
 

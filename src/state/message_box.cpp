@@ -87,6 +87,10 @@ void Messages::show_box() {
   if (on_shown) on_shown(state_.MyMsgbox.Label1.caption);
 }
 
+void Messages::come_to_front() {
+  if (state_.MyMsgbox.visible) state_.MyMsgbox.show();
+}
+
 void Messages::follow_main_form() {
   if (state_.MyMsgbox.visible) place_box();
 }

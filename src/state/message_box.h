@@ -49,6 +49,9 @@ class Messages {
   // Places it anew if it is shown: the main form has come to another place by itself.
   void follow_main_form();
 
+  // Shows it in front of what has come up since, if it is shown.
+  void come_to_front();
+
   // Told of each text shown.
   std::function<void(const std::string& text)> on_shown;
 

@@ -20,7 +20,7 @@ Script, one event a line; empty lines and lines that begin with # are skipped:
   SECONDS hangup LINE       the caller goes
   SECONDS busy LINE         the line is taken out of service
   SECONDS idle LINE         and put back
-  SECONDS set LINE LETTER   the line is forced to a letter of FRSHPOENCLKYB
+  SECONDS set LINE LETTER   the line is forced to a letter of its states
   SECONDS word WORD         somebody at another seat sends the command word
   SECONDS quit              the studio closes
 Lines count from 0.

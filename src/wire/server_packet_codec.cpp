@@ -67,8 +67,6 @@ std::uint8_t field_byte(int value) {
   return static_cast<std::uint8_t>(value);
 }
 
-char character_of(int code) { return static_cast<char>(field_byte(code)); }
-
 std::string body_of(const ServerPacket& packet) {
   std::string body;
   body.reserve(header_length + packet.Buffer.size());

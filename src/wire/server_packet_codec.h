@@ -38,9 +38,8 @@ struct ServerPacket {
   friend bool operator==(const ServerPacket&, const ServerPacket&) = default;
 };
 
-// A number as a field or a character; one outside 0 to 255 is a Failure of number 5.
+// A number as a field; one outside 0 to 255 is a Failure of number 5.
 std::uint8_t field_byte(int value);
-char character_of(int code);
 
 // The body between the markers: CMD, LineNo, GroupNo, AltInfo, Console, Bank, the two bytes of
 // Size, then the buffer as it stands.

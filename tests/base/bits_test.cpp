@@ -8,7 +8,7 @@
 namespace lineweir::test {
 namespace {
 
-TEST_SUITE("core/bits") {
+TEST_SUITE("base/bits") {
   TEST_CASE("bit 1 is the least significant and bit 8 the most") {
     for (int bit = 1; bit <= 8; ++bit) {
       CHECK(get_bit('\x80', bit) == (bit == 8));

@@ -7,7 +7,7 @@
 namespace lineweir::test {
 namespace {
 
-TEST_SUITE("core/fixed text") {
+TEST_SUITE("base/fixed text") {
   TEST_CASE("it holds blanks at first") {
     const FixedText<4> text;
     CHECK(text.text() == "    ");

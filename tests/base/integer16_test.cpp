@@ -9,7 +9,7 @@
 namespace lineweir::test {
 namespace {
 
-TEST_SUITE("core/16-bit integer") {
+TEST_SUITE("base/16-bit integer") {
   TEST_CASE("what fits in 16 signed bits goes through") {
     for (const long long value : {-32768LL, -1LL, 0LL, 32767LL}) CHECK(integer16(value) == value);
   }

@@ -5,7 +5,7 @@
 namespace lineweir::test {
 namespace {
 
-TEST_SUITE("elements/names") {
+TEST_SUITE("base/names") {
   TEST_CASE("names are equal whatever the case of the letters A to Z") {
     CHECK(same_name("StatusLetter", "STATUSletter"));
     CHECK(same_name("", ""));

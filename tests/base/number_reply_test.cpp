@@ -8,7 +8,7 @@
 namespace lineweir::test {
 namespace {
 
-TEST_SUITE("clocks/number reply") {
+TEST_SUITE("base/number reply") {
   TEST_CASE("only a whole answer that is a number is one") {
     CHECK(number_reply("30") == 30.0);
     CHECK(number_reply(" 30 ") == 30.0);

@@ -5,7 +5,7 @@
 namespace lineweir::test {
 namespace {
 
-TEST_SUITE("core/text") {
+TEST_SUITE("base/text") {
   TEST_CASE("trimming takes blanks off and nothing else") {
     CHECK(trimmed("  a b  ") == "a b");
     CHECK(trimmed_left("  a ") == "a ");

@@ -17,7 +17,7 @@ platform::DateTime moment_at(int seconds) {
   return {2026, 1, 5, seconds / 3600, seconds / 60 % 60, seconds % 60};
 }
 
-TEST_SUITE("core/time text: reading") {
+TEST_SUITE("base/time text: reading") {
   TEST_CASE("a time of day is read in each of its forms") {
     struct Row {
       std::string_view text;
@@ -96,7 +96,7 @@ TEST_SUITE("core/time text: reading") {
   }
 }
 
-TEST_SUITE("core/time text: writing") {
+TEST_SUITE("base/time text: writing") {
   TEST_CASE("a difference is its absolute value, wrapped at 24 hours") {
     CHECK(hms_text(0) == "00:00:00");
     CHECK(hms_text(at(1, 2, 3)) == "01:02:03");
@@ -147,7 +147,7 @@ TEST_SUITE("core/time text: writing") {
   }
 }
 
-TEST_SUITE("core/time text: time since") {
+TEST_SUITE("base/time text: time since") {
   TEST_CASE("it is the difference of two times of day") {
     CHECK(time_since("1/5/2026 10:00:00 AM", {2026, 1, 5, 10, 2, 3}) == "00:02:03");
     CHECK(time_since("10:00:00 AM", {2026, 1, 5, 22, 0, 0}) == "12:00:00");

@@ -17,7 +17,7 @@ bool shows(const Picture& button, bool enabled, std::string_view picture) {
   return button.enabled == enabled && button.picture == picture;
 }
 
-TEST_SUITE("screen/hybrid_choice") {
+TEST_SUITE("callcontrol/hybrid_choice") {
   TEST_CASE("each box switches its own hybrid") {
     ScriptedConsole desk;
     Console& console = desk.console;

@@ -56,6 +56,24 @@ TEST_SUITE("callerdata/draft file") {
     CHECK(drafts_of_files(letters, {}).empty());
   }
 
+  TEST_CASE("a file of a release with other fields keeps what both know") {
+    EntryTexts typed;
+    typed[0] = "Ann";
+    std::string text = draft_file_text(letters, {draft_of(2, "log", "", {}, typed)});
+    // A field more at the front, as of a later release; one less at the end, as of an earlier one.
+    std::string other;
+    for (std::size_t begin = 0; begin < text.size();) {
+      const std::size_t end = text.find("\r\n", begin);
+      const std::string line = text.substr(begin, end - begin);
+      other += (begin == 0 ? "Further," : "more,") + line.substr(0, line.rfind(',')) + "\r\n";
+      begin = end + 2;
+    }
+    const auto drafts = drafts_of_files(letters, {other});
+    REQUIRE(drafts.size() == 1);
+    CHECK(drafts.front().line == 2);
+    CHECK(drafts.front().work.typed[0] == "Ann");
+  }
+
   TEST_CASE("what is no draft is passed over") {
     const std::string sound = draft_file_text(letters, {draft_of(4, "", "", {}, {"Ann"})});
     for (const char* broken : {"1,2,3\r\n", "\"", "0", "-1,x\r\n", "\0\x01\xff"}) {

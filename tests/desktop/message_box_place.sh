@@ -68,3 +68,20 @@ box=$(find_window '^Lineweir$')
 xdotool windowfocus --sync "$box" key Return
 provoke_message
 check_box 'later in that run'
+kill "$console" && wait "$console" || true
+
+# A message that came while the start waited for its server stands in front of the main window.
+rm -f Writ.inf
+printf '%s\n' launch 'answer file "gone.lwl"' 'click DatabasePathMenuItem' 'socket open' \
+  'set Winsock1.RemotePort 1' 'click SaveSettingsMenu' | "$bin/lineweir-driver" --dir . > driver.txt
+rm -f gone.lwl*
+timeout 120 "$bin/lineweir" &
+console=$!
+main=$(await_window 'Lineweir - ')
+check_box 'after a start without a server'
+box=$(find_window '^Lineweir$')
+place "$box"
+ok_x=158 ok_y=97
+xdotool mousemove $((X + ok_x)) $((Y + ok_y)) click 1
+await_no_window '^Lineweir$'
+kill "$console" && wait "$console" || true

@@ -93,10 +93,12 @@ class TcpServer {
     std::string reply;
     switch (command) {
       case ClientCommand::CmdLoginCheck:
-        reply = frame(ServerCommand::SrvLoginCheckResult, "????????????", 'F');
+        reply = frame(ServerCommand::SrvLoginCheckResult,
+                      "\xff\xff\xff\xff\xff\xff\xcf\xff\xff\xff\xff?", 'F');
         break;
       case ClientCommand::CmdPasswordLogin:
-        reply = frame(ServerCommand::SrvPasswordResult, "????????????", 'T');
+        reply = frame(ServerCommand::SrvPasswordResult,
+                      "\xff\xff\xff\xff\xff\xff\xcf\xff\xff\xff\xff?", 'T');
         break;
       case ClientCommand::CmdRequestStatus:
         reply = frame(ServerCommand::SrvFullStatus, status);

@@ -9,7 +9,7 @@
 namespace lineweir::test {
 namespace {
 
-TEST_SUITE("screen/columns") {
+TEST_SUITE("forms/columns") {
   TEST_CASE("each column is its array of the rows' labels, under its heading") {
     MainForm form;
     std::string headings;

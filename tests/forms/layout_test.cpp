@@ -69,7 +69,7 @@ bool overlap(const Place& a, const Place& b) {
          b.top < a.top + a.height;
 }
 
-TEST_SUITE("screen/layout: the form") {
+TEST_SUITE("forms/layout: the form") {
   TEST_CASE("each row count has its design size, with and without the menu bar") {
     for (int rows = 0; rows <= most_rows; ++rows) {
       CAPTURE(rows);
@@ -116,7 +116,7 @@ TEST_SUITE("screen/layout: the form") {
   }
 }
 
-TEST_SUITE("screen/layout: the panel") {
+TEST_SUITE("forms/layout: the panel") {
   TEST_CASE("up to 10 rows") {
     for (int rows = 0; rows <= 10; ++rows) {
       CAPTURE(rows);

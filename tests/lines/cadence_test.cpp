@@ -32,7 +32,7 @@ std::string pair(int first, int second) {
   return {static_cast<char>(first), static_cast<char>(second)};
 }
 
-TEST_SUITE("core/cadence") {
+TEST_SUITE("lines/cadence") {
   TEST_CASE("each letter has its byte, every other one none") {
     for (int code = 0; code < 256; ++code) {
       const char letter = static_cast<char>(code);

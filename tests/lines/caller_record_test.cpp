@@ -24,7 +24,7 @@ bool is_time(CallerField field) {
   return std::find(times.begin(), times.end(), field) != times.end();
 }
 
-TEST_SUITE("core/caller record") {
+TEST_SUITE("lines/caller record") {
   TEST_CASE("the fields stand in their order, three of them fixed") {
     std::string names;
     std::size_t fixed_width = 0;

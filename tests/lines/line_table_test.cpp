@@ -7,7 +7,7 @@
 namespace lineweir::test {
 namespace {
 
-TEST_SUITE("core/line table") {
+TEST_SUITE("lines/line table") {
   TEST_CASE("at first there are ten idle lines and no next call") {
     const LineTable lines;
     CHECK(lines.LineCount == 10);

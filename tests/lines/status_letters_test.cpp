@@ -22,7 +22,7 @@ std::string letters_with_icons(int icon1, int icon2) {
       [&](const LetterLook& look) { return look.icon1 == icon1 && look.icon2 == icon2; });
 }
 
-TEST_SUITE("core/status letters") {
+TEST_SUITE("lines/status letters") {
   TEST_CASE("the set is closed") {
     const std::string letters = letters_where([](const LetterLook&) { return true; });
     CHECK(letters == " FRSHPOENCLKYB");

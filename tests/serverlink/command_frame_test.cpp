@@ -48,7 +48,7 @@ std::string dial_digit(int line, int bank, char digit) {
   return bytes({4, 4, 14, line, group, console, console, bank, 0, 1, digit, 255, 5, 5});
 }
 
-TEST_SUITE("callcontrol/command_frame") {
+TEST_SUITE("serverlink/command_frame") {
   TEST_CASE("N and C are both N to the server, told apart by AltInfo") {
     const Desk desk;
     CHECK(desk.frame("N05", 0) == line_command(5, 0, 0, 'N'));

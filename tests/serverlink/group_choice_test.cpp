@@ -28,7 +28,7 @@ struct GroupDesk : ScriptedConsole {
   }
 };
 
-TEST_SUITE("screen/group_choice: the selector") {
+TEST_SUITE("serverlink/group_choice: the selector") {
   TEST_CASE("the form opens on the present group, and on none that has no entry") {
     ScriptedConsole desk;
     Console& console = desk.console;
@@ -46,7 +46,7 @@ TEST_SUITE("screen/group_choice: the selector") {
   }
 }
 
-TEST_SUITE("screen/group_choice") {
+TEST_SUITE("serverlink/group_choice") {
   TEST_CASE("the present group changes nothing") {
     GroupDesk desk;
     desk.leave_with(0);

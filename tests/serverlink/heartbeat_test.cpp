@@ -30,7 +30,7 @@ TEST_CASE("a pause begins the proof anew, and answers to the regular poll prove 
   CHECK_FALSE(proved_by({10s, 20s, 30s, 40s, 50s}));
 }
 
-TEST_CASE("what was proved stays so, and a time that nobody asked for proves it alone") {
+TEST_CASE("what was proved stays so, and one known to be its own proves it alone") {
   CHECK(proved_by({5s, 6s, 7s, 8s, 60s}));
   Heartbeat heartbeat;
   heartbeat.beat(1s, true);

@@ -250,7 +250,7 @@ Situation as_taken(Situation given) {
   return given;
 }
 
-TEST_SUITE("boxlink/line events: letters") {
+TEST_SUITE("serverlink/line events: letters") {
   TEST_CASE("every letter after every letter, with every kind of equipment") {
     EventDesk desk;
     for (const char letter : reported_letters) {
@@ -336,7 +336,7 @@ TEST_SUITE("boxlink/line events: letters") {
   }
 }
 
-TEST_SUITE("boxlink/line events: texts") {
+TEST_SUITE("serverlink/line events: texts") {
   std::string all_letters(const Console& console) {
     std::string letters;
     for (int i = 0; i < console.lines.LineCount; ++i) letters += console.lines.StatusLetter(i);
@@ -416,7 +416,7 @@ TEST_SUITE("boxlink/line events: texts") {
   }
 }
 
-TEST_SUITE("boxlink/line events: equipment of kind 2") {
+TEST_SUITE("serverlink/line events: equipment of kind 2") {
   void clear_row_texts(EventDesk & desk) {
     for (int column = 0; column < column_count; ++column) {
       desk.console.Lineweir.column_labels(column)(line).caption = "";
@@ -500,7 +500,7 @@ TEST_SUITE("boxlink/line events: equipment of kind 2") {
   }
 }
 
-TEST_SUITE("boxlink/line events: the data form") {
+TEST_SUITE("serverlink/line events: the data form") {
   TEST_CASE("it opens when a line that rang, or was held in producer mode, is taken") {
     for (const char letter : std::string("PONSHEYBZ")) {
       for (const char old : std::string("RHS ")) {
@@ -529,7 +529,7 @@ TEST_SUITE("boxlink/line events: the data form") {
   }
 }
 
-TEST_SUITE("boxlink/line events: what the server is told") {
+TEST_SUITE("serverlink/line events: what the server is told") {
   TEST_CASE("a new ring tells that the line has no caller's data any more") {
     EventDesk desk;
     desk.platform.winsock1.stand_connected();
@@ -572,7 +572,7 @@ TEST_SUITE("boxlink/line events: what the server is told") {
   }
 }
 
-TEST_SUITE("boxlink/line events: failures") {
+TEST_SUITE("serverlink/line events: failures") {
   TEST_CASE("a step that goes on failing is tried 21 times, reported, and the next goes on") {
     EventDesk desk;
     std::vector<std::string> trace;

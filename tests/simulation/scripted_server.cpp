@@ -9,7 +9,7 @@ namespace {
 
 using namespace std::chrono_literals;
 
-constexpr std::string_view all_rights = "????????????";
+constexpr std::string_view all_rights = "\xff\xff\xff\xff\xff\xff\xcf\xff\xff\xff\xff?";
 constexpr std::string_view letters_told = "FROSHNCELKYB";
 constexpr Milliseconds mean_between_changes = 700ms;
 constexpr Milliseconds beat_interval = 1s;

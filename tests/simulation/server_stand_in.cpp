@@ -6,7 +6,7 @@ namespace lineweir::simulation {
 namespace {
 
 constexpr std::uint8_t accepted_mark = 'F';
-constexpr std::string_view all_rights = "????????????";
+constexpr std::string_view all_rights = "\xff\xff\xff\xff\xff\xff\xcf\xff\xff\xff\xff?";
 
 const ClientCommandRow* client_row(std::uint8_t code) {
   for (const ClientCommandRow& row : client_commands) {

@@ -115,6 +115,13 @@ void SessionRun::compare(const ToldState& told) {
     const char letter = console.lines.StatusLetter(line);
     expect("letter" + row, std::string(1, letter == ' ' ? free_letter : letter),
            std::string(1, told.letters[place]));
+    const LetterLook* look = look_of(console.lines.StatusLetter(line));
+    const std::string& words = console.Lineweir.LineStatus(line).caption;
+    // A display that is built anew has none for a line that is locked and not on air.
+    const bool left_out = words.empty() && letter == 'Y';
+    if (look != nullptr && words != next_caller_status && !left_out) {
+      expect("status" + row, words, std::string(look->status_text));
+    }
     expect("name" + row, std::string(trimmed(console.Lineweir.LineName(line).caption.get())),
            told.callers[place]);
     expect("line name" + row, console.Lineweir.LineNumb(line).caption, told.line_names[place]);

@@ -10,7 +10,7 @@
 namespace lineweir::test {
 namespace {
 
-TEST_SUITE("core/guard") {
+TEST_SUITE("state/guard") {
   TEST_CASE("a body that goes well is reported nowhere") {
     ScriptedConsole test;
     bool ran = false;

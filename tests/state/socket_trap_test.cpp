@@ -40,7 +40,7 @@ struct Trapped : ScriptedConsole {
   std::function<void()> in_pass;
 };
 
-TEST_SUITE("callcontrol/socket_trap") {
+TEST_SUITE("state/socket_trap") {
   TEST_CASE("a body that succeeds runs once") {
     Trapped desk;
     int tries = 0;

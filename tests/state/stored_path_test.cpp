@@ -7,7 +7,7 @@
 namespace lineweir::test {
 namespace {
 
-TEST_SUITE("core/stored path") {
+TEST_SUITE("state/stored path") {
   TEST_CASE("a path has its field's width in the settings") {
     CHECK(longest_plan_path == 100);
     CHECK(longest_log_path == 100);

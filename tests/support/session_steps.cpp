@@ -19,7 +19,7 @@ ServerPacket answer(ServerCommand command, char mark) {
   ServerPacket packet;
   packet.CMD = static_cast<std::uint8_t>(command);
   packet.AltInfo = static_cast<std::uint8_t>(mark);
-  packet.set_buffer("????????????");
+  packet.set_buffer("\xff\xff\xff\xff\xff\xff\xcf\xff\xff\xff\xff?");
   return packet;
 }
 

@@ -11,7 +11,7 @@ namespace {
 
 const ServerPacket line_command{4, 5, 1, 0, 255, 9, {1, 44}, "N\xFF"};
 
-TEST_SUITE("serverlink/frame_trace") {
+TEST_SUITE("wire/frame_trace") {
   TEST_CASE("the whole frame, each field in decimal, the buffer and an empty line") {
     CHECK(frame_trace("whole", line_command) ==
           std::vector<std::string>{"whole", "CMD 4", "LineNo 5", "GroupNo 1", "AltInfo 0",

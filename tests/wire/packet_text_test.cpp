@@ -11,7 +11,7 @@
 namespace lineweir::test {
 namespace {
 
-TEST_SUITE("serverlink/packet_text") {
+TEST_SUITE("wire/packet_text") {
   TEST_CASE("zeros are filled in up to the width") {
     CHECK(TextWrit_ZeroFill("7", 2) == "07");
     CHECK(TextWrit_ZeroFill("", 4) == "0000");

@@ -12,7 +12,7 @@
 namespace lineweir::test {
 namespace {
 
-TEST_SUITE("serverlink/server_packet_codec") {
+TEST_SUITE("wire/server_packet_codec") {
   TEST_CASE("the fields stand in their order, one byte each, and Size in two") {
     const ServerPacket packet{1, 2, 3, 4, 5, 6, {7, 8}, "ab"};
     CHECK(body_of(packet) == bytes({1, 2, 3, 4, 5, 6, 7, 8, 'a', 'b'}));
@@ -98,7 +98,7 @@ TEST_SUITE("serverlink/server_packet_codec") {
   }
 }
 
-TEST_SUITE("serverlink/caller_data") {
+TEST_SUITE("wire/caller_data") {
   const std::string captured =
       "Anna\2"
       "Bob Hill\2"
@@ -164,7 +164,7 @@ TEST_SUITE("serverlink/caller_data") {
   }
 }
 
-TEST_SUITE("serverlink/text_message") {
+TEST_SUITE("wire/text_message") {
   TEST_CASE("two colours in decimal and the text, parted by char 2") {
     const TextMessage message{255, 16777215, "Break in 2"};
     CHECK(encode_text_message(message) == "255\00216777215\2Break in 2");
@@ -196,7 +196,7 @@ TEST_SUITE("serverlink/text_message") {
   }
 }
 
-TEST_SUITE("serverlink/login_buffer") {
+TEST_SUITE("wire/login_buffer") {
   TEST_CASE("a scrambled name, char 3, a scrambled password") {
     // The keys of the seconds 0 and 1: 60 and 61.
     CHECK(login_buffer(*pass_encode("amy", 0), *pass_encode("pw", 1)) ==
@@ -230,7 +230,7 @@ TEST_SUITE("serverlink/login_buffer") {
   }
 }
 
-TEST_SUITE("serverlink/list") {
+TEST_SUITE("wire/list") {
   TEST_CASE("each item is ended by char 3") {
     CHECK(decode_list("News\3Sport\3") == std::vector<std::string>{"News", "Sport"});
     CHECK(decode_list("\3\3") == std::vector<std::string>{"", ""});

@@ -42,7 +42,7 @@ std::vector<int> codes_with(std::uint8_t ServerPacket::*field, int value) {
 
 using Codes = std::vector<int>;
 
-TEST_SUITE("serverlink/server_packet_commands") {
+TEST_SUITE("wire/server_packet_commands") {
   TEST_CASE("the client's commands have these codes") {
     CHECK(numbered_names(client_commands) ==
           "1 CmdPasswordLogin 2 CmdConnectConsole 3 CmdLeaveGroup 4 CmdLineCommand "

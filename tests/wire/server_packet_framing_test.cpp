@@ -32,7 +32,7 @@ Bodies cut(std::string_view received) {
 const std::string body_1 = bytes({134, 3, 1, 255, 0, 0, 0, 1, 'N', 255});
 const std::string body_2 = bytes({142, 255, 1, 255, 0, 0, 0, 0});
 
-TEST_SUITE("serverlink/server_packet_framing") {
+TEST_SUITE("wire/server_packet_framing") {
   TEST_CASE("a frame is a body between its markers") {
     CHECK(framed("body") == bytes({4, 4, 'b', 'o', 'd', 'y', 5, 5}));
   }

@@ -1,0 +1,10 @@
+#pragma once
+
+#include <QString>
+
+namespace lineweir {
+
+// Why a menu item or a key that a right withholds does nothing.
+inline QString not_allowed_text() { return QStringLiteral("Not allowed for this user"); }
+
+}  // namespace lineweir
