@@ -49,17 +49,17 @@ void drop_country_sign(EditedText& edited) {
 EditedText fit_text(std::string_view before, EditedText edited, std::size_t room) {
   std::string& text = edited.text;
   if (text.size() <= room) return edited;
+  // What was put in ends at the caret; behind it stands what stood there before.
   const std::size_t shorter = std::min(before.size(), text.size());
-  const std::size_t same_begin = static_cast<std::size_t>(
-      std::mismatch(before.begin(), before.begin() + static_cast<std::ptrdiff_t>(shorter),
-                    text.begin())
-          .first -
-      before.begin());
+  const std::size_t behind_caret =
+      text.size() - std::min(text.size(), static_cast<std::size_t>(edited.caret));
   std::size_t same_end = 0;
-  while (same_end < shorter - same_begin &&
+  while (same_end < std::min(shorter, behind_caret) &&
          before[before.size() - 1 - same_end] == text[text.size() - 1 - same_end]) {
     ++same_end;
   }
+  std::size_t same_begin = 0;
+  while (same_begin < shorter - same_end && before[same_begin] == text[same_begin]) ++same_begin;
   const std::size_t put_in_end = text.size() - same_end;
   const std::size_t left_out = std::min(text.size() - room, put_in_end - same_begin);
   edited.left_out = left_out > 0;

@@ -60,6 +60,8 @@ void Blink::light_phase() {
 
 void Blink::restore_air_text(int line) {
   if (state_.Lineweir.DataRow(line).picture != pictures::DataRowRed) return;
+  // The words were taken away, and the pass that is due says who is on air still.
+  if (state_.lines.FreshConnect && state_.Lineweir.Timer4.enabled) return;
   const char letter = state_.lines.StatusLetter(line);
   state_.Lineweir.LineStatus(line).caption = is_locked_on_air(letter) ? "Locked" : "On Air";
 }

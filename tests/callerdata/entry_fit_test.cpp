@@ -26,6 +26,8 @@ TEST_SUITE("callerdata/entry fit") {
     CHECK(fit_text("12345", typed("12345", 2, "6"), 5) == EditedText{"12345", 2, true});
     CHECK(fit_text("123", typed("123", 1, "abcd"), 5) == EditedText{"1ab23", 3, true});
     CHECK(fit_text("", {"abcdefgh", 8}, 5) == EditedText{"abcde", 5, true});
+    // What is put in begins as the rest goes on.
+    CHECK(fit_text("aaab", typed("aaab", 3, "baaaa"), 8) == EditedText{"aaabaaab", 7, true});
     // A part of the text is replaced.
     CHECK(fit_text("12345", {"1abcd45", 5}, 5) == EditedText{"1ab45", 3, true});
   }

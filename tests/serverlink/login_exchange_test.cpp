@@ -167,5 +167,30 @@ TEST_CASE("a character that can't be scrambled is reported and gives the empty t
   CHECK(desk.take_trace().back().starts_with("TextWrit_PassEncode Error - "));
 }
 
+TEST_CASE("the end of the program ends the wait for an answer, without a message") {
+  LoginDesk desk;
+  const auto start = desk.platform.loop.now();
+  desk.platform.loop.schedule(Milliseconds(1000), [&] { desk.console.Lineweir.unload(); });
+  CHECK(desk.console.login_exchange.TextWrit_PasswordB() == LoginResult::Superseded);
+  CHECK(desk.platform.loop.now() - start < Milliseconds(1200));
+  CHECK(desk.take_messages().empty());
+}
+
+TEST_CASE("a newer exchange or connection ends the wait of an older one, without a message") {
+  LoginDesk desk;
+  const auto start = desk.platform.loop.now();
+  LoginResult newer = LoginResult::Superseded;
+  desk.platform.loop.schedule(Milliseconds(1000), [&] {
+    desk.server_answers('F', "????????????");
+    newer = desk.console.login_exchange.TextWrit_PasswordA(false);
+  });
+  CHECK(desk.console.login_exchange.TextWrit_PasswordB() == LoginResult::Superseded);
+  CHECK(newer == LoginResult::Accepted);
+  desk.platform.loop.schedule(Milliseconds(1000), [&] { desk.console.server_connection.begin(); });
+  CHECK(desk.console.login_exchange.TextWrit_PasswordB() == LoginResult::Superseded);
+  CHECK(desk.platform.loop.now() - start < Milliseconds(2500));
+  CHECK(desk.take_messages().empty());
+}
+
 }  // namespace
 }  // namespace lineweir
