@@ -1,5 +1,6 @@
 #include <doctest/doctest.h>
 
+#include <QAccessible>
 #include <QMenu>
 #include <QMenuBar>
 
@@ -30,6 +31,33 @@ TEST_SUITE("menus") {
       CHECK(action.isEnabled() == (item.enabled && item.visible));
     }
     CHECK(items >= 60);
+  }
+
+  TEST_CASE("what a right withholds says so, in the menu and on a key") {
+    test::ShownConsole desk;
+    MainForm& form = desk.form();
+    const QString why = QStringLiteral("Not allowed for this user");
+    const auto spoken = [&] {
+      QAccessibleInterface* key =
+          QAccessible::queryAccessibleInterface(&desk.widget(form.OptionsButton));
+      REQUIRE(key != nullptr);
+      return key->text(QAccessible::Description);
+    };
+    CHECK(desk.action(form.SaveSettingsMenu).statusTip().isEmpty());
+    CHECK(spoken() != why);
+    desk.console.login.UserRights = std::string(12, '\0');
+    desk.console.access_rights.SetRights();
+    desk.settle();
+    CHECK_FALSE(desk.action(form.SaveSettingsMenu).isEnabled());
+    CHECK(desk.action(form.SaveSettingsMenu).statusTip() == why);
+    CHECK(desk.widget(form.OptionsButton).tool_tip() == why);
+    CHECK(spoken() == why);
+    desk.console.login.UserRights = "\xff\xff\xff\xff\xff\xff\xcf\xff\xff\xff\xff?";
+    desk.console.access_rights.SetRights();
+    desk.settle();
+    CHECK(desk.action(form.SaveSettingsMenu).isEnabled());
+    CHECK(desk.action(form.SaveSettingsMenu).statusTip().isEmpty());
+    CHECK(spoken() != why);
   }
 
   TEST_CASE("check marks, captions, enabled and visible entries follow") {
