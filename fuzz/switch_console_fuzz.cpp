@@ -8,7 +8,7 @@
 #include <string>
 #include <string_view>
 
-#include "callcontrol/console_keys.h"
+#include "callcontrol/switch_console_keys.h"
 #include "callcontrol/switch_console_lamps.h"
 #include "desk/desk.h"
 #include "support/scripted_console.h"

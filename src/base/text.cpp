@@ -40,4 +40,10 @@ int leading_number(std::string_view text) {
   return value;
 }
 
+std::string digits_of(std::string_view text) {
+  std::string digits(text);
+  std::erase_if(digits, [](char c) { return !is_digit(c); });
+  return digits;
+}
+
 }  // namespace lineweir

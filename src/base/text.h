@@ -22,6 +22,11 @@ constexpr int code_of(char character) { return static_cast<unsigned char>(charac
 // The decimal text with zeros in front up to the width.
 std::string zero_filled(int value, std::size_t width);
 
+constexpr bool is_digit(char character) { return character >= '0' && character <= '9'; }
+
+// The digits of the text alone.
+std::string digits_of(std::string_view text);
+
 // The leading number of the text, blanks in front passed over, as far as it goes; 0 where there is
 // none. "12x" is 12, "x" is 0.
 int leading_number(std::string_view text);

@@ -10,8 +10,6 @@
 namespace lineweir {
 namespace {
 
-bool is_digit(char c) { return c >= '0' && c <= '9'; }
-
 // Takes a number off the front. Nothing where none stands there or it is above every clock value.
 std::optional<int> take_number(std::string_view& text) {
   if (text.empty() || !is_digit(text.front())) return std::nullopt;

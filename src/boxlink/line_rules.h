@@ -118,7 +118,7 @@ inline constexpr auto server_rules = [] {
         ShowRowOrNext}},
       // Equipment of kind 2 tells a ring for a caller who comes back: the record stays.
       {'R',
-       kind(2),
+       kinds_ringing_again,
        {ReleaseNextCall,
         {CloseHold, WasReady},
         {CloseAir, WasOnAir},
@@ -129,7 +129,7 @@ inline constexpr auto server_rules = [] {
         Blink,
         ShowRow}},
       {'R',
-       all_but_kind(2),
+       all_but(kinds_ringing_again),
        {ReleaseNextCall,
         {CloseHold, WasReady},
         {CloseAir, WasOnAir},
@@ -144,9 +144,9 @@ inline constexpr auto server_rules = [] {
         {BlankCaller, NotFresh},
         Blink,
         ShowRow}},
-      {'E', kind(2), {ShowText, OpenDataForm, RunClock, BlankTime, ShowRowOrNext}},
+      {'E', kinds_ringing_again, {ShowText, OpenDataForm, RunClock, BlankTime, ShowRowOrNext}},
       {'E',
-       all_but_kind(2),
+       all_but(kinds_ringing_again),
        {ReleaseNextCall,
         Log,
         {ForgetCaller, NotFresh},
@@ -208,9 +208,23 @@ static_assert(all_letters_have_a_look(box_rules) && all_letters_have_a_look(serv
 template <class Rules>
 constexpr const LineRule* line_rule(const Rules& rules, char letter, int equipment_kind) {
   for (const LineRule& rule : rules) {
-    if (rule.letter == letter && (rule.kinds & kind(equipment_kind)) != 0) return &rule;
+    if (rule.letter == letter && is_of(equipment_kind, rule.kinds)) return &rule;
   }
   return nullptr;
 }
+
+// A letter of the table that is forgotten here would be shown as one that nobody knows. The blank
+// is never reported, and the box knows no locks.
+constexpr bool server_knows_all_letters() {
+  for (const StatusLetter& row : status_letters) {
+    for (int equipment = 0; equipment <= 4; ++equipment) {
+      const char letter = row.look.letter;
+      if (letter != idle_letter && line_rule(server_rules, letter, equipment) == nullptr)
+        return false;
+    }
+  }
+  return true;
+}
+static_assert(server_knows_all_letters());
 
 }  // namespace lineweir

@@ -1,13 +1,13 @@
 #include "boxlink/serial_buffer.h"
 
+#include "base/text.h"
+
 #include <algorithm>
 
 namespace lineweir {
 namespace {
 
 constexpr std::size_t longest_token = 3;
-
-bool is_digit(char c) { return c >= '0' && c <= '9'; }
 
 }  // namespace
 

@@ -9,6 +9,7 @@
 #include "callcontrol/phone_command.h"
 #include "callcontrol/row_words.h"
 #include "elements/key_characters.h"
+#include "forms/picture_names.h"
 #include "link/links.h"
 #include "state/console_state.h"
 #include "state/wire.h"
@@ -36,7 +37,7 @@ DialPad::DialPad(ConsoleState& state, const Links& links, PhoneCommands& phone)
   wire(form.on_unload, state_.trace, "DialForm_Form_Unload", [this] { Form_Unload(); });
   wire(form.on_key_press, state_.trace, "DialForm_Form_KeyPress",
        [this](int& key) { Form_KeyPress(key); });
-  form.DialButton.wire([this](Button& button) {
+  form.DialButton.wire_each([this](Button& button) {
     wire(button.on_click, state_.trace, "DialForm_DialButton_Click",
          [this, key = button.index()] { DialButton_Click(key); });
   });
@@ -120,8 +121,8 @@ std::optional<CommandWord> DialPad::seize_word(int line) const {
   const bool open = conference ? form.OnHybrid2(line).enabled : form.OnHybrid1(line).enabled;
   const char letter = state_.lines.StatusLetter(line);
   if (!open || !may_be_commanded(letter, state_.program.EmptyLineOverride)) return std::nullopt;
-  return conference ? CommandWord{line_word('C', line), bank_conference}
-                    : CommandWord{line_word('N', line), bank_main};
+  return conference ? CommandWord{numbered_word('C', line), bank_conference}
+                    : CommandWord{numbered_word('N', line), bank_main};
 }
 
 void DialPad::SSCommand2_Click() {

@@ -2,14 +2,13 @@
 
 #include "base/failure.h"
 #include "base/text.h"
+#include "forms/picture_names.h"
 
 namespace lineweir {
 namespace {
 
 constexpr int first_reserved_letter = 128;
 constexpr int late_zero = 10;
-
-std::string numbered(char letter, int number) { return letter + zero_filled(number, 2); }
 
 }  // namespace
 
@@ -20,13 +19,13 @@ CommandWord dial_word(int key, const DialSeat& seat) {
   const DialKey& row = dial_keys[static_cast<std::size_t>(key)];
   const int kind = seat.seat.equipment_kind;
   if (seat.screener && server_decides(kind)) {
-    return {numbered('Z', row.server_digit), bank_none};
+    return {numbered_word('Z', row.server_digit), bank_none};
   }
   if (!seat.seat.talent) {
-    return {numbered(seat.seat.handset_1 ? 'P' : 'O', row.handset_tone), bank_none};
+    return {numbered_word(seat.seat.handset_1 ? 'P' : 'O', row.handset_tone), bank_none};
   }
   const bool late = key == 0 && tone_of_zero_is_last(kind);
-  return {numbered('T', late ? late_zero : row.hybrid_tone), seat.hybrid};
+  return {numbered_word('T', late ? late_zero : row.hybrid_tone), seat.hybrid};
 }
 
 int dial_key_of(int character) {

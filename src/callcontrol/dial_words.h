@@ -4,7 +4,6 @@
 
 #include "callcontrol/line_commands.h"
 #include "forms/dial_keys.h"
-#include "forms/picture_names.h"
 #include "lines/status_letters.h"
 
 namespace lineweir {

@@ -9,7 +9,7 @@ namespace lineweir {
 
 HybridChoice::HybridChoice(ConsoleState& state, Modes& modes, ButtonPanel& panel)
     : state_(state), modes_(modes), panel_(panel) {
-  state.DisplayOptionForm.HybridCheck.wire([this](CheckBox& box) {
+  state.DisplayOptionForm.HybridCheck.wire_each([this](CheckBox& box) {
     wire(box.on_click, state_.trace, "DisplayOptionForm_HybridCheck_Click",
          [this, index = box.index()] { HybridCheck_Click(index); });
   });

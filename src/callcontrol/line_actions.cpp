@@ -7,6 +7,7 @@
 #include "callcontrol/row_words.h"
 #include "callerdata/caller_data.h"
 #include "forms/columns.h"
+#include "lines/status_letters.h"
 #include "state/console_state.h"
 #include "state/guard.h"
 #include "state/wire.h"
@@ -17,11 +18,11 @@ LineActions::LineActions(ConsoleState& state, PhoneCommands& phone, CallerDataEn
                          NextCaller& next_caller)
     : state_(state), phone_(phone), caller_data_(caller_data), next_caller_(next_caller) {
   MainForm& form = state.Lineweir;
-  form.OnHybrid1.wire([this](Picture& button) {
+  form.OnHybrid1.wire_each([this](Picture& button) {
     wire(button.on_click, state_.trace, "Lineweir_OnHybrid1_Click",
          [this, line = button.index()] { OnHybrid1_Click(line); });
   });
-  form.OnHybrid2.wire([this](Picture& button) {
+  form.OnHybrid2.wire_each([this](Picture& button) {
     wire(button.on_click, state_.trace, "Lineweir_OnHybrid2_Click",
          [this, line = button.index()] { OnHybrid2_Click(line); });
   });
@@ -38,7 +39,7 @@ LineActions::LineActions(ConsoleState& state, PhoneCommands& phone, CallerDataEn
     // The user's own column doesn't answer to clicks.
     if (column == user_column) continue;
     ControlArray<Label>& labels = form.column_labels(column);
-    labels.wire([this, answer_dbl_click, element = labels.name()](Label& label) {
+    labels.wire_each([this, answer_dbl_click, element = labels.name()](Label& label) {
       answer_dbl_click(label, element);
       // The right button on any text of a row opens the line's caller data.
       wire(label.on_mouse_up, state_.trace, "Lineweir_" + element + "_MouseUp",
@@ -49,14 +50,15 @@ LineActions::LineActions(ConsoleState& state, PhoneCommands& phone, CallerDataEn
   }
   // The image covers the strip and forwards to it.
   for (ControlArray<Picture>* strips : {&form.DataRow, &form.DataRowImage}) {
-    strips->wire([answer_dbl_click](Picture& strip) { answer_dbl_click(strip, "DataRow"); });
+    strips->wire_each([answer_dbl_click](Picture& strip) { answer_dbl_click(strip, "DataRow"); });
   }
 }
 
 void LineActions::OnHybrid1_Click(int Index) {
   const MainForm& form = state_.Lineweir;
   const auto command = main_row_word(state_, Index);
-  const bool answers = !form.StudioMode.checked && state_.lines.StatusLetter(Index) == 'R';
+  const bool answers =
+      !form.StudioMode.checked && state_.lines.StatusLetter(Index) == ringing_letter;
   if (answers && form.AutoDataEntry.checked) caller_data_.show_for_line(Index);
   send(command);
 }
@@ -117,7 +119,7 @@ bool LineActions::finds_work(const Control& button) const {
   const int line = button.index();
   if (button.name() == form.OnHybrid1.name()) {
     const bool opens_form = !form.StudioMode.checked && form.AutoDataEntry.checked &&
-                            state_.lines.StatusLetter(line) == 'R';
+                            state_.lines.StatusLetter(line) == ringing_letter;
     return opens_form || main_row_word(state_, line).has_value();
   }
   // The producer's conference button chooses the next caller.

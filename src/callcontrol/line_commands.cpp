@@ -7,7 +7,7 @@ bool fits(SeatRole role, const Seat& seat) {
   return role == SeatRole::Either || (role == SeatRole::Talent) == seat.talent;
 }
 
-bool fits(unsigned kinds, const Seat& seat) { return (kinds & kind(seat.equipment_kind)) != 0; }
+bool fits(unsigned kinds, const Seat& seat) { return is_of(seat.equipment_kind, kinds); }
 
 bool fits(HandsetPosition handset, const Seat& seat) {
   switch (handset) {
@@ -29,7 +29,7 @@ std::optional<CommandWord> line_command(std::span<const LineCommandRule> rules, 
     const bool letter_fits = rule.line_letter == any_letter || rule.line_letter == line_letter;
     if (letter_fits && fits(rule.role, seat) && fits(rule.kinds, seat) &&
         fits(rule.handset, seat)) {
-      return CommandWord{line_word(rule.word_letter, line), rule.bank};
+      return CommandWord{numbered_word(rule.word_letter, line), rule.bank};
     }
   }
   return std::nullopt;

@@ -153,7 +153,7 @@ std::vector<int> NextCaller::lines_at_handset() const {
 
 void NextCaller::mark_ready() {
   for (const int line : lines_at_handset()) {
-    phone_.PhoneCommand(line_word('S', line), bank_none);
+    phone_.PhoneCommand(numbered_word('S', line), bank_none);
   }
 }
 
@@ -161,7 +161,7 @@ void NextCaller::answer_next() {
   const int line = longest_wait(waits(), ringing_letter);
   if (line == no_line) return;
   const char letter = state_.Lineweir.MitelPhone1.checked ? 'P' : 'O';
-  phone_.PhoneCommand(line_word(letter, line), bank_none);
+  phone_.PhoneCommand(numbered_word(letter, line), bank_none);
   caller_data_.show_for_line(line);
 }
 
@@ -175,7 +175,7 @@ std::optional<int> NextCaller::line_for_air() const {
 
 void NextCaller::put_next_on_air(char word_letter, int bank) {
   if (const auto line = line_for_air()) {
-    phone_.PhoneCommand(line_word(word_letter, *line), bank);
+    phone_.PhoneCommand(numbered_word(word_letter, *line), bank);
   }
 }
 

@@ -9,7 +9,6 @@
 namespace lineweir {
 namespace {
 
-constexpr std::string_view on_word = "X";
 constexpr std::string_view off_word = "R";
 
 }  // namespace
@@ -25,7 +24,7 @@ void NextKey::RemoteNext_Click() {
   MainForm& form = state_.Lineweir;
   const bool on = !form.RemoteNext.checked;
   form.RemoteNext.checked = on;
-  phone_.PhoneCommand(on ? on_word : off_word, bank_none);
+  phone_.PhoneCommand(on ? next_key_word : off_word, bank_none);
   form.RemoteNextTimer.enabled = on;
 }
 
@@ -49,6 +48,6 @@ void NextKey::silence() {
   state_.Lineweir.RemoteNextTimer.enabled = false;
 }
 
-void NextKey::RemoteNextTimer_Timer() { phone_.PhoneCommand(on_word, bank_none); }
+void NextKey::RemoteNextTimer_Timer() { phone_.PhoneCommand(next_key_word, bank_none); }
 
 }  // namespace lineweir

@@ -18,7 +18,7 @@ PhoneChoice::PhoneChoice(ConsoleState& state, const Links& links) : state_(state
        [this] { choose_handset(1); });
   wire(form.MitelPhone2.on_click, state_.trace, "Lineweir_MitelPhone2_Click",
        [this] { choose_handset(2); });
-  form.NextGenPhone.wire([this](MenuItem& item) {
+  form.NextGenPhone.wire_each([this](MenuItem& item) {
     wire(item.on_click, state_.trace, phone_handler,
          [this, index = item.index()] { NextGenPhone_Click(index); });
   });

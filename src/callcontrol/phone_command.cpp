@@ -13,8 +13,6 @@ namespace lineweir {
 namespace {
 
 constexpr std::string_view next_button_word = "05";
-// Sent by a timer too, with nobody waiting for what comes of it.
-constexpr std::string_view regular_word = "X";
 
 }  // namespace
 
@@ -22,7 +20,8 @@ void PhoneCommands::PhoneCommand(std::string_view TheCommand, int TheBank) {
   StudioLink& link = links_.in_use();
   if (link.locks_keys()) return link_.command_given();
   link.command("Lineweir_PhoneCommand", TheCommand, TheBank);
-  if (!link.tells_lost_commands() && TheCommand != regular_word) link_.command_given();
+  // A timer sends the next key's word, with nobody waiting for what comes of it.
+  if (!link.tells_lost_commands() && TheCommand != next_key_word) link_.command_given();
 }
 
 bool PhoneCommands::keys_are_locked() const { return links_.in_use().locks_keys(); }

@@ -41,29 +41,29 @@ void SwitchConsole::Comm2_OnComm(int comm_event) {
   if (comm_event != platform::comm_event_receive) return;
   const std::string received = state_.services.comm2.input();
   if (received.empty()) return;
-  press(console_key(code_of(received.front()), state_.lines.twenty_lines()));
+  press(switch_console_key(code_of(received.front()), state_.lines.twenty_lines()));
 }
 
-void SwitchConsole::press(const ConsoleKey& key) {
+void SwitchConsole::press(const SwitchConsoleKey& key) {
   const MainForm& form = state_.Lineweir;
   switch (key.action) {
-    case ConsoleAction::Nothing:
+    case SwitchConsoleAction::Nothing:
       return;
-    case ConsoleAction::MainButtonOfRow:
+    case SwitchConsoleAction::MainButtonOfRow:
       return press_row_button(form.OnHybrid1, key.target);
-    case ConsoleAction::ConferenceButtonOfRow:
+    case SwitchConsoleAction::ConferenceButtonOfRow:
       return press_row_button(form.OnHybrid2, key.target);
-    case ConsoleAction::Drop1:
+    case SwitchConsoleAction::Drop1:
       return press_button(form.Drop1);
-    case ConsoleAction::Hold1:
+    case SwitchConsoleAction::Hold1:
       return press_button(form.Hold1);
-    case ConsoleAction::Drop2:
+    case SwitchConsoleAction::Drop2:
       return press_beside(form.Drop1, form.Drop2);
-    case ConsoleAction::Hold2:
+    case SwitchConsoleAction::Hold2:
       return press_beside(form.Hold1, form.Hold2);
-    case ConsoleAction::Next:
+    case SwitchConsoleAction::Next:
       return press_next();
-    case ConsoleAction::DialKey:
+    case SwitchConsoleAction::DialKey:
       return press_dial_key(key.target);
   }
 }

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "callcontrol/console_keys.h"
+#include "callcontrol/switch_console_keys.h"
 
 namespace lineweir {
 
@@ -20,7 +20,7 @@ class SwitchConsole {
   // Sends the lamps of all lines.
   void SwitchConsoleTimer_Timer();
 
-  void press(const ConsoleKey& key);
+  void press(const SwitchConsoleKey& key);
   void press_next();
   void press_dial_key(int key);
 

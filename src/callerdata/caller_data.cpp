@@ -49,7 +49,7 @@ CallerDataEntry::CallerDataEntry(ConsoleState& state, CallLog& call_log,
   CallerDataForm& form = state.Form4;
   wire(form.on_load, state_.trace, "Form4_Form_Load", [this] { Form_Load(); });
   wire(form.on_unload, state_.trace, "Form4_Form_Unload", [this] { Form_Unload(); });
-  form.TheText.wire([this](TextBox& box) {
+  form.TheText.wire_each([this](TextBox& box) {
     wire(box.on_key_press, state_.trace, "Form4_TheText_KeyPress",
          [this, entry = box.index()](int& key) { TheText_KeyPress(entry, key); });
     wire(box.on_change, state_.trace, "Form4_TheText_Change",

@@ -5,13 +5,13 @@
 
 #include "base/names.h"
 #include "base/text.h"
+#include "callerdata/entry_fit.h"
 #include "callerdata/log_places.h"
 #include "callerdata/log_text.h"
 
 namespace lineweir {
 namespace {
 
-constexpr std::size_t least_digits = 4;
 constexpr std::size_t digits_without_country_code = 10;
 
 struct KnownCall {
@@ -61,8 +61,6 @@ std::vector<KnownCall> find_calls(platform::Recordset& log, const Letters& lette
   return calls;
 }
 
-bool is_digit(char c) { return c >= '0' && c <= '9'; }
-
 // One digit again and again is what is typed where the number isn't known.
 bool is_stopgap(std::string_view digits) {
   return digits.find_first_not_of(digits.front()) == std::string_view::npos;
@@ -77,9 +75,8 @@ std::string times(int count) {
 }  // namespace
 
 std::vector<std::string> number_forms(std::string_view number) {
-  std::string digits;
-  std::ranges::copy_if(number, std::back_inserter(digits), is_digit);
-  if (digits.size() < least_digits) return {};
+  const std::string digits = digits_of(number);
+  if (std::ssize(digits) < least_digits_of_number) return {};
   const bool with_country_code =
       digits.size() == digits_without_country_code + 1 && digits[0] == '1';
   const std::string own = with_country_code ? digits.substr(1) : digits;

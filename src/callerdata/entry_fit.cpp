@@ -8,11 +8,8 @@
 namespace lineweir {
 namespace {
 
-constexpr std::ptrdiff_t least_digits = 4;
 // Tells a number with its country's code from one without, and is dropped last.
 constexpr char country_sign = '+';
-
-bool is_digit(char c) { return c >= '0' && c <= '9'; }
 
 // What people write between digits, with the no-break space and the dash of the sets of one byte.
 constexpr std::string_view separators = " -()./,:_\xA0\x96";
@@ -29,7 +26,7 @@ std::string without_separators(std::string_view text) {
 bool is_number(std::string_view text) {
   const std::string bare = without_separators(text);
   return !bare.empty() && (is_digit(bare.front()) || bare.front() == country_sign) &&
-         std::ranges::count_if(bare, is_digit) >= least_digits;
+         std::ranges::count_if(bare, is_digit) >= least_digits_of_number;
 }
 
 EditedText without_separators(const EditedText& edited) {

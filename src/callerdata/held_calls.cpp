@@ -6,13 +6,12 @@
 #include <span>
 
 #include "base/text.h"
+#include "callerdata/log_slices.h"
 
 namespace lineweir {
 namespace {
 
 // What fits into a slice of a few milliseconds.
-constexpr int rows_a_slice = 4000;
-constexpr std::size_t sorted_a_slice = 30000;
 
 // Some fields of a call are of fixed length, so blanks behind a text mean nothing.
 template <class Texts>
@@ -47,19 +46,19 @@ void HeldCalls::work() {
     std::vector<int> columns(log_->fields().size());
     std::iota(columns.begin(), columns.end(), 0);
     std::string joined;
-    const int visited =
-        log_->scan({false, behind_, rows_a_slice, columns}, [&](platform::RowId row, auto values) {
-          behind_ = row;
-          calls_.push_back({hash_of(values, joined), row});
-        });
-    if (visited == rows_a_slice) return;
+    const int visited = log_->scan({false, behind_, log_rows_a_slice, columns},
+                                   [&](platform::RowId row, auto values) {
+                                     behind_ = row;
+                                     calls_.push_back({hash_of(values, joined), row});
+                                   });
+    if (visited == log_rows_a_slice) return;
     stage_ = Stage::Sorting;
     sort_.start(std::move(calls_));
   } else if (stage_ == Stage::Sorting) {
     const auto before = [](const Call& a, const Call& b) {
       return a.hash != b.hash ? a.hash < b.hash : a.row < b.row;
     };
-    if (!sort_.work(sorted_a_slice, before)) return;
+    if (!sort_.work(log_rows_sorted_a_slice, before)) return;
     calls_ = std::move(sort_.items());
     sort_.start({});
     stage_ = Stage::Done;

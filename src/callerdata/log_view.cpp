@@ -3,16 +3,15 @@
 #include <algorithm>
 
 #include "callerdata/log_places.h"
+#include "callerdata/log_slices.h"
 #include "letters/folding.h"
 
 namespace lineweir {
 namespace {
 
 // What fits into a slice of a few milliseconds.
-constexpr int rows_a_slice = 4000;
 constexpr int row_numbers_a_slice = 20000;
 constexpr int followed_a_slice = 200;
-constexpr std::size_t sorted_a_slice = 30000;
 
 std::uint64_t head_of(std::string_view key) {
   std::uint64_t head = 0;
@@ -75,7 +74,7 @@ bool LogView::matches(std::span<const std::string_view> values) {
 
 void LogView::look(const Told& told) {
   const bool newest_first = from_newest();
-  const int limit = columns_.empty() ? row_numbers_a_slice : rows_a_slice;
+  const int limit = columns_.empty() ? row_numbers_a_slice : log_rows_a_slice;
   const std::size_t before = found_.size();
   const int visited =
       rows_->scan({newest_first, behind_, limit, columns_}, [&](platform::RowId row, auto values) {
@@ -116,7 +115,8 @@ bool LogView::less(const Key& a, const Key& b) const {
 }
 
 void LogView::sort(const Told& told) {
-  if (!sort_.work(sorted_a_slice, [this](const Key& a, const Key& b) { return less(a, b); })) {
+  if (!sort_.work(log_rows_sorted_a_slice,
+                  [this](const Key& a, const Key& b) { return less(a, b); })) {
     return;
   }
   found_.clear();

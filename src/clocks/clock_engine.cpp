@@ -15,9 +15,6 @@ namespace {
 
 constexpr auto timer1_handler = "Lineweir_Timer1_Timer";
 
-// The place of RedClock on its dial as designed, which the blink takes for its present place.
-constexpr int red_clock_design_left = 205;
-constexpr int red_clock_design_top = 375;
 constexpr int event_hand_width = 2;
 constexpr int last_minute_hand_width = 1;
 
@@ -178,8 +175,9 @@ void ClockEngine::Timer2_Timer() {
     form.CountDownTime2.fore_color = color_black;
     return;
   }
-  form.RedHand.x2 = form.CounterHand.x2 - red_clock_design_left;
-  form.RedHand.y2 = form.CounterHand.y2 - red_clock_design_top;
+  // The blink takes the place as designed for the present one.
+  form.RedHand.x2 = form.CounterHand.x2 - red_clock_left;
+  form.RedHand.y2 = form.CounterHand.y2 - red_clock_top;
   show_warning();
 }
 

@@ -69,7 +69,7 @@ Console::Console(const platform::Services& platform_services)
       remote_session(*this, links, remote, modes, line_events, port, link),
       client_callback(*this, phone, received_data, line_events, next_caller),
       group_choice(*this, links, display, caller_data),
-      time_sync(*this, server),
+      time_sync(*this, links, server),
       received_lines(*this, server, phone, received_data, next_caller, line_steps, line_events),
       studio_shape(*this, server, links, visible_rows, display, layout, modes),
       studio_groups(*this, server, access_rights, group_choice),
@@ -81,8 +81,11 @@ Console::Console(const platform::Services& platform_services)
       hot_keys(*this, caller_data, next_caller, line_actions, quick_line),
       settings(*this, links, show_plan, display, window, fonts, call_log_file, caller_data, port,
                switch_console_port),
-      startup(*this, links, show_plan, server, server_connection, login_exchange, rows, layout,
-              display, window, fonts, call_log_file, caller_data, port, settings),
+      restored_settings(*this, show_plan, layout, display, window, fonts, call_log_file,
+                        caller_data, port),
+      first_connection(*this, links, server, server_connection, login_exchange, port),
+      startup(*this, show_plan, rows, layout, display, fonts, caller_data, port, settings,
+              restored_settings, first_connection),
       shutdown(*this, links, show_plan, caller_data, port, user_profile, settings) {
   access_rights.on_unknown_user = [this] { settings.SetFileSettings(); };
   call_log_watch.on_replaced = [this] { log_viewer.look_again(); };

@@ -35,7 +35,9 @@
 #include "clocks/set_time.h"
 #include "clocks/show_data_editor.h"
 #include "clocks/show_plan_store.h"
+#include "core/first_connection.h"
 #include "core/hot_keys.h"
+#include "core/restored_settings.h"
 #include "core/settings.h"
 #include "core/shutdown.h"
 #include "core/startup.h"
@@ -174,6 +176,8 @@ struct Console : ConsoleState {
   // Keys, start and stop.
   HotKeys hot_keys;
   Settings settings;
+  RestoredSettings restored_settings;
+  FirstConnection first_connection;
   Startup startup;
   Shutdown shutdown;
 

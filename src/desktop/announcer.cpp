@@ -3,6 +3,7 @@
 #include "core/console.h"
 #include "desktop/core_text.h"
 #include "desktop/spoken_lines.h"
+#include "lines/status_letters.h"
 
 namespace lineweir {
 
@@ -74,10 +75,10 @@ void Announcer::announce_ringing() {
   for (int line = 0; line < console_.lines.LineCount; ++line) {
     const auto place = static_cast<std::size_t>(line);
     letters_[place] = console_.lines.StatusLetter(line);
-    const bool rang = place < before.size() && before[place] == 'R';
+    const bool rang = place < before.size() && before[place] == ringing_letter;
     const bool shown =
         line < console_.Lineweir.DataRow.upper_bound() && console_.Lineweir.DataRow(line).visible;
-    if (letters_[place] == 'R' && !rang && shown) ringing.push_back(line);
+    if (letters_[place] == ringing_letter && !rang && shown) ringing.push_back(line);
   }
   if (ringing.empty()) return;
   announce(spoken_ringing(ringing));

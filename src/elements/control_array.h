@@ -23,11 +23,11 @@ class ControlArray {
   }
 
   // Runs for each element that is loaded now and for each one loaded later: sets its events.
-  void wire(std::function<void(T&)> set_events) {
+  void wire_each(std::function<void(T&)> set_events) {
     for (const auto& element : elements_) {
       if (element) set_events(*element);
     }
-    wires_.push_back(std::move(set_events));
+    set_events_of_each_.push_back(std::move(set_events));
   }
 
   T& operator()(int index) const {
@@ -78,13 +78,13 @@ class ControlArray {
  private:
   std::unique_ptr<T> make(int index) {
     auto element = std::make_unique<T>(form_, name_, index);
-    for (const auto& set_events : wires_) set_events(*element);
+    for (const auto& set_events : set_events_of_each_) set_events(*element);
     return element;
   }
 
   Form& form_;
   std::string name_;
-  std::vector<std::function<void(T&)>> wires_;
+  std::vector<std::function<void(T&)>> set_events_of_each_;
   std::vector<std::unique_ptr<T>> elements_;
 };
 

@@ -1,7 +1,6 @@
 #include "forms/main_form.h"
 
 #include "forms/layout.h"
-#include "forms/picture_names.h"
 #include "lines/line_table.h"
 
 namespace lineweir {
@@ -16,8 +15,6 @@ constexpr int hour_length = 330;
 constexpr int counter_length = 560;
 constexpr int red_hand_center = 643;
 constexpr int dial_size = 1285;
-constexpr int dial_left = 205;
-constexpr int dial_top = 375;
 
 void draw_down(Line& hand, int x, int y, int length) {
   hand.x1 = x;
@@ -57,9 +54,9 @@ MainForm::MainForm()
     on_panel->set_container(&ScreenBottom);
   }
 
-  imgTimeClock.move(dial_left, dial_top, dial_size, dial_size);
-  imgShowClock.move(dial_left, dial_top, dial_size, dial_size);
-  RedClock.move(dial_left, dial_top, dial_size, dial_size);
+  imgTimeClock.move(red_clock_left, red_clock_top, dial_size, dial_size);
+  imgShowClock.move(red_clock_left, red_clock_top, dial_size, dial_size);
+  RedClock.move(red_clock_left, red_clock_top, dial_size, dial_size);
   RedClockImage.move(0, 0, dial_size, dial_size);
   RealTime.move(0, 30, 1695, 330);
   CountDownTime.move(0, 15, 1695, 180);

@@ -86,8 +86,8 @@ MenuElements::MenuElements(Form& form)
   TimeClockMenu2.caption = "&Time Clocks";
   ConfigurationMenuItem.caption = "&Configuration";
 
-  NextGenPhone.wire([this](MenuItem& item) { item.set_parent(NextGenPhoneMenu); });
-  StudioGr.wire([this](MenuItem& item) { item.set_parent(ConfigurationMenuItem); });
+  NextGenPhone.wire_each([this](MenuItem& item) { item.set_parent(NextGenPhoneMenu); });
+  StudioGr.wire_each([this](MenuItem& item) { item.set_parent(ConfigurationMenuItem); });
   StudioGr(0).caption = "Group 1";
   NextGenPhone.load(1).visible = false;
 

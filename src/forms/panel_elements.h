@@ -9,6 +9,10 @@
 
 namespace lineweir {
 
+// The place of RedClock on its dial, as designed.
+inline constexpr int red_clock_left = 205;
+inline constexpr int red_clock_top = 375;
+
 // The two backgrounds; all else on the main form stands on them.
 struct BackgroundElements {
   explicit BackgroundElements(Form& form);

@@ -65,4 +65,14 @@ bool is_utf8(std::string_view text) {
   return true;
 }
 
+std::string_view cut_to_size(std::string_view utf8, int size) {
+  if (size == 0) return utf8;
+  int characters = 0;
+  for (std::size_t i = 0; i < utf8.size(); ++i) {
+    const bool begins_character = (static_cast<unsigned char>(utf8[i]) & 0xC0) != 0x80;
+    if (begins_character && characters++ == size) return utf8.substr(0, i);
+  }
+  return utf8;
+}
+
 }  // namespace lineweir

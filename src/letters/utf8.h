@@ -18,6 +18,10 @@ std::optional<Utf8Point> leading_point(std::string_view utf8);
 
 void append_point(std::string& utf8, char32_t point);
 
+// The beginning of a text, at most so many points; all of it for the size 0, as a column of any
+// length has.
+std::string_view cut_to_size(std::string_view utf8, int size);
+
 bool is_ascii(std::string_view text);
 bool is_utf8(std::string_view text);
 

@@ -46,6 +46,9 @@ inline constexpr char held_letter = 'H';
 inline constexpr char idle_letter = ' ';
 inline constexpr char busy_letter = 'B';
 
+inline constexpr std::string_view on_air_text = "On Air";
+inline constexpr std::string_view locked_text = "Locked";
+
 // The status letters; the set is closed. F is a report only and never stored: a freed line's
 // letter becomes the blank.
 inline constexpr auto status_letters = [] {
@@ -60,15 +63,15 @@ inline constexpr auto status_letters = [] {
       {{'P', "", White, true, 2, 2}, Screener, false, {8, 8, 8}, "at phone 1"},
       {{'O', "", White, true, 2, 2}, Screener, false, {8, 8, 8}, "at phone 2"},
       {{'E', "", White, true, 2, 2}, Nobody, false, {8, 8, 8}, "taken by other equipment"},
-      {{'N', "On Air", Red, false, 1, 0}, Host, false, {12, 12, 8}, "on air, main hybrid"},
-      {{'C', "On Air", Red, false, 0, 1}, Host, false, {8, 8, 12}, "on air, conference hybrid"},
-      {{'L', "Locked", Red, false, 1, 0}, Host, true, {0, 0, 0}, "locked on air, main hybrid"},
-      {{'K', "Locked", Red, false, 0, 1},
+      {{'N', on_air_text, Red, false, 1, 0}, Host, false, {12, 12, 8}, "on air, main hybrid"},
+      {{'C', on_air_text, Red, false, 0, 1}, Host, false, {8, 8, 12}, "on air, conference hybrid"},
+      {{'L', locked_text, Red, false, 1, 0}, Host, true, {0, 0, 0}, "locked on air, main hybrid"},
+      {{'K', locked_text, Red, false, 0, 1},
        Host,
        true,
        {0, 0, 0},
        "locked on air, conference hybrid"},
-      {{'Y', "Locked", White, true, 2, 2}, Nobody, true, {0, 0, 0}, "locked"},
+      {{'Y', locked_text, White, true, 2, 2}, Nobody, true, {0, 0, 0}, "locked"},
       {{'B', "Set Busy", White, false, 4, 4}, Nobody, false, {0, 0, 0}, "set busy"},
   });
 }();

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 
 #include "base/text.h"
 
@@ -19,7 +20,12 @@ struct CommandWord {
   friend bool operator==(const CommandWord&, const CommandWord&) = default;
 };
 
-// A letter and a line, as the equipment reads them: "F05", "F12".
-inline std::string line_word(char letter, int line) { return letter + zero_filled(line, 2); }
+// A letter and the number of a line or a tone, as the equipment reads them: "F05", "F12".
+inline std::string numbered_word(char letter, int number) {
+  return letter + zero_filled(number, 2);
+}
+
+// Says that this console has its next key, and goes out again and again while it has.
+inline constexpr std::string_view next_key_word = "X";
 
 }  // namespace lineweir

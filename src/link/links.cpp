@@ -35,7 +35,7 @@ MenuItem* Links::item_of(int settings_code) const {
 }
 
 void Links::give_way_to_serial() const {
-  for (const Way& way : ways_) way.link.give_way();
+  for (const Way& way : ways_) way.link.give_way(way.item.checked);
 }
 
 void Links::uncheck_ways(const MenuItem* but) const {

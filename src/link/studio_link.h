@@ -63,8 +63,9 @@ class StudioLink {
   // The console goes to another studio group. Returns whether it may.
   virtual bool leave_group(std::string_view /*handler*/) { return true; }
 
-  // Another way was chosen: what this one holds is let go, whether it is in use or not.
-  virtual void give_way() {}
+  // Another way was chosen: what this one holds is let go. Tells whether the user had chosen this
+  // one, as a connection may stand that isn't in use.
+  virtual void give_way(bool /*was_chosen*/) {}
 
   // The program ends while this way is in use. A failure is the caller's to handle.
   virtual void leave() {}
@@ -77,6 +78,12 @@ class StudioLink {
   // Whether commands are not to go out now, as nobody would know what becomes of them. The user is
   // told the trouble instead.
   virtual bool locks_keys() const { return false; }
+
+  // Whether a server at the other end is asked for its time again and again.
+  virtual bool polls_server() const { return false; }
+
+  // Whether the other end is heard to live, so that its silence means that nothing is known.
+  virtual bool hears_heartbeat() const { return false; }
 
   // Whether a command that can't go out is told with a message of this way's own.
   virtual bool tells_lost_commands() const { return false; }

@@ -63,7 +63,7 @@ void Blink::restore_air_text(int line) {
   // The words were taken away, and the pass that is due says who is on air still.
   if (state_.lines.FreshConnect && state_.Lineweir.Timer4.enabled) return;
   const char letter = state_.lines.StatusLetter(line);
-  state_.Lineweir.LineStatus(line).caption = is_locked_on_air(letter) ? "Locked" : "On Air";
+  state_.Lineweir.LineStatus(line).caption = is_locked_on_air(letter) ? locked_text : on_air_text;
 }
 
 }  // namespace lineweir

@@ -66,7 +66,7 @@ void ButtonPress::wire_row_buttons() {
   MainForm& form = state_.Lineweir;
   const auto wire_column = [this](ControlArray<Picture>& buttons, ControlArray<Picture>& icons,
                                   void (RowDisplay::*place_icon)(int)) {
-    buttons.wire([this, place_icon](Picture& button) {
+    buttons.wire_each([this, place_icon](Picture& button) {
       wire(button.on_mouse_down, state_.trace, "Lineweir_" + button.name() + "_MouseDown",
            [this, &button, place_icon](int mouse_button, int) {
              if (mouse_button != left_button || !press(button)) return;
@@ -78,7 +78,7 @@ void ButtonPress::wire_row_buttons() {
              (rows_.*place_icon)(button.index());
            });
     });
-    icons.wire([this, &buttons](Picture& icon) {
+    icons.wire_each([this, &buttons](Picture& icon) {
       forward(state_.trace, icon,
               [&buttons, line = icon.index()]() -> Picture& { return buttons(line); });
     });

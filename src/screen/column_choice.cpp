@@ -14,11 +14,11 @@ namespace lineweir {
 ColumnChoice::ColumnChoice(ConsoleState& state, DisplayOptions& display)
     : state_(state), display_(display) {
   DisplayDataForm& form = state.DisplayOptionForm;
-  form.CheckItem.wire([this](CheckBox& box) {
+  form.CheckItem.wire_each([this](CheckBox& box) {
     wire(box.on_click, state_.trace, "DisplayOptionForm_CheckItem_Click",
          [this, column = box.index()] { CheckItem_Click(column); });
   });
-  form.WidthText.wire([this](TextBox& box) {
+  form.WidthText.wire_each([this](TextBox& box) {
     const int column = box.index();
     wire(
         box.on_lost_focus, state_.trace, "DisplayOptionForm_WidthText_LostFocus",

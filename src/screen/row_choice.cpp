@@ -14,7 +14,7 @@ namespace lineweir {
 RowChoice::RowChoice(ConsoleState& state, const VisibleRows& visible_rows, RowDisplay& rows,
                      DisplayOptions& display, ScreenLayout& layout)
     : state_(state), visible_rows_(visible_rows), rows_(rows), display_(display), layout_(layout) {
-  state.DisplayOptionForm.LineCheck.wire([this](CheckBox& box) {
+  state.DisplayOptionForm.LineCheck.wire_each([this](CheckBox& box) {
     wire(box.on_click, state_.trace, "DisplayOptionForm_linecheck_Click",
          [this, index = box.index()] { linecheck_Click(index); });
   });

@@ -59,7 +59,7 @@ int mark_width_on(int strip_width) {
 }
 
 RowDisplay::RowDisplay(ConsoleState& state) : state_(state) {
-  state.Lineweir.DataRow.wire([&state](Picture& strip) {
+  state.Lineweir.DataRow.wire_each([&state](Picture& strip) {
     wire(strip.on_change, state.trace, "Lineweir_DataRow_Change", [&state, &strip] {
       RowElements& rows = state.Lineweir;
       if (rows.DataRowImage.loaded(strip.index())) {
@@ -69,11 +69,11 @@ RowDisplay::RowDisplay(ConsoleState& state) : state_(state) {
   });
   wire(state.Lineweir.MarkerPointTimer.on_timer, state_.trace, "Lineweir_MarkerPointTimer_Timer",
        [this] { MarkerPointTimer_Timer(); });
-  state.Lineweir.CIcon1.wire([](Picture& icon) {
+  state.Lineweir.CIcon1.wire_each([](Picture& icon) {
     icon.width = icon_width;
     icon.height = icon_height;
   });
-  state.Lineweir.CIcon2.wire([](Picture& icon) {
+  state.Lineweir.CIcon2.wire_each([](Picture& icon) {
     icon.width = icon_width;
     icon.height = icon_height;
   });

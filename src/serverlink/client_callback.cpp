@@ -5,6 +5,7 @@
 #include "callcontrol/phone_command.h"
 #include "callerdata/received_data.h"
 #include "serverlink/line_events.h"
+#include "serverlink/remote_objects_link.h"
 #include "state/console_state.h"
 #include "state/guard.h"
 #include "state/wire.h"
@@ -37,14 +38,14 @@ ClientCallback::ClientCallback(ConsoleState& state, PhoneCommands& phone,
       line_events_(line_events),
       next_caller_(next_caller) {
   wire(
-      state.services.remote_objects.on_callback, state_.trace, "CBClientClass",
+      state.services.remote_objects.on_callback, state_.trace, callback_class,
       [this](const std::string& method, const Arguments& arguments) { called(method, arguments); });
 }
 
 void ClientCallback::called(const std::string& name, const Arguments& arguments) {
   for (const Method& method : methods) {
     if (method.name != name) continue;
-    guard(state_.trace, "CBClientClass_" + name, [&] { (this->*method.run)(arguments); });
+    guard(state_.trace, callback_class + ("_" + name), [&] { (this->*method.run)(arguments); });
   }
 }
 

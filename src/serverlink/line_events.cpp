@@ -13,7 +13,6 @@ namespace lineweir {
 namespace {
 
 constexpr auto handler = "Lineweir_Timer4_Timer";
-constexpr std::size_t item_length = 3;
 constexpr int first_printing_code = 32;
 
 }  // namespace
@@ -30,9 +29,10 @@ void LineEvents::apply_soon(std::string_view status_text) {
 }
 
 void LineEvents::apply_item_soon(int line, std::string_view item) {
-  const std::size_t place = static_cast<std::size_t>(line) * item_length;
-  if (TheStatusText.size() < place + item_length) TheStatusText.resize(place + item_length, '\0');
-  TheStatusText.replace(place, item_length, item);
+  const std::size_t place = static_cast<std::size_t>(line) * status_item_length;
+  if (TheStatusText.size() < place + status_item_length)
+    TheStatusText.resize(place + status_item_length, '\0');
+  TheStatusText.replace(place, status_item_length, item);
   state_.Lineweir.Timer4.enabled = true;
 }
 
@@ -60,7 +60,7 @@ void LineEvents::Timer4_Timer() {
 }
 
 char LineEvents::reported_letter(int line) const {
-  const std::size_t place = static_cast<std::size_t>(line) * item_length;
+  const std::size_t place = static_cast<std::size_t>(line) * status_item_length;
   if (place >= TheStatusText.size()) return '\0';
   const char letter = TheStatusText[place];
   return letter == held_letter && counts_as_screened(line) ? ready_letter : letter;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 
@@ -11,6 +12,11 @@ class LineSteps;
 struct ConsoleState;
 struct LineReport;
 
+// The status text as a connection begins: nobody is on the lines.
+inline constexpr std::string_view status_text_of_free_lines = "F00F01F02F03F04F05F06F07F08F09";
+// The characters of a line's item in a status text.
+inline constexpr std::size_t status_item_length = 3;
+
 // Applies the server's status text to the line table, to the rows and to the call log.
 class LineEvents {
  public:
@@ -19,7 +25,7 @@ class LineEvents {
 
   // One item of three characters a line, in line order; only the first character, the letter, is
   // read. Whoever writes into it enables Timer4.
-  std::string TheStatusText = "F00F01F02F03F04F05F06F07F08F09";
+  std::string TheStatusText{status_text_of_free_lines};
 
   // Takes a text whole, or the item of a line: it is applied when Timer4 ticks.
   void apply_soon(std::string_view status_text);

@@ -242,7 +242,7 @@ bool LoginDialogs::go_on(LoginResult result) {
       TextWrit_SockConnecter(state_, server_, SessionReason::Login);
       return true;
     case LoginResult::Rejected:
-      state_.messages.ShowMessage("Password Rejected!");
+      state_.messages.ShowMessage(password_rejected_message);
       return false;
     case LoginResult::NoAnswer:
       state_.messages.ShowMessage("Password Response Not Received!");

@@ -23,6 +23,8 @@ enum class LoginResult {
   Superseded = 3,
 };
 
+inline constexpr std::string_view password_rejected_message = "Password Rejected!";
+
 // The check of the user's name and password by the server. Both exchanges let events run until the
 // answer is there; without one in time the user is told.
 class LoginExchange {

@@ -15,7 +15,6 @@
 namespace lineweir {
 namespace {
 
-constexpr std::size_t item_length = 3;
 constexpr std::uint8_t conference = 1;
 constexpr int first_position_code = 128;
 
@@ -48,7 +47,7 @@ void ReceivedLines::SrvLineStatus(const ServerPacket& packet) {
   if (packet.LineNo == no_value) return line_events_.apply_soon(packet.Buffer);
   if (!has_line(packet)) return;
   std::string item = packet.Buffer + zero_filled(packet.LineNo, 2);
-  if (item.size() != item_length) return;
+  if (item.size() != status_item_length) return;
   item.front() = reported_letter_of(packet, server_decides(state_.lines.ThePhoneFlag));
   line_events_.apply_item_soon(packet.LineNo, item);
 }

@@ -44,8 +44,8 @@ std::string_view RemoteObjectsLink::trouble() const {
   return "There is no link: the server's objects are gone, choose Network in the menu Port.";
 }
 
-void RemoteObjectsLink::give_way() {
-  if (state_.Lineweir.NetworkConnectionOption.checked) NetworkDisconnect();
+void RemoteObjectsLink::give_way(bool was_chosen) {
+  if (was_chosen) NetworkDisconnect();
 }
 
 void RemoteObjectsLink::NetworkDisconnect() {

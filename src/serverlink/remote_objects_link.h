@@ -21,8 +21,9 @@ class RemoteObjectsLink : public StudioLink {
   HandPick hand_pick() const override { return HandPick::PresentChoiceTold; }
   bool caller_data(std::string_view handler, int line, std::string_view text,
                    const std::function<bool()>& still_wanted) override;
-  void give_way() override;
+  void give_way(bool was_chosen) override;
   std::string_view trouble() const override;
+  bool polls_server() const override { return true; }
   void leave() override { NetworkDisconnect(); }
 
   void NetworkDisconnect();

@@ -54,10 +54,7 @@ RemoteSession::RemoteSession(ConsoleState& state, const Links& links, HeldObject
 
 void RemoteSession::NetworkConnectionOption_Click() {
   MainForm& form = state_.Lineweir;
-  const auto fail = [&](std::string_view message) {
-    state_.messages.ShowMessage(message);
-    form.NetworkConnectionOption.checked = false;
-  };
+  bool begun = false;
   attempt(
       [&] {
         form.mouse_pointer = pointer_hourglass;
@@ -72,15 +69,18 @@ void RemoteSession::NetworkConnectionOption_Click() {
         renew_window_caption(state_);
         objects_.connected = is_true(objects_.CallbackServer->call(
             "AddObjectReference", {callback_class, std::int64_t{state_.program.GroupNumber}}));
-        if (!objects_.connected) return fail("Connect Failed");
+        if (!objects_.connected) return state_.messages.ShowMessage("Connect Failed");
         take_studio_state();
+        begun = true;
       },
       [&](const Failure& failure) {
         report_failure(state_.trace, connect_handler, failure);
-        fail(failure.number() == failure_number::no_such_class ? "Cannot find server"
-                                                               : "Connect Failed");
+        state_.messages.ShowMessage(failure.number() == failure_number::no_such_class
+                                        ? "Cannot find server"
+                                        : "Connect Failed");
       });
-  if (!form.NetworkConnectionOption.checked) {
+  if (!begun) {
+    form.NetworkConnectionOption.checked = false;
     objects_.connected = false;
     objects_.SerialInputObject.reset();
     objects_.CallbackServer.reset();

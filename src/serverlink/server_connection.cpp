@@ -9,7 +9,6 @@ namespace lineweir {
 namespace {
 
 constexpr platform::Milliseconds connection_limit{5000};
-constexpr std::string_view initial_status_text = "F00F01F02F03F04F05F06F07F08F09";
 
 }  // namespace
 
@@ -26,7 +25,9 @@ void ServerConnection::close() {
   }
 }
 
-void ServerConnection::expect_free_lines() { line_events_.TheStatusText = initial_status_text; }
+void ServerConnection::expect_free_lines() {
+  line_events_.TheStatusText = status_text_of_free_lines;
+}
 
 void ServerConnection::begin() {
   close();

@@ -69,7 +69,7 @@ void ServerWatch::look_in(Milliseconds delay) {
 }
 
 bool ServerWatch::watches() const {
-  return state_.Lineweir.loaded() && connection_.wanted() && &links_.in_use() == &socket_link_;
+  return state_.Lineweir.loaded() && connection_.wanted() && links_.in_use().hears_heartbeat();
 }
 
 void ServerWatch::look() {
@@ -142,7 +142,7 @@ void ServerWatch::follow_answer() {
       return TextWrit_SockConnecter(state_, server_, SessionReason::Login);
     case LoginResult::Rejected:
       go_to(Step::Refused);
-      return state_.messages.ShowMessage("Password Rejected!");
+      return state_.messages.ShowMessage(password_rejected_message);
     case LoginResult::NoAnswer:
     case LoginResult::Superseded:
       if (state_.services.loop.now() - step_began_ > LoginExchange::answer_limit)

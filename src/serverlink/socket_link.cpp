@@ -109,7 +109,7 @@ bool SocketLink::leave_group(std::string_view handler) {
   return told;
 }
 
-void SocketLink::give_way() {
+void SocketLink::give_way(bool /*was_chosen*/) {
   platform::ClientSocket& socket = state_.services.winsock1;
   if (socket.state() != platform::socket_closed) socket.close();
 }

@@ -31,7 +31,9 @@ class SocketLink : public StudioLink {
   void line_names(std::string_view handler) override;
   void seize(std::string_view handler, int line, int bank) override;
   bool leave_group(std::string_view handler) override;
-  void give_way() override;
+  void give_way(bool was_chosen) override;
+  bool polls_server() const override { return true; }
+  bool hears_heartbeat() const override { return true; }
   void leave() override;
   std::string_view trouble() const override;
   bool tells_lost_commands() const override { return true; }

@@ -4,6 +4,7 @@
 #include <string>
 
 #include "base/time_text.h"
+#include "link/links.h"
 #include "serverlink/server_alive.h"
 #include "serverlink/server_link.h"
 #include "state/console_state.h"
@@ -19,7 +20,8 @@ constexpr long long longest_difference_let_be = 1;
 
 }  // namespace
 
-TimeSync::TimeSync(ConsoleState& state, ServerLink& server) : state_(state), server_(server) {
+TimeSync::TimeSync(ConsoleState& state, const Links& links, ServerLink& server)
+    : state_(state), links_(links), server_(server) {
   wire(state.Lineweir.SyncTimeTimer.on_timer, state.trace, "Lineweir_SyncTimeTimer_Timer",
        [this] { SyncTimeTimer_Timer(); });
   server.handle(ServerCommand::SrvTime, [this](const ServerPacket& packet) { SrvTime(packet); });
@@ -27,7 +29,7 @@ TimeSync::TimeSync(ConsoleState& state, ServerLink& server) : state_(state), ser
 
 void TimeSync::SyncTimeTimer_Timer() {
   MainForm& form = state_.Lineweir;
-  if (!form.NetworkConnectionOption.checked && !form.WinsockMenu.checked) return;
+  if (!links_.in_use().polls_server()) return;
   if (state_.services.winsock1.state() != platform::socket_connected) return lose_server(state_);
 
   int& missed = state_.login.MissedPolls;

@@ -2,6 +2,7 @@
 
 namespace lineweir {
 
+class Links;
 class ServerLink;
 struct ConsoleState;
 struct ServerPacket;
@@ -10,13 +11,14 @@ struct ServerPacket;
 // user wants that, and show that it is still there; it is lost when two in a row stay out.
 class TimeSync {
  public:
-  TimeSync(ConsoleState& state, ServerLink& server);
+  TimeSync(ConsoleState& state, const Links& links, ServerLink& server);
 
  private:
   void SyncTimeTimer_Timer();
   void SrvTime(const ServerPacket& packet);
 
   ConsoleState& state_;
+  const Links& links_;
   ServerLink& server_;
 };
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "lines/status_letters.h"
 #include "studio/command_word.h"
 
 namespace lineweir::studio {
@@ -70,7 +71,7 @@ std::optional<StudioEvent> AutoOperator::screen(Seat& seat, const Switchboard& l
     if (choice < screened_is_ready + screened_is_held) return word('H', *talking);
     return word('F', *talking);
   }
-  auto next = longest(lines, 'R');
+  auto next = longest(lines, ringing_letter);
   if (!next) next = longest(lines, 'H', now - held_long_enough);
   if (!next) {
     seat.due = now + dice_.between(milliseconds(500), milliseconds(1500));

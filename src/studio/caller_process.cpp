@@ -1,5 +1,7 @@
 #include "studio/caller_process.h"
 
+#include "lines/status_letters.h"
+
 #include <algorithm>
 
 namespace lineweir::studio {
@@ -24,7 +26,7 @@ std::optional<StudioEvent> CallerProcess::step(const Switchboard& lines) {
 
 void CallerProcess::line_changed(int line, char letter, Moment now) {
   Moment patience{0};
-  if (letter == 'R') patience = options_.ring_patience;
+  if (letter == ringing_letter) patience = options_.ring_patience;
   if (letter == 'H' || letter == 'S') patience = options_.hold_patience;
   gives_up_[static_cast<std::size_t>(line)] =
       patience == Moment{0} ? never : now + dice_.exponential(patience);

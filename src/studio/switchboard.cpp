@@ -1,5 +1,7 @@
 #include "studio/switchboard.h"
 
+#include "lines/status_letters.h"
+
 namespace lineweir::studio {
 namespace {
 
@@ -65,7 +67,7 @@ LineChanges Switchboard::obey(CommandWord word) {
 }
 
 LineChanges Switchboard::ring(int line) {
-  return letter(line) == idle_letter ? change(line, 'R') : LineChanges{};
+  return letter(line) == idle_letter ? change(line, ringing_letter) : LineChanges{};
 }
 
 LineChanges Switchboard::hang_up(int line) {

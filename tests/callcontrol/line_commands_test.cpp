@@ -26,10 +26,10 @@ std::string conference_row(const Seat& seat, char letter) {
 
 TEST_SUITE("callcontrol/line_commands") {
   TEST_CASE("a word is a letter and the line in two digits") {
-    CHECK(line_word('F', 0) == "F00");
-    CHECK(line_word('F', 9) == "F09");
-    CHECK(line_word('F', 10) == "F10");
-    CHECK(line_word('F', 19) == "F19");
+    CHECK(numbered_word('F', 0) == "F00");
+    CHECK(numbered_word('F', 9) == "F09");
+    CHECK(numbered_word('F', 10) == "F10");
+    CHECK(numbered_word('F', 19) == "F19");
   }
 
   TEST_CASE("only a line taken by other equipment may not be commanded") {

@@ -109,7 +109,7 @@ TEST_SUITE("callcontrol/switch_console: keys with ten lines") {
     SwitchDesk desk;
     for (int line = 0; line < 10; ++line) desk.letter(line, 'N');
     for (int code = 0; code < 256; ++code) {
-      if (console_key(code, false).action != ConsoleAction::Nothing) continue;
+      if (switch_console_key(code, false).action != SwitchConsoleAction::Nothing) continue;
       CAPTURE(code);
       CHECK(desk.press(code).empty());
       CHECK_FALSE(desk.form.visible);
@@ -168,7 +168,7 @@ TEST_SUITE("callcontrol/switch_console: keys with twenty lines") {
     for (int line = 11; line <= 19; ++line) key_of_line[line] = line + 20;
     for (const auto& [line, code] : key_of_line) {
       CAPTURE(line);
-      CHECK(desk.press(code) == Words{line_word('N', line)});
+      CHECK(desk.press(code) == Words{numbered_word('N', line)});
     }
     CHECK(desk.press(10) == Words{"N10"});
     desk.take_trace();
@@ -189,7 +189,7 @@ TEST_SUITE("callcontrol/switch_console: keys with twenty lines") {
     SwitchDesk desk(20);
     for (int line = 0; line < 20; ++line) desk.letter(line, 'N');
     for (int code = 0; code < 256; ++code) {
-      if (console_key(code, true).action != ConsoleAction::Nothing) continue;
+      if (switch_console_key(code, true).action != SwitchConsoleAction::Nothing) continue;
       CAPTURE(code);
       CHECK(desk.press(code).empty());
     }

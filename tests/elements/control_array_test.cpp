@@ -108,7 +108,7 @@ TEST_SUITE("elements/control array") {
     ControlArray<Label> rows(form, "Row");
     rows.load(1);
     std::vector<int> clicked;
-    rows.wire([&](Label& label) {
+    rows.wire_each([&](Label& label) {
       listen(label.on_click, [&clicked, &label] { clicked.push_back(label.index()); });
     });
     rows.load(2);

@@ -156,7 +156,7 @@ TEST_CASE("A desk for twenty lines: its keys press the buttons, its lamps show t
   ConsoleOnDesk test(Layout::TwentyLines);
   test.main.RemoteOn.on_click();
   for (int line = 0; line < 20; ++line) {
-    CHECK(test.press("line " + std::to_string(line + 1)) == Texts{line_word('N', line)});
+    CHECK(test.press("line " + std::to_string(line + 1)) == Texts{numbered_word('N', line)});
   }
   for (int line = 0; line < 20; ++line) {
     test.console.lines.StatusLetter(line) = "NHSRP"[line % 5];

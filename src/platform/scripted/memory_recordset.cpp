@@ -3,27 +3,11 @@
 #include <algorithm>
 
 #include "base/failure.h"
+#include "base/text.h"
+#include "letters/utf8.h"
 
 namespace lineweir::platform {
 namespace {
-
-// As many code points of the beginning as the size tells; all of them for the size 0.
-std::string_view cut(std::string_view utf8, int size) {
-  if (size == 0) return utf8;
-  int characters = 0;
-  for (std::size_t i = 0; i < utf8.size(); ++i) {
-    const bool begins_character = (static_cast<unsigned char>(utf8[i]) & 0xC0) != 0x80;
-    if (begins_character && characters++ == size) return utf8.substr(0, i);
-  }
-  return utf8;
-}
-
-std::string digits_of(std::string_view text) {
-  std::string digits;
-  std::ranges::copy_if(text, std::back_inserter(digits),
-                       [](char c) { return c >= '0' && c <= '9'; });
-  return digits;
-}
 
 void show_row(RowId id, const MemoryDatabases::Row& values, const std::vector<int>& columns,
               const RowVisitor& visit) {
@@ -93,7 +77,7 @@ void MemoryRecordset::set_field(std::string_view name, std::string_view value) {
 void MemoryRecordset::set_field(int position, std::string_view value) {
   begun();
   const std::size_t place = place_of(position);
-  begun_->values[place] = cut(value, fields_[place].size);
+  begun_->values[place] = cut_to_size(value, fields_[place].size);
   begun_->set[place] = true;
 }
 

@@ -4,6 +4,8 @@
 
 #include "base/failure.h"
 #include "base/names.h"
+#include "base/text.h"
+#include "letters/utf8.h"
 #include "platform/sqlite/sqlite_failure.h"
 
 namespace lineweir::platform {

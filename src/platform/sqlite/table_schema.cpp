@@ -5,6 +5,7 @@
 
 #include "base/failure.h"
 #include "base/names.h"
+#include "base/text.h"
 #include "platform/sqlite/sqlite_failure.h"
 #include "platform/sqlite/statement.h"
 
@@ -13,8 +14,6 @@ namespace {
 
 // What is looked at of a number in a column of any size.
 constexpr int longest_number = 40;
-
-bool is_digit(char c) { return c >= '0' && c <= '9'; }
 
 // The size in a declared type such as "VARCHAR(30)"; 0 where it tells none.
 int declared_size(std::string_view type) {
@@ -114,22 +113,6 @@ std::string digits_expression(const DatabaseColumn& column) {
         " || CASE WHEN " + character + " BETWEEN '0' AND '9' THEN " + character + " ELSE '' END";
   }
   return expression;
-}
-
-std::string digits_of(std::string_view number) {
-  std::string digits(number);
-  std::erase_if(digits, [](char c) { return !is_digit(c); });
-  return digits;
-}
-
-std::string_view cut_to_size(std::string_view utf8, int size) {
-  if (size == 0) return utf8;
-  int characters = 0;
-  for (std::size_t i = 0; i < utf8.size(); ++i) {
-    const bool begins_character = (static_cast<unsigned char>(utf8[i]) & 0xC0) != 0x80;
-    if (begins_character && characters++ == size) return utf8.substr(0, i);
-  }
-  return utf8;
 }
 
 }  // namespace lineweir::platform

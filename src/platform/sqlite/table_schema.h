@@ -45,10 +45,4 @@ std::string table_definition(const std::string& name, const std::vector<Database
 // The digits of the column's value, as an expression that an index can stand on in any program.
 std::string digits_expression(const DatabaseColumn& column);
 
-// The same of a text that is looked up.
-std::string digits_of(std::string_view number);
-
-// The beginning of a text, at most so many characters; all of it for the size 0.
-std::string_view cut_to_size(std::string_view utf8, int size);
-
 }  // namespace lineweir::platform
