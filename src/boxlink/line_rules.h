@@ -194,6 +194,14 @@ inline constexpr LineRule other_letter_rule = {
     {LineStep::ShowText, LineStep::OpenDataForm, LineStep::RunClock, LineStep::BlankTime,
      LineStep::ForgetBase, LineStep::ShowRowOrNext}};
 
+// What becomes of every line when the console goes over to another studio group.
+inline constexpr LineRule group_left_rule = {
+    'F',
+    any_kind,
+    {LineStep::ReleaseNextCall, LineStep::LeaveCall, LineStep::ForgetCaller, LineStep::ClearRecord,
+     LineStep::ClearHoldStamp, LineStep::StopClock, LineStep::BlankRow, LineStep::BlankTime,
+     LineStep::ForgetBase, LineStep::ForgetLetter, LineStep::ShowRow}};
+
 // A rule for a letter that no table knows would show nothing.
 template <class Rules>
 constexpr bool all_letters_have_a_look(const Rules& rules) {

@@ -48,6 +48,8 @@ void LineSteps::run(LineStep step, const LineReport& report) {
     case LineStep::BeginCall:
       call_log_.leave(line, CallEnd::HungUp);
       return line_texts_.caller_gone(line);
+    case LineStep::LeaveCall:
+      return call_log_.leave(line, CallEnd::GroupLeft);
     case LineStep::ClearRecord:
       return record.clear();
     case LineStep::ClearData:

@@ -20,6 +20,8 @@ enum class LineStep {
   ForgetCaller,
   // Where no call is logged: another one has come to the line.
   BeginCall,
+  // The call goes on, but not on this console.
+  LeaveCall,
   ClearRecord,
   ClearData,
   ClearTimes,

@@ -169,11 +169,9 @@ void CallerDataEntry::lines_changed() {
   if (state_.Form4.loaded() && held_.ended) show_buttons();
 }
 
-void CallerDataEntry::leave_group() {
-  for (int line = 0; line < state_.lines.LineCount; ++line) {
-    call_log_.leave(line, CallEnd::GroupLeft);
-    line_texts_.caller_gone(line);
-  }
+std::vector<int> CallerDataEntry::lines_with_unsaved_data() {
+  if (state_.Form4.loaded()) keep_draft();
+  return drafts_.lines_of_present_calls();
 }
 
 void CallerDataEntry::show_notice() {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include "callerdata/draft_keeper.h"
 #include "callerdata/entry_notice.h"
@@ -39,8 +40,8 @@ class CallerDataEntry {
   // Lines have been reported.
   void lines_changed();
 
-  // The lines are those of another studio group from now on, with other callers.
-  void leave_group();
+  // The lines with callers for whom something was typed and not saved, in their order.
+  std::vector<int> lines_with_unsaved_data();
 
   // Takes up what was typed in an earlier run of the program and not saved, and tells of it.
   void restore_drafts();

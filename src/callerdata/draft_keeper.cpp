@@ -1,6 +1,7 @@
 #include "callerdata/draft_keeper.h"
 
 #include <algorithm>
+#include <set>
 #include <utility>
 
 #include "callerdata/call_log.h"
@@ -14,6 +15,14 @@ DraftKeeper::DraftKeeper(ConsoleState& state, CallLog& call_log)
     : state_(state),
       call_log_(call_log),
       file_(state.services.files.console_file(std::string(draft_file_name))) {}
+
+std::vector<int> DraftKeeper::lines_of_present_calls() const {
+  std::set<int> lines;
+  for (const EntryDraft& draft : drafts_.all()) {
+    if (!draft.ended) lines.insert(draft.line);
+  }
+  return {lines.begin(), lines.end()};
+}
 
 void DraftKeeper::keep(EntryDraft draft) {
   drafts_.keep(std::move(draft));

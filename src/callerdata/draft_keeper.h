@@ -22,6 +22,9 @@ class DraftKeeper {
   const EntryDraft* find(CallNumber call) { return drafts_.find(call); }
   const EntryDraft* ended_on(int line) const { return drafts_.ended_on(line); }
 
+  // Each line once, in their order.
+  std::vector<int> lines_of_present_calls() const;
+
   void keep(EntryDraft draft);
   void drop(CallNumber call);
 

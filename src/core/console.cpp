@@ -64,16 +64,18 @@ Console::Console(const platform::Services& platform_services)
       line_events(*this, display, caller_data, line_steps),
       server_connection(*this, server, line_events),
       access_rights(*this, server, modes),
-      login_exchange(*this, server, server_connection, access_rights, caller_data),
+      login_exchange(*this, server, server_connection, access_rights, line_events),
       user_profile(*this, show_plan, display, window, fonts, call_log_file, caller_data),
-      remote_session(*this, links, remote, modes, line_events, port, link),
       client_callback(*this, phone, received_data, line_events, next_caller),
-      group_choice(*this, links, display, caller_data),
+      group_choice(*this, links, display, caller_data, line_events),
       time_sync(*this, links, server),
       received_lines(*this, server, phone, received_data, next_caller, line_steps, line_events),
       studio_shape(*this, server, links, visible_rows, display, layout, modes),
       studio_groups(*this, server, access_rights, group_choice),
-      server_phones(*this, server, modes),
+      remote_studio(*this, remote, modes, line_events, studio_shape, studio_groups),
+      remote_session(*this, links, remote, remote_studio, port, link),
+      group_session(*this, server, server_connection, login_exchange),
+      server_phones(*this, server, links, modes),
       server_notices(*this, server, server_connection),
       server_watch(*this, links, socket_link, server, server_connection, login_exchange, link),
       login_dialogs(*this, links, server, server_connection, login_exchange, user_profile, window,
@@ -88,6 +90,9 @@ Console::Console(const platform::Services& platform_services)
               restored_settings, first_connection),
       shutdown(*this, links, show_plan, caller_data, port, user_profile, settings) {
   access_rights.on_unknown_user = [this] { settings.SetFileSettings(); };
+  socket_link.on_enter_group = [this] { return group_session.enter(); };
+  remote_link.on_enter_group = [this] { return remote_session.enter_group(); };
+  remote_link.on_line_names = [this] { remote_studio.name_lines(); };
   call_log_watch.on_replaced = [this] { log_viewer.look_again(); };
   wire_about_box(*this);
   wire_menu_toggles(*this);

@@ -62,6 +62,7 @@
 #include "serverlink/access_rights.h"
 #include "serverlink/client_callback.h"
 #include "serverlink/group_choice.h"
+#include "serverlink/group_session.h"
 #include "serverlink/held_objects.h"
 #include "serverlink/line_events.h"
 #include "serverlink/login_dialogs.h"
@@ -69,6 +70,7 @@
 #include "serverlink/received_lines.h"
 #include "serverlink/remote_objects_link.h"
 #include "serverlink/remote_session.h"
+#include "serverlink/remote_studio.h"
 #include "serverlink/server_connection.h"
 #include "serverlink/server_link.h"
 #include "serverlink/server_notices.h"
@@ -161,13 +163,15 @@ struct Console : ConsoleState {
   AccessRights access_rights;
   LoginExchange login_exchange;
   UserProfile user_profile;
-  RemoteSession remote_session;
   ClientCallback client_callback;
   GroupChoice group_choice;
   TimeSync time_sync;
   ReceivedLines received_lines;
   StudioShape studio_shape;
   StudioGroups studio_groups;
+  RemoteStudio remote_studio;
+  RemoteSession remote_session;
+  GroupSession group_session;
   ServerPhones server_phones;
   ServerNotices server_notices;
   ServerWatch server_watch;

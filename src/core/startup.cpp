@@ -147,7 +147,8 @@ void Startup::make_client_id() {
 
 void Startup::fill_group_selector() {
   ComboBox& selector = state_.DisplayOptionForm.MessageGroupSelector;
-  selector.clear();
+  // A server has told the groups' names by now.
+  if (selector.list_count() > 0) return;
   for (int group = 1; group <= group_count_at_first; ++group) {
     selector.add_item("Group " + std::to_string(group));
   }

@@ -37,12 +37,17 @@ void append_serverlink_functions(std::vector<Function>& functions) {
                 [](Console& c, int group) { c.access_rights.RequestAccessRights(group); }),
        function("RequestFirstUnblocked",
                 [](Console& c) { c.access_rights.RequestFirstUnblocked(); }),
-       function(
-           "DisplayOptionForm_GetStudioStat",
-           [](Console& c, bool, const std::string& text) { c.studio_shape.GetStudioStat(text); }),
-       function(
-           "DisplayOptionForm_GetTheTimes",
-           [](Console& c, bool, const std::string& text) { c.studio_shape.GetTheTimes(text); }),
+       function("DisplayOptionForm_GetStudioStat",
+                [](Console& c, bool from_server, const std::string& text) {
+                  if (from_server) return c.studio_shape.GetStudioStat(text);
+                  c.remote_studio.GetStudioStat();
+                }),
+       function("DisplayOptionForm_GetTheTimes",
+                [](Console& c, bool from_server, const std::string& text) {
+                  if (from_server) return c.studio_shape.GetTheTimes(text);
+                  c.remote_studio.GetTheTimes();
+                }),
+       function("RefreshStudioNames", [](Console& c) { c.remote_studio.RefreshStudioNames(); }),
        function("PrepareUserData",
                 [](Console& c, const std::string& name) {
                   return c.user_profile.PrepareUserData(name);

@@ -23,6 +23,9 @@ struct NextAction {
   bool conference;
 };
 
+// How the console's way into another studio group ends. A session brings the user's options along.
+enum class GroupEntry { NotEntered, Entered, EnteredBySession };
+
 // One way to the studio's equipment and the other seats: all that a console does to them goes
 // through here, whichever way is in use. What a way has no words for it passes over in silence, so
 // that this class alone is the way of a console that has none.
@@ -54,14 +57,19 @@ class StudioLink {
   virtual void mode(std::string_view /*handler*/, bool /*producer*/) {}
   virtual void phone(std::string_view /*handler*/, int /*number*/) {}
 
+  // The names of the telephones are wanted. A failure is the caller's to handle.
+  virtual void phone_names() {}
+
   // The names of the lines are wanted.
   virtual void line_names(std::string_view /*handler*/) {}
 
   // A line to dial on.
   virtual void seize(std::string_view /*handler*/, int /*line*/, int /*bank*/) {}
 
-  // The console goes to another studio group. Returns whether it may.
+  // The console leaves its studio group for another one; then, with the other group's number, it
+  // takes its place there. The user knows why where that doesn't come about.
   virtual bool leave_group(std::string_view /*handler*/) { return true; }
+  virtual GroupEntry enter_group() { return GroupEntry::Entered; }
 
   // Another way was chosen: what this one holds is let go. Tells whether the user had chosen this
   // one, as a connection may stand that isn't in use.

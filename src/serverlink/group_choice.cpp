@@ -1,10 +1,13 @@
 #include "serverlink/group_choice.h"
 
 #include <string>
+#include <vector>
 
 #include "callerdata/caller_data.h"
 #include "link/links.h"
 #include "screen/display_options.h"
+#include "serverlink/group_leave.h"
+#include "serverlink/line_events.h"
 #include "state/console_state.h"
 #include "state/guard.h"
 #include "state/window_caption.h"
@@ -15,17 +18,38 @@ namespace {
 
 constexpr auto handler = "DisplayOptionForm_ExitCommand_Click";
 
+std::string unsaved_question(const std::vector<int>& lines) {
+  std::string numbers;
+  for (std::size_t place = 0; place < lines.size(); ++place) {
+    const bool is_last = place + 1 == lines.size();
+    if (place > 0) numbers += is_last ? " and " : ", ";
+    numbers += std::to_string(lines[place] + 1);
+  }
+  const std::string callers = lines.size() == 1 ? "the caller on line " : "the callers on lines ";
+  return "What was typed for " + callers + numbers +
+         " isn't saved yet. Do you wish to change the studio group all the same?";
+}
+
 }  // namespace
 
 GroupChoice::GroupChoice(ConsoleState& state, const Links& links, DisplayOptions& display,
-                         CallerDataEntry& caller_data)
-    : state_(state), links_(links), display_(display), caller_data_(caller_data) {
+                         CallerDataEntry& caller_data, LineEvents& line_events)
+    : state_(state),
+      links_(links),
+      display_(display),
+      caller_data_(caller_data),
+      line_events_(line_events) {
   DisplayDataForm& form = state.DisplayOptionForm;
   wire(state.Lineweir.DisplayDataOptionsMenu.on_click, state_.trace,
        "Lineweir_DisplayDataOptionsMenu_Click", [this] { DisplayDataOptionsMenu_Click(); });
   for (Event<void()>* leave : {&form.ExitCommand.on_click, &form.on_close}) {
     wire(*leave, state_.trace, handler, [this] { ExitCommand_Click(); });
   }
+  state.Lineweir.StudioGr.wire_each([this](MenuItem& item) {
+    const int index = item.index();
+    wire(item.on_click, state_.trace, "Lineweir_StudioGr_Click",
+         [this, index] { StudioGr_Click(index); });
+  });
 }
 
 void GroupChoice::DisplayDataOptionsMenu_Click() {
@@ -36,30 +60,67 @@ void GroupChoice::DisplayDataOptionsMenu_Click() {
 
 void GroupChoice::ExitCommand_Click() {
   DisplayDataForm& form = state_.DisplayOptionForm;
+  bool stays = false;
   guard(state_.trace, handler, [&] {
     // A box that is being typed in when the window is closed loses the focus first.
     form.focus(nullptr);
     display_.RefreshColumnOrder();
     display_.collect();
     const int group = form.MessageGroupSelector.list_index + 1;
-    if (group >= 1 && group != state_.program.GroupNumber) change_group(group);
+    if (group < 1 || group == state_.program.GroupNumber) return;
+    stays = !change_group(group);
   });
-  form.hide();
+  if (stays) {
+    select_present_group();
+  } else {
+    form.hide();
+  }
 }
 
-void GroupChoice::change_group(int group) {
+void GroupChoice::StudioGr_Click(int Index) {
+  if (Index + 1 == state_.program.GroupNumber) return;
+  state_.login.SkipProfile = true;
+  state_.DisplayOptionForm.MessageGroupSelector.list_index = Index;
+  state_.DisplayOptionForm.ExitCommand.on_click();
+}
+
+void GroupChoice::force(int entry) {
+  forced_ = true;
+  state_.DisplayOptionForm.MessageGroupSelector.list_index = entry;
+  state_.DisplayOptionForm.ExitCommand.on_click();
+  forced_ = false;
+}
+
+bool GroupChoice::may_leave(int group) {
   if (!open_to_user(group)) {
     state_.messages.ShowMessage("The selected Studio Group is not available to this user!");
-    return select_present_group();
+    return false;
   }
-  if (!links_.in_use().leave_group(handler)) return select_present_group();
+  // A user without rights in his group can't stay there.
+  if (forced_) return true;
+  const std::vector<int> lines = caller_data_.lines_with_unsaved_data();
+  return lines.empty() || state_.services.dialogs.ask_yes_no(unsaved_question(lines));
+}
 
+bool GroupChoice::change_group(int group) {
+  const int left = state_.program.GroupNumber;
+  if (!may_leave(group) || !links_.in_use().leave_group(handler)) {
+    state_.login.SkipProfile = false;
+    return false;
+  }
+  // Events that ran meanwhile may have brought the console to another group already.
+  if (state_.program.GroupNumber != left) return true;
+
+  clear_studio_group(state_, line_events_);
   state_.program.GroupNumber = group;
-  caller_data_.leave_group();
   check_present_group(state_);
   renew_window_caption(state_);
+  const GroupEntry entry = links_.in_use().enter_group();
+  if (state_.program.GroupNumber != group) return true;
+  if (entry != GroupEntry::EnteredBySession) state_.login.SkipProfile = false;
   state_.Lineweir.Timer4.enabled = true;
   state_.lines.FreshConnect = true;
+  return true;
 }
 
 bool GroupChoice::open_to_user(int group) const {

@@ -95,10 +95,23 @@ void LineEvents::process_change(int line, char letter, char old_letter) {
   const LineRule* rule = line_rule(server_rules, letter, equipment);
   if (rule == nullptr) rule = &other_letter_rule;
   const LineReport report = report_of(line, letter, old_letter);
-  for (const RuleStep& step : rule->steps) {
+  carry_out(*rule, report);
+}
+
+void LineEvents::carry_out(const LineRule& rule, const LineReport& report) {
+  for (const RuleStep& step : rule.steps) {
     if (step.step == LineStep::None) break;
     socket_trap(state_, handler, [&] { line_steps_.run(step, report); });
   }
+}
+
+void LineEvents::leave_group() {
+  TheStatusText = status_text_of_free_lines;
+  for (int line = 0; line < state_.lines.LineCount; ++line) {
+    carry_out(group_left_rule,
+              report_of(line, group_left_rule.letter, state_.lines.StatusLetter(line)));
+  }
+  state_.lines.RingConfirm.fill(false);
 }
 
 // The times of the calls, which come with a session, have blanked them.

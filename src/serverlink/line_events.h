@@ -11,6 +11,7 @@ class DisplayOptions;
 class LineSteps;
 struct ConsoleState;
 struct LineReport;
+struct LineRule;
 
 // The status text as a connection begins: nobody is on the lines.
 inline constexpr std::string_view status_text_of_free_lines = "F00F01F02F03F04F05F06F07F08F09";
@@ -31,6 +32,10 @@ class LineEvents {
   void apply_soon(std::string_view status_text);
   void apply_item_soon(int line, std::string_view item);
 
+  // The lines are those of another studio group from now on: the rows are blank until its server
+  // tells of them.
+  void leave_group();
+
  private:
   // One pass over all lines. A step that fails is tried again, then reported, and the next goes on.
   void Timer4_Timer();
@@ -41,6 +46,7 @@ class LineEvents {
   // With equipment of kind 2 a ring that follows hold counts when it is seen in two passes running.
   bool ring_held_back(int line, char letter);
   void process_change(int line, char letter, char old_letter);
+  void carry_out(const LineRule& rule, const LineReport& report);
   void show_words_again(int line, char letter);
   LineReport report_of(int line, char letter, char old_letter) const;
 

@@ -14,24 +14,13 @@
 #include "serverlink/user_profile.h"
 #include "state/console_state.h"
 #include "state/guard.h"
+#include "state/hourglass.h"
 #include "state/wire.h"
 
 namespace lineweir {
 namespace {
 
 constexpr int trace_key = 114;
-
-// The hourglass for as long as it lives.
-class Hourglass {
- public:
-  explicit Hourglass(Form& form) : form_(form) { form_.mouse_pointer = pointer_hourglass; }
-  ~Hourglass() { form_.mouse_pointer = pointer_default; }
-  Hourglass(const Hourglass&) = delete;
-  Hourglass& operator=(const Hourglass&) = delete;
-
- private:
-  Form& form_;
-};
 
 // A port's number; a text that is none is a Failure of number 13, one outside 1 to 65535 of number
 // 5.

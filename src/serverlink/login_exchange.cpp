@@ -3,9 +3,9 @@
 #include <utility>
 
 #include "base/text.h"
-#include "callerdata/caller_data.h"
 #include "serverlink/access_rights.h"
 #include "serverlink/credentials.h"
+#include "serverlink/group_leave.h"
 #include "serverlink/reply_code.h"
 #include "serverlink/server_connection.h"
 #include "serverlink/server_link.h"
@@ -128,7 +128,7 @@ void LoginExchange::enter_group_of_profile() {
   // A frame's field holds no other group.
   if (group < 0 || group > no_value || group == state_.program.GroupNumber) return;
   rights_.RequestAccessRights(group);
-  caller_data_.leave_group();
+  clear_studio_group(state_, line_events_);
   state_.program.GroupNumber = group;
 }
 

@@ -8,7 +8,7 @@
 namespace lineweir {
 
 class AccessRights;
-class CallerDataEntry;
+class LineEvents;
 class ServerConnection;
 class ServerLink;
 struct ConsoleState;
@@ -30,12 +30,12 @@ inline constexpr std::string_view password_rejected_message = "Password Rejected
 class LoginExchange {
  public:
   LoginExchange(ConsoleState& state, ServerLink& server, const ServerConnection& connection,
-                AccessRights& rights, CallerDataEntry& caller_data)
+                AccessRights& rights, LineEvents& line_events)
       : state_(state),
         server_(server),
         connection_(connection),
         rights_(rights),
-        caller_data_(caller_data) {}
+        line_events_(line_events) {}
 
   // The check without a dialog, with the name and password that the console holds, or with none if
   // Skip: then the server decides by the connection alone. At most 20 seconds, 2000 while the trace
@@ -68,7 +68,7 @@ class LoginExchange {
   ServerLink& server_;
   const ServerConnection& connection_;
   AccessRights& rights_;
-  CallerDataEntry& caller_data_;
+  LineEvents& line_events_;
   int exchanges_ = 0;
 };
 

@@ -44,6 +44,34 @@ std::string_view RemoteObjectsLink::trouble() const {
   return "There is no link: the server's objects are gone, choose Network in the menu Port.";
 }
 
+bool RemoteObjectsLink::leave_group(std::string_view handler) {
+  bool left = false;
+  attempt(
+      [&] {
+        if (!objects_.CallbackServer) {
+          throw Failure(failure_number::object_not_set, "The remote objects are not connected");
+        }
+        objects_.CallbackServer->call("DropObjectReference",
+                                      {callback_class, std::int64_t{state_.program.GroupNumber}});
+        left = true;
+      },
+      [&](const Failure& failure) {
+        report_failure(state_.trace, handler, failure);
+        state_.messages.ShowMessage("Unable to release Server reference. Retry later. ");
+      });
+  return left;
+}
+
+GroupEntry RemoteObjectsLink::enter_group() {
+  return on_enter_group && on_enter_group() ? GroupEntry::Entered : GroupEntry::NotEntered;
+}
+
+void RemoteObjectsLink::line_names(std::string_view handler) {
+  if (!on_line_names) return;
+  attempt(on_line_names,
+          [&](const Failure& failure) { report_failure(state_.trace, handler, failure); });
+}
+
 void RemoteObjectsLink::give_way(bool was_chosen) {
   if (was_chosen) NetworkDisconnect();
 }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <functional>
+
 #include "link/studio_link.h"
 
 namespace lineweir {
@@ -21,12 +23,20 @@ class RemoteObjectsLink : public StudioLink {
   HandPick hand_pick() const override { return HandPick::PresentChoiceTold; }
   bool caller_data(std::string_view handler, int line, std::string_view text,
                    const std::function<bool()>& still_wanted) override;
+  bool leave_group(std::string_view handler) override;
+  GroupEntry enter_group() override;
+  void line_names(std::string_view handler) override;
   void give_way(bool was_chosen) override;
   std::string_view trouble() const override;
   bool polls_server() const override { return true; }
   void leave() override { NetworkDisconnect(); }
 
   void NetworkDisconnect();
+
+  // What the session does in another group, and where the names of the lines are wanted. The first
+  // returns whether the server holds a reference to this console there.
+  std::function<bool()> on_enter_group;
+  std::function<void()> on_line_names;
 
  private:
   ConsoleState& state_;

@@ -1,34 +1,37 @@
 #pragma once
 
-#include <string>
+#include <string_view>
 
 namespace lineweir {
 
-class LineEvents;
 class LinkWatch;
 class Links;
-class Modes;
 class HeldObjects;
+class RemoteStudio;
 class SerialPortControl;
 struct ConsoleState;
 
-// The session over remote objects: how it begins.
+// The session over remote objects: how it begins, and how it goes on in another studio group.
 class RemoteSession {
  public:
-  RemoteSession(ConsoleState& state, const Links& links, HeldObjects& objects, Modes& modes,
-                LineEvents& line_events, SerialPortControl& port, LinkWatch& link);
+  RemoteSession(ConsoleState& state, const Links& links, HeldObjects& objects, RemoteStudio& studio,
+                SerialPortControl& port, LinkWatch& link);
+
+  // With the new group's number. Returns whether the server holds a reference to this console
+  // there; where not, the user is told and the session has ended.
+  bool enter_group();
 
  private:
   void NetworkConnectionOption_Click();
 
-  void take_studio_state();
-  void name_lines(const std::string& numbers);
+  // Gives the server a reference to this console; returns whether it holds one.
+  bool register_console();
+  void end();
 
   ConsoleState& state_;
   const Links& links_;
   HeldObjects& objects_;
-  Modes& modes_;
-  LineEvents& line_events_;
+  RemoteStudio& studio_;
   SerialPortControl& port_;
   LinkWatch& link_;
 };

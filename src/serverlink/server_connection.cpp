@@ -34,6 +34,7 @@ void ServerConnection::begin() {
   wanted_ = true;
   ++attempts_;
   state_.login.SessionBegun = false;
+  state_.login.BetweenGroups = false;
   expect_free_lines();
   server_.expect_new_stream();
   if (on_begin) on_begin();

@@ -7,6 +7,7 @@
 #include "base/integer16.h"
 #include "base/text.h"
 #include "callcontrol/modes.h"
+#include "link/links.h"
 #include "serverlink/reply_code.h"
 #include "serverlink/server_alive.h"
 #include "serverlink/server_link.h"
@@ -22,8 +23,9 @@ constexpr int phones_at_design = 2;
 
 }  // namespace
 
-ServerPhones::ServerPhones(ConsoleState& state, ServerLink& server, Modes& modes)
-    : state_(state), server_(server), modes_(modes) {
+ServerPhones::ServerPhones(ConsoleState& state, ServerLink& server, const Links& links,
+                           Modes& modes)
+    : state_(state), links_(links), modes_(modes) {
   using enum ServerCommand;
   server.handle(SrvPhoneType, [this](const ServerPacket& packet) { this->SrvPhoneType(packet); });
   server.handle(SrvPhoneNames, [this](const ServerPacket& packet) { this->SrvPhoneNames(packet); });
@@ -40,7 +42,7 @@ void ServerPhones::SrvPhoneType(const ServerPacket& packet) {
 
 void ServerPhones::GetPhones_Timer() {
   state_.Lineweir.GetPhones.enabled = false;
-  server_.send(server_.packet(ClientCommand::CmdRequestPhones));
+  links_.in_use().phone_names();
 }
 
 void ServerPhones::SrvPhoneNames(const ServerPacket& packet) {

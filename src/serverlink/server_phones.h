@@ -2,6 +2,7 @@
 
 namespace lineweir {
 
+class Links;
 class Modes;
 class ServerLink;
 struct ConsoleState;
@@ -10,7 +11,7 @@ struct ServerPacket;
 // The kind of the studio's telephone equipment, and with kind 4 the telephones to choose from.
 class ServerPhones {
  public:
-  ServerPhones(ConsoleState& state, ServerLink& server, Modes& modes);
+  ServerPhones(ConsoleState& state, ServerLink& server, const Links& links, Modes& modes);
 
  private:
   void SrvPhoneType(const ServerPacket& packet);
@@ -20,7 +21,7 @@ class ServerPhones {
   void check_chosen_phone();
 
   ConsoleState& state_;
-  ServerLink& server_;
+  const Links& links_;
   Modes& modes_;
 };
 

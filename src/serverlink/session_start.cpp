@@ -35,6 +35,7 @@ void TextWrit_SockConnecter(ConsoleState& state, ServerLink& server, SessionReas
     state.login.ServerAlive = false;
     state.login.MissedPolls = 0;
     state.login.SessionBegun = true;
+    state.login.BetweenGroups = false;
 
     request(state, server, CmdConnectConsole);
     state.services.loop.run_pending();

@@ -91,6 +91,8 @@ void SocketLink::phone(std::string_view handler, int number) {
        [&](ServerPacket& packet) { packet.AltInfo = field_byte(number); });
 }
 
+void SocketLink::phone_names() { server_.send(server_.packet(ClientCommand::CmdRequestPhones)); }
+
 void SocketLink::line_names(std::string_view handler) {
   send(handler, ClientCommand::CmdRequestLineNumbers,
        [](ServerPacket& packet) { packet.AltInfo = no_value; });
@@ -108,6 +110,15 @@ bool SocketLink::leave_group(std::string_view handler) {
   if (told) state_.services.loop.yield();
   return told;
 }
+
+GroupEntry SocketLink::enter_group() {
+  state_.login.SessionBegun = false;
+  state_.login.BetweenGroups = true;
+  const bool begun = on_enter_group && on_enter_group();
+  return begun ? GroupEntry::EnteredBySession : GroupEntry::NotEntered;
+}
+
+bool SocketLink::locks_keys() const { return !silence.empty() || state_.login.BetweenGroups; }
 
 void SocketLink::give_way(bool /*was_chosen*/) {
   platform::ClientSocket& socket = state_.services.winsock1;

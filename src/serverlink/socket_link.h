@@ -20,6 +20,9 @@ class SocketLink : public StudioLink {
   // Why the server is taken for lost though the connection may stand; empty while it isn't.
   std::string silence;
 
+  // The login in another group, which may let events run; returns whether a session has begun.
+  std::function<bool()> on_enter_group;
+
   void command(std::string_view handler, std::string_view word, int bank) override;
   void next_call(std::string_view handler, int line) override;
   HandPick hand_pick() const override;
@@ -28,16 +31,18 @@ class SocketLink : public StudioLink {
                    const std::function<bool()>& still_wanted) override;
   void mode(std::string_view handler, bool producer) override;
   void phone(std::string_view handler, int number) override;
+  void phone_names() override;
   void line_names(std::string_view handler) override;
   void seize(std::string_view handler, int line, int bank) override;
   bool leave_group(std::string_view handler) override;
+  GroupEntry enter_group() override;
   void give_way(bool was_chosen) override;
   bool polls_server() const override { return true; }
   bool hears_heartbeat() const override { return true; }
   void leave() override;
   std::string_view trouble() const override;
   bool tells_lost_commands() const override { return true; }
-  bool locks_keys() const override { return !silence.empty(); }
+  bool locks_keys() const override;
   bool keeps_profiles() const override;
   void keep_profile(std::string_view block) override;
 

@@ -48,8 +48,12 @@ StudioGroups::StudioGroups(ConsoleState& state, ServerLink& server, AccessRights
 }
 
 void StudioGroups::SrvGroupNames(const ServerPacket& packet) {
+  show_names(decode_list(packet.Buffer));
+  state_.login.LastReplyCode = reply_group_names;
+}
+
+void StudioGroups::show_names(const std::vector<std::string>& names) {
   ControlArray<MenuItem>& items = state_.Lineweir.StudioGr;
-  const std::vector<std::string> names = decode_list(packet.Buffer);
   const int count = static_cast<int>(names.size());
   for (int group = items.upper_bound(); group-- > 1;) {
     if (items.loaded(group)) items.unload(group);
@@ -66,7 +70,6 @@ void StudioGroups::SrvGroupNames(const ServerPacket& packet) {
   check_present_group(state_);
   if (state_.program.GroupNumber > count) items(0).checked = false;
   renew_window_caption(state_);
-  state_.login.LastReplyCode = reply_group_names;
 }
 
 void StudioGroups::SrvAllowedGroups(const ServerPacket& packet) {
@@ -109,8 +112,7 @@ void StudioGroups::timForceGroupChange_Timer() {
     timer.enabled = true;
     return;
   }
-  selector.list_index = state_.login.ForcedGroup;
-  state_.DisplayOptionForm.ExitCommand.on_click();
+  group_choice_.force(state_.login.ForcedGroup);
 }
 
 }  // namespace lineweir

@@ -1,5 +1,8 @@
 #pragma once
 
+#include <string>
+#include <vector>
+
 namespace lineweir {
 
 class AccessRights;
@@ -14,6 +17,9 @@ class StudioGroups {
  public:
   StudioGroups(ConsoleState& state, ServerLink& server, AccessRights& rights,
                GroupChoice& group_choice);
+
+  // The names of all groups, in their order from group 1: entries and items are those, and no more.
+  void show_names(const std::vector<std::string>& names);
 
  private:
   void SrvGroupNames(const ServerPacket& packet);

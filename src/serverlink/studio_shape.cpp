@@ -75,6 +75,10 @@ void StudioShape::GetStudioStat(std::string_view text) {
     for (int line = 0; line < static_cast<int>(studio->lines.size()); ++line) {
       take_line(line, studio->lines[static_cast<std::size_t>(line)]);
     }
+    ControlArray<CheckBox>& boxes = state_.DisplayOptionForm.LineCheck;
+    for (int line = boxes.upper_bound(); line-- > state_.lines.LineCount;) {
+      if (boxes.loaded(line)) boxes.unload(line);
+    }
     visible_rows_.RedefineDisplaySreen();
     layout_.RedefineScreen();
     modes_.SetEnabledDisabled();

@@ -20,7 +20,7 @@ class StudioShape {
               VisibleRows& visible_rows, DisplayOptions& display, ScreenLayout& layout,
               Modes& modes);
 
-  // DisplayOptionForm_GetStudioStat and DisplayOptionForm_GetTheTimes, with a server's text.
+  // With the text of a server, whichever way it came.
   void GetStudioStat(std::string_view text);
   void GetTheTimes(std::string_view text);
 

@@ -22,10 +22,15 @@ struct LoginState {
   // it keeps the user's options.
   std::string UserRights;
   std::string ProfileBlock;
+  // The next profile is passed over, as the user has just chosen a group by hand.
+  bool SkipProfile = false;
   // Set while the server is heard from; the loss of the server is told only then.
   bool ServerAlive = false;
-  // False from the moment in which a connection is asked for until its session begins.
+  // False from the moment in which a connection is asked for until its session begins, and from the
+  // leave of a studio group until the session in the next one.
   bool SessionBegun = true;
+  // Between two groups nobody knows what lines a key would act on.
+  bool BetweenGroups = false;
   // Which answer came last (serverlink/reply_code.h).
   int LastReplyCode = 0;
   // How often the server was asked for its time since it last told it.

@@ -1,0 +1,20 @@
+#include "serverlink/group_leave.h"
+
+#include "serverlink/line_events.h"
+#include "state/console_state.h"
+
+namespace lineweir {
+
+void clear_studio_group(ConsoleState& state, LineEvents& line_events) {
+  line_events.leave_group();
+  TextBox& messages = state.Lineweir.Text1;
+  messages.text = "";
+  messages.back_color = color_white;
+  messages.fore_color = color_black;
+  ClockState& clocks = state.clock_state;
+  clocks.ServerLastEventTime.clear();
+  clocks.ServerEventTime.clear();
+  clocks.ServerEventText.clear();
+}
+
+}  // namespace lineweir
