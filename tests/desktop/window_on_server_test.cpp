@@ -15,8 +15,8 @@
 #include "platform/qt/qt_event_loop.h"
 #include "platform/scripted/scripted_platform.h"
 #include "shown_console.h"
-#include "wire/server_packet_codec.h"
-#include "wire/server_packet_framing.h"
+#include "support/server_packet.h"
+#include "support/services_with.h"
 
 namespace lineweir {
 namespace {
@@ -28,16 +28,10 @@ constexpr std::string_view all_free = "F00F01F02F03F04F05F06F07F08F09";
 
 std::string frame(ServerCommand command, std::string text = {}, std::uint8_t alt_info = no_value,
                   std::uint8_t line = no_value) {
-  ServerPacket packet;
-  packet.CMD = static_cast<std::uint8_t>(command);
+  ServerPacket packet = test::server_packet(command, std::move(text));
   packet.LineNo = line;
-  packet.GroupNo = 1;
   packet.AltInfo = alt_info;
-  packet.Console = no_value;
-  packet.Bank = no_value;
-  packet.set_buffer(std::move(text));
-  pad(packet.Buffer);
-  return framed(body_of(packet));
+  return test::frame_of(std::move(packet));
 }
 
 // Takes one connection after the other, lets everybody in and tells of a studio with free lines.
@@ -96,12 +90,10 @@ class TcpServer {
     std::string reply;
     switch (command) {
       case ClientCommand::CmdLoginCheck:
-        reply = frame(ServerCommand::SrvLoginCheckResult,
-                      "\xff\xff\xff\xff\xff\xff\xcf\xff\xff\xff\xff?", 'F');
+        reply = frame(ServerCommand::SrvLoginCheckResult, std::string(test::all_rights), 'F');
         break;
       case ClientCommand::CmdPasswordLogin:
-        reply = frame(ServerCommand::SrvPasswordResult,
-                      "\xff\xff\xff\xff\xff\xff\xcf\xff\xff\xff\xff?", 'T');
+        reply = frame(ServerCommand::SrvPasswordResult, std::string(test::all_rights), 'T');
         break;
       case ClientCommand::CmdConnectConsole:
         if (!has_heartbeat) return;
@@ -159,23 +151,7 @@ struct WindowOnServer {
   ~WindowOnServer() { socket.close(); }
 
   platform::Services services() {
-    platform::Services all = rest.services();
-    return {.loop = loop,
-            .clock = all.clock,
-            .random = all.random,
-            .files = all.files,
-            .user_files = all.user_files,
-            .dialogs = all.dialogs,
-            .databases = all.databases,
-            .journal = all.journal,
-            .printer = all.printer,
-            .letters = all.letters,
-            .comm1 = all.comm1,
-            .comm2 = all.comm2,
-            .winsock1 = socket,
-            .remote_objects = all.remote_objects,
-            .process_number = all.process_number,
-            .end_program = all.end_program};
+    return test::services_with(rest.services(), {.loop = &loop, .winsock1 = &socket});
   }
 
   MainForm& form() { return console.Lineweir; }
