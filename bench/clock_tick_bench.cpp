@@ -11,6 +11,7 @@
 #include "clocks/show_plan.h"
 #include "core/console.h"
 #include "platform/scripted/scripted_platform.h"
+#include "support/services_with.h"
 
 namespace {
 
@@ -68,30 +69,10 @@ class TickingConsole {
   }
 
  private:
-  static platform::Services on(const platform::Services& given, platform::EventLoop& loop,
-                               platform::SystemClock& clock) {
-    return {loop,
-            clock,
-            given.random,
-            given.files,
-            given.user_files,
-            given.dialogs,
-            given.databases,
-            given.journal,
-            given.printer,
-            given.letters,
-            given.comm1,
-            given.comm2,
-            given.winsock1,
-            given.remote_objects,
-            given.process_number,
-            given.end_program};
-  }
-
   StillLoop loop_;
   TickClock clock_;
   platform::ScriptedPlatform platform_;
-  Console console_{on(platform_.services(), loop_, clock_)};
+  Console console_{test::services_with(platform_.services(), {.loop = &loop_, .clock = &clock_})};
 };
 
 // All forty rows in use: one every one and a half minutes.

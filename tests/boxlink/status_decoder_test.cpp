@@ -3,17 +3,13 @@
 #include <doctest/doctest.h>
 
 #include "support/call_log_file.h"
-#include "support/line_picture.h"
+#include "support/full_line.h"
 #include "support/scripted_console.h"
 
 namespace lineweir::test {
 namespace {
 
 constexpr int line = 5;
-constexpr std::string_view now_as_base = "10:00:00";
-constexpr std::string_view now_as_clock = "10:00:00 AM";
-constexpr std::string_view now_as_stamp = "1/5/2026 10:00:00 AM";
-
 std::string report(char letter) { return std::string{letter, '0'} + std::to_string(line); }
 
 // A console whose line 5 holds something everywhere, so that what a report leaves alone shows as
@@ -21,26 +17,7 @@ std::string report(char letter) { return std::string{letter, '0'} + std::to_stri
 struct PreparedConsole : ScriptedConsole {
   explicit PreparedConsole(char letter = 'Y') {
     choose_log(*this);
-    MainForm& form = console.Lineweir;
-    LineTable& lines = console.lines;
-    lines.StatusLetter(line) = letter;
-    CallerRecord& record = lines.CallerData(line);
-    for (const auto& rule : caller_fields) record.set(rule.field, "rec " + std::string(rule.name));
-    record.set(CallerField::TimeOnHold, "00:00:01");
-    record.set(CallerField::TimePlacedOnAir, "09:59:00 AM");
-    record.set(CallerField::TimeOnAir, "00:00:02");
-    lines.HoldStamp(line) = "1/5/2026 9:58:30 AM";
-    lines.ClockBase(line) = "09:00:00";
-    lines.ClockRunning(line) = 7;
-    lines.TheNextCall = line;
-    lines.NextCallSet = true;
-    for (int column = 0; column < column_count; ++column) {
-      form.column_labels(column)(line).caption = "row " + std::to_string(column);
-    }
-    console.rows.set_row_color(line, RowColor::Green);
-    console.rows.DrawMark(line);
-    console.rows.HybridPictureSet(line, 4, 0);
-    form.Timer5.enabled = false;
+    fill_line(*this, line, letter, RowColor::Green);
     before = line_picture(console, line);
   }
 
@@ -51,17 +28,8 @@ struct PreparedConsole : ScriptedConsole {
   LinePicture before;
 };
 
-void expect_row(LinePicture& picture, std::string_view strip, std::string_view mark,
-                std::string_view icon1, std::string_view icon2) {
-  picture.strip = strip;
-  picture.strip_image = strip;
-  picture.mark = mark;
-  picture.icon1 = icon1;
-  picture.icon2 = icon2;
-}
-
-void expect_white_row(LinePicture& picture, std::string_view icons) {
-  expect_row(picture, "DataRowWhite", "MarkWhite", icons, icons);
+void set_white_row(LinePicture& picture, std::string_view icons) {
+  set_row(picture, "White", icons, icons);
 }
 
 // The times that a record has, as one text.
@@ -81,7 +49,7 @@ TEST_SUITE("boxlink/status decoder: letters") {
     expected.hold_stamp = "";
     expected.clock_running = 0;
     for (int column = 1; column < column_count; ++column) expected.caption(column) = "";
-    expect_white_row(expected, "");
+    set_white_row(expected, "");
     CHECK(test.changed(expected) == "");
     CHECK(logged_rows(test).size() == 1);
     CHECK(test.console.decoder.serial_buffer.text() == "");
@@ -102,8 +70,7 @@ TEST_SUITE("boxlink/status decoder: letters") {
       expected.clock_running = 1;
       expected.clock_base = now_as_base;
       expected.caption(status_column) = "On Air";
-      expect_row(expected, "DataRowRed", "MarkRed", letter == 'N' ? "RedIcon" : "",
-                 letter == 'C' ? "RedIcon" : "");
+      set_row(expected, "Red", letter == 'N' ? "RedIcon" : "", letter == 'C' ? "RedIcon" : "");
       CHECK(test.changed(expected) == "");
       CHECK(logged_rows(test).empty());
     }
@@ -128,7 +95,7 @@ TEST_SUITE("boxlink/status decoder: letters") {
     expected.clock_running = 1;
     expected.clock_base = now_as_base;
     expected.caption(status_column) = "Ready";
-    expect_white_row(expected, "YellowIcon");
+    set_white_row(expected, "YellowIcon");
     CHECK(test.changed(expected) == "");
     CHECK(logged_rows(test).empty());
   }
@@ -158,7 +125,7 @@ TEST_SUITE("boxlink/status decoder: letters") {
     expected.caption(status_column) = "";
     for (int column = 3; column < column_count; ++column) expected.caption(column) = "";
     expected.blink_enabled = true;
-    expect_white_row(expected, "YellowIcon");
+    set_white_row(expected, "YellowIcon");
     CHECK(test.changed(expected) == "");
     CHECK(logged_rows(test).size() == 1);
   }
@@ -173,7 +140,7 @@ TEST_SUITE("boxlink/status decoder: letters") {
     expected.clock_running = 0;
     expected.caption(status_column) = "";
     expected.caption(time_column) = "";
-    expect_white_row(expected, "GreenIcon");
+    set_white_row(expected, "GreenIcon");
     CHECK(test.changed(expected) == "");
     CHECK(logged_rows(test).size() == 1);
   }
@@ -189,7 +156,7 @@ TEST_SUITE("boxlink/status decoder: letters") {
       expected.clock_running = 0;
       expected.caption(status_column) = letter == 'H' ? "Held" : "";
       expected.caption(time_column) = "";
-      expect_white_row(expected, "GreenIcon");
+      set_white_row(expected, "GreenIcon");
       CHECK(test.changed(expected) == "");
       CHECK(logged_rows(test).empty());
     }
@@ -209,7 +176,7 @@ TEST_SUITE("boxlink/status decoder: letters") {
     expected.clock_running = 0;
     expected.caption(status_column) = "Set Busy";
     expected.caption(time_column) = "";
-    expect_white_row(expected, "BlueIcon");
+    set_white_row(expected, "BlueIcon");
     CHECK(test.changed(expected) == "");
     CHECK(logged_rows(test).size() == 1);
   }

@@ -4,10 +4,10 @@
 
 #include <string>
 
+#include "support/all_letters.h"
+
 namespace lineweir::test {
 namespace {
-
-constexpr std::string_view all_letters = " FRSHPOENCLKYB\x81";
 
 Seat talent(int kind) { return {true, kind, false, false}; }
 Seat producer(int kind, int handset) { return {false, kind, handset == 1, handset == 2}; }
@@ -32,8 +32,12 @@ TEST_SUITE("callcontrol/line_commands") {
     CHECK(numbered_word('F', 19) == "F19");
   }
 
+  TEST_CASE("all letters are walked: those of the set and such as nobody knows") {
+    CHECK(all_letters().size() >= 16);
+  }
+
   TEST_CASE("only a line taken by other equipment may not be commanded") {
-    for (const char letter : all_letters) {
+    for (const char letter : all_letters()) {
       CHECK(may_be_commanded(letter, false) == (letter != 'E'));
       CHECK(may_be_commanded(letter, true));
     }
@@ -41,7 +45,7 @@ TEST_SUITE("callcontrol/line_commands") {
 
   TEST_CASE("the main row button in talent mode") {
     for (int kind = 1; kind <= 4; ++kind) {
-      for (const char letter : all_letters) {
+      for (const char letter : all_letters()) {
         CAPTURE(kind);
         CAPTURE(letter);
         const bool locks = letter == 'N' && kind <= 2;
@@ -60,7 +64,7 @@ TEST_SUITE("callcontrol/line_commands") {
          {Row{1, 0, "P05 0"}, Row{1, 1, "P05 0"}, Row{1, 2, "P05 0"}, Row{2, 0, ""},
           Row{2, 1, "P05 0"}, Row{2, 2, "O05 0"}, Row{3, 0, ""}, Row{3, 1, "C05 1"}, Row{3, 2, ""},
           Row{4, 0, ""}, Row{4, 1, "P05 0"}, Row{4, 2, "O05 0"}}) {
-      for (const char letter : all_letters) {
+      for (const char letter : all_letters()) {
         CAPTURE(row.kind);
         CAPTURE(row.handset);
         CHECK(main_row(producer(row.kind, row.handset), letter) == row.word);
@@ -76,7 +80,7 @@ TEST_SUITE("callcontrol/line_commands") {
 
   TEST_CASE("the conference row button in talent mode") {
     for (int kind = 1; kind <= 4; ++kind) {
-      for (const char letter : all_letters) {
+      for (const char letter : all_letters()) {
         const bool locks = letter == 'C' && kind <= 2;
         CHECK(conference_row(talent(kind), letter) == (locks ? "L05 1" : "C05 1"));
       }
@@ -117,7 +121,7 @@ TEST_SUITE("callcontrol/line_commands") {
     for (int kind = 1; kind <= 4; ++kind) {
       for (const Seat& seat :
            {talent(kind), producer(kind, 0), producer(kind, 1), producer(kind, 2)}) {
-        for (const char letter : all_letters) {
+        for (const char letter : all_letters()) {
           CAPTURE(kind);
           CAPTURE(letter);
           const auto bank = expected(seat, letter);
@@ -133,7 +137,7 @@ TEST_SUITE("callcontrol/line_commands") {
 
   TEST_CASE("drop and hold on the conference hybrid, line by line") {
     for (int kind = 1; kind <= 4; ++kind) {
-      for (const char letter : all_letters) {
+      for (const char letter : all_letters()) {
         const bool fits = letter == 'C' && kind != 4;
         CHECK(told(line_command(drop2_rules, talent(kind), letter, 3)) == (fits ? "F03 1" : ""));
         CHECK(told(line_command(drop2_rules, producer(kind, 1), letter, 3)) == "");

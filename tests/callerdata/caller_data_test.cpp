@@ -6,7 +6,7 @@
 #include <map>
 
 #include "support/entry_form.h"
-#include "support/packet_gen.h"
+#include "support/server_packet.h"
 #include "wire/packet_text.h"
 
 namespace lineweir::test {

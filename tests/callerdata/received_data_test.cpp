@@ -3,7 +3,7 @@
 #include <doctest/doctest.h>
 
 #include "support/entry_form.h"
-#include "support/packet_gen.h"
+#include "support/server_packet.h"
 
 namespace lineweir::test {
 namespace {

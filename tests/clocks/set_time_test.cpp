@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "clocks/clock_fixture.h"
+#include "support/services_with.h"
 
 namespace lineweir::test {
 namespace {
@@ -133,16 +134,7 @@ TEST_SUITE("clocks/set time") {
   TEST_CASE("a missing right is told in one sentence and changes nothing") {
     platform::ScriptedPlatform platform;
     LockedClock clock;
-    auto given = platform.services();
-    const platform::Services services{given.loop,           clock,
-                                      given.random,         given.files,
-                                      given.user_files,     given.dialogs,
-                                      given.databases,      given.journal,
-                                      given.printer,        given.letters,
-                                      given.comm1,          given.comm2,
-                                      given.winsock1,       given.remote_objects,
-                                      given.process_number, given.end_program};
-    Console console(services);
+    Console console(services_with(platform.services(), {.clock = &clock}));
     console.startup.Main("");
     std::vector<std::string> messages;
     console.messages.on_shown = [&](const std::string& text) { messages.push_back(text); };

@@ -188,14 +188,17 @@ TEST_SUITE("contrast on the screen") {
     for (const bool grey : {false, true}) {
       test::ShownConsole desk;
       choose_face(desk, grey);
+      int texts = 0;
       test::for_each_dialog(desk, [&](QWidget& window) {
         CAPTURE(window.objectName().toStdString());
         for (QWidget* widget : test::shown_controls(window)) {
           if (text_of(*widget).isEmpty()) continue;
+          ++texts;
           CAPTURE(widget->objectName().toStdString());
           CHECK(best_contrast(shown_pixels(*widget, letters_of(*widget))) >= readable_contrast);
         }
       });
+      CHECK(texts > 120);
     }
   }
 

@@ -18,6 +18,7 @@ namespace {
 TEST_SUITE("keys in dialogs") {
   TEST_CASE("every button has an access key, and no two things in a dialog share one") {
     test::ShownConsole desk;
+    int keys = 0;
     test::for_each_dialog(desk, [&](QWidget& window) {
       CAPTURE(window.objectName().toStdString());
       std::set<QString> taken;
@@ -35,8 +36,10 @@ TEST_SUITE("keys in dialogs") {
         const bool typed = dynamic_cast<TelephoneKey*>(widget) != nullptr && text.size() == 1;
         if (widget->inherits("QPushButton") && !typed) CHECK_FALSE(key.isEmpty());
         if (!key.isEmpty()) CHECK(taken.insert(key).second);
+        if (!key.isEmpty()) ++keys;
       }
     });
+    CHECK(keys > 50);
   }
 
   TEST_CASE("Shift and Tab reach everything that can have the focus, and show where it is") {
@@ -48,6 +51,7 @@ TEST_SUITE("keys in dialogs") {
     desk.console.layout.RedefineScreen();
     desk.settle();
     const QRgb ring = (grey ? grey_theme : metal_theme).focus_ring;
+    std::size_t stops_seen = 0;
     test::for_each_dialog(desk, [&](QWidget& window) {
       CAPTURE(window.objectName().toStdString());
       // While a message is written everything else is out of the order of Tab.
@@ -82,7 +86,9 @@ TEST_SUITE("keys in dialogs") {
         CAPTURE(widget->objectName().toStdString());
         CHECK(reached.contains(widget));
       }
+      stops_seen += wanted.size();
     });
+    CHECK(stops_seen > 100);
   }
 
   TEST_CASE("Escape leaves every dialog that can be left without a choice") {

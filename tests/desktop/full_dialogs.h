@@ -56,14 +56,6 @@ inline void close(ShownConsole& desk, Form& form) {
   desk.settle();
 }
 
-template <class Check>
-void for_each_dialog(ShownConsole& desk, Check check) {
-  for (Form* form : dialogs_of(desk.console)) {
-    check(open_full(desk, *form));
-    close(desk, *form);
-  }
-}
-
 inline bool is_part_of_control(const QWidget& widget) {
   const QString name = widget.objectName();
   return name.startsWith(QLatin1String("qt_")) || name.isEmpty();
@@ -76,6 +68,18 @@ inline std::vector<QWidget*> shown_controls(QWidget& window) {
     if (widget->isVisible() && !is_part_of_control(*widget)) controls.push_back(widget);
   }
   return controls;
+}
+
+template <class Check>
+void for_each_dialog(ShownConsole& desk, Check check) {
+  std::size_t controls = 0;
+  for (Form* form : dialogs_of(desk.console)) {
+    QWidget& window = open_full(desk, *form);
+    controls += shown_controls(window).size();
+    check(window);
+    close(desk, *form);
+  }
+  CHECK(controls > 200);
 }
 
 }  // namespace lineweir::test

@@ -83,6 +83,7 @@ TEST_SUITE("look") {
   TEST_CASE("at the design's size headings, line numbers, states and times stand whole") {
     test::ShownConsole desk;
     MainForm& form = desk.form();
+    int captions = 0;
     for (int rows = 1; rows <= 20; ++rows) {
       CAPTURE(rows);
       desk.console.layout.set_line_count(rows);
@@ -97,11 +98,13 @@ TEST_SUITE("look") {
       desk.settle();
       for (const ElementWidget* widget : desk.canvas().element_widgets()) {
         if (!widget->isVisible() || widget->shown_caption().isEmpty()) continue;
+        ++captions;
         CAPTURE(widget->objectName().toStdString());
         CHECK(widget->caption_fits());
         CHECK(widget->height() >= 10);
       }
     }
+    CHECK(captions > 900);
   }
 
   TEST_CASE("the strips differ in shape, not only in colour") {

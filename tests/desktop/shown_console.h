@@ -4,6 +4,7 @@
 #include <QCoreApplication>
 #include <QElapsedTimer>
 #include <QTest>
+#include <QTimer>
 #include <functional>
 #include <stdexcept>
 
@@ -21,9 +22,12 @@ namespace lineweir::test {
 inline bool wait_for(const std::function<bool()>& condition) {
   QElapsedTimer time;
   time.start();
+  // Where no event tells of it the condition is looked at now and then, at no cost in between.
+  QTimer next_look;
+  next_look.start(2);
   while (!condition()) {
     if (time.elapsed() > 10000) return false;
-    QCoreApplication::processEvents();
+    QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
   }
   return true;
 }

@@ -14,9 +14,11 @@
 #include "platform/qt/qt_client_socket.h"
 #include "platform/qt/qt_event_loop.h"
 #include "platform/scripted/scripted_platform.h"
+#include "serverlink/server_watch.h"
 #include "shown_console.h"
-#include "wire/server_packet_codec.h"
-#include "wire/server_packet_framing.h"
+#include "skipping_loop.h"
+#include "support/server_packet.h"
+#include "support/services_with.h"
 
 namespace lineweir {
 namespace {
@@ -28,16 +30,10 @@ constexpr std::string_view all_free = "F00F01F02F03F04F05F06F07F08F09";
 
 std::string frame(ServerCommand command, std::string text = {}, std::uint8_t alt_info = no_value,
                   std::uint8_t line = no_value) {
-  ServerPacket packet;
-  packet.CMD = static_cast<std::uint8_t>(command);
+  ServerPacket packet = test::server_packet(command, std::move(text));
   packet.LineNo = line;
-  packet.GroupNo = 1;
   packet.AltInfo = alt_info;
-  packet.Console = no_value;
-  packet.Bank = no_value;
-  packet.set_buffer(std::move(text));
-  pad(packet.Buffer);
-  return framed(body_of(packet));
+  return test::frame_of(std::move(packet));
 }
 
 // Takes one connection after the other, lets everybody in and tells of a studio with free lines.
@@ -96,12 +92,10 @@ class TcpServer {
     std::string reply;
     switch (command) {
       case ClientCommand::CmdLoginCheck:
-        reply = frame(ServerCommand::SrvLoginCheckResult,
-                      "\xff\xff\xff\xff\xff\xff\xcf\xff\xff\xff\xff?", 'F');
+        reply = frame(ServerCommand::SrvLoginCheckResult, std::string(test::all_rights), 'F');
         break;
       case ClientCommand::CmdPasswordLogin:
-        reply = frame(ServerCommand::SrvPasswordResult,
-                      "\xff\xff\xff\xff\xff\xff\xcf\xff\xff\xff\xff?", 'T');
+        reply = frame(ServerCommand::SrvPasswordResult, std::string(test::all_rights), 'T');
         break;
       case ClientCommand::CmdConnectConsole:
         if (!has_heartbeat) return;
@@ -137,14 +131,15 @@ class TcpServer {
 };
 
 struct WindowOnServer {
-  platform::QtEventLoop loop;
+  platform::QtEventLoop real_loop;
+  test::SkippingLoop loop{real_loop};
   platform::ScriptedPlatform rest;
   platform::QtClientSocket socket{loop};
   TcpServer server;
   std::vector<std::string> messages;
   Console console{services()};
   Desktop desktop{console};
-  // Beats as long as the window is alive.
+  // Beats as long as the window is alive, each 5 milliseconds.
   QTimer pulse;
   int beats = 0;
 
@@ -159,23 +154,7 @@ struct WindowOnServer {
   ~WindowOnServer() { socket.close(); }
 
   platform::Services services() {
-    platform::Services all = rest.services();
-    return {.loop = loop,
-            .clock = all.clock,
-            .random = all.random,
-            .files = all.files,
-            .user_files = all.user_files,
-            .dialogs = all.dialogs,
-            .databases = all.databases,
-            .journal = all.journal,
-            .printer = all.printer,
-            .letters = all.letters,
-            .comm1 = all.comm1,
-            .comm2 = all.comm2,
-            .winsock1 = socket,
-            .remote_objects = all.remote_objects,
-            .process_number = all.process_number,
-            .end_program = all.end_program};
+    return test::services_with(rest.services(), {.loop = &loop, .winsock1 = &socket});
   }
 
   MainForm& form() { return console.Lineweir; }
@@ -210,10 +189,14 @@ TEST_CASE_FIXTURE(WindowOnServer, "a session stands though each byte comes by it
 
 TEST_CASE_FIXTURE(WindowOnServer, "a server that isn't there is told, and the pointer is free") {
   server.stop_listening();
+  // The limit of the wait comes once the window has been seen to be alive.
+  QObject::connect(&pulse, &QTimer::timeout, &pulse, [this] {
+    if (beats == 40) loop.skip(std::chrono::seconds(5));
+  });
   connect();
   CHECK(messages ==
         std::vector<std::string>{"Error communicating remote socket! No Server Available!"});
-  CHECK(beats > 100);
+  CHECK(beats >= 40);
   CHECK(form().mouse_pointer == pointer_default);
   CHECK(console.WinsockOptions.visible);
 }
@@ -317,28 +300,24 @@ TEST_CASE_FIXTURE(WindowOnServer,
                   "a server with a heartbeat is missed at once and comes back by itself") {
   server.has_heartbeat = true;
   stand();
-  QTimer heart;
-  QObject::connect(&heart, &QTimer::timeout, &heart,
-                   [this] { server.send(frame(ServerCommand::SrvTime, time_text)); });
-  heart.start(700);
-  QElapsedTimer time;
-  time.start();
-  wait_for([&] { return time.elapsed() > 1500; });
-  CHECK_FALSE(form().ServerSilence.visible);
-  heart.stop();
+  for (const char letter : {'R', 'S', 'H'}) {
+    loop.skip(ServerWatch::longest_silence / 2);
+    server.send(frame(ServerCommand::SrvTime, time_text));
+    server.send(frame(ServerCommand::SrvLineStatus, std::string(1, letter), no_value, 4));
+    REQUIRE(shows(4, letter));
+    CHECK_FALSE(form().ServerSilence.visible);
+  }
   server.answers = false;
   server.stop_listening();
-  time.restart();
+  loop.skip(ServerWatch::longest_silence);
   CHECK(wait_for([&] { return form().ServerSilence.visible.get(); }));
-  MESSAGE("the banner came ", time.elapsed(), " ms after the cut");
   CHECK(form().ServerSilence.caption.get().starts_with("No word from the server since "));
   CHECK_FALSE(form().no_link.get().empty());
   server.status = "F00F01F02C03F04F05F06F07F08F09";
   server.answers = true;
   server.listen(static_cast<quint16>(server.port()));
-  time.restart();
+  loop.skip(ServerWatch::between_tries);
   CHECK(wait_for([&] { return !form().ServerSilence.visible.get(); }));
-  MESSAGE("the screen was right ", time.elapsed(), " ms after the server's return");
   CHECK(console.lines.StatusLetter(3) == 'C');
   CHECK(form().no_link.get().empty());
   CHECK_FALSE(console.MyMsgbox.visible);

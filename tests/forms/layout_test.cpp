@@ -69,148 +69,216 @@ bool overlap(const Place& a, const Place& b) {
          b.top < a.top + a.height;
 }
 
+int right_of(const Place& place) { return place.left + place.width; }
+int foot_of(const Place& place) { return place.top + place.height; }
+
+// Twice the middle, which needn't be a whole number.
+int doubled_middle(int left, int width) { return 2 * left + width; }
+
+bool same_size(const Place& a, const Place& b) {
+  return a.width == b.width && a.height == b.height;
+}
+
 TEST_SUITE("forms/layout: the form") {
-  TEST_CASE("each row count has its design size, with and without the menu bar") {
-    for (int rows = 0; rows <= most_rows; ++rows) {
+  TEST_CASE("up to 10 rows each row makes the form higher, from 11 it has one size") {
+    CHECK(root_height(1, true) == 4420);
+    CHECK(root_height(1, false) == 4135);
+    for (int rows = 2; rows <= 10; ++rows) {
+      CHECK(root_height(rows, true) == root_height(rows - 1, true) + 315);
+    }
+    for (int rows = 11; rows <= most_rows; ++rows) CHECK(root_height(rows, true) == 8880);
+    for (int rows = 1; rows <= most_rows; ++rows) {
       CAPTURE(rows);
-      int with_bar = 8880;
-      int without_bar = 8595;
-      if (rows <= 10) {
-        with_bar = rows * 315 + 4105;
-        without_bar = rows * 315 + 3820;
-      }
-      CHECK(content_height(rows) == without_bar);
-      if (rows == 0) with_bar = without_bar = 7005;
-      CHECK(root_height(rows, true) == with_bar);
-      CHECK(root_height(rows, false) == without_bar);
+      CHECK(root_height(rows, false) == root_height(rows, true) - 285);
+      CHECK(content_height(rows) == root_height(rows, false));
+    }
+    for (int rows = 0; rows <= most_rows; ++rows) {
       CHECK(root_width(rows) == (rows <= 10 ? 9420 : 12000));
     }
   }
 
+  TEST_CASE("a form without rows keeps its panel and has one height") {
+    CHECK(root_height(0, true) == 7005);
+    CHECK(root_height(0, false) == 7005);
+    CHECK(reset_height(0, true) == 7255);
+    CHECK(reset_height(0, false) == 7255);
+    CHECK(content_height(0) == content_height(1) - 315);
+  }
+
   TEST_CASE("a reset gives some row counts another height") {
-    for (int rows = 0; rows <= most_rows; ++rows) {
+    for (int rows = 1; rows <= most_rows; ++rows) {
       CAPTURE(rows);
-      int with_bar = 8881;
-      int without_bar = 8595;
-      if (rows <= 10) {
-        with_bar = rows * 315 + 4105;
-        without_bar = rows * 315 + 3820;
-      }
-      if (rows == 0) with_bar = without_bar = 7255;
-      if (rows == 17) {
-        with_bar = 8865;
-        without_bar = 8580;
-      }
-      CHECK(reset_height(rows, true) == with_bar);
-      CHECK(reset_height(rows, false) == without_bar);
+      const int more_with_bar = reset_height(rows, true) - root_height(rows, true);
+      const int more_without = reset_height(rows, false) - root_height(rows, false);
+      CHECK(more_with_bar == (rows <= 10 ? 0 : rows == 17 ? -15 : 1));
+      CHECK(more_without == (rows == 17 ? -15 : 0));
     }
   }
 
   TEST_CASE("rows follow one another without a gap down to the panel") {
     for (int rows = 0; rows <= most_rows; ++rows) {
       CAPTURE(rows);
-      const int first = rows <= 10 ? 420 : 600;
-      for (int row = 0; row < rows; ++row) CHECK(row_top(rows, row) == first + 315 * row);
-      CHECK(panel_top(rows) == first + 315 * rows);
+      CHECK(row_top(rows, 0) == (rows <= 10 ? 420 : 600));
+      for (int row = 1; row < rows; ++row) {
+        CHECK(row_top(rows, row) == row_top(rows, row - 1) + 315);
+      }
+      if (rows > 0) CHECK(panel_top(rows) == row_top(rows, rows - 1) + 315);
+    }
+  }
+}
+
+TEST_SUITE("forms/layout: the sides of the rows") {
+  TEST_CASE("a button, the strip and a button stand 105 twips apart") {
+    for (int rows = 0; rows <= most_rows; ++rows) {
+      CAPTURE(rows);
+      const LayoutRange& range = layout_range(rows);
+      CHECK(range.strip_left == (rows <= 10 ? 1260 : 1310));
+      CHECK(range.strip_width == (rows <= 10 ? 7590 : 8380));
+      CHECK(range.main_button_left + 375 == range.strip_left - 105);
+      CHECK(range.conference_button_left == range.strip_left + range.strip_width + 105);
+    }
+  }
+
+  TEST_CASE("the headings stand in the middle above the buttons, in line with the captions") {
+    for (int rows = 0; rows <= most_rows; ++rows) {
+      CAPTURE(rows);
+      const LayoutRange& range = layout_range(rows);
+      CHECK(range.caption_top == (rows <= 10 ? 180 : 150));
+      CHECK(range.main_heading.width == 575);
+      CHECK(range.conference_heading.width == 465);
+      const auto stands_above = [&](const Place& heading, int button_left) {
+        CHECK(heading.top == range.caption_top);
+        CHECK(heading.height == 225);
+        const int apart =
+            doubled_middle(heading.left, heading.width) - doubled_middle(button_left, 375);
+        CHECK(apart >= 0);
+        CHECK(apart <= 1);
+      };
+      stands_above(range.main_heading, range.main_button_left);
+      stands_above(range.conference_heading, range.conference_button_left);
+    }
+  }
+
+  TEST_CASE("the keys of the main hybrid and those of the other touch") {
+    for (int rows = 0; rows <= most_rows; ++rows) {
+      CHECK(layout_range(rows).drop_left == (rows <= 10 ? 300 : 290));
+      CHECK(layout_range(rows).second_drop_left == layout_range(rows).drop_left + 375);
+    }
+  }
+
+  TEST_CASE("the lamp stands in the upper right corner, from 11 rows on the form itself") {
+    for (int rows = 0; rows <= most_rows; ++rows) {
+      const LayoutRange& range = layout_range(rows);
+      CHECK(range.lamp_on_form == (rows > 10));
+      CHECK(range.lamp == Place{rows <= 10 ? 9090 : 11700, 60, 195, 195});
     }
   }
 }
 
 TEST_SUITE("forms/layout: the panel") {
-  TEST_CASE("up to 10 rows") {
-    for (int rows = 0; rows <= 10; ++rows) {
+  TEST_CASE("three keys of one size stand in a row up to 18 rows and in a column from 19") {
+    for (int rows = 0; rows <= most_rows; ++rows) {
       CAPTURE(rows);
       const LayoutRange& range = layout_range(rows);
-      CHECK(range.caption_top == 180);
-      CHECK(range.main_heading == Place{680, 180, 575, 225});
-      CHECK(range.conference_heading == Place{8910, 180, 465, 225});
-      CHECK(range.main_button_left == 780);
-      CHECK(range.conference_button_left == 8955);
-      CHECK(range.strip_left == 1260);
-      CHECK(range.strip_width == 7590);
-      CHECK(range.drop_left == 300);
-      CHECK(range.second_drop_left == 675);
-      CHECK(range.next_button == Place{1500, 315, 1290, 500});
-      CHECK(range.next_to_conf_button == Place{2850, 315, 1290, 500});
-      CHECK(range.dial == Place{4200, 315, 1290, 500});
-      CHECK_FALSE(range.buttons_on_form);
-      CHECK(range.options_button == Place{8010, 315, 1290, 500});
-      CHECK(link_label_place(rows) == Place{4395, 1005, 4465, 255});
-      CHECK(range.time_clock == Place{570, 950, 1695, 1740});
-      CHECK(range.show_clock == Place{2345, 950, 1695, 1740});
-      CHECK_FALSE(range.clocks_on_form);
-      CHECK(range.lamp == Place{9090, 60, 195, 195});
-      CHECK_FALSE(range.lamp_on_form);
+      CHECK(range.buttons_on_form == (rows >= 19));
+      CHECK(same_size(range.next_button, range.next_to_conf_button));
+      CHECK(same_size(range.next_button, range.dial));
+      CHECK(range.next_button.height == 500);
+      if (rows <= 18) {
+        CHECK(range.next_button.width == 1290);
+        CHECK(range.next_to_conf_button.left == right_of(range.next_button) + 60);
+        CHECK(range.dial.left == right_of(range.next_to_conf_button) + 60);
+        CHECK(range.next_to_conf_button.top == range.next_button.top);
+        CHECK(range.dial.top == range.next_button.top);
+      } else {
+        CHECK(range.next_button.width == 1560);
+        CHECK(range.next_button.left == 10340);
+        CHECK(range.next_to_conf_button.left == range.next_button.left);
+        CHECK(range.dial.left == range.next_button.left);
+      }
+    }
+    CHECK(layout_range(10).next_button.left == 1500);
+    CHECK(layout_range(10).next_button.top == 315);
+    CHECK(layout_range(18).next_button.left == 1310);
+    CHECK(layout_range(18).next_button.top == 305);
+  }
+
+  TEST_CASE("from 19 to 20 rows the column goes down by a row, its middle key by a little less") {
+    CHECK(layout_range(19).next_button.top == 4805);
+    CHECK(layout_range(19).next_to_conf_button.top == 5435);
+    CHECK(layout_range(19).dial.top == 6065);
+    CHECK(layout_range(20).next_button.top == 4805 + row_pitch);
+    CHECK(layout_range(20).next_to_conf_button.top == 5435 + row_pitch - 5);
+    CHECK(layout_range(20).dial.top == 6065 + row_pitch);
+  }
+
+  TEST_CASE("the key of the options has the size of a key on the panel") {
+    for (int rows = 0; rows <= most_rows; ++rows) {
+      CHECK(same_size(layout_range(rows).options_button, layout_range(10).next_button));
+    }
+    CHECK(layout_range(10).options_button.left == 8010);
+    CHECK(layout_range(10).options_button.top == layout_range(10).dial.top);
+    CHECK(layout_range(18).options_button.left == 9335);
+    CHECK(layout_range(18).options_button.top == layout_range(18).dial.top);
+    for (const int rows : {19, 20}) {
+      const LayoutRange& range = layout_range(rows);
+      CHECK(right_of(range.options_button) == right_of(range.next_button));
+      CHECK(range.options_button.top == (rows == 19 ? 1190 : 935));
+    }
+  }
+
+  TEST_CASE("two dials of one size, side by side on the panel or one below the other beside rows") {
+    for (int rows = 0; rows <= most_rows; ++rows) {
+      CAPTURE(rows);
+      const LayoutRange& range = layout_range(rows);
+      CHECK(range.clocks_on_form == (rows > 10));
+      CHECK(same_size(range.time_clock, Place{0, 0, 1695, 1740}));
+      CHECK(same_size(range.show_clock, range.time_clock));
+      if (rows <= 10) {
+        CHECK(range.time_clock.left == 570);
+        CHECK(range.time_clock.top == 950);
+        CHECK(range.show_clock.left == right_of(range.time_clock) + 80);
+        CHECK(range.show_clock.top == range.time_clock.top);
+      } else {
+        CHECK(range.time_clock.left == 10260);
+        CHECK(range.time_clock.top == 300);
+        CHECK(range.show_clock.left == range.time_clock.left);
+        CHECK(range.show_clock.top == foot_of(range.time_clock) + 60);
+      }
+    }
+  }
+
+  TEST_CASE("the message display fills what its rows leave above the foot of the form") {
+    for (int rows = 0; rows <= 10; ++rows)
       CHECK(message_place(rows) == Place{4395, 1295, 4465, 1145});
-    }
-  }
-
-  TEST_CASE("11 to 20 rows share the sides, the clocks and the lamp") {
-    for (int rows = 11; rows <= most_rows; ++rows) {
-      CAPTURE(rows);
-      const LayoutRange& range = layout_range(rows);
-      CHECK(range.caption_top == 150);
-      CHECK(range.main_heading == Place{730, 150, 575, 225});
-      CHECK(range.conference_heading == Place{9750, 150, 465, 225});
-      CHECK(range.main_button_left == 830);
-      CHECK(range.conference_button_left == 9795);
-      CHECK(range.strip_left == 1310);
-      CHECK(range.strip_width == 8380);
-      CHECK(range.drop_left == 290);
-      CHECK(range.second_drop_left == 665);
-      CHECK(range.time_clock == Place{10260, 300, 1695, 1740});
-      CHECK(range.show_clock == Place{10260, 2100, 1695, 1740});
-      CHECK(range.clocks_on_form);
-      CHECK(range.lamp == Place{11700, 60, 195, 195});
-      CHECK(range.lamp_on_form);
-    }
-  }
-
-  TEST_CASE("the buttons stand on the panel up to 18 rows and beside the rows from 19") {
-    for (int rows = 11; rows <= 18; ++rows) {
-      CAPTURE(rows);
-      const LayoutRange& range = layout_range(rows);
-      CHECK(range.next_button == Place{1310, 305, 1290, 500});
-      CHECK(range.next_to_conf_button == Place{2660, 305, 1290, 500});
-      CHECK(range.dial == Place{4010, 305, 1290, 500});
-      CHECK_FALSE(range.buttons_on_form);
-      CHECK(range.options_button == Place{9335, 305, 1290, 500});
-    }
-    const LayoutRange& with_19 = layout_range(19);
-    CHECK(with_19.next_button == Place{10340, 4805, 1560, 500});
-    CHECK(with_19.next_to_conf_button == Place{10340, 5435, 1560, 500});
-    CHECK(with_19.dial == Place{10340, 6065, 1560, 500});
-    CHECK(with_19.buttons_on_form);
-    CHECK(with_19.options_button == Place{10610, 1190, 1290, 500});
-
-    const LayoutRange& with_20 = layout_range(20);
-    CHECK(with_20.next_button == Place{10340, 5120, 1560, 500});
-    CHECK(with_20.next_to_conf_button == Place{10340, 5745, 1560, 500});
-    CHECK(with_20.dial == Place{10340, 6380, 1560, 500});
-    CHECK(with_20.buttons_on_form);
-    CHECK(with_20.options_button == Place{10610, 935, 1290, 500});
-  }
-
-  TEST_CASE("the message display shrinks row by row") {
-    struct Row {
-      int rows;
-      int top;
-      int height;
+    const auto room_below = [](int rows) {
+      return content_height(rows) - foot_of(on_panel(rows, message_place(rows)));
     };
-    for (const Row& expected :
-         {Row{11, 1230, 2650}, Row{12, 1230, 2340}, Row{13, 1230, 2020}, Row{14, 1230, 1720},
-          Row{15, 1230, 1390}, Row{16, 1230, 1080}, Row{17, 1230, 760}, Row{18, 1115, 660},
-          Row{19, 480, 880}, Row{20, 485, 660}}) {
-      CAPTURE(expected.rows);
-      CHECK(message_place(expected.rows) == Place{1310, expected.top, 8440, expected.height});
-    }
-  }
-
-  TEST_CASE("the label of the link stands above the message display") {
     for (int rows = 11; rows <= most_rows; ++rows) {
       CAPTURE(rows);
-      CHECK(link_label_place(rows) ==
-            Place{1310, rows <= 18 ? 960 : 210, 8440, rows == 18 ? 150 : 255});
+      CHECK(message_place(rows).left == 1310);
+      CHECK(message_place(rows).width == 8440);
+      if (rows <= 17) CHECK(message_place(rows).top == 1230);
+    }
+    for (const int rows : {11, 13, 15, 17, 19}) CHECK(room_below(rows) == 650);
+    for (const int rows : {12, 16}) CHECK(room_below(rows) == 645);
+    CHECK(room_below(14) == 635);
+    for (const int rows : {18, 20}) CHECK(room_below(rows) == 550);
+    CHECK(message_place(18).top == 1115);
+    CHECK(message_place(19).top == 480);
+    CHECK(message_place(20).top == 485);
+  }
+
+  TEST_CASE("the label of the link stands above the message display, as wide as that") {
+    for (int rows = 0; rows <= most_rows; ++rows) {
+      CAPTURE(rows);
+      const Place label = link_label_place(rows);
+      const Place message = message_place(rows);
+      CHECK(label.left == message.left);
+      CHECK(label.width == message.width);
+      CHECK(label.height == (rows == 18 ? 150 : 255));
+      CHECK(foot_of(label) <= message.top);
+      CHECK(label.top == (rows <= 10 ? 1005 : rows <= 18 ? 960 : 210));
     }
   }
 

@@ -2,7 +2,9 @@
 
 #include <doctest/doctest.h>
 
+#include <set>
 #include <string>
+#include <string_view>
 
 namespace lineweir::test {
 namespace {
@@ -20,6 +22,10 @@ std::string letters_where(Holds&& holds) {
 std::string letters_with_icons(int icon1, int icon2) {
   return letters_where(
       [&](const LetterLook& look) { return look.icon1 == icon1 && look.icon2 == icon2; });
+}
+
+std::string letters_with_text(std::string_view text) {
+  return letters_where([&](const LetterLook& look) { return look.status_text == text; });
 }
 
 TEST_SUITE("lines/status letters") {
@@ -56,20 +62,51 @@ TEST_SUITE("lines/status letters") {
     CHECK(letters_with_icons(4, 4) == "B");
   }
 
-  TEST_CASE("from the letter alone, Y and all letters without a text of their own are empty") {
+  TEST_CASE("each letter has its text in the row") {
+    CHECK(letters_with_text("On Air") == "NC");
+    CHECK(letters_with_text("Locked") == "LKY");
+    CHECK(letters_with_text("Ready") == "S");
+    CHECK(letters_with_text("Held") == "H");
+    CHECK(letters_with_text("Set Busy") == "B");
+    CHECK(letters_with_text("") == " FRPOE");
+  }
+
+  TEST_CASE("from the letter alone comes the text of its look, but none for Y") {
+    std::string with_text;
     for (int code = 0; code < 256; ++code) {
       const char letter = static_cast<char>(code);
-      std::string_view expected;
-      if (letter == 'N' || letter == 'C') expected = "On Air";
-      if (letter == 'S') expected = "Ready";
-      if (letter == 'H') expected = "Held";
-      if (letter == 'B') expected = "Set Busy";
-      if (letter == 'L' || letter == 'K') expected = "Locked";
-      CHECK(status_text_of(letter) == expected);
-      // A report gives Y its text; the others have the same.
-      const std::string_view reported = letter == 'Y' ? "Locked" : expected;
-      if (look_of(letter) != nullptr) CHECK(look_of(letter)->status_text == reported);
+      const LetterLook* look = look_of(letter);
+      const std::string_view text = status_text_of(letter);
+      CAPTURE(code);
+      if (text.empty()) continue;
+      with_text += letter;
+      REQUIRE(look != nullptr);
+      CHECK(text == look->status_text);
     }
+    CHECK(with_text == "BCHKLNS");
+  }
+
+  TEST_CASE("who talks, and who is locked") {
+    std::string screeners;
+    std::string locked;
+    for (const StatusLetter& row : status_letters) {
+      if (row.talker == Talker::Screener) screeners += row.look.letter;
+      if (row.locked) locked += row.look.letter;
+    }
+    CHECK(screeners == "PO");
+    CHECK(locked == "LKY");
+  }
+
+  TEST_CASE("each state is said in words of its own, a free line's as an idle one's") {
+    std::set<std::string_view> spoken;
+    for (const StatusLetter& row : status_letters) {
+      CHECK_FALSE(row.spoken.empty());
+      spoken.insert(row.spoken);
+    }
+    CHECK(spoken.size() == status_letters.size() - 1);
+    CHECK(status_letter('F')->spoken == status_letter(' ')->spoken);
+    CHECK(status_letter('N')->spoken == "on air, main hybrid");
+    CHECK(status_letter('K')->spoken == "locked on air, conference hybrid");
   }
 }
 

@@ -8,14 +8,15 @@
 #include <QTcpSocket>
 #include <memory>
 
-#include "base/failure.h"
 #include "platform/qt/qt_client_socket.h"
 #include "platform/qt/qt_event_loop.h"
 #include "processor_time.h"
+#include "support/failure_number.h"
 #include "support/listen.h"
 #include "waiting.h"
 
 using namespace lineweir;
+using lineweir::test::failure_number_of;
 using namespace lineweir::platform;
 using namespace std::chrono_literals;
 
@@ -46,15 +47,6 @@ struct ClientSocketFixture {
 
   std::string take_from_peer() { return peer->readAll().toStdString(); }
 };
-
-int failure_number_of(const std::function<void()>& action) {
-  try {
-    action();
-  } catch (const Failure& failure) {
-    return failure.number();
-  }
-  return 0;
-}
 
 }  // namespace
 

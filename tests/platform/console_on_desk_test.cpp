@@ -13,6 +13,7 @@
 #include "platform/qt/qt_serial_port.h"
 #include "platform/scripted/scripted_platform.h"
 #include "pseudo_terminal.h"
+#include "support/services_with.h"
 #include "waiting.h"
 
 using namespace lineweir;
@@ -104,11 +105,7 @@ struct ConsoleOnDesk {
 
  private:
   Services services() {
-    Services all = rest.services();
-    return {loop,           all.clock,          all.random,         all.files,
-            all.user_files, all.dialogs,        all.databases,      all.journal,
-            all.printer,    all.letters,        all.comm1,          comm2,
-            all.winsock1,   all.remote_objects, all.process_number, all.end_program};
+    return test::services_with(rest.services(), {.loop = &loop, .comm2 = &comm2});
   }
 };
 

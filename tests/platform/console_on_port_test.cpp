@@ -14,6 +14,7 @@
 #include "platform/qt/qt_serial_port.h"
 #include "platform/scripted/scripted_platform.h"
 #include "pseudo_terminal.h"
+#include "support/services_with.h"
 #include "waiting.h"
 
 using namespace lineweir;
@@ -73,11 +74,7 @@ struct ConsoleOnPort {
 
  private:
   Services services() {
-    Services all = rest.services();
-    return {loop,           all.clock,     all.random,   all.files,          all.user_files,
-            all.dialogs,    all.databases, all.journal,  all.printer,        all.letters,
-            comm1,          all.comm2,     all.winsock1, all.remote_objects, all.process_number,
-            all.end_program};
+    return test::services_with(rest.services(), {.loop = &loop, .comm1 = &comm1});
   }
 };
 

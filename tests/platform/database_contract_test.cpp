@@ -1,12 +1,13 @@
 #include <doctest/doctest.h>
 
-#include "base/failure.h"
 #include "platform/database.h"
 #include "platform/scripted/memory_databases.h"
 #include "platform/sqlite/sqlite_engine.h"
+#include "support/failure_number.h"
 #include "temporary_directory.h"
 
 using namespace lineweir;
+using lineweir::test::failure_number_of;
 using namespace lineweir::platform;
 
 namespace {
@@ -20,15 +21,6 @@ struct OnDisk {
   TemporaryDirectory directory;
   SqliteEngine engine{directory.path()};
 };
-
-int failure_number_of(const std::function<void()>& action) {
-  try {
-    action();
-  } catch (const Failure& failure) {
-    return failure.number();
-  }
-  return 0;
-}
 
 const std::vector<DatabaseColumn> people = {{"Name", 5}, {"City", 0}, {"Number", 15}};
 constexpr const char* table = "People at home";

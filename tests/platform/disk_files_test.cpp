@@ -15,12 +15,13 @@
 #include <random>
 #include <sstream>
 
-#include "base/failure.h"
 #include "letters/code_page_letters.h"
 #include "letters/path_text.h"
+#include "support/failure_number.h"
 #include "temporary_directory.h"
 
 using namespace lineweir;
+using lineweir::test::failure_number_of;
 using namespace lineweir::platform;
 namespace fs = std::filesystem;
 
@@ -47,15 +48,6 @@ struct DiskFilesFixture {
     return found;
   }
 };
-
-int failure_number_of(const std::function<void()>& action) {
-  try {
-    action();
-  } catch (const Failure& failure) {
-    return failure.number();
-  }
-  return 0;
-}
 
 // Runs the action in a process of its own and gives that process's exit status.
 int in_child(const std::function<int()>& action) {

@@ -18,6 +18,7 @@
 #include "platform/disk/file_descriptor.h"
 #include "platform/scripted/scripted_platform.h"
 #include "platform/threaded/threaded_user_files.h"
+#include "support/services_with.h"
 #include "temporary_directory.h"
 
 using namespace lineweir;
@@ -197,11 +198,8 @@ struct DiskConsole : Folder {
     return found;
   }
   Services services() {
-    const Services all = platform.services(*files, platform.databases);
-    return {all.loop,     all.clock,          all.random,         all.files,
-            user_files,   all.dialogs,        all.databases,      all.journal,
-            all.printer,  all.letters,        all.comm1,          all.comm2,
-            all.winsock1, all.remote_objects, all.process_number, all.end_program};
+    return test::services_with(platform.services(*files, platform.databases),
+                               {.user_files = &user_files});
   }
 };
 

@@ -7,8 +7,8 @@
 #include "base/failure.h"
 #include "support/bytes.h"
 #include "support/failure_number.h"
-#include "support/packet_gen.h"
 #include "support/property_check.h"
+#include "support/server_packet.h"
 
 namespace lineweir::test {
 namespace {

@@ -8,8 +8,8 @@
 #include "base/failure.h"
 #include "support/bytes.h"
 #include "support/failure_number.h"
-#include "support/packet_gen.h"
 #include "support/scripted_console.h"
+#include "support/server_packet.h"
 
 namespace lineweir::test {
 namespace {
@@ -18,13 +18,6 @@ using platform::Milliseconds;
 using Texts = std::vector<std::string>;
 
 constexpr Milliseconds wins_timer_interval{50};
-
-ServerPacket server_packet(ServerCommand command, std::string text) {
-  ServerPacket packet;
-  packet.CMD = static_cast<std::uint8_t>(command);
-  packet.set_buffer(std::move(text));
-  return packet;
-}
 
 std::string message_frame(const std::string& text) {
   return frame_of(server_packet(ServerCommand::SrvMessage, text));
@@ -235,13 +228,13 @@ TEST_SUITE("serverlink/server_link trace") {
                             "Size 0 1",
                             "Buffer h\xFF",
                             ""};
-  const Texts received_lines = {"\t\t\t" + bytes({140, 0, 0, 0, 0, 0, 0, 1, 'h', 255}),
+  const Texts received_lines = {"\t\t\t" + bytes({140, 255, 1, 255, 255, 255, 0, 1, 'h', 255}),
                                 "\t\t\tCMD 140",
-                                "\t\t\tLineNo 0",
-                                "\t\t\tGroupNo 0",
-                                "\t\t\tAltInfo 0",
-                                "\t\t\tConsole 0",
-                                "\t\t\tBank 0",
+                                "\t\t\tLineNo 255",
+                                "\t\t\tGroupNo 1",
+                                "\t\t\tAltInfo 255",
+                                "\t\t\tConsole 255",
+                                "\t\t\tBank 255",
                                 "\t\t\tSize 0 1",
                                 "\t\t\tBuffer h",
                                 ""};

@@ -3,13 +3,16 @@
 #include <algorithm>
 
 #include "base/text.h"
+#include "support/server_packet.h"
 
 namespace lineweir::simulation {
 namespace {
 
+using test::all_rights;
+using test::server_packet;
+
 using namespace std::chrono_literals;
 
-constexpr std::string_view all_rights = "\xff\xff\xff\xff\xff\xff\xcf\xff\xff\xff\xff?";
 constexpr std::string_view letters_told = "FROSHNCELKYB";
 constexpr Milliseconds mean_between_changes = 700ms;
 constexpr Milliseconds beat_interval = 1s;
@@ -18,17 +21,6 @@ constexpr double no_answer = 0.03;
 constexpr double turned_away = 0.05;
 constexpr int longest_line_name = 10;
 constexpr int most_groups = 20;
-
-ServerPacket server_packet(ServerCommand command) {
-  ServerPacket packet;
-  packet.CMD = static_cast<std::uint8_t>(command);
-  packet.LineNo = no_value;
-  packet.GroupNo = 1;
-  packet.AltInfo = no_value;
-  packet.Console = no_value;
-  packet.Bank = no_value;
-  return packet;
-}
 
 std::string line_item(char letter, int line) { return letter + zero_filled(line, 2); }
 

@@ -3,6 +3,7 @@
 #include "base/text.h"
 #include "forms/call_log_columns.h"
 #include "state/settings_record.h"
+#include "support/services_with.h"
 
 namespace lineweir::simulation {
 namespace {
@@ -69,23 +70,9 @@ std::map<std::string, int> Seat::logged() const {
 }
 
 platform::Services Seat::services() {
-  const platform::Services all = workstation_.services();
-  return {.loop = all.loop,
-          .clock = all.clock,
-          .random = chance_,
-          .files = all.files,
-          .user_files = all.user_files,
-          .dialogs = all.dialogs,
-          .databases = all.databases,
-          .journal = all.journal,
-          .printer = all.printer,
-          .letters = all.letters,
-          .comm1 = all.comm1,
-          .comm2 = all.comm2,
-          .winsock1 = socket_,
-          .remote_objects = all.remote_objects,
-          .process_number = first_process_number + number_,
-          .end_program = all.end_program};
+  return test::services_with(
+      workstation_.services(),
+      {.random = &chance_, .winsock1 = &socket_, .process_number = first_process_number + number_});
 }
 
 std::string Seat::first_settings() const {

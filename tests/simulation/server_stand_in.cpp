@@ -2,28 +2,21 @@
 
 #include <utility>
 
+#include "support/server_packet.h"
+
 namespace lineweir::simulation {
 namespace {
 
+using test::all_rights;
+using test::server_packet;
+
 constexpr std::uint8_t accepted_mark = 'F';
-constexpr std::string_view all_rights = "\xff\xff\xff\xff\xff\xff\xcf\xff\xff\xff\xff?";
 
 const ClientCommandRow* client_row(std::uint8_t code) {
   for (const ClientCommandRow& row : client_commands) {
     if (static_cast<std::uint8_t>(row.command) == code) return &row;
   }
   return nullptr;
-}
-
-ServerPacket server_packet(ServerCommand command) {
-  ServerPacket packet;
-  packet.CMD = static_cast<std::uint8_t>(command);
-  packet.LineNo = no_value;
-  packet.GroupNo = 1;
-  packet.AltInfo = no_value;
-  packet.Console = no_value;
-  packet.Bank = no_value;
-  return packet;
 }
 
 // A seat that begins anew doesn't know what it told before, and passes over what bears its own

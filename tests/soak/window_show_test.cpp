@@ -30,6 +30,7 @@
 #include "platform/scripted/scripted_platform.h"
 #include "studio/exchange.h"
 #include "studio/pseudo_terminal.h"
+#include "support/services_with.h"
 
 namespace lineweir::test {
 namespace {
@@ -117,11 +118,7 @@ struct WindowOnLine {
 
  private:
   platform::Services services() {
-    platform::Services all = rest.services();
-    return {loop,           clock,         all.random,   all.files,          all.user_files,
-            all.dialogs,    all.databases, all.journal,  all.printer,        all.letters,
-            comm1,          all.comm2,     all.winsock1, all.remote_objects, all.process_number,
-            all.end_program};
+    return test::services_with(rest.services(), {.loop = &loop, .clock = &clock, .comm1 = &comm1});
   }
 };
 

@@ -6,7 +6,6 @@
 #include <vector>
 
 #include "wire/server_packet_codec.h"
-#include "wire/server_packet_framing.h"
 
 namespace lineweir::test {
 
@@ -44,12 +43,6 @@ inline rc::Gen<ServerPacket> sound_packet() {
         return packet;
       },
       rc::gen::container<std::vector<std::uint8_t>>(6, field), field_text());
-}
-
-// The frame of a packet as it goes out.
-inline std::string frame_of(ServerPacket packet) {
-  pad(packet.Buffer);
-  return framed(body_of(packet));
 }
 
 // A stream in pieces, cut at random places; some pieces may be empty.

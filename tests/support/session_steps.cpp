@@ -1,7 +1,6 @@
 #include "support/session_steps.h"
 
-#include "wire/server_packet_codec.h"
-#include "wire/server_packet_framing.h"
+#include "support/server_packet.h"
 
 namespace lineweir::test {
 namespace {
@@ -9,17 +8,9 @@ namespace {
 constexpr std::uint8_t first_command = 126;
 constexpr int commands = 21;
 
-std::string frame_of(const ServerPacket& packet) {
-  ServerPacket padded = packet;
-  pad(padded.Buffer);
-  return framed(body_of(padded));
-}
-
 ServerPacket answer(ServerCommand command, char mark) {
-  ServerPacket packet;
-  packet.CMD = static_cast<std::uint8_t>(command);
+  ServerPacket packet = server_packet(command, std::string(all_rights));
   packet.AltInfo = static_cast<std::uint8_t>(mark);
-  packet.set_buffer("\xff\xff\xff\xff\xff\xff\xcf\xff\xff\xff\xff?");
   return packet;
 }
 

@@ -7,6 +7,7 @@
 #include "support/failure_number.h"
 #include "support/packet_gen.h"
 #include "support/property_check.h"
+#include "support/server_packet.h"
 #include "wire/password_scramble.h"
 
 namespace lineweir::test {

@@ -9,6 +9,7 @@
 #include "support/bytes.h"
 #include "support/failure_number.h"
 #include "support/packet_gen.h"
+#include "support/server_packet.h"
 #include "wire/server_packet_codec.h"
 
 namespace lineweir::test {

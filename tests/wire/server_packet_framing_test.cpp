@@ -8,6 +8,7 @@
 #include "support/packet_gen.h"
 #include "support/plain_cutter.h"
 #include "support/property_check.h"
+#include "support/server_packet.h"
 
 namespace lineweir::test {
 namespace {

@@ -1,0 +1,42 @@
+#pragma once
+
+#include <optional>
+
+#include "platform/services.h"
+
+namespace lineweir::test {
+
+// What stands in for parts of a workstation; what is null is the workstation's own.
+struct Replaced {
+  platform::EventLoop* loop = nullptr;
+  platform::SystemClock* clock = nullptr;
+  platform::RandomNumbers* random = nullptr;
+  platform::UserFiles* user_files = nullptr;
+  platform::SerialPort* comm1 = nullptr;
+  platform::SerialPort* comm2 = nullptr;
+  platform::ClientSocket* winsock1 = nullptr;
+  std::optional<int> process_number = {};
+};
+
+// The services of a console of which some parts are others. Both outlive the console.
+inline platform::Services services_with(const platform::Services& all, const Replaced& parts) {
+  const auto chosen = [](auto* part, auto& own) -> auto& { return part != nullptr ? *part : own; };
+  return {.loop = chosen(parts.loop, all.loop),
+          .clock = chosen(parts.clock, all.clock),
+          .random = chosen(parts.random, all.random),
+          .files = all.files,
+          .user_files = chosen(parts.user_files, all.user_files),
+          .dialogs = all.dialogs,
+          .databases = all.databases,
+          .journal = all.journal,
+          .printer = all.printer,
+          .letters = all.letters,
+          .comm1 = chosen(parts.comm1, all.comm1),
+          .comm2 = chosen(parts.comm2, all.comm2),
+          .winsock1 = chosen(parts.winsock1, all.winsock1),
+          .remote_objects = all.remote_objects,
+          .process_number = parts.process_number.value_or(all.process_number),
+          .end_program = all.end_program};
+}
+
+}  // namespace lineweir::test
