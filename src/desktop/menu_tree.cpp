@@ -36,6 +36,12 @@ class Menu : public QMenu {
   }
 };
 
+// The entries of an array carry names that a server gives, in which & marks no letter.
+QString menu_text(const MenuItem& item) {
+  QString text = shown_text(item, item.caption.get());
+  return item.index() == no_index ? text : text.replace(u'&', QStringLiteral("&&"));
+}
+
 }  // namespace
 
 MenuTree::MenuTree(Form& form, QMenuBar& bar)
@@ -116,7 +122,7 @@ QAction* MenuTree::make_action(MenuItem& item) {
 void MenuTree::show_item(const MenuItem& item) {
   QAction* action = action_of(item);
   if (action == nullptr) return;
-  if (!action->isSeparator()) action->setText(shown_text(item, item.caption.get()));
+  if (!action->isSeparator()) action->setText(menu_text(item));
   action->setCheckable(item.checked);
   action->setChecked(item.checked);
   action->setEnabled(item.enabled);

@@ -1,5 +1,7 @@
 #include "serverlink/group_leave.h"
 
+#include <string>
+
 #include "serverlink/line_events.h"
 #include "state/console_state.h"
 
@@ -7,6 +9,9 @@ namespace lineweir {
 
 void clear_studio_group(ConsoleState& state, LineEvents& line_events) {
   line_events.leave_group();
+  for (int line = 0; line < state.lines.LineCount; ++line) {
+    state.Lineweir.LineNumb(line).caption = std::to_string(line + 1);
+  }
   TextBox& messages = state.Lineweir.Text1;
   messages.text = "";
   messages.back_color = color_white;

@@ -90,6 +90,8 @@ void ServerLink::gather() {
 bool ServerLink::dispatch(const ServerPacket& packet) {
   const auto place = server_command_place(packet.CMD);
   if (!place || !handlers_[*place]) return true;
+  // What the server has sent before it heard that the console has left its group.
+  if (state_.login.BetweenGroups && server_commands[*place].of_group) return true;
   return guard(state_.trace, frames_handler, [&] { handlers_[*place](packet); });
 }
 

@@ -125,31 +125,33 @@ enum class ServerCommand : std::uint8_t {
 struct ServerCommandRow {
   ServerCommand command;
   std::string_view name;
+  // Tells of the studio group that the session is in.
+  bool of_group;
 };
 
 inline constexpr auto server_commands = [] {
   using enum ServerCommand;
   return std::to_array<ServerCommandRow>({
-      {SrvPasswordResult, "SrvPasswordResult"},
-      {SrvFullStatus, "SrvFullStatus"},
-      {SrvGroupNames, "SrvGroupNames"},
-      {SrvStudioStatus, "SrvStudioStatus"},
-      {SrvTimes, "SrvTimes"},
-      {SrvPhoneType, "SrvPhoneType"},
-      {SrvLineNumbers, "SrvLineNumbers"},
-      {SrvCallerData, "SrvCallerData"},
-      {SrvLineStatus, "SrvLineStatus"},
-      {SrvFlashMessage, "SrvFlashMessage"},
-      {SrvNextCall, "SrvNextCall"},
-      {SrvPhoneNames, "SrvPhoneNames"},
-      {SrvLoginCheckResult, "SrvLoginCheckResult"},
-      {SrvMessage, "SrvMessage"},
-      {SrvShutdownNotice, "SrvShutdownNotice"},
-      {SrvTime, "SrvTime"},
-      {SrvShowTimes, "SrvShowTimes"},
-      {SrvRights, "SrvRights"},
-      {SrvFirstUnblocked, "SrvFirstUnblocked"},
-      {SrvAllowedGroups, "SrvAllowedGroups"},
+      {SrvPasswordResult, "SrvPasswordResult", false},
+      {SrvFullStatus, "SrvFullStatus", true},
+      {SrvGroupNames, "SrvGroupNames", false},
+      {SrvStudioStatus, "SrvStudioStatus", true},
+      {SrvTimes, "SrvTimes", true},
+      {SrvPhoneType, "SrvPhoneType", true},
+      {SrvLineNumbers, "SrvLineNumbers", true},
+      {SrvCallerData, "SrvCallerData", true},
+      {SrvLineStatus, "SrvLineStatus", true},
+      {SrvFlashMessage, "SrvFlashMessage", true},
+      {SrvNextCall, "SrvNextCall", true},
+      {SrvPhoneNames, "SrvPhoneNames", true},
+      {SrvLoginCheckResult, "SrvLoginCheckResult", false},
+      {SrvMessage, "SrvMessage", false},
+      {SrvShutdownNotice, "SrvShutdownNotice", false},
+      {SrvTime, "SrvTime", false},
+      {SrvShowTimes, "SrvShowTimes", true},
+      {SrvRights, "SrvRights", false},
+      {SrvFirstUnblocked, "SrvFirstUnblocked", false},
+      {SrvAllowedGroups, "SrvAllowedGroups", false},
   });
 }();
 

@@ -33,6 +33,13 @@ TEST_SUITE("menus") {
     CHECK(items >= 60);
   }
 
+  TEST_CASE("a group's name is shown to the letter") {
+    test::ShownConsole desk;
+    desk.form().StudioGr(0).caption = "News & Sport";
+    desk.settle();
+    CHECK(desk.action(desk.form().StudioGr(0)).text() == "News && Sport");
+  }
+
   TEST_CASE("what a right withholds says so, in the menu and on a key") {
     test::ShownConsole desk;
     MainForm& form = desk.form();

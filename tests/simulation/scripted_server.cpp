@@ -87,13 +87,18 @@ void ScriptedServer::handle(Session& session, const ServerPacket& packet) {
     case CmdLoginCheck:
       return answer_login(session, ServerCommand::SrvLoginCheckResult, 'F');
     case CmdConnectConsole:
+      if (packet.GroupNo < 1 || packet.GroupNo > studio_count) return;
       session.registered = true;
+      ++session.registration;
+      session.answers_to_come = 0;
+      session.group = packet.GroupNo;
+      session.told = ToldState{.group = session.group, .groups = session.told.groups};
       registered_last_ = &session;
       for (int line = 0; line < ToldState::line_count; ++line) tell_caller(session, line);
       tell_show_times(session);
       return;
     case CmdCallerData:
-      return take_caller(packet);
+      return take_caller(session, packet);
     case CmdLeaveGroup:
       session.registered = false;
       return;
@@ -116,19 +121,25 @@ void ScriptedServer::handle(Session& session, const ServerPacket& packet) {
   }
 }
 
-void ScriptedServer::take_caller(const ServerPacket& packet) {
+ScriptedServer::Studio& ScriptedServer::studio_of(const Session& session) {
+  return studios_[static_cast<std::size_t>(session.group - 1)];
+}
+
+void ScriptedServer::take_caller(const Session& from, const ServerPacket& packet) {
   if (packet.LineNo >= ToldState::line_count) return;
   const auto details = decode_caller_data(packet.Buffer);
-  callers_[packet.LineNo] = details ? details->fields.front() : std::string();
-  tell_everybody([&](Session& session) { tell_caller(session, packet.LineNo); });
+  studio_of(from).callers[packet.LineNo] = details ? details->fields.front() : std::string();
+  tell_group(from.group, [&](Session& session) { tell_caller(session, packet.LineNo); });
 }
 
 void ScriptedServer::answer_later(Session& session, std::function<void()> answer) {
   ++session.answers_to_come;
-  loop_.schedule(dice_.between(0s, longest_answer), [&session, answer = std::move(answer)] {
-    --session.answers_to_come;
-    answer();
-  });
+  loop_.schedule(dice_.between(0s, longest_answer),
+                 [&session, registration = session.registration, answer = std::move(answer)] {
+                   if (session.registration != registration) return;
+                   --session.answers_to_come;
+                   answer();
+                 });
 }
 
 void ScriptedServer::answer_login(Session& session, ServerCommand command, char yes) {
@@ -144,47 +155,50 @@ void ScriptedServer::answer_login(Session& session, ServerCommand command, char 
 void ScriptedServer::change_something() {
   loop_.schedule(dice_.exponential(mean_between_changes), [this] { change_something(); });
   if (calm_) return;
+  const int group = dice_.below(studio_count) + 1;
+  Studio& studio = studios_[static_cast<std::size_t>(group - 1)];
   const auto line = dice_.below(ToldState::line_count);
   const auto place = static_cast<std::size_t>(line);
   const std::string name = "Name " + std::to_string(++names_made_);
   std::function<void(Session&)> tell;
   switch (dice_.below(10)) {
     case 0:
-      if (letters_[place] == free_letter) return;
-      callers_[place] = dice_.below(3) == 0 ? std::string() : name;
+      if (studio.letters[place] == free_letter) return;
+      studio.callers[place] = dice_.below(3) == 0 ? std::string() : name;
       tell = [this, line](Session& session) { tell_caller(session, line); };
       break;
     case 1:
-      line_names_[place] = name.substr(0, longest_line_name);
+      studio.line_names[place] = name.substr(0, longest_line_name);
       tell = [this](Session& session) { tell_line_names(session); };
       break;
     case 2:
-      groups_.resize(static_cast<std::size_t>(dice_.below(most_groups) + 1), name);
-      tell = [this](Session& session) { tell_groups(session); };
-      break;
+      groups_.resize(
+          static_cast<std::size_t>(studio_count + dice_.below(most_groups - studio_count + 1)),
+          name);
+      return tell_everybody([this](Session& session) { tell_groups(session); });
     case 3:
-      show_times_ = {"10:00:00", "10:15:00", name};
+      studio.show_times = {"10:00:00", "10:15:00", name};
       tell = [this](Session& session) { tell_show_times(session); };
       break;
     case 4:
-      for (char& letter : letters_) {
+      for (char& letter : studio.letters) {
         letter = letters_told[static_cast<std::size_t>(
             dice_.below(static_cast<int>(letters_told.size())))];
       }
       tell = [this](Session& session) { tell_all_letters(session, ServerCommand::SrvLineStatus); };
       break;
     default:
-      letters_[place] = letters_told[static_cast<std::size_t>(
+      studio.letters[place] = letters_told[static_cast<std::size_t>(
           dice_.below(static_cast<int>(letters_told.size())))];
       tell = [this, line](Session& session) { tell_letter(session, line); };
   }
-  tell_everybody(tell);
+  tell_group(group, tell);
   // A caller's data go with the call.
   for (int i = 0; i < ToldState::line_count; ++i) {
     const auto at = static_cast<std::size_t>(i);
-    if (letters_[at] != free_letter || callers_[at].empty()) continue;
-    callers_[at].clear();
-    tell_everybody([this, i](Session& session) { tell_caller(session, i); });
+    if (studio.letters[at] != free_letter || studio.callers[at].empty()) continue;
+    studio.callers[at].clear();
+    tell_group(group, [this, i](Session& session) { tell_caller(session, i); });
   }
 }
 
@@ -192,6 +206,12 @@ void ScriptedServer::tell_everybody(const std::function<void(Session&)>& tell) {
   for (Session& session : sessions_) {
     if (session.registered) tell(session);
   }
+}
+
+void ScriptedServer::tell_group(int group, const std::function<void(Session&)>& tell) {
+  tell_everybody([&](Session& session) {
+    if (session.group == group) tell(session);
+  });
 }
 
 void ScriptedServer::beat() {
@@ -203,24 +223,25 @@ void ScriptedServer::beat() {
 void ScriptedServer::tell_all_letters(Session& session, ServerCommand command) {
   std::string items;
   for (int line = 0; line < ToldState::line_count; ++line) {
-    items += line_item(letters_[static_cast<std::size_t>(line)], line);
+    items += line_item(studio_of(session).letters[static_cast<std::size_t>(line)], line);
   }
-  session.told.letters = letters_;
+  session.told.letters = studio_of(session).letters;
   ServerPacket packet = server_packet(command);
   packet.set_buffer(items);
   send(session, std::move(packet));
 }
 
 void ScriptedServer::tell_letter(Session& session, int line) {
-  session.told.letters[static_cast<std::size_t>(line)] = letters_[static_cast<std::size_t>(line)];
+  session.told.letters[static_cast<std::size_t>(line)] =
+      studio_of(session).letters[static_cast<std::size_t>(line)];
   ServerPacket packet = server_packet(ServerCommand::SrvLineStatus);
   packet.LineNo = static_cast<std::uint8_t>(line);
-  packet.set_buffer(std::string(1, letters_[static_cast<std::size_t>(line)]));
+  packet.set_buffer(std::string(1, studio_of(session).letters[static_cast<std::size_t>(line)]));
   send(session, std::move(packet));
 }
 
 void ScriptedServer::tell_caller(Session& session, int line) {
-  const std::string& name = callers_[static_cast<std::size_t>(line)];
+  const std::string& name = studio_of(session).callers[static_cast<std::size_t>(line)];
   session.told.callers[static_cast<std::size_t>(line)] = name;
   ServerPacket packet = server_packet(ServerCommand::SrvCallerData);
   packet.LineNo = static_cast<std::uint8_t>(line);
@@ -232,9 +253,9 @@ void ScriptedServer::tell_caller(Session& session, int line) {
 }
 
 void ScriptedServer::tell_line_names(Session& session) {
-  session.told.line_names = line_names_;
+  session.told.line_names = studio_of(session).line_names;
   std::string names;
-  for (const std::string& name : line_names_) {
+  for (const std::string& name : studio_of(session).line_names) {
     names += name + std::string(longest_line_name - name.size(), ' ');
   }
   ServerPacket packet = server_packet(ServerCommand::SrvLineNumbers);
@@ -250,9 +271,9 @@ void ScriptedServer::tell_groups(Session& session) {
 }
 
 void ScriptedServer::tell_show_times(Session& session) {
-  session.told.show_times = show_times_;
+  session.told.show_times = studio_of(session).show_times;
   ServerPacket packet = server_packet(ServerCommand::SrvShowTimes);
-  packet.set_buffer(list_of(show_times_));
+  packet.set_buffer(list_of(studio_of(session).show_times));
   send(session, std::move(packet));
 }
 

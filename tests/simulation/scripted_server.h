@@ -20,12 +20,16 @@ inline constexpr char free_letter = 'F';
 struct ToldState {
   static constexpr int line_count = 10;
 
-  std::string letters = std::string(line_count, 'F');
+  int group = 1;
+  std::string letters = std::string(line_count, free_letter);
   std::array<std::string, line_count> callers;
   std::array<std::string, line_count> line_names;
   std::vector<std::string> groups;
   std::array<std::string, 3> show_times;
 };
+
+// The groups that have a studio, from 1; the server names at least these.
+inline constexpr int studio_count = 3;
 
 // A server for one console that lives by a seed: it lets users in, turns them away or says nothing,
 // answers requests in any order and after any time, and tells of its lines, callers and groups as
@@ -50,11 +54,21 @@ class ScriptedServer {
   int frames_sent() const { return frames_sent_; }
 
  private:
+  struct Studio {
+    std::string letters = std::string(ToldState::line_count, free_letter);
+    std::array<std::string, ToldState::line_count> callers;
+    std::array<std::string, ToldState::line_count> line_names;
+    std::array<std::string, 3> show_times;
+  };
+
   struct Session {
     std::string name;
     std::unique_ptr<Connection> connection;
     ReceiveBuffer received;
     bool registered = false;
+    // Counts the registrations, so that answers to an earlier one aren't given any more.
+    int registration = 0;
+    int group = 1;
     bool answers = true;
     int answers_to_come = 0;
     ToldState told;
@@ -63,13 +77,15 @@ class ScriptedServer {
   void accept(std::unique_ptr<Connection> connection);
   void receive(Session& session, std::string_view bytes);
   void handle(Session& session, const ServerPacket& packet);
-  void take_caller(const ServerPacket& packet);
+  void take_caller(const Session& from, const ServerPacket& packet);
+  Studio& studio_of(const Session& session);
   void answer_later(Session& session, std::function<void()> answer);
   void answer_login(Session& session, ServerCommand command, char yes);
 
   void change_something();
   void beat();
   void tell_everybody(const std::function<void(Session&)>& tell);
+  void tell_group(int group, const std::function<void(Session&)>& tell);
   void tell_all_letters(Session& session, ServerCommand command);
   void tell_letter(Session& session, int line);
   void tell_caller(Session& session, int line);
@@ -91,11 +107,8 @@ class ScriptedServer {
   const Session* registered_last_ = nullptr;
   int frames_sent_ = 0;
 
-  std::string letters_ = std::string(ToldState::line_count, 'F');
-  std::array<std::string, ToldState::line_count> callers_;
-  std::array<std::string, ToldState::line_count> line_names_;
-  std::vector<std::string> groups_{"Morning", "Late Show"};
-  std::array<std::string, 3> show_times_;
+  std::array<Studio, studio_count> studios_;
+  std::vector<std::string> groups_{"Morning", "Late Show", "Sport"};
   int names_made_ = 0;
 };
 

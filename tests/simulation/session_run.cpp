@@ -64,10 +64,10 @@ void SessionRun::let_user_act() {
   loop_.schedule(dice_.exponential(mean_between_acts), [this] {
     let_user_act();
     Console& console = seat_.console();
-    const auto press = [&](Form& form, Button& button) {
+    const auto press = [&](Form& form, Element& element) {
       try {
-        seat_.note("presses " + form.name() + "." + button.name());
-        driver::click(console, {form, button});
+        seat_.note("presses " + form.name() + "." + element.name());
+        driver::click(console, {form, element});
         return true;
       } catch (const driver::Refusal&) {
         return false;
@@ -84,6 +84,12 @@ void SessionRun::let_user_act() {
     }
     if (console.MyMsgbox.ReconnectButton.visible &&
         press(console.MyMsgbox, console.MyMsgbox.ReconnectButton)) {
+      return;
+    }
+    const ControlArray<MenuItem>& groups = console.Lineweir.StudioGr;
+    const int group = dice_.below(studio_count);
+    if (dice_.below(6) == 0 && groups.loaded(group)) {
+      press(console.Lineweir, groups(group));
       return;
     }
     // A red lamp is all that tells of a registration that was never answered.
@@ -108,6 +114,7 @@ void SessionRun::look() {
 
 void SessionRun::compare(const ToldState& told) {
   Console& console = seat_.console();
+  expect("group", std::to_string(console.program.GroupNumber), std::to_string(told.group));
   for (int line = 0; line < ToldState::line_count; ++line) {
     const auto place = static_cast<std::size_t>(line);
     const std::string row = " of row " + std::to_string(line + 1);

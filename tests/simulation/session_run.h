@@ -11,8 +11,9 @@ namespace lineweir::simulation {
 
 // One console and its server on a bad network, in virtual time and by a seed: the connection
 // stalls, is refused, cut at any byte or cut unseen, the server answers late, in any order or
-// never, and a user connects again by hand as soon as he is asked to. Whenever the link stands and
-// nothing is on its way, the console must show what the server has last told it.
+// never, and a user connects again by hand as soon as he is asked to, and goes from group to group.
+// Whenever the link stands and nothing is on its way, the console must show what the server has
+// last told it.
 class SessionRun {
  public:
   explicit SessionRun(std::uint64_t seed);
