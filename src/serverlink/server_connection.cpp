@@ -35,6 +35,7 @@ void ServerConnection::begin() {
   ++attempts_;
   state_.login.SessionBegun = false;
   state_.login.BetweenGroups = false;
+  state_.login.GroupNamesWanted = true;
   expect_free_lines();
   server_.expect_new_stream();
   if (on_begin) on_begin();

@@ -39,7 +39,10 @@ void TextWrit_SockConnecter(ConsoleState& state, ServerLink& server, SessionReas
 
     request(state, server, CmdConnectConsole);
     state.services.loop.run_pending();
-    if (RestartWinsock != SessionReason::GroupChange) request(state, server, CmdRequestGroupNames);
+    if (RestartWinsock != SessionReason::GroupChange || state.login.GroupNamesWanted) {
+      request(state, server, CmdRequestGroupNames);
+      state.login.GroupNamesWanted = false;
+    }
     request(state, server, CmdRequestStudioStatus);
     request(state, server, CmdRequestTimes);
     state.lines.FreshConnect = true;

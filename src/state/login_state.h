@@ -31,6 +31,8 @@ struct LoginState {
   bool SessionBegun = true;
   // Between two groups nobody knows what lines a key would act on.
   bool BetweenGroups = false;
+  // The connection is new and its server hasn't been asked for the groups' names.
+  bool GroupNamesWanted = false;
   // Which answer came last (serverlink/reply_code.h).
   int LastReplyCode = 0;
   // How often the server was asked for its time since it last told it.

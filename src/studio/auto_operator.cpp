@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <utility>
 
-#include "lines/status_letters.h"
 #include "studio/command_word.h"
 
 namespace lineweir::studio {

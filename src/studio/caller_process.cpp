@@ -1,6 +1,5 @@
 #include "studio/caller_process.h"
 
-#include "lines/status_letters.h"
 
 #include <algorithm>
 

@@ -1,6 +1,5 @@
 #include "studio/switchboard.h"
 
-#include "lines/status_letters.h"
 
 namespace lineweir::studio {
 namespace {

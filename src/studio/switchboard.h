@@ -12,6 +12,7 @@ namespace lineweir::studio {
 // The letters in which the equipment reports a line, F for one with nothing on it.
 inline constexpr std::string_view status_letters = "FRSHPOENCLKYB";
 inline constexpr char idle_letter = 'F';
+inline constexpr char ringing_letter = 'R';
 
 // A line that now has another letter than before.
 struct LineChange {

@@ -92,8 +92,15 @@ void ScriptedServer::handle(Session& session, const ServerPacket& packet) {
       ++session.registration;
       session.answers_to_come = 0;
       session.group = packet.GroupNo;
-      session.told = ToldState{.group = session.group, .groups = session.told.groups};
+      session.told = {.group = session.group,
+                      .letters = std::string(ToldState::line_count, free_letter),
+                      .callers = {},
+                      .line_names = {},
+                      .groups = session.told.groups,
+                      .show_times = {}};
       registered_last_ = &session;
+      // The answer that the former registration waits for isn't given any more.
+      if (session.registration > 1 && session.told.groups.empty()) tell_groups(session);
       for (int line = 0; line < ToldState::line_count; ++line) tell_caller(session, line);
       tell_show_times(session);
       return;
