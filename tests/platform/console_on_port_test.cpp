@@ -4,7 +4,6 @@
 
 #include <doctest/doctest.h>
 
-#include <cstdlib>
 #include <memory>
 #include <string>
 #include <vector>
@@ -23,10 +22,6 @@ using namespace lineweir::platform;
 using namespace std::chrono_literals;
 
 namespace {
-
-void set_device(int number, const std::string& device) {
-  ::setenv(("LINEWEIR_COM" + std::to_string(number)).c_str(), device.c_str(), 1);
-}
 
 // Answers the request for the line monitor, and writes down all that it hears.
 class InterfaceBox {
