@@ -15,6 +15,7 @@
 
 #include "desktop/program.h"
 #include "desktop/shown_console.h"
+#include "support/rebuild_count.h"
 
 namespace lineweir {
 namespace {
@@ -124,24 +125,10 @@ void measure_changes(test::ShownConsole& desk, BareWindow& bare, int changes) {
   report("change to paint, bare window", std::move(bare_times));
 }
 
-class RebuildCount : private FormWatch {
- public:
-  explicit RebuildCount(MainForm& form) : FormWatch(form), row_(form.DataRow(0)) {}
-
-  int count = 0;
-
- private:
-  void changed(Element& element, PropertyId property) override {
-    if (&element == &row_ && property == PropertyId::Width) ++count;
-  }
-
-  const Element& row_;
-};
-
 void measure_resizes(test::ShownConsole& desk, BareWindow& bare, int resizes) {
   std::vector<double> console_times;
   std::vector<double> bare_times;
-  RebuildCount rebuilds(desk.form());
+  test::RebuildCount rebuilds(desk.form());
   QElapsedTimer time;
   for (int i = 0; i < resizes; ++i) {
     const QSize size(820 + 4 * i, 620 + 3 * i);

@@ -416,12 +416,7 @@ TEST_SUITE("callerdata/another console's data while Form4 is open") {
 
   void arrives(EntryForm & test, int line, const std::string& data) {
     test.connect_socket();
-    ServerPacket packet;
-    packet.CMD = static_cast<std::uint8_t>(ServerCommand::SrvCallerData);
-    packet.LineNo = static_cast<std::uint8_t>(line);
-    packet.set_buffer(data);
-    test.platform.winsock1.arrive(frame_of(packet));
-    test.platform.loop.advance(platform::Milliseconds(60));
+    test.receive(line, data);
   }
 
   TEST_CASE("fields that weren't touched follow, and saving sends all as shown") {

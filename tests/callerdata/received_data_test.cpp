@@ -24,15 +24,6 @@ void call_back(EntryForm& test, const std::string& data, int line) {
   test.platform.loop.run_pending();
 }
 
-void receive(EntryForm& test, const std::string& data, int line) {
-  ServerPacket packet;
-  packet.CMD = static_cast<std::uint8_t>(ServerCommand::SrvCallerData);
-  packet.LineNo = static_cast<std::uint8_t>(line);
-  packet.set_buffer(data);
-  test.platform.winsock1.arrive(frame_of(packet));
-  test.platform.loop.advance(platform::Milliseconds(60));
-}
-
 void check_row(EntryForm& test, int line, const std::string& mark) {
   for (int entry = 1; entry <= entry_field_count; ++entry) {
     CAPTURE(entry);
@@ -56,7 +47,7 @@ TEST_SUITE("callerdata/received data") {
     test.connect_socket();
     test.record(3).set(CallerField::Comments, "own");
     test.record(3).set(CallerField::TimeOnHold, "00:01:00");
-    receive(test, details("Jo"), 3);
+    test.receive(3, details("Jo"));
     check_row(test, 3, "");
     for (int entry = 1; entry <= entry_field_count; ++entry) {
       CHECK(trimmed(test.record(3)[entry_field(entry).field]).empty());
@@ -82,7 +73,7 @@ TEST_SUITE("callerdata/received data") {
     test.connect_socket();
     test.console.program.OperatorName = std::string(" \0Jo\0 ", 6);
     call_back(test, details("Jo"), 1);
-    receive(test, details("Jo"), 0);
+    test.receive(0, details("Jo"));
     CHECK(test.shown(0, 1).caption == "");
     // The name of the sender is compared as it came.
     call_back(test, details(" Jo"), 1);
@@ -97,7 +88,7 @@ TEST_SUITE("callerdata/received data") {
       call_back(test, details("Jo"), 1);
       const CallerRecord before = test.record(0);
       if (over_socket) {
-        receive(test, "", 0);
+        test.receive(0, "");
       } else {
         call_back(test, "", 1);
       }
@@ -139,7 +130,7 @@ TEST_SUITE("callerdata/received data") {
       CHECK(test.take_trace() ==
             Texts{"CBClientClass_ReturnCallerData Error - Subscript out of range"});
     }
-    receive(test, details("Jo"), 255);
+    test.receive(255, details("Jo"));
     CHECK(test.take_trace().size() > 0);
     CHECK(test.shown(0, 1).caption == "");
   }

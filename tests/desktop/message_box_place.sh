@@ -82,6 +82,14 @@ check_box 'after a start without a server'
 box=$(find_window '^Lineweir$')
 place "$box"
 ok_x=158 ok_y=97
-xdotool mousemove $((X + ok_x)) $((Y + ok_y)) click 1
+xdotool mousemove $((X + ok_x)) $((Y + ok_y))
+# A click on a box that isn't painted yet is nobody's.
+for _ in {1..10}; do
+  xdotool click 1
+  for _ in {1..20}; do
+    find_window '^Lineweir$' > /dev/null || break 2
+    pause 0.05
+  done
+done
 await_no_window '^Lineweir$'
 kill "$console" && wait "$console" || true

@@ -5,26 +5,13 @@
 #include "desktop/shown_console.h"
 #include "desktop/twips.h"
 #include "forms/layout.h"
+#include "support/rebuild_count.h"
 
 namespace lineweir {
 namespace {
 
+using test::RebuildCount;
 using test::ShownConsole;
-
-// Counts the rebuilds of the layout, each of which gives the first row another width.
-class RebuildCount : private FormWatch {
- public:
-  explicit RebuildCount(MainForm& form) : FormWatch(form), row_(form.DataRow(0)) {}
-
-  int count = 0;
-
- private:
-  void changed(Element& element, PropertyId property) override {
-    if (&element == &row_ && property == PropertyId::Width) ++count;
-  }
-
-  const Element& row_;
-};
 
 struct ResizeDesk : ShownConsole {
   ResizeDesk() { pass(600); }

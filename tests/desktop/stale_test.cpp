@@ -32,13 +32,7 @@ struct StaleDesk : test::ShownConsole {
     paint_all();
     const QImage fresh = on_screen();
     REQUIRE(shown.size() == fresh.size());
-    QRect differing;
-    for (int y = 0; y < shown.height(); ++y) {
-      for (int x = 0; x < shown.width(); ++x) {
-        if (shown.pixel(x, y) != fresh.pixel(x, y)) differing |= QRect(x, y, 1, 1);
-      }
-    }
-    return differing;
+    return test::differing_place(shown, fresh);
   }
 
   // The line of light on a key of the next caller.

@@ -16,9 +16,10 @@
 #include "platform/scripted/scripted_platform.h"
 #include "serverlink/server_watch.h"
 #include "shown_console.h"
-#include "skipping_loop.h"
+
 #include "support/server_packet.h"
 #include "support/services_with.h"
+#include "support/skipping_loop.h"
 
 namespace lineweir {
 namespace {

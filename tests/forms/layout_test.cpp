@@ -282,6 +282,29 @@ TEST_SUITE("forms/layout: the panel") {
     }
   }
 
+  TEST_CASE("the words on calls that wait stand below the message display, as wide as that") {
+    for (int rows = 0; rows <= most_rows; ++rows) {
+      CAPTURE(rows);
+      const Place message = message_place(rows);
+      CHECK(log_waiting_place(rows) ==
+            Place{message.left, foot_of(message) + 120, message.width, 255});
+    }
+  }
+
+  TEST_CASE("the banner of a silent server stands above the keys, or beside the link's label") {
+    for (int rows = 0; rows <= most_rows; ++rows) {
+      CAPTURE(rows);
+      const LayoutRange& range = layout_range(rows);
+      const Place banner = server_silence_place(rows);
+      const Place label = link_label_place(rows);
+      CHECK(banner.height == 255);
+      CHECK(banner.top == (rows <= 18 ? 30 : label.top));
+      CHECK(banner.left == (rows <= 18 ? range.next_button.left : label.left + 3000));
+      CHECK(right_of(banner) == (rows <= 10 ? 7500 : right_of(label)));
+      if (rows <= 18) CHECK(foot_of(banner) <= range.next_button.top);
+    }
+  }
+
   TEST_CASE("the corner is covered beside 18 rows only") {
     for (int rows = 0; rows <= most_rows; ++rows) {
       CAPTURE(rows);

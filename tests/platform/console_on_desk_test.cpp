@@ -25,10 +25,6 @@ namespace {
 
 using Texts = std::vector<std::string>;
 
-void set_device(int number, const std::string& device) {
-  ::setenv(("LINEWEIR_COM" + std::to_string(number)).c_str(), device.c_str(), 1);
-}
-
 // The simulated switch console at the far end of a line.
 class DeskOnLine {
  public:

@@ -13,7 +13,6 @@
 #include <fstream>
 #include <functional>
 #include <random>
-#include <sstream>
 
 #include "letters/code_page_letters.h"
 #include "letters/path_text.h"
@@ -31,22 +30,9 @@ struct DiskFilesFixture {
   TemporaryDirectory directory;
   DiskFiles files{directory.path()};
 
-  // What stands on the disk, read by other means.
-  std::string content(const std::string& name) const {
-    std::ifstream stream(directory.path() / name, std::ios::binary);
-    std::ostringstream text;
-    text << stream.rdbuf();
-    return text.str();
-  }
+  std::string content(const std::string& name) const { return directory.content(name); }
 
-  std::vector<std::string> names() const {
-    std::vector<std::string> found;
-    for (const auto& entry : fs::directory_iterator(directory.path())) {
-      found.push_back(entry.path().filename().string());
-    }
-    std::ranges::sort(found);
-    return found;
-  }
+  std::vector<std::string> names() const { return directory.names(); }
 };
 
 // Runs the action in a process of its own and gives that process's exit status.

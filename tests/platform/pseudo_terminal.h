@@ -2,6 +2,7 @@
 
 #include <fcntl.h>
 #include <pty.h>
+#include <stdlib.h>
 #include <termios.h>
 #include <unistd.h>
 
@@ -67,5 +68,10 @@ class PseudoTerminal {
   int near_end_ = -1;
   std::string device_;
 };
+
+// The console finds its serial port of that number there.
+inline void set_device(int number, const std::string& device) {
+  ::setenv(("LINEWEIR_COM" + std::to_string(number)).c_str(), device.c_str(), 1);
+}
 
 }  // namespace lineweir

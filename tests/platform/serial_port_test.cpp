@@ -1,6 +1,5 @@
 #include <doctest/doctest.h>
 
-#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <vector>
@@ -19,10 +18,6 @@ using namespace lineweir::platform;
 using namespace std::chrono_literals;
 
 namespace {
-
-void set_device(int number, const std::string& device) {
-  ::setenv(("LINEWEIR_COM" + std::to_string(number)).c_str(), device.c_str(), 1);
-}
 
 struct SerialPortFixture {
   PseudoTerminal line;

@@ -44,20 +44,8 @@ struct SqliteFixture {
   void write(const std::string& name, const std::string& content) const {
     std::ofstream(path(name), std::ios::binary) << content;
   }
-  std::string content(const std::string& name) const {
-    std::ifstream stream(path(name), std::ios::binary);
-    std::ostringstream text;
-    text << stream.rdbuf();
-    return text.str();
-  }
-  std::vector<std::string> names() const {
-    std::vector<std::string> found;
-    for (const auto& entry : fs::directory_iterator(directory.path())) {
-      found.push_back(entry.path().filename().string());
-    }
-    std::ranges::sort(found);
-    return found;
-  }
+  std::string content(const std::string& name) const { return directory.content(name); }
+  std::vector<std::string> names() const { return directory.names(); }
 
   void make_log(const std::string& name) {
     const auto database = engine.create(name);

@@ -2,9 +2,13 @@
 
 #include <stdlib.h>
 
+#include <algorithm>
 #include <filesystem>
+#include <fstream>
+#include <sstream>
 #include <stdexcept>
 #include <string>
+#include <vector>
 
 namespace lineweir {
 
@@ -25,6 +29,23 @@ class TemporaryDirectory {
   TemporaryDirectory& operator=(const TemporaryDirectory&) = delete;
 
   const std::filesystem::path& path() const { return path_; }
+
+  // What stands on the disk, read by other means than those under test.
+  std::string content(const std::string& name) const {
+    std::ifstream stream(path_ / name, std::ios::binary);
+    std::ostringstream text;
+    text << stream.rdbuf();
+    return text.str();
+  }
+  // In their order.
+  std::vector<std::string> names() const {
+    std::vector<std::string> found;
+    for (const auto& entry : std::filesystem::directory_iterator(path_)) {
+      found.push_back(entry.path().filename().string());
+    }
+    std::ranges::sort(found);
+    return found;
+  }
 
  private:
   std::filesystem::path path_;

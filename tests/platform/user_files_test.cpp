@@ -40,13 +40,7 @@ struct Folder {
   void make_pipe(const std::string& name) const {
     REQUIRE(::mkfifo(path(name).c_str(), 0600) == 0);
   }
-  Texts names() const {
-    Texts found;
-    for (const auto& entry : std::filesystem::directory_iterator(directory.path())) {
-      found.push_back(entry.path().filename().string());
-    }
-    return found;
-  }
+  Texts names() const { return directory.names(); }
 };
 
 // False when the condition doesn't hold within 10 seconds.

@@ -17,6 +17,9 @@ struct Walked {
   bool news;
   LinePicture before;
   LinePicture after;
+  // What of record and row is said of the caller who is on the line.
+  EntryTexts said_before;
+  EntryTexts said_after;
   bool fresh_after;
   bool ring_confirmed_after;
   // What the log holds of it, one row a call.
@@ -47,13 +50,18 @@ std::vector<Walked> walk_all() {
             const bool news = taken != old && !(letter == 'F' && old == ' ');
             desk.prepare(given);
             desk.console.Lineweir.LineName(EventDesk::line).caption = name_of_call(walked.size());
+            LineTexts& texts = desk.console.line_texts;
+            texts.renewed(EventDesk::line);
             const LinePicture before = desk.picture();
+            const EntryTexts said_before = texts.of(EventDesk::line);
             desk.report(letter);
             walked.push_back({given,
                               taken,
                               news,
                               before,
                               desk.picture(),
+                              said_before,
+                              texts.of(EventDesk::line),
                               desk.console.lines.FreshConnect,
                               desk.console.lines.RingConfirm[EventDesk::line],
                               {}});
@@ -240,6 +248,16 @@ TEST_SUITE("serverlink/line events: what holds of all letters") {
         const CallerField field = caller_fields[i].field;
         REQUIRE(report.record(field) == report.before.record[field]);
       }
+    });
+  }
+
+  TEST_CASE("what still stands there of a caller who has gone is nobody's") {
+    ask_news([](const Walked& report) {
+      const bool another_rings =
+          report.letter == 'R' && (!report.kind_2() || is_empty(report.given.old));
+      const bool gone = another_rings || (report.call_ends() && !report.given.fresh);
+      REQUIRE(report.said_before != EntryTexts());
+      REQUIRE(report.said_after == (gone ? EntryTexts() : report.said_before));
     });
   }
 

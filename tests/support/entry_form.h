@@ -4,6 +4,7 @@
 
 #include "forms/entry_fields.h"
 #include "support/scripted_console.h"
+#include "support/server_packet.h"
 
 namespace lineweir::test {
 
@@ -58,6 +59,14 @@ struct EntryForm : ScriptedConsole {
     connect_socket();
     frame[2] = static_cast<char>(ServerCommand::SrvCallerData);
     platform.winsock1.arrive(frame);
+    platform.loop.advance(platform::Milliseconds(60));
+  }
+
+  // The server tells the caller data of a line.
+  void receive(int line, const std::string& data) {
+    ServerPacket packet = server_packet(ServerCommand::SrvCallerData, data);
+    packet.LineNo = static_cast<std::uint8_t>(line);
+    platform.winsock1.arrive(frame_of(packet));
     platform.loop.advance(platform::Milliseconds(60));
   }
 
