@@ -169,8 +169,10 @@ void CallerDataEntry::lines_changed() {
   if (state_.Form4.loaded() && held_.ended) show_buttons();
 }
 
-void CallerDataEntry::leave_group() {
-  for (int line = 0; line < state_.lines.LineCount; ++line) {
+void CallerDataEntry::leave_group() { leave_lines(0); }
+
+void CallerDataEntry::leave_lines(int first) {
+  for (int line = first; line < state_.lines.LineCount; ++line) {
     call_log_.leave(line, CallEnd::GroupLeft);
     line_texts_.caller_gone(line);
   }

@@ -39,6 +39,9 @@ class CallerDataEntry {
   // Lines have been reported.
   void lines_changed();
 
+  // From this line on there are no lines any more.
+  void leave_lines(int first);
+
   // The lines are those of another studio group from now on, with other callers.
   void leave_group();
 

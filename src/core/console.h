@@ -61,10 +61,14 @@
 #include "serverlink/client_callback.h"
 #include "serverlink/group_choice.h"
 #include "serverlink/held_objects.h"
+#include "serverlink/line_count_change.h"
 #include "serverlink/line_events.h"
 #include "serverlink/login_dialogs.h"
 #include "serverlink/login_exchange.h"
+#include "serverlink/profile_files.h"
+#include "serverlink/profile_flags.h"
 #include "serverlink/received_lines.h"
+#include "serverlink/received_profile.h"
 #include "serverlink/remote_objects_link.h"
 #include "serverlink/remote_session.h"
 #include "serverlink/server_connection.h"
@@ -112,12 +116,12 @@ struct Console : ConsoleState {
   ButtonPress button_press;
   Blink blink;
   Fonts fonts;
-  ProfileWindow profile_window;
   VisibleRows visible_rows;
   DisplayOptions display;
   ColumnChoice column_choice;
   ScreenFaces faces;
   WindowSize window;
+  ProfileWindow profile_window;
   ScreenLayout layout;
   RowChoice row_choice;
   WindowHandling window_handling;
@@ -158,7 +162,11 @@ struct Console : ConsoleState {
   ServerConnection server_connection;
   AccessRights access_rights;
   LoginExchange login_exchange;
+  ProfileFlags profile_flags;
+  ProfileFiles profile_files;
   UserProfile user_profile;
+  LineCountChange line_count_change;
+  ReceivedProfile received_profile;
   RemoteSession remote_session;
   ClientCallback client_callback;
   GroupChoice group_choice;

@@ -11,7 +11,6 @@
 #include "clocks/time_offset.h"
 #include "core/settings.h"
 #include "forms/picture_names.h"
-#include "letters/path_text.h"
 #include "link/links.h"
 #include "screen/display_options.h"
 #include "screen/fonts.h"
@@ -274,8 +273,7 @@ void Startup::read_show_data(const SettingsRecord* record) {
   if (path.empty()) return plan.load_default_plan();
   const bool is_default = path == upper(default_show_name);
   if (!is_default && !state_.services.files.exists(path)) {
-    state_.messages.ShowMessage("The Selected Show Data File " +
-                                shown_path(state_.services.letters, path) + " cannot be found!");
+    state_.messages.ShowMessage(plan_not_found(state_.services.letters, path));
     return plan.load_default_plan_for(record->ShowDataFile);
   }
   attempt([&] { plan.load_plan(path); },

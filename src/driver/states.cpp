@@ -99,6 +99,7 @@ void append_subsystems(std::vector<StateName>& names) {
       state("ChangeUser", [](Console& c) { return &c.LoginForm.ChangeUser; }),
       state("TheOldName", [](Console& c) { return &c.LoginForm.TheOldName; }),
       state("ForcedGroup", [](Console& c) { return &c.login.ForcedGroup; }),
+      state("SkipProfile", [](Console& c) { return &c.login.SkipProfile; }),
       state("ServerAlive", [](Console& c) { return &c.login.ServerAlive; }),
       state("LastReplyCode", [](Console& c) { return &c.login.LastReplyCode; }),
       state("Winsock1.RemoteHost", [](Console& c) { return &c.login.ServerHost; }),

@@ -22,6 +22,8 @@ struct LoginState {
   // it keeps the user's options.
   std::string UserRights;
   std::string ProfileBlock;
+  // The next profile is passed over, as the user has just chosen a group by hand.
+  bool SkipProfile = false;
   // Set while the server is heard from; the loss of the server is told only then.
   bool ServerAlive = false;
   // False from the moment in which a connection is asked for until its session begins.
