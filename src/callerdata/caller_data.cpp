@@ -174,6 +174,13 @@ std::vector<int> CallerDataEntry::lines_with_unsaved_data() {
   return drafts_.lines_of_present_calls();
 }
 
+void CallerDataEntry::leave_lines(int first) {
+  for (int line = first; line < state_.lines.LineCount; ++line) {
+    call_log_.leave(line, CallEnd::GroupLeft);
+    line_texts_.caller_gone(line);
+  }
+}
+
 void CallerDataEntry::show_notice() {
   CallerDataForm& form = state_.Form4;
   form.show_notice(

@@ -43,6 +43,9 @@ class CallerDataEntry {
   // The lines with callers for whom something was typed and not saved, in their order.
   std::vector<int> lines_with_unsaved_data();
 
+  // From this line on there are no lines any more.
+  void leave_lines(int first);
+
   // Takes up what was typed in an earlier run of the program and not saved, and tells of it.
   void restore_drafts();
   // What is being typed stays for the next run.

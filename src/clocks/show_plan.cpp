@@ -40,6 +40,17 @@ ShowPlan decode_show_plan(std::string_view bytes) {
   return plan;
 }
 
+bool is_show_plan(std::string_view bytes) {
+  // What was never written is byte 0 in the plans of some programs.
+  constexpr std::string_view time_characters("0123456789:xX \0", 15);
+  if (bytes.empty() || bytes.size() > show_file_size) return false;
+  for (std::size_t offset = 0; offset < bytes.size(); offset += show_record_size) {
+    const std::string_view time = piece(bytes, offset, time_width);
+    if (time.find_first_not_of(time_characters) != std::string_view::npos) return false;
+  }
+  return true;
+}
+
 int show_entries_held(std::string_view bytes) {
   const std::size_t begun = (bytes.size() + show_record_size - 1) / show_record_size;
   return static_cast<int>(std::min<std::size_t>(begun, show_entry_count));

@@ -60,6 +60,10 @@ std::string encode_show_plan(const ShowPlan& plan);
 // and any byte is taken as the character that it is.
 ShowPlan decode_show_plan(std::string_view bytes);
 
+// Whether that is a plan's file, or the beginning of one, and nothing else: the times hold what is
+// in times. A file that holds nothing isn't.
+bool is_show_plan(std::string_view bytes);
+
 // The number of entries of which the bytes hold at least the beginning.
 int show_entries_held(std::string_view bytes);
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "letters/path_text.h"
 #include "state/guard.h"
 
 namespace lineweir {
@@ -26,6 +27,10 @@ std::string content_of(platform::Files& files, const std::string& path) {
 
 }  // namespace
 
+std::string plan_not_found(const Letters& letters, const std::string& path) {
+  return "The Selected Show Data File " + shown_path(letters, path) + " cannot be found!";
+}
+
 void ShowPlanStore::load_plan(const std::string& path) {
   open_as(path, path, decode_show_plan(content_of(files_, path)));
 }
@@ -38,6 +43,10 @@ void ShowPlanStore::load_default_plan() {
 void ShowPlanStore::load_default_plan_for(const std::string& stored_path) {
   load_default_plan();
   out_of_reach_ = stored_path;
+}
+
+void ShowPlanStore::use_plan(const std::string& path, std::string_view content) {
+  open_as(path, path, decode_show_plan(content));
 }
 
 void ShowPlanStore::new_plan(const std::string& path) { save_plan_as(path, {}); }

@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include "clocks/show_plan.h"
+#include "letters/letters.h"
 #include "platform/files.h"
 
 namespace lineweir {
@@ -12,6 +13,9 @@ namespace lineweir {
 // The plan that is used when no settings name another: the file, and the name that is shown for it.
 inline constexpr std::string_view default_show_file = "NoName.txt";
 inline constexpr std::string_view default_show_name = "NoName.TXT";
+
+// What the user is told of a stored plan that isn't there.
+std::string plan_not_found(const Letters& letters, const std::string& path);
 
 // The plan in memory and the file that is open for it, if any. Files are read and replaced whole,
 // so that a save never leaves half a plan, and the next read sees what any console saved last.
@@ -38,7 +42,13 @@ class ShowPlanStore {
   // that one until the user chooses a file.
   void load_default_plan_for(const std::string& stored_path);
 
-  // What the settings store.
+  // The open plan serves while the one of that path is out of reach, which is kept in the same way.
+  void serve_for(const std::string& path) { out_of_reach_ = path; }
+
+  // Opens the file that holds this content.
+  void use_plan(const std::string& path, std::string_view content);
+
+  // What the settings and the user's profile store.
   const std::string& path_to_store() const {
     return out_of_reach_.empty() ? TheDataFileName : out_of_reach_;
   }

@@ -5,7 +5,9 @@
 namespace lineweir {
 namespace {
 
+constexpr int first_warning = -1;
 constexpr int last_warning_in_seconds = 58;
+constexpr int last_warning = 3598;
 
 }  // namespace
 
@@ -14,5 +16,7 @@ std::string warning_threshold(int warning) {
   if (warning <= last_warning_in_seconds) return "00:00:" + std::to_string(seconds);
   return "00:" + zero_filled(seconds / 60, 2) + ":" + zero_filled(seconds % 60, 2);
 }
+
+bool is_warning_time(int warning) { return warning >= first_warning && warning <= last_warning; }
 
 }  // namespace lineweir

@@ -9,4 +9,7 @@ namespace lineweir {
 // -1, or one of an hour less a second and more, gives a text that is no time.
 std::string warning_threshold(int warning);
 
+// Whether a threshold of that warning is a time.
+bool is_warning_time(int warning);
+
 }  // namespace lineweir

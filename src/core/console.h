@@ -64,10 +64,14 @@
 #include "serverlink/group_choice.h"
 #include "serverlink/group_session.h"
 #include "serverlink/held_objects.h"
+#include "serverlink/line_count_change.h"
 #include "serverlink/line_events.h"
 #include "serverlink/login_dialogs.h"
 #include "serverlink/login_exchange.h"
+#include "serverlink/profile_files.h"
+#include "serverlink/profile_flags.h"
 #include "serverlink/received_lines.h"
+#include "serverlink/received_profile.h"
 #include "serverlink/remote_objects_link.h"
 #include "serverlink/remote_session.h"
 #include "serverlink/remote_studio.h"
@@ -116,12 +120,12 @@ struct Console : ConsoleState {
   ButtonPress button_press;
   Blink blink;
   Fonts fonts;
-  ProfileWindow profile_window;
   VisibleRows visible_rows;
   DisplayOptions display;
   ColumnChoice column_choice;
   ScreenFaces faces;
   WindowSize window;
+  ProfileWindow profile_window;
   ScreenLayout layout;
   RowChoice row_choice;
   WindowHandling window_handling;
@@ -162,7 +166,11 @@ struct Console : ConsoleState {
   ServerConnection server_connection;
   AccessRights access_rights;
   LoginExchange login_exchange;
+  ProfileFlags profile_flags;
+  ProfileFiles profile_files;
   UserProfile user_profile;
+  LineCountChange line_count_change;
+  ReceivedProfile received_profile;
   ClientCallback client_callback;
   GroupChoice group_choice;
   TimeSync time_sync;

@@ -10,7 +10,6 @@
 #include "clocks/show_plan_store.h"
 #include "clocks/time_offset.h"
 #include "core/start_step.h"
-#include "letters/path_text.h"
 #include "screen/display_options.h"
 #include "screen/fonts.h"
 #include "screen/screen_layout.h"
@@ -125,8 +124,7 @@ void RestoredSettings::restore_show_plan(const SettingsRecord* record) {
   if (path.empty()) return plan.load_default_plan();
   const bool is_default = path == upper(default_show_name);
   if (!is_default && !state_.services.files.exists(path)) {
-    state_.messages.ShowMessage("The Selected Show Data File " +
-                                shown_path(state_.services.letters, path) + " cannot be found!");
+    state_.messages.ShowMessage(plan_not_found(state_.services.letters, path));
     return plan.load_default_plan_for(record->ShowDataFile);
   }
   attempt([&] { plan.load_plan(path); },

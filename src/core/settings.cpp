@@ -13,6 +13,7 @@
 #include "screen/fonts.h"
 #include "screen/window_size.h"
 #include "serverlink/credentials.h"
+#include "serverlink/user_profile.h"
 #include "state/console_state.h"
 #include "state/guard.h"
 #include "state/wire.h"
@@ -46,7 +47,8 @@ int handset_of(const MainForm& form) {
 Settings::Settings(ConsoleState& state, const Links& links, ShowPlanStore& show_plan,
                    DisplayOptions& display, WindowSize& window, Fonts& fonts,
                    CallLogFile& call_log_file, CallerDataEntry& caller_data,
-                   SerialPortControl& port, SwitchConsolePort& switch_console_port)
+                   SerialPortControl& port, SwitchConsolePort& switch_console_port,
+                   UserProfile& user_profile)
     : state_(state),
       links_(links),
       show_plan_(show_plan),
@@ -56,7 +58,8 @@ Settings::Settings(ConsoleState& state, const Links& links, ShowPlanStore& show_
       call_log_file_(call_log_file),
       caller_data_(caller_data),
       port_(port),
-      switch_console_port_(switch_console_port) {
+      switch_console_port_(switch_console_port),
+      user_profile_(user_profile) {
   wire(state.Lineweir.SaveSettingsMenu.on_click, state_.trace, "Lineweir_SaveSettingsMenu_Click",
        [this] { SaveSettingsMenu_Click(); });
 }
@@ -157,6 +160,7 @@ void Settings::save_at_end() {
 
 void Settings::SaveSettingsMenu_Click() {
   if (const auto why_not = save()) state_.messages.ShowMessage(*why_not);
+  user_profile_.SendUserProfile("");
 }
 
 void Settings::SetFileSettings() {

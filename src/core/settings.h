@@ -15,6 +15,7 @@ class Fonts;
 class SwitchConsolePort;
 class SerialPortControl;
 class ShowPlanStore;
+class UserProfile;
 class WindowSize;
 class Links;
 struct ConsoleState;
@@ -25,7 +26,7 @@ class Settings {
   Settings(ConsoleState& state, const Links& links, ShowPlanStore& show_plan,
            DisplayOptions& display, WindowSize& window, Fonts& fonts, CallLogFile& call_log_file,
            CallerDataEntry& caller_data, SerialPortControl& port,
-           SwitchConsolePort& switch_console_port);
+           SwitchConsolePort& switch_console_port, UserProfile& user_profile);
 
   // The stored record; nothing where there is no file or one without a record.
   std::optional<SettingsRecord> read() const;
@@ -59,6 +60,7 @@ class Settings {
   CallerDataEntry& caller_data_;
   SerialPortControl& port_;
   SwitchConsolePort& switch_console_port_;
+  UserProfile& user_profile_;
   // Why the file couldn't be read at the start.
   std::optional<std::string> unreadable_;
 };

@@ -48,9 +48,8 @@ void Shutdown::Form_Unload() {
 
 void Shutdown::leave() {
   settings_.save_at_end();
-  StudioLink& link = links_.in_use();
-  link.leave();
-  if (link.keeps_profiles()) link.keep_profile(user_profile_.PrepareUserData(""));
+  links_.in_use().leave();
+  user_profile_.SendUserProfile("");
   state_.services.loop.run_pending();
 }
 

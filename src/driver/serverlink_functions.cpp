@@ -1,8 +1,8 @@
 #include "driver/serverlink_functions.h"
 
 #include "serverlink/credentials.h"
+#include "serverlink/profile_fields.h"
 #include "serverlink/session_start.h"
-#include "serverlink/user_profile.h"
 #include "wire/password_scramble.h"
 
 namespace lineweir::driver {
@@ -52,6 +52,11 @@ void append_serverlink_functions(std::vector<Function>& functions) {
                 [](Console& c, const std::string& name) {
                   return c.user_profile.PrepareUserData(name);
                 }),
+       function("SendUserProfile",
+                [](Console& c, const std::string& name) { c.user_profile.SendUserProfile(name); }),
+       function(
+           "SetUserProfile",
+           [](Console& c, const std::string& block) { c.received_profile.SetUserProfile(block); }),
        function("NetworkDisconnect", [](Console& c) { c.remote_link.NetworkDisconnect(); })});
 }
 

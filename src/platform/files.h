@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <memory>
 #include <optional>
 #include <string>
@@ -17,6 +18,10 @@ class Files {
 
   // The whole content, or nothing if there is no such file or it can't be read.
   virtual std::optional<std::string> read(const std::string& path) const = 0;
+
+  // The same, and nothing for a file that is longer than that; no more of it is read.
+  virtual std::optional<std::string> read_short(const std::string& path,
+                                                std::size_t longest) const = 0;
 
   // Why the file that stands there can't be read, with its path; nothing if it can be, or if there
   // is none.

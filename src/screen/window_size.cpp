@@ -15,13 +15,14 @@ WindowTarget WindowSize::present() const {
           std::min(form.width.get(), static_cast<int>(INT16_MAX)), form.window_state};
 }
 
-void WindowSize::restore(const WindowTarget& stored) {
-  target = stored;
-  if (stored.state < window_normal || stored.state > window_maximised) {
-    target->state = window_normal;
-  }
-  if (state_.Lineweir.Options.visible) target->height += menu_bar_height;
+WindowTarget WindowSize::on_screen(const WindowTarget& stored) const {
+  WindowTarget shown = stored;
+  if (stored.state < window_normal || stored.state > window_maximised) shown.state = window_normal;
+  if (state_.Lineweir.Options.visible) shown.height += menu_bar_height;
+  return shown;
 }
+
+void WindowSize::restore(const WindowTarget& stored) { target = on_screen(stored); }
 
 void WindowSize::give_target_size() {
   if (!target || RestartingSocket) return;

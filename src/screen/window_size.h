@@ -33,6 +33,9 @@ class WindowSize {
   // isn't one is the normal one.
   void restore(const WindowTarget& stored);
 
+  // A stored size and state as the window would have them.
+  WindowTarget on_screen(const WindowTarget& stored) const;
+
   // RedefineScreen gives the window the target's size before the layout and its state behind it;
   // with that the target is used up.
   void give_target_size();

@@ -4,13 +4,12 @@
 
 #include "callcontrol/modes.h"
 #include "serverlink/credentials.h"
+#include "serverlink/profile_fields.h"
 #include "serverlink/reply_code.h"
 #include "serverlink/rights_table.h"
 #include "serverlink/server_link.h"
-#include "serverlink/user_profile.h"
 #include "state/console_state.h"
 #include "state/guard.h"
-#include "state/wire.h"
 
 namespace lineweir {
 namespace {
@@ -27,8 +26,6 @@ bool are_no_rights(std::string_view text) {
 
 AccessRights::AccessRights(ConsoleState& state, ServerLink& server, Modes& modes)
     : state_(state), server_(server), modes_(modes) {
-  wire(state.Lineweir.UserProfileTimer.on_timer, state.trace, "Lineweir_UserProfileTimer_Timer",
-       [this] { UserProfileTimer_Timer(); });
   server.handle(ServerCommand::SrvLoginCheckResult,
                 [this](const ServerPacket& packet) { this->SrvLoginCheckResult(packet); });
   server.handle(ServerCommand::SrvPasswordResult,
@@ -36,8 +33,6 @@ AccessRights::AccessRights(ConsoleState& state, ServerLink& server, Modes& modes
   server.handle(ServerCommand::SrvRights,
                 [this](const ServerPacket& packet) { this->SrvRights(packet); });
 }
-
-void AccessRights::UserProfileTimer_Timer() { state_.Lineweir.UserProfileTimer.enabled = false; }
 
 bool AccessRights::take(const ServerPacket& answer) {
   LoginState& login = state_.login;

@@ -30,7 +30,6 @@ class AccessRights {
   void SrvLoginCheckResult(const ServerPacket& packet);
   void SrvPasswordResult(const ServerPacket& packet);
   void SrvRights(const ServerPacket& packet);
-  void UserProfileTimer_Timer();
 
   // Takes rights and profile out of the answer's buffer; returns whether the user has rights here.
   bool take(const ServerPacket& answer);

@@ -191,10 +191,7 @@ bool LoginDialogs::change_user() {
   form.ChangeUser = false;
   if (state_.services.winsock1.state() == platform::socket_connected) {
     // The server stores the former user's options.
-    guard(state_.trace, "Lineweir_SendUserProfile", [&] {
-      StudioLink& link = links_.in_use();
-      if (link.keeps_profiles()) link.keep_profile(profile_.PrepareUserData(form.TheOldName));
-    });
+    profile_.SendUserProfile(form.TheOldName);
     take_typed();
   }
   leave_other_ways();

@@ -6,10 +6,10 @@
 #include "serverlink/access_rights.h"
 #include "serverlink/credentials.h"
 #include "serverlink/group_leave.h"
+#include "serverlink/profile_fields.h"
 #include "serverlink/reply_code.h"
 #include "serverlink/server_connection.h"
 #include "serverlink/server_link.h"
-#include "serverlink/user_profile.h"
 #include "state/console_state.h"
 #include "state/guard.h"
 

@@ -5,46 +5,41 @@
 
 namespace lineweir {
 
-class CallLogFile;
-class CallerDataEntry;
 class DisplayOptions;
 class Fonts;
-class ShowPlanStore;
+class Links;
+class ProfileFiles;
+class ProfileFlags;
 class WindowSize;
 struct ConsoleState;
+struct ProfileValues;
 
-// The text in which a server keeps a user's options: 43 flags, each "1" or "0", then fields, each
-// ended by a char 3: height, width, group, window state, show data file, database, operator, group
-// again, the two warning times, hot list; place, "T" or "F" and width of columns 2 to 12; the
-// message font's name and size; the time offset. As the console sends it, the user's name and a
-// char 3 stand in front.
-
-inline constexpr int no_group = -1;
-
-// TextWrit_ExtractMessageGroup: the group in a received block, no_group where it isn't there.
-int group_of_profile(std::string_view block);
-
-// The profile of the user at this console.
+// The profile as this console writes it: the text in which a server keeps a user's options, so that
+// he finds them at every seat. It is the flags of profile_flag_table.h, then the fields of
+// profile_fields.h, each ended by a char 3. In front stand the user's name and a char 3, which a
+// server takes off: ReceivedProfile has a profile without them.
 class UserProfile {
  public:
-  UserProfile(ConsoleState& state, ShowPlanStore& show_plan, DisplayOptions& display,
-              WindowSize& window, Fonts& fonts, CallLogFile& call_log_file,
-              CallerDataEntry& caller_data);
+  UserProfile(ConsoleState& state, const Links& links, const ProfileFlags& flags,
+              const ProfileFiles& files, DisplayOptions& display, const WindowSize& window,
+              const Fonts& fonts);
 
   // The block to send. A name that isn't empty becomes the user's.
   std::string PrepareUserData(std::string_view TheName);
 
+  // Gives it to the server, if that keeps profiles. A failure is reported and not told.
+  void SendUserProfile(std::string_view OldUseName);
+
  private:
-  std::string flags() const;
-  void append_column(std::string& block, int column) const;
+  ProfileValues values() const;
 
   ConsoleState& state_;
-  ShowPlanStore& show_plan_;
+  const Links& links_;
+  const ProfileFlags& flags_;
+  const ProfileFiles& files_;
   DisplayOptions& display_;
-  WindowSize& window_;
-  Fonts& fonts_;
-  CallLogFile& call_log_file_;
-  CallerDataEntry& caller_data_;
+  const WindowSize& window_;
+  const Fonts& fonts_;
 };
 
 }  // namespace lineweir

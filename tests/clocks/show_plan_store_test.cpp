@@ -17,6 +17,10 @@ class StubbornFiles final : public platform::Files {
   std::optional<std::string> read(const std::string& path) const override {
     return unreadable.contains(path) ? std::nullopt : files.read(path);
   }
+  std::optional<std::string> read_short(const std::string& path,
+                                        std::size_t longest) const override {
+    return unreadable.contains(path) ? std::nullopt : files.read_short(path, longest);
+  }
   std::optional<std::string> why_unreadable(const std::string& path) const override {
     return unreadable.contains(path) ? std::optional("Can't read it") : std::nullopt;
   }

@@ -355,6 +355,9 @@ TEST_CASE("settings that can't be saved are told while the window still stands")
   class FullDisk final : public platform::StreamedFiles {
    public:
     std::optional<std::string> read(const std::string&) const override { return std::nullopt; }
+    std::optional<std::string> read_short(const std::string&, std::size_t) const override {
+      return std::nullopt;
+    }
     std::optional<std::string> why_unreadable(const std::string&) const override { return {}; }
     void replace(const std::string&, std::string_view) override { fail(); }
     std::unique_ptr<platform::FileInMaking> begin_replace(const std::string&) override {

@@ -77,6 +77,16 @@ TEST_CASE_FIXTURE(DiskFilesFixture, "Directories and pipes are no files to read"
   CHECK(failure_number_of([&] { files.append("pipe", "x"); }) == 75);
 }
 
+TEST_CASE_FIXTURE(DiskFilesFixture,
+                  "A file is read only if it is short enough, where that is asked") {
+  files.replace("plan", "12345");
+  CHECK(files.read_short("plan", 5) == "12345");
+  CHECK_FALSE(files.read_short("plan", 4));
+  CHECK_FALSE(files.read_short("nowhere", 5));
+  fs::resize_file(directory.path() / "plan", std::uintmax_t{1} << 40);
+  CHECK_FALSE(files.read_short("plan", 100));
+}
+
 TEST_CASE_FIXTURE(DiskFilesFixture, "Paths are relative to the working directory or absolute") {
   fs::create_directory(directory.path() / "Shows");
   files.replace("Shows/Monday.txt", "monday");

@@ -52,6 +52,23 @@ TEST_SUITE("screen/profile_window") {
     CHECK(form.width != 12345);
   }
 
+  TEST_CASE("a window that nearly has the size keeps its own") {
+    ProfileDesk desk;
+    MainForm& form = desk.console.Lineweir;
+    const int height = form.height;
+    const int width = form.width;
+    desk.console.profile_window.SetStateToHeight = height - 49;
+    desk.console.profile_window.SetStateToWidth = width + 49;
+    desk.pass(100);
+    CHECK(form.height == height);
+    CHECK(form.width == width);
+    desk.console.profile_window.SetStateToHeight = height - 50;
+    form.SetStateTimer.enabled = true;
+    desk.pass(100);
+    CHECK(form.height == height - 50);
+    CHECK(form.width == width + 49);
+  }
+
   TEST_CASE("a window that isn't normal keeps its size") {
     ProfileDesk desk;
     MainForm& form = desk.console.Lineweir;

@@ -5,55 +5,15 @@
 #include <string>
 #include <vector>
 
-#include "support/property_check.h"
+#include "support/profile_blocks.h"
 #include "support/rows_of.h"
-#include "wire/server_packet_codec.h"
 
 namespace lineweir {
 namespace {
 
+using test::fields_of;
+using test::flags_of;
 using test::ScriptedConsole;
-
-constexpr std::size_t flag_count = 43;
-
-// A block of flags that are all off, with these fields behind them.
-std::string block_of(const std::vector<std::string>& fields) {
-  std::string block(flag_count, '0');
-  for (const std::string& field : fields) block += field + item_end;
-  return block;
-}
-
-std::string flags_of(Console& console) {
-  const std::string block = console.user_profile.PrepareUserData("");
-  return block.substr(block.find(item_end) + 1, flag_count);
-}
-
-std::vector<std::string> fields_of(Console& console) {
-  const std::string block = console.user_profile.PrepareUserData("");
-  return decode_list(block.substr(block.find(item_end) + 1 + flag_count));
-}
-
-TEST_CASE("the group of a profile is its third field") {
-  CHECK(group_of_profile(block_of({"7000", "9000", "4"})) == 4);
-  CHECK(group_of_profile(block_of({"", "", "12", "0"})) == 12);
-}
-
-TEST_CASE("a profile that ends before its third field has no group") {
-  CHECK(group_of_profile("") == no_group);
-  CHECK(group_of_profile(std::string(flag_count, '1')) == no_group);
-  CHECK(group_of_profile(block_of({"7000", "9000"})) == no_group);
-  CHECK(group_of_profile(block_of({"7000", "9000"}) + "4") == no_group);
-}
-
-TEST_CASE("any text is survived when its group is asked for") {
-  test::check_property([](const std::string& text) {
-    try {
-      group_of_profile(text);
-    } catch (const Failure& failure) {
-      RC_ASSERT(failure.number() == failure_number::overflow);
-    }
-  });
-}
 
 TEST_CASE("each option has its flag in the profile") {
   ScriptedConsole desk;
@@ -186,6 +146,38 @@ TEST_CASE("a minimised window is restored before its size is kept") {
   desk.console.Lineweir.window_state = window_minimised;
   CHECK(fields_of(desk.console)[3] == "0");
   CHECK(desk.console.Lineweir.window_state == int{window_normal});
+}
+
+TEST_CASE("a profile is sent to a server that keeps profiles, and nowhere else") {
+  ScriptedConsole desk;
+  Console& console = desk.console;
+  const auto sent = [&] {
+    console.user_profile.SendUserProfile("Bea");
+    return desk.platform.winsock1.take_writes();
+  };
+  CHECK(sent().empty());
+  CHECK(console.login.UserName.trimmed().empty());
+
+  desk.platform.winsock1.stand_connected();
+  console.Lineweir.WinsockMenu.checked = true;
+  console.lines.ThePhoneFlag = 4;
+  CHECK(sent().empty());
+  console.lines.ThePhoneFlag = 3;
+  const auto frames = sent();
+  REQUIRE(frames.size() == 1);
+  CHECK(frames[0].substr(2, 1) == "\x17");
+  CHECK(frames[0].find(console.user_profile.PrepareUserData("Bea")) == 10);
+  CHECK(console.login.UserName.trimmed() == "Bea");
+}
+
+TEST_CASE("a profile that can't be sent is reported and told in no box") {
+  ScriptedConsole desk;
+  desk.console.Lineweir.WinsockMenu.checked = true;
+  desk.take_trace();
+  desk.console.user_profile.SendUserProfile("");
+  CHECK(desk.take_messages().empty());
+  REQUIRE(desk.trace.size() == 1);
+  CHECK(desk.trace[0].starts_with("Lineweir_SendUserProfile Error - "));
 }
 
 }  // namespace

@@ -151,6 +151,11 @@ fs::path DiskFiles::target(const std::string& path) const {
 }
 
 std::optional<std::string> DiskFiles::read(const std::string& path) const {
+  return read_short(path, std::string().max_size());
+}
+
+std::optional<std::string> DiskFiles::read_short(const std::string& path,
+                                                 std::size_t longest) const {
   const fs::path place = locate(path);
   if (guarded(place)) return std::nullopt;
   const auto file = open_regular(place);
@@ -159,7 +164,7 @@ std::optional<std::string> DiskFiles::read(const std::string& path) const {
   std::array<char, 65536> piece;
   while (true) {
     const auto count = read_some(file->descriptor, piece.data(), piece.size());
-    if (!count) return std::nullopt;
+    if (!count || *count > longest - content.size()) return std::nullopt;
     if (*count == 0) return content;
     content.append(piece.data(), *count);
   }

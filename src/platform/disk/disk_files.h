@@ -19,6 +19,8 @@ class DiskFiles final : public StreamedFiles {
                      const Letters& letters = utf8_letters(), const GuardedFiles* guard = nullptr);
 
   std::optional<std::string> read(const std::string& path) const override;
+  std::optional<std::string> read_short(const std::string& path,
+                                        std::size_t longest) const override;
   std::optional<std::string> why_unreadable(const std::string& path) const override;
   std::unique_ptr<FileReader> open(const std::string& path) const override;
   void replace(const std::string& path, std::string_view content) override;

@@ -16,6 +16,12 @@ class MemoryFiles final : public StreamedFiles {
     if (file == files_.end() || unreadable_.contains(path)) return std::nullopt;
     return file->second;
   }
+  std::optional<std::string> read_short(const std::string& path,
+                                        std::size_t longest) const override {
+    auto content = read(path);
+    if (content && content->size() > longest) content.reset();
+    return content;
+  }
   std::optional<std::string> why_unreadable(const std::string& path) const override {
     if (!unreadable_.contains(path)) return std::nullopt;
     return "Can't read " + path + ": Permission denied";

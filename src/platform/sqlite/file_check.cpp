@@ -1,8 +1,11 @@
 #include "platform/sqlite/file_check.h"
 
 #include <fcntl.h>
+#include <sys/vfs.h>
 #include <unistd.h>
 
+#include <algorithm>
+#include <array>
 #include <cerrno>
 #include <string>
 
@@ -10,6 +13,19 @@
 #include "platform/sqlite/sqlite_failure.h"
 
 namespace lineweir::platform {
+namespace {
+
+// What the system shows as files, which to read may wait for ever: proc, sys, debug and trace.
+bool is_shown_by_system(const std::filesystem::path& file) {
+  constexpr std::array<unsigned long, 4> shown_systems = {0x9FA0UL, 0x62656572UL, 0x64626720UL,
+                                                          0x74726163UL};
+  struct statfs status {};
+  if (::statfs(file.c_str(), &status) != 0) return false;
+  const auto kind = static_cast<unsigned long>(status.f_type) & 0xFFFFFFFFUL;
+  return std::ranges::find(shown_systems, kind) != shown_systems.end();
+}
+
+}  // namespace
 
 void check_database_file(const std::filesystem::path& file) {
   const std::string name = shown_name(file);
@@ -18,7 +34,7 @@ void check_database_file(const std::filesystem::path& file) {
   if (!std::filesystem::exists(status)) {
     throw Failure(failure_number::database_not_found, "Couldn't find file " + name + ".");
   }
-  if (!std::filesystem::is_regular_file(status)) {
+  if (!std::filesystem::is_regular_file(status) || is_shown_by_system(file)) {
     throw Failure(failure_number::not_a_database, name + " is not a file.");
   }
 }
