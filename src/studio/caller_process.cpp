@@ -1,6 +1,5 @@
 #include "studio/caller_process.h"
 
-
 #include <algorithm>
 
 namespace lineweir::studio {

@@ -1,6 +1,5 @@
 #include "studio/switchboard.h"
 
-
 namespace lineweir::studio {
 namespace {
 
