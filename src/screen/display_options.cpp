@@ -93,7 +93,14 @@ void DisplayOptions::fill_list() {
       headings[static_cast<std::size_t>(place)] = heading;
     }
   }
-  headings.insert(headings.end(), without_place.begin(), without_place.end());
+  for (std::string& heading : without_place) {
+    // The list never has more entries than there are columns, so that each entry is a place.
+    if (headings.size() < optional_column_count) {
+      headings.push_back(std::move(heading));
+    } else {
+      *std::ranges::find(headings, gap_entry) = std::move(heading);
+    }
+  }
   form.List1.list = headings;
 }
 

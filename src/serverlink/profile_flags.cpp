@@ -11,6 +11,9 @@
 namespace lineweir {
 namespace {
 
+// The last field of the log that has a flag has the place 9.
+static_assert(std::tuple_size_v<LogFieldFlags> > 9);
+
 void click_if(bool wanted, MenuItem& item) {
   if (wanted) item.on_click();
 }

@@ -12,6 +12,8 @@
 
 namespace lineweir {
 
+static_assert(profile_column_count <= optional_column_count);
+
 UserProfile::UserProfile(ConsoleState& state, const Links& links, const ProfileFlags& flags,
                          const ProfileFiles& files, DisplayOptions& display,
                          const WindowSize& window, const Fonts& fonts)

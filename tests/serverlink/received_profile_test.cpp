@@ -214,6 +214,23 @@ TEST_SUITE("serverlink/received profile") {
     }
   }
 
+  TEST_CASE("a column without a place fills a gap where the list has no room behind its end") {
+    ProfileDesk desk;
+    EditedProfile profile = desk.profile();
+    for (int column = 2; column < 13; ++column) profile.column(column, "99", "F", "0");
+    profile.column(2, "10", "T", "800").column(3, "10", "T", "1700").column(5, "50", "T", "1200");
+    profile.apply();
+    const auto headings = desk.console.DisplayOptionForm.List1.list.get();
+    REQUIRE(headings.size() == 11);
+    CHECK(headings[0] == "Caller Name");
+    CHECK(headings[1] == "City");
+    CHECK(headings[10] == "Time");
+    // What is written now is read the same.
+    const std::string block = block_of(desk.console);
+    desk.profile().apply();
+    CHECK(block_of(desk.console) == block);
+  }
+
   TEST_CASE("fonts come with the profile, in sizes that can be read") {
     ProfileDesk desk;
     desk.profile().flag(42, true).flag(43, true).field(45, "Serif").field(46, "9").apply();
