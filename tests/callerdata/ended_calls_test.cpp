@@ -405,8 +405,9 @@ TEST_SUITE("callerdata/the next caller on the line") {
     desk.open(line);
     desk.type(1, "Ann");
     desk.shown(line, 3).caption = "Bath";
-    desk.console.caller_data.leave_group();
+    desk.console.line_events.leave_group();
     CHECK(desk.tells("The caller is in the studio group that was left"));
+    desk.box_sends("N03");
     desk.open(line);
     CHECK(desk.text(1) == "");
     CHECK(desk.text(3) == "");

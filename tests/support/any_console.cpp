@@ -43,8 +43,8 @@ void choose_columns(Console& console, Choices& choices) {
   console.display.RefreshColumnOrder();
 }
 
-void choose_lines(Console& console, Choices& choices) {
-  const bool twenty = choices.heads();
+void choose_lines(Console& console, Choices& choices, int most_lines) {
+  const bool twenty = choices.heads() && most_lines == lines_of_large_layout;
   console.Lineweir.Line20Mode.checked = twenty;
   console.layout.set_line_count(twenty ? lines_of_large_layout : lines_of_small_layout);
   console.layout.RedefineScreen();
@@ -95,9 +95,9 @@ void offer_files(platform::ScriptedPlatform& platform) {
   create_log(platform);
 }
 
-void choose_anything(Console& console, std::uint32_t seed) {
+void choose_anything(Console& console, std::uint32_t seed, int most_lines) {
   Choices choices(seed);
-  choose_lines(console, choices);
+  choose_lines(console, choices, most_lines);
   choose_menus(console, choices);
   choose_columns(console, choices);
   choose_values(console, choices);
