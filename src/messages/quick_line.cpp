@@ -6,7 +6,6 @@
 #include "state/wire.h"
 
 namespace lineweir {
-namespace {}  // namespace
 
 QuickLine::QuickLine(ConsoleState& state) : state_(state) {
   MainForm& form = state.Lineweir;

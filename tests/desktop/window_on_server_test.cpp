@@ -262,7 +262,8 @@ TEST_CASE_FIXTURE(WindowOnServer, "ten megabytes of garbage are passed over") {
   server.send("\5\5");
   server.send(frame(ServerCommand::SrvFullStatus, "F00F01F02F03F04F05N06F07F08F09"));
   CHECK(wait_for([&] { return console.lines.StatusLetter(6) == 'N'; }));
-  CHECK(beats - before > 10);
+  // One that is stuck has one beat at the most, however slow the machine is.
+  CHECK(beats - before > 3);
   CHECK(form().mouse_pointer == pointer_default);
 }
 

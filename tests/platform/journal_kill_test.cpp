@@ -46,8 +46,10 @@ struct DiskGate {
   }
 };
 
+// It is never destroyed, as a thread that a journal has left behind may still stand before it while
+// the program ends.
 DiskGate& disk_gate() {
-  static DiskGate gate;
+  static auto& gate = *new DiskGate;
   return gate;
 }
 
