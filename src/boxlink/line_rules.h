@@ -195,12 +195,21 @@ inline constexpr LineRule other_letter_rule = {
      LineStep::ForgetBase, LineStep::ShowRowOrNext}};
 
 // What becomes of every line when the console goes over to another studio group.
-inline constexpr LineRule group_left_rule = {
-    'F',
-    any_kind,
-    {LineStep::ReleaseNextCall, LineStep::LeaveCall, LineStep::ForgetCaller, LineStep::ClearRecord,
-     LineStep::ClearHoldStamp, LineStep::StopClock, LineStep::BlankRow, LineStep::BlankTime,
-     LineStep::ForgetBase, LineStep::ForgetLetter, LineStep::ShowRow}};
+inline constexpr LineRule group_left_rule = {'F',
+                                             any_kind,
+                                             {LineStep::ReleaseNextCall,
+                                              {LineStep::CloseHold, When::WasReady},
+                                              {LineStep::CloseAir, When::WasOnAirOrLocked},
+                                              LineStep::LeaveCall,
+                                              LineStep::ForgetCaller,
+                                              LineStep::ClearRecord,
+                                              LineStep::ClearHoldStamp,
+                                              LineStep::StopClock,
+                                              LineStep::BlankRow,
+                                              LineStep::BlankTime,
+                                              LineStep::ForgetBase,
+                                              LineStep::ForgetLetter,
+                                              LineStep::ShowRow}};
 
 // A rule for a letter that no table knows would show nothing.
 template <class Rules>

@@ -188,7 +188,9 @@ void DialPad::Text1_KeyPress(int& KeyAscii) {
   swallow(KeyAscii);
 }
 
-bool DialPad::locked() const { return state_.Lineweir.PassiveMode.checked; }
+bool DialPad::locked() const {
+  return state_.Lineweir.PassiveMode.checked || state_.Lineweir.Dial.withheld;
+}
 
 bool DialPad::talent() const { return state_.Lineweir.StudioMode.checked; }
 

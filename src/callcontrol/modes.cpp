@@ -100,9 +100,10 @@ void Modes::PassiveMode_Click() {
 
 void Modes::settle_rights() {
   MainForm& form = state_.Lineweir;
-  if (form.ScreenerMode.checked && form.RemoteNext.checked) next_key_.silence();
   form.RemoteNext.enabled = false;
   if (!form.ScreenerMode.checked) next_key_.give();
+  // Nobody could end it.
+  if (form.RemoteNext.checked && !form.RemoteNext.enabled) next_key_.silence();
   panel_.set_dial(!form.Dial.withheld);
   CheckPassiveState();
 }

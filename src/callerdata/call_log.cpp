@@ -43,23 +43,61 @@ LoggedColumns columns_of(const Letters& letters, const CallerRecord& record, Mai
   return columns;
 }
 
+// The record takes the place of an earlier one of the same call, which is one whose caller it still
+// tells all of, and keeps the times that only that one knows.
+void follow_up(const platform::LoggedCall& earlier, platform::LoggedCall& record) {
+  const auto known = [&](CallerField field) {
+    return earlier.columns[rule_of(field).log.position].value;
+  };
+  const auto now = [&](CallerField field) -> std::string& {
+    return record.columns[rule_of(field).log.position].value;
+  };
+  bool is_known = false;
+  for (const auto& entry : entry_fields) {
+    if (known(entry.field).empty()) continue;
+    if (known(entry.field) != now(entry.field)) return;
+    is_known = true;
+  }
+  if (!is_known) return;
+  record.replaced = earlier.columns;
+  using enum CallerField;
+  for (const CallerField time : {TimePlacedOnAir, TimeOnHold}) {
+    if (!known(time).empty()) now(time) = known(time);
+  }
+  if (now(TimeOnAir).empty()) now(TimeOnAir) = known(TimeOnAir);
+}
+
 }  // namespace
 
 CallLog::CallLog(ConsoleState& state) : state_(state) {}
 
+bool CallLog::is_logged(int line) const {
+  return chosen() && state_.lines.CallerData(line).holds_data();
+}
+
 void CallLog::log(int line) {
   CallerRecord& record = state_.lines.CallerData(line);
   EndedCall ended{call_on(line), call_so_far(line)};
-  if (chosen() && record.holds_data()) {
+  const auto left = left_calls_.extract({state_.program.GroupNumber, line});
+  if (is_logged(line)) {
     const std::size_t date = rule_of(CallerField::CallDate).log.position;
     record.set(CallerField::CallDate, ended.record.columns[date].value);
     ended.record.file = file_of_log();
+    if (left && left.mapped().file == ended.record.file) follow_up(left.mapped(), ended.record);
     state_.services.journal.put(ended.record);
   }
   end(line, ended);
 }
 
-void CallLog::leave(int line, CallEnd how) { end(line, {call_on(line), call_so_far(line), how}); }
+void CallLog::leave(int line, CallEnd how) {
+  EndedCall ended{call_on(line), call_so_far(line), how};
+  if (how == CallEnd::GroupLeft && is_logged(line)) {
+    ended.record.file = file_of_log();
+    state_.services.journal.put(ended.record);
+    left_calls_[{state_.program.GroupNumber, line}] = ended.record;
+  }
+  end(line, ended);
+}
 
 void CallLog::end(int line, const EndedCall& ended) {
   calls_on_lines_.erase(line);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <compare>
 #include <functional>
 #include <map>
 #include <memory>
@@ -30,7 +31,9 @@ class CallLog {
   // call has ended.
   CallNumber call_on(int line);
 
-  // The call has left the line without an end that is logged.
+  // The call has left the line without an end that is logged. One that goes on without this console
+  // is logged as far as it is known, since its end may never be seen here; if the console comes
+  // back to its group and sees the end, the row is brought up to date.
   void leave(int line, CallEnd how);
 
   // Told of each call that leaves its line, while row and record still have its texts.
@@ -73,6 +76,14 @@ class CallLog {
     std::unique_ptr<platform::Recordset> recordset;
   };
 
+  // A line of a studio group.
+  struct GroupLine {
+    int group;
+    int line;
+    auto operator<=>(const GroupLine&) const = default;
+  };
+
+  bool is_logged(int line) const;
   // The chosen log's file, as the journal names it.
   std::string file_of_log() const;
   void end(int line, const EndedCall& ended);
@@ -82,6 +93,8 @@ class CallLog {
   ConsoleState& state_;
   OpenLog log_;
   std::map<int, CallNumber> calls_on_lines_;
+  // The calls that have gone on in groups that were left, as they were logged.
+  std::map<GroupLine, platform::LoggedCall> left_calls_;
   CallNumber last_call_ = 0;
 };
 

@@ -123,10 +123,10 @@ bool locked(unsigned conditions, const ConsoleState& state) {
   return (conditions & not_passive) != 0 && state.Lineweir.PassiveMode.checked;
 }
 
-// A button acts only while it is visible. Whether it finds work is asked before it is pressed,
-// since pressing it may change that.
-bool press(Control& button, bool finds_work = true) {
-  if (!button.shown() || !button.on_click) return false;
+// A button acts only while it is visible and the user has a right to it. Whether it finds work is
+// asked before it is pressed, since pressing it may change that.
+bool press(Picture& button, bool finds_work = true) {
+  if (!button.shown() || button.withheld || !button.on_click) return false;
   button.on_click();
   return finds_work;
 }

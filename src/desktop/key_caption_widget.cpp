@@ -8,6 +8,7 @@
 #include "desktop/core_text.h"
 #include "desktop/form_canvas.h"
 #include "desktop/key_look.h"
+#include "desktop/not_allowed.h"
 #include "desktop/painter_keys.h"
 #include "desktop/painter_signs.h"
 #include "desktop/text_painter.h"
@@ -67,6 +68,7 @@ void KeyCaptionWidget::paint(QPainter& painter, const QRect& face) {
   const Brushwork work = brushwork();
   const KeyState state = button == nullptr ? KeyState::Up : key_state(button->picture);
   const QColor color = QColor::fromRgb(key_colors(work.theme, state).surface.text);
+  if (button != nullptr && button->withheld) painter.setOpacity(withheld_opacity);
   QRect key = key_face(face, work);
   if (state == KeyState::Down) key.translate(pressed_step(work), pressed_step(work));
 

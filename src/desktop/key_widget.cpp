@@ -13,8 +13,6 @@
 namespace lineweir {
 namespace {
 
-constexpr double withheld_opacity = 0.45;
-
 bool presses(const QKeyEvent& event) {
   return event.key() == Qt::Key_Space || event.key() == Qt::Key_Return ||
          event.key() == Qt::Key_Enter;

@@ -61,8 +61,8 @@ QRect LabelWidget::device_place() const {
 }
 
 QString LabelWidget::shown_caption() const {
-  return label() == nullptr ? QString()
-                            : caption_of(shown_text(*label(), label()->caption.get())).text;
+  // To the letter: what people and servers write has no access keys.
+  return label() == nullptr ? QString() : shown_text(*label(), label()->caption.get());
 }
 
 bool LabelWidget::caption_fits() const {
@@ -72,8 +72,7 @@ bool LabelWidget::caption_fits() const {
 
 TextLine LabelWidget::line() const {
   const Look look = element_look().look;
-  const Caption caption = caption_of(shown_text(*label(), label()->caption.get()));
-  TextLine result{caption.text, device_font(label()->font), text_color(),
+  TextLine result{shown_caption(), device_font(label()->font), text_color(),
                   qt_alignment(label()->alignment)};
   result.even_digits =
       look == Look::RowTime || look == Look::ClockDigits || look == Look::ClockSmallDigits;

@@ -35,9 +35,8 @@ class LabelLink final : public ElementLink {
 
  private:
   void show_content() override {
-    QString text = shown_text(label_, label_.caption.get());
-    // Only a label that stands by a field has an access key; any other "&" would show as it is.
-    if (text_.buddy() == nullptr) text = caption_of(text).text;
+    // Only a label that stands by a field has an access key; any other "&" shows as it is.
+    const QString text = shown_text(label_, label_.caption.get());
     if (text_.text() != text) text_.setText(text);
     if (label_.fore_color != color_black) show_color();
   }

@@ -57,6 +57,8 @@ void ProfileWindow::apply(const WindowTarget& wanted, int group) {
   if (are_near(height, form.height) && are_near(width, form.width)) return;
   form.height = height;
   form.width = width;
+  // What stands on the form follows, as it does when the user gives the window another size.
+  form.on_resize();
 }
 
 }  // namespace lineweir

@@ -98,6 +98,7 @@ void LoginDialogs::WinsockOptions_Load() {
   WinsockOptionsForm& form = state_.WinsockOptions;
   form.Text1.text = state_.login.ServerHost;
   form.Text2.text = std::to_string(state_.login.ServerPort);
+  form.Text1.set_focus();
 }
 
 void LoginDialogs::SockConnect_Click() {
@@ -129,6 +130,7 @@ void LoginDialogs::LoginForm_Load() {
   form.LoginCombo.text = form.TheOldName;
   form.PasswordTextBox.text = "";
   state_.login.UserPassword = password;
+  form.LoginCombo.set_focus();
 }
 
 void LoginDialogs::LoginCombo_Change() {

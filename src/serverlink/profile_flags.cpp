@@ -64,6 +64,8 @@ bool ProfileFlags::apply(std::string_view block) {
   }
   const bool digits_were_told = flag_in(block, FlagUse::ClickWithRoom).has_value();
   click_if(had_digits && !digits_were_told, digits);
+  // The modes behind it have opened its lock.
+  if (state_.Lineweir.PassiveMode.checked) modes_.CheckPassiveState();
   return count == profile_flags.size();
 }
 

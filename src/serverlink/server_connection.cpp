@@ -36,6 +36,8 @@ void ServerConnection::begin() {
   state_.login.SessionBegun = false;
   state_.login.BetweenGroups = false;
   state_.login.GroupNamesWanted = true;
+  // The group that was chosen by hand was another login's.
+  state_.login.SkipProfile = false;
   expect_free_lines();
   server_.expect_new_stream();
   if (on_begin) on_begin();

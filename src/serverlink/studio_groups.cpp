@@ -70,20 +70,28 @@ void StudioGroups::show_names(const std::vector<std::string>& names) {
   check_present_group(state_);
   if (state_.program.GroupNumber > count) items(0).checked = false;
   renew_window_caption(state_);
+  enable_open_groups();
 }
 
 void StudioGroups::SrvAllowedGroups(const ServerPacket& packet) {
+  open_groups_ = split_at(packet.Buffer, item_end);
+  enable_open_groups();
+}
+
+// The names may come before the groups that are open, or behind.
+void StudioGroups::enable_open_groups() {
+  if (!open_groups_) return;
   ControlArray<MenuItem>& items = state_.Lineweir.StudioGr;
-  const std::vector<std::string> open = split_at(packet.Buffer, item_end);
   const auto folded = [this](const std::string& name) {
     return folded_text(state_.services.letters.to_utf8(name));
   };
   for (int group = 0; group < items.upper_bound(); ++group) {
     if (!items.loaded(group)) continue;
-    const bool named = open.size() >= 2 && std::ranges::any_of(open, [&](const std::string& name) {
-                         return folded(items(group).caption.get()) == folded(name);
-                       });
-    items(group).enabled = named;
+    const std::string name = folded(items(group).caption.get());
+    items(group).enabled = open_groups_->size() >= 2 &&
+                           std::ranges::any_of(*open_groups_, [&](const std::string& open) {
+                             return folded(open) == name;
+                           });
   }
 }
 

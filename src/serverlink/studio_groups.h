@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -26,10 +27,13 @@ class StudioGroups {
   void SrvAllowedGroups(const ServerPacket& packet);
   void SrvFirstUnblocked(const ServerPacket& packet);
   void timForceGroupChange_Timer();
+  void enable_open_groups();
 
   ConsoleState& state_;
   AccessRights& rights_;
   GroupChoice& group_choice_;
+  // What the server has told last; nothing before it has told any.
+  std::optional<std::vector<std::string>> open_groups_;
 };
 
 }  // namespace lineweir

@@ -88,7 +88,7 @@ void StudioShape::GetStudioStat(std::string_view text) {
 void StudioShape::take_handset(int number, bool exists) {
   if (number > 2) return;
   MenuItem& item = number == 1 ? state_.Lineweir.MitelPhone1 : state_.Lineweir.MitelPhone2;
-  item.enabled = exists;
+  item.enabled = exists && !item.withheld;
   if (!exists) item.checked = false;
 }
 

@@ -235,10 +235,10 @@ TEST_SUITE("callerdata/call log: calls that have ended") {
     test.console.Lineweir.LineName(2).caption = "Ann";
     test.console.lines.CallerData(2).set(CallerField::CallerName, "Ann");
     const CallNumber call = test.console.call_log.call_on(2);
-    test.console.call_log.leave(2, CallEnd::GroupLeft);
+    test.console.call_log.leave(2, CallEnd::HungUp);
     CHECK(logged_rows(test).empty());
     CHECK(test.last.call == call);
-    CHECK(test.last.how == CallEnd::GroupLeft);
+    CHECK(test.last.how == CallEnd::HungUp);
     CHECK(test.last.record.file == "");
     CHECK(test.last.record.columns.at(0).value == "Ann");
     CHECK(test.console.call_log.call_on(2) != call);

@@ -399,6 +399,37 @@ TEST_SUITE("callerdata/the next caller on the line") {
     CHECK(desk.text(1) == "Ann");
   }
 
+  TEST_CASE("a call that goes on in the group that is left is logged, and once only") {
+    LineDesk desk;
+    desk.server_reports('R');
+    desk.server_reports('H');
+    desk.open(line);
+    desk.type(1, "Ann");
+    desk.save();
+    desk.console.line_events.leave_group();
+    REQUIRE(desk.rows().size() == 1);
+    CHECK(desk.rows()[0][log_name] == "Ann");
+
+    SUBCASE("its end is seen after the console has come back to it") {
+      desk.server_reports('H');
+      desk.shown(line, 1).caption = "Ann";
+      desk.console.lines.CallerData(line).set(CallerField::CallerName, "Ann");
+      desk.console.lines.CallerData(line).set(CallerField::Comments, "Cats");
+      desk.console.Lineweir.labels_of(CallerField::Comments)(line).caption = "Cats";
+      desk.server_reports('F');
+      REQUIRE(desk.rows().size() == 1);
+      CHECK(desk.rows()[0][log_name] == "Ann");
+      CHECK(desk.rows()[0][log_comments] == "Cats");
+    }
+    SUBCASE("another caller is on the line by then") {
+      desk.server_reports('H');
+      desk.shown(line, 1).caption = "Bob";
+      desk.console.lines.CallerData(line).set(CallerField::CallerName, "Bob");
+      desk.server_reports('F');
+      REQUIRE(desk.rows().size() == 2);
+    }
+  }
+
   TEST_CASE("another studio group has other callers on its lines") {
     LineDesk desk;
     desk.box_sends("N03");

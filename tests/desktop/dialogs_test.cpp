@@ -92,6 +92,20 @@ TEST_SUITE("dialogs") {
     CHECK(part<QLabel>(window, "Label1").text() == QStringLiteral(u"Café"));
   }
 
+  TEST_CASE("the login begins with the name however it was left") {
+    test::ShownConsole desk;
+    UserLoginForm& form = desk.console.LoginForm;
+    for (int times = 0; times < 2; ++times) {
+      form.show();
+      desk.settle();
+      CHECK(form.focused() == &form.LoginCombo);
+      form.PasswordTextBox.set_focus();
+      desk.settle();
+      form.close();
+      desk.settle();
+    }
+  }
+
   TEST_CASE("what is typed reaches the text box, and what the core writes shows") {
     test::ShownConsole desk;
     UserLoginForm& form = desk.console.LoginForm;

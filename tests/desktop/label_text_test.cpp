@@ -46,6 +46,14 @@ void ask_for_tool_tip(QWidget& widget) {
 }
 
 TEST_SUITE("texts") {
+  TEST_CASE("what people write in a row is shown to the letter") {
+    test::ShownConsole desk;
+    Label& name = desk.form().LineName(0);
+    name.caption = "Smith & Co, A&B";
+    desk.settle();
+    CHECK(desk.widget(name).shown_caption() == "Smith & Co, A&B");
+  }
+
   TEST_CASE("a text that fits stands whole and has no tool tip") {
     test::ShownConsole desk;
     desk.form().LineName(0).caption = "Dev Patel";

@@ -44,6 +44,15 @@ TEST_SUITE("desktop/resizing") {
     CHECK(desk.widget(desk.form().DataRow(0)).x() == pixel_edge(1890));
   }
 
+  TEST_CASE("the size of a user's profile stretches what stands on the form") {
+    ResizeDesk desk;
+    desk.console.profile_window.take(9000, 14130, window_normal, 1);
+    desk.settle();
+    CHECK(desk.canvas().width() == pixel_edge(14130));
+    desk.pass(500);
+    CHECK(desk.form().DataRow(0).left == 1890);
+  }
+
   TEST_CASE("sizes that the program gives the form start no rebuild") {
     ResizeDesk desk;
     MainForm& form = desk.form();

@@ -32,6 +32,9 @@ struct OpenedFile {
 };
 
 std::optional<OpenedFile> open_regular(const fs::path& path) {
+  // Opening alone would tell whoever waits at the other end of a pipe, or change a device.
+  std::error_code error;
+  if (!fs::is_regular_file(path, error)) return std::nullopt;
   FileDescriptor file(::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
   struct stat status {};
   if (!file.is_open() || ::fstat(file.get(), &status) != 0 || !S_ISREG(status.st_mode)) {
