@@ -1,6 +1,7 @@
 #include "serverlink/group_choice.h"
 
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "callerdata/caller_data.h"
@@ -97,7 +98,7 @@ bool GroupChoice::may_leave(int group) {
     return false;
   }
   // A user without rights in his group can't stay there.
-  if (forced_) return true;
+  if (std::exchange(forced_, false)) return true;
   const std::vector<int> lines = caller_data_.lines_with_unsaved_data();
   return lines.empty() || state_.services.dialogs.ask_yes_no(unsaved_question(lines));
 }

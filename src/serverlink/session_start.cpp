@@ -36,6 +36,7 @@ void TextWrit_SockConnecter(ConsoleState& state, ServerLink& server, SessionReas
     state.login.MissedPolls = 0;
     state.login.SessionBegun = true;
     state.login.BetweenGroups = false;
+    state.messages.withdraw_offer();
 
     request(state, server, CmdConnectConsole);
     state.services.loop.run_pending();
