@@ -13,7 +13,7 @@ namespace lineweir {
 namespace {
 
 // What the console itself writes into its folder.
-constexpr std::array own_files = {settings_file_name, trace_file_name};
+constexpr std::array own_files = {settings_file_name, further_settings_file, trace_file_name};
 
 // What stands behind a log's name in those of the files that the engine keeps beside it.
 constexpr std::array<std::string_view, 3> files_beside_log = {"-wal", "-shm", "-journal"};

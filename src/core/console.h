@@ -44,6 +44,10 @@
 #include "core/timer_runner.h"
 #include "link/link_watch.h"
 #include "link/links.h"
+#include "messages/flash_message.h"
+#include "messages/hot_list.h"
+#include "messages/message_display.h"
+#include "messages/message_sender.h"
 #include "messages/quick_line.h"
 #include "screen/blink.h"
 #include "screen/button_panel.h"
@@ -156,7 +160,13 @@ struct Console : ConsoleState {
   HybridChoice hybrid_choice;
   DialPad dial_pad;
   SwitchConsole switch_console;
+
+  // Messages between the seats.
+  MessageSender message_sender;
+  MessageDisplay message_display;
+  HotList hot_list;
   QuickLine quick_line;
+  FlashMessage flash_message;
 
   // The two doors by which the lines' states come in, and the server's session.
   LineSteps line_steps;

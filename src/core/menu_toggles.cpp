@@ -20,6 +20,7 @@ constexpr std::array menu_toggles = {
     MenuToggle{&MainForm::ServerShowData},
     MenuToggle{&MainForm::GreyScreenOption},
     MenuToggle{&MainForm::TextGrowToggle},
+    MenuToggle{&MainForm::UrgentSound},
     MenuToggle{&MainForm::SyncTimeMenu},
     MenuToggle{&MainForm::EventClockMenu, &MainForm::picShowTimeClock},
     MenuToggle{&MainForm::TimeClockMenuItem, &MainForm::picRealTimeClock, &MainForm::DigiClock},

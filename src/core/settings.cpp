@@ -8,6 +8,7 @@
 #include "callerdata/call_log_file.h"
 #include "callerdata/caller_data.h"
 #include "clocks/show_plan_store.h"
+#include "core/further_settings.h"
 #include "link/links.h"
 #include "screen/display_options.h"
 #include "screen/fonts.h"
@@ -20,6 +21,9 @@
 
 namespace lineweir {
 namespace {
+
+// Of a file that somebody else has put there, no more is read.
+constexpr std::size_t longest_further_settings = 100'000;
 
 constexpr int mode_passive = 3;
 constexpr int mode_talent = -1;
@@ -70,6 +74,10 @@ std::optional<SettingsRecord> Settings::read() const {
 }
 
 std::optional<SettingsRecord> Settings::read_at_start() {
+  if (const auto further = state_.services.files.read_short(std::string(further_settings_file),
+                                                            longest_further_settings)) {
+    apply_further_settings(state_, *further);
+  }
   const auto record = read();
   if (record) return record;
   unreadable_ = state_.services.files.why_unreadable(std::string(settings_file_name));
@@ -145,6 +153,7 @@ std::optional<std::string> Settings::save() {
   attempt(
       [&] {
         state_.services.files.replace(std::string(settings_file_name), encode_settings(collect()));
+        save_further_settings();
       },
       [&](const Failure& failure) {
         report_failure(state_.trace, "Lineweir_SaveSettings", failure);
@@ -152,6 +161,16 @@ std::optional<std::string> Settings::save() {
             "The settings could not be saved: " + description_of(state_.services.letters, failure);
       });
   return why_not;
+}
+
+void Settings::save_further_settings() {
+  platform::Files& files = state_.services.files;
+  const std::string file(further_settings_file);
+  const auto before = files.read_short(file, longest_further_settings);
+  // One that can't be read is somebody else's.
+  if (!before && files.exists(file)) return;
+  const std::string now = with_further_settings(state_, before.value_or(std::string()));
+  if (now != before.value_or(std::string())) files.replace(file, now);
 }
 
 void Settings::save_at_end() {

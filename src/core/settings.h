@@ -20,7 +20,8 @@ class WindowSize;
 class Links;
 struct ConsoleState;
 
-// The settings file: one record in the directory in which the program started.
+// The settings file: one record in the directory in which the program started, with a further file
+// for what the record has no room for.
 class Settings {
  public:
   Settings(ConsoleState& state, const Links& links, ShowPlanStore& show_plan,
@@ -49,6 +50,7 @@ class Settings {
   void SaveSettingsMenu_Click();
   // Writes the present state; says why where it isn't written.
   std::optional<std::string> save();
+  void save_further_settings();
 
   ConsoleState& state_;
   const Links& links_;

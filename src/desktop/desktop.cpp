@@ -6,6 +6,7 @@
 #include "desktop/core_text.h"
 #include "desktop/dialog_table.h"
 #include "desktop/main_window.h"
+#include "desktop/spoken_message.h"
 #include "screen/background_files.h"
 
 namespace lineweir {
@@ -42,6 +43,9 @@ Desktop::Desktop(Console& console, const QString& background_path)
     box.window_moved();
     return main_frame_.has_frame() && box.has_frame();
   };
+  console.message_display.on_message = [this](const HeardMessage& message) {
+    announcer_.announce(spoken_message(console_.Lineweir, message));
+  };
   console.link.on_nothing_comes = [this](const std::string& why) {
     const QString shown = shown_text(console_.Lineweir, why);
     main_frame_.tell_at_hand(shown);
@@ -49,7 +53,10 @@ Desktop::Desktop(Console& console, const QString& background_path)
   };
 }
 
-Desktop::~Desktop() { console_.link.on_nothing_comes = nullptr; }
+Desktop::~Desktop() {
+  console_.link.on_nothing_comes = nullptr;
+  console_.message_display.on_message = nullptr;
+}
 
 DialogFrame* Desktop::dialog(const Form& form) const {
   for (const auto& dialog : dialogs_) {

@@ -1,5 +1,6 @@
 #include "desktop/form_binder.h"
 
+#include <QTabBar>
 #include <QWidget>
 #include <algorithm>
 #include <utility>
@@ -100,7 +101,8 @@ std::vector<QString> FormBinder::widgets_without_element() const {
   std::vector<QString> names;
   for (const QWidget* widget : window_.findChildren<QWidget*>()) {
     const QString name = widget->objectName();
-    if (!may_be_element(name)) continue;
+    // The bar of a page has buttons of its own.
+    if (!may_be_element(name) || qobject_cast<QTabBar*>(widget->parent()) != nullptr) continue;
     const bool tied = std::ranges::any_of(
         links_, [&](const auto& entry) { return &entry.second->widget() == widget; });
     const bool waits = watched_form().count(array_of(name).toStdString()) > 0;

@@ -9,6 +9,7 @@
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QRadioButton>
+#include <utility>
 
 #include "desktop/button_picture.h"
 #include "desktop/core_color.h"
@@ -16,6 +17,7 @@
 #include "desktop/data_grid_link.h"
 #include "desktop/element_link.h"
 #include "desktop/grid_link.h"
+#include "desktop/numbered_entries.h"
 #include "desktop/text_box_link.h"
 #include "desktop/text_painter.h"
 #include "desktop/theme.h"
@@ -155,6 +157,9 @@ class ListLink final : public ElementLink {
       list_.select(row);
     });
     widget.viewport()->installEventFilter(this);
+    if (widget.property(numbered_property).toBool()) {
+      widget.setItemDelegate(new NumberedEntries(&widget));
+    }
   }
 
  private:
@@ -268,7 +273,14 @@ class TextLink final : public ElementLink {
  private:
   void show_content() override {
     text_.show_box();
-    if (box_.back_color == color_white && box_.fore_color == color_black) return;
+    if (edit_.placeholderText().isEmpty() && !box_.hint.get().empty()) {
+      edit_.setPlaceholderText(shown_text(box_, box_.hint.get()));
+    }
+    // White and black are what a box has that nobody gave a colour: it takes the style's.
+    const bool colored = box_.back_color != color_white || box_.fore_color != color_black;
+    if (!colored && std::exchange(colored_, false)) edit_.setPalette(QPalette());
+    if (!colored) return;
+    colored_ = true;
     QPalette palette = edit_.palette();
     const QColor ground = shown_color(box_.back_color);
     palette.setColor(QPalette::Base, ground);
@@ -279,6 +291,7 @@ class TextLink final : public ElementLink {
 
   TextBox& box_;
   Edit& edit_;
+  bool colored_ = false;
   TextBoxLink text_;
 };
 

@@ -9,6 +9,7 @@
 
 #include "core/console.h"
 #include "desktop/accessibility.h"
+#include "desktop/alert_bell.h"
 #include "desktop/console_style.h"
 #include "desktop/desktop.h"
 #include "desktop/dialog_letters.h"
@@ -94,6 +95,7 @@ int run_program(const CommandLine& command_line) {
        .make_engine = [access] { return make_engine(*access, log_wait); },
        .post = [&loop](std::function<void()> call) { loop.post(std::move(call)); }});
   PdfTables printer;
+  AlertBell attention_sound;
   platform::QtSerialPort comm1(loop, box_speed, 1);
   platform::QtSerialPort comm2(loop, switch_console_speed, 2);
   platform::QtClientSocket winsock1(loop);
@@ -109,6 +111,7 @@ int run_program(const CommandLine& command_line) {
                    .databases = *databases,
                    .journal = journal,
                    .printer = printer,
+                   .attention_sound = attention_sound,
                    .letters = letters,
                    .comm1 = comm1,
                    .comm2 = comm2,

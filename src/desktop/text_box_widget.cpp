@@ -39,7 +39,8 @@ QString TextBoxWidget::shown_caption() const {
 }
 
 bool TextBoxWidget::drawn_from(PropertyId property) const {
-  return property == PropertyId::SelStart || ElementWidget::drawn_from(property);
+  return property == PropertyId::SelStart || property == PropertyId::Hint ||
+         ElementWidget::drawn_from(property);
 }
 
 void TextBoxWidget::make_edit() {
@@ -56,7 +57,6 @@ void TextBoxWidget::make_edit() {
   } else {
     line_ = new QLineEdit(this);
     line_->setFrame(false);
-    line_->setPlaceholderText(QStringLiteral("Enter sends the message, Esc leaves it"));
     link_ = new TextBoxLink(*box(), *line_);
   }
   edit()->installEventFilter(this);
@@ -64,11 +64,19 @@ void TextBoxWidget::make_edit() {
   dress_edit();
 }
 
+QString TextBoxWidget::tool_tip() const { return shown_text(*box(), box()->tool_tip.get()); }
+
 bool TextBoxWidget::urgent() const { return box()->back_color == color_red; }
+
+bool TextBoxWidget::is_hollow() const {
+  return element_look().look == Look::Message && box()->back_color == color_white &&
+         box()->text.get().empty();
+}
 
 QColor TextBoxWidget::ground_color() const {
   // An urgent message is as red as a strip on air.
   if (urgent()) return QColor::fromRgb(canvas().theme().red_strip.surface.shading.upper);
+  if (is_hollow()) return QColor::fromRgb(canvas().theme().no_message.shading.upper);
   // White is what a box has that nobody gave a colour: it takes the theme's paper.
   return box()->back_color == color_white ? QColor::fromRgb(canvas().theme().message.shading.upper)
                                           : shown_color(box()->back_color);
@@ -81,9 +89,17 @@ void TextBoxWidget::dress_edit() {
   QPalette palette = edit()->palette();
   palette.setColor(QPalette::Base, ground);
   palette.setColor(QPalette::Text, readable_on(ground, shown_color(box()->fore_color)));
-  palette.setColor(QPalette::PlaceholderText, readable_on(ground, hint_color));
+  const QColor hint = is_hollow() ? QColor::fromRgb(canvas().theme().no_message.text) : hint_color;
+  palette.setColor(QPalette::PlaceholderText, readable_on(ground, hint));
   edit()->setPalette(palette);
+  show_hint();
   resizeEvent(nullptr);
+}
+
+void TextBoxWidget::show_hint() {
+  const QString hint = shown_text(*box(), box()->hint.get());
+  if (line_ != nullptr && line_->placeholderText() != hint) line_->setPlaceholderText(hint);
+  if (lines_ != nullptr && lines_->placeholderText() != hint) lines_->setPlaceholderText(hint);
 }
 
 void TextBoxWidget::forget_control() {

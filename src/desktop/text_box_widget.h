@@ -21,6 +21,7 @@ class TextBoxWidget final : public ElementWidget {
   void look_changed() override;
   bool drawn_from(PropertyId property) const override;
   QString shown_caption() const override;
+  QString tool_tip() const override;
 
  protected:
   void paint(QPainter& painter, const QRect& face) override;
@@ -32,9 +33,12 @@ class TextBoxWidget final : public ElementWidget {
   TextBox* box() const;
   QWidget* edit() const;
   bool urgent() const;
+  // Whether it is the display without a message.
+  bool is_hollow() const;
   QColor ground_color() const;
   void make_edit();
   void dress_edit();
+  void show_hint();
   void follow_last_line();
 
   QLineEdit* line_ = nullptr;

@@ -92,7 +92,9 @@ struct Theme {
   DialColors red_dial;
   QRgb second_hand;
 
+  // The message display, and the hollow in its place while there is no message.
   Surface message;
+  Surface no_message;
   QRgb message_edge;
 
   // Menus and dialogs.

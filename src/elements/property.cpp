@@ -54,6 +54,8 @@ constexpr std::array property_names = {
     PropertyNameRow{PropertyId::NoLink, "NoLink"},
     PropertyNameRow{PropertyId::Withheld, "Withheld"},
     PropertyNameRow{PropertyId::TabStop, "TabStop"},
+    PropertyNameRow{PropertyId::Hint, "Hint"},
+    PropertyNameRow{PropertyId::ToolTip, "ToolTip"},
     PropertyNameRow{PropertyId::DatabaseName, "DatabaseName"},
     PropertyNameRow{PropertyId::RecordSource, "RecordSource"},
 };

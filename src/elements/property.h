@@ -54,6 +54,8 @@ enum class PropertyId {
   NoLink,
   Withheld,
   TabStop,
+  Hint,
+  ToolTip,
   DatabaseName,
   RecordSource,
 };

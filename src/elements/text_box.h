@@ -17,6 +17,10 @@ class TextBox : public Control {
   Property<int> back_color{*this, PropertyId::BackColor, color_white};
   Property<int> alignment{*this, PropertyId::Alignment, 0};
   FontProperties font{*this};
+  // What stands there while the box is empty, and what is told of its text where the pointer rests
+  // on it.
+  Property<std::string> hint{*this, PropertyId::Hint};
+  Property<std::string> tool_tip{*this, PropertyId::ToolTip};
 
   // Shown as dots, as a password is.
   bool hides_text = false;

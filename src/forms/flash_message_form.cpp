@@ -10,6 +10,14 @@ FlashMessageForm::FlashMessageForm() : Form("FlashMessA") {
   for (Button* list_button : {&AddCurrent, &RemoveCurrent, &UpdateButton}) {
     list_button->enabled = false;
   }
+  CarrierLabel.caption = "No server carries messages: they show on this console only.";
+  Today.multi_line = true;
+  Today.hint = "No message yet.";
+}
+
+std::array<Control*, 10> FlashMessageForm::controls_beside_text() {
+  return {&DBList1,       &Text2,        &FlashMessACancel, &SendUrgent,   &FlashSend,
+          &RemoveCurrent, &UpdateButton, &AddCurrent,       &BrowseButton, &FlashMessClear};
 }
 
 }  // namespace lineweir

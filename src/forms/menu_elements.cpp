@@ -29,6 +29,7 @@ MenuElements::MenuElements(Form& form)
       GreyScreenOption(form, Options, "GreyScreenOption", "&Grey Screen"),
       FontMenuItem(form, Options, "FontMenuItem", "&Font"),
       TextGrowToggle(form, Options, "TextGrowToggle", "&Text Grows"),
+      UrgentSound(form, Options, "UrgentSound", "&Urgent Sound"),
       ResetLineweirSize(form, Options, "ResetLineweirSize", "&Reset Size"),
       ExitMenu(form, Options, "ExitMenu", "E&xit"),
       Port(form, "Port"),

@@ -11,7 +11,8 @@ struct MenuElements {
 
   MenuItem Options;
   MenuItem AboutLineweir, SaveSettingsMenu, DatabasePathMenuItem, ShowDatabaseMenuItem, ShowData,
-      ServerShowData, GreyScreenOption, FontMenuItem, TextGrowToggle, ResetLineweirSize, ExitMenu;
+      ServerShowData, GreyScreenOption, FontMenuItem, TextGrowToggle, UrgentSound,
+      ResetLineweirSize, ExitMenu;
 
   MenuItem Port;
   MenuItem Com1, Com2, Com3, Com4, NetworkConnectionOption, WinsockMenu, PortSeparator, PortOn, Off;

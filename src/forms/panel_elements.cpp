@@ -85,6 +85,7 @@ PanelElements::PanelElements(Form& form)
   Text1.multi_line = true;
   Text2.visible = false;
   Text2.enabled = false;
+  Text2.hint = "Enter sends the message, Esc leaves it";
   LogWaiting.visible = false;
   ServerSilence.visible = false;
   ServerSilence.alignment = align_center;

@@ -5,6 +5,8 @@
 
 namespace lineweir {
 
+struct SeatMessage;
+
 // How the next call comes about when the user picks it by hand.
 enum class HandPick {
   // Nobody else is asked: the console moves the mark itself.
@@ -50,6 +52,13 @@ class StudioLink {
   virtual bool caller_data(std::string_view /*handler*/, int /*line*/, std::string_view /*text*/,
                            const std::function<bool()>& /*still_wanted*/ = {}) {
     return true;
+  }
+
+  // Whether there is a server that carries messages between the seats.
+  virtual bool carries_messages() const { return false; }
+  // A message to all seats of the group, this one among them. Returns whether it went out.
+  virtual bool message(std::string_view /*handler*/, const SeatMessage& /*message*/) {
+    return false;
   }
 
   // The console went over to the producer's or the talent's mode, or to another telephone of the

@@ -1,24 +1,29 @@
 #include "messages/quick_line.h"
 
+#include <string>
+
 #include "elements/control.h"
 #include "elements/key_characters.h"
+#include "messages/conversation.h"
+#include "messages/message_display.h"
+#include "messages/message_sender.h"
 #include "state/console_state.h"
 #include "state/wire.h"
 
 namespace lineweir {
+namespace {
 
-QuickLine::QuickLine(ConsoleState& state) : state_(state) {
+constexpr auto text2_key_press = "Lineweir_Text2_KeyPress";
+
+}  // namespace
+
+QuickLine::QuickLine(ConsoleState& state, MessageSender& sender, MessageDisplay& display)
+    : state_(state), sender_(sender), display_(display) {
   MainForm& form = state.Lineweir;
-  wire(form.Text2.on_key_press, state_.trace, "Lineweir_Text2_KeyPress",
+  wire(form.Text2.on_key_press, state_.trace, text2_key_press,
        [this](int& key) { Text2_KeyPress(key); });
   wire(form.Text2.on_lost_focus, state_.trace, "Lineweir_Text2_LostFocus",
        [this] { Text2_LostFocus(); });
-  wire(form.Text1.on_key_press, state_.trace, "Lineweir_Text1_KeyPress",
-       [this](int& key) { Text1_KeyPress(key); });
-  wire(state.FlashMessA.FlashMessACancel.on_click, state_.trace,
-       "FlashMessA_FlashMessACancel_Click", [this] { state_.FlashMessA.hide(); });
-  wire(form.Text1.on_dbl_click, state_.trace, "Lineweir_Text1_DblClick",
-       [this] { Text1_DblClick(); });
 }
 
 void QuickLine::open() {
@@ -37,8 +42,29 @@ void QuickLine::Text2_KeyPress(int& key) {
     close();
   } else if (key == enter_key) {
     key = 0;
-    state_.Lineweir.Text2.text = "";
+    send_line();
   }
+}
+
+void QuickLine::send_line() {
+  MainForm& form = state_.Lineweir;
+  if (!sender_.has_carrier()) {
+    return state_.messages.ShowMessage(
+        "The message was not sent: there is no server to carry it. Choose Winsock or Network in "
+        "the menu Port.");
+  }
+  const std::string words = form.Text2.text;
+  const std::string name = sendable(state_.login.UserName.trimmed());
+  const SeatMessage message{
+      .back_color = form.Text1.back_color,
+      .fore_color = form.Text1.fore_color,
+      .sender = name,
+      .text = last_lines(with_line(form.Text1.text.get(), name, sendable(words)))};
+  if (!sender_.may_send(message)) return;
+  if (!sender_.send(text2_key_press, message)) return;
+  display_.will_come_back(message);
+  // While it was being sent the user may have typed on.
+  if (form.Text2.text == words) form.Text2.text = "";
 }
 
 void QuickLine::Text2_LostFocus() { close(); }
@@ -59,12 +85,6 @@ void QuickLine::give_focus_back() {
     if (control != nullptr && control == former_) present = control;
   }
   form.focus(present != nullptr && present->shown() && present->enabled ? present : nullptr);
-}
-
-void QuickLine::Text1_KeyPress(int& key) { key = 0; }
-
-void QuickLine::Text1_DblClick() {
-  if (state_.program.MessagesAllowed) state_.FlashMessA.show();
 }
 
 }  // namespace lineweir

@@ -3,6 +3,7 @@
 #include <functional>
 
 #include "letters/letters.h"
+#include "platform/attention_sound.h"
 #include "platform/call_journal.h"
 #include "platform/client_socket.h"
 #include "platform/database.h"
@@ -29,6 +30,7 @@ struct Services {
   DatabaseEngine& databases;
   CallJournal& journal;
   TablePrinter& printer;
+  AttentionSound& attention_sound;
   // Those of the console's texts.
   const Letters& letters;
   // 1200 bits per second.

@@ -3,6 +3,7 @@
 #include <string>
 
 #include "callcontrol/modes.h"
+#include "messages/message_display.h"
 #include "serverlink/credentials.h"
 #include "serverlink/profile_fields.h"
 #include "serverlink/reply_code.h"
@@ -24,8 +25,9 @@ bool are_no_rights(std::string_view text) {
 
 }  // namespace
 
-AccessRights::AccessRights(ConsoleState& state, ServerLink& server, Modes& modes)
-    : state_(state), server_(server), modes_(modes) {
+AccessRights::AccessRights(ConsoleState& state, ServerLink& server, Modes& modes,
+                           MessageDisplay& display)
+    : state_(state), server_(server), modes_(modes), display_(display) {
   server.handle(ServerCommand::SrvLoginCheckResult,
                 [this](const ServerPacket& packet) { this->SrvLoginCheckResult(packet); });
   server.handle(ServerCommand::SrvPasswordResult,
@@ -86,7 +88,10 @@ void AccessRights::SrvRights(const ServerPacket& packet) {
 }
 
 void AccessRights::SetRights() {
-  guard(state_.trace, "Lineweir_SetRights", [&] { apply_rights(state_, modes_); });
+  guard(state_.trace, "Lineweir_SetRights", [&] {
+    apply_rights(state_, modes_);
+    display_.show_hint();
+  });
 }
 
 void AccessRights::RequestAccessRights(int group) {

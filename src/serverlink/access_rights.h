@@ -6,6 +6,7 @@
 
 namespace lineweir {
 
+class MessageDisplay;
 class Modes;
 class ServerLink;
 struct ConsoleState;
@@ -14,7 +15,7 @@ struct ConsoleState;
 // the studio group. A user without any in a group is sent to one that is open to him.
 class AccessRights {
  public:
-  AccessRights(ConsoleState& state, ServerLink& server, Modes& modes);
+  AccessRights(ConsoleState& state, ServerLink& server, Modes& modes, MessageDisplay& display);
 
   // The server holds nothing for the user: the options of the settings file hold.
   std::function<void()> on_unknown_user;
@@ -39,6 +40,7 @@ class AccessRights {
   ConsoleState& state_;
   ServerLink& server_;
   Modes& modes_;
+  MessageDisplay& display_;
 };
 
 }  // namespace lineweir

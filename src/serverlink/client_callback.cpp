@@ -1,9 +1,11 @@
 #include "serverlink/client_callback.h"
 
 #include "base/integer16.h"
+#include "base/integer32.h"
 #include "callcontrol/next_caller.h"
 #include "callcontrol/phone_command.h"
 #include "callerdata/received_data.h"
+#include "messages/message_display.h"
 #include "serverlink/line_events.h"
 #include "serverlink/remote_objects_link.h"
 #include "state/console_state.h"
@@ -26,17 +28,19 @@ const T& argument(const std::vector<platform::RemoteValue>& arguments, std::size
 const ClientCallback::Method ClientCallback::methods[] = {
     {"ReturnCallerData", &ClientCallback::ReturnCallerData},
     {"ReturnCommand", &ClientCallback::ReturnCommand},
+    {"ReturnMessageData", &ClientCallback::ReturnMessageData},
     {"ReturnNextCall", &ClientCallback::ReturnNextCall},
 };
 
 ClientCallback::ClientCallback(ConsoleState& state, PhoneCommands& phone,
                                ReceivedData& received_data, LineEvents& line_events,
-                               NextCaller& next_caller)
+                               NextCaller& next_caller, MessageDisplay& display)
     : state_(state),
       phone_(phone),
       received_data_(received_data),
       line_events_(line_events),
-      next_caller_(next_caller) {
+      next_caller_(next_caller),
+      display_(display) {
   wire(
       state.services.remote_objects.on_callback, state_.trace, callback_class,
       [this](const std::string& method, const Arguments& arguments) { called(method, arguments); });
@@ -62,6 +66,13 @@ void ClientCallback::ReturnCommand(const Arguments& arguments) {
   } else {
     line_events_.apply_soon(command);
   }
+}
+
+void ClientCallback::ReturnMessageData(const Arguments& arguments) {
+  display_.ReturnMessageData(argument<std::string>(arguments, 0),
+                             integer16(argument<std::int64_t>(arguments, 1)),
+                             integer32(argument<std::int64_t>(arguments, 2)),
+                             integer32(argument<std::int64_t>(arguments, 3)));
 }
 
 void ClientCallback::ReturnNextCall(const Arguments& arguments) {

@@ -8,6 +8,7 @@
 namespace lineweir {
 
 class LineEvents;
+class MessageDisplay;
 class NextCaller;
 class PhoneCommands;
 class ReceivedData;
@@ -18,7 +19,7 @@ struct ConsoleState;
 class ClientCallback {
  public:
   ClientCallback(ConsoleState& state, PhoneCommands& phone, ReceivedData& received_data,
-                 LineEvents& line_events, NextCaller& next_caller);
+                 LineEvents& line_events, NextCaller& next_caller, MessageDisplay& display);
 
  private:
   using Arguments = std::vector<platform::RemoteValue>;
@@ -35,6 +36,7 @@ class ClientCallback {
   void ReturnCallerData(const Arguments& arguments);
   // A word of the equipment, or the status text of all lines.
   void ReturnCommand(const Arguments& arguments);
+  void ReturnMessageData(const Arguments& arguments);
   void ReturnNextCall(const Arguments& arguments);
 
   ConsoleState& state_;
@@ -42,6 +44,7 @@ class ClientCallback {
   ReceivedData& received_data_;
   LineEvents& line_events_;
   NextCaller& next_caller_;
+  MessageDisplay& display_;
 };
 
 }  // namespace lineweir

@@ -14,6 +14,7 @@ void clear_studio_group(ConsoleState& state, LineEvents& line_events) {
   }
   TextBox& messages = state.Lineweir.Text1;
   messages.text = "";
+  messages.tool_tip = "";
   messages.back_color = color_white;
   messages.fore_color = color_black;
   ClockState& clocks = state.clock_state;

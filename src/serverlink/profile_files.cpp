@@ -13,7 +13,6 @@ namespace lineweir {
 namespace {
 
 constexpr std::string_view plan_ending = ".txt";
-constexpr std::size_t longest_hot_list_path = stored_width(&SettingsRecord::MessageFile);
 
 }  // namespace
 

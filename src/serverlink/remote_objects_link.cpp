@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <string>
 
+#include "link/seat_message.h"
 #include "serverlink/held_objects.h"
 #include "state/console_state.h"
 #include "state/guard.h"
@@ -37,6 +38,25 @@ bool RemoteObjectsLink::caller_data(std::string_view handler, int line, std::str
         "CallerDataServer", {std::int64_t{line + 1}, std::int64_t{state_.program.GroupNumber}},
         std::string(text));
   });
+}
+
+bool RemoteObjectsLink::message(std::string_view handler, const SeatMessage& message) {
+  if (objects_.SerialInputObject == nullptr) {
+    state_.messages.ShowMessage(trouble());
+    return false;
+  }
+  const int group = state_.program.GroupNumber;
+  bool sent = false;
+  socket_trap(state_, handler, [&] {
+    // Between two tries the console may have gone to another group, for which it wasn't written.
+    if (state_.program.GroupNumber != group) return;
+    objects_.serial_input().set_property(
+        "MessageGroupData",
+        {std::int64_t{group}, std::int64_t{message.back_color}, std::int64_t{message.fore_color}},
+        with_sender(message));
+    sent = true;
+  });
+  return sent;
 }
 
 std::string_view RemoteObjectsLink::trouble() const {

@@ -23,6 +23,8 @@ class RemoteObjectsLink : public StudioLink {
   HandPick hand_pick() const override { return HandPick::PresentChoiceTold; }
   bool caller_data(std::string_view handler, int line, std::string_view text,
                    const std::function<bool()>& still_wanted) override;
+  bool carries_messages() const override { return true; }
+  bool message(std::string_view handler, const SeatMessage& message) override;
   bool leave_group(std::string_view handler) override;
   GroupEntry enter_group() override;
   void line_names(std::string_view handler) override;

@@ -3,6 +3,7 @@
 #include <string>
 #include <vector>
 
+#include "messages/message_display.h"
 #include "serverlink/server_connection.h"
 #include "serverlink/server_link.h"
 #include "state/console_state.h"
@@ -22,8 +23,9 @@ int shutdown_interval(int seconds) {
   return (seconds - seconds_ahead) * 1'000;
 }
 
-ServerNotices::ServerNotices(ConsoleState& state, ServerLink& server, ServerConnection& connection)
-    : state_(state), connection_(connection) {
+ServerNotices::ServerNotices(ConsoleState& state, ServerLink& server, ServerConnection& connection,
+                             MessageDisplay& display)
+    : state_(state), connection_(connection), display_(display) {
   using enum ServerCommand;
   server.handle(SrvFlashMessage,
                 [this](const ServerPacket& packet) { this->SrvFlashMessage(packet); });
@@ -38,13 +40,8 @@ ServerNotices::ServerNotices(ConsoleState& state, ServerLink& server, ServerConn
 void ServerNotices::SrvFlashMessage(const ServerPacket& packet) {
   const auto message = decode_text_message(packet.Buffer);
   if (!message) throw Failure(failure_number::type_mismatch, "Type mismatch");
-  if (packet.GroupNo != state_.program.GroupNumber) return;
-  const std::size_t sender_end = message->text.find(item_end);
-  TextBox& box = state_.Lineweir.Text1;
-  box.text = sender_end == std::string::npos ? message->text : message->text.substr(sender_end + 1);
-  box.sel_start = static_cast<int>(box.text.get().size());
-  box.back_color = message->back_color;
-  box.fore_color = message->fore_color;
+  display_.ReturnMessageData(message->text, packet.GroupNo, message->back_color,
+                             message->fore_color);
 }
 
 void ServerNotices::SrvMessage(const ServerPacket& packet) {

@@ -2,6 +2,7 @@
 
 namespace lineweir {
 
+class MessageDisplay;
 class ServerConnection;
 class ServerLink;
 struct ConsoleState;
@@ -11,7 +12,8 @@ struct ServerPacket;
 // and that it will shut down.
 class ServerNotices {
  public:
-  ServerNotices(ConsoleState& state, ServerLink& server, ServerConnection& connection);
+  ServerNotices(ConsoleState& state, ServerLink& server, ServerConnection& connection,
+                MessageDisplay& display);
 
  private:
   void SrvFlashMessage(const ServerPacket& packet);
@@ -22,6 +24,7 @@ class ServerNotices {
 
   ConsoleState& state_;
   ServerConnection& connection_;
+  MessageDisplay& display_;
 };
 
 // How long before the server's end the console leaves it, in milliseconds from the notice; a

@@ -6,6 +6,7 @@
 
 #include "lines/equipment_kinds.h"
 #include "link/command_word.h"
+#include "link/seat_message.h"
 #include "serverlink/command_frame.h"
 #include "serverlink/server_link.h"
 #include "state/console_state.h"
@@ -79,6 +80,22 @@ bool SocketLink::caller_data(std::string_view handler, int line, std::string_vie
     packet.set_buffer(std::string(text));
     server_.send(std::move(packet));
   });
+}
+
+bool SocketLink::message(std::string_view handler, const SeatMessage& message) {
+  const int group = state_.program.GroupNumber;
+  bool sent = false;
+  socket_trap(state_, handler, [&] {
+    // Between two tries the console may have gone to another group, for which it wasn't written.
+    if (state_.program.GroupNumber != group) return;
+    ServerPacket packet = server_.packet(ClientCommand::CmdFlashMessage);
+    packet.set_buffer(encode_text_message({.back_color = message.back_color,
+                                           .fore_color = message.fore_color,
+                                           .text = with_sender(message)}));
+    server_.send(std::move(packet));
+    sent = true;
+  });
+  return sent;
 }
 
 void SocketLink::mode(std::string_view handler, bool producer) {

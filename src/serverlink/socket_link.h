@@ -29,6 +29,8 @@ class SocketLink : public StudioLink {
   void next_action(std::string_view handler, NextAction action) override;
   bool caller_data(std::string_view handler, int line, std::string_view text,
                    const std::function<bool()>& still_wanted) override;
+  bool carries_messages() const override { return true; }
+  bool message(std::string_view handler, const SeatMessage& message) override;
   void mode(std::string_view handler, bool producer) override;
   void phone(std::string_view handler, int number) override;
   void phone_names() override;

@@ -13,6 +13,8 @@
 namespace lineweir {
 
 inline constexpr std::string_view settings_file_name = "Writ.inf";
+// Beside it, what its record has no room for.
+inline constexpr std::string_view further_settings_file = "lineweir.ini";
 
 // Of each column that is shown as the user chooses.
 inline constexpr int optional_column_count = column_count - first_optional_column;

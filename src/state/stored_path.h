@@ -19,6 +19,7 @@ constexpr std::size_t stored_width(std::string SettingsRecord::*text) {
 
 inline constexpr std::size_t longest_plan_path = stored_width(&SettingsRecord::ShowDataFile);
 inline constexpr std::size_t longest_log_path = stored_width(&SettingsRecord::DatabasePath);
+inline constexpr std::size_t longest_hot_list_path = stored_width(&SettingsRecord::MessageFile);
 
 // A path that the settings would cut leads nowhere at the next start: a Failure of number 5 says so
 // when it is chosen.

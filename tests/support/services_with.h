@@ -30,6 +30,7 @@ inline platform::Services services_with(const platform::Services& all, const Rep
           .databases = all.databases,
           .journal = all.journal,
           .printer = all.printer,
+          .attention_sound = all.attention_sound,
           .letters = all.letters,
           .comm1 = chosen(parts.comm1, all.comm1),
           .comm2 = chosen(parts.comm2, all.comm2),

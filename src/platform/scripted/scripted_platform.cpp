@@ -33,6 +33,7 @@ Services ScriptedPlatform::services(StreamedFiles& other_files, DatabaseEngine& 
           .databases = failing_databases,
           .journal = journal,
           .printer = printer,
+          .attention_sound = attention_sound,
           .letters = other_letters,
           .comm1 = comm1,
           .comm2 = comm2,

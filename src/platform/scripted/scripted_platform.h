@@ -7,6 +7,7 @@
 #include "platform/scripted/failing_databases.h"
 #include "platform/scripted/memory_databases.h"
 #include "platform/scripted/memory_files.h"
+#include "platform/scripted/scripted_attention_sound.h"
 #include "platform/scripted/scripted_client_socket.h"
 #include "platform/scripted/scripted_dialogs.h"
 #include "platform/scripted/scripted_random_numbers.h"
@@ -44,6 +45,7 @@ struct ScriptedPlatform {
   ScriptedUserFiles user_files{files, failing_databases};
   LoopCallJournal journal{loop, failing_databases};
   ScriptedTablePrinter printer;
+  ScriptedAttentionSound attention_sound;
   CodePageLetters letters;
   ScriptedSerialPort comm1{loop};
   ScriptedSerialPort comm2{loop, 2};

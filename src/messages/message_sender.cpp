@@ -1,0 +1,40 @@
+#include "messages/message_sender.h"
+
+#include <string>
+
+#include "link/links.h"
+#include "link/seat_message.h"
+#include "messages/conversation.h"
+#include "state/console_state.h"
+
+namespace lineweir {
+
+bool MessageSender::has_carrier() const { return links_.in_use().carries_messages(); }
+
+bool MessageSender::may_send(const SeatMessage& message) const {
+  if (!state_.program.MessagesAllowed) {
+    state_.messages.ShowMessage(
+        "The message was not sent: this user has no right to send messages. Press F7 to log in as "
+        "another one.");
+    return false;
+  }
+  if (message.text.size() > longest_message) {
+    state_.messages.ShowMessage("The message was not sent: it has " +
+                                std::to_string(message.text.size()) +
+                                " characters with the sender's name, and at most " +
+                                std::to_string(longest_message) + " can be sent. Shorten it.");
+    return false;
+  }
+  const StudioLink& link = links_.in_use();
+  if (link.carries_messages() && link.locks_keys()) {
+    state_.messages.ShowMessage(link.trouble());
+    return false;
+  }
+  return true;
+}
+
+bool MessageSender::send(std::string_view handler, const SeatMessage& message) {
+  return links_.in_use().message(handler, message);
+}
+
+}  // namespace lineweir
