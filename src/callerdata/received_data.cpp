@@ -20,10 +20,17 @@ std::string_view bare(std::string_view name) {
   return name.substr(first, name.find_last_not_of(passed_over) - first + 1);
 }
 
+// What is missing of the texts is empty.
+std::string with_all_fields(std::string_view data) {
+  std::string whole(data);
+  if (!whole.empty()) whole.append(data_field_count, field_end);
+  return whole;
+}
+
 }  // namespace
 
 void ReceivedData::ReturnCallerData(std::string_view ReturnData, int ALinenumber) {
-  take(ReturnData, ALinenumber - 1);
+  take(with_all_fields(ReturnData), ALinenumber - 1);
   caller_data_.data_arrived(ALinenumber - 1);
 }
 
@@ -31,10 +38,7 @@ void ReceivedData::SrvCallerData(std::string_view Buffer, int LineNo) {
   if (!Buffer.empty() && is_own_name(Buffer.substr(0, Buffer.find(field_end)))) {
     return caller_data_.data_arrived(LineNo);
   }
-  std::string whole(Buffer);
-  // What is missing of the texts is empty.
-  if (!whole.empty()) whole.append(data_field_count, field_end);
-  if (take(whole, LineNo)) {
+  if (take(with_all_fields(Buffer), LineNo)) {
     CallerRecord& record = state_.lines.CallerData(LineNo);
     for (const CallerFieldRule& rule : entry_fields) {
       Label& label = state_.Lineweir.labels_of(rule.field)(LineNo);
@@ -56,9 +60,7 @@ bool ReceivedData::take(std::string_view text, int line) {
   }
   if (is_own(text.substr(0, text.find(field_end)))) return false;
   const auto details = decode_caller_data(text);
-  if (!details) {
-    throw Failure(failure_number::invalid_argument, "Caller data with fields missing");
-  }
+  if (!details) return false;
   for (std::size_t i = 0; i < entry_fields.size(); ++i) {
     // Through the record, whose fixed fields cut and pad.
     const CallerField field = entry_fields[i].field;

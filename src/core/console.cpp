@@ -83,6 +83,7 @@ Console::Console(const platform::Services& platform_services)
       studio_groups(*this, server, access_rights, group_choice),
       remote_studio(*this, remote, modes, line_events, studio_shape, studio_groups),
       remote_session(*this, links, remote, remote_studio, port, link),
+      remote_watch(*this, remote, remote_link, remote_session, link),
       group_session(*this, server, server_connection, login_exchange),
       server_phones(*this, server, links, modes),
       server_notices(*this, server, server_connection, message_display),

@@ -79,6 +79,7 @@
 #include "serverlink/remote_objects_link.h"
 #include "serverlink/remote_session.h"
 #include "serverlink/remote_studio.h"
+#include "serverlink/remote_watch.h"
 #include "serverlink/server_connection.h"
 #include "serverlink/server_link.h"
 #include "serverlink/server_notices.h"
@@ -189,6 +190,7 @@ struct Console : ConsoleState {
   StudioGroups studio_groups;
   RemoteStudio remote_studio;
   RemoteSession remote_session;
+  RemoteWatch remote_watch;
   GroupSession group_session;
   ServerPhones server_phones;
   ServerNotices server_notices;

@@ -6,6 +6,8 @@
 #include <QMenuBar>
 #include <QPushButton>
 #include <QShortcut>
+#include <QTabBar>
+#include <QTabWidget>
 #include <QWidget>
 #include <algorithm>
 
@@ -48,6 +50,18 @@ void dress_fields(QWidget& window) {
   }
 }
 
+// Pages are turned by their letters, which lead to what is on them.
+void dress_pages(QTabWidget& pages) {
+  pages.tabBar()->setFocusPolicy(Qt::NoFocus);
+  QObject::connect(&pages, &QTabWidget::currentChanged, &pages, [&pages] {
+    QWidget* page = pages.currentWidget();
+    for (QWidget* next = page->nextInFocusChain(); next != page; next = next->nextInFocusChain()) {
+      if (!page->isAncestorOf(next) || next->focusPolicy() == Qt::NoFocus) continue;
+      return next->setFocus(Qt::OtherFocusReason);
+    }
+  });
+}
+
 QRect shown_controls(const QWidget& window) {
   QRect all;
   for (const QWidget* child : window.findChildren<QWidget*>(Qt::FindDirectChildrenOnly)) {
@@ -77,6 +91,7 @@ QWidget* DialogFrame::make_window() {
     QObject::connect(escape, &QShortcut::activated, button, &QPushButton::click);
   }
   dress_fields(*window);
+  for (QTabWidget* pages : window->findChildren<QTabWidget*>()) dress_pages(*pages);
   if (!form().menu_bar().empty() && window->layout() != nullptr) {
     auto* bar = new QMenuBar(window);
     menus_ = std::make_unique<MenuTree>(form(), *bar);

@@ -1,6 +1,7 @@
 #include "desktop/form_binder.h"
 
 #include <QTabBar>
+#include <QTabWidget>
 #include <QWidget>
 #include <algorithm>
 #include <utility>
@@ -137,7 +138,13 @@ void FormBinder::focus_moved(Control* control) {
   const auto found = links_.find(control);
   if (found == links_.end() || found->second->widget().hasFocus()) return;
   flush();
-  found->second->widget().setFocus(Qt::OtherFocusReason);
+  QWidget& widget = found->second->widget();
+  for (QTabWidget* pages : window_.findChildren<QTabWidget*>()) {
+    for (int page = 0; page < pages->count(); ++page) {
+      if (pages->widget(page)->isAncestorOf(&widget)) pages->setCurrentIndex(page);
+    }
+  }
+  widget.setFocus(Qt::OtherFocusReason);
 }
 
 void FormBinder::show_changes() {

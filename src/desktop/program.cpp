@@ -24,10 +24,10 @@
 #include "platform/disk/disk_files.h"
 #include "platform/disk_journal/disk_call_journal.h"
 #include "platform/icu/icu_transliterator.h"
+#include "platform/qt/dbus_remote_objects.h"
 #include "platform/qt/qt_client_socket.h"
 #include "platform/qt/qt_event_loop.h"
 #include "platform/qt/qt_random_numbers.h"
-#include "platform/qt/qt_remote_objects.h"
 #include "platform/qt/qt_serial_port.h"
 #include "platform/qt/qt_system_clock.h"
 #include "platform/sqlite/sqlite_engine.h"
@@ -99,7 +99,7 @@ int run_program(const CommandLine& command_line) {
   platform::QtSerialPort comm1(loop, box_speed, 1);
   platform::QtSerialPort comm2(loop, switch_console_speed, 2);
   platform::QtClientSocket winsock1(loop);
-  platform::QtRemoteObjects remote_objects;
+  platform::DBusRemoteObjects remote_objects(loop, letters);
   bool ended = false;
 
   Console console({.loop = loop,

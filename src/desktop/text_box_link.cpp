@@ -29,6 +29,13 @@ QString core_lines(const QString& shown) {
   return lines.replace(QLatin1Char('\n'), QLatin1String("\r\n"));
 }
 
+QString one_line(const QString& shown) {
+  QString line = shown;
+  return line.replace(QLatin1String("\r\n"), QLatin1String(" "))
+      .replace(QLatin1Char('\n'), QLatin1Char(' '))
+      .replace(QLatin1Char('\r'), QLatin1Char(' '));
+}
+
 // A caret's place in the box's text, from its place in Qt's, and back. A letter may take another
 // number of characters there.
 int core_caret(const TextBox& box, const QString& shown, int caret) {
@@ -38,6 +45,10 @@ int core_caret(const TextBox& box, const QString& shown, int caret) {
 int shown_caret(const TextBox& box) {
   const auto caret = static_cast<std::size_t>(std::max(0, box.sel_start.get()));
   return static_cast<int>(qt_lines(shown_text(box, left_part(box.text.get(), caret))).size());
+}
+
+bool caret_is_at_end(const TextBox& box) {
+  return box.sel_start >= static_cast<int>(box.text.get().size());
 }
 
 bool leaves_text_alone(const QKeyEvent& event) {
@@ -65,6 +76,8 @@ TextBoxLink::TextBoxLink(TextBox& box, QPlainTextEdit& edit)
 
 void TextBoxLink::watch(QWidget& edit) {
   edit.installEventFilter(this);
+  // There the mouse clicks in a text of several lines.
+  if (lines_ != nullptr) lines_->viewport()->installEventFilter(this);
   show_box();
 }
 
@@ -105,6 +118,14 @@ bool TextBoxLink::eventFilter(QObject* watched, QEvent* event) {
       }
       break;
     }
+    case QEvent::Show:
+    case QEvent::Resize:
+      // What was written while nobody saw it has put the caret where the newest is.
+      if (lines_ != nullptr && lines_->isReadOnly() && caret_is_at_end(*box_)) {
+        QMetaObject::invokeMethod(lines_, &QPlainTextEdit::ensureCursorVisible,
+                                  Qt::QueuedConnection);
+      }
+      break;
     case QEvent::MouseButtonDblClick:
       box_->on_dbl_click();
       break;
@@ -161,7 +182,8 @@ bool TextBoxLink::characters_swallowed(const QString& typed) {
 
 void TextBoxLink::edited(const QString& text, int caret) {
   if (showing_ || box_ == nullptr) return;
-  const std::string core = core_text(*box_, core_lines(text));
+  // What is pasted may have line breaks where there is one line.
+  const std::string core = core_text(*box_, line_ != nullptr ? one_line(text) : core_lines(text));
   box_->edit(core, core_caret(*box_, text, caret));
   // The box may hold another text than was typed: it has letters of its own, may have taken another
   // one, and its change event may have changed it.

@@ -21,12 +21,34 @@ namespace {
 constexpr double corner = 3;
 // From the box's edge to what is written in it.
 constexpr double margin = 5;
+constexpr double entry_padding = 2;
+// More than can be sent: what is too long is told, and not cut.
+constexpr int longest_line = 10'000'000;
 const QColor hint_color(0x5b, 0x64, 0x6e);
 
 }  // namespace
 
 TextBoxWidget::TextBoxWidget(FormCanvas& canvas, TextBox& box, const ElementLook& look)
     : ElementWidget(canvas, box, look) {}
+
+bool TextBoxWidget::is_entry() const {
+  return element_look().look == Look::Entry && box() != nullptr && !box()->multi_line;
+}
+
+int TextBoxWidget::inset() const {
+  return static_cast<int>(std::lround(margin * std::max(1.0, canvas().zoom())));
+}
+
+// As high as its line, at the lower edge of its place, so that what stands there stays in sight.
+QRect TextBoxWidget::device_place() const {
+  QRect place = ElementWidget::device_place();
+  if (!is_entry()) return place;
+  const double height =
+      QFontMetricsF(canvas().font_of(box()->font, 1)).height() + 2 * (inset() + entry_padding);
+  const int line = static_cast<int>(std::ceil(height * canvas().device_scale()));
+  if (line < place.height()) place.setTop(place.bottom() + 1 - line);
+  return place;
+}
 
 TextBox* TextBoxWidget::box() const { return static_cast<TextBox*>(control()); }
 
@@ -57,6 +79,7 @@ void TextBoxWidget::make_edit() {
   } else {
     line_ = new QLineEdit(this);
     line_->setFrame(false);
+    line_->setMaxLength(longest_line);
     link_ = new TextBoxLink(*box(), *line_);
   }
   edit()->installEventFilter(this);
@@ -144,13 +167,41 @@ bool TextBoxWidget::eventFilter(QObject*, QEvent* event) {
   return false;
 }
 
-void TextBoxWidget::resizeEvent(QResizeEvent*) {
-  const int inset = static_cast<int>(std::lround(margin * std::max(1.0, canvas().zoom())));
-  if (edit() != nullptr) edit()->setGeometry(rect().adjusted(inset, inset, -inset, -inset));
+void TextBoxWidget::resizeEvent(QResizeEvent*) { lay_edit(); }
+
+void TextBoxWidget::lay_edit() {
+  if (edit() == nullptr) return;
+  const int space = inset();
+  edit()->setGeometry(rect().adjusted(space, space, -space, -space - covered_below()));
   follow_last_line();
 }
 
+// How much of the message display the entry line lies on.
+int TextBoxWidget::covered_below() const {
+  if (element_look().look != Look::Message) return 0;
+  int covered = 0;
+  for (const ElementWidget* other : canvas().element_widgets()) {
+    const auto* entry = dynamic_cast<const TextBoxWidget*>(other);
+    if (entry == nullptr || !entry->is_entry() || entry->isHidden()) continue;
+    covered = std::max(covered, geometry().intersected(entry->geometry()).height());
+  }
+  return covered;
+}
+
+void TextBoxWidget::make_room_in_displays() {
+  if (element_look().look != Look::Entry) return;
+  for (ElementWidget* other : canvas().element_widgets()) {
+    if (other->element_look().look != Look::Message || other == this) continue;
+    if (auto* display = dynamic_cast<TextBoxWidget*>(other)) display->lay_edit();
+  }
+}
+
+void TextBoxWidget::hideEvent(QHideEvent*) { make_room_in_displays(); }
+
+void TextBoxWidget::moveEvent(QMoveEvent*) { make_room_in_displays(); }
+
 void TextBoxWidget::showEvent(QShowEvent*) {
+  make_room_in_displays();
   if (edit() != nullptr || box() == nullptr) return;
   make_edit();
   edit()->show();

@@ -18,6 +18,7 @@ class TextBoxWidget final : public ElementWidget {
 
   void forget_control() override;
   void element_changed() override;
+  QRect device_place() const override;
   void look_changed() override;
   bool drawn_from(PropertyId property) const override;
   QString shown_caption() const override;
@@ -28,10 +29,18 @@ class TextBoxWidget final : public ElementWidget {
   bool eventFilter(QObject* watched, QEvent* event) override;
   void resizeEvent(QResizeEvent* event) override;
   void showEvent(QShowEvent* event) override;
+  void hideEvent(QHideEvent* event) override;
+  void moveEvent(QMoveEvent* event) override;
 
  private:
   TextBox* box() const;
   QWidget* edit() const;
+  // Whether it is a line to type in that is shown for the while.
+  bool is_entry() const;
+  int inset() const;
+  int covered_below() const;
+  void make_room_in_displays();
+  void lay_edit();
   bool urgent() const;
   // Whether it is the display without a message.
   bool is_hollow() const;

@@ -54,6 +54,16 @@ bool is_choice(const QKeyEvent& event) {
          QChar(event.key()).isLetter();
 }
 
+// Ctrl with Enter, which sends what is written and closes its window.
+bool is_sending(const QKeyEvent& event) {
+  return is_enter(event) && event.modifiers().testFlag(Qt::ControlModifier);
+}
+
+// With Ctrl or Alt a digit acts on a line.
+bool is_commanding_digit(const QKeyEvent& event) {
+  return is_command(event) && event.key() >= Qt::Key_0 && event.key() <= Qt::Key_9;
+}
+
 bool leads_about(const QKeyEvent& event) {
   switch (event.key()) {
     case Qt::Key_Tab:
@@ -153,7 +163,7 @@ bool UserHands::eventFilter(QObject* watched, QEvent* event) {
         return true;
       }
       // What a shortcut takes comes as no key, and its window may be gone by then.
-      if (is_choice(key)) run_.choose(window, now());
+      if (is_choice(key) || is_sending(key)) run_.choose(window, now());
       return false;
     }
     case QEvent::KeyPress: {
@@ -201,7 +211,8 @@ bool UserHands::withheld(const QKeyEvent& event, const QWindow* window) const {
   if (repeats(event) && acts_once(event, focus)) return true;
   if (takes_typing(focus) || run_.belongs_to(window, now())) return false;
   if (!run_.is_choice()) return true;
-  return (is_character(event) || is_enter(event)) && has_hot_keys && has_hot_keys(*window);
+  return (is_character(event) || is_enter(event) || is_commanding_digit(event)) && has_hot_keys &&
+         has_hot_keys(*window);
 }
 
 bool UserHands::answers(const QKeyEvent& event, const QWindow* window) const {

@@ -162,8 +162,10 @@ Result remote_open(Session& session, const Arguments&) {
   platform::ScriptedRemoteObjects& objects = session.platform().remote_objects;
   session.act([&] {
     objects.set_present(true);
-    console.remote.SerialInputObject = objects.create("Quorlink.SerialInput");
-    console.remote.CallbackServer = objects.create("Quorlink.CBServerClass");
+    platform::RemoteObjects& seen = console.services.remote_objects;
+    console.remote.SerialInputObject = seen.create("Quorlink.SerialInput");
+    console.remote.CallbackServer = seen.create("Quorlink.CBServerClass");
+    console.remote.connected = true;
     form.uncheck_coms();
     form.WinsockMenu.checked = false;
     form.NetworkConnectionOption.checked = true;

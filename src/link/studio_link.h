@@ -84,6 +84,9 @@ class StudioLink {
   // one, as a connection may stand that isn't in use.
   virtual void give_way(bool /*was_chosen*/) {}
 
+  // The user wants the lost server back. False where the way leaves that to whoever asks.
+  virtual bool reconnect() { return false; }
+
   // The program ends while this way is in use. A failure is the caller's to handle.
   virtual void leave() {}
 

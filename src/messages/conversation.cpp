@@ -1,5 +1,7 @@
 #include "messages/conversation.h"
 
+#include <algorithm>
+
 #include "base/text.h"
 
 namespace lineweir {
@@ -13,9 +15,17 @@ constexpr std::string_view name_end = "> ";
 std::string sendable(std::string_view typed) {
   std::string text(typed);
   std::erase_if(text, [](char character) {
-    return code_of(character) < ' ' && character != '\t' && character != '\r' && character != '\n';
+    const bool control = code_of(character) < ' ' || character == '\x7f';
+    return control && character != '\t' && character != '\r' && character != '\n';
   });
   return text;
+}
+
+std::string sendable_line(std::string_view typed) {
+  std::string line = sendable(typed);
+  std::ranges::replace_if(
+      line, [](char character) { return character == '\r' || character == '\n'; }, ' ');
+  return line;
 }
 
 std::string shown_message(std::string_view message) {
@@ -33,13 +43,12 @@ std::string with_line(std::string_view conversation, std::string_view name,
 
 std::string last_lines(std::string_view conversation) {
   while (conversation.size() > longest_message) {
-    // The first line that fits begins behind a break not before this place.
-    const std::size_t too_early = conversation.size() - longest_message;
-    const std::size_t from = too_early > line_break.size() ? too_early - line_break.size() : 0;
-    std::size_t end = conversation.find(line_break, from);
-    if (end == std::string_view::npos) end = conversation.rfind(line_break);
+    std::size_t end =
+        conversation.find_first_of(line_break, conversation.size() - longest_message - 1);
+    if (end == std::string_view::npos) end = conversation.find_last_of(line_break);
     if (end == std::string_view::npos) break;
-    conversation.remove_prefix(end + line_break.size());
+    const bool both = conversation.substr(end).starts_with(line_break);
+    conversation.remove_prefix(end + (both ? 2 : 1));
   }
   return std::string(conversation);
 }

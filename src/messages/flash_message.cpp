@@ -52,7 +52,7 @@ void FlashMessage::Text1_DblClick() {
   FlashMessageForm& form = state_.FlashMessA;
   if (!form.visible) FlashMessA_RedefineFlashMess();
   if (form.loaded()) {
-    form.Text1.back_color = color_white;
+    show_on_white();
     keep_sender_name();
     hot_list_.keep_up();
   }
@@ -89,7 +89,7 @@ void FlashMessage::keep_sender_name() {
 
 bool FlashMessage::send(const std::string& words) {
   FlashMessageForm& form = state_.FlashMessA;
-  const std::string name = sendable(trimmed(form.Text2.text.get()));
+  const std::string name = sendable_line(trimmed(form.Text2.text.get()));
   const SeatMessage message{.back_color = form.Text1.back_color,
                             .fore_color = form.Text1.fore_color,
                             .sender = name,
@@ -102,22 +102,28 @@ bool FlashMessage::send(const std::string& words) {
                     : carried ? OwnMessage::NotSent
                               : OwnMessage::ShownHereOnly);
   if (carried && !sent) return false;
-  form.Text1.back_color = color_white;
+  show_on_white();
   state_.Lineweir.Text1.caret_to_end();
-  hide();
   return true;
 }
 
-void FlashMessage::FlashSend_Click() { send(state_.FlashMessA.Text1.text); }
+void FlashMessage::FlashSend_Click() {
+  if (send(state_.FlashMessA.Text1.text)) hide();
+}
 
 void FlashMessage::SendUrgent_Click() {
   TextBox& text = state_.FlashMessA.Text1;
   const int color_before = text.back_color;
   text.back_color = color_red;
   // One that wasn't sent is not urgent until the user says so again.
-  if (!send(text.text)) text.back_color = color_before;
+  if (send(text.text)) {
+    hide();
+  } else {
+    text.back_color = color_before;
+  }
 }
 
+// The dialog stays: the same key would do something else in the main window.
 void FlashMessage::send_entry(int place) {
   const auto& entries = state_.FlashMessA.DBList1.list.get();
   if (place < static_cast<int>(entries.size())) send(entries[static_cast<std::size_t>(place)]);
@@ -139,6 +145,8 @@ void FlashMessage::set_tab_stops(bool on) {
 }
 
 void FlashMessage::Form_KeyDown(int& key_code, int shift) {
+  // The keys belong to the page with the message, which is then to be seen.
+  if (state_.FlashMessA.focused() == &state_.FlashMessA.Today) return;
   const bool digit = key_code >= '1' && key_code <= '9';
   if (shift == control_held && digit) {
     send_entry(key_code - '1');
@@ -155,6 +163,13 @@ void FlashMessage::Form_KeyDown(int& key_code, int shift) {
 void FlashMessage::FollowTimer_Timer() {
   show_carrier();
   hot_list_.follow();
+}
+
+void FlashMessage::show_on_white() {
+  TextBox& text = state_.FlashMessA.Text1;
+  text.back_color = color_white;
+  // The letters may be those of a message that had another ground.
+  if (text.fore_color == color_white) text.fore_color = color_black;
 }
 
 void FlashMessage::show_carrier() {

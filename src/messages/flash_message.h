@@ -33,12 +33,13 @@ class FlashMessage {
   void Form_KeyDown(int& key_code, int shift);
   void FollowTimer_Timer();
 
-  // Sends the words in the dialog's colours and closes it; false where they weren't sent.
+  // Sends the words in the dialog's colours; false where they weren't sent.
   bool send(const std::string& words);
   void send_entry(int place);
   void hide();
   void set_tab_stops(bool on);
   void keep_sender_name();
+  void show_on_white();
   void show_carrier();
   void show_history();
 

@@ -18,6 +18,7 @@ constexpr std::string_view file_filter =
 constexpr int lwb_filter = 2;
 constexpr auto browse_handler = "FlashMessA_BrowseButton_Click";
 constexpr auto create_handler = "FlashMessA_MessCreateDatabase";
+constexpr std::string_view file_ending = ".lwb";
 constexpr int delete_key = 46;
 
 }  // namespace
@@ -61,9 +62,16 @@ void HotList::open(const std::string& file) {
 
 void HotList::show_entries() {
   ListBox& list = state_.FlashMessA.DBList1;
+  const std::vector<std::string> before = list.list;
   const int chosen = list.list_index;
-  list.list = file_.entries();
-  if (chosen >= list.list_count()) list.list_index = list.list_count() - 1;
+  const std::vector<std::string>& now = file_.entries();
+  list.list = now;
+  if (chosen < 0 || chosen >= static_cast<int>(before.size())) return;
+  // The choice stays with its message, wherever another program has put that.
+  const std::string& text = before[static_cast<std::size_t>(chosen)];
+  if (chosen < list.list_count() && now[static_cast<std::size_t>(chosen)] == text) return;
+  const auto found = std::ranges::find(now, text);
+  list.list_index = found == now.end() ? -1 : static_cast<int>(found - now.begin());
 }
 
 void HotList::show_none() {
@@ -117,10 +125,17 @@ void HotList::BrowseButton_Click() {
   question.filter_index = lwb_filter;
   question.default_path = state_.program.MessageFile;
   question.may_be_new = true;
-  const auto file = state_.services.dialogs.ask_file(question);
-  if (!file || trimmed(*file).empty()) return;
-  require_storable(*file, longest_hot_list_path);
-  if (open_or_create(*file)) state_.program.MessageFile = *file;
+  const auto chosen = state_.services.dialogs.ask_file(question);
+  if (!chosen || trimmed(*chosen).empty()) return;
+  const std::string file = with_ending(*chosen);
+  require_storable(file, longest_hot_list_path);
+  if (open_or_create(file)) state_.program.MessageFile = file;
+}
+
+std::string HotList::with_ending(const std::string& file) const {
+  const std::size_t name = file.find_last_of("/\\:") + 1;
+  const bool has_one = file.find('.', name) != std::string::npos;
+  return has_one || state_.services.files.exists(file) ? file : file + std::string(file_ending);
 }
 
 bool HotList::open_or_create(const std::string& file) {
@@ -155,8 +170,10 @@ void HotList::RemoveCurrent_Click() {
   if (place < 0) {
     return state_.messages.ShowMessage("Choose the message to remove in the hot list first.");
   }
-  file_.remove(static_cast<std::size_t>(place));
+  const bool removed = file_.remove(static_cast<std::size_t>(place));
   show_entries();
+  ListBox& list = state_.FlashMessA.DBList1;
+  if (removed) list.list_index = std::min(place, list.list_count() - 1);
 }
 
 void HotList::UpdateButton_Click() {

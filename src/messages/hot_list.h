@@ -33,6 +33,8 @@ class HotList {
   void DBList1_Drag(int from, int to);
   void DBList1_KeyDown(int& key_code, int shift);
 
+  // A new list without an ending has that by which it is found again.
+  std::string with_ending(const std::string& file) const;
   // Opens the file in place of the one that is shown.
   void open(const std::string& file);
   // The same for one that the user has chosen; one that isn't there is made.

@@ -115,12 +115,6 @@ void HotListFile::change(const std::function<void(const std::vector<Row>& rows)>
   take(read_rows());
 }
 
-void HotListFile::store(platform::RowId id, std::string_view text) {
-  recordset_->edit(id);
-  recordset_->set_field(column_, letters_.to_utf8(text));
-  recordset_->update();
-}
-
 void HotListFile::add(std::string_view text) {
   change([&](const std::vector<Row>& rows) {
     if (rows.size() >= static_cast<std::size_t>(most_entries)) {
@@ -153,13 +147,16 @@ bool HotListFile::move(std::size_t from, std::size_t to) {
   bool moved = false;
   change([&](const std::vector<Row>& rows) {
     if (rows != known) return;
-    // The rows stay where they are, and the texts go from one to the next.
-    for (std::size_t place = from; place != to;) {
-      const std::size_t next = place < to ? place + 1 : place - 1;
-      store(rows[place].id, rows[next].text);
-      place = next;
+    std::vector<platform::RowId> order;
+    for (std::size_t place = std::min(from, to); place <= std::max(from, to); ++place) {
+      order.push_back(rows[place].id);
     }
-    store(rows[to].id, rows[from].text);
+    if (from < to) {
+      std::ranges::rotate(order, order.begin() + 1);
+    } else {
+      std::ranges::rotate(order, order.end() - 1);
+    }
+    recordset_->take_places(order);
     moved = true;
   });
   return moved;

@@ -57,7 +57,6 @@ class HotListFile {
   // Runs the change on the rows that there are, which other writers leave alone meanwhile, and
   // takes over what has become of them. A copy of the file holds the change.
   void change(const std::function<void(const std::vector<Row>& rows)>& body);
-  void store(platform::RowId id, std::string_view text);
 
   platform::DatabaseEngine& databases_;
   const Letters& letters_;

@@ -27,14 +27,20 @@ bool MessageSender::may_send(const SeatMessage& message) const {
   }
   const StudioLink& link = links_.in_use();
   if (link.carries_messages() && link.locks_keys()) {
-    state_.messages.ShowMessage(link.trouble());
+    // The offer to connect again says it too.
+    if (!state_.messages.offers_reconnection()) state_.messages.ShowMessage(link.trouble());
     return false;
   }
   return true;
 }
 
 bool MessageSender::send(std::string_view handler, const SeatMessage& message) {
-  return links_.in_use().message(handler, message);
+  const bool sent = links_.in_use().message(handler, message);
+  if (!sent && !state_.MyMsgbox.visible) {
+    state_.messages.ShowMessage(
+        "The message was not sent: the server didn't take it. Try again in a moment.");
+  }
+  return sent;
 }
 
 }  // namespace lineweir

@@ -54,12 +54,12 @@ void QuickLine::send_line() {
         "the menu Port.");
   }
   const std::string words = form.Text2.text;
-  const std::string name = sendable(state_.login.UserName.trimmed());
+  const std::string name = sendable_line(state_.login.UserName.trimmed());
   const SeatMessage message{
       .back_color = form.Text1.back_color,
       .fore_color = form.Text1.fore_color,
       .sender = name,
-      .text = last_lines(with_line(form.Text1.text.get(), name, sendable(words)))};
+      .text = last_lines(with_line(form.Text1.text.get(), name, sendable_line(words)))};
   if (!sender_.may_send(message)) return;
   if (!sender_.send(text2_key_press, message)) return;
   display_.will_come_back(message);

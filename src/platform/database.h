@@ -26,8 +26,8 @@ struct DatabaseColumn {
   friend bool operator==(const DatabaseColumn&, const DatabaseColumn&) = default;
 };
 
-// Names a row of a table for as long as the row exists. A row that is added has a higher one than
-// all rows before it.
+// Names a row of a table for as long as the row exists in its place. A row that is added has a
+// higher one than all rows before it.
 using RowId = std::int64_t;
 
 // Which rows are visited: those behind a row in the direction of the scan, and at most `limit`.
@@ -71,6 +71,10 @@ class Recordset {
   virtual RowId update() = 0;
 
   virtual void remove(RowId row) = 0;
+
+  // The rows exchange their places: the first of them takes the first place that any of them has,
+  // and so on. Each has the RowId of its new place then. To be called in a transaction.
+  virtual void take_places(const std::vector<RowId>& order) = 0;
 
   virtual std::int64_t count() = 0;
 

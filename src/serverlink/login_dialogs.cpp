@@ -204,6 +204,7 @@ bool LoginDialogs::change_user() {
 }
 
 void LoginDialogs::ReconnectButton_Click() {
+  if (links_.in_use().reconnect()) return;
   const ServerConnection::Turn turn(connection_);
   connection_.close();
   state_.services.loop.yield();

@@ -10,12 +10,20 @@
 
 namespace lineweir {
 
+void RemoteObjectsLink::tell(std::string_view handler, std::string_view member,
+                             const std::vector<platform::RemoteValue>& arguments) {
+  objects_.serial_input().tell(member, arguments,
+                               [this, name = std::string(handler)](const Failure& failure) {
+                                 report_failure(state_.trace, name, failure);
+                               });
+}
+
 void RemoteObjectsLink::command(std::string_view handler, std::string_view word, int /*bank*/) {
   bool word_written = false;
   socket_trap(state_, handler, [&] {
     const auto write = [&](std::string_view text) {
-      objects_.serial_input().set_property(
-          "InputSerialPort", {std::int64_t{state_.program.GroupNumber}}, std::string(text));
+      tell(handler, "InputSerialPort",
+           {std::int64_t{state_.program.GroupNumber}, std::string(text)});
     };
     if (!word_written) write(word);
     word_written = true;
@@ -25,8 +33,8 @@ void RemoteObjectsLink::command(std::string_view handler, std::string_view word,
 
 void RemoteObjectsLink::next_call(std::string_view handler, int line) {
   socket_trap(state_, handler, [&] {
-    objects_.serial_input().call(
-        "SetNextCall", {std::int64_t{line + 1}, std::int64_t{state_.program.GroupNumber}});
+    tell(handler, "SetNextCall",
+         {std::int64_t{line + 1}, std::int64_t{state_.program.GroupNumber}});
   });
 }
 
@@ -34,9 +42,8 @@ bool RemoteObjectsLink::caller_data(std::string_view handler, int line, std::str
                                     const std::function<bool()>& still_wanted) {
   return socket_trap(state_, handler, [&] {
     if (still_wanted && !still_wanted()) return;
-    objects_.serial_input().set_property(
-        "CallerDataServer", {std::int64_t{line + 1}, std::int64_t{state_.program.GroupNumber}},
-        std::string(text));
+    tell(handler, "CallerDataServer",
+         {std::int64_t{line + 1}, std::int64_t{state_.program.GroupNumber}, std::string(text)});
   });
 }
 
@@ -50,16 +57,34 @@ bool RemoteObjectsLink::message(std::string_view handler, const SeatMessage& mes
   socket_trap(state_, handler, [&] {
     // Between two tries the console may have gone to another group, for which it wasn't written.
     if (state_.program.GroupNumber != group) return;
-    objects_.serial_input().set_property(
-        "MessageGroupData",
-        {std::int64_t{group}, std::int64_t{message.back_color}, std::int64_t{message.fore_color}},
-        with_sender(message));
+    // The sender's text is his again where this comes to nothing, so that it is waited for.
+    objects_.serial_input().call("MessageGroupData",
+                                 {std::int64_t{group}, std::int64_t{message.back_color},
+                                  std::int64_t{message.fore_color}, with_sender(message)});
     sent = true;
   });
   return sent;
 }
 
+void RemoteObjectsLink::set_silence(std::string_view sentence) {
+  silence_ = sentence.empty() ? std::string() : std::string(sentence) + ".";
+  Label& banner = state_.Lineweir.ServerSilence;
+  if (!sentence.empty()) banner.caption = sentence;
+  banner.visible = !sentence.empty();
+}
+
+bool RemoteObjectsLink::reconnect() {
+  if (!on_reconnect) return false;
+  on_reconnect();
+  return true;
+}
+
 std::string_view RemoteObjectsLink::trouble() const {
+  if (is_silent()) return silence_;
+  if (objects_.SerialInputObject != nullptr && !objects_.connected) {
+    return "There is no link: the server has no reference to this console, choose Network in the "
+           "menu Port.";
+  }
   if (objects_.SerialInputObject != nullptr) return {};
   return "There is no link: the server's objects are gone, choose Network in the menu Port.";
 }
@@ -98,6 +123,7 @@ void RemoteObjectsLink::give_way(bool was_chosen) {
 
 void RemoteObjectsLink::NetworkDisconnect() {
   state_.Lineweir.Timer4.enabled = false;
+  if (is_silent()) set_silence({});
   attempt(
       [&] {
         const bool dropped =

@@ -1,8 +1,11 @@
 #pragma once
 
 #include <functional>
+#include <string>
+#include <vector>
 
 #include "link/studio_link.h"
+#include "platform/remote_objects.h"
 
 namespace lineweir {
 
@@ -18,6 +21,11 @@ class RemoteObjectsLink : public StudioLink {
  public:
   RemoteObjectsLink(ConsoleState& state, HeldObjects& objects) : state_(state), objects_(objects) {}
 
+  // The server is taken for lost, and why in one sentence; or it is there again, with the empty
+  // text. The window says so.
+  void set_silence(std::string_view sentence);
+  bool is_silent() const { return !silence_.empty(); }
+
   void command(std::string_view handler, std::string_view word, int bank) override;
   void next_call(std::string_view handler, int line) override;
   HandPick hand_pick() const override { return HandPick::PresentChoiceTold; }
@@ -31,6 +39,8 @@ class RemoteObjectsLink : public StudioLink {
   void give_way(bool was_chosen) override;
   std::string_view trouble() const override;
   bool polls_server() const override { return true; }
+  bool locks_keys() const override { return is_silent(); }
+  bool reconnect() override;
   void leave() override { NetworkDisconnect(); }
 
   void NetworkDisconnect();
@@ -40,9 +50,18 @@ class RemoteObjectsLink : public StudioLink {
   std::function<bool()> on_enter_group;
   std::function<void()> on_line_names;
 
+  // The user wants the lost server back.
+  std::function<void()> on_reconnect;
+
  private:
+  // A member of SerialInputObject without a result; what comes of it in the end is reported under
+  // the handler's name.
+  void tell(std::string_view handler, std::string_view member,
+            const std::vector<platform::RemoteValue>& arguments);
+
   ConsoleState& state_;
   HeldObjects& objects_;
+  std::string silence_;
 };
 
 }  // namespace lineweir

@@ -6,6 +6,7 @@
 #include "serverlink/held_objects.h"
 #include "serverlink/remote_objects_link.h"
 #include "serverlink/remote_studio.h"
+#include "serverlink/server_alive.h"
 #include "state/console_state.h"
 #include "state/guard.h"
 #include "state/hourglass.h"
@@ -32,6 +33,7 @@ RemoteSession::RemoteSession(ConsoleState& state, const Links& links, HeldObject
 
 void RemoteSession::NetworkConnectionOption_Click() {
   MainForm& form = state_.Lineweir;
+  const int attempt_number = ++attempts_;
   bool begun = false;
   attempt(
       [&] {
@@ -41,52 +43,69 @@ void RemoteSession::NetworkConnectionOption_Click() {
         links_.uncheck_ways();
         form.NetworkConnectionOption.checked = true;
         form.SyncTimeTimer.enabled = false;
-        objects_.SerialInputObject = state_.services.remote_objects.create(commands_class);
-        objects_.CallbackServer = state_.services.remote_objects.create(registration_class);
-        check_present_group(state_);
-        renew_window_caption(state_);
-        if (!register_console()) return state_.messages.ShowMessage(connect_failed);
-        studio_.GetStudioStat();
-        studio_.RefreshStudioNames();
-        studio_.GetTheTimes();
-        studio_.take_lines();
-        state_.lines.FreshConnect = true;
-        form.Timer4.enabled = true;
-        form.Timer1.enabled = true;
-        begun = true;
+        begun = begin();
+        if (!begun) state_.messages.ShowMessage(connect_failed);
       },
       [&](const Failure& failure) {
+        // While it waited the user has chosen another way, or this one anew.
+        if (attempt_number != attempts_ || !form.NetworkConnectionOption.checked) return;
         report_failure(state_.trace, connect_handler, failure);
         state_.messages.ShowMessage(failure.number() == failure_number::no_such_class
                                         ? "Cannot find server"
                                         : connect_failed);
       });
-  if (!begun) end();
+  if (attempt_number != attempts_) return;
+  if (!begun && form.NetworkConnectionOption.checked) end();
   link_.review();
 }
 
+bool RemoteSession::begin() {
+  platform::RemoteObjects& remote = state_.services.remote_objects;
+  objects_.SerialInputObject = remote.create(commands_class);
+  objects_.CallbackServer = remote.create(registration_class);
+  check_present_group(state_);
+  renew_window_caption(state_);
+  if (!register_console()) return false;
+  studio_.GetStudioStat();
+  studio_.RefreshStudioNames();
+  renew_window_caption(state_);
+  studio_.GetTheTimes();
+  studio_.take_lines();
+  state_.lines.FreshConnect = true;
+  state_.Lineweir.Timer4.enabled = true;
+  state_.Lineweir.Timer1.enabled = true;
+  hear_server(state_);
+  return true;
+}
+
+bool RemoteSession::resume() {
+  const int attempt_number = ++attempts_;
+  bool begun = false;
+  attempt([&] { begun = begin(); },
+          [&](const Failure& failure) { report_failure(state_.trace, connect_handler, failure); });
+  return begun && attempt_number == attempts_;
+}
+
 bool RemoteSession::enter_group() {
-  bool entered = false;
+  const auto report = [&](const Failure& failure) {
+    report_failure(state_.trace, "DisplayOptionForm_ExitCommand_Click", failure);
+  };
   attempt(
       [&] {
         studio_.GetStudioStat();
         studio_.take_lines();
-        entered = register_console();
       },
-      [&](const Failure& failure) {
-        report_failure(state_.trace, "DisplayOptionForm_ExitCommand_Click", failure);
-      });
-  if (entered) {
-    studio_.GetTheTimes();
-  } else {
-    state_.messages.ShowMessage(connect_failed);
-    end();
-  }
+      report);
+  bool entered = false;
+  attempt([&] { entered = register_console(); }, report);
+  if (!entered) state_.messages.ShowMessage(connect_failed);
+  studio_.GetTheTimes();
   link_.review();
   return entered;
 }
 
 bool RemoteSession::register_console() {
+  objects_.connected = false;
   objects_.connected = is_true(objects_.CallbackServer->call(
       "AddObjectReference", {callback_class, std::int64_t{state_.program.GroupNumber}}));
   return objects_.connected;

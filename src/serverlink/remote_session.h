@@ -18,12 +18,19 @@ class RemoteSession {
                 SerialPortControl& port, LinkWatch& link);
 
   // With the new group's number. Returns whether the server holds a reference to this console
-  // there; where not, the user is told and the session has ended.
+  // there; where not, the user is told, and nothing that happens there comes by itself.
   bool enter_group();
+
+  // Begins anew with a server that has come back; returns whether that came about. The user is told
+  // nothing.
+  bool resume();
 
  private:
   void NetworkConnectionOption_Click();
 
+  // Gets the objects, registers the console and takes the studio over; false where the server
+  // doesn't take the console. May let events run, in which all of this may begin anew or end.
+  bool begin();
   // Gives the server a reference to this console; returns whether it holds one.
   bool register_console();
   void end();
@@ -34,6 +41,8 @@ class RemoteSession {
   RemoteStudio& studio_;
   SerialPortControl& port_;
   LinkWatch& link_;
+  // Tells the beginning that waits for the server from those given up.
+  int attempts_ = 0;
 };
 
 }  // namespace lineweir

@@ -74,6 +74,11 @@ void Messages::offer_reconnection() {
   show_box();
 }
 
+bool Messages::offers_reconnection() const {
+  const MessageBoxForm& box = state_.MyMsgbox;
+  return box.visible && box.Label1.caption == reconnection_offer;
+}
+
 void Messages::withdraw_offer() { withdraw(reconnection_offer); }
 
 void Messages::withdraw(std::string_view text) {

@@ -35,6 +35,7 @@ class Messages {
 
   // The server is lost: the box offers to connect again.
   void offer_reconnection();
+  bool offers_reconnection() const;
   // The server is there again.
   void withdraw_offer();
   // Shows what a failure says.

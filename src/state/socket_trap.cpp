@@ -30,7 +30,9 @@ bool socket_trap(ConsoleState& state, std::string_view handler, const std::funct
       state.messages.ShowMessage("Lineweir is not currently connected to a server.");
       return false;
     }
-    if (retries == most_retries) {
+    // What may have been done already isn't done twice.
+    const bool may_be_done = trapped->number() == failure_number::no_answer;
+    if (retries == most_retries || may_be_done) {
       report_failure(state.trace, handler, *trapped);
       return false;
     }

@@ -4,6 +4,7 @@
 
 #include <QApplication>
 #include <QHelpEvent>
+#include <QLineEdit>
 #include <QListWidget>
 #include <QPlainTextEdit>
 #include <QScrollBar>
@@ -121,6 +122,13 @@ TEST_SUITE("desktop/messages") {
     QToolTip::hideText();
   }
 
+  TEST_CASE("a double click on the display opens the dialog") {
+    MessageDesk desk;
+    QTest::mouseDClick(desk.display().viewport(), Qt::LeftButton);
+    desk.come_to_rest();
+    CHECK(desk.dialog_form().visible);
+  }
+
   TEST_CASE("F2 opens the dialog in its text; what is typed is sent with Ctrl and Enter") {
     MessageDesk desk;
     QWidget& dialog = desk.open_dialog();
@@ -201,7 +209,8 @@ TEST_SUITE("desktop/messages") {
     CHECK(dialog.focusWidget()->objectName() == "Text1");
     desk.key(dialog, Qt::Key_2, Qt::ControlModifier);
     CHECK(desk.form().Text1.text == "Ann> Three");
-    CHECK_FALSE(dialog.isVisible());
+    // In the main window the next one would act on a line.
+    CHECK(dialog.isVisible());
     CHECK(desk.dialog_form().Text1.text == "Two");
   }
 
@@ -225,6 +234,88 @@ TEST_SUITE("desktop/messages") {
     CHECK(desk.console.MyMsgbox.visible);
     CHECK(desk.form().Text2.text == "1 moment!");
     CHECK(desk.form().Text2.visible);
+  }
+
+  TEST_CASE("keys behind the one that sends and closes the dialog act on no line") {
+    MessageDesk desk;
+    desk.box_sends("R02");
+    desk.settle();
+    QWidget& dialog = desk.open_dialog();
+    QTest::keyClicks(dialog.focusWidget(), "Go");
+    desk.look();
+    desk.key(dialog, Qt::Key_Return, Qt::ControlModifier);
+    REQUIRE_FALSE(dialog.isVisible());
+    desk.platform.comm1.take_writes();
+    QWindow* main = desk.window().windowHandle();
+    QTest::keyClick(main, Qt::Key_3);
+    QTest::keyClick(main, Qt::Key_Return, Qt::ControlModifier);
+    desk.come_to_rest();
+    CHECK(desk.platform.comm1.take_writes().empty());
+  }
+
+  TEST_CASE(
+      "F2 opens the page with the text, wherever the dialog was left, and sends nothing unseen") {
+    MessageDesk desk;
+    QWidget& dialog = desk.open_dialog();
+    QTest::keyClicks(dialog.focusWidget(), "hidden");
+    auto& pages = *dialog.findChild<QTabWidget*>();
+    desk.key(dialog, Qt::Key_T, Qt::AltModifier);
+    REQUIRE(pages.currentIndex() == 1);
+    CHECK(dialog.focusWidget()->objectName() == "Today");
+    desk.key(dialog, Qt::Key_Return, Qt::ControlModifier);
+    CHECK(desk.form().Text1.text == "");
+    desk.key(dialog, Qt::Key_Escape);
+    CHECK_FALSE(dialog.isVisible());
+    desk.open_dialog();
+    CHECK(pages.currentIndex() == 0);
+    CHECK(dialog.focusWidget()->objectName() == "Text1");
+  }
+
+  TEST_CASE("the page of the show's messages opens on the newest") {
+    MessageDesk desk;
+    for (int i = 0; i < 100; ++i)
+      desk.receive(
+          "Bea\x03"
+          "Bea> number " +
+          std::to_string(i));
+    QWidget& dialog = desk.open_dialog();
+    desk.key(dialog, Qt::Key_T, Qt::AltModifier);
+    const QScrollBar& bar = *dialog.findChild<QPlainTextEdit*>("Today")->verticalScrollBar();
+    CHECK(bar.maximum() > 0);
+    CHECK(bar.value() == bar.maximum());
+  }
+
+  TEST_CASE("while a line is typed the newest line of the display stays in sight above it") {
+    MessageDesk desk;
+    std::string conversation = "Ann\x03";
+    for (int line = 0; line < 50; ++line) conversation += "\r\nAnn> line " + std::to_string(line);
+    desk.receive(conversation);
+    QTest::keyClick(desk.window().windowHandle(), Qt::Key_F6);
+    desk.come_to_rest();
+    const QWidget& line = desk.widget(desk.form().Text2);
+    const QWidget& display = desk.widget(desk.form().Text1);
+    REQUIRE(line.isVisible());
+    CHECK(line.height() < display.height());
+    CHECK(line.geometry().bottom() <= display.geometry().bottom() + 1);
+    QPlainTextEdit& text = desk.display();
+    CHECK(text.mapTo(&desk.canvas(), text.rect().bottomLeft()).y() <=
+          line.mapTo(&desk.canvas(), QPoint()).y());
+    CHECK(text.verticalScrollBar()->value() == text.verticalScrollBar()->maximum());
+    desk.receive("Bea\x03Stop", color_red);
+    const QRgb red = metal_theme.red_strip.surface.shading.upper;
+    CHECK(pixels_of(shown_pixels(desk.widget(desk.form().Text1)), red) > 3000);
+  }
+
+  TEST_CASE("what is pasted into the quick line stays whole, on one line") {
+    MessageDesk desk;
+    QTest::keyClick(desk.window().windowHandle(), Qt::Key_F6);
+    desk.come_to_rest();
+    auto& line = *desk.widget(desk.form().Text2).findChild<QLineEdit*>();
+    line.insert("one\ntwo\r\nthree");
+    CHECK(desk.form().Text2.text == "one two three");
+    line.clear();
+    line.insert(QString(40000, 'L'));
+    CHECK(desk.form().Text2.text.get().size() == 40000);
   }
 
   TEST_CASE("screen readers hear a message of another seat with its sender, urgent ones as such") {

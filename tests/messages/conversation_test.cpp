@@ -23,8 +23,9 @@ TEST_SUITE("messages/conversation") {
 
   TEST_CASE("what is typed loses what would end a frame, and keeps its lines") {
     CHECK(sendable("a\x02\x03\x04\x04\x05\x05z") == "az");
-    CHECK(sendable("a\tb\r\nc \x7f\xff") == "a\tb\r\nc \x7f\xff");
-    CHECK(sendable(std::string("\0\x1f", 2)) == "");
+    CHECK(sendable("a\tb\r\nc \xff") == "a\tb\r\nc \xff");
+    CHECK(sendable(std::string("\0\x1f\x7f", 3)) == "");
+    CHECK(sendable_line("a\r\nb\nc\x05") == "a  b c");
   }
 
   TEST_CASE("a line goes to the end of the conversation with the name in front") {
@@ -64,15 +65,18 @@ TEST_SUITE("messages/conversation") {
       const std::string left = last_lines(whole);
       RC_ASSERT(whole.ends_with(left));
       const std::size_t gone = whole.size() - left.size();
-      RC_ASSERT(gone == 0 || whole.substr(0, gone).ends_with("\r\n"));
-      RC_ASSERT(left.size() <= longest_message || left.find("\r\n") == std::string::npos);
+      constexpr std::string_view breaks = "\r\n";
+      RC_ASSERT(left.size() <= longest_message || left.find_first_of(breaks) == std::string::npos);
+      if (gone == 0) return;
+      RC_ASSERT(breaks.find(whole[gone - 1]) != std::string_view::npos);
+      RC_ASSERT(!(whole[gone - 1] == '\r' && left.starts_with('\n')));
       // One line more would have been too much.
-      if (gone != 0) {
-        const std::size_t before = gone < 3 ? std::string::npos : whole.rfind("\r\n", gone - 3);
-        const std::size_t with_one_more =
-            whole.size() - (before == std::string::npos ? 0 : before + 2);
-        RC_ASSERT(with_one_more > longest_message);
-      }
+      const std::size_t own_break = gone > 1 && whole.substr(gone - 2, 2) == breaks ? 2 : 1;
+      const std::size_t before =
+          gone == own_break ? std::string::npos : whole.find_last_of(breaks, gone - own_break - 1);
+      const std::size_t with_one_more =
+          whole.size() - (before == std::string::npos ? 0 : before + 1);
+      RC_ASSERT(with_one_more > longest_message);
     });
   }
 

@@ -61,7 +61,15 @@ TEST_SUITE("messages/hot list") {
     desk.other.remove(2);
     desk.tick();
     CHECK(desk.shown() == Texts{"One", "Two"});
-    CHECK(desk.form.DBList1.list_index == 1);
+    // The message that was chosen has gone.
+    CHECK(desk.form.DBList1.list_index == -1);
+    desk.form.DBList1.select(1);
+    desk.other.remove(0);
+    desk.tick();
+    CHECK(desk.shown() == Texts{"Two"});
+    CHECK(desk.form.DBList1.list_index == 0);
+    desk.form.RemoveCurrent.on_click();
+    CHECK(desk.stored().empty());
   }
 
   TEST_CASE("a message is removed by what it says, wherever it now stands") {

@@ -67,6 +67,17 @@ using Names = std::vector<std::string>;
 TYPE_TO_STRING(Fixture<InMemory>);
 TYPE_TO_STRING(Fixture<OnDisk>);
 
+TEST_CASE_TEMPLATE("Rows exchange their places with all that they hold", Kind, Fixture<InMemory>,
+                   Fixture<OnDisk>) {
+  Kind test;
+  std::vector<RowId> ids;
+  for (const char* name : {"Ann", "Bea", "Cid", "Dan"}) ids.push_back(test.add(name, name));
+  test.database->in_transaction([&] { test.rows->take_places({ids[3], ids[0], ids[1]}); });
+  CHECK(test.names() == Names{"Dan", "Ann", "Cid", "Bea"});
+  CHECK(test.rows->row(ids[0])->at(1) == "Dan");
+  CHECK(test.add("Eva") > ids[3]);
+}
+
 TEST_CASE_TEMPLATE("A file that doesn't exist is failure 3024, and one that does isn't made again",
                    Kind, Fixture<InMemory>, Fixture<OnDisk>) {
   Kind test;

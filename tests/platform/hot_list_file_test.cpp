@@ -8,6 +8,7 @@
 
 #include <filesystem>
 #include <fstream>
+#include <set>
 #include <string>
 
 #include "base/failure.h"
@@ -171,6 +172,38 @@ TEST_SUITE("hot list on a disk") {
     check("CREATE TABLE Calls (Message TEXT)", true, failure_number::no_such_table);
     check("CREATE TABLE Messages (Words TEXT)", true, failure_number::no_such_table);
     check("", false, failure_number::no_such_table);
+  }
+
+  TEST_CASE("moving a message leaves every row as it is, whatever it holds") {
+    DiskList disk;
+    OtherProgram other(disk.file);
+    other.run(
+        "CREATE TABLE Messages (Message TEXT, maker TEXT);"
+        "INSERT INTO Messages VALUES ('one', 'of one'), ('\u0417\u0430\u017c\u00f3\u0142\u0107', "
+        "'of two'), "
+        "(NULL, 'of three'), (x'00ff', 'of four'), (hex(zeroblob(300)), 'of five');");
+    const auto rows = [&] {
+      std::multiset<std::string> found;
+      sqlite3* connection = nullptr;
+      REQUIRE(sqlite3_open(disk.file.c_str(), &connection) == SQLITE_OK);
+      sqlite3_exec(
+          connection, "SELECT quote(Message) || quote(maker) FROM Messages",
+          [](void* set, int, char** values, char**) {
+            static_cast<std::multiset<std::string>*>(set)->insert(values[0]);
+            return 0;
+          },
+          &found, nullptr);
+      sqlite3_close(connection);
+      return found;
+    };
+    const auto before = rows();
+    REQUIRE(before.size() == 5);
+    disk.list.open("hot.lwb");
+    CHECK(disk.list.move(0, 4));
+    CHECK(disk.list.entries().back() == "one");
+    CHECK(disk.list.move(4, 1));
+    CHECK(disk.list.entries().at(1) == "one");
+    CHECK(rows() == before);
   }
 
   TEST_CASE("a list of another maker is one, whatever else it holds") {

@@ -6,7 +6,6 @@
 
 #include "base/failure.h"
 #include "platform/qt/qt_random_numbers.h"
-#include "platform/qt/qt_remote_objects.h"
 #include "platform/qt/qt_system_clock.h"
 
 using namespace lineweir;
@@ -90,15 +89,4 @@ TEST_CASE("Random numbers lie from 0 up to 1 and differ from one source to the n
   }
   CHECK(std::abs(sum / 10000 - 0.5) < 0.05);
   CHECK_FALSE(all_alike);
-}
-
-TEST_CASE("There is no class of remote objects") {
-  QtRemoteObjects objects;
-  try {
-    objects.create("quorlink.SerialInput");
-    FAIL("there was a class");
-  } catch (const Failure& failure) {
-    CHECK(failure.number() == 429);
-    CHECK(std::string(failure.what()) == "Cannot find server");
-  }
 }

@@ -34,7 +34,7 @@ TEST_CASE_FIXTURE(RemoteFixture, "Calls are kept with their object; a written va
   objects.set_present(true);
   const auto object = objects.create("Quorlink.SerialInput");
   object->call("GetDimType", {std::int64_t{1}});
-  object->set_property("InputSerialPort", {std::int64_t{1}}, "N05");
+  object->tell("InputSerialPort", {std::int64_t{1}, "N05"}, {});
   const auto calls = objects.take_calls();
   REQUIRE(calls.size() == 2);
   CHECK(calls[0].object == "SerialInput");

@@ -42,6 +42,7 @@ class RecordingDatabases final : public platform::DatabaseEngine {
     void edit(platform::RowId) override {}
     std::string field(int) const override { return {}; }
     void remove(platform::RowId) override {}
+    void take_places(const std::vector<platform::RowId>&) override {}
     std::int64_t count() override { return 0; }
     std::optional<std::vector<std::string>> row(platform::RowId) override { return std::nullopt; }
     int scan(const platform::RowScan&, const platform::RowVisitor&) override { return 0; }

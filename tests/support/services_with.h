@@ -15,6 +15,7 @@ struct Replaced {
   platform::SerialPort* comm1 = nullptr;
   platform::SerialPort* comm2 = nullptr;
   platform::ClientSocket* winsock1 = nullptr;
+  platform::RemoteObjects* remote_objects = nullptr;
   std::optional<int> process_number = {};
 };
 
@@ -35,7 +36,7 @@ inline platform::Services services_with(const platform::Services& all, const Rep
           .comm1 = chosen(parts.comm1, all.comm1),
           .comm2 = chosen(parts.comm2, all.comm2),
           .winsock1 = chosen(parts.winsock1, all.winsock1),
-          .remote_objects = all.remote_objects,
+          .remote_objects = chosen(parts.remote_objects, all.remote_objects),
           .process_number = parts.process_number.value_or(all.process_number),
           .end_program = all.end_program};
 }

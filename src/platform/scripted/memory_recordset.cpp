@@ -105,6 +105,16 @@ void MemoryRecordset::remove(RowId row) {
   ++file_->changes;
 }
 
+void MemoryRecordset::take_places(const std::vector<RowId>& order) {
+  std::vector<RowId> places = order;
+  std::ranges::sort(places);
+  auto& rows = table().rows;
+  std::vector<MemoryDatabases::Row> moved;
+  for (const RowId row : order) moved.push_back(rows.at(row));
+  for (std::size_t i = 0; i < places.size(); ++i) rows.at(places[i]) = moved[i];
+  ++file_->changes;
+}
+
 std::int64_t MemoryRecordset::count() { return static_cast<std::int64_t>(table().rows.size()); }
 
 std::optional<std::vector<std::string>> MemoryRecordset::row(RowId row) {

@@ -20,6 +20,7 @@ class MemoryRecordset final : public Recordset {
   void set_field(int position, std::string_view value) override;
   RowId update() override;
   void remove(RowId row) override;
+  void take_places(const std::vector<RowId>& order) override;
   std::int64_t count() override;
   std::optional<std::vector<std::string>> row(RowId row) override;
   int scan(const RowScan& rows, const RowVisitor& visit) override;

@@ -24,23 +24,24 @@ Services ScriptedPlatform::services(StreamedFiles& other_files, DatabaseEngine& 
                                     const Letters& other_letters) {
   failing_databases.use(other_databases);
   user_files.use(other_files);
-  return {.loop = loop,
-          .clock = clock,
-          .random = random,
-          .files = other_files,
-          .user_files = user_files,
-          .dialogs = dialogs,
-          .databases = failing_databases,
-          .journal = journal,
-          .printer = printer,
-          .attention_sound = attention_sound,
-          .letters = other_letters,
-          .comm1 = comm1,
-          .comm2 = comm2,
-          .winsock1 = winsock1,
-          .remote_objects = remote_objects,
-          .process_number = process_number,
-          .end_program = [this] { ended = true; }};
+  return {
+      .loop = loop,
+      .clock = clock,
+      .random = random,
+      .files = other_files,
+      .user_files = user_files,
+      .dialogs = dialogs,
+      .databases = failing_databases,
+      .journal = journal,
+      .printer = printer,
+      .attention_sound = attention_sound,
+      .letters = other_letters,
+      .comm1 = comm1,
+      .comm2 = comm2,
+      .winsock1 = winsock1,
+      .remote_objects = other_remote_objects != nullptr ? *other_remote_objects : remote_objects,
+      .process_number = process_number,
+      .end_program = [this] { ended = true; }};
 }
 
 void ScriptedPlatform::restart() {

@@ -51,6 +51,8 @@ struct ScriptedPlatform {
   ScriptedSerialPort comm2{loop, 2};
   ScriptedClientSocket winsock1{loop};
   ScriptedRemoteObjects remote_objects{loop};
+  // What the console has in their place, if anything.
+  RemoteObjects* other_remote_objects = nullptr;
   // Set when the console has ended the program.
   bool ended = false;
 

@@ -14,11 +14,9 @@ class ScriptedRemoteObjects::Object final : public RemoteObject {
     return owner_.use({name_, std::string(member), arguments});
   }
 
-  void set_property(std::string_view member, const std::vector<RemoteValue>& indices,
-                    const RemoteValue& value) override {
-    std::vector<RemoteValue> arguments = indices;
-    arguments.push_back(value);
-    owner_.use({name_, std::string(member), std::move(arguments)});
+  void tell(std::string_view member, const std::vector<RemoteValue>& arguments,
+            Failed /*failed*/) override {
+    owner_.use({name_, std::string(member), arguments});
   }
 
  private:
@@ -39,6 +37,11 @@ void ScriptedRemoteObjects::set_result(const std::string& member, const RemoteVa
 void ScriptedRemoteObjects::call_back(const std::string& method,
                                       const std::vector<RemoteValue>& arguments) {
   loop_.schedule(Milliseconds{0}, [this, method, arguments] { on_callback(method, arguments); });
+}
+
+void ScriptedRemoteObjects::tell_presence(bool answers) {
+  present_ = answers;
+  loop_.schedule(Milliseconds{0}, [this, answers] { on_presence(answers); });
 }
 
 std::vector<RemoteCall> ScriptedRemoteObjects::take_calls() { return std::exchange(calls_, {}); }

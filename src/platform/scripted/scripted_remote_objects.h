@@ -30,6 +30,9 @@ class ScriptedRemoteObjects final : public RemoteObjects {
 
   // Whether the other program is there. At first it isn't.
   void set_present(bool present) { present_ = present; }
+  bool present() const { return present_; }
+  // The same, and the console is told when the loop next runs what is due.
+  void tell_presence(bool answers);
   // What a member returns from now on, whatever its object and arguments.
   void set_result(const std::string& member, const RemoteValue& value);
   // The other program calls the call-back object when the loop next runs what is due.
@@ -39,7 +42,10 @@ class ScriptedRemoteObjects final : public RemoteObjects {
   std::vector<RemoteCall> take_calls();
 
   // As ScriptedSerialPort::restart.
-  void restart() { on_callback.forget_handler(); }
+  void restart() {
+    on_callback.forget_handler();
+    on_presence.forget_handler();
+  }
 
  private:
   class Object;

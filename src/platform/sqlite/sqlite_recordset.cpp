@@ -153,6 +153,25 @@ void SqliteRecordset::remove(RowId row) {
   }
 }
 
+void SqliteRecordset::take_places(const std::vector<RowId>& order) {
+  require_same_file();
+  follow_schema();
+  Statement renumber(connection_, "UPDATE " + sql_name(schema_.name) + " SET " + schema_.row_id +
+                                      " = ?2 WHERE " + schema_.row_id + " = ?1");
+  const auto go = [&](RowId from, RowId to) {
+    renumber.bind(1, from);
+    renumber.bind(2, to);
+    renumber.run();
+  };
+  std::vector<RowId> places = order;
+  std::ranges::sort(places);
+  // By way of places behind all rows, so that no two rows are in one place.
+  const RowId behind = 1 + query_number(connection_, "SELECT max(" + schema_.row_id + ") FROM " +
+                                                         sql_name(schema_.name));
+  for (std::size_t i = 0; i < order.size(); ++i) go(order[i], behind + static_cast<RowId>(i));
+  for (std::size_t i = 0; i < order.size(); ++i) go(behind + static_cast<RowId>(i), places[i]);
+}
+
 std::int64_t SqliteRecordset::count() {
   return query_number(connection_, "SELECT count(*) FROM " + sql_name(schema_.name));
 }
