@@ -12,6 +12,7 @@ namespace lineweir {
 bool MessageSender::has_carrier() const { return links_.in_use().carries_messages(); }
 
 bool MessageSender::may_send(const SeatMessage& message) const {
+  if (sending_) return false;
   if (!state_.program.MessagesAllowed) {
     state_.messages.ShowMessage(
         "The message was not sent: this user has no right to send messages. Press F7 to log in as "
@@ -35,7 +36,9 @@ bool MessageSender::may_send(const SeatMessage& message) const {
 }
 
 bool MessageSender::send(std::string_view handler, const SeatMessage& message) {
+  sending_ = true;
   const bool sent = links_.in_use().message(handler, message);
+  sending_ = false;
   if (!sent && !state_.MyMsgbox.visible) {
     state_.messages.ShowMessage(
         "The message was not sent: the server didn't take it. Try again in a moment.");

@@ -17,7 +17,8 @@ class MessageSender {
   bool has_carrier() const;
 
   // False, with a sentence for the user, where the message is not to be sent: he has no right to,
-  // it is too long, or nobody would know where it comes to.
+  // it is too long, or nobody would know where it comes to. While another one is on its way it is
+  // false in silence.
   bool may_send(const SeatMessage& message) const;
 
   // Returns whether it went out. Where it didn't the user knows why.
@@ -26,6 +27,8 @@ class MessageSender {
  private:
   ConsoleState& state_;
   const Links& links_;
+  // One is on its way, and may let events run.
+  bool sending_ = false;
 };
 
 }  // namespace lineweir

@@ -25,8 +25,15 @@ constexpr auto connect_failed = "Connect Failed";
 }  // namespace
 
 RemoteSession::RemoteSession(ConsoleState& state, const Links& links, HeldObjects& objects,
-                             RemoteStudio& studio, SerialPortControl& port, LinkWatch& link)
-    : state_(state), links_(links), objects_(objects), studio_(studio), port_(port), link_(link) {
+                             RemoteStudio& studio, SerialPortControl& port, LinkWatch& link,
+                             RemoteObjectsLink& remote_link)
+    : state_(state),
+      links_(links),
+      objects_(objects),
+      studio_(studio),
+      port_(port),
+      link_(link),
+      remote_link_(remote_link) {
   wire(state.Lineweir.NetworkConnectionOption.on_click, state_.trace, connect_handler,
        [this] { NetworkConnectionOption_Click(); });
 }
@@ -35,6 +42,7 @@ void RemoteSession::NetworkConnectionOption_Click() {
   MainForm& form = state_.Lineweir;
   const int attempt_number = ++attempts_;
   bool begun = false;
+  stands_ = false;
   attempt(
       [&] {
         const Hourglass hourglass(form);
@@ -55,6 +63,8 @@ void RemoteSession::NetworkConnectionOption_Click() {
                                         : connect_failed);
       });
   if (attempt_number != attempts_) return;
+  stands_ = begun;
+  if (begun) remote_link_.set_silence({});
   if (!begun && form.NetworkConnectionOption.checked) end();
   link_.review();
 }
@@ -112,6 +122,7 @@ bool RemoteSession::register_console() {
 }
 
 void RemoteSession::end() {
+  remote_link_.set_silence({});
   state_.Lineweir.NetworkConnectionOption.checked = false;
   objects_.connected = false;
   objects_.SerialInputObject.reset();

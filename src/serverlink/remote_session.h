@@ -7,6 +7,7 @@ namespace lineweir {
 class LinkWatch;
 class Links;
 class HeldObjects;
+class RemoteObjectsLink;
 class RemoteStudio;
 class SerialPortControl;
 struct ConsoleState;
@@ -15,11 +16,14 @@ struct ConsoleState;
 class RemoteSession {
  public:
   RemoteSession(ConsoleState& state, const Links& links, HeldObjects& objects, RemoteStudio& studio,
-                SerialPortControl& port, LinkWatch& link);
+                SerialPortControl& port, LinkWatch& link, RemoteObjectsLink& remote_link);
 
   // With the new group's number. Returns whether the server holds a reference to this console
   // there; where not, the user is told, and nothing that happens there comes by itself.
   bool enter_group();
+
+  // Whether it has begun, with all that the server tells, and not ended since.
+  bool stands() const { return stands_; }
 
   // Begins anew with a server that has come back; returns whether that came about. The user is told
   // nothing.
@@ -41,6 +45,8 @@ class RemoteSession {
   RemoteStudio& studio_;
   SerialPortControl& port_;
   LinkWatch& link_;
+  RemoteObjectsLink& remote_link_;
+  bool stands_ = false;
   // Tells the beginning that waits for the server from those given up.
   int attempts_ = 0;
 };

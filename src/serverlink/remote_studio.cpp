@@ -23,9 +23,12 @@ using platform::RemoteValue;
 
 constexpr std::size_t digits_of_a_line = 2;
 
+// A member that returns nothing returns the empty text. Any other type is a Failure of number 13.
 std::string text(const RemoteValue& value) {
+  if (std::holds_alternative<std::monostate>(value)) return {};
   const std::string* characters = std::get_if<std::string>(&value);
-  return characters == nullptr ? std::string() : *characters;
+  if (characters == nullptr) throw Failure(failure_number::type_mismatch, "Type mismatch");
+  return *characters;
 }
 
 int number(const RemoteValue& value) {

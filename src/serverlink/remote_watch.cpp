@@ -4,7 +4,6 @@
 
 #include "base/time_text.h"
 #include "link/link_watch.h"
-#include "serverlink/held_objects.h"
 #include "serverlink/remote_objects_link.h"
 #include "serverlink/remote_session.h"
 #include "serverlink/server_alive.h"
@@ -19,9 +18,9 @@ constexpr auto handler = "RemoteWatch";
 
 }  // namespace
 
-RemoteWatch::RemoteWatch(ConsoleState& state, const HeldObjects& objects,
-                         RemoteObjectsLink& remote_link, RemoteSession& session, LinkWatch& link)
-    : state_(state), objects_(objects), remote_link_(remote_link), session_(session), link_(link) {
+RemoteWatch::RemoteWatch(ConsoleState& state, RemoteObjectsLink& remote_link,
+                         RemoteSession& session, LinkWatch& link)
+    : state_(state), remote_link_(remote_link), session_(session), link_(link) {
   wire(state.services.remote_objects.on_presence, state_.trace, handler,
        [this](bool answers) { presence_changed(answers); });
   remote_link.on_reconnect = [this] { reconnect(); };
@@ -42,7 +41,7 @@ void RemoteWatch::presence_changed(bool answers) {
 }
 
 void RemoteWatch::lose() {
-  const bool in_session = state_.Lineweir.NetworkConnectionOption.checked && objects_.connected;
+  const bool in_session = state_.Lineweir.NetworkConnectionOption.checked && session_.stands();
   if (!in_session || remote_link_.is_silent()) return;
   remote_link_.set_silence("No word from the server since " +
                            hms_text(seconds_of_day(state_.services.clock.now())));

@@ -6,7 +6,6 @@
 
 namespace lineweir {
 
-class HeldObjects;
 class LinkWatch;
 class RemoteObjectsLink;
 class RemoteSession;
@@ -17,8 +16,8 @@ struct ConsoleState;
 // console begins its session anew and takes over the state of the studio.
 class RemoteWatch {
  public:
-  RemoteWatch(ConsoleState& state, const HeldObjects& objects, RemoteObjectsLink& remote_link,
-              RemoteSession& session, LinkWatch& link);
+  RemoteWatch(ConsoleState& state, RemoteObjectsLink& remote_link, RemoteSession& session,
+              LinkWatch& link);
   ~RemoteWatch();
 
   static constexpr platform::Milliseconds between_tries{2000};
@@ -31,7 +30,6 @@ class RemoteWatch {
   void reconnect();
 
   ConsoleState& state_;
-  const HeldObjects& objects_;
   RemoteObjectsLink& remote_link_;
   RemoteSession& session_;
   LinkWatch& link_;

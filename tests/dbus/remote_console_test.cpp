@@ -108,6 +108,22 @@ TEST_SUITE("a console on a bus") {
     CHECK_FALSE(console.Lineweir.NetworkConnectionOption.checked);
   }
 
+  TEST_CASE_FIXTURE(
+      RemoteDesk, "a studio that dies in the middle of the connect leaves no link and no banner") {
+    console.Lineweir.Com1.on_click();
+    studio->tell("die GetDimType");
+    messages.clear();
+    console.Lineweir.NetworkConnectionOption.on_click();
+    run_for(loop, platform::Milliseconds{200});
+    CHECK(messages == std::vector<std::string>{"Connect Failed"});
+    CHECK_FALSE(console.Lineweir.NetworkConnectionOption.checked);
+    CHECK_FALSE(lost());
+    CHECK(console.Lineweir.mouse_pointer == pointer_default);
+    studio.emplace();
+    console.Lineweir.NetworkConnectionOption.on_click();
+    CHECK(console.Lineweir.no_link.get().empty());
+  }
+
   TEST_CASE_FIXTURE(RemoteDesk, "the way may be left while the connect waits") {
     console.Lineweir.Com1.on_click();
     studio->stop();

@@ -7,6 +7,7 @@
 #include <QDBusError>
 #include <QDBusPendingCall>
 #include <QThread>
+#include <QXmlStreamReader>
 #include <optional>
 #include <string>
 #include <vector>
@@ -165,10 +166,12 @@ TEST_SUITE("remote objects on a bus") {
   }
 
   TEST_CASE_FIXTURE(AnsweringDesk,
-                    "an answer of another type is nothing, and a number too large fails") {
+                    "an answer of another type fails, and so does a number too large") {
     answer = 1.5;
-    CHECK(input->call("GetDimType", {std::int64_t{1}}) == RemoteValue());
+    CHECK(failure_number_of([&] { input->call("GetDimType", {std::int64_t{1}}); }) == 13);
     answer = QVariant::fromValue<qulonglong>(7);
+    CHECK(failure_number_of([&] { input->call("GetDimType", {std::int64_t{1}}); }) == 13);
+    answer = {};
     CHECK(input->call("GetDimType", {std::int64_t{1}}) == RemoteValue());
     CHECK(failure_number_of([&] { input->call("GetDimType", {std::int64_t{1} << 40}); }) == 6);
   }
@@ -213,6 +216,54 @@ TEST_SUITE("remote objects on a bus") {
     CHECK(input->call("OutputSerialPort", {std::int64_t{1}}) == RemoteValue(true));
     CHECK(answered);
     CHECK(wait_until(loop, [&] { return callbacks.size() == 1; }));
+  }
+
+  TEST_CASE_FIXTURE(AnsweringDesk,
+                    "the console's object tells what it is, and refuses what it isn't") {
+    QDBusConnection asking =
+        QDBusConnection::connectToBus(qEnvironmentVariable("DBUS_SESSION_BUS_ADDRESS"), "asking");
+    QStringList clients = asking.interface()->registeredServiceNames();
+    const auto ask = [&](const QString& interface, const QString& member,
+                         const QVariantList& arguments) {
+      std::vector<QDBusMessage> answers;
+      for (const QString& name : clients) {
+        if (!name.startsWith(':')) continue;
+        QDBusMessage call =
+            QDBusMessage::createMethodCall(name, "/CBClientClass", interface, member);
+        call.setArguments(arguments);
+        QDBusPendingCall pending = asking.asyncCall(call);
+        while (!pending.isFinished()) loop.yield();
+        answers.push_back(pending.reply());
+      }
+      return answers;
+    };
+    int descriptions = 0;
+    for (const QDBusMessage& reply : ask("org.freedesktop.DBus.Introspectable", "Introspect", {})) {
+      QXmlStreamReader xml(reply.arguments().value(0).toString());
+      QStringList methods;
+      while (!xml.atEnd()) {
+        if (xml.readNext() == QXmlStreamReader::StartElement &&
+            xml.name() == QLatin1String("method")) {
+          methods.push_back(xml.attributes().value("name").toString());
+        }
+      }
+      if (methods.contains("ReturnNextCall") && !xml.hasError()) ++descriptions;
+    }
+    CHECK(descriptions == 1);
+    const auto error_names = [&](const std::vector<QDBusMessage>& answers) {
+      QStringList names;
+      for (const QDBusMessage& reply : answers) names.push_back(reply.errorName());
+      return names;
+    };
+    CHECK(error_names(ask("quorlink.CBClientClass", "ReturnNextCall", {"x"}))
+              .contains("org.freedesktop.DBus.Error.InvalidArgs"));
+    const QStringList unknown = error_names(ask("quorlink.CBClientClass", "Nothing", {}));
+    CHECK_FALSE(unknown.isEmpty());
+    int refused = 0;
+    for (const QString& name : unknown)
+      refused += name.startsWith("org.freedesktop.DBus.Error.Unknown");
+    CHECK(refused >= 1);
+    QDBusConnection::disconnectFromBus("asking");
   }
 
   TEST_CASE_FIXTURE(AnsweringDesk, "nobody but the server is heard") {

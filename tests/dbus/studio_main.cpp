@@ -3,9 +3,12 @@
 //
 //   status TEXT    the lines' states from now on; they are pushed to the client too
 //   push TEXT      the same by push alone
+//   die MEMBER     ends without an answer when that member is called
 //   flood COUNT RATE   pushes changing states, RATE of them a second, and then says "flooded"
 //
 // It says "ready" when it stands on the bus, and each command word that it gets.
+
+#include <unistd.h>
 
 #include <QCoreApplication>
 #include <QElapsedTimer>
@@ -36,6 +39,8 @@ class Studio {
     if (word == "status") status_ = rest;
     if (word == "status" || word == "push") {
       server_.call_back(QStringLiteral("ReturnCommand"), {rest});
+    } else if (word == "die") {
+      dies_in_ = rest;
     } else if (word == "flood") {
       left_ = rest.section(QLatin1Char(' '), 0, 0).toInt();
       rate_ = rest.section(QLatin1Char(' '), 1, 1).toInt();
@@ -47,6 +52,7 @@ class Studio {
 
  private:
   QVariant answer(const lineweir::test::ObjectServer::Use& use) {
+    if (use.member == dies_in_) ::_exit(1);
     if (use.member == QLatin1String("AddObjectReference") ||
         use.member == QLatin1String("DropObjectReference")) {
       return true;
@@ -81,6 +87,7 @@ class Studio {
   }
 
   QString status_ = QStringLiteral("F00F01F02F03F04F05F06F07F08F09");
+  QString dies_in_;
   lineweir::test::ObjectServer server_;
   qint64 left_ = 0;
   qint64 sent_ = 0;

@@ -25,6 +25,19 @@ const QString callback_interface = QStringLiteral("quorlink.CBClientClass");
 constexpr std::array<std::string_view, 2> members_with_object = {"AddObjectReference",
                                                                  "DropObjectReference"};
 
+// The methods of the console's object. What comes with other arguments is handed on all the same,
+// to be reported.
+struct CallbackMethod {
+  QLatin1String name;
+  QLatin1String signature;
+};
+constexpr std::array callback_methods = {
+    CallbackMethod{QLatin1String("ReturnCallerData"), QLatin1String("sii")},
+    CallbackMethod{QLatin1String("ReturnCommand"), QLatin1String("s")},
+    CallbackMethod{QLatin1String("ReturnMessageData"), QLatin1String("siii")},
+    CallbackMethod{QLatin1String("ReturnNextCall"), QLatin1String("ii")},
+};
+
 // Together they notice within three seconds that nobody answers.
 constexpr Milliseconds between_pings{1000};
 constexpr int ping_limit = 1500;
@@ -235,7 +248,13 @@ class DBusRemoteObjects::Bus : public QObject {
 bool DBusRemoteObjects::Callback::handleMessage(const QDBusMessage& message,
                                                 const QDBusConnection& connection) {
   if (message.interface() != callback_interface && !message.interface().isEmpty()) return false;
-  if (message.isReplyRequired()) connection.send(message.createReply());
+  const auto method = std::ranges::find(callback_methods, message.member(), &CallbackMethod::name);
+  if (method == callback_methods.end()) return false;
+  if (message.signature() != method->signature) {
+    connection.send(message.createErrorReply(QDBusError::InvalidArgs, method->signature));
+  } else if (message.isReplyRequired()) {
+    connection.send(message.createReply());
+  }
   bus_.called(message.service(), message.member(), message.arguments());
   return true;
 }
@@ -261,7 +280,13 @@ class DBusRemoteObjects::Object final : public RemoteObject {
     const std::shared_ptr<bool> gone = gone_;
     const QDBusMessage reply = bus->wait_for(bus->send(path_, interface_, member, arguments));
     if (*gone) throw Failure(failure_number::object_not_set, "The remote objects were let go");
-    return bus->value(reply.arguments().value(0));
+    const QVariantList results = reply.arguments();
+    if (results.isEmpty()) return {};
+    const RemoteValue result = bus->value(results.front());
+    if (std::holds_alternative<std::monostate>(result)) {
+      throw Failure(failure_number::type_mismatch, "Type mismatch");
+    }
+    return result;
   }
 
   void tell(std::string_view member, const std::vector<RemoteValue>& arguments,
