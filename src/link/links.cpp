@@ -38,6 +38,12 @@ void Links::give_way_to_serial() const {
   for (const Way& way : ways_) way.link.give_way(way.item.checked);
 }
 
+void Links::let_go_but(const MenuItem& chosen) const {
+  for (const Way& way : ways_) {
+    if (&way.item != &chosen && way.item.checked) way.link.let_go();
+  }
+}
+
 void Links::uncheck_ways(const MenuItem* but) const {
   for (const Way& way : ways_) {
     if (&way.item != but) way.item.checked = false;

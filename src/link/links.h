@@ -40,6 +40,9 @@ class Links {
   // The serial port was chosen: the other ways let go.
   void give_way_to_serial() const;
 
+  // Another server was chosen: what the other ways hold is let go.
+  void let_go_but(const MenuItem& chosen) const;
+
   // The menu shows none of the ways but the serial port, or but this one, as it is.
   void uncheck_ways(const MenuItem* but = nullptr) const;
 

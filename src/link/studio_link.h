@@ -87,6 +87,9 @@ class StudioLink {
   // The user wants the lost server back. False where the way leaves that to whoever asks.
   virtual bool reconnect() { return false; }
 
+  // The same, of a server in favour of another one: it is told, and nobody waits for its answer.
+  virtual void let_go() {}
+
   // The program ends while this way is in use. A failure is the caller's to handle.
   virtual void leave() {}
 

@@ -4,6 +4,12 @@
 
 namespace lineweir {
 
+void HeldObjects::release() {
+  connected = false;
+  SerialInputObject.reset();
+  CallbackServer.reset();
+}
+
 platform::RemoteObject& HeldObjects::serial_input() const {
   if (!SerialInputObject) {
     throw Failure(failure_number::object_not_set, "The remote objects are not connected");

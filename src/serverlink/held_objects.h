@@ -17,6 +17,9 @@ class HeldObjects {
   // Whether the server holds a reference to this console.
   bool connected = false;
 
+  // Lets all of it go.
+  void release();
+
   // SerialInputObject; a Failure of number 91 while the console holds none.
   platform::RemoteObject& serial_input() const;
 };

@@ -91,6 +91,7 @@ void LoginDialogs::leave_other_ways() {
   MainForm& form = state_.Lineweir;
   port_.close();
   form.uncheck_coms();
+  links_.let_go_but(form.WinsockMenu);
   links_.uncheck_ways(&form.WinsockMenu);
 }
 

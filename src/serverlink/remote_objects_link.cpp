@@ -121,9 +121,24 @@ void RemoteObjectsLink::give_way(bool was_chosen) {
   if (was_chosen) NetworkDisconnect();
 }
 
+void RemoteObjectsLink::let_go() {
+  if (objects_.CallbackServer) {
+    attempt(
+        [&] {
+          objects_.CallbackServer->tell("DropObjectReference",
+                                        {callback_class, std::int64_t{state_.program.GroupNumber}},
+                                        {});
+        },
+        [](const Failure&) {});
+  }
+  if (is_silent()) set_silence({});
+  objects_.release();
+}
+
 void RemoteObjectsLink::NetworkDisconnect() {
   state_.Lineweir.Timer4.enabled = false;
-  if (is_silent()) set_silence({});
+  // A server that is lost gives no answer, and the user knows.
+  if (is_silent()) return let_go();
   attempt(
       [&] {
         const bool dropped =

@@ -37,6 +37,7 @@ class RemoteObjectsLink : public StudioLink {
   GroupEntry enter_group() override;
   void line_names(std::string_view handler) override;
   void give_way(bool was_chosen) override;
+  void let_go() override;
   std::string_view trouble() const override;
   bool polls_server() const override { return true; }
   bool locks_keys() const override { return is_silent(); }

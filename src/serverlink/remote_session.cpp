@@ -58,6 +58,8 @@ void RemoteSession::NetworkConnectionOption_Click() {
         // While it waited the user has chosen another way, or this one anew.
         if (attempt_number != attempts_ || !form.NetworkConnectionOption.checked) return;
         report_failure(state_.trace, connect_handler, failure);
+        // A server that was only late would call a console that has gone.
+        if (failure.number() == failure_number::no_answer) remote_link_.let_go();
         state_.messages.ShowMessage(failure.number() == failure_number::no_such_class
                                         ? "Cannot find server"
                                         : connect_failed);
@@ -124,9 +126,7 @@ bool RemoteSession::register_console() {
 void RemoteSession::end() {
   remote_link_.set_silence({});
   state_.Lineweir.NetworkConnectionOption.checked = false;
-  objects_.connected = false;
-  objects_.SerialInputObject.reset();
-  objects_.CallbackServer.reset();
+  objects_.release();
   port_.want_other_way(connection_remote_objects);
   port_.show_as_way();
 }

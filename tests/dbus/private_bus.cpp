@@ -1,5 +1,6 @@
 #include "dbus/private_bus.h"
 
+#include <QFile>
 #include <stdexcept>
 
 namespace lineweir::test {
@@ -10,15 +11,29 @@ constexpr const char* bus_address = "DBUS_SESSION_BUS_ADDRESS";
 }  // namespace
 
 PrivateBus::PrivateBus() : address_before_(qgetenv(bus_address)) {
-  daemon_.start(QStringLiteral("dbus-daemon"),
-                {QStringLiteral("--session"), QStringLiteral("--nofork"),
-                 QStringLiteral("--nopidfile"), QStringLiteral("--print-address")});
+  start({});
+  qputenv(bus_address, address_);
+}
+
+void PrivateBus::start_again() {
+  // Its address names the socket, and behind a comma which bus it was.
+  const QByteArray path = address_.left(address_.indexOf(','));
+  QFile::remove(QString::fromUtf8(path.mid(path.indexOf('=') + 1)));
+  start({QStringLiteral("--address=") + QString::fromUtf8(path)});
+  qputenv(bus_address, path);
+}
+
+void PrivateBus::start(const QStringList& more) {
+  QStringList arguments = {QStringLiteral("--session"), QStringLiteral("--nofork"),
+                           QStringLiteral("--nopidfile"), QStringLiteral("--print-address")};
+  arguments += more;
+  daemon_.start(QStringLiteral("dbus-daemon"), arguments);
   while (!daemon_.canReadLine()) {
     if (daemon_.state() == QProcess::NotRunning || !daemon_.waitForReadyRead(10'000)) {
       throw std::runtime_error("dbus-daemon doesn't start");
     }
   }
-  qputenv(bus_address, daemon_.readLine().trimmed());
+  address_ = daemon_.readLine().trimmed();
 }
 
 PrivateBus::~PrivateBus() {

@@ -2,6 +2,7 @@
 
 #include <QByteArray>
 #include <QProcess>
+#include <QStringList>
 
 namespace lineweir::test {
 
@@ -15,8 +16,13 @@ class PrivateBus {
 
   // The bus goes, with all connections to it.
   void kill();
+  // Another one at the same place.
+  void start_again();
 
  private:
+  void start(const QStringList& more);
+
+  QByteArray address_;
   QByteArray address_before_;
   QProcess daemon_;
 };

@@ -124,6 +124,38 @@ TEST_SUITE("a console on a bus") {
     CHECK(console.Lineweir.no_link.get().empty());
   }
 
+  TEST_CASE_FIXTURE(RemoteDesk,
+                    "a bus that goes and comes again at its address is taken up by itself") {
+    bus.kill();
+    CHECK(wait([this] { return lost(); }));
+    bus.start_again();
+    studio.emplace();
+    CHECK(wait([this] { return !lost(); }));
+    CHECK(console.Lineweir.no_link.get().empty());
+    studio->tell("push F00R01F02F03F04F05F06F07F08F09");
+    CHECK(shows(1, 'R'));
+  }
+
+  TEST_CASE_FIXTURE(RemoteDesk,
+                    "a console that has left the studio doesn't act on what it pushes") {
+    SUBCASE("for a serial port") { console.Lineweir.Com1.on_click(); }
+    SUBCASE("for a socket") { console.Lineweir.WinsockMenu.on_click(); }
+    studio->tell("push F00R01F02F03F04F05F06F07F08F09");
+    run_for(loop, platform::Milliseconds{300});
+    CHECK(console.lines.StatusLetter(1) == ' ');
+  }
+
+  TEST_CASE_FIXTURE(RemoteDesk, "a lost studio is left at once") {
+    studio->stop();
+    CHECK(wait([this] { return lost(); }));
+    messages.clear();
+    const auto before = loop.now();
+    console.Lineweir.Com1.on_click();
+    CHECK(loop.now() - before < platform::DBusRemoteObjects::answer_limit);
+    CHECK(messages.empty());
+    CHECK(console.Lineweir.Com1.checked);
+  }
+
   TEST_CASE_FIXTURE(RemoteDesk, "the way may be left while the connect waits") {
     console.Lineweir.Com1.on_click();
     studio->stop();

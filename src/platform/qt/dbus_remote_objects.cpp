@@ -166,7 +166,8 @@ class DBusRemoteObjects::Bus : public QObject {
   }
 
   void called(const QString& sender, const QString& method, const QVariantList& arguments) {
-    if (stopped_ || sender != server_) return;
+    // Without an object the console has nothing to do with the server any more.
+    if (stopped_ || held_ == 0 || sender != server_) return;
     std::vector<RemoteValue> values;
     for (const QVariant& argument : arguments) {
       values.push_back(value_of(owner_.letters_, argument));
@@ -205,6 +206,16 @@ class DBusRemoteObjects::Bus : public QObject {
     });
   }
 
+  // A bus that has gone is gone for this connection; another one may have its address.
+  static bool stands_on_another_bus() {
+    const QString name = new_connection_name();
+    const QDBusConnection connection = connect_to_bus(name);
+    const bool stands = connection.isConnected() && connection.interface() != nullptr &&
+                        connection.interface()->isServiceRegistered(service);
+    QDBusConnection::disconnectFromBus(name);
+    return stands;
+  }
+
   void ping_soon() {
     cancel_ping();
     next_ping_ = owner_.loop_.schedule(between_pings, [this] {
@@ -218,6 +229,10 @@ class DBusRemoteObjects::Bus : public QObject {
   }
   void ping() {
     cancel_ping();
+    if (!connected()) {
+      set_answers(stands_on_another_bus());
+      return ping_soon();
+    }
     QDBusMessage question = QDBusMessage::createMethodCall(
         service, QStringLiteral("/"), QStringLiteral("org.freedesktop.DBus.Peer"),
         QStringLiteral("Ping"));
