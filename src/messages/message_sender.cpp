@@ -6,6 +6,7 @@
 #include "link/seat_message.h"
 #include "messages/conversation.h"
 #include "state/console_state.h"
+#include "state/guard.h"
 
 namespace lineweir {
 
@@ -37,7 +38,10 @@ bool MessageSender::may_send(const SeatMessage& message) const {
 
 bool MessageSender::send(std::string_view handler, const SeatMessage& message) {
   sending_ = true;
-  const bool sent = links_.in_use().message(handler, message);
+  bool sent = false;
+  // Whatever becomes of this one, the next may be sent.
+  attempt([&] { sent = links_.in_use().message(handler, message); },
+          [&](const Failure& failure) { report_failure(state_.trace, handler, failure); });
   sending_ = false;
   if (!sent && !state_.MyMsgbox.visible) {
     state_.messages.ShowMessage(
