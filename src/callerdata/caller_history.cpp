@@ -117,6 +117,13 @@ std::string history_text(const CallerHistory& history) {
   return who.empty() ? text : text + "\r\n" + who;
 }
 
+std::string history_in_short(const std::optional<CallerHistory>& history) {
+  if (!history) return "first call";
+  if (history->on_air == 0) return "called " + times(history->calls) + " before, never on air";
+  const std::string& last = history->last_on_air;
+  return "on air " + times(history->on_air) + " before, last " + last.substr(0, last.find(' '));
+}
+
 bool completes(std::string_view typed, std::string_view known) {
   const auto begun = trimmed(typed);
   return begun.size() < known.size() && same_name(begun, left_part(known, begun.size()));

@@ -37,6 +37,10 @@ std::optional<CallerHistory> find_history(platform::Recordset& log, const Letter
 // As the user reads it, in three short lines.
 std::string history_text(const CallerHistory& history);
 
+// In a few words, beside what else is known of the caller. Nothing is known of one who isn't in the
+// log: then this is the first call.
+std::string history_in_short(const std::optional<CallerHistory>& history);
+
 // Whether the known text says more than the typed one, and nothing else: whoever has typed another
 // one keeps it.
 bool completes(std::string_view typed, std::string_view known);

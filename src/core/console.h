@@ -23,6 +23,7 @@
 #include "callerdata/caller_data.h"
 #include "callerdata/caller_data_sender.h"
 #include "callerdata/caller_memory.h"
+#include "callerdata/caller_notes.h"
 #include "callerdata/line_texts.h"
 #include "callerdata/log_data_options.h"
 #include "callerdata/log_import.h"
@@ -49,6 +50,7 @@
 #include "messages/message_display.h"
 #include "messages/message_sender.h"
 #include "messages/quick_line.h"
+#include "screen/band.h"
 #include "screen/blink.h"
 #include "screen/button_panel.h"
 #include "screen/button_press.h"
@@ -58,6 +60,7 @@
 #include "screen/profile_window.h"
 #include "screen/row_choice.h"
 #include "screen/row_display.h"
+#include "screen/row_states.h"
 #include "screen/screen_faces.h"
 #include "screen/screen_layout.h"
 #include "screen/visible_rows.h"
@@ -131,6 +134,8 @@ struct Console : ConsoleState {
   ScreenFaces faces;
   WindowSize window;
   ProfileWindow profile_window;
+  RowStates row_states;
+  Band band;
   ScreenLayout layout;
   RowChoice row_choice;
   WindowHandling window_handling;
@@ -142,6 +147,7 @@ struct Console : ConsoleState {
   UserFieldTitle user_field_title;
   CallerDataSender data_sender;
   LineTexts line_texts;
+  CallerNotes caller_notes;
   CallerMemory caller_memory;
   CallerDataEntry caller_data;
   ReceivedData received_data;

@@ -10,7 +10,6 @@
 #include "desktop/form_canvas.h"
 #include "desktop/key_look.h"
 #include "desktop/key_widget.h"
-#include "desktop/not_allowed.h"
 #include "elements/label.h"
 #include "elements/line.h"
 #include "elements/picture.h"
@@ -27,11 +26,13 @@ QAccessible::Role role_of(Look look) {
     case Look::Heading:
       return QAccessible::ColumnHeader;
     case Look::RowText:
+    case Look::RowStatus:
     case Look::RowTime:
       return QAccessible::Cell;
     case Look::PanelText:
     case Look::PanelWarning:
     case Look::PanelBanner:
+    case Look::CallerNote:
     case Look::KeyCaption:
     case Look::DropCaption:
     case Look::HoldCaption:
@@ -39,7 +40,7 @@ QAccessible::Role role_of(Look look) {
     case Look::LargeText:
       return QAccessible::StaticText;
     case Look::ClockDigits:
-    case Look::ClockSmallDigits:
+    case Look::Countdown:
     case Look::LargeDigits:
     case Look::Clock:
     case Look::RedClock:
@@ -71,7 +72,9 @@ class AccessibleElement final : public QAccessibleWidget {
     if (widget_.control() == nullptr) return {};
     if (kind == QAccessible::Name) return name();
     if (kind == QAccessible::Value) return value();
-    if (kind == QAccessible::Description && is_withheld()) return not_allowed_text();
+    if (kind == QAccessible::Description && is_key()) {
+      return static_cast<const KeyWidget&>(widget_).why_nothing_happens();
+    }
     if (kind == QAccessible::Description && goes_by_link()) return widget_.canvas().no_link();
     return QAccessibleWidget::text(kind);
   }
@@ -98,14 +101,7 @@ class AccessibleElement final : public QAccessibleWidget {
   }
 
  private:
-  bool is_withheld() const {
-    const auto* key = dynamic_cast<const Picture*>(widget_.control());
-    return key != nullptr && key->withheld;
-  }
-
-  bool goes_by_link() const {
-    return widget_.element_look().look == Look::Lamp || commands_equipment(*widget_.control());
-  }
+  bool goes_by_link() const { return widget_.element_look().look == Look::Lamp; }
 
   bool is_key() const { return role() == QAccessible::Button; }
 
@@ -123,6 +119,11 @@ class AccessibleElement final : public QAccessibleWidget {
     if (look == Look::Lamp) return lamp_words();
     if ((look == Look::Strip || look == Look::KeyIcon) && widget_.canvas().spoken_state) {
       return widget_.canvas().spoken_state(widget_.control()->index());
+    }
+    const int line = widget_.control()->index();
+    if (look == Look::RowTime && widget_.canvas().row_look(line).wait &&
+        widget_.canvas().spoken_wait) {
+      return widget_.canvas().spoken_wait(line);
     }
     if (look == Look::Clock || look == Look::RedClock) return clock_words();
     return widget_.shown_caption();

@@ -12,6 +12,7 @@ class DigitsWidget final : public ElementWidget {
   DigitsWidget(FormCanvas& canvas, TextBox& box, const ElementLook& look);
 
   QString shown_caption() const override;
+  void element_changed() override;
 
  protected:
   void paint(QPainter& painter, const QRect& face) override;

@@ -21,8 +21,12 @@ enum class Look {
   // Something that the user should see to.
   PanelWarning,
   PanelBanner,
+  // A caller in one line, with the colour of the strip at its left end.
+  CallerNote,
   Strip,
   RowText,
+  // Where it is empty the sign of the line's state stands.
+  RowStatus,
   // Digits that don't move when they change.
   RowTime,
   Mark,
@@ -38,7 +42,7 @@ enum class Look {
   Clock,
   RedClock,
   ClockDigits,
-  ClockSmallDigits,
+  Countdown,
   ClockText,
   LargeDigits,
   LargeText,

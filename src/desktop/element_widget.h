@@ -9,6 +9,7 @@
 namespace lineweir {
 
 class FormCanvas;
+struct RowLook;
 
 // The widget of one control of a form that is drawn by this program. It stands where the control
 // stands, to the pixel of the device, forwards the mouse and the keyboard to the control's events,
@@ -37,6 +38,8 @@ class ElementWidget : public QWidget {
 
   // Whether a change of that property changes the drawing.
   virtual bool drawn_from(PropertyId property) const;
+  // The row that the element stands on tells another thing.
+  virtual void row_changed(const RowLook& /*before*/, const RowLook& /*now*/) {}
   // The control is drawn again; one that Qt draws takes over what has changed.
   virtual void element_changed();
   // The theme, the zoom or the screen's scale is another one.

@@ -13,6 +13,7 @@
 #include "desktop/tab_order.h"
 #include "desktop/widget_kinds.h"
 #include "elements/control.h"
+#include "forms/columns.h"
 
 namespace lineweir {
 namespace {
@@ -49,6 +50,11 @@ std::string key_of(std::string_view name, int index) {
   std::string key(name);
   if (index != no_index) key += '(' + std::to_string(index) + ')';
   return key;
+}
+
+int row_of(const ElementWidget& widget) {
+  const int index = widget.control()->index();
+  return widget.element_look().look == Look::Mark ? index / column_count : index;
 }
 
 bool can_hold_keyboard(const QWidget* widget, const QWidget& canvas) {
@@ -89,11 +95,39 @@ void FormCanvas::set_zoom(double zoom, double text_zoom) {
   update();
 }
 
+void FormCanvas::set_link_word(const QString& word) {
+  if (link_word_ == word) return;
+  link_word_ = word;
+  for (const auto& [element, widget] : widgets_) {
+    if (widget->element_look().look == Look::Lamp) mark(*widget->control(), true, true);
+  }
+}
+
 void FormCanvas::set_next_caller_waits(bool waits) {
   if (next_caller_waits_ == waits) return;
   next_caller_waits_ = waits;
   for (const auto& [element, widget] : widgets_) {
     if (widget->element_look().look == Look::NextKey) widget->update();
+  }
+}
+
+const RowLook& FormCanvas::row_look(int line) const {
+  static const RowLook none;
+  const auto place = static_cast<std::size_t>(line);
+  return line < 0 || place >= row_looks_.size() ? none : row_looks_[place];
+}
+
+void FormCanvas::set_row_look(int line, const RowLook& look) {
+  const auto place = static_cast<std::size_t>(line);
+  if (place >= row_looks_.size()) row_looks_.resize(place + 1);
+  if (row_looks_[place] == look) return;
+  const RowLook before = std::exchange(row_looks_[place], look);
+  show_row_look(line, before);
+}
+
+void FormCanvas::show_row_look(int line, const RowLook& before) {
+  for (const auto& [element, widget] : widgets_) {
+    if (row_of(*widget) == line) widget->row_changed(before, row_look(line));
   }
 }
 

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "desktop/frame_timer.h"
+#include "desktop/row_look.h"
 #include "desktop/theme.h"
 #include "elements/form.h"
 #include "elements/line.h"
@@ -43,6 +44,10 @@ class FormCanvas : public QWidget, private FormWatch {
   // Why there is no link to the telephone system; empty while there is one.
   const QString& no_link() const { return no_link_; }
 
+  // What the link goes to, in a word.
+  const QString& link_word() const { return link_word_; }
+  void set_link_word(const QString& word);
+
   // The widget whose press, release or double click is being handled; null while there is none.
   QWidget* in_hand() const { return in_hand_; }
   void set_in_hand(QWidget* widget) { in_hand_ = widget; }
@@ -59,6 +64,10 @@ class FormCanvas : public QWidget, private FormWatch {
   // Whether a caller waits for the next caller's keys, which then show a line of light.
   bool next_caller_waits() const { return next_caller_waits_; }
   void set_next_caller_waits(bool waits);
+
+  // What the rows tell beside their texts; draws again what shows another thing now.
+  const RowLook& row_look(int line) const;
+  void set_row_look(int line, const RowLook& look);
 
   // Pixels of the device in one logical pixel.
   double device_scale() const { return devicePixelRatioF(); }
@@ -85,6 +94,9 @@ class FormCanvas : public QWidget, private FormWatch {
 
   // What a line does, in words; set by the one who knows the lines.
   std::function<QString(int line)> spoken_state;
+
+  // How long the caller on a line has been waiting in all, in words; set by the same.
+  std::function<QString(int line)> spoken_wait;
 
   // Whether an icon blinks, and so is only dark for a moment when it isn't visible; set by the one
   // who knows the lines.
@@ -114,6 +126,7 @@ class FormCanvas : public QWidget, private FormWatch {
   // press of Space would press; it has the ring again as soon as it can.
   void keep_ring();
 
+  void show_row_look(int line, const RowLook& before);
   void show_changes();
   void make_widgets();
   void put_into_containers();
@@ -127,12 +140,14 @@ class FormCanvas : public QWidget, private FormWatch {
 
   const Theme* theme_ = &metal_theme;
   QString no_link_;
+  QString link_word_;
   bool link_changed_ = true;
   QPointer<QWidget> in_hand_;
   BackgroundFolder background_folder_;
   double zoom_ = 1;
   double text_zoom_ = 1;
   bool next_caller_waits_ = false;
+  std::vector<RowLook> row_looks_;
   std::unordered_map<const Element*, ElementWidget*> widgets_;
   std::unordered_map<std::string, const Control*> controls_;
   // Elements of which no more is known than that they are there: they may still be in the making.

@@ -13,13 +13,14 @@
 #include "desktop/painter_signs.h"
 #include "desktop/text_painter.h"
 #include "elements/label.h"
+#include "elements/menu_item.h"
 #include "elements/picture.h"
 
 namespace lineweir {
 namespace {
 
 // Parts of the height of a key with a sign below which its word stands, and of one beside it.
-constexpr double sign_above_part = 0.3;
+constexpr double sign_above_part = 0.36;
 constexpr double word_below_part = 0.34;
 constexpr double sign_beside_part = 0.42;
 constexpr double word_beside_part = 0.42;
@@ -27,9 +28,13 @@ constexpr double word_beside_part = 0.42;
 constexpr double beside_from = 1.75;
 // A word is drawn down to this part of its natural width.
 constexpr double thinnest = 0.75;
-// A sign is wider than high; the receiver, which is flat, is wider still where there is room.
-constexpr double sign_width = 1.3;
-constexpr double receiver_width_above = 1.7;
+// A sign is wider than high.
+constexpr double sign_width = 1.35;
+// The sign's part of the row that it shares with the letter of the hybrid, and how large that
+// letter's font is beside it.
+constexpr double sign_of_row = 0.54;
+constexpr double letter_of_sign = 1.15;
+constexpr int no_access_key = -1;
 
 TextLine centered(const QString& text, const QFont& font, const QColor& color, int access_key) {
   TextLine line{text, font, color, Qt::AlignHCenter};
@@ -109,43 +114,71 @@ void KeyCaptionWidget::paint_lines(QPainter& painter, const QRect& key, const Ca
 void KeyCaptionWidget::paint_sign(QPainter& painter, const QRect& key, const Caption& caption,
                                   const QColor& color, bool enabled) const {
   const Brushwork work = brushwork();
-  const auto sign = element_look().look == Look::DropCaption ? paint_drop_sign : paint_hold_sign;
+  if (key.width() > key.height() * beside_from) {
+    return paint_sign_beside(painter, key, caption, color, enabled);
+  }
   const int line = work.line();
   const int height = key.height();
-  // The same parity as the key, so that both stand in its very middle.
-  const auto like = [](double wanted, int whole) {
-    const int rough = static_cast<int>(std::lround(wanted));
-    return rough - (whole - rough) % 2;
-  };
-  if (key.width() > key.height() * beside_from) {
-    const int side = like(height * sign_beside_part, height);
-    const int wide = static_cast<int>(std::lround(side * sign_width));
-    const TextLine word =
-        centered(caption.text, lettering(height * word_beside_part), color, caption.access_key);
-    const int gap = 3 * line;
-    const int room = key.width() - wide - gap - 6 * line;
-    const int width = std::min(static_cast<int>(std::ceil(text_width(word))), room);
-    const int left = key.left() + (key.width() - wide - gap - width) / 2;
-    sign(painter, {left, key.top() + (height - side) / 2, wide, side}, color, enabled, work);
-    paint_squeezed_text(painter, {left + wide + gap, key.top(), width, height}, word);
-    return;
-  }
+  const int room = key.width() - 4 * line;
   TextLine word =
       centered(caption.text, lettering(height * word_below_part), color, caption.access_key);
-  const int room = key.width() - 4 * line;
   // On a narrow key the word becomes smaller before its letters become thin.
   const double squeeze = room / text_width(word);
   if (squeeze < thinnest) {
     word.font = lettering(height * word_below_part * squeeze / thinnest);
   }
   const int letters = static_cast<int>(std::lround(QFontMetricsF(word.font).capHeight()));
-  const int side = static_cast<int>(std::lround(height * sign_above_part));
-  const bool receiver = element_look().look == Look::DropCaption;
-  const int wide = like(side * (receiver ? receiver_width_above : sign_width), key.width());
+  // Sign and letter share the row above the word, and never reach beyond the key.
+  const TextLine hybrid = centered(hybrid_letter(), {}, color, no_access_key);
+  const double widest_sign = room * (hybrid.text.isEmpty() ? 1.0 : sign_of_row);
+  const int side =
+      static_cast<int>(std::lround(std::min(height * sign_above_part, widest_sign / sign_width)));
+  const int wide = static_cast<int>(std::lround(side * sign_width));
   const int gap = 3 * line;
   const int top = key.top() + (height - side - gap - letters) / 2;
-  sign(painter, {key.left() + (key.width() - wide) / 2, top, wide, side}, color, enabled, work);
   paint_squeezed_text(painter, {key.left() + 2 * line, top + side + gap, room, letters}, word);
+  const QRect row(key.left() + 2 * line, top, room, side);
+  if (hybrid.text.isEmpty()) {
+    return paint_own_sign(painter, {key.left() + (key.width() - wide) / 2, top, wide, side}, color,
+                          enabled);
+  }
+  paint_own_sign(painter, {row.left(), top, wide, side}, color, enabled);
+  TextLine letter = hybrid;
+  letter.font = lettering(side * letter_of_sign);
+  const int right = row.left() + wide + line;
+  paint_squeezed_text(painter, {right, top, row.right() + 1 - right, side}, letter);
+}
+
+void KeyCaptionWidget::paint_sign_beside(QPainter& painter, const QRect& key,
+                                         const Caption& caption, const QColor& color,
+                                         bool enabled) const {
+  const int line = brushwork().line();
+  const int height = key.height();
+  // The same parity as the key, so that both stand in its very middle.
+  const int rough = static_cast<int>(std::lround(height * sign_beside_part));
+  const int side = rough - (height - rough) % 2;
+  const int wide = static_cast<int>(std::lround(side * sign_width));
+  const TextLine word =
+      centered(caption.text, lettering(height * word_beside_part), color, caption.access_key);
+  const int gap = 3 * line;
+  const int room = key.width() - wide - gap - 6 * line;
+  const int width = std::min(static_cast<int>(std::ceil(text_width(word))), room);
+  const int left = key.left() + (key.width() - wide - gap - width) / 2;
+  paint_own_sign(painter, {left, key.top() + (height - side) / 2, wide, side}, color, enabled);
+  paint_squeezed_text(painter, {left + wide + gap, key.top(), width, height}, word);
+}
+
+void KeyCaptionWidget::paint_own_sign(QPainter& painter, const QRect& place, const QColor& color,
+                                      bool enabled) const {
+  const auto sign = element_look().look == Look::DropCaption ? paint_drop_sign : paint_hold_sign;
+  sign(painter, place, color, enabled, brushwork());
+}
+
+QString KeyCaptionWidget::hybrid_letter() const {
+  const Control* key = control()->container();
+  const auto* mode = dynamic_cast<const MenuItem*>(control()->form().find("ScreenerMode"));
+  if (key == nullptr || (mode != nullptr && mode->checked)) return {};
+  return key->name().ends_with('1') ? QStringLiteral("M") : QStringLiteral("C");
 }
 
 }  // namespace lineweir

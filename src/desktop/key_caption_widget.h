@@ -24,6 +24,12 @@ class KeyCaptionWidget final : public ElementWidget {
                    const QColor& color) const;
   void paint_sign(QPainter& painter, const QRect& key, const Caption& caption, const QColor& color,
                   bool enabled) const;
+  void paint_sign_beside(QPainter& painter, const QRect& key, const Caption& caption,
+                         const QColor& color, bool enabled) const;
+  void paint_own_sign(QPainter& painter, const QRect& place, const QColor& color,
+                      bool enabled) const;
+  // What tells the keys of the two hybrids apart; empty in producer mode, where they are no pair.
+  QString hybrid_letter() const;
   QFont lettering(double pixels) const;
 };
 

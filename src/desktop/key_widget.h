@@ -14,8 +14,10 @@ class KeyWidget final : public ElementWidget {
 
   bool drawn_from(PropertyId property) const override;
   void element_changed() override;
-  // Why a press comes to nothing, where it does.
+  // What a press does, and why it comes to nothing, where it does.
   QString tool_tip() const override;
+  QString why_nothing_happens() const;
+  void row_changed(const RowLook& before, const RowLook& now) override;
 
   // What the key does, as a screen reader's user does it.
   void click();
@@ -28,6 +30,8 @@ class KeyWidget final : public ElementWidget {
   void focusOutEvent(QFocusEvent* event) override;
 
  private:
+  void paint_ringing_edge(QPainter& painter, const QRect& face) const;
+
   bool held_by_key_ = false;
 };
 

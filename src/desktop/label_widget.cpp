@@ -6,20 +6,48 @@
 #include <string_view>
 
 #include "desktop/core_text.h"
+#include "desktop/countdown_text.h"
 #include "desktop/form_canvas.h"
 #include "desktop/largest_fitting.h"
+#include "desktop/painter_signs.h"
+#include "desktop/painter_surfaces.h"
 #include "desktop/placement.h"
 #include "desktop/strip_look.h"
 #include "desktop/twips.h"
 #include "elements/label.h"
+#include "elements/text_box.h"
 
 namespace lineweir {
 namespace {
 
+// What stands in the place of an event's name once the show has ended.
+constexpr QLatin1String over_time("Show Over");
+
 constexpr std::array<std::string_view, 4> whole_texts = {"LineNumb", "LineStatus", "Label9",
                                                          "Label10"};
+// Of the height of their lines.
+constexpr double clock_digits_part = 0.82;
+constexpr double clock_text_part = 0.86;
+
 // Of the size that the user has chosen.
 constexpr double smallest_part = 0.5;
+
+// On strips, which are bright in these states.
+constexpr QRgb strip_ringing_sign = 0xff9a5b00;
+constexpr QRgb strip_handset_sign = 0xff1d5fae;
+constexpr QRgb strip_wait_bar = 0xff8a5a00;
+
+struct StatusSign {
+  RowState state;
+  void (*paint)(QPainter& painter, const QRectF& place, const QColor& color, SignFill fill);
+  SignFill fill;
+};
+constexpr std::array status_signs = {
+    StatusSign{RowState::Ringing, paint_receiver, SignFill::Full},
+    StatusSign{RowState::AtHandset, paint_headset, SignFill::Full},
+    StatusSign{RowState::AtOtherHandset, paint_headset, SignFill::Outline},
+    StatusSign{RowState::Taken, paint_headset, SignFill::Outline},
+};
 
 Qt::Alignment qt_alignment(int alignment) {
   switch (alignment) {
@@ -41,7 +69,7 @@ const Label* LabelWidget::label() const { return static_cast<const Label*>(contr
 
 bool LabelWidget::in_column() const {
   const Look look = element_look().look;
-  return look == Look::RowText || look == Look::RowTime ||
+  return look == Look::RowText || look == Look::RowStatus || look == Look::RowTime ||
          (look == Look::Heading && label()->index() != no_index);
 }
 
@@ -75,14 +103,16 @@ TextLine LabelWidget::line() const {
   TextLine result{shown_caption(), device_font(label()->font), text_color(),
                   qt_alignment(label()->alignment)};
   result.even_digits =
-      look == Look::RowTime || look == Look::ClockDigits || look == Look::ClockSmallDigits;
-  if (look == Look::ClockDigits || look == Look::ClockSmallDigits) {
+      look == Look::RowTime || look == Look::ClockDigits || look == Look::Countdown;
+  if (look == Look::ClockDigits || look == Look::Countdown) {
     // A clock's digits fill their line, whatever size the rest of the screen's text has.
-    const double part = look == Look::ClockDigits ? 0.82 : 0.95;
-    result.font.setPixelSize(std::max(1, static_cast<int>(device_place().height() * part)));
+    if (look == Look::Countdown) result.text = countdown_text(result.text);
+    result.font.setPixelSize(
+        std::max(1, static_cast<int>(device_place().height() * clock_digits_part)));
     result.font.setBold(true);
     const double natural = text_width(result);
-    if (const int room = device_place().width(); natural > room) {
+    if (const int room = text_box(QRect(QPoint(0, 0), device_place().size())).width();
+        natural > room) {
       result.font.setPixelSize(
           std::max(1, static_cast<int>(result.font.pixelSize() * room / natural)));
     }
@@ -90,6 +120,10 @@ TextLine LabelWidget::line() const {
   }
   const QRect place(QPoint(0, 0), device_place().size());
   if (look == Look::PanelBanner) result.font.setBold(true);
+  if (look == Look::ClockText) {
+    result.font.setPixelSize(std::max(1, static_cast<int>(place.height() * clock_text_part)));
+    result.font.setBold(false);
+  }
   result.font = font_for_height(result.font, place.height());
   if (stays_whole()) {
     const int natural = result.font.pixelSize();
@@ -106,22 +140,32 @@ QColor LabelWidget::text_color() const {
   const Theme& theme = canvas().theme();
   switch (element_look().look) {
     case Look::RowText:
+    case Look::RowStatus:
     case Look::RowTime:
       return QColor::fromRgb(strip_colors(canvas(), label()->index()).surface.text);
     case Look::Heading:
       return QColor::fromRgb(theme.heading);
     case Look::ClockDigits:
-    case Look::ClockSmallDigits:
       return QColor::fromRgb(theme.clock.text);
+    case Look::Countdown:
+      return QColor::fromRgb(warns() ? theme.warning_digits : theme.clock.text);
     case Look::ClockText:
-      return QColor::fromRgb(theme.clock_small_text);
+      return QColor::fromRgb(shown_caption() == over_time ? theme.warning_digits
+                                                          : theme.clock_small_text);
     case Look::PanelBanner:
       return readable_on(QColor::fromRgb(theme.warning), Qt::black);
+    case Look::CallerNote:
+      return QColor::fromRgb(theme.note.text);
     case Look::PanelWarning:
       return QColor::fromRgb(theme.warning);
     default:
       return QColor::fromRgb(theme.panel.text);
   }
+}
+
+bool LabelWidget::warns() const {
+  const auto* twin = static_cast<const TextBox*>(canvas().control_named("CountDownTime2"));
+  return twin != nullptr && twin->fore_color == color_red;
 }
 
 QRect LabelWidget::text_box(const QRect& face) const {
@@ -130,20 +174,103 @@ QRect LabelWidget::text_box(const QRect& face) const {
     // The mark of the column before stands in the label's first two pixels.
     return face.adjusted(5 * gap, 0, -gap, 0);
   }
+  if (element_look().look == Look::CallerNote) return face.adjusted(10 * gap, 0, -4 * gap, 0);
   // A clock's text keeps off the edge of its plate.
   const int inset = element_look().look == Look::ClockText ? 4 * gap : gap;
   return face.adjusted(inset, 0, -inset, 0);
 }
 
 void LabelWidget::paint(QPainter& painter, const QRect& face) {
+  const double corner = 3 * brushwork().unit;
   if (element_look().look == Look::PanelBanner) {
-    const double corner = 3 * brushwork().unit;
-    painter.setRenderHint(QPainter::Antialiasing, true);
-    painter.setPen(Qt::NoPen);
-    painter.setBrush(QColor::fromRgb(canvas().theme().warning));
-    painter.drawRoundedRect(face, corner, corner);
+    const QRgb warning = canvas().theme().warning;
+    fill_shaded(painter, face, face, {warning, warning}, corner);
+  } else if (element_look().look == Look::CallerNote) {
+    paint_note_plate(painter, face, corner);
   }
-  paint_text(painter, text_box(face), line());
+  if (element_look().look == Look::CallerNote) {
+    paint_note(painter, face);
+  } else {
+    paint_text(painter, text_box(face), line());
+  }
+  if (element_look().look == Look::RowStatus) paint_status_sign(painter, face);
+  if (wait() != nullptr) paint_wait(painter, face);
+}
+
+void LabelWidget::paint_note_plate(QPainter& painter, const QRect& face, double corner) const {
+  const Theme& theme = canvas().theme();
+  fill_shaded(painter, face, face, theme.note.shading, corner);
+  draw_edge(painter, face, theme.clock_edge, brushwork().line(), corner);
+  const RowState state = label()->fore_color == color_red ? RowState::OnAir : RowState::Next;
+  const int line = brushwork().line();
+  const QRect bar(face.left() + 2 * line, face.top() + 3 * line, 4 * line,
+                  face.height() - 6 * line);
+  painter.fillRect(bar, QColor::fromRgb(theme.strip(state).surface.shading.upper));
+}
+
+void LabelWidget::paint_note(QPainter& painter, const QRect& face) const {
+  TextLine rest = line();
+  TextLine number = rest;
+  const auto blank = rest.text.indexOf(u' ');
+  number.text = rest.text.left(blank);
+  number.font.setBold(true);
+  rest.text = rest.text.mid(blank + 1);
+  const QRect box = text_box(face);
+  paint_text(painter, box, number);
+  const int column = static_cast<int>(text_width(number)) + 6 * brushwork().line();
+  paint_text(painter, box.adjusted(column, 0, 0, 0), rest);
+}
+
+void LabelWidget::paint_status_sign(QPainter& painter, const QRect& face) const {
+  const RowLook& row = canvas().row_look(label()->index());
+  const auto* sign = std::ranges::find(status_signs, row.letter_state, &StatusSign::state);
+  if (sign == status_signs.end() || !shown_caption().isEmpty()) return;
+  const int gap = brushwork().line();
+  const int side = face.height();
+  const QRectF place(text_box(face).left() + gap, face.top(), side, side);
+  const bool ghost = row.dark && row.letter_state == RowState::Ringing;
+  const bool on_strip = row.letter_state == RowState::Ringing;
+  const QRgb color = on_strip ? strip_ringing_sign : strip_handset_sign;
+  sign->paint(painter, place, QColor::fromRgb(color), ghost ? SignFill::Outline : sign->fill);
+}
+
+const RowLook::Wait* LabelWidget::wait() const {
+  if (label() == nullptr || element_look().look != Look::RowTime) return nullptr;
+  const RowLook& row = canvas().row_look(label()->index());
+  return row.wait && label()->caption.get().empty() ? &*row.wait : nullptr;
+}
+
+void LabelWidget::paint_wait(QPainter& painter, const QRect& face) const {
+  const QRect box = text_box(face);
+  const int thick = 2 * brushwork().line();
+  const int below = thick + brushwork().line();
+  TextLine minutes = line();
+  minutes.text = QStringLiteral("%1 min").arg(wait()->minutes);
+  minutes.font.setBold(false);
+  minutes.font = font_for_height(minutes.font, std::max(1, face.height() - below));
+  paint_text(painter, box.adjusted(0, 0, 0, -below), minutes);
+  const QRect whole(box.left(), face.bottom() + 1 - thick, box.width() - 2 * brushwork().line(),
+                    thick);
+  QColor ground = minutes.color;
+  ground.setAlphaF(0.25F);
+  painter.fillRect(whole, ground);
+  const int full = whole.width() * wait()->steps / steps_of_wait;
+  painter.fillRect(QRect(whole.left(), whole.top(), full, thick), QColor::fromRgb(strip_wait_bar));
+}
+
+QString LabelWidget::tool_tip() const {
+  if (wait() != nullptr && canvas().spoken_wait) return canvas().spoken_wait(label()->index());
+  return ElementWidget::tool_tip();
+}
+
+void LabelWidget::row_changed(const RowLook& before, const RowLook& now) {
+  const Look look = element_look().look;
+  if (look != Look::RowText && look != Look::RowStatus && look != Look::RowTime) return;
+  const bool other_ground = before.state != now.state;
+  const bool other_sign = look == Look::RowStatus &&
+                          (before.letter_state != now.letter_state || before.dark != now.dark);
+  const bool other_wait = look == Look::RowTime && before.wait != now.wait;
+  if (other_ground || other_sign || other_wait) update();
 }
 
 }  // namespace lineweir

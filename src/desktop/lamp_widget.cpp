@@ -26,18 +26,18 @@ bool LampWidget::linked() const { return canvas().no_link().isEmpty(); }
 
 QRect LampWidget::device_place() const {
   const QRect lamp = ElementWidget::device_place();
-  if (control() == nullptr || linked()) return lamp;
+  if (control() == nullptr || shown_caption().isEmpty()) return lamp;
   return lamp.adjusted(-room_for_words(), -room_above(), 0, room_above());
 }
 
 void LampWidget::element_changed() {
   // Beside more than ten rows a label without a text lies over the lamp; the mouse is to find it.
-  if (!linked()) raise();
+  raise();
   ElementWidget::element_changed();
 }
 
 QString LampWidget::shown_caption() const {
-  return linked() ? QString() : QStringLiteral("NO LINK");
+  return linked() ? canvas().link_word() : QStringLiteral("No link");
 }
 
 QString LampWidget::tool_tip() const { return canvas().no_link(); }
@@ -46,8 +46,8 @@ TextLine LampWidget::words() const {
   TextLine line;
   line.text = shown_caption();
   line.font.setPixelSize(std::max(1, static_cast<int>(std::lround(word_size * brushwork().unit))));
-  line.font.setBold(true);
-  line.color = QColor::fromRgb(brushwork().theme.warning);
+  line.font.setBold(!linked());
+  line.color = QColor::fromRgb(linked() ? brushwork().theme.heading : brushwork().theme.warning);
   line.alignment = Qt::AlignLeft;
   return line;
 }
@@ -66,12 +66,16 @@ QColor LampWidget::lamp_color() const {
 
 void LampWidget::paint(QPainter& painter, const QRect& face) {
   const Brushwork work = brushwork();
+  const bool words_beside = !shown_caption().isEmpty();
   const QRect lamp =
-      linked() ? face : face.adjusted(room_for_words(), room_above(), 0, -room_above());
+      words_beside ? face.adjusted(room_for_words(), room_above(), 0, -room_above()) : face;
   const double radius = std::min(lamp.width(), lamp.height()) / 2.0 - work.unit;
   const QPointF middle = QRectF(lamp).center();
   const bool sound = static_cast<const Shape&>(*control()).fill_color == color_green;
   const QColor color = lamp_color();
+  if (words_beside) {
+    paint_text(painter, QRect(face.left(), face.top(), room_for_words(), face.height()), words());
+  }
   painter.setRenderHint(QPainter::Antialiasing, true);
   if (!linked()) {
     const QColor ring = sound ? QColor::fromRgb(work.theme.warning) : color;
@@ -79,7 +83,6 @@ void LampWidget::paint(QPainter& painter, const QRect& face) {
     painter.setBrush(Qt::NoBrush);
     painter.drawEllipse(middle, radius - work.unit, radius - work.unit);
     if (!sound) paint_stroke(painter, middle, radius, ring);
-    paint_text(painter, QRect(face.left(), face.top(), room_for_words(), face.height()), words());
     return;
   }
   QRadialGradient gradient(middle - QPointF(radius, radius) * 0.35, radius * 1.5);

@@ -8,8 +8,9 @@ namespace lineweir {
 class Shape;
 
 // The lamp of the link. A link that stands is told by the element's colour: green and plain while
-// all is well, any other with a stroke besides, so that it isn't told by colour alone. While there
-// is no link the lamp is a hollow ring, with the words "NO LINK" at its left.
+// all is well, any other with a stroke besides, so that it isn't told by colour alone. At its left
+// stands what it is linked to. While there is no link the lamp is a hollow ring, and "No link"
+// stands there.
 class LampWidget final : public ElementWidget {
  public:
   LampWidget(FormCanvas& canvas, Shape& shape, const ElementLook& look);
@@ -18,6 +19,7 @@ class LampWidget final : public ElementWidget {
   QRect device_place() const override;
   bool placed_by_link() const override { return true; }
   void element_changed() override;
+  void look_changed() override { place(); }
   QString shown_caption() const override;
   QString tool_tip() const override;
 

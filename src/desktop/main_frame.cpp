@@ -5,6 +5,7 @@
 #include <QPalette>
 #include <QToolTip>
 #include <algorithm>
+#include <array>
 #include <functional>
 #include <utility>
 
@@ -61,6 +62,8 @@ class FrameWatch final : public QObject {
 MainFrame::MainFrame(Console& console, WindowFocus& focus, const QString& background_path)
     : FormFrame(console.Lineweir, focus), console_(console), background_path_(background_path) {}
 
+MainFrame::~MainFrame() { console_.row_states.on_change = nullptr; }
+
 MainWindow* MainFrame::main_window() const { return static_cast<MainWindow*>(window()); }
 
 void MainFrame::tell_at_hand(const QString& why) {
@@ -82,6 +85,8 @@ QWidget* MainFrame::make_window() {
                                    core_text(form(), reason));
        }});
   window->canvas().spoken_state = [this](int line) { return spoken_state(console_, line); };
+  window->canvas().spoken_wait = [this](int line) { return spoken_wait(console_, line); };
+  console_.row_states.on_change = [this](int) { mark(); };
   window->canvas().icon_blinks = [this](const Control& icon) { return blinks(console_, icon); };
   window->on_scale_changed = [window] { window->canvas().place_all(); };
   // Asked behind the form, which has taken its place by then.
@@ -119,16 +124,20 @@ void MainFrame::content_resized(QSize content) {
 
 bool MainFrame::shows_in_window(const Element& element) const {
   const MainForm& main_form = console_.Lineweir;
-  // The panel is placed anew with each rebuild.
-  return &element == &main_form.ScreenTopImage || &element == &main_form.ScreenBottom ||
-         &element == &main_form.TextGrowToggle || &element == &main_form.Options ||
-         &element == &main_form.StudioMode || element.name() == main_form.LineStatus.name();
+  // Of the entries of menus many tell of the face, the link and the seat. The panel is placed anew
+  // with each rebuild.
+  return element.kind() == ElementKind::MenuItem || &element == &main_form.ScreenTopImage ||
+         &element == &main_form.ScreenBottom || &element == &main_form.RealTime ||
+         element.name() == main_form.LineStatus.name() ||
+         element.name() == main_form.DataRow.name() || element.name() == main_form.CIcon1.name();
 }
 
 void MainFrame::form_changed() {
   apply_theme();
   apply_zoom();
   apply_next_light();
+  apply_row_looks();
+  apply_link_word();
   main_window()->canvas().flush();
   show_standing_icons();
   main_window()->menus().flush();
@@ -151,6 +160,33 @@ void MainFrame::apply_next_light() {
   const bool waits = main_form.StudioMode.checked && main_form.LineStatus.loaded(next) &&
                      main_form.LineStatus(next).caption == next_caller_status;
   main_window()->canvas().set_next_caller_waits(waits);
+}
+
+void MainFrame::apply_row_looks() {
+  const MainForm& main_form = console_.Lineweir;
+  const RowStates& states = console_.row_states;
+  FormCanvas& canvas = main_window()->canvas();
+  for (int line = 0; line < console_.lines.LineCount; ++line) {
+    RowLook look;
+    look.state = states.of(line);
+    look.letter_state = states.of_letter(line);
+    look.dark = look.letter_state == RowState::Ringing && main_form.no_link.get().empty() &&
+                main_form.CIcon1.loaded(line) && !main_form.CIcon1(line).visible;
+    const bool holds = look.letter_state == RowState::Held || look.letter_state == RowState::Locked;
+    if (const auto waited = states.waited(line); holds && waited) look.wait = wait_of(*waited);
+    canvas.set_row_look(line, look);
+  }
+}
+
+void MainFrame::apply_link_word() {
+  const MainForm& main_form = console_.Lineweir;
+  const std::array ports = {&main_form.Com1, &main_form.Com2, &main_form.Com3, &main_form.Com4};
+  const bool server = main_form.WinsockMenu.checked || main_form.NetworkConnectionOption.checked;
+  QString word = server ? QStringLiteral("Server") : QString();
+  for (std::size_t port = 0; port < ports.size() && word.isEmpty(); ++port) {
+    if (ports[port]->checked) word = QStringLiteral("Com %1").arg(port + 1);
+  }
+  main_window()->canvas().set_link_word(word);
 }
 
 void MainFrame::show_standing_icons() {

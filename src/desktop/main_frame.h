@@ -14,6 +14,8 @@ class MainFrame final : public FormFrame {
  public:
   MainFrame(Console& console, WindowFocus& focus, const QString& background_path);
 
+  ~MainFrame() override;
+
   MainWindow* main_window() const;
 
   // A press has come to nothing: says why at the key that was pressed or, where no key was, at the
@@ -33,6 +35,8 @@ class MainFrame final : public FormFrame {
   QSize least_content() const;
   void apply_zoom();
   void apply_next_light();
+  void apply_row_looks();
+  void apply_link_word();
   // What an icon that stands goes by is more than its element.
   void show_standing_icons();
   void apply_theme();

@@ -3,8 +3,12 @@
 #include <QPainter>
 #include <QPainterPath>
 #include <algorithm>
+#include <array>
 
+#include "desktop/painter_signs.h"
 #include "desktop/picture_painters.h"
+#include "desktop/row_look.h"
+#include "forms/picture_names.h"
 
 namespace lineweir {
 namespace {
@@ -29,7 +33,86 @@ void draw_filled(QPainter& painter, const QPainterPath& path, QRgb color,
   painter.setRenderHint(QPainter::Antialiasing, false);
 }
 
+QRectF grown(const QRectF& square, double part) {
+  const double more = square.width() * part / 2;
+  return square.adjusted(-more, -more, more, more);
+}
+
+void paint_ringing(QPainter& painter, const QRect& place, bool ghost, const Brushwork& brushwork) {
+  paint_receiver(painter, grown(square_in(place), 0.3),
+                 QColor::fromRgb(ghost ? brushwork.theme.ghost : brushwork.theme.ringing_sign),
+                 ghost ? SignFill::Outline : SignFill::Full);
+}
+
+void paint_at_handset(QPainter& painter, const QRect& place, bool, const Brushwork& brushwork) {
+  paint_headset(painter, grown(square_in(place), 0.15),
+                QColor::fromRgb(brushwork.theme.handset_sign), SignFill::Full);
+}
+
+void paint_at_other_handset(QPainter& painter, const QRect& place, bool,
+                            const Brushwork& brushwork) {
+  paint_headset(painter, grown(square_in(place), 0.15),
+                QColor::fromRgb(brushwork.theme.handset_sign), SignFill::Outline);
+}
+
+void paint_taken(QPainter& painter, const QRect& place, bool, const Brushwork& brushwork) {
+  paint_headset(painter, grown(square_in(place), 0.15),
+                QColor::fromRgb(brushwork.theme.disabled_text), SignFill::Outline);
+}
+
+void paint_locked_on_air(QPainter& painter, const QRect& place, bool, const Brushwork& brushwork) {
+  paint_padlock(painter, grown(square_in(place), 0.2), QColor::fromRgb(brushwork.theme.drop_sign));
+}
+
+void paint_locked(QPainter& painter, const QRect& place, bool, const Brushwork& brushwork) {
+  paint_padlock(painter, grown(square_in(place), 0.2), QColor::fromRgb(brushwork.theme.hold_sign));
+}
+
+struct RowIcon {
+  std::string_view icon;
+  RowState letter_state;
+  void (*paint)(QPainter& painter, const QRect& place, bool ghost, const Brushwork& brushwork);
+};
+constexpr std::array row_icons = {
+    RowIcon{pictures::YellowIcon, RowState::Ringing, paint_ringing},
+    RowIcon{pictures::GreenIcon, RowState::AtHandset, paint_at_handset},
+    RowIcon{pictures::GreenIcon, RowState::AtOtherHandset, paint_at_other_handset},
+    RowIcon{pictures::GreenIcon, RowState::Taken, paint_taken},
+    RowIcon{pictures::GreenIcon, RowState::Locked, paint_locked},
+    RowIcon{pictures::RedIcon, RowState::LockedOnAir, paint_locked_on_air},
+};
+
+// A triangle on its side, that points to the strip.
+void paint_arrow(QPainter& painter, const QRect& place, StripSide side,
+                 const Brushwork& brushwork) {
+  const QRectF square = square_in(place);
+  const double spread = square.width() * 0.1;
+  const double tip = side == StripSide::Right ? square.right() : square.left();
+  const double base = side == StripSide::Right ? square.left() : square.right();
+  QPainterPath path;
+  path.moveTo(tip, square.center().y());
+  path.lineTo(base, square.top() - spread);
+  path.lineTo(base, square.bottom() + spread);
+  path.closeSubpath();
+  draw_filled(painter, path, brushwork.theme.next_light, brushwork);
+}
+
 }  // namespace
+
+bool paint_row_icon(QPainter& painter, const QRect& place, std::string_view icon,
+                    const RowLook& row, StripSide side, const Brushwork& brushwork) {
+  if (row.state == RowState::Next && icon == pictures::YellowIcon &&
+      row.letter_state == RowState::Ready) {
+    paint_arrow(painter, place, side, brushwork);
+    return true;
+  }
+  for (const RowIcon& rule : row_icons) {
+    if (rule.icon != icon || rule.letter_state != row.letter_state) continue;
+    rule.paint(painter, place, row.dark, brushwork);
+    return true;
+  }
+  return false;
+}
 
 void paint_circle(QPainter& painter, const QRect& place, const Brushwork& brushwork) {
   QPainterPath path;

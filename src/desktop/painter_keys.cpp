@@ -74,6 +74,12 @@ void paint_key_light(QPainter& painter, const QRect& place, QRgb color,
       QColor::fromRgb(color));
 }
 
+void paint_key_edge(QPainter& painter, const QRect& place, QRgb color, int lines,
+                    const Brushwork& brushwork) {
+  draw_edge(painter, key_face(place, brushwork), color, lines * brushwork.line(),
+            radius_of(brushwork));
+}
+
 void paint_focus_ring(QPainter& painter, const QRect& place, const Brushwork& brushwork) {
   const int width = 2 * brushwork.line();
   draw_edge(painter, key_face(place, brushwork), brushwork.theme.focus_ring, width,

@@ -27,6 +27,10 @@ void paint_key_disabled(QPainter& painter, const QRect& place, const Brushwork& 
 // A line of light along the lower edge of a key's face.
 void paint_key_light(QPainter& painter, const QRect& place, QRgb color, const Brushwork& brushwork);
 
+// A line of that colour, so many lines broad, around a key's face.
+void paint_key_edge(QPainter& painter, const QRect& place, QRgb color, int lines,
+                    const Brushwork& brushwork);
+
 void paint_focus_ring(QPainter& painter, const QRect& place, const Brushwork& brushwork);
 
 }  // namespace lineweir

@@ -2,10 +2,13 @@
 
 #include <QPainter>
 #include <algorithm>
+#include <cmath>
 
 #include "desktop/form_canvas.h"
 #include "desktop/key_look.h"
+#include "desktop/painter_icons.h"
 #include "desktop/painter_keys.h"
+#include "desktop/painter_strips.h"
 #include "desktop/placement.h"
 #include "desktop/strip_look.h"
 #include "desktop/twips.h"
@@ -16,7 +19,7 @@ namespace lineweir {
 namespace {
 
 // The part of a row button's shorter side that its icon fills.
-constexpr double icon_part = 0.54;
+constexpr double icon_part = 0.58;
 // How much of an icon is seen while there is no link.
 constexpr double dimmed_opacity = 0.4;
 
@@ -40,7 +43,21 @@ QRect PictureWidget::device_place() const {
 
 void PictureWidget::paint(QPainter& painter, const QRect& face) {
   const Brushwork work{canvas().row_theme(), brushwork().unit};
-  if (const auto paint = painter_of(picture_of(*this).picture)) paint(painter, face, work);
+  const int index = control()->index();
+  if (element_look().look == Look::Strip) {
+    paint_strip(painter, face, strip_colors(canvas(), index), work, canvas().row_look(index).dark);
+  } else {
+    paint_mark(painter, face, strip_colors(canvas(), index / column_count), work);
+  }
+}
+
+void PictureWidget::row_changed(const RowLook& before, const RowLook& now) {
+  if (before.state != now.state) return update();
+  if (before.dark == now.dark || element_look().look != Look::Strip) return;
+  // A blink changes the frame alone.
+  const double scale = canvas().device_scale();
+  const int frame = static_cast<int>(std::ceil((strip_frame_width(brushwork()) + 1) / scale)) + 1;
+  update(QRegion(rect()) - rect().adjusted(frame, frame, -frame, -frame));
 }
 
 KeyIconWidget::KeyIconWidget(FormCanvas& canvas, Picture& icon, const ElementLook& look)
@@ -56,7 +73,20 @@ bool KeyIconWidget::shown_on_screen() const {
   if (ElementWidget::shown_on_screen() || control() == nullptr) return control() != nullptr;
   const bool stands =
       !canvas().no_link().isEmpty() && canvas().icon_blinks && canvas().icon_blinks(*control());
-  return stands && button() != nullptr && button()->visible;
+  return (stands || blink_leaves_ghost()) && button() != nullptr && button()->visible;
+}
+
+bool KeyIconWidget::blink_leaves_ghost() const {
+  return canvas().row_look(control()->index()).letter_state == RowState::Ringing;
+}
+
+void KeyIconWidget::row_changed(const RowLook& before, const RowLook& now) {
+  if (before.letter_state == now.letter_state && before.state == now.state &&
+      before.dark == now.dark) {
+    return;
+  }
+  setVisible(shown_on_screen());
+  update();
 }
 
 void UndrawnWidget::element_changed() {
@@ -71,8 +101,7 @@ QRect KeyIconWidget::device_place() const {
 }
 
 void KeyIconWidget::paint(QPainter& painter, const QRect& face) {
-  const auto paint = painter_of(picture_of(*this).picture);
-  if (paint == nullptr || button() == nullptr) return;
+  if (button() == nullptr) return;
   if (!canvas().no_link().isEmpty()) painter.setOpacity(dimmed_opacity);
   QRect key = key_face(face, brushwork());
   if (key_state(button()->picture) == KeyState::Down) {
@@ -82,10 +111,13 @@ void KeyIconWidget::paint(QPainter& painter, const QRect& face) {
   const int rough = static_cast<int>(std::min(key.width(), key.height()) * icon_part);
   const int side = rough - (key.height() - rough) % 2;
   const int wide = side + (key.width() - side) % 2;
-  paint(painter,
-        QRect(key.left() + (key.width() - wide) / 2, key.top() + (key.height() - side) / 2, wide,
-              side),
-        brushwork());
+  const QRect place(key.left() + (key.width() - wide) / 2, key.top() + (key.height() - side) / 2,
+                    wide, side);
+  const RowLook& row = canvas().row_look(control()->index());
+  const std::string& icon = picture_of(*this).picture;
+  const StripSide strip = button()->name() == "OnHybrid1" ? StripSide::Right : StripSide::Left;
+  if (paint_row_icon(painter, place, icon, row, strip, brushwork())) return;
+  if (const auto paint = painter_of(icon)) paint(painter, place, brushwork());
 }
 
 }  // namespace lineweir

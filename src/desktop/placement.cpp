@@ -18,6 +18,26 @@ constexpr std::array designs = {
     Design{"RedClock", 1285, 1285},
 };
 
+// The countdown is as large as the time of day, with the event's name under it: the dial leaves
+// them room that the design doesn't have.
+struct DrawnPlace {
+  std::string_view element;
+  QRectF place;
+};
+constexpr std::array drawn_places = {
+    DrawnPlace{"CountDownTime", {0, 30, 1695, 330}},
+    DrawnPlace{"StatusText", {0, 355, 1695, 190}},
+    DrawnPlace{"imgShowClock", {295, 560, 1105, 1105}},
+    DrawnPlace{"RedClock", {295, 560, 1105, 1105}},
+};
+
+QRectF own_place(const Control& control) {
+  const auto* drawn = std::ranges::find(drawn_places, control.name(), &DrawnPlace::element);
+  if (drawn != drawn_places.end()) return drawn->place;
+  return {static_cast<double>(control.left), static_cast<double>(control.top),
+          static_cast<double>(control.width), static_cast<double>(control.height)};
+}
+
 }  // namespace
 
 QSizeF inner_size(const Control& picture) {
@@ -29,7 +49,7 @@ QSizeF inner_size(const Control& picture) {
 }
 
 QRectF place_on_form(const Control& control) {
-  const QRectF own(control.left, control.top, control.width, control.height);
+  const QRectF own = own_place(control);
   const Control* container = control.container();
   if (container == nullptr) return own;
   const QRectF outer = place_on_form(*container);

@@ -21,6 +21,19 @@ QString spoken_state(const Console& console, int line) {
   return words;
 }
 
+QString spoken_wait(const Console& console, int line) {
+  const auto waited = console.row_states.waited(line);
+  if (!waited) return {};
+  const auto count = [](long long number, const QString& unit) {
+    return QStringLiteral("%1 %2%3").arg(number).arg(unit,
+                                                     number == 1 ? QString() : QStringLiteral("s"));
+  };
+  const auto minutes = waited->count() / 60;
+  QString words = QStringLiteral("Waiting for ");
+  if (minutes > 0) words += count(minutes, QStringLiteral("minute")) + u' ';
+  return words + count(waited->count() % 60, QStringLiteral("second"));
+}
+
 QString spoken_ringing(const std::vector<int>& lines) {
   QStringList numbers;
   for (const int line : lines) numbers.push_back(QString::number(line + 1));

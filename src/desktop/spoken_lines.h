@@ -10,6 +10,10 @@ struct Console;
 // What a line does, in words that need no colours: "ringing", "on air, main hybrid".
 QString spoken_state(const Console& console, int line);
 
+// How long the caller has been waiting in all: "Waiting for 4 minutes 12 seconds"; empty for a line
+// that nobody waits on.
+QString spoken_wait(const Console& console, int line);
+
 // "Line 4 is ringing", "Lines 4, 5 and 12 are ringing"; the lines count from 0.
 QString spoken_ringing(const std::vector<int>& lines);
 

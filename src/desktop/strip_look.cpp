@@ -3,23 +3,12 @@
 #include <algorithm>
 
 #include "desktop/form_canvas.h"
-#include "elements/picture.h"
-#include "screen/strip_pictures.h"
+#include "elements/control.h"
 
 namespace lineweir {
-namespace {
-
-RowColor color_of(const FormCanvas& canvas, int row) {
-  const Control* strip = canvas.control_named("DataRow", row);
-  if (strip == nullptr) return RowColor::White;
-  return color_of_strip(static_cast<const Picture*>(strip)->picture.get())
-      .value_or(RowColor::White);
-}
-
-}  // namespace
 
 const StripColors& strip_colors(const FormCanvas& canvas, int row) {
-  return canvas.row_theme().strip(color_of(canvas, row));
+  return canvas.row_theme().strip(canvas.row_look(row).state);
 }
 
 QRectF clipped_to_strip(const FormCanvas& canvas, int row, const QRectF& place) {

@@ -8,7 +8,7 @@ namespace lineweir {
 
 class FormCanvas;
 
-// The colours of a row's strip, by the picture that it shows now.
+// The colours of a row's strip, by what the row tells now.
 const StripColors& strip_colors(const FormCanvas& canvas, int row);
 
 // What of a place on a row lies on the row's strip, or under it for the headings above the rows, in

@@ -98,7 +98,8 @@ bool TextBoxWidget::is_hollow() const {
 
 QColor TextBoxWidget::ground_color() const {
   // An urgent message is as red as a strip on air.
-  if (urgent()) return QColor::fromRgb(canvas().theme().red_strip.surface.shading.upper);
+  if (urgent())
+    return QColor::fromRgb(canvas().theme().strip(RowState::OnAir).surface.shading.upper);
   if (is_hollow()) return QColor::fromRgb(canvas().theme().no_message.shading.upper);
   // White is what a box has that nobody gave a colour: it takes the theme's paper.
   return box()->back_color == color_white ? QColor::fromRgb(canvas().theme().message.shading.upper)
@@ -155,8 +156,8 @@ void TextBoxWidget::paint(QPainter& painter, const QRect& face) {
   fill_shaded(painter, face.adjusted(line, line, -line, -line), face, {ground, ground},
               radius - line);
   if (urgent()) {
-    draw_edge(painter, face.adjusted(line, line, -line, -line), work.theme.red_strip.sign_color,
-              line, radius - line);
+    draw_edge(painter, face.adjusted(line, line, -line, -line),
+              work.theme.strip(RowState::OnAir).frame_color, line, radius - line);
   }
   if (edit() != nullptr && edit()->hasFocus()) paint_focus_ring(painter, face, work);
 }

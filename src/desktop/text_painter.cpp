@@ -10,9 +10,6 @@
 namespace lineweir {
 namespace {
 
-// A text is drawn down to this part of its natural width before it ends in an ellipsis.
-constexpr double narrowest = 0.86;
-
 bool is_digit(QChar character) { return character >= u'0' && character <= u'9'; }
 
 double widest_digit(const QFontMetricsF& metrics) {
@@ -105,7 +102,7 @@ double text_width(const TextLine& line) {
   return advance(line, QFontMetricsF(line.font), line.text);
 }
 
-bool text_fits(const TextLine& line, int width) { return text_width(line) * narrowest <= width; }
+bool text_fits(const TextLine& line, int width) { return text_width(line) <= width; }
 
 QFont font_for_height(const QFont& font, int height) {
   QFont fitted = font;
@@ -120,7 +117,7 @@ QFont font_for_height(const QFont& font, int height) {
 void paint_text(QPainter& painter, const QRect& box, const TextLine& line) {
   if (line.text.isEmpty() || box.width() <= 0) return;
   if (text_fits(line, box.width())) {
-    draw_line(painter, box, line, line.text, std::min(1.0, box.width() / text_width(line)));
+    draw_line(painter, box, line, line.text, 1);
     return;
   }
   const QFontMetricsF metrics(line.font);

@@ -31,8 +31,8 @@ Caption caption_of(const QString& raw);
 // The room that the line takes in one piece.
 double text_width(const TextLine& line);
 
-// Whether the line can be read whole in that width: a text slightly too long is drawn a little
-// narrower, a longer one ends in an ellipsis.
+// Whether the line can be read whole in that width; a longer one ends in an ellipsis, and no letter
+// is ever drawn narrower than another.
 bool text_fits(const TextLine& line, int width);
 
 // The font, or the largest size of it of which capitals and what hangs below the line fit in that
@@ -42,7 +42,7 @@ QFont font_for_height(const QFont& font, int height);
 // Draws the line in the middle of the box's height.
 void paint_text(QPainter& painter, const QRect& box, const TextLine& line);
 
-// Draws the line squeezed to the box's width where it is wider.
+// Draws a key's lettering, squeezed to the box's width where it is wider.
 void paint_squeezed_text(QPainter& painter, const QRect& box, const TextLine& line);
 
 }  // namespace lineweir

@@ -7,36 +7,6 @@
 namespace lineweir {
 namespace {
 
-constexpr StripColors white_strip_colors = {
-    {{0xfffafbfc, 0xffdce1e7}, 0xff12161b}, 0xffffffff, 0xffa9b2bc, 0xffbcc5ce, StripSign::None, 0};
-constexpr StripColors green_strip_colors = {{{0xff8ce696, 0xff55c668}, 0xff07170b},
-                                            0xffbdf5c2,
-                                            0xff2f8f42,
-                                            0xff38a54d,
-                                            StripSign::Pointer,
-                                            0xff0b5a1e};
-constexpr StripColors red_strip_colors = {{{0xffcf2a27, 0xffa51919}, 0xffffffff},
-                                          0xffe8605a,
-                                          0xff6f0f11,
-                                          0xff7f1417,
-                                          StripSign::Frame,
-                                          0xffffd9d4};
-
-constexpr StripColors dimmed_white_strip_colors = {
-    {{0xff8d959e, 0xff7d858e}, 0xff0b0e12}, 0xff9aa2ab, 0xff5a626b, 0xff6a727b, StripSign::None, 0};
-constexpr StripColors dimmed_green_strip_colors = {{{0xff6ba672, 0xff589660}, 0xff050d07},
-                                                   0xff86bd8c,
-                                                   0xff2c5a35,
-                                                   0xff3a7044,
-                                                   StripSign::Pointer,
-                                                   0xff0b3a16};
-constexpr StripColors dimmed_red_strip_colors = {{{0xff8a3a38, 0xff6f2727}, 0xffffffff},
-                                                 0xffa05a56,
-                                                 0xff3f0c0d,
-                                                 0xff4f1416,
-                                                 StripSign::Frame,
-                                                 0xffd8b8b4};
-
 constexpr DialColors red_dial_colors = {
     {{0xffc62a28, 0xff9c1a1b}, 0xffffffff}, 0xffff8a80, 0xffffd6d2};
 
@@ -67,9 +37,10 @@ const Theme metal_theme = {
     .latch_light = 0xffd8e2ee,
     .drop_sign = 0xffff7a70,
     .hold_sign = signal_green,
-    .white_strip = white_strip_colors,
-    .green_strip = green_strip_colors,
-    .red_strip = red_strip_colors,
+    .ringing_sign = signal_amber,
+    .handset_sign = signal_blue,
+    .ghost = 0xffa98a3f,
+    .strips = &metal_strips,
     .warning = signal_yellow,
     .clock = {{0xff0d0f12, 0xff14171b}, 0xfff4f6f8},
     .clock_edge = 0xff3a4048,
@@ -81,6 +52,7 @@ const Theme metal_theme = {
     .message = {{0xfffffdf2, 0xfffffdf2}, 0xff12161b},
     .no_message = {{0xff121417, 0xff121417}, 0xffb4bdc8},
     .message_edge = 0xff0c0d0f,
+    .note = {{0xff121519, 0xff121519}, 0xfff0f3f6},
     .window = {{0xff25292e, 0xff25292e}, 0xffe6eaee},
     .control = 0xff17191c,
     .control_text = 0xfff2f4f7,
@@ -109,9 +81,10 @@ const Theme grey_theme = {
     .latch_light = 0xff3b444e,
     .drop_sign = 0xffc9231e,
     .hold_sign = 0xff1f8a3c,
-    .white_strip = white_strip_colors,
-    .green_strip = green_strip_colors,
-    .red_strip = red_strip_colors,
+    .ringing_sign = 0xffb86a00,
+    .handset_sign = 0xff1d66b8,
+    .ghost = 0xff8a6a2c,
+    .strips = &grey_strips,
     .warning = 0xff7c2d12,
     .clock = {{0xfff5f7f9, 0xffe8ebef}, 0xff14181d},
     .clock_edge = 0xff98a0a9,
@@ -123,6 +96,7 @@ const Theme grey_theme = {
     .message = {{0xfffffdf2, 0xfffffdf2}, 0xff12161b},
     .no_message = {{0xffaab2bb, 0xffaab2bb}, 0xff14181d},
     .message_edge = 0xff868f99,
+    .note = {{0xffe6eaee, 0xffe6eaee}, 0xff12161b},
     .window = {{0xffe9ecef, 0xffe9ecef}, 0xff1a1e23},
     .control = 0xffffffff,
     .control_text = 0xff12161b,
@@ -136,14 +110,14 @@ const Theme grey_theme = {
 };
 
 const Theme& without_link(const Theme& theme) {
-  const auto dimmed = [](Theme copy) {
-    copy.white_strip = dimmed_white_strip_colors;
-    copy.green_strip = dimmed_green_strip_colors;
-    copy.red_strip = dimmed_red_strip_colors;
+  const auto with_strips = [](Theme copy, const StripColorTable& strips) {
+    copy.strips = &strips;
     return copy;
   };
-  static const Theme metal = dimmed(metal_theme);
-  static const Theme grey = dimmed(grey_theme);
+  static const StripColorTable metal_dim = dimmed(metal_strips, metal_theme.face.shading.lower);
+  static const StripColorTable grey_dim = dimmed(grey_strips, grey_theme.face.shading.lower);
+  static const Theme metal = with_strips(metal_theme, metal_dim);
+  static const Theme grey = with_strips(grey_theme, grey_dim);
   return &theme == &grey_theme ? grey : metal;
 }
 
@@ -185,11 +159,11 @@ QColor readable_on(const QColor& ground, const QColor& wanted) {
 const StripColors& Theme::strip(RowColor color) const {
   switch (color) {
     case RowColor::Green:
-      return green_strip;
+      return strip(RowState::Next);
     case RowColor::Red:
-      return red_strip;
+      return strip(RowState::OnAir);
     default:
-      return white_strip;
+      return strip(RowState::Ready);
   }
 }
 

@@ -2,23 +2,13 @@
 
 #include <QColor>
 
+#include "desktop/strip_colors.h"
+#include "desktop/surface.h"
 #include "lines/status_letters.h"
 
 class QPalette;
 
 namespace lineweir {
-
-// From the upper to the lower edge of a surface.
-struct Shading {
-  QRgb upper;
-  QRgb lower;
-};
-
-// A surface that text stands on.
-struct Surface {
-  Shading shading;
-  QRgb text;
-};
 
 // A key's surface in one state, with the lines around it.
 struct KeyColors {
@@ -26,24 +16,6 @@ struct KeyColors {
   QRgb edge;
   // The line inside the upper edge: light on a key that is up, dark on one that is down.
   QRgb rim;
-};
-
-// What tells a strip apart whose colour isn't seen.
-enum class StripSign {
-  None,
-  // A pointer at the left end, towards the line's number.
-  Pointer,
-  // A bright line all around.
-  Frame,
-};
-
-struct StripColors {
-  Surface surface;
-  QRgb rim;
-  QRgb edge;
-  QRgb mark;
-  StripSign sign;
-  QRgb sign_color;
 };
 
 struct DialColors {
@@ -74,10 +46,16 @@ struct Theme {
   QRgb latch_light;
   QRgb drop_sign;
   QRgb hold_sign;
+  // Signs of lines on keys; the ghost is what is left of one between two blinks.
+  QRgb ringing_sign;
+  QRgb handset_sign;
+  QRgb ghost;
 
-  StripColors white_strip;
-  StripColors green_strip;
-  StripColors red_strip;
+  const StripColorTable* strips;
+  const StripColors& strip(RowState state) const {
+    return (*strips)[static_cast<std::size_t>(state)];
+  }
+  // The same by the strip's own colour alone.
   const StripColors& strip(RowColor color) const;
 
   // The word beside a lamp that is out, the ring that is left of it, and calls that wait for a log.
@@ -96,6 +74,9 @@ struct Theme {
   Surface message;
   Surface no_message;
   QRgb message_edge;
+
+  // What is told of a caller below the panel.
+  Surface note;
 
   // Menus and dialogs.
   Surface window;
@@ -116,6 +97,7 @@ inline constexpr QRgb signal_red = 0xffff453a;
 inline constexpr QRgb signal_yellow = 0xffffc92b;
 inline constexpr QRgb signal_green = 0xff34d15f;
 inline constexpr QRgb signal_blue = 0xff4fa9ff;
+inline constexpr QRgb signal_amber = 0xffffb000;
 
 extern const Theme metal_theme;
 extern const Theme grey_theme;

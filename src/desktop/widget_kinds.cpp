@@ -24,10 +24,12 @@ ElementWidget* make_element_widget(FormCanvas& canvas, Control& control) {
     case Look::PanelText:
     case Look::PanelWarning:
     case Look::PanelBanner:
+    case Look::CallerNote:
     case Look::RowText:
+    case Look::RowStatus:
     case Look::RowTime:
     case Look::ClockDigits:
-    case Look::ClockSmallDigits:
+    case Look::Countdown:
     case Look::ClockText:
       return new LabelWidget(canvas, static_cast<Label&>(control), look);
     case Look::KeyCaption:

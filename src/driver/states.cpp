@@ -23,7 +23,18 @@ void append_caller_fields(std::vector<StateName>& names) {
   }
 }
 
+void append_letters(std::vector<StateName>& names) {
+  const auto letter = [](Console& c, int line) -> char { return c.lines.StatusLetter(line); };
+  names.push_back(reading("StatusLetter()", letter));
+  names.back().set = [=](Session& session, const Indices& indices, const Json& value) {
+    char wanted = reach(session, letter, indices);
+    take(wanted, value);
+    session.console().lines.StatusLetter(indices.front()) = wanted;
+  };
+}
+
 void append_line_table(std::vector<StateName>& names) {
+  append_letters(names);
   names.push_back(
       {"LineCount",
        [](Session& session, const Indices&) -> Json { return session.console().lines.LineCount; },
@@ -32,7 +43,6 @@ void append_line_table(std::vector<StateName>& names) {
          session.console().lines.resize(static_cast<int>(lines));
        }});
   const std::vector<StateName> members = {
-      state("StatusLetter()", [](Console& c, int i) { return &c.lines.StatusLetter(i); }),
       state("HoldStamp()", [](Console& c, int i) { return &c.lines.HoldStamp(i); }),
       state("ClockBase()", [](Console& c, int i) { return &c.lines.ClockBase(i); }),
       state("ClockRunning()", [](Console& c, int i) { return &c.lines.ClockRunning(i); }),

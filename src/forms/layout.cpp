@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <numeric>
 
 namespace lineweir {
 namespace {
@@ -138,17 +139,46 @@ Place link_label_place(int visible_lines) {
   return {1310, 960, 8440, visible_lines == 18 ? 150 : 255};
 }
 
-Place log_waiting_place(int visible_lines) {
-  constexpr int gap = 120;
+Place band_place(int visible_lines) {
+  constexpr int clocks_end = 2690;
+  constexpr int left = 300;
+  constexpr int highest = 640;
+  constexpr int gap = 20;
   const Place message = message_place(visible_lines);
-  return {message.left, message.top + message.height + gap, message.width, 255};
+  const bool clocks_beside = !layout_range(visible_lines).clocks_on_form;
+  const int upper = (clocks_beside ? clocks_end : message.top + message.height) + gap;
+  const int lower = content_height(visible_lines) - panel_top(visible_lines) - gap;
+  const int right = clocks_beside ? small_width - left : message.left + message.width;
+  return {left, upper, right - left, std::min(highest, lower - upper)};
 }
 
-Place server_silence_place(int visible_lines) {
-  if (visible_lines <= 10) return {1500, 30, 6000, 255};
-  if (visible_lines <= 18) return {1310, 30, 8440, 255};
-  // Beside the link's label, whose text stands on the left.
-  return {4310, 210, 5440, 255};
+Place band_line_place(int visible_lines, int band_line) {
+  constexpr int gap = 30;
+  const Place band = band_place(visible_lines);
+  const int height = (band.height - gap) / 2;
+  return {band.left, band.top + band_line * (height + gap), band.width, height};
+}
+
+std::vector<Place> parted(const Place& line, const std::vector<std::size_t>& lengths) {
+  constexpr int gap = 30;
+  const int cells = static_cast<int>(lengths.size());
+  if (cells == 0) return {};
+  const int room = line.width - gap * (cells - 1);
+  // Half of the room is shared alike.
+  const int sure = room / (2 * cells);
+  const std::size_t all =
+      std::max<std::size_t>(1, std::accumulate(lengths.begin(), lengths.end(), std::size_t{0}));
+  std::vector<Place> places;
+  int left = line.left;
+  for (const std::size_t length : lengths) {
+    const bool last = static_cast<int>(places.size()) + 1 == cells;
+    const int by_length =
+        static_cast<int>(static_cast<std::size_t>(room - sure * cells) * length / all);
+    const int width = last ? line.left + line.width - left : sure + by_length;
+    places.push_back({left, line.top, width, line.height});
+    left += width + gap;
+  }
+  return places;
 }
 
 int row_top(int visible_lines, int row) {

@@ -1,6 +1,8 @@
 #pragma once
 
+#include <cstddef>
 #include <optional>
+#include <vector>
 
 namespace lineweir {
 
@@ -51,11 +53,12 @@ const LayoutRange& layout_range(int visible_lines);
 Place message_place(int visible_lines);
 Place link_label_place(int visible_lines);
 
-// The words below the message display that tell of calls which wait for their log, on the panel.
-Place log_waiting_place(int visible_lines);
+// The band of two lines at the lower edge of the panel, and one of the two.
+Place band_place(int visible_lines);
+Place band_line_place(int visible_lines, int band_line);
 
-// The banner above the keys of the panel that tells of a server which is silent, on the panel.
-Place server_silence_place(int visible_lines);
+// The places of texts that share a line: each has room by its length, and none is left with little.
+std::vector<Place> parted(const Place& line, const std::vector<std::size_t>& lengths);
 
 // The row's top and the panel's.
 int row_top(int visible_lines, int row);

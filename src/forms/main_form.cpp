@@ -53,6 +53,9 @@ MainForm::MainForm()
         static_cast<Control*>(&StatusText2)}) {
     on_panel->set_container(&ScreenBottom);
   }
+  for (int note = 0; note < most_caller_notes; ++note) {
+    CallerNote(note).set_container(&ScreenBottom);
+  }
 
   imgTimeClock.move(red_clock_left, red_clock_top, dial_size, dial_size);
   imgShowClock.move(red_clock_left, red_clock_top, dial_size, dial_size);

@@ -68,7 +68,8 @@ PanelElements::PanelElements(Form& form)
       Text1(form, "Text1"),
       Text2(form, "Text2"),
       LogWaiting(form, "LogWaiting"),
-      ServerSilence(form, "ServerSilence") {
+      ServerSilence(form, "ServerSilence"),
+      CallerNote(form, "CallerNote") {
   lay_on(Drop1, Drop1Image, Drop1Label, "&DROP", pictures::DropSmallUp);
   lay_on(Hold1, Hold1Image, Hold1Label, "&HOLD", pictures::DropSmallUp);
   lay_on(Drop2, Drop2Image, Drop2Label, "D&ROP", pictures::DropSmallUp);
@@ -89,6 +90,8 @@ PanelElements::PanelElements(Form& form)
   LogWaiting.visible = false;
   ServerSilence.visible = false;
   ServerSilence.alignment = align_center;
+  CallerNote(0).visible = false;
+  for (int note = 1; note < most_caller_notes; ++note) CallerNote.load(note);
 }
 
 std::array<PanelButton, 8> PanelElements::panel_buttons() {

@@ -2,6 +2,7 @@
 
 #include <array>
 
+#include "elements/control_array.h"
 #include "elements/label.h"
 #include "elements/line.h"
 #include "elements/picture.h"
@@ -29,6 +30,8 @@ struct BackgroundElements {
   Picture ScreenBottomImage;
   Picture LowCover;
 };
+
+inline constexpr int most_caller_notes = 4;
 
 // A picture button and what lies on it.
 struct PanelButton {
@@ -65,6 +68,8 @@ struct PanelElements {
   TextBox Text2;
   Label LogWaiting;
   Label ServerSilence;
+  // What the host has to know of the callers on air and of the next one, one caller each.
+  ControlArray<Label> CallerNote;
 
   std::array<PanelButton, 8> panel_buttons();
 };

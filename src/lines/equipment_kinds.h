@@ -30,6 +30,9 @@ inline constexpr unsigned kinds_ringing_again = kind(2);
 inline constexpr unsigned kinds_of_deciding_server = kind(4);
 constexpr bool server_decides(int kind) { return is_of(kind, kinds_of_deciding_server); }
 
+// The letter of a line at position 0; each further position has the next one.
+inline constexpr int first_position_code = 128;
+
 // A ready caller is a held one with data.
 constexpr bool ready_is_held_with_data(int kind) { return is_of(kind, kinds_ringing_again); }
 

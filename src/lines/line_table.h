@@ -1,7 +1,9 @@
 #pragma once
 
 #include <array>
+#include <functional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "base/failure.h"
@@ -34,6 +36,47 @@ class LineArray {
   std::vector<T> values_;
 };
 
+// The letters of the lines. Whoever shows what the lines do is told of each change.
+class StatusLetters {
+ public:
+  explicit StatusLetters(int count) : letters_(count, idle_letter) {}
+
+  // One line's letter, to be read and written.
+  class Place {
+   public:
+    Place(StatusLetters& letters, int line) : letters_(letters), line_(line) {}
+
+    operator char() const { return letters_.letters_(line_); }
+    Place& operator=(char letter) {
+      letters_.set(line_, letter);
+      return *this;
+    }
+
+   private:
+    StatusLetters& letters_;
+    int line_;
+  };
+
+  char operator()(int line) const { return letters_(line); }
+  Place operator()(int line) { return {*this, line}; }
+
+  int size() const { return letters_.size(); }
+  void resize(int count) { letters_.resize(count); }
+
+  // Told behind each change, with the letter before it; an equal letter is none.
+  std::function<void(int line, char before)> on_change;
+
+ private:
+  void set(int line, char letter) {
+    char& present = letters_(line);
+    if (present == letter) return;
+    const char before = std::exchange(present, letter);
+    if (on_change) on_change(line, before);
+  }
+
+  LineArray<char> letters_;
+};
+
 inline constexpr int no_line = -1;
 inline constexpr int lines_of_small_layout = 10;
 inline constexpr int lines_of_large_layout = 20;
@@ -44,7 +87,7 @@ struct LineTable {
   int LineCount = lines_of_small_layout;
 
   // A blank while the line is idle.
-  LineArray<char> StatusLetter{lines_of_small_layout, idle_letter};
+  StatusLetters StatusLetter{lines_of_small_layout};
   // 1 for a line whose letter is the blank since it was made busy.
   LineArray<int> SetBusy{lines_of_small_layout};
   LineArray<CallerRecord> CallerData{lines_of_small_layout};

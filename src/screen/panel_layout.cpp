@@ -1,5 +1,9 @@
 #include "screen/panel_layout.h"
 
+#include <algorithm>
+#include <span>
+#include <vector>
+
 #include "forms/main_form.h"
 #include "state/design_scale.h"
 
@@ -22,6 +26,26 @@ void place(Control& control, const Place& at) {
   control.move(at.left, at.top, at.width, at.height);
 }
 
+std::size_t letters_of(std::span<Label* const> labels) {
+  std::size_t letters = 0;
+  for (const Label* label : labels) letters += label->caption.get().size();
+  return letters;
+}
+
+// How many of the notes stand on the upper of two lines, so that neither is much fuller.
+std::size_t notes_of_upper_line(std::span<Label* const> notes) {
+  std::size_t best = notes.size();
+  std::size_t fullest = letters_of(notes);
+  for (std::size_t upper = 1; upper < notes.size(); ++upper) {
+    const std::size_t fuller =
+        std::max(letters_of(notes.first(upper)), letters_of(notes.subspan(upper)));
+    if (fuller >= fullest) continue;
+    best = upper;
+    fullest = fuller;
+  }
+  return best;
+}
+
 }  // namespace
 
 void lay_out_panel(MainForm& form, int visible_lines, const DesignScale& scale) {
@@ -40,10 +64,29 @@ void lay_out_panel(MainForm& form, int visible_lines, const DesignScale& scale) 
   place(form.Label1, scale.of(link_label_place(visible_lines)));
   place(form.Text1, scale.of(message_place(visible_lines)));
   place(form.Text2, scale.of(message_place(visible_lines)));
-  place(form.LogWaiting, scale.of(log_waiting_place(visible_lines)));
-  place(form.ServerSilence, scale.of(server_silence_place(visible_lines)));
+  lay_out_band(form, visible_lines, scale);
   form.Shape1.set_container(range.lamp_on_form ? nullptr : &form.ScreenBottom);
   place(form.Shape1, scale.of(range.lamp));
+}
+
+void lay_out_band(MainForm& form, int visible_lines, const DesignScale& scale) {
+  std::vector<Label*> notes;
+  std::vector<Label*> notices;
+  for (Label* notice : {&form.ServerSilence, &form.LogWaiting}) {
+    if (notice->visible) notices.push_back(notice);
+  }
+  for (int note = 0; note < most_caller_notes; ++note) {
+    if (form.CallerNote(note).visible) notes.push_back(&form.CallerNote(note));
+  }
+  const auto fill = [&](int band_line, std::span<Label* const> labels) {
+    std::vector<std::size_t> lengths;
+    for (const Label* label : labels) lengths.push_back(label->caption.get().size());
+    const std::vector<Place> places = parted(band_line_place(visible_lines, band_line), lengths);
+    for (std::size_t i = 0; i < labels.size(); ++i) place(*labels[i], scale.of(places[i]));
+  };
+  const std::size_t upper = notices.empty() ? notes_of_upper_line(notes) : notes.size();
+  fill(0, std::span(notes).first(upper));
+  fill(1, notices.empty() ? std::span(notes).subspan(upper) : std::span(notices));
 }
 
 void lay_out_drop_buttons(MainForm& form, int visible_lines, const DesignScale& scale) {

@@ -11,6 +11,10 @@ struct DesignScale;
 
 void lay_out_panel(MainForm& form, int visible_lines, const DesignScale& scale);
 
+// The band at the lower edge of the panel: notices stand on its lower line, and the notes of
+// callers share what is left.
+void lay_out_band(MainForm& form, int visible_lines, const DesignScale& scale);
+
 // The drop and hold buttons: in producer mode the first two are wide and cover the others.
 void lay_out_drop_buttons(MainForm& form, int visible_lines, const DesignScale& scale);
 

@@ -16,7 +16,6 @@ namespace lineweir {
 namespace {
 
 constexpr std::uint8_t conference = 1;
-constexpr int first_position_code = 128;
 
 }  // namespace
 
@@ -60,11 +59,11 @@ void ReceivedLines::SrvCallerData(const ServerPacket& packet) {
 }
 
 void ReceivedLines::count_as_screened(int line) {
-  char& letter = state_.lines.StatusLetter(line);
+  const char letter = state_.lines.StatusLetter(line);
   if (letter != held_letter || !ready_is_held_with_data(state_.lines.ThePhoneFlag)) return;
   const LineReport report{"Lineweir_WinsTimer_Timer", line, ready_letter, letter,
                           *look_of(ready_letter)};
-  letter = ready_letter;
+  state_.lines.StatusLetter(line) = ready_letter;
   using enum LineStep;
   for (const LineStep step : {StampHold, CloseAir, RunClock, ShowText, ShowRowOrNext}) {
     line_steps_.run(RuleStep(step), report);

@@ -126,6 +126,13 @@ TEST_SUITE("callerdata/caller history") {
           "AM\r\nBath");
   }
 
+  TEST_CASE("the history in a few words") {
+    CHECK(history_in_short(std::nullopt) == "first call");
+    CHECK(history_in_short(CallerHistory{1, 0, "", {}}) == "called once before, never on air");
+    CHECK(history_in_short(CallerHistory{4, 2, "1/5/2026 10:00:00 AM", {}}) ==
+          "on air 2 times before, last 1/5/2026");
+  }
+
   TEST_CASE("filling in never takes away what is something else") {
     CHECK(completes("", "Ann Lee"));
     CHECK(completes("  ", "Ann Lee"));

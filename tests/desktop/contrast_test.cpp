@@ -110,7 +110,7 @@ TEST_SUITE("contrast on the screen") {
       choose_face(desk, grey);
       desk.form().Off.on_click();
       fill_rows(desk);
-      REQUIRE(desk.widget(desk.form().Shape1).shown_caption() == QStringLiteral("NO LINK"));
+      REQUIRE(desk.widget(desk.form().Shape1).shown_caption() == QStringLiteral("No link"));
       check_main_form(desk, 81);
       desk.console.layout.set_line_count(20);
       desk.console.layout.RedefineScreen();

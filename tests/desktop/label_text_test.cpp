@@ -6,8 +6,10 @@
 #include <QPlainTextEdit>
 #include <QScrollBar>
 #include <QToolTip>
+#include <cmath>
 
 #include "desktop/text_painter.h"
+#include "pixels.h"
 #include "shown_console.h"
 
 namespace lineweir {
@@ -114,12 +116,18 @@ TEST_SUITE("texts") {
     }
   }
 
-  TEST_CASE("a text slightly too long is drawn narrower, a longer one loses its end") {
-    const TextLine line = line_of("Set Busy");
-    const int natural = static_cast<int>(text_width(line));
+  TEST_CASE("a text that is too long loses its end, and no letter of it is drawn narrower") {
+    const TextLine line = line_of("Margaret");
+    const int natural = static_cast<int>(std::ceil(text_width(line)));
     CHECK(text_fits(line, natural));
-    CHECK(text_fits(line, natural - 2));
-    CHECK_FALSE(text_fits(line, natural / 2));
+    CHECK_FALSE(text_fits(line, natural - 1));
+    const QImage whole = painted(line, natural);
+    const QImage cut = painted(line, natural - 2);
+    const int first_letters = natural / 3;
+    CHECK(test::differing_pixels(whole.copy(0, 0, first_letters, whole.height()),
+                                 cut.copy(0, 0, first_letters, cut.height())) == 0);
+    CHECK(test::differing_pixels(whole.copy(0, 0, natural - 2, whole.height()),
+                                 cut.copy(0, 0, natural - 2, cut.height())) > 0);
   }
 
   TEST_CASE("an access key is the letter behind the first and-sign") {

@@ -220,8 +220,9 @@ TEST_SUITE("look") {
       desk.form().Text1.back_color = color_red;
       desk.settle();
       const QImage box = shown_pixels(desk.widget(desk.form().Text1));
-      CHECK(pixels_of(box, theme.red_strip.surface.shading.upper) > box.width() * box.height() / 2);
-      CHECK(pixels_of(box, theme.red_strip.sign_color) > box.width() + box.height());
+      CHECK(pixels_of(box, theme.strip(RowState::OnAir).surface.shading.upper) >
+            box.width() * box.height() / 2);
+      CHECK(pixels_of(box, theme.strip(RowState::OnAir).frame_color) > box.width() + box.height());
       CHECK(pixels_of(box, qRgb(255, 255, 255)) > 5);
     }
   }

@@ -57,7 +57,7 @@ TEST_SUITE("menus") {
     desk.settle();
     CHECK_FALSE(desk.action(form.SaveSettingsMenu).isEnabled());
     CHECK(desk.action(form.SaveSettingsMenu).statusTip() == why);
-    CHECK(desk.widget(form.OptionsButton).tool_tip() == why);
+    CHECK(desk.widget(form.OptionsButton).tool_tip() == "Setup (S)\n" + why);
     CHECK(spoken() == why);
     desk.console.login.UserRights = "\xff\xff\xff\xff\xff\xff\xcf\xff\xff\xff\xff?";
     desk.console.access_rights.SetRights();

@@ -86,8 +86,8 @@ TEST_SUITE("desktop/messages") {
     CHECK(count(theme.message.shading.upper) > 5000);
     CHECK(count(theme.no_message.shading.upper) == 0);
     desk.receive("Bea\x03Stop", color_red);
-    CHECK(count(theme.red_strip.surface.shading.upper) > 5000);
-    CHECK(count(theme.red_strip.sign_color) > 200);
+    CHECK(count(theme.strip(RowState::OnAir).surface.shading.upper) > 5000);
+    CHECK(count(theme.strip(RowState::OnAir).frame_color) > 200);
   }
 
   TEST_CASE("the newest line of a long conversation is in sight at any size") {
@@ -302,7 +302,7 @@ TEST_SUITE("desktop/messages") {
           line.mapTo(&desk.canvas(), QPoint()).y());
     CHECK(text.verticalScrollBar()->value() == text.verticalScrollBar()->maximum());
     desk.receive("Bea\x03Stop", color_red);
-    const QRgb red = metal_theme.red_strip.surface.shading.upper;
+    const QRgb red = metal_theme.strip(RowState::OnAir).surface.shading.upper;
     CHECK(pixels_of(shown_pixels(desk.widget(desk.form().Text1)), red) > 3000);
   }
 

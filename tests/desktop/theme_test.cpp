@@ -27,9 +27,9 @@ TEST_SUITE("theme") {
     for (const Theme* theme : {&metal_theme, &grey_theme}) {
       for (const Surface* surface :
            {&theme->face, &theme->panel, &theme->key_up.surface, &theme->key_hover.surface,
-            &theme->key_down.surface, &theme->key_disabled.surface, &theme->white_strip.surface,
-            &theme->green_strip.surface, &theme->red_strip.surface, &theme->clock,
-            &theme->dial.surface, &theme->red_dial.surface, &theme->message, &theme->window}) {
+            &theme->key_down.surface, &theme->key_disabled.surface, &theme->clock,
+            &theme->dial.surface, &theme->red_dial.surface, &theme->message, &theme->note,
+            &theme->window}) {
         CAPTURE(QColor::fromRgb(surface->text).name().toStdString());
         CAPTURE(QColor::fromRgb(surface->shading.upper).name().toStdString());
         CHECK(worst_contrast(*surface) >= readable_contrast);
@@ -64,18 +64,31 @@ TEST_SUITE("theme") {
     }
   }
 
-  TEST_CASE("a strip on air is darker than any other, and each sign stands out from its strip") {
-    for (const Theme* theme : {&metal_theme, &grey_theme}) {
-      const auto& red = theme->red_strip.surface.shading;
-      const auto& green = theme->green_strip.surface.shading;
-      const auto& white = theme->white_strip.surface.shading;
-      for (const QRgb Shading::*edge : {&Shading::upper, &Shading::lower}) {
-        const QColor red_edge = QColor::fromRgb(red.*edge);
-        CHECK(contrast(red_edge, QColor::fromRgb(green.*edge)) >= 3);
-        CHECK(contrast(red_edge, QColor::fromRgb(white.*edge)) >= 3);
+  TEST_CASE("every row can be read in every state, on both faces, with a link and without") {
+    for (const Theme* face : {&metal_theme, &grey_theme}) {
+      for (const Theme* theme : {face, &without_link(*face)}) {
+        for (int state = 0; state < row_state_count; ++state) {
+          CAPTURE(state);
+          const StripColors& colors = theme->strip(static_cast<RowState>(state));
+          CHECK(worst_contrast(colors.surface) >= readable_contrast);
+        }
       }
-      CHECK(worst_contrast(theme->red_strip.sign_color, red) >= 3);
-      CHECK(worst_contrast(theme->green_strip.sign_color, green) >= 3);
+    }
+  }
+
+  TEST_CASE("a strip on air is darker than any other of paper, and each sign stands out from it") {
+    for (const Theme* theme : {&metal_theme, &grey_theme}) {
+      const auto& red = theme->strip(RowState::OnAir).surface.shading;
+      for (const RowState other : {RowState::Next, RowState::Ready, RowState::Ringing}) {
+        const auto& shading = theme->strip(other).surface.shading;
+        CHECK(contrast(QColor::fromRgb(red.upper), QColor::fromRgb(shading.upper)) >= 3);
+        CHECK(contrast(QColor::fromRgb(red.lower), QColor::fromRgb(shading.lower)) >= 3);
+      }
+      for (const StripColors& colors : *theme->strips) {
+        if (colors.sign == StripSign::None) continue;
+        CHECK(worst_contrast(colors.sign_color, colors.surface.shading) >= 3);
+      }
+      CHECK(worst_contrast(theme->strip(RowState::OnAir).frame_color, red) >= 3);
     }
   }
 

@@ -42,7 +42,7 @@ std::vector<NamedPlace> all_places(int rows, bool producer) {
       {"OptionsButton", on_panel(rows, range.options_button)},
       {"Label1", on_panel(rows, link_label_place(rows))},
       {"Text1", on_panel(rows, message_place(rows))},
-      {"LogWaiting", on_panel(rows, log_waiting_place(rows))},
+      {"the band", on_panel(rows, band_place(rows))},
       {"picRealTimeClock", panel_or_form(range.clocks_on_form, range.time_clock)},
       {"picShowTimeClock", panel_or_form(range.clocks_on_form, range.show_clock)},
       {"Shape1", panel_or_form(range.lamp_on_form, range.lamp)},
@@ -282,26 +282,40 @@ TEST_SUITE("forms/layout: the panel") {
     }
   }
 
-  TEST_CASE("the words on calls that wait stand below the message display, as wide as that") {
+  TEST_CASE("the band has two lines, below all else on the panel") {
     for (int rows = 0; rows <= most_rows; ++rows) {
       CAPTURE(rows);
-      const Place message = message_place(rows);
-      CHECK(log_waiting_place(rows) ==
-            Place{message.left, foot_of(message) + 120, message.width, 255});
+      const Place band = band_place(rows);
+      const Place upper = band_line_place(rows, 0);
+      const Place lower = band_line_place(rows, 1);
+      CHECK(band.top > foot_of(message_place(rows)));
+      CHECK(upper.top == band.top);
+      CHECK(lower.top > foot_of(upper));
+      CHECK(foot_of(lower) <= foot_of(band));
+      for (const Place& line : {upper, lower}) {
+        CHECK(line.left == band.left);
+        CHECK(line.width == band.width);
+        CHECK(line.height >= 225);
+      }
     }
   }
 
-  TEST_CASE("the banner of a silent server stands above the keys, or beside the link's label") {
-    for (int rows = 0; rows <= most_rows; ++rows) {
-      CAPTURE(rows);
-      const LayoutRange& range = layout_range(rows);
-      const Place banner = server_silence_place(rows);
-      const Place label = link_label_place(rows);
-      CHECK(banner.height == 255);
-      CHECK(banner.top == (rows <= 18 ? 30 : label.top));
-      CHECK(banner.left == (rows <= 18 ? range.next_button.left : label.left + 3000));
-      CHECK(right_of(banner) == (rows <= 10 ? 7500 : right_of(label)));
-      if (rows <= 18) CHECK(foot_of(banner) <= range.next_button.top);
+  TEST_CASE("texts that share a line have room by their lengths, side by side to its end") {
+    const Place line = band_line_place(10, 0);
+    CHECK(parted(line, {}).empty());
+    CHECK(parted(line, {7}) == std::vector{line});
+    for (const std::vector<std::size_t>& lengths :
+         {std::vector<std::size_t>{0, 0}, {1, 1000}, {50, 50, 50}, {10, 20, 30, 40}}) {
+      const std::vector<Place> places = parted(line, lengths);
+      REQUIRE(places.size() == lengths.size());
+      CHECK(places.front().left == line.left);
+      CHECK(right_of(places.back()) == right_of(line));
+      for (std::size_t i = 0; i < places.size(); ++i) {
+        // Nobody is left with less than half of an equal share.
+        CHECK(places[i].width * 2 * static_cast<int>(lengths.size()) >= line.width - 200);
+        if (i > 0) CHECK(places[i].left == right_of(places[i - 1]) + 30);
+        if (i > 0 && lengths[i] > lengths[i - 1]) CHECK(places[i].width > places[i - 1].width);
+      }
     }
   }
 

@@ -1,0 +1,116 @@
+#include "callerdata/caller_notes.h"
+
+#include <algorithm>
+
+#include "base/text.h"
+#include "callerdata/call_log.h"
+#include "callerdata/caller_history.h"
+#include "callerdata/line_texts.h"
+#include "forms/entry_fields.h"
+#include "screen/row_states.h"
+#include "state/console_state.h"
+#include "state/guard.h"
+
+namespace lineweir {
+namespace {
+
+constexpr auto handler = "Lineweir_CallerNote_Change";
+
+bool tells_of_caller(const Element& element, PropertyId property) {
+  if (property == PropertyId::Picture) return element.name() == "DataRow";
+  return property == PropertyId::Caption && element.kind() == ElementKind::Label &&
+         element.index() != no_index && element.name() != "LineTime" &&
+         element.name() != "CallerNote";
+}
+
+void append(std::string& text, std::string_view separator, std::string_view more) {
+  if (more.empty()) return;
+  if (!text.empty()) text += separator;
+  text += more;
+}
+
+}  // namespace
+
+CallerNotes::CallerNotes(ConsoleState& state, const RowStates& row_states,
+                         const LineTexts& line_texts, CallLog& call_log)
+    : FormWatch(state.Lineweir),
+      state_(state),
+      row_states_(row_states),
+      line_texts_(line_texts),
+      call_log_(call_log) {}
+
+CallerNotes::~CallerNotes() {
+  if (review_) state_.services.loop.cancel(*review_);
+}
+
+void CallerNotes::changed(Element& element, PropertyId property) {
+  if (tells_of_caller(element, property)) review_soon();
+}
+
+void CallerNotes::review_soon() {
+  if (review_) return;
+  review_ = state_.services.loop.schedule(platform::Milliseconds{0}, [this] {
+    review_.reset();
+    guard(state_.trace, handler, [this] { review(); });
+  });
+}
+
+void CallerNotes::review() {
+  const std::vector<int> lines = lines_in_question();
+  std::erase_if(known_, [&](const auto& known) {
+    return std::ranges::find(lines, known.first) == lines.end();
+  });
+  int shown = 0;
+  for (const int line : lines) {
+    const std::string note = note_of(line);
+    if (note.empty()) continue;
+    Label& label = state_.Lineweir.CallerNote(shown++);
+    label.caption = note;
+    label.fore_color = row_states_.of(line) >= RowState::OnAir ? color_red : color_green;
+    label.visible = true;
+    if (shown == most_caller_notes) return;
+  }
+  for (; shown < most_caller_notes; ++shown) state_.Lineweir.CallerNote(shown).visible = false;
+}
+
+std::vector<int> CallerNotes::lines_in_question() const {
+  const LineTable& lines = state_.lines;
+  std::vector<int> found;
+  for (int line = 0; line < lines.LineCount; ++line) {
+    if (row_states_.of(line) >= RowState::OnAir) found.push_back(line);
+  }
+  const int next = lines.TheNextCall;
+  const bool waits = next >= 0 && next < lines.LineCount && row_states_.of(next) < RowState::OnAir;
+  if (waits && !is_empty(lines.shown_letter(next))) found.push_back(next);
+  return found;
+}
+
+std::string CallerNotes::note_of(int line) {
+  const EntryTexts texts = line_texts_.of(line);
+  const auto text_of = [&](CallerField field) {
+    return std::string(trimmed(texts[static_cast<std::size_t>(entry_of(field) - 1)]));
+  };
+  const Letters& letters = state_.services.letters;
+  std::string who = text_of(CallerField::CallerName);
+  append(who, ", ", text_of(CallerField::City));
+  std::string note = who;
+  append(note, letters.from_utf8(" \u2013 "), text_of(CallerField::Comments));
+  append(note, letters.from_utf8(" \u00b7 "), history_of(line, text_of(CallerField::PhoneNumber)));
+  return note.empty() ? note : std::to_string(line + 1) + " " + note;
+}
+
+std::string CallerNotes::history_of(int line, const std::string& number) {
+  if (!call_log_.chosen() || number_forms(number).empty()) return {};
+  Known& known = known_[line];
+  if (known.number == number) return known.history;
+  known = {number, {}};
+  attempt(
+      [&] {
+        known.history =
+            history_in_short(find_history(call_log_.recordset(), state_.services.letters, number));
+      },
+      [&](const Failure& failure) { report_failure(state_.trace, handler, failure); });
+  return known.history;
+}
+
+}  // namespace lineweir
