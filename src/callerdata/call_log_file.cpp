@@ -50,6 +50,8 @@ void CallLogFile::DatabasePathMenuItem_Click() {
   question.filter_index = mdb_filter;
   question.default_path = state_.Lineweir.Data1.database_name;
   question.may_be_new = true;
+  question.shown_title = "Choose or create the call log";
+  question.shown_filter = "Call logs (*.mdb)|*.mdb|All files (*.*)|*.*";
   const auto file = state_.services.dialogs.ask_file(question);
   if (!file || trimmed(*file).empty()) return;
   const bool storable = attempt(

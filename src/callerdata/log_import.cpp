@@ -2,6 +2,7 @@
 
 #include "base/text.h"
 #include "callerdata/log_places.h"
+#include "callerdata/log_reading.h"
 #include "callerdata/log_text.h"
 #include "callerdata/log_viewer.h"
 #include "forms/call_log_columns.h"
@@ -64,6 +65,8 @@ void LogImport::ImportButton_Click() {
   platform::FileQuestion question;
   question.title = "Import";
   question.filter = "CSV Files (*.csv)|*.csv|All Files (*.*)|*.*";
+  question.shown_title = "Import calls from a CSV file";
+  question.shown_filter = "CSV files (*.csv)|*.csv|Text files (*.txt)|*.txt|All files (*.*)|*.*";
   const auto file = state_.services.dialogs.ask_file(question);
   if (!file || trimmed(*file).empty() || !state_.DatabaseViewer.loaded()) return;
   // The log may be another one by now.
@@ -84,6 +87,7 @@ void LogImport::begin(const std::string& file) {
   file_.emplace(state_.services.user_files, file, letters);
   std::vector<std::string> headings;
   for (const auto& column : log_columns_) headings.push_back(column.name);
+  form.PreviewGrid.shown_columns = columns_as_read(log_columns_);
   form.PreviewGrid.column_widths = log_grid_widths(log_columns_);
   form.PreviewGrid.headings = headings;
   form.FileLabel.caption = file_name(letters, file);

@@ -63,8 +63,10 @@ LogOutput::LogOutput(ConsoleState& state, const ShowPlanStore& show_plan, LogVie
 }
 
 void LogOutput::ExportButton_Click() {
-  const std::string file =
-      ask_file("Export", "CSV Files (*.csv)|*.csv|All Files (*.*)|*.*", ".csv");
+  const std::string file = ask_file({.title = "Export",
+                                     .filter = "CSV Files (*.csv)|*.csv|All Files (*.*)|*.*",
+                                     .shown_title = "Export the calls shown to a CSV file"},
+                                    ".csv");
   if (file.empty()) return;
   auto target = open_target(file);
   const bool raw = state_.DatabaseViewer.RawExport.value != 0;
@@ -76,7 +78,10 @@ void LogOutput::ExportButton_Click() {
 }
 
 void LogOutput::PrintButton_Click() {
-  const std::string file = ask_file("Print", "PDF Files (*.pdf)|*.pdf|All Files (*.*)|*.*", ".pdf");
+  const std::string file = ask_file({.title = "Print",
+                                     .filter = "PDF Files (*.pdf)|*.pdf|All Files (*.*)|*.*",
+                                     .shown_title = "Print the calls shown to a PDF file"},
+                                    ".pdf");
   if (file.empty()) return;
   std::vector<platform::PrintedColumn> columns;
   const std::vector<platform::DatabaseColumn>& fields = log_viewer_.recordset().fields();
@@ -101,12 +106,8 @@ void LogOutput::PrintButton_Click() {
   start(std::move(job));
 }
 
-std::string LogOutput::ask_file(const std::string& title, const std::string& filter,
-                                const std::string& extension) {
+std::string LogOutput::ask_file(platform::FileQuestion question, const std::string& extension) {
   if (running() || !log_viewer_.open()) return {};
-  platform::FileQuestion question;
-  question.title = title;
-  question.filter = filter;
   question.for_saving = true;
   question.default_path = with_extension(state_.DatabaseViewer.Data1.database_name, extension);
   const auto file = state_.services.dialogs.ask_file(question);

@@ -7,6 +7,7 @@
 
 #include "callerdata/file_wait.h"
 #include "platform/database.h"
+#include "platform/dialogs.h"
 #include "platform/table_printer.h"
 #include "platform/user_files.h"
 
@@ -47,8 +48,7 @@ class LogOutput {
   void CancelWork_Click();
 
   // The file to write, if the user names one.
-  std::string ask_file(const std::string& title, const std::string& filter,
-                       const std::string& extension);
+  std::string ask_file(platform::FileQuestion question, const std::string& extension);
   // Begins to write it, unless it is one of those that are not to be overwritten.
   std::unique_ptr<platform::FileTarget> open_target(const std::string& file) const;
   void start(Job job);

@@ -49,6 +49,26 @@ bool LogSearch::finds(std::string_view texts) const {
       words_, [&](const std::string& word) { return texts.find(word) != std::string_view::npos; });
 }
 
+std::vector<TextPiece> LogSearch::places_in(std::string_view utf8) const {
+  if (empty()) return {};
+  const FoldedOrigins text = folded_with_origins(utf8);
+  std::vector<bool> found(text.folded.size());
+  for (const std::string& word : words_) {
+    for (auto at = text.folded.find(word); at != std::string::npos;
+         at = text.folded.find(word, at + 1)) {
+      std::fill_n(found.begin() + static_cast<std::ptrdiff_t>(at), word.size(), true);
+    }
+  }
+  std::vector<TextPiece> pieces;
+  for (std::size_t i = 0; i < found.size(); ++i) {
+    if (!found[i]) continue;
+    const std::size_t begin = text.origins[i];
+    while (i < found.size() && found[i]) ++i;
+    pieces.push_back({begin, text.origins[i] - begin});
+  }
+  return pieces;
+}
+
 void append_sort_key(std::string& key, SortKind kind, std::string_view utf8) {
   const std::string_view text = trimmed(utf8);
   if (text.empty()) return;

@@ -5,6 +5,7 @@
 #include <string_view>
 #include <vector>
 
+#include "elements/data_grid.h"
 #include "lines/caller_fields.h"
 
 namespace lineweir {
@@ -22,6 +23,10 @@ class LogSearch {
 
   // `texts` are those of one call, each folded and with a line feed behind it.
   bool finds(std::string_view texts) const;
+
+  // Where the words stand in a text that isn't folded, from the first to the last; words that
+  // overlap or touch are one piece.
+  std::vector<TextPiece> places_in(std::string_view utf8) const;
 
  private:
   std::vector<std::string> words_;

@@ -58,6 +58,7 @@ class LogView {
   // The calls of the log, whether they are shown or not, as far as they were looked at.
   std::int64_t calls() const { return looked_at_; }
   platform::RowId row(int place) const;
+  const LogSearch& search() const { return search_; }
   // The last one that was looked at.
   std::optional<platform::RowId> newest() const { return newest_; }
 

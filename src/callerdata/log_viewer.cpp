@@ -5,6 +5,7 @@
 #include "base/text.h"
 #include "callerdata/call_log.h"
 #include "callerdata/log_places.h"
+#include "callerdata/log_reading.h"
 #include "forms/call_log_columns.h"
 #include "state/console_state.h"
 #include "state/guard.h"
@@ -12,6 +13,8 @@
 
 namespace lineweir {
 namespace {
+
+constexpr int down_arrow_code = 40;
 
 constexpr std::string_view no_log =
     "No call log is chosen. Choose or create one with Options, Database Path.";
@@ -27,6 +30,8 @@ LogViewer::LogViewer(ConsoleState& state, CallLog& call_log) : state_(state), ca
   wire(form.on_unload, state_.trace, "DatabaseViewer_Form_Unload", [this] { Form_Unload(); });
   wire(form.SearchText.on_change, state_.trace, "DatabaseViewer_SearchText_Change",
        [this] { SearchText_Change(); });
+  wire(form.SearchText.on_key_down, state_.trace, "DatabaseViewer_SearchText_KeyDown",
+       [this](int& key_code, int) { SearchText_KeyDown(key_code); });
   wire(form.SortList.on_click, state_.trace, "DatabaseViewer_SortList_Click",
        [this] { SortList_Click(); });
   wire(form.SortDown.on_click, state_.trace, "DatabaseViewer_SortDown_Click",
@@ -36,6 +41,9 @@ LogViewer::LogViewer(ConsoleState& state, CallLog& call_log) : state_(state), ca
   wire(form.DBGrid1.on_heading_click, state_.trace, "DatabaseViewer_DBGrid1_HeadClick",
        [this](int column) { heading_clicked(column); });
   form.DBGrid1.row_texts = [this](int row) { return grid_row(row); };
+  form.DBGrid1.marked_pieces = [this](std::string_view utf8) {
+    return view_.search().places_in(utf8);
+  };
   wire(form.WorkTimer.on_timer, state_.trace, "DatabaseViewer_WorkTimer_Timer",
        [this] { WorkTimer_Timer(); });
   wire(form.FollowTimer.on_timer, state_.trace, "DatabaseViewer_FollowTimer_Timer",
@@ -89,6 +97,7 @@ void LogViewer::open_log() {
   recordset_ = database_->open_recordset(table);
   stamp_ = database_->change_stamp();
   show_columns();
+  read_days_anew();
 }
 
 void LogViewer::Form_Unload() {
@@ -101,14 +110,16 @@ void LogViewer::Form_Unload() {
   form.DBGrid1.headings = std::vector<std::string>();
   form.SortList.list = std::vector<std::string>();
   form.WorkLabel.caption = "";
-  show_details();
 }
 
 void LogViewer::close_log() {
   view_ = {};
+  days_ = {};
+  more_days_ = false;
   recordset_.reset();
   database_.reset();
   state_.DatabaseViewer.DBGrid1.show_other_rows(0);
+  show_details();
 }
 
 std::vector<std::string> LogViewer::column_names() const {
@@ -133,21 +144,42 @@ std::vector<platform::RowId> LogViewer::shown_rows() const {
 
 void LogViewer::show_columns() {
   DatabaseViewerForm& form = state_.DatabaseViewer;
-  const std::vector<std::string> headings = column_names();
-  std::vector<std::string> orders = headings;
-  orders.insert(orders.begin(), "Order of logging");
+  read_columns_ = columns_as_read(recordset_->fields());
+  std::vector<std::string> names;
+  for (const DataGridColumn& column : read_columns_) names.push_back(column.heading);
   form.DBGrid1.column_widths = log_grid_widths(recordset_->fields());
-  form.DBGrid1.headings = headings;
-  form.SortList.list = orders;
-  form.show_detail_names(headings);
+  form.DBGrid1.shown_columns = read_columns_;
+  form.DBGrid1.headings = column_names();
+  form.show_detail_names(names);
+  names.insert(names.begin(), "Order of logging");
+  form.SortList.list = names;
   sort_by(order_);
+}
+
+int LogViewer::column_of_order(int entry) const {
+  const auto place = static_cast<std::size_t>(entry - 1);
+  return entry < 1 || place >= read_columns_.size() ? LogOrder::as_logged
+                                                    : read_columns_[place].column;
+}
+
+int LogViewer::order_of_column(int column) const {
+  const auto found = std::ranges::find(read_columns_, column, &DataGridColumn::column);
+  return found == read_columns_.end() ? 0 : static_cast<int>(found - read_columns_.begin()) + 1;
 }
 
 void LogViewer::SearchText_Change() { look_again(); }
 
+void LogViewer::SearchText_KeyDown(int& key_code) {
+  DataGrid& grid = state_.DatabaseViewer.DBGrid1;
+  if (key_code != down_arrow_code || grid.rows == 0) return;
+  key_code = 0;
+  if (grid.row < grid.rows) grid.select(grid.row + 1);
+  grid.set_focus();
+}
+
 void LogViewer::SortList_Click() {
   // A column begins with its first value, the log with its newest call.
-  const int column = state_.DatabaseViewer.SortList.list_index - 1;
+  const int column = column_of_order(state_.DatabaseViewer.SortList.list_index);
   sort_by({column, column == LogOrder::as_logged});
   look_again();
 }
@@ -170,7 +202,7 @@ void LogViewer::heading_clicked(int column) {
 void LogViewer::sort_by(LogOrder order) {
   DatabaseViewerForm& form = state_.DatabaseViewer;
   order_ = order;
-  form.SortList.list_index = order.column + 1;
+  form.SortList.list_index = order_of_column(order.column);
   form.SortDown.value = order.down ? 1 : 0;
   form.DBGrid1.sort_column = order.column;
   form.DBGrid1.sort_down = order.down;
@@ -212,9 +244,23 @@ void LogViewer::work() {
     view_.work(told);
   } else if (more_to_follow_) {
     more_to_follow_ = view_.follow(told);
+  } else if (more_days_) {
+    more_days_ = days_.read_on();
+    if (!more_days_) show_details();
   }
-  state_.DatabaseViewer.WorkTimer.enabled = view_.working() || more_to_follow_;
+  state_.DatabaseViewer.WorkTimer.enabled = view_.working() || more_to_follow_ || more_days_;
+  select_first();
   show_counts();
+}
+
+void LogViewer::select_first() {
+  DataGrid& grid = state_.DatabaseViewer.DBGrid1;
+  if (grid.row == 0 && grid.rows > 0) grid.select(1);
+}
+
+void LogViewer::read_days_anew() {
+  days_.begin(*recordset_);
+  more_days_ = true;
 }
 
 void LogViewer::FollowTimer_Timer() {
@@ -258,15 +304,22 @@ bool LogViewer::end_work() {
 void LogViewer::follow() {
   if (!still_there()) return keep_up();
   if (view_.working()) return;
-  if (call_is_gone_) return look_again();
+  if (call_is_gone_) {
+    read_days_anew();
+    return look_again();
+  }
   const std::int64_t stamp = database_->change_stamp();
   if (stamp == stamp_) return;
   stamp_ = stamp;
   recordset_->refresh();
   show_columns();
   // Removed, or the file was written over by other means.
-  if (view_.newest() && !recordset_->row(*view_.newest())) return look_again();
+  if (view_.newest() && !recordset_->row(*view_.newest())) {
+    read_days_anew();
+    return look_again();
+  }
   more_to_follow_ = true;
+  more_days_ = true;
   work();
   show_details();
 }
@@ -295,12 +348,27 @@ void LogViewer::DBGrid1_SelChange() { show_details(); }
 
 void LogViewer::show_details() {
   DatabaseViewerForm& form = state_.DatabaseViewer;
-  std::vector<std::string> shown;
-  if (form.DBGrid1.row > 0) shown = grid_row(form.DBGrid1.row);
+  std::vector<std::string> call;
+  if (form.DBGrid1.row > 0) call = grid_row(form.DBGrid1.row);
   for (int i = 0; i < form.DetailText.count(); ++i) {
-    const auto place = static_cast<std::size_t>(i);
-    form.DetailText(i).caption = place < shown.size() ? shown[place] : std::string();
+    const auto at = static_cast<std::size_t>(i);
+    const auto column =
+        static_cast<std::size_t>(at < read_columns_.size() ? read_columns_[at].column : i);
+    form.DetailText(i).caption = column < call.size() ? call[column] : std::string();
   }
+  show_day(call);
+}
+
+void LogViewer::show_day(const std::vector<std::string>& call) {
+  std::string text;
+  if (!call.empty()) {
+    const int place = require_log_columns(recordset_->fields()).of(CallerField::CallDate);
+    const std::string& date = call.at(static_cast<std::size_t>(place));
+    if (const auto day = days_.day(date)) {
+      text = day_text(*day, date, state_.services.clock.now());
+    }
+  }
+  state_.DatabaseViewer.DayLabel.caption = text;
 }
 
 void LogViewer::show_counts() {

@@ -6,7 +6,9 @@
 #include <string_view>
 #include <vector>
 
+#include "callerdata/log_days.h"
 #include "callerdata/log_view.h"
+#include "elements/data_grid.h"
 #include "platform/database.h"
 
 namespace lineweir {
@@ -50,6 +52,7 @@ class LogViewer {
   void Form_Load();
   void Form_Unload();
   void SearchText_Change();
+  void SearchText_KeyDown(int& key_code);
   void SortList_Click();
   void SortDown_Click();
   void DBGrid1_SelChange();
@@ -69,12 +72,18 @@ class LogViewer {
   // True when an import was being looked at.
   bool end_work();
   void show_columns();
+  // The column of the table for the entry of SortList, and back.
+  int column_of_order(int entry) const;
+  int order_of_column(int column) const;
   void heading_clicked(int column);
   void sort_by(LogOrder order);
   void changed(const LogView::Change& change);
   std::vector<std::string> grid_row(int row);
+  void select_first();
   void show_details();
+  void show_day(const std::vector<std::string>& call);
   void show_counts();
+  void read_days_anew();
   void work();
   void follow();
 
@@ -84,6 +93,9 @@ class LogViewer {
   std::unique_ptr<platform::Recordset> recordset_;
   LogView view_;
   LogOrder order_;
+  std::vector<DataGridColumn> read_columns_;
+  LogDays days_;
+  bool more_days_ = false;
   std::int64_t stamp_ = 0;
   bool more_to_follow_ = false;
   // A call that is shown has been removed by another program.

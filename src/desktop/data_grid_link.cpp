@@ -5,9 +5,11 @@
 #include <QKeyEvent>
 #include <QScrollBar>
 #include <QToolTip>
+#include <algorithm>
 
 #include "desktop/data_grid_model.h"
 #include "desktop/dialog_letters.h"
+#include "desktop/marked_text_delegate.h"
 #include "desktop/twips.h"
 
 namespace lineweir {
@@ -47,6 +49,7 @@ DataGridLink::DataGridLink(DataGrid& grid, QTableView& table)
   table.setTabKeyNavigation(false);
   table.setWordWrap(false);
   table.setCornerButtonEnabled(false);
+  table.setItemDelegate(new MarkedTextDelegate(&table));
   table.verticalHeader()->hide();
   table.verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
   table.verticalHeader()->setDefaultSectionSize(table.fontMetrics().height() + 2 * row_padding);
@@ -55,7 +58,7 @@ DataGridLink::DataGridLink(DataGrid& grid, QTableView& table)
   header.setSectionsClickable(static_cast<bool>(grid.on_heading_click));
   header.setSortIndicatorShown(static_cast<bool>(grid.on_heading_click));
   QObject::connect(&header, &QHeaderView::sectionClicked, this,
-                   [this](int column) { grid_.on_heading_click(column); });
+                   [this](int section) { grid_.on_heading_click(model_->grid_column(section)); });
   QObject::connect(table.selectionModel(), &QItemSelectionModel::currentRowChanged, this,
                    [this](const QModelIndex& current) {
                      if (!showing() && current.isValid()) grid_.select(current.row() + 1);
@@ -88,15 +91,19 @@ void DataGridLink::put_in(int at, int count) {
 
 void DataGridLink::size_columns() {
   for (std::size_t column = 0; column < grid_.column_widths.size(); ++column) {
-    table_.setColumnWidth(static_cast<int>(column),
-                          pixel_edge(grid_.column_widths[column], letter_scale()));
+    const int section = model_->section_of(static_cast<int>(column));
+    if (section < 0) continue;
+    // A heading is read whole, with the arrow that tells of the order beside it.
+    table_.setColumnWidth(section, std::max(pixel_edge(grid_.column_widths[column], letter_scale()),
+                                            table_.horizontalHeader()->sectionSizeHint(section)));
   }
 }
 
 void DataGridLink::show_content() {
   if (model_->take_headings()) size_columns();
   table_.horizontalHeader()->setSortIndicator(
-      grid_.sort_column, grid_.sort_down ? Qt::DescendingOrder : Qt::AscendingOrder);
+      model_->section_of(grid_.sort_column),
+      grid_.sort_down ? Qt::DescendingOrder : Qt::AscendingOrder);
   const int current = table_.currentIndex().isValid() ? table_.currentIndex().row() + 1 : 0;
   if (grid_.row == current) return;
   if (grid_.row == 0) {

@@ -1,5 +1,7 @@
 #include "desktop/data_grid_model.h"
 
+#include <algorithm>
+
 #include "desktop/core_text.h"
 
 namespace lineweir {
@@ -35,10 +37,44 @@ const QStringList& DataGridModel::texts_of(int row) const {
   return texts_[row] = texts;
 }
 
-QVariant DataGridModel::data(const QModelIndex& index, int role) const {
-  if (role != Qt::DisplayRole || !index.isValid()) return {};
+int DataGridModel::grid_column(int section) const {
+  const auto at = static_cast<std::size_t>(section);
+  return section >= 0 && at < columns_.size() ? columns_[at] : -1;
+}
+
+int DataGridModel::section_of(int column) const {
+  const auto found = std::ranges::find(columns_, column);
+  return found == columns_.end() ? -1 : static_cast<int>(found - columns_.begin());
+}
+
+QString DataGridModel::cell_text(const QModelIndex& index) const {
   const QStringList& texts = texts_of(index.row());
-  return index.column() < texts.size() ? one_line(texts[index.column()]) : QString();
+  const int column = grid_column(index.column());
+  return column >= 0 && column < texts.size() ? one_line(texts[column]) : QString();
+}
+
+std::vector<TextPiece> DataGridModel::marked_pieces(const QString& text) const {
+  if (!grid_.marked_pieces || text.isEmpty()) return {};
+  const std::string utf8 = text.toStdString();
+  const auto characters = [&](std::size_t bytes) {
+    const auto size = static_cast<qsizetype>(bytes);
+    return static_cast<std::size_t>(QString::fromUtf8(utf8.data(), size).size());
+  };
+  std::vector<TextPiece> pieces = grid_.marked_pieces(utf8);
+  for (TextPiece& piece : pieces) {
+    const std::size_t begin = characters(piece.begin);
+    piece = {begin, characters(piece.begin + piece.size) - begin};
+  }
+  return pieces;
+}
+
+QVariant DataGridModel::data(const QModelIndex& index, int role) const {
+  if (!index.isValid()) return {};
+  if (role == Qt::DisplayRole) return cell_text(index);
+  if (role == marked_pieces_role) {
+    return QVariant::fromValue(marked_pieces(cell_text(index)));
+  }
+  return {};
 }
 
 QVariant DataGridModel::headerData(int section, Qt::Orientation orientation, int role) const {
@@ -65,10 +101,22 @@ void DataGridModel::put_in(int at, int count) {
 
 bool DataGridModel::take_headings() {
   QStringList headings;
-  for (const std::string& heading : grid_.headings.get()) headings += shown_text(grid_, heading);
-  if (headings == headings_) return false;
+  std::vector<int> columns;
+  if (grid_.shown_columns.empty()) {
+    for (const std::string& heading : grid_.headings.get()) {
+      columns.push_back(static_cast<int>(headings.size()));
+      headings += shown_text(grid_, heading);
+    }
+  } else if (!grid_.headings.get().empty()) {
+    for (const DataGridColumn& shown : grid_.shown_columns) {
+      columns.push_back(shown.column);
+      headings += shown_text(grid_, shown.heading);
+    }
+  }
+  if (headings == headings_ && columns == columns_) return false;
   beginResetModel();
   headings_ = headings;
+  columns_ = columns;
   endResetModel();
   return true;
 }

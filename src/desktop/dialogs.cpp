@@ -54,12 +54,16 @@ std::optional<std::string> SystemDialogs::ask_file(const platform::FileQuestion&
   ask([&](QWidget* window) {
     UnreadFileIcons icons;
     // The dialog looks at its folder from the first moment on, so it begins where no log is.
-    QFileDialog dialog(window, shown(question.title), QDir::rootPath());
+    const bool own_words = !question.shown_filter.empty();
+    QFileDialog dialog(window,
+                       shown(question.shown_title.empty() ? question.title : question.shown_title),
+                       QDir::rootPath());
     dialog.setIconProvider(&icons);
     dialog.setDirectory(QDir::current());
-    dialog.setNameFilters(qt_filter(question.filter).split(QStringLiteral(";;")));
+    dialog.setNameFilters(
+        qt_filter(own_words ? question.shown_filter : question.filter).split(QStringLiteral(";;")));
     const QStringList filters = dialog.nameFilters();
-    if (question.filter_index >= 1 && question.filter_index <= filters.size()) {
+    if (!own_words && question.filter_index >= 1 && question.filter_index <= filters.size()) {
       dialog.selectNameFilter(filters[question.filter_index - 1]);
     }
     dialog.setAcceptMode(question.for_saving ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);

@@ -5,6 +5,20 @@
 
 namespace lineweir {
 
+// A column of a data grid as it is shown, and the words over it.
+struct DataGridColumn {
+  int column = 0;
+  std::string heading;
+};
+
+// A piece of a text: its first byte and how many.
+struct TextPiece {
+  std::size_t begin = 0;
+  std::size_t size = 0;
+
+  friend bool operator==(const TextPiece&, const TextPiece&) = default;
+};
+
 // A table of texts with any number of rows, of which only those that are looked at are asked for.
 // Rows count from 1, as in a Grid, where row 0 is the headings; columns count from 0.
 class DataGrid : public Control {
@@ -22,6 +36,13 @@ class DataGrid : public Control {
 
   // Column widths in twips.
   std::vector<int> column_widths;
+
+  // The columns as they are shown, in their order; where none are named, all as they are under
+  // their headings. To be set before the headings. The look's only, so no property.
+  std::vector<DataGridColumn> shown_columns;
+
+  // The pieces of a cell's text, as it is shown in UTF-8, that are to catch the eye; may be empty.
+  std::function<std::vector<TextPiece>(std::string_view utf8)> marked_pieces;
 
   // Gives the texts of a row, one a column; set by whoever fills the grid.
   std::function<std::vector<std::string>(int row)> row_texts;

@@ -6,7 +6,7 @@ namespace lineweir {
 
 DatabaseViewerForm::DatabaseViewerForm() : Form("DatabaseViewer") {
   caption = "Call Log";
-  width = 12600;
+  width = 16200;
   height = 9600;
   SearchLabel.caption = "&Search";
   SortLabel.caption = "Sort &by";

@@ -25,17 +25,19 @@ class DatabaseViewerForm : public Form {
   Label SearchLabel{*this, "SearchLabel"};
   TextBox SearchText{*this, "SearchText"};
   Label SortLabel{*this, "SortLabel"};
-  // Entry 0 is the order in which the calls were logged, the others are the log's columns.
+  // Entry 0 is the order in which the calls were logged, the others are the log's columns, in
+  // the order in which they are read.
   ComboBox SortList{*this, "SortList"};
   CheckBox SortDown{*this, "SortDown"};
   DataGrid DBGrid1{*this, "DBGrid1"};
 
-  // All columns of the selected call, in the order of the table.
+  // All columns of the selected call, in the order in which they are read.
   ControlArray<Label> DetailName{*this, "DetailName"};
   ControlArray<Label> DetailText{*this, "DetailText"};
 
-  // How many calls are shown, and what is being done with them.
+  // How many calls are shown, what the day of the selected one comes to, and what is being done.
   Label CountLabel{*this, "CountLabel"};
+  Label DayLabel{*this, "DayLabel"};
   Label WorkLabel{*this, "WorkLabel"};
   Button CancelWork{*this, "CancelWork", "&Cancel"};
 

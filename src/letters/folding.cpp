@@ -106,6 +106,18 @@ void append_folded(std::string& folded, std::string_view utf8) {
   folded.resize(static_cast<std::size_t>(out - folded.data()));
 }
 
+FoldedOrigins folded_with_origins(std::string_view utf8) {
+  FoldedOrigins text;
+  for (std::size_t i = 0; i < utf8.size();) {
+    const Found found = folded_letter(utf8.substr(i));
+    append_folded(text.folded, utf8.substr(i, found.size));
+    text.origins.resize(text.folded.size(), i);
+    i += found.size;
+  }
+  text.origins.push_back(utf8.size());
+  return text;
+}
+
 std::string folded_text(std::string_view utf8) {
   std::string folded;
   append_folded(folded, utf8);

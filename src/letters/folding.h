@@ -2,6 +2,7 @@
 
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace lineweir {
 
@@ -9,5 +10,13 @@ namespace lineweir {
 // accents are told apart.
 void append_folded(std::string& folded, std::string_view utf8);
 std::string folded_text(std::string_view utf8);
+
+// A folded text and, for each of its bytes, where the letter begins in the text that it comes from;
+// behind the last byte stands that text's size.
+struct FoldedOrigins {
+  std::string folded;
+  std::vector<std::size_t> origins;
+};
+FoldedOrigins folded_with_origins(std::string_view utf8);
 
 }  // namespace lineweir

@@ -125,6 +125,8 @@ void HotList::BrowseButton_Click() {
   question.filter_index = lwb_filter;
   question.default_path = state_.program.MessageFile;
   question.may_be_new = true;
+  question.shown_title = "Choose or create the hot list";
+  question.shown_filter = "Hot lists (*.lwb)|*.lwb|All files (*.*)|*.*";
   const auto chosen = state_.services.dialogs.ask_file(question);
   if (!chosen || trimmed(*chosen).empty()) return;
   const std::string file = with_ending(*chosen);

@@ -9,12 +9,17 @@ struct FileQuestion {
   std::string title;
   // Pairs of a text and a pattern, all parted by "|".
   std::string filter;
-  std::string default_path;
+  std::string default_path = {};
   bool for_saving = false;
   // The pair of the filter that is in force at first, from 1.
   int filter_index = 1;
   // The user may name a file that doesn't exist.
   bool may_be_new = false;
+
+  // What the user reads in place of title and filter: what is chosen, and the kinds of file that
+  // are taken, the usual one first. Where they are empty title and filter are shown.
+  std::string shown_title = {};
+  std::string shown_filter = {};
 };
 
 struct FontChoice {

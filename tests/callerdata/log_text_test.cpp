@@ -33,6 +33,23 @@ TEST_SUITE("callerdata/log text") {
     CHECK(finds("", "anything"));
   }
 
+  TEST_CASE("the words are found where they stand, whatever their letters' case and accents") {
+    using Pieces = std::vector<TextPiece>;
+    const auto places = [](const char* search, const char* text) {
+      return LogSearch(search).places_in(text);
+    };
+    CHECK(places("", "anything").empty());
+    CHECK(places("smith", "Ann Smith, smithy") == Pieces{{4, 5}, {11, 5}});
+    CHECK(places("lodz", "w Łódź") == Pieces{{2, 7}});
+    CHECK(places("jose e", "Jose\u0301e") == Pieces{{0, 7}});
+    CHECK(places("ann nn", "Ann") == Pieces{{0, 3}});
+    CHECK(places("an na", "Anna Bo") == Pieces{{0, 4}});
+    CHECK(places("aa", "aaa") == Pieces{{0, 3}});
+    CHECK(places("a",
+                 "x\xC3"
+                 "a\xE1") == Pieces{{2, 1}});
+  }
+
   TEST_CASE("dates are in the order of time, and what is none comes last") {
     const auto date = SortKind::Date;
     CHECK(key(date, "9/30/2025") < key(date, "10/1/2025"));

@@ -92,13 +92,110 @@ TEST_SUITE("callerdata/log viewer") {
     CallViewer test;
     test.log_call({{0, "Ann"}, {6, "Wants to talk"}, {7, "KLWR      "}});
     test.open();
-    CHECK(test.form().DetailText(0).caption == "");
-    test.grid().select(1);
-    CHECK(test.form().DetailName(6).caption == "Comments");
-    CHECK(test.form().DetailText(6).caption == "Wants to talk");
-    CHECK(test.form().DetailText(7).caption == "KLWR");
+    CHECK(test.grid().row == 1);
+    CHECK(test.form().DetailName(2).caption == "Caller name");
+    CHECK(test.form().DetailText(2).caption == "Ann");
+    CHECK(test.form().DetailName(3).caption == "Comments");
+    CHECK(test.form().DetailText(3).caption == "Wants to talk");
+    CHECK(test.form().DetailText(9).caption == "KLWR");
     test.search("nobody");
-    CHECK(test.form().DetailText(6).caption == "");
+    CHECK(test.form().DetailText(3).caption == "");
+  }
+
+  TEST_CASE("the newest call is selected when the log is shown, and the first that is found") {
+    CallViewer test;
+    test.log_call("Ann");
+    test.log_call("Bob");
+    test.open();
+    CHECK(test.grid().row == 1);
+    CHECK(test.form().DetailText(2).caption == "Bob");
+    test.search("ann");
+    CHECK(test.grid().row == 1);
+    CHECK(test.form().DetailText(2).caption == "Ann");
+    test.search("nobody");
+    CHECK(test.grid().row == 0);
+    test.search("");
+    test.form().SortDown.value = 0;
+    test.form().SortDown.on_click();
+    test.wait(50);
+    CHECK(test.form().DetailText(2).caption == "Ann");
+  }
+
+  TEST_CASE("people read plain headings in an order of their own, the table stays as it is") {
+    CallViewer test;
+    test.open();
+    CHECK(test.grid().cell(0, 11) == "Time_Placed_On_Air");
+    Names read;
+    for (const DataGridColumn& column : test.grid().shown_columns) read.push_back(column.heading);
+    CHECK(read == Names{"Date", "Placed on air", "Caller name", "Comments", "City", "Phone number",
+                        "Time on hold", "Time on air", "Sponsor", "Station", "Gender", "Zip code",
+                        "Street address", "State"});
+    CHECK(test.grid().shown_columns.front().column == 9);
+    CHECK(test.grid().shown_columns.back().column == 3);
+    read.insert(read.begin(), "Order of logging");
+    CHECK(test.form().SortList.list.get() == read);
+  }
+
+  TEST_CASE("the Down key in the search goes on to the table's next call") {
+    CallViewer test;
+    for (const char* name : {"Ann", "Bob"}) test.log_call(name);
+    test.open();
+    int down = 40;
+    test.form().SearchText.on_key_down(down, 0);
+    CHECK(down == 0);
+    CHECK(test.form().focused() == &test.grid());
+    CHECK(test.grid().row == 2);
+    int left = 37;
+    test.form().SearchText.on_key_down(left, 0);
+    CHECK(left == 37);
+    test.search("nobody");
+    test.form().SearchText.set_focus();
+    down = 40;
+    test.form().SearchText.on_key_down(down, 0);
+    CHECK(test.form().focused() == &test.form().SearchText);
+  }
+
+  TEST_CASE("the found words are marked in what is shown") {
+    CallViewer test;
+    test.log_call("Ann");
+    test.open();
+    CHECK(test.grid().marked_pieces("Ann").empty());
+    test.search("ANN salem");
+    CHECK(test.grid().marked_pieces("Joanna, Salem") == std::vector<TextPiece>{{2, 3}, {8, 5}});
+  }
+
+  TEST_CASE("the day of the selected call is taken together, and what is logged counts at once") {
+    CallViewer test;
+    const auto log = [&](const char* date, const char* wait, const char* placed) {
+      test.log_call({{0, "Ann"}, {9, date}, {10, wait}, {11, placed}});
+    };
+    log("1/4/2026", "00:09:00", "10:05:00 AM");
+    log("01/04/2026", "", "");
+    log("1/5/2026", "00:02:10", "");
+    test.open();
+    test.wait();
+    CHECK(test.form().DayLabel.caption == "Today: 1 call, 0 on air, longest wait 00:02:10");
+    log("1/5/2026", "00:01:00", "10:05:00 AM");
+    test.wait();
+    CHECK(test.form().DayLabel.caption == "Today: 2 calls, 1 on air, longest wait 00:02:10");
+    test.grid().select(4);
+    CHECK(test.form().DayLabel.caption == "1/4/2026: 2 calls, 1 on air, longest wait 00:09:00");
+    test.form().ExitViewer.on_click();
+    CHECK(test.form().DayLabel.caption == "");
+  }
+
+  TEST_CASE("a call that was removed counts no more") {
+    CallViewer test;
+    test.log_call("Ann", "", "1/5/2026");
+    const auto removed = test.log_call("Bob", "", "1/5/2026");
+    test.open();
+    test.wait();
+    CHECK(test.form().DayLabel.caption == "Today: 2 calls, 0 on air");
+    test.platform.databases.open(log_path)
+        ->open_recordset(std::string(call_log_table))
+        ->remove(removed);
+    test.wait();
+    CHECK(test.form().DayLabel.caption == "Today: 1 call, 0 on air");
   }
 
   TEST_CASE("the search finds calls with all words, in any column, case or accent") {
@@ -128,7 +225,7 @@ TEST_SUITE("callerdata/log viewer") {
     test.grid().on_heading_click(0);
     test.wait(50);
     CHECK(test.names() == Names{"Ann", "bob", "carla"});
-    CHECK(test.form().SortList.list_index == 1);
+    CHECK(test.form().SortList.list_index == 3);
     CHECK(test.form().SortDown.value == 0);
     test.grid().on_heading_click(0);
     test.wait(50);
@@ -148,7 +245,7 @@ TEST_SUITE("callerdata/log viewer") {
     for (const char* name : {"bob", "Ann", "carla"}) test.log_call(name);
     test.open();
     CHECK(test.form().SortList.list.get().front() == "Order of logging");
-    test.form().SortList.select(1);
+    test.form().SortList.select(3);
     test.wait(50);
     CHECK(test.names() == Names{"Ann", "bob", "carla"});
     test.form().SortDown.value = 1;
@@ -253,7 +350,7 @@ TEST_SUITE("callerdata/log viewer") {
     test.platform.databases.open(log_path)->rename_column(std::string(call_log_table), 13, "Hobby");
     test.wait();
     CHECK(test.grid().cell(0, 13) == "Hobby");
-    CHECK(test.form().DetailName(13).caption == "Hobby");
+    CHECK(test.form().DetailName(8).caption == "Hobby");
   }
 
   TEST_CASE("when another log was chosen, showing the viewer again shows that one") {
@@ -338,7 +435,7 @@ TEST_SUITE("callerdata/log viewer") {
           const bool filter = *rc::gen::arbitrary<bool>();
           log(early);
           test.open();
-          test.form().SortList.select(column + 1);
+          test.form().SortList.select(column == 0 ? 3 : 0);
           test.form().SortDown.value = down ? 1 : 0;
           test.form().SortDown.on_click();
           if (filter) test.search("b");

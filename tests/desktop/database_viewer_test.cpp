@@ -15,12 +15,18 @@
 
 #include "base/failure.h"
 #include "desktop/pdf_tables.h"
+#include "pixels.h"
 #include "shown_console.h"
 #include "support/call_log_file.h"
 #include "support/failure_number.h"
 
 namespace lineweir {
 namespace {
+
+// Where the columns stand in the window.
+constexpr int name_column = 2;
+constexpr int city_column = 4;
+constexpr int sponsor_column = 8;
 
 // The viewer in its window, worked with real keys and clicks.
 struct ShownViewer : test::ShownConsole {
@@ -59,6 +65,7 @@ struct ShownViewer : test::ShownConsole {
   }
   QTableView& grid() { return part<QTableView>("DBGrid1"); }
   QString cell(int row, int column) { return grid().model()->index(row, column).data().toString(); }
+  QString name(int row) { return cell(row, name_column); }
   int rows() { return grid().model()->rowCount(); }
 };
 
@@ -68,8 +75,8 @@ TEST_SUITE("database viewer") {
     CHECK(desk.window().isVisible());
     CHECK(desk.part<QLineEdit>("SearchText").hasFocus());
     CHECK(desk.rows() == 3);
-    CHECK(desk.cell(0, 0) == "Caller 2");
-    CHECK(desk.grid().model()->headerData(13, Qt::Horizontal).toString() == "Sponsor");
+    CHECK(desk.name(0) == "Caller 2");
+    CHECK(desk.grid().model()->headerData(sponsor_column, Qt::Horizontal).toString() == "Sponsor");
     CHECK(desk.part<QLabel>("CountLabel").text() == "3 calls");
   }
 
@@ -79,19 +86,73 @@ TEST_SUITE("database viewer") {
     desk.work();
     CHECK(desk.rows() == 2);
     CHECK(desk.part<QLabel>("CountLabel").text() == "2 of 3 calls");
-    for (int i = 0; i < 3; ++i) {
-      QTest::keyClick(desk.window().focusWidget(), Qt::Key_Tab);
-      desk.settle();
-    }
+    CHECK(desk.part<QLabel>("DetailText(2)").text() == desk.name(0));
+    QTest::keyClick(desk.window().focusWidget(), Qt::Key_Tab);
+    desk.settle();
     REQUIRE(desk.grid().hasFocus());
     QTest::keyClick(&desk.grid(), Qt::Key_Down);
     desk.settle();
     const int row = desk.console.DatabaseViewer.DBGrid1.row;
-    REQUIRE(row > 0);
-    CHECK(desk.part<QLabel>("DetailText(0)").text() == desk.cell(row - 1, 0));
-    CHECK(desk.part<QLabel>("DetailText(2)").text() == "Salem");
+    REQUIRE(row == 2);
+    CHECK(desk.part<QLabel>("DetailText(2)").text() == desk.name(row - 1));
+    CHECK(desk.part<QLabel>("DetailText(4)").text() == "Salem");
     QTest::keyClick(&desk.grid(), Qt::Key_Tab);
-    CHECK(desk.part<QPushButton>("ImportButton").hasFocus());
+    CHECK(desk.part<QComboBox>("SortList").hasFocus());
+  }
+
+  TEST_CASE("it opens with the newest call selected and told whole") {
+    ShownViewer desk;
+    CHECK(desk.grid().currentIndex().row() == 0);
+    CHECK(desk.part<QLabel>("DetailText(2)").text() == "Caller 2");
+  }
+
+  TEST_CASE("Down in the search goes on in the table") {
+    ShownViewer desk;
+    QTest::keyClick(&desk.part<QLineEdit>("SearchText"), Qt::Key_Down);
+    desk.settle();
+    CHECK(desk.grid().hasFocus());
+    CHECK(desk.grid().currentIndex().row() == 1);
+    CHECK(desk.part<QLabel>("DetailText(2)").text() == "Caller 1");
+  }
+
+  TEST_CASE("when it was and who it was stand first, where the caller lives last") {
+    ShownViewer desk;
+    const auto heading = [&](int column) {
+      return desk.grid().model()->headerData(column, Qt::Horizontal).toString();
+    };
+    CHECK(heading(0) == "Date");
+    CHECK(heading(1) == "Placed on air");
+    CHECK(heading(2) == "Caller name");
+    CHECK(heading(3) == "Comments");
+    CHECK(heading(12) == "Street address");
+    CHECK(heading(13) == "State");
+    QHeaderView& header = *desk.grid().horizontalHeader();
+    for (int column = 0; column < header.count(); ++column) {
+      CAPTURE(column);
+      CHECK(header.sectionSize(column) >= header.sectionSizeHint(column));
+    }
+  }
+
+  TEST_CASE("found words are marked in the cells, and brought into sight in a long text") {
+    ShownViewer desk;
+    const auto marked = [&](const QModelIndex& index) {
+      const QRect cell = desk.grid().visualRect(index);
+      return test::pixels_of(desk.grid().viewport()->grab(cell).toImage(), signal_yellow);
+    };
+    const auto database = desk.platform.databases.open(test::log_path);
+    const auto rows = database->open_recordset(std::string(call_log_table));
+    rows->add_new();
+    rows->set_field(0, "Ann");
+    rows->set_field(6, std::string(80, 'x') + " bridge");
+    rows->update();
+    desk.work();
+    const auto* model = desk.grid().model();
+    CHECK(marked(model->index(0, 3)) == 0);
+    QTest::keyClicks(&desk.part<QLineEdit>("SearchText"), "BRIDGE");
+    desk.work();
+    REQUIRE(desk.rows() == 1);
+    CHECK(marked(model->index(0, 3)) > 100);
+    CHECK(marked(model->index(0, 2)) == 0);
   }
 
   TEST_CASE("the grid keeps its size while calls are looked for, come in and are shown") {
@@ -120,7 +181,7 @@ TEST_SUITE("database viewer") {
     desk.work();
     desk.grid().selectRow(0);
     desk.settle();
-    CHECK(desk.part<QLabel>("DetailText(0)").text() == QString(30, 'W'));
+    CHECK(desk.part<QLabel>("DetailText(2)").text() == QString(30, 'W'));
     CHECK(desk.grid().geometry() == place);
   }
 
@@ -136,16 +197,16 @@ TEST_SUITE("database viewer") {
   TEST_CASE("a click on a heading sorts and shows so, another turns the order") {
     ShownViewer desk;
     QHeaderView& header = *desk.grid().horizontalHeader();
-    const QPoint city(header.sectionViewportPosition(2) + 20, header.height() / 2);
+    const QPoint city(header.sectionViewportPosition(city_column) + 20, header.height() / 2);
     QTest::mouseClick(header.viewport(), Qt::LeftButton, {}, city);
     desk.work();
-    CHECK(desk.cell(0, 2) == "Reno");
-    CHECK(header.sortIndicatorSection() == 2);
+    CHECK(desk.cell(0, city_column) == "Reno");
+    CHECK(header.sortIndicatorSection() == city_column);
     CHECK(header.sortIndicatorOrder() == Qt::AscendingOrder);
     CHECK(desk.part<QComboBox>("SortList").currentText() == "City");
     QTest::mouseClick(header.viewport(), Qt::LeftButton, {}, city);
     desk.work();
-    CHECK(desk.cell(0, 2) == "Salem");
+    CHECK(desk.cell(0, city_column) == "Salem");
     CHECK(header.sortIndicatorOrder() == Qt::DescendingOrder);
     CHECK(desk.part<QCheckBox>("SortDown").isChecked());
   }
@@ -154,19 +215,23 @@ TEST_SUITE("database viewer") {
     ShownViewer desk(500);
     desk.log_calls(500, 1);
     desk.work();
-    CHECK(desk.cell(0, 0) == "Caller 500");
+    CHECK(desk.name(0) == "Caller 500");
     CHECK(desk.grid().verticalScrollBar()->value() == 0);
     desk.grid().verticalScrollBar()->setValue(100);
-    const QString read = desk.grid().indexAt({5, 5}).data().toString();
+    const auto in_sight = [&] {
+      return desk.grid().indexAt({5, 5}).siblingAtColumn(name_column).data().toString();
+    };
+    const QString read = in_sight();
+    REQUIRE_FALSE(read.isEmpty());
     desk.grid().selectRow(110);
-    const QString selected = desk.cell(110, 0);
+    const QString selected = desk.name(110);
     desk.log_calls(501, 7);
     desk.work();
     CHECK(desk.rows() == 508);
-    CHECK(desk.grid().indexAt({5, 5}).data().toString() == read);
-    CHECK(desk.cell(desk.grid().currentIndex().row(), 0) == selected);
+    CHECK(in_sight() == read);
+    CHECK(desk.name(desk.grid().currentIndex().row()) == selected);
     CHECK(desk.console.DatabaseViewer.DBGrid1.row == desk.grid().currentIndex().row() + 1);
-    CHECK(desk.part<QLabel>("DetailText(0)").text() == selected);
+    CHECK(desk.part<QLabel>("DetailText(2)").text() == selected);
   }
 
   TEST_CASE("Escape closes the viewer") {
@@ -203,7 +268,7 @@ TEST_SUITE("database viewer") {
     desk.work();
     CHECK_FALSE(preview.isVisible());
     CHECK(desk.rows() == 5);
-    CHECK(desk.cell(0, 0) == "Bob");
+    CHECK(desk.name(0) == "Bob");
   }
 }
 

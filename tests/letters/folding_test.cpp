@@ -28,6 +28,12 @@ TEST_SUITE("letters/folding") {
     CHECK(folded_text("ИВАН Йод Ёлка Їжак Ђорђе Ѓ") == "иван йод елка їжак ђорђе ѓ");
   }
 
+  TEST_CASE("each byte of a folded text knows the letter that it comes from") {
+    const FoldedOrigins text = folded_with_origins("Łó.");
+    CHECK(text.folded == "lo.");
+    CHECK(text.origins == std::vector<std::size_t>{0, 2, 4, 5});
+  }
+
   TEST_CASE("an accent that stands by itself is none") {
     CHECK(folded_text("o\u0301") == "o");
     CHECK(folded_text("\u0301") == "");
