@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "base/text.h"
+#include "clocks/past_rows.h"
 #include "clocks/show_data_rows.h"
 #include "clocks/time_entry.h"
 #include "forms/show_data_form.h"
@@ -20,6 +21,12 @@ constexpr const char* show_ends_early =
     "                           I.E. 1:00 PM = 13:00:00";
 
 bool is_hourly(std::string_view time) { return time.starts_with('x'); }
+
+// How the show's clock tells a time that is typed on the 24-hour clock; empty until it is one.
+std::string reading_of(std::string_view typed) {
+  std::string shown = plan_time_as_shown(typed);
+  return shown == typed ? std::string() : shown;
+}
 
 void type_into(TextBox& box, std::string_view text) {
   box.text = text;
@@ -42,9 +49,21 @@ ShowDataBoxes::ShowDataBoxes(ConsoleState& state) : state_(state) {
        [this] { StartTime_LostFocus(); });
   wire(form.Text1.on_key_press, state_.trace, "Form2_Text1_KeyPress",
        [this](int& key) { Text1_KeyPress(key); });
+  const auto typed = [this] {
+    show_on_the_clock();
+    if (on_typed) on_typed();
+  };
+  wire(form.StartTime.on_change, state_.trace, "Form2_StartTime_Change", typed);
+  wire(form.Text1.on_change, state_.trace, "Form2_Text1_Change", typed);
   wire(form.Text1.on_got_focus, state_.trace, "Form2_Text1_GotFocus", [this] { Text1_GotFocus(); });
   wire(form.Text1.on_lost_focus, state_.trace, "Form2_Text1_LostFocus",
        [this] { Text1_LostFocus(); });
+}
+
+void ShowDataBoxes::show_on_the_clock() {
+  ShowDataForm& form = state_.Form2;
+  form.StartShown.caption = reading_of(form.StartTime.text);
+  form.EndShown.caption = reading_of(form.Text1.text);
 }
 
 void ShowDataBoxes::StartTime_KeyPress(int& key) {

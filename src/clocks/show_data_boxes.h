@@ -1,5 +1,7 @@
 #pragma once
 
+#include <functional>
+
 namespace lineweir {
 
 struct ConsoleState;
@@ -10,12 +12,17 @@ class ShowDataBoxes {
  public:
   explicit ShowDataBoxes(ConsoleState& state);
 
+  // Told when a box has another text.
+  std::function<void()> on_typed;
+
  private:
   void StartTime_KeyPress(int& key);
   void StartTime_LostFocus();
   void Text1_KeyPress(int& key);
   void Text1_GotFocus();
   void Text1_LostFocus();
+  // Says beside the boxes how the clock will tell their times.
+  void show_on_the_clock();
 
   ConsoleState& state_;
 };

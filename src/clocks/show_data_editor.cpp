@@ -13,6 +13,7 @@ namespace {
 
 constexpr std::string_view file_filter = "All Files (*.*)|*.*|Text Files (*.txt)|*.txt";
 constexpr std::string_view save_as_filter = "All Files (*.*)|*.*|Text Files(*.txt)|*.txt";
+constexpr std::string_view shown_filter = "Show plans (*.txt)|*.txt|All files (*.*)|*.*";
 
 void store_column(const Grid& grid, int column, int entry_above, auto& texts) {
   for (int row = 1; row <= plan_rows_per_grid; ++row) {
@@ -23,7 +24,7 @@ void store_column(const Grid& grid, int column, int entry_above, auto& texts) {
 }  // namespace
 
 ShowDataEditor::ShowDataEditor(ConsoleState& state, ShowPlanStore& show_plan)
-    : state_(state), show_plan_(show_plan), boxes_(state), grids_(state) {
+    : state_(state), show_plan_(show_plan), boxes_(state), grids_(state), past_(state) {
   MainForm& main = state.Lineweir;
   wire(main.ShowData.on_click, state_.trace, "Lineweir_ShowData_Click", [this] { show_form(); });
 
@@ -31,19 +32,49 @@ ShowDataEditor::ShowDataEditor(ConsoleState& state, ShowPlanStore& show_plan)
   // A plan that can't be read or saved is told to the user as well as to the trace.
   const auto tell = [this](const Failure& failure) { state_.messages.tell(failure); };
   wire(form.on_load, state_.trace, "Form2_Form_Load", [this] { Form2_Load(); });
-  wire(form.on_unload, state_.trace, "Form2_Form_Unload", [this] { show_plan_.undo_unsaved(); });
+  wire(form.on_unload, state_.trace, "Form2_Form_Unload", [this] {
+    state_.Form2.PastTimer.enabled = false;
+    show_plan_.undo_unsaved();
+  });
+  boxes_.on_typed = [this] { show_past(); };
+  grids_.on_typed = [this] { show_past(); };
+  wire(form.PastTimer.on_timer, state_.trace, "Form2_PastTimer_Timer", [this] { show_past(); });
   wire(
       form.New.on_click, state_.trace, "Form2_New_Click",
-      [this] { choose_file("New", file_filter, true, &ShowDataEditor::use_new_file); }, tell);
+      [this] {
+        choose_file({.title = "New",
+                     .filter = std::string(file_filter),
+                     .for_saving = true,
+                     .shown_title = "Make a new, empty show plan"},
+                    &ShowDataEditor::use_new_file);
+      },
+      tell);
   wire(
       form.Open.on_click, state_.trace, "Form2_Open_Click",
-      [this] { choose_file("Open", file_filter, false, &ShowDataEditor::use_file); }, tell);
+      [this] {
+        choose_file({.title = "Open",
+                     .filter = std::string(file_filter),
+                     .shown_title = "Open a show plan"},
+                    &ShowDataEditor::use_file);
+      },
+      tell);
   wire(
       form.SaveAs.on_click, state_.trace, "Form2_SaveAs_Click",
-      [this] { choose_file("Save As", save_as_filter, true, &ShowDataEditor::use_copy); }, tell);
+      [this] {
+        choose_file({.title = "Save As",
+                     .filter = std::string(save_as_filter),
+                     .for_saving = true,
+                     .shown_title = "Save the show plan as"},
+                    &ShowDataEditor::use_copy);
+      },
+      tell);
   wire(
       form.SaveOption.on_click, state_.trace, "Form2_SaveOption_Click",
-      [this] { show_plan_.save_plan(draft()); }, tell);
+      [this] {
+        show_plan_.save_plan(draft());
+        show_past();
+      },
+      tell);
   wire(
       form.Exit.on_click, state_.trace, "Form2_Exit_Click",
       [this] {
@@ -79,7 +110,11 @@ void ShowDataEditor::Form2_Load() {
   form.Grid1.set_cell(1, row_start_column, form.StartTime.text);
   Filler();
   form.Label4.caption = shown_path(state_.services.letters, show_plan_.TheDataFileName);
+  form.PastTimer.enabled = true;
+  show_past();
 }
+
+void ShowDataEditor::show_past() { past_.show(draft(), show_plan_.saved_plan()); }
 
 ShowPlan ShowDataEditor::draft() const {
   const ShowDataForm& form = state_.Form2;
@@ -95,10 +130,11 @@ ShowPlan ShowDataEditor::draft() const {
   return plan;
 }
 
-void ShowDataEditor::choose_file(const std::string& title, std::string_view filter, bool for_saving,
+void ShowDataEditor::choose_file(platform::FileQuestion question,
                                  void (ShowDataEditor::*use)(const std::string& path)) {
-  const auto path = state_.services.dialogs.ask_file(
-      {title, std::string(filter), show_plan_.TheDataFileName, for_saving});
+  question.default_path = show_plan_.TheDataFileName;
+  question.shown_filter = shown_filter;
+  const auto path = state_.services.dialogs.ask_file(question);
   if (!path) return;
   require_storable(*path, longest_plan_path);
   (this->*use)(*path);
@@ -125,6 +161,7 @@ void ShowDataEditor::edit_rows(void (*change)(ShowPlan& plan, int entry)) {
   change(changed, entry);
   show_plan_.change_unsaved(changed);
   Filler();
+  show_past();
 }
 
 }  // namespace lineweir

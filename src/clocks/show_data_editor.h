@@ -1,10 +1,11 @@
 #pragma once
 
 #include <string>
-#include <string_view>
 
+#include "clocks/plan_past_notice.h"
 #include "clocks/show_data_boxes.h"
 #include "clocks/show_data_grids.h"
+#include "platform/dialogs.h"
 
 namespace lineweir {
 
@@ -25,9 +26,10 @@ class ShowDataEditor {
   void Form2_Load();
   // With the focus in the first box, whatever had it when the form was closed.
   void show_form();
+  void show_past();
   // What boxes and grids hold.
   ShowPlan draft() const;
-  void choose_file(const std::string& title, std::string_view filter, bool for_saving,
+  void choose_file(platform::FileQuestion question,
                    void (ShowDataEditor::*use)(const std::string& path));
   void use_new_file(const std::string& path);
   void use_file(const std::string& path);
@@ -38,6 +40,7 @@ class ShowDataEditor {
   ShowPlanStore& show_plan_;
   ShowDataBoxes boxes_;
   ShowDataGrids grids_;
+  PlanPastNotice past_;
 };
 
 }  // namespace lineweir

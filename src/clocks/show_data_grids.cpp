@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "base/text.h"
+#include "clocks/past_rows.h"
 #include "clocks/show_data_rows.h"
 #include "clocks/time_entry.h"
 #include "forms/show_data_form.h"
@@ -72,6 +73,11 @@ ShowDataGrids::ShowDataGrids(ConsoleState& state)
     : state_(state),
       first_{1, show_end_entry, state.Form2.Grid1, state.Form2.Grid2},
       second_{2, show_end_entry + plan_rows_per_grid, state.Form2.Grid2, state.Form2.Grid1} {
+  for (Grid* grid : {&first_.grid, &second_.grid}) {
+    grid->shown_as = [](int column, std::string_view text) {
+      return column == row_text_column ? std::string(text) : plan_time_as_shown(text);
+    };
+  }
   wire_side(first_);
   wire_side(second_);
 }
@@ -139,7 +145,9 @@ void ShowDataGrids::key_press(const Side& side, int& key) {
   const std::string& cell = grid.cell(grid.row, grid.col);
   const auto typed = grid.col == row_end_column ? typed_time(show_time_entry, cell, pressed)
                                                 : typed_text(cell, pressed);
-  if (typed) grid.set_cell(grid.row, grid.col, *typed);
+  if (!typed) return;
+  grid.set_cell(grid.row, grid.col, *typed);
+  if (on_typed) on_typed();
 }
 
 void ShowDataGrids::move_down(const Side& side) {

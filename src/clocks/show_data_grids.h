@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <string>
 
 #include "clocks/show_plan.h"
@@ -19,6 +20,9 @@ class ShowDataGrids {
   void show(const ShowPlan& plan);
 
   void write_headers();
+
+  // Told when a cell has another text by a key.
+  std::function<void()> on_typed;
 
   // The plan's entry of the row selected in the grid that has the focus; 0 if none has it.
   int selected_entry() const;

@@ -61,6 +61,9 @@ class ShowPlanStore {
   void save_plan(const ShowPlan& edited);
   void save_plan_as(const std::string& path, const ShowPlan& edited);
 
+  // The plan as it was last read or saved.
+  const ShowPlan& saved_plan() const { return plan_before_changes_ ? *plan_before_changes_ : plan; }
+
   // Puts a plan in force that isn't saved yet. Undoing brings back the plan of before the first
   // such change since the last one that was read or saved.
   void change_unsaved(const ShowPlan& edited);

@@ -38,6 +38,7 @@ Announcer::Announcer(Console& console, std::function<QWidget*(const Form& form)>
       rows_(console.Lineweir, *this),
       message_box_(console.MyMsgbox, *this),
       caller_data_(console.Form4, *this),
+      show_plan_(console.Form2, *this),
       frame_([this] { show_changes(); }) {}
 
 void Announcer::flush() { frame_.flush(); }
@@ -49,7 +50,8 @@ void Announcer::show_changes() {
   announce_ringing();
   announce_link();
   announce_message();
-  announce_notice();
+  announce_notice(console_.Form4, console_.Form4.NoticeLabel.caption, caller_notice_);
+  announce_notice(console_.Form2, console_.Form2.PastLabel.caption, plan_notice_);
 }
 
 void Announcer::announce(const QString& text) {
@@ -103,11 +105,10 @@ void Announcer::announce_message() {
   if (!message.empty()) alert(*window);
 }
 
-void Announcer::announce_notice() {
-  const CallerDataForm& form = console_.Form4;
-  const std::string notice = form.visible ? form.NoticeLabel.caption.get() : std::string();
-  if (notice == notice_) return;
-  notice_ = notice;
+void Announcer::announce_notice(const Form& form, const std::string& caption, std::string& told) {
+  const std::string notice = form.visible ? caption : std::string();
+  if (notice == told) return;
+  told = notice;
   if (notice.empty()) return;
   announcements_->setAccessibleName(shown_text(form, notice));
   alert(*announcements_);

@@ -54,7 +54,8 @@ class Announcer {
   void announce_ringing();
   void announce_link();
   void announce_message();
-  void announce_notice();
+  // What a form says beside its fields, when it says something else than what was told last.
+  void announce_notice(const Form& form, const std::string& caption, std::string& told);
   // Draws attention to a widget that is an alert.
   void alert(QWidget& widget);
 
@@ -65,11 +66,13 @@ class Announcer {
   std::string message_;
   // Why there was no link when it was last looked at; nothing before it was.
   std::optional<std::string> no_link_;
-  std::string notice_;
+  std::string caller_notice_;
+  std::string plan_notice_;
   Announcements* announcements_ = nullptr;
   Watch rows_;
   Watch message_box_;
   Watch caller_data_;
+  Watch show_plan_;
   FrameTimer frame_;
 };
 

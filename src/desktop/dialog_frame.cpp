@@ -30,6 +30,10 @@ constexpr const char* escape_closes_property = "escapeCloses";
 constexpr const char* digits_property = "digits";
 constexpr int field_edges = 16;
 
+// Set in Qt Designer on a window that opens with all that its lists hold in sight; on a smaller
+// screen they scroll.
+constexpr const char* opens_whole_property = "opensWhole";
+
 QWidget* new_window(DialogKind kind, QWidget* parent) {
   switch (kind) {
     case DialogKind::Splash:
@@ -118,7 +122,8 @@ void DialogFrame::fit_window(QWidget& window) {
     const QRect shown = shown_controls(window);
     told.setWidth(std::min(told.width(), shown.right() + 1 + shown.left()));
   }
-  window.resize(told.expandedTo(window.minimumSizeHint()));
+  const bool whole = window.property(opens_whole_property).toBool();
+  window.resize(told.expandedTo(whole ? window.sizeHint() : window.minimumSizeHint()));
 }
 
 bool DialogFrame::eventFilter(QObject* watched, QEvent* event) {

@@ -4,6 +4,7 @@
 #include <QPainter>
 
 #include "desktop/console_style.h"
+#include "desktop/core_text.h"
 #include "desktop/theme.h"
 #include "elements/grid.h"
 
@@ -36,6 +37,16 @@ bool GridCellDelegate::typed(int column) const {
   return grid_.on_key_press && column >= grid_.first_typed_column;
 }
 
+int GridCellDelegate::width_for(const QFontMetrics& metrics, const QString& text) {
+  return metrics.horizontalAdvance(text) + 2 * text_margin + 1;
+}
+
+QString GridCellDelegate::text_of(const QModelIndex& index, bool editing) const {
+  if (editing || !grid_.shown_as) return index.data().toString();
+  const int column = index.column();
+  return shown_text(grid_, grid_.shown_as(column, grid_.cell(index.row() + 1, column)));
+}
+
 void GridCellDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
                              const QModelIndex& index) const {
   const auto* view = qobject_cast<const QAbstractItemView*>(option.widget);
@@ -52,7 +63,7 @@ void GridCellDelegate::paint(QPainter* painter, const QStyleOptionViewItem& opti
 
   const QRect room = option.rect.adjusted(text_margin, 0, -text_margin, 0);
   const QString text =
-      shortened(option.fontMetrics, index.data().toString(), room.width(), editing);
+      shortened(option.fontMetrics, text_of(index, editing), room.width(), editing);
   const int text_width = option.fontMetrics.horizontalAdvance(text);
   const int left = grid_.centered ? room.left() + (room.width() - text_width) / 2 : room.left();
   painter->setFont(option.font);

@@ -13,11 +13,15 @@ class GridCellDelegate final : public QStyledItemDelegate {
  public:
   GridCellDelegate(const Grid& grid, QObject* parent);
 
+  // What a cell needs for a text.
+  static int width_for(const QFontMetrics& metrics, const QString& text);
+
   void paint(QPainter* painter, const QStyleOptionViewItem& option,
              const QModelIndex& index) const override;
 
  private:
   bool typed(int column) const;
+  QString text_of(const QModelIndex& index, bool editing) const;
 
   const Grid& grid_;
 };

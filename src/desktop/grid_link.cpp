@@ -1,6 +1,7 @@
 #include "desktop/grid_link.h"
 
 #include <QHeaderView>
+#include <algorithm>
 #include <cmath>
 
 #include "desktop/core_text.h"
@@ -29,14 +30,27 @@ GridLink::GridLink(Grid& grid, QTableWidget& table)
   table.verticalHeader()->setDefaultSectionSize(table.fontMetrics().height() + 2 * row_padding);
   table.horizontalHeader()->setStretchLastSection(true);
   table.horizontalHeader()->setHighlightSections(false);
-  for (int column = 0; column < static_cast<int>(grid.column_widths.size()); ++column) {
-    table.setColumnWidth(
-        column, pixel_edge(grid.column_widths[static_cast<std::size_t>(column)], letter_scale()));
-  }
-  table.setMinimumWidth(static_cast<int>(std::lround(table.minimumWidth() * letter_scale())));
+  const int widened = size_columns();
+  table.setMinimumWidth(static_cast<int>(std::lround(table.minimumWidth() * letter_scale())) +
+                        widened);
   QObject::connect(&table, &QTableWidget::currentCellChanged, this, [this](int row, int column) {
     if (!showing() && row >= 0 && column >= 0) grid_.select(row + 1, column);
   });
+}
+
+int GridLink::size_columns() {
+  int widened = 0;
+  for (std::size_t column = 0; column < grid_.column_widths.size(); ++column) {
+    const int told = pixel_edge(grid_.column_widths[column], letter_scale());
+    const QString widest = column < grid_.widest_texts.size()
+                               ? shown_text(grid_, grid_.widest_texts[column])
+                               : QString();
+    const int needed =
+        widest.isEmpty() ? 0 : GridCellDelegate::width_for(table_.fontMetrics(), widest);
+    table_.setColumnWidth(static_cast<int>(column), std::max(told, needed));
+    widened += std::max(0, needed - told);
+  }
+  return widened;
 }
 
 void GridLink::show_content() {
@@ -47,7 +61,10 @@ void GridLink::show_content() {
 }
 
 void GridLink::show_cell(int row, int column) {
-  const QString text = shown_text(grid_, grid_.cell(row, column));
+  const auto place = static_cast<std::size_t>(column);
+  const bool own_heading = row == 0 && place < grid_.shown_headings.size();
+  const QString text =
+      shown_text(grid_, own_heading ? grid_.shown_headings[place] : grid_.cell(row, column));
   QTableWidgetItem* item =
       row == 0 ? table_.horizontalHeaderItem(column) : table_.item(row - 1, column);
   if (item != nullptr) {
@@ -55,7 +72,12 @@ void GridLink::show_cell(int row, int column) {
   } else if (row == 0) {
     table_.setHorizontalHeaderItem(column, new QTableWidgetItem(text));
   } else if (!text.isEmpty()) {
-    table_.setItem(row - 1, column, new QTableWidgetItem(text));
+    item = new QTableWidgetItem(text);
+    table_.setItem(row - 1, column, item);
+  }
+  if (row > 0 && item != nullptr && grid_.shown_as) {
+    item->setData(Qt::AccessibleTextRole,
+                  shown_text(grid_, grid_.shown_as(column, grid_.cell(row, column))));
   }
 }
 

@@ -15,6 +15,8 @@ class GridLink final : public ElementLink {
  private:
   void show_content() override;
   void show_cell(int row, int column);
+  // Gives each column its width, or what its texts need. Returns how much that is more in all.
+  int size_columns();
 
   Grid& grid_;
   QTableWidget& table_;

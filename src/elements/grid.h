@@ -29,6 +29,13 @@ class Grid : public Control {
   bool centered = false;
   int first_typed_column = 0;
 
+  // What stands over the columns in place of row 0, and how a cell's text is shown while it isn't
+  // typed in, with the widest such text of each column. Where they are empty the cells are shown as
+  // they are. The look's only, too.
+  std::vector<std::string> shown_headings;
+  std::vector<std::string> widest_texts;
+  std::function<std::string(int column, std::string_view text)> shown_as;
+
   // The selection moved, by the user's hand or by select().
   Event<void()> on_sel_change;
 

@@ -6,6 +6,7 @@
 #include "elements/label.h"
 #include "elements/menu_item.h"
 #include "elements/text_box.h"
+#include "elements/timer.h"
 
 namespace lineweir {
 
@@ -36,12 +37,21 @@ class ShowDataForm : public Form {
   TextBox StartTime{*this, "StartTime"};
   Label Label2{*this, "Label2"};
   TextBox Text1{*this, "Text1"};
+  // The times of the boxes as the clock tells them.
+  Label StartShown{*this, "StartShown"};
+  Label EndShown{*this, "EndShown"};
   Label Label3{*this, "Label3"};
   Label Label4{*this, "Label4"};
   Grid Grid1{*this, "Grid1", plan_rows_per_grid + 1, 3};
   Grid Grid2{*this, "Grid2", plan_rows_per_grid + 1, 3};
+  // That something typed is past already, and the way to it.
+  Label PastLabel{*this, "PastLabel"};
+  Button PastRow{*this, "PastRow", "&Go to it"};
   Button Exit{*this, "Exit", "E&xit/Save"};
   Button CancelOption{*this, "CancelOption", "&Cancel"};
+
+  // Looks whether what is typed has gone by meanwhile.
+  Timer PastTimer{*this, "PastTimer", false, 1000};
 };
 
 }  // namespace lineweir

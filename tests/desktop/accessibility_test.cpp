@@ -324,6 +324,23 @@ TEST_SUITE("desktop/accessibility: announcements") {
     CHECK(desk.alerts[0].name == "The caller has hung up");
   }
 
+  TEST_CASE("that a row of the show's plan is past is announced, once") {
+    ListeningDesk desk;
+    desk.console.Lineweir.ShowData.on_click();
+    desk.settle();
+    Grid& grid = desk.console.Form2.Grid1;
+    for (const char character : std::string("093000")) {
+      int key = character;
+      grid.on_key_press(key);
+    }
+    desk.settle();
+    REQUIRE(desk.alerts.size() == 1);
+    CHECK(desk.alerts[0].name == "The row until 09:30:00 AM is already past today.");
+    desk.platform.loop.advance(platform::Milliseconds(5000));
+    desk.settle();
+    CHECK(desk.alerts.size() == 1);
+  }
+
   TEST_CASE("a message that comes and goes within a frame is no news") {
     ListeningDesk desk;
     desk.console.messages.ShowMessage("No server");

@@ -5,6 +5,7 @@
 
 #include <QApplication>
 #include <QFile>
+#include <QFileDialog>
 #include <QFontDialog>
 #include <QLineEdit>
 #include <QListView>
@@ -83,6 +84,54 @@ TEST_SUITE("desktop/questions") {
     });
     CHECK_FALSE(desk.dialogs.ask_yes_no("Change it?"));
     CHECK(in_front_of == desk.viewer().windowHandle());
+  }
+
+  TEST_CASE("a file dialog says what is chosen and begins with the files that are taken") {
+    Asking desk;
+    platform::FileQuestion question{.title = "Open",
+                                    .filter = "All Files (*.*)|*.*|Text Files (*.txt)|*.txt"};
+    QString title;
+    QStringList filters;
+    const auto look = [&](QDialog& dialog) {
+      title = dialog.windowTitle();
+      filters = dynamic_cast<QFileDialog&>(dialog).nameFilters();
+      dialog.reject();
+    };
+    when_asked(look);
+    desk.dialogs.ask_file(question);
+    CHECK(title == "Open");
+    CHECK(filters == QStringList{"All Files (*)", "Text Files (*.txt)"});
+    question.shown_title = "Open a show plan";
+    question.shown_filter = "Show plans (*.txt)|*.txt|All files (*.*)|*.*";
+    when_asked(look);
+    desk.dialogs.ask_file(question);
+    CHECK(title == "Open a show plan");
+    CHECK(filters == QStringList{"Show plans (*.txt)", "All files (*)"});
+  }
+
+  TEST_CASE("each question for a file says what is chosen") {
+    Asking desk;
+    const auto title_of = [&](const Event<void()>& asking) {
+      desk.platform.dialogs.take_asked();
+      asking();
+      const auto asked = desk.platform.dialogs.take_asked();
+      REQUIRE(asked.size() == 1);
+      const auto& question = std::get<platform::FileQuestion>(asked.front());
+      CHECK_FALSE(question.title == question.shown_title);
+      return question.shown_title;
+    };
+    Console& console = desk.console;
+    CHECK(title_of(console.DatabaseViewer.ImportButton.on_click) == "Import calls from a CSV file");
+    CHECK(title_of(console.DatabaseViewer.ExportButton.on_click) ==
+          "Export the calls shown to a CSV file");
+    CHECK(title_of(console.DatabaseViewer.PrintButton.on_click) ==
+          "Print the calls shown to a PDF file");
+    CHECK(title_of(console.Lineweir.DatabasePathMenuItem.on_click) ==
+          "Choose or create the call log");
+    CHECK(title_of(console.FlashMessA.BrowseButton.on_click) == "Choose or create the hot list");
+    CHECK(title_of(console.Form2.New.on_click) == "Make a new, empty show plan");
+    CHECK(title_of(console.Form2.Open.on_click) == "Open a show plan");
+    CHECK(title_of(console.Form2.SaveAs.on_click) == "Save the show plan as");
   }
 
   TEST_CASE("the font dialog opens on the font in force") {
