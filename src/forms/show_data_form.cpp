@@ -24,7 +24,7 @@ ShowDataForm::ShowDataForm() : Form("Form2") {
   for (Grid* grid : {&Grid1, &Grid2}) {
     grid->centered = true;
     grid->first_typed_column = row_end_column;
-    grid->shown_headings = {"From", "Until", "Text"};
+    grid->shown_headings = {"From", "Until"};
     grid->widest_texts = {widest_time, widest_time, ""};
   }
   Grid1.column_widths = {time_column_width, time_column_width, first_text_width};

@@ -197,7 +197,8 @@ TEST_SUITE("plan editor") {
     CHECK(headings(desk.grid(2)) == told);
     desk.type(desk.box("StartTime"), "100000");
     desk.type(desk.box("Text1"), "110000");
-    desk.type(desk.grid(1), "110000\n");
+    desk.type(desk.grid(1), "110000");
+    desk.press(desk.grid(1), Qt::Key_Return);
     REQUIRE(desk.console.Form2.Grid1.cell(0, 0) == "");
     CHECK(headings(desk.grid(1)) == told);
 
@@ -241,12 +242,13 @@ TEST_SUITE("plan editor") {
     QTableWidget& grid = desk.grid(2);
     auto& key = desk.part<QPushButton>("PastRow");
     CHECK_FALSE(key.isVisible());
-    desk.type(grid, "093000\n");
+    desk.type(grid, "093000");
+    desk.press(grid, Qt::Key_Return);
     CHECK(desk.part<QLabel>("PastLabel").text() ==
           "The row until 09:30:00 AM is already past today.");
     REQUIRE(key.isVisible());
-    desk.box("StartTime").setFocus();
-    QTest::keyClick(&desk.window(), Qt::Key_G, Qt::AltModifier);
+    key.setFocus(Qt::TabFocusReason);
+    QTest::keyClick(&key, Qt::Key_Space);
     desk.settle();
     CHECK(grid.hasFocus());
     CHECK(grid.currentRow() == 0);
