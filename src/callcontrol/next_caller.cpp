@@ -139,22 +139,25 @@ void NextCaller::ask_server(std::string_view handler, bool conference) {
   links_.deciding_server().next_action(handler, {state_.Lineweir.StudioMode.checked, conference});
 }
 
-std::vector<int> NextCaller::lines_at_handset() const {
+bool NextCaller::at_handset(int line) const {
+  if (line < 0 || line >= state_.lines.LineCount) return false;
   const Seat seat = seat_of(state_);
+  const char letter = state_.lines.StatusLetter(line);
+  return (letter == 'P' && seat.handset_1) || (letter == 'O' && seat.handset_2);
+}
+
+std::vector<int> NextCaller::lines_at_handset() const {
   std::vector<int> lines;
   for (int line = 0; line < state_.lines.LineCount; ++line) {
-    const char letter = state_.lines.StatusLetter(line);
-    if ((letter == 'P' && seat.handset_1) || (letter == 'O' && seat.handset_2)) {
-      lines.push_back(line);
-    }
+    if (at_handset(line)) lines.push_back(line);
   }
   return lines;
 }
 
+void NextCaller::mark_ready(int line) { phone_.PhoneCommand(numbered_word('S', line), bank_none); }
+
 void NextCaller::mark_ready() {
-  for (const int line : lines_at_handset()) {
-    phone_.PhoneCommand(numbered_word('S', line), bank_none);
-  }
+  for (const int line : lines_at_handset()) mark_ready(line);
 }
 
 void NextCaller::answer_next() {

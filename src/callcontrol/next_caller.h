@@ -30,6 +30,11 @@ class NextCaller {
   bool NextButton_finds_work() const;
   bool NextToConf_finds_work() const;
 
+  // Whether the line is at this console's handset, from which the producer's READY key takes it.
+  bool at_handset(int line) const;
+  // Does for one line what that key does for each.
+  void mark_ready(int line);
+
   // The producer's conference button of a row. On the serial link the line is pinned at once; a
   // server is asked, and answers with its own choice.
   void pick_by_hand(int line);

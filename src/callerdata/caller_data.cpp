@@ -117,7 +117,8 @@ void CallerDataEntry::Form_Load() {
   caller_memory_.hide();
   form.UnloadTimer.enabled = !allowed();
   form.Label(user_entry).caption = trimmed(state_.Lineweir.CaptionLabel(user_column).caption);
-  form.lay_out(LogFieldOn);
+  form.number_first = asks_number_first && caller_memory_.on();
+  form.lay_out(LogFieldOn, caller_memory_.on());
   fill_texts();
   form.focus_next(0);
 }
@@ -139,6 +140,8 @@ void CallerDataEntry::fill_texts() {
   form.show_texts(draft.work.typed);
   for (int entry = 1; entry <= entry_field_count; ++entry) form.TheText(entry).caret_to_end();
   follow_line();
+  // A number that stood there already hasn't changed.
+  if (!form.MemoryLabel.visible) caller_memory_.look_up();
   show_buttons();
 }
 
@@ -166,7 +169,23 @@ void CallerDataEntry::call_ended(const EndedCall& ended) {
 }
 
 void CallerDataEntry::lines_changed() {
-  if (state_.Form4.loaded() && held_.ended) show_buttons();
+  if (!state_.Form4.loaded()) return;
+  if (held_.ended) show_buttons();
+  if (on_held_changed) on_held_changed();
+}
+
+std::optional<CallerDataEntry::HeldCaller> CallerDataEntry::held_caller() const {
+  if (!state_.Form4.loaded() || held_.ended || held_.line == no_line) return std::nullopt;
+  return HeldCaller{held_.line, held_.call};
+}
+
+bool CallerDataEntry::is_on_line(const HeldCaller& caller) const {
+  return call_log_.call_on(caller.line) == caller.call;
+}
+
+void CallerDataEntry::say(const std::string& remark) {
+  notice_.remark = remark;
+  show_notice();
 }
 
 std::vector<int> CallerDataEntry::lines_with_unsaved_data() {
@@ -193,6 +212,7 @@ void CallerDataEntry::show_buttons() {
   form.DiscardCall.visible = ended;
   form.OtherCall.caption = ended ? "&New caller" : "Form&er caller";
   form.OtherCall.visible = ended ? anybody_on(held_.line) : drafts_.ended_on(held_.line) != nullptr;
+  if (on_held_changed) on_held_changed();
 }
 
 EntryWork CallerDataEntry::work() const { return {had_, state_.Form4.texts()}; }
@@ -224,7 +244,7 @@ void CallerDataEntry::TheText_KeyPress(int Index, int& KeyAscii) {
   caller_memory_.key_pressed(KeyAscii);
   if (KeyAscii == enter_key) {
     KeyAscii = 0;
-    if (Index >= entry_field_count || !form.focus_next(Index)) form.Command3D1.on_click();
+    if (!form.focus_next(Index)) form.Command3D1.on_click();
     return;
   }
   if (Index != gender_entry) return;
@@ -241,6 +261,7 @@ void CallerDataEntry::TheText_Edit(int Index, std::string& text, int& caret) {
   text = std::move(fitted.text);
   caret = fitted.caret;
   notice_.full = fitted.left_out ? Index : 0;
+  notice_.remark.clear();
   if (fitted.left_out) show_notice();
 }
 
@@ -260,13 +281,14 @@ bool CallerDataEntry::allowed() {
   return false;
 }
 
-void CallerDataEntry::Command3D1_Click() {
-  if (!allowed()) return;
-  if (held_.ended) return save_to_log(held_.ended->record);
-  save_to_line();
+void CallerDataEntry::Command3D1_Click() { save(); }
+
+bool CallerDataEntry::save() {
+  if (!allowed()) return false;
+  return held_.ended ? save_to_log(held_.ended->record) : save_to_line();
 }
 
-void CallerDataEntry::save_to_line() {
+bool CallerDataEntry::save_to_line() {
   const int line = state_.lines.CurrentDataLine;
   const CallNumber call = call_log_.call_on(line);
   const CallNumber held = held_.call;
@@ -277,8 +299,9 @@ void CallerDataEntry::save_to_line() {
   const auto still_there = [&] { return call_log_.call_on(line) == call; };
   const bool sent = data_sender_.send(save_handler, line, text, still_there);
   // The loop may have run in between, and the form may hold something else by now.
-  if (!sent || held_.ended || held_.call != held || state_.Form4.texts() != typed) return;
+  if (!sent || held_.ended || held_.call != held || state_.Form4.texts() != typed) return false;
   close_done();
+  return true;
 }
 
 void CallerDataEntry::store(int line, const EntryTexts& typed) {
@@ -291,16 +314,17 @@ void CallerDataEntry::store(int line, const EntryTexts& typed) {
   line_texts_.renewed(line);
 }
 
-void CallerDataEntry::save_to_log(platform::LoggedCall call) {
+bool CallerDataEntry::save_to_log(platform::LoggedCall call) {
   const EntryTexts texts = without_controls(state_.Form4.texts());
   const bool nothing_known = call.file.empty() && all_blank(texts);
   if (!nothing_known && !call_log_.complete(std::move(call), texts)) {
     state_.messages.ShowMessage(
         "The caller has hung up, and no call log is chosen that could keep these data. Choose one "
         "with Options, Database Path, and save again.");
-    return;
+    return false;
   }
   close_done();
+  return true;
 }
 
 void CallerDataEntry::close_done() {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -51,8 +53,32 @@ class CallerDataEntry {
   // What is being typed stays for the next run.
   void keep_draft();
 
+  // The line of the caller whose data the form holds, and the number of that call; nothing where
+  // the form is closed or the call has ended.
+  struct HeldCaller {
+    int line;
+    CallNumber call;
+    friend bool operator==(const HeldCaller&, const HeldCaller&) = default;
+  };
+  std::optional<HeldCaller> held_caller() const;
+  // Whether that caller is still the one on the line.
+  bool is_on_line(const HeldCaller& caller) const;
+
+  // What the form's button does. Returns whether all that is typed was saved, and with that the
+  // form closed.
+  bool save();
+
+  // Says it where the user types. It goes with the next change.
+  void say(const std::string& remark);
+
+  // Told when the form holds another caller, or another state of the lines.
+  std::function<void()> on_held_changed;
+
   // Which of the fields are in use.
   LogFieldFlags LogFieldOn = all_fields_on();
+
+  // Asks for the telephone number before all else where a log may know the caller.
+  bool asks_number_first = false;
 
  private:
   struct HeldCall {
@@ -86,8 +112,8 @@ class CallerDataEntry {
   void show_notice();
   void show_buttons();
   EntryWork work() const;
-  void save_to_line();
-  void save_to_log(platform::LoggedCall call);
+  bool save_to_line();
+  bool save_to_log(platform::LoggedCall call);
   void store(int line, const EntryTexts& typed);
   // Closes the form; nothing in it is a draft any more.
   void close_done();

@@ -8,7 +8,6 @@
 #include "state/wire.h"
 
 namespace lineweir {
-namespace {}  // namespace
 
 CallerMemory::CallerMemory(ConsoleState& state, CallLog& call_log)
     : state_(state), call_log_(call_log) {
@@ -17,10 +16,12 @@ CallerMemory::CallerMemory(ConsoleState& state, CallLog& call_log)
        [this] { MemoryFill_Click(); });
 }
 
+bool CallerMemory::on() const { return call_log_.chosen(); }
+
 void CallerMemory::look_up() {
   hide();
   const std::string& number = state_.Form4.TheText(phone_number_entry).text;
-  if (!call_log_.chosen() || number_forms(number).empty()) return;
+  if (!on() || number_forms(number).empty()) return;
   CallerDataForm& form = state_.Form4;
   std::optional<CallerHistory> history;
   attempt([&] { history = find_history(call_log_.recordset(), state_.services.letters, number); },

@@ -18,6 +18,9 @@ class CallerMemory {
  public:
   CallerMemory(ConsoleState& state, CallLog& call_log);
 
+  // Whether there is a log that may know the caller.
+  bool on() const;
+
   // The form has another telephone number. Fails as the log does.
   void look_up();
 

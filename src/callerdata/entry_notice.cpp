@@ -46,6 +46,7 @@ std::string notice_text(const EntryNotice& notice, const EntryWork& work,
     add(heading(notice.full) + " takes no more than " + std::to_string(entry_room(notice.full)) +
         " characters");
   }
+  add(notice.remark);
   return text;
 }
 

@@ -52,6 +52,7 @@ Console::Console(const platform::Services& platform_services)
       log_import(*this, log_viewer),
       phone(*this, links, link),
       next_caller(*this, links, phone, rows, caller_data, clocks),
+      save_and_ready(*this, caller_data, next_caller),
       line_actions(*this, phone, caller_data, next_caller),
       switch_console_port(*this),
       next_key(*this, phone),

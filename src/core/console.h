@@ -15,6 +15,7 @@
 #include "callcontrol/next_key.h"
 #include "callcontrol/phone_choice.h"
 #include "callcontrol/phone_command.h"
+#include "callcontrol/save_and_ready.h"
 #include "callcontrol/switch_console.h"
 #include "callcontrol/switch_console_port.h"
 #include "callerdata/call_log.h"
@@ -159,6 +160,7 @@ struct Console : ConsoleState {
   // Call control.
   PhoneCommands phone;
   NextCaller next_caller;
+  SaveAndReady save_and_ready;
   LineActions line_actions;
   SwitchConsolePort switch_console_port;
   NextKey next_key;

@@ -32,7 +32,7 @@ Shutdown::Shutdown(ConsoleState& state, const Links& links, ShowPlanStore& show_
        [this] { ExitMenu_Click(); });
 }
 
-void Shutdown::ExitMenu_Click() { state_.Lineweir.unload(); }
+void Shutdown::ExitMenu_Click() { state_.Lineweir.close(); }
 
 void Shutdown::Form_Unload() {
   guard(state_.trace, unload_handler, [&] {

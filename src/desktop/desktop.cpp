@@ -20,6 +20,9 @@ Desktop::Desktop(Console& console, const QString& background_path)
     : console_(console),
       message_(console, hands_),
       main_frame_(console, focus_, background_path),
+      entry_layout_(console.Form4),
+      entry_place_([this] { return main_frame_.main_window(); }),
+      close_question_(console, focus_, [this] { return main_frame_.window(); }),
       announcer_(console, [this](const Form& form) {
         return window_of(QString::fromStdString(form.name()));
       }) {
@@ -37,6 +40,10 @@ Desktop::Desktop(Console& console, const QString& background_path)
     dialogs_.push_back(std::make_unique<DialogFrame>(row.form(console), row, focus_,
                                                      [this] { return main_frame_.window(); }));
   }
+  DialogFrame& entry = *dialog(console.Form4);
+  entry.arrange = [this](QWidget& window) { entry_layout_.arrange(window); };
+  entry.place = [this](QWidget& window) { entry_place_.place(window); };
+  console.caller_data.asks_number_first = true;
   message_.before_placing = [this, &console] {
     DialogFrame& box = *dialog(console.MyMsgbox);
     main_frame_.window_moved();
@@ -67,6 +74,7 @@ DialogFrame* Desktop::dialog(const Form& form) const {
 
 QWidget* Desktop::window_of(const QString& form_name) const {
   if (form_name.toStdString() == main_frame_.form().name()) return main_frame_.window();
+  if (form_name.toStdString() == close_question_.form().name()) return close_question_.window();
   for (const auto& dialog : dialogs_) {
     if (form_name.toStdString() == dialog->form().name()) return dialog->window();
   }
@@ -76,6 +84,7 @@ QWidget* Desktop::window_of(const QString& form_name) const {
 void Desktop::flush() {
   main_frame_.flush();
   for (const auto& dialog : dialogs_) dialog->flush();
+  close_question_.flush();
   announcer_.flush();
 }
 

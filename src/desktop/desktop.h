@@ -5,7 +5,10 @@
 #include <vector>
 
 #include "desktop/announcer.h"
+#include "desktop/close_question.h"
 #include "desktop/dialog_frame.h"
+#include "desktop/entry_layout.h"
+#include "desktop/entry_place.h"
 #include "desktop/main_frame.h"
 #include "desktop/message_in_front.h"
 #include "desktop/user_hands.h"
@@ -32,6 +35,7 @@ class Desktop {
   UserHands& hands() { return hands_; }
   WindowFocus& focus() { return focus_; }
   Announcer& announcer() { return announcer_; }
+  CloseQuestion& close_question() { return close_question_; }
   DialogFrame* dialog(const Form& form) const;
 
   // The window of the form of that name; null while it has none.
@@ -47,6 +51,9 @@ class Desktop {
   MessageInFront message_;
   MainFrame main_frame_;
   std::vector<std::unique_ptr<DialogFrame>> dialogs_;
+  EntryLayout entry_layout_;
+  EntryPlace entry_place_;
+  CloseQuestion close_question_;
   Announcer announcer_;
 };
 

@@ -101,6 +101,7 @@ QWidget* DialogFrame::make_window() {
     menus_ = std::make_unique<MenuTree>(form(), *bar);
     window->layout()->setMenuBar(bar);
   }
+  if (arrange) arrange(*window);
   return window;
 }
 
@@ -116,11 +117,17 @@ bool DialogFrame::takes_keyboard(bool awaited) const {
 }
 
 void DialogFrame::fit_window(QWidget& window) {
+  // Until its layout is through with what has gone, the window can't become smaller.
+  if (QLayout* layout = window.layout()) layout->activate();
   QSize told(pixel_edge(form().width, letter_scale()), pixel_edge(form().height, letter_scale()));
   if (window.layout() == nullptr) {
     // What a dialog keeps room for and doesn't show now leaves no empty half.
     const QRect shown = shown_controls(window);
     told.setWidth(std::min(told.width(), shown.right() + 1 + shown.left()));
+  }
+  // A window that the user has made wider stays so.
+  if (window.isVisible() && window.layout() != nullptr) {
+    told.setWidth(std::max(told.width(), window.width()));
   }
   const bool whole = window.property(opens_whole_property).toBool();
   window.resize(told.expandedTo(whole ? window.sizeHint() : window.minimumSizeHint()));
@@ -150,12 +157,20 @@ bool DialogFrame::press_default() {
 
 bool DialogFrame::shows_in_window(const Element& element) const {
   // A dialog without a layout is as wide as what it shows; what is typed changes nothing of that.
-  return window() != nullptr && window()->layout() == nullptr &&
+  const bool laid_out = window() != nullptr && window()->layout() != nullptr;
+  return (arrange || !laid_out) && window() != nullptr &&
          (element.kind() == ElementKind::Label || element.kind() == ElementKind::Button);
+}
+
+void DialogFrame::about_to_show() {
+  if (!place) return;
+  window()->resize(window()->size().expandedTo(window()->minimumSizeHint()));
+  place(*window());
 }
 
 void DialogFrame::form_changed() {
   binder_->flush();
+  if (arrange) arrange(*window());
   if (window() != nullptr && window()->layout() == nullptr) fit_window(*window());
   if (menus_ != nullptr) menus_->flush();
 }

@@ -20,6 +20,12 @@ class DialogFrame final : public FormFrame {
   ~DialogFrame() override;
 
   FormBinder* binder() const { return binder_.get(); }
+  // Lays the window out anew after changes of the form, its labels and its buttons, for one that
+  // does more about that than its layout.
+  std::function<void(QWidget& window)> arrange;
+  // Puts the window in its place each time before it is shown.
+  std::function<void(QWidget& window)> place;
+
   // Null for a dialog without a menu bar.
   MenuTree* menus() const { return menus_.get(); }
 
@@ -32,6 +38,7 @@ class DialogFrame final : public FormFrame {
   // A message is brought to the front each second.
   bool comes_for_user() const override { return row_.kind != DialogKind::Message; }
   bool shows_in_window(const Element& element) const override;
+  void about_to_show() override;
   void form_changed() override;
   bool eventFilter(QObject* watched, QEvent* event) override;
 

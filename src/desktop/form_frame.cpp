@@ -124,6 +124,7 @@ void FormFrame::show_or_hide() {
   }
   if (form().visible) {
     window_->setWindowModality(form().modal ? Qt::ApplicationModal : Qt::NonModal);
+    about_to_show();
     focus_.opens(*window_, takes_keyboard(awaited_));
     stay_reachable();
     keep_on_screen(*window_);

@@ -53,6 +53,8 @@ class FormFrame : public QObject, private FormWatch {
   // Whether the form has its window, and with that its place, as soon as it is shown; otherwise
   // with the next frame.
   virtual bool opens_at_once() const { return false; }
+  // Told before the window, which has its contents and its size, is shown.
+  virtual void about_to_show() {}
   // Told with each frame in which the form or such an element changed; the window exists.
   virtual void form_changed() {}
 

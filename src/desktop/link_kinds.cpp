@@ -80,6 +80,15 @@ class ButtonLink final : public ElementLink {
   void show_content() override {
     push_.setText(shown_text(button_, button_.caption.get()));
     show_picture();
+    show_tool_tip();
+  }
+
+  void show_tool_tip() {
+    const QString text = shown_text(button_, button_.tool_tip.get());
+    if (text == tool_tip_) return;
+    tool_tip_ = text;
+    push_.setToolTip(text);
+    push_.setAccessibleDescription(text);
   }
 
   void show_picture() {
@@ -101,6 +110,8 @@ class ButtonLink final : public ElementLink {
 
   Button& button_;
   QPushButton& push_;
+  // What Designer has given a button that the core tells nothing of stays.
+  QString tool_tip_;
 };
 
 class CheckLink final : public ElementLink {

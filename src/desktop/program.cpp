@@ -134,7 +134,7 @@ int run_program(const CommandLine& command_line) {
   const Screenshot screenshot([&desktop](const QString& form) { return desktop.window_of(form); },
                               [&console] {
                                 std::fputs(line_report(console).c_str(), stdout);
-                                console.Lineweir.close();
+                                console.Lineweir.unload();
                               });
   return QApplication::exec();
 }

@@ -60,7 +60,11 @@ void keep_in_room(QWidget& window, const QRect& room) {
 void keep_on_screen(QWidget& window) {
   const QScreen* screen = QGuiApplication::screenAt(window.geometry().center());
   if (screen == nullptr) screen = window.screen();
-  keep_in_room(window, screen->availableGeometry());
+  const QRect room = screen->availableGeometry();
+  // Of a window that was shown before the frame is known; where it fits it stays to the pixel.
+  const QRect with_frame = window.frameGeometry();
+  if (with_frame != window.geometry() && room.contains(with_frame)) return;
+  keep_in_room(window, room);
 }
 
 }  // namespace lineweir

@@ -11,6 +11,7 @@
 #include "base/text.h"
 #include "desktop/core_text.h"
 #include "desktop/focus_reason.h"
+#include "desktop/folded_text.h"
 #include "desktop/key_codes.h"
 #include "elements/form.h"
 #include "elements/text_box.h"
@@ -67,6 +68,7 @@ TextBoxLink::TextBoxLink(TextBox& box, QLineEdit& edit) : QObject(&edit), box_(&
 
 TextBoxLink::TextBoxLink(TextBox& box, QPlainTextEdit& edit)
     : QObject(&edit), box_(&box), lines_(&edit) {
+  edit.setProperty(folded_property, !box.multi_line);
   connect(&edit, &QPlainTextEdit::textChanged, this,
           [this] { edited(lines_->toPlainText(), lines_->textCursor().position()); });
   connect(&edit, &QPlainTextEdit::cursorPositionChanged, this,
@@ -183,7 +185,7 @@ bool TextBoxLink::characters_swallowed(const QString& typed) {
 void TextBoxLink::edited(const QString& text, int caret) {
   if (showing_ || box_ == nullptr) return;
   // What is pasted may have line breaks where there is one line.
-  const std::string core = core_text(*box_, line_ != nullptr ? one_line(text) : core_lines(text));
+  const std::string core = core_text(*box_, box_->multi_line ? core_lines(text) : one_line(text));
   box_->edit(core, core_caret(*box_, text, caret));
   // The box may hold another text than was typed: it has letters of its own, may have taken another
   // one, and its change event may have changed it.

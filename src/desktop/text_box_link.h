@@ -18,6 +18,7 @@ class TextBox;
 class TextBoxLink final : public QObject {
  public:
   TextBoxLink(TextBox& box, QLineEdit& edit);
+  // A box of one line may be shown in several: it is folded there, and takes no line breaks.
   TextBoxLink(TextBox& box, QPlainTextEdit& edit);
 
   // Shows what the box holds now.

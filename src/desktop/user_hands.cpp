@@ -12,6 +12,8 @@
 #include <QWindow>
 #include <algorithm>
 
+#include "desktop/folded_text.h"
+
 namespace lineweir {
 namespace {
 
@@ -102,10 +104,14 @@ bool takes_typing(const QWidget* widget) {
          qobject_cast<const QAbstractItemView*>(widget) != nullptr;
 }
 
+bool enter_breaks_line(const QWidget* widget) {
+  return takes_lines(widget) && !widget->property(folded_property).toBool();
+}
+
 // A key that is held does such a thing once.
 bool acts_once(const QKeyEvent& event, const QWidget* focus) {
   if (event.key() == Qt::Key_Escape) return true;
-  if (is_enter(event)) return !takes_lines(focus);
+  if (is_enter(event)) return !enter_breaks_line(focus);
   return !takes_typing(focus) && !leads_about(event);
 }
 

@@ -16,6 +16,8 @@ class Button : public Control {
 
   Property<std::string> caption{*this, PropertyId::Caption};
   Property<std::string> picture{*this, PropertyId::Picture};
+  // What is told of it where the pointer rests on it, and by screen readers.
+  Property<std::string> tool_tip{*this, PropertyId::ToolTip};
 };
 
 class CheckBox : public Control {

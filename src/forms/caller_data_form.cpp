@@ -6,15 +6,16 @@
 namespace lineweir {
 namespace {
 
-constexpr int form_width = 9600;
-constexpr int memory_left = 6000;
-constexpr int memory_width = form_width - memory_left - 180;
+constexpr int form_width = 6750;
+constexpr int memory_left = 6750;
+constexpr int memory_width = 3420;
+constexpr int form_width_with_memory = memory_left + memory_width + 180;
 constexpr int memory_fill_width = 2600;
 constexpr int button_height = 375;
 // The room that the caller's history takes, however few fields there are.
 constexpr int memory_height = 1500;
 constexpr int gap = 120;
-constexpr int notice_width = 5680;
+constexpr int notice_width = 6490;
 constexpr int notice_line_height = 250;
 // Fewer than a line of the notice has room for, whatever the letters.
 constexpr std::size_t notice_line_length = 50;
@@ -43,10 +44,12 @@ CallerDataForm::CallerDataForm() : Form("Form4") {
     heading.move(120, row_top, 1500, 300);
     heading.visible = true;
     TextBox& text = TheText.load(entry);
-    text.move(1700, row_top, 4100, 315);
+    text.move(1700, row_top, 4910, 315);
     text.visible = true;
   }
-  Command3D1.move(4585, 0, 1215, button_height);
+  Command3D1.move(3375, 0, 1215, button_height);
+  SaveReady.move(4710, 0, 1900, button_height);
+  SaveReady.visible = false;
   DiscardCall.move(120, 0, 1215, button_height);
   DiscardCall.visible = false;
   OtherCall.move(1455, 0, 1800, button_height);
@@ -61,7 +64,9 @@ CallerDataForm::CallerDataForm() : Form("Form4") {
   fit_height();
 }
 
-void CallerDataForm::lay_out(const LogFieldFlags& fields) {
+void CallerDataForm::lay_out(const LogFieldFlags& fields, bool memory) {
+  has_memory_ = memory;
+  width = memory ? form_width_with_memory : form_width;
   fields_ = 0;
   for (int entry = 1; entry <= entry_field_count; ++entry) {
     const bool in_use = fields[static_cast<std::size_t>(entry - 1)];
@@ -93,30 +98,47 @@ void CallerDataForm::show_texts(const EntryTexts& texts) {
   }
 }
 
-bool CallerDataForm::focus_next(int entry) {
-  for (int next = entry + 1; next <= entry_field_count; ++next) {
-    TextBox& box = TheText(next);
-    if (!box.enabled) continue;
-    box.set_focus();
-    return true;
+std::vector<int> CallerDataForm::order() const {
+  std::vector<int> entries;
+  const auto add = [&](int entry) {
+    if (TheText(entry).enabled) entries.push_back(entry);
+  };
+  if (number_first) add(phone_number_entry);
+  for (int entry = 1; entry <= entry_field_count; ++entry) {
+    if (!number_first || entry != phone_number_entry) add(entry);
   }
-  return false;
+  return entries;
+}
+
+bool CallerDataForm::focus_next(int entry) {
+  const std::vector<int> entries = order();
+  auto next = entries.begin();
+  if (const auto present = std::ranges::find(entries, entry); present != entries.end()) {
+    next = present + 1;
+  } else if (entry != 0) {
+    // Behind a field that isn't in use comes what stands below it.
+    next = std::ranges::find_if(entries, [entry](int other) { return other > entry; });
+  }
+  if (next == entries.end()) return false;
+  TheText(*next).set_focus();
+  return true;
 }
 
 void CallerDataForm::show_notice(const std::string& text) {
   NoticeLabel.caption = text;
   NoticeLabel.visible = !text.empty();
-  NoticeLabel.height = notice_line_height * lines_of(text);
+  NoticeLabel.height = notice_line_height * std::max(1, lines_of(text));
   fit_height();
 }
 
 void CallerDataForm::fit_height() {
-  for (Button* button : {&Command3D1, &DiscardCall, &OtherCall}) {
+  for (Button* button : {&Command3D1, &SaveReady, &DiscardCall, &OtherCall}) {
     button->top = caller_row_top(fields_);
   }
   int below_fields = caller_row_top(fields_) + button_height;
   NoticeLabel.top = below_fields + gap;
-  if (NoticeLabel.visible) below_fields = NoticeLabel.top + NoticeLabel.height;
+  // The first line of a notice has its room from the start.
+  below_fields = NoticeLabel.top + NoticeLabel.height;
   const int below_memory = caller_row_top(0) + memory_height + button_height;
   height = std::max(below_fields, below_memory) + gap;
 }

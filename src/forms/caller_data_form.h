@@ -1,5 +1,7 @@
 #pragma once
 
+#include <vector>
+
 #include "elements/button.h"
 #include "elements/control_array.h"
 #include "elements/form.h"
@@ -22,6 +24,8 @@ class CallerDataForm : public Form {
   ControlArray<TextBox> TheText{*this, "TheText"};
   ControlArray<lineweir::Label> Label{*this, "Label"};
   Button Command3D1{*this, "Command3D1", "&Save"};
+  // Saves, and marks the caller ready as the producer's READY key does.
+  Button SaveReady{*this, "SaveReady", "Save and &Ready"};
   Timer UnloadTimer{*this, "UnloadTimer", false, 100};
 
   // Of a call that has ended: throws away what was typed. And between such a call and the one that
@@ -38,14 +42,24 @@ class CallerDataForm : public Form {
   // What the user has to know while typing: below the fields, where nothing else moves for it.
   lineweir::Label NoticeLabel{*this, "NoticeLabel"};
 
-  // Shows the fields in use, closed up, and hides the others.
-  void lay_out(const LogFieldFlags& fields);
+  // Shows the fields in use, closed up, and hides the others. `memory` is whether there is a log
+  // that may know the caller.
+  void lay_out(const LogFieldFlags& fields, bool memory);
+  bool has_memory() const { return has_memory_; }
+
+  // The telephone number is asked for before the other fields. The elements stand in their own
+  // order all the same; a window follows order().
+  bool number_first = false;
+
+  // The fields in use, in the order in which they are gone through.
+  std::vector<int> order() const;
 
   EntryTexts texts() const;
   // Where that changes a text the caret goes to its end.
   void show_texts(const EntryTexts& texts);
 
-  // Gives the focus to the first field in use behind this one; false where there is none.
+  // Gives the focus to the field in use that comes behind this one, or to the first of all behind
+  // field 0; false where there is none.
   bool focus_next(int entry);
 
   // The empty text shows nothing.
@@ -55,6 +69,7 @@ class CallerDataForm : public Form {
   void fit_height();
 
   int fields_ = entry_field_count;
+  bool has_memory_ = false;
 };
 
 }  // namespace lineweir

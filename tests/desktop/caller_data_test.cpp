@@ -5,6 +5,7 @@
 #include <QClipboard>
 #include <QLabel>
 #include <QLineEdit>
+#include <QPlainTextEdit>
 #include <QPushButton>
 
 #include "shown_console.h"
@@ -32,9 +33,12 @@ struct ShownEntry : test::ShownConsole {
   }
 
   QWidget& form_window() { return *desktop.dialog(console.Form4)->window(); }
-  QLineEdit& box(int entry) {
-    return part<QLineEdit>(form_window(), ("TheText(" + std::to_string(entry) + ")").c_str());
+  template <class Widget>
+  Widget& field(int entry) {
+    return part<Widget>(form_window(), ("TheText(" + std::to_string(entry) + ")").c_str());
   }
+  QLineEdit& box(int entry) { return field<QLineEdit>(entry); }
+  QPlainTextEdit& comments() { return field<QPlainTextEdit>(9); }
   // Keys go to whatever has the focus, as the keyboard's do.
   void type(const char* keys) {
     for (const char* key = keys; *key != '\0'; ++key) {
@@ -70,7 +74,7 @@ TEST_SUITE("caller data form") {
     desk.open(0);
     for (const int entry : {2, 3, 5, 6, 7, 8, 9}) {
       CAPTURE(entry);
-      CHECK(desk.box(entry).hasFocus());
+      CHECK(desk.field<QWidget>(entry).hasFocus());
       QTest::keyClick(desk.form_window().focusWidget(), Qt::Key_Tab);
       desk.settle();
     }
@@ -181,7 +185,8 @@ TEST_SUITE("caller data form: what its fields take") {
     CHECK(desk.box(5).cursorPosition() == 12);
     CHECK(notice.isVisible());
     CHECK(notice.text() == "ZipCode takes no more than 12 characters");
-    CHECK(desk.form_window().height() > height);
+    CHECK(desk.form_window().rect().contains(notice.geometry()));
+    CHECK(desk.form_window().height() == height);
     QTest::keyClick(&desk.box(5), Qt::Key_Backspace);
     desk.settle();
     CHECK(desk.box(5).text() == "12345678901");
@@ -219,6 +224,206 @@ TEST_SUITE("caller data form: what its fields take") {
   }
 }
 
+TEST_SUITE("caller data form: comments") {
+  TEST_CASE("they stand in three lines, and Enter and Tab lead on from them") {
+    ShownEntry desk;
+    QPlainTextEdit& comments = desk.comments();
+    CHECK(comments.viewport()->height() >= 3 * comments.fontMetrics().lineSpacing());
+    comments.setFocus();
+    desk.type("Bridge\n");
+    CHECK(desk.box(10).hasFocus());
+    CHECK(desk.console.Form4.TheText(9).text == "Bridge");
+    comments.setFocus();
+    QTest::keyClick(&comments, Qt::Key_Return, Qt::ShiftModifier);
+    desk.settle();
+    CHECK(desk.box(10).hasFocus());
+    comments.setFocus();
+    QTest::keyClick(&comments, Qt::Key_Tab);
+    desk.settle();
+    CHECK(desk.box(10).hasFocus());
+    CHECK(comments.toPlainText() == "Bridge");
+  }
+
+  TEST_CASE("line breaks that are pasted become blanks, on the screen and in the record") {
+    ShownEntry desk;
+    QApplication::clipboard()->setText(QStringLiteral("One\r\ntwo\nthree"));
+    desk.comments().setFocus();
+    QTest::keyClick(&desk.comments(), Qt::Key_V, Qt::ControlModifier);
+    desk.settle();
+    CHECK(desk.comments().toPlainText() == "One two three");
+    CHECK(desk.console.Form4.TheText(9).text == "One two three");
+    desk.type("!");
+    CHECK(desk.console.Form4.TheText(9).text == "One two three!");
+  }
+
+  TEST_CASE("they take what height the window has to spare") {
+    ShownEntry desk;
+    const int height = desk.comments().height();
+    const int first = desk.box(1).y();
+    desk.form_window().resize(desk.form_window().width(), desk.form_window().height() + 100);
+    desk.settle();
+    CHECK(desk.comments().height() == height + 100);
+    CHECK(desk.box(1).y() == first);
+  }
+}
+
+TEST_SUITE("caller data form: with the memory of earlier calls") {
+  struct WithMemory : ShownEntry {
+    WithMemory() {
+      console.Form4.unload();
+      test::choose_log(*this);
+      open(4);
+    }
+    std::vector<QRect> places() {
+      std::vector<QRect> all;
+      for (const QWidget* widget : form_window().findChildren<QWidget*>()) {
+        if (widget->parentWidget() == &form_window()) all.push_back(widget->geometry());
+      }
+      return all;
+    }
+  };
+
+  TEST_CASE("the number is asked for first, and Tab and Enter follow what is shown") {
+    WithMemory desk;
+    CHECK(desk.box(6).hasFocus());
+    CHECK(desk.box(6).y() < desk.box(1).y());
+    CHECK(desk.box(5).y() < desk.box(7).y());
+    CHECK(desk.console.Form4.TheText(6).top == caller_row_top(5));
+    for (const int entry : {6, 1, 2, 3, 4, 5, 7, 8, 9, 10}) {
+      CAPTURE(entry);
+      CHECK(desk.field<QWidget>(entry).hasFocus());
+      QTest::keyClick(desk.form_window().focusWidget(), Qt::Key_Tab);
+      desk.settle();
+    }
+    desk.box(6).setFocus();
+    desk.type("\n");
+    CHECK(desk.box(1).hasFocus());
+    desk.box(5).setFocus();
+    desk.type("\n");
+    CHECK(desk.box(7).hasFocus());
+  }
+
+  TEST_CASE("where the number stands last of what is in use, Enter saves behind the other field") {
+    WithMemory desk;
+    desk.console.Form4.unload();
+    desk.console.caller_data.LogFieldOn.fill(false);
+    for (const std::size_t on : {0U, 5U}) desk.console.caller_data.LogFieldOn[on] = true;
+    desk.open(4);
+    desk.type("555 0100\nAnn\n");
+    CHECK_FALSE(desk.form_window().isVisible());
+    CHECK(desk.shown_name(4) == "Ann");
+  }
+
+  TEST_CASE("nothing moves when it fills, and nothing when it empties") {
+    WithMemory desk;
+    const auto database = desk.platform.databases.open(test::log_path);
+    const auto rows = database->open_recordset(std::string(call_log_table));
+    rows->add_new();
+    rows->set_field(0, "Ann Smith");
+    rows->set_field(2, "Salem");
+    rows->set_field(5, "555 0100");
+    rows->set_field(9, "1/2/2026");
+    rows->set_field(10, "10:00:00 AM");
+    rows->update();
+    auto& pane = part<QWidget>(desk.form_window(), "memoryPane");
+    auto& hint = part<QLabel>(desk.form_window(), "memoryHint");
+    CHECK(pane.isVisible());
+    CHECK(hint.isVisible());
+    const std::vector<QRect> empty = desk.places();
+    const QSize size = desk.form_window().size();
+    desk.type("555 0100");
+    auto& fill = part<QPushButton>(desk.form_window(), "MemoryFill");
+    CHECK(fill.isVisible());
+    CHECK_FALSE(hint.isVisible());
+    CHECK(desk.places() == empty);
+    CHECK(desk.form_window().size() == size);
+    CHECK(pane.rect().contains(fill.geometry()));
+    QTest::keyClick(desk.form_window().focusWidget(), Qt::Key_Escape);
+    desk.settle();
+    CHECK(hint.isVisible());
+    CHECK(desk.places() == empty);
+  }
+
+  TEST_CASE("without a log there is no pane, and the name comes first") {
+    ShownEntry desk;
+    CHECK_FALSE(part<QWidget>(desk.form_window(), "memoryPane").isVisible());
+    CHECK(desk.box(1).hasFocus());
+    CHECK(desk.box(1).y() < desk.box(6).y());
+  }
+}
+
+TEST_SUITE("caller data form: save and ready") {
+  struct Screener : ShownEntry {
+    Screener() {
+      console.Form4.unload();
+      form().MitelPhone1.checked = true;
+      form().ScreenerMode.on_click();
+      box_sends("P04");
+      open(4);
+      platform.comm1.take_writes();
+    }
+  };
+
+  TEST_CASE("Ctrl+Enter acts once in any field, also while it is held") {
+    for (const int entry : {1, 9}) {
+      CAPTURE(entry);
+      Screener desk;
+      desk.type("Ann");
+      auto& field = desk.field<QWidget>(entry);
+      field.setFocus();
+      QWindow* handle = desk.form_window().windowHandle();
+      for (const bool repeat : {false, true, true}) {
+        QKeyEvent event(QEvent::KeyPress, Qt::Key_Return, Qt::ControlModifier, QStringLiteral("\r"),
+                        repeat);
+        QCoreApplication::sendEvent(handle, &event);
+        desk.settle();
+      }
+      CHECK_FALSE(desk.form_window().isVisible());
+      CHECK(desk.shown_name(4) == "Ann");
+      CHECK(desk.platform.comm1.take_writes() == std::vector<std::string>{"S04"});
+    }
+  }
+
+  TEST_CASE("while the caller isn't at the handset the button is dim and tells why") {
+    Screener desk;
+    auto& button = part<QPushButton>(desk.form_window(), "SaveReady");
+    CHECK(button.isVisible());
+    CHECK(button.isEnabled());
+    desk.box_sends("H04");
+    desk.settle();
+    CHECK_FALSE(button.isEnabled());
+    CHECK(button.toolTip() == "Line 5 isn't at this console's handset");
+    CHECK(button.accessibleDescription() == button.toolTip());
+  }
+}
+
+TEST_SUITE("caller data form: its place") {
+  TEST_CASE("it opens off the keys that answer and make ready, and stays where the user puts it") {
+    ShownEntry desk;
+    const auto off_the_keys = [&] {
+      for (const Picture* key : {&desk.form().NextButton, &desk.form().NextToConfButton}) {
+        const ElementWidget& widget = desk.widget(*key);
+        const QRect place(widget.mapToGlobal(QPoint(0, 0)), widget.size());
+        CHECK_FALSE(place.intersects(desk.form_window().frameGeometry()));
+      }
+    };
+    off_the_keys();
+    desk.console.Form4.unload();
+    desk.settle();
+    desk.window().move(desk.window().pos() + QPoint(40, 60));
+    desk.open(4);
+    off_the_keys();
+
+    const QPoint chosen(7, 11);
+    desk.form_window().move(chosen);
+    desk.settle();
+    desk.form_window().close();
+    desk.settle();
+    desk.open(3);
+    CHECK(desk.form_window().pos() == chosen);
+  }
+}
+
 TEST_SUITE("caller data form: a caller who hangs up") {
   TEST_CASE(
       "the window says so below the fields, which stay where they are, and leads on by keys") {
@@ -252,7 +457,7 @@ TEST_SUITE("caller data form: a caller who hangs up") {
     press(Qt::Key_N);
     CHECK(test::wait_for([&] { return desk.box(1).text().isEmpty(); }));
     desk.settle();
-    CHECK(desk.box(1).hasFocus());
+    CHECK(desk.box(6).hasFocus());
     CHECK_FALSE(notice.isVisible());
     CHECK_FALSE(discard.isVisible());
     press(Qt::Key_E);
