@@ -36,6 +36,9 @@ class Settings {
   // its kind, so it is left as it is until the program ends, whatever is to be saved.
   std::optional<SettingsRecord> read_at_start();
 
+  // Whether that start found a file which it couldn't read.
+  bool unreadable() const { return unreadable_.has_value(); }
+
   // The present state as a record.
   SettingsRecord collect();
 

@@ -73,6 +73,8 @@ void Startup::Form_Load() {
     restored_.apply(*record);
   } else {
     start_step(state_, [&] { start_without_settings(); });
+    // A file that can't be read belongs to somebody who isn't new.
+    if (on_new_user && !settings_.unreadable()) start_step(state_, [&] { on_new_user(); });
   }
   start_step(state_, [&] { display_.SetDisplayOptions(); });
   start_step(state_, [&] { layout_.RedefineScreen(); });

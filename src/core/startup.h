@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <string>
 #include <string_view>
 
@@ -27,6 +28,10 @@ class Startup {
 
   // The entry point: returns when the main form is shown.
   void Main(std::string_view command_line);
+
+  // Called while the start finds no settings file, so that a program with a screen can give a new
+  // user what suits that screen: the layout that follows shows it.
+  std::function<void()> on_new_user;
 
  private:
   void Form_Load();

@@ -52,7 +52,7 @@ DataGridLink::DataGridLink(DataGrid& grid, QTableView& table)
   table.setItemDelegate(new MarkedTextDelegate(&table));
   table.verticalHeader()->hide();
   table.verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
-  table.verticalHeader()->setDefaultSectionSize(table.fontMetrics().height() + 2 * row_padding);
+  size_rows();
   QHeaderView& header = *table.horizontalHeader();
   header.setHighlightSections(false);
   header.setSectionsClickable(static_cast<bool>(grid.on_heading_click));
@@ -87,6 +87,16 @@ void DataGridLink::put_in(int at, int count) {
   model_->put_in(at, count);
   // What is being read stays where it is; at the top the new rows come into sight.
   if (top > 0 && at - 1 <= top) bar.setValue(top + count);
+}
+
+void DataGridLink::take_letters() {
+  size_rows();
+  size_columns();
+  ElementLink::take_letters();
+}
+
+void DataGridLink::size_rows() {
+  table_.verticalHeader()->setDefaultSectionSize(table_.fontMetrics().height() + 2 * row_padding);
 }
 
 void DataGridLink::size_columns() {

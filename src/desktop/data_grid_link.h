@@ -17,12 +17,15 @@ class DataGridLink final : public ElementLink {
   DataGridLink(DataGrid& grid, QTableView& table);
   ~DataGridLink() override;
 
+  void take_letters() override;
+
  private:
   void show_content() override;
   bool eventFilter(QObject* watched, QEvent* event) override;
 
   void show_other_rows();
   void put_in(int at, int count);
+  void size_rows();
   void size_columns();
 
   DataGrid& grid_;

@@ -10,9 +10,11 @@
 #include <QTabWidget>
 #include <QWidget>
 #include <algorithm>
+#include <utility>
 
 #include "desktop/dialog_letters.h"
 #include "desktop/form_binder.h"
+#include "desktop/length_field.h"
 #include "desktop/menu_tree.h"
 #include "desktop/splash_window.h"
 #include "desktop/twips.h"
@@ -34,6 +36,9 @@ constexpr int field_edges = 16;
 // screen they scroll.
 constexpr const char* opens_whole_property = "opensWhole";
 
+// Set in Qt Designer on a field for a length in twips, in which the eye finds it in millimetres.
+constexpr const char* length_property = "length";
+
 QWidget* new_window(DialogKind kind, QWidget* parent) {
   switch (kind) {
     case DialogKind::Splash:
@@ -49,8 +54,15 @@ void dress_fields(QWidget& window) {
   for (QLineEdit* field : window.findChildren<QLineEdit*>()) {
     const int digits = field->property(digits_property).toInt();
     if (digits == 0) continue;
+    const int unit = field->property(length_property).toBool() ? LengthField::room(*field) : 0;
     field->setFixedWidth(field->fontMetrics().horizontalAdvance(QLatin1Char('0')) * digits +
-                         field_edges);
+                         field_edges + unit);
+  }
+}
+
+void dress_lengths(QWidget& window) {
+  for (QLineEdit* field : window.findChildren<QLineEdit*>()) {
+    if (field->property(length_property).toBool()) new LengthField(*field);
   }
 }
 
@@ -95,6 +107,7 @@ QWidget* DialogFrame::make_window() {
     QObject::connect(escape, &QShortcut::activated, button, &QPushButton::click);
   }
   dress_fields(*window);
+  dress_lengths(*window);
   for (QTabWidget* pages : window->findChildren<QTabWidget*>()) dress_pages(*pages);
   if (!form().menu_bar().empty() && window->layout() != nullptr) {
     auto* bar = new QMenuBar(window);
@@ -134,6 +147,11 @@ void DialogFrame::fit_window(QWidget& window) {
 }
 
 bool DialogFrame::eventFilter(QObject* watched, QEvent* event) {
+  if (watched == window() && event->type() == QEvent::ApplicationFontChange) {
+    // What stands in the window hears of it behind the window.
+    other_letters_ = true;
+    mark();
+  }
   if (FormFrame::eventFilter(watched, event)) return true;
   if (watched != window() || event->type() != QEvent::KeyPress) return false;
   const int key = static_cast<QKeyEvent*>(event)->key();
@@ -142,6 +160,18 @@ bool DialogFrame::eventFilter(QObject* watched, QEvent* event) {
     return true;
   }
   return (key == Qt::Key_Return || key == Qt::Key_Enter) && press_default();
+}
+
+void DialogFrame::take_letters() {
+  QWidget& shown = *window();
+  dress_fields(shown);
+  binder_->take_letters();
+  if (shown.layout() == nullptr) {
+    fit_window(shown);
+  } else {
+    shown.layout()->activate();
+    shown.resize(shown.size().expandedTo(shown.minimumSizeHint()));
+  }
 }
 
 bool DialogFrame::press_default() {
@@ -171,6 +201,7 @@ void DialogFrame::about_to_show() {
 void DialogFrame::form_changed() {
   binder_->flush();
   if (arrange) arrange(*window());
+  if (std::exchange(other_letters_, false)) take_letters();
   if (window() != nullptr && window()->layout() == nullptr) fit_window(*window());
   if (menus_ != nullptr) menus_->flush();
 }

@@ -43,6 +43,8 @@ class DialogFrame final : public FormFrame {
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
+  // The letters of dialogs have another size: what was measured by them is measured anew.
+  void take_letters();
   // Enter in a field that doesn't take it for itself presses the default button.
   bool press_default();
 
@@ -50,6 +52,7 @@ class DialogFrame final : public FormFrame {
   std::function<QWidget*()> main_window_;
   std::unique_ptr<FormBinder> binder_;
   std::unique_ptr<MenuTree> menus_;
+  bool other_letters_ = false;
 };
 
 }  // namespace lineweir

@@ -21,6 +21,9 @@ class ElementLink : public QObject {
   // Shows what the control holds now.
   void show_control();
 
+  // The letters of dialogs have another size: what goes by it is measured anew.
+  virtual void take_letters() { place(); }
+
  protected:
   // What the kind of control adds to visibility, place and the events that all kinds share.
   virtual void show_content() = 0;

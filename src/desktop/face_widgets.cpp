@@ -9,6 +9,11 @@
 namespace lineweir {
 namespace {
 
+// Each face has a holder of its own for either picture.
+std::string holder_of(const std::string& face_name, const Theme& theme) {
+  return (&theme == &grey_theme ? "Grey" : "Black") + face_name;
+}
+
 QSize device_size(const FormCanvas& canvas) {
   return (QSizeF(canvas.size()) * canvas.device_scale()).toSize();
 }
@@ -39,8 +44,10 @@ const QPixmap& FaceWidget::background(QSize size) {
   static const QPixmap none;
   const std::string image_name = control()->name() + "Image";
   const auto* image = static_cast<const Picture*>(canvas().control_named(image_name));
-  if (image == nullptr || !image->visible) return none;
-  const auto* holder = static_cast<const Picture*>(canvas().control_named(image->picture.get()));
+  if (image == nullptr || !image->visible || image->picture.get().empty()) return none;
+  // The image takes its picture from its holder with the next rebuild; the user sees it at once.
+  const auto* holder = static_cast<const Picture*>(
+      canvas().control_named(holder_of(control()->name(), canvas().theme())));
   if (holder == nullptr || holder->picture.get().empty()) return none;
   const BackgroundFolder& folder = canvas().background_folder();
   const QString file = QString::fromStdString(holder->picture);

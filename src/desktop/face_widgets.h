@@ -8,7 +8,7 @@ namespace lineweir {
 class Picture;
 
 // The form's upper part, the panel, or the cover of an empty corner. The first two show the picture
-// that their image has from its holder, stretched over them, or a plain face where there is none.
+// that the face in force has for them, stretched over them, or a plain face where there is none.
 class FaceWidget final : public ElementWidget {
  public:
   FaceWidget(FormCanvas& canvas, Picture& picture, const ElementLook& look);

@@ -147,6 +147,10 @@ void FormBinder::focus_moved(Control* control) {
   widget.setFocus(Qt::OtherFocusReason);
 }
 
+void FormBinder::take_letters() {
+  for (const auto& [element, link] : links_) link->take_letters();
+}
+
 void FormBinder::show_changes() {
   tie_new_elements();
   for (Element* element : std::exchange(changed_, {})) {

@@ -34,6 +34,9 @@ class FormBinder : private FormWatch {
   std::vector<QString> elements_without_widget() const { return lonely_elements_; }
   std::vector<QString> widgets_without_element() const;
 
+  // The letters of dialogs have another size.
+  void take_letters();
+
   void flush() { frame_.flush(); }
 
  private:

@@ -18,7 +18,7 @@ constexpr int row_padding = 4;
 }  // namespace
 
 GridLink::GridLink(Grid& grid, QTableWidget& table)
-    : ElementLink(grid, table), grid_(grid), table_(table) {
+    : ElementLink(grid, table), grid_(grid), table_(table), design_minimum_(table.minimumWidth()) {
   table.setRowCount(grid.rows() - 1);
   table.setColumnCount(grid.columns());
   table.setEditTriggers(QAbstractItemView::NoEditTriggers);
@@ -27,15 +27,23 @@ GridLink::GridLink(Grid& grid, QTableWidget& table)
   table.setTabKeyNavigation(false);
   table.setItemDelegate(new GridCellDelegate(grid, &table));
   table.verticalHeader()->hide();
-  table.verticalHeader()->setDefaultSectionSize(table.fontMetrics().height() + 2 * row_padding);
   table.horizontalHeader()->setStretchLastSection(true);
   table.horizontalHeader()->setHighlightSections(false);
-  const int widened = size_columns();
-  table.setMinimumWidth(static_cast<int>(std::lround(table.minimumWidth() * letter_scale())) +
-                        widened);
+  size_cells();
   QObject::connect(&table, &QTableWidget::currentCellChanged, this, [this](int row, int column) {
     if (!showing() && row >= 0 && column >= 0) grid_.select(row + 1, column);
   });
+}
+
+void GridLink::take_letters() {
+  size_cells();
+  ElementLink::take_letters();
+}
+
+void GridLink::size_cells() {
+  table_.verticalHeader()->setDefaultSectionSize(table_.fontMetrics().height() + 2 * row_padding);
+  const int widened = size_columns();
+  table_.setMinimumWidth(static_cast<int>(std::lround(design_minimum_ * letter_scale())) + widened);
 }
 
 int GridLink::size_columns() {

@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QEvent>
 #include <QPalette>
+#include <QScreen>
 #include <QToolTip>
 #include <algorithm>
 #include <array>
@@ -11,13 +12,15 @@
 
 #include "core/console.h"
 #include "desktop/core_text.h"
+#include "desktop/dialog_letters.h"
 #include "desktop/element_widget.h"
+#include "desktop/finger_reach.h"
 #include "desktop/frame_place.h"
+#include "desktop/growing_texts.h"
 #include "desktop/main_window.h"
 #include "desktop/spoken_lines.h"
 #include "desktop/twips.h"
 #include "forms/layout.h"
-#include "forms/picture_names.h"
 #include "screen/blinking.h"
 
 namespace lineweir {
@@ -60,9 +63,15 @@ class FrameWatch final : public QObject {
 }  // namespace
 
 MainFrame::MainFrame(Console& console, WindowFocus& focus, const QString& background_path)
-    : FormFrame(console.Lineweir, focus), console_(console), background_path_(background_path) {}
+    : FormFrame(console.Lineweir, focus),
+      console_(console),
+      background_path_(background_path),
+      least_letters_(QApplication::font()) {}
 
-MainFrame::~MainFrame() { console_.row_states.on_change = nullptr; }
+MainFrame::~MainFrame() {
+  console_.row_states.on_change = nullptr;
+  QApplication::setFont(least_letters_);
+}
 
 MainWindow* MainFrame::main_window() const { return static_cast<MainWindow*>(window()); }
 
@@ -88,7 +97,9 @@ QWidget* MainFrame::make_window() {
   window->canvas().spoken_wait = [this](int line) { return spoken_wait(console_, line); };
   console_.row_states.on_change = [this](int) { mark(); };
   window->canvas().icon_blinks = [this](const Control& icon) { return blinks(console_, icon); };
+  window->menu_letters = [this](QSize size) { return letter_pixels(size); };
   window->on_scale_changed = [window] { window->canvas().place_all(); };
+  new FingerReach(*window, window->canvas());
   // Asked behind the form, which has taken its place by then.
   new FrameWatch(*window, [this] { console_.messages.follow_main_form(); });
   QApplication::setPalette(palette_of(window->canvas().theme()));
@@ -135,6 +146,7 @@ bool MainFrame::shows_in_window(const Element& element) const {
 void MainFrame::form_changed() {
   apply_theme();
   apply_zoom();
+  apply_letters();
   apply_next_light();
   apply_row_looks();
   apply_link_word();
@@ -149,7 +161,31 @@ void MainFrame::apply_zoom() {
   const DesignScale& scale = console_.scale;
   const double zoom = std::min(scale.ratio_across, scale.ratio_down);
   const bool texts_grow = console_.Lineweir.TextGrowToggle.checked;
-  main_window()->canvas().set_zoom(zoom, texts_grow ? zoom : 1);
+  main_window()->canvas().set_zoom(zoom, text_zoom(zoom, texts_grow));
+}
+
+int MainFrame::letter_pixels(QSize window) const {
+  const int visible = console_.program.VisibleLines;
+  const int height = root_height(visible, console_.Lineweir.Options.visible);
+  const double zoom =
+      std::min(window.width() / static_cast<double>(pixel_edge(root_width(visible))),
+               window.height() / static_cast<double>(pixel_edge(height)));
+  return grown_letters(text_zoom(zoom, console_.Lineweir.TextGrowToggle.checked));
+}
+
+void MainFrame::apply_letters() {
+  MainWindow& window = *main_window();
+  if (window.fit_menu_letters()) {
+    // The bar has another height now; the form keeps its own, where the window may change.
+    if (form().window_state == window_normal) fit_window(window);
+  }
+  const int room = window.screen()->availableGeometry().height();
+  const int pixels =
+      std::max(least_letters_.pixelSize(), dialog_letters(letter_pixels(window.size()), room));
+  QFont font = least_letters_;
+  if (QApplication::font().pixelSize() == pixels) return;
+  font.setPixelSize(pixels);
+  QApplication::setFont(font);
 }
 
 void MainFrame::apply_next_light() {
@@ -201,7 +237,7 @@ void MainFrame::show_standing_icons() {
 }
 
 void MainFrame::apply_theme() {
-  const bool grey = console_.Lineweir.ScreenTopImage.picture == pictures::GreyScreenTop;
+  const bool grey = console_.Lineweir.GreyScreenOption.checked;
   const Theme& theme = grey ? grey_theme : metal_theme;
   if (&theme == &main_window()->canvas().theme()) return;
   main_window()->canvas().set_theme(theme);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QFont>
 #include <QString>
 
 #include "desktop/form_frame.h"
@@ -13,7 +14,6 @@ class MainWindow;
 class MainFrame final : public FormFrame {
  public:
   MainFrame(Console& console, WindowFocus& focus, const QString& background_path);
-
   ~MainFrame() override;
 
   MainWindow* main_window() const;
@@ -34,6 +34,10 @@ class MainFrame final : public FormFrame {
   // The smallest size of the form, in pixels, at which everything on it can be read.
   QSize least_content() const;
   void apply_zoom();
+  // The size of the letters in the menus of a window of that size.
+  int letter_pixels(QSize window) const;
+  // Menus and dialogs have letters that grow with those of the rows.
+  void apply_letters();
   void apply_next_light();
   void apply_row_looks();
   void apply_link_word();
@@ -43,6 +47,8 @@ class MainFrame final : public FormFrame {
 
   Console& console_;
   QString background_path_;
+  // That of dialogs before they grew with the window, and again once this one has gone.
+  QFont least_letters_;
   // Why nothing comes of a key was told beside it.
   bool told_at_hand_ = false;
 };

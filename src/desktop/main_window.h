@@ -24,6 +24,14 @@ class MainWindow final : public QWidget {
   // Shows or hides the bar as its entries say, in a window whose size stays.
   void fit_bar();
 
+  // Gives the menus the letters that go with the window's present size; true where they are others
+  // than before.
+  bool fit_menu_letters();
+
+  // The size of the menus' letters in a window of that size. It goes by the whole window, the bar
+  // included: if the bar's height went by what the bar leaves, the two might chase each other.
+  std::function<int(QSize window)> menu_letters;
+
   // The user or the system gave the form another size.
   std::function<void(QSize content)> on_content_resized;
   // The window has come to a screen of another scale.
@@ -35,6 +43,10 @@ class MainWindow final : public QWidget {
 
  private:
   void lay_out();
+  // The height of the bar in a window of that size; its letters are those of that size then.
+  int bar_height(QSize window);
+  // The same for a window that is to have that content below its bar.
+  int bar_height_above(QSize content);
 
   QMenuBar* bar_;
   FormCanvas* canvas_;

@@ -86,11 +86,27 @@ void MenuTree::show_changes() {
   for (MenuItem* parent : menus) {
     QAction* action = action_of(*parent);
     if (action == nullptr) continue;
-    if (action->menu() == nullptr) action->setMenu(new Menu(&bar_));
+    if (action->menu() == nullptr) action->setMenu(make_menu());
     fill(*parent, *action->menu());
   }
   const auto items = std::exchange(changed_items_, {});
   for (const MenuItem* item : items) show_item(*item);
+}
+
+bool MenuTree::set_letters(int pixels) {
+  QFont font = bar_.font();
+  if (font.pixelSize() == pixels) return false;
+  font.setPixelSize(pixels);
+  bar_.setFont(font);
+  for (QMenu* menu : menus_) menu->setFont(font);
+  return true;
+}
+
+QMenu* MenuTree::make_menu() {
+  auto* menu = new Menu(&bar_);
+  menu->setFont(bar_.font());
+  menus_.push_back(menu);
+  return menu;
 }
 
 void MenuTree::fill(const MenuItem& parent, QMenu& menu) {
@@ -111,7 +127,7 @@ QAction* MenuTree::make_action(MenuItem& item) {
   }
   if (item.caption.get() == separator) action->setSeparator(true);
   if (!item.children().empty()) {
-    auto* menu = new Menu(&bar_);
+    QMenu* menu = make_menu();
     action->setMenu(menu);
     fill(item, *menu);
   }

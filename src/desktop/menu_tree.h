@@ -2,6 +2,7 @@
 
 #include <map>
 #include <set>
+#include <vector>
 
 #include "desktop/frame_timer.h"
 #include "elements/form.h"
@@ -25,6 +26,10 @@ class MenuTree : private FormWatch {
 
   QAction* action_of(const MenuItem& item) const;
 
+  // The size of the letters in the bar and its menus, in logical pixels; true where it is another
+  // one than before.
+  bool set_letters(int pixels);
+
   void flush() { frame_.flush(); }
 
  private:
@@ -33,12 +38,15 @@ class MenuTree : private FormWatch {
   void menu_changed(MenuItem& parent) override;
 
   void show_changes();
+  QMenu* make_menu();
   void fill(const MenuItem& parent, QMenu& menu);
   QAction* make_action(MenuItem& item);
   void show_item(const MenuItem& item);
   void choose(MenuItem& item);
 
   QMenuBar& bar_;
+  // Menus are windows, which don't take the bar's font for theirs.
+  std::vector<QMenu*> menus_;
   std::map<const Element*, QAction*> actions_;
   std::set<MenuItem*> changed_items_;
   std::set<MenuItem*> changed_menus_;

@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QFont>
 #include <QPalette>
+#include <QScreen>
 #include <chrono>
 #include <cstdio>
 #include <filesystem>
@@ -17,6 +18,7 @@
 #include "desktop/first_paint.h"
 #include "desktop/line_report.h"
 #include "desktop/line_report_file.h"
+#include "desktop/new_user.h"
 #include "desktop/pdf_tables.h"
 #include "desktop/screenshot.h"
 #include "desktop/theme.h"
@@ -72,6 +74,8 @@ void dress_application() {
   QApplication::setFont(font);
   // The main window's parts would become windows of the system as soon as a dialog is made.
   QApplication::setAttribute(Qt::AA_DontCreateNativeWidgetSiblings);
+  // A desktop's own dialogs look otherwise, and open the files that they show.
+  QApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
   // Closing a window is a matter of its form, not of the application.
   QApplication::setQuitOnLastWindowClosed(false);
   install_accessibility();
@@ -126,6 +130,9 @@ int run_program(const CommandLine& command_line) {
   Desktop desktop(console);
   dialogs.owner = [&desktop] { return desktop.focus().user_window(); };
 
+  console.startup.on_new_user = [&console] {
+    welcome_new_user(console, QGuiApplication::primaryScreen()->availableSize());
+  };
   console.startup.Main(command_line.argument);
   if (ended) return 0;
   desktop.flush();

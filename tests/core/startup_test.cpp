@@ -77,6 +77,27 @@ TEST_CASE("a settings file of 0 or 1 byte is no settings file") {
   }
 }
 
+TEST_CASE("only a start without a settings file is a new user's") {
+  const auto welcomed = [](const std::optional<std::string>& settings) {
+    platform::ScriptedPlatform platform;
+    if (settings) platform.files.replace(std::string(settings_file_name), *settings);
+    Console console(platform.services());
+    int calls = 0;
+    console.startup.on_new_user = [&] {
+      ++calls;
+      // What is chosen here shows in the layout that follows.
+      console.window.restore({9000, 12000, window_normal});
+      CHECK_FALSE(console.Lineweir.visible);
+    };
+    console.startup.Main("");
+    CHECK(console.Lineweir.width == (calls > 0 ? 12000 : 9420));
+    return calls;
+  };
+  CHECK(welcomed(std::nullopt) == 1);
+  CHECK(welcomed("") == 1);
+  CHECK(welcomed(encode_settings(ScriptedConsole("").console.settings.collect())) == 0);
+}
+
 TEST_CASE("only the exact letters of the command line switch something on") {
   CHECK(ScriptedConsole("D").console.program.DebugMode);
   CHECK(ScriptedConsole("E").console.program.EmptyLineOverride);

@@ -73,6 +73,7 @@ TEST_SUITE("desktop/backgrounds") {
     FaceDesk desk(folder);
     CHECK(near(desk.panel(), Qt::darkBlue));
     desk.form().GreyScreenOption.checked = true;
+    CHECK(near(desk.panel(), Qt::darkCyan));
     desk.console.layout.RedefineScreen();
     CHECK(near(desk.panel(), Qt::darkCyan));
     desk.console.layout.set_line_count(20);

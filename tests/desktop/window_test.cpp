@@ -130,26 +130,27 @@ TEST_SUITE("windows") {
     CHECK(desk.window().cursor().shape() == Qt::ArrowCursor);
   }
 
-  TEST_CASE("the face follows the background's picture") {
+  TEST_CASE("the face is the chosen one at once, before the next rebuild") {
     test::ShownConsole desk;
     CHECK(&desk.canvas().theme() == &metal_theme);
-    desk.form().ScreenTopImage.picture = pictures::GreyScreenTop;
+    desk.form().GreyScreenOption.on_click();
     desk.settle();
     CHECK(&desk.canvas().theme() == &grey_theme);
-    desk.form().ScreenTopImage.picture = pictures::BlackScreenTop;
+    CHECK(desk.form().ScreenTopImage.picture == pictures::BlackScreenTop);
+    desk.form().GreyScreenOption.on_click();
     desk.settle();
     CHECK(&desk.canvas().theme() == &metal_theme);
   }
 
-  TEST_CASE("texts grow with the form only when the user wants them to") {
+  TEST_CASE("texts grow with the form as the user wants them to, and half of the way otherwise") {
     test::ShownConsole desk;
     desk.form().width = 9420 * 2;
     desk.form().height = 7255 * 2;
     desk.console.layout.RedefineScreen();
     desk.form().TextGrowToggle.checked = false;
     desk.settle();
-    CHECK(desk.canvas().text_zoom() == doctest::Approx(1));
     CHECK(desk.canvas().zoom() > 1.9);
+    CHECK(desk.canvas().text_zoom() == doctest::Approx((1 + desk.canvas().zoom()) / 2));
     desk.form().TextGrowToggle.checked = true;
     desk.settle();
     CHECK(desk.canvas().text_zoom() > 1.9);
