@@ -26,7 +26,7 @@ UserFieldTitle::UserFieldTitle(ConsoleState& state, DisplayOptions& display, Cal
 
 void UserFieldTitle::UserRename_Click() {
   const std::string present = state_.DisplayOptionForm.CheckItem(user_column).caption;
-  const auto reply = state_.services.dialogs.ask_input(title_prompt, present);
+  const auto reply = state_.services.dialogs.ask_input({title_prompt, present});
   if (!reply) return;
   // As the settings can hold it.
   const std::string title(trimmed(left_part(trimmed(*reply), heading_length)));

@@ -8,6 +8,7 @@
 namespace lineweir {
 namespace {
 
+constexpr const char* seconds = "seconds";
 constexpr const char* offset_prompt = "Please enter a new delay offset in seconds (0 to 59).";
 constexpr const char* warning1_prompt =
     "Please enter the new warning time in seconds to mark when the event clock turns red.";
@@ -38,7 +39,7 @@ void ClockMenu::Clock_Click() {
 
 void ClockMenu::TimeOffsetMenu_Click() {
   const auto reply = state_.services.dialogs.ask_input(
-      offset_prompt, std::to_string(state_.clock_state.DelayOffset));
+      {offset_prompt, std::to_string(state_.clock_state.DelayOffset), seconds});
   if (!reply || reply->empty()) return;
   const double number = whole_number_in(*reply);
   if (number > largest_time_offset) {
@@ -70,15 +71,15 @@ void ClockMenu::DigiClockCheck_Timer() {
 
 void ClockMenu::WarningTime1Menu_Click() {
   ClockState& state = state_.clock_state;
-  const auto number = number_reply(
-      state_.services.dialogs.ask_input(warning1_prompt, std::to_string(state.Warning1)));
+  const auto number = number_reply(state_.services.dialogs.ask_input(
+      {warning1_prompt, std::to_string(state.Warning1), seconds}));
   if (number) state.Warning1 = whole_16_bits(*number);
 }
 
 void ClockMenu::WarningTime2Menu_Click() {
   ClockState& state = state_.clock_state;
-  const auto number = number_reply(
-      state_.services.dialogs.ask_input(warning2_prompt, std::to_string(state.Warning2)));
+  const auto number = number_reply(state_.services.dialogs.ask_input(
+      {warning2_prompt, std::to_string(state.Warning2), seconds}));
   if (!number) return;
   if (*number > state.Warning1) {
     state_.messages.ShowMessage("Warning2 must be less than Warning1.  Time has not been changed!");

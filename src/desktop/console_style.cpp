@@ -11,6 +11,7 @@
 #include <algorithm>
 
 #include "desktop/painter_controls.h"
+#include "desktop/question_icons.h"
 #include "desktop/scroll_bar_parts.h"
 #include "desktop/sign_icon.h"
 #include "desktop/theme.h"
@@ -261,6 +262,7 @@ QIcon ConsoleStyle::standardIcon(StandardPixmap picture, const QStyleOption* opt
     case SP_MessageBoxCritical:
       return sign_icon(u'!', theme_of(palette));
     default:
+      if (const auto own = question_icon(picture, theme_of(palette))) return *own;
       return QProxyStyle::standardIcon(picture, option, widget);
   }
 }
@@ -271,6 +273,8 @@ int ConsoleStyle::styleHint(StyleHint hint, const QStyleOption* option, const QW
     // Who works without a mouse sees the keys before Alt is down.
     case SH_UnderlineShortcut:
       return 1;
+    // Words tell what a button does; a desktop's own pictures would be strangers beside ours.
+    case SH_DialogButtonBox_ButtonsHaveIcons:
     case SH_EtchDisabledText:
     case SH_DitherDisabledText:
       return 0;

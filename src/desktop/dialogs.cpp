@@ -1,14 +1,16 @@
 #include "desktop/dialogs.h"
 
+#include <QCheckBox>
 #include <QDir>
 #include <QFile>
 #include <QFileDialog>
 #include <QFontDialog>
 #include <QFontInfo>
-#include <QInputDialog>
+#include <QGroupBox>
 #include <QMessageBox>
 #include <QPointer>
 
+#include "desktop/input_dialog.h"
 #include "desktop/unread_file_icons.h"
 #include "letters/path_text.h"
 
@@ -16,6 +18,23 @@ namespace lineweir {
 namespace {
 
 const QString product = QStringLiteral("Lineweir");
+
+// So wide that dates and the names of styles are seen whole.
+constexpr int file_dialog_letters = 110;
+constexpr int font_dialog_letters = 90;
+
+void widen(QDialog& dialog, int letters) {
+  const int width = dialog.fontMetrics().averageCharWidth() * letters;
+  dialog.resize(dialog.sizeHint().expandedTo({width, 0}));
+}
+
+// Fonts have no more here than a family, a size and a style: lines under and through the letters
+// would come to nothing.
+void hide_effects(QFontDialog& dialog) {
+  for (QGroupBox* group : dialog.findChildren<QGroupBox*>()) {
+    if (group->findChild<QCheckBox*>() != nullptr) group->hide();
+  }
+}
 
 }  // namespace
 
@@ -58,6 +77,7 @@ std::optional<std::string> SystemDialogs::ask_file(const platform::FileQuestion&
     QFileDialog dialog(window,
                        shown(question.shown_title.empty() ? question.title : question.shown_title),
                        QDir::rootPath());
+    widen(dialog, file_dialog_letters);
     dialog.setIconProvider(&icons);
     dialog.setDirectory(QDir::current());
     dialog.setNameFilters(
@@ -77,14 +97,13 @@ std::optional<std::string> SystemDialogs::ask_file(const platform::FileQuestion&
   return answer;
 }
 
-std::optional<std::string> SystemDialogs::ask_input(const std::string& prompt,
-                                                    const std::string& default_text) {
+std::optional<std::string> SystemDialogs::ask_input(const platform::InputQuestion& question) {
   std::optional<std::string> answer;
   ask([&](QWidget* window) {
-    bool accepted = false;
-    const QString text = QInputDialog::getText(window, product, shown(prompt), QLineEdit::Normal,
-                                               shown(default_text), &accepted);
-    if (accepted) answer = text_of(text);
+    InputDialog dialog(window, shown(question.prompt), shown(question.default_text),
+                       shown(question.unit));
+    dialog.setWindowTitle(product);
+    if (dialog.exec() == QDialog::Accepted) answer = text_of(dialog.text());
   });
   return answer;
 }
@@ -105,9 +124,12 @@ std::optional<platform::FontChoice> SystemDialogs::ask_font(const platform::Font
   font.setStyleName(QFontInfo(font).styleName());
   std::optional<platform::FontChoice> answer;
   ask([&](QWidget* window) {
-    bool accepted = false;
-    const QFont chosen = QFontDialog::getFont(&accepted, font, window);
-    if (!accepted) return;
+    QFontDialog dialog(font, window);
+    dialog.setWindowTitle(QStringLiteral("Font"));
+    hide_effects(dialog);
+    widen(dialog, font_dialog_letters);
+    if (dialog.exec() != QDialog::Accepted) return;
+    const QFont chosen = dialog.selectedFont();
     answer = platform::FontChoice{text_of(chosen.family()), chosen.pointSize(), chosen.bold(),
                                   chosen.italic()};
   });

@@ -21,8 +21,7 @@ class SystemDialogs final : public platform::Dialogs {
   std::function<QWidget*()> owner;
 
   std::optional<std::string> ask_file(const platform::FileQuestion& question) override;
-  std::optional<std::string> ask_input(const std::string& prompt,
-                                       const std::string& default_text) override;
+  std::optional<std::string> ask_input(const platform::InputQuestion& question) override;
   bool ask_yes_no(const std::string& question) override;
   std::optional<platform::FontChoice> ask_font(const platform::FontChoice& present) override;
   void message(const std::string& text) override;

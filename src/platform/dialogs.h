@@ -22,6 +22,13 @@ struct FileQuestion {
   std::string shown_filter = {};
 };
 
+struct InputQuestion {
+  std::string prompt;
+  std::string default_text;
+  // What the answer counts, where it is a number: "seconds".
+  std::string unit = {};
+};
+
 struct FontChoice {
   std::string name;
   int size = 8;
@@ -36,8 +43,7 @@ class Dialogs {
   virtual ~Dialogs() = default;
 
   virtual std::optional<std::string> ask_file(const FileQuestion& question) = 0;
-  virtual std::optional<std::string> ask_input(const std::string& prompt,
-                                               const std::string& default_text) = 0;
+  virtual std::optional<std::string> ask_input(const InputQuestion& question) = 0;
   virtual bool ask_yes_no(const std::string& question) = 0;
   virtual std::optional<FontChoice> ask_font(const FontChoice& present) = 0;
   virtual void message(const std::string& text) = 0;

@@ -58,7 +58,7 @@ TEST_SUITE("desktop/questions") {
     };
     when_asked(leave);
     SUBCASE("a file") { CHECK_FALSE(desk.dialogs.ask_file({}).has_value()); }
-    SUBCASE("a text") { CHECK_FALSE(desk.dialogs.ask_input("Title?", "User").has_value()); }
+    SUBCASE("a text") { CHECK_FALSE(desk.dialogs.ask_input({"Title?", "User"}).has_value()); }
     SUBCASE("yes or no") { CHECK_FALSE(desk.dialogs.ask_yes_no("Change it?")); }
     SUBCASE("a font") { CHECK_FALSE(desk.dialogs.ask_font({"DejaVu Sans"}).has_value()); }
     SUBCASE("a message") { desk.dialogs.message("Done"); }

@@ -88,7 +88,7 @@ TEST_CASE_FIXTURE(DriverFixture, "Dialogs are answered beforehand and told after
   CHECK(say("answer font {\"name\":\"Sans\",\"size\":10,\"bold\":true,\"italic\":false}") == "ok");
   CHECK(dialogs.ask_file({"Open", "All|*.*", "old.txt", false}) == "a.txt");
   CHECK_FALSE(dialogs.ask_file({}).has_value());
-  CHECK(dialogs.ask_input("Which?", "x") == "text");
+  CHECK(dialogs.ask_input({"Which?", "x"}) == "text");
   CHECK(dialogs.ask_yes_no("Sure?"));
   CHECK_FALSE(dialogs.ask_yes_no("Sure?"));
   CHECK(dialogs.ask_font({})->bold);

@@ -20,9 +20,8 @@ std::optional<std::string> ScriptedDialogs::ask_file(const FileQuestion& questio
   return next_answer(files_);
 }
 
-std::optional<std::string> ScriptedDialogs::ask_input(const std::string& prompt,
-                                                      const std::string& default_text) {
-  asked_.emplace_back(InputQuestion{prompt, default_text});
+std::optional<std::string> ScriptedDialogs::ask_input(const InputQuestion& question) {
+  asked_.emplace_back(question);
   return next_answer(inputs_);
 }
 

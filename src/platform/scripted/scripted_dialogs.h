@@ -11,11 +11,6 @@
 
 namespace lineweir::platform {
 
-struct InputQuestion {
-  std::string prompt;
-  std::string default_text;
-};
-
 struct YesNoQuestion {
   std::string text;
 };
@@ -28,8 +23,7 @@ using AskedDialog = std::variant<FileQuestion, InputQuestion, YesNoQuestion, Fon
 class ScriptedDialogs final : public Dialogs {
  public:
   std::optional<std::string> ask_file(const FileQuestion& question) override;
-  std::optional<std::string> ask_input(const std::string& prompt,
-                                       const std::string& default_text) override;
+  std::optional<std::string> ask_input(const InputQuestion& question) override;
   bool ask_yes_no(const std::string& question) override;
   std::optional<FontChoice> ask_font(const FontChoice& present) override;
   void message(const std::string& text) override;

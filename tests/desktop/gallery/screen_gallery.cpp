@@ -7,6 +7,8 @@
 //                           near as it goes
 //   keyboard FORM KEY...    these keys are typed in the form's window: Tab, Space, A ...
 //   mouse FORM ELEMENT      the mouse comes to rest on the element's widget
+//   ask NAME KIND           the system's own question of that kind as NAME.png: file, save, text,
+//                           seconds, yesno, font or message
 //   letters PERCENT         the size of the letters in dialogs and menus, of the present one
 //   file NAME               the console finds this file of the script's folder
 //   prefix TEXT             stands before the names of all further pictures
@@ -14,12 +16,14 @@
 
 #include <QAction>
 #include <QApplication>
+#include <QDialog>
 #include <QDir>
 #include <QFont>
 #include <QKeySequence>
 #include <QMenu>
 #include <QPixmap>
 #include <QTest>
+#include <QTimer>
 #include <chrono>
 #include <filesystem>
 #include <fstream>
@@ -29,6 +33,7 @@
 #include <stdexcept>
 
 #include "desktop/desktop.h"
+#include "desktop/dialogs.h"
 #include "desktop/main_window.h"
 #include "desktop/program.h"
 #include "driver/interpreter.h"
@@ -72,6 +77,7 @@ class Gallery {
     if (command == "window") return resize_window(words);
     if (command == "keyboard") return type_keys(words);
     if (command == "mouse") return rest_mouse(words);
+    if (command == "ask") return take_question(words);
     if (command == "letters") return set_letters(words);
     if (command == "file") return hand_over_file(words, script.parent_path());
     if (command == "prefix") {
@@ -130,6 +136,47 @@ class Gallery {
     menu.resize(menu.sizeHint());
     menu.setActiveAction(menu.actions().constFirst());
     save(menu, name);
+  }
+
+  void take_question(std::istream& words) {
+    std::string name;
+    std::string kind;
+    words >> name >> kind;
+    SystemDialogs dialogs(session_.console().services.letters);
+    dialogs.owner = [this] { return &window("Lineweir"); };
+    QTimer shown;
+    QObject::connect(&shown, &QTimer::timeout, [&] {
+      auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+      if (dialog == nullptr) return;
+      save(*dialog, name);
+      dialog->reject();
+    });
+    shown.start(200);
+    ask_question(dialogs, kind);
+  }
+
+  static void ask_question(SystemDialogs& dialogs, const std::string& kind) {
+    if (kind == "file" || kind == "save") {
+      dialogs.ask_file({.title = "Open Show File",
+                        .filter = "Show Files (*.TXT)|*.TXT|All Files (*.*)|*.*",
+                        .default_path = {},
+                        .for_saving = kind == "save"});
+    } else if (kind == "text") {
+      dialogs.ask_input({"Please input the new title for the user field!", "User"});
+    } else if (kind == "seconds") {
+      dialogs.ask_input(
+          {"Please enter the new warning time in seconds to mark when the event clock turns red.",
+           "90", "seconds"});
+    } else if (kind == "yesno") {
+      dialogs.ask_yes_no(
+          "Do you wish to change the name of the field in the currently open database as well?");
+    } else if (kind == "font") {
+      dialogs.ask_font({"DejaVu Sans", 8, true, false});
+    } else if (kind == "message") {
+      dialogs.message("The settings could not be saved: No space left on device");
+    } else {
+      throw std::runtime_error("no such question");
+    }
   }
 
   void resize_window(std::istream& words) {
