@@ -1,5 +1,7 @@
 #include "desktop/announcer.h"
 
+#include <utility>
+
 #include "core/console.h"
 #include "desktop/core_text.h"
 #include "desktop/spoken_lines.h"
@@ -47,17 +49,24 @@ void Announcer::show_changes() {
   QWidget* window = window_of_(console_.Lineweir);
   if (window == nullptr) return;
   if (announcements_ == nullptr) announcements_ = new Announcements(*window);
-  announce_ringing();
+  announce_lines();
   announce_link();
-  announce_message();
   announce_notice(console_.Form4, console_.Form4.NoticeLabel.caption, caller_notice_);
   announce_notice(console_.Form2, console_.Form2.PastLabel.caption, plan_notice_);
+  tell_news();
+  announce_message();
+}
+
+void Announcer::tell_news() {
+  if (news_.isEmpty()) return;
+  announcements_->setAccessibleName(std::exchange(news_, {}).join(QStringLiteral(". ")));
+  alert(*announcements_);
 }
 
 void Announcer::announce(const QString& text) {
   if (announcements_ == nullptr) return;
-  announcements_->setAccessibleName(text);
-  alert(*announcements_);
+  news_ += text;
+  frame_.mark();
 }
 
 void Announcer::announce_link() {
@@ -66,24 +75,29 @@ void Announcer::announce_link() {
   if (no_link_ == now) return;
   no_link_ = now;
   if (first) return;
-  announce(now.empty() ? QStringLiteral("The link to the telephone system stands")
-                       : shown_text(console_.Lineweir, now));
+  news_ += now.empty() ? QStringLiteral("The link to the telephone system stands")
+                       : shown_text(console_.Lineweir, now);
 }
 
-void Announcer::announce_ringing() {
-  const std::string before = letters_;
-  letters_.assign(static_cast<std::size_t>(console_.lines.LineCount), ' ');
+void Announcer::announce_lines() {
+  const auto before = std::exchange(states_, std::vector<QString>());
   std::vector<int> ringing;
+  std::vector<int> others;
   for (int line = 0; line < console_.lines.LineCount; ++line) {
     const auto place = static_cast<std::size_t>(line);
-    letters_[place] = console_.lines.StatusLetter(line);
-    const bool rang = place < before.size() && before[place] == ringing_letter;
+    states_->push_back(spoken_state(console_, line));
     const bool shown =
         line < console_.Lineweir.DataRow.upper_bound() && console_.Lineweir.DataRow(line).visible;
-    if (letters_[place] == ringing_letter && !rang && shown) ringing.push_back(line);
+    const bool known = before && place < before->size();
+    if (!shown || (known && before->at(place) == states_->at(place))) continue;
+    if (console_.lines.StatusLetter(line) == ringing_letter) {
+      ringing.push_back(line);
+    } else if (known) {
+      others.push_back(line);
+    }
   }
-  if (ringing.empty()) return;
-  announce(spoken_ringing(ringing));
+  if (!ringing.empty()) news_ += spoken_ringing(ringing);
+  if (!others.empty()) news_ += spoken_changes(console_, others);
 }
 
 void Announcer::alert(QWidget& widget) {
@@ -109,9 +123,7 @@ void Announcer::announce_notice(const Form& form, const std::string& caption, st
   const std::string notice = form.visible ? caption : std::string();
   if (notice == told) return;
   told = notice;
-  if (notice.empty()) return;
-  announcements_->setAccessibleName(shown_text(form, notice));
-  alert(*announcements_);
+  if (!notice.empty()) news_ += shown_text(form, notice);
 }
 
 }  // namespace lineweir

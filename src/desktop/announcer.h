@@ -22,8 +22,8 @@ class Announcements final : public QWidget {
 };
 
 // Announces to screen readers what the eye would catch without the focus being there: lines that
-// begin to ring, the link that goes or comes, the message box with its text, and what has to be
-// known of a caller's data.
+// begin to ring or change their state otherwise, the link that goes or comes, the message box with
+// its text, and what has to be known of a caller's data.
 class Announcer {
  public:
   // `window_of` gives the window in which a form is shown, or null while it isn't.
@@ -51,18 +51,21 @@ class Announcer {
   };
 
   void show_changes();
-  void announce_ringing();
+  void announce_lines();
   void announce_link();
   void announce_message();
   // What a form says beside its fields, when it says something else than what was told last.
   void announce_notice(const Form& form, const std::string& caption, std::string& told);
+  // Tells what has come together as one announcement, of which none covers another.
+  void tell_news();
   // Draws attention to a widget that is an alert.
   void alert(QWidget& widget);
 
   Console& console_;
   std::function<QWidget*(const Form& form)> window_of_;
-  // The letters of the lines when they were last looked at.
-  std::string letters_;
+  // The states of the lines, in words, when they were last looked at; nothing before they were.
+  std::optional<std::vector<QString>> states_;
+  QStringList news_;
   std::string message_;
   // Why there was no link when it was last looked at; nothing before it was.
   std::optional<std::string> no_link_;

@@ -3,7 +3,9 @@
 #include <QStringList>
 #include <string_view>
 
+#include "base/text.h"
 #include "core/console.h"
+#include "desktop/core_text.h"
 #include "lines/status_letters.h"
 
 namespace lineweir {
@@ -11,13 +13,26 @@ namespace {
 
 constexpr std::string_view other_letter = "taken";
 
+// As many changes as are told one by one.
+constexpr std::size_t most_told = 4;
+
+QString spoken_change(const Console& console, int line) {
+  const std::string_view name = trimmed(console.lines.CallerData(line)[CallerField::CallerName]);
+  const bool known = !name.empty() && !is_empty(console.lines.StatusLetter(line));
+  QString subject = QStringLiteral("Line %1").arg(line + 1);
+  if (known) subject += QStringLiteral(", %1,").arg(shown_text(console.Lineweir, name));
+  return subject + QStringLiteral(" is ") + spoken_state(console, line);
+}
+
 }  // namespace
 
 QString spoken_state(const Console& console, int line) {
   const StatusLetter* letter = status_letter(console.lines.StatusLetter(line));
   const std::string_view spoken = letter == nullptr ? other_letter : letter->spoken;
   QString words = QString::fromLatin1(spoken.data(), static_cast<qsizetype>(spoken.size()));
-  if (console.lines.TheNextCall == line) words += QStringLiteral(", next caller");
+  // Until the next one is chosen the choice stands, though its caller is on air by now.
+  const bool waits = letter == nullptr || letter->look.may_be_next;
+  if (waits && console.lines.TheNextCall == line) words += QStringLiteral(", next caller");
   return words;
 }
 
@@ -32,6 +47,15 @@ QString spoken_wait(const Console& console, int line) {
   QString words = QStringLiteral("Waiting for ");
   if (minutes > 0) words += count(minutes, QStringLiteral("minute")) + u' ';
   return words + count(waited->count() % 60, QStringLiteral("second"));
+}
+
+QString spoken_changes(const Console& console, const std::vector<int>& lines) {
+  if (lines.size() > most_told) {
+    return QStringLiteral("%1 lines have changed").arg(lines.size());
+  }
+  QStringList changes;
+  for (const int line : lines) changes += spoken_change(console, line);
+  return changes.join(QStringLiteral(". "));
 }
 
 QString spoken_ringing(const std::vector<int>& lines) {

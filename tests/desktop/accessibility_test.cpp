@@ -253,7 +253,29 @@ TEST_SUITE("desktop/accessibility: announcements") {
     desk.settle();
     desk.box_sends("R03");
     desk.settle();
-    CHECK(desk.alerts.size() == 2);
+    REQUIRE(desk.alerts.size() == 4);
+    CHECK(desk.alerts[1].name == "Line 4 is on air, main hybrid");
+    CHECK(desk.alerts[2].name == "Line 4 is idle");
+    CHECK(desk.alerts[3].name == "Line 4 is ringing");
+  }
+
+  TEST_CASE("the next caller is announced by name") {
+    ListeningDesk desk;
+    desk.console.lines.CallerData(2).set(CallerField::CallerName, "Dev Patel");
+    desk.box_sends("S02");
+    desk.settle();
+    desk.platform.loop.advance(platform::Milliseconds(2000));
+    desk.settle();
+    REQUIRE(!desk.alerts.empty());
+    CHECK(desk.alerts.back().name.toStdString() == "Line 3, Dev Patel, is ready, next caller");
+  }
+
+  TEST_CASE("of many changes at once the number is told") {
+    ListeningDesk desk;
+    desk.box_sends("H00H01H02H03H04R05");
+    desk.settle();
+    REQUIRE(desk.alerts.size() == 1);
+    CHECK(desk.alerts[0].name == "Line 6 is ringing. 5 lines have changed");
   }
 
   TEST_CASE("lines that begin to ring together are one announcement") {
@@ -261,7 +283,7 @@ TEST_SUITE("desktop/accessibility: announcements") {
     desk.box_sends("R03R05N01");
     desk.settle();
     REQUIRE(desk.alerts.size() == 1);
-    CHECK(desk.alerts[0].name == "Lines 4 and 6 are ringing");
+    CHECK(desk.alerts[0].name == "Lines 4 and 6 are ringing. Line 2 is on air, main hybrid");
   }
 
   TEST_CASE("an announcement comes by itself within a frame or two") {
@@ -317,11 +339,11 @@ TEST_SUITE("desktop/accessibility: announcements") {
     desk.settle();
     desk.console.caller_data.show_for_line(2);
     desk.settle();
-    CHECK(desk.alerts.empty());
+    desk.alerts.clear();
     desk.box_sends("F02");
     desk.settle();
     REQUIRE(desk.alerts.size() == 1);
-    CHECK(desk.alerts[0].name == "The caller has hung up");
+    CHECK(desk.alerts[0].name == "Line 3 is idle. The caller has hung up");
   }
 
   TEST_CASE("that a row of the show's plan is past is announced, once") {
