@@ -35,9 +35,9 @@ class Room {
   Room(int to_low_edge, int to_high_edge) : low_(to_low_edge), high_(to_high_edge) {}
 
   // Something lies from `low` to `high` of the key's own `from` and `to`; of a gap to it the key
-  // has that part.
+  // has that part, and the odd pixel is the lower one's.
   void bound(int low, int high, int from, int to, int part) {
-    if (high <= from) low_ = std::min(low_, (from - high) / part);
+    if (high <= from) low_ = std::min(low_, (from - high + part - 1) / part);
     if (low >= to) high_ = std::min(high_, (low - to) / part);
   }
 
