@@ -81,7 +81,10 @@ std::vector<int> CallerNotes::lines_in_question() const {
   }
   const int next = lines.TheNextCall;
   const bool waits = next >= 0 && next < lines.LineCount && row_states_.of(next) < RowState::OnAir;
-  if (waits && !is_empty(lines.shown_letter(next))) found.push_back(next);
+  if (!waits || is_empty(lines.shown_letter(next))) return found;
+  // However many are on air, the next one has a place.
+  if (std::ssize(found) >= most_caller_notes) found.resize(most_caller_notes - 1);
+  found.push_back(next);
   return found;
 }
 
@@ -94,8 +97,9 @@ std::string CallerNotes::note_of(int line) {
   std::string who = text_of(CallerField::CallerName);
   append(who, ", ", text_of(CallerField::City));
   std::string note = who;
-  append(note, letters.from_utf8(" \u2013 "), text_of(CallerField::Comments));
   append(note, letters.from_utf8(" \u00b7 "), history_of(line, text_of(CallerField::PhoneNumber)));
+  // Last, as it may be long.
+  append(note, letters.from_utf8(" \u2013 "), text_of(CallerField::Comments));
   return note.empty() ? note : std::to_string(line + 1) + " " + note;
 }
 

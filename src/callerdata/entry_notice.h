@@ -19,7 +19,7 @@ struct EntryNotice {
   // The field that has no room for what was put in last; 0 for none.
   int full = 0;
   // Why nothing has come of what the user wanted.
-  std::string remark;
+  std::string remark = {};
 };
 
 // A line for each thing to be told; empty where there is nothing. `heading` gives a field's title.

@@ -16,6 +16,7 @@
 #include "desktop/form_binder.h"
 #include "desktop/length_field.h"
 #include "desktop/menu_tree.h"
+#include "desktop/screen_room.h"
 #include "desktop/splash_window.h"
 #include "desktop/twips.h"
 #include "desktop/window_focus.h"
@@ -143,7 +144,9 @@ void DialogFrame::fit_window(QWidget& window) {
     told.setWidth(std::max(told.width(), window.width()));
   }
   const bool whole = window.property(opens_whole_property).toBool();
+  const int height = window.height();
   window.resize(told.expandedTo(whole ? window.sizeHint() : window.minimumSizeHint()));
+  if (window.isVisible() && window.height() > height) keep_on_screen(window);
 }
 
 bool DialogFrame::eventFilter(QObject* watched, QEvent* event) {

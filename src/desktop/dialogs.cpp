@@ -7,6 +7,7 @@
 #include <QFontDialog>
 #include <QFontInfo>
 #include <QGroupBox>
+#include <QLineEdit>
 #include <QMessageBox>
 #include <QPointer>
 
@@ -33,6 +34,16 @@ void widen(QDialog& dialog, int letters) {
 void hide_effects(QFontDialog& dialog) {
   for (QGroupBox* group : dialog.findChildren<QGroupBox*>()) {
     if (group->findChild<QCheckBox*>() != nullptr) group->hide();
+  }
+}
+
+// A family for every writing system has no sample of its own.
+void show_sample(QFontDialog& dialog) {
+  for (QGroupBox* group : dialog.findChildren<QGroupBox*>()) {
+    auto* sample = group->findChild<QLineEdit*>();
+    if (sample != nullptr && sample->text().isEmpty()) {
+      sample->setText(QStringLiteral("3  Ready  0:04:12  Margaret"));
+    }
   }
 }
 
@@ -127,6 +138,7 @@ std::optional<platform::FontChoice> SystemDialogs::ask_font(const platform::Font
     QFontDialog dialog(font, window);
     dialog.setWindowTitle(QStringLiteral("Font"));
     hide_effects(dialog);
+    show_sample(dialog);
     widen(dialog, font_dialog_letters);
     if (dialog.exec() != QDialog::Accepted) return;
     const QFont chosen = dialog.selectedFont();

@@ -125,6 +125,14 @@ void FormCanvas::set_row_look(int line, const RowLook& look) {
   show_row_look(line, before);
 }
 
+void FormCanvas::set_last_column(std::size_t column) {
+  if (last_column_ == column) return;
+  last_column_ = column;
+  for (const auto& [element, widget] : widgets_) {
+    if (widget->control()->index() != no_index) mark(*widget->control(), true, true);
+  }
+}
+
 void FormCanvas::show_row_look(int line, const RowLook& before) {
   for (const auto& [element, widget] : widgets_) {
     if (row_of(*widget) == line) widget->row_changed(before, row_look(line));

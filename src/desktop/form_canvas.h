@@ -14,6 +14,7 @@
 #include "desktop/theme.h"
 #include "elements/form.h"
 #include "elements/line.h"
+#include "forms/columns.h"
 
 namespace lineweir {
 
@@ -68,6 +69,10 @@ class FormCanvas : public QWidget, private FormWatch {
   // What the rows tell beside their texts; draws again what shows another thing now.
   const RowLook& row_look(int line) const;
   void set_row_look(int line, const RowLook& look);
+
+  // The column that stands last on the rows.
+  std::size_t last_column() const { return last_column_; }
+  void set_last_column(std::size_t column);
 
   // Pixels of the device in one logical pixel.
   double device_scale() const { return devicePixelRatioF(); }
@@ -148,6 +153,7 @@ class FormCanvas : public QWidget, private FormWatch {
   double text_zoom_ = 1;
   bool next_caller_waits_ = false;
   std::vector<RowLook> row_looks_;
+  std::size_t last_column_ = number_column;
   std::unordered_map<const Element*, ElementWidget*> widgets_;
   std::unordered_map<std::string, const Control*> controls_;
   // Elements of which no more is known than that they are there: they may still be in the making.

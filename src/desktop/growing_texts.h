@@ -13,6 +13,13 @@ inline double text_zoom(double zoom, bool texts_grow) {
   return texts_grow ? zoom : 1 + (zoom - 1) / 2;
 }
 
+// The same for a form that may be stretched more one way than the other: letters grow by the
+// smaller growth, and follow half of the way what the form's area has grown by.
+inline double text_zoom(double across, double down, bool texts_grow) {
+  return std::max(text_zoom(std::min(across, down), texts_grow),
+                  text_zoom(std::sqrt(across * down), false));
+}
+
 // The letters of rows have 8 points by design. Menus and dialogs keep their own, larger ones until
 // those of the rows have grown as large, and then are as large as those.
 inline int grown_letters(double text_zoom) {

@@ -158,8 +158,9 @@ void KeyCaptionWidget::paint_sign_beside(QPainter& painter, const QRect& key,
   const int rough = static_cast<int>(std::lround(height * sign_beside_part));
   const int side = rough - (height - rough) % 2;
   const int wide = static_cast<int>(std::lround(side * sign_width));
-  const TextLine word =
-      centered(caption.text, lettering(height * word_beside_part), color, caption.access_key);
+  const QString hybrid = hybrid_letter();
+  const TextLine word = centered(hybrid.isEmpty() ? caption.text : caption.text + u' ' + hybrid,
+                                 lettering(height * word_beside_part), color, caption.access_key);
   const int gap = 3 * line;
   const int room = key.width() - wide - gap - 6 * line;
   const int width = std::min(static_cast<int>(std::ceil(text_width(word))), room);

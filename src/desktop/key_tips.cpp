@@ -53,6 +53,10 @@ QString why_disabled(const MainForm& form, const Control& key) {
     return QStringLiteral("This console is passive (Configuration, Mode)");
   }
   if (form.ScreenerMode.checked) {
+    if (form.MitelPhone1.checked || form.MitelPhone2.checked) {
+      return QStringLiteral(
+          "Choose Producer again to work with this handset (Configuration, Mode)");
+    }
     return QStringLiteral("No handset is chosen here (Configuration, Handset)");
   }
   return is_of_conference(key)

@@ -81,7 +81,7 @@ void KeyWidget::paint(QPainter& painter, const QRect& face) {
   paint_ringing_edge(painter, face);
   const bool down = key_state(button.picture) == KeyState::Down;
   if (const auto light = pressed_light(button.name()); down && light != nullptr) {
-    paint_key_edge(painter, face, work.theme.*light, 2, work);
+    paint_key_edge(painter, face, work.theme.*light, 1, work);
   }
   if (hasFocus()) paint_focus_ring(painter, face, work);
 }

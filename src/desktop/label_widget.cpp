@@ -16,6 +16,7 @@
 #include "desktop/twips.h"
 #include "elements/label.h"
 #include "elements/text_box.h"
+#include "forms/columns.h"
 
 namespace lineweir {
 namespace {
@@ -36,6 +37,7 @@ constexpr double smallest_part = 0.5;
 constexpr QRgb strip_ringing_sign = 0xff9a5b00;
 constexpr QRgb strip_handset_sign = 0xff1d5fae;
 constexpr QRgb strip_wait_bar = 0xff8a5a00;
+constexpr QRgb strip_wait_over = 0xffb01918;
 
 struct StatusSign {
   RowState state;
@@ -81,7 +83,12 @@ bool LabelWidget::stays_whole() const {
 
 QRect LabelWidget::device_place() const {
   if (label() == nullptr || !in_column()) return ElementWidget::device_place();
-  const QRectF own = place_on_form(*label());
+  QRectF own = place_on_form(*label());
+  const bool on_row = element_look().look != Look::Heading;
+  // The last column has the room up to the strip's end.
+  if (on_row && label()->name() == column_rules[canvas().last_column()].element) {
+    own.setRight(own.right() + own.left());
+  }
   const QRectF shown = element_look().look == Look::Heading
                            ? clipped_to_strips(canvas(), own)
                            : clipped_to_strip(canvas(), label()->index(), own);
@@ -110,7 +117,10 @@ TextLine LabelWidget::line() const {
     result.font.setPixelSize(
         std::max(1, static_cast<int>(device_place().height() * clock_digits_part)));
     result.font.setBold(true);
-    const double natural = text_width(result);
+    // As large as the time of day, which has all its digits.
+    TextLine widest = result;
+    if (look == Look::Countdown) widest.text = QStringLiteral("00:00:00");
+    const double natural = std::max(text_width(result), text_width(widest));
     if (const int room = text_box(QRect(QPoint(0, 0), device_place().size())).width();
         natural > room) {
       result.font.setPixelSize(
@@ -205,7 +215,7 @@ void LabelWidget::paint_note_plate(QPainter& painter, const QRect& face, double 
   const int line = brushwork().line();
   const QRect bar(face.left() + 2 * line, face.top() + 3 * line, 4 * line,
                   face.height() - 6 * line);
-  painter.fillRect(bar, QColor::fromRgb(theme.strip(state).surface.shading.upper));
+  painter.fillRect(bar, QColor::fromRgb(canvas().row_theme().strip(state).surface.shading.upper));
 }
 
 void LabelWidget::paint_note(QPainter& painter, const QRect& face) const {
@@ -216,9 +226,26 @@ void LabelWidget::paint_note(QPainter& painter, const QRect& face) const {
   number.font.setBold(true);
   rest.text = rest.text.mid(blank + 1);
   const QRect box = text_box(face);
-  paint_text(painter, box, number);
   const int column = static_cast<int>(text_width(number)) + 6 * brushwork().line();
-  paint_text(painter, box.adjusted(column, 0, 0, 0), rest);
+  const QRect room = box.adjusted(column, 0, 0, 0);
+  if (!note_stands_in_two_lines(rest, room)) {
+    paint_text(painter, box, number);
+    paint_text(painter, room, rest);
+    return;
+  }
+  const int half = box.height() / 2;
+  paint_text(painter, box.adjusted(0, 0, 0, -half), number);
+  const qsizetype end = last_word_that_fits(rest, room.width());
+  TextLine upper = rest;
+  upper.text = rest.text.left(end);
+  rest.text = rest.text.mid(end).trimmed();
+  paint_text(painter, room.adjusted(0, 0, 0, -half), upper);
+  paint_text(painter, room.adjusted(0, half, 0, 0), rest);
+}
+
+bool LabelWidget::note_stands_in_two_lines(const TextLine& text, const QRect& room) {
+  const QFontMetrics metrics(text.font);
+  return !text_fits(text, room.width()) && room.height() >= 2 * metrics.height();
 }
 
 void LabelWidget::paint_status_sign(QPainter& painter, const QRect& face) const {
@@ -230,8 +257,11 @@ void LabelWidget::paint_status_sign(QPainter& painter, const QRect& face) const 
   const QRectF place(text_box(face).left() + gap, face.top(), side, side);
   const bool ghost = row.dark && row.letter_state == RowState::Ringing;
   const bool on_strip = row.letter_state == RowState::Ringing;
-  const QRgb color = on_strip ? strip_ringing_sign : strip_handset_sign;
-  sign->paint(painter, place, QColor::fromRgb(color), ghost ? SignFill::Outline : sign->fill);
+  const QColor ground =
+      QColor::fromRgb(strip_colors(canvas(), label()->index()).surface.shading.upper);
+  const QColor color =
+      readable_on(ground, QColor::fromRgb(on_strip ? strip_ringing_sign : strip_handset_sign));
+  sign->paint(painter, place, color, ghost ? SignFill::Outline : sign->fill);
 }
 
 const RowLook::Wait* LabelWidget::wait() const {
@@ -255,7 +285,9 @@ void LabelWidget::paint_wait(QPainter& painter, const QRect& face) const {
   ground.setAlphaF(0.25F);
   painter.fillRect(whole, ground);
   const int full = whole.width() * wait()->steps / steps_of_wait;
-  painter.fillRect(QRect(whole.left(), whole.top(), full, thick), QColor::fromRgb(strip_wait_bar));
+  painter.fillRect(
+      QRect(whole.left(), whole.top(), full, thick),
+      QColor::fromRgb(wait()->steps < steps_of_wait ? strip_wait_bar : strip_wait_over));
 }
 
 QString LabelWidget::tool_tip() const {

@@ -33,6 +33,7 @@ class LabelWidget final : public ElementWidget {
   void paint_note_plate(QPainter& painter, const QRect& face, double corner) const;
   // The number of the line stands apart from the rest.
   void paint_note(QPainter& painter, const QRect& face) const;
+  static bool note_stands_in_two_lines(const TextLine& text, const QRect& room);
   void paint_status_sign(QPainter& painter, const QRect& face) const;
   void paint_wait(QPainter& painter, const QRect& face) const;
   const RowLook::Wait* wait() const;

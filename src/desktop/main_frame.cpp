@@ -150,6 +150,7 @@ void MainFrame::form_changed() {
   apply_next_light();
   apply_row_looks();
   apply_link_word();
+  apply_last_column();
   main_window()->canvas().flush();
   show_standing_icons();
   main_window()->menus().flush();
@@ -161,16 +162,17 @@ void MainFrame::apply_zoom() {
   const DesignScale& scale = console_.scale;
   const double zoom = std::min(scale.ratio_across, scale.ratio_down);
   const bool texts_grow = console_.Lineweir.TextGrowToggle.checked;
-  main_window()->canvas().set_zoom(zoom, text_zoom(zoom, texts_grow));
+  main_window()->canvas().set_zoom(zoom,
+                                   text_zoom(scale.ratio_across, scale.ratio_down, texts_grow));
 }
 
 int MainFrame::letter_pixels(QSize window) const {
   const int visible = console_.program.VisibleLines;
   const int height = root_height(visible, console_.Lineweir.Options.visible);
-  const double zoom =
-      std::min(window.width() / static_cast<double>(pixel_edge(root_width(visible))),
-               window.height() / static_cast<double>(pixel_edge(height)));
-  return grown_letters(text_zoom(zoom, console_.Lineweir.TextGrowToggle.checked));
+  return grown_letters(
+      text_zoom(window.width() / static_cast<double>(pixel_edge(root_width(visible))),
+                window.height() / static_cast<double>(pixel_edge(height)),
+                console_.Lineweir.TextGrowToggle.checked));
 }
 
 void MainFrame::apply_letters() {
@@ -223,6 +225,14 @@ void MainFrame::apply_link_word() {
     if (ports[port]->checked) word = QStringLiteral("Com %1").arg(port + 1);
   }
   main_window()->canvas().set_link_word(word);
+}
+
+void MainFrame::apply_last_column() {
+  std::size_t last = number_column;
+  for (const int column : console_.display.ColumnsInUse) {
+    if (console_.display.width_of(column) > 0) last = static_cast<std::size_t>(column);
+  }
+  main_window()->canvas().set_last_column(last);
 }
 
 void MainFrame::show_standing_icons() {

@@ -41,6 +41,7 @@ class MainFrame final : public FormFrame {
   void apply_next_light();
   void apply_row_looks();
   void apply_link_word();
+  void apply_last_column();
   // What an icon that stands goes by is more than its element.
   void show_standing_icons();
   void apply_theme();

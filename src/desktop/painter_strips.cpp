@@ -18,6 +18,8 @@ constexpr double corner = 2;
 // width: a form may be stretched one way only.
 constexpr double sign_of_height = 0.42;
 constexpr double sign_of_width = 0.0155;
+// A padlock keeps off the number.
+constexpr double padlock_part = 0.85;
 
 double sign_reach(const QRect& strip) {
   return std::min(strip.height() * sign_of_height, strip.width() * sign_of_width);
@@ -40,7 +42,7 @@ void paint_sign(QPainter& painter, const QRect& strip, const StripColors& colors
     case StripSign::Pointer:
       return paint_pointer(painter, strip, colors.sign_color);
     case StripSign::Padlock: {
-      const double wide = sign_reach(strip);
+      const double wide = sign_reach(strip) * padlock_part;
       const double high = wide * 1.3;
       return paint_padlock(
           painter,

@@ -6,6 +6,7 @@
 
 #include "desktop/form_canvas.h"
 #include "desktop/key_look.h"
+#include "desktop/painted_once.h"
 #include "desktop/painter_icons.h"
 #include "desktop/painter_keys.h"
 #include "desktop/painter_strips.h"
@@ -45,8 +46,18 @@ void PictureWidget::paint(QPainter& painter, const QRect& face) {
   const Brushwork work{canvas().row_theme(), brushwork().unit};
   const int index = control()->index();
   if (element_look().look == Look::Strip) {
-    paint_strip(painter, face, strip_colors(canvas(), index), work, canvas().row_look(index).dark);
-  } else {
+    const RowLook& row = canvas().row_look(index);
+    const QString key = QStringLiteral("strip %1 %2 %3 %4")
+                            .arg(reinterpret_cast<quintptr>(&work.theme))
+                            .arg(static_cast<int>(row.state))
+                            .arg(row.dark ? 1 : 0)
+                            .arg(work.unit);
+    painter.drawPixmap(face.topLeft(), painted_once(key, face.size(), [&](QPainter& strip) {
+                         paint_strip(strip, QRect(QPoint(0, 0), face.size()),
+                                     strip_colors(canvas(), index), work, row.dark);
+                       }));
+  } else if (static_cast<std::size_t>(index) % column_count != canvas().last_column()) {
+    // Behind the last column there is nothing to part it from.
     paint_mark(painter, face, strip_colors(canvas(), index / column_count), work);
   }
 }

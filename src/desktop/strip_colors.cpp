@@ -12,7 +12,7 @@ namespace {
 constexpr QRgb ink = 0xff12161b;
 constexpr QRgb blue_frame = 0xff2477d4;
 
-constexpr StripColors on_air = {{{0xffdf2f2a, 0xffc4201e}, 0xffffffff},
+constexpr StripColors on_air = {{{0xffd92a26, 0xffb01918}, 0xffffffff},
                                 0xfff0706a,
                                 0xff6f0f11,
                                 0xff8a1518,
@@ -26,7 +26,7 @@ constexpr StripColors locked_on_air = [] {
   colors.sign_color = 0xffffffff;
   return colors;
 }();
-constexpr StripColors next = {{{0xff43c659, 0xff248c3a}, 0xff030d06},
+constexpr StripColors next = {{{0xff8ce696, 0xff55c668}, 0xff04120a},
                               0xffbdf5c2,
                               0xff2f8f42,
                               0xff2f9e46,
@@ -103,7 +103,7 @@ constinit const StripColorTable metal_strips = {
     metal_held,
     locked(metal_held),
     paper({0xfff0f3f6, 0xffd6dce2}, 0xff9aa3ad, 0xffb3bcc5),
-    framed(paper({0xffebcd86, 0xffd9b25c}, 0xff8a5a00, 0xffc99f3c), StripFrame::Broad,
+    framed(paper({0xfff7dc8e, 0xffe8c05e}, 0xff8a5a00, 0xffc99f3c), StripFrame::Broad,
            signal_amber),
     next,
     on_air,

@@ -10,6 +10,7 @@
 #include "desktop/core_color.h"
 #include "desktop/core_text.h"
 #include "desktop/form_canvas.h"
+#include "desktop/largest_fitting.h"
 #include "desktop/painter_keys.h"
 #include "desktop/painter_surfaces.h"
 #include "desktop/text_box_link.h"
@@ -108,7 +109,6 @@ QColor TextBoxWidget::ground_color() const {
 
 void TextBoxWidget::dress_edit() {
   if (edit() == nullptr || box() == nullptr) return;
-  edit()->setFont(canvas().font_of(box()->font, 1));
   const QColor ground = ground_color();
   QPalette palette = edit()->palette();
   palette.setColor(QPalette::Base, ground);
@@ -173,8 +173,19 @@ void TextBoxWidget::resizeEvent(QResizeEvent*) { lay_edit(); }
 void TextBoxWidget::lay_edit() {
   if (edit() == nullptr) return;
   const int space = inset();
-  edit()->setGeometry(rect().adjusted(space, space, -space, -space - covered_below()));
+  const QRect room = rect().adjusted(space, space, -space, -space - covered_below());
+  edit()->setFont(font_of_whole_line(canvas().font_of(box()->font, 1), room.height()));
+  edit()->setGeometry(room);
   follow_last_line();
+}
+
+// Letters of which not one line has room would leave the display blank.
+QFont TextBoxWidget::font_of_whole_line(QFont font, int height) {
+  font.setPixelSize(largest_fitting(1, font.pixelSize(), [&](int size) {
+    font.setPixelSize(size);
+    return QFontMetrics(font).lineSpacing() <= height;
+  }));
+  return font;
 }
 
 // How much of the message display the entry line lies on.

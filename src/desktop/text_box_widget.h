@@ -39,6 +39,7 @@ class TextBoxWidget final : public ElementWidget {
   bool is_entry() const;
   int inset() const;
   int covered_below() const;
+  static QFont font_of_whole_line(QFont font, int height);
   void make_room_in_displays();
   void lay_edit();
   bool urgent() const;

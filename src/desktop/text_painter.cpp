@@ -104,6 +104,18 @@ double text_width(const TextLine& line) {
 
 bool text_fits(const TextLine& line, int width) { return text_width(line) <= width; }
 
+qsizetype last_word_that_fits(const TextLine& line, int width) {
+  const int letters = static_cast<int>(line.text.size());
+  const int fitting = largest_fitting(0, letters, [&](int count) {
+    TextLine part = line;
+    part.text = line.text.left(count);
+    return text_fits(part, width);
+  });
+  if (fitting == letters) return letters;
+  const auto blank = line.text.lastIndexOf(u' ', fitting);
+  return blank > 0 ? blank : fitting;
+}
+
 QFont font_for_height(const QFont& font, int height) {
   QFont fitted = font;
   fitted.setPixelSize(largest_fitting(1, font.pixelSize(), [&](int size) {

@@ -35,6 +35,10 @@ double text_width(const TextLine& line);
 // is ever drawn narrower than another.
 bool text_fits(const TextLine& line, int width);
 
+// Where the line is to be broken for that width: behind the last word that fits, or behind the last
+// letter of a word that is longer.
+qsizetype last_word_that_fits(const TextLine& line, int width);
+
 // The font, or the largest size of it of which capitals and what hangs below the line fit in that
 // height.
 QFont font_for_height(const QFont& font, int height);

@@ -148,7 +148,11 @@ Place band_place(int visible_lines) {
   const bool clocks_beside = !layout_range(visible_lines).clocks_on_form;
   const int upper = (clocks_beside ? clocks_end : message.top + message.height) + gap;
   const int lower = content_height(visible_lines) - panel_top(visible_lines) - gap;
-  const int right = clocks_beside ? small_width - left : message.left + message.width;
+  // Beside 19 and 20 rows the setup key stands at the right of the band.
+  const bool key_beside = layout_range(visible_lines).buttons_on_form;
+  const int right = clocks_beside ? small_width - left
+                    : key_beside  ? layout_range(visible_lines).options_button.left - left / 2
+                                  : large_width - left;
   return {left, upper, right - left, std::min(highest, lower - upper)};
 }
 

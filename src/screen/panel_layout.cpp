@@ -84,6 +84,9 @@ void lay_out_band(MainForm& form, int visible_lines, const DesignScale& scale) {
     const std::vector<Place> places = parted(band_line_place(visible_lines, band_line), lengths);
     for (std::size_t i = 0; i < labels.size(); ++i) place(*labels[i], scale.of(places[i]));
   };
+  if (notes.size() == 1 && notices.empty()) {
+    return place(*notes.front(), scale.of(band_place(visible_lines)));
+  }
   const std::size_t upper = notices.empty() ? notes_of_upper_line(notes) : notes.size();
   fill(0, std::span(notes).first(upper));
   fill(1, notices.empty() ? std::span(notes).subspan(upper) : std::span(notices));

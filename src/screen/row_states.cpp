@@ -69,8 +69,11 @@ RowState RowStates::of(int line) const {
   const ControlArray<Picture>& strips = state_.Lineweir.DataRow;
   const auto strip =
       strips.loaded(line) ? color_of_strip(strips(line).picture.get()) : std::nullopt;
-  return row_state(lines.shown_letter(line), strip.value_or(RowColor::White), seat_of(state_),
-                   state_.program.ConsoleNumber);
+  const RowState state = row_state(lines.shown_letter(line), strip.value_or(RowColor::White),
+                                   seat_of(state_), state_.program.ConsoleNumber);
+  // A next caller who was taken and is ready again within one turn of the clock has a plain strip.
+  const bool chosen = lines.TheNextCall == line && !state_.Lineweir.NextBarDisable.checked;
+  return state == RowState::Ready && chosen ? RowState::Next : state;
 }
 
 RowState RowStates::of_letter(int line) const {

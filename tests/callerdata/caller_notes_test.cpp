@@ -108,11 +108,26 @@ TEST_SUITE("callerdata/caller notes") {
     CHECK(desk.take_messages().empty());
   }
 
+  TEST_CASE("a note that is alone has both lines") {
+    NoteDesk desk;
+    const Place band = band_place(desk.console.program.VisibleLines);
+    desk.caller(2, "Ann", "", "");
+    desk.box_sends("N02");
+    REQUIRE(desk.notes().size() == 1);
+    CHECK(desk.note(0).top == band.top);
+    CHECK(desk.note(0).width == band.width);
+    CHECK(desk.note(0).height == band.height);
+  }
+
   TEST_CASE("no more notes than there is room for") {
     NoteDesk desk;
     for (int line = 0; line < 6; ++line) desk.caller(line, "Caller", "", "");
     desk.box_sends("N00N01N02C03C04C05");
     CHECK(desk.notes().size() == most_caller_notes);
+    desk.box_sends("S07");
+    desk.caller(7, "Next", "", "");
+    CHECK(desk.notes().size() == most_caller_notes);
+    CHECK(desk.notes().back() == "8 Next");
   }
 
   TEST_CASE("notes share two lines, and give the lower one to a notice") {

@@ -26,14 +26,15 @@ press_until_logged "$main" a 'word P02'
 await_studio 'item P02'
 form=$(await_window "Caller Data - Line 3")
 xdotool windowfocus --sync "$form"
+# The telephone number comes first where a log is chosen.
+xdotool type --delay 20 '555 0100'
+xdotool key --delay 20 Return
 xdotool type --delay 20 'Ann Smith'
 xdotool key --delay 20 Return
 xdotool type --delay 20 '5 Main Street'
 xdotool key --delay 20 Return
 xdotool type --delay 20 'Salem'
-xdotool key --delay 20 Return Return Return
-xdotool type --delay 20 '555 0100'
-xdotool key --delay 20 Return Return f Return Return Return
+xdotool key --delay 20 Return Return Return Return f Return Return Return
 await_no_window "Caller Data - Line 3"
 pause_typing
 # Ready; then as the host to the main hybrid, and off the air again.

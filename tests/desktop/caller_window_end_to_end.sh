@@ -89,8 +89,6 @@ await_no_window '^Close Lineweir'
 kill -0 "$console" || fail "Enter has closed the console"
 ! grep -q 'word F02' studio.log || fail "a key in the question dropped the caller"
 choose_in_menu "$main" alt+o x
-box=$(await_window '^Close Lineweir.$')
-pause_typing
-xdotool windowfocus --sync "$box" key alt+c
+close_with_caller_on_air
 wait "$console" || fail "the console ended with an error"
 ! grep -q 'word F02' studio.log || fail "closing has dropped the caller"

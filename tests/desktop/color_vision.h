@@ -83,10 +83,13 @@ inline std::array<double, 3> lab_of(QRgb pixel) {
   return {116 * y - 16, 500 * (x - y), 200 * (y - z)};
 }
 
-inline double color_distance(QRgb one, QRgb other) {
-  const auto a = lab_of(one);
-  const auto b = lab_of(other);
-  return std::sqrt(std::pow(a[0] - b[0], 2) + std::pow(a[1] - b[1], 2) + std::pow(a[2] - b[2], 2));
+// How much a colour draws the eye from its surroundings: colour does so more than brightness.
+inline double salience(QRgb color, QRgb ground) {
+  constexpr double weight_of_lightness = 0.5;
+  const auto a = lab_of(color);
+  const auto b = lab_of(ground);
+  return std::sqrt(std::pow(weight_of_lightness * (a[0] - b[0]), 2) + std::pow(a[1] - b[1], 2) +
+                   std::pow(a[2] - b[2], 2));
 }
 
 }  // namespace lineweir::test

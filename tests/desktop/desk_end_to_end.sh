@@ -55,4 +55,5 @@ await studio.log 'word N05'
 await desk-again.log 'lamp main 6 AIR'
 
 choose_in_menu "$window" alt+o x
+close_with_caller_on_air
 wait "$console" || fail "the console has ended with an error"

@@ -27,4 +27,5 @@ await_row '^1 *$'
 await_success test -s shown.png || fail "there is no picture"
 
 choose_in_menu "$window" alt+o x
+close_with_caller_on_air
 wait "$console" || fail "the console has ended with an error"

@@ -43,8 +43,10 @@ main=$(await_window 'Lineweir - ')
 press_until_logged "$main" a 'item P02'
 form=$(await_window 'Caller Data - Line 3')
 xdotool windowfocus --sync "$form"
+# The telephone number comes first where a log is chosen.
+xdotool key --delay 20 Tab
 xdotool type --delay 20 'Ann Smith'
-xdotool key --delay 20 Return Return Return Return Return Return Return Return Return Return Return
+xdotool key --delay 20 Return Return Return Return Return Return Return Return Return Return
 await_no_window 'Caller Data - Line 3'
 
 dd if=/dev/zero of=disk/filler bs=4k 2> disk.txt && fail 'the disk never runs full'

@@ -59,6 +59,10 @@ TEST_SUITE("keys of the main window") {
     form.ScreenerMode.on_click();
     settle();
     CHECK(why(form.NextButton) == "No handset is chosen here (Configuration, Handset)");
+    form.MitelPhone1.on_click();
+    settle();
+    CHECK(why(form.NextButton) ==
+          "Choose Producer again to work with this handset (Configuration, Mode)");
     form.StudioMode.on_click();
     desk.console.program.ConfHybridOn = false;
     form.StudioMode.on_click();
@@ -110,8 +114,8 @@ TEST_SUITE("keys of the main window") {
     form.Drop1.on_mouse_down(left_button, 0);
     form.Hold2.on_mouse_down(left_button, 0);
     desk.settle();
-    CHECK(glow(form.Drop1, theme.drop_sign) > resting + 60);
-    CHECK(glow(form.Hold2, theme.hold_sign) > 100);
+    CHECK(glow(form.Drop1, theme.drop_sign) > resting + 40);
+    CHECK(glow(form.Hold2, theme.hold_sign) > 60);
   }
 }
 

@@ -70,7 +70,7 @@ await_keyboard 'Call Log'
 
 # An import, with its message behind it.
 xdotool key alt+i
-await_keyboard 'Import'
+await_keyboard 'Import calls from a CSV file'
 xdotool type --delay 30 "$work/calls.csv"
 xdotool key Return
 await_keyboard 'Import Calls'

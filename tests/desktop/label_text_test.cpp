@@ -130,6 +130,18 @@ TEST_SUITE("texts") {
                                  cut.copy(0, 0, natural - 2, cut.height())) > 0);
   }
 
+  TEST_CASE("a line is broken behind the last word that fits") {
+    TextLine line = line_of("was on the boat");
+    const auto width_of = [&](const QString& text) {
+      return static_cast<int>(std::ceil(text_width(line_of(text))));
+    };
+    CHECK(last_word_that_fits(line, 1000) == 15);
+    CHECK(last_word_that_fits(line, width_of("was on the bo")) == 10);
+    CHECK(last_word_that_fits(line, width_of("was on")) == 6);
+    CHECK(last_word_that_fits(line, width_of("wa")) == 2);
+    CHECK(last_word_that_fits(line, 0) == 0);
+  }
+
   TEST_CASE("an access key is the letter behind the first and-sign") {
     CHECK(caption_of("&DROP").text == "DROP");
     CHECK(caption_of("&DROP").access_key == 0);

@@ -124,3 +124,12 @@ await_no_window() {
   done
   fail "the window '$1' is still there"
 }
+
+# Answers the question that comes when a console is closed with a caller on air. Keys that come right
+# behind it count for nothing.
+close_with_caller_on_air() {
+  local box
+  box=$(await_window '^Close Lineweir.$')
+  pause_typing
+  xdotool windowfocus --sync "$box" key alt+c
+}

@@ -17,7 +17,6 @@
 namespace lineweir {
 namespace {
 
-using test::color_distance;
 using test::shown_pixels;
 
 struct StateDesk : test::ShownConsole {
@@ -56,13 +55,15 @@ struct StateDesk : test::ShownConsole {
 
   QImage strip_picture(int line) { return shown_pixels(widget(form().DataRow(line))); }
 
-  // How far the strip stands out from the face, on average of its pixels.
+  // How far the strip's surface stands out from the face, on average of its pixels.
   double salience(int line) {
     const QRgb face = canvas().theme().face.shading.lower;
-    const QImage strip = test::readable(strip_picture(line));
+    constexpr int frame = 4;
+    const QImage whole = test::readable(strip_picture(line));
+    const QImage strip = whole.copy(whole.rect().adjusted(frame, frame, -frame, -frame));
     double sum = 0;
     for (int y = 0; y < strip.height(); ++y) {
-      for (const QRgb pixel : test::row_of(strip, y)) sum += color_distance(pixel, face);
+      for (const QRgb pixel : test::row_of(strip, y)) sum += test::salience(pixel, face);
     }
     return sum / (strip.width() * strip.height());
   }
@@ -214,7 +215,9 @@ TEST_SUITE("row states") {
     const QImage half = wait_cell();
     pass(7 * 60);
     const QImage full = wait_cell();
-    const auto bar = [](const QImage& picture) { return test::pixels_of(picture, 0xff8a5a00); };
+    const auto bar = [](const QImage& picture) {
+      return test::pixels_of(picture, 0xff8a5a00) + test::pixels_of(picture, 0xffb01918);
+    };
     CHECK(bar(half) > 3 * bar(early));
     CHECK(bar(full) > bar(half) * 3 / 2);
     pass(20 * 60);

@@ -7,6 +7,7 @@
 #include <QFile>
 #include <QFileDialog>
 #include <QFontDialog>
+#include <QGroupBox>
 #include <QLineEdit>
 #include <QListView>
 #include <QTemporaryDir>
@@ -141,13 +142,18 @@ TEST_SUITE("desktop/questions") {
         CAPTURE(bold);
         CAPTURE(italic);
         QFont shown;
+        QString sample;
         when_asked([&](QDialog& dialog) {
+          for (const QGroupBox* group : dialog.findChildren<QGroupBox*>()) {
+            if (const auto* edit = group->findChild<QLineEdit*>()) sample = edit->text();
+          }
           shown = dynamic_cast<QFontDialog&>(dialog).currentFont();
           dialog.accept();
         });
         const auto choice = desk.dialogs.ask_font({"DejaVu Sans", 11, bold, italic});
         CHECK(shown.family() == "DejaVu Sans");
         CHECK(shown.pointSize() == 11);
+        CHECK_FALSE(sample.isEmpty());
         REQUIRE(choice.has_value());
         CHECK(choice->name == "DejaVu Sans");
         CHECK(choice->size == 11);

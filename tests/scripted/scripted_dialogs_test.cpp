@@ -13,14 +13,14 @@ TEST_CASE("Answers wait in order, one queue for each kind of dialog") {
   dialogs.answer_input("text");
   CHECK(dialogs.ask_file({}) == "first");
   CHECK_FALSE(dialogs.ask_file({}).has_value());
-  CHECK(dialogs.ask_input("prompt", "") == "text");
+  CHECK(dialogs.ask_input({"prompt", ""}) == "text");
   CHECK(dialogs.ask_file({}) == "third");
 }
 
 TEST_CASE("A dialog without an answer is cancelled") {
   ScriptedDialogs dialogs;
   CHECK_FALSE(dialogs.ask_file({}).has_value());
-  CHECK_FALSE(dialogs.ask_input("", "").has_value());
+  CHECK_FALSE(dialogs.ask_input({"", ""}).has_value());
   CHECK_FALSE(dialogs.ask_yes_no(""));
   CHECK_FALSE(dialogs.ask_font({}).has_value());
 }

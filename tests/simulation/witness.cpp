@@ -125,6 +125,11 @@ void Witness::look_at_states(Seat& seat, Memory& memory) {
       fault(seat, "the clock of row " + std::to_string(line + 1) + " went from " + before.shown +
                       " to " + now.shown);
     }
+    // Taken and told ready again within one turn of the clock: the row is drawn as any ready one,
+    // and the choice, which is the same, isn't drawn again.
+    const bool told_again = now.letter == before.letter && now.base != before.base &&
+                            memory.next_call == line && console.lines.TheNextCall == line;
+    if (told_again) now.marked_by_hand = true;
     before = now;
     if (console.Lineweir.NextBarDisable.checked) before.marked_by_hand = true;
   }
