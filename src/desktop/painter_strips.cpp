@@ -79,18 +79,15 @@ void paint_frame(QPainter& painter, const QRect& strip, StripFrame frame, const 
 
 }  // namespace
 
-int strip_frame_width(const Brushwork& brushwork) { return 2 * brushwork.line(); }
-
 void paint_strip(QPainter& painter, const QRect& place, const StripColors& colors,
-                 const Brushwork& brushwork, bool dark) {
+                 const Brushwork& brushwork) {
   const int line = brushwork.line();
   const QRect strip = place.adjusted(0, 0, 0, -line);
   const double radius = corner * brushwork.unit;
   fill_shaded(painter, strip, strip, {colors.edge, colors.edge}, radius);
   fill_shaded(painter, strip.adjusted(0, 0, 0, -line), strip, {colors.rim, colors.rim}, radius);
   fill_shaded(painter, strip.adjusted(0, line, 0, -line), strip, colors.surface.shading, radius);
-  const bool ghost = dark && colors.frame == StripFrame::Broad;
-  paint_frame(painter, strip, ghost ? StripFrame::Broken : colors.frame, colors, line, radius);
+  paint_frame(painter, strip, colors.frame, colors, line, radius);
   paint_sign(painter, strip, colors, line);
 }
 

@@ -10,13 +10,9 @@ namespace lineweir {
 
 struct Brushwork;
 
-// A row's strip. It leaves a line free at its lower edge, so that rows stand apart. While it is
-// dark between two blinks its broad frame is a ghost of itself.
+// A row's strip. It leaves a line free at its lower edge, so that rows stand apart.
 void paint_strip(QPainter& painter, const QRect& place, const StripColors& colors,
-                 const Brushwork& brushwork, bool dark = false);
-
-// How far the broadest frame reaches in from the strip's edge.
-int strip_frame_width(const Brushwork& brushwork);
+                 const Brushwork& brushwork);
 
 // The thin line at a column's edge.
 void paint_mark(QPainter& painter, const QRect& place, const StripColors& colors,

@@ -46,15 +46,13 @@ void PictureWidget::paint(QPainter& painter, const QRect& face) {
   const Brushwork work{canvas().row_theme(), brushwork().unit};
   const int index = control()->index();
   if (element_look().look == Look::Strip) {
-    const RowLook& row = canvas().row_look(index);
-    const QString key = QStringLiteral("strip %1 %2 %3 %4")
+    const QString key = QStringLiteral("strip %1 %2 %3")
                             .arg(reinterpret_cast<quintptr>(&work.theme))
-                            .arg(static_cast<int>(row.state))
-                            .arg(row.dark ? 1 : 0)
+                            .arg(static_cast<int>(canvas().row_look(index).state))
                             .arg(work.unit);
     painter.drawPixmap(face.topLeft(), painted_once(key, face.size(), [&](QPainter& strip) {
                          paint_strip(strip, QRect(QPoint(0, 0), face.size()),
-                                     strip_colors(canvas(), index), work, row.dark);
+                                     strip_colors(canvas(), index), work);
                        }));
   } else if (static_cast<std::size_t>(index) % column_count != canvas().last_column()) {
     // Behind the last column there is nothing to part it from.
@@ -63,12 +61,7 @@ void PictureWidget::paint(QPainter& painter, const QRect& face) {
 }
 
 void PictureWidget::row_changed(const RowLook& before, const RowLook& now) {
-  if (before.state != now.state) return update();
-  if (before.dark == now.dark || element_look().look != Look::Strip) return;
-  // A blink changes the frame alone.
-  const double scale = canvas().device_scale();
-  const int frame = static_cast<int>(std::ceil((strip_frame_width(brushwork()) + 1) / scale)) + 1;
-  update(QRegion(rect()) - rect().adjusted(frame, frame, -frame, -frame));
+  if (before.state != now.state) update();
 }
 
 KeyIconWidget::KeyIconWidget(FormCanvas& canvas, Picture& icon, const ElementLook& look)
