@@ -107,6 +107,23 @@ TEST_SUITE("texts") {
     }
   }
 
+  TEST_CASE("the message display shows a line of a message in the largest letters, in any layout") {
+    for (const int rows : {10, 18, 20}) {
+      CAPTURE(rows);
+      test::ShownConsole desk;
+      desk.console.layout.set_line_count(rows);
+      desk.console.layout.RedefineScreen();
+      desk.console.fonts.FontChange({"DejaVu Sans", 24, true, false});
+      desk.form().Text1.text = "one\r\ntwo\r\nthree";
+      desk.settle();
+      const auto* edit = desk.widget(desk.form().Text1).findChild<QPlainTextEdit*>();
+      REQUIRE(edit != nullptr);
+      CHECK(QFontMetrics(edit->font()).lineSpacing() <= edit->viewport()->height());
+      const QImage shown = test::shown_pixels(desk.widget(desk.form().Text1));
+      CHECK(test::pixels_like(shown, qRgb(0, 0, 0)) > 60);
+    }
+  }
+
   TEST_CASE("nothing is ever drawn beyond the column") {
     for (int length = 1; length < 40; ++length) {
       const TextLine line = line_of(QString(length, u'M'));

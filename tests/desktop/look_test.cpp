@@ -38,6 +38,19 @@ QImage row_picture(test::ShownConsole& desk, int line, std::string_view strip) {
 }
 
 TEST_SUITE("look") {
+  TEST_CASE("the last column has the room up to the strip's end, whichever it is") {
+    test::ShownConsole desk;
+    MainForm& form = desk.form();
+    const auto end_of = [&](const Control& control) { return on_canvas(desk, control).right(); };
+    CHECK(end_of(form.LineComments(3)) == end_of(form.DataRow(3)));
+    CHECK(end_of(form.LineCity(3)) < end_of(form.DataRow(3)));
+    desk.console.display.set_width(column_of(CallerField::Comments), 0);
+    desk.console.display.RefreshColumnOrder();
+    desk.console.layout.RedefineScreen();
+    desk.settle();
+    CHECK(end_of(form.LineCity(3)) == end_of(form.DataRow(3)));
+  }
+
   TEST_CASE("what stands in columns beyond the strip's end is cut there") {
     test::ShownConsole desk;
     MainForm& form = desk.form();
