@@ -54,7 +54,8 @@ std::string key_of(std::string_view name, int index) {
 
 int row_of(const ElementWidget& widget) {
   const int index = widget.control()->index();
-  return widget.element_look().look == Look::Mark ? index / column_count : index;
+  return widget.element_look().look == Look::Mark && index != no_index ? index / column_count
+                                                                       : index;
 }
 
 bool can_hold_keyboard(const QWidget* widget, const QWidget& canvas) {
@@ -134,9 +135,7 @@ void FormCanvas::set_last_column(std::size_t column) {
 }
 
 void FormCanvas::show_row_look(int line, const RowLook& before) {
-  for (const auto& [element, widget] : widgets_) {
-    if (row_of(*widget) == line) widget->row_changed(before, row_look(line));
-  }
+  for (ElementWidget* widget : widgets_of_rows_[line]) widget->row_changed(before, row_look(line));
 }
 
 void FormCanvas::place_all() {
@@ -245,6 +244,7 @@ void FormCanvas::removed(Element& element) {
   ElementWidget* widget = found->second;
   // Out of the books first: hiding a widget may move the focus, which asks for all changes.
   widgets_.erase(found);
+  if (const int row = row_of(*widget); row != no_index) std::erase(widgets_of_rows_[row], widget);
   // What stands in it goes on standing on the form until it goes too.
   for (QObject* child : QObjectList(widget->children())) {
     if (auto* inner = dynamic_cast<ElementWidget*>(child)) inner->setParent(this);
@@ -341,7 +341,9 @@ void FormCanvas::make_widgets() {
   if (new_elements_.empty()) return;
   for (Element* element : new_elements_) {
     auto& control = static_cast<Control&>(*element);
-    widgets_[element] = make_element_widget(*this, control);
+    ElementWidget* widget = make_element_widget(*this, control);
+    widgets_[element] = widget;
+    if (const int row = row_of(*widget); row != no_index) widgets_of_rows_[row].push_back(widget);
     controls_[key_of(control.name(), control.index())] = &control;
     moved_.push_back(&control);
     mark(control, true, true);

@@ -153,6 +153,7 @@ class FormCanvas : public QWidget, private FormWatch {
   double text_zoom_ = 1;
   bool next_caller_waits_ = false;
   std::vector<RowLook> row_looks_;
+  std::unordered_map<int, std::vector<ElementWidget*>> widgets_of_rows_;
   std::size_t last_column_ = number_column;
   std::unordered_map<const Element*, ElementWidget*> widgets_;
   std::unordered_map<std::string, const Control*> controls_;

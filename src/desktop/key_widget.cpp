@@ -8,6 +8,7 @@
 #include "desktop/key_look.h"
 #include "desktop/key_tips.h"
 #include "desktop/not_allowed.h"
+#include "desktop/painted_once.h"
 #include "desktop/painter_keys.h"
 #include "elements/picture.h"
 #include "forms/main_form.h"
@@ -70,11 +71,18 @@ void KeyWidget::paint(QPainter& painter, const QRect& face) {
   const Brushwork work = brushwork();
   if (button.withheld) painter.setOpacity(withheld_opacity);
   const bool hovered = underMouse() && isEnabled() && key_state(button.picture) == KeyState::Up;
-  if (hovered) {
-    paint_key_hover(painter, face, work);
-  } else if (const auto paint = painter_of(button.picture)) {
-    paint(painter, face, work);
-  }
+  const QString drawing = QStringLiteral("key %1 %2 %3 %4")
+                              .arg(reinterpret_cast<quintptr>(&work.theme))
+                              .arg(QString::fromStdString(button.picture))
+                              .arg(hovered ? 1 : 0)
+                              .arg(work.unit);
+  painter.drawPixmap(face.topLeft(), painted_once(drawing, face.size(), [&](QPainter& once) {
+                       if (hovered) {
+                         paint_key_hover(once, face, work);
+                       } else if (const auto paint = painter_of(button.picture)) {
+                         paint(once, face, work);
+                       }
+                     }));
   const bool lit = element_look().look == Look::NextKey && button.enabled &&
                    canvas().next_caller_waits() && canvas().no_link().isEmpty();
   if (lit) paint_key_light(painter, face, work.theme.next_light, work);

@@ -120,8 +120,21 @@ void KeyIconWidget::paint(QPainter& painter, const QRect& face) {
   const RowLook& row = canvas().row_look(control()->index());
   const std::string& icon = picture_of(*this).picture;
   const StripSide strip = button()->name() == "OnHybrid1" ? StripSide::Right : StripSide::Left;
-  if (paint_row_icon(painter, place, icon, row, strip, brushwork())) return;
-  if (const auto paint = painter_of(icon)) paint(painter, place, brushwork());
+  const Brushwork work = brushwork();
+  const QString drawing = QStringLiteral("icon %1 %2 %3 %4 %5 %6 %7 %8 %9")
+                              .arg(reinterpret_cast<quintptr>(&work.theme))
+                              .arg(QString::fromStdString(icon))
+                              .arg(static_cast<int>(row.state))
+                              .arg(static_cast<int>(row.letter_state))
+                              .arg(row.dark ? 1 : 0)
+                              .arg(static_cast<int>(strip))
+                              .arg(place.left())
+                              .arg(place.top())
+                              .arg(work.unit);
+  painter.drawPixmap(face.topLeft(), painted_once(drawing, face.size(), [&](QPainter& once) {
+                       if (paint_row_icon(once, place, icon, row, strip, work)) return;
+                       if (const auto paint = painter_of(icon)) paint(once, place, work);
+                     }));
 }
 
 }  // namespace lineweir
