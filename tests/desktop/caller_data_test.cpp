@@ -21,6 +21,19 @@ Widget& part(QWidget& window, const char* name) {
   return *found;
 }
 
+// The chosen log knows one caller, by the number 555 0100.
+void log_ann_smith(platform::ScriptedPlatform& platform, std::string_view placed_on_air = "") {
+  const auto database = platform.databases.open(test::log_path);
+  const auto rows = database->open_recordset(std::string(call_log_table));
+  rows->add_new();
+  rows->set_field(0, "Ann Smith");
+  rows->set_field(2, "Salem");
+  rows->set_field(5, "555 0100");
+  rows->set_field(9, "1/2/2026");
+  if (!placed_on_air.empty()) rows->set_field(10, std::string(placed_on_air));
+  rows->update();
+}
+
 // Form4 in its window, opened for a line and worked with real keys.
 struct ShownEntry : test::ShownConsole {
   explicit ShownEntry(int line = 4) { open(line); }
@@ -127,14 +140,7 @@ TEST_SUITE("caller data form") {
       "the caller's history comes up quietly beside the fields and can be taken or declined") {
     ShownEntry desk(0);
     test::choose_log(desk);
-    const auto database = desk.platform.databases.open(test::log_path);
-    const auto rows = database->open_recordset(std::string(call_log_table));
-    rows->add_new();
-    rows->set_field(0, "Ann Smith");
-    rows->set_field(2, "Salem");
-    rows->set_field(5, "555 0100");
-    rows->set_field(9, "1/2/2026");
-    rows->update();
+    log_ann_smith(desk.platform);
     auto& memory = part<QLabel>(desk.form_window(), "MemoryLabel");
     auto& fill = part<QPushButton>(desk.form_window(), "MemoryFill");
     CHECK_FALSE(memory.isVisible());
@@ -316,15 +322,7 @@ TEST_SUITE("caller data form: with the memory of earlier calls") {
 
   TEST_CASE("nothing moves when it fills, and nothing when it empties") {
     WithMemory desk;
-    const auto database = desk.platform.databases.open(test::log_path);
-    const auto rows = database->open_recordset(std::string(call_log_table));
-    rows->add_new();
-    rows->set_field(0, "Ann Smith");
-    rows->set_field(2, "Salem");
-    rows->set_field(5, "555 0100");
-    rows->set_field(9, "1/2/2026");
-    rows->set_field(10, "10:00:00 AM");
-    rows->update();
+    log_ann_smith(desk.platform, "10:00:00 AM");
     auto& pane = part<QWidget>(desk.form_window(), "memoryPane");
     auto& hint = part<QLabel>(desk.form_window(), "memoryHint");
     CHECK(pane.isVisible());
