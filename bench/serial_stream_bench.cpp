@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "boxlink/serial_buffer.h"
+#include "wire/serial_buffer.h"
 #include "support/scripted_console.h"
 
 namespace lineweir::test {

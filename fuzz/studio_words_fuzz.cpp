@@ -11,7 +11,7 @@
 #include <string_view>
 #include <vector>
 
-#include "studio/exchange.h"
+#include "studio/boxed_exchange.h"
 
 using namespace lineweir::studio;
 
@@ -21,14 +21,14 @@ void require(bool holds) {
   if (!holds) std::abort();
 }
 
-ExchangeOptions quiet(int line_count) {
-  ExchangeOptions options;
+BoxedExchangeOptions quiet(int line_count) {
+  BoxedExchangeOptions options;
   options.line_count = line_count;
   options.callers = {Moment{0}, Moment{0}, Moment{0}};
   return options;
 }
 
-std::string letters(const Exchange& exchange) {
+std::string letters(const BoxedExchange& exchange) {
   std::string text;
   for (int line = 0; line < exchange.lines().line_count(); ++line) text += exchange.letter(line);
   return text;
@@ -48,8 +48,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   std::size_t cut = data[0] >> 1U;
   const std::string_view stream(reinterpret_cast<const char*>(data + 1), size - 1);
 
-  Exchange whole(quiet(line_count));
-  Exchange pieces(quiet(line_count));
+  BoxedExchange whole(quiet(line_count));
+  BoxedExchange pieces(quiet(line_count));
   whole.receive(stream, Moment{0});
   for (std::size_t begin = 0; begin < stream.size();) {
     const std::size_t length = 1 + cut % 7;

@@ -1,7 +1,7 @@
 #pragma once
 
 #include <functional>
-#include "boxlink/serial_buffer.h"
+#include "wire/serial_buffer.h"
 
 namespace lineweir {
 

@@ -22,7 +22,7 @@ namespace lineweir::desk {
 namespace {
 
 using Clock = std::chrono::steady_clock;
-using studio::Moment;
+using exchange::Moment;
 
 // No hand presses two keys faster. The console takes characters that come together for one key.
 constexpr Moment between_keys{50};
@@ -64,10 +64,10 @@ class DeskProgram {
 
   // What poll() is to wait: -1 is for ever.
   int wait() const {
-    Moment due = studio::never;
+    Moment due = exchange::never;
     if (next_ < options_.script.size()) due = options_.script[next_].at;
     if (!keys_.empty()) due = std::min(due, key_due_);
-    if (due == studio::never) return -1;
+    if (due == exchange::never) return -1;
     const auto left = std::max(due - now(), Moment{0}).count();
     return static_cast<int>(std::min<Moment::rep>(left, std::numeric_limits<int>::max()));
   }
@@ -131,7 +131,7 @@ class DeskProgram {
   void log(const std::string& text) {
     if (options_.log.empty()) return;
     std::ostream& log = options_.log == "-" ? out_ : log_file_;
-    log << studio::format_seconds(now()) << ' ' << text.substr(0, text.find_last_not_of(' ') + 1)
+    log << exchange::format_seconds(now()) << ' ' << text.substr(0, text.find_last_not_of(' ') + 1)
         << std::endl;
   }
 

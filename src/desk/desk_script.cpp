@@ -29,7 +29,7 @@ std::optional<DeskAction> parse_action(std::string_view text, Layout layout, std
 std::optional<std::vector<TimedAction>> parse_desk_script(std::string_view text,
                                                           std::string_view name, Layout layout,
                                                           std::string& error) {
-  const auto parse = [layout](studio::Moment at, const auto& words,
+  const auto parse = [layout](exchange::Moment at, const auto& words,
                               std::string& reason) -> std::optional<TimedAction> {
     const auto action = parse_action(joined(words), layout, reason);
     if (!action) return std::nullopt;

@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "desk/desk_layout.h"
-#include "studio/moment.h"
+#include "exchange/moment.h"
 
 namespace lineweir::desk {
 
@@ -21,7 +21,7 @@ struct DeskAction {
 };
 
 struct TimedAction {
-  studio::Moment at;
+  exchange::Moment at;
   DeskAction action;
 };
 

@@ -11,6 +11,7 @@
 #include "serverlink/server_link.h"
 #include "state/console_state.h"
 #include "state/guard.h"
+#include "wire/rights_layout.h"
 
 namespace lineweir {
 namespace {

@@ -1,14 +1,9 @@
 #pragma once
 
-#include <cstddef>
-
 namespace lineweir {
 
 class Modes;
 struct ConsoleState;
-
-// The characters of UserRights, of eight flags each.
-inline constexpr std::size_t rights_length = 12;
 
 // Enables what the rights' set bits allow and disables the rest, in the order of the table. Rights
 // that are shorter than the table are a Failure of number 5 at the place where they end.

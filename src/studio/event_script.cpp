@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <iterator>
 
-#include "studio/command_word.h"
-#include "studio/switchboard.h"
+#include "exchange/command_word.h"
+#include "exchange/switchboard.h"
 #include "studio/timed_script.h"
 
 namespace lineweir::studio {

@@ -5,7 +5,8 @@
 #include <string_view>
 #include <vector>
 
-#include "studio/studio_event.h"
+#include "studio/exchange_names.h"
+#include "exchange/studio_event.h"
 
 namespace lineweir::studio {
 

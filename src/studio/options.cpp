@@ -138,7 +138,7 @@ StudioOptions options_of(const Arguments& arguments, bool calls_are_given) {
   StudioOptions options;
   options.link = arguments.link;
   options.log = arguments.log;
-  ExchangeOptions& exchange = options.exchange;
+  BoxedExchangeOptions& exchange = options.exchange;
   exchange.line_count = arguments.lines;
   exchange.seed = arguments.seed;
   exchange.callers = {moment_of(arguments.call_every), moment_of(arguments.ring_patience),

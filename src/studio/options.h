@@ -4,12 +4,12 @@
 #include <optional>
 #include <string>
 
-#include "studio/exchange.h"
+#include "studio/boxed_exchange.h"
 
 namespace lineweir::studio {
 
 struct StudioOptions {
-  ExchangeOptions exchange;  // with the script read, and the duration as an event of its own
+  BoxedExchangeOptions exchange;  // with the script read, and the duration as an event of its own
   std::string link;          // empty for none
   std::string log;           // empty for none, "-" for the standard output
 };

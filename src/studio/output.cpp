@@ -2,7 +2,7 @@
 
 namespace lineweir::studio {
 
-void pass_output(Exchange& exchange, PseudoTerminal& terminal, StudioLog& log, Moment now) {
+void pass_output(BoxedExchange& exchange, PseudoTerminal& terminal, StudioLog& log, Moment now) {
   for (const Record& record : exchange.take_records()) log.write(record);
   const std::string output = exchange.take_output();
   if (output.empty()) return;

@@ -6,7 +6,8 @@
 #include <string>
 #include <string_view>
 
-#include "studio/moment.h"
+#include "studio/exchange_names.h"
+#include "exchange/moment.h"
 
 namespace lineweir::studio {
 

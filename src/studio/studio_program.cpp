@@ -11,7 +11,7 @@
 #include <string>
 
 #include "studio/device_link.h"
-#include "studio/exchange.h"
+#include "studio/boxed_exchange.h"
 #include "studio/output.h"
 #include "studio/pseudo_terminal.h"
 #include "studio/stop_signal.h"
@@ -44,7 +44,7 @@ void run_studio(const StudioOptions& options, std::ostream& out) {
   out << "device " << terminal.device() << std::endl;
 
   const Clock::time_point start = Clock::now();
-  Exchange exchange(options.exchange);
+  BoxedExchange exchange(options.exchange);
   std::array<pollfd, 2> watched{
       {{terminal.descriptor(), POLLIN, 0}, {stop.descriptor(), POLLIN, 0}}};
   while (!exchange.is_over() && (watched[1].revents & POLLIN) == 0) {

@@ -9,7 +9,8 @@
 #include <string_view>
 #include <vector>
 
-#include "studio/moment.h"
+#include "studio/exchange_names.h"
+#include "exchange/moment.h"
 
 namespace lineweir::studio {
 

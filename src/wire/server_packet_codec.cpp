@@ -174,4 +174,13 @@ std::vector<std::string> decode_list(std::string_view buffer) {
   return items;
 }
 
+std::string encode_list(const std::vector<std::string>& items) {
+  std::string buffer;
+  for (const std::string& item : items) {
+    buffer += item;
+    buffer += item_end;
+  }
+  return buffer;
+}
+
 }  // namespace lineweir

@@ -95,5 +95,6 @@ std::optional<Login> decode_login(std::string_view buffer);
 
 // A list: each item is ended by a char 3, and what follows the last one is no item.
 std::vector<std::string> decode_list(std::string_view buffer);
+std::string encode_list(const std::vector<std::string>& items);
 
 }  // namespace lineweir

@@ -22,6 +22,10 @@ struct StudioParts {
 
 // Nothing for "ERROR", which a server without a status for the group sends.
 std::optional<StudioParts> decode_studio_parts(std::string_view text);
+// The parts in front, then the lines by their numbers, 0 for one that doesn't exist.
+std::string encode_studio_parts(const StudioParts& studio);
+// What a server answers for a group that it doesn't have.
+inline constexpr std::string_view no_studio_status = "ERROR";
 
 // Since when callers wait or talk: an item a line with the time of day at which the line's clock
 // began, of one or two characters where none runs; then the server's present time of day.
@@ -34,6 +38,8 @@ struct CallTimes {
 
 // Nothing for a text without an item.
 std::optional<CallTimes> decode_call_times(std::string_view text);
+// Of a line without a clock `began` is empty.
+std::string encode_call_times(const CallTimes& times);
 
 // An item of these lines has a running clock.
 bool clock_runs(std::string_view began);

@@ -23,7 +23,7 @@ TEST_SUITE("desk/script") {
     REQUIRE(good->size() == 3);
     CHECK(good->at(0).action == DeskAction{DeskAction::Kind::Show, ""});
     CHECK(good->at(1).action == DeskAction{DeskAction::Kind::Quit, ""});
-    CHECK(good->at(2).at == studio::Moment(2500));
+    CHECK(good->at(2).at == exchange::Moment(2500));
     CHECK(good->at(2).action == DeskAction{DeskAction::Kind::Press, "main 3"});
   }
 

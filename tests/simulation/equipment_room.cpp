@@ -15,7 +15,7 @@ Milliseconds time_on_line(std::size_t characters) {
 }  // namespace
 
 EquipmentRoom::EquipmentRoom(platform::VirtualEventLoop& loop, Transcript& transcript,
-                             const studio::ExchangeOptions& options)
+                             const studio::BoxedExchangeOptions& options)
     : loop_(loop),
       transcript_(transcript),
       exchange_(options),
@@ -67,8 +67,8 @@ void EquipmentRoom::serve() {
     transcript_.add("exchange", text.substr(text.find(' ') + 1));
   }
   loop_.cancel(next_serving_);
-  const studio::Moment due = exchange_.next_due();
-  if (due == studio::never) return;
+  const exchange::Moment due = exchange_.next_due();
+  if (due == exchange::never) return;
   next_serving_ = loop_.schedule(due - loop_.now(), [this] { serve(); });
 }
 

@@ -5,7 +5,7 @@
 #include "platform/scripted/scripted_serial_port.h"
 #include "platform/scripted/virtual_event_loop.h"
 #include "simulation/transcript.h"
-#include "studio/exchange.h"
+#include "studio/boxed_exchange.h"
 
 namespace lineweir::simulation {
 
@@ -17,7 +17,7 @@ class EquipmentRoom {
  public:
   // All that is given outlives the room.
   EquipmentRoom(platform::VirtualEventLoop& loop, Transcript& transcript,
-                const studio::ExchangeOptions& options);
+                const studio::BoxedExchangeOptions& options);
   EquipmentRoom(const EquipmentRoom&) = delete;
   EquipmentRoom& operator=(const EquipmentRoom&) = delete;
 
@@ -27,7 +27,7 @@ class EquipmentRoom {
   // How long nothing has been on the way between the box and its console; 0 while anything is.
   Milliseconds silence(int box) const;
 
-  const studio::Exchange& exchange() const { return exchange_; }
+  const studio::BoxedExchange& exchange() const { return exchange_; }
 
   // The letter that a console must hold of a line: a free and a busy one are blanks to it.
   char expected_letter(int line) const;
@@ -45,7 +45,7 @@ class EquipmentRoom {
 
   platform::VirtualEventLoop& loop_;
   Transcript& transcript_;
-  studio::Exchange exchange_;
+  studio::BoxedExchange exchange_;
   std::vector<SerialLine> lines_;
   platform::EventLoop::CallId next_serving_ = 0;
 };

@@ -11,7 +11,7 @@
 
 #include "platform/scripted/virtual_event_loop.h"
 #include "simulation/transcript.h"
-#include "studio/dice.h"
+#include "exchange/dice.h"
 
 namespace lineweir::simulation {
 
@@ -107,7 +107,7 @@ class Network {
   platform::VirtualEventLoop& loop_;
   Transcript& transcript_;
   Weather weather_;
-  studio::Dice dice_;
+  exchange::Dice dice_;
   std::map<std::string, Taker> listeners_;
   int connections_ = 0;
 };

@@ -5,7 +5,7 @@
 
 #include "driver/places.h"
 #include "simulation/seat.h"
-#include "studio/dice.h"
+#include "exchange/dice.h"
 
 namespace lineweir::simulation {
 
@@ -36,7 +36,7 @@ class Operator {
 
   Seat& seat_;
   int seats_;
-  studio::Dice dice_;
+  exchange::Dice dice_;
   int entered_ = 0;
 };
 

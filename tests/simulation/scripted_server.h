@@ -100,7 +100,7 @@ class ScriptedServer {
   Network& network_;
   Transcript& transcript_;
   std::string address_;
-  studio::Dice dice_;
+  exchange::Dice dice_;
   bool has_heartbeat_;
   bool calm_ = false;
   std::list<Session> sessions_;

@@ -10,7 +10,7 @@
 #include "platform/scripted/scripted_platform.h"
 #include "simulation/network_socket.h"
 #include "simulation/transcript.h"
-#include "studio/dice.h"
+#include "exchange/dice.h"
 
 namespace lineweir::simulation {
 
@@ -21,7 +21,7 @@ class Chance final : public platform::RandomNumbers {
   double next() override { return dice_.fraction(); }
 
  private:
-  studio::Dice dice_;
+  exchange::Dice dice_;
 };
 
 enum class SeatLink { SerialBox, Server };

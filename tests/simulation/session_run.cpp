@@ -145,7 +145,7 @@ void SessionRun::expect(std::string_view what, const std::string& shown, const s
 
 void SessionRun::fault(const std::string& what) {
   transcript_.add("fault", what);
-  faults_.push_back(studio::format_seconds(loop_.now()) + ' ' + what);
+  faults_.push_back(exchange::format_seconds(loop_.now()) + ' ' + what);
 }
 
 }  // namespace lineweir::simulation

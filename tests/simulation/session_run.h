@@ -35,7 +35,7 @@ class SessionRun {
 
   platform::VirtualEventLoop loop_;
   Transcript transcript_{loop_};
-  studio::Dice dice_;
+  exchange::Dice dice_;
   Network network_;
   ScriptedServer server_;
   Seat seat_;

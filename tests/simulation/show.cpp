@@ -13,15 +13,15 @@ constexpr Milliseconds patience_without_link = 40s;
 constexpr Milliseconds longest_away = 20s;
 
 // Each part's chances are its own, so that one more of them in one part leaves the others alone.
-enum class Part : std::uint64_t { Show = 1, Network, Exchange, Seats, Operators = 1000 };
+enum class Part : std::uint64_t { Show = 1, Network, BoxedExchange, Seats, Operators = 1000 };
 
 std::uint64_t seed_of(std::uint64_t seed, Part part, std::size_t number = 0) {
   return seed * 1'000'003 + static_cast<std::uint64_t>(part) * 31 + number;
 }
 
-studio::ExchangeOptions exchange_options(const ShowOptions& options) {
-  studio::ExchangeOptions exchange;
-  exchange.seed = seed_of(options.seed, Part::Exchange);
+studio::BoxedExchangeOptions exchange_options(const ShowOptions& options) {
+  studio::BoxedExchangeOptions exchange;
+  exchange.seed = seed_of(options.seed, Part::BoxedExchange);
   exchange.boxes = options.seats_at_boxes;
   exchange.callers = {9s, 40s, 90s};
   exchange.auto_operator.emplace();

@@ -63,7 +63,7 @@ class Show {
 
   platform::VirtualEventLoop loop_;
   Transcript transcript_{loop_};
-  studio::Dice dice_;
+  exchange::Dice dice_;
   Network network_;
   EquipmentRoom room_;
   ServerStandIn server_;

@@ -5,7 +5,7 @@
 namespace lineweir::simulation {
 
 void Transcript::add(std::string_view who, std::string_view what) {
-  text_ += studio::format_seconds(loop_.now());
+  text_ += exchange::format_seconds(loop_.now());
   text_ += ' ';
   text_ += who;
   text_ += ": ";

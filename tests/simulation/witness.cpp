@@ -214,7 +214,7 @@ void Witness::forget(Seat& seat) {
 
 void Witness::fault(const Seat& seat, const std::string& what) {
   transcript_.add("witness", seat.name() + ": " + what);
-  faults_.push_back(studio::format_seconds(loop_.now()) + ' ' + seat.name() + ": " + what);
+  faults_.push_back(exchange::format_seconds(loop_.now()) + ' ' + seat.name() + ": " + what);
 }
 
 }  // namespace lineweir::simulation

@@ -12,8 +12,8 @@ namespace {
 using namespace std::chrono_literals;
 
 // Callers who ring often and lose their patience soon.
-studio::ExchangeOptions busy_lines() {
-  studio::ExchangeOptions options;
+studio::BoxedExchangeOptions busy_lines() {
+  studio::BoxedExchangeOptions options;
   options.seed = 11;
   options.callers = {200ms, 3000ms, 4000ms};
   return options;

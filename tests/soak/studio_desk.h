@@ -5,7 +5,7 @@
 
 #include "core/console.h"
 #include "platform/scripted/scripted_platform.h"
-#include "studio/exchange.h"
+#include "studio/boxed_exchange.h"
 #include "support/recording_databases.h"
 
 namespace lineweir::test {
@@ -15,7 +15,7 @@ namespace lineweir::test {
 // is told.
 class StudioDesk {
  public:
-  explicit StudioDesk(studio::ExchangeOptions options) : exchange(std::move(options)) {
+  explicit StudioDesk(studio::BoxedExchangeOptions options) : exchange(std::move(options)) {
     console.startup.Main({});
     console.Lineweir.Data1.database_name = "calls.lwl";
     hand_over();
@@ -24,7 +24,7 @@ class StudioDesk {
 
   void pass(platform::Milliseconds span) { platform.loop.advance(span); }
 
-  studio::Exchange exchange;
+  studio::BoxedExchange exchange;
   RecordingDatabases databases;
   platform::ScriptedPlatform platform;
   Console console{platform.services(platform.files, databases)};

@@ -28,7 +28,7 @@
 #include "platform/qt/qt_serial_port.h"
 #include "platform/qt/qt_system_clock.h"
 #include "platform/scripted/scripted_platform.h"
-#include "studio/exchange.h"
+#include "studio/boxed_exchange.h"
 #include "studio/pseudo_terminal.h"
 #include "support/services_with.h"
 
@@ -38,8 +38,8 @@ namespace {
 using namespace std::chrono_literals;
 using platform::Milliseconds;
 
-studio::ExchangeOptions busy_show() {
-  studio::ExchangeOptions options;
+studio::BoxedExchangeOptions busy_show() {
+  studio::BoxedExchangeOptions options;
   options.seed = 7;
   options.callers = {700ms, 6000ms, 6000ms};
   return options;
@@ -67,7 +67,7 @@ class StudioOnLine {
     return letter == 'F' || letter == 'B' ? ' ' : letter;
   }
 
-  studio::Exchange exchange;
+  studio::BoxedExchange exchange;
 
  private:
   void serve() {

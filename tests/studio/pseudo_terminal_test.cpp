@@ -62,10 +62,10 @@ TEST_CASE("with nobody reading a write returns, and what is lost is the old") {
 }
 
 TEST_CASE("the log tells that nobody reads, and the show goes on") {
-  ExchangeOptions options;
+  BoxedExchangeOptions options;
   options.callers.call_every = Moment(1000);
   options.auto_operator.emplace();
-  Exchange exchange(options);
+  BoxedExchange exchange(options);
   PseudoTerminal terminal;
   std::ostringstream out;
   StudioLog log("-", out);

@@ -4,22 +4,22 @@
 #include <set>
 
 #include "exchange_fixture.h"
-#include "studio/exchange.h"
+#include "studio/boxed_exchange.h"
 
 using namespace lineweir::studio;
 using namespace std::chrono_literals;
 
 namespace {
 
-ExchangeOptions show(int line_count, std::uint64_t seed) {
-  ExchangeOptions options;
+BoxedExchangeOptions show(int line_count, std::uint64_t seed) {
+  BoxedExchangeOptions options;
   options.line_count = line_count;
   options.seed = seed;
   options.auto_operator.emplace();
   return options;
 }
 
-void check_invariants(const Exchange& exchange) {
+void check_invariants(const BoxedExchange& exchange) {
   const std::string now = letters(exchange);
   REQUIRE(std::count(now.begin(), now.end(), 'P') <= 1);
   REQUIRE(std::count(now.begin(), now.end(), 'O') <= 1);
@@ -30,7 +30,7 @@ void check_invariants(const Exchange& exchange) {
 
 TEST_CASE("a day and more of the show keeps its rules and shows all that it has") {
   for (const int line_count : {10, 20}) {
-    Exchange exchange(show(line_count, 7));
+    BoxedExchange exchange(show(line_count, 7));
     std::set<char> seen;
     std::set<std::string> lines_on_air;
     std::string sent;
@@ -61,7 +61,7 @@ TEST_CASE("a day and more of the show keeps its rules and shows all that it has"
 }
 
 TEST_CASE("every state comes up early enough to be looked at") {
-  Exchange exchange(show(10, 1));
+  BoxedExchange exchange(show(10, 1));
   exchange.advance(600s);
   std::set<char> seen;
   for (const Record& record : exchange.take_records()) {
@@ -74,8 +74,8 @@ TEST_CASE("every state comes up early enough to be looked at") {
 }
 
 TEST_CASE("a seed gives the same transcript, however often the exchange is called") {
-  Exchange often(show(10, 42));
-  Exchange seldom(show(10, 42));
+  BoxedExchange often(show(10, 42));
+  BoxedExchange seldom(show(10, 42));
   for (Moment now{0}; now <= 2000s; now += 7ms) often.advance(now);
   often.advance(2000s);
   seldom.advance(2000s);
@@ -84,14 +84,14 @@ TEST_CASE("a seed gives the same transcript, however often the exchange is calle
   CHECK(whole == transcript(seldom));
   CHECK(often.take_output() == seldom.take_output());
 
-  Exchange other(show(10, 43));
+  BoxedExchange other(show(10, 43));
   other.advance(2000s);
   CHECK(whole != transcript(other));
 }
 
 TEST_CASE("a console that works beside the studio's people breaks nothing") {
-  ExchangeOptions options = show(20, 3);
-  Exchange exchange(options);
+  BoxedExchangeOptions options = show(20, 3);
+  BoxedExchange exchange(options);
   Dice dice(99);
   const std::string words = "FHSNCLPO";
   for (Moment now{0}; now < 20'000s; now += dice.exponential(2s)) {

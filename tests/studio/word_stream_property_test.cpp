@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "exchange_fixture.h"
-#include "studio/exchange.h"
+#include "studio/boxed_exchange.h"
 #include "studio/word_cutter.h"
 
 using namespace lineweir::studio;
@@ -72,10 +72,10 @@ TEST_CASE("no character is lost or made up by the cutting") {
 
 TEST_CASE("random bytes cut at random places leave the same letters and give the same answers") {
   CHECK(rc::check([] {
-    const ExchangeOptions options = quiet_exchange(*rc::gen::element(10, 20));
+    const BoxedExchangeOptions options = quiet_exchange(*rc::gen::element(10, 20));
     const std::string stream = *streams();
-    Exchange whole(options);
-    Exchange pieces(options);
+    BoxedExchange whole(options);
+    BoxedExchange pieces(options);
     whole.receive(stream, Moment(0));
     for (const std::string& piece : cut_anywhere(stream)) pieces.receive(piece, Moment(0));
     whole.advance(Moment(60'000));

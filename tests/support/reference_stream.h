@@ -4,7 +4,7 @@
 #include <string_view>
 #include <vector>
 
-#include "boxlink/serial_buffer.h"
+#include "wire/serial_buffer.h"
 
 namespace lineweir::test {
 

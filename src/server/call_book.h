@@ -1,0 +1,56 @@
+#pragma once
+
+#include <map>
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "platform/store_records.h"
+#include "platform/wall_clock.h"
+#include "server/store_outbox.h"
+
+namespace lineweir::server {
+
+// The calls of all groups, from their rings to their ends; each is written down as it goes on, so
+// that one that stands when the server ends is found again.
+class CallBook {
+ public:
+  using Fields = std::array<std::string, platform::told_field_count>;
+
+  CallBook(const platform::WallClock& clock, StoreOutbox& outbox)
+      : clock_(clock), outbox_(outbox) {}
+
+  // Calls that stood when the last server ended, as they were stored.
+  void remember(std::vector<platform::CallRecord> open_calls);
+  // The call that stood on the line goes on; nothing where none is remembered.
+  const platform::CallRecord* resume(int group, int line);
+  // What is remembered of the group and wasn't resumed has ended, nobody knows when.
+  void close_forgotten(int group);
+
+  // All lines are from 0, all texts UTF-8. A call that stands on the line is ended first.
+  void begin(int group, int line, const std::string& number);
+  // Nothing happens where no call stands.
+  void step(int group, int line, char letter, const std::string& user);
+  void tell_data(int group, int line, const std::string& told_by, const Fields& fields,
+                 const std::string& user);
+  void end(int group, int line, const std::string& user);
+
+  // Null where none stands.
+  const platform::CallRecord* find(int group, int line) const;
+  std::size_t standing() const { return calls_.size(); }
+
+ private:
+  using Place = std::pair<int, int>;
+
+  std::int64_t new_id();
+  void note(platform::CallRecord& call, const std::string& user, std::string action);
+
+  const platform::WallClock& clock_;
+  StoreOutbox& outbox_;
+  std::map<Place, platform::CallRecord> calls_;
+  std::map<Place, platform::CallRecord> remembered_;
+  std::int64_t last_id_ = 0;
+};
+
+}  // namespace lineweir::server

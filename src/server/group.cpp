@@ -1,0 +1,160 @@
+#include "server/group.h"
+
+#include "base/text.h"
+#include "base/time_text.h"
+#include "lines/equipment_kinds.h"
+#include "server/caller_text.h"
+#include "wire/studio_texts.h"
+
+namespace lineweir::server {
+namespace {
+
+constexpr std::size_t line_name_length = 10;
+constexpr std::size_t longest_show_text = 255;
+constexpr std::size_t unnamed_phones = 8;
+
+}  // namespace
+
+Group::Group(const Context& context, GroupOptions options,
+             std::unique_ptr<exchange::Exchange> exchange, const platform::GroupMemory* memory)
+    : context_(context),
+      options_(std::move(options)),
+      lines_(context, options_, relay_, std::move(exchange)),
+      next_call_(context, options_, relay_, lines_),
+      caller_data_(context, options_, relay_, lines_) {
+  lines_.on_call_ended = [this](int line) { caller_data_.call_ended(line); };
+  lines_.on_call_begun = [this](int line, const std::string& number) {
+    caller_data_.call_begun(line, number);
+  };
+  lines_.on_letter = [this](int line, char letter) {
+    const int next = next_call_.line();
+    next_call_.letter_changed(line, letter);
+    if (next != next_call_.line()) remember();
+  };
+  lines_.begin();
+  if (memory == nullptr) return;
+  next_call_.remember(memory->next_call);
+  message_ = memory->message;
+  show_times_ = memory->show_times;
+}
+
+void Group::change(const GroupOptions& options) {
+  options_.name = options.name;
+  options_.calls_per_minute = options.calls_per_minute;
+  options_.line_names = options.line_names;
+  options_.missing_lines = options.missing_lines;
+  options_.hybrids = options.hybrids;
+  options_.positions = options.positions;
+  options_.phone_names = options.phone_names;
+  relay_.tell(studio_status());
+  relay_.tell(line_numbers());
+  if (server_decides(options_.kind)) relay_.tell(phone_names());
+}
+
+void Group::join(Seat& seat) {
+  relay_.join(seat);
+  seat.group = options_.number;
+  seat.told_status = false;
+  seat.tell(Telling(phone_kind()));
+  caller_data_.tell_all_lines(seat);
+  next_call_.tell(seat);
+  if (!message_.empty()) seat.tell(Telling(packet(ServerCommand::SrvFlashMessage, message_)));
+  seat.tell(Telling(show_times()));
+}
+
+bool Group::take_message(std::string_view buffer) {
+  auto message = clean_message(buffer);
+  if (!message) return false;
+  message_ = std::move(*message);
+  relay_.tell(packet(ServerCommand::SrvFlashMessage, message_));
+  remember();
+  return true;
+}
+
+void Group::tell_persons(const std::string& text) const {
+  for (Seat* seat : relay_.seats()) seat->tell_person(text);
+}
+
+void Group::set_show_times(const std::array<std::string, 3>& times) {
+  show_times_ = times;
+  relay_.tell(show_times());
+  remember();
+}
+
+void Group::choose_next(Seat& seat, int line) {
+  if (next_call_.choose(line)) {
+    remember();
+  } else {
+    context_.figures.refuse(Refusal::ServerDecides);
+    next_call_.tell(seat);
+  }
+}
+
+ServerPacket Group::studio_status() const {
+  StudioParts parts;
+  parts.parts = {options_.hybrids[0], options_.hybrids[1], options_.positions[0],
+                 options_.positions[1]};
+  for (int line = 0; line < lines_.count(); ++line) parts.lines.push_back(lines_.exists(line));
+  return packet(ServerCommand::SrvStudioStatus, encode_studio_parts(parts));
+}
+
+ServerPacket Group::times() const {
+  CallTimes times;
+  const auto time_text = [this](platform::Moment moment) {
+    return clock_text(seconds_of_day(context_.clock.local(moment)));
+  };
+  for (int line = 0; line < lines_.count(); ++line) {
+    const platform::Moment clock = lines_.line(line).clock;
+    times.began.push_back(clock.count() == 0 ? std::string() : time_text(clock));
+  }
+  times.server_now = time_text(context_.clock.now());
+  return packet(ServerCommand::SrvTimes, encode_call_times(times));
+}
+
+ServerPacket Group::line_numbers() const {
+  std::string names;
+  for (int line = 0; line < lines_.count(); ++line) {
+    const auto place = static_cast<std::size_t>(line);
+    std::string name = place < options_.line_names.size() ? in_letters(options_.line_names[place])
+                                                          : std::to_string(line + 1);
+    name.resize(line_name_length, ' ');
+    names += name;
+  }
+  return packet(ServerCommand::SrvLineNumbers, names);
+}
+
+ServerPacket Group::phone_kind() const {
+  return packet(ServerCommand::SrvPhoneType, std::to_string(options_.kind));
+}
+
+ServerPacket Group::phone_names() const {
+  std::vector<std::string> names;
+  if (server_decides(options_.kind)) {
+    for (const std::string& name : options_.phone_names) names.push_back(in_letters(name));
+    while (options_.phone_names.empty() && names.size() < unnamed_phones) {
+      names.push_back("Phone " + std::to_string(names.size() + 1));
+    }
+  }
+  return packet(ServerCommand::SrvPhoneNames, encode_list(names));
+}
+
+void Group::remember() const {
+  context_.outbox.put(
+      platform::GroupMemory{options_.number, next_call_.line(), message_, show_times_});
+}
+
+std::string Group::in_letters(const std::string& utf8) const {
+  return clean_name(context_.letters.from_utf8(utf8), longest_show_text);
+}
+
+ServerPacket Group::show_times() const {
+  std::vector<std::string> texts;
+  for (const std::string& text : show_times_) texts.push_back(in_letters(text));
+  return packet(ServerCommand::SrvShowTimes, encode_list(texts));
+}
+
+ServerPacket Group::packet(ServerCommand command, std::string buffer) const {
+  return server_packet(command, options_.number, std::move(buffer));
+}
+
+}  // namespace lineweir::server

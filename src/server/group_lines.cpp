@@ -1,0 +1,259 @@
+#include "server/group_lines.h"
+
+#include <algorithm>
+
+#include "base/text.h"
+#include "lines/equipment_kinds.h"
+#include "server/line_clock.h"
+
+namespace lineweir::server {
+namespace {
+
+constexpr char free_letter = 'F';
+constexpr char ringing_letter = 'R';
+// A line in one of these has no caller.
+constexpr std::string_view letters_without_call = "FBE";
+constexpr std::string_view on_hybrid_1 = "N";
+constexpr std::string_view on_hybrid_2 = "C";
+
+bool has_caller(char letter) { return letters_without_call.find(letter) == std::string_view::npos; }
+
+bool is_numbered_position(char letter) { return code_of(letter) >= first_position_code; }
+bool is_handset(char letter) {
+  return letter == 'P' || letter == 'O' || is_numbered_position(letter);
+}
+
+// A lock is taken and given back by the same word; a word otherwise brings its own letter.
+constexpr std::string_view letters_of_lock = "LKNC";
+constexpr std::size_t most_asked = 8;
+
+std::string letters_of(const LineOrder& order, const Seat& seat) {
+  if (order.kind == LineOrder::Kind::ToOwnPosition) {
+    return {static_cast<char>(first_position_code + seat.console)};
+  }
+  if (order.word.front() == 'L') return std::string(letters_of_lock);
+  return order.word.substr(0, 1);
+}
+
+// What is worth an entry of the audit.
+std::string_view audited_as(char letter, const std::string& user) {
+  if (letter == 'N') return "on air";
+  if (letter == 'C') return "on air on hybrid 2";
+  if (letter == free_letter && !user.empty()) return "drop";
+  return {};
+}
+
+}  // namespace
+
+GroupLines::GroupLines(const Context& context, const GroupOptions& options, Relay& relay,
+                       std::unique_ptr<exchange::Exchange> exchange)
+    : context_(context),
+      options_(options),
+      relay_(relay),
+      exchange_(std::move(exchange)),
+      lines_(static_cast<std::size_t>(options.lines)) {
+  exchange_->on_change = [this](exchange::LineChange change, const std::string& number) {
+    take_change(change, number);
+  };
+}
+
+void GroupLines::begin() {
+  for (int line = 0; line < count(); ++line) {
+    const char letter = exchange_->letter(line);
+    if (letter != free_letter) take_change({line, letter}, {});
+  }
+}
+
+bool GroupLines::exists(int line) const {
+  if (line < 0 || line >= count()) return false;
+  return std::find(options_.missing_lines.begin(), options_.missing_lines.end(), line + 1) ==
+         options_.missing_lines.end();
+}
+
+bool GroupLines::has_call(int line) const {
+  return line >= 0 && line < count() && has_caller(this->line(line).letter);
+}
+
+bool GroupLines::obey(Seat& seat, const LineOrder& order) {
+  using Kind = LineOrder::Kind;
+  if (order.kind == Kind::DropPlace || order.kind == Kind::HoldPlace) {
+    return obey_place(seat, order);
+  }
+  if (order.line < 0) {
+    exchange_->obey(order.word);
+    return true;
+  }
+  if (takes_line(order) && was_taken_by_other(seat, order.line)) {
+    tell_line(seat, order.line);
+    return false;
+  }
+  if (takes_line(order)) {
+    at(order.line).taken_by = seat.number;
+    at(order.line).taken_at = context_.loop.now();
+  }
+  hand_over(seat, order.line, letters_of(order, seat), [&] {
+    if (order.kind == Kind::ToOwnPosition) {
+      exchange_->take_to_position(order.line, seat.console);
+    } else {
+      exchange_->obey(order.word);
+    }
+  });
+  return true;
+}
+
+std::vector<int> GroupLines::lines_in(char letter) const {
+  std::vector<int> found;
+  for (int line = 0; line < count(); ++line) {
+    if (this->line(line).letter == letter) found.push_back(line);
+  }
+  return found;
+}
+
+void GroupLines::hold_handset(std::uint64_t seat) {
+  for (int line = 0; line < count(); ++line) {
+    if (this->line(line).handset_of == seat && is_handset(this->line(line).letter)) {
+      exchange_->obey(std::string("H") + zero_filled(line, 2));
+    }
+  }
+}
+
+void GroupLines::pass_handset(std::uint64_t from, std::uint64_t to) {
+  for (GroupLine& line : lines_) {
+    if (line.handset_of == from) line.handset_of = to;
+  }
+}
+
+std::string GroupLines::status_text() const {
+  std::string text;
+  for (int line = 0; line < count(); ++line) {
+    text += this->line(line).letter;
+    text += zero_filled(line, 2);
+  }
+  return text;
+}
+
+void GroupLines::tell_status(Seat& seat) const {
+  seat.tell(Telling(status_packet()));
+  seat.told_status = true;
+}
+
+void GroupLines::tell_line(Seat& seat, int line) const { seat.tell(Telling(line_packet(line))); }
+
+void GroupLines::take_change(exchange::LineChange change, const std::string& number) {
+  if (!exists(change.line)) return;
+  GroupLine& line = at(change.line);
+  const char old_letter = line.letter;
+  if (old_letter == change.letter) return;
+  const auto asked = take_asked(line, change.letter);
+  const std::string user = asked ? asked->user : std::string();
+
+  line.letter = change.letter;
+  line.since = context_.clock.now();
+  switch (clock_change(change.letter, old_letter)) {
+    case ClockChange::Begins:
+      line.clock = line.since;
+      break;
+    case ClockChange::Ends:
+      line.clock = platform::Moment{0};
+      break;
+    case ClockChange::Runs:
+      break;
+  }
+  line.handset_of = asked && is_handset(change.letter) ? asked->seat : 0;
+  if (!user.empty()) line.worked_by = user;
+  ++context_.figures.line_changes;
+  tell_all(change.line);
+
+  const bool had_call = has_caller(old_letter);
+  const bool has_call = has_caller(change.letter);
+  // Equipment that tells a caller who comes back as a ring means the same call.
+  const bool rings_again =
+      change.letter == ringing_letter && !is_of(options_.kind, kinds_ringing_again);
+  const int group = options_.number;
+  if (had_call && (!has_call || rings_again)) {
+    context_.calls.end(group, change.line, user);
+    line.worked_by.clear();
+    line.taken_by = 0;
+    on_call_ended(change.line);
+  }
+  if (has_call && (!had_call || rings_again)) {
+    if (context_.calls.resume(group, change.line) == nullptr) {
+      context_.calls.begin(group, change.line, context_.letters.to_utf8(number));
+    }
+    on_call_begun(change.line, number);
+  }
+  if (has_call) context_.calls.step(group, change.line, change.letter, user);
+  if (const auto action = audited_as(change.letter, user); !action.empty()) {
+    context_.audit.note(user, std::string(action),
+                        options_.name + ", line " + std::to_string(change.line + 1));
+  }
+  on_letter(change.line, change.letter);
+}
+
+void GroupLines::tell_all(int line) const {
+  const Telling change(line_packet(line));
+  for (Seat* seat : relay_.seats()) {
+    if (seat->told_status) {
+      seat->tell(change);
+    } else {
+      tell_status(*seat);
+    }
+  }
+}
+
+// Position 1 goes out as P with no number, position 2 as O; a numbered one as P with its number.
+ServerPacket GroupLines::line_packet(int line) const {
+  const char letter = this->line(line).letter;
+  const bool numbered = is_numbered_position(letter);
+  ServerPacket packet = server_packet(ServerCommand::SrvLineStatus, options_.number,
+                                      std::string(1, numbered ? 'P' : letter));
+  packet.LineNo = field_byte(line);
+  if (numbered) packet.AltInfo = packet.Console = field_byte(code_of(letter) - first_position_code);
+  return packet;
+}
+
+ServerPacket GroupLines::status_packet() const {
+  return server_packet(ServerCommand::SrvFullStatus, options_.number, status_text());
+}
+
+bool GroupLines::obey_place(Seat& seat, const LineOrder& order) {
+  std::string letters(order.bank == 0 ? on_hybrid_1 : on_hybrid_2);
+  if (seat.screener) letters = static_cast<char>(first_position_code + seat.console);
+  const char word = order.kind == LineOrder::Kind::DropPlace ? 'F' : 'H';
+  for (const char letter : letters) {
+    for (const int line : lines_in(letter)) {
+      hand_over(seat, line, std::string(1, word),
+                [&] { exchange_->obey(word + zero_filled(line, 2)); });
+    }
+  }
+  return true;
+}
+
+void GroupLines::hand_over(Seat& seat, int line, std::string letters,
+                           const std::function<void()>& order) {
+  std::vector<GroupLine::Asked>& asked = at(line).asked;
+  if (asked.size() >= most_asked) asked.erase(asked.begin());
+  asked.push_back({seat.number, seat.user, std::move(letters), context_.loop.now()});
+  order();
+}
+
+std::optional<GroupLine::Asked> GroupLines::take_asked(GroupLine& line, char letter) const {
+  std::erase_if(line.asked, [this](const GroupLine::Asked& asked) {
+    return context_.loop.now() - asked.at > order_holds;
+  });
+  const auto found = std::find_if(
+      line.asked.begin(), line.asked.end(),
+      [letter](const auto& asked) { return asked.letters.find(letter) != std::string::npos; });
+  if (found == line.asked.end()) return std::nullopt;
+  const GroupLine::Asked asked = *found;
+  line.asked.erase(line.asked.begin(), found + 1);
+  return asked;
+}
+
+bool GroupLines::was_taken_by_other(const Seat& seat, int line) const {
+  const GroupLine& taken = this->line(line);
+  return taken.taken_by != 0 && taken.taken_by != seat.number &&
+         context_.loop.now() - taken.taken_at < same_moment;
+}
+
+}  // namespace lineweir::server

@@ -1,0 +1,71 @@
+#include "server/login_desk.h"
+
+#include <algorithm>
+
+#include "base/text.h"
+#include "server/caller_text.h"
+
+namespace lineweir::server {
+namespace {
+
+// What people may have typed into the fields of a login, and a little more.
+constexpr std::size_t longest_name = 20;
+constexpr std::size_t longest_password = 15;
+
+}  // namespace
+
+struct LoginDesk::Question {
+  std::string user;
+  std::string address;
+  platform::Milliseconds asked;
+  Answer answer;
+};
+
+LoginDesk::LoginDesk(const Context& context, Accounts& accounts, platform::PasswordHash& passwords)
+    : context_(context), accounts_(accounts), passwords_(passwords) {}
+
+void LoginDesk::check(const Login& login, const std::string& address, Answer answer) {
+  const std::string name = clean_name(trimmed(login.user), longest_name);
+  const std::string password(trimmed(login.password).substr(0, longest_password));
+  Question question{context_.letters.to_utf8(name), address, context_.loop.now(),
+                    std::move(answer)};
+  const platform::Account* account = accounts_.find(question.user);
+  // Also for a user who is none or is locked, so that nobody learns which.
+  passwords_.verify(account == nullptr ? std::string() : account->password_hash,
+                    context_.letters.to_utf8(password),
+                    [this, alive = std::weak_ptr(alive_), question](bool fits) {
+                      if (alive.lock()) decide(question, fits);
+                    });
+}
+
+void LoginDesk::decide(const Question& question, bool fits) {
+  const platform::Milliseconds now = context_.loop.now();
+  // It may have changed while the password was looked at.
+  const platform::Account* account = accounts_.find(question.user);
+  if (guard_.address_is_locked(question.address, now)) {
+    return refuse(question, Refusal::AddressLocked);
+  }
+  if (guard_.user_is_locked(question.user, now)) return refuse(question, Refusal::UserLocked);
+  if (account == nullptr || !fits) {
+    guard_.note_wrong(question.user, question.address, now);
+    return refuse(question, Refusal::WrongPassword);
+  }
+  if (account->locked) return refuse(question, Refusal::UserLocked);
+  guard_.note_right(question.user);
+  question.answer(question.user);
+}
+
+void LoginDesk::refuse(const Question& question, Refusal reason) {
+  context_.figures.refuse(reason);
+  context_.log(LogLevel::Warning, "login refused: user \"" + question.user + "\" from " +
+                                      question.address + " (" + std::string(name_of(reason)) + ")");
+  context_.audit.note(question.user, "login refused",
+                      question.address + ", " + std::string(name_of(reason)));
+  const auto waited = context_.loop.now() - question.asked;
+  const auto rest = std::max(refused_after - waited, platform::Milliseconds{0});
+  context_.loop.schedule(rest, [alive = std::weak_ptr(alive_), answer = question.answer] {
+    if (alive.lock()) answer(std::nullopt);
+  });
+}
+
+}  // namespace lineweir::server

@@ -1,0 +1,47 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+
+#include "platform/password_hash.h"
+#include "server/accounts.h"
+#include "server/context.h"
+#include "server/login_guard.h"
+#include "wire/server_packet_codec.h"
+
+namespace lineweir::server {
+
+// Checks who somebody is. Each refusal comes the same time after the question, whatever its reason.
+class LoginDesk {
+ public:
+  static constexpr platform::Milliseconds refused_after{300};
+
+  // The user's name in UTF-8, or nothing for somebody who isn't let in.
+  using Answer = std::function<void(std::optional<std::string> user)>;
+
+  LoginDesk(const Context& context, Accounts& accounts, platform::PasswordHash& passwords);
+  LoginDesk(const LoginDesk&) = delete;
+  LoginDesk& operator=(const LoginDesk&) = delete;
+
+  // Name and password are in the consoles' letters. The answer comes from the loop. One that was
+  // only asked again, about rights, leaves no trace as a login.
+  void check(const Login& login, const std::string& address, Answer answer);
+
+  std::size_t waiting() const { return passwords_.waiting(); }
+
+ private:
+  struct Question;
+
+  void decide(const Question& question, bool fits);
+  void refuse(const Question& question, Refusal reason);
+
+  const Context& context_;
+  Accounts& accounts_;
+  platform::PasswordHash& passwords_;
+  LoginGuard guard_;
+  std::shared_ptr<bool> alive_ = std::make_shared<bool>(true);
+};
+
+}  // namespace lineweir::server

@@ -1,0 +1,47 @@
+#pragma once
+
+#include <deque>
+#include <map>
+#include <string>
+
+#include "platform/event_loop.h"
+
+namespace lineweir::server {
+
+// Who may try no password for a while: a user after five wrong ones in a minute, an address after
+// fifty in ten minutes. The first lock lasts a minute and each further one twice as long, to an
+// hour; a day without a wrong password makes it a minute again. Moments are the loop's.
+class LoginGuard {
+ public:
+  using Moment = platform::Milliseconds;
+
+  bool user_is_locked(const std::string& user, Moment now) const {
+    return is_locked(users_, user, now);
+  }
+  bool address_is_locked(const std::string& address, Moment now) const {
+    return is_locked(addresses_, address, now);
+  }
+
+  // A password was wrong, or the user is none. Tries during a lock don't count.
+  void note_wrong(const std::string& user, const std::string& address, Moment now);
+  void note_right(const std::string& user) { users_.erase(user); }
+
+ private:
+  struct Tries {
+    std::deque<Moment> wrong;
+    Moment locked_until{0};
+    Moment next_lock{0};
+    Moment last{0};
+  };
+  using Book = std::map<std::string, Tries>;
+  struct Limit;
+
+  static bool is_locked(const Book& book, const std::string& name, Moment now);
+  static void note(Book& book, const std::string& name, Moment now, const Limit& limit);
+  static void forget_old(Book& book, Moment now);
+
+  Book users_;
+  Book addresses_;
+};
+
+}  // namespace lineweir::server

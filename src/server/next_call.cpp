@@ -1,0 +1,93 @@
+#include "server/next_call.h"
+
+#include "base/text.h"
+#include "lines/equipment_kinds.h"
+
+namespace lineweir::server {
+namespace {
+
+constexpr int no_line = -1;
+constexpr char ready_letter = 'S';
+constexpr char ringing_letter = 'R';
+
+// The consoles give their choice up by themselves when its line gets one of these letters.
+constexpr std::string_view letters_that_end_choice = "FNCRB";
+constexpr char taken_by_others = 'E';
+
+bool ends_choice(char letter, int kind) {
+  if (letter == taken_by_others) return !is_of(kind, kinds_ringing_again);
+  return letters_that_end_choice.find(letter) != std::string_view::npos;
+}
+
+}  // namespace
+
+NextCall::NextCall(const Context& context, const GroupOptions& options, Relay& relay,
+                   GroupLines& lines)
+    : context_(context), options_(options), relay_(relay), lines_(lines) {}
+
+void NextCall::remember(int line) {
+  if (lines_.has_call(line) && !ends_choice(lines_.line(line).letter, options_.kind)) line_ = line;
+}
+
+bool NextCall::choose(int line) {
+  if (server_chooses()) return false;
+  set(line);
+  return true;
+}
+
+bool NextCall::act(Seat& seat, char letter, int bank) {
+  if (!server_chooses()) return false;
+  const auto word = [](char first, int line) {
+    return LineOrder{LineOrder::Kind::Word, first + zero_filled(line, 2), line};
+  };
+  if (letter == 'N') {
+    return line_ != no_line && lines_.obey(seat, word(bank == 1 ? 'C' : 'N', line_));
+  }
+  if (letter == 'S') {
+    const auto own = lines_.lines_in(static_cast<char>(first_position_code + seat.console));
+    for (const int line : own) lines_.obey(seat, word('S', line));
+    return !own.empty();
+  }
+  if (letter == 'A') {
+    const int ringing = longest_in(ringing_letter);
+    return ringing != no_line &&
+           lines_.obey(seat, LineOrder{LineOrder::Kind::ToOwnPosition, {}, ringing});
+  }
+  return false;
+}
+
+void NextCall::letter_changed(int line, char letter) {
+  if (server_chooses()) {
+    const int longest = longest_in(ready_letter);
+    if (longest != line_) set(longest);
+  } else if (line == line_ && ends_choice(letter, options_.kind)) {
+    // Nobody is told: they have it from the letter.
+    line_ = no_line;
+  }
+}
+
+void NextCall::tell(Seat& seat) const { seat.tell(Telling(packet())); }
+
+bool NextCall::server_chooses() const { return server_decides(options_.kind); }
+
+void NextCall::set(int line) {
+  line_ = line;
+  relay_.tell(packet());
+}
+
+// Where two have waited as long, the lower line.
+int NextCall::longest_in(char letter) const {
+  int longest = no_line;
+  for (const int line : lines_.lines_in(letter)) {
+    if (longest == no_line || lines_.line(line).clock < lines_.line(longest).clock) longest = line;
+  }
+  return longest;
+}
+
+ServerPacket NextCall::packet() const {
+  ServerPacket next = server_packet(ServerCommand::SrvNextCall, options_.number);
+  if (line_ != no_line) next.LineNo = field_byte(line_);
+  return next;
+}
+
+}  // namespace lineweir::server

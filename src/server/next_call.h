@@ -1,0 +1,41 @@
+#pragma once
+
+#include "server/context.h"
+#include "server/group_lines.h"
+#include "server/relay.h"
+
+namespace lineweir::server {
+
+// The next caller of a group. With equipment of the kinds 1 to 3 the consoles choose him, and the
+// last word holds; with a server that decides he is the one who has been ready longest.
+class NextCall {
+ public:
+  NextCall(const Context& context, const GroupOptions& options, Relay& relay, GroupLines& lines);
+
+  // From 0; -1 for none.
+  int line() const { return line_; }
+  // As it was when the last server ended.
+  void remember(int line);
+
+  // A seat has chosen a line, or none. False where the choice isn't the seats'.
+  bool choose(int line);
+  // The next caller goes to a hybrid, a screener's caller becomes ready, or the caller who has rung
+  // longest goes to the seat's handset: N, S or A. Only with a server that decides.
+  bool act(Seat& seat, char letter, int bank);
+  void letter_changed(int line, char letter);
+  void tell(Seat& seat) const;
+
+ private:
+  bool server_chooses() const;
+  void set(int line);
+  int longest_in(char letter) const;
+  ServerPacket packet() const;
+
+  const Context& context_;
+  const GroupOptions& options_;
+  Relay& relay_;
+  GroupLines& lines_;
+  int line_ = -1;
+};
+
+}  // namespace lineweir::server

@@ -1,0 +1,68 @@
+#pragma once
+
+#include <cstdint>
+#include <list>
+#include <map>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "server/context.h"
+#include "server/group.h"
+#include "server/seat.h"
+
+namespace lineweir::server {
+
+// The groups by their numbers.
+using Groups = std::map<int, std::unique_ptr<Group>>;
+
+// In the consoles' letters, in the order of the numbers from 1: a console finds a group by its
+// place. Where there is no group of a number stands "-".
+std::vector<std::string> names_of_groups(const Groups& groups, const Letters& letters);
+
+// All seats that were let in, and what becomes of one that vanishes: its caller waits for it at the
+// handset as long as a silent seat is waited for, and goes on hold then.
+class SeatBook {
+ public:
+  // So long may a seat be silent.
+  static constexpr platform::Milliseconds silence_allowed{35'000};
+
+  SeatBook(const Context& context, Groups& groups) : context_(context), groups_(groups) {}
+
+  std::uint64_t new_number() { return ++last_number_; }
+
+  const std::list<Seat*>& all() const { return seats_; }
+  void add(Seat& seat) { seats_.push_back(&seat); }
+  // The seat ends. One that has vanished may come back; the callers of one that was silent for too
+  // long go on hold at once.
+  enum class Leaving { Goodbye, Vanished, Silent };
+  void remove(Seat& seat, Leaving leaving);
+
+  // The seat registers in a group, and leaves the one in which it is. It takes over the caller of
+  // one that has vanished from the same place of the group.
+  void join(Seat& seat, Group& group);
+  void leave_group(Seat& seat);
+
+  // Runs each second.
+  void look_after_vanished();
+
+  // Of a group, or null.
+  Group* find_group(int number) const;
+
+ private:
+  struct Vanished {
+    std::uint64_t number;
+    std::string user;
+    int group;
+    int console;
+    platform::Milliseconds until;
+  };
+
+  const Context& context_;
+  Groups& groups_;
+  std::uint64_t last_number_ = 0;
+  std::list<Seat*> seats_;
+  std::list<Vanished> vanished_;
+};
+
+}  // namespace lineweir::server

@@ -1,0 +1,389 @@
+#include "server/server.h"
+
+#include <algorithm>
+#include <list>
+#include <set>
+#include <utility>
+
+#include "server/admin_services.h"
+#include "server/admin_session.h"
+#include "server/first_user.h"
+#include "server/metrics.h"
+#include "server/remote_seats.h"
+#include "server/session.h"
+
+namespace lineweir::server {
+namespace {
+
+using namespace std::chrono_literals;
+using platform::Milliseconds;
+
+constexpr Milliseconds beat_every = 1s;
+constexpr Milliseconds store_read_again_after = 2s;
+// What can't be written by then is given up, and reported.
+constexpr Milliseconds last_writes_within = 10s;
+// An exchange that is reached has told of its lines by then.
+constexpr Milliseconds letters_known_after = 10s;
+
+}  // namespace
+
+class Server::Inside {
+ public:
+  Inside(ServerServices services, ServerOptions options);
+  ~Inside();
+  Inside(const Inside&) = delete;
+  Inside& operator=(const Inside&) = delete;
+
+  void start(std::function<void()> serving,
+             std::function<void(std::string name, std::string password)> first_user);
+  void accept(std::unique_ptr<platform::Connection> connection);
+  void accept_admin(std::unique_ptr<platform::Connection> connection);
+  void publish(platform::RemoteService& service);
+  void reconfigure(ServerOptions options);
+  void shut_down(int seconds, const std::string& text, std::function<void()> done);
+  std::string metrics() const;
+
+  std::function<void(int seconds, std::string text)> on_shutdown_asked;
+
+ private:
+  void read_store(std::function<void(platform::StoredState)> done);
+  void take_over(platform::StoredState state);
+  void make_first_user(std::function<void(std::string name, std::string password)> told);
+  void begin_group(const GroupOptions& options, const platform::GroupMemory* memory);
+  void watch_exchange(Group& group);
+  void remove_empty_groups();
+  void beat();
+  void end_sessions();
+  void remove_later(Session& session);
+  void end_seats(const std::string& user, const std::string& why);
+  std::size_t connections_from(const std::string& peer) const;
+  AdminServices admin_services();
+  void after(Milliseconds delay, std::function<void()> call);
+
+  ServerServices services_;
+  ServerOptions options_;
+  Figures figures_;
+  StoreOutbox outbox_;
+  Audit audit_;
+  CallBook calls_;
+  Context context_;
+  Accounts accounts_;
+  LoginDesk logins_;
+  Groups groups_;
+  SeatBook seats_;
+  std::map<std::string, std::string> told_at_login_;
+  std::list<std::unique_ptr<Session>> sessions_;
+  std::list<std::unique_ptr<AdminSession>> admins_;
+  std::unique_ptr<RemoteSeats> remote_seats_;
+  // Of groups that the configuration doesn't have any more.
+  std::set<int> ending_groups_;
+  bool serving_ = false;
+  Milliseconds beat_due_{0};
+  platform::EventLoop::CallId next_beat_ = 0;
+  platform::EventLoop::CallId shutdown_ = 0;
+  Milliseconds ends_at_{0};
+  std::shared_ptr<bool> alive_ = std::make_shared<bool>(true);
+};
+
+Server::Inside::Inside(ServerServices services, ServerOptions options)
+    : services_(std::move(services)),
+      options_(std::move(options)),
+      outbox_(services_.loop, services_.store, services_.log),
+      audit_(services_.clock, services_.random, outbox_),
+      calls_(services_.clock, outbox_),
+      context_{services_.loop, services_.clock, services_.letters, services_.log, figures_, outbox_,
+               audit_,         calls_},
+      accounts_(outbox_),
+      logins_(context_, accounts_, services_.passwords),
+      seats_(context_, groups_) {}
+
+Server::Inside::~Inside() {
+  services_.loop.cancel(next_beat_);
+  services_.loop.cancel(shutdown_);
+  remote_seats_.reset();
+  sessions_.clear();
+}
+
+void Server::Inside::start(std::function<void()> serving,
+                           std::function<void(std::string name, std::string password)> first_user) {
+  read_store([this, serving = std::move(serving),
+              first_user = std::move(first_user)](platform::StoredState state) mutable {
+    const bool is_new = state.accounts.empty();
+    take_over(std::move(state));
+    audit_.note({}, "server started");
+    serving_ = true;
+    beat_due_ = services_.loop.now() + beat_every;
+    next_beat_ = services_.loop.schedule(beat_every, [this] { beat(); });
+    if (is_new) make_first_user(std::move(first_user));
+    serving();
+  });
+}
+
+void Server::Inside::read_store(std::function<void(platform::StoredState)> done) {
+  services_.store.load([this, alive = std::weak_ptr(alive_),
+                        done = std::move(done)](std::optional<platform::StoredState> state) {
+    if (!alive.lock()) return;
+    if (state) return done(std::move(*state));
+    services_.log(LogLevel::Error, "the store can't be read; it is tried again");
+    after(store_read_again_after, [this, done] { read_store(done); });
+  });
+}
+
+void Server::Inside::take_over(platform::StoredState state) {
+  accounts_.take_over(std::move(state.accounts));
+  calls_.remember(std::move(state.open_calls));
+  for (const GroupOptions& options : options_.groups) {
+    const auto memory = std::find_if(state.groups.begin(), state.groups.end(),
+                                     [&](const auto& of) { return of.group == options.number; });
+    begin_group(options, memory == state.groups.end() ? nullptr : &*memory);
+  }
+}
+
+void Server::Inside::make_first_user(
+    std::function<void(std::string name, std::string password)> told) {
+  const std::string name(first_user_name);
+  std::string password = random_password(services_.random);
+  services_.passwords.hash(password, [this, alive = std::weak_ptr(alive_), name, password,
+                                      told = std::move(told)](const std::string& hash) {
+    if (!alive.lock() || !accounts_.empty()) return;
+    accounts_.save(first_account(hash));
+    audit_.note({}, "user added", name);
+    told(name, password);
+  });
+}
+
+void Server::Inside::begin_group(const GroupOptions& options, const platform::GroupMemory* memory) {
+  auto group = std::make_unique<Group>(context_, options, services_.make_exchange(options), memory);
+  watch_exchange(*group);
+  groups_[options.number] = std::move(group);
+}
+
+// A call that stood when the last server ended goes on where the exchange still has it.
+void Server::Inside::watch_exchange(Group& group) {
+  exchange::Exchange& exchange = group.lines().exchange();
+  const int number = group.number();
+  const auto close_forgotten = [this, number] {
+    after(letters_known_after, [this, number] { calls_.close_forgotten(number); });
+  };
+  if (exchange.is_reached()) close_forgotten();
+  exchange.on_reached = [this, number, close_forgotten](bool reached) {
+    Group* const of_number = seats_.find_group(number);
+    if (of_number == nullptr) return;
+    const std::string& name = of_number->options().name;
+    if (reached) {
+      services_.log(LogLevel::Notice, name + ": the exchange is reached");
+      close_forgotten();
+    } else {
+      services_.log(LogLevel::Error, name + ": the exchange can't be reached");
+      of_number->tell_persons("The telephone equipment of " + name +
+                              " does not answer. The lines show what was last known of them.");
+    }
+  };
+}
+
+void Server::Inside::accept(std::unique_ptr<platform::Connection> connection) {
+  const std::string peer = connection->peer();
+  const auto most = static_cast<std::size_t>(options_.seats);
+  const auto most_of_address = static_cast<std::size_t>(options_.seats_of_address);
+  if (!serving_ || sessions_.size() >= most || connections_from(peer) >= most_of_address) {
+    return figures_.refuse(Refusal::TooManySeats);
+  }
+  ++figures_.connections;
+  sessions_.push_back(
+      std::make_unique<Session>(seats_.new_number(), std::move(connection),
+                                SessionServices{context_, accounts_, logins_, seats_, groups_,
+                                                options_.fixed_seats, told_at_login_},
+                                [this](Session& session) { remove_later(session); }));
+}
+
+std::size_t Server::Inside::connections_from(const std::string& peer) const {
+  return static_cast<std::size_t>(
+      std::count_if(sessions_.begin(), sessions_.end(),
+                    [&](const auto& session) { return session->place() == peer; }));
+}
+
+// A session ends in the middle of its own work.
+void Server::Inside::remove_later(Session& session) {
+  after(Milliseconds{0}, [this, &session] {
+    std::erase_if(sessions_, [&](const auto& held) { return held.get() == &session; });
+    remove_empty_groups();
+  });
+}
+
+void Server::Inside::accept_admin(std::unique_ptr<platform::Connection> connection) {
+  admins_.push_back(std::make_unique<AdminSession>(
+      std::move(connection), admin_services(), [this](AdminSession& session) {
+        after(Milliseconds{0}, [this, &session] {
+          std::erase_if(admins_, [&](const auto& held) { return held.get() == &session; });
+        });
+      }));
+}
+
+AdminServices Server::Inside::admin_services() {
+  return {context_,
+          services_.store,
+          services_.passwords,
+          accounts_,
+          seats_,
+          groups_,
+          [this](const std::string& user) {
+            for (const auto& session : sessions_) {
+              if (!session->is_over() && session->user == user) session->take_new_rights();
+            }
+          },
+          [this](const std::string& user, const std::string& why) { end_seats(user, why); },
+          [this](int seconds, const std::string& text) {
+            if (on_shutdown_asked) on_shutdown_asked(seconds, text);
+          },
+          [this](std::function<void(bool read)> done) {
+            services_.store.load([this, alive = std::weak_ptr(alive_), done = std::move(done)](
+                                     std::optional<platform::StoredState> state) {
+              if (!alive.lock()) return;
+              if (state) accounts_.take_over(std::move(state->accounts));
+              done(state.has_value());
+            });
+          }};
+}
+
+void Server::Inside::publish(platform::RemoteService& service) {
+  remote_seats_ = std::make_unique<RemoteSeats>(context_, seats_, groups_, service);
+}
+
+void Server::Inside::reconfigure(ServerOptions options) {
+  options_ = std::move(options);
+  ending_groups_.clear();
+  for (const auto& [number, group] : groups_) ending_groups_.insert(number);
+  for (const GroupOptions& wanted : options_.groups) {
+    ending_groups_.erase(wanted.number);
+    Group* const group = seats_.find_group(wanted.number);
+    if (group == nullptr) {
+      begin_group(wanted, nullptr);
+    } else {
+      group->change(wanted);
+    }
+  }
+  for (const auto& session : sessions_) {
+    if (!session->is_over() && session->group != 0) session->tell_groups();
+  }
+  remove_empty_groups();
+  audit_.note({}, "configuration read again");
+}
+
+void Server::Inside::remove_empty_groups() {
+  for (auto number = ending_groups_.begin(); number != ending_groups_.end();) {
+    Group* const group = seats_.find_group(*number);
+    const bool is_empty = group == nullptr || group->seats().seats().empty();
+    if (is_empty) groups_.erase(*number);
+    number = is_empty ? ending_groups_.erase(number) : std::next(number);
+  }
+}
+
+void Server::Inside::beat() {
+  const Milliseconds now = services_.loop.now();
+  figures_.late = now - beat_due_;
+  figures_.worst_late = std::max(figures_.worst_late, figures_.late);
+  beat_due_ = now + beat_every;
+  next_beat_ = services_.loop.schedule(beat_every, [this] { beat(); });
+
+  const Telling time(time_packet(context_));
+  for (const auto& session : sessions_) {
+    session->look_after_silence();
+    if (!session->is_over() && session->group != 0) session->tell(time);
+  }
+  seats_.look_after_vanished();
+}
+
+void Server::Inside::shut_down(int seconds, const std::string& text, std::function<void()> done) {
+  const Milliseconds wait = std::chrono::seconds(std::max(seconds, 0));
+  const Milliseconds now = services_.loop.now();
+  if (shutdown_ != 0 && ends_at_ <= now + wait) return;
+  services_.loop.cancel(shutdown_);
+  ends_at_ = now + wait;
+  ServerPacket notice =
+      server_packet(ServerCommand::SrvShutdownNotice, no_value, services_.letters.from_utf8(text));
+  notice.AltInfo = field_byte(std::clamp(seconds, 0, 254));
+  const Telling told(notice);
+  for (const auto& session : sessions_) {
+    if (!session->is_over() && !session->user.empty()) session->tell(told);
+  }
+  audit_.note({}, "server ends", text);
+  shutdown_ = services_.loop.schedule(wait, [this, done = std::move(done)] {
+    end_sessions();
+    // Whichever comes first.
+    const auto once = std::make_shared<std::function<void()>>(done);
+    const auto end = [this, once] {
+      if (outbox_.waiting() != 0) {
+        services_.log(LogLevel::Error, "the store could not be written: " +
+                                           std::to_string(outbox_.waiting()) + " records are lost");
+      }
+      if (const auto call = std::exchange(*once, nullptr)) call();
+    };
+    after(last_writes_within, end);
+    outbox_.when_empty(end);
+  });
+}
+
+void Server::Inside::end_sessions() {
+  serving_ = false;
+  remote_seats_.reset();
+  for (const auto& session : sessions_) session->end();
+}
+
+void Server::Inside::end_seats(const std::string& user, const std::string& why) {
+  for (const auto& session : sessions_) {
+    if (session->is_over() || session->user != user) continue;
+    session->tell_person(why);
+    session->end();
+  }
+}
+
+std::string Server::Inside::metrics() const {
+  QueueFigures queues;
+  for (const auto& session : sessions_) {
+    if (session->is_over()) continue;
+    ++queues.connections;
+    queues.queued_bytes += session->queued();
+    queues.longest_queue = std::max(queues.longest_queue, session->queued());
+  }
+  return metrics_text(context_, seats_, groups_, logins_, queues);
+}
+
+void Server::Inside::after(Milliseconds delay, std::function<void()> call) {
+  services_.loop.schedule(delay, [alive = std::weak_ptr(alive_), call = std::move(call)] {
+    if (alive.lock()) call();
+  });
+}
+
+Server::Server(ServerServices services, ServerOptions options)
+    : inside_(std::make_unique<Inside>(std::move(services), std::move(options))) {
+  inside_->on_shutdown_asked = [this](int seconds, std::string text) {
+    if (on_shutdown_asked) on_shutdown_asked(seconds, std::move(text));
+  };
+}
+
+Server::~Server() = default;
+
+void Server::start(std::function<void()> serving,
+                   std::function<void(std::string name, std::string password)> first_user) {
+  inside_->start(std::move(serving), std::move(first_user));
+}
+
+void Server::accept(std::unique_ptr<platform::Connection> connection) {
+  inside_->accept(std::move(connection));
+}
+
+void Server::accept_admin(std::unique_ptr<platform::Connection> connection) {
+  inside_->accept_admin(std::move(connection));
+}
+
+void Server::publish(platform::RemoteService& service) { inside_->publish(service); }
+
+void Server::reconfigure(ServerOptions options) { inside_->reconfigure(std::move(options)); }
+
+void Server::shut_down(int seconds, const std::string& text, std::function<void()> done) {
+  inside_->shut_down(seconds, text, std::move(done));
+}
+
+std::string Server::metrics() const { return inside_->metrics(); }
+
+}  // namespace lineweir::server

@@ -1,0 +1,120 @@
+#include "server/store_outbox.h"
+
+#include <string>
+#include <type_traits>
+#include <utility>
+
+namespace lineweir::server {
+namespace {
+
+using platform::StoreChange;
+
+// What a change replaces: two with the same name are about the same thing. Events replace nothing.
+std::string name_of_thing(const StoreChange& change) {
+  return std::visit(
+      [](const auto& thing) -> std::string {
+        using Thing = std::decay_t<decltype(thing)>;
+        if constexpr (std::is_same_v<Thing, platform::Account> ||
+                      std::is_same_v<Thing, platform::AccountRemoval>) {
+          return "account " + thing.name;
+        } else if constexpr (std::is_same_v<Thing, platform::CallRecord>) {
+          return "call " + std::to_string(thing.id);
+        } else if constexpr (std::is_same_v<Thing, platform::GroupMemory>) {
+          return "group " + std::to_string(thing.group);
+        } else {
+          return {};
+        }
+      },
+      change);
+}
+
+}  // namespace
+
+StoreOutbox::StoreOutbox(platform::EventLoop& loop, platform::Store& store, const ServerLog& log)
+    : loop_(loop), store_(store), log_(log) {}
+
+StoreOutbox::~StoreOutbox() { loop_.cancel(next_write_); }
+
+void StoreOutbox::put(StoreChange change) {
+  const std::string name = name_of_thing(change);
+  if (!name.empty()) {
+    if (const auto known = places_.find(name); known != places_.end()) {
+      waiting_[known->second - taken_] = std::move(change);
+      return;
+    }
+    places_[name] = taken_ + waiting_.size();
+  }
+  waiting_.push_back(std::move(change));
+  if (waiting_.size() > most_waiting) lose_oldest();
+  if (next_write_ == 0 && in_flight_ == 0) schedule(gathered_for);
+}
+
+void StoreOutbox::when_empty(std::function<void()> done) {
+  when_empty_ = std::move(done);
+  tell_empty();
+}
+
+void StoreOutbox::schedule(platform::Milliseconds delay) {
+  next_write_ = loop_.schedule(delay, [this] {
+    next_write_ = 0;
+    write();
+  });
+}
+
+void StoreOutbox::write() {
+  if (in_flight_ != 0 || waiting_.empty()) return;
+  while (!waiting_.empty() && writing_.size() < batch) take_first();
+  in_flight_ = writing_.size();
+  hand_to_store();
+}
+
+void StoreOutbox::hand_to_store() {
+  store_.write(writing_, [this, alive = std::weak_ptr(alive_)](bool done) {
+    if (alive.lock()) written(done);
+  });
+}
+
+void StoreOutbox::take_first() {
+  places_.erase(name_of_thing(waiting_.front()));
+  writing_.push_back(std::move(waiting_.front()));
+  waiting_.pop_front();
+  ++taken_;
+}
+
+void StoreOutbox::lose_oldest() {
+  if (lost_++ == 0) log_(LogLevel::Error, "the store has been away for too long: records are lost");
+  places_.erase(name_of_thing(waiting_.front()));
+  waiting_.pop_front();
+  ++taken_;
+}
+
+void StoreOutbox::written(bool done) {
+  if (done != !away_) {
+    away_ = !done;
+    log_(away_ ? LogLevel::Error : LogLevel::Notice,
+         away_ ? "the store can't be written; what must be kept waits"
+               : "the store can be written again");
+  }
+  in_flight_ = 0;
+  if (!done) {
+    // The same batch again, so that its order stays.
+    in_flight_ = writing_.size();
+    next_write_ = loop_.schedule(retried_after, [this] {
+      next_write_ = 0;
+      hand_to_store();
+    });
+    return;
+  }
+  writing_.clear();
+  if (!waiting_.empty()) return schedule(platform::Milliseconds{0});
+  tell_empty();
+}
+
+void StoreOutbox::tell_empty() {
+  if (!when_empty_ || waiting() != 0) return;
+  // It may end this.
+  const auto done = std::exchange(when_empty_, nullptr);
+  done();
+}
+
+}  // namespace lineweir::server

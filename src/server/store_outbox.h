@@ -1,0 +1,69 @@
+#pragma once
+
+#include <deque>
+#include <functional>
+#include <memory>
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+#include "platform/event_loop.h"
+#include "platform/store.h"
+#include "server/server_log.h"
+
+namespace lineweir::server {
+
+// What waits to be written to the store. Nobody waits for it: while the store is away or slow it
+// grows, and all is written in its order when it can be. What replaces an account, a call or a
+// group's memory takes the place of what still waits for the same.
+class StoreOutbox {
+ public:
+  static constexpr platform::Milliseconds gathered_for{20};
+  static constexpr platform::Milliseconds retried_after{1000};
+  // In one write.
+  static constexpr std::size_t batch = 500;
+  // Beyond so many the oldest audit events and ended calls are lost, which is reported.
+  static constexpr std::size_t most_waiting = 200'000;
+
+  StoreOutbox(platform::EventLoop& loop, platform::Store& store, const ServerLog& log);
+  ~StoreOutbox();
+  StoreOutbox(const StoreOutbox&) = delete;
+  StoreOutbox& operator=(const StoreOutbox&) = delete;
+
+  void put(platform::StoreChange change);
+
+  // Told once, as soon as nothing waits.
+  void when_empty(std::function<void()> done);
+
+  std::size_t waiting() const { return waiting_.size() + in_flight_; }
+  std::size_t lost() const { return lost_; }
+  bool store_is_away() const { return away_; }
+
+ private:
+  void schedule(platform::Milliseconds delay);
+  void write();
+  void hand_to_store();
+  void written(bool done);
+  void take_first();
+  void lose_oldest();
+  void tell_empty();
+
+  platform::EventLoop& loop_;
+  platform::Store& store_;
+  const ServerLog& log_;
+  std::deque<platform::StoreChange> waiting_;
+  // How many have left the front of what waits, and the places of what replaces something, counted
+  // with those.
+  std::size_t taken_ = 0;
+  std::unordered_map<std::string, std::size_t> places_;
+  std::vector<platform::StoreChange> writing_;
+  std::size_t in_flight_ = 0;
+  std::size_t lost_ = 0;
+  bool away_ = false;
+  platform::EventLoop::CallId next_write_ = 0;
+  std::function<void()> when_empty_;
+  // What the store tells behind this one's end is passed over.
+  std::shared_ptr<bool> alive_ = std::make_shared<bool>(true);
+};
+
+}  // namespace lineweir::server
