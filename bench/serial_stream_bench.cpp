@@ -7,8 +7,8 @@
 #include <string>
 #include <vector>
 
-#include "wire/serial_buffer.h"
 #include "support/scripted_console.h"
+#include "wire/serial_buffer.h"
 
 namespace lineweir::test {
 namespace {

@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "base/text.h"
-#include "server/remote_seat.h"
+#include "server/remote_client.h"
 #include "wire/studio_texts.h"
 
 namespace lineweir::server {
@@ -99,28 +99,28 @@ void RemoteSeats::forget(const std::string& caller) {
   std::erase_if(seats_, [&](const auto& seat) { return seat->caller == caller; });
 }
 
-RemoteSeat& RemoteSeats::seat_of(const std::string& caller, int group) {
+RemoteClient& RemoteSeats::seat_of(const std::string& caller, int group) {
   const auto known = std::find_if(seats_.begin(), seats_.end(), [&](const auto& seat) {
     return seat->caller == caller && seat->of_group == group;
   });
   if (known != seats_.end()) return **known;
   if (seats_.size() >= most_seats) forget(seats_.front()->caller);
   seats_.push_back(
-      std::make_unique<RemoteSeat>(book_.new_number(), caller, group, book_, service_));
+      std::make_unique<RemoteClient>(book_.new_number(), caller, group, book_, service_));
   seats_.back()->since = context_.clock.now();
   book_.add(*seats_.back());
   return *seats_.back();
 }
 
 RemoteArgument RemoteSeats::add_client(const std::string& caller, const Arguments& arguments) {
-  RemoteSeat& seat = seat_of(caller, number_at(arguments, 1));
+  RemoteClient& seat = seat_of(caller, number_at(arguments, 1));
   seat.object = text_at(arguments, 0);
   book_.join(seat, *book_.find_group(seat.of_group));
   return true;
 }
 
 RemoteArgument RemoteSeats::drop_client(const std::string& caller, const Arguments& arguments) {
-  RemoteSeat& seat = seat_of(caller, number_at(arguments, 1));
+  RemoteClient& seat = seat_of(caller, number_at(arguments, 1));
   if (seat.object != text_at(arguments, 0)) return false;
   book_.leave_group(seat);
   seat.object.clear();

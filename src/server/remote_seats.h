@@ -10,7 +10,7 @@
 
 namespace lineweir::server {
 
-class RemoteSeat;
+class RemoteClient;
 
 // Consoles and other programs that work the groups through the published objects. There is no
 // login: who may call is for the bus to say.
@@ -32,7 +32,7 @@ class RemoteSeats {
   void forget(const std::string& caller);
   // The caller's seat in the group; one that hasn't asked to be called back gets one that hears
   // nothing.
-  RemoteSeat& seat_of(const std::string& caller, int group);
+  RemoteClient& seat_of(const std::string& caller, int group);
 
   // One for each member; told beside the table in the source.
   platform::RemoteArgument add_client(const std::string& caller, const Arguments& arguments);
@@ -52,7 +52,7 @@ class RemoteSeats {
   SeatBook& book_;
   Groups& groups_;
   platform::RemoteService& service_;
-  std::vector<std::unique_ptr<RemoteSeat>> seats_;
+  std::vector<std::unique_ptr<RemoteClient>> seats_;
 };
 
 }  // namespace lineweir::server

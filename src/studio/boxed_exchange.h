@@ -6,13 +6,13 @@
 #include <string_view>
 #include <vector>
 
-#include "studio/exchange_names.h"
 #include "exchange/auto_operator.h"
 #include "exchange/caller_process.h"
-#include "studio/pacer.h"
-#include "studio/record.h"
 #include "exchange/studio_event.h"
 #include "exchange/switchboard.h"
+#include "studio/exchange_names.h"
+#include "studio/pacer.h"
+#include "studio/record.h"
 #include "studio/word_cutter.h"
 
 namespace lineweir::studio {

@@ -5,8 +5,8 @@
 #include <string_view>
 #include <vector>
 
-#include "studio/exchange_names.h"
 #include "exchange/studio_event.h"
+#include "studio/exchange_names.h"
 
 namespace lineweir::studio {
 

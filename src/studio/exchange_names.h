@@ -1,6 +1,5 @@
 #pragma once
 
-#include "studio/exchange_names.h"
 #include "exchange/moment.h"
 
 // The studio speaks of lines, words, events and moments as the exchange does.

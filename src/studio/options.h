@@ -10,8 +10,8 @@ namespace lineweir::studio {
 
 struct StudioOptions {
   BoxedExchangeOptions exchange;  // with the script read, and the duration as an event of its own
-  std::string link;          // empty for none
-  std::string log;           // empty for none, "-" for the standard output
+  std::string link;               // empty for none
+  std::string log;                // empty for none, "-" for the standard output
 };
 
 struct ParsedOptions {

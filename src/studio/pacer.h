@@ -6,8 +6,8 @@
 #include <string>
 #include <string_view>
 
-#include "studio/exchange_names.h"
 #include "exchange/moment.h"
+#include "studio/exchange_names.h"
 
 namespace lineweir::studio {
 

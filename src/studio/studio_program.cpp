@@ -10,8 +10,8 @@
 #include <ostream>
 #include <string>
 
-#include "studio/device_link.h"
 #include "studio/boxed_exchange.h"
+#include "studio/device_link.h"
 #include "studio/output.h"
 #include "studio/pseudo_terminal.h"
 #include "studio/stop_signal.h"

@@ -9,8 +9,8 @@
 #include <string_view>
 #include <vector>
 
-#include "studio/exchange_names.h"
 #include "exchange/moment.h"
+#include "studio/exchange_names.h"
 
 namespace lineweir::studio {
 

@@ -9,9 +9,9 @@
 #include <string_view>
 #include <vector>
 
+#include "exchange/dice.h"
 #include "platform/scripted/virtual_event_loop.h"
 #include "simulation/transcript.h"
-#include "exchange/dice.h"
 
 namespace lineweir::simulation {
 

@@ -4,8 +4,8 @@
 #include <string_view>
 
 #include "driver/places.h"
-#include "simulation/seat.h"
 #include "exchange/dice.h"
+#include "simulation/seat.h"
 
 namespace lineweir::simulation {
 

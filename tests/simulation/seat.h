@@ -7,10 +7,10 @@
 #include <vector>
 
 #include "core/console.h"
+#include "exchange/dice.h"
 #include "platform/scripted/scripted_platform.h"
 #include "simulation/network_socket.h"
 #include "simulation/transcript.h"
-#include "exchange/dice.h"
 
 namespace lineweir::simulation {
 

@@ -1,4 +1,4 @@
-#include "server/remote_seat.h"
+#include "server/remote_client.h"
 
 #include "server/rights_templates.h"
 
@@ -12,8 +12,8 @@ int line_number(const ServerPacket& packet) {
 
 }  // namespace
 
-RemoteSeat::RemoteSeat(std::uint64_t seat_number, std::string caller_name, int group_number,
-                       SeatBook& book, platform::RemoteService& service)
+RemoteClient::RemoteClient(std::uint64_t seat_number, std::string caller_name, int group_number,
+                           SeatBook& book, platform::RemoteService& service)
     : Seat(seat_number),
       caller(std::move(caller_name)),
       of_group(group_number),
@@ -23,7 +23,7 @@ RemoteSeat::RemoteSeat(std::uint64_t seat_number, std::string caller_name, int g
   rights = rights_of(RightsTemplate::Engineer);
 }
 
-void RemoteSeat::tell(const Telling& telling) {
+void RemoteClient::tell(const Telling& telling) {
   if (object.empty()) return;
   const ServerPacket& packet = telling.packet;
   const auto call = [&](const char* member, platform::RemoteArguments arguments) {

@@ -10,11 +10,11 @@ namespace lineweir::server {
 
 // A program that works a group through the published objects, and whose own object is called when
 // something changes.
-class RemoteSeat final : public Seat {
+class RemoteClient final : public Seat {
  public:
   // Without an object it is told nothing.
-  RemoteSeat(std::uint64_t seat_number, std::string caller, int group_number, SeatBook& book,
-             platform::RemoteService& service);
+  RemoteClient(std::uint64_t seat_number, std::string caller, int group_number, SeatBook& book,
+               platform::RemoteService& service);
 
   void tell(const Telling& telling) override;
   void tell_person(const std::string&) override {}
