@@ -1,0 +1,56 @@
+#pragma once
+
+#include <functional>
+#include <map>
+#include <memory>
+#include <unordered_map>
+#include <utility>
+
+#include "platform/event_loop.h"
+#include "platform/poster.h"
+
+namespace boost::asio {
+class io_context;
+}
+
+namespace lineweir::platform {
+
+// A loop on which the sockets of Boost.Asio work too. Whatever uses its context is gone before it.
+class AsioLoop final : public EventLoop, public Poster {
+ public:
+  // So long does yield() wait at most.
+  static constexpr Milliseconds longest_wait{100};
+
+  AsioLoop();
+  ~AsioLoop() override;
+  AsioLoop(const AsioLoop&) = delete;
+  AsioLoop& operator=(const AsioLoop&) = delete;
+
+  Milliseconds now() const override;
+  CallId schedule(Milliseconds delay, std::function<void()> call) override;
+  void cancel(CallId id) override;
+  // What is scheduled by the calls that run here is left for the next time.
+  void run_pending() override;
+  void yield() override;
+  void post(std::function<void()> call) override;
+
+  // Runs whatever comes until a handler calls stop().
+  void run();
+  void stop() { stopped_ = true; }
+
+  boost::asio::io_context& context() { return *context_; }
+
+ private:
+  using Place = std::pair<Milliseconds, CallId>;
+
+  void step(Milliseconds longest);
+  bool run_due_calls();
+
+  std::unique_ptr<boost::asio::io_context> context_;
+  std::map<Place, std::function<void()>> queue_;
+  std::unordered_map<CallId, Milliseconds> due_times_;
+  CallId last_id_ = 0;
+  bool stopped_ = false;
+};
+
+}  // namespace lineweir::platform
