@@ -11,6 +11,6 @@ namespace lineweir::platform {
 // Opens a serial port, 1200 bits per second, 8 data bits, no parity, 1 stop bit, for this process
 // alone. Its end is told once the device or its other end has gone. Throws std::runtime_error,
 // whose text is a sentence.
-std::unique_ptr<Connection> open_serial_line(AsioLoop& loop, const std::string& device);
+std::unique_ptr<Connection> open_serial_device(AsioLoop& loop, const std::string& device);
 
 }  // namespace lineweir::platform

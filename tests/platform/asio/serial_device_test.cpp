@@ -3,7 +3,7 @@
 #include <filesystem>
 #include <optional>
 
-#include "platform/asio/serial_line.h"
+#include "platform/asio/serial_device.h"
 #include "platform/pseudo_terminal.h"
 #include "platform/temporary_directory.h"
 #include "platform/waiting.h"
@@ -21,7 +21,7 @@ struct SerialFixture {
   std::optional<ConnectionEnd> end;
 
   void open(const std::string& device) {
-    line = open_serial_line(loop, device);
+    line = open_serial_device(loop, device);
     line->on_bytes = [this](std::string_view bytes) { received += bytes; };
     line->on_end = [this](ConnectionEnd reason) { end = reason; };
   }
@@ -52,7 +52,7 @@ TEST_CASE_FIXTURE(SerialFixture, "A serial line is found through a link, and bel
   const std::filesystem::path link = directory.path() / "box";
   std::filesystem::create_symlink(box.device(), link);
   open(link);
-  CHECK_THROWS_WITH(open_serial_line(loop, box.device()),
+  CHECK_THROWS_WITH(open_serial_device(loop, box.device()),
                     ("Can't open " + box.device() + ": Resource temporarily unavailable").c_str());
   line.reset();
   open(box.device());
@@ -81,8 +81,8 @@ TEST_CASE_FIXTURE(SerialFixture, "What is queued for a serial line goes out befo
 
 TEST_CASE("What is no serial port is refused in a sentence") {
   AsioLoop loop;
-  CHECK_THROWS_WITH(open_serial_line(loop, "/dev/none"),
+  CHECK_THROWS_WITH(open_serial_device(loop, "/dev/none"),
                     "Can't open /dev/none: No such file or directory");
-  CHECK_THROWS_WITH(open_serial_line(loop, "/dev/null"),
+  CHECK_THROWS_WITH(open_serial_device(loop, "/dev/null"),
                     "Can't open /dev/null: it is no serial port");
 }

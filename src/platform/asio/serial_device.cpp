@@ -1,4 +1,4 @@
-#include "platform/asio/serial_line.h"
+#include "platform/asio/serial_device.h"
 
 #include <fcntl.h>
 #include <sys/file.h>
@@ -34,7 +34,7 @@ bool set_up(int descriptor) {
 
 }  // namespace
 
-std::unique_ptr<Connection> open_serial_line(AsioLoop& loop, const std::string& device) {
+std::unique_ptr<Connection> open_serial_device(AsioLoop& loop, const std::string& device) {
   FileDescriptor file(::open(device.c_str(), O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC));
   if (!file.is_open()) fail(device, std::strerror(errno));
   if (::isatty(file.get()) == 0) fail(device, "it is no serial port");
