@@ -1,6 +1,7 @@
 #pragma once
 
 #include <functional>
+#include <limits>
 #include <optional>
 #include <string>
 #include <vector>
@@ -9,17 +10,42 @@
 
 namespace lineweir::platform {
 
+inline constexpr std::size_t no_limit = std::numeric_limits<std::size_t>::max();
+
+// A call among those that have ended, in the order of their ends.
+struct CallPlace {
+  Moment ended{0};
+  std::int64_t id = 0;
+
+  friend auto operator<=>(const CallPlace&, const CallPlace&) = default;
+};
+
 struct CallFilter {
   // 0 for every group.
   int group = 0;
   // Calls that ended at this moment or later.
   Moment since{0};
+  // Calls behind this one.
+  CallPlace after = {};
+  // The first ones of all these.
+  std::size_t limit = no_limit;
+};
+
+struct AuditFilter {
+  // Entries behind the one of this number.
+  std::int64_t after = 0;
+  // The first ones of all these.
+  std::size_t limit = no_limit;
 };
 
 struct AuditVerdict {
   std::int64_t entries = 0;
   // The number of the first entry that is missing or changed; 0 where all is right.
   std::int64_t first_wrong = 0;
+  // Of the last entry; empty where there is none.
+  std::string last_hash = {};
+
+  friend bool operator==(const AuditVerdict&, const AuditVerdict&) = default;
 };
 
 // Where a server keeps what must outlive it. No call waits: the work is done away from the loop and
@@ -38,14 +64,25 @@ class Store {
   virtual void calls(const CallFilter& filter,
                      std::function<void(std::optional<std::vector<CallRecord>> calls)> done) = 0;
 
-  virtual void audit(std::function<void(std::optional<std::vector<AuditEntry>> entries)> done) = 0;
+  // In the order of their numbers.
+  virtual void audit(const AuditFilter& filter,
+                     std::function<void(std::optional<std::vector<AuditEntry>> entries)> done) = 0;
   virtual void verify_audit(std::function<void(std::optional<AuditVerdict> verdict)> done) = 0;
 
   // A file that holds all that the store holds now, also while it is written to. A file that is
   // there already is not touched. The failure is a sentence, empty where it was done.
   virtual void backup(const std::string& file, std::function<void(std::string failure)> done) = 0;
-  // Takes over what a backup holds. Only into a store without accounts, calls and audit.
+  // Takes over what a backup holds, and nothing of what the store held. Only into a store that
+  // holds no call and at most one account, which never logged in and has no profile: that is what a
+  // server's first start leaves.
   virtual void restore(const std::string& file, std::function<void(std::string failure)> done) = 0;
+
+  // Calls of the above that wait or are being worked on.
+  virtual std::size_t waiting() const = 0;
+
+  // Why the store can't be read or written now, as a sentence; empty once it can again. Set by the
+  // owner; told from the loop when it changes.
+  std::function<void(const std::string& trouble)> on_trouble;
 };
 
 }  // namespace lineweir::platform
