@@ -20,6 +20,8 @@ class OpenFile {
   sqlite3* get() const { return connection_.get(); }
   DiskIdentity identity() const { return identity_; }
 
+  // Whether the file still lies under its name.
+  bool in_place() const { return disk_identity(name_) == identity_; }
   // A Failure of number 3024 where the file isn't there any more under its name.
   void require_in_place() const;
 
@@ -40,8 +42,6 @@ class OpenFile {
     const std::filesystem::path& name_;
     DiskIdentity file_;
   };
-
-  bool in_place() const { return disk_identity(name_) == identity_; }
 
   GuardedFiles& guard_;
   // Without links, as SQLite names what lies beside.

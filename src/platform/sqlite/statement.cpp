@@ -25,6 +25,19 @@ Statement& Statement::bind(int parameter, std::int64_t number) {
   return *this;
 }
 
+Statement& Statement::bind_bytes(int parameter, std::string_view bytes) {
+  const char* first = bytes.empty() ? "" : bytes.data();
+  const int result = sqlite3_bind_blob64(statement_, parameter, first, bytes.size(), SQLITE_STATIC);
+  if (result != SQLITE_OK) throw sqlite_failure(result, connection_);
+  return *this;
+}
+
+Statement& Statement::bind_nothing(int parameter) {
+  const int result = sqlite3_bind_null(statement_, parameter);
+  if (result != SQLITE_OK) throw sqlite_failure(result, connection_);
+  return *this;
+}
+
 bool Statement::step() {
   const int result = sqlite3_step(statement_);
   if (result == SQLITE_ROW) return true;

@@ -20,6 +20,9 @@ class Statement {
   // The text must last until the statement has been reset or destroyed.
   Statement& bind(int parameter, std::string_view text);
   Statement& bind(int parameter, std::int64_t number);
+  // Bytes that are no text in UTF-8; the same holds.
+  Statement& bind_bytes(int parameter, std::string_view bytes);
+  Statement& bind_nothing(int parameter);
 
   // Whether there is a row.
   bool step();
@@ -33,6 +36,9 @@ class Statement {
   // Of the present row; the text lasts until the next step.
   std::string_view text(int column) const;
   std::int64_t number(int column) const { return sqlite3_column_int64(statement_, column); }
+  bool is_nothing(int column) const {
+    return sqlite3_column_type(statement_, column) == SQLITE_NULL;
+  }
 
  private:
   sqlite3* connection_;

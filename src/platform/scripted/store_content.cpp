@@ -1,0 +1,73 @@
+#include "platform/scripted/store_content.h"
+
+#include <algorithm>
+
+namespace lineweir::platform {
+namespace {
+
+struct Applied {
+  StoreContent& content;
+
+  void operator()(const Account& account) const { content.accounts[account.name] = account; }
+  void operator()(const AccountRemoval& removal) const { content.accounts.erase(removal.name); }
+  void operator()(const CallRecord& call) const { content.calls[call.id] = call; }
+  void operator()(const GroupMemory& group) const { content.groups[group.group] = group; }
+  void operator()(const AuditEvent& event) const {
+    const auto is_same = [&](const AuditEntry& entry) { return entry.event.id == event.id; };
+    if (std::ranges::any_of(content.audit, is_same)) return;
+    content.audit.push_back(next_entry(content.audit_end, event));
+    content.audit_end = {.entries = content.audit.back().number, .hash = content.audit.back().hash};
+  }
+};
+
+CallPlace place_of(const CallRecord& call) { return {.ended = call.ended, .id = call.id}; }
+
+}  // namespace
+
+StoredState StoreContent::state() const {
+  StoredState state;
+  for (const auto& [name, account] : accounts) state.accounts.push_back(account);
+  for (const auto& [id, call] : calls) {
+    if (call.ended == Moment{0}) state.open_calls.push_back(call);
+  }
+  for (const auto& [number, group] : groups) state.groups.push_back(group);
+  return state;
+}
+
+std::vector<CallRecord> StoreContent::ended_calls(const CallFilter& filter) const {
+  std::vector<CallRecord> found;
+  for (const auto& [id, call] : calls) {
+    const bool is_asked_for = call.ended != Moment{0} && call.ended >= filter.since &&
+                              place_of(call) > filter.after &&
+                              (filter.group == 0 || call.group == filter.group);
+    if (is_asked_for) found.push_back(call);
+  }
+  std::ranges::sort(found, {}, place_of);
+  if (found.size() > filter.limit) found.resize(filter.limit);
+  return found;
+}
+
+std::vector<AuditEntry> StoreContent::entries(const AuditFilter& filter) const {
+  std::vector<AuditEntry> found;
+  for (const AuditEntry& entry : audit) {
+    if (entry.number > filter.after && found.size() < filter.limit) found.push_back(entry);
+  }
+  return found;
+}
+
+AuditVerdict StoreContent::verdict() const {
+  AuditCheck check;
+  for (const AuditEntry& entry : audit) check.next(entry);
+  return check.verdict(audit_end);
+}
+
+bool StoreContent::is_fresh() const {
+  const auto was_used = [](const auto& account) {
+    return account.second.last_seen != Moment{0} || !account.second.profile.empty();
+  };
+  return calls.empty() && accounts.size() <= 1 && std::ranges::none_of(accounts, was_used);
+}
+
+void StoreContent::apply(const StoreChange& change) { std::visit(Applied{*this}, change); }
+
+}  // namespace lineweir::platform

@@ -1,0 +1,66 @@
+#include "platform/sqlite_store/account_rows.h"
+
+#include <algorithm>
+
+#include "platform/sqlite_store/row_values.h"
+
+namespace lineweir::platform {
+namespace {
+
+void remove_rights(sqlite3* connection, const std::string& account) {
+  Statement(connection, "DELETE FROM rights WHERE account = ?").bind(1, account).run();
+}
+
+void read_rights(sqlite3* connection, std::vector<Account>& accounts) {
+  Statement statement(connection, "SELECT account, group_number, rights FROM rights");
+  while (statement.step()) {
+    const auto found = std::ranges::lower_bound(accounts, statement.text(0), {}, &Account::name);
+    if (found == accounts.end() || found->name != statement.text(0)) continue;
+    found->rights.emplace(number_of(statement, 1), text_of(statement, 2));
+  }
+}
+
+}  // namespace
+
+std::vector<Account> read_accounts(sqlite3* connection) {
+  std::vector<Account> accounts;
+  Statement statement(connection,
+                      "SELECT name, password_hash, profile, locked, last_seen FROM accounts");
+  while (statement.step()) {
+    accounts.push_back({.name = text_of(statement, 0),
+                        .password_hash = text_of(statement, 1),
+                        .rights = {},
+                        .profile = text_of(statement, 2),
+                        .locked = statement.number(3) != 0,
+                        .last_seen = moment_of(statement, 4)});
+  }
+  std::ranges::sort(accounts, {}, &Account::name);
+  read_rights(connection, accounts);
+  return accounts;
+}
+
+void write_account(sqlite3* connection, const Account& account) {
+  Statement row(connection,
+                "INSERT INTO accounts (name, password_hash, profile, locked, last_seen) "
+                "VALUES (?, ?, ?, ?, ?) ON CONFLICT (name) DO UPDATE SET "
+                "password_hash = excluded.password_hash, profile = excluded.profile, "
+                "locked = excluded.locked, last_seen = excluded.last_seen");
+  row.bind(1, account.name).bind(2, account.password_hash).bind_bytes(3, account.profile);
+  row.bind(4, account.locked ? 1 : 0);
+  bind_moment(row, 5, account.last_seen);
+  row.run();
+
+  remove_rights(connection, account.name);
+  Statement right(connection,
+                  "INSERT INTO rights (account, group_number, rights) VALUES (?, ?, ?)");
+  for (const auto& [group, rights] : account.rights) {
+    right.bind(1, account.name).bind(2, group).bind_bytes(3, rights).run();
+  }
+}
+
+void remove_account(sqlite3* connection, const AccountRemoval& removal) {
+  remove_rights(connection, removal.name);
+  Statement(connection, "DELETE FROM accounts WHERE name = ?").bind(1, removal.name).run();
+}
+
+}  // namespace lineweir::platform

@@ -1,0 +1,15 @@
+#pragma once
+
+#include <sqlite3.h>
+
+#include <vector>
+
+#include "platform/store_records.h"
+
+namespace lineweir::platform {
+
+std::vector<Account> read_accounts(sqlite3* connection);
+void write_account(sqlite3* connection, const Account& account);
+void remove_account(sqlite3* connection, const AccountRemoval& removal);
+
+}  // namespace lineweir::platform

@@ -1,0 +1,72 @@
+#include "platform/sqlite_store/audit_rows.h"
+
+#include <algorithm>
+
+#include "platform/audit/audit_check.h"
+#include "platform/sqlite/connection.h"
+#include "platform/sqlite_store/row_values.h"
+
+namespace lineweir::platform {
+namespace {
+
+const std::string entry_columns = "number, id, at, user, action, detail, hash";
+
+AuditEntry entry_of(const Statement& row) {
+  return {.number = row.number(0),
+          .event = {.id = text_of(row, 1),
+                    .at = moment_of(row, 2),
+                    .user = text_of(row, 3),
+                    .action = text_of(row, 4),
+                    .detail = text_of(row, 5)},
+          .hash = text_of(row, 6)};
+}
+
+AuditEnd read_end(sqlite3* connection) {
+  Statement row(connection, "SELECT entries, hash FROM audit_end");
+  if (!row.step()) return {};
+  return {.entries = row.number(0), .hash = text_of(row, 1)};
+}
+
+}  // namespace
+
+std::vector<AuditEntry> read_audit(sqlite3* connection, const AuditFilter& filter) {
+  Statement rows(connection, "SELECT " + entry_columns +
+                                 " FROM audit WHERE number > ? ORDER BY number LIMIT ?");
+  rows.bind(1, filter.after).bind(2, limit_value(filter.limit));
+  std::vector<AuditEntry> entries;
+  while (rows.step()) entries.push_back(entry_of(rows));
+  return entries;
+}
+
+AuditVerdict check_audit(sqlite3* connection) {
+  // Entries and end are seen as they are at one moment.
+  Transaction look(connection);
+  AuditCheck check;
+  Statement rows(connection, "SELECT " + entry_columns + " FROM audit ORDER BY number");
+  while (rows.step()) check.next(entry_of(rows));
+  const AuditEnd end = read_end(connection);
+  rows.reset();
+  look.commit();
+  return check.verdict(end);
+}
+
+void append_event(sqlite3* connection, const AuditEvent& event) {
+  Statement known(connection, "SELECT 1 FROM audit WHERE id = ?");
+  if (known.bind(1, event.id).step()) return;
+  // Behind what was written last, also where somebody has cut it off: so the gap stays. And behind
+  // whatever is there, also where somebody has changed the end: so the audit goes on.
+  AuditEnd written = read_end(connection);
+  written.entries =
+      std::max(written.entries, query_number(connection, "SELECT max(number) FROM audit"));
+  const AuditEntry entry = next_entry(written, event);
+
+  Statement row(connection,
+                "INSERT INTO audit (" + entry_columns + ") VALUES (?, ?, ?, ?, ?, ?, ?)");
+  row.bind(1, entry.number).bind(2, event.id).bind(4, event.user).bind(5, event.action);
+  row.bind(3, static_cast<std::int64_t>(event.at.count())).bind(6, event.detail);
+  row.bind(7, entry.hash).run();
+  Statement end(connection, "REPLACE INTO audit_end (one, entries, hash) VALUES (1, ?, ?)");
+  end.bind(1, entry.number).bind(2, entry.hash).run();
+}
+
+}  // namespace lineweir::platform

@@ -1,0 +1,15 @@
+#pragma once
+
+#include <sqlite3.h>
+
+#include <vector>
+
+#include "platform/store.h"
+
+namespace lineweir::platform {
+
+std::vector<CallRecord> read_open_calls(sqlite3* connection);
+std::vector<CallRecord> read_ended_calls(sqlite3* connection, const CallFilter& filter);
+void write_call(sqlite3* connection, const CallRecord& call);
+
+}  // namespace lineweir::platform

@@ -1,0 +1,18 @@
+#pragma once
+
+#include <sqlite3.h>
+
+#include <filesystem>
+
+namespace lineweir::platform {
+
+// Makes a file of that name which holds all that the database holds now. It gets its name when it
+// is whole and on the disk. A Failure where that can't be, also where the name is taken; then
+// nothing is left.
+void copy_to_new_file(sqlite3* connection, const std::filesystem::path& file);
+
+// Takes over a file that copy_to_new_file() has made, at any version of the tables up to the
+// present one, in place of all that the database holds: all of it, or nothing and a Failure.
+void take_over_copy(sqlite3* connection, const std::filesystem::path& file);
+
+}  // namespace lineweir::platform

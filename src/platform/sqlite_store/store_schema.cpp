@@ -1,0 +1,139 @@
+#include "platform/sqlite_store/store_schema.h"
+
+#include <array>
+#include <string>
+
+#include "base/failure.h"
+#include "platform/sqlite/connection.h"
+#include "platform/sqlite/sqlite_failure.h"
+#include "platform/sqlite/statement.h"
+
+namespace lineweir::platform {
+namespace {
+
+// SQLite keeps the comments, so that `.schema` shows them to who looks into a store from outside.
+constexpr std::array schema_steps = {
+    R"sql(
+CREATE TABLE accounts (
+  name TEXT NOT NULL PRIMARY KEY,
+  password_hash TEXT NOT NULL,    -- Argon2id
+  profile BLOB NOT NULL,          -- as the user's console sent it
+  locked INTEGER NOT NULL,        -- 1: by an administrator
+  last_seen INTEGER               -- milliseconds since 1970, UTC; NULL: never
+);
+CREATE TABLE rights (
+  account TEXT NOT NULL REFERENCES accounts (name) ON DELETE CASCADE,
+  group_number INTEGER NOT NULL,  -- 0: every group that isn't named
+  rights BLOB NOT NULL,           -- 12 bytes
+  PRIMARY KEY (account, group_number)
+) WITHOUT ROWID;
+
+CREATE TABLE calls (
+  id INTEGER NOT NULL PRIMARY KEY,
+  group_number INTEGER NOT NULL,
+  line INTEGER NOT NULL,          -- from 1
+  number TEXT NOT NULL,           -- as the exchange told it
+  began INTEGER,                  -- each in milliseconds since 1970, UTC; NULL: has not come
+  answered INTEGER,
+  aired INTEGER,
+  ended INTEGER,
+  told_by TEXT NOT NULL,          -- who entered the data
+  caller_name TEXT NOT NULL,
+  street_address TEXT NOT NULL,
+  city TEXT NOT NULL,
+  state TEXT NOT NULL,
+  zip_code TEXT NOT NULL,
+  phone_number TEXT NOT NULL,
+  station TEXT NOT NULL,
+  gender TEXT NOT NULL,
+  comments TEXT NOT NULL,
+  user_field TEXT NOT NULL
+);
+CREATE INDEX calls_by_end ON calls (ended, id);
+CREATE TABLE call_steps (
+  call INTEGER NOT NULL REFERENCES calls (id) ON DELETE CASCADE,
+  place INTEGER NOT NULL,         -- from 1
+  at INTEGER,
+  user TEXT NOT NULL,             -- empty: the exchange
+  action TEXT NOT NULL,
+  PRIMARY KEY (call, place)
+) WITHOUT ROWID;
+CREATE VIEW call_list AS
+  SELECT id, group_number, line, number,
+    datetime(began / 1000, 'unixepoch', 'localtime') AS began,
+    datetime(answered / 1000, 'unixepoch', 'localtime') AS answered,
+    datetime(aired / 1000, 'unixepoch', 'localtime') AS aired,
+    datetime(ended / 1000, 'unixepoch', 'localtime') AS ended,
+    told_by, caller_name, city, comments
+  FROM calls ORDER BY began, id;
+
+CREATE TABLE group_memory (
+  group_number INTEGER NOT NULL PRIMARY KEY,
+  next_call INTEGER,              -- a line, from 1; NULL: none
+  message BLOB NOT NULL,          -- the last message, as it went to the consoles
+  show_last TEXT NOT NULL,
+  show_next TEXT NOT NULL,
+  show_text TEXT NOT NULL
+);
+
+CREATE TABLE audit (
+  number INTEGER NOT NULL PRIMARY KEY,
+  id TEXT NOT NULL UNIQUE,
+  at INTEGER NOT NULL,
+  user TEXT NOT NULL,             -- empty: the server itself
+  action TEXT NOT NULL,
+  detail TEXT NOT NULL,
+  hash TEXT NOT NULL              -- SHA-256 over the hash of the entry before and this entry
+);
+CREATE TABLE audit_end (
+  one INTEGER NOT NULL PRIMARY KEY CHECK (one = 1),
+  entries INTEGER NOT NULL,
+  hash TEXT NOT NULL
+);
+INSERT INTO audit_end VALUES (1, 0, '');
+)sql",
+};
+
+int version_of(sqlite3* connection) {
+  return static_cast<int>(query_number(connection, "PRAGMA user_version"));
+}
+
+}  // namespace
+
+std::span<const char* const> store_schema_steps() { return schema_steps; }
+
+bool is_empty_database(sqlite3* connection) {
+  return version_of(connection) == 0 && query_number(connection, "PRAGMA application_id") == 0 &&
+         query_number(connection, "SELECT count(*) FROM sqlite_schema") == 0;
+}
+
+void require_store(sqlite3* connection, std::span<const char* const> steps) {
+  if (is_empty_database(connection)) return;
+  if (query_number(connection, "PRAGMA application_id") != store_application_id) {
+    throw Failure(failure_number::not_a_database,
+                  "The file " + shown_name(connection) + " is another program's database.");
+  }
+  const int version = version_of(connection);
+  if (version < 0 || static_cast<std::size_t>(version) > steps.size()) {
+    throw Failure(failure_number::not_a_database,
+                  "The file " + shown_name(connection) +
+                      " was written by a newer version of this program (its version is " +
+                      std::to_string(version) + ", " + std::to_string(steps.size()) +
+                      " is the newest known).");
+  }
+}
+
+void bring_up_to_date(sqlite3* connection, std::span<const char* const> steps) {
+  while (static_cast<std::size_t>(version_of(connection)) < steps.size()) {
+    Transaction transaction(connection);
+    // Another program may have taken it meanwhile.
+    const auto version = static_cast<std::size_t>(version_of(connection));
+    if (version >= steps.size()) return;
+    execute(connection, steps[version]);
+    execute(connection, "PRAGMA application_id = " + std::to_string(store_application_id));
+    execute(connection, "PRAGMA user_version = " + std::to_string(version + 1));
+    transaction.commit();
+  }
+}
+
+}  // namespace lineweir::platform
