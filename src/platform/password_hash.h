@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <functional>
 #include <string>
 
@@ -11,7 +12,8 @@ class PasswordHash {
  public:
   virtual ~PasswordHash() = default;
 
-  // A text of printable characters that holds all that `verify` needs, salted by chance.
+  // A text of printable characters that holds all that `verify` needs, salted by chance; empty
+  // where the machine had no memory for it.
   virtual void hash(std::string password, std::function<void(std::string hash)> done) = 0;
 
   // A hash that is none, such as an empty one, takes as long as any other and doesn't fit.
