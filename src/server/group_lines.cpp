@@ -35,6 +35,8 @@ std::string letters_of(const LineOrder& order, const Seat& seat) {
   return order.word.substr(0, 1);
 }
 
+bool is_on_hybrid(char letter) { return letter == 'N' || letter == 'C'; }
+
 // What is worth an entry of the audit.
 std::string_view audited_as(char letter, const std::string& user) {
   if (letter == 'N') return "on air";
@@ -161,6 +163,8 @@ void GroupLines::take_change(exchange::LineChange change, const std::string& num
   }
   line.handset_of = asked && is_handset(change.letter) ? asked->seat : 0;
   if (!user.empty()) line.worked_by = user;
+  // One who is ready, held or gone is anybody's.
+  if (!is_on_hybrid(change.letter) && !is_handset(change.letter)) line.taken_by = 0;
   ++context_.figures.line_changes;
   tell_all(change.line);
 
@@ -173,7 +177,6 @@ void GroupLines::take_change(exchange::LineChange change, const std::string& num
   if (had_call && (!has_call || rings_again)) {
     context_.calls.end(group, change.line, user);
     line.worked_by.clear();
-    line.taken_by = 0;
     on_call_ended(change.line);
   }
   if (has_call && (!had_call || rings_again)) {

@@ -1,0 +1,494 @@
+#include <doctest/doctest.h>
+
+#include "base/text.h"
+#include "server/server_room.h"
+#include "wire/rights_layout.h"
+
+namespace lineweir::server {
+namespace {
+
+using namespace std::chrono_literals;
+using enum ClientCommand;
+using enum ServerCommand;
+
+TEST_CASE("a console is let in by its password and told its rights") {
+  ServerRoom room;
+  auto console = room.connect();
+  console->log_in("host", host_password);
+  const ServerPacket answer = console->take_last(SrvPasswordResult);
+  CHECK(answer.AltInfo == 'T');
+  CHECK(answer.Buffer == rights_of(RightsTemplate::Host));
+  console->log_in("host", host_password, CmdLoginCheck);
+  CHECK(console->take_last(SrvLoginCheckResult).AltInfo == 'F');
+}
+
+TEST_CASE("who has no rights in a group is let in, told so, and told of the first that is open") {
+  ServerRoom room;
+  auto console = room.connect();
+  console->log_in("only2", host_password);
+  CHECK(console->take_last(SrvPasswordResult).Buffer == no_rights);
+  console->log_in("only2", host_password, CmdRequestFirstUnblocked);
+  CHECK(console->take_last(SrvFirstUnblocked).AltInfo == 2);
+  console->join(1);
+  const auto told = console->take();
+  REQUIRE(told.size() == 2);
+  CHECK(told[0].Buffer == "Studio 1\3Studio 2\3");
+  CHECK(told[1].Buffer == "ERROR");
+  console->join(2);
+  CHECK(console->take(SrvFullStatus).size() == 1);
+}
+
+TEST_CASE("the wrong password, a name that is none and no password are answered alike") {
+  ServerRoom room;
+  for (const char* user : {"host", "nobody", ""}) {
+    auto console = room.connect();
+    const auto asked = room.loop.now();
+    console->log_in(user, "wrong");
+    CHECK(console->take_last(SrvPasswordResult).AltInfo == 'F');
+    console->join(1);
+    CHECK(console->take().empty());
+    CHECK(room.loop.now() - asked > 300ms);
+  }
+  CHECK(room.figure("refusals_total{reason=\"wrong_password\"}") == 3);
+}
+
+TEST_CASE("five wrong passwords lock the user for a minute, and the next time for two") {
+  ServerRoom room;
+  const auto try_wrong = [&] {
+    for (int i = 0; i < 5; ++i) room.connect()->log_in("host", "wrong");
+  };
+  const auto is_let_in = [&] {
+    auto console = room.connect();
+    console->log_in("host", host_password);
+    return console->take_last(SrvPasswordResult).AltInfo == 'T';
+  };
+  try_wrong();
+  CHECK_FALSE(is_let_in());
+  room.wait(58s);
+  CHECK(is_let_in());
+  try_wrong();
+  CHECK_FALSE(is_let_in());
+  room.wait(1min);
+  CHECK(is_let_in());
+}
+
+TEST_CASE("at the start of a session comes everything that is asked for, and what is not") {
+  ServerRoom room;
+  auto console = room.seat("host");
+  std::map<int, int> counts;
+  for (const ServerPacket& packet : console->take()) ++counts[packet.CMD];
+  const std::map<int, int> expected = {{126, 1}, {146, 1}, {131, 1}, {133, 10}, {136, 1}, {143, 1},
+                                       {128, 1}, {129, 1}, {130, 1}, {127, 1},  {132, 1}};
+  CHECK(counts == expected);
+}
+
+TEST_CASE("what a seat does comes from the exchange to all seats of the group and to no others") {
+  ServerRoom room;
+  auto screener = room.seat("screener");
+  auto host = room.seat("host");
+  auto other = room.seat("host", 2);
+  for (auto* console : {screener.get(), host.get(), other.get()}) console->take();
+  room.exchange().arrive(4, "555 0100");
+  for (auto* console : {screener.get(), host.get()}) {
+    const auto told = console->take();
+    REQUIRE(told.size() == 2);
+    CHECK(told[0].CMD == 134);
+    CHECK(told[0].LineNo == 4);
+    CHECK(told[0].Buffer == "R");
+    CHECK(told[1].CMD == 133);
+    CHECK(decode_caller_data(told[1].Buffer)->fields[5] == "555 0100");
+  }
+  screener->word('P', 4, 0);
+  CHECK(host->take_last(SrvLineStatus).Buffer == "P");
+  screener->word('S', 4, 0);
+  host->word('N', 4, 1, 1);
+  const ServerPacket air = screener->take_last(SrvLineStatus);
+  CHECK(air.Buffer == "C");
+  CHECK(air.AltInfo == 255);
+  CHECK(other->take().empty());
+}
+
+TEST_CASE("of two seats that take a caller at the same moment the first has him") {
+  ServerRoom room;
+  auto first = room.seat("screener");
+  auto second = room.seat("host");
+  room.exchange().arrive(2, {});
+  second->take();
+  first->word('P', 2, 0);
+  second->word('N', 2, 0, 0);
+  CHECK(room.exchange().letter(2) == 'P');
+  const auto told = second->take(SrvLineStatus);
+  REQUIRE(told.size() == 2);
+  CHECK(told[1].Buffer == "P");
+  room.wait(2s);
+  second->word('N', 2, 0, 0);
+  CHECK(room.exchange().letter(2) == 'N');
+}
+
+TEST_CASE("a seat whose status isn't told yet gets all lines in place of a change") {
+  ServerRoom room;
+  auto console = room.connect();
+  console->log_in("host", host_password);
+  console->send(console->packet(CmdConnectConsole));
+  console->take();
+  room.exchange().arrive(0, {});
+  auto told = console->take();
+  REQUIRE(!told.empty());
+  CHECK(told[0].CMD == 127);
+  CHECK(told[0].Buffer == "R00F01F02F03F04F05F06F07F08F09");
+  room.exchange().arrive(1, {});
+  CHECK(console->take().front().CMD == 134);
+}
+
+TEST_CASE("caller data go to all, stay until the call ends, and go with it") {
+  ServerRoom room;
+  auto screener = room.seat("screener");
+  auto host = room.seat("host");
+  room.exchange().arrive(1, {});
+  screener->word('P', 1, 0);
+  const std::string data = "Anna\2Bob\2\2Troy\2\2\2\2\2\2likes jazz\2\2";
+  screener->send(screener->packet(CmdCallerData, 1, data));
+  CHECK(host->take_last(SrvCallerData).Buffer == data);
+  CHECK(screener->take_last(SrvCallerData).Buffer == data);
+
+  // A console that sees the line ring late clears it, and is told better.
+  host->send(host->packet(CmdCallerData, 1));
+  CHECK(host->take_last(SrvCallerData).Buffer == data);
+  CHECK(screener->take(SrvCallerData).empty());
+
+  auto late = room.seat("host");
+  bool found = false;
+  for (const ServerPacket& packet : late->take(SrvCallerData)) {
+    if (packet.LineNo == 1) found = packet.Buffer == data;
+  }
+  CHECK(found);
+
+  room.exchange().leave(1);
+  const ServerPacket cleared = late->take_last(SrvCallerData);
+  CHECK(cleared.CMD == 133);
+  CHECK(cleared.LineNo == 1);
+  CHECK(cleared.Buffer.empty());
+}
+
+TEST_CASE(
+    "a seat of the same name is told caller data without it, so that its console shows them") {
+  ServerRoom room;
+  auto first = room.seat("screener");
+  auto second = room.seat("screener");
+  room.exchange().arrive(1, {});
+  first->send(first->packet(CmdCallerData, 1, "screener\2Bob\2\2\2\2\2\2\2\2\2\2"));
+  CHECK(first->take_last(SrvCallerData).Buffer.starts_with("screener\2Bob"));
+  CHECK(second->take_last(SrvCallerData).Buffer.starts_with("\2Bob"));
+}
+
+TEST_CASE("a next call goes to all, the last word wins, and its line's leaving ends it") {
+  ServerRoom room;
+  auto first = room.seat("host");
+  auto second = room.seat("host");
+  room.exchange().arrive(3, {});
+  room.exchange().obey("S03");
+  first->send(first->packet(CmdSetNextCall, 3));
+  CHECK(second->take_last(SrvNextCall).LineNo == 3);
+  CHECK(first->take_last(SrvNextCall).LineNo == 3);
+  CHECK(room.seat("host")->take_last(SrvNextCall).LineNo == 3);
+  room.exchange().obey("N03");
+  CHECK(room.seat("host")->take_last(SrvNextCall).LineNo == 255);
+}
+
+TEST_CASE("frames of other groups, lines and consoles are refused and counted") {
+  ServerRoom room;
+  auto console = room.seat("host");
+  room.exchange().arrive(1, {});
+  console->take();
+  console->group = 2;
+  console->word('N', 1, 0, 0);
+  console->group = 1;
+  console->console = 3;
+  console->word('N', 1, 0, 0);
+  console->console = 0;
+  console->word('N', 12, 0, 0);
+  CHECK(room.exchange().letter(1) == 'R');
+  CHECK(console->take().empty());
+  CHECK(room.figure("refusals_total{reason=\"other_group\"}") == 1);
+  CHECK(room.figure("refusals_total{reason=\"other_console\"}") == 1);
+  CHECK(room.figure("refusals_total{reason=\"other_line\"}") == 1);
+}
+
+TEST_CASE("what is no frame ends the connection, and so does a frame that never ends") {
+  ServerRoom room;
+  auto first = room.connect();
+  first->send_bytes("GET / HTTP/1.1\r\n");
+  CHECK_FALSE(first->is_open());
+  auto second = room.seat("host");
+  second->send_bytes("\4\4" + std::string(70'000, 'x'));
+  CHECK_FALSE(second->is_open());
+  CHECK(room.figure("refusals_total{reason=\"no_frame\"}") == 2);
+}
+
+TEST_CASE("a connection that says nothing for ten seconds is closed, one whose user types is not") {
+  ServerRoom room;
+  auto mute = room.connect();
+  auto dripping = room.connect();
+  auto typing = room.connect();
+  typing->log_in("host", "wrong");
+  for (int i = 0; i < 9; ++i) {
+    room.wait(1s);
+    dripping->send_bytes("\4");
+  }
+  CHECK(mute->is_open());
+  room.wait(3s);
+  CHECK_FALSE(mute->is_open());
+  CHECK_FALSE(dripping->is_open());
+  room.wait(2min);
+  CHECK(typing->is_open());
+  room.wait(4min);
+  CHECK_FALSE(typing->is_open());
+}
+
+TEST_CASE("a silent seat is dropped and its caller goes on hold") {
+  ServerRoom room;
+  auto screener = room.seat("screener");
+  room.exchange().arrive(6, {});
+  screener->word('P', 6, 0);
+  for (int i = 0; i < 5; ++i) {
+    room.wait(20s);
+    screener->send(screener->packet(CmdTimeRequest));
+  }
+  CHECK(screener->is_open());
+  room.wait(34s);
+  CHECK(room.exchange().letter(6) == 'P');
+  room.wait(3s);
+  CHECK_FALSE(screener->is_open());
+  CHECK(room.exchange().letter(6) == 'H');
+}
+
+TEST_CASE("a seat that comes back in time keeps its caller at the handset") {
+  ServerRoom room;
+  auto screener = room.seat("screener");
+  room.exchange().arrive(6, {});
+  screener->word('P', 6, 0);
+  screener->hang_up();
+  room.wait(10s);
+  screener = room.seat("screener");
+  for (int i = 0; i < 6; ++i) {
+    room.wait(10s);
+    screener->send(screener->packet(CmdTimeRequest));
+  }
+  CHECK(room.exchange().letter(6) == 'P');
+  screener->hang_up();
+  room.wait(37s);
+  CHECK(room.exchange().letter(6) == 'H');
+}
+
+TEST_CASE("a seat that doesn't read is dropped alone, and told why at its next login") {
+  ServerRoom room;
+  auto stuck = room.seat("screener");
+  auto other = room.seat("host");
+  stuck->stop_reading();
+  for (int i = 0; i < 3000 && stuck->is_open(); ++i) {
+    room.exchange().arrive(0, "555 0100");
+    room.exchange().leave(0);
+    room.wait(1ms);
+  }
+  CHECK_FALSE(stuck->is_open());
+  CHECK(other->is_open());
+  auto again = room.connect();
+  again->log_in("screener", host_password);
+  CHECK(again->take_last(SrvMessage).Buffer.find("too slowly") != std::string::npos);
+}
+
+TEST_CASE("a message goes to all with its sender, and the last one to who comes later") {
+  ServerRoom room;
+  auto host = room.seat("host");
+  auto screener = room.seat("screener");
+  const std::string message = "255\00216777215\2Anna\3Anna> Break in two";
+  host->send(host->packet(CmdFlashMessage, no_value, message));
+  CHECK(host->take_last(SrvFlashMessage).Buffer == message);
+  CHECK(screener->take_last(SrvFlashMessage).Buffer == message);
+  CHECK(room.seat("host")->take_last(SrvFlashMessage).Buffer == message);
+  host->send(host->packet(CmdFlashMessage, no_value, "red\2blue\2x"));
+  CHECK(screener->take(SrvFlashMessage).empty());
+  CHECK(room.figure("refusals_total{reason=\"malformed\"}") == 1);
+}
+
+TEST_CASE("a profile comes back without the name, and only for its own user") {
+  ServerRoom room;
+  auto host = room.seat("host");
+  const std::string profile = std::string(43, '1') +
+                              "5000\0037000\3"
+                              "1\3";
+  host->send(host->packet(CmdUserProfile, no_value, "screener\3" + profile));
+  host->send(host->packet(CmdUserProfile, no_value, "host\3" + profile));
+  auto again = room.connect();
+  again->log_in("host", host_password);
+  CHECK(again->take_last(SrvPasswordResult).Buffer == rights_of(RightsTemplate::Host) + profile);
+  auto other = room.connect();
+  other->log_in("screener", host_password);
+  CHECK(other->take_last(SrvPasswordResult).Buffer.size() == rights_length);
+  CHECK(room.figure("refusals_total{reason=\"other_user\"}") == 1);
+}
+
+TEST_CASE("a check without credentials is for who has been let in on the connection") {
+  ServerRoom room;
+  auto stranger = room.connect();
+  stranger->send(stranger->packet(CmdLoginCheck));
+  CHECK(stranger->take_last(SrvLoginCheckResult).AltInfo == 'T');
+  auto host = room.seat("host");
+  host->send(host->packet(CmdLoginCheck));
+  CHECK(host->take_last(SrvLoginCheckResult).AltInfo == 'F');
+}
+
+TEST_CASE("the time goes out each second to who is registered, and to who asks") {
+  ServerRoom room;
+  auto stranger = room.connect();
+  stranger->send(stranger->packet(CmdTimeRequest));
+  CHECK(stranger->take_last(SrvTime).Buffer.starts_with("1/5/2026 10:00:0"));
+  auto host = room.seat("host");
+  host->take();
+  room.wait(5s);
+  CHECK(host->take(SrvTime).size() == 5);
+  CHECK(stranger->take().empty());
+}
+
+TEST_CASE("a standing call, its data, the next call and the message outlive the server") {
+  ServerRoom room;
+  auto host = room.seat("host");
+  room.exchange().arrive(5, "555 0101");
+  room.exchange().obey("S05");
+  const std::string data = "Anna\2Bob\2\2Troy\2\2\2\2\2\2likes jazz\2\2";
+  host->send(host->packet(CmdCallerData, 5, data));
+  host->send(host->packet(CmdSetNextCall, 5));
+  host->send(host->packet(CmdFlashMessage, no_value, "1\0022\2Anna\3Hi"));
+  room.wait(1s);
+  room.crash();
+  room.wait(1min);
+  room.start();
+  auto again = room.seat("screener");
+  const auto told = again->take();
+  const auto find = [&](ServerCommand command, int line) {
+    for (const ServerPacket& packet : told) {
+      const bool fits = packet.CMD == static_cast<std::uint8_t>(command);
+      if (fits && (line < 0 || packet.LineNo == line)) return packet;
+    }
+    return ServerPacket{};
+  };
+  CHECK(find(SrvCallerData, 5).Buffer == data);
+  CHECK(find(SrvNextCall, -1).LineNo == 5);
+  CHECK(find(SrvFlashMessage, -1).Buffer == "1\0022\2Anna\3Hi");
+  room.exchange().leave(5);
+  room.wait(1s);
+  std::vector<platform::CallRecord> calls;
+  room.store.calls({}, [&](auto found) { calls = found.value(); });
+  room.wait(1s);
+  REQUIRE(calls.size() == 1);
+  CHECK(calls[0].told[0] == "Bob");
+  CHECK(calls[0].number == "555 0101");
+  CHECK(calls[0].ended > calls[0].began);
+}
+
+TEST_CASE("a call that ended while the server was away is closed") {
+  ServerRoom room;
+  room.exchange().arrive(5, {});
+  room.wait(1s);
+  room.crash();
+  room.exchange().leave(5);
+  room.start();
+  room.wait(20s);
+  std::vector<platform::CallRecord> calls;
+  room.store.calls({}, [&](auto found) { calls = found.value(); });
+  room.wait(1s);
+  REQUIRE(calls.size() == 1);
+  CHECK(calls[0].steps.back().action == "ended while the server was away");
+}
+
+TEST_CASE("the server that decides chooses who waits longest, and takes callers to phones") {
+  ServerOptions options = ServerRoom::two_studios();
+  options.groups[0].kind = 4;
+  ServerRoom room(options);
+  auto host = room.seat("host", 1, 0);
+  auto screener = room.seat("screener", 1, 2);
+  screener->send([&] {
+    ServerPacket mode = screener->packet(CmdSetMode);
+    mode.AltInfo = 1;
+    return mode;
+  }());
+  for (const int line : {7, 3}) {
+    room.exchange().arrive(line, {});
+    room.wait(2s);
+  }
+  const auto next_action = [](FrameConsole& console, const char* letter, int bank) {
+    ServerPacket action = console.packet(CmdNextAction, no_value, letter);
+    action.Bank = field_byte(bank);
+    console.send(action);
+  };
+  host->take();
+  next_action(*screener, "A", 255);
+  ServerPacket told = host->take_last(SrvLineStatus);
+  CHECK(told.LineNo == 7);
+  CHECK(told.Buffer == "P");
+  CHECK(told.Console == 2);
+  host->send(host->packet(CmdRequestStatus));
+  CHECK(host->take_last(SrvFullStatus).Buffer.substr(21, 3) ==
+        "\x82"
+        "07");
+  next_action(*screener, "S", 0);
+  CHECK(host->take_last(SrvNextCall).LineNo == 7);
+  next_action(*host, "N", 1);
+  CHECK(room.exchange().letter(7) == 'C');
+  CHECK(host->take_last(SrvNextCall).LineNo == 255);
+  // The hybrid's caller is dropped by the place's word.
+  host->word('F', 0, 255, 1);
+  CHECK(room.exchange().letter(7) == 'F');
+  host->send(host->packet(CmdRequestPhones));
+  CHECK(decode_list(host->take_last(SrvPhoneNames).Buffer).size() == 8);
+}
+
+TEST_CASE("a right that is missing refuses the frame and tells the person once") {
+  ServerRoom room;
+  platform::Account account = ServerRoom::account("guest", RightsTemplate::Host);
+  account.password_hash = room.store.content().accounts.at("host").password_hash;
+  account.rights[0] = with_right(account.rights[0], Right::MessagesAllowed, false);
+  room.store.content().accounts["guest"] = account;
+  room.crash();
+  room.start();
+  auto guest = room.seat("guest");
+  guest->take();
+  for (int i = 0; i < 3; ++i) {
+    guest->send(guest->packet(CmdFlashMessage, no_value, "1\0022\2x\3y"));
+  }
+  const auto told = guest->take();
+  REQUIRE(told.size() == 1);
+  CHECK(told[0].CMD == 140);
+  CHECK(told[0].Buffer.find("MessagesAllowed") != std::string::npos);
+}
+
+TEST_CASE("a new store gets one engineer with a password that is told once") {
+  ServerRoom room;
+  room.crash();
+  room.store.content() = {};
+  room.start();
+  room.wait(1s);
+  REQUIRE(!room.first_password.empty());
+  auto console = room.connect();
+  console->log_in("engineer", room.first_password);
+  CHECK(console->take_last(SrvPasswordResult).AltInfo == 'T');
+}
+
+TEST_CASE("the end is told with its seconds, and then the sessions end") {
+  ServerRoom room;
+  auto host = room.seat("host");
+  host->take();
+  bool done = false;
+  room.server->shut_down(10, "The studio closes.", [&] { done = true; });
+  const ServerPacket notice = host->take_last(SrvShutdownNotice);
+  CHECK(notice.AltInfo == 10);
+  CHECK(notice.Buffer == "The studio closes.");
+  room.wait(9s);
+  CHECK(host->is_open());
+  room.wait(2s);
+  CHECK_FALSE(host->is_open());
+  CHECK(done);
+}
+
+}  // namespace
+}  // namespace lineweir::server
