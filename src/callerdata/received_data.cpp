@@ -35,7 +35,8 @@ void ReceivedData::ReturnCallerData(std::string_view ReturnData, int ALinenumber
 }
 
 void ReceivedData::SrvCallerData(std::string_view Buffer, int LineNo) {
-  if (!Buffer.empty() && is_own_name(Buffer.substr(0, Buffer.find(field_end)))) {
+  const std::string_view sender = Buffer.substr(0, Buffer.find(field_end));
+  if (!Buffer.empty() && (is_own_name(sender) || (sender.empty() && is_held(Buffer, LineNo)))) {
     return caller_data_.data_arrived(LineNo);
   }
   if (take(with_all_fields(Buffer), LineNo)) {
@@ -69,6 +70,13 @@ bool ReceivedData::take(std::string_view text, int line) {
   }
   line_texts_.renewed(line);
   return true;
+}
+
+// A server leaves the name away where it tells a user's own data again, for a console of his that
+// has begun anew. One that has them still keeps them.
+bool ReceivedData::is_held(std::string_view text, int line) const {
+  const auto details = decode_caller_data(text);
+  return details && details->fields == caller_data_of({}, state_.lines.CallerData(line)).fields;
 }
 
 bool ReceivedData::is_own(std::string_view sender) const {

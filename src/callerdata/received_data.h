@@ -30,6 +30,7 @@ class ReceivedData {
   // Takes the details into the row and the record. False where there is nothing to take: the line
   // has no data any more, or this console sent the details itself.
   bool take(std::string_view text, int line);
+  bool is_held(std::string_view text, int line) const;
   bool is_own(std::string_view sender) const;
   // The same without regard to blanks and code 0 at the ends, as servers pass names on.
   bool is_own_name(std::string_view sender) const;

@@ -46,6 +46,11 @@ bool SimulatedExchange::leave(int line) {
   return !changes.empty();
 }
 
+void SimulatedExchange::quieten() {
+  is_quiet_ = true;
+  schedule_life();
+}
+
 void SimulatedExchange::tell(const LineChanges& changes, const std::string& number) {
   for (const LineChange& change : changes) callers_.line_changed(change.line, change.letter, now());
   schedule_life();
@@ -70,7 +75,7 @@ void SimulatedExchange::schedule_life() {
   loop_.cancel(next_life_);
   next_life_ = 0;
   const Moment due = callers_.next_due();
-  if (due == never) return;
+  if (due == never || is_quiet_) return;
   const Moment wait = std::clamp(due - now(), Moment{0}, longest_sleep);
   next_life_ = loop_.schedule(wait, [this] { live(); });
 }

@@ -33,6 +33,9 @@ class SimulatedExchange final : public Exchange {
   bool arrive(int line, std::string number) override;
   bool leave(int line) override;
 
+  // From now on nobody comes or goes by chance.
+  void quieten();
+
  private:
   Moment now() const { return loop_.now() - began_; }
   void tell(const LineChanges& changes, const std::string& number);
@@ -45,6 +48,7 @@ class SimulatedExchange final : public Exchange {
   Switchboard lines_;
   CallerProcess callers_;
   Dice dice_;
+  bool is_quiet_ = false;
   platform::EventLoop::CallId next_life_ = 0;
 };
 

@@ -42,9 +42,13 @@ void CallBook::remember(std::vector<CallRecord> open_calls) {
   }
 }
 
-const CallRecord* CallBook::resume(int group, int line) {
+const CallRecord* CallBook::resume(int group, int line, char letter) {
   auto call = remembered_.extract({group, line});
   if (call.empty()) return nullptr;
+  if (letter == 'R' && call.mapped().answered.count() != 0) {
+    close(std::move(call.mapped()));
+    return nullptr;
+  }
   return &(calls_[{group, line}] = std::move(call.mapped()));
 }
 
@@ -54,10 +58,14 @@ void CallBook::close_forgotten(int group) {
       ++call;
       continue;
     }
-    call->second.ended = clock_.now();
-    note(call->second, {}, "ended while the server was away");
+    close(std::move(call->second));
     call = remembered_.erase(call);
   }
+}
+
+void CallBook::close(CallRecord call) {
+  call.ended = clock_.now();
+  note(call, {}, "ended while the server was away");
 }
 
 void CallBook::begin(int group, int line, const std::string& number) {
@@ -87,7 +95,7 @@ void CallBook::tell_data(int group, int line, const std::string& told_by, const 
   if (place == calls_.end()) return;
   place->second.told_by = told_by;
   place->second.told = fields;
-  note(place->second, user, "data");
+  note(place->second, user, data_step);
 }
 
 void CallBook::end(int group, int line, const std::string& user) {

@@ -12,6 +12,9 @@
 
 namespace lineweir::server {
 
+// A call's step at which somebody told its data.
+inline constexpr const char* data_step = "data";
+
 // The calls of all groups, from their rings to their ends; each is written down as it goes on, so
 // that one that stands when the server ends is found again.
 class CallBook {
@@ -23,8 +26,10 @@ class CallBook {
 
   // Calls that stood when the last server ended, as they were stored.
   void remember(std::vector<platform::CallRecord> open_calls);
-  // The call that stood on the line goes on; nothing where none is remembered.
-  const platform::CallRecord* resume(int group, int line);
+  bool remembers(int group, int line) const { return remembered_.contains({group, line}); }
+  // The call that stood on the line goes on, which now has the letter. Nothing where none is
+  // remembered, and where a line rings whose caller had been answered: he is another one.
+  const platform::CallRecord* resume(int group, int line, char letter);
   // What is remembered of the group and wasn't resumed has ended, nobody knows when.
   void close_forgotten(int group);
 
@@ -44,6 +49,7 @@ class CallBook {
   using Place = std::pair<int, int>;
 
   std::int64_t new_id();
+  void close(platform::CallRecord call);
   void note(platform::CallRecord& call, const std::string& user, std::string action);
 
   const platform::WallClock& clock_;

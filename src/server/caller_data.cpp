@@ -16,6 +16,16 @@ constexpr std::size_t phone_number_place = []() -> std::size_t {
 }();
 static_assert(phone_number_place < entry_field_count);
 
+// Empty where nobody has told anything of the call.
+std::string user_who_told(const platform::CallRecord* call) {
+  if (call == nullptr) return {};
+  const auto step = std::find_if(call->steps.rbegin(), call->steps.rend(),
+                                 [](const auto& done) { return done.action == data_step; });
+  return step == call->steps.rend() ? std::string() : step->user;
+}
+
+constexpr std::size_t longest_number = 30;
+
 CallBook::Fields utf8_fields(const CallerDetails& data, const Letters& letters) {
   CallBook::Fields fields;
   for (std::size_t i = 0; i < fields.size(); ++i) fields[i] = letters.to_utf8(data.fields[i]);
@@ -30,7 +40,8 @@ CallerData::CallerData(const Context& context, const GroupOptions& options, Rela
       options_(options),
       relay_(relay),
       lines_(lines),
-      data_(static_cast<std::size_t>(options.lines)) {}
+      data_(static_cast<std::size_t>(options.lines)),
+      told_by_user_(data_.size()) {}
 
 bool CallerData::take(Seat& seat, int line, std::string_view buffer) {
   if (buffer.empty()) {
@@ -45,6 +56,7 @@ bool CallerData::take(Seat& seat, int line, std::string_view buffer) {
   if (!data) return false;
   seat.own_names.insert(std::string(trimmed(data->sender)));
   at(line) = std::move(data);
+  told_by_user_[static_cast<std::size_t>(line)] = seat.user;
   const CallerDetails& told = *at(line);
   context_.calls.tell_data(options_.number, line, context_.letters.to_utf8(told.sender),
                            utf8_fields(told, context_.letters), seat.user);
@@ -67,6 +79,7 @@ void CallerData::call_ended(int line) {
 void CallerData::call_begun(int line, const std::string& number) {
   const platform::CallRecord* call = context_.calls.find(options_.number, line);
   CallerDetails data;
+  told_by_user_[static_cast<std::size_t>(line)] = user_who_told(call);
   const bool was_told =
       call != nullptr && std::any_of(call->told.begin(), call->told.end(),
                                      [](const auto& text) { return !text.empty(); });
@@ -75,10 +88,10 @@ void CallerData::call_begun(int line, const std::string& number) {
     for (std::size_t i = 0; i < data.fields.size(); ++i) {
       data.fields[i] = context_.letters.from_utf8(call->told[i]);
     }
-  } else if (!number.empty()) {
-    data.fields[phone_number_place] = clean_name(number, 30);
   } else {
-    return call_ended(line);
+    const std::string known = call == nullptr ? number : context_.letters.from_utf8(call->number);
+    if (known.empty()) return call_ended(line);
+    data.fields[phone_number_place] = clean_name(known, longest_number);
   }
   at(line) = std::move(data);
   for (Seat* seat : relay_.seats()) tell(*seat, line);
@@ -96,8 +109,15 @@ void CallerData::clear(int line) {
 }
 
 void CallerData::tell(Seat& seat, int line) const {
-  seat.tell(Telling(
-      packet(line, data(line) ? caller_data_for(*data(line), seat.own_names) : std::string())));
+  if (!data(line)) return seat.tell(Telling(packet(line, {})));
+  CallerDetails told = *data(line);
+  if (seems_own(seat, line)) told.sender.clear();
+  seat.tell(Telling(packet(line, encode_caller_data(told))));
+}
+
+bool CallerData::seems_own(const Seat& seat, int line) const {
+  return told_by_user_[static_cast<std::size_t>(line)] == seat.user ||
+         seat.own_names.contains(std::string(trimmed(data(line)->sender)));
 }
 
 ServerPacket CallerData::packet(int line, std::string buffer) const {

@@ -33,6 +33,9 @@ class CallerData {
   }
 
  private:
+  // Whose console would take the data for its own: another seat of the user who has told them, or
+  // one that sends its data under the same name.
+  bool seems_own(const Seat& seat, int line) const;
   void clear(int line);
   void tell(Seat& seat, int line) const;
   ServerPacket packet(int line, std::string buffer) const;
@@ -43,6 +46,8 @@ class CallerData {
   Relay& relay_;
   GroupLines& lines_;
   std::vector<std::optional<CallerDetails>> data_;
+  // Who has told them, by line.
+  std::vector<std::string> told_by_user_;
 };
 
 }  // namespace lineweir::server

@@ -29,13 +29,6 @@ std::optional<CallerDetails> clean_caller_data(std::string_view buffer) {
   return data;
 }
 
-std::string caller_data_for(const CallerDetails& data, const std::set<std::string>& own_names) {
-  if (!own_names.contains(std::string(trimmed(data.sender)))) return encode_caller_data(data);
-  CallerDetails unnamed = data;
-  unnamed.sender.clear();
-  return encode_caller_data(unnamed);
-}
-
 std::optional<std::string> clean_message(std::string_view buffer) {
   auto message = decode_text_message(buffer);
   if (!message || message->text.size() > longest_message) return std::nullopt;

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <optional>
-#include <set>
 #include <string>
 #include <string_view>
 
@@ -13,10 +12,6 @@ namespace lineweir::server {
 // The caller data of a buffer as they are passed on: control characters are blanks, and no text is
 // longer than its field. Nothing for a buffer that holds no caller data.
 std::optional<CallerDetails> clean_caller_data(std::string_view buffer);
-
-// A console takes data under one of its own names for its own, and doesn't show them; for one that
-// hasn't entered them itself they go without a name.
-std::string caller_data_for(const CallerDetails& data, const std::set<std::string>& own_names);
 
 // The message of a buffer as it is passed on. Nothing for a buffer that holds none.
 std::optional<std::string> clean_message(std::string_view buffer);

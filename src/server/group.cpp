@@ -31,9 +31,11 @@ Group::Group(const Context& context, GroupOptions options,
     next_call_.letter_changed(line, letter);
     if (next != next_call_.line()) remember();
   };
+  const bool next_had_caller =
+      memory != nullptr && context_.calls.remembers(options_.number, memory->next_call);
   lines_.begin();
   if (memory == nullptr) return;
-  next_call_.remember(memory->next_call);
+  next_call_.remember(memory->next_call, next_had_caller);
   message_ = memory->message;
   show_times_ = memory->show_times;
 }
@@ -56,10 +58,13 @@ void Group::join(Seat& seat) {
   seat.group = options_.number;
   seat.told_status = false;
   seat.tell(Telling(phone_kind()));
-  caller_data_.tell_all_lines(seat);
-  next_call_.tell(seat);
   if (!message_.empty()) seat.tell(Telling(packet(ServerCommand::SrvFlashMessage, message_)));
   seat.tell(Telling(show_times()));
+}
+
+void Group::tell_callers(Seat& seat) const {
+  caller_data_.tell_all_lines(seat);
+  next_call_.tell(seat);
 }
 
 bool Group::take_message(std::string_view buffer) {

@@ -34,9 +34,12 @@ class Group {
   NextCall& next_call() { return next_call_; }
   const Relay& seats() const { return relay_; }
 
-  // The seat is told what the group has that it doesn't ask for.
+  // The seat is told what the group has that it doesn't ask for, but for what hangs on the letters
+  // of the lines.
   void join(Seat& seat);
   void leave(Seat& seat) { relay_.leave(seat); }
+  // The caller data of all lines and the next call: for one who has the letters.
+  void tell_callers(Seat& seat) const;
 
   // Passed on to all seats, the sender among them. False for a text that is none.
   bool take_message(std::string_view buffer);

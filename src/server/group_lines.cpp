@@ -64,6 +64,7 @@ void GroupLines::begin() {
     const char letter = exchange_->letter(line);
     if (letter != free_letter) take_change({line, letter}, {});
   }
+  if (exchange_->is_reached()) context_.calls.close_forgotten(options_.number);
 }
 
 bool GroupLines::exists(int line) const {
@@ -180,7 +181,7 @@ void GroupLines::take_change(exchange::LineChange change, const std::string& num
     on_call_ended(change.line);
   }
   if (has_call && (!had_call || rings_again)) {
-    if (context_.calls.resume(group, change.line) == nullptr) {
+    if (context_.calls.resume(group, change.line, change.letter) == nullptr) {
       context_.calls.begin(group, change.line, context_.letters.to_utf8(number));
     }
     on_call_begun(change.line, number);

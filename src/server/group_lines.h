@@ -61,7 +61,8 @@ class GroupLines {
   // A line has got its letter, and all have been told.
   std::function<void(int line, char letter)> on_letter;
 
-  // Takes the letters over that the exchange has already, with the calls that are remembered.
+  // Takes the letters over that the exchange has already, with the calls that are remembered. Those
+  // on lines that are free by now have ended.
   void begin();
 
   int count() const { return static_cast<int>(lines_.size()); }

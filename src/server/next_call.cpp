@@ -25,8 +25,11 @@ NextCall::NextCall(const Context& context, const GroupOptions& options, Relay& r
                    GroupLines& lines)
     : context_(context), options_(options), relay_(relay), lines_(lines) {}
 
-void NextCall::remember(int line) {
-  if (lines_.has_call(line) && !ends_choice(lines_.line(line).letter, options_.kind)) line_ = line;
+void NextCall::remember(int line, bool had_caller) {
+  if (line < 0 || line >= lines_.count()) return;
+  const bool is_over = lines_.has_call(line) ? ends_choice(lines_.line(line).letter, options_.kind)
+                                             : had_caller;
+  if (!is_over) line_ = line;
 }
 
 bool NextCall::choose(int line) {

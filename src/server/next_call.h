@@ -14,8 +14,9 @@ class NextCall {
 
   // From 0; -1 for none.
   int line() const { return line_; }
-  // As it was when the last server ended.
-  void remember(int line);
+  // As it was when the last server ended. It is over where the consoles have given it up since: the
+  // line has a letter that ends it, or the caller whom it `had` is gone.
+  void remember(int line, bool had_caller);
 
   // A seat has chosen a line, or none. False where the choice isn't the seats'.
   bool choose(int line);

@@ -115,7 +115,9 @@ RemoteClient& RemoteSeats::seat_of(const std::string& caller, int group) {
 RemoteArgument RemoteSeats::add_client(const std::string& caller, const Arguments& arguments) {
   RemoteClient& seat = seat_of(caller, number_at(arguments, 1));
   seat.object = text_at(arguments, 0);
-  book_.join(seat, *book_.find_group(seat.of_group));
+  Group& group = *book_.find_group(seat.of_group);
+  book_.join(seat, group);
+  group.tell_callers(seat);
   return true;
 }
 

@@ -162,17 +162,13 @@ void Server::Inside::begin_group(const GroupOptions& options, const platform::Gr
 void Server::Inside::watch_exchange(Group& group) {
   exchange::Exchange& exchange = group.lines().exchange();
   const int number = group.number();
-  const auto close_forgotten = [this, number] {
-    after(letters_known_after, [this, number] { calls_.close_forgotten(number); });
-  };
-  if (exchange.is_reached()) close_forgotten();
-  exchange.on_reached = [this, number, close_forgotten](bool reached) {
+  exchange.on_reached = [this, number](bool reached) {
     Group* const of_number = seats_.find_group(number);
     if (of_number == nullptr) return;
     const std::string& name = of_number->options().name;
     if (reached) {
       services_.log(LogLevel::Notice, name + ": the exchange is reached");
-      close_forgotten();
+      after(letters_known_after, [this, number] { calls_.close_forgotten(number); });
     } else {
       services_.log(LogLevel::Error, name + ": the exchange can't be reached");
       of_number->tell_persons("The telephone equipment of " + name +

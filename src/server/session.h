@@ -22,6 +22,10 @@ class Session final : public Seat {
   static constexpr platform::Milliseconds first_frame_within{10'000};
   // A person may be typing a password.
   static constexpr platform::Milliseconds login_within{300'000};
+  // A console that comes back closes the calls that have ended meanwhile, and gives up a next call
+  // that is gone, when it has the letters of the lines; what it is told of new callers before would
+  // take the place of the old ones.
+  static constexpr platform::Milliseconds callers_told_after{300};
   // Bytes of a frame that isn't whole, and of what waits for the answer to a login.
   static constexpr std::size_t most_unread = 64 * 1024;
 
@@ -98,6 +102,7 @@ class Session final : public Seat {
   void take_profile(const ServerPacket& packet);
 
   void tell_allowed_groups();
+  void tell_callers_later();
   bool is_fixed_seat() const;
   void learn_own_names(const platform::Account& account);
   int group_asked_for(const ServerPacket& packet) const;
@@ -107,6 +112,7 @@ class Session final : public Seat {
   std::function<void(Session&)> on_over_;
   std::string peer_;
   ReceiveBuffer received_;
+  int registrations_ = 0;
   // The answer to a login is on its way; what comes behind it waits.
   bool waiting_ = false;
   bool over_ = false;

@@ -73,6 +73,15 @@ void Session::register_console(const ServerPacket& packet) {
   since = services_.context.clock.now();
   tell_allowed_groups();
   services_.seats.join(*this, *wanted);
+  tell_callers_later();
+}
+
+void Session::tell_callers_later() {
+  services_.context.loop.schedule(
+      callers_told_after, [this, alive = std::weak_ptr(alive_), registration = ++registrations_] {
+        if (!alive.lock() || over_ || group == 0 || registration != registrations_) return;
+        own_group().tell_callers(*this);
+      });
 }
 
 void Session::tell_groups() {

@@ -1,36 +1,13 @@
 #include "server/server_room.h"
 
 #include "base/text.h"
+#include "server/trunk.h"
 #include "wire/password_scramble.h"
 
 namespace lineweir::server {
 namespace {
 
 using platform::Milliseconds;
-
-// Passes on what an exchange that outlives the server tells and is told.
-class Trunk final : public exchange::Exchange {
- public:
-  explicit Trunk(exchange::SimulatedExchange& exchange) : exchange_(exchange) {
-    exchange_.on_change = [this](exchange::LineChange change, const std::string& number) {
-      if (on_change) on_change(change, number);
-    };
-  }
-  ~Trunk() override { exchange_.on_change = nullptr; }
-
-  int line_count() const override { return exchange_.line_count(); }
-  char letter(int line) const override { return exchange_.letter(line); }
-  bool is_reached() const override { return true; }
-  void obey(std::string_view word) override { exchange_.obey(word); }
-  void take_to_position(int line, int position) override {
-    exchange_.take_to_position(line, position);
-  }
-  bool arrive(int line, std::string number) override { return exchange_.arrive(line, number); }
-  bool leave(int line) override { return exchange_.leave(line); }
-
- private:
-  exchange::SimulatedExchange& exchange_;
-};
 
 }  // namespace
 
@@ -98,6 +75,8 @@ void FrameConsole::join(int to_group, int as_console) {
         CmdRequestStatus, CmdRequestLineNumbers, CmdSetMode}) {
     send(packet(command));
   }
+  // The callers are told a little later.
+  loop_.advance(Milliseconds{400});
 }
 
 void FrameConsole::word(char letter, int line, int alt_info, int bank) {

@@ -10,6 +10,7 @@ namespace lineweir::simulation {
 struct Wire {
   Network& network;
   std::string name;
+  std::string origin;
   // Null once that end is gone.
   std::array<Connection*, 2> ends{};
   // When the last thing that is on its way to an end gets there: nothing overtakes it.
@@ -34,6 +35,8 @@ Connection::~Connection() {
   close();
   wire_->ends[static_cast<std::size_t>(side_)] = nullptr;
 }
+
+const std::string& Connection::origin() const { return wire_->origin; }
 
 Milliseconds Connection::silence() const {
   return open_ ? wire_->network.silence(*wire_) : Milliseconds{0};
@@ -67,22 +70,23 @@ void Network::listen(const std::string& address, Taker accept) {
 
 void Network::stop_listening(const std::string& address) { listeners_.erase(address); }
 
-void Network::connect(const std::string& address, Taker done) {
+void Network::connect(const std::string& address, Taker done, const std::string& from) {
   const bool late = dice_.happens(weather_.late);
   const Milliseconds delay =
       late ? dice_.between(weather_.longest_delay, weather_.longest_lateness)
            : 2 * dice_.between(weather_.shortest_delay, weather_.longest_delay);
-  loop_.schedule(delay, [this, address, done = std::move(done)] { establish(address, done); });
+  loop_.schedule(delay,
+                 [this, address, from, done = std::move(done)] { establish(address, from, done); });
 }
 
-void Network::establish(const std::string& address, const Taker& done) {
+void Network::establish(const std::string& address, const std::string& from, const Taker& done) {
   const auto listener = listeners_.find(address);
   if (listener == listeners_.end() || dice_.happens(weather_.refused)) {
     transcript_.add("network", address + " refuses a connection");
     return done(nullptr);
   }
   const auto wire = std::make_shared<Wire>(
-      Wire{*this, "connection " + std::to_string(++connections_), {}, {}, {}, false, false});
+      Wire{*this, "connection " + std::to_string(++connections_), from, {}, {}, {}, false, false});
   if (dice_.happens(weather_.cut)) {
     wire->life = static_cast<std::size_t>(dice_.below(weather_.longest_life));
     wire->cut_unseen = weather_.cut_unseen > 0 && dice_.happens(weather_.cut_unseen);

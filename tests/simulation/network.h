@@ -48,6 +48,8 @@ class Connection {
 
   // Whether this end knows nothing of an end of the connection.
   bool is_open() const { return open_; }
+  // Where the one who connected is.
+  const std::string& origin() const;
   // How long nothing has been on its way in either direction; 0 while anything is, and where the
   // connection has ended.
   Milliseconds silence() const;
@@ -91,12 +93,12 @@ class Network {
   void set_weather(const Weather& weather) { weather_ = weather; }
 
   // Tells later: this end of the connection, or none where it is refused.
-  void connect(const std::string& address, Taker done);
+  void connect(const std::string& address, Taker done, const std::string& from = {});
 
  private:
   friend class Connection;
 
-  void establish(const std::string& address, const Taker& done);
+  void establish(const std::string& address, const std::string& from, const Taker& done);
   void carry(const std::shared_ptr<Wire>& wire, int from, std::string_view bytes);
   void finish(const std::shared_ptr<Wire>& wire, int from);
   void cut(const std::shared_ptr<Wire>& wire);

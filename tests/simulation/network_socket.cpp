@@ -13,10 +13,12 @@ void NetworkSocket::connect(const std::string& host, int port) {
   received_.clear();
   state_ = platform::socket_connecting;
   attempt_ = std::make_shared<int>();
-  network_.connect(network_address(host, port),
-                   [this, attempt = std::weak_ptr(attempt_)](std::unique_ptr<Connection> end) {
-                     if (!attempt.expired()) attach(std::move(end));
-                   });
+  network_.connect(
+      network_address(host, port),
+      [this, attempt = std::weak_ptr(attempt_)](std::unique_ptr<Connection> end) {
+        if (!attempt.expired()) attach(std::move(end));
+      },
+      origin_);
 }
 
 void NetworkSocket::close() {

@@ -2,6 +2,7 @@
 
 #include <memory>
 #include <string>
+#include <utility>
 
 #include "platform/client_socket.h"
 #include "simulation/network.h"
@@ -11,7 +12,9 @@ namespace lineweir::simulation {
 // A console's socket on the simulated network.
 class NetworkSocket final : public platform::ClientSocket {
  public:
-  explicit NetworkSocket(Network& network) : network_(network) {}
+  // `origin` is where the workstation is.
+  explicit NetworkSocket(Network& network, std::string origin = {})
+      : network_(network), origin_(std::move(origin)) {}
 
   int state() const override { return state_; }
   void connect(const std::string& host, int port) override;
@@ -30,6 +33,7 @@ class NetworkSocket final : public platform::ClientSocket {
   void attach(std::unique_ptr<Connection> connection);
 
   Network& network_;
+  std::string origin_;
   int state_ = platform::socket_closed;
   // Tells the attempt that is under way from those given up; shared with what the network holds.
   std::shared_ptr<int> attempt_;

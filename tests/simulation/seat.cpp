@@ -4,6 +4,7 @@
 #include "forms/call_log_columns.h"
 #include "state/settings_record.h"
 #include "support/services_with.h"
+#include "wire/password_scramble.h"
 
 namespace lineweir::simulation {
 namespace {
@@ -15,20 +16,21 @@ constexpr int first_process_number = 100;
 }  // namespace
 
 Seat::Seat(platform::VirtualEventLoop& loop, Network& network, Transcript& transcript, int number,
-           SeatLink link, std::uint64_t seed)
+           SeatLink link, std::uint64_t seed, SeatIdentity identity)
     : transcript_(transcript),
       name_("seat " + std::to_string(number)),
       number_(number),
       link_(link),
+      identity_(std::move(identity)),
       workstation_(loop),
       chance_(seed),
-      socket_(network) {
+      socket_(network, name_) {
   workstation_.files.replace(std::string(settings_file_name), first_settings());
   workstation_.databases.create(log_file)->create_table(
       std::string(call_log_table), new_log_columns(std::string(user_column_title)));
 }
 
-void Seat::start() {
+void Seat::start(std::string_view command_line) {
   note("starts");
   workstation_.restart();
   socket_.restart();
@@ -41,7 +43,7 @@ void Seat::start() {
   console_->messages.on_shown = [this](const std::string& text) {
     note("message \"" + text + '"');
   };
-  workstation_.loop.run([this] { console_->startup.Main("D"); });
+  workstation_.loop.run([&] { console_->startup.Main(std::string(command_line)); });
   started_ = true;
 }
 
@@ -83,7 +85,9 @@ std::string Seat::first_settings() const {
   record.DatabasePath = log_file;
   record.OperatorName = "Operator " + std::to_string(number_);
   record.LogFieldOn.fill(true);
-  record.GroupNumber = 1;
+  record.GroupNumber = identity_.group;
+  record.UserName = identity_.user;
+  record.UserPassword = pass_encode(identity_.password, 0).value_or("");
   record.Warning1 = 30;
   record.Warning2 = 10;
   record.ColumnOrder.fill(column_not_listed);

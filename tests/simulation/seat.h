@@ -26,18 +26,26 @@ class Chance final : public platform::RandomNumbers {
 
 enum class SeatLink { SerialBox, Server };
 
+// What the settings of a workstation say of who sits there.
+struct SeatIdentity {
+  std::string user = {};
+  std::string password = {};
+  int group = 1;
+};
+
 // One workstation of the studio and the console on it, which may end and begin again. Its files and
 // its call log last.
 class Seat {
  public:
   // Loop, network and transcript outlive the seat. Numbers begin with 0.
   Seat(platform::VirtualEventLoop& loop, Network& network, Transcript& transcript, int number,
-       SeatLink link, std::uint64_t seed);
+       SeatLink link, std::uint64_t seed, SeatIdentity identity = {});
   Seat(const Seat&) = delete;
   Seat& operator=(const Seat&) = delete;
 
   // All three must be called from no handler. The start waits for box or server, and time passes.
-  void start();
+  // With its trace on a console waits longer, and its failures are known.
+  void start(std::string_view command_line = "D");
   void lose_power();
   // Takes a console away whose user has ended it; returns whether there was one.
   bool take_away_ended();
@@ -73,6 +81,7 @@ class Seat {
   std::string name_;
   int number_;
   SeatLink link_;
+  SeatIdentity identity_;
   platform::ScriptedPlatform workstation_;
   Chance chance_;
   NetworkSocket socket_;
