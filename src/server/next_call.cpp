@@ -10,7 +10,7 @@ constexpr int no_line = -1;
 constexpr char ready_letter = 'S';
 constexpr char ringing_letter = 'R';
 
-// The consoles give their choice up by themselves when its line gets one of these letters.
+// The consoles give their choice up by themselves when they see its line with one of these letters.
 constexpr std::string_view letters_that_end_choice = "FNCRB";
 constexpr char taken_by_others = 'E';
 
@@ -27,8 +27,8 @@ NextCall::NextCall(const Context& context, const GroupOptions& options, Relay& r
 
 void NextCall::remember(int line, bool had_caller) {
   if (line < 0 || line >= lines_.count()) return;
-  const bool is_over = lines_.has_call(line) ? ends_choice(lines_.line(line).letter, options_.kind)
-                                             : had_caller;
+  const bool is_over =
+      lines_.has_call(line) ? ends_choice(lines_.line(line).letter, options_.kind) : had_caller;
   if (!is_over) line_ = line;
 }
 
@@ -64,8 +64,8 @@ void NextCall::letter_changed(int line, char letter) {
     const int longest = longest_in(ready_letter);
     if (longest != line_) set(longest);
   } else if (line == line_ && ends_choice(letter, options_.kind)) {
-    // Nobody is told: they have it from the letter.
-    line_ = no_line;
+    // The consoles know it from the letter, but for one that was behind and sees only a later one.
+    set(no_line);
   }
 }
 

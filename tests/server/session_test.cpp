@@ -192,6 +192,7 @@ TEST_CASE("a next call goes to all, the last word wins, and its line's leaving e
   CHECK(first->take_last(SrvNextCall).LineNo == 3);
   CHECK(room.seat("host")->take_last(SrvNextCall).LineNo == 3);
   room.exchange().obey("N03");
+  CHECK(first->take_last(SrvNextCall).LineNo == 255);
   CHECK(room.seat("host")->take_last(SrvNextCall).LineNo == 255);
 }
 

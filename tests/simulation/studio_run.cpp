@@ -167,6 +167,9 @@ bool StudioRun::tend_link(Seat& seat) {
     }
     if (press(console.LoginForm, console.LoginForm.ConnectButton)) return true;
   }
+  const bool must_act = console.WinsockOptions.visible || console.LoginForm.visible ||
+                        (console.MyMsgbox.ReconnectButton.visible && console.MyMsgbox.visible);
+  if (must_act && dice_.below(2) == 0 && close_what_is_in_the_way(seat)) return true;
   if (console.WinsockOptions.visible) {
     return press(console.WinsockOptions, console.WinsockOptions.SockConnect);
   }
@@ -177,6 +180,22 @@ bool StudioRun::tend_link(Seat& seat) {
   if (!seat.linked() || (red && dice_.below(4) == 0)) {
     console.Lineweir.WinsockMenu.on_click();
     return true;
+  }
+  return false;
+}
+
+// Windows that a hand has opened before.
+bool StudioRun::close_what_is_in_the_way(Seat& seat) {
+  Console& console = seat.console();
+  for (Form* form : console.forms()) {
+    const bool is_wanted = form == &console.Lineweir || form == &console.LoginForm ||
+                           form == &console.MyMsgbox || form == &console.WinsockOptions;
+    if (is_wanted || !form->visible) continue;
+    try {
+      driver::close(console, *form);
+      return true;
+    } catch (const driver::Refusal&) {
+    }
   }
   return false;
 }

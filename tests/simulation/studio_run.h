@@ -41,6 +41,7 @@ class StudioRun {
 
   void let_hands_act(std::size_t seat);
   bool tend_link(Seat& seat);
+  bool close_what_is_in_the_way(Seat& seat);
   void befall();
   void heal_store_later();
   void tend();
