@@ -87,11 +87,11 @@ void Group::set_show_times(const std::array<std::string, 3>& times) {
 }
 
 void Group::choose_next(Seat& seat, int line) {
-  if (next_call_.choose(line)) {
-    remember();
-  } else {
-    context_.figures.refuse(Refusal::ServerDecides);
+  if (const auto refusal = next_call_.choose(line)) {
+    context_.figures.refuse(*refusal);
     next_call_.tell(seat);
+  } else {
+    remember();
   }
 }
 

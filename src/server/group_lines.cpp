@@ -12,11 +12,16 @@ namespace {
 constexpr char free_letter = 'F';
 constexpr char ringing_letter = 'R';
 // A line in one of these has no caller.
-constexpr std::string_view letters_without_call = "FBE";
+constexpr std::string_view letters_without_caller = "FB";
+constexpr char taken_by_others = 'E';
 constexpr std::string_view on_hybrid_1 = "N";
 constexpr std::string_view on_hybrid_2 = "C";
 
-bool has_caller(char letter) { return letters_without_call.find(letter) == std::string_view::npos; }
+// The consoles' own rule: other equipment that takes a line ends the call, or goes on with it.
+bool has_caller(char letter, bool had_caller, int kind) {
+  if (letter == taken_by_others) return had_caller && is_of(kind, kinds_ringing_again);
+  return letters_without_caller.find(letter) == std::string_view::npos;
+}
 
 bool is_numbered_position(char letter) { return code_of(letter) >= first_position_code; }
 bool is_handset(char letter) {
@@ -33,6 +38,14 @@ std::string letters_of(const LineOrder& order, const Seat& seat) {
   }
   if (order.word.front() == 'L') return std::string(letters_of_lock);
   return order.word.substr(0, 1);
+}
+
+// The words that release a handset, whose caller goes.
+constexpr std::string_view release_words[] = {"P15", "O15"};
+
+bool is_release(std::string_view word) {
+  return std::find(std::begin(release_words), std::end(release_words), word) !=
+         std::end(release_words);
 }
 
 bool is_on_hybrid(char letter) { return letter == 'N' || letter == 'C'; }
@@ -74,7 +87,7 @@ bool GroupLines::exists(int line) const {
 }
 
 bool GroupLines::has_call(int line) const {
-  return line >= 0 && line < count() && has_caller(this->line(line).letter);
+  return line >= 0 && line < count() && this->line(line).has_caller;
 }
 
 bool GroupLines::obey(Seat& seat, const LineOrder& order) {
@@ -83,6 +96,9 @@ bool GroupLines::obey(Seat& seat, const LineOrder& order) {
     return obey_place(seat, order);
   }
   if (order.line < 0) {
+    if (is_release(order.word)) {
+      for (const int line : lines_in(order.word.front())) expect(seat, line, {free_letter});
+    }
     exchange_->obey(order.word);
     return true;
   }
@@ -94,13 +110,12 @@ bool GroupLines::obey(Seat& seat, const LineOrder& order) {
     at(order.line).taken_by = seat.number;
     at(order.line).taken_at = context_.loop.now();
   }
-  hand_over(seat, order.line, letters_of(order, seat), [&] {
-    if (order.kind == Kind::ToOwnPosition) {
-      exchange_->take_to_position(order.line, seat.console);
-    } else {
-      exchange_->obey(order.word);
-    }
-  });
+  expect(seat, order.line, letters_of(order, seat));
+  if (order.kind == Kind::ToOwnPosition) {
+    exchange_->take_to_position(order.line, seat.console);
+  } else {
+    exchange_->obey(order.word);
+  }
   return true;
 }
 
@@ -152,7 +167,7 @@ void GroupLines::take_change(exchange::LineChange change, const std::string& num
 
   line.letter = change.letter;
   line.since = context_.clock.now();
-  switch (clock_change(change.letter, old_letter)) {
+  switch (clock_change(change.letter, old_letter, options_.kind)) {
     case ClockChange::Begins:
       line.clock = line.since;
       break;
@@ -169,8 +184,9 @@ void GroupLines::take_change(exchange::LineChange change, const std::string& num
   ++context_.figures.line_changes;
   tell_all(change.line);
 
-  const bool had_call = has_caller(old_letter);
-  const bool has_call = has_caller(change.letter);
+  const bool had_call = line.has_caller;
+  const bool has_call = has_caller(change.letter, had_call, options_.kind);
+  line.has_caller = has_call;
   // Equipment that tells a caller who comes back as a ring means the same call.
   const bool rings_again =
       change.letter == ringing_letter && !is_of(options_.kind, kinds_ringing_again);
@@ -226,19 +242,17 @@ bool GroupLines::obey_place(Seat& seat, const LineOrder& order) {
   const char word = order.kind == LineOrder::Kind::DropPlace ? 'F' : 'H';
   for (const char letter : letters) {
     for (const int line : lines_in(letter)) {
-      hand_over(seat, line, std::string(1, word),
-                [&] { exchange_->obey(word + zero_filled(line, 2)); });
+      expect(seat, line, {word});
+      exchange_->obey(word + zero_filled(line, 2));
     }
   }
   return true;
 }
 
-void GroupLines::hand_over(Seat& seat, int line, std::string letters,
-                           const std::function<void()>& order) {
+void GroupLines::expect(const Seat& seat, int line, std::string letters) {
   std::vector<GroupLine::Asked>& asked = at(line).asked;
   if (asked.size() >= most_asked) asked.erase(asked.begin());
   asked.push_back({seat.number, seat.user, std::move(letters), context_.loop.now()});
-  order();
 }
 
 std::optional<GroupLine::Asked> GroupLines::take_asked(GroupLine& line, char letter) const {

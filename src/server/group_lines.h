@@ -17,6 +17,7 @@ namespace lineweir::server {
 // A line of a group as the server knows it. Texts are in the consoles' letters unless told.
 struct GroupLine {
   char letter = 'F';
+  bool has_caller = false;
   platform::Moment since{0};
   // When its clock began; 0 where none runs.
   platform::Moment clock{0};
@@ -92,7 +93,8 @@ class GroupLines {
   ServerPacket line_packet(int line) const;
   ServerPacket status_packet() const;
   bool obey_place(Seat& seat, const LineOrder& order);
-  void hand_over(Seat& seat, int line, std::string letters, const std::function<void()>& order);
+  // The seat's order is on its way to the exchange.
+  void expect(const Seat& seat, int line, std::string letters);
   // The order that has brought the change about, taken away; nothing where it came by itself.
   std::optional<GroupLine::Asked> take_asked(GroupLine& line, char letter) const;
   bool was_taken_by_other(const Seat& seat, int line) const;

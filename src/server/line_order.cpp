@@ -26,7 +26,8 @@ std::optional<LineOrder> handset_order(const ServerPacket& packet, int kind) {
     if (number >= lines_at_most) return std::nullopt;
     return LineOrder{LineOrder::Kind::ToOwnPosition, {}, number};
   }
-  const char position = packet.AltInfo == second ? 'O' : 'P';
+  const bool is_second = packet.AltInfo == second || packet.Buffer.front() == 'O';
+  const char position = is_second ? 'O' : 'P';
   const bool is_line = number < lines_at_most && number != 15;
   if (number > 99) return std::nullopt;
   return LineOrder{LineOrder::Kind::Word, word_of(position, number), is_line ? number : -1};

@@ -14,6 +14,23 @@ constexpr char ringing_letter = 'R';
 constexpr std::string_view letters_that_end_choice = "FNCRB";
 constexpr char taken_by_others = 'E';
 
+// Who is on air can't be next. A line that is free or rings is chosen by a seat that hasn't heard
+// yet what became of its caller, unless it has been so for a while.
+struct LateChoice {
+  char letter;
+  platform::Moment within;
+};
+
+constexpr platform::Moment for_ever = platform::Moment::max();
+constexpr LateChoice late_choices[] = {
+    {'N', for_ever},
+    {'C', for_ever},
+    {'B', for_ever},
+    {'E', for_ever},
+    {'F', std::chrono::seconds(60)},
+    {'R', std::chrono::seconds(2)},
+};
+
 bool ends_choice(char letter, int kind) {
   if (letter == taken_by_others) return !is_of(kind, kinds_ringing_again);
   return letters_that_end_choice.find(letter) != std::string_view::npos;
@@ -26,16 +43,17 @@ NextCall::NextCall(const Context& context, const GroupOptions& options, Relay& r
     : context_(context), options_(options), relay_(relay), lines_(lines) {}
 
 void NextCall::remember(int line, bool had_caller) {
-  if (line < 0 || line >= lines_.count()) return;
+  if (server_chooses() || line < 0 || line >= lines_.count()) return;
   const bool is_over =
       lines_.has_call(line) ? ends_choice(lines_.line(line).letter, options_.kind) : had_caller;
   if (!is_over) line_ = line;
 }
 
-bool NextCall::choose(int line) {
-  if (server_chooses()) return false;
+std::optional<Refusal> NextCall::choose(int line) {
+  if (server_chooses()) return Refusal::ServerDecides;
+  if (line != no_line && comes_too_late(line)) return Refusal::LateChoice;
   set(line);
-  return true;
+  return std::nullopt;
 }
 
 bool NextCall::act(Seat& seat, char letter, int bank) {
@@ -70,6 +88,14 @@ void NextCall::letter_changed(int line, char letter) {
 }
 
 void NextCall::tell(Seat& seat) const { seat.tell(Telling(packet())); }
+
+bool NextCall::comes_too_late(int line) const {
+  const GroupLine& chosen = lines_.line(line);
+  for (const LateChoice& late : late_choices) {
+    if (late.letter == chosen.letter) return context_.clock.now() - chosen.since < late.within;
+  }
+  return false;
+}
 
 bool NextCall::server_chooses() const { return server_decides(options_.kind); }
 

@@ -1,7 +1,10 @@
 #pragma once
 
+#include <optional>
+
 #include "server/context.h"
 #include "server/group_lines.h"
+#include "server/refusal.h"
 #include "server/relay.h"
 
 namespace lineweir::server {
@@ -18,8 +21,9 @@ class NextCall {
   // line has a letter that ends it, or the caller whom it `had` is gone.
   void remember(int line, bool had_caller);
 
-  // A seat has chosen a line, or none. False where the choice isn't the seats'.
-  bool choose(int line);
+  // A seat has chosen a line, or none. Why that doesn't hold: the choice isn't the seats', or the
+  // line's caller has gone meanwhile.
+  std::optional<Refusal> choose(int line);
   // The next caller goes to a hybrid, a screener's caller becomes ready, or the caller who has rung
   // longest goes to the seat's handset: N, S or A. Only with a server that decides.
   bool act(Seat& seat, char letter, int bank);
@@ -28,6 +32,7 @@ class NextCall {
 
  private:
   bool server_chooses() const;
+  bool comes_too_late(int line) const;
   void set(int line);
   int longest_in(char letter) const;
   ServerPacket packet() const;
