@@ -6,9 +6,8 @@
 
 #include <boost/asio/ssl/context.hpp>
 #include <boost/asio/steady_timer.hpp>
-#include <map>
-#include <stdexcept>
 
+#include "platform/asio/open_port.h"
 #include "platform/asio/stream_connection.h"
 #include "platform/asio/tls_identity.h"
 
@@ -18,7 +17,6 @@ namespace {
 
 using asio::ip::tcp;
 
-constexpr int backlog = 2048;
 // What the system keeps for a peer that doesn't read; a larger buffer would hide from the queue's
 // bound that the peer is slow.
 constexpr int send_buffer = 32 * 1024;
@@ -26,28 +24,6 @@ constexpr int send_buffer = 32 * 1024;
 constexpr Milliseconds pause_without_descriptors{100};
 // One kind of trouble is told so often at most.
 constexpr Milliseconds trouble_every{10'000};
-
-std::string text_of(const tcp::endpoint& endpoint) {
-  const std::string address = endpoint.address().to_string();
-  return (endpoint.address().is_v6() ? "[" + address + "]" : address) + ":" +
-         std::to_string(endpoint.port());
-}
-
-tcp::acceptor open_port(asio::io_context& context, const std::string& address, std::uint16_t port) {
-  const tcp::endpoint endpoint(asio::ip::make_address(address), port);
-  try {
-    tcp::acceptor acceptor(context, endpoint.protocol());
-    acceptor.set_option(tcp::acceptor::reuse_address(true));
-    // An address of version 6 means those of version 6, also where it means all.
-    if (endpoint.address().is_v6()) acceptor.set_option(asio::ip::v6_only(true));
-    acceptor.bind(endpoint);
-    acceptor.listen(backlog);
-    return acceptor;
-  } catch (const boost::system::system_error& error) {
-    throw std::runtime_error("Can't listen on " + text_of(endpoint) + ": " +
-                             error.code().message());
-  }
-}
 
 // A context of Asio that shares OpenSSL's.
 asio::ssl::context share(SSL_CTX* context) {

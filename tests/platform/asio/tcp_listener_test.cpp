@@ -97,7 +97,7 @@ TEST_CASE_FIXTURE(TcpFixture, "What one handler sends goes out in one piece") {
 
 TEST_CASE_FIXTURE(TcpFixture, "A peer that doesn't read is cut off, and told so") {
   Peer peer = connect(4096);
-  const std::string piece = some_bytes(1000);
+  const std::string piece = some_bytes(8000);
   std::size_t sent = 0;
   REQUIRE(wait([&] {
     if (!end) {

@@ -1,0 +1,15 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <utility>
+
+#include <boost/asio/ip/tcp.hpp>
+
+namespace lineweir::platform {
+
+// Listens on a TCP port. Throws std::runtime_error, whose text is a sentence.
+boost::asio::ip::tcp::acceptor open_port(boost::asio::io_context& context,
+                                         const std::string& address, std::uint16_t port);
+
+}  // namespace lineweir::platform
