@@ -40,6 +40,10 @@ class AsioLoop final : public EventLoop, public Poster {
 
   boost::asio::io_context& context() { return *context_; }
 
+  // Connections that are still sending what their owners have left behind.
+  int farewells() const { return farewells_; }
+  void note_farewells(int change) { farewells_ += change; }
+
  private:
   using Place = std::pair<Milliseconds, CallId>;
 
@@ -51,6 +55,7 @@ class AsioLoop final : public EventLoop, public Poster {
   std::unordered_map<CallId, Milliseconds> due_times_;
   CallId last_id_ = 0;
   bool stopped_ = false;
+  int farewells_ = 0;
 };
 
 }  // namespace lineweir::platform

@@ -73,6 +73,7 @@ class OpenStream : public std::enable_shared_from_this<OpenStream<Stream>> {
   void close_when_sent() {
     if (ended_ || closing_) return;
     closing_ = true;
+    loop_.note_farewells(1);
     loop_.schedule(longest_farewell, [weak = this->weak_from_this()] {
       if (const auto self = weak.lock()) self->abandon();
     });
@@ -84,7 +85,7 @@ class OpenStream : public std::enable_shared_from_this<OpenStream<Stream>> {
   void detach() {
     connection_ = nullptr;
     if (closing_ || ended_) return;
-    ended_ = true;
+    set_ended();
     close_stream(*stream_);
   }
 
@@ -195,12 +196,17 @@ class OpenStream : public std::enable_shared_from_this<OpenStream<Stream>> {
 
   void abandon() {
     if (ended_) return;
-    ended_ = true;
+    set_ended();
     abort_stream(*stream_);
   }
 
-  void end_with_overflow() {
+  void set_ended() {
     ended_ = true;
+    if (closing_) loop_.note_farewells(-1);
+  }
+
+  void end_with_overflow() {
+    set_ended();
     reason_ = ConnectionEnd::Overflow;
     abort_stream(*stream_);
     later(&OpenStream::tell_end);
@@ -208,7 +214,7 @@ class OpenStream : public std::enable_shared_from_this<OpenStream<Stream>> {
 
   void end() {
     if (ended_) return;
-    ended_ = true;
+    set_ended();
     close_stream(*stream_);
     if (!closing_) tell_end();
   }

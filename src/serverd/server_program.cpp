@@ -1,0 +1,193 @@
+#include "serverd/server_program.h"
+
+#include <unistd.h>
+
+#include <csignal>
+#include <iostream>
+#include <utility>
+
+#include "serverd/configuration_summary.h"
+#include "serverd/exchange_maker.h"
+#include "serverd/tls_setup.h"
+
+namespace lineweir::serverd {
+
+namespace {
+
+using namespace std::chrono_literals;
+using server::LogLevel;
+
+// Both cores of a small machine, when a thousand seats come back at once.
+constexpr int password_threads = 2;
+// A server that was told to end has ended so long after its time, whatever its store does.
+constexpr platform::Milliseconds longest_end = 15s;
+// And so long after it was told a second time.
+constexpr platform::Milliseconds longest_end_at_once = 2s;
+constexpr const char* farewell = "The studio's server is shutting down.";
+
+// The one line in the log's place that is for a person alone, who sees it once.
+void tell_first_user(const std::string& name, const std::string& password) {
+  std::cerr << "first user " + name + ", password " + password + "\n" << std::flush;
+}
+
+}  // namespace
+
+ServerProgram::ServerProgram(ProgramOptions options, Configuration configuration)
+    : options_(std::move(options)),
+      configuration_(std::move(configuration)),
+      sink_(STDERR_FILENO, form_of_standard_error(),
+            options_.verbose ? LogLevel::Debug : LogLevel::Info),
+      log_([this](LogLevel level, const std::string& text) { log(level, text); }),
+      letters_(*find_code_page(configuration_.character_set), &transliterator_),
+      passwords_(loop_, password_threads),
+      store_(configuration_.store_file, loop_),
+      signals_(loop_, [this](int signal) { take_signal(signal); }) {
+  if (needs_tls(configuration_))
+    tls_ = set_up_tls(configuration_, options_.configuration_file, log_);
+  listen();
+  server_ = std::make_unique<server::Server>(
+      server::ServerServices{.loop = loop_,
+                             .clock = clock_,
+                             .random = random_,
+                             .store = store_,
+                             .passwords = passwords_,
+                             .letters = letters_,
+                             .log = log_,
+                             .make_exchange =
+                                 [this](const server::GroupOptions& group) {
+                                   return make_exchange(group, loop_, random_, log_);
+                                 }},
+      configuration_.server);
+  server_->on_shutdown_asked = [this](int seconds, const std::string& text) {
+    shut_down(seconds, text);
+  };
+}
+
+int ServerProgram::run() {
+  server_->start([this] { serve(); }, tell_first_user);
+  feed_watchdog();
+  loop_.run();
+  manager_.tell("STOPPING=1");
+  listeners_.clear();
+  admin_listener_.reset();
+  metrics_.reset();
+  server_.reset();
+  // What the seats were told last still goes out.
+  while (loop_.farewells() > 0) loop_.yield();
+  return status_;
+}
+
+// Ports and the socket are taken before the store is read, so that a second server of one
+// configuration leaves it alone.
+void ServerProgram::listen() {
+  for (const SocketAddress& address : configuration_.listen) {
+    listeners_.push_back(std::make_unique<platform::TcpListener>(
+        loop_,
+        platform::TcpListener::Options{
+            .address = address.address,
+            .port = address.port,
+            .tls = needs_tls(configuration_, address) ? tls_.get() : nullptr,
+            .on_trouble = [this](const std::string& text) { log(LogLevel::Warning, text); }}));
+    listeners_.back()->on_connection = [this](std::unique_ptr<platform::Connection> connection) {
+      server_->accept(std::move(connection));
+    };
+  }
+  admin_listener_ = std::make_unique<platform::UnixListener>(loop_, configuration_.admin_socket);
+  admin_listener_->on_connection = [this](std::unique_ptr<platform::Connection> connection) {
+    server_->accept_admin(std::move(connection));
+  };
+  if (configuration_.metrics) {
+    metrics_ = std::make_unique<platform::MetricsEndpoint>(loop_, configuration_.metrics->address,
+                                                           configuration_.metrics->port,
+                                                           [this] { return server_->metrics(); });
+  }
+}
+
+void ServerProgram::serve() {
+  const auto bound = [](const SocketAddress& address, std::uint16_t port) {
+    return SocketAddress{address.address, port}.text();
+  };
+  for (std::size_t i = 0; i < listeners_.size(); ++i) {
+    const SocketAddress& address = configuration_.listen[i];
+    listeners_[i]->accept();
+    log(LogLevel::Info, "listens on " + bound(address, listeners_[i]->port()) +
+                            (needs_tls(configuration_, address) ? " by TLS" : " in plain text"));
+  }
+  admin_listener_->accept();
+  if (metrics_) log(LogLevel::Info, "metrics " + bound(*configuration_.metrics, metrics_->port()));
+  std::cout << "ready " + bound(configuration_.listen.front(), listeners_.front()->port()) + "\n"
+            << std::flush;
+  manager_.tell("READY=1");
+}
+
+void ServerProgram::take_signal(int signal) {
+  if (signal == SIGHUP) {
+    read_anew();
+    return;
+  }
+  ++stops_asked_;
+  if (stops_asked_ == 1) {
+    shut_down(configuration_.shutdown_seconds, farewell);
+  } else if (stops_asked_ == 2) {
+    shut_down(0, farewell);
+  } else {
+    loop_.stop();
+  }
+}
+
+void ServerProgram::read_anew() {
+  try {
+    const Configuration next = configuration_of(options_);
+    if (tls_) serverd::read_anew(*tls_, next, options_.configuration_file);
+    warn_of_later_keys(next);
+    server_->reconfigure(next.server);
+    configuration_.server = next.server;
+    configuration_.tls_files = next.tls_files;
+    configuration_.shutdown_seconds = next.shutdown_seconds;
+    log(LogLevel::Notice, "read the configuration anew");
+  } catch (const std::exception& error) {
+    log(LogLevel::Error, error.what());
+    log(LogLevel::Error, "nothing of the configuration was taken anew");
+  }
+}
+
+void ServerProgram::warn_of_later_keys(const Configuration& next) const {
+  const struct {
+    const char* key;
+    bool is_changed;
+  } keys[] = {
+      {"listen", next.listen != configuration_.listen},
+      {"store", next.store_file != configuration_.store_file},
+      {"admin_socket", next.admin_socket != configuration_.admin_socket},
+      {"metrics", next.metrics != configuration_.metrics},
+      {"plain_text_network", next.plain_text_network != configuration_.plain_text_network},
+      {"character_set", next.character_set != configuration_.character_set},
+      {"remote_objects", next.remote_objects != configuration_.remote_objects},
+      {"[tls]", next.tls != configuration_.tls},
+  };
+  for (const auto& [key, is_changed] : keys) {
+    if (!is_changed) continue;
+    log_(LogLevel::Warning,
+         std::string("what has changed in ") + key + " waits for the next start");
+  }
+}
+
+void ServerProgram::shut_down(int seconds, const std::string& text) {
+  log(LogLevel::Notice, "ends in " + std::to_string(seconds) + " seconds");
+  const platform::Milliseconds limit =
+      std::chrono::seconds(seconds) + (seconds > 0 ? longest_end : longest_end_at_once);
+  loop_.schedule(limit, [this] {
+    log(LogLevel::Error, "ended without having written everything");
+    status_ = 1;
+    loop_.stop();
+  });
+  server_->shut_down(seconds, text, [this] { loop_.stop(); });
+}
+
+void ServerProgram::feed_watchdog() {
+  if (!manager_.watchdog()) return;
+  manager_.tell("WATCHDOG=1");
+  loop_.schedule(*manager_.watchdog() / 2, [this] { feed_watchdog(); });
+}
+
+}  // namespace lineweir::serverd

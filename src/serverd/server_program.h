@@ -1,0 +1,72 @@
+#pragma once
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "letters/code_page_letters.h"
+#include "platform/asio/asio_loop.h"
+#include "platform/asio/metrics_endpoint.h"
+#include "platform/asio/process_signals.h"
+#include "platform/asio/tcp_listener.h"
+#include "platform/asio/tls_identity.h"
+#include "platform/asio/unix_listener.h"
+#include "platform/icu/icu_transliterator.h"
+#include "platform/sodium/sodium_password_hash.h"
+#include "platform/sodium/sodium_random_numbers.h"
+#include "platform/sqlite_store/sqlite_store.h"
+#include "server/server.h"
+#include "serverd/log_sink.h"
+#include "serverd/machine_wall_clock.h"
+#include "serverd/program_options.h"
+#include "serverd/service_manager.h"
+
+namespace lineweir::serverd {
+
+// The server between its configuration and its end.
+class ServerProgram {
+ public:
+  // Throws ConfigurationError and std::runtime_error, whose texts are one line.
+  ServerProgram(ProgramOptions options, Configuration configuration);
+  ServerProgram(const ServerProgram&) = delete;
+  ServerProgram& operator=(const ServerProgram&) = delete;
+
+  // Serves until it is told to end; the program's status.
+  int run();
+
+ private:
+  void listen();
+  void serve();
+  void take_signal(int signal);
+  void read_anew();
+  void warn_of_later_keys(const Configuration& next) const;
+  void shut_down(int seconds, const std::string& text);
+  void feed_watchdog();
+  void log(server::LogLevel level, const std::string& text) { sink_.write(level, text); }
+
+  ProgramOptions options_;
+  Configuration configuration_;
+  LogSink sink_;
+  server::ServerLog log_;
+  ServiceManager manager_;
+  int status_ = 0;
+  int stops_asked_ = 0;
+
+  platform::AsioLoop loop_;
+  MachineWallClock clock_;
+  platform::SodiumRandomNumbers random_;
+  platform::IcuTransliterator transliterator_;
+  CodePageLetters letters_;
+  platform::SodiumPasswordHash passwords_;
+  platform::SqliteStore store_;
+  // Null where no address has TLS.
+  std::unique_ptr<platform::TlsIdentity> tls_;
+  std::unique_ptr<server::Server> server_;
+  // In the order of the configuration.
+  std::vector<std::unique_ptr<platform::TcpListener>> listeners_;
+  std::unique_ptr<platform::UnixListener> admin_listener_;
+  std::unique_ptr<platform::MetricsEndpoint> metrics_;
+  platform::ProcessSignals signals_;
+};
+
+}  // namespace lineweir::serverd
