@@ -67,6 +67,7 @@ int ServerProgram::run() {
   server_->start([this] { serve(); }, tell_first_user);
   feed_watchdog();
   loop_.run();
+  loop_.cancel(end_at_limit_);
   manager_.tell("STOPPING=1");
   listeners_.clear();
   admin_listener_.reset();
@@ -174,14 +175,20 @@ void ServerProgram::warn_of_later_keys(const Configuration& next) const {
 
 void ServerProgram::shut_down(int seconds, const std::string& text) {
   log(LogLevel::Notice, "ends in " + std::to_string(seconds) + " seconds");
-  const platform::Milliseconds limit =
-      std::chrono::seconds(seconds) + (seconds > 0 ? longest_end : longest_end_at_once);
-  loop_.schedule(limit, [this] {
+  end_by(loop_.now() + std::chrono::seconds(seconds) +
+         (seconds > 0 ? longest_end : longest_end_at_once));
+  server_->shut_down(seconds, text, [this] { loop_.stop(); });
+}
+
+void ServerProgram::end_by(platform::Milliseconds limit) {
+  if (limit_ && *limit_ <= limit) return;
+  limit_ = limit;
+  loop_.cancel(end_at_limit_);
+  end_at_limit_ = loop_.schedule(limit - loop_.now(), [this] {
     log(LogLevel::Error, "ended without having written everything");
     status_ = 1;
     loop_.stop();
   });
-  server_->shut_down(seconds, text, [this] { loop_.stop(); });
 }
 
 void ServerProgram::feed_watchdog() {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -41,6 +42,8 @@ class ServerProgram {
   void read_anew();
   void warn_of_later_keys(const Configuration& next) const;
   void shut_down(int seconds, const std::string& text);
+  // Has ended then, whatever the store does.
+  void end_by(platform::Milliseconds limit);
   void feed_watchdog();
   void log(server::LogLevel level, const std::string& text) { sink_.write(level, text); }
 
@@ -51,6 +54,8 @@ class ServerProgram {
   ServiceManager manager_;
   int status_ = 0;
   int stops_asked_ = 0;
+  std::optional<platform::Milliseconds> limit_;
+  platform::EventLoop::CallId end_at_limit_ = 0;
 
   platform::AsioLoop loop_;
   MachineWallClock clock_;
