@@ -57,7 +57,6 @@ inline constexpr auto seat_columns = std::to_array<Column>({
     {"group", "Group"},
     {"console", "Console"},
     {"mode", "Mode"},
-    {"way", "Way"},
     {"address", "Address"},
     {"since", "Since", ColumnKind::Time},
 });

@@ -47,6 +47,7 @@ class Group {
   void tell_persons(const std::string& text) const;
   // The last event, the next one, and its name, in UTF-8.
   void set_show_times(const std::array<std::string, 3>& times);
+  const std::array<std::string, 3>& show_times_texts() const { return show_times_; }
   void choose_next(Seat& seat, int line);
 
   // The answers to what a seat asks.

@@ -29,6 +29,13 @@ class LoginDesk {
   // only asked again, about rights, leaves no trace as a login.
   void check(const Login& login, const std::string& address, Answer answer);
 
+  // A user who was locked by wrong passwords may try again.
+  void forgive(const std::string& user) { guard_.note_right(user); }
+  // For how long a user is locked by wrong passwords from now on; 0 for one who isn't.
+  platform::Milliseconds locked_for(const std::string& user) const {
+    return guard_.user_locked_for(user, context_.loop.now());
+  }
+
   std::size_t waiting() const { return passwords_.waiting(); }
 
  private:

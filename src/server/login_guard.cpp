@@ -26,6 +26,11 @@ void LoginGuard::note_wrong(const std::string& user, const std::string& address,
   note(addresses_, address, now, {50, 10min});
 }
 
+LoginGuard::Moment LoginGuard::user_locked_for(const std::string& user, Moment now) const {
+  const auto tries = users_.find(user);
+  return tries == users_.end() ? Moment{0} : std::max(tries->second.locked_until - now, Moment{0});
+}
+
 bool LoginGuard::is_locked(const Book& book, const std::string& name, Moment now) {
   const auto tries = book.find(name);
   return tries != book.end() && now < tries->second.locked_until;

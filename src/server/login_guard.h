@@ -18,6 +18,7 @@ class LoginGuard {
   bool user_is_locked(const std::string& user, Moment now) const {
     return is_locked(users_, user, now);
   }
+  Moment user_locked_for(const std::string& user, Moment now) const;
   bool address_is_locked(const std::string& address, Moment now) const {
     return is_locked(addresses_, address, now);
   }

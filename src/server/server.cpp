@@ -73,6 +73,7 @@ class Server::Inside {
   SeatBook seats_;
   std::map<std::string, std::string> told_at_login_;
   std::list<std::unique_ptr<Session>> sessions_;
+  AdminServices admin_services_;
   std::list<std::unique_ptr<AdminSession>> admins_;
   std::unique_ptr<RemoteSeats> remote_seats_;
   // Of groups that the configuration doesn't have any more.
@@ -95,7 +96,8 @@ Server::Inside::Inside(ServerServices services, ServerOptions options)
                audit_,         calls_},
       accounts_(outbox_),
       logins_(context_, accounts_, services_.passwords),
-      seats_(context_, groups_) {}
+      seats_(context_, groups_),
+      admin_services_(admin_services()) {}
 
 Server::Inside::~Inside() {
   services_.loop.cancel(next_beat_);
@@ -208,7 +210,7 @@ void Server::Inside::remove_later(Session& session) {
 
 void Server::Inside::accept_admin(std::unique_ptr<platform::Connection> connection) {
   admins_.push_back(std::make_unique<AdminSession>(
-      std::move(connection), admin_services(), [this](AdminSession& session) {
+      std::move(connection), admin_services_, [this](AdminSession& session) {
         after(Milliseconds{0}, [this, &session] {
           std::erase_if(admins_, [&](const auto& held) { return held.get() == &session; });
         });
@@ -220,8 +222,10 @@ AdminServices Server::Inside::admin_services() {
           services_.store,
           services_.passwords,
           accounts_,
+          logins_,
           seats_,
           groups_,
+          [this] { return serving_; },
           [this](const std::string& user) {
             for (const auto& session : sessions_) {
               if (!session->is_over() && session->user == user) session->take_new_rights();

@@ -54,6 +54,14 @@ void StoreOutbox::when_empty(std::function<void()> done) {
   tell_empty();
 }
 
+void StoreOutbox::when_written(std::function<void()> done) {
+  awaited_.push_back({taken_ + waiting_.size(), std::move(done)});
+  if (waiting() != 0) return;
+  loop_.schedule(platform::Milliseconds{0}, [this, alive = std::weak_ptr(alive_)] {
+    if (alive.lock()) tell_written();
+  });
+}
+
 void StoreOutbox::schedule(platform::Milliseconds delay) {
   next_write_ = loop_.schedule(delay, [this] {
     next_write_ = 0;
@@ -106,8 +114,18 @@ void StoreOutbox::written(bool done) {
     return;
   }
   writing_.clear();
-  if (!waiting_.empty()) return schedule(platform::Milliseconds{0});
+  if (!waiting_.empty()) schedule(platform::Milliseconds{0});
+  tell_written();
   tell_empty();
+}
+
+void StoreOutbox::tell_written() {
+  if (in_flight_ != 0) return;
+  while (!awaited_.empty() && awaited_.front().taken <= taken_) {
+    const auto done = std::move(awaited_.front().done);
+    awaited_.pop_front();
+    done();
+  }
 }
 
 void StoreOutbox::tell_empty() {

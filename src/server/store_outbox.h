@@ -35,6 +35,9 @@ class StoreOutbox {
   // Told once, as soon as nothing waits.
   void when_empty(std::function<void()> done);
 
+  // Told, from the loop, once all that waits now is written.
+  void when_written(std::function<void()> done);
+
   std::size_t waiting() const { return waiting_.size() + in_flight_; }
   std::size_t lost() const { return lost_; }
   bool store_is_away() const { return away_; }
@@ -47,6 +50,7 @@ class StoreOutbox {
   void take_first();
   void lose_oldest();
   void tell_empty();
+  void tell_written();
 
   platform::EventLoop& loop_;
   platform::Store& store_;
@@ -62,6 +66,12 @@ class StoreOutbox {
   bool away_ = false;
   platform::EventLoop::CallId next_write_ = 0;
   std::function<void()> when_empty_;
+  // Who is told once so many have left the front and are written.
+  struct Awaited {
+    std::size_t taken;
+    std::function<void()> done;
+  };
+  std::deque<Awaited> awaited_;
   // What the store tells behind this one's end is passed over.
   std::shared_ptr<bool> alive_ = std::make_shared<bool>(true);
 };

@@ -1,0 +1,614 @@
+#include <doctest/doctest.h>
+
+#include <numeric>
+
+#include "adminlink/admin_columns.h"
+#include "server/admin_tool.h"
+#include "wire/password_scramble.h"
+#include "wire/rights_layout.h"
+
+using namespace lineweir;
+using namespace lineweir::server;
+using admin::Command;
+using admin::Field;
+using admin::Request;
+using nlohmann::json;
+using namespace std::chrono_literals;
+
+namespace {
+
+using Texts = std::vector<std::string>;
+using Numbers = std::vector<std::int64_t>;
+
+Request of_user(Command command, const std::string& name) {
+  return {command, {{Field::Name, name}}};
+}
+
+Request user_add(const std::string& name, const std::string& work = "host",
+                 const std::string& password = "pass word") {
+  return {Command::UserAdd,
+          {{Field::Name, name}, {Field::Template, work}, {Field::Password, password}}};
+}
+
+Request new_password(const std::string& name, const std::string& password) {
+  return {Command::UserPassword, {{Field::Name, name}, {Field::Password, password}}};
+}
+
+Request right(const std::string& name, std::int64_t group, const Texts& changes = {}) {
+  Request request{Command::UserRight, {{Field::Name, name}, {Field::Group, group}}};
+  if (!changes.empty()) request.values[Field::Changes] = changes;
+  return request;
+}
+
+Request of_line(Command command, std::int64_t group, std::int64_t line) {
+  return {command, {{Field::Group, group}, {Field::Line, line}}};
+}
+
+Request text(Command command, Field field, const std::string& value) {
+  return {command, {{field, value}}};
+}
+
+json row_named(const std::vector<json>& rows, const std::string& name) {
+  for (const json& row : rows) {
+    if (row.at("name") == name) return row;
+  }
+  return {};
+}
+
+// What the audit tells of a tool's work, each as "what: of what".
+Texts administrators_entries(AdminTool& tool) {
+  Texts entries;
+  for (const json& row : tool.rows({Command::AuditList})) {
+    if (row.at("user") != "(admin)") continue;
+    entries.push_back(row.at("action").get<std::string>() + ": " +
+                      row.at("detail").get<std::string>());
+  }
+  return entries;
+}
+
+bool is_let_in(ServerRoom& room, const std::string& user, const std::string& password) {
+  auto console = room.connect();
+  console->log_in(user, password);
+  return console->take_last(ServerCommand::SrvPasswordResult).AltInfo == 'T';
+}
+
+}  // namespace
+
+TEST_CASE("Every column of a list is in its rows, and nothing that is none") {
+  ServerRoom room;
+  AdminTool tool(room);
+  const auto seat = room.seat("host");
+  CHECK(tool.refusal(of_line(Command::Call, 1, 1)) == "");
+  CHECK(tool.refusal(of_line(Command::Call, 1, 2)) == "");
+  CHECK(tool.refusal(of_line(Command::HangUp, 1, 2)) == "");
+  for (const Request& request :
+       {Request{Command::UserList}, Request{Command::Seats}, Request{Command::Calls},
+        Request{Command::AuditList}, Request{Command::Lines, {{Field::Group, std::int64_t{1}}}}}) {
+    const auto rows = tool.rows(request);
+    REQUIRE(!rows.empty());
+    for (const auto& column : admin::columns_of(request.command)) {
+      CAPTURE(column.key);
+      CHECK(rows.front().contains(column.key));
+    }
+    const std::size_t further = request.command == Command::Calls ? 1 : 0;
+    CHECK(rows.front().size() == admin::columns_of(request.command).size() + further);
+  }
+}
+
+TEST_CASE("A user who was added is let in, has the rights of the template, and is kept") {
+  ServerRoom room;
+  AdminTool tool(room);
+  CHECK(tool.refusal(user_add("anna", "screener")) == "");
+  Request only_second = user_add("ben");
+  only_second.values[Field::Groups] = Numbers{2};
+  CHECK(tool.refusal(only_second) == "");
+  CHECK(is_let_in(room, "anna", "pass word"));
+  CHECK_FALSE(is_let_in(room, "anna", "password"));
+  // It is in the store when that is told.
+  const auto& kept = room.store.content().accounts;
+  CHECK(kept.at("anna").rights ==
+        std::map<int, std::string>{{0, rights_of(RightsTemplate::Screener)}});
+  CHECK(kept.at("ben").rights == std::map<int, std::string>{{2, rights_of(RightsTemplate::Host)}});
+  CHECK(kept.at("anna").password_hash.find("pass word") == std::string::npos);
+
+  const auto users = tool.rows({Command::UserList});
+  CHECK(row_named(users, "ben").at("groups") == json{2});
+  CHECK(row_named(users, "ben").at("last_seen") == 0);
+  CHECK(row_named(users, "anna").at("groups") == json{0});
+  CHECK(row_named(users, "anna").at("last_seen") != 0);
+  CHECK(administrators_entries(tool) ==
+        Texts{"user added: anna, screener", "user added: ben, host"});
+}
+
+TEST_CASE("A user whom nobody could log in as is refused with the reason") {
+  ServerRoom room;
+  AdminTool tool(room);
+  CHECK(tool.refusal(user_add("")) == "The name is empty.");
+  CHECK(tool.refusal(user_add("a\tb")) == "The name holds a control character.");
+  CHECK(tool.refusal(user_add(" a")) ==
+        "The name begins or ends with a blank, which consoles cut off.");
+  CHECK(tool.refusal(user_add("123456789012345678901")) ==
+        "The name is too long: at most 20 characters.");
+  CHECK(tool.refusal(user_add("12345678901234567890")) == "");
+  CHECK(tool.refusal(user_add("\xE6\xBC\xA2")) ==
+        "The name holds a character that the consoles don't have.");
+  CHECK(
+      tool.refusal(user_add("Zoë")) ==
+      "The name holds \"ë\", which a console can't send: take letters without accents, digits and "
+      "common signs.");
+  CHECK(tool.refusal(user_add("host")) == "There is a user \"host\" already.");
+  CHECK(tool.refusal(user_add("x", "boss")) ==
+        "A template is \"engineer\", \"host\" or \"screener\".");
+  Request elsewhere = user_add("x");
+  elsewhere.values[Field::Groups] = Numbers{1, 7};
+  CHECK(tool.refusal(elsewhere) == "There is no group 7 here.");
+  CHECK(tool.refusal(user_add("x", "host", "")) == "The password is empty.");
+  CHECK(tool.refusal(user_add("x", "host", "1234567890123456")) ==
+        "The password is too long: at most 15 characters.");
+  CHECK(tool.refusal(user_add("x", "host", "sécret")).starts_with("The password holds \"é\""));
+  CHECK(tool.refusal(user_add("x", "host", "123456789012345")) == "");
+  CHECK(room.store.content().accounts.size() == 5);
+}
+
+TEST_CASE("Every password that is taken can be typed at every second") {
+  ServerRoom room;
+  AdminTool tool(room);
+  // The euro sign is the highest that some sets have below 137.
+  CHECK(tool.refusal(user_add("x", "host", "~}|{€ˆ")) == "");
+  const std::string typed = room.letters.from_utf8("~}|{€ˆ");
+  for (int second = 0; second < 60; ++second) CHECK(pass_encode(typed, second));
+  CHECK(is_let_in(room, "x", typed));
+}
+
+TEST_CASE("Of two who add the same user at once the first does") {
+  ServerRoom room;
+  AdminTool first(room);
+  AdminTool second(room);
+  room.passwords.take(1s);
+  first.send_bytes(admin::line_of(user_add("x", "host", "one")) + '\n');
+  second.send_bytes(admin::line_of(user_add("x", "host", "two")) + '\n');
+  room.wait(5s);
+  CHECK(first.take().front().at("ok") == true);
+  CHECK(second.take().front().at("error") == "There is a user \"x\" already.");
+  CHECK(is_let_in(room, "x", "one"));
+}
+
+TEST_CASE("A new password holds from then on, and who works goes on working") {
+  ServerRoom room;
+  AdminTool tool(room);
+  const auto seat = room.seat("host");
+  CHECK(tool.refusal(new_password("host", "another")) == "");
+  CHECK_FALSE(is_let_in(room, "host", host_password));
+  CHECK(is_let_in(room, "host", "another"));
+  CHECK(seat->is_open());
+  CHECK(tool.refusal(new_password("nobody", "x")) == "There is no user \"nobody\".");
+  CHECK(tool.refusal(new_password("host", "")) == "The password is empty.");
+}
+
+TEST_CASE("A locked user is told, loses the seat and isn't let in until unlocked") {
+  ServerRoom room;
+  AdminTool tool(room);
+  const auto seat = room.seat("host");
+  seat->take();
+  CHECK(tool.refusal(of_user(Command::UserLock, "host")) == "");
+  CHECK_FALSE(seat->is_open());
+  CHECK(seat->take_last(ServerCommand::SrvMessage).Buffer ==
+        "An administrator has locked the user host.");
+  CHECK_FALSE(is_let_in(room, "host", host_password));
+  CHECK(row_named(tool.rows({Command::UserList}), "host").at("locked") == true);
+  CHECK(tool.refusal(of_user(Command::UserUnlock, "host")) == "");
+  CHECK(is_let_in(room, "host", host_password));
+  CHECK(tool.refusal(of_user(Command::UserLock, "nobody")) == "There is no user \"nobody\".");
+  CHECK(tool.refusal(of_user(Command::UserUnlock, "nobody")) == "There is no user \"nobody\".");
+}
+
+TEST_CASE("A user who was locked by wrong passwords is shown so and can be unlocked") {
+  ServerRoom room;
+  AdminTool tool(room);
+  for (int i = 0; i < 5; ++i) CHECK_FALSE(is_let_in(room, "host", "wrong"));
+  CHECK_FALSE(is_let_in(room, "host", host_password));
+  CHECK(row_named(tool.rows({Command::UserList}), "host").at("locked_until") >
+        room.clock.now().count());
+  CHECK(tool.refusal(of_user(Command::UserUnlock, "host")) == "");
+  CHECK(row_named(tool.rows({Command::UserList}), "host").at("locked_until") == 0);
+  CHECK(is_let_in(room, "host", host_password));
+}
+
+TEST_CASE("A removed user is gone, with the seat") {
+  ServerRoom room;
+  AdminTool tool(room);
+  const auto seat = room.seat("host");
+  CHECK(tool.refusal(of_user(Command::UserRemove, "host")) == "");
+  CHECK_FALSE(seat->is_open());
+  CHECK_FALSE(is_let_in(room, "host", host_password));
+  CHECK_FALSE(room.store.content().accounts.contains("host"));
+  CHECK(tool.refusal(of_user(Command::UserRemove, "host")) == "There is no user \"host\".");
+}
+
+TEST_CASE("Rights are shown by their names, change at once for who is connected, and are kept") {
+  ServerRoom room;
+  AdminTool tool(room);
+  const auto seat = room.seat("host");
+  seat->take();
+  const json before = tool.ask(right("host", 1));
+  CHECK(before.at("open") == true);
+  CHECK(before.at("rights").size() == rights_layout.size());
+  CHECK(before.at("rights").at("ExitMenu") == true);
+  CHECK(seat->take(ServerCommand::SrvRights).empty());
+
+  const json after = tool.ask(right("host", 1, {"-ExitMenu", "+com1"}));
+  CHECK(after.at("rights").at("ExitMenu") == false);
+  CHECK(after.at("rights").at("Com1") == true);
+  const std::string told = seat->take_last(ServerCommand::SrvRights).Buffer;
+  CHECK_FALSE(allows(told, Right::ExitMenu));
+  CHECK(allows(told, Right::Com1));
+  // In that group alone; the others keep those of all groups.
+  CHECK(room.store.content().accounts.at("host").rights.at(1) == told);
+  CHECK(tool.ask(right("host", 2)).at("rights").at("ExitMenu") == true);
+  CHECK(administrators_entries(tool) == Texts{"rights changed: host, group 1: -ExitMenu +com1"});
+}
+
+TEST_CASE("A group is opened to a user by a template, and closed") {
+  ServerRoom room;
+  AdminTool tool(room);
+  CHECK(tool.ask(right("only2", 1)).at("open") == false);
+  CHECK(tool.ask(right("only2", 1)).at("rights").at("Dial") == false);
+  CHECK(tool.ask(right("only2", 1, {"+screener", "+ExitMenu"})).at("open") == true);
+  CHECK(room.store.content().accounts.at("only2").rights.at(1) ==
+        with_right(rights_of(RightsTemplate::Screener), Right::ExitMenu, true));
+  CHECK(tool.ask(right("only2", 1, {"-all"})).at("open") == false);
+  CHECK_FALSE(room.store.content().accounts.at("only2").rights.contains(1));
+  // Of one for whom all groups are open this one is closed.
+  CHECK(tool.ask(right("host", 1, {"-all"})).at("open") == false);
+  CHECK(tool.ask(right("host", 2)).at("open") == true);
+  CHECK(row_named(tool.rows({Command::UserList}), "host").at("groups") == json{0});
+  // What is then allowed one by one is all that is allowed.
+  const json opened = tool.ask(right("host", 1, {"+Dial"}));
+  int allowed = 0;
+  for (const auto& [name, is_allowed] : opened.at("rights").items()) {
+    if (is_allowed == true) ++allowed;
+  }
+  CHECK(allowed == 1);
+}
+
+TEST_CASE("Rights that can't be sent are refused with the reason and change nothing") {
+  ServerRoom room;
+  AdminTool tool(room);
+  const auto kept = room.store.content().accounts;
+  CHECK(tool.refusal(right("host", 1, {"+Fly"})) == "There is no right \"Fly\".");
+  CHECK(tool.refusal(right("host", 1, {"Dial"})) ==
+        "\"Dial\" is no change: a right stands behind a + or -.");
+  CHECK(tool.refusal(right("host", 9)) == "There is no group 9 here.");
+  CHECK(tool.refusal(right("nobody", 1)) == "There is no user \"nobody\".");
+  // 5 in both of two neighbouring characters: MitelOption and so on can't do that alone.
+  Texts changes = {"-all"};
+  for (const char* name : {"LogDataOptionsMenu", "AutoDataEntry", "ScreenerMode", "MitelPhone1"}) {
+    changes.push_back(std::string("+") + name);
+  }
+  CHECK(tool.refusal(right("host", 1, changes)) ==
+        "That can't be set: these rights together would end the frame that carries them.");
+  CHECK(room.store.content().accounts == kept);
+}
+
+TEST_CASE("A profile is shown in UTF-8 and emptied") {
+  ServerRoom room;
+  platform::Account account = room.store.content().accounts.at("host");
+  account.profile = std::string("0101\3Zo\xEB\3");
+  room.crash();
+  room.store.content().apply(account);
+  room.start();
+  AdminTool tool(room);
+  CHECK(tool.ask(of_user(Command::ProfileShow, "host")).at("profile") == "0101\3Zoë\3");
+  CHECK(tool.refusal(of_user(Command::ProfileReset, "host")) == "");
+  CHECK(tool.ask(of_user(Command::ProfileShow, "host")).at("profile") == "");
+  CHECK(room.store.content().accounts.at("host").profile == "");
+  CHECK(tool.refusal(of_user(Command::ProfileShow, "nobody")) == "There is no user \"nobody\".");
+}
+
+TEST_CASE("Seats are listed with who sits where") {
+  ServerRoom room;
+  AdminTool tool(room);
+  const auto host = room.seat("host", 1, 3);
+  const auto screener = room.seat("screener", 2, 0, "10.0.0.9");
+  screener->send([&] {
+    ServerPacket packet = screener->packet(ClientCommand::CmdSetMode);
+    packet.AltInfo = 1;
+    return packet;
+  }());
+  const auto seats = tool.rows({Command::Seats});
+  REQUIRE(seats.size() == 2);
+  CHECK(seats[0].at("user") == "host");
+  CHECK(seats[0].at("group") == 1);
+  CHECK(seats[0].at("console") == 3);
+  CHECK(seats[0].at("address") == "10.0.0.1");
+  CHECK(seats[1].at("user") == "screener");
+  CHECK(seats[1].at("group") == 2);
+  CHECK(seats[1].at("address") == "10.0.0.9");
+  CHECK(row_named(tool.rows({Command::UserList}), "host").at("seats") == 1);
+}
+
+TEST_CASE("A caller arrives and leaves by the tool, and the call is in the book at once") {
+  ServerOptions options = ServerRoom::two_studios();
+  options.groups[0].line_names = {"Hotline"};
+  options.groups[0].missing_lines = {10};
+  options.groups[1].exchange = "box:/dev/none";
+  ServerRoom room(options);
+  AdminTool tool(room);
+  Request call = of_line(Command::Call, 1, 1);
+  call.values[Field::Number] = std::string("+44 20");
+  CHECK(tool.refusal(call) == "");
+  CHECK(tool.refusal(call) == "Line 1 isn't free.");
+  const auto lines = tool.rows({Command::Lines, {{Field::Group, std::int64_t{1}}}});
+  REQUIRE(lines.size() == 9);
+  CHECK(lines[0].at("number") == 1);
+  CHECK(lines[0].at("name") == "Hotline");
+  CHECK(lines[0].at("letter") == "R");
+  CHECK(lines[0].at("caller_number") == "+44 20");
+  CHECK(lines[1].at("name") == "2");
+  CHECK(lines[1].at("letter") == "F");
+
+  room.wait(3s);
+  CHECK(tool.refusal(of_line(Command::HangUp, 1, 1)) == "");
+  CHECK(tool.refusal(of_line(Command::HangUp, 1, 1)) == "Line 1 has no caller.");
+  const auto calls = tool.rows({Command::Calls});
+  REQUIRE(calls.size() == 1);
+  CHECK(calls[0].at("line") == 1);
+  CHECK(calls[0].at("number") == "+44 20");
+  CHECK(calls[0].at("ended") > calls[0].at("began"));
+  CHECK(calls[0].at("steps").size() >= 2);
+
+  CHECK(tool.refusal(of_line(Command::Call, 1, 10)) == "Line 10 doesn't exist.");
+  CHECK(tool.refusal(of_line(Command::Call, 1, 11)) == "Line 11 doesn't exist.");
+  CHECK(tool.refusal(of_line(Command::Call, 3, 1)) == "There is no group 3 here.");
+  CHECK(tool.refusal(of_line(Command::Call, 2, 1)) ==
+        "The group's exchange isn't simulated: its callers come by themselves.");
+  call.values[Field::Number] = std::string(41, '5');
+  CHECK(tool.refusal(call) == "The number is too long: at most 40 characters.");
+}
+
+TEST_CASE("Calls are found by time and group, and come page by page") {
+  ServerRoom room;
+  AdminTool tool(room);
+  constexpr int count = 450;
+  std::vector<platform::StoreChange> calls;
+  for (int i = 1; i <= count; ++i) {
+    platform::CallRecord call;
+    call.id = i;
+    call.group = i % 2 + 1;
+    call.began = platform::Moment{i};
+    call.ended = platform::Moment{1000 + i};
+    call.told.fill(std::string(90, 'x'));
+    calls.emplace_back(call);
+  }
+  room.store.write(calls, [](bool) {});
+  const auto ids = [&](const Request& request) {
+    std::vector<int> found;
+    for (const json& row : tool.rows(request)) found.push_back(row.at("id").get<int>());
+    return found;
+  };
+  std::vector<int> all(count);
+  std::iota(all.begin(), all.end(), 1);
+  CHECK(ids({Command::Calls}) == all);
+  CHECK(ids({Command::Calls, {{Field::Since, std::int64_t{1000 + count - 1}}}}) ==
+        std::vector<int>{count - 1, count});
+  CHECK(ids({Command::Calls,
+             {{Field::Since, std::int64_t{1000 + count - 2}}, {Field::Group, std::int64_t{1}}}}) ==
+        std::vector<int>{count - 2, count});
+}
+
+TEST_CASE("No answer is longer than a connection takes, however long a row is") {
+  ServerRoom room;
+  AdminTool tool(room);
+  platform::CallRecord call;
+  call.id = 1;
+  call.ended = platform::Moment{5};
+  call.told.fill(std::string(30'000, '\x01'));
+  for (int i = 0; i < 5000; ++i) call.steps.push_back({platform::Moment{i}, "someone", "hold"});
+  platform::CallRecord other = call;
+  other.id = 2;
+  room.store.write({call, other}, [](bool) {});
+  tool.send_bytes("{\"command\": \"calls\"}\n");
+  room.wait(1s);
+  const json first = tool.take().at(0);
+  CHECK(first.dump().size() < admin::longest_answer);
+  REQUIRE(first.at("rows").size() == 1);
+  CHECK_FALSE(first.at("rows")[0].contains("steps"));
+  CHECK(first.at("more") == true);
+  const json second = tool.ask({Command::More});
+  CHECK(second.at("rows")[0].at("id") == 2);
+}
+
+TEST_CASE("The show's texts are set one by one and told to the group's seats") {
+  ServerRoom room;
+  AdminTool tool(room);
+  const auto seat = room.seat("host");
+  const auto other = room.seat("host", 2);
+  seat->take();
+  other->take();
+  CHECK(tool.refusal({Command::Event,
+                      {{Field::Group, std::int64_t{1}},
+                       {Field::Last, std::string("18:00")},
+                       {Field::Text, std::string("Né")}}}) == "");
+  CHECK(seat->take_last(ServerCommand::SrvShowTimes).Buffer == "18:00\3\3N\xE9\3");
+  CHECK(tool.refusal({Command::Event,
+                      {{Field::Group, std::int64_t{1}}, {Field::Next, std::string("18:30")}}}) ==
+        "");
+  CHECK(seat->take_last(ServerCommand::SrvShowTimes).Buffer == "18:00\00318:30\3N\xE9\3");
+  CHECK(other->take(ServerCommand::SrvShowTimes).empty());
+  CHECK(tool.refusal({Command::Event, {{Field::Group, std::int64_t{1}}}}) ==
+        "There is no text to set.");
+  CHECK(tool.refusal({Command::Event,
+                      {{Field::Group, std::int64_t{1}}, {Field::Text, std::string("a\3")}}}) ==
+        "The text holds a control character.");
+}
+
+TEST_CASE("A message goes to all seats, or to those of a group") {
+  ServerRoom room;
+  AdminTool tool(room);
+  const auto first = room.seat("host");
+  const auto second = room.seat("screener", 2);
+  first->take();
+  second->take();
+  CHECK(tool.refusal(text(Command::Message, Field::Text, "Break – in two")) == "");
+  CHECK(first->take_last(ServerCommand::SrvMessage).Buffer == "Break \x96 in two");
+  CHECK(second->take_last(ServerCommand::SrvMessage).Buffer == "Break \x96 in two");
+  CHECK(tool.refusal({Command::Message,
+                      {{Field::Text, std::string("Only you")}, {Field::Group, std::int64_t{2}}}}) ==
+        "");
+  CHECK(first->take(ServerCommand::SrvMessage).empty());
+  CHECK(second->take_last(ServerCommand::SrvMessage).Buffer == "Only you");
+  CHECK(tool.refusal(text(Command::Message, Field::Text, "")) == "The message is empty.");
+  CHECK(tool.refusal(text(Command::Message, Field::Text, "a\005\005")) ==
+        "The message holds a control character.");
+  CHECK(tool.refusal(text(Command::Message, Field::Text, std::string(1001, 'x'))) ==
+        "The message is too long: at most 1000 characters.");
+}
+
+TEST_CASE("The audit is listed, verified, and tells the first entry that was changed") {
+  ServerRoom room;
+  AdminTool tool(room);
+  for (int i = 0; i < 300; ++i) {
+    CHECK(tool.refusal(text(Command::Message, Field::Text, std::to_string(i))) == "");
+  }
+  const auto entries = tool.rows({Command::AuditList});
+  REQUIRE(entries.size() > 300);
+  for (std::size_t i = 0; i < entries.size(); ++i) CHECK(entries[i].at("number") == i + 1);
+  const json right_one = tool.ask({Command::AuditVerify});
+  CHECK(right_one.at("entries") == entries.size());
+  CHECK(right_one.at("first_wrong") == 0);
+  CHECK(right_one.at("last_hash") == entries.back().at("hash"));
+  room.store.content().audit[41].event.detail = "nothing";
+  CHECK(tool.ask({Command::AuditVerify}).at("first_wrong") == 42);
+}
+
+TEST_CASE("A shutdown is answered first, and told to all seats") {
+  ServerRoom room;
+  AdminTool tool(room);
+  const auto seat = room.seat("host");
+  seat->take();
+  int asked = -1;
+  std::string why;
+  room.server->on_shutdown_asked = [&](int seconds, const std::string& reason) {
+    asked = seconds;
+    why = reason;
+  };
+  CHECK(tool.refusal({Command::Shutdown,
+                      {{Field::Seconds, std::int64_t{0}}, {Field::Text, std::string("New")}}}) ==
+        "");
+  CHECK(asked == 0);
+  CHECK(why == "New");
+  CHECK_FALSE(tool.is_open());
+  AdminTool second(room);
+  CHECK(second.refusal({Command::Shutdown}) == "");
+  CHECK(asked == 10);
+}
+
+TEST_CASE("A backup is made, and taken over by a new server with its users") {
+  ServerRoom room;
+  {
+    AdminTool tool(room);
+    CHECK(tool.refusal(user_add("anna")) == "");
+    CHECK(tool.refusal(text(Command::Backup, Field::File, "/b.db")) == "");
+    CHECK(tool.refusal(text(Command::Backup, Field::File, "/b.db")) != "");
+    CHECK(tool.refusal(text(Command::Restore, Field::File, "/b.db")) != "");
+  }
+  room.crash();
+  room.store.content() = {};
+  room.start();
+  AdminTool tool(room);
+  CHECK(tool.rows({Command::UserList}).size() == 1);
+  CHECK(tool.refusal(text(Command::Restore, Field::File, "/none.db")) != "");
+  CHECK(tool.refusal(text(Command::Restore, Field::File, "/b.db")) == "");
+  CHECK(row_named(tool.rows({Command::UserList}), "anna").is_object());
+  CHECK(tool.rows({Command::UserList}).size() == 4);
+  CHECK(is_let_in(room, "anna", "pass word"));
+  CHECK(tool.ask({Command::AuditVerify}).at("first_wrong") == 0);
+  CHECK(administrators_entries(tool).back() == "backup restored: /b.db");
+}
+
+TEST_CASE("While the store is away what is asked is told to be held, and is kept later") {
+  ServerRoom room;
+  AdminTool tool(room);
+  room.store.fail(true);
+  CHECK(tool.refusal(user_add("anna")) ==
+        "The store can't be written now: what was changed holds, and is kept once it can be.");
+  CHECK(is_let_in(room, "anna", "pass word"));
+  CHECK(tool.refusal({Command::Calls}) != "");
+  room.store.fail(false);
+  room.wait(5s);
+  CHECK(room.store.content().accounts.contains("anna"));
+  CHECK(tool.rows({Command::Calls}).empty());
+}
+
+TEST_CASE("A list of which a further piece can't be read ends with the reason") {
+  ServerRoom room;
+  AdminTool tool(room);
+  for (int i = 0; i < 700; ++i) {
+    room.store.write(
+        {platform::AuditEvent{"e" + std::to_string(i), {}, "u", "a", std::string(100, 'x')}},
+        [](bool) {});
+  }
+  CHECK(tool.ask({Command::AuditList}).at("more") == true);
+  room.store.fail(true);
+  CHECK(tool.refusal({Command::More}) == "The store can't be read; the server's log tells why.");
+}
+
+TEST_CASE("What is no request is refused and the connection stays; a line without end is not") {
+  ServerRoom room;
+  AdminTool tool(room);
+  tool.send_bytes("hello\n{\"command\": \"seats\"}\n{\"comm");
+  auto answers = tool.take();
+  REQUIRE(answers.size() == 2);
+  CHECK(answers[0].at("error") == "The request is no JSON.");
+  CHECK(answers[1].at("ok") == true);
+  tool.send_bytes("and\": \"more\"}\n");
+  CHECK(tool.take().at(0).at("error") == "There is nothing more.");
+  // Many at once don't nest.
+  std::string many;
+  for (int i = 0; i < 20'000; ++i) many += "{}\n";
+  tool.send_bytes(many);
+  CHECK(tool.take().size() == 20'000);
+  CHECK(tool.is_open());
+  tool.send_bytes(std::string(70'000, ' '));
+  CHECK(tool.take().at(0).at("error") == "The request is too long.");
+  CHECK_FALSE(tool.is_open());
+}
+
+TEST_CASE("A tool that leaves, or a server that ends, in the middle of a request harms nothing") {
+  ServerRoom room;
+  room.passwords.take(1s);
+  {
+    AdminTool leaving(room);
+    leaving.send_bytes(admin::line_of(user_add("anna")) + '\n');
+  }
+  room.wait(5s);
+  CHECK(is_let_in(room, "anna", "pass word"));
+
+  for (const Request& request :
+       {user_add("ben"), new_password("host", "x"), Request{Command::Calls},
+        Request{Command::AuditVerify}, text(Command::Backup, Field::File, "/x"),
+        text(Command::Restore, Field::File, "/x")}) {
+    room.store.take(1s);
+    AdminTool tool(room);
+    tool.send_bytes(admin::line_of(request) + '\n');
+    room.wait(1500ms);
+    room.crash();
+    room.wait(10s);
+    room.store.take(0s);
+    room.start();
+    room.wait(1s);
+  }
+}
+
+TEST_CASE("Before the store has been read nothing is done") {
+  ServerRoom room;
+  room.crash();
+  room.store.stall(true);
+  room.start();
+  AdminTool tool(room);
+  CHECK(tool.refusal({Command::UserList}) ==
+        "The server waits for its store, which can't be read.");
+  room.store.stall(false);
+  room.wait(5s);
+  CHECK(tool.rows({Command::UserList}).size() == 3);
+}
