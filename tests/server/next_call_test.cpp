@@ -43,7 +43,7 @@ TEST_CASE("with the kinds 1 to 3 the last word of a seat holds, for all seats") 
   }
 }
 
-TEST_CASE("a choice ends without a word when its line gets a letter that ends it at the consoles") {
+TEST_CASE("a choice ends, and all are told, when its line gets a letter that ends it at the consoles") {
   for (const int kind : {1, 2, 3}) {
     for (const char letter : std::string("FRSHPOENCLKYB")) {
       if (letter == 'S') continue;
@@ -60,12 +60,12 @@ TEST_CASE("a choice ends without a word when its line gets a letter that ends it
       CAPTURE(kind);
       CAPTURE(letter);
       CHECK(desk.group.next_call().line() == (ends ? -1 : 3));
-      CHECK(anna.told_of(SrvNextCall).empty());
+      CHECK(anna.told_of(SrvNextCall).size() == (ends ? 1 : 0));
     }
   }
 }
 
-TEST_CASE("a line without a caller can't be chosen, and who chose it is told what holds") {
+TEST_CASE("a choice that comes too late is not taken, and who chose it is told what holds") {
   GroupDesk desk;
   NotingSeat anna(1);
   NotingSeat bert(2);
@@ -75,18 +75,40 @@ TEST_CASE("a line without a caller can't be chosen, and who chose it is told wha
   desk.group.choose_next(anna, 3);
   anna.told.clear();
   bert.told.clear();
-  // Its caller has hung up while the choice was on its way.
-  desk.group.choose_next(anna, 5);
-  CHECK(told_next(anna) == 3);
-  CHECK(bert.told.empty());
-  CHECK(desk.group.next_call().line() == 3);
+  const auto is_taken = [&](int line) {
+    anna.told.clear();
+    bert.told.clear();
+    desk.group.choose_next(anna, line);
+    const bool taken = desk.group.next_call().line() == line;
+    CHECK(told_next(anna) == desk.group.next_call().line());
+    CHECK(bert.told.size() == (taken ? 1 : 0));
+    if (taken) desk.group.choose_next(anna, 3);
+    return taken;
+  };
+  // The caller has hung up, or been taken to air, while the choice was on its way.
+  desk.exchange->report(5, 'S');
+  desk.exchange->report(5, 'F');
+  CHECK_FALSE(is_taken(5));
+  desk.exchange->report(6, 'N');
+  CHECK_FALSE(is_taken(6));
+  desk.exchange->report(7, 'R');
+  CHECK_FALSE(is_taken(7));
+  desk.wait(3s);
+  CHECK(is_taken(7));
+  CHECK_FALSE(is_taken(5));
+  desk.wait(1min);
+  CHECK(is_taken(5));
+  CHECK_FALSE(is_taken(6));
+  // Nothing was ever heard of it.
+  CHECK(is_taken(9));
 }
 
 TEST_CASE("a choice is remembered while the line's caller still waits") {
   const platform::GroupMemory memory{1, 2, {}, {}};
   CHECK(GroupDesk({}, &memory, "FFS").group.next_call().line() == 2);
   CHECK(GroupDesk({}, &memory, "FFH").group.next_call().line() == 2);
-  CHECK(GroupDesk({}, &memory, "FFF").group.next_call().line() == -1);
+  // It was chosen when nobody was on it.
+  CHECK(GroupDesk({}, &memory, "FFF").group.next_call().line() == 2);
   CHECK(GroupDesk({}, &memory, "FFN").group.next_call().line() == -1);
   const platform::GroupMemory gone{1, 12, {}, {}};
   CHECK(GroupDesk({}, &gone, "FFS").group.next_call().line() == -1);
@@ -97,6 +119,7 @@ TEST_CASE("a server that decides takes who has been ready longest, whatever was 
   GroupDesk desk(of_kind(4), &memory, "FFHFS");
   NotingSeat anna(1);
   desk.group.join(anna);
+  desk.group.tell_callers(anna);
   CHECK(told_next(anna) == 4);
   desk.wait(1s);
   desk.exchange->report(7, 'S');
