@@ -28,6 +28,7 @@
 #include "platform/waiting.h"
 #include "support/failure_number.h"
 #include "support/listen.h"
+#include "support/skipping_loop.h"
 
 using namespace lineweir;
 using namespace lineweir::platform;
@@ -470,6 +471,35 @@ TEST_SUITE("a service on a bus") {
     CHECK(failure_number_of([&] { input->call("Nothing", {}); }) == 438);
     bus.kill();
     CHECK(wait([&] { return presence == std::vector<bool>{false}; }));
+  }
+
+  TEST_CASE_FIXTURE(PublishedDesk, "a console that was given up learns of it and begins anew") {
+    test::SkippingLoop time(loop);
+    DBusRemoteObjects objects(time, letters);
+    std::vector<bool> presence;
+    listen(objects.on_presence, [&](bool answers) { presence.push_back(answers); });
+    const auto registration = objects.create("Quorlink.CBServerClass");
+    const auto input = objects.create("Quorlink.SerialInput");
+    registration->call("AddObjectReference", {"CBClientClass", std::int64_t{1}});
+    const std::vector<bool> missed_and_back = {false, true};
+    SUBCASE("from an answer") {
+      const std::string text(SdbusRemoteService::queue_bound, 'a');
+      service.tell(calls[0].caller, "/CBClientClass", "ReturnCommand", {text});
+      CHECK(wait([&] { return gone.size() == 1; }));
+      input->tell("InputSerialPort", {std::int64_t{1}, "N05"}, {});
+      CHECK(wait([&] { return presence == missed_and_back; }));
+      CHECK(calls.size() == 1);
+      registration->call("AddObjectReference", {"CBClientClass", std::int64_t{1}});
+      input->call("InputSerialPort", {std::int64_t{1}, "N05"});
+      CHECK(calls.size() == 3);
+    }
+    SUBCASE("from its own standstill") {
+      time.skip(Milliseconds{900});
+      run_for(loop, Milliseconds{300});
+      CHECK(presence.empty());
+      time.skip(Milliseconds{6000});
+      CHECK(wait([&] { return presence == missed_and_back; }));
+    }
   }
 }
 

@@ -41,6 +41,11 @@ constexpr std::array callback_methods = {
 // Together they notice within three seconds that nobody answers.
 constexpr Milliseconds between_pings{1000};
 constexpr int ping_limit = 1500;
+// A console that was itself so late has stood still, and may have been given up meanwhile.
+constexpr Milliseconds longest_standstill{4000};
+
+// A server's answer to a client that it has given up and calls back no more.
+const QString gone_error = QStringLiteral("quorlink.Error.Gone");
 
 QDBusConnection connect_to_bus(const QString& name) {
   if (qEnvironmentVariable("LINEWEIR_BUS") == QLatin1String("system")) {
@@ -142,7 +147,7 @@ class DBusRemoteObjects::Bus : public QObject {
     const Milliseconds limit = loop.now() + answer_limit + Milliseconds{500};
     while (!wake.isFinished() && !stopped_ && loop.now() < limit) loop.yield();
     if (!wake.isFinished()) throw Failure(failure_number::no_answer, "The server gave no answer");
-    if (wake.isError()) throw failure_of(wake.error());
+    if (wake.isError()) throw failure(wake.error());
     return wake.reply();
   }
 
@@ -150,7 +155,9 @@ class DBusRemoteObjects::Bus : public QObject {
     auto* end = new QDBusPendingCallWatcher(call, this);
     connect(end, &QDBusPendingCallWatcher::finished, this, [this, end, failed = std::move(failed)] {
       end->deleteLater();
-      if (end->isError() && failed && !stopped_) failed(failure_of(end->error()));
+      if (!end->isError() || stopped_) return;
+      const Failure reason = failure(end->error());
+      if (failed) failed(reason);
     });
   }
 
@@ -196,6 +203,12 @@ class DBusRemoteObjects::Bus : public QObject {
     return values;
   }
 
+  // A server that has given this console up is taken anew.
+  Failure failure(const QDBusError& error) {
+    if (error.name() == gone_error) set_answers(false);
+    return failure_of(error);
+  }
+
   void set_answers(bool answers) {
     if (answers_ == answers || held_ == 0 || stopped_) return;
     answers_ = answers;
@@ -218,8 +231,10 @@ class DBusRemoteObjects::Bus : public QObject {
 
   void ping_soon() {
     cancel_ping();
-    next_ping_ = owner_.loop_.schedule(between_pings, [this] {
+    const Milliseconds due = owner_.loop_.now() + between_pings;
+    next_ping_ = owner_.loop_.schedule(between_pings, [this, due] {
       next_ping_.reset();
+      if (owner_.loop_.now() - due > longest_standstill) set_answers(false);
       ping();
     });
   }
