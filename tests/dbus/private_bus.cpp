@@ -7,11 +7,20 @@ namespace lineweir::test {
 namespace {
 
 constexpr const char* bus_address = "DBUS_SESSION_BUS_ADDRESS";
+const QString of_a_user = QStringLiteral("--session");
 
 }  // namespace
 
 PrivateBus::PrivateBus() : address_before_(qgetenv(bus_address)) {
-  start({});
+  start(of_a_user, {});
+  qputenv(bus_address, address_);
+}
+
+PrivateBus::PrivateBus(const QByteArray& configuration) : address_before_(qgetenv(bus_address)) {
+  if (!configuration_.open()) throw std::runtime_error("there is no place for a temporary file");
+  configuration_.write(configuration);
+  configuration_.close();
+  start(QStringLiteral("--config-file=") + configuration_.fileName(), {});
   qputenv(bus_address, address_);
 }
 
@@ -19,13 +28,13 @@ void PrivateBus::start_again() {
   // Its address names the socket, and behind a comma which bus it was.
   const QByteArray path = address_.left(address_.indexOf(','));
   QFile::remove(QString::fromUtf8(path.mid(path.indexOf('=') + 1)));
-  start({QStringLiteral("--address=") + QString::fromUtf8(path)});
+  start(of_a_user, {QStringLiteral("--address=") + QString::fromUtf8(path)});
   qputenv(bus_address, path);
 }
 
-void PrivateBus::start(const QStringList& more) {
-  QStringList arguments = {QStringLiteral("--session"), QStringLiteral("--nofork"),
-                           QStringLiteral("--nopidfile"), QStringLiteral("--print-address")};
+void PrivateBus::start(const QString& configuration, const QStringList& more) {
+  QStringList arguments = {configuration, QStringLiteral("--nofork"), QStringLiteral("--nopidfile"),
+                           QStringLiteral("--print-address")};
   arguments += more;
   daemon_.start(QStringLiteral("dbus-daemon"), arguments);
   while (!daemon_.canReadLine()) {

@@ -3,6 +3,7 @@
 #include <QByteArray>
 #include <QProcess>
 #include <QStringList>
+#include <QTemporaryFile>
 
 namespace lineweir::test {
 
@@ -10,6 +11,8 @@ namespace lineweir::test {
 class PrivateBus {
  public:
   PrivateBus();
+  // One with a configuration of its own, the text of which is given.
+  explicit PrivateBus(const QByteArray& configuration);
   ~PrivateBus();
   PrivateBus(const PrivateBus&) = delete;
   PrivateBus& operator=(const PrivateBus&) = delete;
@@ -19,11 +22,14 @@ class PrivateBus {
   // Another one at the same place.
   void start_again();
 
+  const QByteArray& address() const { return address_; }
+
  private:
-  void start(const QStringList& more);
+  void start(const QString& configuration, const QStringList& more);
 
   QByteArray address_;
   QByteArray address_before_;
+  QTemporaryFile configuration_;
   QProcess daemon_;
 };
 

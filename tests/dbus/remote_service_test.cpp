@@ -3,6 +3,7 @@
 
 #include <doctest/doctest.h>
 #include <sdbus-c++/sdbus-c++.h>
+#include <unistd.h>
 
 #include <QDBusConnectionInterface>
 #include <QDBusMessage>
@@ -130,6 +131,69 @@ class Client final : public QDBusVirtualObject {
   QString name_ = new_name();
   QDBusConnection connection_ =
       QDBusConnection::connectToBus(qEnvironmentVariable("DBUS_SESSION_BUS_ADDRESS"), name_);
+};
+
+// A bus on which nothing is allowed that no policy allows, as on the system's.
+struct SystemDesk {
+  ~SystemDesk() {
+    service.reset();
+    qunsetenv("DBUS_SYSTEM_BUS_ADDRESS");
+    qunsetenv("LINEWEIR_BUS");
+  }
+
+  // The policy of the package, for the user of this test.
+  static QByteArray policy() {
+    QFile file(QStringLiteral(LINEWEIR_POLICY));
+    REQUIRE(file.open(QIODevice::ReadOnly));
+    const QByteArray whole = file.readAll();
+    const auto begin = whole.indexOf("<policy");
+    QByteArray part = whole.mid(begin, whole.indexOf("</busconfig>") - begin);
+    part.replace("user=\"lineweir\"", "user=\"" + QByteArray::number(::getuid()) + '"');
+    part.replace("group=\"lineweir\"", "group=\"" + QByteArray::number(::getgid()) + '"');
+    return part;
+  }
+
+  void start(const QByteArray& policies) {
+    bus.emplace(R"(<!DOCTYPE busconfig PUBLIC "-//freedesktop//DTD D-Bus Bus Configuration 1.0//EN"
+ "http://www.freedesktop.org/standards/dbus/1.0/busconfig.dtd">
+<busconfig>
+  <type>system</type>
+  <auth>EXTERNAL</auth>
+  <listen>unix:tmpdir=/tmp</listen>
+  <policy context="default">
+    <allow user="*"/>
+    <deny own="*"/>
+    <deny send_type="method_call"/>
+    <allow send_type="signal"/>
+    <allow send_requested_reply="true" send_type="method_return"/>
+    <allow send_requested_reply="true" send_type="error"/>
+    <allow receive_type="method_call"/>
+    <allow receive_type="method_return"/>
+    <allow receive_type="error"/>
+    <allow receive_type="signal"/>
+    <allow send_destination="org.freedesktop.DBus" send_interface="org.freedesktop.DBus"/>
+  </policy>
+)" + policies + "</busconfig>");
+    qputenv("DBUS_SYSTEM_BUS_ADDRESS", bus->address());
+    qputenv("LINEWEIR_BUS", "system");
+    service.emplace(RemoteServiceGround{loop, watch, poster, letters});
+    service->on_published = [this](bool stands, const std::string&) {
+      published.push_back(stands);
+    };
+    service->on_call = [this](const std::string& by, const std::string&, const RemoteArguments&) {
+      caller = by;
+      return RemoteArgument(true);
+    };
+  }
+
+  std::optional<PrivateBus> bus;
+  QtEventLoop loop;
+  CodePageLetters letters{default_code_page()};
+  test::QtDescriptorWatch watch;
+  test::QtPoster poster;
+  std::vector<bool> published;
+  std::string caller;
+  std::optional<SdbusRemoteService> service;
 };
 
 // Methods of an interface as its description tells them: name, types and names of the arguments.
@@ -500,6 +564,32 @@ TEST_SUITE("a service on a bus") {
       time.skip(Milliseconds{6000});
       CHECK(wait([&] { return presence == missed_and_back; }));
     }
+  }
+}
+
+TEST_SUITE("a service on the system's bus") {
+  TEST_CASE_FIXTURE(SystemDesk, "the policy's file lets it have the name and call its clients") {
+    start(policy());
+    service->publish(RemoteBus::System);
+    REQUIRE(wait_until(loop, [&] { return !published.empty(); }));
+    CHECK(published == std::vector<bool>{true});
+    DBusRemoteObjects objects(loop, letters);
+    std::vector<std::string> heard;
+    listen(objects.on_callback, [&](const std::string& member, const std::vector<RemoteValue>&) {
+      heard.push_back(member);
+    });
+    const auto registration = objects.create("Quorlink.CBServerClass");
+    CHECK(registration->call("AddObjectReference", {"CBClientClass", std::int64_t{1}}) ==
+          RemoteValue(true));
+    service->tell(caller, "/CBClientClass", "ReturnNextCall", {1, 1});
+    CHECK(wait_until(loop, [&] { return heard == std::vector<std::string>{"ReturnNextCall"}; }));
+  }
+
+  TEST_CASE_FIXTURE(SystemDesk, "without it nobody has the name") {
+    start({});
+    service->publish(RemoteBus::System);
+    REQUIRE(wait_until(loop, [&] { return !published.empty(); }));
+    CHECK(published == std::vector<bool>{false});
   }
 }
 
