@@ -74,6 +74,10 @@ lineweir_core platform/sqlite/connection.h
 lineweir_core desktop/main_window.h
 lineweir_core QWidget
 lineweir_scripted core/console.h
+lineweir_asio server/server.h
+lineweir_server platform/asio/asio_loop.h
+lineweir_server serverd/configuration.h
+lineweir_server core/console.h
 FORBIDDEN
 
 while read -r layer header; do
@@ -89,5 +93,5 @@ lineweir_serverlink boxlink/line_steps.h
 lineweir_core serverlink/server_link.h
 ALLOWED
 
-[[ $tried -ge 23 ]] || { echo "only $tried forbidden includes were tried"; failed=1; }
+[[ $tried -ge 27 ]] || { echo "only $tried forbidden includes were tried"; failed=1; }
 exit "$failed"

@@ -102,14 +102,14 @@ class TcpListener::Inside : public std::enable_shared_from_this<Inside> {
   };
 
   void shake_hands(tcp::socket peer, const std::string& address) {
-    if (handshakes_ >= most_handshakes) {
+    if (handshakes_ >= options_.most_handshakes) {
       tell("Too many begin to connect at once", last_refusal_);
       return;
     }
     ++handshakes_;
     const auto handshake =
         std::make_shared<Handshake>(share(options_.tls->context()), std::move(peer));
-    handshake->limit.expires_after(longest_handshake);
+    handshake->limit.expires_after(options_.longest_handshake);
     handshake->limit.async_wait([weak = std::weak_ptr(handshake)](const error_code& error) {
       const auto late = weak.lock();
       error_code ignored;

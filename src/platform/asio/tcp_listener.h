@@ -15,10 +15,6 @@ class TlsIdentity;
 // Listens on a TCP port, in plain text or by TLS.
 class TcpListener final : public Listener {
  public:
-  // So long may a peer take for its TLS handshake, and so many peers may be at it at once.
-  static constexpr Milliseconds longest_handshake{10'000};
-  static constexpr int most_handshakes = 2048;
-
   struct Options {
     // An address of this machine by its number, version 4 or 6.
     std::string address;
@@ -26,6 +22,9 @@ class TcpListener final : public Listener {
     std::uint16_t port = 0;
     // Null for plain text; outlives the listener otherwise.
     const TlsIdentity* tls = nullptr;
+    // So long may a peer take for its TLS handshake, and so many peers may be at it at once.
+    Milliseconds longest_handshake{10'000};
+    int most_handshakes = 2048;
     // Told in a sentence what an engineer should know, and seldom.
     std::function<void(const std::string& trouble)> on_trouble = {};
   };

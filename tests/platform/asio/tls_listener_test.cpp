@@ -16,6 +16,7 @@
 
 using namespace lineweir;
 using namespace lineweir::platform;
+using namespace std::chrono_literals;
 using lineweir::test::Peer;
 
 namespace {
@@ -248,6 +249,41 @@ TEST_CASE_FIXTURE(TlsFixture, "A peer that doesn't speak TLS is closed, and told
   CHECK(connections.empty());
   REQUIRE(troubles.size() == 1);
   CHECK(troubles[0].starts_with("No TLS with 127.0.0.1: "));
+}
+
+TEST_CASE_FIXTURE(TlsFixture, "A peer that begins no handshake is closed after a while") {
+  listener.emplace(loop, TcpListener::Options{
+                             .address = "127.0.0.1", .tls = &*identity, .longest_handshake = 50ms});
+  listener->accept();
+  Peer silent = plain();
+  CHECK(wait([&] {
+    silent.read();
+    return silent.ended();
+  }));
+}
+
+TEST_CASE_FIXTURE(TlsFixture, "So many peers may be at their handshakes at once, and no more") {
+  listener.emplace(
+      loop, TcpListener::Options{.address = "127.0.0.1", .tls = &*identity, .most_handshakes = 2});
+  listener->on_connection = [this](std::unique_ptr<Connection> came) {
+    connections.push_back(std::move(came));
+  };
+  listener->accept();
+  std::optional<Peer> first = plain();
+  Peer second = plain();
+  Peer third = plain();
+  CHECK(wait([&] {
+    third.read();
+    return third.ended();
+  }));
+  second.read();
+  CHECK_FALSE(second.ended());
+  first.reset();
+  // Its place is free once its end was noticed.
+  CHECK(wait([&] {
+    loop.run_pending();
+    return connect("localhost").stands();
+  }));
 }
 
 TEST_CASE_FIXTURE(TlsFixture, "What is queued goes out by TLS, with a farewell") {
