@@ -103,7 +103,8 @@ class Session final : public Seat {
 
   void tell_allowed_groups();
   void tell_callers_later();
-  bool is_fixed_seat() const;
+  // Who is let in without a password from where this console is.
+  std::optional<std::string> user_of_place() const;
   void learn_own_names(const platform::Account& account);
   int group_asked_for(const ServerPacket& packet) const;
 

@@ -25,12 +25,7 @@ void Session::check_login(const ServerPacket& packet) {
   if (!packet.Buffer.empty()) {
     return ask_login(packet, ServerCommand::SrvLoginCheckResult, 'F', 'T');
   }
-  std::optional<std::string> accepted;
-  if (!user.empty()) accepted = user;
-  for (const FixedSeat& seat : services_.fixed_seats) {
-    const bool known = seat.address == peer_ && services_.accounts.find(seat.user) != nullptr;
-    if (!accepted && known) accepted = seat.user;
-  }
+  const std::optional<std::string> accepted = user.empty() ? user_of_place() : user;
   if (accepted && user.empty()) let_in(*accepted);
   answer_login(packet, {ServerCommand::SrvLoginCheckResult, 'F', 'T'}, accepted);
 }
@@ -41,6 +36,12 @@ void Session::ask_login(const ServerPacket& packet, ServerCommand command, char 
   if (!login) {
     refuse(Refusal::Malformed);
     return answer_login(packet, answer, std::nullopt);
+  }
+  // A console that was let in by its place comes back with what it holds, which is nothing.
+  const bool holds_nothing = trimmed(login->user).empty() && trimmed(login->password).empty();
+  if (const auto accepted = user_of_place(); accepted && holds_nothing) {
+    let_in(*accepted);
+    return answer_login(packet, answer, accepted);
   }
   waiting_ = true;
   services_.logins.check(*login, peer_,
@@ -79,7 +80,7 @@ void Session::answer_login(const ServerPacket& asked, const LoginAnswer& answer,
 void Session::ask_who(const ServerPacket& packet,
                       std::function<void(const std::string& asker)> if_right) {
   // A seat that was let in by its place has no password to give.
-  if (packet.Buffer.empty() || is_fixed_seat()) {
+  if (packet.Buffer.empty() || user_of_place() == user) {
     if (user.empty()) return refuse(Refusal::NotLetIn);
     return if_right(user);
   }
@@ -131,10 +132,12 @@ void Session::let_in(const std::string& accepted) {
   services_.accounts.save(std::move(seen));
 }
 
-bool Session::is_fixed_seat() const {
-  return std::any_of(
-      services_.fixed_seats.begin(), services_.fixed_seats.end(),
-      [this](const FixedSeat& seat) { return seat.address == peer_ && seat.user == user; });
+std::optional<std::string> Session::user_of_place() const {
+  for (const FixedSeat& seat : services_.fixed_seats) {
+    const platform::Account* const account = services_.accounts.find(seat.user);
+    if (seat.address == peer_ && account != nullptr && !account->locked) return seat.user;
+  }
+  return std::nullopt;
 }
 
 // A user's data go out under the name that the profile holds, or the user's own.

@@ -43,7 +43,8 @@ TEST_CASE("with the kinds 1 to 3 the last word of a seat holds, for all seats") 
   }
 }
 
-TEST_CASE("a choice ends, and all are told, when its line gets a letter that ends it at the consoles") {
+TEST_CASE(
+    "a choice ends, and all are told, when its line gets a letter that ends it at the consoles") {
   for (const int kind : {1, 2, 3}) {
     for (const char letter : std::string("FRSHPOENCLKYB")) {
       if (letter == 'S') continue;

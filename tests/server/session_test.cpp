@@ -339,6 +339,23 @@ TEST_CASE("a check without credentials is for who has been let in on the connect
   CHECK(host->take_last(SrvLoginCheckResult).AltInfo == 'F');
 }
 
+TEST_CASE("a seat whose place is known is let in without a password, and comes back so") {
+  ServerOptions options = ServerRoom::two_studios();
+  options.fixed_seats = {{"10.0.0.9", "host"}};
+  ServerRoom room(options);
+  auto console = room.connect("10.0.0.9");
+  console->send(console->packet(CmdLoginCheck));
+  CHECK(console->take_last(SrvLoginCheckResult).AltInfo == 'F');
+  auto again = room.connect("10.0.0.9");
+  again->log_in("", "");
+  CHECK(again->take_last(SrvPasswordResult).AltInfo == 'T');
+  again->log_in("host", "guessed");
+  CHECK(again->take_last(SrvPasswordResult).AltInfo == 'F');
+  auto elsewhere = room.connect("10.0.0.8");
+  elsewhere->log_in("", "");
+  CHECK(elsewhere->take_last(SrvPasswordResult).AltInfo == 'F');
+}
+
 TEST_CASE("the time goes out each second to who is registered, and to who asks") {
   ServerRoom room;
   auto stranger = room.connect();
