@@ -1,4 +1,6 @@
+#include <fcntl.h>
 #include <sys/resource.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <csignal>
@@ -26,6 +28,14 @@ void allow_many_connections() {
   ::setrlimit(RLIMIT_NOFILE, &limit);
 }
 
+// Where the one who started the program has closed one of these, a file of the store would get its
+// number, and the log would be written into it.
+void open_standard_streams() {
+  int opened = 0;
+  while (opened >= 0 && opened <= STDERR_FILENO) opened = ::open("/dev/null", O_RDWR | O_CLOEXEC);
+  if (opened > STDERR_FILENO) ::close(opened);
+}
+
 void check(const ProgramOptions& options, const Configuration& configuration) {
   check_tls(configuration, options.configuration_file);
   describe(configuration, std::cout);
@@ -44,6 +54,7 @@ int run(const ProgramOptions& options) {
 }  // namespace
 
 int main(int argc, char** argv) {
+  open_standard_streams();
   // A reader of the log or of the standard output that goes away doesn't end the server.
   std::signal(SIGPIPE, SIG_IGN);
   const ParsedOptions parsed = parse_options(argc, argv, std::cout, std::cerr);

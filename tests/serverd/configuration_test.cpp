@@ -233,6 +233,7 @@ TEST_CASE("Keys that there aren't, tables that are missing and what is no TOML a
   begins("\nlisten = \"127.0.0.1\n" + a_group, "server.toml:2: listen: expected TOML; ");
   begins("seats = 1\nseats = 2\n" + a_group, "server.toml:2: seats: expected TOML; ");
   begins("\n\n[[group]\nnumber = 1", "server.toml:3: [[group]: expected TOML; ");
+  begins("seats \u00e4= 1\n" + a_group, "server.toml:1: seats: expected TOML; ");
   begins("= 5", "server.toml:1: ?: expected TOML; ");
   begins("store = \"\xFF\"", "server.toml:1: store: expected TOML; ");
   begins(std::string("store = \"a\0b\"", 13), "server.toml:1: store: expected TOML; ");

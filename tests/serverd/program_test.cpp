@@ -324,3 +324,11 @@ TEST_CASE("A log that nobody reads doesn't hold the server up") {
   server.signal(SIGTERM);
   CHECK(server.wait_for_end() == 0);
 }
+
+TEST_CASE("No file of the server's takes the place of a log that was closed before its start") {
+  const TemporaryDirectory folder;
+  StartedServer server(folder, a_free_port + a_group, {}, StartedServer::Log::Closed);
+  REQUIRE(server.wait_until_ready() > 0);
+  const std::string log = "/proc/" + std::to_string(server.process()) + "/fd/2";
+  CHECK(std::filesystem::read_symlink(log) == "/dev/null");
+}

@@ -27,7 +27,7 @@ int left_until(Clock::time_point limit) {
 }  // namespace
 
 StartedServer::StartedServer(const TemporaryDirectory& folder, const std::string& configuration,
-                             std::vector<std::string> words) {
+                             std::vector<std::string> words, Log log_use) {
   write_configuration(folder, configuration);
   words.insert(words.begin(),
                {LINEWEIR_SERVER, "--config", (folder.path() / "server.toml").string()});
@@ -44,6 +44,7 @@ StartedServer::StartedServer(const TemporaryDirectory& folder, const std::string
   if (process_ == 0) {
     ::dup2(output[1], STDOUT_FILENO);
     ::dup2(log[1], STDERR_FILENO);
+    if (log_use == Log::Closed) ::close(STDERR_FILENO);
     ::execv(arguments[0], arguments.data());
     ::_exit(127);
   }

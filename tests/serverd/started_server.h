@@ -12,9 +12,11 @@ namespace lineweir::test {
 // Whatever it is waited for has to come within 20 seconds.
 class StartedServer {
  public:
+  enum class Log { Read, Closed };
+
   // Runs with a configuration of this text, and more words on the command line.
   StartedServer(const TemporaryDirectory& folder, const std::string& configuration,
-                std::vector<std::string> words = {});
+                std::vector<std::string> words = {}, Log log = Log::Read);
   // Ends it, in whatever way.
   ~StartedServer();
   StartedServer(const StartedServer&) = delete;
