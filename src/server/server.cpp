@@ -57,6 +57,9 @@ class Server::Inside {
   void remove_later(Session& session);
   void end_seats(const std::string& user, const std::string& why);
   std::size_t connections_from(const std::string& peer) const;
+  // Ends the oldest connection, of the peer where one is named, that nobody has been let in on and
+  // that asks for nothing; false where there is none.
+  bool make_room(const std::string& peer);
   AdminServices admin_services();
   void after(Milliseconds delay, std::function<void()> call);
 
@@ -183,9 +186,11 @@ void Server::Inside::accept(std::unique_ptr<platform::Connection> connection) {
   const std::string peer = connection->peer();
   const auto most = static_cast<std::size_t>(options_.seats);
   const auto most_of_address = static_cast<std::size_t>(options_.seats_of_address);
-  if (!serving_ || sessions_.size() >= most || connections_from(peer) >= most_of_address) {
+  if (!serving_) return;
+  if (connections_from(peer) >= most_of_address && !make_room(peer)) {
     return figures_.refuse(Refusal::TooManySeats);
   }
+  if (sessions_.size() >= most && !make_room({})) return figures_.refuse(Refusal::TooManySeats);
   ++figures_.connections;
   sessions_.push_back(
       std::make_unique<Session>(seats_.new_number(), std::move(connection),
@@ -195,9 +200,21 @@ void Server::Inside::accept(std::unique_ptr<platform::Connection> connection) {
 }
 
 std::size_t Server::Inside::connections_from(const std::string& peer) const {
-  return static_cast<std::size_t>(
-      std::count_if(sessions_.begin(), sessions_.end(),
-                    [&](const auto& session) { return session->place() == peer; }));
+  return static_cast<std::size_t>(std::count_if(
+      sessions_.begin(), sessions_.end(),
+      [&](const auto& session) { return !session->is_over() && session->place() == peer; }));
+}
+
+// A crowd of connections that say nothing must not keep anybody out.
+bool Server::Inside::make_room(const std::string& peer) {
+  for (const auto& session : sessions_) {
+    const bool fits = peer.empty() || session->place() == peer;
+    if (!fits || !session->is_idle_stranger()) continue;
+    figures_.refuse(Refusal::TooManySeats);
+    session->end();
+    return true;
+  }
+  return false;
 }
 
 // A session ends in the middle of its own work.

@@ -41,6 +41,8 @@ class Session final : public Seat {
   // Runs each second.
   void look_after_silence();
   bool is_over() const { return over_; }
+  // Nobody has been let in, and no login is being looked at.
+  bool is_idle_stranger() const { return !over_ && !waiting_ && user.empty(); }
   std::size_t queued() const { return connection_ ? connection_->queued() : 0; }
 
   // The rights of the user have changed; the seat is told those in its group, and leaves it where

@@ -339,6 +339,24 @@ TEST_CASE("a check without credentials is for who has been let in on the connect
   CHECK(host->take_last(SrvLoginCheckResult).AltInfo == 'F');
 }
 
+TEST_CASE("a crowd of connections that say nothing keeps nobody out") {
+  ServerOptions options = ServerRoom::two_studios();
+  options.seats = 20;
+  options.seats_of_address = 10;
+  ServerRoom room(options);
+  auto host = room.seat("host", 1, 0, "10.0.0.2");
+  std::vector<std::unique_ptr<FrameConsole>> crowd;
+  for (int i = 0; i < 50; ++i) {
+    crowd.push_back(room.connect("10.0.1." + std::to_string(i % 5)));
+    room.wait(1ms);
+  }
+  CHECK(host->is_open());
+  auto screener = room.seat("screener", 1, 0, "10.0.1.1");
+  CHECK(screener->is_open());
+  CHECK(screener->take(SrvFullStatus).size() == 1);
+  CHECK(room.figure("connections") <= 20);
+}
+
 TEST_CASE("a seat whose place is known is let in without a password, and comes back so") {
   ServerOptions options = ServerRoom::two_studios();
   options.fixed_seats = {{"10.0.0.9", "host"}};
