@@ -19,6 +19,8 @@ using namespace std::chrono_literals;
 using platform::Milliseconds;
 
 constexpr Milliseconds beat_every = 1s;
+// The loop was so late because the machine or the process was stopped.
+constexpr Milliseconds stood_still = 1s;
 constexpr Milliseconds store_read_again_after = 2s;
 // What can't be written by then is given up, and reported.
 constexpr Milliseconds last_writes_within = 10s;
@@ -304,6 +306,8 @@ void Server::Inside::beat() {
 
   const Telling time(time_packet(context_));
   for (const auto& session : sessions_) {
+    // A server that stood still has not heard what the seats said meanwhile.
+    if (figures_.late > stood_still) session->forgive_silence(figures_.late);
     session->look_after_silence();
     if (!session->is_over() && session->group != 0) session->tell(time);
   }

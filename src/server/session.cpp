@@ -71,6 +71,11 @@ void Session::look_after_silence() {
   finish(SeatBook::Leaving::Silent, "silent for too long");
 }
 
+void Session::forgive_silence(platform::Milliseconds span) {
+  heard_ += span;
+  frame_heard_ += span;
+}
+
 void Session::receive(std::string_view bytes) {
   heard_ = services_.context.loop.now();
   received_.append(bytes);

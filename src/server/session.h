@@ -40,6 +40,8 @@ class Session final : public Seat {
 
   // Runs each second.
   void look_after_silence();
+  // The server could not listen for that long.
+  void forgive_silence(platform::Milliseconds span);
   bool is_over() const { return over_; }
   // Nobody has been let in, and no login is being looked at.
   bool is_idle_stranger() const { return !over_ && !waiting_ && user.empty(); }

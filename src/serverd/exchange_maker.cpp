@@ -24,8 +24,9 @@ exchange::CallerOptions callers_of(double calls_per_minute) {
 // again and again.
 class PortOpener {
  public:
-  PortOpener(platform::AsioLoop& loop, std::string device, const server::ServerLog& log)
-      : loop_(loop), device_(std::move(device)), log_(log) {}
+  PortOpener(platform::AsioLoop& loop, std::string device, std::string studio,
+             const server::ServerLog& log)
+      : loop_(loop), device_(std::move(device)), studio_(std::move(studio)), log_(log) {}
 
   std::unique_ptr<platform::Connection> operator()() {
     try {
@@ -33,7 +34,12 @@ class PortOpener {
       told_.clear();
       return port;
     } catch (const std::exception& error) {
-      if (told_ != error.what()) log_(server::LogLevel::Error, error.what());
+      if (told_ != error.what()) {
+        log_(server::LogLevel::Error,
+             studio_ + ": " + error.what() +
+                 "; look whether the box is plugged in, and whether the server's account may use "
+                 "the device (on Debian it must be in the group dialout)");
+      }
       told_ = error.what();
       return nullptr;
     }
@@ -42,6 +48,7 @@ class PortOpener {
  private:
   platform::AsioLoop& loop_;
   std::string device_;
+  std::string studio_;
   const server::ServerLog& log_;
   std::string told_;
 };
@@ -54,7 +61,7 @@ std::unique_ptr<exchange::Exchange> make_exchange(const server::GroupOptions& gr
                                                   const server::ServerLog& log) {
   if (group.exchange.starts_with(box)) {
     return std::make_unique<exchange::BoxExchange>(
-        loop, group.lines, PortOpener(loop, group.exchange.substr(box.size()), log));
+        loop, group.lines, PortOpener(loop, group.exchange.substr(box.size()), group.name, log));
   }
   constexpr double seeds = 1ULL << 53U;
   return std::make_unique<exchange::SimulatedExchange>(

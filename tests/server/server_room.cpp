@@ -136,7 +136,7 @@ ServerRoom::~ServerRoom() = default;
 
 void ServerRoom::start() {
   server = std::make_unique<Server>(
-      ServerServices{loop, clock, random, store, passwords, letters,
+      ServerServices{server_loop, clock, random, store, passwords, letters,
                      [this](LogLevel, const std::string& line) { log.push_back(line); },
                      [this](const GroupOptions& group) {
                        return std::make_unique<Trunk>(*exchanges.at(group.number));

@@ -104,6 +104,27 @@ class FrameConsole {
   ReceiveBuffer received_;
 };
 
+// The loop of a process that can be stopped: its clock goes on meanwhile, and what falls due is
+// late.
+class StoppableLoop final : public platform::EventLoop {
+ public:
+  explicit StoppableLoop(platform::VirtualEventLoop& inner) : inner_(inner) {}
+
+  platform::Milliseconds now() const override { return inner_.now() + stopped_; }
+  CallId schedule(platform::Milliseconds delay, std::function<void()> call) override {
+    return inner_.schedule(delay, std::move(call));
+  }
+  void cancel(CallId id) override { inner_.cancel(id); }
+  void run_pending() override { inner_.run_pending(); }
+  void yield() override { inner_.yield(); }
+
+  void stop_for(platform::Milliseconds span) { stopped_ += span; }
+
+ private:
+  platform::VirtualEventLoop& inner_;
+  platform::Milliseconds stopped_{0};
+};
+
 inline constexpr const char* host_password = "on air";
 
 // A server with its world scripted. Groups 1 and 2 have ten lines; the users "host" and "screener"
@@ -132,6 +153,7 @@ class ServerRoom {
   double figure(const std::string& name) const;
 
   platform::VirtualEventLoop loop;
+  StoppableLoop server_loop{loop};
   platform::ScriptedWallClock clock{loop};
   platform::ScriptedRandomNumbers random;
   platform::ScriptedStore store{loop};

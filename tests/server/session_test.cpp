@@ -263,6 +263,20 @@ TEST_CASE("a silent seat is dropped and its caller goes on hold") {
   CHECK(room.exchange().letter(6) == 'H');
 }
 
+TEST_CASE("a server that stood still drops nobody for it") {
+  ServerRoom room;
+  auto screener = room.seat("screener");
+  room.exchange().arrive(6, {});
+  screener->word('P', 6, 0);
+  room.wait(5s);
+  room.server_loop.stop_for(60s);
+  room.wait(5s);
+  CHECK(screener->is_open());
+  CHECK(room.exchange().letter(6) == 'P');
+  room.wait(37s);
+  CHECK_FALSE(screener->is_open());
+}
+
 TEST_CASE("a seat that comes back in time keeps its caller at the handset") {
   ServerRoom room;
   auto screener = room.seat("screener");
