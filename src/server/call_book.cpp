@@ -95,7 +95,7 @@ void CallBook::tell_data(int group, int line, const std::string& told_by, const 
   if (place == calls_.end()) return;
   place->second.told_by = told_by;
   place->second.told = fields;
-  note(place->second, user, data_step);
+  note(place->second, user, "data");
 }
 
 void CallBook::end(int group, int line, const std::string& user) {

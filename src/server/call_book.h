@@ -12,9 +12,6 @@
 
 namespace lineweir::server {
 
-// A call's step at which somebody told its data.
-inline constexpr const char* data_step = "data";
-
 // The calls of all groups, from their rings to their ends; each is written down as it goes on, so
 // that one that stands when the server ends is found again.
 class CallBook {

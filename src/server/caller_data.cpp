@@ -16,14 +16,6 @@ constexpr std::size_t phone_number_place = []() -> std::size_t {
 }();
 static_assert(phone_number_place < entry_field_count);
 
-// Empty where nobody has told anything of the call.
-std::string user_who_told(const platform::CallRecord* call) {
-  if (call == nullptr) return {};
-  const auto step = std::find_if(call->steps.rbegin(), call->steps.rend(),
-                                 [](const auto& done) { return done.action == data_step; });
-  return step == call->steps.rend() ? std::string() : step->user;
-}
-
 constexpr std::size_t longest_number = 30;
 
 CallBook::Fields utf8_fields(const CallerDetails& data, const Letters& letters) {
@@ -40,8 +32,7 @@ CallerData::CallerData(const Context& context, const GroupOptions& options, Rela
       options_(options),
       relay_(relay),
       lines_(lines),
-      data_(static_cast<std::size_t>(options.lines)),
-      told_by_user_(data_.size()) {}
+      data_(static_cast<std::size_t>(options.lines)) {}
 
 bool CallerData::take(Seat& seat, int line, std::string_view buffer) {
   if (buffer.empty()) {
@@ -56,7 +47,6 @@ bool CallerData::take(Seat& seat, int line, std::string_view buffer) {
   if (!data) return false;
   seat.own_names.insert(std::string(trimmed(data->sender)));
   at(line) = std::move(data);
-  told_by_user_[static_cast<std::size_t>(line)] = seat.user;
   const CallerDetails& told = *at(line);
   context_.calls.tell_data(options_.number, line, context_.letters.to_utf8(told.sender),
                            utf8_fields(told, context_.letters), seat.user);
@@ -79,7 +69,6 @@ void CallerData::call_ended(int line) {
 void CallerData::call_begun(int line, const std::string& number) {
   const platform::CallRecord* call = context_.calls.find(options_.number, line);
   CallerDetails data;
-  told_by_user_[static_cast<std::size_t>(line)] = user_who_told(call);
   const bool was_told =
       call != nullptr && std::any_of(call->told.begin(), call->told.end(),
                                      [](const auto& text) { return !text.empty(); });
@@ -116,8 +105,7 @@ void CallerData::tell(Seat& seat, int line) const {
 }
 
 bool CallerData::seems_own(const Seat& seat, int line) const {
-  return told_by_user_[static_cast<std::size_t>(line)] == seat.user ||
-         seat.own_names.contains(std::string(trimmed(data(line)->sender)));
+  return seat.own_names.contains(std::string(trimmed(data(line)->sender)));
 }
 
 ServerPacket CallerData::packet(int line, std::string buffer) const {

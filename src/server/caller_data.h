@@ -33,8 +33,7 @@ class CallerData {
   }
 
  private:
-  // Whose console would take the data for its own: another seat of the user who has told them, or
-  // one that sends its data under the same name.
+  // Whose console would take the data for its own, since it sends its own under the same name.
   bool seems_own(const Seat& seat, int line) const;
   void clear(int line);
   void tell(Seat& seat, int line) const;
@@ -46,8 +45,6 @@ class CallerData {
   Relay& relay_;
   GroupLines& lines_;
   std::vector<std::optional<CallerDetails>> data_;
-  // Who has told them, by line.
-  std::vector<std::string> told_by_user_;
 };
 
 }  // namespace lineweir::server

@@ -20,7 +20,9 @@ bool is_control(char character) { return code_of(character) < 32 || code_of(char
 }  // namespace
 
 std::optional<CallerDetails> clean_caller_data(std::string_view buffer) {
-  auto data = decode_caller_data(buffer);
+  // What is missing at the end is empty.
+  auto data =
+      decode_caller_data(std::string(buffer) + std::string(entry_field_count + 1, field_end));
   if (!data) return std::nullopt;
   data->sender = clean_name(data->sender, longest_sender);
   for (std::size_t i = 0; i < data->fields.size(); ++i) {

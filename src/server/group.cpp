@@ -38,6 +38,8 @@ Group::Group(const Context& context, GroupOptions options,
   next_call_.remember(memory->next_call, next_had_caller);
   message_ = memory->message;
   show_times_ = memory->show_times;
+  // Otherwise the next server would find again what is over.
+  if (next_call_.line() != memory->next_call) remember();
 }
 
 void Group::change(const GroupOptions& options) {

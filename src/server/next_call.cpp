@@ -27,7 +27,7 @@ constexpr LateChoice late_choices[] = {
     {'C', for_ever},
     {'B', for_ever},
     {'E', for_ever},
-    {'F', std::chrono::seconds(60)},
+    {'F', std::chrono::seconds(10)},
     {'R', std::chrono::seconds(2)},
 };
 

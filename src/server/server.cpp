@@ -121,8 +121,12 @@ void Server::Inside::start(std::function<void()> serving,
     serving_ = true;
     beat_due_ = services_.loop.now() + beat_every;
     next_beat_ = services_.loop.schedule(beat_every, [this] { beat(); });
-    if (is_new) make_first_user(std::move(first_user));
-    serving();
+    if (!is_new) return serving();
+    make_first_user([first_user = std::move(first_user), serving = std::move(serving)](
+                        const std::string& name, const std::string& password) {
+      first_user(name, password);
+      serving();
+    });
   });
 }
 

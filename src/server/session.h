@@ -25,7 +25,7 @@ class Session final : public Seat {
   // A console that comes back closes the calls that have ended meanwhile, and gives up a next call
   // that is gone, when it has the letters of the lines; what it is told of new callers before would
   // take the place of the old ones.
-  static constexpr platform::Milliseconds callers_told_after{300};
+  static constexpr platform::Milliseconds callers_told_after{150};
   // Bytes of a frame that isn't whole, and of what waits for the answer to a login.
   static constexpr std::size_t most_unread = 64 * 1024;
 
@@ -79,6 +79,7 @@ class Session final : public Seat {
     char no;
   };
   void ask_login(const ServerPacket& packet, ServerCommand command, char yes, char no);
+  void refuse_login(const ServerPacket& packet, const LoginAnswer& answer, Refusal reason);
   void answer_login(const ServerPacket& asked, const LoginAnswer& answer,
                     const std::optional<std::string>& accepted);
   void ask_who(const ServerPacket& packet, std::function<void(const std::string& asker)> if_right);
@@ -109,6 +110,7 @@ class Session final : public Seat {
   void tell_callers_later();
   // Who is let in without a password from where this console is.
   std::optional<std::string> user_of_place() const;
+  std::string rights_in(const std::string& of_user, int asked_group) const;
   void learn_own_names(const platform::Account& account);
   int group_asked_for(const ServerPacket& packet) const;
 

@@ -26,16 +26,17 @@ void Session::check_login(const ServerPacket& packet) {
     return ask_login(packet, ServerCommand::SrvLoginCheckResult, 'F', 'T');
   }
   const std::optional<std::string> accepted = user.empty() ? user_of_place() : user;
-  if (accepted && user.empty()) let_in(*accepted);
-  answer_login(packet, {ServerCommand::SrvLoginCheckResult, 'F', 'T'}, accepted);
+  const LoginAnswer answer{ServerCommand::SrvLoginCheckResult, 'F', 'T'};
+  if (!accepted) return refuse_login(packet, answer, Refusal::NotLetIn);
+  if (user.empty()) let_in(*accepted);
+  answer_login(packet, answer, accepted);
 }
 
 void Session::ask_login(const ServerPacket& packet, ServerCommand command, char yes, char no) {
   const LoginAnswer answer{command, yes, no};
   const auto login = decode_login(packet.Buffer);
   if (!login) {
-    refuse(Refusal::Malformed);
-    return answer_login(packet, answer, std::nullopt);
+    return refuse_login(packet, answer, Refusal::Malformed);
   }
   // A console that was let in by its place comes back with what it holds, which is nothing.
   const bool holds_nothing = trimmed(login->user).empty() && trimmed(login->password).empty();
@@ -56,13 +57,26 @@ void Session::ask_login(const ServerPacket& packet, ServerCommand command, char 
                          });
 }
 
+// As late as a wrong password.
+void Session::refuse_login(const ServerPacket& packet, const LoginAnswer& answer, Refusal reason) {
+  services_.context.figures.refuse(reason);
+  waiting_ = true;
+  services_.context.loop.schedule(LoginDesk::refused_after,
+                                  [this, alive = std::weak_ptr(alive_), packet, answer] {
+                                    if (!alive.lock() || over_) return;
+                                    waiting_ = false;
+                                    answer_login(packet, answer, std::nullopt);
+                                    read_frames();
+                                  });
+}
+
 void Session::answer_login(const ServerPacket& asked, const LoginAnswer& answer,
                            const std::optional<std::string>& accepted) {
   const int asked_group = group_asked_for(asked);
   ServerPacket told = server_packet(answer.command, asked_group);
   told.AltInfo = static_cast<std::uint8_t>(accepted ? answer.yes : answer.no);
   if (accepted) {
-    told.Buffer = services_.accounts.rights(*accepted, asked_group);
+    told.Buffer = rights_in(*accepted, asked_group);
     told.Buffer += services_.accounts.find(*accepted)->profile;
     // A frame whose length ends as the marker does, and whose text begins so, would be cut there;
     // the profile may end with one item more.
@@ -100,7 +114,7 @@ void Session::ask_who(const ServerPacket& packet,
 
 void Session::tell_rights(const ServerPacket& packet) {
   ask_who(packet, [this, asked = int{packet.GroupNo}](const std::string& asker) {
-    send(server_packet(ServerCommand::SrvRights, asked, services_.accounts.rights(asker, asked)));
+    send(server_packet(ServerCommand::SrvRights, asked, rights_in(asker, asked)));
   });
 }
 
@@ -138,6 +152,12 @@ std::optional<std::string> Session::user_of_place() const {
     if (seat.address == peer_ && account != nullptr && !account->locked) return seat.user;
   }
   return std::nullopt;
+}
+
+// Nobody has rights in a group that isn't there.
+std::string Session::rights_in(const std::string& of_user, int asked_group) const {
+  if (services_.seats.find_group(asked_group) == nullptr) return std::string(no_rights);
+  return services_.accounts.rights(of_user, asked_group);
 }
 
 // A user's data go out under the name that the profile holds, or the user's own.

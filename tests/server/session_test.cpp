@@ -181,6 +181,25 @@ TEST_CASE(
   CHECK(second->take_last(SrvCallerData).Buffer.starts_with("\2Bob"));
 }
 
+TEST_CASE("what is missing of caller data is empty") {
+  ServerRoom room;
+  auto host = room.seat("host");
+  auto screener = room.seat("screener");
+  room.exchange().arrive(1, {});
+  host->send(host->packet(CmdCallerData, 1, "Anna\2Bob\2"));
+  CHECK(screener->take_last(SrvCallerData).Buffer == "Anna\2Bob\2\2\2\2\2\2\2\2\2\2");
+}
+
+TEST_CASE("nobody has rights in a group that isn't there") {
+  ServerRoom room;
+  auto host = room.connect();
+  host->group = 9;
+  host->log_in("host", host_password);
+  const ServerPacket answer = host->take_last(SrvPasswordResult);
+  CHECK(answer.AltInfo == 'T');
+  CHECK(answer.Buffer == no_rights);
+}
+
 TEST_CASE("a next call goes to all, the last word wins, and its line's leaving ends it") {
   ServerRoom room;
   auto first = room.seat("host");
@@ -347,6 +366,8 @@ TEST_CASE("a check without credentials is for who has been let in on the connect
   ServerRoom room;
   auto stranger = room.connect();
   stranger->send(stranger->packet(CmdLoginCheck));
+  CHECK(stranger->take().empty());
+  room.wait(400ms);
   CHECK(stranger->take_last(SrvLoginCheckResult).AltInfo == 'T');
   auto host = room.seat("host");
   host->send(host->packet(CmdLoginCheck));
@@ -434,6 +455,24 @@ TEST_CASE("a standing call, its data, the next call and the message outlive the 
   CHECK(calls[0].told[0] == "Bob");
   CHECK(calls[0].number == "555 0101");
   CHECK(calls[0].ended > calls[0].began);
+}
+
+TEST_CASE("a next call that ended while the server was away stays ended") {
+  ServerRoom room;
+  auto host = room.seat("host");
+  room.exchange().arrive(5, {});
+  room.exchange().obey("S05");
+  host->send(host->packet(CmdSetNextCall, 5));
+  room.wait(1s);
+  room.crash();
+  room.exchange().leave(5);
+  for (int i = 0; i < 2; ++i) {
+    room.start();
+    room.wait(1s);
+    CHECK(room.seat("host")->take_last(SrvNextCall).LineNo == 255);
+    room.wait(1s);
+    room.crash();
+  }
 }
 
 TEST_CASE("a call that ended while the server was away is closed") {

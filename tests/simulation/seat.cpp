@@ -83,7 +83,8 @@ std::string Seat::first_settings() const {
   record.CommPort = serial ? 1 : connection_socket;
   record.PortState = serial;
   record.DatabasePath = log_file;
-  record.OperatorName = "Operator " + std::to_string(number_);
+  // Who has none goes by the user's.
+  if (identity_.user.empty()) record.OperatorName = "Operator " + std::to_string(number_);
   record.LogFieldOn.fill(true);
   record.GroupNumber = identity_.group;
   record.UserName = identity_.user;
