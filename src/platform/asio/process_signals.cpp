@@ -23,6 +23,7 @@ class ProcessSignals::Inside : public std::enable_shared_from_this<Inside> {
 
   void close() {
     closed_ = true;
+    signals_.cancel();
     signals_.clear();
   }
 
