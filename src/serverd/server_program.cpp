@@ -41,6 +41,8 @@ ServerProgram::ServerProgram(ProgramOptions options, Configuration configuration
       letters_(*find_code_page(configuration_.character_set), &transliterator_),
       passwords_(loop_, password_threads),
       store_(configuration_.store_file, loop_),
+      bus_watch_(loop_),
+      remote_objects_({loop_, bus_watch_, loop_, letters_}),
       signals_(loop_, [this](int signal) { take_signal(signal); }) {
   if (needs_tls(configuration_))
     tls_ = set_up_tls(configuration_, options_.configuration_file, log_);
@@ -115,10 +117,23 @@ void ServerProgram::serve() {
                             (needs_tls(configuration_, address) ? " by TLS" : " in plain text"));
   }
   admin_listener_->accept();
+  publish();
   if (metrics_) log(LogLevel::Info, "metrics " + bound(*configuration_.metrics, metrics_->port()));
   std::cout << "ready " + bound(configuration_.listen.front(), listeners_.front()->port()) + "\n"
             << std::flush;
   manager_.tell("READY=1");
+}
+
+void ServerProgram::publish() {
+  if (configuration_.remote_objects == RemoteBus::None) return;
+  const bool system = configuration_.remote_objects == RemoteBus::System;
+  const std::string bus = system ? "the system's bus" : "the session's bus";
+  remote_objects_.on_published = [this, bus](bool published, const std::string& why) {
+    if (published) return log(LogLevel::Info, "remote objects stand on " + bus);
+    log(LogLevel::Warning, "no remote objects on " + bus + ": " + why);
+  };
+  server_->publish(remote_objects_);
+  remote_objects_.publish(system ? platform::RemoteBus::System : platform::RemoteBus::Session);
 }
 
 void ServerProgram::take_signal(int signal) {

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "letters/code_page_letters.h"
+#include "platform/asio/asio_descriptor_watch.h"
 #include "platform/asio/asio_loop.h"
 #include "platform/asio/metrics_endpoint.h"
 #include "platform/asio/process_signals.h"
@@ -13,6 +14,7 @@
 #include "platform/asio/tls_identity.h"
 #include "platform/asio/unix_listener.h"
 #include "platform/icu/icu_transliterator.h"
+#include "platform/sdbus/sdbus_remote_service.h"
 #include "platform/sodium/sodium_password_hash.h"
 #include "platform/sodium/sodium_random_numbers.h"
 #include "platform/sqlite_store/sqlite_store.h"
@@ -38,6 +40,8 @@ class ServerProgram {
  private:
   void listen();
   void serve();
+  // The groups as remote objects, where they are asked for.
+  void publish();
   void take_signal(int signal);
   void read_anew();
   void warn_of_later_keys(const Configuration& next) const;
@@ -66,6 +70,8 @@ class ServerProgram {
   platform::SqliteStore store_;
   // Null where no address has TLS.
   std::unique_ptr<platform::TlsIdentity> tls_;
+  platform::AsioDescriptorWatch bus_watch_;
+  platform::SdbusRemoteService remote_objects_;
   std::unique_ptr<server::Server> server_;
   // In the order of the configuration.
   std::vector<std::unique_ptr<platform::TcpListener>> listeners_;

@@ -149,7 +149,7 @@ struct SystemDesk {
     const auto begin = whole.indexOf("<policy");
     QByteArray part = whole.mid(begin, whole.indexOf("</busconfig>") - begin);
     part.replace("user=\"lineweir\"", "user=\"" + QByteArray::number(::getuid()) + '"');
-    part.replace("group=\"lineweir\"", "group=\"" + QByteArray::number(::getgid()) + '"');
+    part.replace("group=\"lineweir-console\"", "group=\"" + QByteArray::number(::getgid()) + '"');
     return part;
   }
 
