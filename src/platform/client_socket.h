@@ -21,6 +21,10 @@ class ClientSocket {
   // Begins to connect; `state` tells when it is done. A Failure of number 40006 while not closed.
   virtual void connect(const std::string& host, int port) = 0;
 
+  // Why the connection that was asked for last was ended, where that is more than that nobody
+  // answered: a sentence for the user. It stays until another one is asked for.
+  virtual std::string refusal() const { return {}; }
+
   // Ends the connection at once for this side. What was sent before still goes out, for at most 2
   // seconds.
   virtual void close() = 0;

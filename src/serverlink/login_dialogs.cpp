@@ -184,7 +184,7 @@ void LoginDialogs::ConnectButton_Click() {
 bool LoginDialogs::stands() {
   const auto outcome = connection_.await();
   if (outcome == ServerConnection::Outcome::Failed) {
-    state_.messages.ShowMessage(no_server_message);
+    state_.messages.ShowMessage(connection_.failure());
   }
   return outcome == ServerConnection::Outcome::Stands;
 }
@@ -218,7 +218,7 @@ void LoginDialogs::ReconnectButton_Click() {
     main_hourglass.reset();
     box_hourglass.reset();
     // The box goes on offering what has just failed.
-    return state_.services.dialogs.message(std::string(no_server_message));
+    return state_.services.dialogs.message(connection_.failure());
   }
   const LoginResult result = exchange_.TextWrit_PasswordB();
   const bool is_in = go_on(result);

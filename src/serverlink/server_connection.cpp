@@ -49,7 +49,8 @@ ServerConnection::Outcome ServerConnection::await() {
   const auto start = loop.now();
   const int attempt = attempts_;
   while (state_.services.winsock1.state() != platform::socket_connected) {
-    if (loop.now() - start > connection_limit) {
+    const bool refused = !state_.services.winsock1.refusal().empty();
+    if (refused || loop.now() - start > connection_limit) {
       // One that comes later would stand without a login.
       state_.services.winsock1.close();
       return Outcome::Failed;
@@ -60,6 +61,11 @@ ServerConnection::Outcome ServerConnection::await() {
   // The former session's polls would keep the lamp green where this one never begins.
   state_.Lineweir.SyncTimeTimer.enabled = false;
   return Outcome::Stands;
+}
+
+std::string ServerConnection::failure() const {
+  const std::string refusal = state_.services.winsock1.refusal();
+  return refusal.empty() ? std::string(no_server_message) : refusal;
 }
 
 void ServerConnection::Winsock1_Connect() { state_.Lineweir.WinsockMenu.checked = true; }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <functional>
+#include <string>
 #include <string_view>
 
 namespace lineweir {
@@ -49,9 +50,12 @@ class ServerConnection {
   // or the program ends meanwhile: whoever waits for it or for a session on it has no say any more.
   enum class Outcome { Stands, Failed, Superseded };
 
-  // Lets events run until the connection stands. One that takes more than 5 seconds has failed and
-  // is given up.
+  // Lets events run until the connection stands. One that is refused, or takes more than 5 seconds,
+  // has failed and is given up.
   Outcome await();
+
+  // What the user is told of one that has failed.
+  std::string failure() const;
 
   // How often a connection was asked for.
   int attempts() const { return attempts_; }

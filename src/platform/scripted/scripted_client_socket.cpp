@@ -20,11 +20,13 @@ void ScriptedClientSocket::connect(const std::string& host, int port) {
   host_ = host;
   port_ = port;
   received_.clear();
+  refusal_.clear();
   state_ = socket_connecting;
   loop_.schedule(scripted_answer_time, [this, connection = ++connection_] {
     if (connection != connection_ || state_ != socket_connecting) return;
     state_ = accepts_ ? socket_connected : socket_closed;
-    if (accepts_) on_connect();
+    if (accepts_) return on_connect();
+    refusal_ = why_not_;
   });
 }
 

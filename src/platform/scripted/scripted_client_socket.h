@@ -18,6 +18,7 @@ class ScriptedClientSocket final : public ClientSocket {
 
   int state() const override { return state_; }
   void connect(const std::string& host, int port) override;
+  std::string refusal() const override { return refusal_; }
   void close() override;
   std::size_t bytes_received() const override { return received_.size(); }
   std::string get_data() override;
@@ -25,6 +26,11 @@ class ScriptedClientSocket final : public ClientSocket {
 
   // Whether the server takes connections, from now on. At first it takes none.
   void accept_connections(bool accepts) { accepts_ = accepts; }
+  // The server takes none, and why is known.
+  void refuse_connections(const std::string& why) {
+    accepts_ = false;
+    why_not_ = why;
+  }
   // The bytes arrive when the loop next runs what is due; without a connection they are lost.
   void arrive(const std::string& bytes) { arrive(bytes, Milliseconds{0}); }
   // From now on each write that is a frame of this command code is answered.
@@ -51,6 +57,8 @@ class ScriptedClientSocket final : public ClientSocket {
   // Tells what is on its way on this connection from what was on its way on one before.
   std::uint64_t connection_ = 0;
   bool accepts_ = false;
+  std::string why_not_;
+  std::string refusal_;
   std::string host_;
   int port_ = 0;
   std::string received_;
