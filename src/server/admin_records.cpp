@@ -94,14 +94,17 @@ void verify_audit(const AdminServices& services, const TellReply& tell) {
   });
 }
 
+// A store that was deleted while it is open can still be copied, so that nothing is waited for that
+// may never come.
 void back_up(const AdminServices& services, const admin::Request& request, const TellReply& tell) {
   const std::string file = request.text(Field::File);
-  when_kept(services, tell, [&services, file, tell] {
+  when_kept_or_late(services, [&services, file, tell](bool kept) {
     services.store.backup(
-        file, while_there(services, [&services, file, tell](const std::string& failure) {
+        file, while_there(services, [&services, file, tell, kept](const std::string& failure) {
           if (!failure.empty()) return tell(refused(failure));
           services.context.audit.note(administrator, "backup made", file);
-          tell_done(services, tell);
+          if (kept) return tell_done(services, tell);
+          tell(refused("The backup was made; what the store can't take now isn't in it."));
         }));
   });
 }

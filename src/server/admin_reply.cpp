@@ -9,14 +9,19 @@ constexpr platform::Milliseconds kept_within{5000};
 
 }  // namespace
 
-void when_kept(const AdminServices& services, const TellReply& tell, std::function<void()> next) {
+void when_kept_or_late(const AdminServices& services, std::function<void(bool kept)> next) {
   // Whichever comes first.
-  const auto waits = std::make_shared<bool>(true);
-  services.context.outbox.when_written([waits, next = std::move(next)] {
-    if (std::exchange(*waits, false)) next();
-  });
-  services.context.loop.schedule(kept_within, [waits, tell] {
-    if (!std::exchange(*waits, false)) return;
+  const auto once = std::make_shared<std::function<void(bool)>>(std::move(next));
+  const auto run = [once](bool kept) {
+    if (const auto call = std::exchange(*once, nullptr)) call(kept);
+  };
+  services.context.outbox.when_written([run] { run(true); });
+  services.context.loop.schedule(kept_within, while_there(services, [run] { run(false); }));
+}
+
+void when_kept(const AdminServices& services, const TellReply& tell, std::function<void()> next) {
+  when_kept_or_late(services, [tell, next = std::move(next)](bool kept) {
+    if (kept) return next();
     tell(refused(
         "The store can't be written now: what was changed holds, and is kept once it can be."));
   });

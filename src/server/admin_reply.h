@@ -33,6 +33,9 @@ inline AdminReply no_such_group(std::int64_t group) {
   return refused("There is no group " + std::to_string(group) + " here.");
 }
 
+// Runs `next` when all that was changed so far is in the store, or some seconds later with false.
+void when_kept_or_late(const AdminServices& services, std::function<void(bool kept)> next);
+
 // Runs `next` when all that was changed so far is in the store; where that isn't so within some
 // seconds a refusal is told instead that says so.
 void when_kept(const AdminServices& services, const TellReply& tell, std::function<void()> next);

@@ -102,9 +102,15 @@ Server::Inside::Inside(ServerServices services, ServerOptions options)
       accounts_(outbox_),
       logins_(context_, accounts_, services_.passwords),
       seats_(context_, groups_),
-      admin_services_(admin_services()) {}
+      admin_services_(admin_services()) {
+  services_.store.on_trouble = [this](const std::string& trouble) {
+    if (trouble.empty()) return services_.log(LogLevel::Notice, "the store is well again");
+    services_.log(LogLevel::Error, "the store: " + trouble);
+  };
+}
 
 Server::Inside::~Inside() {
+  services_.store.on_trouble = nullptr;
   services_.loop.cancel(next_beat_);
   services_.loop.cancel(shutdown_);
   remote_seats_.reset();

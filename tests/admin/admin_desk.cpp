@@ -1,4 +1,4 @@
-#include "admin_desk.h"
+#include "admin/admin_desk.h"
 
 #include <fcntl.h>
 #include <poll.h>

@@ -3,7 +3,7 @@
 
 #include <fstream>
 
-#include "admin_desk.h"
+#include "admin/admin_desk.h"
 
 namespace {
 

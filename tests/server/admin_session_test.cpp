@@ -542,6 +542,31 @@ TEST_CASE("While the store is away what is asked is told to be held, and is kept
   CHECK(tool.rows({Command::Calls}).empty());
 }
 
+TEST_CASE("A backup is also tried of a store that can't be written, and says what it lacks") {
+  ServerRoom room;
+  AdminTool tool(room);
+  CHECK(tool.refusal(user_add("anna")) == "");
+  // As a file that was deleted.
+  room.store.refuse_writes(true);
+  CHECK(tool.refusal(user_add("ben")) != "");
+  CHECK(tool.refusal(text(Command::Backup, Field::File, "/b.db")) ==
+        "The backup was made; what the store can't take now isn't in it.");
+  CHECK(room.store.files().at("/b.db").accounts.contains("anna"));
+  CHECK_FALSE(room.store.files().at("/b.db").accounts.contains("ben"));
+}
+
+TEST_CASE("What ails the store is in the log, and when it is well again") {
+  ServerRoom room;
+  room.store.fail(true);
+  room.store.load([](const auto&) {});
+  room.wait(1ms);
+  CHECK(room.log.back() == "the store: The store can't be reached.");
+  room.store.fail(false);
+  room.store.load([](const auto&) {});
+  room.wait(1ms);
+  CHECK(room.log.back() == "the store is well again");
+}
+
 TEST_CASE("A list of which a further piece can't be read ends with the reason") {
   ServerRoom room;
   AdminTool tool(room);

@@ -39,6 +39,8 @@ class ScriptedStore final : public Store {
   void stall(bool stalls);
   // Everything that is worked on fails, or nothing any more.
   void fail(bool fails) { fails_ = fails; }
+  // What is written fails, and what is read doesn't; or nothing any more.
+  void refuse_writes(bool refuses) { refuses_writes_ = refuses; }
   // By chance, of which a seed is the same each time: a piece of work fails with that probability,
   // and takes up to so much longer. Of the writes that are told to have failed, half were done, as
   // when a connection is cut behind them.
@@ -76,6 +78,7 @@ class ScriptedStore final : public Store {
   Milliseconds each_takes_{0};
   bool stalls_ = false;
   bool fails_ = false;
+  bool refuses_writes_ = false;
   bool troubled_ = false;
   std::mt19937_64 engine_;
   double failing_ = 0;
