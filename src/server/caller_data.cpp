@@ -2,7 +2,6 @@
 
 #include <algorithm>
 
-#include "base/text.h"
 #include "lines/caller_fields.h"
 
 namespace lineweir::server {
@@ -45,7 +44,7 @@ bool CallerData::take(Seat& seat, int line, std::string_view buffer) {
   }
   auto data = clean_caller_data(buffer);
   if (!data) return false;
-  seat.own_names.insert(std::string(trimmed(data->sender)));
+  seat.own_names.add(data->sender);
   at(line) = std::move(data);
   const CallerDetails& told = *at(line);
   context_.calls.tell_data(options_.number, line, context_.letters.to_utf8(told.sender),

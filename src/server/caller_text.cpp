@@ -12,8 +12,8 @@ constexpr std::size_t longest_message = 30'200;
 
 // In the order of the fields of caller data; what has a width in the consoles' records is cut to
 // it.
-constexpr std::array<std::size_t, entry_field_count> longest_fields = {255, 255, 255, 255,  255,
-                                                                       255, 10,  6,   2000, 100};
+constexpr std::array<std::size_t, entry_field_count> longest_fields = {100, 100, 100, 100, 100,
+                                                                       100, 10,  6,   500, 100};
 
 bool is_control(char character) { return code_of(character) < 32 || code_of(character) == 127; }
 

@@ -33,7 +33,7 @@ Group::Group(const Context& context, GroupOptions options,
   };
   const bool next_had_caller =
       memory != nullptr && context_.calls.remembers(options_.number, memory->next_call);
-  lines_.begin();
+  lines_.take_over();
   if (memory == nullptr) return;
   next_call_.remember(memory->next_call, next_had_caller);
   message_ = memory->message;
@@ -46,6 +46,7 @@ void Group::change(const GroupOptions& options) {
   options_.name = options.name;
   options_.calls_per_minute = options.calls_per_minute;
   options_.line_names = options.line_names;
+  lines_.leave_out(options.missing_lines);
   options_.missing_lines = options.missing_lines;
   options_.hybrids = options.hybrids;
   options_.positions = options.positions;
@@ -53,6 +54,7 @@ void Group::change(const GroupOptions& options) {
   relay_.tell(studio_status());
   relay_.tell(line_numbers());
   if (server_decides(options_.kind)) relay_.tell(phone_names());
+  lines_.take_over();
 }
 
 void Group::join(Seat& seat) {

@@ -72,12 +72,13 @@ GroupLines::GroupLines(const Context& context, const GroupOptions& options, Rela
   };
 }
 
-void GroupLines::begin() {
-  for (int line = 0; line < count(); ++line) {
-    const char letter = exchange_->letter(line);
-    if (letter != free_letter) take_change({line, letter}, {});
-  }
+void GroupLines::take_over() {
+  for (int line = 0; line < count(); ++line) take_change({line, exchange_->letter(line)}, {});
   if (exchange_->is_reached()) context_.calls.close_forgotten(options_.number);
+}
+
+void GroupLines::leave_out(const std::vector<int>& missing) {
+  for (const int number : missing) take_change({number - 1, free_letter}, {});
 }
 
 bool GroupLines::exists(int line) const {

@@ -62,9 +62,12 @@ class GroupLines {
   // A line has got its letter, and all have been told.
   std::function<void(int line, char letter)> on_letter;
 
-  // Takes the letters over that the exchange has already, with the calls that are remembered. Those
-  // on lines that are free by now have ended.
-  void begin();
+  // Takes the letters over that the exchange has already, with the calls that are remembered: at
+  // the start, and of lines that are there again. Remembered calls on lines that are free have
+  // ended.
+  void take_over();
+  // Lines, from 1, that won't exist any more: their calls end here.
+  void leave_out(const std::vector<int>& missing);
 
   int count() const { return static_cast<int>(lines_.size()); }
   bool exists(int line) const;

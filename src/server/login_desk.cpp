@@ -1,6 +1,7 @@
 #include "server/login_desk.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "base/text.h"
 #include "server/caller_text.h"
@@ -16,6 +17,7 @@ constexpr std::size_t longest_password = 15;
 
 struct LoginDesk::Question {
   std::string user;
+  std::string password;
   std::string address;
   platform::Milliseconds asked;
   Answer answer;
@@ -24,18 +26,36 @@ struct LoginDesk::Question {
 LoginDesk::LoginDesk(const Context& context, Accounts& accounts, platform::PasswordHash& passwords)
     : context_(context), accounts_(accounts), passwords_(passwords) {}
 
+LoginDesk::~LoginDesk() = default;
+
 void LoginDesk::check(const Login& login, const std::string& address, Answer answer) {
   const std::string name = clean_name(trimmed(login.user), longest_name);
   const std::string password(trimmed(login.password).substr(0, longest_password));
-  Question question{context_.letters.to_utf8(name), address, context_.loop.now(),
-                    std::move(answer)};
-  const platform::Account* account = accounts_.find(question.user);
-  // Also for a user who is none or is locked, so that nobody learns which.
-  passwords_.verify(account == nullptr ? std::string() : account->password_hash,
-                    context_.letters.to_utf8(password),
-                    [this, alive = std::weak_ptr(alive_), question](bool fits) {
-                      if (alive.lock()) decide(question, fits);
-                    });
+  questions_.push_back({context_.letters.to_utf8(name), context_.letters.to_utf8(password), address,
+                        context_.loop.now(), std::move(answer)});
+  look_at_next();
+}
+
+void LoginDesk::look_at_next() {
+  while (at_work_ < most_at_work && !questions_.empty()) {
+    Question question = std::move(questions_.front());
+    questions_.pop_front();
+    if (guard_.address_is_locked(question.address, context_.loop.now())) {
+      refuse(question, Refusal::AddressLocked);
+      continue;
+    }
+    ++at_work_;
+    const std::string password = std::exchange(question.password, {});
+    const platform::Account* account = accounts_.find(question.user);
+    // Also for a user who is none or is locked, so that nobody learns which.
+    passwords_.verify(account == nullptr ? std::string() : account->password_hash, password,
+                      [this, alive = std::weak_ptr(alive_), question](bool fits) {
+                        if (!alive.lock()) return;
+                        --at_work_;
+                        decide(question, fits);
+                        look_at_next();
+                      });
+  }
 }
 
 void LoginDesk::decide(const Question& question, bool fits) {

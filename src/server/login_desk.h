@@ -1,6 +1,7 @@
 #pragma once
 
 #include <functional>
+#include <list>
 #include <memory>
 #include <optional>
 #include <string>
@@ -13,15 +14,20 @@
 
 namespace lineweir::server {
 
-// Checks who somebody is. Each refusal comes the same time after the question, whatever its reason.
+// Checks who somebody is. Each refusal comes the same time after the question, whatever its reason,
+// but for those of an address that is locked, which has learnt that already: no more passwords are
+// looked at for it, so that one who guesses doesn't keep the others waiting.
 class LoginDesk {
  public:
   static constexpr platform::Milliseconds refused_after{300};
+  // So many passwords are looked at at once; the others wait here, in their order.
+  static constexpr std::size_t most_at_work = 8;
 
   // The user's name in UTF-8, or nothing for somebody who isn't let in.
   using Answer = std::function<void(std::optional<std::string> user)>;
 
   LoginDesk(const Context& context, Accounts& accounts, platform::PasswordHash& passwords);
+  ~LoginDesk();
   LoginDesk(const LoginDesk&) = delete;
   LoginDesk& operator=(const LoginDesk&) = delete;
 
@@ -36,11 +42,12 @@ class LoginDesk {
     return guard_.user_locked_for(user, context_.loop.now());
   }
 
-  std::size_t waiting() const { return passwords_.waiting(); }
+  std::size_t waiting() const { return questions_.size() + at_work_; }
 
  private:
   struct Question;
 
+  void look_at_next();
   void decide(const Question& question, bool fits);
   void refuse(const Question& question, Refusal reason);
 
@@ -48,6 +55,8 @@ class LoginDesk {
   Accounts& accounts_;
   platform::PasswordHash& passwords_;
   LoginGuard guard_;
+  std::list<Question> questions_;
+  std::size_t at_work_ = 0;
   std::shared_ptr<bool> alive_ = std::make_shared<bool>(true);
 };
 

@@ -57,9 +57,11 @@ void LoginGuard::forget_old(Book& book, Moment now) {
     return now >= entry.second.locked_until && now - entry.second.last > 1min;
   });
   if (book.size() < most_names) return;
-  book.erase(std::min_element(book.begin(), book.end(), [](const auto& a, const auto& b) {
-    return a.second.last < b.second.last;
-  }));
+  const auto rank = [now](const Book::value_type& entry) {
+    return std::pair(now < entry.second.locked_until, entry.second.last);
+  };
+  book.erase(std::min_element(book.begin(), book.end(),
+                              [&](const auto& a, const auto& b) { return rank(a) < rank(b); }));
 }
 
 }  // namespace lineweir::server

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "base/text.h"
+#include "exchange/command_word.h"
 #include "server/remote_client.h"
 #include "wire/studio_texts.h"
 
@@ -11,8 +12,8 @@ namespace {
 
 using platform::RemoteArgument;
 
-constexpr std::string_view words_with_line = "FHSLNCPO";
-constexpr std::size_t word_with_line_length = 3;
+constexpr char next_key_letter = 'U';
+constexpr std::size_t longest_word = 3;
 constexpr std::size_t most_seats = 1000;
 
 // The arguments have the member's types; the service has looked.
@@ -23,15 +24,23 @@ const std::string& text_at(const platform::RemoteArguments& arguments, std::size
   return std::get<std::string>(arguments.at(place));
 }
 
-LineOrder order_of(const std::string& word) {
-  LineOrder order{LineOrder::Kind::Word, word};
-  const bool names_line = word.size() == word_with_line_length &&
-                          words_with_line.find(word.front()) != std::string_view::npos &&
-                          is_digit(word[1]) && is_digit(word[2]);
-  const bool is_release = word == "P15" || word == "O15";
-  if (names_line && !is_release) order.line = leading_number(word.substr(1));
+// What comes of the equipment's own next key a console passes on as it stands.
+bool is_next_key(std::string_view word) {
+  return word.size() <= longest_word && word.starts_with(next_key_letter) &&
+         std::all_of(word.begin() + 1, word.end(), is_digit);
+}
+
+// Nothing for a text that is no word of the equipment, which gets no others.
+std::optional<LineOrder> order_of(std::string_view word) {
+  const auto meaning = exchange::parse_word(word);
+  if (!meaning && !is_next_key(word)) return std::nullopt;
+  LineOrder order{LineOrder::Kind::Word, std::string(word)};
+  if (meaning && exchange::names_line(meaning->action)) order.line = meaning->number;
   return order;
 }
+
+// From 0; -1 for a number that is no line's, as any below 1.
+int line_of(int number) { return number < 1 ? -1 : number - 1; }
 
 }  // namespace
 
@@ -131,13 +140,15 @@ RemoteArgument RemoteSeats::drop_client(const std::string& caller, const Argumen
 
 // The empty text behind each word is part of it and says nothing.
 RemoteArgument RemoteSeats::obey(const std::string& caller, const Arguments& arguments) {
-  const std::string& word = text_at(arguments, 1);
+  const std::string_view word = trimmed(text_at(arguments, 1));
   Group& group = *book_.find_group(number_at(arguments, 0));
   if (word.empty()) return true;
-  const LineOrder order = order_of(word);
-  if (order.line >= 0 && !group.lines().exists(order.line)) {
+  const auto order = order_of(word);
+  if (!order) {
+    context_.figures.refuse(Refusal::Malformed);
+  } else if (order->line >= 0 && !group.lines().exists(order->line)) {
     context_.figures.refuse(Refusal::OtherLine);
-  } else if (!group.lines().obey(seat_of(caller, group.number()), order)) {
+  } else if (!group.lines().obey(seat_of(caller, group.number()), *order)) {
     context_.figures.refuse(Refusal::LineTaken);
   }
   return true;
@@ -173,18 +184,18 @@ RemoteArgument RemoteSeats::times(const std::string&, const Arguments& arguments
 
 RemoteArgument RemoteSeats::next_call(const std::string& caller, const Arguments& arguments) {
   Group& group = *book_.find_group(number_at(arguments, 1));
-  const int line = number_at(arguments, 0) - 1;
+  const int line = line_of(number_at(arguments, 0));
   if (line >= 0 && !group.lines().exists(line)) {
     context_.figures.refuse(Refusal::OtherLine);
   } else {
-    group.choose_next(seat_of(caller, group.number()), std::max(line, -1));
+    group.choose_next(seat_of(caller, group.number()), line);
   }
   return true;
 }
 
 RemoteArgument RemoteSeats::caller_data(const std::string& caller, const Arguments& arguments) {
   Group& group = *book_.find_group(number_at(arguments, 1));
-  const int line = number_at(arguments, 0) - 1;
+  const int line = line_of(number_at(arguments, 0));
   if (!group.lines().exists(line)) {
     context_.figures.refuse(Refusal::OtherLine);
   } else if (!group.caller_data().take(seat_of(caller, group.number()), line,

@@ -1,10 +1,10 @@
 #pragma once
 
 #include <cstdint>
-#include <set>
 #include <string>
 
 #include "platform/wall_clock.h"
+#include "server/own_names.h"
 #include "server/refusal.h"
 #include "server/telling.h"
 
@@ -40,9 +40,7 @@ class Seat {
   platform::Moment since{0};
   // It has the status of all lines, so that changes alone do.
   bool told_status = false;
-  // The names under which its console sends caller data, in its letters. What comes under one of
-  // them a console takes for its own and doesn't show.
-  std::set<std::string> own_names;
+  OwnNames own_names;
 };
 
 }  // namespace lineweir::server

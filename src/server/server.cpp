@@ -58,9 +58,10 @@ class Server::Inside {
   void end_sessions();
   void remove_later(Session& session);
   void end_seats(const std::string& user, const std::string& why);
+  std::size_t open_connections() const;
   std::size_t connections_from(const std::string& peer) const;
-  // Ends the oldest connection, of the peer where one is named, that nobody has been let in on and
-  // that asks for nothing; false where there is none.
+  // Ends a connection, of the peer where one is named, that nobody has been let in on; false where
+  // there is none.
   bool make_room(const std::string& peer);
   AdminServices admin_services();
   void after(Milliseconds delay, std::function<void()> call);
@@ -202,7 +203,7 @@ void Server::Inside::accept(std::unique_ptr<platform::Connection> connection) {
   if (connections_from(peer) >= most_of_address && !make_room(peer)) {
     return figures_.refuse(Refusal::TooManySeats);
   }
-  if (sessions_.size() >= most && !make_room({})) return figures_.refuse(Refusal::TooManySeats);
+  if (open_connections() >= most && !make_room({})) return figures_.refuse(Refusal::TooManySeats);
   ++figures_.connections;
   sessions_.push_back(
       std::make_unique<Session>(seats_.new_number(), std::move(connection),
@@ -211,22 +212,37 @@ void Server::Inside::accept(std::unique_ptr<platform::Connection> connection) {
                                 [this](Session& session) { remove_later(session); }));
 }
 
-std::size_t Server::Inside::connections_from(const std::string& peer) const {
-  return static_cast<std::size_t>(std::count_if(
-      sessions_.begin(), sessions_.end(),
-      [&](const auto& session) { return !session->is_over() && session->place() == peer; }));
+std::size_t Server::Inside::open_connections() const {
+  return static_cast<std::size_t>(
+      std::ranges::count_if(sessions_, [](const auto& session) { return !session->is_over(); }));
 }
 
-// A crowd of connections that say nothing must not keep anybody out.
+std::size_t Server::Inside::connections_from(const std::string& peer) const {
+  return static_cast<std::size_t>(std::ranges::count_if(sessions_, [&](const auto& session) {
+    return !session->is_over() && session->place() == peer;
+  }));
+}
+
+// Who only takes places keeps nobody out: of the connections that aren't let in, the oldest one of
+// the address that has most of them gives way.
 bool Server::Inside::make_room(const std::string& peer) {
-  for (const auto& session : sessions_) {
+  const auto may_give_way = [&](const auto& session) {
     const bool fits = peer.empty() || session->place() == peer;
-    if (!fits || !session->is_idle_stranger()) continue;
-    figures_.refuse(Refusal::TooManySeats);
-    session->end();
-    return true;
+    return fits && !session->is_over() && session->user.empty();
+  };
+  std::map<std::string, std::size_t> counts;
+  for (const auto& session : sessions_) {
+    if (may_give_way(session)) ++counts[session->place()];
   }
-  return false;
+  if (counts.empty()) return false;
+  const std::string most_of =
+      std::ranges::max_element(counts, {}, [](const auto& count) { return count.second; })->first;
+  const auto oldest = std::ranges::find_if(sessions_, [&](const auto& session) {
+    return may_give_way(session) && session->place() == most_of;
+  });
+  figures_.refuse(Refusal::TooManySeats);
+  (*oldest)->give_way();
+  return true;
 }
 
 // A session ends in the middle of its own work.

@@ -58,6 +58,8 @@ void Session::end() {
   finish(SeatBook::Leaving::Goodbye, "ended by the server");
 }
 
+void Session::give_way() { finish(SeatBook::Leaving::Goodbye, "gave way to another"); }
+
 void Session::look_after_silence() {
   if (over_ || waiting_) return;
   const platform::Milliseconds now = services_.context.loop.now();
@@ -101,10 +103,12 @@ void Session::read_frames() {
   }
 }
 
-// In front of a frame may stand what is left of the end marker before it.
+// In front of a frame may stand what is left of the end marker before it, fewer bytes than a frame
+// has.
 bool Session::begins_as_frame() const {
   std::string_view text = received_.text();
-  text.remove_prefix(std::min(text.find_first_not_of(end_marker.front()), text.size()));
+  const std::size_t left = std::min(text.find_first_not_of(end_marker.front()), text.size());
+  text.remove_prefix(std::min(left, header_length));
   return start_marker.starts_with(text.substr(0, start_marker.size()));
 }
 
@@ -113,7 +117,7 @@ void Session::handle(const ServerPacket& packet) {
   ++figures.frames_in[packet.CMD];
   const Request* request = request_of(packet.CMD);
   if (request == nullptr) return refuse(Refusal::UnknownCode);
-  if (!allowance_.take(heard_)) return refuse(Refusal::TooMany);
+  if (!allowance_.take(packet.Buffer.size(), heard_)) return refuse_flood();
   if (is_allowed(*request, packet)) (this->*request->answer)(packet);
 }
 
@@ -162,12 +166,21 @@ bool Session::is_of_own_group(const Request& request, const ServerPacket& packet
 
 void Session::refuse_right(Right right) {
   refuse(Refusal::MissingRight);
+  tell_person_of_refusal("you do not have the right " +
+                         std::string(rights_layout[static_cast<std::size_t>(right)].name) + " in " +
+                         own_group().options().name);
+}
+
+void Session::refuse_flood() {
+  refuse(Refusal::TooMany);
+  if (!user.empty()) tell_person_of_refusal("this console sends too much at once");
+}
+
+void Session::tell_person_of_refusal(const std::string& reason) {
   const platform::Milliseconds now = services_.context.loop.now();
   if (now - person_told_ < person_told_every) return;
   person_told_ = now;
-  tell_person("The server did not do this: you do not have the right " +
-              std::string(rights_layout[static_cast<std::size_t>(right)].name) + " in " +
-              own_group().options().name + ".");
+  tell_person("The server did not do this: " + reason + ".");
 }
 
 void Session::take_new_rights() {

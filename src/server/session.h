@@ -38,13 +38,13 @@ class Session final : public Seat {
   void end() override;
   std::string place() const override { return peer_; }
 
+  // One that isn't let in ends at once, for another.
+  void give_way();
   // Runs each second.
   void look_after_silence();
   // The server could not listen for that long.
   void forgive_silence(platform::Milliseconds span);
   bool is_over() const { return over_; }
-  // Nobody has been let in, and no login is being looked at.
-  bool is_idle_stranger() const { return !over_ && !waiting_ && user.empty(); }
   std::size_t queued() const { return connection_ ? connection_->queued() : 0; }
 
   // The rights of the user have changed; the seat is told those in its group, and leaves it where
@@ -66,6 +66,8 @@ class Session final : public Seat {
   bool is_allowed(const Request& request, const ServerPacket& packet);
   bool is_of_own_group(const Request& request, const ServerPacket& packet);
   void refuse_right(Right right);
+  void refuse_flood();
+  void tell_person_of_refusal(const std::string& reason);
   Group& own_group() { return *services_.seats.find_group(group); }
   void send(const ServerPacket& packet) { tell(Telling(packet)); }
 

@@ -13,6 +13,8 @@ namespace {
 constexpr std::size_t longest_profile = 8192;
 constexpr std::string_view words_of_remote_next = "XRU";
 constexpr std::string_view words_of_tones = "T";
+// Callers are put on air, and locked there, in talent mode.
+constexpr std::string_view words_of_talent = "NCL";
 constexpr int tones_from = 20;
 
 // What a command word takes beyond the frame's own needs.
@@ -21,6 +23,11 @@ std::optional<Right> right_of(const LineOrder& order, int kind) {
   const char letter = order.word.front();
   if (words_of_remote_next.find(letter) != std::string_view::npos) return Right::RemoteNext;
   if (words_of_tones.find(letter) != std::string_view::npos) return Right::Dial;
+  // Where a producer's handset is the conference hybrid, the word takes a caller to it.
+  const bool is_handset = letter == 'C' && is_of(kind, kinds_with_conference_handset);
+  if (words_of_talent.find(letter) != std::string_view::npos && !is_handset) {
+    return Right::StudioMode;
+  }
   if (letter != 'P' && letter != 'O') return std::nullopt;
   if (order.line < 0 && leading_number(order.word.substr(1)) >= tones_from) return Right::Dial;
   if (server_decides(kind)) return std::nullopt;
@@ -157,6 +164,7 @@ void Session::dial_digit(const ServerPacket& packet) {
 
 void Session::act_on_next(const ServerPacket& packet) {
   const char letter = packet.Buffer.size() == 1 ? packet.Buffer.front() : '\0';
+  if (letter == 'N' && !allows(rights, Right::StudioMode)) return refuse_right(Right::StudioMode);
   if (own_group().next_call().act(*this, letter, packet.Bank)) return;
   if (!server_decides(own_group().options().kind)) return refuse(Refusal::Malformed);
 }

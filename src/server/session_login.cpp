@@ -25,7 +25,8 @@ void Session::check_login(const ServerPacket& packet) {
   if (!packet.Buffer.empty()) {
     return ask_login(packet, ServerCommand::SrvLoginCheckResult, 'F', 'T');
   }
-  const std::optional<std::string> accepted = user.empty() ? user_of_place() : user;
+  const std::optional<std::string> accepted =
+      services_.accounts.find(user) == nullptr ? user_of_place() : user;
   const LoginAnswer answer{ServerCommand::SrvLoginCheckResult, 'F', 'T'};
   if (!accepted) return refuse_login(packet, answer, Refusal::NotLetIn);
   if (user.empty()) let_in(*accepted);
@@ -162,12 +163,10 @@ std::string Session::rights_in(const std::string& of_user, int asked_group) cons
 
 // A user's data go out under the name that the profile holds, or the user's own.
 void Session::learn_own_names(const platform::Account& account) {
-  own_names.insert(services_.context.letters.from_utf8(account.name));
+  own_names.add(services_.context.letters.from_utf8(account.name));
   if (account.profile.size() <= profile_flags_length) return;
   const auto fields = decode_list(std::string_view(account.profile).substr(profile_flags_length));
-  if (fields.size() > operator_name_field) {
-    own_names.insert(std::string(trimmed(fields[operator_name_field])));
-  }
+  if (fields.size() > operator_name_field) own_names.add(fields[operator_name_field]);
 }
 
 // A console that hasn't been in any group yet means its first.

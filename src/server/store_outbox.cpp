@@ -28,6 +28,12 @@ std::string name_of_thing(const StoreChange& change) {
       change);
 }
 
+bool may_be_lost(const StoreChange& change) {
+  const auto* const call = std::get_if<platform::CallRecord>(&change);
+  if (call != nullptr) return call->ended != platform::Moment{0};
+  return std::holds_alternative<platform::AuditEvent>(change);
+}
+
 }  // namespace
 
 StoreOutbox::StoreOutbox(platform::EventLoop& loop, platform::Store& store, const ServerLog& log)
@@ -36,15 +42,12 @@ StoreOutbox::StoreOutbox(platform::EventLoop& loop, platform::Store& store, cons
 StoreOutbox::~StoreOutbox() { loop_.cancel(next_write_); }
 
 void StoreOutbox::put(StoreChange change) {
-  const std::string name = name_of_thing(change);
-  if (!name.empty()) {
-    if (const auto known = places_.find(name); known != places_.end()) {
-      waiting_[known->second - taken_] = std::move(change);
-      return;
-    }
-    places_[name] = taken_ + waiting_.size();
+  const auto known = places_.find(name_of_thing(change));
+  if (known != places_.end()) {
+    waiting_[known->second - taken_] = std::move(change);
+    return;
   }
-  waiting_.push_back(std::move(change));
+  append(std::move(change));
   if (waiting_.size() > most_waiting) lose_oldest();
   if (next_write_ == 0 && in_flight_ == 0) schedule(gathered_for);
 }
@@ -71,7 +74,7 @@ void StoreOutbox::schedule(platform::Milliseconds delay) {
 
 void StoreOutbox::write() {
   if (in_flight_ != 0 || waiting_.empty()) return;
-  while (!waiting_.empty() && writing_.size() < batch) take_first();
+  while (!waiting_.empty() && writing_.size() < batch) writing_.push_back(take_front());
   in_flight_ = writing_.size();
   hand_to_store();
 }
@@ -82,18 +85,28 @@ void StoreOutbox::hand_to_store() {
   });
 }
 
-void StoreOutbox::take_first() {
+void StoreOutbox::append(StoreChange change) {
+  const std::string name = name_of_thing(change);
+  if (!name.empty()) places_[name] = taken_ + waiting_.size();
+  waiting_.push_back(std::move(change));
+}
+
+StoreChange StoreOutbox::take_front() {
   places_.erase(name_of_thing(waiting_.front()));
-  writing_.push_back(std::move(waiting_.front()));
+  StoreChange first = std::move(waiting_.front());
   waiting_.pop_front();
   ++taken_;
+  return first;
 }
 
 void StoreOutbox::lose_oldest() {
   if (lost_++ == 0) log_(LogLevel::Error, "the store has been away for too long: records are lost");
-  places_.erase(name_of_thing(waiting_.front()));
-  waiting_.pop_front();
-  ++taken_;
+  for (std::size_t looked_at = 0; looked_at < waiting_.size(); ++looked_at) {
+    StoreChange oldest = take_front();
+    if (may_be_lost(oldest)) return;
+    append(std::move(oldest));
+  }
+  take_front();
 }
 
 void StoreOutbox::written(bool done) {

@@ -22,7 +22,8 @@ class StoreOutbox {
   static constexpr platform::Milliseconds retried_after{1000};
   // In one write.
   static constexpr std::size_t batch = 500;
-  // Beyond so many the oldest audit events and ended calls are lost, which is reported.
+  // Beyond so many the oldest audit events and ended calls are lost, which is reported; what
+  // replaces something else is not, of which there is a bounded number.
   static constexpr std::size_t most_waiting = 200'000;
 
   StoreOutbox(platform::EventLoop& loop, platform::Store& store, const ServerLog& log);
@@ -47,7 +48,8 @@ class StoreOutbox {
   void write();
   void hand_to_store();
   void written(bool done);
-  void take_first();
+  void append(platform::StoreChange change);
+  platform::StoreChange take_front();
   void lose_oldest();
   void tell_empty();
   void tell_written();

@@ -308,5 +308,25 @@ TEST_CASE("letters that the exchange has already are calls that began when nobod
   CHECK(desk.group.lines().status_text() == "F00R01N02B03E04F05F06F07F08F09");
 }
 
+TEST_CASE("a line that is left out ends its call, and one that comes back has its caller") {
+  GroupDesk desk;
+  NotingSeat anna(1, "anna");
+  desk.group.join(anna);
+  desk.group.lines().tell_status(anna);
+  desk.exchange->report(3, 'R');
+  anna.told.clear();
+  GroupOptions without = desk.group.options();
+  without.missing_lines = {4};
+  desk.group.change(without);
+  CHECK(anna.told_of(SrvLineStatus).at(0).Buffer == "F");
+  CHECK(desk.ended_calls().size() == 1);
+  desk.exchange->report(3, 'H');
+  anna.told.clear();
+  without.missing_lines = {};
+  desk.group.change(without);
+  CHECK(anna.told_of(SrvLineStatus).at(0).Buffer == "H");
+  CHECK(desk.calls.standing() == 1);
+}
+
 }  // namespace
 }  // namespace lineweir::server

@@ -32,9 +32,13 @@ std::vector<ServerPacket> FrameConsole::take() {
   received_.append(std::exchange(line_->to_console, {}));
   std::vector<ServerPacket> packets;
   while (const auto body = received_.first_body()) {
+    const std::string frame = line_->frames.empty() ? std::string() : line_->frames.front();
+    cut_as_sent_ = cut_as_sent_ && framed(*body) == frame;
+    if (!line_->frames.empty()) line_->frames.pop_front();
     packets.push_back(packet_of(*body));
     received_.drop_first();
   }
+  cut_as_sent_ = cut_as_sent_ && line_->frames.empty();
   return packets;
 }
 

@@ -30,6 +30,8 @@ struct LineState {
   // Towards the server; null once the server has let go of its end.
   platform::Connection* server_end = nullptr;
   std::string to_console;
+  // The same, frame by frame as the server has sent them.
+  std::deque<std::string> frames;
   bool console_reads = true;
   bool ended_by_server = false;
 };
@@ -50,6 +52,7 @@ class ServerEnd final : public platform::Connection {
     if (overflown_) return;
     if (line_->console_reads) {
       line_->to_console += bytes;
+      line_->frames.emplace_back(bytes);
       return;
     }
     waiting_ += bytes.size();
@@ -93,6 +96,9 @@ class FrameConsole {
   void hang_up();
 
   bool is_open() const { return !line_->ended_by_server; }
+  bool reads() const { return line_->console_reads; }
+  // Every frame so far was cut from the bytes as the server has sent it.
+  bool cut_as_sent() const { return cut_as_sent_; }
   void stop_reading() { line_->console_reads = false; }
 
   int group = 1;
@@ -102,6 +108,7 @@ class FrameConsole {
   platform::VirtualEventLoop& loop_;
   std::shared_ptr<LineState> line_;
   ReceiveBuffer received_;
+  bool cut_as_sent_ = true;
 };
 
 // The loop of a process that can be stopped: its clock goes on meanwhile, and what falls due is

@@ -551,6 +551,25 @@ TEST_CASE("a right that is missing refuses the frame and tells the person once")
   CHECK(told[0].Buffer.find("MessagesAllowed") != std::string::npos);
 }
 
+TEST_CASE("who may not be in talent mode puts nobody on air") {
+  for (const int kind : {1, 2, 3, 4}) {
+    CAPTURE(kind);
+    ServerOptions options = ServerRoom::two_studios();
+    options.groups[0].kind = kind;
+    ServerRoom room(options);
+    auto screener = room.seat("screener");
+    room.exchange().arrive(1, {});
+    room.exchange().obey("S01");
+    screener->take();
+    screener->word('N', 1, 0, 0);
+    screener->send(screener->packet(CmdNextAction, no_value, "N"));
+    CHECK(room.exchange().letter(1) == 'S');
+    CHECK(screener->take_last(SrvMessage).Buffer.find("StudioMode") != std::string::npos);
+    screener->word('N', 1, 1, 1);
+    CHECK(room.exchange().letter(1) == (kind == 3 ? 'C' : 'S'));
+  }
+}
+
 TEST_CASE("a new store gets one engineer with a password that is told once") {
   ServerRoom room;
   room.crash();
