@@ -40,6 +40,7 @@ ServerProgram::ServerProgram(ProgramOptions options, Configuration configuration
       log_([this](LogLevel level, const std::string& text) { log(level, text); }),
       letters_(*find_code_page(configuration_.character_set), &transliterator_),
       passwords_(loop_, password_threads),
+      store_lock_(configuration_.store_file),
       store_(configuration_.store_file, loop_),
       bus_watch_(loop_),
       remote_objects_({loop_, bus_watch_, loop_, letters_}),

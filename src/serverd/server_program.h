@@ -23,6 +23,7 @@
 #include "serverd/machine_wall_clock.h"
 #include "serverd/program_options.h"
 #include "serverd/service_manager.h"
+#include "serverd/store_lock.h"
 
 namespace lineweir::serverd {
 
@@ -67,6 +68,7 @@ class ServerProgram {
   platform::IcuTransliterator transliterator_;
   CodePageLetters letters_;
   platform::SodiumPasswordHash passwords_;
+  StoreLock store_lock_;
   platform::SqliteStore store_;
   // Null where no address has TLS.
   std::unique_ptr<platform::TlsIdentity> tls_;

@@ -293,6 +293,21 @@ TEST_CASE("A server that can't listen says why in one line") {
   CHECK(is_open(peer));
 }
 
+TEST_CASE("A second server leaves the store of the first one alone") {
+  const TemporaryDirectory folder;
+  StartedServer first(folder, a_free_port + a_group);
+  REQUIRE(first.wait_until_ready() > 0);
+  const Run second(folder, "admin_socket = \"other.sock\"\n" + a_free_port + a_group);
+  CHECK(second.status == 1);
+  CHECK(has(second.log, "another server works on the store"));
+  CHECK(lines_in(second.log) == 1);
+  // The lock goes with the process, in whatever way that ends.
+  first.signal(SIGKILL);
+  first.wait_for_end();
+  StartedServer third(folder, a_free_port + a_group);
+  CHECK(third.wait_until_ready() > 0);
+}
+
 TEST_CASE("Figures are told at the address that the log names") {
   const TemporaryDirectory folder;
   StartedServer server(folder, a_free_port + a_group, {"--metrics"});
