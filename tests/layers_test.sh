@@ -78,6 +78,9 @@ lineweir_asio server/server.h
 lineweir_server platform/asio/asio_loop.h
 lineweir_server serverd/configuration.h
 lineweir_server core/console.h
+lineweir_server platform/sqlite_store/sqlite_store.h
+lineweir_adminlink server/accounts.h
+lineweir_admin_lib server/accounts.h
 FORBIDDEN
 
 while read -r layer header; do
@@ -93,5 +96,5 @@ lineweir_serverlink boxlink/line_steps.h
 lineweir_core serverlink/server_link.h
 ALLOWED
 
-[[ $tried -ge 27 ]] || { echo "only $tried forbidden includes were tried"; failed=1; }
+[[ $tried -ge 30 ]] || { echo "only $tried forbidden includes were tried"; failed=1; }
 exit "$failed"
