@@ -36,15 +36,14 @@ void ReceivedData::ReturnCallerData(std::string_view ReturnData, int ALinenumber
 
 void ReceivedData::SrvCallerData(std::string_view Buffer, int LineNo) {
   const std::string_view sender = Buffer.substr(0, Buffer.find(field_end));
-  if (!Buffer.empty() && (is_own_name(sender) || (sender.empty() && is_held(Buffer, LineNo)))) {
-    return caller_data_.data_arrived(LineNo);
-  }
+  if (!Buffer.empty() && is_own_name(sender)) return caller_data_.data_arrived(LineNo);
+  const bool told_again = !Buffer.empty() && sender.empty() && is_held(Buffer, LineNo);
   if (take(with_all_fields(Buffer), LineNo)) {
     CallerRecord& record = state_.lines.CallerData(LineNo);
     for (const CallerFieldRule& rule : entry_fields) {
       Label& label = state_.Lineweir.labels_of(rule.field)(LineNo);
       label.caption = std::string(trimmed(label.caption.get()));
-      record.set(rule.field, "");
+      if (!told_again) record.set(rule.field, "");
     }
   }
   caller_data_.data_arrived(LineNo);
@@ -73,7 +72,7 @@ bool ReceivedData::take(std::string_view text, int line) {
 }
 
 // A server leaves the name away where it tells a user's own data again, for a console of his that
-// has begun anew. One that has them still keeps them.
+// has begun anew or whose row has lost them. One that holds them still keeps them.
 bool ReceivedData::is_held(std::string_view text, int line) const {
   const auto details = decode_caller_data(text);
   return details && details->fields == caller_data_of({}, state_.lines.CallerData(line)).fields;

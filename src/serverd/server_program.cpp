@@ -40,7 +40,6 @@ ServerProgram::ServerProgram(ProgramOptions options, Configuration configuration
       log_([this](LogLevel level, const std::string& text) { log(level, text); }),
       letters_(*find_code_page(configuration_.character_set), &transliterator_),
       passwords_(loop_, password_threads),
-      store_lock_(configuration_.store_file),
       store_(configuration_.store_file, loop_),
       bus_watch_(loop_),
       remote_objects_({loop_, bus_watch_, loop_, letters_}),
@@ -48,6 +47,7 @@ ServerProgram::ServerProgram(ProgramOptions options, Configuration configuration
   if (needs_tls(configuration_))
     tls_ = set_up_tls(configuration_, options_.configuration_file, log_);
   listen();
+  store_lock_.emplace(configuration_.store_file);
   server_ = std::make_unique<server::Server>(
       server::ServerServices{.loop = loop_,
                              .clock = clock_,

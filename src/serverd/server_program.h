@@ -68,8 +68,8 @@ class ServerProgram {
   platform::IcuTransliterator transliterator_;
   CodePageLetters letters_;
   platform::SodiumPasswordHash passwords_;
-  StoreLock store_lock_;
   platform::SqliteStore store_;
+  std::optional<StoreLock> store_lock_;
   // Null where no address has TLS.
   std::unique_ptr<platform::TlsIdentity> tls_;
   platform::AsioDescriptorWatch bus_watch_;

@@ -55,6 +55,23 @@ TEST_SUITE("callerdata/received data") {
     CHECK(test.record(3)[CallerField::TimeOnHold] == "00:01:00");
   }
 
+  TEST_CASE("what the record holds already, told again without a name, shows and stays held") {
+    EntryForm test;
+    test.connect_socket();
+    for (int entry = 1; entry <= entry_field_count; ++entry) {
+      test.record(3).set(entry_field(entry).field, std::to_string(entry));
+    }
+    test.receive(3, details(""));
+    check_row(test, 3, "");
+    for (int entry = 1; entry <= entry_field_count; ++entry) {
+      CHECK(trimmed(test.record(3)[entry_field(entry).field]) == std::to_string(entry));
+    }
+    // Others are another seat's.
+    test.receive(3, details("", "x"));
+    check_row(test, 3, "x");
+    CHECK(trimmed(test.record(3)[entry_field(1).field]).empty());
+  }
+
   TEST_CASE("the fixed fields cut and pad") {
     EntryForm test;
     std::string data = "Jo\2";

@@ -106,7 +106,7 @@ TEST_CASE("The server tells that it is ready, lets consoles connect and ends whe
     CHECK(is_closed(peer));
     CHECK(lines_in(server.wait_for_output()) == 1);
     // Nothing is left but what is kept.
-    CHECK(folder.names() == std::vector<std::string>{"server.db", "server.toml"});
+    CHECK(folder.names() == std::vector<std::string>{"server.db", "server.db.lock", "server.toml"});
   }
 }
 
