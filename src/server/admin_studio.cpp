@@ -1,6 +1,7 @@
 #include "server/admin_studio.h"
 
 #include "base/text.h"
+#include "lines/equipment_kinds.h"
 #include "server/admin_names.h"
 
 namespace lineweir::server {
@@ -18,12 +19,14 @@ Group* group_of(const AdminServices& services, const admin::Request& request) {
   return services.seats.find_group(static_cast<int>(request.number(Field::Group)));
 }
 
-// A handset position has a letter that nobody can read.
+// A numbered handset position has a letter that nobody can read; consoles get it as P too.
 std::string letter_text(char letter) {
-  constexpr int first_position = 128;
+  return std::string(1, code_of(letter) < first_position_code ? letter : 'P');
+}
+
+json position_of(char letter) {
   const int code = code_of(letter);
-  if (code < first_position) return std::string(1, letter);
-  return "position " + std::to_string(code - first_position);
+  return code < first_position_code ? json() : json(code - first_position_code);
 }
 
 json row_of_line(const AdminServices& services, const Group& group, int line) {
@@ -35,6 +38,7 @@ json row_of_line(const AdminServices& services, const Group& group, int line) {
   return {{"number", line + 1},
           {"name", place < names.size() ? names[place] : std::to_string(line + 1)},
           {"letter", letter_text(state.letter)},
+          {"position", position_of(state.letter)},
           {"since", state.since.count()},
           {"user", state.worked_by},
           {"caller", data ? services.context.letters.to_utf8(data->fields.front()) : ""},
@@ -103,7 +107,7 @@ void make_call(const AdminServices& services, const admin::Request& request,
 void end_call(const AdminServices& services, const admin::Request& request, const TellReply& tell) {
   const CallPlace place = call_place(services, request);
   if (place.group == nullptr) return tell(refused(place.refusal));
-  if (place.group->lines().exchange().leave(place.line)) return tell_done(services, tell);
+  if (place.group->lines().exchange().leave(place.line)) return tell({});
   tell(refused("Line " + std::to_string(place.line + 1) + " has no caller."));
 }
 
@@ -121,7 +125,7 @@ void set_event(const AdminServices& services, const admin::Request& request,
     }
   }
   group->set_show_times(texts);
-  tell_done(services, tell);
+  tell({});
 }
 
 void tell_everybody(const AdminServices& services, const admin::Request& request,
