@@ -24,11 +24,6 @@ std::string letter_text(char letter) {
   return std::string(1, code_of(letter) < first_position_code ? letter : 'P');
 }
 
-json position_of(char letter) {
-  const int code = code_of(letter);
-  return code < first_position_code ? json() : json(code - first_position_code);
-}
-
 json row_of_line(const AdminServices& services, const Group& group, int line) {
   const GroupLine& state = group.lines().line(line);
   const auto& names = group.options().line_names;
@@ -38,7 +33,6 @@ json row_of_line(const AdminServices& services, const Group& group, int line) {
   return {{"number", line + 1},
           {"name", place < names.size() ? names[place] : std::to_string(line + 1)},
           {"letter", letter_text(state.letter)},
-          {"position", position_of(state.letter)},
           {"since", state.since.count()},
           {"user", state.worked_by},
           {"caller", data ? services.context.letters.to_utf8(data->fields.front()) : ""},
