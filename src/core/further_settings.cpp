@@ -44,6 +44,24 @@ std::string_view value_of(std::string_view line) {
   return equals == std::string_view::npos ? std::string_view() : trimmed(line.substr(equals + 1));
 }
 
+std::vector<std::string>::iterator find_line(std::vector<std::string>& lines,
+                                             std::string_view name) {
+  return std::ranges::find_if(
+      lines, [&](const std::string& line) { return same_name(name_of(line), name); });
+}
+
+void set_line(std::vector<std::string>& lines, std::string_view name, std::string_view value) {
+  auto line = find_line(lines, name);
+  if (line == lines.end()) line = lines.insert(line, std::string());
+  *line = std::string(name).append("=").append(value);
+}
+
+std::string text_of(const std::vector<std::string>& lines) {
+  std::string whole;
+  for (const std::string& line : lines) whole += line + "\n";
+  return whole;
+}
+
 }  // namespace
 
 void apply_further_settings(ConsoleState& state, std::string_view text) {
@@ -60,19 +78,32 @@ std::string with_further_settings(const ConsoleState& state, std::string_view te
   std::vector<std::string> lines = lines_of(text);
   for (const Choice& choice : choices) {
     const bool checked = (state.Lineweir.*choice.item).checked;
-    std::string line(choice.name);
-    line.append("=").append(checked ? on : off);
-    const auto known = std::ranges::find_if(
-        lines, [&](const std::string& other) { return same_name(name_of(other), choice.name); });
-    if (known != lines.end()) {
-      *known = line;
-    } else if (checked) {
-      lines.push_back(line);
+    // What isn't there is as at a first start.
+    if (checked || find_line(lines, choice.name) != lines.end()) {
+      set_line(lines, choice.name, checked ? on : off);
     }
   }
-  std::string whole;
-  for (const std::string& line : lines) whole += line + "\n";
-  return whole;
+  return text_of(lines);
+}
+
+std::vector<FurtherSetting> further_settings_of(std::string_view text) {
+  std::vector<FurtherSetting> settings;
+  for (const std::string& line : lines_of(text)) {
+    if (name_of(line).empty()) continue;
+    settings.push_back({std::string(name_of(line)), std::string(value_of(line))});
+  }
+  return settings;
+}
+
+std::string with_further_setting(std::string_view text, std::string_view name,
+                                 std::string_view value) {
+  std::vector<std::string> lines = lines_of(text);
+  if (value.empty()) {
+    std::erase_if(lines, [&](const std::string& line) { return same_name(name_of(line), name); });
+  } else {
+    set_line(lines, name, value);
+  }
+  return text_of(lines);
 }
 
 }  // namespace lineweir

@@ -23,7 +23,6 @@ namespace lineweir {
 namespace {
 
 // Of a file that somebody else has put there, no more is read.
-constexpr std::size_t longest_further_settings = 100'000;
 
 constexpr int mode_passive = 3;
 constexpr int mode_talent = -1;

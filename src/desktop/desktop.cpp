@@ -23,6 +23,7 @@ Desktop::Desktop(Console& console, const QString& background_path)
       entry_layout_(console.Form4),
       entry_place_([this] { return main_frame_.main_window(); }),
       close_question_(console, focus_, [this] { return main_frame_.window(); }),
+      certificate_question_(console, focus_, [this] { return main_frame_.window(); }),
       announcer_(console, [this](const Form& form) {
         return window_of(QString::fromStdString(form.name()));
       }) {
@@ -75,6 +76,9 @@ DialogFrame* Desktop::dialog(const Form& form) const {
 QWidget* Desktop::window_of(const QString& form_name) const {
   if (form_name.toStdString() == main_frame_.form().name()) return main_frame_.window();
   if (form_name.toStdString() == close_question_.form().name()) return close_question_.window();
+  if (form_name.toStdString() == certificate_question_.form().name()) {
+    return certificate_question_.window();
+  }
   for (const auto& dialog : dialogs_) {
     if (form_name.toStdString() == dialog->form().name()) return dialog->window();
   }
@@ -85,6 +89,7 @@ void Desktop::flush() {
   main_frame_.flush();
   for (const auto& dialog : dialogs_) dialog->flush();
   close_question_.flush();
+  certificate_question_.flush();
   announcer_.flush();
 }
 

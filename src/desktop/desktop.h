@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "desktop/announcer.h"
+#include "desktop/certificate_question.h"
 #include "desktop/close_question.h"
 #include "desktop/dialog_frame.h"
 #include "desktop/entry_layout.h"
@@ -36,6 +37,7 @@ class Desktop {
   WindowFocus& focus() { return focus_; }
   Announcer& announcer() { return announcer_; }
   CloseQuestion& close_question() { return close_question_; }
+  CertificateQuestion& certificate_question() { return certificate_question_; }
   DialogFrame* dialog(const Form& form) const;
 
   // The window of the form of that name; null while it has none.
@@ -54,6 +56,7 @@ class Desktop {
   EntryLayout entry_layout_;
   EntryPlace entry_place_;
   CloseQuestion close_question_;
+  CertificateQuestion certificate_question_;
   Announcer announcer_;
 };
 

@@ -22,6 +22,7 @@
 #include "desktop/pdf_tables.h"
 #include "desktop/screenshot.h"
 #include "desktop/theme.h"
+#include "desktop/trusted_servers.h"
 #include "letters/code_page_letters.h"
 #include "platform/disk/disk_files.h"
 #include "platform/disk_journal/disk_call_journal.h"
@@ -102,7 +103,11 @@ int run_program(const CommandLine& command_line) {
   AlertBell attention_sound;
   platform::QtSerialPort comm1(loop, box_speed, 1);
   platform::QtSerialPort comm2(loop, switch_console_speed, 2);
+  TrustedServers trusted(access->files);
   platform::QtClientSocket winsock1(loop);
+  winsock1.trusted_fingerprint = [&trusted](const std::string& host, int port) {
+    return trusted.fingerprint(host, port);
+  };
   platform::DBusRemoteObjects remote_objects(loop, letters);
   bool ended = false;
 
@@ -128,6 +133,10 @@ int run_program(const CommandLine& command_line) {
                      QCoreApplication::exit(0);
                    }});
   Desktop desktop(console);
+  desktop.certificate_question().trusted = &trusted;
+  winsock1.on_doubt = [&desktop](const platform::QtClientSocket::DoubtfulCertificate& certificate) {
+    desktop.certificate_question().ask(certificate);
+  };
   dialogs.owner = [&desktop] { return desktop.focus().user_window(); };
 
   console.startup.on_new_user = [&console] {

@@ -40,6 +40,18 @@ TEST_SUITE("core/further settings") {
     CHECK(with_further_settings(test.console, "UrgentSound=1\na=b") == "UrgentSound=0\na=b\n");
   }
 
+  TEST_CASE("a line of any name is read, set and taken away among the others") {
+    const std::string text = "a=1\n# note\nUrgentSound=1\nA b = c=d \n=5\n";
+    const auto settings = further_settings_of(text);
+    REQUIRE(settings.size() == 4);
+    CHECK(settings[3].name == "A b");
+    CHECK(settings[3].value == "c=d");
+    CHECK(with_further_setting(text, "a B", "x") == "a=1\n# note\nUrgentSound=1\na B=x\n=5\n");
+    CHECK(with_further_setting("a=1\n", "b", "2") == "a=1\nb=2\n");
+    CHECK(with_further_setting("a=1\nb=2\nA=3\n", "a", "") == "b=2\n");
+    CHECK(with_further_setting("", "a", "") == "");
+  }
+
   TEST_CASE("the file is written with the settings, and only where it says something else") {
     ScriptedConsole test;
     platform::MemoryFiles& files = test.platform.files;

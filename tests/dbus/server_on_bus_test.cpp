@@ -86,6 +86,32 @@ struct StudioOnBus {
   std::optional<StartedServer> server;
 };
 
+// A program that goes on until this object goes. What it has printed is read line by line.
+struct Watcher {
+  explicit Watcher(const QStringList& words) {
+    program.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+    program.start(QStringLiteral("python3"),
+                  QStringList{QStringLiteral(LINEWEIR_EXAMPLES "/watch_studio.py")} + words);
+    REQUIRE(program.waitForStarted());
+  }
+  ~Watcher() {
+    program.kill();
+    program.waitForFinished();
+  }
+  // Whether such a line comes within so many seconds; those before it are passed over.
+  bool prints(const QByteArray& part) {
+    constexpr int limit = 10'000;
+    for (;;) {
+      while (!program.canReadLine()) {
+        if (!program.waitForReadyRead(limit)) return false;
+      }
+      if (program.readLine().contains(part)) return true;
+    }
+  }
+
+  QProcess program;
+};
+
 }  // namespace
 
 TEST_SUITE("a server on a bus") {
@@ -165,5 +191,31 @@ TEST_SUITE("a server on a bus") {
     CHECK(desk.console.Lineweir.no_link.get().empty());
     somebody_calls(1, 7);
     CHECK(desk.shows(6, 'R'));
+  }
+
+  TEST_CASE_FIXTURE(StudioOnBus, "the example in Python watches a studio and works it") {
+    BusConsole desk(loop);
+    Watcher watcher({"1"});
+    CHECK(watcher.prints("'lines' 'F00F01F02"));
+    somebody_calls(1, 3);
+    CHECK(watcher.prints("R02F03"));
+    CHECK(desk.shows(2, 'R'));
+    const Watcher hand({"1", "P02"});
+    CHECK(desk.shows(2, 'P'));
+    CHECK(watcher.prints("P02F03"));
+    const auto input = desk.remote_objects.create("Quorlink.SerialInput");
+    input->tell("CallerDataServer",
+                {std::int64_t{3}, std::int64_t{1},
+                 "Bob\x02"
+                 "Ann" +
+                     std::string(10, '\x02')},
+                {});
+    CHECK(watcher.prints("'caller' 3 'Ann'"));
+    input->tell("SetNextCall", {std::int64_t{3}, std::int64_t{1}}, {});
+    CHECK(watcher.prints("'next' 3"));
+    input->tell("MessageGroupData",
+                {std::int64_t{1}, std::int64_t{255}, std::int64_t{0}, "Bob\x03Yes"}, {});
+    CHECK(watcher.prints("Yes"));
+    CHECK(watcher.program.state() == QProcess::Running);
   }
 }

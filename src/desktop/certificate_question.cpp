@@ -1,0 +1,103 @@
+#include "desktop/certificate_question.h"
+
+#include "base/failure.h"
+#include "core/console.h"
+#include "desktop/trusted_servers.h"
+#include "desktop/window_focus.h"
+#include "state/guard.h"
+#include "state/wire.h"
+#include "ui_certificate_question.h"
+
+namespace lineweir {
+namespace {
+
+constexpr DialogRow question_row = {
+    nullptr, [](QWidget& window) { Ui::CertificateQuestion().setupUi(&window); },
+    DialogKind::Dialog};
+
+// So that it is read and compared in two lines of equal length.
+std::string in_two_lines(const std::string& fingerprint) {
+  const std::size_t middle = fingerprint.size() / 2;
+  if (middle == 0) return fingerprint;
+  return fingerprint.substr(0, middle) + "\n" + fingerprint.substr(middle + 1);
+}
+
+}  // namespace
+
+CertificateForm::CertificateForm() : Form("CertificateQuestion") {
+  width = 7200;
+  height = 2700;
+}
+
+CertificateQuestion::CertificateQuestion(Console& console, WindowFocus& focus,
+                                         std::function<QWidget*()> main_window)
+    : console_(console), focus_(focus), frame_(form_, question_row, focus, std::move(main_window)) {
+  form_.letters = console.Lineweir.letters;
+  wire(form_.RefuseButton.on_click, console.trace, "CertificateQuestion_RefuseButton_Click",
+       [this] { refuse(); });
+  wire(form_.TrustButton.on_click, console.trace, "CertificateQuestion_TrustButton_Click",
+       [this] { agree(); });
+}
+
+void CertificateQuestion::ask(const Certificate& certificate) {
+  const bool by_itself = !console_.server_connection.in_hand();
+  if (by_itself && certificate.fingerprint == refused_) return;
+  certificate_ = certificate;
+  refused_ = certificate.fingerprint;
+  tell();
+  form_.show();
+  form_.RefuseButton.set_focus();
+  frame_.flush();
+  focus_.give_to(*frame_.window());
+}
+
+void CertificateQuestion::tell() {
+  const std::string server = certificate_.host;
+  const std::string shown = in_two_lines(certificate_.fingerprint);
+  if (is_changed()) {
+    form_.caption = "Another certificate";
+    form_.WhoLabel.caption =
+        "The certificate of " + server + " isn't the one that was trusted before.";
+    form_.FingerprintLabel.caption =
+        "Now:\n" + shown + "\nTrusted before:\n" + in_two_lines(certificate_.trusted_fingerprint);
+    form_.WhatLabel.caption =
+        "Somebody may stand between this console and the server. Lineweir doesn't connect. If the "
+        "server was set up anew, forget the trusted certificate and connect again.";
+    form_.TrustButton.caption = "Forget the &trusted one";
+    form_.RefuseButton.caption = "&Keep it";
+    return;
+  }
+  form_.caption = "Trust this certificate?";
+  form_.WhoLabel.caption =
+      "Nobody whom this machine knows vouches for the certificate of " + server + ".";
+  form_.FingerprintLabel.caption = "Its fingerprint (SHA-256):\n" + shown;
+  form_.WhatLabel.caption =
+      "Compare it with the one that the server's log shows at its start. If they are the same you "
+      "may trust it; you are not asked again.";
+  form_.TrustButton.caption = "&Trust and connect";
+  form_.RefuseButton.caption = "&Don't trust";
+}
+
+void CertificateQuestion::refuse() { form_.unload(); }
+
+void CertificateQuestion::agree() {
+  form_.unload();
+  refused_.clear();
+  if (trusted == nullptr) return;
+  attempt(
+      [&] {
+        if (is_changed()) return trusted->forget(certificate_.host, certificate_.port);
+        trusted->trust(certificate_.host, certificate_.port, certificate_.fingerprint);
+      },
+      [&](const Failure& failure) { console_.messages.tell(failure); });
+  if (!is_changed()) connect_anew();
+}
+
+void CertificateQuestion::connect_anew() {
+  // What it tells is over.
+  console_.messages.withdraw(console_.server_connection.failure());
+  if (console_.WinsockOptions.visible) return console_.WinsockOptions.SockConnect.on_click();
+  console_.MyMsgbox.ReconnectButton.on_click();
+}
+
+}  // namespace lineweir
