@@ -12,7 +12,8 @@ dbus.mainloop.glib.DBusGMainLoop(set_as_default=True)
 bus = dbus.SessionBus()  # dbus.SystemBus() where the server is on the system's bus
 
 class Client(dbus.service.Object):
-    def told(self, *values): print(*map(repr, values), flush=True)
+    def told(self, *values):
+        print(*(repr(str(v)) if isinstance(v, str) else v for v in values), flush=True)
     method = lambda types: dbus.service.method("quorlink.CBClientClass", in_signature=types)
     @method("s")
     def ReturnCommand(self, status): self.told("lines", status)

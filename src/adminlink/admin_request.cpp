@@ -129,8 +129,9 @@ std::vector<std::int64_t> Request::numbers(Field field) const {
 std::string line_of(const Request& request) {
   Json object = Json::object();
   object[std::string(key::command)] = row_of(request.command).name;
-  for (const auto& [field, value] : request.values) {
-    std::visit([&](const auto& held) { object[std::string(row_of(field).key)] = held; }, value);
+  for (const auto& entry : request.values) {
+    std::visit([&](const auto& held) { object[std::string(row_of(entry.first).key)] = held; },
+               entry.second);
   }
   return object.dump();
 }

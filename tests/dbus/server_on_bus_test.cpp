@@ -90,7 +90,7 @@ struct StudioOnBus {
 struct Watcher {
   explicit Watcher(const QStringList& words) {
     program.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-    program.start(QStringLiteral("python3"),
+    program.start(QStringLiteral("/usr/bin/python3"),
                   QStringList{QStringLiteral(LINEWEIR_EXAMPLES "/watch_studio.py")} + words);
     REQUIRE(program.waitForStarted());
   }
