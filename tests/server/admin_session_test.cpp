@@ -1,8 +1,10 @@
 #include <doctest/doctest.h>
 
 #include <numeric>
+#include <random>
 
 #include "adminlink/admin_columns.h"
+#include "server/admin_steps.h"
 #include "server/admin_tool.h"
 #include "wire/password_scramble.h"
 #include "wire/rights_layout.h"
@@ -638,4 +640,15 @@ TEST_CASE("Before the store has been read nothing is done") {
   room.store.stall(false);
   room.wait(5s);
   CHECK(tool.rows({Command::UserList}).size() == 3);
+}
+
+TEST_CASE("Whatever tools ask, each line is answered once and the store stays right") {
+  std::mt19937 random(20260106);
+  for (int run = 0; run < 100; ++run) {
+    std::vector<std::uint8_t> bytes(300);
+    for (std::uint8_t& byte : bytes) byte = static_cast<std::uint8_t>(random());
+    AdminSteps steps(bytes);
+    CAPTURE(run);
+    CHECK_MESSAGE(steps.play(), steps.fault());
+  }
 }
