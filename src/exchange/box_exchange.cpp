@@ -1,5 +1,7 @@
 #include "exchange/box_exchange.h"
 
+#include <algorithm>
+
 #include "base/text.h"
 #include "exchange/switchboard.h"
 
@@ -8,6 +10,9 @@ namespace {
 
 // The lines that a report can name.
 constexpr int told_lines = 10;
+
+// At 1200 bits a second, of which a character takes ten.
+constexpr platform::Milliseconds::rep characters_a_second = 120;
 
 // What doesn't become a report is noise; a box that sends nothing else must not fill the memory.
 constexpr std::size_t longest_noise = 4096;
@@ -31,7 +36,7 @@ char BoxExchange::letter(int line) const {
 }
 
 void BoxExchange::obey(std::string_view word) {
-  if (port_) port_->send(word);
+  if (port_ && line_free_ - loop_.now() <= latest_word) send(word);
 }
 
 void BoxExchange::take_to_position(int line, int position) {
@@ -46,14 +51,22 @@ void BoxExchange::open() {
   unanswered_ = 0;
   port_->on_bytes = [this](std::string_view bytes) { hear(bytes); };
   port_->on_end = [this](platform::ConnectionEnd) { lose(); };
-  port_->send("M");
+  line_free_ = loop_.now();
+  send("M");
   ask_for_all_lines();
   schedule(asked_every, &BoxExchange::ask_again);
 }
 
+void BoxExchange::send(std::string_view characters) {
+  const auto count = static_cast<platform::Milliseconds::rep>(characters.size());
+  line_free_ = std::max(line_free_, loop_.now()) +
+               platform::Milliseconds{count * 1000 / characters_a_second};
+  port_->send(characters);
+}
+
 void BoxExchange::ask_for_all_lines() {
   for (int line = 0; line < std::min(line_count(), told_lines); ++line) {
-    port_->send("Q" + zero_filled(line, 2));
+    send("Q" + zero_filled(line, 2));
   }
 }
 
@@ -61,7 +74,7 @@ void BoxExchange::ask_again() {
   if (unanswered_ >= missed_answers) set_reached(false);
   ++unanswered_;
   // One that begins anew has forgotten that it is to report.
-  if (!reached_) port_->send("M");
+  if (!reached_) send("M");
   ask_for_all_lines();
   schedule(asked_every, &BoxExchange::ask_again);
 }

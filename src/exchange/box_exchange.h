@@ -21,6 +21,9 @@ class BoxExchange final : public Exchange {
   using OpenPort = std::function<std::unique_ptr<platform::Connection>()>;
 
   static constexpr platform::Milliseconds retry_after{2000};
+  // The line is slow. A word that would go out later than this is passed over: by then nobody means
+  // it any more.
+  static constexpr platform::Milliseconds latest_word{3000};
   static constexpr platform::Milliseconds asked_every{5000};
   // So many questions without an answer, and the box is lost.
   static constexpr int missed_answers = 2;
@@ -42,6 +45,7 @@ class BoxExchange final : public Exchange {
 
  private:
   void open();
+  void send(std::string_view characters);
   void ask_for_all_lines();
   void ask_again();
   void hear(std::string_view bytes);
@@ -55,6 +59,8 @@ class BoxExchange final : public Exchange {
   std::unique_ptr<platform::Connection> port_;
   SerialBuffer received_;
   std::string letters_;
+  // When the line has carried everything.
+  platform::Milliseconds line_free_{0};
   bool reached_ = false;
   int unanswered_ = 0;
   platform::EventLoop::CallId next_call_ = 0;

@@ -173,6 +173,8 @@ void Session::act_on_next(const ServerPacket& packet) {
 void Session::seize_line(const ServerPacket& packet) {
   const auto order = seize_order(packet, own_group().options().kind);
   if (!order) return refuse(Refusal::Malformed);
+  const auto right = right_of(*order, own_group().options().kind);
+  if (right && !allows(rights, *right)) return refuse_right(*right);
   if (own_group().lines().line(order->line).letter != 'F') return;
   if (!own_group().lines().obey(*this, *order)) refuse(Refusal::LineTaken);
 }

@@ -54,7 +54,9 @@ std::string_view why_rights_cannot_travel(std::string_view rights) {
   if (rights.find(end_marker) != std::string_view::npos) {
     return "these rights together would end the frame that carries them";
   }
-  if (rights.ends_with(pad_byte)) return "the last of these rights would be lost on the way";
+  if (rights.ends_with(pad_byte) || rights.ends_with(end_marker.front())) {
+    return "the last of these rights would be lost on the way";
+  }
   return {};
 }
 

@@ -129,8 +129,8 @@ bool allows(std::string_view rights, Right right);
 // with characters that mean nothing, as are those of no flag at all.
 std::string with_right(std::string_view rights, Right right, bool allowed);
 
-// Why a frame can't carry these rights: two bytes 5 in a row would end it, and a last byte 255
-// would be taken for its pad. Empty for rights that it can.
+// Why a frame can't carry these rights: two bytes 5 in a row would end it, a last byte 5 would be
+// taken for a part of its end, and a last byte 255 for its pad. Empty for rights that it can.
 std::string_view why_rights_cannot_travel(std::string_view rights);
 
 }  // namespace lineweir

@@ -170,3 +170,44 @@ TEST_CASE("an item is the letter and the line in two digits") {
   CHECK(status_item(0, 'F') == "F00");
   CHECK(status_item(12, 'C') == "C12");
 }
+
+TEST_CASE("a numbered position takes one line, and its letter is the code of its number") {
+  Switchboard lines(10);
+  lines.ring(3);
+  lines.ring(4);
+  for (const int position : {0, 1, 5, most_positions - 1}) {
+    const char letter = static_cast<char>(lineweir::first_position_code + position);
+    CHECK(lines.take_to_position(3, position) == LineChanges{{3, letter}});
+    CHECK(lines.take_to_position(3, position).empty());
+    CHECK(lines.take_to_position(4, position) == LineChanges{{3, 'H'}, {4, letter}});
+    CHECK(lines.find(letter) == 4);
+  }
+}
+
+TEST_CASE("numbered positions and the two handsets are places of their own") {
+  Switchboard lines(10);
+  for (const int line : {0, 1, 2, 3}) lines.ring(line);
+  obey(lines, "P00");
+  obey(lines, "O01");
+  lines.take_to_position(2, 0);
+  lines.take_to_position(3, 1);
+  CHECK(lines.letter(0) == 'P');
+  CHECK(lines.letter(1) == 'O');
+  CHECK(lines.letter(2) == '\x80');
+  CHECK(lines.letter(3) == '\x81');
+  CHECK(obey(lines, "P15") == "F00");
+  CHECK(obey(lines, "H02") == "H02");
+}
+
+TEST_CASE("a numbered position seizes a free line, but none that is busy or isn't there") {
+  Switchboard lines(10);
+  CHECK(lines.take_to_position(0, 2) == LineChanges{{0, '\x82'}});
+  lines.make_busy(1);
+  CHECK(lines.take_to_position(1, 2).empty());
+  for (const int line : {-1, 10, 20}) CHECK(lines.take_to_position(line, 2).empty());
+  for (const int position : {-1, most_positions, 1000}) {
+    CHECK(lines.take_to_position(3, position).empty());
+  }
+  CHECK(lines.letter(0) == '\x82');
+  CHECK(lines.hang_up(0) == LineChanges{{0, 'F'}});
+}

@@ -58,6 +58,37 @@ TEST_CASE("the time is the last eleven characters of the server's text") {
   CHECK(split_server_time("short").time == "short");
 }
 
+TEST_CASE("what is told of a studio is read as it was") {
+  for (const std::size_t line_count : {0U, 1U, 10U, 20U}) {
+    for (unsigned parts = 0; parts < 16; ++parts) {
+      StudioParts studio;
+      for (unsigned part = 0; part < 4; ++part) studio.parts.push_back((parts >> part & 1U) != 0);
+      for (std::size_t line = 0; line < line_count; ++line) {
+        studio.lines.push_back((line * 7 + parts) % 3 != 0);
+      }
+      CHECK(decode_studio_parts(encode_studio_parts(studio)) == studio);
+    }
+  }
+  CHECK(encode_studio_parts({{true, false}, {true, false, true}}) ==
+        "True\003False\0031\0030\0033\003");
+  CHECK_FALSE(decode_studio_parts(no_studio_status));
+}
+
+TEST_CASE("the times of lines are read as they were told, those without a clock as none") {
+  const CallTimes times{{"9:02:00 AM", "", "12:00:01 PM", "", ""}, "9:05:00 AM"};
+  const std::string text = encode_call_times(times);
+  CHECK(text == "9:02:00 AM\0030\00312:00:01 PM\0030\0030\0039:05:00 AM\003");
+  const auto read = decode_call_times(text);
+  REQUIRE(read);
+  CHECK(read->server_now == times.server_now);
+  REQUIRE(read->began.size() == times.began.size());
+  for (std::size_t line = 0; line < times.began.size(); ++line) {
+    CHECK(clock_runs(read->began[line]) == !times.began[line].empty());
+    if (clock_runs(read->began[line])) CHECK(read->began[line] == times.began[line]);
+  }
+  CHECK(decode_call_times(encode_call_times({{}, "10:00:00"}))->server_now == "10:00:00");
+}
+
 TEST_CASE("any text is read or refused") {
   std::mt19937 random(20260105);
   const std::string letters = "True\003Fals019:RO\2 ";
