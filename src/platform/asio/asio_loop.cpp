@@ -16,9 +16,16 @@ using Clock = std::chrono::steady_clock;
 constexpr Milliseconds longest_delay = std::chrono::hours(24 * 365 * 100);
 constexpr Milliseconds longest_run = std::chrono::hours(1);
 
+// The handlers of others may come from other threads; they run on this one.
+constexpr int threads_that_run_it = 1;
+// So many handlers of sockets go with each round of due calls, so that neither hold up the others,
+// and what a burst of them sends to one socket goes out in one piece. What as many pieces of what
+// others send bring about has room in a connection's queue.
+constexpr int handlers_of_round = 16;
+
 }  // namespace
 
-AsioLoop::AsioLoop() : context_(std::make_unique<boost::asio::io_context>()) {
+AsioLoop::AsioLoop() : context_(std::make_unique<boost::asio::io_context>(threads_that_run_it)) {
   // Without work the context would count as stopped and wait for nothing.
   context_->get_executor().on_work_started();
 }
@@ -26,6 +33,7 @@ AsioLoop::AsioLoop() : context_(std::make_unique<boost::asio::io_context>()) {
 AsioLoop::~AsioLoop() {
   // Calls may own sockets, which need the context.
   queue_.clear();
+  senders_.clear();
   context_.reset();
 }
 
@@ -54,6 +62,7 @@ void AsioLoop::cancel(CallId id) {
 void AsioLoop::run_pending() {
   run_due_calls();
   context_->poll();
+  send_of_round();
 }
 
 void AsioLoop::yield() { step(longest_wait); }
@@ -65,16 +74,29 @@ void AsioLoop::run() {
 
 void AsioLoop::post(std::function<void()> call) { boost::asio::post(*context_, std::move(call)); }
 
-// One handler of a socket goes with each round of due calls, so that neither holds up the other.
 void AsioLoop::step(Milliseconds longest) {
-  if (run_due_calls()) {
-    context_->poll_one();
-    return;
+  const bool ran_any = run_due_calls();
+  send_of_round();
+  if (!ran_any) {
+    const auto limit = Clock::now() + longest;
+    const auto first = queue_.empty() ? limit : Clock::time_point(queue_.begin()->first.first);
+    context_->run_one_until(std::min(limit, first));
   }
-  const auto limit = Clock::now() + longest;
-  const auto first = queue_.empty() ? limit : Clock::time_point(queue_.begin()->first.first);
-  context_->run_one_until(std::min(limit, first));
-  run_due_calls();
+  run_ready_handlers();
+  if (!ran_any) run_due_calls();
+  send_of_round();
+}
+
+void AsioLoop::run_ready_handlers() {
+  for (int i = 0; i < handlers_of_round && context_->poll_one() > 0; ++i) {
+  }
+}
+
+// Whoever sends may give something to others to send.
+void AsioLoop::send_of_round() {
+  while (!senders_.empty()) {
+    for (const auto& sender : std::exchange(senders_, {})) sender->send_of_round();
+  }
 }
 
 bool AsioLoop::run_due_calls() {

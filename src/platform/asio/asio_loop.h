@@ -5,6 +5,7 @@
 #include <memory>
 #include <unordered_map>
 #include <utility>
+#include <vector>
 
 #include "platform/event_loop.h"
 #include "platform/poster.h"
@@ -14,6 +15,13 @@ class io_context;
 }
 
 namespace lineweir::platform {
+
+// Something that sends at the end of a round what was given to it during the round.
+class RoundSender {
+ public:
+  virtual ~RoundSender() = default;
+  virtual void send_of_round() = 0;
+};
 
 // A loop on which the sockets of Boost.Asio work too. Whatever uses its context is gone before it.
 class AsioLoop final : public EventLoop, public Poster {
@@ -34,6 +42,11 @@ class AsioLoop final : public EventLoop, public Poster {
   void yield() override;
   void post(std::function<void()> call) override;
 
+  // Sends when the handlers of this round have run, and before the loop waits.
+  void send_at_end_of_round(std::shared_ptr<RoundSender> sender) {
+    senders_.push_back(std::move(sender));
+  }
+
   // Runs whatever comes until a handler calls stop().
   void run();
   void stop() { stopped_ = true; }
@@ -49,10 +62,13 @@ class AsioLoop final : public EventLoop, public Poster {
 
   void step(Milliseconds longest);
   bool run_due_calls();
+  void run_ready_handlers();
+  void send_of_round();
 
   std::unique_ptr<boost::asio::io_context> context_;
   std::map<Place, std::function<void()>> queue_;
   std::unordered_map<CallId, Milliseconds> due_times_;
+  std::vector<std::shared_ptr<RoundSender>> senders_;
   CallId last_id_ = 0;
   bool stopped_ = false;
   int farewells_ = 0;

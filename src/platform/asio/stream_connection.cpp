@@ -1,6 +1,7 @@
 #include "platform/asio/stream_connection.h"
 
 #include <sys/ioctl.h>
+#include <sys/socket.h>
 #include <termios.h>
 
 #include <array>
@@ -32,9 +33,15 @@ void abort_stream(Stream& stream) {
   socket.close(ignored);
 }
 
+bool has_unsent_characters(SerialStream& stream) {
+  int count = 0;
+  return ::ioctl(stream.native_handle(), TIOCOUTQ, &count) == 0 && count > 0;
+}
+
 void abort_stream(SerialStream& stream) {
-  // Closing would wait for characters that the line doesn't take.
-  ::tcflush(stream.native_handle(), TCOFLUSH);
+  // Closing would wait for characters that the line doesn't take. Those that have gone to a
+  // terminal in software would be taken back too.
+  if (has_unsent_characters(stream)) ::tcflush(stream.native_handle(), TCOFLUSH);
   ::ioctl(stream.native_handle(), TIOCNXCL);
   error_code ignored;
   stream.close(ignored);
@@ -51,10 +58,13 @@ void close_stream(SerialStream& stream) { abort_stream(stream); }
 // A stream, what is on its way through it, and the connection that it belongs to while that lives.
 // Every operation under way holds it.
 template <class Stream>
-class OpenStream : public std::enable_shared_from_this<OpenStream<Stream>> {
+class OpenStream final : public RoundSender,
+                         public std::enable_shared_from_this<OpenStream<Stream>> {
  public:
   OpenStream(AsioLoop& loop, std::unique_ptr<Stream> stream, Connection& connection)
       : loop_(loop), stream_(std::move(stream)), connection_(&connection) {}
+
+  void send_of_round() override { write(); }
 
   void start() { later(&OpenStream::read); }
 
@@ -98,36 +108,54 @@ class OpenStream : public std::enable_shared_from_this<OpenStream<Stream>> {
     loop_.schedule(look_again, [self = this->shared_from_this(), work] { ((*self).*work)(); });
   }
 
-  // All that one handler sends goes out in one piece.
   void write_later() {
     if (writing_) return;
     writing_ = true;
-    later(&OpenStream::write);
+    loop_.send_at_end_of_round(this->shared_from_this());
   }
 
   void write() {
     if (ended_) return;
-    if (written_ == in_flight_.size()) {
-      in_flight_.clear();
-      written_ = 0;
-      if (in_flight_.capacity() > kept_capacity) in_flight_.shrink_to_fit();
-      std::swap(in_flight_, waiting_);
+    do {
+      if (written_ == in_flight_.size()) {
+        in_flight_.clear();
+        written_ = 0;
+        if (in_flight_.capacity() > kept_capacity) in_flight_.shrink_to_fit();
+        std::swap(in_flight_, waiting_);
+      }
+      if (in_flight_.empty()) {
+        writing_ = false;
+        if (closing_) say_farewell();
+        return;
+      }
+    } while (goes_out_at_once());
+    stream_->async_write_some(rest_in_flight(), [self = this->shared_from_this()](
+                                                    const error_code& error, std::size_t count) {
+      self->written_ += count;
+      if (error) {
+        self->end();
+      } else {
+        self->write();
+      }
+    });
+  }
+
+  asio::const_buffer rest_in_flight() const {
+    return asio::buffer(in_flight_.data() + written_, in_flight_.size() - written_);
+  }
+
+  // A socket mostly has room, and then waiting for it would cost more than sending does. What ends
+  // the connection is found by who waits.
+  bool goes_out_at_once() {
+    if constexpr (std::is_same_v<Stream, PlainStream>) {
+      const asio::const_buffer rest = rest_in_flight();
+      const ssize_t count =
+          ::send(stream_->native_handle(), rest.data(), rest.size(), MSG_DONTWAIT | MSG_NOSIGNAL);
+      if (count > 0) written_ += static_cast<std::size_t>(count);
+      return count > 0;
+    } else {
+      return false;
     }
-    if (in_flight_.empty()) {
-      writing_ = false;
-      if (closing_) say_farewell();
-      return;
-    }
-    stream_->async_write_some(
-        asio::buffer(in_flight_.data() + written_, in_flight_.size() - written_),
-        [self = this->shared_from_this()](const error_code& error, std::size_t count) {
-          self->written_ += count;
-          if (error) {
-            self->end();
-          } else {
-            self->write();
-          }
-        });
   }
 
   // While a connection is being closed, what comes is thrown away: closing a socket that holds
@@ -169,8 +197,7 @@ class OpenStream : public std::enable_shared_from_this<OpenStream<Stream>> {
 
   void say_farewell() {
     if constexpr (std::is_same_v<Stream, SerialStream>) {
-      int unsent = 0;
-      if (::ioctl(stream_->native_handle(), TIOCOUTQ, &unsent) == 0 && unsent > 0) {
+      if (has_unsent_characters(*stream_)) {
         look_later(&OpenStream::write);
         return;
       }
