@@ -2,11 +2,13 @@
 // change takes to the last seat of its group, and what that costs. Beside it a bare relay that only
 // copies the bytes of a change to as many sockets, which is the limit.
 //
-//   server_load lineweir-server lineweir-admin [SEATS [GROUPS [CHANGES [SECONDS]]]]
+//   server_load lineweir-server lineweir-admin [SEATS [GROUPS [CHANGES [SECONDS [tls]]]]]
 //
-// CHANGES is how many a second in each group. All is on the loopback, and ends by itself.
+// CHANGES is how many a second in each group; "tls" connects the seats by TLS. All is on the
+// loopback, and ends by itself.
 
 #include <arpa/inet.h>
+#include <netinet/in.h>
 #include <netinet/tcp.h>
 #include <signal.h>
 #include <sys/epoll.h>
@@ -31,6 +33,7 @@
 #include <utility>
 #include <vector>
 
+#include "load_socket.h"
 #include "wire/password_scramble.h"
 #include "wire/sent_frame.h"
 #include "wire/server_packet_framing.h"
@@ -38,6 +41,8 @@
 namespace {
 
 using namespace lineweir;
+using bench::fail;
+using bench::LoadSocket;
 using Clock = std::chrono::steady_clock;
 using namespace std::chrono_literals;
 
@@ -50,38 +55,20 @@ double milliseconds(Clock::duration span) {
   return std::chrono::duration<double, std::milli>(span).count();
 }
 
-[[noreturn]] void fail(const std::string& why) {
-  std::cerr << "server_load: " << why << std::endl;
-  std::exit(1);
-}
-
 struct Plan {
   int seats = 1000;
   int groups = 50;
   int changes = 40;
   int seconds = 10;
+  LoadSocket::Kind connections = LoadSocket::Kind::Plain;
 
   int group_of(int seat) const { return seat % groups + 1; }
 };
 
-int connect_to(int port) {
-  const int socket = ::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
-  sockaddr_in address{};
-  address.sin_family = AF_INET;
-  address.sin_port = htons(static_cast<std::uint16_t>(port));
-  address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-  if (::connect(socket, reinterpret_cast<sockaddr*>(&address), sizeof address) != 0) {
-    fail("a connection was refused");
-  }
-  const int yes = 1;
-  ::setsockopt(socket, IPPROTO_TCP, TCP_NODELAY, &yes, sizeof yes);
-  return socket;
-}
-
-void write_all(int socket, std::string_view bytes) {
+void send_all(int socket, std::string_view bytes) {
   while (!bytes.empty()) {
     const ssize_t written = ::write(socket, bytes.data(), bytes.size());
-    if (written <= 0) fail("a connection was closed");
+    if (written <= 0) fail("the administrator's connection was closed");
     bytes.remove_prefix(static_cast<std::size_t>(written));
   }
 }
@@ -117,22 +104,19 @@ class Audience {
     seats_.resize(static_cast<std::size_t>(plan.seats));
     heard_.resize(static_cast<std::size_t>(plan.groups) + 1);
   }
-  ~Audience() {
-    for (Seat& seat : seats_) ::close(seat.socket);
-    ::close(poll_);
-  }
+  ~Audience() { ::close(poll_); }
   Audience(const Audience&) = delete;
   Audience& operator=(const Audience&) = delete;
 
-  void connect(int port, const std::string& greeting = {}) {
+  void connect(int port, LoadSocket::Kind kind, const std::string& greeting = {}) {
     for (int i = 0; i < plan_.seats; ++i) {
       Seat& seat = seats_[static_cast<std::size_t>(i)];
       seat.group = plan_.group_of(i);
-      seat.socket = connect_to(port);
+      seat.socket = LoadSocket(port, kind);
       epoll_event event{.events = EPOLLIN, .data = {.u32 = static_cast<std::uint32_t>(i)}};
-      ::epoll_ctl(poll_, EPOLL_CTL_ADD, seat.socket, &event);
-      write_all(seat.socket,
-                greeting.empty() ? login(seat) : greeting + static_cast<char>(seat.group));
+      ::epoll_ctl(poll_, EPOLL_CTL_ADD, seat.socket.descriptor(), &event);
+      seat.socket.write_all(greeting.empty() ? login(seat)
+                                             : greeting + static_cast<char>(seat.group));
     }
   }
 
@@ -154,7 +138,7 @@ class Audience {
 
  private:
   struct Seat {
-    int socket = -1;
+    LoadSocket socket;
     int group = 0;
     ReceiveBuffer received;
     std::set<std::uint8_t> screen;
@@ -173,9 +157,7 @@ class Audience {
 
   void hear(Seat& seat) {
     char bytes[65536];
-    const ssize_t count = ::read(seat.socket, bytes, sizeof bytes);
-    if (count <= 0) fail("the server has dropped a seat");
-    seat.received.append({bytes, static_cast<std::size_t>(count)});
+    seat.received.append(seat.socket.read(bytes, sizeof bytes));
     while (const auto body = seat.received.first_body()) {
       const ServerPacket packet = packet_of(*body);
       seat.received.drop_first();
@@ -205,14 +187,14 @@ class Audience {
     }
   }
 
-  void begin_session(const Seat& seat) {
+  void begin_session(Seat& seat) {
     using enum ClientCommand;
     std::string frames;
     for (const ClientCommand command : {CmdConnectConsole, CmdRequestStudioStatus, CmdRequestTimes,
                                         CmdRequestStatus, CmdRequestLineNumbers}) {
       frames += sent_frame(client_packet(command, seat.group, 0));
     }
-    write_all(seat.socket, frames);
+    seat.socket.write_all(frames);
   }
 
   void take_change(const Seat& seat, int line) {
@@ -278,6 +260,7 @@ Figures measure_server(const Plan& plan, const std::string& server, const std::s
   const std::string path = folder;
   std::ofstream configuration(path + "/server.toml");
   configuration << "listen = \"127.0.0.1:0\"\nseats = 5000\nseats_of_address = 5000\n";
+  if (plan.connections == LoadSocket::Kind::Tls) configuration << "[tls]\n";
   for (int group = 1; group <= plan.groups; ++group) {
     configuration << "[[group]]\nnumber = " << group << "\nname = \"Studio " << group << "\"\n";
   }
@@ -310,7 +293,7 @@ Figures measure_server(const Plan& plan, const std::string& server, const std::s
   Figures figures;
   Audience audience(plan);
   const auto storm = Clock::now();
-  audience.connect(port);
+  audience.connect(port, plan.connections);
   while (!audience.all_have_screens()) {
     if (Clock::now() - storm > longest_wait) fail("not all seats got a screen");
     audience.listen(100ms);
@@ -320,9 +303,9 @@ Figures measure_server(const Plan& plan, const std::string& server, const std::s
   const long frames_before = audience.frames();
   char answers[65536];
   play(plan, audience, [&](int group, int line, bool comes) {
-    write_all(control, std::string("{\"command\":\"") + (comes ? "call" : "hangup") +
-                           "\",\"group\":" + std::to_string(group) +
-                           ",\"line\":" + std::to_string(line + 1) + "}\n");
+    send_all(control, std::string("{\"command\":\"") + (comes ? "call" : "hangup") +
+                          "\",\"group\":" + std::to_string(group) +
+                          ",\"line\":" + std::to_string(line + 1) + "}\n");
     // Its answers are only taken out of the way.
     while (::recv(control, answers, sizeof answers, MSG_DONTWAIT) > 0) {
     }
@@ -382,24 +365,23 @@ Figures measure_relay(const Plan& plan) {
   if (child.process == 0) relay(listener, plan);
   ::close(listener);
   const int port = ntohs(address.sin_port);
-  const int control = connect_to(port);
+  LoadSocket control(port, LoadSocket::Kind::Plain);
   Audience audience(plan);
-  audience.connect(port, "s");
+  audience.connect(port, LoadSocket::Kind::Plain, "s");
   char go = 0;
-  if (::read(control, &go, 1) != 1) fail("the relay doesn't begin");
+  while (control.read(&go, 1).empty()) audience.listen(1ms);
   const Usage before = usage_of(child.process);
   Figures figures;
   play(plan, audience, [&](int group, int line, bool comes) {
     ServerPacket packet = server_packet(ServerCommand::SrvLineStatus, group, comes ? "R" : "F");
     packet.LineNo = field_byte(line);
-    write_all(control, sent_frame(packet));
+    control.write_all(sent_frame(packet));
   });
   const Usage after = usage_of(child.process);
   figures.delays = audience.delays();
   figures.processor_share = (after.processor_seconds - before.processor_seconds) / plan.seconds;
   figures.memory = after.memory_megabytes;
   figures.frames_a_second = static_cast<double>(audience.frames()) / plan.seconds;
-  ::close(control);
   return figures;
 }
 
@@ -420,7 +402,7 @@ void print(const std::string& name, const Plan& plan, const Figures& figures) {
 }  // namespace
 
 int main(int argc, char** argv) {
-  if (argc < 3) fail("usage: server_load SERVER ADMIN [SEATS [GROUPS [CHANGES [SECONDS]]]]");
+  if (argc < 3) fail("usage: server_load SERVER ADMIN [SEATS [GROUPS [CHANGES [SECONDS [tls]]]]]");
   ::signal(SIGPIPE, SIG_IGN);
   const rlimit many{8192, 8192};
   ::setrlimit(RLIMIT_NOFILE, &many);
@@ -432,6 +414,7 @@ int main(int argc, char** argv) {
   plan.groups = number(4, plan.groups);
   plan.changes = number(5, plan.changes);
   plan.seconds = number(6, plan.seconds);
+  if (argc > 7) plan.connections = LoadSocket::Kind::Tls;
   std::printf("%-8s %6s %7s %8s %9s %9s %9s %10s %10s\n", "", "seats", "groups", "frames/s",
               "screens s", "p50 ms", "p99 ms", "processor", "memory");
   for (const int seats : {10, 100, plan.seats}) {
