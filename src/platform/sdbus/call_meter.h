@@ -1,7 +1,6 @@
 #pragma once
 
-#include <algorithm>
-
+#include "base/allowance.h"
 #include "platform/event_loop.h"
 
 namespace lineweir::platform {
@@ -16,23 +15,17 @@ class CallMeter {
 
   // False where the call at this moment isn't heard. Moments don't go back.
   bool hears(Milliseconds now) {
-    const Milliseconds quiet = now - last_;
-    last_ = now;
-    thousandths_ = std::min(at_once * 1000, thousandths_ + quiet.count() * each_second);
-    if (shut_out_) {
+    if (shut_out_ && !calls_.is_whole(now)) {
       // A call while he is shut out begins the wait anew.
-      shut_out_ = thousandths_ < at_once * 1000;
-      if (shut_out_) thousandths_ = 0;
+      calls_.use_up();
+      return false;
     }
-    if (!shut_out_ && thousandths_ < 1000) shut_out_ = true;
-    if (shut_out_) return false;
-    thousandths_ -= 1000;
-    return true;
+    shut_out_ = !calls_.take(1, now);
+    return !shut_out_;
   }
 
  private:
-  Milliseconds last_{0};
-  long thousandths_ = at_once * 1000;
+  Allowance calls_{at_once, each_second, Milliseconds{0}};
   bool shut_out_ = false;
 };
 
