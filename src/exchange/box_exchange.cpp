@@ -35,8 +35,12 @@ char BoxExchange::letter(int line) const {
   return line >= 0 && place < letters_.size() ? letters_[place] : idle_letter;
 }
 
+platform::Milliseconds BoxExchange::backlog() const {
+  return std::max(line_free_ - loop_.now(), platform::Milliseconds{0});
+}
+
 void BoxExchange::obey(std::string_view word) {
-  if (port_ && line_free_ - loop_.now() <= latest_word) send(word);
+  if (port_ && backlog() <= latest_word) send(word);
 }
 
 void BoxExchange::take_to_position(int line, int position) {

@@ -37,6 +37,7 @@ class BoxExchange final : public Exchange {
   int line_count() const override { return static_cast<int>(letters_.size()); }
   char letter(int line) const override;
   bool is_reached() const override { return reached_; }
+  platform::Milliseconds backlog() const override;
   void obey(std::string_view word) override;
   // Position 0 is the box's first, position 1 its second; it has no more.
   void take_to_position(int line, int position) override;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <functional>
 #include <string>
 #include <string_view>
@@ -27,6 +28,8 @@ class Exchange {
   virtual char letter(int line) const = 0;
   // False while the exchange can't be reached: the letters are the last ones that it told.
   virtual bool is_reached() const = 0;
+  // A word that is handed over now begins to go out after this time.
+  virtual std::chrono::milliseconds backlog() const { return {}; }
 
   // A command word of the equipment, such as "N05". One that it doesn't know changes nothing.
   virtual void obey(std::string_view word) = 0;

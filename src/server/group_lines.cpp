@@ -4,6 +4,7 @@
 
 #include "base/text.h"
 #include "lines/equipment_kinds.h"
+#include "server/caller_text.h"
 #include "server/line_clock.h"
 
 namespace lineweir::server {
@@ -31,6 +32,7 @@ bool is_handset(char letter) {
 // A lock is taken and given back by the same word; a word otherwise brings its own letter.
 constexpr std::string_view letters_of_lock = "LKNC";
 constexpr std::size_t most_asked = 8;
+constexpr std::size_t longest_caller_number = 100;
 
 std::string letters_of(const LineOrder& order, const Seat& seat) {
   if (order.kind == LineOrder::Kind::ToOwnPosition) {
@@ -91,21 +93,26 @@ bool GroupLines::has_call(int line) const {
   return line >= 0 && line < count() && this->line(line).has_caller;
 }
 
-bool GroupLines::obey(Seat& seat, const LineOrder& order) {
+std::optional<Refusal> GroupLines::obey(Seat& seat, const LineOrder& order) {
   using Kind = LineOrder::Kind;
+  if (holds_up_exchange(seat)) {
+    if (order.line >= 0) tell_line(seat, order.line);
+    return Refusal::TooMany;
+  }
   if (order.kind == Kind::DropPlace || order.kind == Kind::HoldPlace) {
-    return obey_place(seat, order);
+    obey_place(seat, order);
+    return std::nullopt;
   }
   if (order.line < 0) {
     if (is_release(order.word)) {
       for (const int line : lines_in(order.word.front())) expect(seat, line, {free_letter});
     }
     exchange_->obey(order.word);
-    return true;
+    return std::nullopt;
   }
   if (takes_line(order) && was_taken_by_other(seat, order.line)) {
     tell_line(seat, order.line);
-    return false;
+    return Refusal::LineTaken;
   }
   if (takes_line(order)) {
     at(order.line).taken_by = seat.number;
@@ -117,7 +124,7 @@ bool GroupLines::obey(Seat& seat, const LineOrder& order) {
   } else {
     exchange_->obey(order.word);
   }
-  return true;
+  return std::nullopt;
 }
 
 std::vector<int> GroupLines::lines_in(char letter) const {
@@ -198,10 +205,11 @@ void GroupLines::take_change(exchange::LineChange change, const std::string& num
     on_call_ended(change.line);
   }
   if (has_call && (!had_call || rings_again)) {
+    const std::string caller = clean_name(number, longest_caller_number);
     if (context_.calls.resume(group, change.line, change.letter) == nullptr) {
-      context_.calls.begin(group, change.line, context_.letters.to_utf8(number));
+      context_.calls.begin(group, change.line, context_.letters.to_utf8(caller));
     }
-    on_call_begun(change.line, number);
+    on_call_begun(change.line, caller);
   }
   if (has_call) context_.calls.step(group, change.line, change.letter, user);
   if (const auto action = audited_as(change.letter, user); !action.empty()) {
@@ -237,7 +245,7 @@ ServerPacket GroupLines::status_packet() const {
   return server_packet(ServerCommand::SrvFullStatus, options_.number, status_text());
 }
 
-bool GroupLines::obey_place(Seat& seat, const LineOrder& order) {
+void GroupLines::obey_place(Seat& seat, const LineOrder& order) {
   std::string letters(order.bank == 0 ? on_hybrid_1 : on_hybrid_2);
   if (seat.screener) letters = static_cast<char>(first_position_code + seat.console);
   const char word = order.kind == LineOrder::Kind::DropPlace ? 'F' : 'H';
@@ -247,7 +255,10 @@ bool GroupLines::obey_place(Seat& seat, const LineOrder& order) {
       exchange_->obey(word + zero_filled(line, 2));
     }
   }
-  return true;
+}
+
+bool GroupLines::holds_up_exchange(Seat& seat) const {
+  return exchange_->backlog() > held_up_from && !seat.words.take(1, context_.loop.now());
 }
 
 void GroupLines::expect(const Seat& seat, int line, std::string letters) {

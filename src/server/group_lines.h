@@ -9,6 +9,7 @@
 #include "exchange/exchange.h"
 #include "server/context.h"
 #include "server/line_order.h"
+#include "server/refusal.h"
 #include "server/relay.h"
 #include "server/server_options.h"
 
@@ -49,6 +50,9 @@ class GroupLines {
   static constexpr platform::Milliseconds same_moment{250};
   // A change that comes later than this behind an order came by itself.
   static constexpr platform::Milliseconds order_holds{5000};
+  // Where words wait for so long, no seat hands over more than its share of them, so that those of
+  // the others come through.
+  static constexpr platform::Milliseconds held_up_from{500};
 
   GroupLines(const Context& context, const GroupOptions& options, Relay& relay,
              std::unique_ptr<exchange::Exchange> exchange);
@@ -76,8 +80,8 @@ class GroupLines {
   exchange::Exchange& exchange() { return *exchange_; }
   const exchange::Exchange& exchange() const { return *exchange_; }
 
-  // Whether the order was handed to the exchange. One that wasn't is answered by the line's state.
-  bool obey(Seat& seat, const LineOrder& order);
+  // Hands the order to the exchange, or tells why not; then it is answered by the line's state.
+  std::optional<Refusal> obey(Seat& seat, const LineOrder& order);
   // The lines with the letter, from the lowest.
   std::vector<int> lines_in(char letter) const;
   // A caller at the seat's handset goes on hold.
@@ -95,7 +99,9 @@ class GroupLines {
   void tell_all(int line) const;
   ServerPacket line_packet(int line) const;
   ServerPacket status_packet() const;
-  bool obey_place(Seat& seat, const LineOrder& order);
+  void obey_place(Seat& seat, const LineOrder& order);
+  // The exchange is held up, and by this seat more than others.
+  bool holds_up_exchange(Seat& seat) const;
   // The seat's order is on its way to the exchange.
   void expect(const Seat& seat, int line, std::string letters);
   // The order that has brought the change about, taken away; nothing where it came by itself.

@@ -62,7 +62,7 @@ bool NextCall::act(Seat& seat, char letter, int bank) {
     return LineOrder{LineOrder::Kind::Word, first + zero_filled(line, 2), line};
   };
   if (letter == 'N') {
-    return line_ != no_line && lines_.obey(seat, word(bank == 1 ? 'C' : 'N', line_));
+    return line_ != no_line && !lines_.obey(seat, word(bank == 1 ? 'C' : 'N', line_));
   }
   if (letter == 'S') {
     const auto own = lines_.lines_in(static_cast<char>(first_position_code + seat.console));
@@ -72,7 +72,7 @@ bool NextCall::act(Seat& seat, char letter, int bank) {
   if (letter == 'A') {
     const int ringing = longest_in(ringing_letter);
     return ringing != no_line &&
-           lines_.obey(seat, LineOrder{LineOrder::Kind::ToOwnPosition, {}, ringing});
+           !lines_.obey(seat, LineOrder{LineOrder::Kind::ToOwnPosition, {}, ringing});
   }
   return false;
 }

@@ -148,8 +148,8 @@ RemoteArgument RemoteSeats::obey(const std::string& caller, const Arguments& arg
     context_.figures.refuse(Refusal::Malformed);
   } else if (order->line >= 0 && !group.lines().exists(order->line)) {
     context_.figures.refuse(Refusal::OtherLine);
-  } else if (!group.lines().obey(seat_of(caller, group.number()), *order)) {
-    context_.figures.refuse(Refusal::LineTaken);
+  } else if (const auto refusal = group.lines().obey(seat_of(caller, group.number()), *order)) {
+    context_.figures.refuse(*refusal);
   }
   return true;
 }

@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <string>
 
+#include "base/allowance.h"
 #include "platform/wall_clock.h"
 #include "server/own_names.h"
 #include "server/refusal.h"
@@ -41,6 +42,8 @@ class Seat {
   // It has the status of all lines, so that changes alone do.
   bool told_status = false;
   OwnNames own_names;
+  // Its share of an exchange that is held up.
+  Allowance words{20, 10, std::chrono::milliseconds{0}};
 };
 
 }  // namespace lineweir::server

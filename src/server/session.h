@@ -108,6 +108,7 @@ class Session final : public Seat {
   void tell_time(const ServerPacket& packet);
   void take_profile(const ServerPacket& packet);
 
+  void hand_over(const LineOrder& order);
   void tell_allowed_groups();
   void tell_callers_later();
   // Who is let in without a password from where this console is.

@@ -115,7 +115,13 @@ void Session::order_line(const ServerPacket& packet) {
   if (order->line >= 0 && !studio.lines().exists(order->line)) return refuse(Refusal::OtherLine);
   const auto right = right_of(*order, kind);
   if (right && !allows(rights, *right)) return refuse_right(*right);
-  if (!studio.lines().obey(*this, *order)) refuse(Refusal::LineTaken);
+  hand_over(*order);
+}
+
+void Session::hand_over(const LineOrder& order) {
+  const auto refusal = own_group().lines().obey(*this, order);
+  if (refusal == Refusal::TooMany) return refuse_flood();
+  if (refusal) refuse(*refusal);
 }
 
 void Session::tell_status(const ServerPacket&) { own_group().lines().tell_status(*this); }
@@ -159,7 +165,7 @@ void Session::tell_line_numbers(const ServerPacket&) { send(own_group().line_num
 void Session::dial_digit(const ServerPacket& packet) {
   const auto order = digit_order(packet);
   if (!order) return refuse(Refusal::Malformed);
-  own_group().lines().obey(*this, *order);
+  hand_over(*order);
 }
 
 void Session::act_on_next(const ServerPacket& packet) {
@@ -176,7 +182,7 @@ void Session::seize_line(const ServerPacket& packet) {
   const auto right = right_of(*order, own_group().options().kind);
   if (right && !allows(rights, *right)) return refuse_right(*right);
   if (own_group().lines().line(order->line).letter != 'F') return;
-  if (!own_group().lines().obey(*this, *order)) refuse(Refusal::LineTaken);
+  hand_over(*order);
 }
 
 void Session::tell_phones(const ServerPacket&) { send(own_group().phone_names()); }

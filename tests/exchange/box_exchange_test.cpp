@@ -211,7 +211,9 @@ TEST_SUITE("exchange/box_exchange") {
     Desk desk;
     desk.wait(1s);
     desk.take_sent();
+    CHECK(desk.exchange->backlog() == 0ms);
     for (int i = 0; i < 1000; ++i) desk.exchange->obey("N01");
+    CHECK(desk.exchange->backlog() == 3025ms);
     // Three seconds of 120 characters each, and the word that goes beyond them.
     CHECK(desk.take_sent().size() == 3 * 121);
     desk.wait(100ms);

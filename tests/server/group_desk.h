@@ -22,6 +22,7 @@ class ManualExchange final : public exchange::Exchange {
   int line_count() const override { return static_cast<int>(letters.size()); }
   char letter(int line) const override { return letters[static_cast<std::size_t>(line)]; }
   bool is_reached() const override { return true; }
+  platform::Milliseconds backlog() const override { return held_up_for; }
   void obey(std::string_view word) override { words.emplace_back(word); }
   void take_to_position(int line, int position) override {
     words.push_back("line " + std::to_string(line) + " to " + std::to_string(position));
@@ -36,6 +37,7 @@ class ManualExchange final : public exchange::Exchange {
 
   std::string letters;
   std::vector<std::string> words;
+  platform::Milliseconds held_up_for{0};
 };
 
 // A seat that notes what it is told.
@@ -107,7 +109,7 @@ struct GroupDesk : PartsDesk {
 
   // Whether the order went to the exchange.
   bool order(Seat& seat, const std::string& word, int line) {
-    return group.lines().obey(seat, {LineOrder::Kind::Word, word, line});
+    return !group.lines().obey(seat, {LineOrder::Kind::Word, word, line});
   }
   void wait(platform::Milliseconds span) { loop.advance(span); }
 
