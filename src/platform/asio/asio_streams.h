@@ -6,7 +6,8 @@
 #include <boost/asio/generic/stream_protocol.hpp>
 #include <boost/asio/ip/tcp.hpp>
 #include <boost/asio/posix/stream_descriptor.hpp>
-#include <boost/asio/ssl/stream.hpp>
+
+#include "platform/asio/tls_stream.h"
 
 // The streams of which connections are made.
 namespace lineweir::platform {
@@ -16,7 +17,6 @@ using boost::system::error_code;
 
 // TCP and the sockets of the file system.
 using PlainStream = asio::generic::stream_protocol::socket;
-using TlsStream = asio::ssl::stream<asio::ip::tcp::socket>;
 using SerialStream = asio::posix::stream_descriptor;
 
 }  // namespace lineweir::platform

@@ -153,6 +153,10 @@ class OpenStream final : public RoundSender,
           ::send(stream_->native_handle(), rest.data(), rest.size(), MSG_DONTWAIT | MSG_NOSIGNAL);
       if (count > 0) written_ += static_cast<std::size_t>(count);
       return count > 0;
+    } else if constexpr (std::is_same_v<Stream, TlsStream>) {
+      const std::size_t count = stream_->write_at_once(rest_in_flight());
+      written_ += count;
+      return count > 0;
     } else {
       return false;
     }

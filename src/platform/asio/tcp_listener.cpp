@@ -1,10 +1,7 @@
 #include "platform/asio/tcp_listener.h"
 
-#include <openssl/ssl.h>
-
 #include <utility>
 
-#include <boost/asio/ssl/context.hpp>
 #include <boost/asio/steady_timer.hpp>
 
 #include "platform/asio/open_port.h"
@@ -24,12 +21,6 @@ constexpr int send_buffer = 32 * 1024;
 constexpr Milliseconds pause_without_descriptors{100};
 // One kind of trouble is told so often at most.
 constexpr Milliseconds trouble_every{10'000};
-
-// A context of Asio that shares OpenSSL's.
-asio::ssl::context share(SSL_CTX* context) {
-  SSL_CTX_up_ref(context);
-  return asio::ssl::context(context);
-}
 
 }  // namespace
 
@@ -93,7 +84,7 @@ class TcpListener::Inside : public std::enable_shared_from_this<Inside> {
   }
 
   struct Handshake {
-    Handshake(asio::ssl::context context, tcp::socket peer)
+    Handshake(tcp::socket peer, SSL_CTX* context)
         : stream(std::make_unique<TlsStream>(std::move(peer), context)),
           limit(stream->get_executor()) {}
 
@@ -107,8 +98,7 @@ class TcpListener::Inside : public std::enable_shared_from_this<Inside> {
       return;
     }
     ++handshakes_;
-    const auto handshake =
-        std::make_shared<Handshake>(share(options_.tls->context()), std::move(peer));
+    const auto handshake = std::make_shared<Handshake>(std::move(peer), options_.tls->context());
     handshake->limit.expires_after(options_.longest_handshake);
     handshake->limit.async_wait([weak = std::weak_ptr(handshake)](const error_code& error) {
       const auto late = weak.lock();
@@ -116,7 +106,6 @@ class TcpListener::Inside : public std::enable_shared_from_this<Inside> {
       if (!error && late && late->stream) late->stream->next_layer().close(ignored);
     });
     handshake->stream->async_handshake(
-        asio::ssl::stream_base::server,
         [self = shared_from_this(), handshake, address](const error_code& error) {
           --self->handshakes_;
           handshake->limit.cancel();
