@@ -1,5 +1,7 @@
 #include "server/session.h"
 
+#include <utility>
+
 #include "base/time_text.h"
 #include "server/session_request.h"
 
@@ -45,6 +47,8 @@ void Session::tell(const Telling& telling) {
   if (over_) return;
   ++services_.context.figures.frames_out[telling.packet.CMD];
   connection_->send(telling.frame);
+  const bool is_status = telling.packet.CMD == static_cast<int>(ServerCommand::SrvFullStatus);
+  if (is_status && std::exchange(callers_told_too_early_, false)) tell_callers_later();
 }
 
 void Session::tell_person(const std::string& text) {

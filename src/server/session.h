@@ -123,6 +123,8 @@ class Session final : public Seat {
   std::string peer_;
   ReceiveBuffer received_;
   int registrations_ = 0;
+  // The letters of the lines come only now, and may end what was told of callers before.
+  bool callers_told_too_early_ = false;
   // The answer to a login is on its way; what comes behind it waits.
   bool waiting_ = false;
   bool over_ = false;

@@ -87,6 +87,7 @@ void Session::tell_callers_later() {
   services_.context.loop.schedule(
       callers_told_after, [this, alive = std::weak_ptr(alive_), registration = ++registrations_] {
         if (!alive.lock() || over_ || group == 0 || registration != registrations_) return;
+        callers_told_too_early_ = !told_status;
         own_group().tell_callers(*this);
       });
 }

@@ -78,6 +78,8 @@ void ClientCallback::ReturnMessageData(const Arguments& arguments) {
 void ClientCallback::ReturnNextCall(const Arguments& arguments) {
   const int line = integer16(argument<std::int64_t>(arguments, 0));
   const int group = integer16(argument<std::int64_t>(arguments, 1));
+  // A letter that came before the choice must not end it.
+  if (group == state_.program.GroupNumber) line_events_.apply_change_of(line - 1);
   next_caller_.ReturnNextCall(line, group);
 }
 

@@ -36,6 +36,13 @@ void LineEvents::apply_item_soon(int line, std::string_view item) {
   state_.Lineweir.Timer4.enabled = true;
 }
 
+void LineEvents::apply_change_of(int line) {
+  const bool exists = line >= 0 && line < state_.lines.LineCount;
+  if (!exists || !state_.Lineweir.Timer4.enabled) return;
+  const char letter = reported_letter(line);
+  if (letter != '\0' && letter != state_.lines.StatusLetter(line)) Timer4_Timer();
+}
+
 void LineEvents::Timer4_Timer() {
   state_.Lineweir.Timer4.enabled = false;
   TheStatusText = std::string(trimmed(TheStatusText));

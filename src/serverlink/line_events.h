@@ -31,6 +31,8 @@ class LineEvents {
   // Takes a text whole, or the item of a line: it is applied when Timer4 ticks.
   void apply_soon(std::string_view status_text);
   void apply_item_soon(int line, std::string_view item);
+  // What waits is applied at once where it changes the line: for what was told behind it.
+  void apply_change_of(int line);
 
   // The lines are those of another studio group from now on: the rows are blank until its server
   // tells of them.

@@ -76,6 +76,8 @@ void ReceivedLines::SrvNextCall(const ServerPacket& packet) {
   if (packet.LineNo == no_value) {
     state_.lines.TheNextCall = no_line;
   } else {
+    // A letter that came before the choice must not end it.
+    line_events_.apply_change_of(packet.LineNo);
     next_caller_.pin(packet.LineNo);
   }
 }

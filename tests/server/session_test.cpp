@@ -108,6 +108,35 @@ TEST_CASE("what a seat does comes from the exchange to all seats of the group an
   CHECK(other->take().empty());
 }
 
+TEST_CASE("who asks for the lines late is told of the callers again behind them") {
+  ServerRoom room;
+  auto host = room.seat("host");
+  room.exchange().arrive(5, {});
+  room.exchange().obey("S05");
+  host->send(host->packet(CmdSetNextCall, 5));
+  auto late = room.connect();
+  late->log_in("screener", host_password);
+  late->send(late->packet(CmdConnectConsole));
+  room.wait(1s);
+  CHECK(late->take(SrvNextCall).size() == 1);
+  late->send(late->packet(CmdRequestStatus));
+  room.wait(1s);
+  std::vector<ServerPacket> told = late->take();
+  std::erase_if(told, [](const ServerPacket& packet) {
+    return packet.CMD == static_cast<std::uint8_t>(SrvTime);
+  });
+  REQUIRE(told.size() >= 2);
+  CHECK(told.front().CMD == static_cast<std::uint8_t>(SrvFullStatus));
+  const auto next = std::find_if(told.begin(), told.end(), [](const ServerPacket& packet) {
+    return packet.CMD == static_cast<std::uint8_t>(SrvNextCall);
+  });
+  REQUIRE(next != told.end());
+  CHECK(next->LineNo == 5);
+  late->send(late->packet(CmdRequestStatus));
+  room.wait(1s);
+  CHECK(late->take(SrvNextCall).empty());
+}
+
 TEST_CASE("of two seats that take a caller at the same moment the first has him") {
   ServerRoom room;
   auto first = room.seat("screener");

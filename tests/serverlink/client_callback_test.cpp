@@ -55,6 +55,20 @@ TEST_SUITE("serverlink/client_callback") {
     CHECK(desk.console.lines.NextCallSet);
   }
 
+  TEST_CASE("a letter that came before the choice doesn't end it, one that comes behind does") {
+    CalledDesk desk;
+    desk.call("ReturnCommand", {std::string("S00H01S02")});
+    desk.platform.loop.advance(platform::Milliseconds(10));
+    desk.call("ReturnCommand", {std::string("S00H01R02")});
+    desk.call("ReturnNextCall", {std::int64_t{3}, std::int64_t{1}});
+    desk.platform.loop.advance(platform::Milliseconds(10));
+    CHECK(desk.console.lines.StatusLetter(2) == 'R');
+    CHECK(desk.console.lines.TheNextCall == 2);
+    desk.call("ReturnCommand", {std::string("S00H01N02")});
+    desk.platform.loop.advance(platform::Milliseconds(10));
+    CHECK(desk.console.lines.TheNextCall == no_line);
+  }
+
   TEST_CASE("arguments that don't fit are reported under the method's name") {
     CalledDesk desk;
     desk.call("ReturnNextCall", {});
