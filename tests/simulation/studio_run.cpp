@@ -6,6 +6,7 @@
 #include "driver/hands.h"
 #include "driver/refusal.h"
 #include "lines/status_letters.h"
+#include "messages/conversation.h"
 
 namespace lineweir::simulation {
 namespace {
@@ -14,10 +15,13 @@ using namespace std::chrono_literals;
 
 constexpr Milliseconds step = 250ms;
 constexpr Milliseconds mean_between_acts = 3s;
+constexpr int acts_a_message = 20;
 constexpr Milliseconds mean_between_fates = 25s;
 constexpr Milliseconds longest_away = 20s;
 constexpr Milliseconds quiet = 4s;
 constexpr Milliseconds longest_settling = 10min;
+// All that is told behind a login has come by then.
+constexpr Milliseconds rest = 2s;
 
 constexpr Weather bad_weather = {.stalled = 0.02,
                                  .longest_stall = 60'000ms,
@@ -95,36 +99,9 @@ StudioRun::~StudioRun() = default;
 
 void StudioRun::run() {
   pass(options_.bad_weather);
-  settle();
-  if (is_settled()) {
-    for (const auto& seat : seats_) {
-      server::FrameConsole probe(loop_, site_.server(), "probe");
-      const int group = seat->console().program.GroupNumber;
-      probe.group = group;
-      probe.log_in(users[0], seat_password);
-      probe.join(group);
-      Told told;
-      for (const ServerPacket& packet : probe.take()) {
-        switch (static_cast<ServerCommand>(packet.CMD)) {
-          case ServerCommand::SrvFullStatus:
-            for (std::size_t i = 0; i < packet.Buffer.size(); i += 3)
-              told.letters += packet.Buffer[i];
-            break;
-          case ServerCommand::SrvCallerData:
-            told.data.at(packet.LineNo) = decode_caller_data(packet.Buffer);
-            break;
-          case ServerCommand::SrvNextCall:
-            told.next_call = packet.LineNo == no_value ? no_line : packet.LineNo;
-            break;
-          case ServerCommand::SrvFlashMessage:
-            told.message = decode_text_message(packet.Buffer).value().text;
-            break;
-          default:
-            break;
-        }
-      }
-      compare(*seat, told);
-    }
+  begin_fair_weather();
+  if (comes_to_rest()) {
+    for (const auto& seat : seats_) look_at(*seat);
   } else {
     for (const auto& seat : seats_) {
       if (!seat->linked()) fault(seat->name() + " has found no way back to the server");
@@ -142,9 +119,28 @@ void StudioRun::let_hands_act(std::size_t number) {
     // Nobody does a second thing while the console is busy with the first.
     if (!seat.running() || busy_[number]) return;
     busy_[number] = true;
-    if (!tend_link(seat) && !hands_rest_) operators_[number]->act();
+    if (!tend_link(seat) && !hands_rest_) {
+      if (dice_.below(acts_a_message) == 0) {
+        write_message(seat);
+      } else {
+        operators_[number]->act();
+      }
+    }
     busy_[number] = false;
   });
+}
+
+void StudioRun::write_message(Seat& seat) {
+  constexpr int key_of_quick_line = 117;
+  const std::string text = "Message " + std::to_string(++messages_);
+  try {
+    MainForm& form = seat.console().Lineweir;
+    driver::key(seat.console(), key_of_quick_line, 0);
+    driver::replace_text(seat.console(), form.Text2, text);
+    driver::type(seat.console(), {form, form.Text2}, "\r");
+    seat.note("writes " + text);
+  } catch (const driver::Refusal&) {
+  }
 }
 
 // Who has no link does what a person would: types the password, tries again. Whether there was
@@ -257,15 +253,24 @@ void StudioRun::pass(Milliseconds time) {
   }
 }
 
-void StudioRun::settle() {
+void StudioRun::begin_fair_weather() {
   transcript_.add("run", "fair weather, and all hands rest");
   network_.set_weather(fair_weather);
   site_.quieten();
   hands_rest_ = true;
-  const Milliseconds latest = loop_.now() + longest_settling;
   // Connections that stand may still be cut, and what stalls still comes.
   pass(2min);
-  while (!is_settled() && loop_.now() < latest) pass(step);
+}
+
+bool StudioRun::comes_to_rest() {
+  const Milliseconds latest = loop_.now() + longest_settling;
+  Milliseconds settled_since = loop_.now();
+  while (loop_.now() - settled_since < rest) {
+    if (loop_.now() >= latest) return false;
+    pass(step);
+    if (!is_settled()) settled_since = loop_.now();
+  }
+  return true;
 }
 
 bool StudioRun::is_settled() {
@@ -277,6 +282,42 @@ bool StudioRun::is_settled() {
     if (console.Lineweir.Shape1.fill_color == color_red) return false;
   }
   return true;
+}
+
+// A connection may still be cut while the probe asks.
+void StudioRun::look_at(Seat& seat) {
+  for (;;) {
+    const Told told = ask(seat.console().program.GroupNumber);
+    if (is_settled()) return compare(seat, told);
+    if (!comes_to_rest()) return fault(seat.name() + " has found no rest");
+  }
+}
+
+StudioRun::Told StudioRun::ask(int group) {
+  server::FrameConsole probe(loop_, site_.server(), "probe");
+  probe.group = group;
+  probe.log_in(users[0], seat_password);
+  probe.join(group);
+  Told told;
+  for (const ServerPacket& packet : probe.take()) {
+    switch (static_cast<ServerCommand>(packet.CMD)) {
+      case ServerCommand::SrvFullStatus:
+        for (std::size_t i = 0; i < packet.Buffer.size(); i += 3) told.letters += packet.Buffer[i];
+        break;
+      case ServerCommand::SrvCallerData:
+        told.data.at(packet.LineNo) = decode_caller_data(packet.Buffer);
+        break;
+      case ServerCommand::SrvNextCall:
+        told.next_call = packet.LineNo == no_value ? no_line : packet.LineNo;
+        break;
+      case ServerCommand::SrvFlashMessage:
+        told.message = decode_text_message(packet.Buffer).value().text;
+        break;
+      default:
+        break;
+    }
+  }
+  return told;
 }
 
 void StudioRun::compare(Seat& seat, const Told& told) {
@@ -302,6 +343,11 @@ void StudioRun::compare(Seat& seat, const Told& told) {
   }
   expect(seat, "next call", std::to_string(console.lines.TheNextCall),
          std::to_string(told.next_call));
+  // A message of its own that didn't go out stands there until the next one comes.
+  const bool has_unsent = console.Lineweir.Text1.tool_tip.get().ends_with("not sent");
+  if (!told.message.empty() && !has_unsent) {
+    expect(seat, "message", console.Lineweir.Text1.text, last_lines(shown_message(told.message)));
+  }
 }
 
 void StudioRun::end_all_calls() {

@@ -42,12 +42,17 @@ class StudioRun {
   void let_hands_act(std::size_t seat);
   bool tend_link(Seat& seat);
   bool close_what_is_in_the_way(Seat& seat);
+  void write_message(Seat& seat);
   void befall();
   void heal_store_later();
   void tend();
   void pass(Milliseconds time);
-  void settle();
+  void begin_fair_weather();
+  // Whether all have been settled for a while.
+  bool comes_to_rest();
   bool is_settled();
+  void look_at(Seat& seat);
+  Told ask(int group);
   void compare(Seat& seat, const Told& told);
   void end_all_calls();
   void check_calls();
@@ -56,6 +61,7 @@ class StudioRun {
   void fault(const std::string& what);
 
   StudioRunOptions options_;
+  int messages_ = 0;
   platform::VirtualEventLoop loop_;
   Transcript transcript_{loop_};
   exchange::Dice dice_;
