@@ -82,8 +82,13 @@ press_until_logged() {
 start_display() {
   local number
   exec {display_pipe}<> <(:)
-  Xvfb -displayfd "$display_pipe" -screen 0 1280x1024x24 -nolisten tcp 2> /dev/null &
+  # Two that start at the same moment may take the same number.
+  exec {display_lock}> "${TMPDIR:-/tmp}/lineweir-display.lock"
+  flock "$display_lock"
+  Xvfb -displayfd "$display_pipe" -screen 0 1280x1024x24 -nolisten tcp \
+    2> /dev/null {display_lock}>&- &
   read -r -t 20 number <&"$display_pipe" || fail "no virtual display"
+  exec {display_lock}>&-
   export DISPLAY=:$number
 }
 

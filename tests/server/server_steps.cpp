@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <limits>
 
+#include "server/session.h"
 #include "wire/password_scramble.h"
 
 namespace lineweir::server {
@@ -271,7 +272,11 @@ void ServerSteps::look() {
 }
 
 void ServerSteps::look_at(Place& place) {
+  const int registrations_before = place.witness.registrations();
   require(place.witness.look_at(*place.console), "a frame that isn't for the console");
+  if (place.witness.registrations() != registrations_before) {
+    place.knows_callers_from = room_.loop.now() + Session::callers_told_after + 1ms;
+  }
 }
 
 void ServerSteps::compare_lines(const Place& place) {
@@ -289,6 +294,7 @@ void ServerSteps::compare_seats(const Place& place, const Place& other) {
     if (!seat->console->is_open() || !seat->console->reads() || !seat->witness.knows_lines()) {
       return;
     }
+    if (room_.loop.now() < seat->knows_callers_from) return;
   }
   if (place.witness.group() != other.witness.group()) return;
   require(place.witness.caller_data() == other.witness.caller_data(), "caller data");

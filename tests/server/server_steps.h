@@ -28,6 +28,8 @@ class ServerSteps {
   struct Place {
     std::unique_ptr<FrameConsole> console;
     TableWitness witness;
+    // What it is told of callers comes a moment behind the lines.
+    platform::Milliseconds knows_callers_from{0};
     // What it sends, cut as the server cuts it.
     ReceiveBuffer sent;
     // The second half of a frame.

@@ -45,6 +45,7 @@ bool TableWitness::take(const ServerPacket& packet) {
     // What a console is told as soon as it is in a group.
     case SrvPhoneType:
       group_ = packet.GroupNo;
+      ++registrations_;
       sure_ = true;
       letters_.clear();
       caller_data_.clear();

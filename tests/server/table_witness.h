@@ -22,6 +22,8 @@ class TableWitness {
   int group() const { return group_; }
   bool is_let_in() const { return let_in_; }
   bool knows_lines() const { return sure_ && !letters_.empty(); }
+  // How often it has come into a group.
+  int registrations() const { return registrations_; }
   // As far as it was told.
   char letter(int line) const;
   int line_count() const { return static_cast<int>(letters_.size()); }
@@ -35,6 +37,7 @@ class TableWitness {
   bool take_group_frame(const ServerPacket& packet);
 
   int group_ = 0;
+  int registrations_ = 0;
   bool let_in_ = false;
   bool sure_ = false;
   std::string letters_;
