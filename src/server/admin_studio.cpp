@@ -94,7 +94,9 @@ void make_call(const AdminServices& services, const admin::Request& request,
   }
   const CallPlace place = call_place(services, request);
   if (place.group == nullptr) return tell(refused(place.refusal));
-  if (place.group->lines().exchange().arrive(place.line, number)) return tell({});
+  // A telephone exchange tells numbers in the consoles' letters.
+  const std::string told = services.context.letters.from_utf8(number);
+  if (place.group->lines().exchange().arrive(place.line, told)) return tell({});
   tell(refused("Line " + std::to_string(place.line + 1) + " isn't free."));
 }
 

@@ -47,6 +47,7 @@ void Group::change(const GroupOptions& options) {
   options_.calls_per_minute = options.calls_per_minute;
   options_.line_names = options.line_names;
   lines_.leave_out(options.missing_lines);
+  for (const int number : options.missing_lines) forget_line(number - 1);
   options_.missing_lines = options.missing_lines;
   options_.hybrids = options.hybrids;
   options_.positions = options.positions;
@@ -55,6 +56,13 @@ void Group::change(const GroupOptions& options) {
   relay_.tell(line_numbers());
   if (server_decides(options_.kind)) relay_.tell(phone_names());
   lines_.take_over();
+}
+
+// What was told of it while nobody was on it goes too.
+void Group::forget_line(int line) {
+  if (!lines_.exists(line)) return;
+  caller_data_.call_ended(line);
+  next_call_.letter_changed(line, 'F');
 }
 
 void Group::join(Seat& seat) {

@@ -58,6 +58,7 @@ class Group {
   ServerPacket phone_names() const;
 
  private:
+  void forget_line(int line);
   void remember() const;
   std::string in_letters(const std::string& utf8) const;
   ServerPacket show_times() const;

@@ -97,6 +97,19 @@ TEST_CASE("Every column of a list is in its rows, and nothing that is none") {
   }
 }
 
+TEST_CASE("A caller's number is told in the letters of who asks") {
+  ServerRoom room;
+  AdminTool tool(room);
+  const auto seat = room.seat("host");
+  Request call = of_line(Command::Call, 1, 1);
+  call.values[Field::Number] = std::string("Z\u00FCrich 044");
+  CHECK(tool.refusal(call) == "");
+  const auto lines = tool.rows({Command::Lines, {{Field::Group, std::int64_t{1}}}});
+  CHECK(lines.front().at("caller_number") == "Z\u00FCrich 044");
+  CHECK(seat->take_last(ServerCommand::SrvCallerData).Buffer.find("Z\xFCrich 044") !=
+        std::string::npos);
+}
+
 TEST_CASE("A user who was added is let in, has the rights of the template, and is kept") {
   ServerRoom room;
   AdminTool tool(room);

@@ -328,5 +328,22 @@ TEST_CASE("a line that is left out ends its call, and one that comes back has it
   CHECK(desk.calls.standing() == 1);
 }
 
+TEST_CASE("what was told of a free line goes with the line when it is left out") {
+  GroupDesk desk;
+  NotingSeat anna(1, "anna");
+  desk.group.join(anna);
+  desk.group.caller_data().take(anna, 3, "anna\2Jo\2");
+  desk.wait(10s);
+  desk.group.choose_next(anna, 3);
+  CHECK(desk.group.next_call().line() == 3);
+  anna.told.clear();
+  GroupOptions without = desk.group.options();
+  without.missing_lines = {4};
+  desk.group.change(without);
+  REQUIRE(anna.told_of(SrvCallerData).size() == 1);
+  CHECK(anna.told_of(SrvCallerData).at(0).Buffer.empty());
+  CHECK(desk.group.next_call().line() == -1);
+}
+
 }  // namespace
 }  // namespace lineweir::server

@@ -14,6 +14,7 @@ using enum ClientCommand;
 
 constexpr int places = 5;
 constexpr int groups = 3;
+constexpr platform::Milliseconds longest_backlog = 30s;
 
 constexpr const char* users[] = {"host", "screener", "only2", "nobody", ""};
 constexpr const char* words[] = {"F00", "H01", "S02", "N03", "C04", "L03", "P01",
@@ -81,6 +82,9 @@ void ServerSteps::take_step() {
     case 1:
       return log_in(place);
     case 2:
+      // The beginning of a frame that was sent before makes any other of what comes now.
+      if (!place.sent.text().empty()) note_leaving(place);
+      place.sent = {};
       place.console->group = 1 + below(groups);
       return place.console->join(place.console->group, below(4));
     case 3:
@@ -185,11 +189,16 @@ void ServerSteps::send_record(Place& place) {
   }
 }
 
+// What stands before it may be worked on for some time yet, refused logins say.
+void ServerSteps::note_leaving(Place& place) {
+  place.may_leave_until = room_.loop.now() + longest_backlog;
+}
+
 void ServerSteps::send(Place& place, const std::string& bytes) {
   place.sent.append(bytes);
   while (const auto body = place.sent.first_body()) {
     const auto code = static_cast<std::uint8_t>(body->front());
-    if (code == static_cast<std::uint8_t>(CmdLeaveGroup)) place.witness.may_have_left();
+    if (code == static_cast<std::uint8_t>(CmdLeaveGroup)) note_leaving(place);
     place.sent.drop_first();
   }
   place.console->send_bytes(bytes);
@@ -277,6 +286,7 @@ void ServerSteps::look_at(Place& place) {
   if (place.witness.registrations() != registrations_before) {
     place.knows_callers_from = room_.loop.now() + Session::callers_told_after + 1ms;
   }
+  if (room_.loop.now() < place.may_leave_until) place.witness.may_have_left();
 }
 
 void ServerSteps::compare_lines(const Place& place) {

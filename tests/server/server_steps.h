@@ -30,12 +30,15 @@ class ServerSteps {
     TableWitness witness;
     // What it is told of callers comes a moment behind the lines.
     platform::Milliseconds knows_callers_from{0};
+    // It has sent what takes it out of its group.
+    platform::Milliseconds may_leave_until{0};
     // What it sends, cut as the server cuts it.
     ReceiveBuffer sent;
     // The second half of a frame.
     std::string rest;
   };
 
+  void note_leaving(Place& place);
   std::uint8_t next();
   int below(int count) { return next() % count; }
   std::string text();

@@ -77,7 +77,10 @@ bool TableWitness::take_group_frame(const ServerPacket& packet) {
     case SrvCallerData:
       caller_data_.erase(packet.LineNo);
       if (packet.Buffer.empty()) return true;
-      caller_data_[packet.LineNo] = without_sender(packet.Buffer);
+      // Data of which all is blank show as none.
+      if (const std::string shown = without_sender(packet.Buffer); !shown.empty()) {
+        caller_data_[packet.LineNo] = shown;
+      }
       return decode_caller_data(packet.Buffer).has_value();
     case SrvNextCall:
       next_call_ = packet.LineNo;
