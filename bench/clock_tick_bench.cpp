@@ -11,7 +11,7 @@
 #include "clocks/show_plan.h"
 #include "core/console.h"
 #include "platform/scripted/scripted_platform.h"
-#include "support/services_with.h"
+#include "platform/services_with.h"
 
 namespace {
 
@@ -72,7 +72,8 @@ class TickingConsole {
   StillLoop loop_;
   TickClock clock_;
   platform::ScriptedPlatform platform_;
-  Console console_{test::services_with(platform_.services(), {.loop = &loop_, .clock = &clock_})};
+  Console console_{
+      platform::services_with(platform_.services(), {.loop = &loop_, .clock = &clock_})};
 };
 
 // All forty rows in use: one every one and a half minutes.

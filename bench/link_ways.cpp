@@ -30,8 +30,8 @@
 #include "platform/qt/qt_client_socket.h"
 #include "platform/qt/qt_event_loop.h"
 #include "platform/scripted/scripted_platform.h"
+#include "platform/services_with.h"
 #include "support/server_packet.h"
-#include "support/services_with.h"
 
 namespace lineweir {
 namespace {
@@ -100,8 +100,8 @@ double microseconds_of(const std::function<void()>& trip) {
 }
 
 struct ShownDesk {
-  explicit ShownDesk(const test::Replaced& parts)
-      : console(test::services_with(workstation.services(), parts)) {
+  explicit ShownDesk(const platform::Replaced& parts)
+      : console(platform::services_with(workstation.services(), parts)) {
     console.startup.Main("");
   }
 

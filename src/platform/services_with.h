@@ -4,23 +4,23 @@
 
 #include "platform/services.h"
 
-namespace lineweir::test {
+namespace lineweir::platform {
 
 // What stands in for parts of a workstation; what is null is the workstation's own.
 struct Replaced {
-  platform::EventLoop* loop = nullptr;
-  platform::SystemClock* clock = nullptr;
-  platform::RandomNumbers* random = nullptr;
-  platform::UserFiles* user_files = nullptr;
-  platform::SerialPort* comm1 = nullptr;
-  platform::SerialPort* comm2 = nullptr;
-  platform::ClientSocket* winsock1 = nullptr;
-  platform::RemoteObjects* remote_objects = nullptr;
+  EventLoop* loop = nullptr;
+  SystemClock* clock = nullptr;
+  RandomNumbers* random = nullptr;
+  UserFiles* user_files = nullptr;
+  SerialPort* comm1 = nullptr;
+  SerialPort* comm2 = nullptr;
+  ClientSocket* winsock1 = nullptr;
+  RemoteObjects* remote_objects = nullptr;
   std::optional<int> process_number = {};
 };
 
 // The services of a console of which some parts are others. Both outlive the console.
-inline platform::Services services_with(const platform::Services& all, const Replaced& parts) {
+inline Services services_with(const Services& all, const Replaced& parts) {
   const auto chosen = [](auto* part, auto& own) -> auto& { return part != nullptr ? *part : own; };
   return {.loop = chosen(parts.loop, all.loop),
           .clock = chosen(parts.clock, all.clock),
@@ -41,4 +41,4 @@ inline platform::Services services_with(const platform::Services& all, const Rep
           .end_program = all.end_program};
 }
 
-}  // namespace lineweir::test
+}  // namespace lineweir::platform

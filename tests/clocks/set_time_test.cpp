@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "clocks/clock_fixture.h"
-#include "support/services_with.h"
+#include "platform/services_with.h"
 
 namespace lineweir::test {
 namespace {
@@ -134,7 +134,7 @@ TEST_SUITE("clocks/set time") {
   TEST_CASE("a missing right is told in one sentence and changes nothing") {
     platform::ScriptedPlatform platform;
     LockedClock clock;
-    Console console(services_with(platform.services(), {.clock = &clock}));
+    Console console(platform::services_with(platform.services(), {.clock = &clock}));
     console.startup.Main("");
     std::vector<std::string> messages;
     console.messages.on_shown = [&](const std::string& text) { messages.push_back(text); };

@@ -13,8 +13,8 @@
 #include "platform/qt/dbus_remote_objects.h"
 #include "platform/qt/qt_event_loop.h"
 #include "platform/scripted/scripted_platform.h"
+#include "platform/services_with.h"
 #include "platform/waiting.h"
-#include "support/services_with.h"
 
 using namespace lineweir;
 using lineweir::test::PrivateBus;
@@ -42,8 +42,8 @@ struct RemoteDesk {
   platform::DBusRemoteObjects remote_objects{loop, letters};
   platform::ScriptedPlatform workstation;
   std::vector<std::string> messages;
-  Console console{test::services_with(workstation.services(),
-                                      {.loop = &loop, .remote_objects = &remote_objects})};
+  Console console{platform::services_with(workstation.services(),
+                                          {.loop = &loop, .remote_objects = &remote_objects})};
   std::optional<StudioProcess> studio;
 };
 

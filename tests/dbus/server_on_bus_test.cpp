@@ -13,10 +13,10 @@
 #include "platform/qt/dbus_remote_objects.h"
 #include "platform/qt/qt_event_loop.h"
 #include "platform/scripted/scripted_platform.h"
+#include "platform/services_with.h"
 #include "platform/temporary_directory.h"
 #include "platform/waiting.h"
 #include "serverd/started_server.h"
-#include "support/services_with.h"
 
 using namespace lineweir;
 using lineweir::test::PrivateBus;
@@ -55,8 +55,8 @@ struct BusConsole {
   platform::DBusRemoteObjects remote_objects{loop, letters};
   platform::ScriptedPlatform workstation;
   std::vector<std::string> messages;
-  Console console{test::services_with(workstation.services(),
-                                      {.loop = &loop, .remote_objects = &remote_objects})};
+  Console console{platform::services_with(workstation.services(),
+                                          {.loop = &loop, .remote_objects = &remote_objects})};
 };
 
 struct StudioOnBus {

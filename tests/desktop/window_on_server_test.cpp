@@ -17,8 +17,8 @@
 #include "serverlink/server_watch.h"
 #include "shown_console.h"
 
+#include "platform/services_with.h"
 #include "support/server_packet.h"
-#include "support/services_with.h"
 #include "support/skipping_loop.h"
 
 namespace lineweir {
@@ -155,7 +155,7 @@ struct WindowOnServer {
   ~WindowOnServer() { socket.close(); }
 
   platform::Services services() {
-    return test::services_with(rest.services(), {.loop = &loop, .winsock1 = &socket});
+    return platform::services_with(rest.services(), {.loop = &loop, .winsock1 = &socket});
   }
 
   MainForm& form() { return console.Lineweir; }

@@ -12,8 +12,8 @@
 #include "platform/qt/qt_event_loop.h"
 #include "platform/qt/qt_serial_port.h"
 #include "platform/scripted/scripted_platform.h"
+#include "platform/services_with.h"
 #include "pseudo_terminal.h"
-#include "support/services_with.h"
 #include "waiting.h"
 
 using namespace lineweir;
@@ -101,7 +101,7 @@ struct ConsoleOnDesk {
 
  private:
   Services services() {
-    return test::services_with(rest.services(), {.loop = &loop, .comm2 = &comm2});
+    return platform::services_with(rest.services(), {.loop = &loop, .comm2 = &comm2});
   }
 };
 

@@ -12,8 +12,8 @@
 #include "platform/qt/qt_event_loop.h"
 #include "platform/qt/qt_serial_port.h"
 #include "platform/scripted/scripted_platform.h"
+#include "platform/services_with.h"
 #include "pseudo_terminal.h"
-#include "support/services_with.h"
 #include "support/skipping_loop.h"
 #include "waiting.h"
 
@@ -76,7 +76,7 @@ struct ConsoleOnPort {
 
  private:
   Services services() {
-    return test::services_with(rest.services(), {.loop = &loop, .comm1 = &comm1});
+    return platform::services_with(rest.services(), {.loop = &loop, .comm1 = &comm1});
   }
 };
 

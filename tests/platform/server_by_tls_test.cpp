@@ -9,8 +9,8 @@
 #include "platform/qt/qt_client_socket.h"
 #include "platform/qt/qt_event_loop.h"
 #include "platform/scripted/scripted_platform.h"
+#include "platform/services_with.h"
 #include "serverd/started_server.h"
-#include "support/services_with.h"
 #include "temporary_directory.h"
 #include "waiting.h"
 
@@ -63,7 +63,7 @@ struct TlsDesk {
   ScriptedPlatform workstation;
   std::vector<std::string> messages;
   Console console{
-      test::services_with(workstation.services(), {.loop = &loop, .winsock1 = &winsock1})};
+      platform::services_with(workstation.services(), {.loop = &loop, .winsock1 = &winsock1})};
 };
 
 }  // namespace

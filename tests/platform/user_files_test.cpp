@@ -17,8 +17,8 @@
 #include "platform/disk/disk_files.h"
 #include "platform/disk/file_descriptor.h"
 #include "platform/scripted/scripted_platform.h"
+#include "platform/services_with.h"
 #include "platform/threaded/threaded_user_files.h"
-#include "support/services_with.h"
 #include "temporary_directory.h"
 
 using namespace lineweir;
@@ -192,8 +192,8 @@ struct DiskConsole : Folder {
     return found;
   }
   Services services() {
-    return test::services_with(platform.services(*files, platform.databases),
-                               {.user_files = &user_files});
+    return platform::services_with(platform.services(*files, platform.databases),
+                                   {.user_files = &user_files});
   }
 };
 

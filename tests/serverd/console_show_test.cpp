@@ -15,9 +15,9 @@
 #include "platform/qt/qt_event_loop.h"
 #include "platform/qt/qt_system_clock.h"
 #include "platform/scripted/scripted_platform.h"
+#include "platform/services_with.h"
 #include "platform/waiting.h"
 #include "serverd/started_server.h"
-#include "support/services_with.h"
 
 using namespace lineweir;
 using namespace std::chrono_literals;
@@ -98,8 +98,8 @@ class ConsoleAtServer {
   platform::QtSystemClock clock;
   platform::ScriptedPlatform workstation;
   std::vector<std::string> messages;
-  Console console{test::services_with(workstation.services(),
-                                      {.loop = &loop, .clock = &clock, .winsock1 = &socket})};
+  Console console{platform::services_with(workstation.services(),
+                                          {.loop = &loop, .clock = &clock, .winsock1 = &socket})};
 };
 
 }  // namespace

@@ -2,8 +2,8 @@
 
 #include "base/text.h"
 #include "forms/call_log_columns.h"
+#include "platform/services_with.h"
 #include "state/settings_record.h"
-#include "support/services_with.h"
 #include "wire/password_scramble.h"
 
 namespace lineweir::simulation {
@@ -72,7 +72,7 @@ std::map<std::string, int> Seat::logged() const {
 }
 
 platform::Services Seat::services() {
-  return test::services_with(
+  return platform::services_with(
       workstation_.services(),
       {.random = &chance_, .winsock1 = &socket_, .process_number = first_process_number + number_});
 }

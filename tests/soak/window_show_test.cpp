@@ -28,9 +28,9 @@
 #include "platform/qt/qt_serial_port.h"
 #include "platform/qt/qt_system_clock.h"
 #include "platform/scripted/scripted_platform.h"
+#include "platform/services_with.h"
 #include "studio/boxed_exchange.h"
 #include "studio/pseudo_terminal.h"
-#include "support/services_with.h"
 
 namespace lineweir::test {
 namespace {
@@ -118,7 +118,8 @@ struct WindowOnLine {
 
  private:
   platform::Services services() {
-    return test::services_with(rest.services(), {.loop = &loop, .clock = &clock, .comm1 = &comm1});
+    return platform::services_with(rest.services(),
+                                   {.loop = &loop, .clock = &clock, .comm1 = &comm1});
   }
 };
 

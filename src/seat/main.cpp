@@ -1,0 +1,28 @@
+#include <QCoreApplication>
+#include <iostream>
+
+#include "core/console.h"
+#include "platform/qt/qt_client_socket.h"
+#include "platform/qt/qt_event_loop.h"
+#include "platform/qt/qt_system_clock.h"
+#include "platform/scripted/scripted_platform.h"
+#include "platform/services_with.h"
+#include "seat/options.h"
+#include "seat/seat_work.h"
+
+int main(int argc, char* argv[]) {
+  using namespace lineweir;
+  int status = 0;
+  const auto options = seat::parse_options(argc, argv, std::cin, std::cout, std::cerr, status);
+  if (!options) return status;
+  QCoreApplication application(argc, argv);
+  platform::QtEventLoop loop;
+  platform::QtClientSocket socket(loop);
+  platform::QtSystemClock clock;
+  // Nothing is kept on disk, and nothing is heard.
+  platform::ScriptedPlatform workstation;
+  Console console(platform::services_with(workstation.services(),
+                                          {.loop = &loop, .clock = &clock, .winsock1 = &socket}));
+  seat::SeatWork work(console, loop, *options);
+  for (;;) loop.yield();
+}

@@ -1,0 +1,35 @@
+#include "seat/options.h"
+
+#include <CLI/CLI.hpp>
+#include <istream>
+#include <string>
+
+namespace lineweir::seat {
+
+std::optional<Options> parse_options(int argc, const char* const* argv, std::istream& input,
+                                     std::ostream& output, std::ostream& errors, int& status) {
+  CLI::App app(
+      "A seat without a window at a lineweir-server, worked by a simulated person, so that a show "
+      "is lively with nobody there. The password is read from the standard input.");
+  Options options;
+  std::string work = "screener";
+  app.add_option("--host", options.login.host, "The server's name or address")->required();
+  app.add_option("--port", options.login.port, "Its port")->required()->check(CLI::Range(1, 65535));
+  app.add_option("--user", options.login.user, "Who logs in")->required();
+  app.add_option("--as", work, "The work: screener or host")
+      ->check(CLI::IsMember({"screener", "host"}))
+      ->capture_default_str();
+  app.add_option("--seed", options.seed, "The same seed gives the same person")
+      ->capture_default_str();
+  try {
+    app.parse(argc, argv);
+  } catch (const CLI::ParseError& problem) {
+    status = app.exit(problem, output, errors);
+    return std::nullopt;
+  }
+  options.work = work == "host" ? Work::Host : Work::Screener;
+  std::getline(input, options.login.password);
+  return options;
+}
+
+}  // namespace lineweir::seat
