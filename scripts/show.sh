@@ -45,7 +45,7 @@ $second_seat
 number = 1
 name = "Morning Show"
 lines = $lines
-calls_per_minute = 7.0
+calls_per_minute = 12.0
 line_names = ["Hotline"]
 EOF
   coproc server {
@@ -80,23 +80,25 @@ let_callers_ring() {
 # A time of day so many minutes from now, as the plan's form takes it.
 in_minutes() { date -d "$1 minutes" +%H%M00; }
 
-# prepare_window FOLDER USER MODE ADDRESS PORT: the settings of a window that connects by itself, with a plan of the
-# hour, a call log and growing text. What its user has changed otherwise stays.
+# prepare_window FOLDER USER MODE ADDRESS PORT LINES: the settings of a window that connects by itself,
+# with a plan of the hour, a call log and growing text. What its user has changed otherwise stays.
 prepare_window() {
-  local folder=$1 user=$2 mode=$3 address=$4 port_of_window=$5
+  local folder=$1 user=$2 mode=$3 address=$4 port_of_window=$5 lines=$6 is_new=
+  [[ -s $folder/Writ.inf ]] || is_new=yes
   mkdir -p "$folder"
   {
     printf '%s\n' launch
-    [[ -s $folder/Writ.inf ]] ||
+    [[ -z $is_new ]] ||
       printf '%s\n' 'resize 15000 11000' 'click EventClockMenu' 'click TimeClockMenuItem' \
         'click TextGrowToggle' 'answer file "calls.mdb"' 'click DatabasePathMenuItem' "click $mode"
-    printf '%s\n' 'click ShowData' "type Form2.StartTime \"$(in_minutes -6)\"" \
-      "type Form2.Text1 \"$(in_minutes 54)\"" \
-      "type Form2.Grid1 \"$(in_minutes 4)\\t$(in_minutes 24)\\t$(in_minutes 39)\"" \
-      'cell Form2.Grid1 1 2' 'type Form2.Grid1 "News\tGuest\tCalls"' 'click Form2.Exit' \
-      "set UserName \"$user\"" "set Winsock1.RemoteHost \"$address\"" \
-      "set Winsock1.RemotePort $port_of_window" 'socket open' \
-      'click SaveSettingsMenu'
+    [[ -z $is_new || $lines == 10 ]] || printf '%s\n' 'click Line20Mode'
+    printf '%s\n' 'click ShowData' \
+      "type Form2.StartTime \"$(in_minutes -6)\"" "type Form2.Text1 \"$(in_minutes 54)\"" \
+      "type Form2.Grid1 \"$(in_minutes 4)\\t$(in_minutes 24)\\t$(in_minutes 39)\""
+    [[ -z $is_new ]] || printf '%s\n' 'cell Form2.Grid1 1 2' 'type Form2.Grid1 "News\tGuest\tCalls"'
+    printf '%s\n' 'click Form2.Exit' "set UserName \"$user\"" \
+      "set Winsock1.RemoteHost \"$address\"" "set Winsock1.RemotePort $port_of_window" \
+      'socket open' 'click SaveSettingsMenu'
   } | "$bin/lineweir-driver" --dir "$folder" > "$folder/preparation.txt"
 }
 
