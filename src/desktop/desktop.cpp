@@ -24,6 +24,7 @@ Desktop::Desktop(Console& console, const QString& background_path)
       entry_place_([this] { return main_frame_.main_window(); }),
       close_question_(console, focus_, [this] { return main_frame_.window(); }),
       certificate_question_(console, focus_, [this] { return main_frame_.window(); }),
+      manual_(console, focus_, [this] { return main_frame_.main_window(); }),
       announcer_(console, [this](const Form& form) {
         return window_of(QString::fromStdString(form.name()));
       }) {
@@ -41,6 +42,8 @@ Desktop::Desktop(Console& console, const QString& background_path)
     dialogs_.push_back(std::make_unique<DialogFrame>(row.form(console), row, focus_,
                                                      [this] { return main_frame_.window(); }));
   }
+  manual_key_.form_of = [this](const QWindow& window) { return form_of(window); };
+  manual_key_.open = [this](const std::string& form) { manual_.open_for(form); };
   DialogFrame& entry = *dialog(console.Form4);
   entry.arrange = [this](QWidget& window) { entry_layout_.arrange(window); };
   entry.place = [this](QWidget& window) { entry_place_.place(window); };
@@ -79,10 +82,24 @@ QWidget* Desktop::window_of(const QString& form_name) const {
   if (form_name.toStdString() == certificate_question_.form().name()) {
     return certificate_question_.window();
   }
+  if (form_name.toStdString() == manual_.form().name()) return manual_.window();
   for (const auto& dialog : dialogs_) {
     if (form_name.toStdString() == dialog->form().name()) return dialog->window();
   }
   return nullptr;
+}
+
+std::string Desktop::form_of(const QWindow& window) const {
+  const auto is_of = [&](const QWidget* widget) {
+    return widget != nullptr && widget->windowHandle() == &window;
+  };
+  if (is_of(main_frame_.window())) return main_frame_.form().name();
+  if (is_of(close_question_.window())) return close_question_.form().name();
+  if (is_of(certificate_question_.window())) return certificate_question_.form().name();
+  for (const auto& dialog : dialogs_) {
+    if (is_of(dialog->window())) return dialog->form().name();
+  }
+  return {};
 }
 
 void Desktop::flush() {
@@ -90,6 +107,7 @@ void Desktop::flush() {
   for (const auto& dialog : dialogs_) dialog->flush();
   close_question_.flush();
   certificate_question_.flush();
+  manual_.flush();
   announcer_.flush();
 }
 

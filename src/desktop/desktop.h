@@ -11,6 +11,8 @@
 #include "desktop/entry_layout.h"
 #include "desktop/entry_place.h"
 #include "desktop/main_frame.h"
+#include "desktop/manual_key.h"
+#include "desktop/manual_window.h"
 #include "desktop/message_in_front.h"
 #include "desktop/user_hands.h"
 #include "desktop/window_focus.h"
@@ -38,6 +40,7 @@ class Desktop {
   Announcer& announcer() { return announcer_; }
   CloseQuestion& close_question() { return close_question_; }
   CertificateQuestion& certificate_question() { return certificate_question_; }
+  ManualWindow& manual() { return manual_; }
   DialogFrame* dialog(const Form& form) const;
 
   // The window of the form of that name; null while it has none.
@@ -47,6 +50,8 @@ class Desktop {
   void flush();
 
  private:
+  std::string form_of(const QWindow& window) const;
+
   Console& console_;
   UserHands hands_;
   WindowFocus focus_{hands_};
@@ -57,6 +62,8 @@ class Desktop {
   EntryPlace entry_place_;
   CloseQuestion close_question_;
   CertificateQuestion certificate_question_;
+  ManualWindow manual_;
+  ManualKey manual_key_;
   Announcer announcer_;
 };
 

@@ -21,6 +21,7 @@ MenuItem& numbered(const std::array<MenuItem*, 4>& items, int number) {
 MenuElements::MenuElements(Form& form)
     : Options(form, "Options"),
       AboutLineweir(form, Options, "AboutLineweir", "&About Lineweir"),
+      ManualMenuItem(form, Options, "ManualMenuItem", "&Manual"),
       SaveSettingsMenu(form, Options, "SaveSettingsMenu", "&Save Settings"),
       DatabasePathMenuItem(form, Options, "DatabasePathMenuItem", "&Database Path"),
       ShowDatabaseMenuItem(form, Options, "ShowDatabaseMenuItem", "Show Data&base"),
@@ -92,6 +93,7 @@ MenuElements::MenuElements(Form& form)
   StudioGr(0).caption = "Group 1";
   NextGenPhone.load(1).visible = false;
 
+  ManualMenuItem.shortcut = "F1";
   ResetLineweirSize.shortcut = "F5";
   ServerShowData.visible = false;
   NextGenPhoneMenu.visible = false;

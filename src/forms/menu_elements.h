@@ -10,9 +10,9 @@ struct MenuElements {
   explicit MenuElements(Form& form);
 
   MenuItem Options;
-  MenuItem AboutLineweir, SaveSettingsMenu, DatabasePathMenuItem, ShowDatabaseMenuItem, ShowData,
-      ServerShowData, GreyScreenOption, FontMenuItem, TextGrowToggle, UrgentSound,
-      ResetLineweirSize, ExitMenu;
+  MenuItem AboutLineweir, ManualMenuItem, SaveSettingsMenu, DatabasePathMenuItem,
+      ShowDatabaseMenuItem, ShowData, ServerShowData, GreyScreenOption, FontMenuItem,
+      TextGrowToggle, UrgentSound, ResetLineweirSize, ExitMenu;
 
   MenuItem Port;
   MenuItem Com1, Com2, Com3, Com4, NetworkConnectionOption, WinsockMenu, PortSeparator, PortOn, Off;

@@ -1,0 +1,38 @@
+#pragma once
+
+#include <QString>
+#include <QTextCursor>
+#include <vector>
+
+namespace lineweir {
+
+class ManualPages;
+
+// Finds words in the manual, shows all places that have them and leads from one to the next.
+class ManualSearch {
+ public:
+  explicit ManualSearch(ManualPages& pages) : pages_(pages) {}
+
+  // The places of these words from now on. The one at or behind the reader's place is gone to.
+  void look_for(const QString& words);
+  void next();
+  void former();
+
+  int hits() const { return static_cast<int>(hits_.size()); }
+  // The place that was gone to last, from 1; 0 for none.
+  int place() const { return place_ + 1; }
+
+  // Goes to the message of the program, of which the manual leaves names and numbers out. False
+  // where it tells nothing of it.
+  bool go_to_message(const QString& text);
+
+ private:
+  void go_to(int place);
+  void show();
+
+  ManualPages& pages_;
+  std::vector<QTextCursor> hits_;
+  int place_ = -1;
+};
+
+}  // namespace lineweir
