@@ -21,13 +21,14 @@ std::optional<std::string> charset_at(const std::vector<std::string>& words, std
 }  // namespace
 
 const char* const usage_text =
-    "Usage: lineweir [--charset SET] [D|E]\n"
+    "Usage: lineweir [--charset SET] [--diagnose] [D|E]\n"
     "The operator's console of a talk show's telephones.\n"
     "\n"
     "  D               write the trace to LWDebug.txt\n"
     "  E               let the line buttons act on lines that other equipment has taken\n"
     "  --charset SET   the character set of all texts, windows-1250 to windows-1258;\n"
     "                  without it the one of the locale's language\n"
+    "  --diagnose      say what the console finds here, and what to do where it lacks something\n"
     "  --help          say this\n";
 
 CommandLine parse_command_line(const std::vector<std::string>& words, std::string_view locale) {
@@ -36,6 +37,8 @@ CommandLine parse_command_line(const std::vector<std::string>& words, std::strin
   for (std::size_t i = 0; i < words.size(); ++i) {
     if (words[i] == "--help" || words[i] == "-h") {
       line.help = true;
+    } else if (words[i] == "--diagnose") {
+      line.diagnose = true;
     } else if (const auto charset = charset_at(words, i)) {
       const CodePage* page = find_code_page(*charset);
       if (page != nullptr) {

@@ -15,6 +15,7 @@ struct CommandLine {
   // The set of the console's texts.
   const CodePage* code_page = &default_code_page();
   bool help = false;
+  bool diagnose = false;
   // What can't be done, as a line for the user; empty where all can.
   std::string problem;
 };

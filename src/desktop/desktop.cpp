@@ -25,6 +25,7 @@ Desktop::Desktop(Console& console, const QString& background_path)
       close_question_(console, focus_, [this] { return main_frame_.window(); }),
       certificate_question_(console, focus_, [this] { return main_frame_.window(); }),
       manual_(console, focus_, [this] { return main_frame_.main_window(); }),
+      diagnosis_(console, focus_, [this] { return main_frame_.window(); }),
       announcer_(console, [this](const Form& form) {
         return window_of(QString::fromStdString(form.name()));
       }) {
@@ -83,6 +84,7 @@ QWidget* Desktop::window_of(const QString& form_name) const {
     return certificate_question_.window();
   }
   if (form_name.toStdString() == manual_.form().name()) return manual_.window();
+  if (form_name.toStdString() == diagnosis_.form().name()) return diagnosis_.window();
   for (const auto& dialog : dialogs_) {
     if (form_name.toStdString() == dialog->form().name()) return dialog->window();
   }
@@ -96,6 +98,7 @@ std::string Desktop::form_of(const QWindow& window) const {
   if (is_of(main_frame_.window())) return main_frame_.form().name();
   if (is_of(close_question_.window())) return close_question_.form().name();
   if (is_of(certificate_question_.window())) return certificate_question_.form().name();
+  if (is_of(diagnosis_.window())) return diagnosis_.form().name();
   for (const auto& dialog : dialogs_) {
     if (is_of(dialog->window())) return dialog->form().name();
   }
@@ -108,6 +111,7 @@ void Desktop::flush() {
   close_question_.flush();
   certificate_question_.flush();
   manual_.flush();
+  diagnosis_.flush();
   announcer_.flush();
 }
 

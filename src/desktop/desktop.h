@@ -7,6 +7,7 @@
 #include "desktop/announcer.h"
 #include "desktop/certificate_question.h"
 #include "desktop/close_question.h"
+#include "desktop/diagnosis_window.h"
 #include "desktop/dialog_frame.h"
 #include "desktop/entry_layout.h"
 #include "desktop/entry_place.h"
@@ -41,6 +42,7 @@ class Desktop {
   CloseQuestion& close_question() { return close_question_; }
   CertificateQuestion& certificate_question() { return certificate_question_; }
   ManualWindow& manual() { return manual_; }
+  DiagnosisWindow& diagnosis() { return diagnosis_; }
   DialogFrame* dialog(const Form& form) const;
 
   // The window of the form of that name; null while it has none.
@@ -63,6 +65,7 @@ class Desktop {
   CloseQuestion close_question_;
   CertificateQuestion certificate_question_;
   ManualWindow manual_;
+  DiagnosisWindow diagnosis_;
   ManualKey manual_key_;
   Announcer announcer_;
 };

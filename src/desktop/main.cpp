@@ -2,7 +2,9 @@
 #include <cstdio>
 
 #include "desktop/command_line.h"
+#include "desktop/print_diagnosis.h"
 #include "desktop/program.h"
+#include "desktop/screens_seen.h"
 
 namespace {
 
@@ -21,6 +23,11 @@ int main(int argc, char* argv[]) {
     std::fputs(asked.help ? lineweir::usage_text : asked.problem.c_str(),
                asked.help ? stdout : stderr);
     return asked.help ? 0 : 2;
+  }
+  if (asked.diagnose) {
+    const std::vector<std::string> screens = lineweir::screens_from_aside(argc, argv);
+    const QCoreApplication application(argc, argv);
+    return lineweir::print_diagnosis(command_line_of(QCoreApplication::arguments()), screens);
   }
   QApplication application(argc, argv);
   QApplication::setApplicationName(QStringLiteral("lineweir"));

@@ -21,6 +21,7 @@
 #include "desktop/new_user.h"
 #include "desktop/pdf_tables.h"
 #include "desktop/screenshot.h"
+#include "desktop/surroundings.h"
 #include "desktop/theme.h"
 #include "desktop/trusted_servers.h"
 #include "letters/code_page_letters.h"
@@ -134,6 +135,9 @@ int run_program(const CommandLine& command_line) {
                    }});
   Desktop desktop(console);
   desktop.certificate_question().trusted = &trusted;
+  desktop.diagnosis().look_around = [access, page = command_line.code_page] {
+    return look_around(access->folder, *page);
+  };
   winsock1.on_doubt = [&desktop](const platform::QtClientSocket::DoubtfulCertificate& certificate) {
     desktop.certificate_question().ask(certificate);
   };

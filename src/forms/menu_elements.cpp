@@ -22,6 +22,7 @@ MenuElements::MenuElements(Form& form)
     : Options(form, "Options"),
       AboutLineweir(form, Options, "AboutLineweir", "&About Lineweir"),
       ManualMenuItem(form, Options, "ManualMenuItem", "&Manual"),
+      DiagnosisMenuItem(form, Options, "DiagnosisMenuItem", "D&iagnosis"),
       SaveSettingsMenu(form, Options, "SaveSettingsMenu", "&Save Settings"),
       DatabasePathMenuItem(form, Options, "DatabasePathMenuItem", "&Database Path"),
       ShowDatabaseMenuItem(form, Options, "ShowDatabaseMenuItem", "Show Data&base"),

@@ -10,7 +10,7 @@ struct MenuElements {
   explicit MenuElements(Form& form);
 
   MenuItem Options;
-  MenuItem AboutLineweir, ManualMenuItem, SaveSettingsMenu, DatabasePathMenuItem,
+  MenuItem AboutLineweir, ManualMenuItem, DiagnosisMenuItem, SaveSettingsMenu, DatabasePathMenuItem,
       ShowDatabaseMenuItem, ShowData, ServerShowData, GreyScreenOption, FontMenuItem,
       TextGrowToggle, UrgentSound, ResetLineweirSize, ExitMenu;
 

@@ -26,6 +26,13 @@ TEST_SUITE("command line") {
     CHECK(parsed({"--charset=cp1253", "D"}, "pl_PL").code_page->name == "windows-1253");
   }
 
+  TEST_CASE("a diagnosis is asked for, beside whatever else is said") {
+    CHECK_FALSE(parse_command_line({"D"}, "").diagnose);
+    const CommandLine line = parse_command_line({"--diagnose", "--charset", "windows-1250"}, "");
+    CHECK(line.diagnose);
+    CHECK(line.code_page->name == "windows-1250");
+  }
+
   TEST_CASE("a set that there isn't is a problem, and help is asked for") {
     for (const std::vector<std::string>& words :
          {std::vector<std::string>{"--charset", "utf-8"}, {"--charset="}, {"--charset"}}) {

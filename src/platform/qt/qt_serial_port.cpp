@@ -20,13 +20,6 @@ namespace {
 constexpr int first_port = 1;
 constexpr int last_port = 4;
 
-std::string device_of(int number) {
-  const std::string variable = "LINEWEIR_COM" + std::to_string(number);
-  const char* device = std::getenv(variable.c_str());
-  if (device != nullptr && *device != '\0') return device;
-  return "/dev/ttyS" + std::to_string(number - 1);
-}
-
 [[noreturn]] void fail_to_open(int number, const std::string& device, const std::string& reason) {
   throw Failure(number, "Can't open " + device + ": " + reason);
 }
@@ -37,6 +30,13 @@ bool may_use(const QString& device) {
 }
 
 }  // namespace
+
+std::string device_of_comm_port(int number) {
+  const std::string variable = "LINEWEIR_COM" + std::to_string(number);
+  const char* device = std::getenv(variable.c_str());
+  if (device != nullptr && *device != '\0') return device;
+  return "/dev/ttyS" + std::to_string(number - 1);
+}
 
 QtSerialPort::QtSerialPort(EventLoop& loop, int bits_per_second, int comm_port)
     : bits_per_second_(bits_per_second),
@@ -67,7 +67,7 @@ void QtSerialPort::open() {
   }
 
   tell_lost_.cancel();
-  device_ = device_of(comm_port_);
+  device_ = device_of_comm_port(comm_port_);
   // Links are followed so that two names of one device can't both be opened.
   const QString real = QFileInfo(QFile::decodeName(device_.c_str())).canonicalFilePath();
   if (real.isEmpty()) {

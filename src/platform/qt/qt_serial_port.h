@@ -8,6 +8,9 @@
 
 namespace lineweir::platform {
 
+// What is opened as the port of that number, from 1.
+std::string device_of_comm_port(int number);
+
 // A serial port of the computer: 8 data bits, no parity, 1 stop bit, no flow control. Port n is the
 // device that the environment variable LINEWEIR_COMn names when the port is opened, otherwise
 // /dev/ttyS(n-1).

@@ -1,0 +1,36 @@
+#include "desktop/server_probe.h"
+
+#include "platform/qt/server_address.h"
+
+namespace lineweir {
+namespace {
+
+constexpr int longest_wait_ms = 2000;
+
+}  // namespace
+
+ServerProbe::ServerProbe() {
+  limit_.setSingleShot(true);
+  QObject::connect(&limit_, &QTimer::timeout, &limit_,
+                   [this] { answer(QStringLiteral("no answer within two seconds.")); });
+  QObject::connect(&socket_, &QTcpSocket::connected, &limit_, [this] { answer({}); });
+  QObject::connect(&socket_, &QTcpSocket::errorOccurred, &limit_,
+                   [this] { answer(socket_.errorString() + QLatin1Char('.')); });
+}
+
+void ServerProbe::start(const ServerSeen& server) {
+  limit_.stop();
+  socket_.abort();
+  const auto address = platform::server_address(server.host);
+  limit_.start(longest_wait_ms);
+  socket_.connectToHost(QString::fromStdString(address.host), static_cast<quint16>(server.port));
+}
+
+void ServerProbe::answer(const QString& failure) {
+  if (!limit_.isActive()) return;
+  limit_.stop();
+  socket_.abort();
+  if (on_answer) on_answer(failure.toStdString());
+}
+
+}  // namespace lineweir
