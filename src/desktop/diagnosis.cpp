@@ -45,11 +45,12 @@ Finding settings(const FileSeen& settings) {
 Finding log(const FileSeen& log) {
   if (log.path.empty()) {
     return {Note, "Call log", "None is chosen.",
-            "Choose or make one by Configuration, Log Data Options, or calls are kept nowhere."};
+            "Choose or make one by Options, Database Path, or calls are kept nowhere."};
   }
   if (!log.exists) {
-    return {Trouble, "Call log", log.path + " isn't there.",
-            "Choose another file in the menu Options, or bring the folder back that holds it."};
+    return {
+        Trouble, "Call log", log.path + " isn't there.",
+        "Choose another file by Options, Database Path, or bring the folder back that holds it."};
   }
   if (log.may_be_written) return {Good, "Call log", log.path + "."};
   return {Trouble, "Call log", log.path + " can't be written to.",

@@ -11,12 +11,13 @@ FOLDERS = [
     "platform/journal", "platform/qt", "platform/sqlite", "platform/threaded",
 ]
 
-# The names of elements for screen readers, the places of the manual, what the command line answers, and what a test of the
-# window writes for itself.
+# The names of elements for screen readers, the places of the manual, what the command line answers,
+# what a test of the window writes for itself, and the diagnosis, whose page says itself what to do.
 OTHER_FILES = {
     "accessible_names.cpp", "button_picture.cpp", "command_line.cpp", "element_looks.cpp",
-    "manual_sections.cpp",
-    "screenshot.cpp",
+    "manual_sections.cpp", "screenshot.cpp",
+    "diagnosis.cpp", "diagnosis_window.cpp", "screens_seen.cpp", "server_probe.cpp",
+    "surroundings.cpp",
 }
 
 # A text in quotes, with others that follow it directly; comments are tried first, so that a quote in
