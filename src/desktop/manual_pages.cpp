@@ -46,6 +46,14 @@ QString anchor_of(const QString& heading) {
   return anchor;
 }
 
+// Whether all of its words are those of a program or a file.
+bool is_example(const QTextBlock& block) {
+  for (auto piece = block.begin(); !piece.atEnd(); ++piece) {
+    if (!piece.fragment().charFormat().fontFixedPitch()) return false;
+  }
+  return true;
+}
+
 QImage shown_picture(const QString& path, double scale) {
   const QImage picture(path);
   if (picture.isNull()) return {};
@@ -92,7 +100,7 @@ void ManualPages::dress_tables() {
     format.setBorder(1);
     format.setBorderBrush(QColor(128, 128, 128));
     format.setBorderStyle(QTextFrameFormat::BorderStyle_Solid);
-    format.setBottomMargin(behind_paragraph);
+    format.setTopMargin(behind_paragraph);
     table->setFormat(format);
   }
 }
@@ -104,10 +112,7 @@ void ManualPages::dress_links() {
     for (auto piece = block.begin(); !piece.atEnd(); ++piece) {
       const QTextFragment fragment = piece.fragment();
       if (!fragment.charFormat().isAnchor()) continue;
-      QTextCursor link(document());
-      link.setPosition(fragment.position());
-      link.setPosition(fragment.position() + fragment.length(), QTextCursor::KeepAnchor);
-      links.push_back(link);
+      links.push_back(this->piece(fragment.position(), fragment.length()));
     }
   }
   for (QTextCursor& link : links) {
@@ -121,9 +126,9 @@ void ManualPages::dress_links() {
 void ManualPages::space_out() {
   for (QTextBlock block = document()->begin(); block.isValid(); block = block.next()) {
     QTextCursor cursor(block);
-    const bool is_code = block.blockFormat().hasProperty(QTextFormat::BlockCodeFence) ||
-                         block.blockFormat().nonBreakableLines();
-    if (cursor.currentTable() != nullptr || cursor.currentList() != nullptr || is_code) continue;
+    if (cursor.currentTable() != nullptr || cursor.currentList() != nullptr) continue;
+    // The lines of an example stand close together, and nothing else is empty.
+    if (block.text().isEmpty() || is_example(block)) continue;
     QTextBlockFormat format;
     format.setBottomMargin(behind_paragraph);
     format.setTopMargin(block.blockFormat().headingLevel() > 0 ? above_heading : 0);
@@ -160,6 +165,22 @@ void ManualPages::go_to(const Heading& heading) {
   QTextCursor cursor(document()->findBlockByNumber(heading.block));
   setTextCursor(cursor);
   verticalScrollBar()->setValue(top_of(heading.block));
+}
+
+QTextCursor ManualPages::piece(int position, int length) const {
+  QTextCursor cursor(document());
+  cursor.setPosition(position);
+  cursor.setPosition(position + length, QTextCursor::KeepAnchor);
+  return cursor;
+}
+
+std::pair<int, int> ManualPages::positions_in_sight() const {
+  const QRect sight = viewport()->rect();
+  // A row of a table whose cells begin above the edge counts as in sight, and so does the last
+  // line.
+  const int first = cursorForPosition(sight.topLeft()).block().position();
+  const QTextBlock last = cursorForPosition(sight.bottomRight()).block();
+  return {first, last.position() + last.length()};
 }
 
 void ManualPages::show_found(const QTextCursor& found) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QTextBrowser>
+#include <utility>
 #include <vector>
 
 namespace lineweir {
@@ -25,6 +26,10 @@ class ManualPages final : public QTextBrowser {
   // False where there is no such heading.
   bool go_to(const QString& anchor);
   void go_to(const Heading& heading);
+  // That piece of the text, and between which places of it the reader looks now.
+  QTextCursor piece(int position, int length) const;
+  std::pair<int, int> positions_in_sight() const;
+
   // Selects what was found there, with some lines above it in sight.
   void show_found(const QTextCursor& found);
   // The heading above the place that was gone to, as long as that is in sight, and then above what

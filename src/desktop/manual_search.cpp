@@ -1,5 +1,6 @@
 #include "desktop/manual_search.h"
 
+#include <QTextCursor>
 #include <QTextDocument>
 #include <QTextEdit>
 #include <algorithm>
@@ -20,16 +21,17 @@ void ManualSearch::look_for(const QString& words) {
   hits_.clear();
   place_ = -1;
   const QString sought = words.simplified();
-  QTextCursor found(pages_.document());
-  while (!sought.isEmpty()) {
-    found = pages_.document()->find(sought, found);
-    if (found.isNull()) break;
-    hits_.push_back(found);
+  length_ = static_cast<int>(sought.size());
+  // Its places are those of the document.
+  const QString text = pages_.document()->toRawText();
+  qsizetype found = sought.isEmpty() ? -1 : text.indexOf(sought, 0, Qt::CaseInsensitive);
+  while (found >= 0) {
+    hits_.push_back(static_cast<int>(found));
+    found = text.indexOf(sought, found + length_, Qt::CaseInsensitive);
   }
-  if (hits_.empty()) return show();
+  if (hits_.empty()) return mark();
   const int reader = pages_.textCursor().selectionStart();
-  const auto behind = std::ranges::find_if(
-      hits_, [&](const QTextCursor& hit) { return hit.selectionStart() >= reader; });
+  const auto behind = std::ranges::lower_bound(hits_, reader);
   go_to(behind == hits_.end() ? 0 : static_cast<int>(behind - hits_.begin()));
 }
 
@@ -43,15 +45,17 @@ void ManualSearch::former() {
 
 void ManualSearch::go_to(int place) {
   place_ = place;
-  pages_.show_found(hits_[static_cast<std::size_t>(place)]);
-  show();
+  pages_.show_found(pages_.piece(hits_[static_cast<std::size_t>(place)], length_));
+  mark();
 }
 
-void ManualSearch::show() {
+void ManualSearch::mark() {
+  const auto [first, last] = pages_.positions_in_sight();
   QList<QTextEdit::ExtraSelection> shown;
-  for (const QTextCursor& hit : hits_) {
+  for (auto hit = std::ranges::lower_bound(hits_, first); hit != hits_.end() && *hit <= last;
+       ++hit) {
     QTextEdit::ExtraSelection selection;
-    selection.cursor = hit;
+    selection.cursor = pages_.piece(*hit, length_);
     // The one that was gone to is selected, and stands out among the others.
     QColor ground = pages_.palette().color(QPalette::Highlight);
     ground.setAlpha(other_hits_alpha);

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <QString>
-#include <QTextCursor>
 #include <vector>
 
 namespace lineweir {
@@ -18,6 +17,9 @@ class ManualSearch {
   void next();
   void former();
 
+  // Marks the places that are in sight now.
+  void mark();
+
   int hits() const { return static_cast<int>(hits_.size()); }
   // The place that was gone to last, from 1; 0 for none.
   int place() const { return place_ + 1; }
@@ -28,10 +30,11 @@ class ManualSearch {
 
  private:
   void go_to(int place);
-  void show();
 
   ManualPages& pages_;
-  std::vector<QTextCursor> hits_;
+  // Where in the text they begin, in order.
+  std::vector<int> hits_;
+  int length_ = 0;
   int place_ = -1;
 };
 

@@ -130,8 +130,10 @@ void ManualWindow::show_headings() {
                      const auto at = static_cast<std::size_t>(item->data(Qt::UserRole).toInt());
                      pages_->go_to(pages_->headings()[at]);
                    });
-  QObject::connect(pages_->verticalScrollBar(), &QScrollBar::valueChanged, headings_,
-                   [this] { mark_heading(); });
+  QObject::connect(pages_->verticalScrollBar(), &QScrollBar::valueChanged, headings_, [this] {
+    mark_heading();
+    search_->mark();
+  });
 }
 
 void ManualWindow::mark_heading() {

@@ -107,11 +107,15 @@ TEST_SUITE("desktop/manual") {
         (marked->text().trimmed() == "Lock and unlock" || marked->text().trimmed() == "The rows"));
   }
 
-  TEST_CASE("all places of the words are marked") {
+  TEST_CASE("the places in sight that have the words are marked") {
     Reader desk;
     desk.choose();
     QTest::keyClicks(&desk.words(), "padlocks");
-    CHECK(desk.pages().extraSelections().size() == 2);
+    CHECK(desk.pages().extraSelections().size() >= 1);
+    desk.words().clear();
+    QTest::keyClicks(&desk.words(), "e");
+    CHECK(desk.pages().extraSelections().size() > 20);
+    CHECK(desk.pages().extraSelections().size() < 2000);
     desk.words().clear();
     CHECK(desk.pages().extraSelections().empty());
   }
