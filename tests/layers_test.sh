@@ -73,6 +73,9 @@ lineweir_serverlink core/console.h
 lineweir_core platform/sqlite/connection.h
 lineweir_core desktop/main_window.h
 lineweir_core QWidget
+lineweir_core practice/practice_show.h
+lineweir_practice desktop/main_window.h
+lineweir_practice QWidget
 lineweir_scripted core/console.h
 lineweir_asio server/server.h
 lineweir_server platform/asio/asio_loop.h
@@ -94,6 +97,8 @@ lineweir_lines base/text.h
 lineweir_state forms/main_form.h
 lineweir_serverlink boxlink/line_steps.h
 lineweir_core serverlink/server_link.h
+lineweir_practice core/console.h
+lineweir_practice studio/boxed_exchange.h
 ALLOWED
 
 [[ $tried -ge 30 ]] || { echo "only $tried forbidden includes were tried"; failed=1; }

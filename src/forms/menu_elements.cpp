@@ -81,6 +81,7 @@ MenuElements::MenuElements(Form& form)
       NextBarDisable(form, ConfigurationMenuItem, "NextBarDisable", "No Next &Bar"),
       DimLineNumMenu(form, ConfigurationMenuItem, "DimLineNumMenu", "Line &Names"),
       StudioLinNumMenu(form, ConfigurationMenuItem, "StudioLinNumMenu", "Line N&umbers"),
+      PracticeMenu(form, ConfigurationMenuItem, "PracticeMenu", "Pra&ctice Show"),
       ConfigurationSeparator(form, ConfigurationMenuItem, "ConfigurationSeparator", separator),
       StudioGr(form, "StudioGr") {
   Options.caption = "&Options";

@@ -30,7 +30,8 @@ struct MenuElements {
   MenuItem MitelOption, MitelPhone1, MitelPhone2;
   MenuItem NextGenPhoneMenu;
   ControlArray<MenuItem> NextGenPhone;
-  MenuItem RemoteNext, NextBarDisable, DimLineNumMenu, StudioLinNumMenu, ConfigurationSeparator;
+  MenuItem RemoteNext, NextBarDisable, DimLineNumMenu, StudioLinNumMenu, PracticeMenu,
+      ConfigurationSeparator;
   ControlArray<MenuItem> StudioGr;
 
   // Com1 to Com4 by the port's number.

@@ -46,6 +46,11 @@ void BoxedExchange::advance(Moment now) {
   for (Box& box : boxes_) box.pacer.advance(now);
 }
 
+void BoxedExchange::happen_now(const StudioEvent& event, Moment now) {
+  advance(now);
+  if (!over_) happen(event);
+}
+
 Moment BoxedExchange::next_due() const {
   Moment due = next_event();
   for (const Box& box : boxes_) due = std::min(due, box.pacer.next_due());

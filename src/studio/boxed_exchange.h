@@ -43,6 +43,9 @@ class BoxedExchange {
   void receive(std::string_view bytes, Moment now, int box = 0);
   void advance(Moment now);
 
+  // Something happens that nobody could tell of beforehand, in the studio or at another seat.
+  void happen_now(const StudioEvent& event, Moment now);
+
   // When advance() next has something to do; `never` once the studio is over and all is sent.
   Moment next_due() const;
 

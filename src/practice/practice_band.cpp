@@ -1,0 +1,39 @@
+#include "practice/practice_band.h"
+
+#include "practice/practice_results.h"
+
+namespace lineweir::practice {
+namespace {
+
+constexpr std::string_view handset_letters = "PO";
+
+}  // namespace
+
+std::string show_text(const LevelRule& level, Moment played) {
+  const int now =
+      static_cast<int>(std::chrono::duration_cast<std::chrono::seconds>(played).count());
+  int ends = 0;
+  for (const ShowPart& part : level.parts) {
+    ends += part.seconds;
+    if (now >= ends) continue;
+    return std::string(level.name) + " show. " + std::string(part.name) + ": " +
+           minutes_text(ends - now) + " left; " + minutes_text(show_seconds(level) - now) +
+           " to the end.";
+  }
+  return {};
+}
+
+std::string words_text(const PracticeBox& box) {
+  std::string text;
+  for (int line = 0; line < PracticeBox::line_count; ++line) {
+    const Caller* caller = box.caller_on(line);
+    if (caller == nullptr || handset_letters.find(box.lines().letter(line)) == std::string::npos) {
+      continue;
+    }
+    if (!text.empty()) text += ' ';
+    text += "Line " + std::to_string(line + 1) + " says: \"" + std::string(caller->words) + '"';
+  }
+  return text;
+}
+
+}  // namespace lineweir::practice
