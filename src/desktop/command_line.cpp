@@ -21,7 +21,7 @@ std::optional<std::string> charset_at(const std::vector<std::string>& words, std
 }  // namespace
 
 const char* const usage_text =
-    "Usage: lineweir [--charset SET] [--diagnose] [D|E]\n"
+    "Usage: lineweir [--charset SET] [--practice] [--diagnose] [D|E]\n"
     "The operator's console of a talk show's telephones.\n"
     "\n"
     "  D               write the trace to LWDebug.txt\n"
@@ -29,6 +29,8 @@ const char* const usage_text =
     "  --charset SET   the character set of all texts, windows-1250 to windows-1258;\n"
     "                  without it the one of the locale's language\n"
     "  --diagnose      say what the console finds here, and what to do where it lacks something\n"
+    "  --practice      a show to practise on: simulated callers, and nothing of it reaches\n"
+    "                  the real lines, log or settings\n"
     "  --help          say this\n";
 
 CommandLine parse_command_line(const std::vector<std::string>& words, std::string_view locale) {
@@ -39,6 +41,8 @@ CommandLine parse_command_line(const std::vector<std::string>& words, std::strin
       line.help = true;
     } else if (words[i] == "--diagnose") {
       line.diagnose = true;
+    } else if (words[i] == "--practice") {
+      line.practice = true;
     } else if (const auto charset = charset_at(words, i)) {
       const CodePage* page = find_code_page(*charset);
       if (page != nullptr) {

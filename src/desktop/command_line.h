@@ -16,6 +16,8 @@ struct CommandLine {
   const CodePage* code_page = &default_code_page();
   bool help = false;
   bool diagnose = false;
+  // A console to practise on, in place of the real one.
+  bool practice = false;
   // What can't be done, as a line for the user; empty where all can.
   std::string problem;
 };

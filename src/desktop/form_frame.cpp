@@ -70,7 +70,7 @@ void FormFrame::show_changes() {
     open_window();
   }
   form_changed();
-  window_->setWindowTitle(shown_text(form(), form().caption.get()));
+  show_title();
   window_->setEnabled(form().enabled);
   if (form().mouse_pointer == pointer_hourglass) {
     window_->setCursor(Qt::WaitCursor);
@@ -88,6 +88,13 @@ void FormFrame::show_changes() {
     if (awaited_ && comes_for_user()) focus_.give_to(*window_);
   }
   raise_wanted_ = false;
+}
+
+void FormFrame::show_title() {
+  const QString title = shown_text(form(), form().caption.get());
+  if (title == title_ && !window_->windowTitle().isEmpty()) return;
+  title_ = title;
+  window_->setWindowTitle(title);
 }
 
 void FormFrame::open_window() {

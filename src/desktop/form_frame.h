@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QObject>
+#include <QString>
 
 #include "desktop/frame_timer.h"
 #include "elements/form.h"
@@ -68,6 +69,7 @@ class FormFrame : public QObject, private FormWatch {
   void shown_again() override;
 
   void show_changes();
+  void show_title();
   void open_window();
   void move_window();
   void show_or_hide();
@@ -81,6 +83,8 @@ class FormFrame : public QObject, private FormWatch {
   bool character_swallowed(const QKeyEvent& event);
 
   QWidget* window_ = nullptr;
+  // As the form has it; the window may show more.
+  QString title_;
   WindowFocus& focus_;
   bool awaited_ = false;
   bool place_changed_ = false;

@@ -75,6 +75,16 @@ MainFrame::~MainFrame() {
 
 MainWindow* MainFrame::main_window() const { return static_cast<MainWindow*>(window()); }
 
+void MainFrame::show_band(QWidget* band) {
+  const auto fit = [this] {
+    if (form().window_state == window_normal) return fit_window(*main_window());
+    main_window()->fit_bar();
+  };
+  main_window()->set_band(band);
+  main_window()->on_band_changed = fit;
+  fit();
+}
+
 void MainFrame::tell_at_hand(const QString& why) {
   if (window() == nullptr) return;
   const FormCanvas& canvas = main_window()->canvas();

@@ -18,6 +18,9 @@ class MainFrame final : public FormFrame {
 
   MainWindow* main_window() const;
 
+  // Puts the band between menus and form; the form keeps its size.
+  void show_band(QWidget* band);
+
   // A press has come to nothing: says why at the key that was pressed or, where no key was, at the
   // lamp of the link.
   void tell_at_hand(const QString& why);

@@ -15,15 +15,24 @@ MainWindow::MainWindow(Form& form)
   setAttribute(Qt::WA_NoSystemBackground);
 }
 
+void MainWindow::set_band(QWidget* band) {
+  delete band_;
+  band_ = band;
+  if (band == nullptr) return;
+  band->setParent(this);
+  band->installEventFilter(this);
+  band->show();
+}
+
 void MainWindow::fit_content(QSize content, QSize least) {
   bar_->setVisible(menus_.shown());
   const QSize given = content.expandedTo(least);
-  const QSize least_bar(0, bar_height_above(least));
-  const QSize bar(0, bar_height_above(given));
+  const QSize least_head(0, head_height_above(least));
+  const QSize head(0, head_height_above(given));
   // The window may stand between two sizes now; the form hears of the last one only.
   fitting_ = true;
-  setMinimumSize(least + least_bar);
-  resize(given + bar);
+  setMinimumSize(least + least_head);
+  resize(given + head);
   fitting_ = false;
   lay_out();
   if (on_content_resized && canvas_->size() != content) on_content_resized(canvas_->size());
@@ -39,12 +48,17 @@ int MainWindow::bar_height(QSize window) {
   return bar_->heightForWidth(window.width());
 }
 
-int MainWindow::bar_height_above(QSize content) {
+int MainWindow::head_height(QSize window) {
+  const int band = band_ == nullptr ? 0 : band_->sizeHint().height();
+  return bar_height(window) + band;
+}
+
+int MainWindow::head_height_above(QSize content) {
   // A higher window never has a lower bar, so each step goes up, and the steps end.
   int height = 0;
-  for (int next = bar_height(content); next > height;) {
+  for (int next = head_height(content); next > height;) {
     height = next;
-    next = bar_height(content + QSize(0, height));
+    next = head_height(content + QSize(0, height));
   }
   return height;
 }
@@ -58,8 +72,10 @@ void MainWindow::fit_bar() {
 
 void MainWindow::lay_out() {
   const int bar = bar_height(size());
+  const int head = head_height(size());
   bar_->setGeometry(0, 0, width(), bar);
-  canvas_->setGeometry(0, bar, width(), std::max(0, height() - bar));
+  if (band_ != nullptr) band_->setGeometry(0, bar, width(), head - bar);
+  canvas_->setGeometry(0, head, width(), std::max(0, height() - head));
 }
 
 void MainWindow::resizeEvent(QResizeEvent*) {
@@ -79,6 +95,15 @@ bool MainWindow::event(QEvent* event) {
     }
   }
   return result;
+}
+
+bool MainWindow::eventFilter(QObject* watched, QEvent* event) {
+  // Its letters have another size.
+  if (watched == band_ && event->type() == QEvent::LayoutRequest && on_band_changed &&
+      band_->height() != band_->sizeHint().height()) {
+    on_band_changed();
+  }
+  return QWidget::eventFilter(watched, event);
 }
 
 }  // namespace lineweir

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QPointer>
 #include <QWidget>
 
 #include "desktop/form_canvas.h"
@@ -9,13 +10,18 @@ class QMenuBar;
 
 namespace lineweir {
 
-// The main form's window: the menu bar, and below it the form.
+// The main form's window: the menu bar, below it a band where there is one, and then the form.
 class MainWindow final : public QWidget {
  public:
   explicit MainWindow(Form& form);
 
   FormCanvas& canvas() const { return *canvas_; }
   MenuTree& menus() { return menus_; }
+
+  // Puts a band between the bar and the form, or takes it away where there is none. It belongs to
+  // this window then.
+  void set_band(QWidget* band);
+  QWidget* band() const { return band_; }
 
   // Gives the form below the bar this size in pixels, or what it needs at least, which the user
   // can't make smaller either.
@@ -34,21 +40,27 @@ class MainWindow final : public QWidget {
 
   // The user or the system gave the form another size.
   std::function<void(QSize content)> on_content_resized;
+  // The band needs another height.
+  std::function<void()> on_band_changed;
   // The window has come to a screen of another scale.
   std::function<void()> on_scale_changed;
 
  protected:
   void resizeEvent(QResizeEvent* event) override;
   bool event(QEvent* event) override;
+  bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
   void lay_out();
   // The height of the bar in a window of that size; its letters are those of that size then.
   int bar_height(QSize window);
-  // The same for a window that is to have that content below its bar.
-  int bar_height_above(QSize content);
+  // The height of bar and band in a window of that size.
+  int head_height(QSize window);
+  // The same for a window that is to have that content below them.
+  int head_height_above(QSize content);
 
   QMenuBar* bar_;
+  QPointer<QWidget> band_;
   FormCanvas* canvas_;
   MenuTree menus_;
   double scale_ = 0;

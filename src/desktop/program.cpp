@@ -2,11 +2,13 @@
 
 #include <QApplication>
 #include <QFont>
+#include <QMessageBox>
 #include <QPalette>
 #include <QScreen>
 #include <chrono>
 #include <cstdio>
 #include <filesystem>
+#include <optional>
 
 #include "core/console.h"
 #include "desktop/accessibility.h"
@@ -20,6 +22,9 @@
 #include "desktop/line_report_file.h"
 #include "desktop/new_user.h"
 #include "desktop/pdf_tables.h"
+#include "desktop/practice_place.h"
+#include "desktop/practice_start.h"
+#include "desktop/practice_windows.h"
 #include "desktop/screenshot.h"
 #include "desktop/surroundings.h"
 #include "desktop/theme.h"
@@ -36,6 +41,8 @@
 #include "platform/qt/qt_system_clock.h"
 #include "platform/sqlite/sqlite_engine.h"
 #include "platform/threaded/threaded_user_files.h"
+#include "practice/practice_show.h"
+#include "practice/practice_world.h"
 
 namespace lineweir {
 namespace {
@@ -66,6 +73,35 @@ std::unique_ptr<platform::DatabaseEngine> make_engine(FileAccess& access,
                                                   &access.guard);
 }
 
+// What a console has to do with practice: one for practice its show, the real one the way to it.
+class Practising {
+ public:
+  // The port is that of a console for practice.
+  Practising(const CommandLine& command_line, practice::PracticePort* port, Console& console,
+             Desktop& desktop)
+      : desktop_(desktop) {
+    if (port == nullptr) {
+      const CodePage& page = *command_line.code_page;
+      start_.emplace(console, [&page] { return start_practice_process(page); });
+      return;
+    }
+    show_.emplace(console, *port);
+    windows_.emplace(desktop, *show_);
+    show_->begin();
+    windows_->flush();
+  }
+
+  QWidget* window_of(const QString& form) const {
+    return windows_ ? windows_->window_of(form) : desktop_.window_of(form);
+  }
+
+ private:
+  Desktop& desktop_;
+  std::optional<PracticeStart> start_;
+  std::optional<practice::PracticeShow> show_;
+  std::optional<PracticeWindows> windows_;
+};
+
 }  // namespace
 
 void dress_application() {
@@ -84,6 +120,12 @@ void dress_application() {
 }
 
 int run_program(const CommandLine& command_line) {
+  std::optional<PracticePlace> place;
+  if (command_line.practice && !place.emplace().problem().empty()) {
+    QMessageBox::warning(nullptr, QStringLiteral("PRACTICE"),
+                         QString::fromStdString(place->problem()));
+    return 1;
+  }
   const auto access = std::make_shared<FileAccess>(*command_line.code_page);
   const CodePageLetters& letters = access->letters;
   platform::QtEventLoop loop;
@@ -112,27 +154,31 @@ int run_program(const CommandLine& command_line) {
   platform::DBusRemoteObjects remote_objects(loop, letters);
   bool ended = false;
 
-  Console console({.loop = loop,
-                   .clock = clock,
-                   .random = random,
-                   .files = access->files,
-                   .user_files = user_files,
-                   .dialogs = dialogs,
-                   .databases = *databases,
-                   .journal = journal,
-                   .printer = printer,
-                   .attention_sound = attention_sound,
-                   .letters = letters,
-                   .comm1 = comm1,
-                   .comm2 = comm2,
-                   .winsock1 = winsock1,
-                   .remote_objects = remote_objects,
-                   .process_number = static_cast<int>(QCoreApplication::applicationPid()),
-                   .end_program = [&ended] {
-                     // The loop ends once all handlers that run in loops of their own are back.
-                     ended = true;
-                     QCoreApplication::exit(0);
-                   }});
+  const platform::Services real = {
+      .loop = loop,
+      .clock = clock,
+      .random = random,
+      .files = access->files,
+      .user_files = user_files,
+      .dialogs = dialogs,
+      .databases = *databases,
+      .journal = journal,
+      .printer = printer,
+      .attention_sound = attention_sound,
+      .letters = letters,
+      .comm1 = comm1,
+      .comm2 = comm2,
+      .winsock1 = winsock1,
+      .remote_objects = remote_objects,
+      .process_number = static_cast<int>(QCoreApplication::applicationPid()),
+      .end_program = [&ended] {
+        // The loop ends once all handlers that run in loops of their own are back.
+        ended = true;
+        QCoreApplication::exit(0);
+      }};
+  std::optional<practice::PracticeWorld> world;
+  if (command_line.practice) world.emplace(real, access->folder);
+  Console console(world ? world->services() : real);
   Desktop desktop(console);
   desktop.certificate_question().trusted = &trusted;
   desktop.diagnosis().look_around = [access, page = command_line.code_page] {
@@ -148,10 +194,12 @@ int run_program(const CommandLine& command_line) {
   };
   console.startup.Main(command_line.argument);
   if (ended) return 0;
+  const Practising practising(command_line, world ? &world->port() : nullptr, console, desktop);
+  if (ended) return 0;
   desktop.flush();
   const LineReportFile line_report_file(console);
   const FirstPaint first_paint(desktop.main_frame().window());
-  const Screenshot screenshot([&desktop](const QString& form) { return desktop.window_of(form); },
+  const Screenshot screenshot([&](const QString& form) { return practising.window_of(form); },
                               [&console] {
                                 std::fputs(line_report(console).c_str(), stdout);
                                 console.Lineweir.unload();

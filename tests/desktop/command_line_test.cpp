@@ -33,6 +33,14 @@ TEST_SUITE("command line") {
     CHECK(line.code_page->name == "windows-1250");
   }
 
+  TEST_CASE("practice is asked for by a word of its own, beside the others") {
+    CHECK_FALSE(parsed({"D"}).practice);
+    const CommandLine line = parsed({"--practice", "--charset", "windows-1250", "D"});
+    CHECK(line.practice);
+    CHECK(line.argument == "D");
+    CHECK(line.code_page->name == "windows-1250");
+  }
+
   TEST_CASE("a set that there isn't is a problem, and help is asked for") {
     for (const std::vector<std::string>& words :
          {std::vector<std::string>{"--charset", "utf-8"}, {"--charset="}, {"--charset"}}) {
