@@ -36,7 +36,12 @@ double weight_of(Look look) {
 
 std::vector<CoveredPart> parts_of(const MainWindow& main) {
   constexpr double weight_of_the_rest = 1;
+  // What is to be typed may be read there.
+  constexpr double weight_of_the_band = 100;
   std::vector<CoveredPart> parts = {{main.frameGeometry(), weight_of_the_rest}};
+  if (const QWidget* band = main.band()) {
+    parts.push_back({QRect(band->mapToGlobal(QPoint(0, 0)), band->size()), weight_of_the_band});
+  }
   for (const ElementWidget* widget : main.canvas().element_widgets()) {
     const double weight = weight_of(widget->element_look().look);
     if (weight == 0 || !widget->isVisible()) continue;

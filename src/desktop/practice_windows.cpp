@@ -51,12 +51,12 @@ PracticeWindows::PracticeWindows(Desktop& desktop, practice::PracticeShow& show)
   dress_band(*band);
   band_ = std::make_unique<FormBinder>(show.band, *band);
   desktop.main_frame().show_band(band);
-  show.on_end = [&desktop, &show](const std::string& summary) {
-    desktop.announcer().announce(shown_text(show.score_form, summary));
+  show.on_news = [&desktop, &show](const std::string& text) {
+    desktop.announcer().announce(shown_text(show.band, text));
   };
 }
 
-PracticeWindows::~PracticeWindows() { show_.on_end = nullptr; }
+PracticeWindows::~PracticeWindows() { show_.on_news = nullptr; }
 
 QWidget* PracticeWindows::window_of(const QString& form_name) const {
   for (const DialogFrame* frame : {&level_, &score_}) {

@@ -4,7 +4,6 @@
 #include <memory>
 
 #include "desktop/dialog_frame.h"
-#include "desktop/practice_titles.h"
 
 namespace lineweir {
 
@@ -32,7 +31,6 @@ class PracticeWindows {
  private:
   Desktop& desktop_;
   practice::PracticeShow& show_;
-  PracticeTitles titles_;
   DialogFrame level_;
   DialogFrame score_;
   std::unique_ptr<FormBinder> band_;

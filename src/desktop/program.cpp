@@ -23,8 +23,8 @@
 #include "desktop/new_user.h"
 #include "desktop/pdf_tables.h"
 #include "desktop/practice_place.h"
-#include "desktop/practice_start.h"
-#include "desktop/practice_windows.h"
+#include "desktop/practice_titles.h"
+#include "desktop/practising.h"
 #include "desktop/screenshot.h"
 #include "desktop/surroundings.h"
 #include "desktop/theme.h"
@@ -41,7 +41,6 @@
 #include "platform/qt/qt_system_clock.h"
 #include "platform/sqlite/sqlite_engine.h"
 #include "platform/threaded/threaded_user_files.h"
-#include "practice/practice_show.h"
 #include "practice/practice_world.h"
 
 namespace lineweir {
@@ -73,35 +72,6 @@ std::unique_ptr<platform::DatabaseEngine> make_engine(FileAccess& access,
                                                   &access.guard);
 }
 
-// What a console has to do with practice: one for practice its show, the real one the way to it.
-class Practising {
- public:
-  // The port is that of a console for practice.
-  Practising(const CommandLine& command_line, practice::PracticePort* port, Console& console,
-             Desktop& desktop)
-      : desktop_(desktop) {
-    if (port == nullptr) {
-      const CodePage& page = *command_line.code_page;
-      start_.emplace(console, [&page] { return start_practice_process(page); });
-      return;
-    }
-    show_.emplace(console, *port);
-    windows_.emplace(desktop, *show_);
-    show_->begin();
-    windows_->flush();
-  }
-
-  QWidget* window_of(const QString& form) const {
-    return windows_ ? windows_->window_of(form) : desktop_.window_of(form);
-  }
-
- private:
-  Desktop& desktop_;
-  std::optional<PracticeStart> start_;
-  std::optional<practice::PracticeShow> show_;
-  std::optional<PracticeWindows> windows_;
-};
-
 }  // namespace
 
 void dress_application() {
@@ -121,6 +91,8 @@ void dress_application() {
 
 int run_program(const CommandLine& command_line) {
   std::optional<PracticePlace> place;
+  std::optional<PracticeTitles> titles;
+  if (command_line.practice) titles.emplace();
   if (command_line.practice && !place.emplace().problem().empty()) {
     QMessageBox::warning(nullptr, QStringLiteral("PRACTICE"),
                          QString::fromStdString(place->problem()));
@@ -194,7 +166,8 @@ int run_program(const CommandLine& command_line) {
   };
   console.startup.Main(command_line.argument);
   if (ended) return 0;
-  const Practising practising(command_line, world ? &world->port() : nullptr, console, desktop);
+  const Practising practising(*command_line.code_page, world ? &world->port() : nullptr, console,
+                              desktop);
   if (ended) return 0;
   desktop.flush();
   const LineReportFile line_report_file(console);

@@ -153,7 +153,7 @@ void PracticeShow::show_page(const Result& result, const std::optional<Result>& 
   }
   score_form.show();
   score_form.CloseButton.set_focus();
-  if (on_end) on_end(summary_of(rows));
+  if (on_news) on_news(summary_of(rows));
 }
 
 void PracticeShow::begin_or_end() {
@@ -171,7 +171,9 @@ void PracticeShow::tell() {
   MainForm& form = console_.Lineweir;
   band.ShowLabel.caption =
       runs() ? show_text(*level_, played()) : std::string("No show is running.");
-  band.WordsLabel.caption = words_text(port_.box());
+  const std::string words = words_text(port_.box());
+  if (on_news && !words.empty() && words != band.WordsLabel.caption.get()) on_news(words);
+  band.WordsLabel.caption = words;
   band.RoleButton.caption = form.StudioMode.checked ? "&Go On as Screener" : "&Go On as Host";
   band.ShowButton.caption = runs() ? "End Sho&w" : "Ne&w Show";
   form.PracticeMenu.caption = runs() ? "End Pra&ctice Show" : "Pra&ctice Show";

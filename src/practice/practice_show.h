@@ -36,8 +36,9 @@ class PracticeShow {
 
   // Chance of the next show; set by tests.
   std::function<std::uint64_t()> seed;
-  // Told of the page's content, in a sentence, when it comes.
-  std::function<void(const std::string& summary)> on_end;
+  // Told of what comes without the focus being there: the words of a caller at the handset, and the
+  // page's content, each in sentences.
+  std::function<void(const std::string& text)> on_news;
 
  private:
   void wire_events();

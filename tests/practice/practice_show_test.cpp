@@ -20,7 +20,7 @@ struct Practice {
     console.messages.on_shown = [this](const std::string& text) { messages.push_back(text); };
     console.startup.Main("D");
     show.seed = [] { return std::uint64_t{11}; };
-    show.on_end = [this](const std::string& text) { summary = text; };
+    show.on_news = [this](const std::string& text) { news = text; };
     show.begin();
   }
 
@@ -55,7 +55,7 @@ struct Practice {
   Console console{world.services()};
   PracticeShow show{console, world.port()};
   std::vector<std::string> messages;
-  std::string summary;
+  std::string news;
 };
 
 TEST_SUITE("practice/show") {
@@ -94,7 +94,7 @@ TEST_SUITE("practice/show") {
     CHECK(practice.now_of(1) != "0 of 0");
     CHECK(practice.now_of(2) != "0");
     CHECK(practice.before_of(1) == "");
-    CHECK(practice.summary.find("Callers answered: " + practice.now_of(1)) != std::string::npos);
+    CHECK(practice.news.find("Callers answered: " + practice.now_of(1)) != std::string::npos);
     CHECK(practice.messages.empty());
     // Everybody has gone.
     practice.pass(seconds(5));
@@ -164,6 +164,7 @@ TEST_SUITE("practice/show") {
     practice.pass(seconds(1));
     CHECK(practice.letter(0) == 'P');
     CHECK(practice.show.band.WordsLabel.caption.get().starts_with("Line 1 says: \""));
+    CHECK(practice.news == practice.show.band.WordsLabel.caption.get());
     practice.show.band.RoleButton.on_click();
     CHECK(practice.console.Lineweir.StudioMode.checked);
     practice.pass(seconds(100));
