@@ -23,15 +23,19 @@ std::string show_text(const LevelRule& level, Moment played) {
   return {};
 }
 
+std::string words_on(const PracticeBox& box, int line) {
+  const Caller* caller = box.caller_on(line);
+  const bool talks = handset_letters.find(box.lines().letter(line)) != std::string::npos;
+  return caller != nullptr && talks ? '"' + std::string(caller->words) + '"' : std::string();
+}
+
 std::string words_text(const PracticeBox& box) {
   std::string text;
   for (int line = 0; line < PracticeBox::line_count; ++line) {
-    const Caller* caller = box.caller_on(line);
-    if (caller == nullptr || handset_letters.find(box.lines().letter(line)) == std::string::npos) {
-      continue;
-    }
+    const std::string words = words_on(box, line);
+    if (words.empty()) continue;
     if (!text.empty()) text += ' ';
-    text += "Line " + std::to_string(line + 1) + " says: \"" + std::string(caller->words) + '"';
+    text += "Line " + std::to_string(line + 1) + " says: " + words;
   }
   return text;
 }

@@ -1,5 +1,6 @@
 #include "practice/practice_show.h"
 
+#include "base/text.h"
 #include "base/time_text.h"
 #include "core/console.h"
 #include "practice/practice_band.h"
@@ -174,10 +175,22 @@ void PracticeShow::tell() {
   const std::string words = words_text(port_.box());
   if (on_news && !words.empty() && words != band.WordsLabel.caption.get()) on_news(words);
   band.WordsLabel.caption = words;
+  tell_in_entry();
   band.RoleButton.caption = form.StudioMode.checked ? "&Go On as Screener" : "&Go On as Host";
   band.ShowButton.caption = runs() ? "End Sho&w" : "Ne&w Show";
   form.PracticeMenu.caption = runs() ? "End Pra&ctice Show" : "Pra&ctice Show";
   schedule_tell();
+}
+
+void PracticeShow::tell_in_entry() {
+  constexpr std::string_view title = "Caller Data - Line ";
+  Form& entry = console_.Form4;
+  const std::string caption = entry.caption;
+  if (!entry.visible || !caption.starts_with(title)) return;
+  const int number = leading_number(std::string_view(caption).substr(title.size()));
+  const std::string words = words_on(port_.box(), number - 1);
+  entry.caption = std::string(title) + std::to_string(number) +
+                  (words.empty() ? std::string() : " says: " + words);
 }
 
 void PracticeShow::schedule_tell() {

@@ -52,6 +52,9 @@ class PracticeShow {
   void change_role();
   // Brings the band to what is, and again in a moment.
   void tell();
+  // The window in which a caller's data are typed may cover the band, so its title says the words
+  // too.
+  void tell_in_entry();
   void schedule_tell();
   Moment played() const;
 

@@ -165,6 +165,14 @@ TEST_SUITE("practice/show") {
     CHECK(practice.letter(0) == 'P');
     CHECK(practice.show.band.WordsLabel.caption.get().starts_with("Line 1 says: \""));
     CHECK(practice.news == practice.show.band.WordsLabel.caption.get());
+    // The window that may cover the band says it too, as long as he is there.
+    practice.console.caller_data.show_for_line(0);
+    practice.pass(seconds(1));
+    CHECK(practice.console.Form4.caption ==
+          "Caller Data - " + practice.show.band.WordsLabel.caption.get());
+    practice.console.Lineweir.NextButton.on_click();
+    practice.pass(seconds(1));
+    CHECK(practice.console.Form4.caption == "Caller Data - Line 1");
     practice.show.band.RoleButton.on_click();
     CHECK(practice.console.Lineweir.StudioMode.checked);
     practice.pass(seconds(100));
