@@ -29,6 +29,7 @@ Desktop::Desktop(Console& console, const QString& background_path)
       announcer_(console, [this](const Form& form) {
         return window_of(QString::fromStdString(form.name()));
       }) {
+  hands_.at_work = [&console] { return console.Lineweir.mouse_pointer == pointer_hourglass; };
   hands_.has_hot_keys = [this](const QWindow& window) {
     const QWidget* main = main_frame_.window();
     return main != nullptr && main->windowHandle() == &window;

@@ -139,7 +139,8 @@ UserHands::~UserHands() = default;
 
 bool UserHands::commanded() const {
   const qint64 command = std::max(last_command_, last_release_);
-  return command > last_typing_ && now() - command < answer_milliseconds;
+  if (command <= last_typing_) return false;
+  return now() - command < answer_milliseconds || (at_work && at_work());
 }
 
 bool UserHands::typing() const { return now() - last_typing_ < typing_milliseconds; }

@@ -21,6 +21,8 @@ class UserHands final : public QObject {
 
   // Whether what happens now is the answer to a key or a click that was more than typing.
   bool commanded() const;
+  // Whether the program is still at work on what the user has asked for, and shows so.
+  std::function<bool()> at_work;
   // Whether the user has typed into a field up to a moment ago.
   bool typing() const;
   // Whether the mouse was pressed or a command given behind that time of now().

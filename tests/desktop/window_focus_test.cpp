@@ -10,6 +10,7 @@
 
 #include "desktop/dialog_frame.h"
 #include "shown_console.h"
+#include "state/hourglass.h"
 #include "support/call_log_file.h"
 #include "support/listen.h"
 
@@ -268,6 +269,28 @@ TEST_SUITE("desktop/focus: windows") {
     desk.type("em");
     CHECK(desk.search().text() == "salem");
     CHECK(desk.console.Form4.TheText(1).text == "");
+  }
+
+  TEST_CASE(
+      "one that the program is at work on until then has the keyboard, however late it comes") {
+    FocusDesk desk;
+    desk.window().activateWindow();
+    desk.come_to_rest();
+    WinsockOptionsForm& server = desk.console.WinsockOptions;
+    desk.open(server, [&] { server.show(); });
+    listen(server.SockConnect.on_click, [&] {
+      const Hourglass hourglass(desk.console.Lineweir);
+      // So long a server takes to refuse a login.
+      desk.time += 600;
+      desk.console.LoginForm.show();
+      server.unload();
+    });
+    desk.type("studio");
+    desk.key(Qt::Key_Return);
+    CHECK(desk.active() == "LoginForm");
+    desk.type("hal");
+    CHECK(desk.console.LoginForm.LoginCombo.text == "hal");
+    CHECK(desk.words() == Words{});
   }
 
   TEST_CASE("one that the program closes takes what is still typed into it along") {
