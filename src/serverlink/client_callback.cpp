@@ -55,8 +55,10 @@ void ClientCallback::called(const std::string& name, const Arguments& arguments)
 
 void ClientCallback::ReturnCallerData(const Arguments& arguments) {
   // The group isn't looked at: the server sends only what belongs to this one.
-  received_data_.ReturnCallerData(argument<std::string>(arguments, 0),
-                                  integer16(argument<std::int64_t>(arguments, 1)));
+  const std::string& data = argument<std::string>(arguments, 0);
+  const int line = integer16(argument<std::int64_t>(arguments, 1));
+  if (!data.empty()) line_events_.apply_ring_of(line - 1);
+  received_data_.ReturnCallerData(data, line);
 }
 
 void ClientCallback::ReturnCommand(const Arguments& arguments) {

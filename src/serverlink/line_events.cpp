@@ -4,6 +4,7 @@
 #include "boxlink/line_rules.h"
 #include "boxlink/line_steps.h"
 #include "callerdata/caller_data.h"
+#include "lines/equipment_kinds.h"
 #include "screen/display_options.h"
 #include "state/console_state.h"
 #include "state/socket_trap.h"
@@ -41,6 +42,12 @@ void LineEvents::apply_change_of(int line) {
   if (!exists || !state_.Lineweir.Timer4.enabled) return;
   const char letter = reported_letter(line);
   if (letter != '\0' && letter != state_.lines.StatusLetter(line)) Timer4_Timer();
+}
+
+void LineEvents::apply_ring_of(int line) {
+  const bool exists = line >= 0 && line < state_.lines.LineCount;
+  if (!exists || !is_of(state_.lines.ThePhoneFlag, kinds_ringing_again)) return;
+  if (reported_letter(line) == ringing_letter) apply_change_of(line);
 }
 
 void LineEvents::Timer4_Timer() {

@@ -33,6 +33,9 @@ class LineEvents {
   void apply_item_soon(int line, std::string_view item);
   // What waits is applied at once where it changes the line: for what was told behind it.
   void apply_change_of(int line);
+  // The same for a ring of equipment of kind 2, which begins the call that what follows is told of.
+  // With other kinds a console that has applied the ring is told of its caller once more.
+  void apply_ring_of(int line);
 
   // The lines are those of another studio group from now on: the rows are blank until its server
   // tells of them.

@@ -53,7 +53,10 @@ void ReceivedLines::SrvLineStatus(const ServerPacket& packet) {
 
 void ReceivedLines::SrvCallerData(const ServerPacket& packet) {
   if (!has_line(packet)) return;
-  if (!packet.Buffer.empty()) count_as_screened(packet.LineNo);
+  if (!packet.Buffer.empty()) {
+    line_events_.apply_ring_of(packet.LineNo);
+    count_as_screened(packet.LineNo);
+  }
   received_data_.SrvCallerData(packet.Buffer, packet.LineNo);
   if (!packet.Buffer.empty()) state_.login.LastReplyCode = reply_caller_data;
 }

@@ -72,6 +72,33 @@ TEST_SUITE("callerdata/received data") {
     CHECK(trimmed(test.record(3)[entry_field(1).field]).empty());
   }
 
+  TEST_CASE("data that come with a ring are of the call that this begins") {
+    EntryForm test;
+    test.console.Lineweir.Timer1.enabled = false;
+    test.console.lines.ThePhoneFlag = 2;
+    SUBCASE("over the socket") {
+      test.connect_socket();
+      ServerPacket ring = server_packet(ServerCommand::SrvLineStatus, "R");
+      ring.LineNo = 3;
+      ServerPacket data = server_packet(ServerCommand::SrvCallerData, details(""));
+      data.LineNo = 3;
+      test.platform.winsock1.arrive(frame_of(ring) + frame_of(data));
+      test.platform.loop.advance(platform::Milliseconds(200));
+    }
+    SUBCASE("over remote objects") {
+      test.platform.remote_objects.call_back("ReturnCommand", {std::string("F00F01F02R03")});
+      call_back(test, details(""), 4);
+      test.platform.loop.advance(platform::Milliseconds(200));
+    }
+    REQUIRE(test.console.lines.StatusLetter(3) == 'R');
+    check_row(test, 3, "");
+    test.open(3);
+    for (int entry = 1; entry <= entry_field_count; ++entry) {
+      CAPTURE(entry);
+      CHECK(trimmed(test.text(entry)) == std::to_string(entry));
+    }
+  }
+
   TEST_CASE("the fixed fields cut and pad") {
     EntryForm test;
     std::string data = "Jo\2";
