@@ -21,8 +21,11 @@ namespace lineweir {
 namespace {
 
 bool menu_has_keyboard() {
-  return QApplication::activePopupWidget() != nullptr ||
-         qobject_cast<QMenuBar*>(QApplication::focusWidget()) != nullptr;
+  if (QApplication::activePopupWidget() != nullptr) return true;
+  // Behind a choice that followed upon Esc the bar may keep the focus, though nothing in it is
+  // chosen any more.
+  const auto* bar = qobject_cast<const QMenuBar*>(QApplication::focusWidget());
+  return bar != nullptr && bar->activeAction() != nullptr;
 }
 
 // Whether a question of the system is open. It has the keyboard, and nothing that stood there

@@ -48,6 +48,22 @@ TEST_SUITE("desktop/keyboard") {
     CHECK(desk.form().Com1.checked);
   }
 
+  TEST_CASE("the keys act again behind a choice from a menu that was left for the bar") {
+    KeyDesk desk;
+    desk.window().activateWindow();
+    desk.key(Qt::Key_C, Qt::AltModifier);
+    desk.key(Qt::Key_H);
+    desk.key(Qt::Key_Escape);
+    desk.key(Qt::Key_Escape);
+    desk.key(Qt::Key_C, Qt::AltModifier);
+    desk.key(Qt::Key_Up);
+    desk.key(Qt::Key_Up);
+    desk.key(Qt::Key_Return);
+    REQUIRE(QApplication::activePopupWidget() == nullptr);
+    desk.key(Qt::Key_3);
+    CHECK(desk.platform.comm1.take_writes() == std::vector<std::string>{"N02"});
+  }
+
   TEST_CASE("the port goes on through the menu, and its failure is a message that Enter closes") {
     KeyDesk desk;
     desk.form().Off.on_click();
