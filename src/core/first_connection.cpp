@@ -44,7 +44,9 @@ void FirstConnection::connect_socket() {
   const auto outcome = server_connection_.await();
   if (outcome == ServerConnection::Outcome::Superseded) return;
   if (outcome == ServerConnection::Outcome::Failed) {
-    state_.messages.ShowMessage(server_connection_.failure());
+    if (!server_connection_.failure_is_asked()) {
+      state_.messages.ShowMessage(server_connection_.failure());
+    }
     form.Shape1.fill_color = color_red;
     port_.want_other_way(connection_socket);
     return;

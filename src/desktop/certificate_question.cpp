@@ -40,7 +40,7 @@ CertificateQuestion::CertificateQuestion(Console& console, WindowFocus& focus,
 }
 
 void CertificateQuestion::ask(const Certificate& certificate) {
-  const bool by_itself = !console_.server_connection.in_hand();
+  const bool by_itself = !console_.server_connection.begun_in_hand();
   if (by_itself && certificate.fingerprint == refused_) return;
   certificate_ = certificate;
   refused_ = certificate.fingerprint;
@@ -94,8 +94,6 @@ void CertificateQuestion::agree() {
 }
 
 void CertificateQuestion::connect_anew() {
-  // What it tells is over.
-  console_.messages.withdraw(console_.server_connection.failure());
   if (console_.WinsockOptions.visible) return console_.WinsockOptions.SockConnect.on_click();
   console_.MyMsgbox.ReconnectButton.on_click();
 }

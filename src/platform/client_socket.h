@@ -24,6 +24,8 @@ class ClientSocket {
   // Why the connection that was asked for last was ended, where that is more than that nobody
   // answered: a sentence for the user. It stays until another one is asked for.
   virtual std::string refusal() const { return {}; }
+  // Whether the user is asked about that, in a window of its own.
+  virtual bool refusal_is_asked() const { return false; }
 
   // Ends the connection at once for this side. What was sent before still goes out, for at most 2
   // seconds.

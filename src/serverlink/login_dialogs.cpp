@@ -183,7 +183,7 @@ void LoginDialogs::ConnectButton_Click() {
 
 bool LoginDialogs::stands() {
   const auto outcome = connection_.await();
-  if (outcome == ServerConnection::Outcome::Failed) {
+  if (outcome == ServerConnection::Outcome::Failed && !connection_.failure_is_asked()) {
     state_.messages.ShowMessage(connection_.failure());
   }
   return outcome == ServerConnection::Outcome::Stands;
@@ -217,6 +217,7 @@ void LoginDialogs::ReconnectButton_Click() {
   if (outcome == ServerConnection::Outcome::Failed) {
     main_hourglass.reset();
     box_hourglass.reset();
+    if (connection_.failure_is_asked()) return;
     // The box goes on offering what has just failed.
     return state_.services.dialogs.message(connection_.failure());
   }

@@ -32,6 +32,7 @@ void ServerConnection::expect_free_lines() {
 void ServerConnection::begin() {
   close();
   wanted_ = true;
+  begun_in_hand_ = in_hand();
   ++attempts_;
   state_.login.SessionBegun = false;
   state_.login.BetweenGroups = false;
@@ -66,6 +67,10 @@ ServerConnection::Outcome ServerConnection::await() {
 std::string ServerConnection::failure() const {
   const std::string refusal = state_.services.winsock1.refusal();
   return refusal.empty() ? std::string(no_server_message) : refusal;
+}
+
+bool ServerConnection::failure_is_asked() const {
+  return begun_in_hand_ && state_.services.winsock1.refusal_is_asked();
 }
 
 void ServerConnection::Winsock1_Connect() { state_.Lineweir.WinsockMenu.checked = true; }

@@ -34,6 +34,8 @@ class ServerConnection {
   std::function<void()> on_begin;
 
   bool in_hand() const { return turns_ > 0; }
+  // Whether the last connection was asked for by hand. What is told of it may come behind its turn.
+  bool begun_in_hand() const { return begun_in_hand_; }
   // False from the end of a connection that this side meant to end until the next one is asked for.
   bool wanted() const { return wanted_; }
 
@@ -56,6 +58,8 @@ class ServerConnection {
 
   // What the user is told of one that has failed.
   std::string failure() const;
+  // Whether the user is asked about the failure instead, in a window that says the same and more.
+  bool failure_is_asked() const;
 
   // How often a connection was asked for.
   int attempts() const { return attempts_; }
@@ -67,6 +71,7 @@ class ServerConnection {
   ServerLink& server_;
   LineEvents& line_events_;
   int turns_ = 0;
+  bool begun_in_hand_ = false;
   int attempts_ = 0;
   bool wanted_ = true;
 };

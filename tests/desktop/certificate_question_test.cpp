@@ -23,7 +23,7 @@ constexpr const char* settings = "lineweir.ini";
 struct DoubtfulDesk : test::ShownConsole {
   DoubtfulDesk() {
     question().trusted = &trusted;
-    platform.winsock1.refuse_connections("The certificate of studio.example isn't known.");
+    platform.winsock1.refuse_connections("The certificate of studio.example isn't known.", true);
     console.Lineweir.WinsockMenu.on_click();
     console.WinsockOptions.Text1.text = "tls:studio.example";
     console.WinsockOptions.Text2.text = "2001";
@@ -37,12 +37,16 @@ struct DoubtfulDesk : test::ShownConsole {
     connects = 0;
     listen(platform.winsock1.on_connect, [this] { ++connects; });
   }
-  // As in a connection that the user has asked for.
+  // As behind a connection that the user has asked for.
   void ask(const std::string& trusted_before = {}) {
-    const ServerConnection::Turn turn(console.server_connection);
-    ask_by_itself(trusted_before);
+    connect();
+    doubt(trusted_before);
   }
-  void ask_by_itself(const std::string& trusted_before = {}) {
+  void ask_by_itself() {
+    console.server_connection.begin();
+    doubt();
+  }
+  void doubt(const std::string& trusted_before = {}) {
     question().ask({.host = "studio.example",
                     .port = 2001,
                     .fingerprint = one_fingerprint,
@@ -84,11 +88,16 @@ TEST_SUITE("desktop/certificate question") {
     }
   }
 
+  TEST_CASE("no message stands in front of it") {
+    DoubtfulDesk desk;
+    desk.ask();
+    CHECK_FALSE(desk.console.MyMsgbox.visible);
+  }
+
   TEST_CASE("Enter, Esc, Space and the window's own close button trust nothing") {
     DoubtfulDesk desk;
     for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Enter, Qt::Key_Escape, Qt::Key_Space}) {
       CAPTURE(key);
-      desk.connect();
       desk.ask();
       REQUIRE(desk.asked());
       CHECK(desk.part<QPushButton>("RefuseButton").hasFocus());

@@ -80,12 +80,11 @@ TEST_CASE("a console is let in by TLS once the server's own certificate is trust
   desk.connect(port);
   CHECK(wait_until(desk.loop, [&] { return !desk.doubt.fingerprint.empty(); }));
   CHECK(log.find(desk.doubt.fingerprint) != std::string::npos);
-  REQUIRE(desk.messages.size() == 1);
-  CHECK(desk.messages[0].starts_with("The certificate of 127.0.0.1 isn't known."));
+  // The user is asked about it, and told nothing besides.
+  CHECK(desk.messages.empty());
   CHECK_FALSE(desk.console.login.ServerAlive);
 
   desk.trusted = desk.doubt.fingerprint;
-  desk.messages.clear();
   desk.connect(port);
   CHECK(desk.session_stands());
   CHECK(desk.messages.empty());

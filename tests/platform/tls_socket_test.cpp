@@ -156,6 +156,7 @@ TEST_SUITE("a socket by TLS") {
     for (const int end : {48, 32, 16}) digits.insert(end, ' ');
     CHECK(refusal() == "The certificate of localhost isn't known. Its fingerprint is " +
                            digits.toStdString() + ".");
+    CHECK(socket.refusal_is_asked());
     REQUIRE(doubts.size() == 1);
     CHECK(doubts[0].host == "localhost");
     CHECK(doubts[0].port == server.serverPort());
@@ -203,6 +204,7 @@ TEST_SUITE("a socket by TLS") {
       trusted = fingerprint_of(identity.certificate);
     }
     CHECK(refusal().starts_with("The certificate of localhost expired on 20"));
+    CHECK_FALSE(socket.refusal_is_asked());
     CHECK(doubts.empty());
   }
 

@@ -42,6 +42,18 @@ TEST_SUITE("a refused connection") {
     CHECK(told == std::vector<std::string>{why});
   }
 
+  TEST_CASE("one that the user is asked about has no message besides") {
+    RefusedDesk desk;
+    std::vector<std::string> told;
+    desk.platform.dialogs.on_message = [&](const std::string& text) { told.push_back(text); };
+    desk.platform.winsock1.refuse_connections(why, true);
+    desk.console.WinsockOptions.SockConnect.on_click();
+    desk.console.MyMsgbox.ReconnectButton.on_click();
+    CHECK(desk.take_messages().empty());
+    CHECK(told.empty());
+    CHECK(desk.console.Lineweir.mouse_pointer == pointer_default);
+  }
+
   TEST_CASE("what was refused before says nothing of the next one") {
     RefusedDesk desk;
     desk.console.WinsockOptions.SockConnect.on_click();

@@ -87,6 +87,7 @@ void QtClientSocket::connect(const std::string& host, int port) {
   }
   cut();
   refusal_.clear();
+  doubted_ = false;
   const ServerAddress address = server_address(host);
   if (address.secured) {
     make_socket(true);
@@ -119,6 +120,7 @@ void QtClientSocket::refuse(const TlsRefusal& refusal, DoubtfulCertificate doubt
   if (refusal.verdict == Unknown || refusal.verdict == Changed) {
     doubt_ = std::move(doubt);
     doubt_.fingerprint = refusal.fingerprint;
+    doubted_ = true;
     tell_doubt_.post();
   }
 }

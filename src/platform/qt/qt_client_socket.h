@@ -51,6 +51,7 @@ class QtClientSocket final : public ClientSocket {
   // A port that can't be is a Failure of number 5.
   void connect(const std::string& host, int port) override;
   std::string refusal() const override { return refusal_; }
+  bool refusal_is_asked() const override { return doubted_ && on_doubt; }
   void close() override;
   std::size_t bytes_received() const override;
   std::string get_data() override;
@@ -71,6 +72,7 @@ class QtClientSocket final : public ClientSocket {
   PostedCall tell_received_;
   PostedCall tell_doubt_;
   std::string refusal_;
+  bool doubted_ = false;
   DoubtfulCertificate doubt_;
   // Those that still send their rest. Each ends by itself and may be gone.
   std::vector<QPointer<QTcpSocket>> leaving_;

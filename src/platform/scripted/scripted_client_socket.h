@@ -19,6 +19,7 @@ class ScriptedClientSocket final : public ClientSocket {
   int state() const override { return state_; }
   void connect(const std::string& host, int port) override;
   std::string refusal() const override { return refusal_; }
+  bool refusal_is_asked() const override { return asked_ && !refusal_.empty(); }
   void close() override;
   std::size_t bytes_received() const override { return received_.size(); }
   std::string get_data() override;
@@ -26,10 +27,11 @@ class ScriptedClientSocket final : public ClientSocket {
 
   // Whether the server takes connections, from now on. At first it takes none.
   void accept_connections(bool accepts) { accepts_ = accepts; }
-  // The server takes none, and why is known.
-  void refuse_connections(const std::string& why) {
+  // The server takes none, and why is known; the user may be asked about it.
+  void refuse_connections(const std::string& why, bool asked = false) {
     accepts_ = false;
     why_not_ = why;
+    asked_ = asked;
   }
   // The bytes arrive when the loop next runs what is due; without a connection they are lost.
   void arrive(const std::string& bytes) { arrive(bytes, Milliseconds{0}); }
@@ -58,6 +60,7 @@ class ScriptedClientSocket final : public ClientSocket {
   std::uint64_t connection_ = 0;
   bool accepts_ = false;
   std::string why_not_;
+  bool asked_ = false;
   std::string refusal_;
   std::string host_;
   int port_ = 0;
