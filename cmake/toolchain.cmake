@@ -6,6 +6,11 @@ if(CCACHE)
   set(CMAKE_CXX_COMPILER_LAUNCHER
       ${CMAKE_COMMAND} -E env CCACHE_BASEDIR=${CMAKE_SOURCE_DIR} CCACHE_NOHASHDIR=1
       CCACHE_SLOPPINESS=pch_defines,time_macros ${CCACHE})
+  if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+    # Without this the cache doesn't see what a precompiled header was made of, and gives back
+    # objects of an older one.
+    add_compile_options(-fpch-preprocess)
+  endif()
 endif()
 
 find_program(MOLD mold)
