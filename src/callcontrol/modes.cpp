@@ -145,6 +145,7 @@ void Modes::follow_equipment() {
   const bool had_phones = form.NextGenPhoneMenu.visible;
   form.MitelOption.visible = menus->handsets;
   form.NextGenPhoneMenu.visible = menus->phones;
+  if (had_phones != menus->phones) renew_window_caption(state_);
   // What a handset gives the producer, a phone gives as well.
   if (had_phones != menus->phones && form.ScreenerMode.checked) panel_.set_for_producer();
   if (menus->phones) {

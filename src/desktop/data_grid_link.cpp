@@ -10,6 +10,7 @@
 #include "desktop/data_grid_model.h"
 #include "desktop/dialog_letters.h"
 #include "desktop/marked_text_delegate.h"
+#include "desktop/plain_tip.h"
 #include "desktop/twips.h"
 
 namespace lineweir {
@@ -32,7 +33,7 @@ void show_whole_text(QTableView& table, const QHelpEvent& event) {
   const QString text = index.data().toString();
   const int room = table.columnWidth(index.column()) - text_margin;
   const bool whole = table.fontMetrics().horizontalAdvance(text) <= room;
-  QToolTip::showText(event.globalPos(), whole ? QString() : text, &table);
+  QToolTip::showText(event.globalPos(), whole ? QString() : plain_tip(text), &table);
 }
 
 }  // namespace

@@ -37,6 +37,14 @@ void hide_effects(QFontDialog& dialog) {
   }
 }
 
+// A question or a message of the system, which shows its text as it stands.
+QMessageBox::StandardButton answer_to(QWidget* window, QMessageBox::Icon icon, const QString& text,
+                                      QMessageBox::StandardButtons buttons) {
+  QMessageBox box(icon, product, text, buttons, window);
+  box.setTextFormat(Qt::PlainText);
+  return static_cast<QMessageBox::StandardButton>(box.exec());
+}
+
 // A family for every writing system has no sample of its own.
 void show_sample(QFontDialog& dialog) {
   for (QGroupBox* group : dialog.findChildren<QGroupBox*>()) {
@@ -122,7 +130,8 @@ std::optional<std::string> SystemDialogs::ask_input(const platform::InputQuestio
 bool SystemDialogs::ask_yes_no(const std::string& question) {
   bool yes = false;
   ask([&](QWidget* window) {
-    yes = QMessageBox::question(window, product, shown(question)) == QMessageBox::Yes;
+    yes = answer_to(window, QMessageBox::Question, shown(question),
+                    QMessageBox::Yes | QMessageBox::No) == QMessageBox::Yes;
   });
   return yes;
 }
@@ -149,7 +158,9 @@ std::optional<platform::FontChoice> SystemDialogs::ask_font(const platform::Font
 }
 
 void SystemDialogs::message(const std::string& text) {
-  ask([&](QWidget* window) { QMessageBox::information(window, product, shown(text)); });
+  ask([&](QWidget* window) {
+    answer_to(window, QMessageBox::Information, shown(text), QMessageBox::Ok);
+  });
 }
 
 }  // namespace lineweir

@@ -11,6 +11,7 @@
 #include "desktop/form_canvas.h"
 #include "desktop/key_codes.h"
 #include "desktop/placement.h"
+#include "desktop/plain_tip.h"
 #include "desktop/twips.h"
 #include "elements/form.h"
 
@@ -114,7 +115,7 @@ QFont ElementWidget::device_font(const FontProperties& font) const {
 
 bool ElementWidget::event(QEvent* event) {
   if (event->type() == QEvent::ToolTip && control_ != nullptr) {
-    QToolTip::showText(static_cast<QHelpEvent*>(event)->globalPos(), tool_tip(), this);
+    QToolTip::showText(static_cast<QHelpEvent*>(event)->globalPos(), plain_tip(tool_tip()), this);
     return true;
   }
   return QWidget::event(event);

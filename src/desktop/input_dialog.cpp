@@ -24,6 +24,7 @@ InputDialog::InputDialog(QWidget* owner, const QString& prompt, const QString& d
     : QDialog(owner), field_(new QLineEdit(default_text)) {
   auto* all = new QVBoxLayout(this);
   auto* question = new QLabel(prompt);
+  question->setTextFormat(Qt::PlainText);
   question->setWordWrap(true);
   question->setMinimumWidth(fontMetrics().averageCharWidth() * letters_of_prompt_line);
   question->setBuddy(field_);

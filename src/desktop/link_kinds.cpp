@@ -18,6 +18,7 @@
 #include "desktop/element_link.h"
 #include "desktop/grid_link.h"
 #include "desktop/numbered_entries.h"
+#include "desktop/plain_tip.h"
 #include "desktop/text_box_link.h"
 #include "desktop/text_painter.h"
 #include "desktop/theme.h"
@@ -33,7 +34,10 @@ namespace {
 class LabelLink final : public ElementLink {
  public:
   LabelLink(Label& label, QLabel& widget)
-      : ElementLink(label, widget), label_(label), text_(widget) {}
+      : ElementLink(label, widget), label_(label), text_(widget) {
+    // What a server or a caller says isn't markup, whatever it looks like.
+    text_.setTextFormat(Qt::PlainText);
+  }
 
  private:
   void show_content() override {
@@ -87,7 +91,7 @@ class ButtonLink final : public ElementLink {
     const QString text = shown_text(button_, button_.tool_tip.get());
     if (text == tool_tip_) return;
     tool_tip_ = text;
-    push_.setToolTip(text);
+    push_.setToolTip(plain_tip(text));
     push_.setAccessibleDescription(text);
   }
 

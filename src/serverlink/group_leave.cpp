@@ -7,16 +7,20 @@
 
 namespace lineweir {
 
-void clear_studio_group(ConsoleState& state, LineEvents& line_events) {
-  line_events.leave_group();
-  for (int line = 0; line < state.lines.LineCount; ++line) {
-    state.Lineweir.LineNumb(line).caption = std::to_string(line + 1);
-  }
+void clear_conversation(ConsoleState& state) {
   TextBox& messages = state.Lineweir.Text1;
   messages.text = "";
   messages.tool_tip = "";
   messages.back_color = color_white;
   messages.fore_color = color_black;
+}
+
+void clear_studio_group(ConsoleState& state, LineEvents& line_events) {
+  line_events.leave_group();
+  for (int line = 0; line < state.lines.LineCount; ++line) {
+    state.Lineweir.LineNumb(line).caption = std::to_string(line + 1);
+  }
+  clear_conversation(state);
   ClockState& clocks = state.clock_state;
   clocks.ServerLastEventTime.clear();
   clocks.ServerEventTime.clear();

@@ -9,4 +9,7 @@ struct ConsoleState;
 // the next one's: its lines, its messages and its server's show.
 void clear_studio_group(ConsoleState& state, LineEvents& line_events);
 
+// Only what the group's seats have said to one another.
+void clear_conversation(ConsoleState& state);
+
 }  // namespace lineweir

@@ -1,5 +1,6 @@
 #include "serverlink/session_start.h"
 
+#include "serverlink/group_leave.h"
 #include "serverlink/server_link.h"
 #include "state/console_state.h"
 #include "state/guard.h"
@@ -15,6 +16,15 @@ void send(ConsoleState& state, ServerLink& server, const ServerPacket& packet) {
 
 void request(ConsoleState& state, ServerLink& server, ClientCommand command) {
   send(state, server, server.packet(command));
+}
+
+// What another server's seats have said is not this one's; it sends a conversation only where it
+// has one.
+void leave_former_server(ConsoleState& state) {
+  LoginState& login = state.login;
+  const std::string server = login.ServerHost + ":" + std::to_string(login.ServerPort);
+  if (!login.SessionServer.empty() && login.SessionServer != server) clear_conversation(state);
+  login.SessionServer = server;
 }
 
 void tell_mode(ConsoleState& state, ServerLink& server) {
@@ -37,6 +47,7 @@ void TextWrit_SockConnecter(ConsoleState& state, ServerLink& server, SessionReas
     state.login.SessionBegun = true;
     state.login.BetweenGroups = false;
     state.messages.withdraw_offer();
+    leave_former_server(state);
 
     request(state, server, CmdConnectConsole);
     state.services.loop.run_pending();

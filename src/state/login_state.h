@@ -17,6 +17,8 @@ struct LoginState {
   std::string DisplayUserName;
   std::string ServerHost = "127.0.0.1";
   int ServerPort = 2001;
+  // The address and the port of the last session's server; empty before the first one.
+  std::string SessionServer;
 
   // What the server granted at the last login: one character of flags each, and the text in which
   // it keeps the user's options.

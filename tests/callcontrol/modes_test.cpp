@@ -350,6 +350,19 @@ TEST_SUITE("callcontrol/modes: handset, phone, equipment") {
     }
   }
 
+  TEST_CASE("behind equipment with phones the title tells of none any more") {
+    SocketDesk desk;
+    MainForm& form = desk.console.Lineweir;
+    desk.console.lines.ThePhoneFlag = 4;
+    desk.console.modes.follow_equipment();
+    form.NextGenPhone(0).caption = "Desk";
+    form.NextGenPhone(0).on_click();
+    REQUIRE(form.caption == "Lineweir - Talent        Studio #1 - Group 1      Desk");
+    desk.console.lines.ThePhoneFlag = 3;
+    desk.console.modes.follow_equipment();
+    CHECK(form.caption == "Lineweir - Talent        Studio #1 - Group 1      ");
+  }
+
   TEST_CASE("an unknown kind of equipment changes nothing") {
     ScriptedConsole desk;
     MainForm& form = desk.console.Lineweir;

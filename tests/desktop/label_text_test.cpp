@@ -2,9 +2,11 @@
 
 #include <QHelpEvent>
 #include <QImage>
+#include <QLabel>
 #include <QPainter>
 #include <QPlainTextEdit>
 #include <QScrollBar>
+#include <QTextDocument>
 #include <QToolTip>
 #include <cmath>
 
@@ -74,6 +76,22 @@ TEST_SUITE("texts") {
     ask_for_tool_tip(name);
     CHECK(QToolTip::text() == "Bartholomew Featherstonehaugh-Cholmondeley");
     QToolTip::hideText();
+  }
+
+  TEST_CASE("what looks like markup stands as it was written, in a tool tip and in a message") {
+    test::ShownConsole desk;
+    desk.form().LineName(0).caption = "<b>Bartholomew</b> Featherstonehaugh-Cholmondeley";
+    desk.settle();
+    ask_for_tool_tip(desk.widget(desk.form().LineName(0)));
+    QTextDocument shown;
+    shown.setHtml(QToolTip::text());
+    CHECK(shown.toPlainText() == "<b>Bartholomew</b> Featherstonehaugh-Cholmondeley");
+    QToolTip::hideText();
+
+    desk.console.messages.ShowMessage("<h1>The studio closes</h1>");
+    desk.settle();
+    const QWidget* box = desk.desktop.dialog(desk.console.MyMsgbox)->window();
+    CHECK(box->findChild<QLabel*>("Label1")->textFormat() == Qt::PlainText);
   }
 
   TEST_CASE("times, states and line numbers stay whole in a font too large for their columns") {

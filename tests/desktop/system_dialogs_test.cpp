@@ -8,6 +8,7 @@
 #include <QFileDialog>
 #include <QFontDialog>
 #include <QGroupBox>
+#include <QLabel>
 #include <QLineEdit>
 #include <QListView>
 #include <QTemporaryDir>
@@ -67,6 +68,22 @@ TEST_SUITE("desktop/questions") {
     CHECK(owner == &desk.viewer());
     CHECK(QApplication::activeWindow() == &desk.viewer());
     CHECK(QApplication::focusWidget() == search);
+  }
+
+  TEST_CASE("what looks like markup is shown as it was written") {
+    Asking desk;
+    const auto look = [](QDialog& dialog) {
+      bool whole = false;
+      for (const QLabel* label : dialog.findChildren<QLabel*>()) {
+        if (label->text() == "<i>Change it?</i>") whole = label->textFormat() == Qt::PlainText;
+      }
+      CHECK(whole);
+      dialog.reject();
+    };
+    when_asked(look);
+    SUBCASE("a text") { desk.dialogs.ask_input({"<i>Change it?</i>", "User"}); }
+    SUBCASE("yes or no") { desk.dialogs.ask_yes_no("<i>Change it?</i>"); }
+    SUBCASE("a message") { desk.dialogs.message("<i>Change it?</i>"); }
   }
 
   TEST_CASE("a message that stood there before doesn't come to lie on one") {
