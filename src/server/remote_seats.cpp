@@ -116,14 +116,16 @@ RemoteClient& RemoteSeats::seat_of(const std::string& caller, int group) {
   if (seats_.size() >= most_seats) forget(seats_.front()->caller);
   seats_.push_back(
       std::make_unique<RemoteClient>(book_.new_number(), caller, group, book_, service_));
-  seats_.back()->since = context_.clock.now();
-  book_.add(*seats_.back());
   return *seats_.back();
 }
 
 RemoteArgument RemoteSeats::add_client(const std::string& caller, const Arguments& arguments) {
   RemoteClient& seat = seat_of(caller, number_at(arguments, 1));
   seat.object = text_at(arguments, 0);
+  if (std::ranges::count(book_.all(), &seat) == 0) {
+    seat.since = context_.clock.now();
+    book_.add(seat);
+  }
   Group& group = *book_.find_group(seat.of_group);
   book_.join(seat, group);
   group.tell_callers(seat);
@@ -133,7 +135,8 @@ RemoteArgument RemoteSeats::add_client(const std::string& caller, const Argument
 RemoteArgument RemoteSeats::drop_client(const std::string& caller, const Arguments& arguments) {
   RemoteClient& seat = seat_of(caller, number_at(arguments, 1));
   if (seat.object != text_at(arguments, 0)) return false;
-  book_.leave_group(seat);
+  // It stays the same one to its callers if it comes back.
+  book_.remove(seat, SeatBook::Leaving::Goodbye);
   seat.object.clear();
   return true;
 }

@@ -75,6 +75,19 @@ TEST_CASE("who has asked is called back of his group, the others are not") {
   CHECK(room.take_told().empty());
 }
 
+TEST_CASE("who has left a group is no seat any more, until he comes back") {
+  BusRoom room;
+  room.call("AddObjectReference", {std::string("/a"), 1}, ":1.1");
+  room.call("DropObjectReference", {std::string("/a"), 1}, ":1.1");
+  CHECK(room.figure("seats_let_in") == 0);
+  room.call("AddObjectReference", {std::string("/a"), 2}, ":1.1");
+  room.call("AddObjectReference", {std::string("/a"), 2}, ":1.1");
+  CHECK(room.figure("seats_let_in") == 1);
+  room.call("DropObjectReference", {std::string("/a"), 2}, ":1.1");
+  room.call("AddObjectReference", {std::string("/a"), 1}, ":1.1");
+  CHECK(room.figure("seats_let_in") == 1);
+}
+
 TEST_CASE("who has left the bus is called back no more") {
   BusRoom room;
   room.call("AddObjectReference", {std::string("/a"), 1}, ":1.1");
