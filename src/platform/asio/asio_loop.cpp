@@ -94,6 +94,7 @@ void AsioLoop::run_ready_handlers() {
 
 // Whoever sends may give something to others to send.
 void AsioLoop::send_of_round() {
+  if (before_sending && !senders_.empty()) before_sending();
   while (!senders_.empty()) {
     for (const auto& sender : std::exchange(senders_, {})) sender->send_of_round();
   }

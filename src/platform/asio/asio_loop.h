@@ -47,6 +47,9 @@ class AsioLoop final : public EventLoop, public Poster {
     senders_.push_back(std::move(sender));
   }
 
+  // Runs before each round's sending; what it takes down is not sent. Set by the owner.
+  std::function<void()> before_sending;
+
   // Runs whatever comes until a handler calls stop().
   void run();
   void stop() { stopped_ = true; }

@@ -306,6 +306,24 @@ TEST_CASE("Addresses of version 6 are listened on for themselves") {
   CHECK(connection->peer() == "::1");
 }
 
+TEST_CASE_FIXTURE(TcpFixture, "What is taken down before a round's sending is not sent") {
+  Peer peer = connect();
+  bool may_send = true;
+  loop.before_sending = [&] {
+    if (!may_send) connection.reset();
+  };
+  connection->send("first");
+  REQUIRE(wait([&] { return peer.read() == "first"; }));
+  may_send = false;
+  connection->send("second");
+  std::string rest;
+  CHECK(wait([&] {
+    rest += peer.read();
+    return peer.ended();
+  }));
+  CHECK(rest.empty());
+}
+
 TEST_CASE_FIXTURE(TcpFixture, "Without descriptors peers wait until there are some again") {
   Peer first = connect();
   connection.reset();
