@@ -11,6 +11,7 @@
 #include "server/metrics.h"
 #include "server/remote_seats.h"
 #include "server/session.h"
+#include "server/still_true.h"
 
 namespace lineweir::server {
 namespace {
@@ -48,6 +49,9 @@ class Server::Inside {
   std::function<void(int seconds, std::string text)> on_shutdown_asked;
 
  private:
+  void begin(std::function<void()> serving,
+             std::function<void(std::string name, std::string password)> first_user);
+  void write_what_was_left(std::function<void()> done);
   void read_store(std::function<void(platform::StoredState)> done);
   void take_over(platform::StoredState state);
   void make_first_user(std::function<void(std::string name, std::string password)> told);
@@ -95,7 +99,7 @@ class Server::Inside {
 Server::Inside::Inside(ServerServices services, ServerOptions options)
     : services_(std::move(services)),
       options_(std::move(options)),
-      outbox_(services_.loop, services_.store, services_.log),
+      outbox_(services_.loop, services_.store, services_.log, {services_.journal, services_.epoch}),
       audit_(services_.clock, services_.random, outbox_),
       calls_(services_.clock, outbox_),
       context_{services_.loop, services_.clock, services_.letters, services_.log, figures_, outbox_,
@@ -119,6 +123,33 @@ Server::Inside::~Inside() {
 }
 
 void Server::Inside::start(std::function<void()> serving,
+                           std::function<void(std::string name, std::string password)> first_user) {
+  write_what_was_left(
+      [this, serving = std::move(serving), first_user = std::move(first_user)]() mutable {
+        begin(std::move(serving), std::move(first_user));
+      });
+}
+
+void Server::Inside::write_what_was_left(std::function<void()> done) {
+  if (services_.journal == nullptr) return done();
+  auto left = still_true(services_.journal->left(), services_.epoch);
+  if (left.empty()) {
+    services_.journal->clear();
+    return done();
+  }
+  services_.log(LogLevel::Notice, "the journal holds " + std::to_string(left.size()) +
+                                      " records that the store has not taken yet");
+  services_.store.write(
+      left, [this, alive = std::weak_ptr(alive_), done = std::move(done)](bool written) {
+        if (!alive.lock()) return;
+        if (!written)
+          return after(store_read_again_after, [this, done] { write_what_was_left(done); });
+        services_.journal->clear();
+        done();
+      });
+}
+
+void Server::Inside::begin(std::function<void()> serving,
                            std::function<void(std::string name, std::string password)> first_user) {
   read_store([this, serving = std::move(serving),
               first_user = std::move(first_user)](platform::StoredState state) mutable {
@@ -360,8 +391,10 @@ void Server::Inside::shut_down(int seconds, const std::string& text, std::functi
     const auto once = std::make_shared<std::function<void()>>(done);
     const auto end = [this, once] {
       if (outbox_.waiting() != 0) {
-        services_.log(LogLevel::Error, "the store could not be written: " +
-                                           std::to_string(outbox_.waiting()) + " records are lost");
+        const std::string records = std::to_string(outbox_.waiting()) + " records";
+        services_.log(LogLevel::Error,
+                      "the store could not be written: " + records +
+                          (services_.journal == nullptr ? " are lost" : " wait in the journal"));
       }
       if (const auto call = std::exchange(*once, nullptr)) call();
     };

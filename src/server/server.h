@@ -12,6 +12,7 @@
 #include "platform/random_numbers.h"
 #include "platform/remote_service.h"
 #include "platform/store.h"
+#include "platform/store_journal.h"
 #include "platform/wall_clock.h"
 #include "server/server_log.h"
 #include "server/server_options.h"
@@ -30,6 +31,10 @@ struct ServerServices {
   ServerLog log;
   // Makes the exchange of a group.
   std::function<std::unique_ptr<exchange::Exchange>(const GroupOptions& group)> make_exchange;
+  // Null where what the store hasn't taken yet is kept in memory alone.
+  platform::StoreJournal* journal = nullptr;
+  // Under which this server leads; 0 where there is only one.
+  platform::Epoch epoch = 0;
 };
 
 // The studio's server: it owns the groups of lines, lets seats in, and tells every seat of a group

@@ -36,12 +36,17 @@ bool may_be_lost(const StoreChange& change) {
 
 }  // namespace
 
-StoreOutbox::StoreOutbox(platform::EventLoop& loop, platform::Store& store, const ServerLog& log)
-    : loop_(loop), store_(store), log_(log) {}
+StoreOutbox::StoreOutbox(platform::EventLoop& loop, platform::Store& store, const ServerLog& log,
+                         OutboxJournal journal)
+    : loop_(loop), store_(store), log_(log), journal_(journal) {}
 
-StoreOutbox::~StoreOutbox() { loop_.cancel(next_write_); }
+StoreOutbox::~StoreOutbox() {
+  loop_.cancel(next_write_);
+  loop_.cancel(journal_due_);
+}
 
 void StoreOutbox::put(StoreChange change) {
+  if (journals_) journal_.journal->append(journal_.epoch, {change});
   const auto known = places_.find(name_of_thing(change));
   if (known != places_.end()) {
     waiting_[known->second - taken_] = std::move(change);
@@ -80,6 +85,9 @@ void StoreOutbox::write() {
 }
 
 void StoreOutbox::hand_to_store() {
+  if (journal_.journal != nullptr && !journals_) {
+    journal_due_ = loop_.schedule(journalled_after, [this] { begin_to_journal(); });
+  }
   store_.write(writing_, [this, alive = std::weak_ptr(alive_)](bool done) {
     if (alive.lock()) written(done);
   });
@@ -89,6 +97,17 @@ void StoreOutbox::append(StoreChange change) {
   const std::string name = name_of_thing(change);
   if (!name.empty()) places_[name] = taken_ + waiting_.size();
   waiting_.push_back(std::move(change));
+}
+
+void StoreOutbox::begin_to_journal() {
+  if (journal_.journal == nullptr || std::exchange(journals_, true)) return;
+  std::vector<StoreChange> all = writing_;
+  all.insert(all.end(), waiting_.begin(), waiting_.end());
+  journal_.journal->append(journal_.epoch, std::move(all));
+}
+
+void StoreOutbox::end_to_journal() {
+  if (std::exchange(journals_, false)) journal_.journal->clear();
 }
 
 StoreChange StoreOutbox::take_front() {
@@ -110,6 +129,7 @@ void StoreOutbox::lose_oldest() {
 }
 
 void StoreOutbox::written(bool done) {
+  loop_.cancel(journal_due_);
   if (done != !away_) {
     away_ = !done;
     log_(away_ ? LogLevel::Error : LogLevel::Notice,
@@ -118,6 +138,7 @@ void StoreOutbox::written(bool done) {
   }
   in_flight_ = 0;
   if (!done) {
+    begin_to_journal();
     // The same batch again, so that its order stays.
     in_flight_ = writing_.size();
     next_write_ = loop_.schedule(retried_after, [this] {
@@ -127,6 +148,7 @@ void StoreOutbox::written(bool done) {
     return;
   }
   writing_.clear();
+  if (waiting_.empty()) end_to_journal();
   if (!waiting_.empty()) schedule(platform::Milliseconds{0});
   tell_written();
   tell_empty();

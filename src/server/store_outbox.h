@@ -9,24 +9,35 @@
 
 #include "platform/event_loop.h"
 #include "platform/store.h"
+#include "platform/store_journal.h"
 #include "server/server_log.h"
 
 namespace lineweir::server {
 
+// Where what waits is kept besides, under the epoch of the server; null for nowhere.
+struct OutboxJournal {
+  platform::StoreJournal* journal = nullptr;
+  platform::Epoch epoch = 0;
+};
+
 // What waits to be written to the store. Nobody waits for it: while the store is away or slow it
 // grows, and all is written in its order when it can be. What replaces an account, a call or a
-// group's memory takes the place of what still waits for the same.
+// group's memory takes the place of what still waits for the same. Where there is a journal, what
+// waits for more than a moment lies in it too, so that it outlives this process.
 class StoreOutbox {
  public:
   static constexpr platform::Milliseconds gathered_for{20};
   static constexpr platform::Milliseconds retried_after{1000};
+  // A write that takes longer is no longer waited for without the journal.
+  static constexpr platform::Milliseconds journalled_after{500};
   // In one write.
   static constexpr std::size_t batch = 500;
   // Beyond so many the oldest audit events and ended calls are lost, which is reported; what
   // replaces something else is not, of which there is a bounded number.
   static constexpr std::size_t most_waiting = 200'000;
 
-  StoreOutbox(platform::EventLoop& loop, platform::Store& store, const ServerLog& log);
+  StoreOutbox(platform::EventLoop& loop, platform::Store& store, const ServerLog& log,
+              OutboxJournal journal = {});
   ~StoreOutbox();
   StoreOutbox(const StoreOutbox&) = delete;
   StoreOutbox& operator=(const StoreOutbox&) = delete;
@@ -51,6 +62,8 @@ class StoreOutbox {
   void append(platform::StoreChange change);
   platform::StoreChange take_front();
   void lose_oldest();
+  void begin_to_journal();
+  void end_to_journal();
   void tell_empty();
   void tell_written();
 
@@ -66,7 +79,10 @@ class StoreOutbox {
   std::size_t in_flight_ = 0;
   std::size_t lost_ = 0;
   bool away_ = false;
+  OutboxJournal journal_;
+  bool journals_ = false;
   platform::EventLoop::CallId next_write_ = 0;
+  platform::EventLoop::CallId journal_due_ = 0;
   std::function<void()> when_empty_;
   // Who is told once so many have left the front and are written.
   struct Awaited {

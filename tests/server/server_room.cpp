@@ -144,7 +144,8 @@ void ServerRoom::start() {
                      [this](LogLevel, const std::string& line) { log.push_back(line); },
                      [this](const GroupOptions& group) {
                        return std::make_unique<Trunk>(*exchanges.at(group.number));
-                     }},
+                     },
+                     &journal, epoch},
       options);
   server->start([] {}, [this](const std::string&,
                               const std::string& password) { first_password = password; });

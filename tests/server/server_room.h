@@ -12,6 +12,7 @@
 #include "platform/scripted/scripted_password_hash.h"
 #include "platform/scripted/scripted_random_numbers.h"
 #include "platform/scripted/scripted_store.h"
+#include "platform/scripted/scripted_store_journal.h"
 #include "platform/scripted/scripted_wall_clock.h"
 #include "platform/scripted/virtual_event_loop.h"
 #include "server/rights_templates.h"
@@ -164,9 +165,11 @@ class ServerRoom {
   platform::ScriptedWallClock clock{loop};
   platform::ScriptedRandomNumbers random;
   platform::ScriptedStore store{loop};
+  platform::ScriptedStoreJournal journal;
   platform::ScriptedPasswordHash passwords{loop};
   CodePageLetters letters;
   ServerOptions options;
+  platform::Epoch epoch = 0;
   std::vector<std::string> log;
   std::string first_password;
   // By group; they outlive the server, as a real exchange does.

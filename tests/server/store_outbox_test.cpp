@@ -3,6 +3,7 @@
 #include <doctest/doctest.h>
 
 #include "platform/scripted/scripted_store.h"
+#include "platform/scripted/scripted_store_journal.h"
 #include "platform/scripted/virtual_event_loop.h"
 
 namespace lineweir::server {
@@ -228,6 +229,53 @@ TEST_CASE("who waits for what was put so far is told when that is written, whate
   desk.wait(1s);
   desk.store.answer(true);
   CHECK(told == std::vector{0, 1});
+}
+
+TEST_CASE("what a store doesn't take at once lies in the journal until it is all written") {
+  platform::VirtualEventLoop loop;
+  NotingStore store;
+  platform::ScriptedStoreJournal journal;
+  const ServerLog log = [](LogLevel, const std::string&) {};
+  StoreOutbox outbox(loop, store, log, {&journal, 7});
+  outbox.put(event(1));
+  loop.advance(20ms);
+  SUBCASE("as the store has failed") {
+    CHECK(journal.content().changes.empty());
+    store.answer(false);
+  }
+  SUBCASE("as it says nothing") {
+    loop.advance(499ms);
+    CHECK(journal.content().changes.empty());
+    loop.advance(1ms);
+  }
+  CHECK(journal.content().epoch == 7);
+  CHECK(journal.content().changes == Changes{event(1)});
+  outbox.put(account("anna", "1"));
+  outbox.put(account("anna", "2"));
+  CHECK(journal.content().changes == Changes{event(1), account("anna", "1"), account("anna", "2")});
+  loop.advance(1s);
+  store.answer(true);
+  CHECK(journal.content().changes.size() == 3);
+  loop.advance(20ms);
+  store.answer(true);
+  CHECK(journal.content().changes.empty());
+  loop.advance(1min);
+  CHECK(store.batches.back() == Changes{account("anna", "2")});
+}
+
+TEST_CASE("what is written at once never comes into the journal") {
+  platform::VirtualEventLoop loop;
+  NotingStore store;
+  platform::ScriptedStoreJournal journal;
+  const ServerLog log = [](LogLevel, const std::string&) {};
+  StoreOutbox outbox(loop, store, log, {&journal, 7});
+  for (int i = 0; i < 10; ++i) {
+    outbox.put(event(i));
+    loop.advance(20ms);
+    store.answer(true);
+    loop.advance(1s);
+    CHECK(journal.content().changes.empty());
+  }
 }
 
 TEST_CASE("what a store tells behind the outbox's end is passed over") {

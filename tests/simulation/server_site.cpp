@@ -122,7 +122,8 @@ void ServerSite::start() {
                                    [this, number = group.number](exchange::LineChange change) {
                                      count(number, change);
                                    });
-                             }},
+                             },
+                             &journal_},
       options_);
   server_->start(
       [this] {

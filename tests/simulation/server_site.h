@@ -10,6 +10,7 @@
 #include "platform/scripted/scripted_password_hash.h"
 #include "platform/scripted/scripted_random_numbers.h"
 #include "platform/scripted/scripted_store.h"
+#include "platform/scripted/scripted_store_journal.h"
 #include "platform/scripted/scripted_wall_clock.h"
 #include "server/server.h"
 #include "server/trunk.h"
@@ -67,6 +68,7 @@ class ServerSite {
   platform::ScriptedWallClock clock_{loop_};
   platform::ScriptedRandomNumbers random_;
   platform::ScriptedStore store_{loop_};
+  platform::ScriptedStoreJournal journal_;
   platform::ScriptedPasswordHash passwords_{loop_};
   CodePageLetters letters_;
   std::map<int, std::unique_ptr<exchange::SimulatedExchange>> exchanges_;

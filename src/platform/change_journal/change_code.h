@@ -1,0 +1,19 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "platform/store_records.h"
+
+namespace lineweir::platform {
+
+// A change of the store as bytes: a CBOR array whose first element tells the kind ("account",
+// "removal", "call", "group", "event") and whose others are the fields in the order of
+// store_records.h. Texts are CBOR texts of any bytes.
+std::string encoded(const StoreChange& change);
+
+// Nothing where the bytes are no such change, whatever they are.
+std::optional<StoreChange> decoded(std::string_view bytes);
+
+}  // namespace lineweir::platform
