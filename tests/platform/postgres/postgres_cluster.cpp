@@ -188,6 +188,16 @@ std::string PostgresCluster::new_database(const std::string& options) {
   return url(name);
 }
 
+std::string PostgresCluster::borrow() {
+  if (free_.empty()) return new_database();
+  const std::string url = free_.back();
+  free_.pop_back();
+  run(url, "DROP SCHEMA IF EXISTS lineweir CASCADE");
+  return url;
+}
+
+void PostgresCluster::give_back(const std::string& url) { free_.push_back(url); }
+
 std::string PostgresCluster::run(const std::string& url, const std::string& sql) {
   const std::unique_ptr<PGconn, decltype(&PQfinish)> session(PQconnectdb(url.c_str()), PQfinish);
   PQsetNoticeProcessor(

@@ -21,8 +21,11 @@ class PostgresCluster {
   PostgresCluster(const PostgresCluster&) = delete;
   PostgresCluster& operator=(const PostgresCluster&) = delete;
 
-  // The URL of a new and empty database; more may be told, as "&encoding=…" of CREATE DATABASE.
+  // The URL of a new and empty database; more may be told, as "ENCODING …" of CREATE DATABASE.
   std::string new_database(const std::string& options = {});
+  // The URL of one without a store, which takes less time; to be given back when nobody uses it.
+  std::string borrow();
+  void give_back(const std::string& url);
   // The URL of a database, whether it is there or not.
   std::string url(const std::string& database) const;
   std::filesystem::path folder() const { return folder_; }
@@ -47,6 +50,7 @@ class PostgresCluster {
   int guardian_ = -1;
   pid_t guardian_process_ = -1;
   int databases_ = 0;
+  std::vector<std::string> free_;
 };
 
 }  // namespace lineweir::test

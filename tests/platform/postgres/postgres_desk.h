@@ -20,9 +20,15 @@ inline bool run_loop_until(platform::AsioLoop& loop, const std::function<bool()>
 class PostgresDesk final : public StoreDesk {
  public:
   explicit PostgresDesk(platform::PostgresPatience patience = {})
-      : patience_(patience), url_(test::PostgresCluster::the().new_database()) {
+      : patience_(patience), url_(test::PostgresCluster::the().borrow()) {
     begin_again();
   }
+  ~PostgresDesk() override {
+    store_ = nullptr;
+    test::PostgresCluster::the().give_back(url_);
+  }
+  PostgresDesk(const PostgresDesk&) = delete;
+  PostgresDesk& operator=(const PostgresDesk&) = delete;
 
   platform::PostgresStore& store() override { return *store_; }
   bool run_until(const std::function<bool()>& condition) override {
@@ -39,7 +45,10 @@ class PostgresDesk final : public StoreDesk {
     };
   }
   void begin_empty() override {
-    url_ = test::PostgresCluster::the().new_database();
+    store_ = nullptr;
+    const std::string before = url_;
+    url_ = test::PostgresCluster::the().borrow();
+    test::PostgresCluster::the().give_back(before);
     begin_again();
   }
   std::string file(const std::string& name) override { return (directory_.path() / name).string(); }
