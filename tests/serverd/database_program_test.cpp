@@ -189,6 +189,14 @@ TEST_CASE("A server whose database goes away goes on, and loses nothing once it 
   CHECK(has(studio.server->wait_for_log("the store is well again"), "the store is well again"));
   CHECK(has(studio.server->wait_for_log("the store is locked again"), "locked again"));
   CHECK(studio.rows({"calls"}).size() == 4);
+  // Nor does one that stands still hold it up.
+  PostgresCluster::the().stand_still();
+  const auto begin = std::chrono::steady_clock::now();
+  studio.let_somebody_call(1);
+  CHECK(studio.rows({"lines", "1"}).size() == 10);
+  CHECK(std::chrono::steady_clock::now() - begin < std::chrono::seconds(8));
+  PostgresCluster::the().go_on();
+  CHECK(studio.rows({"calls"}).size() == 5);
   studio.out({"audit", "verify"});
   CHECK(studio.end() == 0);
 }
