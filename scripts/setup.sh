@@ -34,8 +34,17 @@ ensure_packages() {
   export DEBIAN_FRONTEND=noninteractive
   "${as_root[@]}" apt-get update -qq ||
     fail "apt-get update failed; check the network and /etc/apt/sources.list"
+  [[ " ${missing[*]} " == *" postgresql "* ]] && let_no_database_run "${as_root[@]}"
   "${as_root[@]}" apt-get install -y -qq --no-install-recommends "${missing[@]}" > /dev/null ||
     fail "apt-get install failed for: ${missing[*]}"
+  "${as_root[@]}" rm -f "$no_database"
+}
+
+# The tests make databases of their own; the package would make one too and let it run for ever.
+no_database=/etc/postgresql-common/createcluster.d/lineweir-tests.conf
+let_no_database_run() {
+  "$@" mkdir -p "${no_database%/*}"
+  echo 'create_main_cluster = false' | "$@" tee "$no_database" > /dev/null
 }
 
 # build PRESET FOLDER [CMAKE-ARGUMENT...]: configures once, builds what has changed.

@@ -82,6 +82,11 @@ lineweir_server platform/asio/asio_loop.h
 lineweir_server serverd/configuration.h
 lineweir_server core/console.h
 lineweir_server platform/sqlite_store/sqlite_store.h
+lineweir_server platform/postgres_store/postgres_store.h
+lineweir_postgres platform/postgres_store/store_session.h
+lineweir_postgres platform/asio/asio_loop.h
+lineweir_transfer platform/sqlite_store/store_rows.h
+lineweir_sqlite_store platform/postgres_store/whole_database.h
 lineweir_adminlink server/accounts.h
 lineweir_admin_lib server/accounts.h
 FORBIDDEN

@@ -5,6 +5,7 @@
 
 #include "admin/admin_socket.h"
 #include "admin/command_line.h"
+#include "admin/migration.h"
 #include "admin/password_entry.h"
 #include "admin/report.h"
 #include "admin/table.h"
@@ -59,13 +60,21 @@ void report_list(AdminSocket& socket, const Order& order, std::ostream& out) {
   report.finish();
 }
 
-void carry_out(Order order, std::ostream& out) {
+void carry_out_at_server(Order order, std::ostream& out) {
   take_password(order);
   AdminSocket socket(order.socket);
   if (!columns_of(order.request.command).empty()) {
     report_list(socket, order, out);
   } else {
     report_answer(out, order.request.command, answer_to(socket, order.request), order.json);
+  }
+}
+
+void carry_out(Order order, std::ostream& out) {
+  if (order.migration) {
+    migrate(*order.migration, order.json, out);
+  } else {
+    carry_out_at_server(std::move(order), out);
   }
   out.flush();
   if (!out) throw Trouble("The output can't be written.");

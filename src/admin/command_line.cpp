@@ -13,7 +13,7 @@
 namespace lineweir::admin {
 namespace {
 
-constexpr const char* description = "Works on a running lineweir-server.";
+constexpr const char* description = "Works on a running lineweir-server, or moves its store.";
 
 constexpr const char* footer = R"(
 WHEN is a date (2026-01-31), a date and a time of day ("2026-01-31 18:05"), or how long ago (30m, 2h,
@@ -22,6 +22,7 @@ WHEN is a date (2026-01-31), a date and a time of day ("2026-01-31 18:05"), or h
   lineweir-admin user add anna --template screener --group 1
   lineweir-admin user right anna 1 +CallerDataAllowed -ExitMenu
   lineweir-admin calls --since 7d --csv > calls.csv
+  lineweir-admin migrate sqlite:server.db postgresql:///lineweir
 
 Ends with 0, or with 1 and a line on the standard error.
 )";
@@ -212,6 +213,14 @@ class Words {
          "A file that isn't there yet");
     file(add(app_, Command::Restore, "restore", "Takes over a backup, into an empty store"),
          "A file of a backup");
+    App* migration = app_.add_subcommand(
+        "migrate", "Moves a whole store into an empty one, while no server works on either");
+    auto typed = std::make_shared<Migration>();
+    migration->add_option("FROM", typed->from, "The store, as the configuration names it")
+        ->required();
+    migration->add_option("TO", typed->to, "sqlite:FILE or postgresql://user@host/database")
+        ->required();
+    migration->final_callback([this, typed] { order_.migration = *typed; });
   }
 
   Moment now_;
@@ -225,6 +234,7 @@ class Words {
 }  // namespace
 
 bool Order::needs_password() const {
+  if (migration) return false;
   const CommandRow& row = row_of(request.command);
   return std::ranges::find(fields_of(row), Field::Password) != fields_of(row).end();
 }

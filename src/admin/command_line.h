@@ -1,9 +1,11 @@
 #pragma once
 
+#include <optional>
 #include <string>
 #include <variant>
 #include <vector>
 
+#include "admin/migration.h"
 #include "admin/when.h"
 #include "adminlink/admin_request.h"
 
@@ -15,6 +17,8 @@ struct Order {
   bool json = false;
   bool csv = false;
   Request request = {};
+  // In place of a request: what is done without a server.
+  std::optional<Migration> migration = {};
   // Where the request needs a password: whether it comes from the standard input, and not from the
   // person at the terminal.
   bool password_from_input = false;

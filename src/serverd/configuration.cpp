@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <cstdlib>
 #include <cstring>
 #include <filesystem>
 #include <fstream>
@@ -9,6 +10,7 @@
 
 #include "letters/code_pages.h"
 #include "letters/utf8.h"
+#include "platform/postgres/postgres_address.h"
 #include "serverd/configuration_table.h"
 #include "serverd/group_settings.h"
 
@@ -59,17 +61,33 @@ void read_listen(ConfigurationTable& table, bool is_array, Configuration& config
   if (!addresses.empty()) configuration.listen = std::move(addresses);
 }
 
+// Beside the configuration, or in the folder that systemd has made for the server.
+std::string usual_data_folder(const fs::path& folder) {
+  const char* const state = std::getenv("STATE_DIRECTORY");
+  return state != nullptr && *state == '/' ? state : folder.string();
+}
+
 void read_store(ConfigurationTable& table, const fs::path& folder, Configuration& configuration) {
-  constexpr std::string_view expected = "\"sqlite:\" and a file";
+  constexpr std::string_view a_file = "\"sqlite:\" and a file";
+  const std::string expected =
+      std::string(a_file) + ", or " + std::string(platform::PostgresAddress::form);
   const std::string store = table.text("store", expected).value_or("sqlite:server.db");
-  if (store.starts_with("postgresql:") || store.starts_with("postgres:")) {
-    table.refuse("store",
-                 std::string(expected) + "; this server can't keep its data in PostgreSQL yet");
+  if (platform::PostgresAddress::read(store)) {
+    configuration.store_database = store;
+    configuration.data_folder = usual_data_folder(folder);
+    return;
   }
-  if (!store.starts_with(sqlite) || store.size() == sqlite.size()) {
-    table.refuse("store", std::string(expected) + ", not \"" + store + "\"");
+  // What isn't right isn't shown where it may hold a password.
+  const bool is_file = store.starts_with(sqlite);
+  if (!is_file && (store.find('@') != std::string::npos || store.find("//") != std::string::npos ||
+                   platform::PostgresAddress::is_meant(store))) {
+    table.refuse("store", expected);
+  }
+  if (!is_file || store.size() == sqlite.size()) {
+    table.refuse("store", expected + ", not \"" + store + "\"");
   }
   configuration.store_file = path_in(folder, store.substr(sqlite.size()));
+  configuration.data_folder = fs::path(configuration.store_file).parent_path().string();
 }
 
 void read_metrics(ConfigurationTable& table, Configuration& configuration) {

@@ -26,8 +26,13 @@ enum class RemoteBus { None, Session, System };
 // What the server's configuration file tells. All paths are whole.
 struct Configuration {
   std::vector<SocketAddress> listen = {{"127.0.0.1", 2001}};
-  // The file of the built-in store.
+  // The file of the built-in store; empty where the store is a database.
   std::string store_file = {};
+  // The URL of the database; it may hold a password, so it is shown to nobody.
+  std::string store_database = {};
+  // For what the server makes by itself: beside its store's file, or where it may keep what it
+  // likes.
+  std::string data_folder = {};
   std::string admin_socket = {};
   std::optional<SocketAddress> metrics = {};
   bool plain_text_network = false;

@@ -3,6 +3,8 @@
 #include <filesystem>
 #include <ostream>
 
+#include "platform/postgres/postgres_address.h"
+
 namespace lineweir::serverd {
 
 namespace {
@@ -23,6 +25,12 @@ void describe_group(const server::GroupOptions& group, std::ostream& out) {
   out << '\n';
 }
 
+std::string shown_store(const Configuration& configuration) {
+  const auto database = platform::PostgresAddress::read(configuration.store_database);
+  if (!database) return configuration.store_file;
+  return database->shown() + (database->user().empty() ? "" : ", as " + database->user());
+}
+
 }  // namespace
 
 bool needs_tls(const Configuration& configuration, const SocketAddress& address) {
@@ -31,8 +39,7 @@ bool needs_tls(const Configuration& configuration, const SocketAddress& address)
 
 TlsFiles tls_files_of(const Configuration& configuration) {
   if (configuration.tls_files) return *configuration.tls_files;
-  const std::filesystem::path folder =
-      std::filesystem::path(configuration.store_file).parent_path();
+  const std::filesystem::path folder = configuration.data_folder;
   return {.certificate = folder / "server.crt", .key = folder / "server.key"};
 }
 
@@ -47,7 +54,7 @@ void describe(const Configuration& configuration, std::ostream& out) {
     }
     out << '\n';
   }
-  out << "keeps its data in " << configuration.store_file << '\n';
+  out << "keeps its data in " << shown_store(configuration) << '\n';
   out << "is administered through " << configuration.admin_socket << '\n';
   if (configuration.metrics) {
     out << "tells its figures on http://" << configuration.metrics->text() << "/metrics\n";

@@ -40,19 +40,19 @@ ServerProgram::ServerProgram(ProgramOptions options, Configuration configuration
       log_([this](LogLevel level, const std::string& text) { log(level, text); }),
       letters_(*find_code_page(configuration_.character_set), &transliterator_),
       passwords_(loop_, password_threads),
-      store_(configuration_.store_file, loop_),
+      store_(configuration_, loop_, log_),
       bus_watch_(loop_),
       remote_objects_({loop_, bus_watch_, loop_, letters_}),
       signals_(loop_, [this](int signal) { take_signal(signal); }) {
   if (needs_tls(configuration_))
     tls_ = set_up_tls(configuration_, options_.configuration_file, log_);
   listen();
-  store_lock_.emplace(configuration_.store_file);
+  store_.lock([this] { begin(); }, [this](const std::string& why) { refuse(why); });
   server_ = std::make_unique<server::Server>(
       server::ServerServices{.loop = loop_,
                              .clock = clock_,
                              .random = random_,
-                             .store = store_,
+                             .store = store_.store(),
                              .passwords = passwords_,
                              .letters = letters_,
                              .log = log_,
@@ -67,7 +67,6 @@ ServerProgram::ServerProgram(ProgramOptions options, Configuration configuration
 }
 
 int ServerProgram::run() {
-  server_->start([this] { serve(); }, tell_first_user);
   feed_watchdog();
   loop_.run();
   loop_.cancel(end_at_limit_);
@@ -79,6 +78,17 @@ int ServerProgram::run() {
   // What the seats were told last still goes out.
   while (loop_.farewells() > 0) loop_.yield();
   return status_;
+}
+
+void ServerProgram::begin() {
+  begun_ = true;
+  server_->start([this] { serve(); }, tell_first_user);
+}
+
+void ServerProgram::refuse(const std::string& why) {
+  std::cerr << "lineweir-server: " + why + "\n" << std::flush;
+  status_ = 1;
+  loop_.stop();
 }
 
 // Ports and the socket are taken before the store is read, so that a second server of one
@@ -143,6 +153,8 @@ void ServerProgram::take_signal(int signal) {
     return;
   }
   ++stops_asked_;
+  // There is nobody to be told yet, and nothing to be written.
+  if (!begun_) return loop_.stop();
   if (stops_asked_ == 1) {
     shut_down(configuration_.shutdown_seconds, farewell);
   } else if (stops_asked_ == 2) {
@@ -174,7 +186,8 @@ void ServerProgram::warn_of_later_keys(const Configuration& next) const {
     bool is_changed;
   } keys[] = {
       {"listen", next.listen != configuration_.listen},
-      {"store", next.store_file != configuration_.store_file},
+      {"store", next.store_file != configuration_.store_file ||
+                    next.store_database != configuration_.store_database},
       {"admin_socket", next.admin_socket != configuration_.admin_socket},
       {"metrics", next.metrics != configuration_.metrics},
       {"plain_text_network", next.plain_text_network != configuration_.plain_text_network},

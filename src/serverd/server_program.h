@@ -17,13 +17,12 @@
 #include "platform/sdbus/sdbus_remote_service.h"
 #include "platform/sodium/sodium_password_hash.h"
 #include "platform/sodium/sodium_random_numbers.h"
-#include "platform/sqlite_store/sqlite_store.h"
 #include "server/server.h"
 #include "serverd/log_sink.h"
 #include "serverd/machine_wall_clock.h"
 #include "serverd/program_options.h"
+#include "serverd/served_store.h"
 #include "serverd/service_manager.h"
-#include "serverd/store_lock.h"
 
 namespace lineweir::serverd {
 
@@ -40,6 +39,9 @@ class ServerProgram {
 
  private:
   void listen();
+  // The store is this server's.
+  void begin();
+  void refuse(const std::string& why);
   void serve();
   // The groups as remote objects, where they are asked for.
   void publish();
@@ -58,6 +60,7 @@ class ServerProgram {
   server::ServerLog log_;
   ServiceManager manager_;
   int status_ = 0;
+  bool begun_ = false;
   int stops_asked_ = 0;
   std::optional<platform::Milliseconds> limit_;
   platform::EventLoop::CallId end_at_limit_ = 0;
@@ -68,8 +71,7 @@ class ServerProgram {
   platform::IcuTransliterator transliterator_;
   CodePageLetters letters_;
   platform::SodiumPasswordHash passwords_;
-  platform::SqliteStore store_;
-  std::optional<StoreLock> store_lock_;
+  ServedStore store_;
   // Null where no address has TLS.
   std::unique_ptr<platform::TlsIdentity> tls_;
   platform::AsioDescriptorWatch bus_watch_;

@@ -1,11 +1,11 @@
 #include <doctest/doctest.h>
 
-#include "store_desk.h"
+#include "contract_desks.h"
 
 using namespace lineweir;
 using namespace lineweir::platform;
 
-TEST_CASE_TEMPLATE("A new store holds nothing", Desk, SqliteDesk, ScriptedDesk) {
+TEST_CASE_TEMPLATE("A new store holds nothing", Desk, LINEWEIR_CONTRACT_DESKS) {
   Desk desk;
   const auto state = desk.load();
   REQUIRE(state);
@@ -17,7 +17,7 @@ TEST_CASE_TEMPLATE("A new store holds nothing", Desk, SqliteDesk, ScriptedDesk) 
   CHECK(desk.verify() == AuditVerdict{});
 }
 
-TEST_CASE_TEMPLATE("What is written is there for the next server", Desk, SqliteDesk, ScriptedDesk) {
+TEST_CASE_TEMPLATE("What is written is there for the next server", Desk, LINEWEIR_CONTRACT_DESKS) {
   Desk desk;
   CallRecord open = full_call(5);
   open.ended = Moment{0};
@@ -39,7 +39,7 @@ TEST_CASE_TEMPLATE("What is written is there for the next server", Desk, SqliteD
 }
 
 TEST_CASE_TEMPLATE("An account, a call or a group takes the place of its former self", Desk,
-                   SqliteDesk, ScriptedDesk) {
+                   LINEWEIR_CONTRACT_DESKS) {
   Desk desk;
   Account account = full_account("a");
   CallRecord call = full_call(1);
@@ -60,7 +60,7 @@ TEST_CASE_TEMPLATE("An account, a call or a group takes the place of its former 
   CHECK(desk.calls() == std::vector{call});
 }
 
-TEST_CASE_TEMPLATE("A removed account is gone with its rights", Desk, SqliteDesk, ScriptedDesk) {
+TEST_CASE_TEMPLATE("A removed account is gone with its rights", Desk, LINEWEIR_CONTRACT_DESKS) {
   Desk desk;
   REQUIRE(desk.write({full_account("a"), full_account("A"), AccountRemoval{"a"}}));
   CHECK(desk.load()->accounts == std::vector{full_account("A")});
@@ -75,7 +75,7 @@ TEST_CASE_TEMPLATE("A removed account is gone with its rights", Desk, SqliteDesk
 }
 
 TEST_CASE_TEMPLATE("Calls are found by group and time, in the order of their ends, piece by piece",
-                   Desk, SqliteDesk, ScriptedDesk) {
+                   Desk, LINEWEIR_CONTRACT_DESKS) {
   Desk desk;
   std::vector<CallRecord> calls;
   for (const int id : {1, 2, 3, 4, 5}) calls.push_back(full_call(id));
@@ -100,8 +100,8 @@ TEST_CASE_TEMPLATE("Calls are found by group and time, in the order of their end
   CHECK(ids({.limit = 0}).empty());
 }
 
-TEST_CASE_TEMPLATE("An event that is written twice stands in the audit once", Desk, SqliteDesk,
-                   ScriptedDesk) {
+TEST_CASE_TEMPLATE("An event that is written twice stands in the audit once", Desk,
+                   LINEWEIR_CONTRACT_DESKS) {
   Desk desk;
   REQUIRE(desk.write({event(1), event(2)}));
   REQUIRE(desk.write({event(2), event(3), event(1)}));
@@ -118,7 +118,7 @@ TEST_CASE_TEMPLATE("An event that is written twice stands in the audit once", De
 }
 
 TEST_CASE_TEMPLATE("Answers come in the order of the calls, and not from within them", Desk,
-                   SqliteDesk, ScriptedDesk) {
+                   LINEWEIR_CONTRACT_DESKS) {
   Desk desk;
   std::string order;
   Store& store = desk.store();
@@ -136,7 +136,7 @@ TEST_CASE_TEMPLATE("Answers come in the order of the calls, and not from within 
 }
 
 TEST_CASE_TEMPLATE("A backup holds what the store held and is taken into a fresh store", Desk,
-                   SqliteDesk, ScriptedDesk) {
+                   LINEWEIR_CONTRACT_DESKS) {
   Desk desk;
   const std::string file = desk.file("backup.db");
   REQUIRE(desk.write({full_account("Zoë"), full_call(4), event(1), event(2)}));
@@ -167,8 +167,8 @@ TEST_CASE_TEMPLATE("A backup holds what the store held and is taken into a fresh
   CHECK(desk.verify()->first_wrong == 0);
 }
 
-TEST_CASE_TEMPLATE("A backup is not taken into a store that was used", Desk, SqliteDesk,
-                   ScriptedDesk) {
+TEST_CASE_TEMPLATE("A backup is not taken into a store that was used", Desk,
+                   LINEWEIR_CONTRACT_DESKS) {
   const std::vector<StoreChange> used = {full_call(1),
                                          [] {
                                            CallRecord open = full_call(1);

@@ -149,9 +149,9 @@ TEST_CASE("A configuration that is wrong ends the program with one line and the 
   };
   check(a_group + "lines = 11\n", ":3: group.lines: expected 10 or 20, not 11");
   check(a_free_port, ":1: group: expected at least one table, [[group]]");
-  check("store = \"postgresql://host/studio\"\n" + a_group,
-        ":1: store: expected \"sqlite:\" and a file; this server can't keep its data in "
-        "PostgreSQL yet");
+  check("store = \"postgresql://amy:se@cret@host/studio\"\n" + a_group,
+        ":1: store: expected \"sqlite:\" and a file, or \"postgresql://user@host/database\", with "
+        "%40 for \"@\" and the like in a password");
   check("[tls]\ncertificate = \"none.crt\"\nkey = \"none.key\"\n" + a_group,
         ":2: tls.certificate: expected a certificate in PEM form; " +
             (folder.path() / "none.crt").string() + ": No such file or directory");

@@ -21,13 +21,13 @@ AuditEntry entry_of(const Statement& row) {
           .hash = text_of(row, 6)};
 }
 
-AuditEnd read_end(sqlite3* connection) {
+}  // namespace
+
+AuditEnd read_audit_end(sqlite3* connection) {
   Statement row(connection, "SELECT entries, hash FROM audit_end");
   if (!row.step()) return {};
   return {.entries = row.number(0), .hash = text_of(row, 1)};
 }
-
-}  // namespace
 
 std::vector<AuditEntry> read_audit(sqlite3* connection, const AuditFilter& filter) {
   Statement rows(connection, "SELECT " + entry_columns +
@@ -44,7 +44,7 @@ AuditVerdict check_audit(sqlite3* connection) {
   AuditCheck check;
   Statement rows(connection, "SELECT " + entry_columns + " FROM audit ORDER BY number");
   while (rows.step()) check.next(entry_of(rows));
-  const AuditEnd end = read_end(connection);
+  const AuditEnd end = read_audit_end(connection);
   rows.reset();
   look.commit();
   return check.verdict(end);
@@ -55,18 +55,27 @@ void append_event(sqlite3* connection, const AuditEvent& event) {
   if (known.bind(1, event.id).step()) return;
   // Behind what was written last, also where somebody has cut it off: so the gap stays. And behind
   // whatever is there, also where somebody has changed the end: so the audit goes on.
-  AuditEnd written = read_end(connection);
+  AuditEnd written = read_audit_end(connection);
   written.entries =
       std::max(written.entries, query_number(connection, "SELECT max(number) FROM audit"));
   const AuditEntry entry = next_entry(written, event);
 
+  write_entry(connection, entry);
+  write_audit_end(connection, {.entries = entry.number, .hash = entry.hash});
+}
+
+void write_entry(sqlite3* connection, const AuditEntry& entry) {
+  const AuditEvent& event = entry.event;
   Statement row(connection,
                 "INSERT INTO audit (" + entry_columns + ") VALUES (?, ?, ?, ?, ?, ?, ?)");
   row.bind(1, entry.number).bind(2, event.id).bind(4, event.user).bind(5, event.action);
   row.bind(3, static_cast<std::int64_t>(event.at.count())).bind(6, event.detail);
   row.bind(7, entry.hash).run();
-  Statement end(connection, "REPLACE INTO audit_end (one, entries, hash) VALUES (1, ?, ?)");
-  end.bind(1, entry.number).bind(2, entry.hash).run();
+}
+
+void write_audit_end(sqlite3* connection, const AuditEnd& end) {
+  Statement row(connection, "REPLACE INTO audit_end (one, entries, hash) VALUES (1, ?, ?)");
+  row.bind(1, end.entries).bind(2, end.hash).run();
 }
 
 }  // namespace lineweir::platform

@@ -79,6 +79,13 @@ std::vector<CallRecord> read_ended_calls(sqlite3* connection, const CallFilter& 
   return read_calls(connection, rows);
 }
 
+std::vector<CallRecord> read_calls_behind(sqlite3* connection, std::int64_t id, std::size_t limit) {
+  Statement rows(connection,
+                 "SELECT " + call_columns + " FROM calls WHERE id > ? ORDER BY id LIMIT ?");
+  rows.bind(1, id).bind(2, limit_value(limit));
+  return read_calls(connection, rows);
+}
+
 void write_call(sqlite3* connection, const CallRecord& call) {
   Statement row(connection, "REPLACE INTO calls (" + call_columns +
                                 ") VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, "

@@ -1,23 +1,17 @@
 #include "platform/sqlite_store/store_copy.h"
 
-#include <fcntl.h>
-#include <unistd.h>
-
-#include <cerrno>
 #include <chrono>
 #include <string>
-#include <system_error>
 #include <thread>
 
 #include "base/failure.h"
-#include "platform/disk/file_descriptor.h"
 #include "platform/sqlite/connection.h"
 #include "platform/sqlite/file_check.h"
 #include "platform/sqlite/sqlite_failure.h"
 #include "platform/sqlite/statement.h"
+#include "platform/sqlite_store/file_in_the_making.h"
 #include "platform/sqlite_store/store_rows.h"
 #include "platform/sqlite_store/store_schema.h"
-#include "platform/sqlite_store/sync_folder.h"
 
 namespace lineweir::platform {
 namespace {
@@ -48,45 +42,8 @@ void copy_pages(sqlite3* from, sqlite3* to) {
   if (finished != SQLITE_OK) throw sqlite_failure(finished, to);
 }
 
-Failure cannot_be_made(const std::filesystem::path& file, int reason) {
-  if (reason == EEXIST) {
-    return {failure_number::database_exists,
-            "The file " + shown_name(file) + " is there already; it was not touched."};
-  }
-  return {failure_number::file_access, "The file " + shown_name(file) + " can't be made: " +
-                                           std::system_category().message(reason) + "."};
-}
+}  // namespace
 
-// A file under another name than that which it shall have; gone with this object.
-class FileInTheMaking {
- public:
-  explicit FileInTheMaking(const std::filesystem::path& file) : file_(file), beside_(file) {
-    beside_ += "." + std::to_string(::getpid()) + ".new";
-    constexpr mode_t owner_only = 0600;
-    const FileDescriptor made(
-        ::open(beside_.c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, owner_only));
-    if (!made.is_open()) throw cannot_be_made(file, errno);
-  }
-  ~FileInTheMaking() {
-    std::error_code ignored;
-    std::filesystem::remove(beside_, ignored);
-  }
-  FileInTheMaking(const FileInTheMaking&) = delete;
-  FileInTheMaking& operator=(const FileInTheMaking&) = delete;
-
-  const std::filesystem::path& beside() const { return beside_; }
-
-  void take_name() {
-    if (::link(beside_.c_str(), file_.c_str()) != 0) throw cannot_be_made(file_, errno);
-    sync_folder_of(file_);
-  }
-
- private:
-  const std::filesystem::path& file_;
-  std::filesystem::path beside_;
-};
-
-// One that opens, is whole, and has the store's tables.
 Connection open_copy(const std::filesystem::path& file) {
   check_database_file(file);
   Connection copy = open_with(file, SQLITE_OPEN_READONLY);
@@ -102,13 +59,14 @@ Connection open_copy(const std::filesystem::path& file) {
   return copy;
 }
 
-}  // namespace
+Connection copy_beside(sqlite3* connection) {
+  // SQLite's name for a file of its own in the folder for such.
+  Connection copy = open_with("", SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE);
+  copy_pages(connection, copy.get());
+  return copy;
+}
 
 void copy_to_new_file(sqlite3* connection, const std::filesystem::path& file) {
-  std::error_code ignored;
-  if (std::filesystem::exists(std::filesystem::symlink_status(file, ignored))) {
-    throw cannot_be_made(file, EEXIST);
-  }
   FileInTheMaking made(file);
   {
     const Connection copy = open_with(made.beside(), SQLITE_OPEN_READWRITE);

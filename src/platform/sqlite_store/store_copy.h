@@ -4,6 +4,8 @@
 
 #include <filesystem>
 
+#include "platform/sqlite/connection.h"
+
 namespace lineweir::platform {
 
 // Makes a file of that name which holds all that the database holds now. It gets its name when it
@@ -14,5 +16,12 @@ void copy_to_new_file(sqlite3* connection, const std::filesystem::path& file);
 // Takes over a file that copy_to_new_file() has made, at any version of the tables up to the
 // present one, in place of all that the database holds: all of it, or nothing and a Failure.
 void take_over_copy(sqlite3* connection, const std::filesystem::path& file);
+
+// Opens a file that holds a store, of any version up to the present one, for reading: one that is
+// whole and not empty. A Failure where it isn't.
+Connection open_copy(const std::filesystem::path& file);
+
+// The same database once more, which is gone with its connection.
+Connection copy_beside(sqlite3* connection);
 
 }  // namespace lineweir::platform

@@ -8,20 +8,6 @@
 namespace lineweir::platform {
 namespace {
 
-std::vector<GroupMemory> read_groups(sqlite3* connection) {
-  std::vector<GroupMemory> groups;
-  Statement row(connection,
-                "SELECT group_number, coalesce(next_call, 0), message, show_last, show_next, "
-                "show_text FROM group_memory ORDER BY group_number");
-  while (row.step()) {
-    groups.push_back({.group = number_of(row, 0),
-                      .next_call = number_of(row, 1) - 1,
-                      .message = text_of(row, 2),
-                      .show_times = {text_of(row, 3), text_of(row, 4), text_of(row, 5)}});
-  }
-  return groups;
-}
-
 void write_group(sqlite3* connection, const GroupMemory& group) {
   Statement row(connection,
                 "REPLACE INTO group_memory (group_number, next_call, message, show_last, "
@@ -49,6 +35,20 @@ struct Writer {
 
 }  // namespace
 
+std::vector<GroupMemory> read_groups(sqlite3* connection) {
+  std::vector<GroupMemory> groups;
+  Statement row(connection,
+                "SELECT group_number, coalesce(next_call, 0), message, show_last, show_next, "
+                "show_text FROM group_memory ORDER BY group_number");
+  while (row.step()) {
+    groups.push_back({.group = number_of(row, 0),
+                      .next_call = number_of(row, 1) - 1,
+                      .message = text_of(row, 2),
+                      .show_times = {text_of(row, 3), text_of(row, 4), text_of(row, 5)}});
+  }
+  return groups;
+}
+
 StoredState read_state(sqlite3* connection) {
   return {.accounts = read_accounts(connection),
           .open_calls = read_open_calls(connection),
@@ -57,6 +57,14 @@ StoredState read_state(sqlite3* connection) {
 
 void write_change(sqlite3* connection, const StoreChange& change) {
   std::visit(Writer{connection}, change);
+}
+
+bool is_empty_store(sqlite3* connection) {
+  return query_number(connection,
+                      "SELECT (SELECT count(*) FROM accounts) = 0 "
+                      "AND (SELECT count(*) FROM calls) = 0 "
+                      "AND (SELECT count(*) FROM group_memory) = 0 "
+                      "AND (SELECT count(*) FROM audit) = 0") != 0;
 }
 
 bool is_fresh_store(sqlite3* connection) {

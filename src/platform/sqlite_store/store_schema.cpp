@@ -123,6 +123,10 @@ void require_store(sqlite3* connection, std::span<const char* const> steps) {
   }
 }
 
+bool is_up_to_date(sqlite3* connection) {
+  return static_cast<std::size_t>(version_of(connection)) == schema_steps.size();
+}
+
 void bring_up_to_date(sqlite3* connection, std::span<const char* const> steps) {
   while (static_cast<std::size_t>(version_of(connection)) < steps.size()) {
     Transaction transaction(connection);

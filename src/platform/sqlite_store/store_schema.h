@@ -22,6 +22,9 @@ void require_store(sqlite3* connection, std::span<const char* const> steps = sto
 // Whether nothing was ever made in the database.
 bool is_empty_database(sqlite3* connection);
 
+// Whether the database has the tables of the newest version.
+bool is_up_to_date(sqlite3* connection);
+
 // Takes the steps that the database lacks, each whole or not at all.
 void bring_up_to_date(sqlite3* connection,
                       std::span<const char* const> steps = store_schema_steps());

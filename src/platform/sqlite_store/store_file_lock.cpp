@@ -1,4 +1,4 @@
-#include "serverd/store_lock.h"
+#include "platform/sqlite_store/store_file_lock.h"
 
 #include <fcntl.h>
 #include <sys/file.h>
@@ -8,9 +8,9 @@
 #include <stdexcept>
 #include <system_error>
 
-namespace lineweir::serverd {
+namespace lineweir::platform {
 
-StoreLock::StoreLock(const std::string& store_file)
+StoreFileLock::StoreFileLock(const std::string& store_file)
     : file_(
           ::open((store_file + ".lock").c_str(), O_RDWR | O_CREAT | O_CLOEXEC, S_IRUSR | S_IWUSR)) {
   if (!file_.is_open()) {
@@ -23,4 +23,4 @@ StoreLock::StoreLock(const std::string& store_file)
                            "\"; end it, or give this one a store of its own");
 }
 
-}  // namespace lineweir::serverd
+}  // namespace lineweir::platform

@@ -1,0 +1,54 @@
+#include <algorithm>
+
+#include "platform/postgres_store/column_values.h"
+#include "platform/postgres_store/record_statements.h"
+
+namespace lineweir::platform {
+
+void append_accounts_read(PostgresStatements& statements) {
+  statements.push_back({"SELECT name, password_hash, profile, locked, last_seen FROM accounts"});
+  statements.push_back({"SELECT account, group_number, rights FROM rights"});
+}
+
+std::vector<Account> accounts_of(const PostgresRows& accounts, const PostgresRows& rights) {
+  std::vector<Account> found;
+  for (int row = 0; row < accounts.count(); ++row) {
+    found.push_back({.name = accounts.text(row, 0),
+                     .password_hash = accounts.text(row, 1),
+                     .rights = {},
+                     .profile = accounts.bytes(row, 2),
+                     .locked = accounts.truth(row, 3),
+                     .last_seen = moment_of(accounts, row, 4)});
+  }
+  std::ranges::sort(found, {}, &Account::name);
+  for (int row = 0; row < rights.count(); ++row) {
+    const std::string name = rights.text(row, 0);
+    const auto account = std::ranges::lower_bound(found, name, {}, &Account::name);
+    if (account == found.end() || account->name != name) continue;
+    account->rights.emplace(number_of(rights, row, 1), rights.bytes(row, 2));
+  }
+  return found;
+}
+
+void append_account(PostgresStatements& statements, const Account& account) {
+  const auto name = PostgresValue::text(account.name);
+  statements.push_back(
+      {"INSERT INTO accounts (name, password_hash, profile, locked, last_seen) "
+       "VALUES ($1, $2, $3, $4, $5) ON CONFLICT (name) DO UPDATE SET "
+       "password_hash = excluded.password_hash, profile = excluded.profile, "
+       "locked = excluded.locked, last_seen = excluded.last_seen",
+       {name, PostgresValue::text(account.password_hash), PostgresValue::bytes(account.profile),
+        PostgresValue::truth(account.locked), moment_value(account.last_seen)}});
+  statements.push_back({"DELETE FROM rights WHERE account = $1", {name}});
+  for (const auto& [group, rights] : account.rights) {
+    statements.push_back({"INSERT INTO rights (account, group_number, rights) VALUES ($1, $2, $3)",
+                          {name, PostgresValue::number(group), PostgresValue::bytes(rights)}});
+  }
+}
+
+void append_removal(PostgresStatements& statements, const AccountRemoval& removal) {
+  statements.push_back(
+      {"DELETE FROM accounts WHERE name = $1", {PostgresValue::text(removal.name)}});
+}
+
+}  // namespace lineweir::platform
