@@ -15,26 +15,13 @@
 #include "state/console_state.h"
 #include "state/guard.h"
 #include "state/hourglass.h"
+#include "state/server_addresses.h"
 #include "state/wire.h"
 
 namespace lineweir {
 namespace {
 
 constexpr int trace_key = 114;
-
-// A port's number; a text that is none is a Failure of number 13, one outside 1 to 65535 of number
-// 5.
-int port_number(std::string_view text) {
-  const std::string_view digits = trimmed(text);
-  const bool all_digits = !digits.empty() && digits.size() <= 5 &&
-                          digits.find_first_not_of("0123456789") == std::string_view::npos;
-  if (!all_digits) throw Failure(failure_number::type_mismatch, "Type mismatch");
-  const int number = leading_number(digits);
-  if (number < 1 || number > 65535) {
-    throw Failure(failure_number::invalid_argument, "Invalid property value");
-  }
-  return number;
-}
 
 template <std::size_t length, class Box>
 std::string cut_to(Box& box) {
