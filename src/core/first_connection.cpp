@@ -43,14 +43,7 @@ void FirstConnection::connect_socket() {
   links_.uncheck_ways(&form.WinsockMenu);
   const auto outcome = server_connection_.await();
   if (outcome == ServerConnection::Outcome::Superseded) return;
-  if (outcome == ServerConnection::Outcome::Failed) {
-    if (!server_connection_.failure_is_asked()) {
-      state_.messages.ShowMessage(server_connection_.failure());
-    }
-    form.Shape1.fill_color = color_red;
-    port_.want_other_way(connection_socket);
-    return;
-  }
+  if (outcome == ServerConnection::Outcome::Failed) return tell_failure();
   switch (login_exchange_.TextWrit_PasswordA(true)) {
     case LoginResult::Accepted:
       return TextWrit_SockConnecter(state_, server_, SessionReason::ProgramStart);
@@ -58,9 +51,21 @@ void FirstConnection::connect_socket() {
     case LoginResult::NoAnswer:
       login_needed_ = true;
       return;
+    case LoginResult::NoServer:
+      return tell_failure();
     case LoginResult::Superseded:
       return;
   }
+}
+
+void FirstConnection::tell_failure() {
+  if (!server_connection_.failure_is_asked()) {
+    state_.messages.ShowMessage(server_connection_.failure());
+  }
+  state_.Lineweir.Shape1.fill_color = color_red;
+  // One of several servers may have been there for a moment.
+  state_.Lineweir.WinsockMenu.checked = false;
+  port_.want_other_way(connection_socket);
 }
 
 void FirstConnection::LoginTimer_Timer() {

@@ -24,6 +24,7 @@ class FirstConnection {
 
  private:
   void connect_socket();
+  void tell_failure();
   void LoginTimer_Timer();
 
   ConsoleState& state_;

@@ -9,6 +9,7 @@
 #include "callerdata/caller_data.h"
 #include "clocks/show_plan_store.h"
 #include "core/further_settings.h"
+#include "core/kept_address.h"
 #include "link/links.h"
 #include "screen/display_options.h"
 #include "screen/fonts.h"
@@ -73,11 +74,11 @@ std::optional<SettingsRecord> Settings::read() const {
 }
 
 std::optional<SettingsRecord> Settings::read_at_start() {
-  if (const auto further = state_.services.files.read_short(std::string(further_settings_file),
-                                                            longest_further_settings)) {
-    apply_further_settings(state_, *further);
-  }
-  const auto record = read();
+  const auto further = state_.services.files.read_short(std::string(further_settings_file),
+                                                        longest_further_settings);
+  if (further) apply_further_settings(state_, *further);
+  auto record = read();
+  if (record && further) take_whole_address(*further, *record);
   if (record) return record;
   unreadable_ = state_.services.files.why_unreadable(std::string(settings_file_name));
   if (unreadable_) {
@@ -119,8 +120,7 @@ SettingsRecord Settings::collect() {
   record.MessageFontBold = font.bold;
   record.MessageFontSize = font.size;
   record.MessageFontItalic = font.italic;
-  record.ServerHost = state_.login.ServerHost;
-  record.ServerPort = state_.login.ServerPort;
+  keep_first_server(state_.login, record);
   record.UserPassword = TextWrit_PassEncode(state_, state_.login.UserPassword.trimmed());
   record.RemoteNextOn = form.RemoteNext.checked;
   record.EventClockOn = form.EventClockMenu.checked;
@@ -168,7 +168,8 @@ void Settings::save_further_settings() {
   const auto before = files.read_short(file, longest_further_settings);
   // One that can't be read is somebody else's.
   if (!before && files.exists(file)) return;
-  const std::string now = with_further_settings(state_, before.value_or(std::string()));
+  const std::string now = with_whole_address(
+      state_.login, with_further_settings(state_, before.value_or(std::string())));
   if (now != before.value_or(std::string())) files.replace(file, now);
 }
 

@@ -75,7 +75,7 @@ class AccessibleElement final : public QAccessibleWidget {
     if (kind == QAccessible::Description && is_key()) {
       return static_cast<const KeyWidget&>(widget_).why_nothing_happens();
     }
-    if (kind == QAccessible::Description && goes_by_link()) return widget_.canvas().no_link();
+    if (kind == QAccessible::Description && goes_by_link()) return widget_.tool_tip();
     return QAccessibleWidget::text(kind);
   }
 

@@ -5,6 +5,7 @@
 #include "desktop/trusted_servers.h"
 #include "desktop/window_focus.h"
 #include "state/guard.h"
+#include "state/server_addresses.h"
 #include "state/wire.h"
 #include "ui_certificate_question.h"
 
@@ -41,7 +42,9 @@ CertificateQuestion::CertificateQuestion(Console& console, WindowFocus& focus,
 
 void CertificateQuestion::ask(const Certificate& certificate) {
   const bool by_itself = !console_.server_connection.begun_in_hand();
-  if (by_itself && certificate.fingerprint == refused_) return;
+  // A console that comes back by itself has other servers to go to; only the user is asked.
+  const bool several = console_.server_connection.several();
+  if (by_itself && (several || certificate.fingerprint == refused_)) return;
   certificate_ = certificate;
   refused_ = certificate.fingerprint;
   tell();
@@ -52,7 +55,10 @@ void CertificateQuestion::ask(const Certificate& certificate) {
 }
 
 void CertificateQuestion::tell() {
-  const std::string server = certificate_.host;
+  // Of several servers two may be on one host.
+  const std::string server = console_.server_connection.several()
+                                 ? name_of(StudioServer{certificate_.host, certificate_.port})
+                                 : certificate_.host;
   const std::string shown = in_two_lines(certificate_.fingerprint);
   if (is_changed()) {
     form_.caption = "Another certificate";
@@ -78,7 +84,10 @@ void CertificateQuestion::tell() {
   form_.RefuseButton.caption = "&Don't trust";
 }
 
-void CertificateQuestion::refuse() { form_.unload(); }
+void CertificateQuestion::refuse() {
+  form_.unload();
+  if (console_.server_connection.pass_over_asked()) connect_anew();
+}
 
 void CertificateQuestion::agree() {
   form_.unload();

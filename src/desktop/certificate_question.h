@@ -30,7 +30,8 @@ class CertificateForm : public Form {
 // Asks whether the certificate is trusted, in a window of its own that blocks nothing. Trusted, it
 // is kept and the connection is asked for anew. One that has taken the place of a trusted one isn't
 // connected to: the user may only forget the trusted one, and is asked again as for an unknown
-// server when he connects the next time.
+// server when he connects the next time. Of several servers the next one is connected to where he
+// doesn't trust the one that he is asked about.
 class CertificateQuestion {
  public:
   using Certificate = platform::QtClientSocket::DoubtfulCertificate;

@@ -69,7 +69,6 @@ Finding port(const PortSeen& port, const std::string& user) {
 }
 
 Finding server(const ServerSeen& server) {
-  if (server.host.empty()) return {Note, "Server", "The settings name none."};
   const std::string place = server.host + ", port " + std::to_string(server.port);
   if (server.failure.empty()) return {Good, "Server", place + ": somebody listens there."};
   return {Note, "Server", place + " can't be reached: " + server.failure,
@@ -102,7 +101,8 @@ std::vector<Finding> findings_of(const Surroundings& seen) {
       log(seen.log),
   };
   for (const PortSeen& each : seen.ports) findings.push_back(port(each, seen.user));
-  findings.push_back(server(seen.server));
+  if (seen.servers.empty()) findings.push_back({Note, "Server", "The settings name none."});
+  for (const ServerSeen& each : seen.servers) findings.push_back(server(each));
   findings.push_back(buses(seen));
   return findings;
 }

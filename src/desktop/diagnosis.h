@@ -23,12 +23,12 @@ struct PortSeen {
   bool may_be_used = false;
 };
 
-// What a connection to the server in the settings came to.
+// What a connection to a server in the settings came to.
 struct ServerSeen {
   // As the settings have it, with "tls:" in front where it is so.
   std::string host;
   int port = 0;
-  // Empty where somebody listens there.
+  // Empty where somebody listens there, and until that is known.
   std::string failure = {};
 };
 
@@ -53,8 +53,8 @@ struct Surroundings {
   FileSeen log;
   // The console's two, by the names that it opens, and then whatever else is there.
   std::vector<PortSeen> ports;
-  // No host where there are no settings.
-  ServerSeen server;
+  // None where there are no settings.
+  std::vector<ServerSeen> servers;
   bool session_bus = false;
   bool system_bus = false;
 };

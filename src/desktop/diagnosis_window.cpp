@@ -32,8 +32,8 @@ DiagnosisWindow::DiagnosisWindow(Console& console, WindowFocus& focus,
                                  std::function<QWidget*()> main_window)
     : focus_(focus), frame_(form_, diagnosis_row, focus, std::move(main_window)) {
   form_.letters = console.Lineweir.letters;
-  probe_.on_answer = [this](const std::string& failure) {
-    seen_.server.failure = failure;
+  probes_.on_answers = [this](const std::vector<ServerSeen>& servers) {
+    seen_.servers = servers;
     show({});
   };
   wire(console.Lineweir.DiagnosisMenuItem.on_click, console.trace,
@@ -62,9 +62,10 @@ void DiagnosisWindow::take_window() {
 
 void DiagnosisWindow::look() {
   seen_ = look_around ? look_around() : Surroundings{};
-  if (seen_.server.host.empty()) return show({});
-  show("The server is being asked …\n");
-  probe_.start(seen_.server);
+  if (seen_.servers.empty()) return show({});
+  show(seen_.servers.size() == 1 ? "The server is being asked …\n"
+                                 : "The servers are being asked …\n");
+  probes_.start(seen_.servers);
 }
 
 void DiagnosisWindow::show(const std::string& server_state) {

@@ -42,7 +42,7 @@ class DiagnosisWindow {
   WindowFocus& focus_;
   DiagnosisForm form_;
   DialogFrame frame_;
-  ServerProbe probe_;
+  ServerProbes probes_;
   Surroundings seen_;
   bool is_wired_ = false;
 };

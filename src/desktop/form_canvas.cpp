@@ -208,7 +208,8 @@ void FormCanvas::paintEvent(QPaintEvent*) {
 }
 
 void FormCanvas::changed(Element& element, PropertyId property) {
-  if (&element == &form() && property == PropertyId::NoLink) {
+  const bool is_of_link = property == PropertyId::NoLink || property == PropertyId::LinkedTo;
+  if (&element == &form() && is_of_link) {
     link_changed_ = true;
     frame_.mark();
     return;
@@ -312,9 +313,14 @@ void FormCanvas::show_changes() {
 }
 
 void FormCanvas::take_link() {
-  const PropertyBase* property = form().property(PropertyId::NoLink);
-  if (property == nullptr) return;
-  no_link_ = shown_text(form(), std::get<std::string>(property->value()));
+  const auto text_of = [this](PropertyId id) {
+    const PropertyBase* property = form().property(id);
+    if (property == nullptr) return QString();
+    return shown_text(form(), std::get<std::string>(property->value()));
+  };
+  if (form().property(PropertyId::NoLink) == nullptr) return;
+  no_link_ = text_of(PropertyId::NoLink);
+  linked_to_ = text_of(PropertyId::LinkedTo);
   for (const auto& [element, widget] : widgets_) {
     mark(*widget->control(), widget->placed_by_link(), true);
   }

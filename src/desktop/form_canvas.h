@@ -44,6 +44,8 @@ class FormCanvas : public QWidget, private FormWatch {
 
   // Why there is no link to the telephone system; empty while there is one.
   const QString& no_link() const { return no_link_; }
+  // Which of several servers it goes to; empty where there is one alone, and without a link.
+  const QString& linked_to() const { return linked_to_; }
 
   // What the link goes to, in a word.
   const QString& link_word() const { return link_word_; }
@@ -145,6 +147,7 @@ class FormCanvas : public QWidget, private FormWatch {
 
   const Theme* theme_ = &metal_theme;
   QString no_link_;
+  QString linked_to_;
   QString link_word_;
   bool link_changed_ = true;
   QPointer<QWidget> in_hand_;

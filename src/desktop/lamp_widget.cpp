@@ -40,7 +40,9 @@ QString LampWidget::shown_caption() const {
   return linked() ? canvas().link_word() : QStringLiteral("No link");
 }
 
-QString LampWidget::tool_tip() const { return canvas().no_link(); }
+QString LampWidget::tool_tip() const {
+  return linked() ? canvas().linked_to() : canvas().no_link();
+}
 
 TextLine LampWidget::words() const {
   TextLine line;

@@ -9,8 +9,8 @@ class Shape;
 
 // The lamp of the link. A link that stands is told by the element's colour: green and plain while
 // all is well, any other with a stroke besides, so that it isn't told by colour alone. At its left
-// stands what it is linked to. While there is no link the lamp is a hollow ring, and "No link"
-// stands there.
+// stands what it is linked to; which of several servers that is the mouse on it tells. While there
+// is no link the lamp is a hollow ring, and "No link" stands there.
 class LampWidget final : public ElementWidget {
  public:
   LampWidget(FormCanvas& canvas, Shape& shape, const ElementLook& look);

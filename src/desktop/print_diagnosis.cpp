@@ -12,14 +12,14 @@ namespace lineweir {
 int print_diagnosis(const CommandLine& command_line, const std::vector<std::string>& screens) {
   Surroundings seen = look_around(std::filesystem::current_path(), *command_line.code_page);
   seen.screens = screens;
-  if (!seen.server.host.empty()) {
+  if (!seen.servers.empty()) {
     QEventLoop waiting;
-    ServerProbe probe;
-    probe.on_answer = [&](const std::string& failure) {
-      seen.server.failure = failure;
+    ServerProbes probes;
+    probes.on_answers = [&](const std::vector<ServerSeen>& servers) {
+      seen.servers = servers;
       waiting.quit();
     };
-    probe.start(seen.server);
+    probes.start(seen.servers);
     waiting.exec();
   }
   const std::vector<Finding> findings = findings_of(seen);

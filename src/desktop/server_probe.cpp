@@ -1,5 +1,7 @@
 #include "desktop/server_probe.h"
 
+#include <utility>
+
 #include "platform/qt/server_address.h"
 
 namespace lineweir {
@@ -31,6 +33,20 @@ void ServerProbe::answer(const QString& failure) {
   limit_.stop();
   socket_.abort();
   if (on_answer) on_answer(failure.toStdString());
+}
+
+void ServerProbes::start(std::vector<ServerSeen> servers) {
+  servers_ = std::move(servers);
+  answers_ = 0;
+  probes_.clear();
+  for (std::size_t i = 0; i < servers_.size(); ++i) {
+    probes_.push_back(std::make_unique<ServerProbe>());
+    probes_.back()->on_answer = [this, i](const std::string& failure) {
+      servers_[i].failure = failure;
+      if (++answers_ == servers_.size() && on_answers) on_answers(servers_);
+    };
+  }
+  for (std::size_t i = 0; i < servers_.size(); ++i) probes_[i]->start(servers_[i]);
 }
 
 }  // namespace lineweir

@@ -12,8 +12,10 @@
 #include <iterator>
 
 #include "base/text.h"
+#include "core/kept_address.h"
 #include "desktop/screens_seen.h"
 #include "platform/qt/qt_serial_port.h"
+#include "state/server_addresses.h"
 #include "state/settings_record.h"
 
 namespace lineweir {
@@ -50,6 +52,11 @@ std::vector<PortSeen> ports() {
   return found;
 }
 
+std::string content_of(const std::filesystem::path& path) {
+  std::ifstream file(path, std::ios::binary);
+  return {std::istreambuf_iterator<char>(file), {}};
+}
+
 }  // namespace
 
 Surroundings look_around(const std::filesystem::path& folder, const CodePage& page) {
@@ -67,12 +74,14 @@ Surroundings look_around(const std::filesystem::path& folder, const CodePage& pa
   seen.folder = look_at(folder);
   seen.settings = look_at(folder / settings_file_name);
   seen.ports = ports();
-  std::ifstream file(folder / settings_file_name, std::ios::binary);
-  const std::string bytes((std::istreambuf_iterator<char>(file)), {});
-  if (const auto settings = decode_settings(bytes)) {
+  const std::string bytes = content_of(folder / settings_file_name);
+  if (auto settings = decode_settings(bytes)) {
     const std::string log(trimmed(settings->DatabasePath));
     if (!log.empty()) seen.log = look_at(folder / log);
-    seen.server = {std::string(trimmed(settings->ServerHost)), settings->ServerPort};
+    take_whole_address(content_of(folder / further_settings_file), *settings);
+    for (auto& server : known_studio_servers(settings->ServerHost, settings->ServerPort)) {
+      if (!server.host.empty()) seen.servers.push_back({std::move(server.host), server.port});
+    }
   }
   seen.session_bus = QDBusConnection::sessionBus().isConnected();
   seen.system_bus = QDBusConnection::systemBus().isConnected();

@@ -52,6 +52,7 @@ constexpr std::array property_names = {
     PropertyNameRow{PropertyId::WindowState, "WindowState"},
     PropertyNameRow{PropertyId::MousePointer, "MousePointer"},
     PropertyNameRow{PropertyId::NoLink, "NoLink"},
+    PropertyNameRow{PropertyId::LinkedTo, "LinkedTo"},
     PropertyNameRow{PropertyId::Withheld, "Withheld"},
     PropertyNameRow{PropertyId::TabStop, "TabStop"},
     PropertyNameRow{PropertyId::Hint, "Hint"},

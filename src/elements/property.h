@@ -52,6 +52,7 @@ enum class PropertyId {
   WindowState,
   MousePointer,
   NoLink,
+  LinkedTo,
   Withheld,
   TabStop,
   Hint,

@@ -26,6 +26,8 @@ class MainForm : public Form,
   // Why there is no link to the telephone system, in a sentence for the user; empty while there is
   // one.
   Property<std::string> no_link{*this, PropertyId::NoLink};
+  // Which of several servers the link goes to, and since when; empty where there is one alone.
+  Property<std::string> linked_to{*this, PropertyId::LinkedTo};
 };
 
 }  // namespace lineweir

@@ -14,7 +14,11 @@ LinkWatch::~LinkWatch() {
   if (told_) state_.services.loop.cancel(*told_);
 }
 
-void LinkWatch::review() { state_.Lineweir.no_link = links_.in_use().trouble(); }
+void LinkWatch::review() {
+  const StudioLink& way = links_.in_use();
+  state_.Lineweir.no_link = way.trouble();
+  state_.Lineweir.linked_to = way.trouble().empty() ? way.standing() : std::string_view();
+}
 
 void LinkWatch::command_given() {
   review();

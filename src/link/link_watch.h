@@ -12,8 +12,9 @@ namespace lineweir {
 class Links;
 struct ConsoleState;
 
-// Keeps the main form's `no_link` true. It is looked at when the way to the equipment changes, when
-// something is heard of it, and with each tick of Timer1 for what no event tells.
+// Keeps the main form's `no_link` and `linked_to` true. They are looked at when the way to the
+// equipment changes, when something is heard of it, and with each tick of Timer1 for what no event
+// tells.
 class LinkWatch final : private FormWatch {
  public:
   LinkWatch(ConsoleState& state, const Links& links);

@@ -98,6 +98,9 @@ class StudioLink {
     return "There is no link: choose one in the menu Port.";
   }
 
+  // To which of several servers the way stands, and since when; empty where there is one alone.
+  virtual std::string_view standing() const { return {}; }
+
   // Whether commands are not to go out now, as nobody would know what becomes of them. The user is
   // told the trouble instead.
   virtual bool locks_keys() const { return false; }

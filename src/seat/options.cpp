@@ -4,7 +4,22 @@
 #include <istream>
 #include <string>
 
+#include "state/guard.h"
+#include "state/server_addresses.h"
+
 namespace lineweir::seat {
+
+namespace {
+
+// Empty for an address that can be.
+std::string why_not_an_address(const std::string& address) {
+  std::string why;
+  attempt([&] { studio_servers(address, highest_port); },
+          [&](const Failure& failure) { why = failure.what(); });
+  return why;
+}
+
+}  // namespace
 
 std::optional<Options> parse_options(int argc, const char* const* argv, std::istream& input,
                                      std::ostream& output, std::ostream& errors, int& status) {
@@ -13,7 +28,9 @@ std::optional<Options> parse_options(int argc, const char* const* argv, std::ist
       "is lively with nobody there. The password is read from the standard input.");
   Options options;
   std::string work = "screener";
-  app.add_option("--host", options.login.host, "The server's name or address")->required();
+  app.add_option("--host", options.login.host, "The server's name or address; several with commas")
+      ->required()
+      ->check(why_not_an_address);
   app.add_option("--port", options.login.port, "Its port")->required()->check(CLI::Range(1, 65535));
   app.add_option("--user", options.login.user, "Who logs in")->required();
   app.add_option("--as", work, "The work: screener or host")

@@ -17,6 +17,7 @@ bool GroupSession::enter() {
       return true;
     case LoginResult::Rejected:
     case LoginResult::NoAnswer:
+    case LoginResult::NoServer:
       state_.LoginForm.show();
       return false;
     case LoginResult::Superseded:

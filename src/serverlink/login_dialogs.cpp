@@ -3,6 +3,7 @@
 #include <optional>
 #include <string>
 
+#include "base/failure.h"
 #include "base/text.h"
 #include "boxlink/serial_port_control.h"
 #include "elements/key_characters.h"
@@ -15,26 +16,13 @@
 #include "state/console_state.h"
 #include "state/guard.h"
 #include "state/hourglass.h"
+#include "state/server_addresses.h"
 #include "state/wire.h"
 
 namespace lineweir {
 namespace {
 
 constexpr int trace_key = 114;
-
-// A port's number; a text that is none is a Failure of number 13, one outside 1 to 65535 of number
-// 5.
-int port_number(std::string_view text) {
-  const std::string_view digits = trimmed(text);
-  const bool all_digits = !digits.empty() && digits.size() <= 5 &&
-                          digits.find_first_not_of("0123456789") == std::string_view::npos;
-  if (!all_digits) throw Failure(failure_number::type_mismatch, "Type mismatch");
-  const int number = leading_number(digits);
-  if (number < 1 || number > 65535) {
-    throw Failure(failure_number::invalid_argument, "Invalid property value");
-  }
-  return number;
-}
 
 template <std::size_t length, class Box>
 std::string cut_to(Box& box) {
@@ -104,23 +92,31 @@ void LoginDialogs::WinsockOptions_Load() {
 
 void LoginDialogs::SockConnect_Click() {
   WinsockOptionsForm& form = state_.WinsockOptions;
+  const std::string address(trimmed(form.Text1.text.get()));
+  if (!can_be(address)) return;
   const ServerConnection::Turn turn(connection_);
   connection_.close();
   state_.services.loop.yield();
   const Hourglass hourglass(state_.Lineweir);
-  state_.login.ServerHost = trimmed(form.Text1.text.get());
+  state_.login.ServerHost = address;
   state_.login.ServerPort = port_number(form.Text2.text.get());
   window_.RestartingSocket = true;
   connection_.begin();
   state_.Lineweir.WinsockMenu.checked = true;
   if (!stands()) return;
   const LoginResult result = exchange_.TextWrit_PasswordA(false);
+  if (result == LoginResult::NoServer) return tell_failure();
   if (result == LoginResult::Rejected) {
     state_.LoginForm.show();
   } else {
     go_on(result);
   }
   if (result != LoginResult::Superseded) form.unload();
+}
+
+bool LoginDialogs::can_be(const std::string& address) {
+  return attempt([&] { studio_servers(address, highest_port); },
+                 [&](const Failure& failure) { state_.messages.tell(failure); });
 }
 
 void LoginDialogs::LoginForm_Load() {
@@ -183,10 +179,12 @@ void LoginDialogs::ConnectButton_Click() {
 
 bool LoginDialogs::stands() {
   const auto outcome = connection_.await();
-  if (outcome == ServerConnection::Outcome::Failed && !connection_.failure_is_asked()) {
-    state_.messages.ShowMessage(connection_.failure());
-  }
+  if (outcome == ServerConnection::Outcome::Failed) tell_failure();
   return outcome == ServerConnection::Outcome::Stands;
+}
+
+void LoginDialogs::tell_failure() {
+  if (!connection_.failure_is_asked()) state_.messages.ShowMessage(connection_.failure());
 }
 
 bool LoginDialogs::change_user() {
@@ -214,14 +212,15 @@ void LoginDialogs::ReconnectButton_Click() {
   connection_.begin();
   const auto outcome = connection_.await();
   if (outcome == ServerConnection::Outcome::Superseded) return;
-  if (outcome == ServerConnection::Outcome::Failed) {
+  const auto result = outcome == ServerConnection::Outcome::Failed ? LoginResult::NoServer
+                                                                   : exchange_.TextWrit_PasswordB();
+  if (result == LoginResult::NoServer) {
     main_hourglass.reset();
     box_hourglass.reset();
     if (connection_.failure_is_asked()) return;
     // The box goes on offering what has just failed.
     return state_.services.dialogs.message(connection_.failure());
   }
-  const LoginResult result = exchange_.TextWrit_PasswordB();
   const bool is_in = go_on(result);
   if (result != LoginResult::Superseded) show_user_name();
   if (is_in) state_.MyMsgbox.unload();
@@ -237,6 +236,9 @@ bool LoginDialogs::go_on(LoginResult result) {
       return false;
     case LoginResult::NoAnswer:
       state_.messages.ShowMessage("Password Response Not Received!");
+      return false;
+    case LoginResult::NoServer:
+      tell_failure();
       return false;
     case LoginResult::Superseded:
       return false;

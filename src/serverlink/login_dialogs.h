@@ -1,6 +1,6 @@
 #pragma once
 
-#include <string_view>
+#include <string>
 
 #include "serverlink/login_exchange.h"
 
@@ -25,6 +25,8 @@ class LoginDialogs {
  private:
   void WinsockMenu_Click();
   void leave_other_ways();
+  // Whether an address can be one; tells the user of one that can't.
+  bool can_be(const std::string& address);
   void WinsockOptions_Load();
   void SockConnect_Click();
 
@@ -37,6 +39,7 @@ class LoginDialogs {
   bool change_user();
   // Waits for the connection; tells the user of one that fails.
   bool stands();
+  void tell_failure();
   void take_typed();
 
   void ReconnectButton_Click();

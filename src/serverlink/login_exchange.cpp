@@ -52,7 +52,7 @@ LoginResult LoginExchange::TextWrit_PasswordA(bool Skip) {
     ServerPacket question = server_.packet(ClientCommand::CmdLoginCheck);
     if (!Skip) question.set_buffer(credentials(state_));
     const auto limit = state_.program.DebugMode ? answer_limit_with_trace : answer_limit;
-    result = exchange(std::move(question), meaning_for_check, limit);
+    result = exchange(question, meaning_for_check, limit);
     if (result != LoginResult::Accepted) return;
     welcome_user();
     if (Skip && state_.login.LastReplyCode == reply_check_accepted) enter_group_of_profile();
@@ -85,22 +85,51 @@ ServerPacket LoginExchange::password_login() const {
 
 void LoginExchange::ask(ServerPacket question) {
   state_.login.LastReplyCode = reply_none;
+  frames_at_question_ = server_.frames();
+  const auto is_cut_off = [this] {
+    return connection_.several() && state_.services.winsock1.state() == platform::socket_closed;
+  };
+  // Another server is asked then.
+  if (is_cut_off()) return;
   server_.send(std::move(question));
+  if (!connection_.several() || state_.login.BetweenGroups || is_cut_off()) return;
+  // Many logins at once take a server longer than the others can wait to be tried; its time takes
+  // none.
+  server_.send(server_.packet(ClientCommand::CmdTimeRequest));
+  state_.login.TimeAskedAtLogin = true;
 }
 
-LoginResult LoginExchange::exchange(ServerPacket question, Meaning meaning,
+bool LoginExchange::is_heard() const { return server_.frames() != frames_at_question_; }
+
+std::string_view LoginExchange::why_go_on(platform::Milliseconds waited) const {
+  const bool is_connecting = connection_.in_hand() && !state_.login.BetweenGroups;
+  if (!connection_.several() || !is_connecting) return {};
+  if (state_.services.winsock1.state() == platform::socket_closed) return server_hung_up;
+  const bool is_silent = !is_heard() && waited > connection_.share();
+  return is_silent && !connection_.is_last() ? server_silent : std::string_view();
+}
+
+LoginResult LoginExchange::exchange(const ServerPacket& question, Meaning meaning,
                                     platform::Milliseconds limit) {
   platform::EventLoop& loop = state_.services.loop;
-  const int attempt = connection_.attempts();
+  int attempt = connection_.attempts();
   const int number = ++exchanges_;
-  ask(std::move(question));
+  ask(question);
   loop.run_pending();
-  const auto start = loop.now();
+  auto start = loop.now();
   for (;;) {
     const LoginResult result = meaning(state_.login.LastReplyCode);
     const bool superseded = connection_.attempts() != attempt || exchanges_ != number;
     if (superseded || !state_.Lineweir.loaded()) return LoginResult::Superseded;
     if (result != LoginResult::NoAnswer) return result;
+    if (const auto why = why_go_on(loop.now() - start); !why.empty()) {
+      const auto outcome = connection_.await_next(why);
+      if (outcome == ServerConnection::Outcome::Superseded) return LoginResult::Superseded;
+      if (outcome == ServerConnection::Outcome::Failed) return LoginResult::NoServer;
+      attempt = connection_.attempts();
+      ask(question);
+      start = loop.now();
+    }
     if (loop.now() - start > limit) break;
     loop.yield();
   }
@@ -114,6 +143,7 @@ void LoginExchange::enter() {
 }
 
 void LoginExchange::welcome_user() {
+  connection_.let_in();
   const auto name = state_.login.UserName.trimmed();
   state_.login.DisplayUserName = name;
   state_.Lineweir.Label1.caption = state_.login.DisplayUserName;

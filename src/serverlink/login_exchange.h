@@ -21,15 +21,19 @@ enum class LoginResult {
   // The user has begun another exchange, asked for another connection, or ended the program during
   // the wait.
   Superseded = 3,
+  // Of several servers none was left that could be asked.
+  NoServer = 4,
 };
 
 inline constexpr std::string_view password_rejected_message = "Password Rejected!";
 
 // The check of the user's name and password by the server. Both exchanges let events run until the
-// answer is there; without one in time the user is told.
+// answer is there; without one in time the user is told. While the user connects to one of several
+// servers, one that ends the connection or lets nothing be heard isn't there: the next one is
+// asked.
 class LoginExchange {
  public:
-  LoginExchange(ConsoleState& state, ServerLink& server, const ServerConnection& connection,
+  LoginExchange(ConsoleState& state, ServerLink& server, ServerConnection& connection,
                 AccessRights& rights, LineEvents& line_events)
       : state_(state),
         server_(server),
@@ -52,12 +56,17 @@ class LoginExchange {
   void ask_for_password_login();
   LoginResult password_answer();
 
+  // Whether anything was heard since the question.
+  bool is_heard() const;
+
  private:
   // What an answer that has come means; NoAnswer for one that the exchange doesn't look at.
   using Meaning = LoginResult (*)(int reply_code);
 
-  LoginResult exchange(ServerPacket question, Meaning meaning, platform::Milliseconds limit);
+  LoginResult exchange(const ServerPacket& question, Meaning meaning, platform::Milliseconds limit);
   void ask(ServerPacket question);
+  // Why another one of several servers is to be asked; empty while the present one may answer.
+  std::string_view why_go_on(platform::Milliseconds waited) const;
   ServerPacket password_login() const;
   // The server has let the user in.
   void enter();
@@ -66,10 +75,11 @@ class LoginExchange {
 
   ConsoleState& state_;
   ServerLink& server_;
-  const ServerConnection& connection_;
+  ServerConnection& connection_;
   AccessRights& rights_;
   LineEvents& line_events_;
   int exchanges_ = 0;
+  int frames_at_question_ = 0;
 };
 
 }  // namespace lineweir

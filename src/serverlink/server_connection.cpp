@@ -1,5 +1,9 @@
 #include "serverlink/server_connection.h"
 
+#include <algorithm>
+#include <utility>
+
+#include "base/time_text.h"
 #include "serverlink/line_events.h"
 #include "serverlink/server_link.h"
 #include "state/console_state.h"
@@ -8,7 +12,12 @@
 namespace lineweir {
 namespace {
 
-constexpr platform::Milliseconds connection_limit{5000};
+using platform::Milliseconds;
+
+constexpr Milliseconds connection_limit{5000};
+constexpr Milliseconds smallest_share{1000};
+// A server is left five seconds ahead of its end.
+constexpr Milliseconds told_end_takes{6000};
 
 }  // namespace
 
@@ -20,9 +29,17 @@ ServerConnection::ServerConnection(ConsoleState& state, ServerLink& server, Line
 
 void ServerConnection::close() {
   wanted_ = false;
+  state_.login.ServerNow.clear();
   if (state_.services.winsock1.state() != platform::socket_closed) {
     state_.services.winsock1.close();
   }
+}
+
+void ServerConnection::leave() {
+  close();
+  if (!several()) return;
+  wanted_ = true;
+  told_end_ = {round_.present(), state_.services.loop.now() + told_end_takes};
 }
 
 void ServerConnection::expect_free_lines() {
@@ -30,6 +47,35 @@ void ServerConnection::expect_free_lines() {
 }
 
 void ServerConnection::begin() {
+  servers_ = known_studio_servers(state_.login.ServerHost, state_.login.ServerPort);
+  auto behind_asked = std::exchange(behind_asked_, {});
+  begin_round(behind_asked.empty() ? servers_ : std::move(behind_asked));
+}
+
+void ServerConnection::begin_return() {
+  servers_ = known_studio_servers(state_.login.ServerHost, state_.login.ServerPort);
+  auto servers = servers_;
+  const auto had = std::ranges::find(servers, had_);
+  if (had != servers.end()) std::ranges::rotate(servers, had);
+  if (told_end_ && state_.services.loop.now() >= told_end_->until) told_end_.reset();
+  if (told_end_ && servers.size() > 1) std::erase(servers, told_end_->server);
+  begin_round(std::move(servers));
+}
+
+bool ServerConnection::begin_next(std::string_view why) {
+  close();
+  wanted_ = true;
+  if (!round_.go_on(std::string(why))) return false;
+  connect();
+  return true;
+}
+
+void ServerConnection::begin_round(std::vector<StudioServer> servers) {
+  round_ = ServerRound(std::move(servers));
+  connect();
+}
+
+void ServerConnection::connect() {
   close();
   wanted_ = true;
   begun_in_hand_ = in_hand();
@@ -37,15 +83,34 @@ void ServerConnection::begin() {
   state_.login.SessionBegun = false;
   state_.login.BetweenGroups = false;
   state_.login.GroupNamesWanted = true;
+  state_.login.TimeAskedAtLogin = false;
   // The group that was chosen by hand was another login's.
   state_.login.SkipProfile = false;
+  // What one server has told of its end is nothing to another.
+  if (several()) state_.Lineweir.ShutDownTimer.enabled = false;
   expect_free_lines();
   server_.expect_new_stream();
   if (on_begin) on_begin();
-  state_.services.winsock1.connect(state_.login.ServerHost, state_.login.ServerPort);
+  state_.services.winsock1.connect(round_.present().host, round_.present().port);
+}
+
+Milliseconds ServerConnection::share() const {
+  const auto servers = static_cast<Milliseconds::rep>(round_.size());
+  return std::max(smallest_share, connection_limit / servers);
 }
 
 ServerConnection::Outcome ServerConnection::await() {
+  const Outcome outcome = several() ? await_several() : await_one();
+  // The former session's polls would keep the lamp green where this one never begins.
+  if (outcome == Outcome::Stands) state_.Lineweir.SyncTimeTimer.enabled = false;
+  return outcome;
+}
+
+ServerConnection::Outcome ServerConnection::await_next(std::string_view why) {
+  return begin_next(why) ? await() : Outcome::Failed;
+}
+
+ServerConnection::Outcome ServerConnection::await_one() {
   platform::EventLoop& loop = state_.services.loop;
   const auto start = loop.now();
   const int attempt = attempts_;
@@ -59,12 +124,55 @@ ServerConnection::Outcome ServerConnection::await() {
     loop.yield();
     if (attempts_ != attempt || !state_.Lineweir.loaded()) return Outcome::Superseded;
   }
-  // The former session's polls would keep the lamp green where this one never begins.
-  state_.Lineweir.SyncTimeTimer.enabled = false;
   return Outcome::Stands;
 }
 
+ServerConnection::Outcome ServerConnection::await_several() {
+  platform::EventLoop& loop = state_.services.loop;
+  // The banner of a lost server tells of all of them already.
+  Label& banner = state_.Lineweir.ServerSilence;
+  const bool tells = !banner.visible;
+  const auto end = [&](Outcome outcome) {
+    if (tells) banner.visible = false;
+    return outcome;
+  };
+  for (;;) {
+    if (tells) tell_trying();
+    const auto start = loop.now();
+    const int attempt = attempts_;
+    std::optional<std::string> why;
+    while (state_.services.winsock1.state() != platform::socket_connected &&
+           !(why = why_go_on(loop.now() - start))) {
+      loop.yield();
+      if (attempts_ != attempt || !state_.Lineweir.loaded()) return end(Outcome::Superseded);
+    }
+    if (!why) return end(Outcome::Stands);
+    if (failure_is_asked()) {
+      asked_attempt_ = attempts_;
+      return end(Outcome::Failed);
+    }
+    if (!begin_next(*why)) return end(Outcome::Failed);
+  }
+}
+
+std::optional<std::string> ServerConnection::why_go_on(Milliseconds waited) const {
+  const platform::ClientSocket& socket = state_.services.winsock1;
+  const std::string refusal = socket.refusal();
+  if (!refusal.empty()) return refusal;
+  if (socket.state() == platform::socket_closed) return std::string(server_unreachable);
+  if (waited > share()) return std::string(server_silent);
+  return std::nullopt;
+}
+
+void ServerConnection::tell_trying() {
+  Label& banner = state_.Lineweir.ServerSilence;
+  banner.caption = "Trying " + name_of(round_.present()) + " (" + std::to_string(round_.place()) +
+                   " of " + std::to_string(round_.size()) + ")";
+  banner.visible = true;
+}
+
 std::string ServerConnection::failure() const {
+  if (several()) return std::string(no_server_message) + "\n" + round_.failures();
   const std::string refusal = state_.services.winsock1.refusal();
   return refusal.empty() ? std::string(no_server_message) : refusal;
 }
@@ -73,6 +181,17 @@ bool ServerConnection::failure_is_asked() const {
   return begun_in_hand_ && state_.services.winsock1.refusal_is_asked();
 }
 
-void ServerConnection::Winsock1_Connect() { state_.Lineweir.WinsockMenu.checked = true; }
+bool ServerConnection::pass_over_asked() {
+  if (asked_attempt_ != attempts_ || round_.is_last()) return false;
+  behind_asked_ = round_.rest();
+  return true;
+}
+
+void ServerConnection::Winsock1_Connect() {
+  state_.Lineweir.WinsockMenu.checked = true;
+  if (!several()) return;
+  const auto now = seconds_of_day(state_.services.clock.now());
+  state_.login.ServerNow = name_of(round_.present()) + ", since " + hms_text(now);
+}
 
 }  // namespace lineweir

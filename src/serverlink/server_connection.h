@@ -1,8 +1,13 @@
 #pragma once
 
 #include <functional>
+#include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
+
+#include "platform/event_loop.h"
+#include "serverlink/server_round.h"
 
 namespace lineweir {
 
@@ -13,7 +18,12 @@ struct ConsoleState;
 inline constexpr std::string_view no_server_message =
     "Error communicating remote socket! No Server Available!";
 
-// The making of the socket's connection.
+// Why one of several servers is given up.
+inline constexpr std::string_view server_unreachable = "It can't be reached.";
+inline constexpr std::string_view server_silent = "No answer.";
+inline constexpr std::string_view server_hung_up = "It has ended the connection.";
+
+// The making of the socket's connection, to the first of the studio's servers that can be had.
 class ServerConnection {
  public:
   // The user connects by hand for as long as one of these lives.
@@ -41,9 +51,17 @@ class ServerConnection {
 
   // Ends the connection, if there is one. What was sent before still goes out.
   void close();
+  // The server has told its end: the same, but that another one is wanted where there is one. This
+  // one isn't gone back to before its end has come.
+  void leave();
 
-  // Asks for another connection, to the present host and port, and starts with all lines free.
+  // Asks for another connection, to the first server of the present address, and starts with all
+  // lines free.
   void begin();
+  // The same for a console that comes back by itself: to the server that let the user in last.
+  void begin_return();
+  // The same to the next one; the present one is given up. False where it was the last.
+  bool begin_next(std::string_view why);
 
   // All lines are free until the server tells otherwise.
   void expect_free_lines();
@@ -53,18 +71,46 @@ class ServerConnection {
   enum class Outcome { Stands, Failed, Superseded };
 
   // Lets events run until the connection stands. One that is refused, or takes more than 5 seconds,
-  // has failed and is given up.
+  // has failed and is given up. Of several servers each has its share of that time, and the next
+  // one is tried.
   Outcome await();
+  // Gives the present server up, though it had been reached, and awaits the next one.
+  Outcome await_next(std::string_view why);
 
   // What the user is told of one that has failed.
   std::string failure() const;
   // Whether the user is asked about the failure instead, in a window that says the same and more.
   bool failure_is_asked() const;
+  // The user's answer to that is no: the next connection begins behind that server. False where
+  // there is none, or something else was connected to since.
+  bool pass_over_asked();
 
   // How often a connection was asked for.
   int attempts() const { return attempts_; }
 
+  // Whether there are several servers, and their names.
+  bool several() const { return servers_.size() > 1; }
+  const std::vector<StudioServer>& servers() const { return servers_; }
+  // Whether the present one is the last that is to be tried.
+  bool is_last() const { return round_.is_last(); }
+  // How long one of several may be silent before the next one is tried.
+  platform::Milliseconds share() const;
+  // The present one has let the user in.
+  void let_in() { had_ = round_.present(); }
+
  private:
+  struct ToldEnd {
+    StudioServer server;
+    platform::Milliseconds until;
+  };
+
+  void begin_round(std::vector<StudioServer> servers);
+  void connect();
+  // Why the present one of several is to be given up; nothing while it isn't.
+  std::optional<std::string> why_go_on(platform::Milliseconds waited) const;
+  Outcome await_one();
+  Outcome await_several();
+  void tell_trying();
   void Winsock1_Connect();
 
   ConsoleState& state_;
@@ -74,6 +120,14 @@ class ServerConnection {
   bool begun_in_hand_ = false;
   int attempts_ = 0;
   bool wanted_ = true;
+
+  std::vector<StudioServer> servers_;
+  ServerRound round_{{StudioServer{}}};
+  StudioServer had_;
+  std::optional<ToldEnd> told_end_;
+  // What the next round by hand has in place of all servers.
+  std::vector<StudioServer> behind_asked_;
+  int asked_attempt_ = 0;
 };
 
 }  // namespace lineweir

@@ -68,6 +68,7 @@ void ServerLink::handle_frames() {
     const bool handled = dispatch(received);
     if (!handled && !std::exchange(first_has_failed_, true)) return;
     first_has_failed_ = false;
+    ++frames_;
     if (on_frame) on_frame(received);
     RecString.drop_first();
     if (++frames >= few_frames && state_.services.loop.now() - began > longest_run) {

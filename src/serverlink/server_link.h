@@ -29,6 +29,9 @@ class ServerLink {
   // one that the former connection cut short goes: the two would make a third that nobody sent.
   void expect_new_stream() { new_stream_ = true; }
 
+  // How many frames were handled.
+  int frames() const { return frames_; }
+
   // Who handles a received command. A command without a handler is passed over in silence.
   void handle(ServerCommand command, Handler handler);
 
@@ -57,6 +60,7 @@ class ServerLink {
   bool handling_ = false;
   bool first_has_failed_ = false;
   bool new_stream_ = false;
+  int frames_ = 0;
   // By the place of the command in its table.
   std::array<Handler, server_commands.size()> handlers_;
 };

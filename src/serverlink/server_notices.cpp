@@ -69,7 +69,7 @@ void ServerNotices::SrvShowTimes(const ServerPacket& packet) {
 void ServerNotices::ShutDownTimer_Timer() {
   MainForm& form = state_.Lineweir;
   form.ShutDownTimer.enabled = false;
-  connection_.close();
+  connection_.leave();
   // The end was told: nobody is to take it for a loss.
   state_.login.ServerAlive = false;
   form.SyncTimeTimer.enabled = false;

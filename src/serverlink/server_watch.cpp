@@ -1,6 +1,9 @@
 #include "serverlink/server_watch.h"
 
+#include <algorithm>
 #include <string>
+#include <utility>
+#include <vector>
 
 #include "base/time_text.h"
 #include "link/link_watch.h"
@@ -21,6 +24,17 @@ using platform::Milliseconds;
 
 constexpr auto handler = "ServerWatch";
 constexpr Milliseconds between_looks{50};
+constexpr int tries_until_a_patient_one = 3;
+
+template <class Words>
+std::string joined(const std::vector<StudioServer>& servers, const Words& words) {
+  std::string text;
+  for (std::size_t i = 0; i < servers.size(); ++i) {
+    if (i > 0) text += i + 1 == servers.size() ? " and " : ", ";
+    text += words(servers[i]);
+  }
+  return text;
+}
 
 }  // namespace
 
@@ -55,9 +69,11 @@ void ServerWatch::hear(const ServerPacket& packet) {
   missing_.erase(static_cast<ServerCommand>(packet.CMD));
   if (!state_.Lineweir.no_link.get().empty()) link_.review();
   if (packet.CMD != static_cast<std::uint8_t>(ServerCommand::SrvTime)) return;
+  if (std::exchange(state_.login.TimeAskedAtLogin, false)) return;
   // The polls begin with the state of the lines.
   heartbeat_.beat(heard_at_, heart_is_known_ || missing_.contains(ServerCommand::SrvFullStatus));
-  if (heartbeat_.steady() && !next_look_) look_in(longest_silence - between_looks);
+  if (!heartbeat_.steady() || next_look_) return;
+  look_in(connection_.several() ? between_looks : longest_silence - between_looks);
 }
 
 void ServerWatch::look_in(Milliseconds delay) {
@@ -69,7 +85,9 @@ void ServerWatch::look_in(Milliseconds delay) {
 }
 
 bool ServerWatch::watches() const {
-  return state_.Lineweir.loaded() && connection_.wanted() && links_.in_use().hears_heartbeat();
+  // By hand one connection is ended before the next one is asked for.
+  const bool wanted = connection_.wanted() || connection_.in_hand();
+  return state_.Lineweir.loaded() && wanted && links_.in_use().hears_heartbeat();
 }
 
 void ServerWatch::look() {
@@ -80,23 +98,45 @@ void ServerWatch::look() {
 
 void ServerWatch::look_for_silence() {
   if (!heartbeat_.steady() || !watches()) return;
+  if (is_cut_off()) return lose();
   // After a time in which this program itself stood still, what has come meanwhile is heard before
   // the second look.
   const Milliseconds silence = state_.services.loop.now() - heard_at_;
   if (silence >= longest_silence) return lose();
+  if (connection_.several()) return look_in(between_looks);
   const Milliseconds first_look = longest_silence - between_looks;
   look_in(silence < first_look ? first_look - silence : longest_silence - silence);
 }
 
+bool ServerWatch::is_cut_off() const {
+  return connection_.several() && state_.services.winsock1.state() == platform::socket_closed;
+}
+
 void ServerWatch::lose() {
-  const std::string sentence =
-      "No word from the server since " + hms_text(seconds_of_day(heard_at_time_));
-  socket_link_.silence = sentence + ".";
-  state_.Lineweir.ServerSilence.caption = sentence;
-  state_.Lineweir.ServerSilence.visible = true;
+  tries_ = 0;
+  tell_silence();
   link_.review();
   lose_server(state_);
   connect();
+}
+
+void ServerWatch::tell_silence() {
+  const std::string sentence =
+      "No word from the server since " + hms_text(seconds_of_day(heard_at_time_));
+  Label& banner = state_.Lineweir.ServerSilence;
+  socket_link_.silence = sentence + ".";
+  banner.caption = sentence;
+  if (connection_.several()) {
+    const auto& servers = connection_.servers();
+    socket_link_.silence += " The console looks for " + joined(servers, name_of) + ".";
+    banner.caption =
+        sentence + ", trying " + joined(servers, [&](const StudioServer& server) {
+          const auto same = [&](const auto& other) { return other.host == server.host; };
+          const bool is_alone = std::ranges::count_if(servers, same) == 1;
+          return server.host + (is_alone ? "" : ":" + std::to_string(server.port));
+        });
+  }
+  banner.visible = true;
 }
 
 void ServerWatch::come_back() {
@@ -110,23 +150,44 @@ void ServerWatch::come_back() {
     case Step::Refused:
       return;
     case Step::BetweenTries:
-      if (now - try_began_ >= between_tries) connect();
+      if (now - try_began_ >= (connection_.several() ? between_rounds : between_tries)) connect();
       return;
     case Step::Connecting:
-      if (connected) return log_in();
-      if (now - try_began_ >= between_tries) connect();
-      return;
+      return connected ? log_in() : follow_connection();
     case Step::LoggingIn:
-      return connected ? follow_answer() : wait_for_next_try();
+      return connected ? follow_answer() : give_up(server_hung_up);
     case Step::Registering:
-      return connected ? follow_state() : wait_for_next_try();
+      return connected ? follow_state() : give_up(server_hung_up);
   }
 }
 
 void ServerWatch::connect() {
   try_began_ = state_.services.loop.now();
+  ++tries_;
   go_to(Step::Connecting);
-  connection_.begin();
+  connection_.begin_return();
+}
+
+void ServerWatch::follow_connection() {
+  const Milliseconds now = state_.services.loop.now();
+  if (!connection_.several()) {
+    if (now - try_began_ >= between_tries) connect();
+    return;
+  }
+  if (is_cut_off()) return give_up(server_unreachable);
+  if (now - step_began_ >= present_patience()) give_up(server_silent);
+}
+
+Milliseconds ServerWatch::present_patience() const {
+  return tries_ % tries_until_a_patient_one == 0 ? long_patience : patience;
+}
+
+void ServerWatch::give_up(std::string_view why) {
+  if (!connection_.several()) return wait_for_next_try();
+  // A time that it has told is no session.
+  state_.login.ServerAlive = false;
+  state_.Lineweir.Shape1.fill_color = color_red;
+  go_to(connection_.begin_next(why) ? Step::Connecting : Step::BetweenTries);
 }
 
 void ServerWatch::log_in() {
@@ -145,16 +206,20 @@ void ServerWatch::follow_answer() {
       return state_.messages.ShowMessage(password_rejected_message);
     case LoginResult::NoAnswer:
     case LoginResult::Superseded:
-      if (state_.services.loop.now() - step_began_ > LoginExchange::answer_limit)
-        wait_for_next_try();
+    case LoginResult::NoServer:
+      break;
   }
+  const Milliseconds waited = state_.services.loop.now() - step_began_;
+  const bool is_silent =
+      connection_.several() && !exchange_.is_heard() && waited >= present_patience();
+  if (is_silent || waited > LoginExchange::answer_limit) give_up(server_silent);
 }
 
 void ServerWatch::follow_state() {
   if (state_.services.loop.now() - step_began_ <= state_limit) return;
   // A server that tells of the lines alone is taken as it is.
   if (!missing_.contains(ServerCommand::SrvFullStatus)) return end();
-  wait_for_next_try();
+  give_up(server_silent);
 }
 
 void ServerWatch::go_to(Step step) {

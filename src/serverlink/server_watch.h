@@ -2,6 +2,7 @@
 
 #include <optional>
 #include <set>
+#include <string_view>
 
 #include "base/date_time.h"
 #include "platform/event_loop.h"
@@ -23,6 +24,11 @@ struct ServerPacket;
 // says so and its keys are locked, as nobody knows what the lines do; the console connects and logs
 // in again by itself, every two seconds, until the whole state of the studio is there once more. A
 // server without a heartbeat is never watched.
+//
+// Of several servers one that ends its connection is missed at once. The console goes through them
+// all, beginning with the one that it had: one that takes no connection or ends it is passed over
+// at once, one that is silent after a second. Each third time it waits two seconds, for servers
+// that are far away.
 class ServerWatch {
  public:
   ServerWatch(ConsoleState& state, const Links& links, SocketLink& socket_link, ServerLink& server,
@@ -31,6 +37,9 @@ class ServerWatch {
 
   static constexpr platform::Milliseconds longest_silence{3000};
   static constexpr platform::Milliseconds between_tries{2000};
+  static constexpr platform::Milliseconds between_rounds{1000};
+  static constexpr platform::Milliseconds patience{1000};
+  static constexpr platform::Milliseconds long_patience{2000};
   // How long the state of the studio may take to come in.
   static constexpr platform::Milliseconds state_limit{5000};
 
@@ -47,6 +56,13 @@ class ServerWatch {
   void lose();
   void come_back();
   void connect();
+  void follow_connection();
+  // The present server isn't there.
+  void give_up(std::string_view why);
+  platform::Milliseconds present_patience() const;
+  // Why the console must come back at once; what it says of the servers meanwhile.
+  bool is_cut_off() const;
+  void tell_silence();
   void log_in();
   void follow_answer();
   void follow_state();
@@ -71,7 +87,9 @@ class ServerWatch {
 
   Step step_ = Step::NotLost;
   platform::Milliseconds step_began_{0};
+  // A round where there are several servers.
   platform::Milliseconds try_began_{0};
+  int tries_ = 0;
   // What the server has yet to tell until the screen is right again.
   std::set<ServerCommand> missing_;
 };

@@ -150,6 +150,8 @@ std::string_view SocketLink::trouble() const {
   return {};
 }
 
+std::string_view SocketLink::standing() const { return state_.login.ServerNow; }
+
 void SocketLink::leave() { server_.send(server_.packet(ClientCommand::CmdLeaveGroup)); }
 
 bool SocketLink::keeps_profiles() const { return !server_decides(state_.lines.ThePhoneFlag); }

@@ -43,6 +43,7 @@ class SocketLink : public StudioLink {
   bool hears_heartbeat() const override { return true; }
   void leave() override;
   std::string_view trouble() const override;
+  std::string_view standing() const override;
   bool tells_lost_commands() const override { return true; }
   bool locks_keys() const override;
   bool keeps_profiles() const override;

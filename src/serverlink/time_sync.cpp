@@ -46,6 +46,7 @@ void TimeSync::SyncTimeTimer_Timer() {
 
 void TimeSync::SrvTime(const ServerPacket& packet) {
   state_.login.MissedPolls = 0;
+  if (state_.login.TimeAskedAtLogin) return;
   hear_server(state_);
   if (!state_.Lineweir.SyncTimeMenu.checked) return;
   const ServerTimeText texts = split_server_time(packet.Buffer);

@@ -9,16 +9,20 @@ namespace lineweir {
 inline constexpr std::size_t user_name_length = 20;
 inline constexpr std::size_t password_length = 15;
 
-// Who works at this console, and where its server is.
+// Who works at this console, and where its servers are.
 struct LoginState {
   FixedText<user_name_length> UserName;
   FixedText<password_length> UserPassword;
   // The name of the last login, shown on the main form.
   std::string DisplayUserName;
+  // The address as the user types it, which may name several (state/server_addresses.h), and the
+  // port of those that have none of their own.
   std::string ServerHost = "127.0.0.1";
   int ServerPort = 2001;
   // The address and the port of the last session's server; empty before the first one.
   std::string SessionServer;
+  // Which of several servers the console is connected to, and since when.
+  std::string ServerNow;
 
   // What the server granted at the last login: one character of flags each, and the text in which
   // it keeps the user's options.
@@ -37,6 +41,9 @@ struct LoginState {
   bool GroupNamesWanted = false;
   // Which answer came last (serverlink/reply_code.h).
   int LastReplyCode = 0;
+  // A server was asked for its time together with the login, to see whether it lives. Its answer
+  // tells nothing else.
+  bool TimeAskedAtLogin = false;
   // How often the server was asked for its time since it last told it.
   int MissedPolls = 0;
   // The entry of MessageGroupSelector, from 0, that the server sends the user to.

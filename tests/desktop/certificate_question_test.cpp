@@ -165,6 +165,34 @@ TEST_SUITE("desktop/certificate question") {
     CHECK(desk.asked());
   }
 
+  TEST_CASE("of several servers it names the port, and a no leads on to the next one") {
+    DoubtfulDesk desk;
+    desk.console.WinsockOptions.Text1.text = "tls:studio.example, studio2.example";
+    desk.platform.winsock1.refuse_at("tls:studio.example", "Nobody vouches for it.", true);
+    desk.platform.winsock1.set_server("studio2.example",
+                                      platform::ScriptedClientSocket::Server::Accepts);
+    desk.platform.winsock1.take_connects();
+    desk.ask();
+    CHECK(desk.text("WhoLabel").contains("studio.example, port 2001"));
+    CHECK(desk.platform.winsock1.take_connects() ==
+          std::vector<std::string>{"tls:studio.example:2001"});
+    desk.press(Qt::Key_Escape);
+    CHECK(test::wait_for([&] { return desk.connects == 1; }));
+    CHECK_FALSE(desk.asked());
+    CHECK(desk.platform.winsock1.host() == "studio2.example");
+    CHECK(desk.kept().empty());
+  }
+
+  TEST_CASE("a console that comes back to one of several servers asks nothing") {
+    DoubtfulDesk desk;
+    desk.console.WinsockOptions.Text1.text = "studio1.example, tls:studio.example";
+    desk.platform.winsock1.set_server("studio1.example",
+                                      platform::ScriptedClientSocket::Server::Refuses);
+    desk.connect();
+    desk.ask_by_itself();
+    CHECK_FALSE(desk.asked());
+  }
+
   TEST_CASE("a file that can't be read is left alone, and the trust holds until the end") {
     DoubtfulDesk desk;
     desk.platform.files.replace(settings, std::string(200'000, 'x'));

@@ -7,11 +7,13 @@
 #include <QPushButton>
 #include <QTcpServer>
 #include <algorithm>
+#include <fstream>
 
 #include "desktop/screens_seen.h"
 #include "desktop/surroundings.h"
 #include "platform/temporary_directory.h"
 #include "shown_console.h"
+#include "state/settings_record.h"
 
 namespace lineweir {
 namespace {
@@ -31,7 +33,7 @@ Surroundings good_surroundings() {
   seen.settings = {"/home/amy/Writ.inf", true, true};
   seen.log = {"/home/amy/calls.mdb", true, true};
   seen.ports = {{"/dev/ttyUSB0", true, true}};
-  seen.server = {"studio", 2001};
+  seen.servers = {{"studio", 2001}};
   seen.session_bus = true;
   return seen;
 }
@@ -88,7 +90,7 @@ TEST_SUITE("desktop/diagnosis") {
                  Note},
              Row{"Port /dev/ttyUSB0", [](Surroundings& seen) { seen.ports[0].may_be_used = false; },
                  Trouble},
-             Row{"Server", [](Surroundings& seen) { seen.server.failure = "refused."; }, Note},
+             Row{"Server", [](Surroundings& seen) { seen.servers[0].failure = "refused."; }, Note},
              Row{"Remote objects", [](Surroundings& seen) { seen.session_bus = false; }, Note},
          }) {
       CAPTURE(row.subject);
@@ -113,10 +115,48 @@ TEST_SUITE("desktop/diagnosis") {
     const Surroundings seen = look_around(folder.path(), default_code_page());
     CHECK(seen.folder.may_be_written);
     CHECK_FALSE(seen.settings.exists);
-    CHECK(seen.server.host.empty());
+    CHECK(seen.servers.empty());
     CHECK(seen.ports.size() >= 2);
     CHECK(seen.screens == screens_in_words());
     CHECK_FALSE(seen.screens.empty());
+  }
+
+  TEST_CASE("the settings' servers are found, however many they are") {
+    const TemporaryDirectory folder;
+    SettingsRecord record;
+    record.ServerHost = "one";
+    record.ServerPort = 2001;
+    std::ofstream(folder.path() / settings_file_name, std::ios::binary) << encode_settings(record);
+    CHECK(look_around(folder.path(), default_code_page()).servers.size() == 1);
+    std::ofstream(folder.path() / further_settings_file)
+        << "ServerAddress=one, tls:two:2002\nServerPort=2001\n";
+    const auto servers = look_around(folder.path(), default_code_page()).servers;
+    REQUIRE(servers.size() == 2);
+    CHECK(servers[0].host == "one");
+    CHECK(servers[1].host == "tls:two");
+    CHECK(servers[1].port == 2002);
+  }
+
+  TEST_CASE("of several servers each is asked, and what was seen of it told") {
+    Diagnosed desk;
+    QTcpServer there;
+    REQUIRE(there.listen(QHostAddress::LocalHost));
+    QTcpServer gone;
+    REQUIRE(gone.listen(QHostAddress::LocalHost));
+    const int gone_port = gone.serverPort();
+    gone.close();
+    Surroundings seen = good_surroundings();
+    seen.servers = {{"127.0.0.1", gone_port}, {"tls:127.0.0.1", there.serverPort()}};
+    desk.desktop.diagnosis().look_around = [&] { return seen; };
+    desk.choose();
+    const std::string first = "127.0.0.1, port " + std::to_string(gone_port);
+    const std::string second = "tls:127.0.0.1, port " + std::to_string(there.serverPort());
+    CHECK(test::wait_for([&] {
+      const std::string page = desk.page();
+      return page.find("note     Server: " + first + " can't be reached: ") != std::string::npos &&
+             page.find("good     Server: " + second + ": somebody") != std::string::npos &&
+             page.find("being asked") == std::string::npos;
+    }));
   }
 
   TEST_CASE("the page tells of the server when that has answered, and can be copied") {
@@ -124,7 +164,7 @@ TEST_SUITE("desktop/diagnosis") {
     QTcpServer server;
     REQUIRE(server.listen(QHostAddress::LocalHost));
     Surroundings seen = good_surroundings();
-    seen.server = {"127.0.0.1", server.serverPort()};
+    seen.servers = {{"127.0.0.1", server.serverPort()}};
     desk.desktop.diagnosis().look_around = [&] { return seen; };
     desk.choose();
     CHECK(test::wait_for([&] {

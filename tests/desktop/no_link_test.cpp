@@ -265,6 +265,22 @@ TEST_SUITE("no link") {
     QToolTip::hideText();
   }
 
+  TEST_CASE("of several servers the lamp tells which it is, by tool tip and to a screen reader") {
+    LinkDesk desk;
+    REQUIRE(desk.form().no_link.get().empty());
+    CHECK(desk.widget(desk.form().Shape1).tool_tip().isEmpty());
+    const std::string place = "studio2.example, port 2001, since 14:03:12";
+    desk.form().linked_to = place;
+    desk.settle();
+    ElementWidget& lamp = desk.widget(desk.form().Shape1);
+    CHECK(lamp.tool_tip().toStdString() == place);
+    CHECK(desk.described(desk.form().Shape1).toStdString() == place);
+    CHECK(desk.described(desk.form().OnHybrid1(0)).isEmpty());
+    desk.unlink();
+    CHECK(lamp.tool_tip() == desk.why());
+    CHECK(desk.described(desk.form().Shape1) == desk.why());
+  }
+
   TEST_CASE("a screen reader hears that the link has gone, and that it stands again") {
     LinkDesk desk;
     QWidget* place = desk.window().findChild<QWidget*>(QStringLiteral("Announcements"));

@@ -325,5 +325,37 @@ TEST_CASE_FIXTURE(WindowOnServer,
   CHECK_FALSE(console.MyMsgbox.visible);
 }
 
+TEST_CASE_FIXTURE(WindowOnServer, "a window whose server dies is on the other within seconds") {
+  TcpServer other;
+  const std::string first = "127.0.0.1:" + std::to_string(server.port());
+  const std::string second = "127.0.0.1:" + std::to_string(other.port());
+  console.login.ServerHost = first + ", " + second;
+  for (TcpServer* each : {&server, &other}) each->has_heartbeat = true;
+  other.status = "F00F01F02C03F04F05F06F07F08F09";
+  stand();
+  for (int beat = 0; beat < 4; ++beat) {
+    const int frames = console.server.frames();
+    server.send(frame(ServerCommand::SrvTime, time_text));
+    REQUIRE(wait_for([&] { return console.server.frames() > frames; }));
+    loop.skip(std::chrono::seconds(1));
+  }
+  const auto& lamp = *desktop.main_frame().main_window()->canvas().widget_of(form().Shape1);
+  desktop.flush();
+  CHECK(lamp.tool_tip().toStdString().starts_with("127.0.0.1, port " +
+                                                  std::to_string(server.port()) + ", since "));
+  QElapsedTimer time;
+  time.start();
+  server.stop_listening();
+  server.connection->abort();
+  CHECK(wait_for([&] { return form().ServerSilence.visible.get(); }));
+  CHECK(form().ServerSilence.caption.get().ends_with(", trying " + first + " and " + second));
+  CHECK(wait_for([&] { return shows(3, 'C') && !form().ServerSilence.visible; }));
+  CHECK(time.elapsed() < 5000);
+  desktop.flush();
+  CHECK(lamp.tool_tip().toStdString().starts_with("127.0.0.1, port " +
+                                                  std::to_string(other.port()) + ", since "));
+  CHECK_FALSE(console.MyMsgbox.visible);
+}
+
 }  // namespace
 }  // namespace lineweir

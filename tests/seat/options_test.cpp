@@ -37,6 +37,19 @@ TEST_CASE("a seat is told where it connects, as whom and to do what") {
   CHECK(parsed.options->seed == 7);
 }
 
+TEST_CASE("a seat takes several servers") {
+  const Parsed parsed({"--host", "one, tls:two:2002", "--port", "2001", "--user", "amy"});
+  REQUIRE(parsed.options);
+  CHECK(parsed.options->login.host == "one, tls:two:2002");
+}
+
+TEST_CASE("servers that can't be are refused by a sentence") {
+  const Parsed parsed({"--host", "one, two:x", "--port", "2001", "--user", "amy"});
+  CHECK_FALSE(parsed.options);
+  CHECK(parsed.errors.str().find("The port in the address \"two:x\" isn't a number") !=
+        std::string::npos);
+}
+
 TEST_CASE("a seat screens where nothing else is told") {
   const Parsed parsed({"--host", "studio", "--port", "2001", "--user", "amy"});
   REQUIRE(parsed.options);

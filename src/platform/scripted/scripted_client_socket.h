@@ -19,7 +19,7 @@ class ScriptedClientSocket final : public ClientSocket {
   int state() const override { return state_; }
   void connect(const std::string& host, int port) override;
   std::string refusal() const override { return refusal_; }
-  bool refusal_is_asked() const override { return asked_ && !refusal_.empty(); }
+  bool refusal_is_asked() const override { return refusal_asked_ && !refusal_.empty(); }
   void close() override;
   std::size_t bytes_received() const override { return received_.size(); }
   std::string get_data() override;
@@ -33,6 +33,25 @@ class ScriptedClientSocket final : public ClientSocket {
     why_not_ = why;
     asked_ = asked;
   }
+  // What a server at one host does, from now on, in place of what is told above of all.
+  enum class Server {
+    Accepts,
+    Refuses,
+    // Nobody answers the connection.
+    Silent,
+    // Accepts, and answers nothing.
+    Mute,
+    // Accepts, and ends the connection with the first that it is sent.
+    HangsUp
+  };
+  void set_server(const std::string& host, Server server) { servers_[host] = server; }
+  // The same of one that is refused for a reason, about which the user may be asked.
+  void refuse_at(const std::string& host, const std::string& why, bool asked = false) {
+    refusals_[host] = {why, asked};
+  }
+  // "HOST:PORT" of each `connect` since the last call.
+  std::vector<std::string> take_connects();
+
   // The bytes arrive when the loop next runs what is due; without a connection they are lost.
   void arrive(const std::string& bytes) { arrive(bytes, Milliseconds{0}); }
   // From now on each write that is a frame of this command code is answered.
@@ -52,7 +71,14 @@ class ScriptedClientSocket final : public ClientSocket {
   void restart();
 
  private:
+  struct Refusal {
+    std::string why;
+    bool asked = false;
+  };
+
   void arrive(const std::string& bytes, Milliseconds delay);
+  Server server_at(const std::string& host) const;
+  void answer_connection();
 
   EventLoop& loop_;
   int state_ = socket_closed;
@@ -62,6 +88,10 @@ class ScriptedClientSocket final : public ClientSocket {
   std::string why_not_;
   bool asked_ = false;
   std::string refusal_;
+  bool refusal_asked_ = false;
+  std::map<std::string, Server> servers_;
+  std::map<std::string, Refusal> refusals_;
+  std::vector<std::string> connects_;
   std::string host_;
   int port_ = 0;
   std::string received_;
