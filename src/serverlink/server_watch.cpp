@@ -27,10 +27,11 @@ constexpr Milliseconds between_looks{50};
 constexpr int tries_until_a_patient_one = 3;
 
 template <class Words>
-std::string joined(const std::vector<StudioServer>& servers, const Words& words) {
+std::string joined(const std::vector<StudioServer>& servers, std::string_view between,
+                   const Words& words) {
   std::string text;
   for (std::size_t i = 0; i < servers.size(); ++i) {
-    if (i > 0) text += i + 1 == servers.size() ? " and " : ", ";
+    if (i > 0) text += i + 1 == servers.size() ? " and " : between;
     text += words(servers[i]);
   }
   return text;
@@ -53,6 +54,8 @@ ServerWatch::ServerWatch(ConsoleState& state, const Links& links, SocketLink& so
     // Another server may keep no heartbeat; one that is lost has had one.
     heartbeat_ = {};
     heart_is_known_ = step_ != Step::NotLost;
+    // By hand other servers may be asked for.
+    if (step_ != Step::NotLost) tell_silence();
     link_.review();
     missing_ = {ServerCommand::SrvFullStatus, ServerCommand::SrvStudioStatus,
                 ServerCommand::SrvTimes, ServerCommand::SrvLineNumbers};
@@ -65,7 +68,7 @@ ServerWatch::~ServerWatch() {
 
 void ServerWatch::hear(const ServerPacket& packet) {
   heard_at_ = state_.services.loop.now();
-  heard_at_time_ = state_.services.clock.now();
+  if (step_ == Step::NotLost) heard_at_time_ = state_.services.clock.now();
   missing_.erase(static_cast<ServerCommand>(packet.CMD));
   if (!state_.Lineweir.no_link.get().empty()) link_.review();
   if (packet.CMD != static_cast<std::uint8_t>(ServerCommand::SrvTime)) return;
@@ -128,9 +131,9 @@ void ServerWatch::tell_silence() {
   banner.caption = sentence;
   if (connection_.several()) {
     const auto& servers = connection_.servers();
-    socket_link_.silence += " The console looks for " + joined(servers, name_of) + ".";
+    socket_link_.silence += " The console looks for " + joined(servers, "; ", name_of) + ".";
     banner.caption =
-        sentence + ", trying " + joined(servers, [&](const StudioServer& server) {
+        sentence + ", trying " + joined(servers, ", ", [&](const StudioServer& server) {
           const auto same = [&](const auto& other) { return other.host == server.host; };
           const bool is_alone = std::ranges::count_if(servers, same) == 1;
           return server.host + (is_alone ? "" : ":" + std::to_string(server.port));

@@ -1,5 +1,7 @@
 #include "state/message_box.h"
 
+#include <algorithm>
+
 #include "state/console_state.h"
 #include "state/wire.h"
 
@@ -14,9 +16,35 @@ constexpr int button_top = 1580;
 constexpr int ok_left_alone = 1770;
 constexpr int ok_left_beside_reconnect = 2760;
 constexpr int reconnect_left = 780;
+// A text of several lines has more room where it needs it.
+constexpr int lines_with_room = 5;
+constexpr int most_lines = 24;
+constexpr int characters_of_line = 38;
+constexpr int line_height = 240;
 constexpr std::string_view reconnection_offer = "Disconnected from Server - Reconnect?";
 constexpr int offset_left = 2000;
 constexpr int offset_top = 1000;
+
+int lines_of(std::string_view text) {
+  int lines = 0;
+  for (;;) {
+    const std::size_t end = text.find('\n');
+    lines += 1 + static_cast<int>(text.substr(0, end).size()) / characters_of_line;
+    if (end == std::string_view::npos) return lines;
+    text.remove_prefix(end + 1);
+  }
+}
+
+void make_room(MessageBoxForm& box, std::string_view text) {
+  const bool has_lines = text.find('\n') != std::string_view::npos;
+  const int lines =
+      has_lines ? std::clamp(lines_of(text), lines_with_room, most_lines) : lines_with_room;
+  const int more = (lines - lines_with_room) * line_height;
+  box.height = box_height + more;
+  box.Label1.height = button_top - 300 + more;
+  box.OKButton.top = button_top + more;
+  box.ReconnectButton.top = button_top + more;
+}
 
 }  // namespace
 
@@ -36,6 +64,7 @@ void MessageBoxForm::reset() {
   OKButton.caption = "&Ok";
   OKButton.left = ok_left_alone;
   ReconnectButton.visible = false;
+  make_room(*this, {});
   mouse_pointer = pointer_default;
 }
 
@@ -58,6 +87,7 @@ Messages::Messages(ConsoleState& state) : state_(state) {
 void Messages::ShowMessage(std::string_view text) {
   state_.MyMsgbox.reset();
   state_.MyMsgbox.Label1.caption = text;
+  make_room(state_.MyMsgbox, text);
   show_box();
 }
 
@@ -71,6 +101,7 @@ void Messages::offer_reconnection() {
   box.OKButton.caption = "&Cancel";
   box.ReconnectButton.visible = true;
   box.Label1.caption = reconnection_offer;
+  make_room(box, reconnection_offer);
   show_box();
 }
 

@@ -94,7 +94,7 @@ TEST_SUITE("several servers, by itself") {
     CHECK(banner.starts_with("No word from the server since 10:00:0"));
     CHECK(banner.ends_with(", trying one, tls:two and three"));
     CHECK(
-        why.ends_with(". The console looks for one, port 2001, tls:two, port 2002 and three, "
+        why.ends_with(". The console looks for one, port 2001; tls:two, port 2002 and three, "
                       "port 2001."));
     for (int i = 0; i < 50; ++i) {
       desk.pass(Milliseconds(100));
@@ -107,6 +107,13 @@ TEST_SUITE("several servers, by itself") {
     desk.console.MyMsgbox.ReconnectButton.on_click();
     CHECK(desk.told.size() == 1);
     CHECK(desk.is_lost());
+    // Asked for others, it says so.
+    desk.open_dialog("four, five");
+    for (const char* host : {"four", "five"}) desk.set(host, Server::Refuses);
+    desk.connect();
+    CHECK(desk.form().ServerSilence.caption.get().ends_with(", trying four and five"));
+    desk.open_dialog("one, three");
+    desk.connect();
     desk.set("three", Server::Accepts);
     CHECK(desk.until_in_at("three") < Milliseconds(2500));
   }
