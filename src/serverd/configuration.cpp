@@ -90,6 +90,19 @@ void read_store(ConfigurationTable& table, const fs::path& folder, Configuration
   configuration.data_folder = fs::path(configuration.store_file).parent_path().string();
 }
 
+void read_standby(ConfigurationTable& table, Configuration& configuration) {
+  configuration.standby = table.flag("standby").value_or(false);
+  if (!configuration.standby || !configuration.store_database.empty()) return;
+  table.refuse("standby", "a database as the store, which several servers can share");
+}
+
+// A name of its own for each of several servers that keep theirs in one folder.
+std::string journal_file(const Configuration& configuration, const fs::path& file) {
+  constexpr const char* suffix = ".waiting";
+  if (!configuration.store_file.empty()) return configuration.store_file + suffix;
+  return (fs::path(configuration.data_folder) / file.stem()).string() + suffix;
+}
+
 void read_metrics(ConfigurationTable& table, Configuration& configuration) {
   constexpr std::string_view expected = "an address of the loopback and a port, \"127.0.0.1:9100\"";
   const auto text = table.text("metrics", expected);
@@ -222,6 +235,8 @@ Configuration read_configuration(std::string_view text, const std::string& file)
   Configuration configuration;
   read_listen(table, parsed.contains("listen") && parsed.get("listen")->is_array(), configuration);
   read_store(table, folder, configuration);
+  read_standby(table, configuration);
+  configuration.journal_file = journal_file(configuration, file);
   configuration.admin_socket =
       path_in(folder, table.text("admin_socket", "the path of a socket").value_or("admin.sock"));
   read_metrics(table, configuration);

@@ -33,6 +33,10 @@ struct Configuration {
   // For what the server makes by itself: beside its store's file, or where it may keep what it
   // likes.
   std::string data_folder = {};
+  // Other servers have the same groups in the same database, and one of all leads.
+  bool standby = false;
+  // Where what the store hasn't taken yet is kept.
+  std::string journal_file = {};
   std::string admin_socket = {};
   std::optional<SocketAddress> metrics = {};
   bool plain_text_network = false;

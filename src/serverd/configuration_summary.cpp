@@ -55,6 +55,7 @@ void describe(const Configuration& configuration, std::ostream& out) {
     out << '\n';
   }
   out << "keeps its data in " << shown_store(configuration) << '\n';
+  if (configuration.standby) out << "serves while no other server of its groups does\n";
   out << "is administered through " << configuration.admin_socket << '\n';
   if (configuration.metrics) {
     out << "tells its figures on http://" << configuration.metrics->text() << "/metrics\n";

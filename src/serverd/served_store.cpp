@@ -14,17 +14,37 @@ ServedStore::ServedStore(const Configuration& configuration, platform::AsioLoop&
     : loop_(loop),
       log_(log),
       file_(configuration.store_file),
-      store_watch_(loop),
+      database_(platform::PostgresAddress::read(configuration.store_database)),
       lock_watch_(loop) {
-  const auto database = platform::PostgresAddress::read(configuration.store_database);
-  if (!database) {
+  for (const server::GroupOptions& group : configuration.server.groups) {
+    groups_.push_back(group.number);
+  }
+  if (!database_) {
     store_ = std::make_unique<platform::SqliteStore>(file_, loop);
     return;
   }
-  using Services = platform::PostgresConnection::Services;
-  store_ = std::make_unique<platform::PostgresStore>(*database, Services{loop, store_watch_, loop});
-  database_lock_.emplace(*database, Services{loop, lock_watch_, loop});
+  open_database(0);
+  const platform::PostgresConnection::Services services{loop, lock_watch_, loop};
+  if (!configuration.standby) {
+    database_lock_.emplace(*database_, services);
+    return;
+  }
+  lease_ = std::make_unique<platform::DatabaseLease>(*database_, services, groups_);
+  lease_->on_trouble = [this](const std::string& why) {
+    if (!why.empty()) log_(LogLevel::Error, "the store: " + why);
+  };
 }
+
+void ServedStore::open_database(platform::Epoch epoch) {
+  store_.reset();
+  store_watch_ = std::make_unique<platform::AsioDescriptorWatch>(loop_);
+  store_ = std::make_unique<platform::PostgresStore>(
+      *database_, platform::PostgresConnection::Services{loop_, *store_watch_, loop_},
+      platform::PostgresConnection::Patience{},
+      platform::LedGroups{epoch, static_cast<int>(groups_.size())});
+}
+
+void ServedStore::lead(platform::Epoch epoch) { open_database(epoch); }
 
 void ServedStore::lock(std::function<void()> held,
                        std::function<void(const std::string& why)> refused) {

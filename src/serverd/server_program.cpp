@@ -2,6 +2,7 @@
 
 #include <unistd.h>
 
+#include <algorithm>
 #include <csignal>
 #include <iostream>
 #include <utility>
@@ -41,13 +42,21 @@ ServerProgram::ServerProgram(ProgramOptions options, Configuration configuration
       letters_(*find_code_page(configuration_.character_set), &transliterator_),
       passwords_(loop_, password_threads),
       store_(configuration_, loop_, log_),
-      bus_watch_(loop_),
-      remote_objects_({loop_, bus_watch_, loop_, letters_}),
+      journal_(configuration_.journal_file, loop_),
       signals_(loop_, [this](int signal) { take_signal(signal); }) {
   if (needs_tls(configuration_))
     tls_ = set_up_tls(configuration_, options_.configuration_file, log_);
+  journal_.on_trouble = [this](const std::string& trouble) { log(LogLevel::Error, trouble); };
+  if (platform::Lease* const lease = store_.lease()) {
+    stand_by(*lease);
+    return;
+  }
   listen();
   store_.lock([this] { begin(); }, [this](const std::string& why) { refuse(why); });
+  make_server(0);
+}
+
+void ServerProgram::make_server(platform::Epoch epoch) {
   server_ = std::make_unique<server::Server>(
       server::ServerServices{.loop = loop_,
                              .clock = clock_,
@@ -59,11 +68,47 @@ ServerProgram::ServerProgram(ProgramOptions options, Configuration configuration
                              .make_exchange =
                                  [this](const server::GroupOptions& group) {
                                    return make_exchange(group, loop_, random_, log_);
-                                 }},
+                                 },
+                             .journal = &journal_,
+                             .epoch = epoch},
       configuration_.server);
   server_->on_shutdown_asked = [this](int seconds, const std::string& text) {
     shut_down(seconds, text);
   };
+}
+
+void ServerProgram::stand_by(platform::Lease& lease) {
+  leadership_.emplace(loop_, lease);
+  leadership_->on_lead = [this](platform::Epoch epoch) { lead(epoch); };
+  leadership_->on_lost = [this] { lose_lead(); };
+  // A process that was stopped meanwhile sends nothing of what it was about to.
+  loop_.before_sending = [this] { leadership_->look_at_proof(); };
+  log(LogLevel::Notice, "stands by, until no other server of its groups serves");
+  manager_.tell("READY=1");
+  leadership_->start();
+}
+
+void ServerProgram::lead(platform::Epoch epoch) {
+  log(LogLevel::Notice, "leads its groups, in epoch " + std::to_string(epoch));
+  store_.lead(epoch);
+  make_server(epoch);
+  try {
+    listen();
+  } catch (const std::runtime_error& error) {
+    return refuse(error.what());
+  }
+  begin();
+}
+
+void ServerProgram::lose_lead() {
+  begun_ = false;
+  listeners_.clear();
+  admin_listener_.reset();
+  metrics_.reset();
+  server_.reset();
+  remote_objects_.reset();
+  bus_watch_.reset();
+  log(LogLevel::Error, "can't prove any more that it leads its groups: stands by");
 }
 
 int ServerProgram::run() {
@@ -71,10 +116,12 @@ int ServerProgram::run() {
   loop_.run();
   loop_.cancel(end_at_limit_);
   manager_.tell("STOPPING=1");
+  loop_.before_sending = nullptr;
   listeners_.clear();
   admin_listener_.reset();
   metrics_.reset();
   server_.reset();
+  if (leadership_) leadership_->end();
   // What the seats were told last still goes out.
   while (loop_.farewells() > 0) loop_.yield();
   return status_;
@@ -139,12 +186,15 @@ void ServerProgram::publish() {
   if (configuration_.remote_objects == RemoteBus::None) return;
   const bool system = configuration_.remote_objects == RemoteBus::System;
   const std::string bus = system ? "the system's bus" : "the session's bus";
-  remote_objects_.on_published = [this, bus](bool published, const std::string& why) {
+  bus_watch_ = std::make_unique<platform::AsioDescriptorWatch>(loop_);
+  remote_objects_ = std::make_unique<platform::SdbusRemoteService>(
+      platform::RemoteServiceGround{loop_, *bus_watch_, loop_, letters_});
+  remote_objects_->on_published = [this, bus](bool published, const std::string& why) {
     if (published) return log(LogLevel::Info, "remote objects stand on " + bus);
     log(LogLevel::Warning, "no remote objects on " + bus + ": " + why);
   };
-  server_->publish(remote_objects_);
-  remote_objects_.publish(system ? platform::RemoteBus::System : platform::RemoteBus::Session);
+  server_->publish(*remote_objects_);
+  remote_objects_->publish(system ? platform::RemoteBus::System : platform::RemoteBus::Session);
 }
 
 void ServerProgram::take_signal(int signal) {
@@ -169,8 +219,10 @@ void ServerProgram::read_anew() {
     const Configuration next = configuration_of(options_);
     if (tls_) serverd::read_anew(*tls_, next, options_.configuration_file);
     warn_of_later_keys(next);
-    server_->reconfigure(next.server);
-    configuration_.server = next.server;
+    server::ServerOptions options = next.server;
+    if (leadership_) keep_groups_led(options);
+    if (server_) server_->reconfigure(options);
+    configuration_.server = std::move(options);
     configuration_.tls_files = next.tls_files;
     configuration_.shutdown_seconds = next.shutdown_seconds;
     log(LogLevel::Notice, "read the configuration anew");
@@ -178,6 +230,19 @@ void ServerProgram::read_anew() {
     log(LogLevel::Error, error.what());
     log(LogLevel::Error, "nothing of the configuration was taken anew");
   }
+}
+
+// The lease is for the groups of the start.
+void ServerProgram::keep_groups_led(server::ServerOptions& options) const {
+  const auto is_led = [this](const server::GroupOptions& group) {
+    return std::ranges::count(configuration_.server.groups, group.number,
+                              &server::GroupOptions::number) > 0;
+  };
+  std::erase_if(options.groups, [&](const server::GroupOptions& group) {
+    if (is_led(group)) return false;
+    log_(LogLevel::Warning, "group " + std::to_string(group.number) + " waits for the next start");
+    return true;
+  });
 }
 
 void ServerProgram::warn_of_later_keys(const Configuration& next) const {
@@ -188,6 +253,7 @@ void ServerProgram::warn_of_later_keys(const Configuration& next) const {
       {"listen", next.listen != configuration_.listen},
       {"store", next.store_file != configuration_.store_file ||
                     next.store_database != configuration_.store_database},
+      {"standby", next.standby != configuration_.standby},
       {"admin_socket", next.admin_socket != configuration_.admin_socket},
       {"metrics", next.metrics != configuration_.metrics},
       {"plain_text_network", next.plain_text_network != configuration_.plain_text_network},

@@ -13,10 +13,12 @@
 #include "platform/asio/tcp_listener.h"
 #include "platform/asio/tls_identity.h"
 #include "platform/asio/unix_listener.h"
+#include "platform/change_journal/disk_store_journal.h"
 #include "platform/icu/icu_transliterator.h"
 #include "platform/sdbus/sdbus_remote_service.h"
 #include "platform/sodium/sodium_password_hash.h"
 #include "platform/sodium/sodium_random_numbers.h"
+#include "server/leadership.h"
 #include "server/server.h"
 #include "serverd/log_sink.h"
 #include "serverd/machine_wall_clock.h"
@@ -38,15 +40,22 @@ class ServerProgram {
   int run();
 
  private:
+  void make_server(platform::Epoch epoch);
   void listen();
   // The store is this server's.
   void begin();
+  // Stands by until no other server of the groups serves.
+  void stand_by(platform::Lease& lease);
+  void lead(platform::Epoch epoch);
+  // Another server may serve from now on: nobody is told anything any more, and nothing is written.
+  void lose_lead();
   void refuse(const std::string& why);
   void serve();
   // The groups as remote objects, where they are asked for.
   void publish();
   void take_signal(int signal);
   void read_anew();
+  void keep_groups_led(server::ServerOptions& options) const;
   void warn_of_later_keys(const Configuration& next) const;
   void shut_down(int seconds, const std::string& text);
   // Has ended then, whatever the store does.
@@ -72,10 +81,13 @@ class ServerProgram {
   CodePageLetters letters_;
   platform::SodiumPasswordHash passwords_;
   ServedStore store_;
+  platform::DiskStoreJournal journal_;
+  std::optional<server::Leadership> leadership_;
   // Null where no address has TLS.
   std::unique_ptr<platform::TlsIdentity> tls_;
-  platform::AsioDescriptorWatch bus_watch_;
-  platform::SdbusRemoteService remote_objects_;
+  // Null where none are asked for, and while this server doesn't serve.
+  std::unique_ptr<platform::AsioDescriptorWatch> bus_watch_;
+  std::unique_ptr<platform::SdbusRemoteService> remote_objects_;
   std::unique_ptr<server::Server> server_;
   // In the order of the configuration.
   std::vector<std::unique_ptr<platform::TcpListener>> listeners_;

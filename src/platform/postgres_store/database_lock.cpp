@@ -31,6 +31,10 @@ PostgresStatement DatabaseLock::attempt() {
   return {"SELECT pg_try_advisory_lock($1)", {PostgresValue::number(lock_number)}};
 }
 
+PostgresStatement DatabaseLock::shared_attempt() {
+  return {"SELECT pg_try_advisory_lock_shared($1)", {PostgresValue::number(lock_number)}};
+}
+
 std::string DatabaseLock::refusal(const PostgresAddress& address) {
   return "another server works on the store in " + address.shown() +
          "; end it, or give this one a database of its own";

@@ -34,6 +34,8 @@ class DatabaseLock {
 
   // Tells in a row's first column whether the session that asks it has the lock now.
   static PostgresStatement attempt();
+  // The same for one of several that share it among themselves.
+  static PostgresStatement shared_attempt();
   static std::string refusal(const PostgresAddress& address);
 
  private:

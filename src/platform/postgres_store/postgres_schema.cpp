@@ -106,7 +106,25 @@ CREATE TABLE writers (
     "COMMENT ON TABLE writers IS 'the present session of each server that writes'",
 });
 
-constexpr std::array<PostgresStep, 1> schema_steps = {PostgresStep(first_step)};
+// Which of several servers leads which group, see database_lease.h.
+constexpr auto second_step = std::to_array<const char*>({
+    "CREATE SEQUENCE leader_epochs",
+    R"sql(
+CREATE TABLE leaders (
+  group_number bigint NOT NULL PRIMARY KEY,
+  epoch bigint NOT NULL
+))sql",
+    R"sql(
+CREATE TABLE leader_proofs (
+  group_number bigint NOT NULL PRIMARY KEY,
+  epoch bigint NOT NULL,
+  proven timestamptz NOT NULL
+) WITH (fillfactor = 50))sql",
+    "COMMENT ON TABLE leader_proofs IS 'when the present server of each group last proved itself'",
+});
+
+constexpr std::array<PostgresStep, 2> schema_steps = {PostgresStep(first_step),
+                                                      PostgresStep(second_step)};
 
 // "lineweir" as a number, for nobody else who locks by numbers in the same database.
 constexpr std::int64_t migration_lock = 0x6C696E6577656972;

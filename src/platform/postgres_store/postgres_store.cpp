@@ -17,10 +17,10 @@ const PostgresStatement end_look = {"COMMIT"};
 }  // namespace
 
 PostgresStore::PostgresStore(PostgresAddress address, const PostgresConnection::Services& services,
-                             PostgresConnection::Patience patience)
+                             PostgresConnection::Patience patience, LedGroups led)
     : loop_(services.loop),
       poster_(services.poster),
-      session_(std::move(address), services, patience),
+      session_(std::move(address), services, patience, MissingStore::Make, led),
       here_(std::make_shared<PostgresStore*>(this)) {
   session_.connection().on_lost = [this](const std::string& why) {
     if (state_ != State::Working) return lost(why);

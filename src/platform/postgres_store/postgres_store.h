@@ -23,7 +23,7 @@ class PostgresStore final : public Store {
 
   // The watch is this store's alone. All outlive this object.
   PostgresStore(PostgresAddress address, const PostgresConnection::Services& services,
-                PostgresConnection::Patience patience = {});
+                PostgresConnection::Patience patience = {}, LedGroups led = {});
   // Nobody is told of what waits; a backup or restoration that runs is given up.
   ~PostgresStore() override;
   PostgresStore(const PostgresStore&) = delete;

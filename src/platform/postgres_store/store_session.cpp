@@ -9,7 +9,7 @@ namespace {
 // too, and it holds nothing for a server that has gone.
 const std::vector<PostgresStatement> settings = {
     {"SET search_path TO lineweir"},   {"SET statement_timeout TO '60s'"},
-    {"SET lock_timeout TO '8s'"},      {"SET idle_in_transaction_session_timeout TO '20s'"},
+    {"SET lock_timeout TO '8s'"},      {"SET idle_in_transaction_session_timeout TO '2s'"},
     {"SET tcp_keepalives_idle TO 10"}, {"SET tcp_keepalives_interval TO 5"},
     {"SET tcp_keepalives_count TO 3"},
 };
@@ -17,8 +17,9 @@ const std::vector<PostgresStatement> settings = {
 }  // namespace
 
 StoreSession::StoreSession(PostgresAddress address, const PostgresConnection::Services& services,
-                           PostgresConnection::Patience patience, MissingStore missing)
-    : connection_(std::move(address), services, patience), missing_(missing) {}
+                           PostgresConnection::Patience patience, MissingStore missing,
+                           LedGroups led)
+    : connection_(std::move(address), services, patience), missing_(missing), led_(led) {}
 
 void StoreSession::open(std::function<void(std::string failure)> done) {
   ready_ = false;
@@ -81,6 +82,15 @@ void StoreSession::told(const std::string& failure) {
 
 // It divides by zero where there is no such row, which is how a plain statement can fail.
 PostgresStatement StoreSession::guard() const {
+  if (led_.epoch != 0) {
+    return {
+        "SELECT 1 / ((SELECT count(*) FROM "
+        "(SELECT FROM writers WHERE id = $1 AND session = $2 FOR SHARE) AS mine) * "
+        "((SELECT count(*) FROM (SELECT FROM leaders WHERE epoch = $3 FOR SHARE) AS led) = $4)"
+        "::int)",
+        {PostgresValue::text(writer_), PostgresValue::number(session_),
+         PostgresValue::number(led_.epoch), PostgresValue::number(led_.count)}};
+  }
   return {
       "SELECT 1 / count(*) FROM "
       "(SELECT FROM writers WHERE id = $1 AND session = $2 FOR SHARE) AS mine",

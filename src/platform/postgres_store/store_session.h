@@ -3,9 +3,16 @@
 #include <functional>
 #include <string>
 
+#include "platform/lease.h"
 #include "platform/postgres_store/postgres_schema.h"
 
 namespace lineweir::platform {
+
+// Under which epoch a server leads how many groups; 0 where there is only one server.
+struct LedGroups {
+  Epoch epoch = 0;
+  int count = 0;
+};
 
 // A session in which a store can be worked on: with its tables, and with the right to write.
 //
@@ -14,10 +21,13 @@ namespace lineweir::platform {
 // holds the number of its present session, and each write begins by holding that row with the
 // number in it. A new session waits until nobody holds the row, and changes the number: what the
 // former one has done is then done, and what it has not done will never be.
+// Where the store is that of one server among several, each write also holds the epoch under which
+// this one leads, and fails once another one has taken its groups.
 class StoreSession {
  public:
   StoreSession(PostgresAddress address, const PostgresConnection::Services& services,
-               PostgresConnection::Patience patience, MissingStore missing = MissingStore::Make);
+               PostgresConnection::Patience patience, MissingStore missing = MissingStore::Make,
+               LedGroups led = {});
 
   // Told from the loop; a sentence where it can't be had. What was open is closed before.
   void open(std::function<void(std::string failure)> done);
@@ -45,6 +55,7 @@ class StoreSession {
   // Empty until the database has given one.
   std::string writer_;
   std::int64_t session_ = 0;
+  LedGroups led_;
 };
 
 }  // namespace lineweir::platform
