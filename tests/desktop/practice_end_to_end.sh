@@ -45,9 +45,9 @@ xdotool windowfocus --sync "$level" key Return
 await_no_window '^PRACTICE - Practice Show$'
 
 # Its first caller is there after three seconds, on line 1.
-pause 5
+pause 7
 xdotool windowfocus --sync "$main" key 1
-pause 2
+pause 5
 xdotool windowfocus --sync "$main" key alt+w
 page=$(await_window '^PRACTICE - Your Show$')
 await_line Practice/Results.csv '^Easy,.*,[0-9]*,1,1,1,' || fail "the show isn't kept: $(cat Practice/Results.csv)"

@@ -135,6 +135,7 @@ TEST_CASE("pieces come back up to the first that isn't whole") {
 TEST_CASE("what was appended is there for the next process, and gone when it was cleared") {
   JournalDesk desk;
   CHECK(desk.left().changes.empty());
+  { DiskStoreJournal(desk.file, desk.poster).clear(); }
   CHECK_FALSE(std::filesystem::exists(desk.file));
   {
     DiskStoreJournal journal(desk.file, desk.poster);

@@ -53,6 +53,8 @@ TEST_CASE("A configuration of the least has what is usual") {
   const Configuration least = read(a_group);
   CHECK(least.listen == std::vector<SocketAddress>{{"127.0.0.1", 2001}});
   CHECK(least.store_file == "/etc/lineweir/server.db");
+  CHECK_FALSE(least.standby);
+  CHECK(least.journal_file == "/etc/lineweir/server.db.waiting");
   CHECK(least.admin_socket == "/etc/lineweir/admin.sock");
   CHECK_FALSE(least.metrics);
   CHECK_FALSE(least.plain_text_network);
@@ -226,10 +228,21 @@ TEST_CASE("What is wrong at the top is told in one line: file, line, key, what w
         "server.toml:2: tls.cert: expected one of the keys certificate, key");
 }
 
+TEST_CASE("A server stands by only on a database, and what waits has a name of its own") {
+  const Configuration one = read_configuration(
+      "store = \"postgresql:///lineweir\"\nstandby = true\n[[group]]\nnumber = 1",
+      "/etc/lineweir/studio.toml");
+  CHECK(one.standby);
+  CHECK(one.journal_file == "/etc/lineweir/studio.waiting");
+  CHECK(wrong_at_top("standby = true") ==
+        "server.toml:1: standby: expected a database as the store, which several servers can "
+        "share");
+}
+
 TEST_CASE("Keys that there aren't, tables that are missing and what is no TOML are told") {
   CHECK(wrong_at_top("\nlisen = \"127.0.0.1:2001\"") ==
-        "server.toml:2: lisen: expected one of the keys listen, store, admin_socket, metrics, "
-        "plain_text_network, shutdown_seconds, character_set, remote_objects, tls, seats, "
+        "server.toml:2: lisen: expected one of the keys listen, store, standby, admin_socket, "
+        "metrics, plain_text_network, shutdown_seconds, character_set, remote_objects, tls, seats, "
         "seats_of_address, fixed_seat, group");
   CHECK(wrong("") == "server.toml:1: group: expected at least one table, [[group]]");
   CHECK(wrong("group = []") == "server.toml:1: group: expected at least one table, [[group]]");

@@ -201,6 +201,29 @@ TEST_CASE("A server whose database goes away goes on, and loses nothing once it 
   CHECK(studio.end() == 0);
 }
 
+TEST_CASE("What a server could not write before it was killed is written by the next one") {
+  Studio studio;
+  studio.start();
+  PostgresCluster::the().kill();
+  studio.let_somebody_call(3);
+  CHECK(has(studio.server->wait_for_log("the store can't be written"), "can't be written"));
+  const auto is_kept = [&] {
+    std::error_code none;
+    return std::filesystem::file_size(studio.path("server.waiting"), none) > 1000;
+  };
+  for (int waits = 0; waits < 200 && !is_kept(); ++waits) {
+    std::this_thread::sleep_for(std::chrono::milliseconds(20));
+  }
+  studio.server->signal(SIGKILL);
+  studio.server->wait_for_end();
+  PostgresCluster::the().start();
+  studio.start();
+  CHECK(has(studio.server->wait_for_log("the journal holds"), "records that the store has not"));
+  CHECK(studio.rows({"calls"}).size() == 3);
+  CHECK(studio.run({"audit", "verify"}).status == 0);
+  CHECK(std::filesystem::file_size(studio.path("server.waiting")) == 0);
+}
+
 TEST_CASE("A backup is made while the server runs and taken over by a server of another kind") {
   Studio studio;
   studio.start();

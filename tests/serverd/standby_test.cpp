@@ -44,10 +44,12 @@ struct Machine {
 
   void start() {
     server = nullptr;
-    server = std::make_unique<StartedServer>(
-        folder, "listen = \"127.0.0.1:" + std::to_string(port) + "\"\nstore = \"" + store +
-                    "\"\nstandby = true\nadmin_socket = \"admin.sock\"\nshutdown_seconds = 0\n"
-                    "[[group]]\nnumber = 1\nname = \"Studio\"\n");
+    server = std::make_unique<StartedServer>(folder, configuration());
+  }
+  std::string configuration() const {
+    return "listen = \"127.0.0.1:" + std::to_string(port) + "\"\nstore = \"" + store +
+           "\"\nstandby = true\nadmin_socket = \"admin.sock\"\nshutdown_seconds = 0\n"
+           "[[group]]\nnumber = 1\nname = \"Studio\"\n";
   }
   bool serves() { return server->wait_until_ready() == port; }
   bool stands_by() { return !server->wait_for_log("stands by, until no other").empty(); }
@@ -166,6 +168,17 @@ TEST_CASE_FIXTURE(Pair, "without the database neither serves, and with it one do
   const auto one_serves = [&] { return first.takes_connections() || second->takes_connections(); };
   for (int waits = 0; waits < 100 && !one_serves(); ++waits) ::usleep(100'000);
   CHECK(first.takes_connections() != second->takes_connections());
+}
+
+TEST_CASE_FIXTURE(Pair, "groups that a reload adds wait, as nobody has asked who leads them") {
+  test::write_configuration(first.folder, first.configuration() + "[[group]]\nnumber = 2\n");
+  first.server->signal(SIGHUP);
+  CHECK(first.server->wait_for_log("group 2 waits for the next start") != "");
+  CHECK(first.admin("lines 1"));
+  CHECK_FALSE(first.admin("lines 2"));
+  // One that stands by reads its file anew too.
+  second->server->signal(SIGHUP);
+  CHECK(second->server->wait_for_log("read the configuration anew") != "");
 }
 
 TEST_CASE("a standby needs a database") {
