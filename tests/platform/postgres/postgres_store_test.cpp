@@ -146,8 +146,9 @@ TEST_CASE("A store of the first version gets what the second one has, and keeps 
   PostgresDesk desk;
   REQUIRE(desk.write({event(1)}));
   desk.end();
-  desk.run("DROP TABLE leaders, leader_proofs; DROP SEQUENCE leader_epochs; "
-           "UPDATE store_version SET version = 1");
+  desk.run(
+      "DROP TABLE leaders, leader_proofs; DROP SEQUENCE leader_epochs; "
+      "UPDATE store_version SET version = 1");
   desk.begin_again();
   CHECK(desk.write({event(2)}));
   CHECK(desk.run("SELECT version FROM store_version") == "2\n");
