@@ -52,7 +52,10 @@ struct Machine {
            "[[group]]\nnumber = 1\nname = \"Studio\"\n";
   }
   bool serves() { return server->wait_until_ready() == port; }
-  bool stands_by() { return !server->wait_for_log("stands by, until no other").empty(); }
+  bool stands_by() { return logs("stands by, until no other"); }
+  bool logs(const std::string& text) {
+    return server->wait_for_log(text).find(text) != std::string::npos;
+  }
   bool admin(const std::string& words) const {
     const std::string command = "cd '" + folder.path().string() + "' && echo '" + studio_password +
                                 "' > password && " LINEWEIR_ADMIN " --socket admin.sock " + words +
@@ -139,14 +142,14 @@ TEST_CASE_FIXTURE(PairWithConsole, "one that was stopped and goes on finds that 
   REQUIRE(second->serves());
   CHECK(console_is_at(*second));
   first.server->signal(SIGCONT);
-  CHECK(first.server->wait_for_log("can't prove any more that it leads") != "");
+  CHECK(first.logs("can't prove any more that it leads"));
   CHECK_FALSE(first.takes_connections());
   CHECK(second->takes_connections());
   CHECK(second->admin("call 1 3"));
   // It takes over in turn.
   watch_for_a_while();
   second->server->signal(SIGKILL);
-  CHECK(first.server->wait_for_log("leads its groups, in epoch 3") != "");
+  CHECK(first.logs("leads its groups, in epoch 3"));
   CHECK(console_is_at(first));
 }
 
@@ -161,7 +164,7 @@ TEST_CASE_FIXTURE(Pair, "one that ends in good order is followed, and what it kn
 
 TEST_CASE_FIXTURE(Pair, "without the database neither serves, and with it one does again") {
   PostgresCluster::the().kill();
-  CHECK(first.server->wait_for_log("can't prove any more that it leads") != "");
+  CHECK(first.logs("can't prove any more that it leads"));
   CHECK_FALSE(first.takes_connections());
   CHECK_FALSE(second->takes_connections());
   PostgresCluster::the().start();
@@ -173,12 +176,12 @@ TEST_CASE_FIXTURE(Pair, "without the database neither serves, and with it one do
 TEST_CASE_FIXTURE(Pair, "groups that a reload adds wait, as nobody has asked who leads them") {
   test::write_configuration(first.folder, first.configuration() + "[[group]]\nnumber = 2\n");
   first.server->signal(SIGHUP);
-  CHECK(first.server->wait_for_log("group 2 waits for the next start") != "");
+  CHECK(first.logs("group 2 waits for the next start"));
   CHECK(first.admin("lines 1"));
   CHECK_FALSE(first.admin("lines 2"));
   // One that stands by reads its file anew too.
   second->server->signal(SIGHUP);
-  CHECK(second->server->wait_for_log("read the configuration anew") != "");
+  CHECK(second->logs("read the configuration anew"));
 }
 
 TEST_CASE("a standby needs a database") {
