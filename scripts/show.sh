@@ -18,6 +18,7 @@ second_address() {
 # start_server LINES FIRST SECOND: the users whose windows are let in without a password. The people
 # without a window have one, in a file that nobody else may read.
 start_server() {
+  ! admin lines 1 > /dev/null 2>&1 || fail "a show runs already; close its window first"
   local lines=$1 first=$2 second=$3 listen='"127.0.0.1:0"' second_seat='' word address user
   mkdir -p "$data/studio"
   if [[ ! -s $data/studio/password ]]; then
@@ -81,7 +82,8 @@ let_callers_ring() {
 in_minutes() { date -d "$1 minutes" +%H%M00; }
 
 # prepare_window FOLDER USER MODE ADDRESS PORT LINES: the settings of a window that connects by itself,
-# with a plan of the hour, a call log and growing text. What its user has changed otherwise stays.
+# with a plan of the hour, a call log and growing text. The plan is made anew each time, as the hour
+# is another one; what else its user has changed stays.
 prepare_window() {
   local folder=$1 user=$2 mode=$3 address=$4 port_of_window=$5 lines=$6 is_new=
   [[ -s $folder/Writ.inf ]] || is_new=yes
@@ -90,13 +92,17 @@ prepare_window() {
     printf '%s\n' launch
     [[ -z $is_new ]] ||
       printf '%s\n' 'resize 15000 11000' 'click EventClockMenu' 'click TimeClockMenuItem' \
-        'click TextGrowToggle' 'answer file "calls.mdb"' 'click DatabasePathMenuItem' "click $mode"
+        'click TextGrowToggle' 'answer file "calls.mdb"' 'click DatabasePathMenuItem'
+    # Without a handset a screener could answer nobody; the first is the simulated screener's.
+    [[ -z $is_new || $user != screener ]] || printf '%s\n' 'click MitelPhone2'
+    [[ -z $is_new ]] || printf '%s\n' "click $mode"
     [[ -z $is_new || $lines == 10 ]] || printf '%s\n' 'click Line20Mode'
-    printf '%s\n' 'click ShowData' \
+    # A new plan, as nothing can be typed into the full boxes of the last time's.
+    printf '%s\n' 'click ShowData' 'answer file "NoName.txt"' 'click Form2.New' \
       "type Form2.StartTime \"$(in_minutes -6)\"" "type Form2.Text1 \"$(in_minutes 54)\"" \
       "type Form2.Grid1 \"$(in_minutes 4)\\t$(in_minutes 24)\\t$(in_minutes 39)\""
-    [[ -z $is_new ]] || printf '%s\n' 'cell Form2.Grid1 1 2' 'type Form2.Grid1 "News\tGuest\tCalls"'
-    printf '%s\n' 'click Form2.Exit' "set UserName \"$user\"" \
+    printf '%s\n' 'cell Form2.Grid1 1 2' 'type Form2.Grid1 "News\tGuest\tCalls"' 'click Form2.Exit'
+    printf '%s\n' "set UserName \"$user\"" \
       "set Winsock1.RemoteHost \"$address\"" "set Winsock1.RemotePort $port_of_window" \
       'socket open' 'click SaveSettingsMenu'
   } | "$bin/lineweir-driver" --dir "$folder" > "$folder/preparation.txt"
@@ -118,7 +124,8 @@ start_box() {
   export LINEWEIR_COM1=$device
   [[ -s $data/Writ.inf ]] && return
   # A first start has no settings, so that its port is closed; these open it.
-  printf '%s\n' launch 'serial Comm1 reply "M" "Line monitor ON"' 'click PortOn' \
-    'click EventClockMenu' 'click TimeClockMenuItem' 'click SaveSettingsMenu' |
+  printf '%s\n' launch 'serial Comm1 reply "M" "Line monitor ON"' 'resize 15000 11000' \
+    'click PortOn' 'click EventClockMenu' 'click TimeClockMenuItem' 'click TextGrowToggle' \
+    'click SaveSettingsMenu' |
     "$bin/lineweir-driver" --dir "$data" > /dev/null
 }

@@ -173,6 +173,7 @@ bool HotKeys::run(const KeyRule& rule, int code) {
       quick_line_.open();
       return true;
     case KeyAction::Login:
+      if (!state_.program.HasUsers) return false;
       state_.LoginForm.ChangeUser = true;
       state_.LoginForm.show();
       return true;

@@ -1,5 +1,6 @@
 #include "desktop/command_line.h"
 
+#include <algorithm>
 #include <cstdlib>
 #include <optional>
 
@@ -33,6 +34,19 @@ const char* const usage_text =
     "                  the real lines, log or settings\n"
     "  --help          say this\n";
 
+const char* const no_display_text =
+    "lineweir: there is no display, neither DISPLAY nor WAYLAND_DISPLAY is set; start it in a "
+    "desktop session. lineweir --diagnose tells more.\n";
+
+bool may_have_windows(const std::vector<std::string>& words,
+                      const std::function<bool(const char* name)>& is_set) {
+  const auto names_platform = [](std::string_view word) {
+    return word.starts_with("-platform") || word.starts_with("--platform");
+  };
+  return is_set("DISPLAY") || is_set("WAYLAND_DISPLAY") || is_set("QT_QPA_PLATFORM") ||
+         std::any_of(words.begin(), words.end(), names_platform);
+}
+
 CommandLine parse_command_line(const std::vector<std::string>& words, std::string_view locale) {
   CommandLine line;
   line.code_page = &code_page_of_locale(locale);
@@ -49,6 +63,11 @@ CommandLine parse_command_line(const std::vector<std::string>& words, std::strin
         line.code_page = page;
       } else {
         line.problem = "lineweir: no such character set: " + *charset + "\n";
+      }
+    } else if (words[i].starts_with("--")) {
+      if (line.unknown_option.empty()) {
+        line.unknown_option =
+            "lineweir: there is no option " + words[i] + "; lineweir --help lists them\n";
       }
     } else if (line.argument.empty()) {
       line.argument = words[i];

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -20,9 +21,18 @@ struct CommandLine {
   bool practice = false;
   // What can't be done, as a line for the user; empty where all can.
   std::string problem;
+  // The first option that isn't known, as such a line. It may be one of Qt's, which are known only
+  // when Qt has taken them off.
+  std::string unknown_option;
 };
 
 extern const char* const usage_text;
+extern const char* const no_display_text;
+
+// Whether the words and the variables of the environment name a display, or a platform of Qt that
+// needs none.
+bool may_have_windows(const std::vector<std::string>& words,
+                      const std::function<bool(const char* name)>& is_set);
 
 // Without a word about it the set is that of the locale's language.
 CommandLine parse_command_line(const std::vector<std::string>& words, std::string_view locale);

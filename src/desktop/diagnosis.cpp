@@ -57,12 +57,19 @@ Finding log(const FileSeen& log) {
           "Have its rights changed; until then calls wait in the console's journal."};
 }
 
+std::string advice_to_plug_in(const PortSeen& port) {
+  const std::string first = port.use == PortUse::SwitchConsole
+                                ? "Only where the host's desk has a switch console: plug it in"
+                                : "Plug the box in";
+  // Another example than the device that isn't there.
+  const std::string device = port.device == "/dev/ttyUSB0" ? "/dev/ttyUSB1" : "/dev/ttyUSB0";
+  return first + ", or name its device, as in LINEWEIR_COM" + std::to_string(port.number) + "=" +
+         device + " lineweir.";
+}
+
 Finding port(const PortSeen& port, const std::string& user) {
   const std::string subject = "Port " + port.device;
-  if (!port.exists) {
-    return {Note, subject, "It isn't there.",
-            "Plug the box in, or name its device: LINEWEIR_COM1=/dev/ttyUSB0 lineweir."};
-  }
+  if (!port.exists) return {Note, subject, "It isn't there.", advice_to_plug_in(port)};
   if (port.may_be_used) return {Good, subject, "It can be used."};
   return {Trouble, subject, user + " may not use it.",
           "Run `sudo usermod -aG dialout " + user + "`, log out and in again."};

@@ -16,11 +16,17 @@ struct Finding {
   std::string advice = {};
 };
 
+// What a serial port leads to by the settings.
+enum class PortUse { Box, SwitchConsole, None };
+
 // A serial port as the system shows it.
 struct PortSeen {
   std::string device;
   bool exists = false;
   bool may_be_used = false;
+  PortUse use = PortUse::Box;
+  // The console's port of which it is the device.
+  int number = 1;
 };
 
 // What a connection to a server in the settings came to.
@@ -51,7 +57,8 @@ struct Surroundings {
   FileSeen settings;
   // The log that the settings name; no path where they name none.
   FileSeen log;
-  // The console's two, by the names that it opens, and then whatever else is there.
+  // Those that the settings choose, by the names that the console opens, and then whatever else is
+  // there.
   std::vector<PortSeen> ports;
   // None where there are no settings.
   std::vector<ServerSeen> servers;

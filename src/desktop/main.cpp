@@ -29,10 +29,21 @@ int main(int argc, char* argv[]) {
     const QCoreApplication application(argc, argv);
     return lineweir::print_diagnosis(command_line_of(QCoreApplication::arguments()), screens);
   }
+  // Without a display Qt would end the program as if it were broken.
+  const auto is_set = [](const char* name) { return !qEnvironmentVariableIsEmpty(name); };
+  if (!lineweir::may_have_windows({argv + 1, argv + argc}, is_set)) {
+    std::fputs(lineweir::no_display_text, stderr);
+    return 1;
+  }
   QApplication application(argc, argv);
   QApplication::setApplicationName(QStringLiteral("lineweir"));
   QApplication::setApplicationDisplayName(QString());
   lineweir::dress_application();
   // Qt has taken off the words that are its own.
-  return lineweir::run_program(command_line_of(QApplication::arguments()));
+  const auto command_line = command_line_of(QApplication::arguments());
+  if (!command_line.unknown_option.empty()) {
+    std::fputs(command_line.unknown_option.c_str(), stderr);
+    return 2;
+  }
+  return lineweir::run_program(command_line);
 }

@@ -11,6 +11,7 @@ void keep_from(Console& console) {
                          &form.SyncTimeMenu, &form.Line20Mode, &form.PassiveMode}) {
     item->enabled = false;
   }
+  console.program.HasUsers = false;
 }
 
 void use_files(Console& console) {

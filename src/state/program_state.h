@@ -30,6 +30,10 @@ struct ProgramState {
   bool MessagesAllowed = true;
   bool RemoteNextAllowed = true;
 
+  // Whether one may log in by hand. In practice there are no users, and a login would leave the
+  // practice port for a server that can't be reached.
+  bool HasUsers = true;
+
   // The name that stamps caller data; the user's, once a login was accepted while it was blank.
   std::string OperatorName;
 

@@ -19,6 +19,28 @@ TEST_SUITE("command line") {
     CHECK(parsed({"-x"}).argument == "-x");
   }
 
+  TEST_CASE("an option that there isn't is told, and is no argument of the console") {
+    CHECK(parsed({"D", "--practice", "--charset", "1250"}).unknown_option.empty());
+    const CommandLine line = parsed({"--practise", "--nonsense", "D"});
+    CHECK(line.unknown_option ==
+          "lineweir: there is no option --practise; lineweir --help lists them\n");
+    CHECK(line.argument == "D");
+    // Qt takes its own off later.
+    CHECK(line.problem.empty());
+  }
+
+  TEST_CASE("windows need a display, or a platform that is named") {
+    using Words = std::vector<std::string>;
+    const auto only = [](std::string_view set) {
+      return [set](const char* name) { return name == set; };
+    };
+    CHECK(may_have_windows({}, only("DISPLAY")));
+    CHECK(may_have_windows({}, only("WAYLAND_DISPLAY")));
+    CHECK(may_have_windows({}, only("QT_QPA_PLATFORM")));
+    CHECK(may_have_windows(Words{"D", "-platform", "offscreen"}, only("")));
+    CHECK_FALSE(may_have_windows(Words{"D"}, only("HOME")));
+  }
+
   TEST_CASE("the set is that of the locale, unless one is named") {
     CHECK(parsed({}).code_page->name == "windows-1252");
     CHECK(parsed({}, "pl_PL.UTF-8").code_page->name == "windows-1250");

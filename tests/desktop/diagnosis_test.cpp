@@ -11,6 +11,7 @@
 
 #include "desktop/screens_seen.h"
 #include "desktop/surroundings.h"
+#include "platform/qt/qt_serial_port.h"
 #include "platform/temporary_directory.h"
 #include "shown_console.h"
 #include "state/settings_record.h"
@@ -108,6 +109,31 @@ TEST_SUITE("desktop/diagnosis") {
     seen.ports[0].may_be_used = false;
     CHECK(finding_of(seen, "Port /dev/ttyUSB0").advice.find("usermod -aG dialout amy") !=
           std::string::npos);
+  }
+
+  TEST_CASE("a port that isn't there is told by its own variable, with another device") {
+    Surroundings seen = good_surroundings();
+    seen.ports = {{"/dev/ttyUSB0", false, false, PortUse::Box, 3},
+                  {"/dev/ttyS1", false, false, PortUse::SwitchConsole, 2}};
+    CHECK(finding_of(seen, "Port /dev/ttyUSB0").advice.find("LINEWEIR_COM3=/dev/ttyUSB1") !=
+          std::string::npos);
+    const std::string desk = finding_of(seen, "Port /dev/ttyS1").advice;
+    CHECK(desk.find("LINEWEIR_COM2=") != std::string::npos);
+    CHECK(desk.find("switch console") != std::string::npos);
+  }
+
+  TEST_CASE("the ports that the settings choose are looked at") {
+    const TemporaryDirectory folder;
+    SettingsRecord settings;
+    settings.CommPort = 3;
+    settings.RemotePortNumber = 4;
+    std::ofstream(folder.path() / settings_file_name, std::ios::binary)
+        << encode_settings(settings);
+    const Surroundings seen = look_around(folder.path(), default_code_page());
+    REQUIRE(seen.ports.size() >= 2);
+    CHECK(seen.ports[0].device == platform::device_of_comm_port(3));
+    CHECK(seen.ports[1].device == platform::device_of_comm_port(4));
+    CHECK(seen.ports[1].use == PortUse::SwitchConsole);
   }
 
   TEST_CASE("a folder without settings is told as it is") {

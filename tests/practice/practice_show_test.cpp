@@ -76,6 +76,17 @@ TEST_SUITE("practice/show") {
     CHECK_FALSE(practice.console.Lineweir.Clock.enabled);
   }
 
+  TEST_CASE("nobody logs in, which would leave the practice port") {
+    Practice practice;
+    practice.start();
+    int code = 118;
+    practice.console.Lineweir.on_key_down(code, 0);
+    CHECK_FALSE(practice.console.LoginForm.visible);
+    CHECK(practice.console.Lineweir.PortOn.checked);
+    REQUIRE(practice.messages.size() == 1);
+    CHECK(practice.messages[0] == "That command or line is not available at this time!");
+  }
+
   TEST_CASE("a show runs for the level's time, with its plan, and ends with the page") {
     Practice practice;
     practice.start(0);
