@@ -68,14 +68,14 @@ const std::string& StartedServer::wait_for_output(const std::string& text) {
   return output_.text;
 }
 
-const std::string& StartedServer::wait_for_log(const std::string& text) {
-  wait(log_, text);
+const std::string& StartedServer::wait_for_log(const std::string& text, std::size_t from) {
+  wait(log_, text, from);
   return log_.text;
 }
 
-void StartedServer::wait(const Stream& stream, const std::string& text) {
+void StartedServer::wait(const Stream& stream, const std::string& text, std::size_t from) {
   const auto limit = Clock::now() + longest_wait;
-  while (!stream.ended && (text.empty() || stream.text.find(text) == std::string::npos)) {
+  while (!stream.ended && (text.empty() || stream.text.find(text, from) == std::string::npos)) {
     std::array<Stream*, 2> streams{&output_, &log_};
     std::array<pollfd, 2> polled{};
     for (std::size_t i = 0; i < streams.size(); ++i) {

@@ -24,7 +24,8 @@ class StartedServer {
 
   // What it has printed until its end, or until the text is in it; empty where that doesn't come.
   const std::string& wait_for_output(const std::string& text = {});
-  const std::string& wait_for_log(const std::string& text = {});
+  // What stands before `from` is passed over.
+  const std::string& wait_for_log(const std::string& text = {}, std::size_t from = 0);
 
   // The port of its line "ready", or -1.
   int wait_until_ready();
@@ -41,7 +42,7 @@ class StartedServer {
     bool ended = false;
   };
   // Reads both, so that neither holds the program up.
-  void wait(const Stream& stream, const std::string& text);
+  void wait(const Stream& stream, const std::string& text, std::size_t from = 0);
 
   pid_t process_ = -1;
   Stream output_;
