@@ -103,6 +103,7 @@ void Startup::note_design() {
   state_.lines.resize(lines_of_small_layout);
   state_.program.CallerDataAllowed = true;
   state_.program.MessagesAllowed = true;
+  state_.program.CallerFlagAllowed = true;
   state_.program.StartDirectory = state_.services.files.current_directory();
 }
 

@@ -69,6 +69,7 @@ void append_program(std::vector<StateName>& names) {
       state("ConfHybridOn", [](Console& c) { return &c.program.ConfHybridOn; }),
       state("CallerDataAllowed", [](Console& c) { return &c.program.CallerDataAllowed; }),
       state("MessagesAllowed", [](Console& c) { return &c.program.MessagesAllowed; }),
+      state("CallerFlagAllowed", [](Console& c) { return &c.program.CallerFlagAllowed; }),
       state("MessageFile", [](Console& c) { return &c.program.MessageFile; }),
       reading("RowControls()",
               [](Console& c, int line, int item) {

@@ -59,6 +59,7 @@ constexpr auto rows = [] {
       {MessagesAllowed, true, true},
       {OptionsButton, true, true},
       {Dial, true, true},
+      {CallerFlagAllowed, true, true},
   });
 }();
 

@@ -42,6 +42,10 @@ void allow_caller_data(ConsoleState& state, bool allowed) {
   state.Lineweir.AutoDataEntry.checked = false;
 }
 
+void allow_caller_flag(ConsoleState& state, bool allowed) {
+  state.program.CallerFlagAllowed = allowed;
+}
+
 void allow_messages(ConsoleState& state, bool allowed) { state.program.MessagesAllowed = allowed; }
 
 // The key itself goes by mode and equipment as well.
@@ -96,6 +100,7 @@ constexpr auto effects = [] {
       {MessagesAllowed, allow_messages},
       {OptionsButton, enable<&F::OptionsButton>},
       {Dial, enable<&F::Dial>},
+      {CallerFlagAllowed, allow_caller_flag},
   });
 }();
 static_assert(effects.size() == rights_layout.size());

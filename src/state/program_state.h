@@ -28,6 +28,7 @@ struct ProgramState {
   // Rights; true until a server says otherwise.
   bool CallerDataAllowed = true;
   bool MessagesAllowed = true;
+  bool CallerFlagAllowed = true;
   bool RemoteNextAllowed = true;
 
   // Whether one may log in by hand. In practice there are no users, and a login would leave the

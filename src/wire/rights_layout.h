@@ -57,6 +57,7 @@ enum class Right {
   MessagesAllowed,
   OptionsButton,
   Dial,
+  CallerFlagAllowed,
 };
 
 struct RightPlace {
@@ -113,6 +114,7 @@ inline constexpr auto rights_layout = [] {
       {MessagesAllowed, "MessagesAllowed", 11, 2},
       {OptionsButton, "OptionsButton", 11, 3},
       {Dial, "Dial", 11, 4},
+      {CallerFlagAllowed, "CallerFlagAllowed", 11, 5},
   });
 }();
 

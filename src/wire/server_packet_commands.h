@@ -33,6 +33,9 @@ enum class ClientCommand : std::uint8_t {
   CmdUserProfile = 23,
   CmdRequestAccessRights = 24,
   CmdRequestFirstUnblocked = 25,
+  // Of a server with a caller memory alone.
+  CmdAskCaller = 26,
+  CmdFlagCaller = 27,
 };
 
 // What a field of a client's frame holds.
@@ -89,6 +92,8 @@ inline constexpr auto client_commands = [] {
       // GroupNo is the group asked for.
       {CmdRequestAccessRights, "CmdRequestAccessRights", None, Sender, None, None, None},
       {CmdRequestFirstUnblocked, "CmdRequestFirstUnblocked", None, GroupNumber, None, None, None},
+      {CmdAskCaller, "CmdAskCaller", None, GroupNumber, None, ConsoleNumber, None},
+      {CmdFlagCaller, "CmdFlagCaller", None, GroupNumber, Sender, ConsoleNumber, None},
   });
 }();
 
@@ -120,6 +125,7 @@ enum class ServerCommand : std::uint8_t {
   SrvRights = 144,
   SrvFirstUnblocked = 145,
   SrvAllowedGroups = 146,
+  SrvCallerKnown = 147,
 };
 
 struct ServerCommandRow {
@@ -152,6 +158,7 @@ inline constexpr auto server_commands = [] {
       {SrvRights, "SrvRights", false},
       {SrvFirstUnblocked, "SrvFirstUnblocked", false},
       {SrvAllowedGroups, "SrvAllowedGroups", false},
+      {SrvCallerKnown, "SrvCallerKnown", true},
   });
 }();
 

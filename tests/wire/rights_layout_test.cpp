@@ -21,6 +21,8 @@ std::string documented_name(const RightPlace& place) {
       return "caller data may be entered";
     case Right::MessagesAllowed:
       return "messages may be sent";
+    case Right::CallerFlagAllowed:
+      return "callers may be flagged";
     default:
       return "`" + std::string(place.name) + "`";
   }

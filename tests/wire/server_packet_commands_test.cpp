@@ -51,7 +51,8 @@ TEST_SUITE("wire/server_packet_commands") {
           "9 CmdRequestGroupNames 11 CmdRequestStudioStatus 12 CmdRequestTimes "
           "13 CmdRequestLineNumbers 14 CmdDialDigit 15 CmdNextAction 16 CmdDialSeize "
           "17 CmdRequestPhones 18 CmdSetMode 20 CmdSelectPhone 21 CmdLoginCheck 22 CmdTimeRequest "
-          "23 CmdUserProfile 24 CmdRequestAccessRights 25 CmdRequestFirstUnblocked ");
+          "23 CmdUserProfile 24 CmdRequestAccessRights 25 CmdRequestFirstUnblocked "
+          "26 CmdAskCaller 27 CmdFlagCaller ");
   }
 
   TEST_CASE("the server's commands have these codes") {
@@ -60,7 +61,7 @@ TEST_SUITE("wire/server_packet_commands") {
           "130 SrvTimes 131 SrvPhoneType 132 SrvLineNumbers 133 SrvCallerData 134 SrvLineStatus "
           "135 SrvFlashMessage 136 SrvNextCall 137 SrvPhoneNames 139 SrvLoginCheckResult "
           "140 SrvMessage 141 SrvShutdownNotice 142 SrvTime 143 SrvShowTimes 144 SrvRights "
-          "145 SrvFirstUnblocked 146 SrvAllowedGroups ");
+          "145 SrvFirstUnblocked 146 SrvAllowedGroups 147 SrvCallerKnown ");
   }
 
   TEST_CASE("a packet says its command") {
@@ -85,9 +86,9 @@ TEST_SUITE("wire/server_packet_commands") {
     const int commands = static_cast<int>(client_commands.size());
     CHECK(codes_with(&ServerPacket::LineNo, 0) == Codes{4, 6, 8, 14, 16});
     CHECK(codes_with(&ServerPacket::LineNo, no_value).size() == commands - 5);
-    CHECK(codes_with(&ServerPacket::AltInfo, 0) == Codes{4, 15, 18, 20});
+    CHECK(codes_with(&ServerPacket::AltInfo, 0) == Codes{4, 15, 18, 20, 27});
     CHECK(codes_with(&ServerPacket::AltInfo, console) == Codes{2, 5, 8, 9, 11, 12, 13, 14, 16});
-    CHECK(codes_with(&ServerPacket::AltInfo, no_value).size() == commands - 13);
+    CHECK(codes_with(&ServerPacket::AltInfo, no_value).size() == commands - 14);
     CHECK(codes_with(&ServerPacket::Bank, 0) == Codes{4, 14, 15, 16});
     CHECK(codes_with(&ServerPacket::Bank, no_value).size() == commands - 4);
   }

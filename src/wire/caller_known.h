@@ -1,0 +1,67 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace lineweir {
+
+// What a station has noted of a caller: on the wire the value of AltInfo.
+enum class CallerFlag : std::uint8_t { None = 0, Regular = 1, Careful = 2, Barred = 3 };
+
+inline constexpr std::uint8_t caller_flag_count = 4;
+
+// Nothing for a value that stands for none.
+constexpr std::optional<CallerFlag> caller_flag_of(std::uint8_t value) {
+  if (value >= caller_flag_count) return std::nullopt;
+  return static_cast<CallerFlag>(value);
+}
+
+// What the server's caller memory tells of a caller (SrvCallerKnown): AltInfo and the buffer.
+struct CallerKnown {
+  CallerFlag flag = CallerFlag::None;
+  std::string number;
+  int calls = 0;
+  int on_air = 0;
+  // When the caller was last on air, "2026-12-31 20:15"; empty if never.
+  std::string last_on_air;
+  std::string name;
+  std::string city;
+  // Of the flag: why, the last day on which it holds ("2026-12-31", empty for no end), by whom.
+  std::string reason;
+  std::string until;
+  std::string flagged_by;
+
+  friend bool operator==(const CallerKnown&, const CallerKnown&) = default;
+};
+
+// The nine fields of the buffer, parted by char 3. Control characters in a text become blanks.
+std::string encode_caller_known(const CallerKnown& known);
+
+// Nothing where a field is missing, a count is no number, a date none of the calendar or the flag
+// none that is known. Texts are trimmed; what stands behind the ninth field is passed over.
+std::optional<CallerKnown> decode_caller_known(std::uint8_t alt_info, std::string_view buffer);
+
+// Most characters of a flag's reason.
+inline constexpr std::size_t flag_reason_length = 100;
+
+// A flag that a console wants noted (CmdFlagCaller): AltInfo and the buffer, three fields.
+struct CallerFlagging {
+  CallerFlag flag = CallerFlag::None;
+  std::string number;
+  std::string reason;
+  std::string until;
+
+  friend bool operator==(const CallerFlagging&, const CallerFlagging&) = default;
+};
+
+// A reason is cut to flag_reason_length.
+std::string encode_caller_flagging(const CallerFlagging& flagging);
+
+// Nothing for what encode_caller_flagging makes of no flagging: as above, and without a number or
+// with too long a reason.
+std::optional<CallerFlagging> decode_caller_flagging(std::uint8_t alt_info,
+                                                     std::string_view buffer);
+
+}  // namespace lineweir
