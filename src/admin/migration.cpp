@@ -95,6 +95,7 @@ void report(const Place& from, const Place& to, const platform::TransferCounts& 
   out << "moved from " << from.shown() << " to " << to.shown() << ":\n"
       << "  " << counted(counts.accounts, "user", "users") << '\n'
       << "  " << counted(counts.groups, "studio's memory", "studios' memories") << '\n'
+      << "  " << counted(counts.flagged_callers, "flagged caller", "flagged callers") << '\n'
       << "  " << counted(counts.calls, "call", "calls") << '\n'
       << "  " << counted(counts.audit.entries, "entry", "entries") << " of the audit\n"
       << "Each was read again and compared.\n";
@@ -119,6 +120,7 @@ void migrate(const Migration& migration, bool as_json, std::ostream& out) {
   if (!as_json) return report(from, to, counts, out);
   out << nlohmann::json{{"users", counts.accounts},
                         {"groups", counts.groups},
+                        {"flagged_callers", counts.flagged_callers},
                         {"calls", counts.calls},
                         {"entries", counts.audit.entries},
                         {"first_wrong", counts.audit.first_wrong},

@@ -2,8 +2,10 @@
 
 #include <algorithm>
 #include <iterator>
+#include <utility>
 
 #include "base/names.h"
+#include "base/telephone_number.h"
 #include "base/text.h"
 #include "callerdata/entry_fit.h"
 #include "callerdata/log_places.h"
@@ -61,11 +63,6 @@ std::vector<KnownCall> find_calls(platform::Recordset& log, const Letters& lette
   return calls;
 }
 
-// One digit again and again is what is typed where the number isn't known.
-bool is_stopgap(std::string_view digits) {
-  return digits.find_first_not_of(digits.front()) == std::string_view::npos;
-}
-
 std::string times(int count) {
   if (count == 1) return "once";
   const bool all = count < CallerHistory::most_calls;
@@ -75,15 +72,13 @@ std::string times(int count) {
 }  // namespace
 
 std::vector<std::string> number_forms(std::string_view number) {
-  const std::string digits = digits_of(number);
-  if (std::ssize(digits) < least_digits_of_number) return {};
-  const bool with_country_code =
-      digits.size() == digits_without_country_code + 1 && digits[0] == '1';
-  const std::string own = with_country_code ? digits.substr(1) : digits;
-  if (is_stopgap(own)) return {};
-  if (with_country_code) return {digits, own};
-  if (digits.size() == digits_without_country_code) return {digits, "1" + digits};
-  return {digits};
+  std::string key = telephone_key(number);
+  if (key.empty()) return {};
+  if (key.size() != digits_without_country_code) return {key};
+  std::string with_country_code = "1" + key;
+  const bool is_typed_with_it = digits_of(number) == with_country_code;
+  if (is_typed_with_it) std::swap(key, with_country_code);
+  return {key, with_country_code};
 }
 
 std::optional<CallerHistory> find_history(platform::Recordset& log, const Letters& letters,

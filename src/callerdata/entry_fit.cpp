@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "base/telephone_number.h"
 #include "base/text.h"
 
 namespace lineweir {

@@ -5,9 +5,6 @@
 
 namespace lineweir {
 
-// A text with fewer digits is no telephone number.
-inline constexpr int least_digits_of_number = 4;
-
 // A text with the caret in it, as the user's hand has made it.
 struct EditedText {
   std::string text;

@@ -67,6 +67,16 @@ class Store {
   // In the order of their numbers.
   virtual void audit(const AuditFilter& filter,
                      std::function<void(std::optional<std::vector<AuditEntry>> entries)> done) = 0;
+  // Of the calls that have ended, by the telephone_key of the caller's number.
+  virtual void caller_history(const std::string& key,
+                              std::function<void(std::optional<CallerHistory> history)> done) = 0;
+
+  // Forgets who called in the calls that ended before the moment and aren't forgotten yet: the
+  // calls themselves, or all that was told of the callers. At most so many at once; told how many.
+  enum class Forgetting { Calls, Callers };
+  virtual void forget(Moment before, Forgetting what, std::size_t limit,
+                      std::function<void(std::optional<std::size_t> forgotten)> done) = 0;
+
   virtual void verify_audit(std::function<void(std::optional<AuditVerdict> verdict)> done) = 0;
 
   // A file that holds all that the store holds now, also while it is written to. A file that is
@@ -76,6 +86,10 @@ class Store {
   // holds no call and at most one account, which never logged in and has no profile: that is what a
   // server's first start leaves.
   virtual void restore(const std::string& file, std::function<void(std::string failure)> done) = 0;
+
+  // What others that share the store have written, and this one as well; told from the loop soon
+  // after it was written. Set by the owner. A store that isn't shared tells nothing.
+  std::function<void(const StoreNews& news)> on_news;
 
   // Calls of the above that wait or are being worked on.
   virtual std::size_t waiting() const = 0;

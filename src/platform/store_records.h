@@ -7,12 +7,18 @@
 #include <variant>
 #include <vector>
 
+#include "base/caller_flag.h"
+#include "base/telephone_number.h"
 #include "platform/wall_clock.h"
 
 // What a server keeps. All texts are UTF-8 but for those that say otherwise.
 namespace lineweir::platform {
 
 inline constexpr std::size_t told_field_count = 10;
+// The places of some of them.
+inline constexpr std::size_t told_name = 0;
+inline constexpr std::size_t told_city = 2;
+inline constexpr std::size_t told_phone_number = 5;
 
 struct Account {
   // At most 20 characters, not empty; names that differ in case are different names.
@@ -36,6 +42,21 @@ struct AccountRemoval {
   std::string name;
 
   friend bool operator==(const AccountRemoval&, const AccountRemoval&) = default;
+};
+
+// What a user's login and console change of the account, which others may change at the same time.
+// Nothing happens where there is none.
+struct AccountSeen {
+  std::string name = {};
+  Moment at{0};
+
+  friend bool operator==(const AccountSeen&, const AccountSeen&) = default;
+};
+struct AccountProfile {
+  std::string name = {};
+  std::string profile = {};
+
+  friend bool operator==(const AccountProfile&, const AccountProfile&) = default;
 };
 
 // Something that was done with a call.
@@ -70,6 +91,52 @@ struct CallRecord {
   std::vector<CallStep> steps;
 
   friend bool operator==(const CallRecord&, const CallRecord&) = default;
+};
+
+// The telephone_key of the call's caller: of the number that was told, or of the exchange's.
+inline std::string caller_key(const CallRecord& call) {
+  const std::string told = telephone_key(call.told[told_phone_number]);
+  return told.empty() ? telephone_key(call.number) : told;
+}
+
+// What the calls of one caller come to.
+struct CallerHistory {
+  std::int64_t calls = 0;
+  std::int64_t on_air = 0;
+  // 0 where the caller was never on air.
+  Moment last_on_air{0};
+  // The newest that isn't empty.
+  std::string name;
+  std::string city;
+
+  friend bool operator==(const CallerHistory&, const CallerHistory&) = default;
+};
+
+// What is noted of a caller.
+struct FlaggedCaller {
+  // The telephone_key of the number.
+  std::string key = {};
+  // As it was written down.
+  std::string number = {};
+  // None: nothing is noted any more.
+  CallerFlag flag = CallerFlag::None;
+  std::string reason = {};
+  // The last day on which it holds, "2026-12-31"; empty where it has no end.
+  std::string until = {};
+  std::string by = {};
+  Moment at{0};
+
+  friend bool operator==(const FlaggedCaller&, const FlaggedCaller&) = default;
+};
+
+// Where the seats of a group find its server, for the servers of other groups.
+struct StudioPlace {
+  int group = 0;
+  std::string name = {};
+  // As a console takes it, "host:port" or "tls:host:port". Empty: none serves the group any more.
+  std::string address = {};
+
+  friend bool operator==(const StudioPlace&, const StudioPlace&) = default;
 };
 
 // What is to be remembered of a group when the server begins again.
@@ -110,14 +177,33 @@ struct AuditEntry {
   friend bool operator==(const AuditEntry&, const AuditEntry&) = default;
 };
 
-// Each replaces what the store has of the same account, call or group; an event is appended.
-using StoreChange = std::variant<Account, AccountRemoval, CallRecord, GroupMemory, AuditEvent>;
+// Each replaces what the store has of the same account, call, group or caller; an event is
+// appended.
+using StoreChange = std::variant<Account, AccountRemoval, AccountSeen, AccountProfile, CallRecord,
+                                 GroupMemory, FlaggedCaller, StudioPlace, AuditEvent>;
 
 // All that a server reads when it begins.
 struct StoredState {
   std::vector<Account> accounts;
   std::vector<CallRecord> open_calls;
   std::vector<GroupMemory> groups;
+  std::vector<FlaggedCaller> flagged_callers;
+  // Of all servers that share the store.
+  std::vector<StudioPlace> studio_places;
+};
+
+// What has been written into a store, by whichever server.
+struct StoreNews {
+  // Whether these are all that there are, as nobody knows what has been missed; otherwise they are
+  // those that have changed.
+  bool all = false;
+  std::vector<Account> accounts = {};
+  // Names of those that aren't there any more.
+  std::vector<std::string> removed_accounts = {};
+  std::vector<FlaggedCaller> flagged_callers = {};
+  std::vector<StudioPlace> studio_places = {};
+
+  friend bool operator==(const StoreNews&, const StoreNews&) = default;
 };
 
 }  // namespace lineweir::platform

@@ -5,18 +5,9 @@
 #include <string>
 #include <string_view>
 
+#include "base/caller_flag.h"
+
 namespace lineweir {
-
-// What a station has noted of a caller: on the wire the value of AltInfo.
-enum class CallerFlag : std::uint8_t { None = 0, Regular = 1, Careful = 2, Barred = 3 };
-
-inline constexpr std::uint8_t caller_flag_count = 4;
-
-// Nothing for a value that stands for none.
-constexpr std::optional<CallerFlag> caller_flag_of(std::uint8_t value) {
-  if (value >= caller_flag_count) return std::nullopt;
-  return static_cast<CallerFlag>(value);
-}
 
 // What the server's caller memory tells of a caller (SrvCallerKnown): AltInfo and the buffer.
 struct CallerKnown {

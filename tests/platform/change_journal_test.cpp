@@ -50,8 +50,26 @@ CallRecord any_call() {
   return call;
 }
 
+StoreChange any_flagged() {
+  return FlaggedCaller{.key = *any_text(),
+                       .number = *any_text(),
+                       .flag = static_cast<CallerFlag>(*rc::gen::inRange(0, 4)),
+                       .reason = *any_text(),
+                       .until = *any_text(),
+                       .by = *any_text(),
+                       .at = *any_moment()};
+}
+
 StoreChange any_change() {
-  switch (*rc::gen::inRange(0, 5)) {
+  switch (*rc::gen::inRange(0, 9)) {
+    case 5:
+      return AccountSeen{*any_text(), *any_moment()};
+    case 6:
+      return AccountProfile{*any_text(), *any_text()};
+    case 7:
+      return any_flagged();
+    case 8:
+      return StudioPlace{*rc::gen::arbitrary<int>(), *any_text(), *any_text()};
     case 0:
       return any_account();
     case 1:

@@ -366,6 +366,27 @@ TEST_CASE("An empty database becomes a store step by step, and a step that fails
   CHECK_THROWS(require_store(db.get(), std::span(steps).first(2)));
 }
 
+TEST_CASE("A store of the first version learns who called in the calls that it holds") {
+  SqliteDesk desk;
+  CallRecord call = full_call(1);
+  call.number = "+1 312 555-0100";
+  call.told[told_phone_number] = "none";
+  REQUIRE(desk.write({call, full_call(2)}));
+  desk.end();
+  {
+    const OtherProgram db(desk.path());
+    CHECK(db.run("SELECT caller FROM calls") == "3125550100\n" + caller_key(full_call(2)) + "\n");
+    db.run(
+        "DROP INDEX calls_by_caller; ALTER TABLE calls DROP COLUMN caller; "
+        "DROP TABLE flagged_callers; PRAGMA user_version = 1");
+  }
+  desk.begin_again();
+  CHECK(desk.history("3125550100")->calls == 1);
+  CHECK(desk.history(caller_key(full_call(2)))->calls == 1);
+  CHECK(desk.write({full_flag("555")}));
+  CHECK(desk.calls() == std::vector{call, full_call(2)});
+}
+
 TEST_CASE("A backup is refused where it can't be, and leaves nothing") {
   SqliteDesk desk;
   REQUIRE(desk.write({event(1)}));

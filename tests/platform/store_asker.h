@@ -39,6 +39,15 @@ class StoreDesk {
     return told<std::optional<std::vector<platform::AuditEntry>>>(
         [&](auto done) { store().audit(filter, std::move(done)); });
   }
+  std::optional<platform::CallerHistory> history(const std::string& key) {
+    return told<std::optional<platform::CallerHistory>>(
+        [&](auto done) { store().caller_history(key, std::move(done)); });
+  }
+  std::optional<std::size_t> forget(platform::Moment before, platform::Store::Forgetting what,
+                                    std::size_t limit = platform::no_limit) {
+    return told<std::optional<std::size_t>>(
+        [&](auto done) { store().forget(before, what, limit, std::move(done)); });
+  }
   std::optional<platform::AuditVerdict> verify() {
     return told<std::optional<platform::AuditVerdict>>(
         [this](auto done) { store().verify_audit(std::move(done)); });
@@ -88,6 +97,16 @@ inline platform::CallRecord full_call(std::int64_t id) {
   call.steps = {{.at = began, .user = "", .action = "ring"},
                 {.at = began + platform::Moment{5'000}, .user = "Zoë", .action = "answer"}};
   return call;
+}
+
+inline platform::FlaggedCaller full_flag(const std::string& key) {
+  return {.key = key,
+          .number = "+" + key,
+          .flag = CallerFlag::Careful,
+          .reason = "it's \"loud\"",
+          .until = "2026-12-31",
+          .by = "Zoë",
+          .at = platform::Moment{1'700'000'000'321}};
 }
 
 inline platform::AuditEvent event(int number) {

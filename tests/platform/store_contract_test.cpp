@@ -12,6 +12,8 @@ TEST_CASE_TEMPLATE("A new store holds nothing", Desk, LINEWEIR_CONTRACT_DESKS) {
   CHECK(state->accounts.empty());
   CHECK(state->open_calls.empty());
   CHECK(state->groups.empty());
+  CHECK(state->flagged_callers.empty());
+  CHECK(state->studio_places.empty());
   CHECK(desk.calls()->empty());
   CHECK(desk.audit()->empty());
   CHECK(desk.verify() == AuditVerdict{});
@@ -195,4 +197,92 @@ TEST_CASE_TEMPLATE("A backup is not taken into a store that was used", Desk,
   second.name = "second";
   REQUIRE(desk.write({first, second}));
   CHECK(desk.restore(file) != "");
+}
+
+TEST_CASE_TEMPLATE("What a login and a console change leaves the rest of an account", Desk,
+                   LINEWEIR_CONTRACT_DESKS) {
+  Desk desk;
+  Account account = full_account("a");
+  REQUIRE(desk.write({account, AccountSeen{"a", Moment{5}}, AccountProfile{"a", "new\xFF"},
+                      AccountSeen{"nobody", Moment{5}}, AccountProfile{"nobody", "x"}}));
+  account.last_seen = Moment{5};
+  account.profile = "new\xFF";
+  CHECK(desk.load()->accounts == std::vector{account});
+}
+
+TEST_CASE_TEMPLATE("What is noted of a caller is kept until it is taken back", Desk,
+                   LINEWEIR_CONTRACT_DESKS) {
+  Desk desk;
+  REQUIRE(desk.write({full_flag("555"), full_flag("111"), full_flag("777")}));
+  FlaggedCaller changed{.key = "111",
+                        .number = "1-1-1",
+                        .flag = CallerFlag::Barred,
+                        .reason = {},
+                        .until = {},
+                        .by = {},
+                        .at = Moment{0}};
+  FlaggedCaller removed = full_flag("777");
+  removed.flag = CallerFlag::None;
+  REQUIRE(desk.write({changed, removed}));
+  desk.begin_again();
+  CHECK(desk.load()->flagged_callers == std::vector{changed, full_flag("555")});
+}
+
+TEST_CASE_TEMPLATE("A caller's calls are found by the digits of the number", Desk,
+                   LINEWEIR_CONTRACT_DESKS) {
+  Desk desk;
+  CallRecord by_exchange = full_call(1);
+  by_exchange.number = "+1 (312) 555-0100";
+  by_exchange.told[told_phone_number] = "unknown";
+  CallRecord by_screener = full_call(2);
+  by_screener.number = "999 0000";
+  by_screener.told[told_phone_number] = "312.555.0100";
+  by_screener.told[told_name] = "";
+  by_screener.told[told_city] = "Bath";
+  by_screener.aired = Moment{0};
+  CallRecord standing = full_call(3);
+  standing.number = "3125550100";
+  standing.ended = Moment{0};
+  CallRecord of_nobody = full_call(4);
+  of_nobody.number = "0000000";
+  of_nobody.told[told_phone_number] = "";
+  REQUIRE(desk.write({by_screener, by_exchange, standing, of_nobody}));
+  const CallerHistory known{.calls = 2,
+                            .on_air = 1,
+                            .last_on_air = by_exchange.aired,
+                            .name = by_exchange.told[told_name],
+                            .city = "Bath"};
+  CHECK(desk.history("3125550100") == known);
+  CHECK(desk.history("9990000") == CallerHistory{});
+  CHECK(desk.history("") == CallerHistory{});
+}
+
+TEST_CASE_TEMPLATE("Old calls are forgotten piece by piece, or who called in them", Desk,
+                   LINEWEIR_CONTRACT_DESKS) {
+  Desk desk;
+  CallRecord standing = full_call(1);
+  standing.ended = Moment{0};
+  std::vector<StoreChange> changes = {standing};
+  for (int id = 2; id <= 6; ++id) changes.emplace_back(full_call(id));
+  REQUIRE(desk.write(changes));
+  const Moment before = full_call(5).ended;
+
+  CHECK(desk.forget(before, Store::Forgetting::Callers, 2) == 2);
+  CHECK(desk.forget(before, Store::Forgetting::Callers, 2) == 1);
+  CHECK(desk.forget(before, Store::Forgetting::Callers, 2) == 0);
+  CallRecord of_somebody = full_call(4);
+  of_somebody.number.clear();
+  of_somebody.told_by.clear();
+  of_somebody.told.fill({});
+  const auto calls = desk.calls();
+  REQUIRE(calls);
+  REQUIRE(calls->size() == 5);
+  CHECK((*calls)[2] == of_somebody);
+  CHECK((*calls)[3] == full_call(5));
+  CHECK(desk.history(caller_key(full_call(4)))->calls == 2);
+
+  CHECK(desk.forget(before, Store::Forgetting::Calls, 2) == 2);
+  CHECK(desk.forget(before, Store::Forgetting::Calls, 2) == 1);
+  CHECK(desk.calls() == std::vector{full_call(5), full_call(6)});
+  CHECK(desk.load()->open_calls == std::vector{standing});
 }

@@ -29,6 +29,10 @@ class NotingStore final : public platform::Store {
              std::function<void(std::optional<std::vector<CallRecord>>)>) override {}
   void audit(const platform::AuditFilter&,
              std::function<void(std::optional<std::vector<platform::AuditEntry>>)>) override {}
+  void caller_history(const std::string&,
+                      std::function<void(std::optional<platform::CallerHistory>)>) override {}
+  void forget(platform::Moment, Forgetting, std::size_t,
+              std::function<void(std::optional<std::size_t>)>) override {}
   void verify_audit(std::function<void(std::optional<platform::AuditVerdict>)>) override {}
   void backup(const std::string&, std::function<void(std::string)>) override {}
   void restore(const std::string&, std::function<void(std::string)>) override {}

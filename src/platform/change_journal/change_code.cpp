@@ -30,6 +30,10 @@ struct Encoder {
             account.profile, account.locked, number_of(account.last_seen)};
   }
   json operator()(const AccountRemoval& removal) const { return {"removal", removal.name}; }
+  json operator()(const AccountSeen& seen) const { return {"seen", seen.name, number_of(seen.at)}; }
+  json operator()(const AccountProfile& profile) const {
+    return {"profile", profile.name, profile.profile};
+  }
   json operator()(const CallRecord& call) const {
     return {"call",
             call.id,
@@ -46,6 +50,13 @@ struct Encoder {
   }
   json operator()(const GroupMemory& group) const {
     return {"group", group.group, group.next_call, group.message, json(group.show_times)};
+  }
+  json operator()(const FlaggedCaller& caller) const {
+    return {"flagged",     caller.key,   caller.number, static_cast<int>(caller.flag),
+            caller.reason, caller.until, caller.by,     number_of(caller.at)};
+  }
+  json operator()(const StudioPlace& place) const {
+    return {"place", place.group, place.name, place.address};
   }
   json operator()(const AuditEvent& event) const {
     return {"event", event.id, number_of(event.at), event.user, event.action, event.detail};
@@ -163,6 +174,42 @@ StoreChange group_of(Fields& fields) {
   return group;
 }
 
+StoreChange seen_of(Fields& fields) {
+  AccountSeen seen;
+  seen.name = fields.text();
+  seen.at = fields.moment();
+  return seen;
+}
+
+StoreChange profile_of(Fields& fields) {
+  AccountProfile profile;
+  profile.name = fields.text();
+  profile.profile = fields.text();
+  return profile;
+}
+
+StoreChange flagged_of(Fields& fields) {
+  FlaggedCaller caller;
+  caller.key = fields.text();
+  caller.number = fields.text();
+  const auto flag = caller_flag_of(fields.number());
+  fields.need(flag.has_value());
+  caller.flag = flag.value_or(CallerFlag::None);
+  caller.reason = fields.text();
+  caller.until = fields.text();
+  caller.by = fields.text();
+  caller.at = fields.moment();
+  return caller;
+}
+
+StoreChange place_of(Fields& fields) {
+  StudioPlace place;
+  place.group = fields.small();
+  place.name = fields.text();
+  place.address = fields.text();
+  return place;
+}
+
 StoreChange event_of(Fields& fields) {
   AuditEvent event;
   event.id = fields.text();
@@ -195,8 +242,9 @@ std::string encoded(const StoreChange& change) {
 
 std::optional<StoreChange> decoded(std::string_view bytes) {
   static constexpr std::pair<std::string_view, StoreChange (*)(Fields&)> kinds[] = {
-      {"account", account_of}, {"removal", removal_of}, {"call", call_of},
-      {"group", group_of},     {"event", event_of},
+      {"account", account_of}, {"removal", removal_of}, {"seen", seen_of},
+      {"profile", profile_of}, {"call", call_of},       {"group", group_of},
+      {"flagged", flagged_of}, {"place", place_of},     {"event", event_of},
   };
   const json list = read_cbor(bytes);
   Fields fields(list);

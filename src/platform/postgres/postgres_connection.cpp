@@ -217,6 +217,7 @@ void PostgresConnection::read_words() {
   if (PQconsumeInput(session_.get()) == 0) {
     return fail_as_told("The connection to " + address_.shown() + " was lost");
   }
+  take_notifications();
   if (!answered_) return wait_for_words();
   give_time();
   const bool all = take_results();
@@ -230,6 +231,15 @@ void PostgresConnection::read_words() {
   if (answer_.failure) answer_.rows.clear();
   const auto answered = std::exchange(answered_, nullptr);
   answered(std::exchange(answer_, {}));
+}
+
+void PostgresConnection::take_notifications() {
+  const auto free = [](PGnotify* told) { PQfreemem(told); };
+  for (;;) {
+    const std::unique_ptr<PGnotify, decltype(free)> told(PQnotifies(session_.get()), free);
+    if (!told) return;
+    if (on_notified) on_notified(told->extra);
+  }
 }
 
 bool PostgresConnection::take_results() {

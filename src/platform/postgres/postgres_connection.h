@@ -5,6 +5,7 @@
 #include <map>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "platform/descriptor_watch.h"
@@ -65,6 +66,9 @@ class PostgresConnection {
 
   const PostgresAddress& address() const { return address_; }
 
+  // Somebody has notified what this session listens to, with the text. The session stays.
+  std::function<void(std::string_view text)> on_notified;
+
   // The session has ended, and nothing was being asked: why, as a sentence. It may be opened anew
   // from within.
   std::function<void(std::string why)> on_lost;
@@ -93,6 +97,7 @@ class PostgresConnection {
   bool send(const PostgresStatement& statement);
   void wait_for_words();
   void read_words();
+  void take_notifications();
   // Whether all has come that was expected.
   bool take_results();
   void take(pg_result* result);

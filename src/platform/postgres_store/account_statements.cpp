@@ -10,6 +10,14 @@ void append_accounts_read(PostgresStatements& statements) {
   statements.push_back({"SELECT account, group_number, rights FROM rights"});
 }
 
+void append_account_read(PostgresStatements& statements, const std::string& name) {
+  statements.push_back(
+      {"SELECT name, password_hash, profile, locked, last_seen FROM accounts WHERE name = $1",
+       {PostgresValue::text(name)}});
+  statements.push_back({"SELECT account, group_number, rights FROM rights WHERE account = $1",
+                        {PostgresValue::text(name)}});
+}
+
 std::vector<Account> accounts_of(const PostgresRows& accounts, const PostgresRows& rights) {
   std::vector<Account> found;
   for (int row = 0; row < accounts.count(); ++row) {
@@ -44,6 +52,16 @@ void append_account(PostgresStatements& statements, const Account& account) {
     statements.push_back({"INSERT INTO rights (account, group_number, rights) VALUES ($1, $2, $3)",
                           {name, PostgresValue::number(group), PostgresValue::bytes(rights)}});
   }
+}
+
+PostgresStatement seen_write(const AccountSeen& seen) {
+  return {"UPDATE accounts SET last_seen = $2 WHERE name = $1",
+          {PostgresValue::text(seen.name), moment_value(seen.at)}};
+}
+
+PostgresStatement profile_write(const AccountProfile& profile) {
+  return {"UPDATE accounts SET profile = $2 WHERE name = $1",
+          {PostgresValue::text(profile.name), PostgresValue::bytes(profile.profile)}};
 }
 
 void append_removal(PostgresStatements& statements, const AccountRemoval& removal) {

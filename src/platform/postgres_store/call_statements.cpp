@@ -82,18 +82,20 @@ void append_call(PostgresStatements& statements, const CallRecord& call) {
   }
   values.push_back(PostgresValue::text(call.told_by));
   for (const std::string& field : call.told) values.push_back(PostgresValue::text(field));
+  values.push_back(PostgresValue::text(caller_key(call)));
   statements.push_back(
       {"INSERT INTO calls (id, group_number, line, number, began, answered, aired, ended, "
        "told_by, caller_name, street_address, city, state, zip_code, phone_number, station, "
-       "gender, comments, user_field) VALUES ($1, $2, $3, $4, $5, $6, $7, $8, $9, $10, $11, $12, "
-       "$13, $14, $15, $16, $17, $18, $19) ON CONFLICT (id) DO UPDATE SET "
+       "gender, comments, user_field, caller) VALUES ($1, $2, $3, $4, $5, $6, $7, $8, $9, $10, "
+       "$11, "
+       "$12, $13, $14, $15, $16, $17, $18, $19, $20) ON CONFLICT (id) DO UPDATE SET "
        "group_number = excluded.group_number, line = excluded.line, number = excluded.number, "
        "began = excluded.began, answered = excluded.answered, aired = excluded.aired, "
        "ended = excluded.ended, told_by = excluded.told_by, caller_name = excluded.caller_name, "
        "street_address = excluded.street_address, city = excluded.city, state = excluded.state, "
        "zip_code = excluded.zip_code, phone_number = excluded.phone_number, "
        "station = excluded.station, gender = excluded.gender, comments = excluded.comments, "
-       "user_field = excluded.user_field",
+       "user_field = excluded.user_field, caller = excluded.caller",
        std::move(values)});
   statements.push_back({"DELETE FROM call_steps WHERE call = $1", {id}});
   std::int64_t place = 0;

@@ -123,8 +123,40 @@ CREATE TABLE leader_proofs (
     "COMMENT ON TABLE leader_proofs IS 'when the present server of each group last proved itself'",
 });
 
-constexpr std::array<PostgresStep, 2> schema_steps = {PostgresStep(first_step),
-                                                      PostgresStep(second_step)};
+// What is known of callers, and where the groups of other servers are.
+constexpr auto third_step = std::to_array<const char*>({
+    "ALTER TABLE calls ADD COLUMN caller text COLLATE \"C\" NOT NULL DEFAULT ''",
+    R"sql(
+UPDATE calls SET caller = regexp_replace(
+  regexp_replace(CASE WHEN phone_number ~ '([0-9].*){4}' THEN phone_number ELSE number END,
+                 '[^0-9]', '', 'g'),
+  '^1([0-9]{10})$', '\1'))sql",
+    "CREATE INDEX calls_by_caller ON calls (caller, id) WHERE caller <> ''",
+    R"sql(
+CREATE TABLE flagged_callers (
+  caller text COLLATE "C" NOT NULL PRIMARY KEY,
+  number text NOT NULL,
+  flag bigint NOT NULL,
+  reason text NOT NULL,
+  until text COLLATE "C" NOT NULL,
+  flagged_by text NOT NULL,
+  at bigint
+))sql",
+    R"sql(
+CREATE TABLE studio_places (
+  group_number bigint NOT NULL PRIMARY KEY,
+  name text NOT NULL,
+  address text NOT NULL
+))sql",
+    "COMMENT ON COLUMN calls.caller IS 'the digits of the caller''s number, without the country "
+    "code 1 in front of ten; empty: not known'",
+    "COMMENT ON COLUMN flagged_callers.flag IS '1: regular, 2: careful, 3: barred'",
+    "COMMENT ON COLUMN flagged_callers.until IS 'the last day, 2026-12-31; empty: no end'",
+    "COMMENT ON TABLE studio_places IS 'where the seats of each group find its server'",
+});
+
+constexpr std::array<PostgresStep, 3> schema_steps = {
+    PostgresStep(first_step), PostgresStep(second_step), PostgresStep(third_step)};
 
 // "lineweir" as a number, for nobody else who locks by numbers in the same database.
 constexpr std::int64_t migration_lock = 0x6C696E6577656972;

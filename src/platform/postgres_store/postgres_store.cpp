@@ -28,6 +28,7 @@ PostgresStore::PostgresStore(PostgresAddress address, const PostgresConnection::
     session_.close();
     set_trouble(why);
   };
+  session_.connection().on_notified = [this](std::string_view text) { hear(text); };
 }
 
 PostgresStore::~PostgresStore() {
@@ -60,12 +61,16 @@ void PostgresStore::load(std::function<void(std::optional<StoredState> state)> d
   append_accounts_read(read);
   append_calls_read(read, open_calls());
   read.push_back(groups_read());
+  read.push_back(flagged_callers_read());
+  read.push_back(studio_places_read());
   ask<StoredState>(
       std::move(read),
       [](const std::vector<PostgresRows>& rows) {
         return StoredState{.accounts = accounts_of(rows[1], rows[2]),
                            .open_calls = calls_of(rows[3], rows[4]),
-                           .groups = groups_of(rows[5])};
+                           .groups = groups_of(rows[5]),
+                           .flagged_callers = flagged_callers_of(rows[6]),
+                           .studio_places = studio_places_of(rows[7])};
       },
       std::move(done));
 }
@@ -97,6 +102,56 @@ void PostgresStore::audit(
   ask<std::vector<AuditEntry>>(
       {audit_read(filter)},
       [](const std::vector<PostgresRows>& rows) { return entries_of(rows[1]); }, std::move(done));
+}
+
+void PostgresStore::caller_history(const std::string& key,
+                                   std::function<void(std::optional<CallerHistory> history)> done) {
+  ask<CallerHistory>(
+      {caller_history_read(key)},
+      [](const std::vector<PostgresRows>& rows) { return caller_history_of(rows[1]); },
+      std::move(done));
+}
+
+void PostgresStore::forget(Moment before, Forgetting what, std::size_t limit,
+                           std::function<void(std::optional<std::size_t> forgotten)> done) {
+  const auto told = std::make_shared<decltype(done)>(std::move(done));
+  const auto begin = [this, before, what, limit, told](const Finished& finished) {
+    session_.connection().ask(
+        {{"BEGIN"}, session_.guard(), forget_calls(before, what, limit), {"COMMIT"}},
+        [told, finished](const PostgresAnswer& answer) {
+          std::optional<std::size_t> count;
+          if (!answer.failure) count = static_cast<std::size_t>(answer.rows[2].count());
+          finished(answer.failure, [told, count] { (*told)(count); });
+        });
+  };
+  add({.begin = begin, .refuse = [told](const std::string&) { (*told)(std::nullopt); }});
+}
+
+// More of the same transaction is on its way.
+void PostgresStore::hear(std::string_view text) {
+  const bool is_first = news_.empty();
+  news_.add(text);
+  if (!is_first) return;
+  loop_.schedule(Milliseconds{0}, [this, here = std::weak_ptr(here_)] {
+    if (here.lock()) read_news();
+  });
+}
+
+// What comes while some is read is read together.
+void PostgresStore::read_news() {
+  if (!on_news || news_.empty() || std::exchange(reads_news_, true)) return;
+  const SharedNews asked = std::exchange(news_, {});
+  PostgresStatements read;
+  asked.append_read(read);
+  ask<StoreNews>(
+      std::move(read),
+      // Behind the beginning of the look.
+      [asked](const std::vector<PostgresRows>& rows) { return asked.read(rows, 1); },
+      [this](const std::optional<StoreNews>& news) {
+        reads_news_ = false;
+        if (news && on_news) on_news(*news);
+        read_news();
+      });
 }
 
 void PostgresStore::verify_audit(std::function<void(std::optional<AuditVerdict> verdict)> done) {
@@ -198,6 +253,8 @@ void PostgresStore::opened(const std::string& failure) {
   if (failure.empty()) {
     state_ = State::Idle;
     set_trouble({});
+    news_.add_all();
+    read_news();
     return go_on();
   }
   lost(failure);

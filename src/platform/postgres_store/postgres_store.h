@@ -6,6 +6,7 @@
 #include <thread>
 
 #include "platform/postgres_store/record_statements.h"
+#include "platform/postgres_store/shared_news.h"
 #include "platform/postgres_store/store_session.h"
 #include "platform/store.h"
 
@@ -35,6 +36,10 @@ class PostgresStore final : public Store {
              std::function<void(std::optional<std::vector<CallRecord>> calls)> done) override;
   void audit(const AuditFilter& filter,
              std::function<void(std::optional<std::vector<AuditEntry>> entries)> done) override;
+  void caller_history(const std::string& key,
+                      std::function<void(std::optional<CallerHistory> history)> done) override;
+  void forget(Moment before, Forgetting what, std::size_t limit,
+              std::function<void(std::optional<std::size_t> forgotten)> done) override;
   void verify_audit(std::function<void(std::optional<AuditVerdict> verdict)> done) override;
   void backup(const std::string& file, std::function<void(std::string failure)> done) override;
   void restore(const std::string& file, std::function<void(std::string failure)> done) override;
@@ -68,6 +73,8 @@ class PostgresStore final : public Store {
   void roll_back();
   void open_session();
   void opened(const std::string& failure);
+  void hear(std::string_view text);
+  void read_news();
   void lost(const std::string& why);
   void set_trouble(const std::string& trouble);
 
@@ -79,6 +86,8 @@ class PostgresStore final : public Store {
   State state_ = State::Away;
   EventLoop::CallId next_try_ = 0;
   std::string trouble_;
+  SharedNews news_;
+  bool reads_news_ = false;
   // What is told behind the end of this object is told to nobody.
   std::shared_ptr<PostgresStore*> here_;
   std::atomic<bool> given_up_ = false;

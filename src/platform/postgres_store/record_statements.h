@@ -16,8 +16,12 @@ using PostgresStatements = std::vector<PostgresStatement>;
 
 // All accounts: two statements, whose rows are read together.
 void append_accounts_read(PostgresStatements& statements);
+// The same of one account.
+void append_account_read(PostgresStatements& statements, const std::string& name);
 std::vector<Account> accounts_of(const PostgresRows& accounts, const PostgresRows& rights);
 void append_account(PostgresStatements& statements, const Account& account);
+PostgresStatement seen_write(const AccountSeen& seen);
+PostgresStatement profile_write(const AccountProfile& profile);
 void append_removal(PostgresStatements& statements, const AccountRemoval& removal);
 
 // Which calls, and in which order.
@@ -38,6 +42,22 @@ void append_call(PostgresStatements& statements, const CallRecord& call);
 PostgresStatement groups_read();
 std::vector<GroupMemory> groups_of(const PostgresRows& rows);
 PostgresStatement group_write(const GroupMemory& group);
+
+// In the order of their keys.
+PostgresStatement flagged_callers_read();
+PostgresStatement flagged_caller_read(const std::string& key);
+std::vector<FlaggedCaller> flagged_callers_of(const PostgresRows& rows);
+PostgresStatement flagged_caller_write(const FlaggedCaller& caller);
+PostgresStatement caller_history_read(const std::string& key);
+CallerHistory caller_history_of(const PostgresRows& rows);
+// Gives a row for each call that was forgotten.
+PostgresStatement forget_calls(Moment before, Store::Forgetting what, std::size_t limit);
+
+// In the order of the groups.
+PostgresStatement studio_places_read();
+PostgresStatement studio_place_read(int group);
+std::vector<StudioPlace> studio_places_of(const PostgresRows& rows);
+PostgresStatement studio_place_write(const StudioPlace& place);
 
 PostgresStatement audit_read(const AuditFilter& filter);
 std::vector<AuditEntry> entries_of(const PostgresRows& rows);

@@ -2,6 +2,8 @@
 
 #include <utility>
 
+#include "platform/postgres_store/shared_news.h"
+
 namespace lineweir::platform {
 namespace {
 
@@ -11,7 +13,7 @@ const std::vector<PostgresStatement> settings = {
     {"SET search_path TO lineweir"},   {"SET statement_timeout TO '60s'"},
     {"SET lock_timeout TO '8s'"},      {"SET idle_in_transaction_session_timeout TO '2s'"},
     {"SET tcp_keepalives_idle TO 10"}, {"SET tcp_keepalives_interval TO 5"},
-    {"SET tcp_keepalives_count TO 3"},
+    {"SET tcp_keepalives_count TO 3"}, listen_to_news(),
 };
 
 }  // namespace

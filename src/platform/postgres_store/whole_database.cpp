@@ -16,6 +16,10 @@ std::vector<GroupMemory> read_groups(BlockingSession& session) {
   return groups_of(session.ask({groups_read()})[0]);
 }
 
+std::vector<FlaggedCaller> read_flagged_callers(BlockingSession& session) {
+  return flagged_callers_of(session.ask({flagged_callers_read()})[0]);
+}
+
 std::vector<CallRecord> read_calls(BlockingSession& session, std::int64_t id, std::size_t limit) {
   PostgresStatements read;
   append_calls_read(read, calls_behind(id, limit));
@@ -34,7 +38,8 @@ AuditEnd read_end(BlockingSession& session) {
 
 const std::string is_empty =
     "SELECT NOT EXISTS (SELECT FROM accounts) AND NOT EXISTS (SELECT FROM calls) "
-    "AND NOT EXISTS (SELECT FROM group_memory) AND NOT EXISTS (SELECT FROM audit)";
+    "AND NOT EXISTS (SELECT FROM group_memory) AND NOT EXISTS (SELECT FROM flagged_callers) "
+    "AND NOT EXISTS (SELECT FROM audit)";
 
 const std::string is_fresh =
     "SELECT NOT EXISTS (SELECT FROM calls) AND (SELECT count(*) FROM accounts) <= 1 "
@@ -62,6 +67,10 @@ std::vector<Account> WholeDatabase::accounts() { return read_accounts(session_);
 
 std::vector<GroupMemory> WholeDatabase::groups() { return read_groups(session_); }
 
+std::vector<FlaggedCaller> WholeDatabase::flagged_callers() {
+  return read_flagged_callers(session_);
+}
+
 std::vector<CallRecord> WholeDatabase::calls_behind(std::int64_t id, std::size_t limit) {
   return read_calls(session_, id, limit);
 }
@@ -75,13 +84,15 @@ AuditEnd WholeDatabase::audit_end() { return read_end(session_); }
 FilledDatabase::FilledDatabase(const PostgresAddress& address, Before before,
                                const std::atomic<bool>& given_up)
     : session_(address, MissingStore::Make, given_up) {
-  session_.ask({{"BEGIN"},
-                session_.guard(),
-                {"LOCK TABLE accounts, rights, calls, call_steps, group_memory, audit, audit_end "
-                 "IN EXCLUSIVE MODE"}});
+  session_.ask(
+      {{"BEGIN"},
+       session_.guard(),
+       {"LOCK TABLE accounts, rights, calls, call_steps, group_memory, flagged_callers, audit, "
+        "audit_end IN EXCLUSIVE MODE"}});
   require(session_, before, address.shown());
   session_.ask({{"DELETE FROM accounts"},
                 {"DELETE FROM group_memory"},
+                {"DELETE FROM flagged_callers"},
                 {"DELETE FROM audit"},
                 {"DELETE FROM audit_end"}});
 }
@@ -89,6 +100,10 @@ FilledDatabase::FilledDatabase(const PostgresAddress& address, Before before,
 std::vector<Account> FilledDatabase::accounts() { return read_accounts(session_); }
 
 std::vector<GroupMemory> FilledDatabase::groups() { return read_groups(session_); }
+
+std::vector<FlaggedCaller> FilledDatabase::flagged_callers() {
+  return read_flagged_callers(session_);
+}
 
 std::vector<CallRecord> FilledDatabase::calls_behind(std::int64_t id, std::size_t limit) {
   return read_calls(session_, id, limit);
@@ -104,6 +119,9 @@ void FilledDatabase::add(const StorePortion& portion) {
   PostgresStatements statements;
   for (const Account& account : portion.accounts) append_account(statements, account);
   for (const GroupMemory& group : portion.groups) statements.push_back(group_write(group));
+  for (const FlaggedCaller& caller : portion.flagged_callers) {
+    statements.push_back(flagged_caller_write(caller));
+  }
   for (const CallRecord& call : portion.calls) append_call(statements, call);
   for (const AuditEntry& entry : portion.entries) statements.push_back(entry_write(entry));
   if (!statements.empty()) session_.ask(std::move(statements));

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "platform/postgres_store/record_statements.h"
+#include "platform/postgres_store/shared_news.h"
 
 namespace lineweir::platform {
 namespace {
@@ -16,15 +17,28 @@ struct Appender {
 
   void operator()(const Account& account) const { append_account(statements, account); }
   void operator()(const AccountRemoval& removal) const { append_removal(statements, removal); }
+  void operator()(const AccountSeen& seen) const { statements.push_back(seen_write(seen)); }
+  void operator()(const AccountProfile& profile) const {
+    statements.push_back(profile_write(profile));
+  }
   void operator()(const CallRecord& call) const { append_call(statements, call); }
   void operator()(const GroupMemory& group) const { statements.push_back(group_write(group)); }
+  void operator()(const FlaggedCaller& caller) const {
+    statements.push_back(flagged_caller_write(caller));
+  }
+  void operator()(const StudioPlace& place) const {
+    statements.push_back(studio_place_write(place));
+  }
   // Events need their places first.
   void operator()(const AuditEvent&) const {}
 };
 
 void append_all_but_events(PostgresStatements& statements,
                            const std::vector<StoreChange>& changes) {
-  for (const StoreChange& change : changes) std::visit(Appender{statements}, change);
+  for (const StoreChange& change : changes) {
+    std::visit(Appender{statements}, change);
+    append_news(statements, change);
+  }
 }
 
 PostgresStatements beginning(const StoreSession& session) { return {{"BEGIN"}, session.guard()}; }

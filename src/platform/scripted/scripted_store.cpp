@@ -45,6 +45,17 @@ void ScriptedStore::audit(
                                std::move(done));
 }
 
+void ScriptedStore::caller_history(const std::string& key,
+                                   std::function<void(std::optional<CallerHistory> history)> done) {
+  ask<CallerHistory>([this, key] { return content_.caller_history(key); }, std::move(done));
+}
+
+void ScriptedStore::forget(Moment before, Forgetting what, std::size_t limit,
+                           std::function<void(std::optional<std::size_t> forgotten)> done) {
+  ask<std::size_t>([this, before, what, limit] { return content_.forget(before, what, limit); },
+                   std::move(done));
+}
+
 void ScriptedStore::verify_audit(std::function<void(std::optional<AuditVerdict> verdict)> done) {
   ask<AuditVerdict>([this] { return content_.verdict(); }, std::move(done));
 }

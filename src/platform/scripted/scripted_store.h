@@ -28,6 +28,10 @@ class ScriptedStore final : public Store {
              std::function<void(std::optional<std::vector<CallRecord>> calls)> done) override;
   void audit(const AuditFilter& filter,
              std::function<void(std::optional<std::vector<AuditEntry>> entries)> done) override;
+  void caller_history(const std::string& key,
+                      std::function<void(std::optional<CallerHistory> history)> done) override;
+  void forget(Moment before, Forgetting what, std::size_t limit,
+              std::function<void(std::optional<std::size_t> forgotten)> done) override;
   void verify_audit(std::function<void(std::optional<AuditVerdict> verdict)> done) override;
   void backup(const std::string& file, std::function<void(std::string failure)> done) override;
   void restore(const std::string& file, std::function<void(std::string failure)> done) override;

@@ -58,6 +58,19 @@ void write_account(sqlite3* connection, const Account& account) {
   }
 }
 
+void write_seen(sqlite3* connection, const AccountSeen& seen) {
+  Statement row(connection, "UPDATE accounts SET last_seen = ? WHERE name = ?");
+  bind_moment(row, 1, seen.at);
+  row.bind(2, seen.name).run();
+}
+
+void write_profile(sqlite3* connection, const AccountProfile& profile) {
+  Statement(connection, "UPDATE accounts SET profile = ? WHERE name = ?")
+      .bind_bytes(1, profile.profile)
+      .bind(2, profile.name)
+      .run();
+}
+
 void remove_account(sqlite3* connection, const AccountRemoval& removal) {
   remove_rights(connection, removal.name);
   Statement(connection, "DELETE FROM accounts WHERE name = ?").bind(1, removal.name).run();

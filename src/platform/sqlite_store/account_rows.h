@@ -10,6 +10,8 @@ namespace lineweir::platform {
 
 std::vector<Account> read_accounts(sqlite3* connection);
 void write_account(sqlite3* connection, const Account& account);
+void write_seen(sqlite3* connection, const AccountSeen& seen);
+void write_profile(sqlite3* connection, const AccountProfile& profile);
 void remove_account(sqlite3* connection, const AccountRemoval& removal);
 
 }  // namespace lineweir::platform

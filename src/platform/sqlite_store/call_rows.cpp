@@ -88,8 +88,8 @@ std::vector<CallRecord> read_calls_behind(sqlite3* connection, std::int64_t id, 
 
 void write_call(sqlite3* connection, const CallRecord& call) {
   Statement row(connection, "REPLACE INTO calls (" + call_columns +
-                                ") VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, "
-                                "?)");
+                                ", caller) VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, "
+                                "?, ?, ?, ?)");
   row.bind(1, call.id).bind(2, call.group).bind(3, call.line + 1).bind(4, call.number);
   int parameter = 5;
   for (const Moment moment : {call.began, call.answered, call.aired, call.ended}) {
@@ -97,6 +97,7 @@ void write_call(sqlite3* connection, const CallRecord& call) {
   }
   row.bind(parameter++, call.told_by);
   for (const std::string& field : call.told) row.bind(parameter++, field);
+  row.bind(parameter, caller_key(call));
   row.run();
   write_steps(connection, call);
 }

@@ -5,6 +5,7 @@
 #include "base/failure.h"
 #include "platform/sqlite_store/audit_rows.h"
 #include "platform/sqlite_store/call_rows.h"
+#include "platform/sqlite_store/caller_rows.h"
 #include "platform/sqlite_store/store_copy.h"
 #include "platform/sqlite_store/store_rows.h"
 #include "platform/sqlite_store/store_worker.h"
@@ -71,6 +72,21 @@ void SqliteStore::audit(const AuditFilter& filter,
                         std::function<void(std::optional<std::vector<AuditEntry>> entries)> done) {
   ask<std::vector<AuditEntry>>(
       [filter](sqlite3* connection) { return read_audit(connection, filter); }, std::move(done));
+}
+
+void SqliteStore::caller_history(const std::string& key,
+                                 std::function<void(std::optional<CallerHistory> history)> done) {
+  ask<CallerHistory>([key](sqlite3* connection) { return read_caller_history(connection, key); },
+                     std::move(done));
+}
+
+void SqliteStore::forget(Moment before, Forgetting what, std::size_t limit,
+                         std::function<void(std::optional<std::size_t> forgotten)> done) {
+  ask<std::size_t>(
+      [before, what, limit](sqlite3* connection) {
+        return forget_calls(connection, before, what, limit);
+      },
+      std::move(done));
 }
 
 void SqliteStore::verify_audit(std::function<void(std::optional<AuditVerdict> verdict)> done) {

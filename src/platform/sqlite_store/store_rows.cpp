@@ -3,6 +3,7 @@
 #include "platform/sqlite_store/account_rows.h"
 #include "platform/sqlite_store/audit_rows.h"
 #include "platform/sqlite_store/call_rows.h"
+#include "platform/sqlite_store/caller_rows.h"
 #include "platform/sqlite_store/row_values.h"
 
 namespace lineweir::platform {
@@ -28,8 +29,13 @@ struct Writer {
 
   void operator()(const Account& account) const { write_account(connection, account); }
   void operator()(const AccountRemoval& removal) const { remove_account(connection, removal); }
+  void operator()(const AccountSeen& seen) const { write_seen(connection, seen); }
+  void operator()(const AccountProfile& profile) const { write_profile(connection, profile); }
   void operator()(const CallRecord& call) const { write_call(connection, call); }
   void operator()(const GroupMemory& group) const { write_group(connection, group); }
+  void operator()(const FlaggedCaller& caller) const { write_flagged_caller(connection, caller); }
+  // A file is one server's, which has no others to tell.
+  void operator()(const StudioPlace&) const {}
   void operator()(const AuditEvent& event) const { append_event(connection, event); }
 };
 
@@ -52,7 +58,9 @@ std::vector<GroupMemory> read_groups(sqlite3* connection) {
 StoredState read_state(sqlite3* connection) {
   return {.accounts = read_accounts(connection),
           .open_calls = read_open_calls(connection),
-          .groups = read_groups(connection)};
+          .groups = read_groups(connection),
+          .flagged_callers = read_flagged_callers(connection),
+          .studio_places = {}};
 }
 
 void write_change(sqlite3* connection, const StoreChange& change) {
@@ -64,6 +72,7 @@ bool is_empty_store(sqlite3* connection) {
                       "SELECT (SELECT count(*) FROM accounts) = 0 "
                       "AND (SELECT count(*) FROM calls) = 0 "
                       "AND (SELECT count(*) FROM group_memory) = 0 "
+                      "AND (SELECT count(*) FROM flagged_callers) = 0 "
                       "AND (SELECT count(*) FROM audit) = 0") != 0;
 }
 

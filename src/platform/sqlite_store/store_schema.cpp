@@ -4,6 +4,7 @@
 #include <string>
 
 #include "base/failure.h"
+#include "base/telephone_number.h"
 #include "platform/sqlite/connection.h"
 #include "platform/sqlite/sqlite_failure.h"
 #include "platform/sqlite/statement.h"
@@ -92,7 +93,36 @@ CREATE TABLE audit_end (
 );
 INSERT INTO audit_end VALUES (1, 0, '');
 )sql",
+    R"sql(
+ALTER TABLE calls ADD COLUMN caller TEXT NOT NULL DEFAULT '';  -- telephone_key of the caller
+UPDATE calls SET caller = telephone_key(phone_number);
+UPDATE calls SET caller = telephone_key(number) WHERE caller = '';
+CREATE INDEX calls_by_caller ON calls (caller, id) WHERE caller <> '';
+CREATE TABLE flagged_callers (
+  caller TEXT NOT NULL PRIMARY KEY,  -- telephone_key of the number
+  number TEXT NOT NULL,
+  flag INTEGER NOT NULL,          -- 1: regular, 2: careful, 3: barred
+  reason TEXT NOT NULL,
+  until TEXT NOT NULL,            -- the last day, 2026-12-31; empty: no end
+  flagged_by TEXT NOT NULL,
+  at INTEGER
+);
+)sql",
 };
+
+void tell_telephone_key(sqlite3_context* context, int /*count*/, sqlite3_value** values) {
+  const auto* const text = reinterpret_cast<const char*>(sqlite3_value_text(values[0]));
+  const std::string key = telephone_key(text == nullptr ? "" : text);
+  sqlite3_result_text(context, key.data(), static_cast<int>(key.size()), SQLITE_TRANSIENT);
+}
+
+// For the steps alone: the tables don't need it.
+void offer_telephone_key(sqlite3* connection) {
+  const int result =
+      sqlite3_create_function_v2(connection, "telephone_key", 1, SQLITE_UTF8 | SQLITE_DETERMINISTIC,
+                                 nullptr, tell_telephone_key, nullptr, nullptr, nullptr);
+  if (result != SQLITE_OK) throw sqlite_failure(result, connection);
+}
 
 int version_of(sqlite3* connection) {
   return static_cast<int>(query_number(connection, "PRAGMA user_version"));
@@ -128,6 +158,7 @@ bool is_up_to_date(sqlite3* connection) {
 }
 
 void bring_up_to_date(sqlite3* connection, std::span<const char* const> steps) {
+  offer_telephone_key(connection);
   while (static_cast<std::size_t>(version_of(connection)) < steps.size()) {
     Transaction transaction(connection);
     // Another program may have taken it meanwhile.

@@ -6,6 +6,7 @@
 #include "platform/sqlite_store/account_rows.h"
 #include "platform/sqlite_store/audit_rows.h"
 #include "platform/sqlite_store/call_rows.h"
+#include "platform/sqlite_store/caller_rows.h"
 #include "platform/sqlite_store/store_copy.h"
 #include "platform/sqlite_store/store_rows.h"
 #include "platform/sqlite_store/store_schema.h"
@@ -36,6 +37,10 @@ std::vector<Account> WholeStoreFile::accounts() { return read_accounts(connectio
 
 std::vector<GroupMemory> WholeStoreFile::groups() { return read_groups(connection_.get()); }
 
+std::vector<FlaggedCaller> WholeStoreFile::flagged_callers() {
+  return read_flagged_callers(connection_.get());
+}
+
 std::vector<CallRecord> WholeStoreFile::calls_behind(std::int64_t id, std::size_t limit) {
   return read_calls_behind(connection_.get(), id, limit);
 }
@@ -59,6 +64,10 @@ std::vector<Account> NewStoreFile::accounts() { return read_accounts(connection_
 
 std::vector<GroupMemory> NewStoreFile::groups() { return read_groups(connection_.get()); }
 
+std::vector<FlaggedCaller> NewStoreFile::flagged_callers() {
+  return read_flagged_callers(connection_.get());
+}
+
 std::vector<CallRecord> NewStoreFile::calls_behind(std::int64_t id, std::size_t limit) {
   return read_calls_behind(connection_.get(), id, limit);
 }
@@ -73,6 +82,7 @@ void NewStoreFile::add(const StorePortion& portion) {
   sqlite3* const connection = connection_.get();
   for (const Account& account : portion.accounts) write_account(connection, account);
   for (const GroupMemory& group : portion.groups) write_change(connection, group);
+  for (const FlaggedCaller& caller : portion.flagged_callers) write_change(connection, caller);
   for (const CallRecord& call : portion.calls) write_call(connection, call);
   for (const AuditEntry& entry : portion.entries) write_entry(connection, entry);
 }

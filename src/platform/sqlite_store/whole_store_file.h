@@ -14,6 +14,7 @@ class WholeStoreFile final : public WholeStore {
 
   std::vector<Account> accounts() override;
   std::vector<GroupMemory> groups() override;
+  std::vector<FlaggedCaller> flagged_callers() override;
   std::vector<CallRecord> calls_behind(std::int64_t id, std::size_t limit) override;
   std::vector<AuditEntry> entries_behind(std::int64_t number, std::size_t limit) override;
   AuditEnd audit_end() override;
@@ -29,6 +30,7 @@ class NewStoreFile final : public StoreInTheMaking {
 
   std::vector<Account> accounts() override;
   std::vector<GroupMemory> groups() override;
+  std::vector<FlaggedCaller> flagged_callers() override;
   std::vector<CallRecord> calls_behind(std::int64_t id, std::size_t limit) override;
   std::vector<AuditEntry> entries_behind(std::int64_t number, std::size_t limit) override;
   AuditEnd audit_end() override;

@@ -17,6 +17,7 @@ constexpr std::int64_t before_all = std::numeric_limits<std::int64_t>::min();
 void each_portion(WholeStore& store, const std::function<void(const StorePortion&)>& take) {
   take({.accounts = store.accounts()});
   take({.groups = store.groups()});
+  take({.flagged_callers = store.flagged_callers()});
   for (std::int64_t last = before_all;;) {
     const StorePortion portion{.calls = store.calls_behind(last, piece)};
     if (portion.calls.empty()) break;
@@ -35,6 +36,7 @@ void each_portion(WholeStore& store, const std::function<void(const StorePortion
 std::string difference(const StorePortion& from, const StorePortion& to) {
   if (from.accounts != to.accounts) return "a user";
   if (from.groups != to.groups) return "what a studio remembers";
+  if (from.flagged_callers != to.flagged_callers) return "what is noted of a caller";
   for (std::size_t i = 0; i < from.calls.size(); ++i) {
     if (i >= to.calls.size() || from.calls[i] != to.calls[i]) {
       return "the call " + std::to_string(from.calls[i].id);
@@ -62,6 +64,7 @@ void compare(WholeStore& from, WholeStore& to) {
     StorePortion copied;
     if (!portion.accounts.empty()) copied.accounts = to.accounts();
     if (!portion.groups.empty()) copied.groups = to.groups();
+    if (!portion.flagged_callers.empty()) copied.flagged_callers = to.flagged_callers();
     if (!portion.calls.empty()) copied.calls = to.calls_behind(call, portion.calls.size());
     if (!portion.entries.empty()) {
       copied.entries = to.entries_behind(entry, portion.entries.size());
@@ -72,6 +75,7 @@ void compare(WholeStore& from, WholeStore& to) {
   });
   const bool has_more = to.accounts().size() != from.accounts().size() ||
                         to.groups().size() != from.groups().size() ||
+                        to.flagged_callers().size() != from.flagged_callers().size() ||
                         !to.calls_behind(call, 1).empty() || !to.entries_behind(entry, 1).empty();
   require_same(has_more ? "something that was not copied" : "");
   require_same(from.audit_end() == to.audit_end() ? "" : "the end of the audit");
@@ -86,6 +90,7 @@ TransferCounts transfer_store(WholeStore& from, StoreInTheMaking& to) {
     to.add(portion);
     counts.accounts += std::ssize(portion.accounts);
     counts.groups += std::ssize(portion.groups);
+    counts.flagged_callers += std::ssize(portion.flagged_callers);
     counts.calls += std::ssize(portion.calls);
     for (const AuditEntry& entry : portion.entries) check.next(entry);
   });

@@ -7,6 +7,7 @@ namespace lineweir::platform {
 struct TransferCounts {
   std::int64_t accounts = 0;
   std::int64_t groups = 0;
+  std::int64_t flagged_callers = 0;
   std::int64_t calls = 0;
   // Of the audit, which is copied as it is.
   AuditVerdict audit = {};

@@ -15,6 +15,7 @@ namespace lineweir::platform {
 struct StorePortion {
   std::vector<Account> accounts = {};
   std::vector<GroupMemory> groups = {};
+  std::vector<FlaggedCaller> flagged_callers = {};
   std::vector<CallRecord> calls = {};
   std::vector<AuditEntry> entries = {};
 
@@ -28,6 +29,8 @@ class WholeStore {
 
   virtual std::vector<Account> accounts() = 0;
   virtual std::vector<GroupMemory> groups() = 0;
+  // In the order of their keys.
+  virtual std::vector<FlaggedCaller> flagged_callers() = 0;
   // The first ones, at most so many, behind the one of this number; by their numbers.
   virtual std::vector<CallRecord> calls_behind(std::int64_t id, std::size_t limit) = 0;
   virtual std::vector<AuditEntry> entries_behind(std::int64_t number, std::size_t limit) = 0;

@@ -76,7 +76,7 @@ TEST_CASE("Another program reads the tables and understands them") {
   CHECK(desk.run("SELECT began AT TIME ZONE 'UTC', told_by FROM call_list") ==
         "2023-11-14 22:17:20|Zoë\n");
   CHECK(desk.run("SELECT who, action FROM audit") == "Zoë|on air\n");
-  CHECK(desk.run("SELECT version FROM store_version") == "2\n");
+  CHECK(desk.run("SELECT version FROM store_version") == "3\n");
 }
 
 TEST_CASE("Each entry of the audit that is changed or removed in the database is named") {
@@ -142,18 +142,72 @@ TEST_CASE("Two servers that begin at once on an empty database make one store an
   }
 }
 
-TEST_CASE("A store of the first version gets what the second one has, and keeps what it holds") {
+TEST_CASE("A store of the first version gets what later ones have, and keeps what it holds") {
   PostgresDesk desk;
   REQUIRE(desk.write({event(1)}));
+  CallRecord call = full_call(1);
+  call.number = "+1 312 555-0100";
+  call.told[told_phone_number] = "none";
+  REQUIRE(desk.write({call, full_call(2)}));
+  const auto keys = [&] { return desk.run("SELECT caller FROM calls ORDER BY id"); };
+  const std::string known = keys();
   desk.end();
   desk.run(
-      "DROP TABLE leaders, leader_proofs; DROP SEQUENCE leader_epochs; "
+      "DROP TABLE leaders, leader_proofs, flagged_callers, studio_places; "
+      "DROP SEQUENCE leader_epochs; ALTER TABLE calls DROP COLUMN caller; "
       "UPDATE store_version SET version = 1");
   desk.begin_again();
   CHECK(desk.write({event(2)}));
-  CHECK(desk.run("SELECT version FROM store_version") == "2\n");
+  CHECK(desk.run("SELECT version FROM store_version") == "3\n");
+  CHECK(keys() == known);
   CHECK(desk.run("SELECT count(*) FROM leaders") == "0\n");
   CHECK(desk.verify()->entries == 2);
+}
+
+TEST_CASE(
+    "What one server writes the others of the store are told, and what is missed as a whole") {
+  PostgresDesk desk;
+  REQUIRE(desk.write({full_account("a"), full_account("b")}));
+  Second second(desk);
+  std::vector<StoreNews> told;
+  second.store.on_news = [&](const StoreNews& news) { told.push_back(news); };
+  const auto next = [&] {
+    REQUIRE(desk.run_until([&] { return !told.empty(); }));
+    const StoreNews news = told.front();
+    told.erase(told.begin());
+    return news;
+  };
+  // It has begun, and doesn't know what it has missed.
+  std::optional<bool> began;
+  second.store.write({event(1)}, [&](bool written) { began = written; });
+  CHECK(next().accounts == std::vector{full_account("a"), full_account("b")});
+  REQUIRE(desk.run_until([&] { return began.has_value(); }));
+
+  const StudioPlace place{.group = 4, .name = "Studio 4", .address = "b:2001"};
+  Account changed = full_account("a");
+  changed.profile = "new";
+  REQUIRE(desk.write({AccountProfile{"a", "new"}, AccountRemoval{"b"}, full_flag("555"), place}));
+  StoreNews news = next();
+  CHECK_FALSE(news.all);
+  CHECK(news.accounts == std::vector{changed});
+  CHECK(news.removed_accounts == std::vector<std::string>{"b"});
+  CHECK(news.flagged_callers == std::vector{full_flag("555")});
+  CHECK(news.studio_places == std::vector{place});
+
+  // Nobody needs these at once.
+  REQUIRE(desk.write({AccountSeen{"a", Moment{9}}, full_call(1), event(2)}));
+  const FlaggedCaller none{.key = "555"};
+  const StudioPlace nowhere{.group = 4};
+  REQUIRE(desk.write({none, nowhere}));
+  news = next();
+  CHECK(news == StoreNews{.flagged_callers = {none}, .studio_places = {nowhere}});
+
+  desk.run("SELECT pg_terminate_backend(pid) FROM pg_stat_activity WHERE pid <> pg_backend_pid()");
+  news = next();
+  CHECK(news.all);
+  changed.last_seen = Moment{9};
+  CHECK(news.accounts == std::vector{changed});
+  CHECK(news.flagged_callers.empty());
 }
 
 TEST_CASE("A store of a newer version, or another program's, is refused and not touched") {
@@ -164,7 +218,7 @@ TEST_CASE("A store of a newer version, or another program's, is refused and not 
   desk.begin_again();
   CHECK(fails(desk));
   CHECK(has(desk.trouble(), "was written by a newer version of this program (its version is 99"));
-  desk.run("UPDATE store_version SET version = 2");
+  desk.run("UPDATE store_version SET version = 3");
   CHECK(desk.write({event(2)}));
   CHECK(desk.trouble() == "");
 
@@ -279,7 +333,7 @@ TEST_CASE("A session that isn't the writer's any more writes nothing and is had 
 
 TEST_CASE("Backups of both kinds of store are restored into the other") {
   PostgresDesk desk;
-  std::vector<StoreChange> changes = {full_account("Zoë"), full_account("amy"),
+  std::vector<StoreChange> changes = {full_account("Zoë"), full_account("amy"), full_flag("555"),
                                       GroupMemory{.group = 1,
                                                   .next_call = -1,
                                                   .message = std::string("m\0\xFF", 3),
@@ -316,6 +370,8 @@ TEST_CASE("Backups of both kinds of store are restored into the other") {
   CHECK(desk.load()->accounts == state->accounts);
   CHECK(desk.load()->open_calls == state->open_calls);
   CHECK(desk.load()->groups == state->groups);
+  CHECK(state->flagged_callers.size() == 1);
+  CHECK(desk.load()->flagged_callers == state->flagged_callers);
   CHECK(desk.calls() == calls);
   CHECK(desk.audit() == audit);
   CHECK(desk.verify()->first_wrong == 700);
