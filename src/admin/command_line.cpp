@@ -119,6 +119,9 @@ class Words {
   CLI::Option* name(App* command) {
     return text(command, "NAME", Field::Name, "The user")->required();
   }
+  void caller_number(App* command) {
+    text(command, "NUMBER", Field::Number, "The caller's number")->required();
+  }
   CLI::Option* group(App* command) {
     return number(command, "GROUP", Field::Group, "The group's number")->required();
   }
@@ -200,6 +203,15 @@ class Words {
                       });
     only_group(calls);
     calls->add_flag("--csv", order_.csv, "Gives comma-separated values with all fields");
+    App& caller = *add_family("caller", "What is remembered of callers, by their numbers");
+    add(caller, Command::CallerList, "list", "Lists of whom something is noted");
+    caller_number(add(caller, Command::CallerShow, "show", "Shows what is known of a number"));
+    App* flag = add(caller, Command::CallerFlag, "flag", "Notes something of a caller");
+    caller_number(flag);
+    text(flag, "FLAG", Field::Flag, "regular, careful or barred")->required();
+    text(flag, "--reason", Field::Text, "Why");
+    text(flag, "--until", Field::Until, "The last day on which it holds, 2026-12-31");
+    caller_number(add(caller, Command::CallerClear, "clear", "Takes back what is noted"));
     App& audit = *add_family("audit", "What was done, by whom");
     add(audit, Command::AuditList, "list", "Lists all entries");
     add(audit, Command::AuditVerify, "verify", "Looks for entries that are missing or changed");

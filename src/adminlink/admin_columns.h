@@ -73,6 +73,30 @@ inline constexpr auto line_columns = std::to_array<Column>({
     {"caller_number", "Number"},
 });
 
+inline constexpr auto caller_columns = std::to_array<Column>({
+    {"number", "Number"},
+    {"flag", "Flag"},
+    {"reason", "Reason"},
+    // The last day on which it holds.
+    {"until", "Until"},
+    {"by", "By"},
+    {"at", "Since", ColumnKind::Time},
+});
+
+inline constexpr auto known_caller_columns = std::to_array<Column>({
+    {"number", "Number"},
+    {"calls", "Calls"},
+    {"on_air", "On air"},
+    {"last_on_air", "Last on air", ColumnKind::Time},
+    {"name", "Name"},
+    {"city", "City"},
+    {"flag", "Flag"},
+    {"reason", "Reason"},
+    {"until", "Until"},
+    {"by", "By"},
+    {"at", "Since", ColumnKind::Time, false},
+});
+
 inline constexpr auto call_columns = std::to_array<Column>({
     {"id", "Id", ColumnKind::Plain, false},
     {"group", "Group"},
@@ -115,6 +139,10 @@ constexpr std::span<const Column> columns_of(Command command) {
       return seat_columns;
     case Command::Lines:
       return line_columns;
+    case Command::CallerList:
+      return caller_columns;
+    case Command::CallerShow:
+      return known_caller_columns;
     case Command::Calls:
       return call_columns;
     case Command::AuditList:

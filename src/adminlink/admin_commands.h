@@ -39,6 +39,10 @@ enum class Command {
   HangUp,
   Event,
   Calls,
+  CallerList,
+  CallerShow,
+  CallerFlag,
+  CallerClear,
   AuditList,
   AuditVerify,
   Message,
@@ -63,6 +67,8 @@ enum class Field {
   Since,
   Seconds,
   File,
+  Flag,
+  Until,
 };
 
 // What a field holds; in the order of AdminValue's alternatives, see adminlink/admin_request.h.
@@ -97,6 +103,9 @@ inline constexpr auto fields = std::to_array<FieldRow>({
     {Field::Seconds, "seconds", FieldKind::Number, 0, 24 * 60 * 60},
     // Of the server's machine, from its root.
     {Field::File, "file", FieldKind::Text},
+    {Field::Flag, "flag", FieldKind::Text},
+    // A date, 2026-12-31.
+    {Field::Until, "until", FieldKind::Text},
 });
 
 // The fields that a command has, the needed ones first.
@@ -130,6 +139,10 @@ inline constexpr auto commands = [] {
       {HangUp, "hangup", 2, 2, {Group, Line}},
       {Event, "event", 1, 4, {Group, Last, Next, Text}},
       {Calls, "calls", 0, 2, {Since, Group}},
+      {CallerList, "caller list"},
+      {CallerShow, "caller show", 1, 1, {Number}},
+      {CallerFlag, "caller flag", 2, 4, {Number, Flag, Text, Until}},
+      {CallerClear, "caller clear", 1, 1, {Number}},
       {AuditList, "audit list"},
       {AuditVerify, "audit verify", 0, 0, {}, true},
       {Message, "message", 1, 2, {Text, Group}},

@@ -3,6 +3,7 @@
 #include <map>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "platform/store_records.h"
@@ -25,7 +26,16 @@ class Accounts {
 
   // Replaces the account of the same name.
   void save(platform::Account account);
+  // The user is there now, and what the user's console keeps; both leave to other servers what
+  // they have changed meanwhile.
+  void note_seen(const std::string& name, platform::Moment now);
+  void save_profile(const std::string& name, std::string profile);
   void remove(const std::string& name);
+
+  // Takes over what another server has changed, but for what waits to be written here: that comes
+  // last. Told what has become of users.
+  enum class Change { Rights, Locked, Removed };
+  std::vector<std::pair<std::string, Change>> take(const platform::StoreNews& news);
 
   // no_rights where the user has none in the group, and where there is no such user.
   std::string rights(std::string_view name, int group) const;

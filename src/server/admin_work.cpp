@@ -1,5 +1,6 @@
 #include "server/admin_work.h"
 
+#include "server/admin_callers.h"
 #include "server/admin_names.h"
 #include "server/admin_records.h"
 #include "server/admin_rights.h"
@@ -62,6 +63,14 @@ void carry_out(const AdminServices& services, const admin::Request& request,
       return set_event(services, request, tell);
     case Command::Calls:
       return list_calls(services, request, tell);
+    case Command::CallerList:
+      return list_callers(services, tell);
+    case Command::CallerShow:
+      return show_caller(services, request, tell);
+    case Command::CallerFlag:
+      return flag_caller(services, request, tell);
+    case Command::CallerClear:
+      return clear_caller(services, request, tell);
     case Command::AuditList:
       return list_audit(services, tell);
     case Command::AuditVerify:

@@ -71,7 +71,7 @@ void CallBook::close(CallRecord call) {
 void CallBook::begin(int group, int line, const std::string& number) {
   end(group, line, {});
   CallRecord call;
-  call.id = new_id();
+  call.id = new_id(group);
   call.group = group;
   call.line = line;
   call.number = number;
@@ -111,10 +111,12 @@ const CallRecord* CallBook::find(int group, int line) const {
   return place == calls_.end() ? nullptr : &place->second;
 }
 
-// Grows with time, and keeps growing where the clock is set back.
-std::int64_t CallBook::new_id() {
-  constexpr std::int64_t calls_of_a_millisecond = 1000;
-  last_id_ = std::max(last_id_ + 1, clock_.now().count() * calls_of_a_millisecond);
+// Grows with time, and keeps growing where the clock is set back. No two groups have one number,
+// whichever servers they are at.
+std::int64_t CallBook::new_id(int group) {
+  constexpr std::int64_t most_groups = 1000;
+  const std::int64_t next_span = last_id_ / most_groups + 1;
+  last_id_ = std::max<std::int64_t>(next_span, clock_.now().count()) * most_groups + group;
   return last_id_;
 }
 

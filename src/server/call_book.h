@@ -45,7 +45,7 @@ class CallBook {
  private:
   using Place = std::pair<int, int>;
 
-  std::int64_t new_id();
+  std::int64_t new_id(int group);
   void close(platform::CallRecord call);
   void note(platform::CallRecord& call, const std::string& user, std::string action);
 

@@ -58,6 +58,7 @@ bool CallerData::take(Seat& seat, int line, std::string_view buffer) {
       tell(*other, line);
     }
   }
+  on_number(line, told.fields[phone_number_place]);
   return true;
 }
 
@@ -78,11 +79,15 @@ void CallerData::call_begun(int line, const std::string& number) {
     }
   } else {
     const std::string known = call == nullptr ? number : context_.letters.from_utf8(call->number);
-    if (known.empty()) return call_ended(line);
+    if (known.empty()) {
+      call_ended(line);
+      return on_number(line, {});
+    }
     data.fields[phone_number_place] = clean_name(known, longest_number);
   }
   at(line) = std::move(data);
   for (Seat* seat : relay_.seats()) tell(*seat, line);
+  on_number(line, at(line)->fields[phone_number_place]);
 }
 
 void CallerData::tell_all_lines(Seat& seat) const {
@@ -94,6 +99,7 @@ void CallerData::tell_all_lines(Seat& seat) const {
 void CallerData::clear(int line) {
   at(line).reset();
   relay_.tell(packet(line, {}));
+  on_number(line, {});
 }
 
 void CallerData::tell(Seat& seat, int line) const {

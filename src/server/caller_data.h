@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
@@ -15,6 +16,9 @@ namespace lineweir::server {
 class CallerData {
  public:
   CallerData(const Context& context, const GroupOptions& options, Relay& relay, GroupLines& lines);
+
+  // The line's caller has a number, as he is known to have it now; set by the group.
+  std::function<void(int line, const std::string& number)> on_number = [](int, const auto&) {};
 
   // From a seat. Consoles clear a line's data by themselves when they see it ring or end, which may
   // be late; so an empty text clears only a line without a caller, and a seat that sends one for

@@ -5,6 +5,7 @@
 #include "platform/wall_clock.h"
 #include "server/audit.h"
 #include "server/call_book.h"
+#include "server/caller_memory.h"
 #include "server/figures.h"
 #include "server/server_log.h"
 #include "server/store_outbox.h"
@@ -21,6 +22,7 @@ struct Context {
   StoreOutbox& outbox;
   Audit& audit;
   CallBook& calls;
+  CallerMemory& memory;
 };
 
 }  // namespace lineweir::server

@@ -4,6 +4,7 @@
 #include "base/time_text.h"
 #include "lines/equipment_kinds.h"
 #include "server/caller_text.h"
+#include "wire/caller_known.h"
 #include "wire/studio_texts.h"
 
 namespace lineweir::server {
@@ -21,8 +22,15 @@ Group::Group(const Context& context, GroupOptions options,
       options_(std::move(options)),
       lines_(context, options_, relay_, std::move(exchange)),
       next_call_(context, options_, relay_, lines_),
-      caller_data_(context, options_, relay_, lines_) {
-  lines_.on_call_ended = [this](int line) { caller_data_.call_ended(line); };
+      caller_data_(context, options_, relay_, lines_),
+      known_callers_(context, options_, relay_, lines_) {
+  caller_data_.on_number = [this](int line, const std::string& number) {
+    known_callers_.look_up(line, number);
+  };
+  lines_.on_call_ended = [this](int line) {
+    caller_data_.call_ended(line);
+    known_callers_.call_ended(line);
+  };
   lines_.on_call_begun = [this](int line, const std::string& number) {
     caller_data_.call_begun(line, number);
   };
@@ -62,6 +70,7 @@ void Group::change(const GroupOptions& options) {
 void Group::forget_line(int line) {
   if (!lines_.exists(line)) return;
   caller_data_.call_ended(line);
+  known_callers_.call_ended(line);
   next_call_.letter_changed(line, 'F');
 }
 
@@ -76,6 +85,7 @@ void Group::join(Seat& seat) {
 
 void Group::tell_callers(Seat& seat) const {
   caller_data_.tell_all_lines(seat);
+  known_callers_.tell_all_lines(seat);
   next_call_.tell(seat);
 }
 
@@ -141,7 +151,9 @@ ServerPacket Group::line_numbers() const {
 }
 
 ServerPacket Group::phone_kind() const {
-  return packet(ServerCommand::SrvPhoneType, std::to_string(options_.kind));
+  ServerPacket told = packet(ServerCommand::SrvPhoneType, std::to_string(options_.kind));
+  told.Bank = has_caller_memory;
+  return told;
 }
 
 ServerPacket Group::phone_names() const {

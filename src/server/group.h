@@ -7,6 +7,7 @@
 #include "server/caller_data.h"
 #include "server/context.h"
 #include "server/group_lines.h"
+#include "server/known_callers.h"
 #include "server/next_call.h"
 #include "server/relay.h"
 #include "server/server_options.h"
@@ -31,6 +32,7 @@ class Group {
   const GroupLines& lines() const { return lines_; }
   CallerData& caller_data() { return caller_data_; }
   const CallerData& caller_data() const { return caller_data_; }
+  KnownCallers& known_callers() { return known_callers_; }
   NextCall& next_call() { return next_call_; }
   const Relay& seats() const { return relay_; }
 
@@ -70,6 +72,7 @@ class Group {
   GroupLines lines_;
   NextCall next_call_;
   CallerData caller_data_;
+  KnownCallers known_callers_;
   // As it is passed on; empty where there was none.
   std::string message_;
   std::array<std::string, 3> show_times_;

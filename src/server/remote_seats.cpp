@@ -173,7 +173,8 @@ RemoteArgument RemoteSeats::line_numbers(const std::string&, const Arguments& ar
 }
 
 RemoteArgument RemoteSeats::group_names(const std::string&, const Arguments&) {
-  return encode_list(names_of_groups(groups_, context_.letters));
+  // A program on this machine can't be sent to another server.
+  return encode_list(names_of_groups(groups_, {}, context_.letters));
 }
 
 RemoteArgument RemoteSeats::studio_status(const std::string&, const Arguments& arguments) {

@@ -9,11 +9,15 @@ constexpr std::size_t longest_name = 60;
 
 }  // namespace
 
-std::vector<std::string> names_of_groups(const Groups& groups, const Letters& letters) {
+std::vector<std::string> names_of_groups(const Groups& groups, const StudioPlaces& places,
+                                         const Letters& letters) {
+  std::map<int, std::string> all;
+  for (const auto& [number, place] : places.all()) all[number] = place.name;
+  for (const auto& [number, group] : groups) all[number] = group->options().name;
   std::vector<std::string> names;
-  for (const auto& [number, group] : groups) {
+  for (const auto& [number, name] : all) {
     names.resize(static_cast<std::size_t>(number - 1), "-");
-    names.push_back(clean_name(letters.from_utf8(group->options().name), longest_name));
+    names.push_back(clean_name(letters.from_utf8(name), longest_name));
   }
   return names;
 }

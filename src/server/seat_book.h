@@ -10,6 +10,7 @@
 #include "server/context.h"
 #include "server/group.h"
 #include "server/seat.h"
+#include "server/studio_places.h"
 
 namespace lineweir::server {
 
@@ -17,8 +18,9 @@ namespace lineweir::server {
 using Groups = std::map<int, std::unique_ptr<Group>>;
 
 // In the consoles' letters, in the order of the numbers from 1: a console finds a group by its
-// place. Where there is no group of a number stands "-".
-std::vector<std::string> names_of_groups(const Groups& groups, const Letters& letters);
+// place. Those of other servers stand there too. Where there is no group of a number stands "-".
+std::vector<std::string> names_of_groups(const Groups& groups, const StudioPlaces& places,
+                                         const Letters& letters);
 
 // All seats that were let in, and what becomes of one that vanishes: its caller waits for it at the
 // handset as long as a silent seat is waited for, and goes on hold then.

@@ -9,7 +9,9 @@
 #include "server/admin_session.h"
 #include "server/first_user.h"
 #include "server/metrics.h"
+#include "server/neighbours.h"
 #include "server/remote_seats.h"
+#include "server/retention.h"
 #include "server/session.h"
 #include "server/still_true.h"
 
@@ -62,6 +64,8 @@ class Server::Inside {
   void end_sessions();
   void remove_later(Session& session);
   void end_seats(const std::string& user, const std::string& why);
+  void tell_new_rights(const std::string& user);
+  void tell_groups();
   std::size_t open_connections() const;
   std::size_t connections_from(const std::string& peer) const;
   // Ends a connection, of the peer where one is named, that nobody has been let in on; false where
@@ -76,11 +80,14 @@ class Server::Inside {
   StoreOutbox outbox_;
   Audit audit_;
   CallBook calls_;
+  CallerMemory memory_;
   Context context_;
   Accounts accounts_;
   LoginDesk logins_;
   Groups groups_;
   SeatBook seats_;
+  Neighbours neighbours_;
+  Retention retention_;
   std::map<std::string, std::string> told_at_login_;
   std::list<std::unique_ptr<Session>> sessions_;
   AdminServices admin_services_;
@@ -102,20 +109,35 @@ Server::Inside::Inside(ServerServices services, ServerOptions options)
       outbox_(services_.loop, services_.store, services_.log, {services_.journal, services_.epoch}),
       audit_(services_.clock, services_.random, outbox_),
       calls_(services_.clock, outbox_),
-      context_{services_.loop, services_.clock, services_.letters, services_.log, figures_, outbox_,
-               audit_,         calls_},
+      memory_(services_.store, services_.clock, outbox_, audit_),
+      context_{services_.loop, services_.clock, services_.letters,
+               services_.log,  figures_,        outbox_,
+               audit_,         calls_,          memory_},
       accounts_(outbox_),
       logins_(context_, accounts_, services_.passwords),
       seats_(context_, groups_),
+      neighbours_(
+          accounts_, memory_, outbox_,
+          {[this](const std::string& user) { tell_new_rights(user); },
+           [this](const std::string& user, const std::string& why) { end_seats(user, why); },
+           [this] { tell_groups(); }}),
+      retention_(context_, services_.store),
       admin_services_(admin_services()) {
   services_.store.on_trouble = [this](const std::string& trouble) {
     if (trouble.empty()) return services_.log(LogLevel::Notice, "the store is well again");
     services_.log(LogLevel::Error, "the store: " + trouble);
   };
+  services_.store.on_news = [this](const platform::StoreNews& news) {
+    if (serving_) neighbours_.take(news);
+  };
+  memory_.on_change = [this](const std::string& key) {
+    for (const auto& [number, group] : groups_) group->known_callers().flag_changed(key);
+  };
 }
 
 Server::Inside::~Inside() {
   services_.store.on_trouble = nullptr;
+  services_.store.on_news = nullptr;
   services_.loop.cancel(next_beat_);
   services_.loop.cancel(shutdown_);
   remote_seats_.reset();
@@ -155,6 +177,9 @@ void Server::Inside::begin(std::function<void()> serving,
               first_user = std::move(first_user)](platform::StoredState state) mutable {
     const bool is_new = state.accounts.empty();
     take_over(std::move(state));
+    neighbours_.tell_places(options_);
+    retention_.set(options_.retention);
+    retention_.start();
     audit_.note({}, "server started");
     serving_ = true;
     beat_due_ = services_.loop.now() + beat_every;
@@ -180,6 +205,8 @@ void Server::Inside::read_store(std::function<void(platform::StoredState)> done)
 
 void Server::Inside::take_over(platform::StoredState state) {
   accounts_.take_over(std::move(state.accounts));
+  memory_.take_over(std::move(state.flagged_callers));
+  neighbours_.take_over(std::move(state.studio_places));
   calls_.remember(std::move(state.open_calls));
   for (const GroupOptions& options : options_.groups) {
     const auto memory = std::find_if(state.groups.begin(), state.groups.end(),
@@ -236,11 +263,11 @@ void Server::Inside::accept(std::unique_ptr<platform::Connection> connection) {
   }
   if (open_connections() >= most && !make_room({})) return figures_.refuse(Refusal::TooManySeats);
   ++figures_.connections;
-  sessions_.push_back(
-      std::make_unique<Session>(seats_.new_number(), std::move(connection),
-                                SessionServices{context_, accounts_, logins_, seats_, groups_,
-                                                options_.fixed_seats, told_at_login_},
-                                [this](Session& session) { remove_later(session); }));
+  sessions_.push_back(std::make_unique<Session>(
+      seats_.new_number(), std::move(connection),
+      SessionServices{context_, accounts_, logins_, seats_, groups_, neighbours_.places(),
+                      options_.fixed_seats, told_at_login_},
+      [this](Session& session) { remove_later(session); }));
 }
 
 std::size_t Server::Inside::open_connections() const {
@@ -302,11 +329,7 @@ AdminServices Server::Inside::admin_services() {
           seats_,
           groups_,
           [this] { return serving_; },
-          [this](const std::string& user) {
-            for (const auto& session : sessions_) {
-              if (!session->is_over() && session->user == user) session->take_new_rights();
-            }
-          },
+          [this](const std::string& user) { tell_new_rights(user); },
           [this](const std::string& user, const std::string& why) { end_seats(user, why); },
           [this](int seconds, const std::string& text) {
             if (on_shutdown_asked) on_shutdown_asked(seconds, text);
@@ -338,9 +361,9 @@ void Server::Inside::reconfigure(ServerOptions options) {
       group->change(wanted);
     }
   }
-  for (const auto& session : sessions_) {
-    if (!session->is_over() && session->group != 0) session->tell_groups();
-  }
+  neighbours_.tell_places(options_);
+  retention_.set(options_.retention);
+  tell_groups();
   remove_empty_groups();
   audit_.note({}, "configuration read again");
 }
@@ -407,6 +430,18 @@ void Server::Inside::end_sessions() {
   serving_ = false;
   remote_seats_.reset();
   for (const auto& session : sessions_) session->end();
+}
+
+void Server::Inside::tell_new_rights(const std::string& user) {
+  for (const auto& session : sessions_) {
+    if (!session->is_over() && session->user == user) session->take_new_rights();
+  }
+}
+
+void Server::Inside::tell_groups() {
+  for (const auto& session : sessions_) {
+    if (!session->is_over() && session->group != 0) session->tell_groups();
+  }
 }
 
 void Server::Inside::end_seats(const std::string& user, const std::string& why) {

@@ -4,6 +4,8 @@
 #include <string>
 #include <vector>
 
+#include "platform/store.h"
+
 namespace lineweir::server {
 
 // A studio's lines and what is there to work them. Texts are UTF-8.
@@ -39,13 +41,26 @@ struct FixedSeat {
   bool operator==(const FixedSeat&) const = default;
 };
 
+// For how long the store knows who called.
+struct RetentionOptions {
+  // 0: for ever.
+  int days = 0;
+  platform::Store::Forgetting what = platform::Store::Forgetting::Callers;
+
+  bool operator==(const RetentionOptions&) const = default;
+};
+
 struct ServerOptions {
+  // Where consoles reach this server, "host:port" or "tls:host:port"; empty where other servers of
+  // the store needn't know.
+  std::string address = {};
   // In the order of their numbers; at least one.
   std::vector<GroupOptions> groups = {};
   std::vector<FixedSeat> fixed_seats = {};
   // Connections of seats that may be there at once, and of those from one address.
   int seats = 2000;
   int seats_of_address = 2000;
+  RetentionOptions retention = {};
 
   bool operator==(const ServerOptions&) const = default;
 };

@@ -106,8 +106,11 @@ class Session final : public Seat {
   void set_mode(const ServerPacket& packet);
   void select_phone(const ServerPacket& packet);
   void tell_time(const ServerPacket& packet);
+  void tell_caller(const ServerPacket& packet);
+  void flag_caller(const ServerPacket& packet);
   void take_profile(const ServerPacket& packet);
 
+  void send_elsewhere(int wanted);
   void hand_over(const LineOrder& order);
   void tell_allowed_groups();
   void tell_callers_later();

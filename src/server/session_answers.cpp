@@ -1,10 +1,13 @@
 #include <algorithm>
 
+#include "base/telephone_number.h"
 #include "base/text.h"
 #include "lines/equipment_kinds.h"
+#include "server/caller_memory.h"
 #include "server/caller_text.h"
 #include "server/line_order.h"
 #include "server/session_request.h"
+#include "wire/caller_known.h"
 #include "wire/studio_texts.h"
 
 namespace lineweir::server {
@@ -16,6 +19,7 @@ constexpr std::string_view words_of_tones = "T";
 // Callers are put on air, and locked there, in talent mode.
 constexpr std::string_view words_of_talent = "NCL";
 constexpr int tones_from = 20;
+constexpr std::size_t longest_number = 100;
 
 // What a command word takes beyond the frame's own needs.
 std::optional<Right> right_of(const LineOrder& order, int kind) {
@@ -62,6 +66,8 @@ const Session::Request* Session::request_of(std::uint8_t code) {
       {CmdUserProfile, Needs::LetIn, &Session::take_profile},
       {CmdRequestAccessRights, Needs::Nothing, &Session::tell_rights},
       {CmdRequestFirstUnblocked, Needs::Nothing, &Session::tell_first_open_group},
+      {CmdAskCaller, Needs::Registered, &Session::tell_caller, Right::CallerDataAllowed},
+      {CmdFlagCaller, Needs::Registered, &Session::flag_caller, Right::CallerFlagAllowed},
   };
   for (const Request& request : requests) {
     if (static_cast<std::uint8_t>(request.command) == code) return &request;
@@ -71,7 +77,7 @@ const Session::Request* Session::request_of(std::uint8_t code) {
 
 void Session::register_console(const ServerPacket& packet) {
   Group* const wanted = services_.seats.find_group(packet.GroupNo);
-  if (wanted == nullptr) return refuse(Refusal::OtherGroup);
+  if (wanted == nullptr) return send_elsewhere(packet.GroupNo);
   if (!services_.accounts.has_rights(user, packet.GroupNo)) {
     return refuse(Refusal::NoRightsInGroup);
   }
@@ -81,6 +87,16 @@ void Session::register_console(const ServerPacket& packet) {
   tell_allowed_groups();
   services_.seats.join(*this, *wanted);
   tell_callers_later();
+}
+
+// A console that doesn't know the way of itself shows it to the person.
+void Session::send_elsewhere(int wanted) {
+  const platform::StudioPlace* const place = services_.places.find(wanted);
+  if (place == nullptr) return refuse(Refusal::OtherGroup);
+  if (!services_.accounts.has_rights(user, wanted)) return refuse(Refusal::NoRightsInGroup);
+  send(server_packet(ServerCommand::SrvGroupElsewhere, wanted,
+                     services_.context.letters.from_utf8(place->address)));
+  tell_person(place->name + " is served at " + place->address + ".");
 }
 
 void Session::tell_callers_later() {
@@ -98,7 +114,8 @@ void Session::tell_groups() {
 }
 
 void Session::tell_allowed_groups() {
-  std::vector<std::string> names = names_of_groups(services_.groups, services_.context.letters);
+  std::vector<std::string> names =
+      names_of_groups(services_.groups, services_.places, services_.context.letters);
   for (std::size_t place = 0; place < names.size(); ++place) {
     if (!services_.accounts.has_rights(user, static_cast<int>(place) + 1)) names[place].clear();
   }
@@ -148,8 +165,9 @@ void Session::set_next_call(const ServerPacket& packet) {
 }
 
 void Session::tell_group_names(const ServerPacket&) {
-  send(server_packet(ServerCommand::SrvGroupNames, no_value,
-                     encode_list(names_of_groups(services_.groups, services_.context.letters))));
+  send(server_packet(
+      ServerCommand::SrvGroupNames, no_value,
+      encode_list(names_of_groups(services_.groups, services_.places, services_.context.letters))));
 }
 
 void Session::tell_studio_status(const ServerPacket& packet) {
@@ -157,6 +175,28 @@ void Session::tell_studio_status(const ServerPacket& packet) {
   if (asked != nullptr && packet.GroupNo == group) return send(asked->studio_status());
   send(
       server_packet(ServerCommand::SrvStudioStatus, packet.GroupNo, std::string(no_studio_status)));
+}
+
+void Session::tell_caller(const ServerPacket& packet) {
+  own_group().known_callers().answer(*this, clean_name(packet.Buffer, longest_number));
+}
+
+void Session::flag_caller(const ServerPacket& packet) {
+  const auto flagging = decode_caller_flagging(packet.AltInfo, packet.Buffer);
+  if (!flagging) return refuse(Refusal::Malformed);
+  const Letters& letters = services_.context.letters;
+  const std::string of_caller = clean_name(flagging->number, longest_number);
+  const std::string key = telephone_key(of_caller);
+  if (key.empty()) {
+    refuse(Refusal::Malformed);
+    return tell_person_of_refusal("a caller is known by a number of at least four digits");
+  }
+  services_.context.memory.note({.key = key,
+                                 .number = letters.to_utf8(of_caller),
+                                 .flag = flagging->flag,
+                                 .reason = letters.to_utf8(flagging->reason),
+                                 .until = flagging->until,
+                                 .by = user});
 }
 
 void Session::tell_times(const ServerPacket&) { send(own_group().times()); }
@@ -208,10 +248,8 @@ void Session::take_profile(const ServerPacket& packet) {
   if (profile.size() > longest_profile) return refuse(Refusal::Malformed);
   const platform::Account* const account = services_.accounts.find(user);
   if (account == nullptr) return refuse(Refusal::OtherUser);
-  platform::Account changed = *account;
-  changed.profile = std::move(profile);
-  learn_own_names(changed);
-  services_.accounts.save(std::move(changed));
+  services_.accounts.save_profile(user, std::move(profile));
+  learn_own_names(*services_.accounts.find(user));
 }
 
 }  // namespace lineweir::server

@@ -125,7 +125,14 @@ void Session::tell_first_open_group(const ServerPacket& packet) {
     const auto open = std::find_if(
         services_.groups.begin(), services_.groups.end(),
         [&](const auto& entry) { return services_.accounts.has_rights(asker, entry.first); });
-    if (open != services_.groups.end()) told.AltInfo = field_byte(open->first);
+    const auto elsewhere = std::ranges::find_if(services_.places.all(), [&](const auto& entry) {
+      return services_.accounts.has_rights(asker, entry.first);
+    });
+    if (open != services_.groups.end()) {
+      told.AltInfo = field_byte(open->first);
+    } else if (elsewhere != services_.places.all().end()) {
+      told.AltInfo = field_byte(elsewhere->first);
+    }
     send(told);
   });
 }
@@ -142,9 +149,7 @@ void Session::let_in(const std::string& accepted) {
     services_.context.audit.note(user, "login", peer_);
   }
   learn_own_names(*account);
-  platform::Account seen = *account;
-  seen.last_seen = services_.context.clock.now();
-  services_.accounts.save(std::move(seen));
+  services_.accounts.note_seen(accepted, services_.context.clock.now());
 }
 
 std::optional<std::string> Session::user_of_place() const {
@@ -155,9 +160,12 @@ std::optional<std::string> Session::user_of_place() const {
   return std::nullopt;
 }
 
-// Nobody has rights in a group that isn't there.
+// Nobody has rights in a group that isn't there. For one at another server the console is sent
+// there when it registers.
 std::string Session::rights_in(const std::string& of_user, int asked_group) const {
-  if (services_.seats.find_group(asked_group) == nullptr) return std::string(no_rights);
+  const bool is_there = services_.seats.find_group(asked_group) != nullptr ||
+                        services_.places.find(asked_group) != nullptr;
+  if (!is_there) return std::string(no_rights);
   return services_.accounts.rights(of_user, asked_group);
 }
 

@@ -19,6 +19,7 @@ struct SessionServices {
   LoginDesk& logins;
   SeatBook& seats;
   Groups& groups;
+  const StudioPlaces& places;
   const std::vector<FixedSeat>& fixed_seats;
   // What a user is told at the next login, by user and address.
   std::map<std::string, std::string>& told_at_login;

@@ -1,5 +1,6 @@
 #include "server/store_outbox.h"
 
+#include <algorithm>
 #include <string>
 #include <type_traits>
 #include <utility>
@@ -21,6 +22,14 @@ std::string name_of_thing(const StoreChange& change) {
           return "call " + std::to_string(thing.id);
         } else if constexpr (std::is_same_v<Thing, platform::GroupMemory>) {
           return "group " + std::to_string(thing.group);
+        } else if constexpr (std::is_same_v<Thing, platform::AccountSeen>) {
+          return "seen " + thing.name;
+        } else if constexpr (std::is_same_v<Thing, platform::AccountProfile>) {
+          return "profile " + thing.name;
+        } else if constexpr (std::is_same_v<Thing, platform::FlaggedCaller>) {
+          return "caller " + thing.key;
+        } else if constexpr (std::is_same_v<Thing, platform::StudioPlace>) {
+          return "place " + std::to_string(thing.group);
         } else {
           return {};
         }
@@ -55,6 +64,15 @@ void StoreOutbox::put(StoreChange change) {
   append(std::move(change));
   if (waiting_.size() > most_waiting) lose_oldest();
   if (next_write_ == 0 && in_flight_ == 0) schedule(gathered_for);
+}
+
+bool StoreOutbox::holds_account(const std::string& name) const {
+  const std::string things[] = {"account " + name, "seen " + name, "profile " + name};
+  return std::ranges::any_of(things, [this](const std::string& thing) {
+    return places_.contains(thing) || std::ranges::any_of(writing_, [&](const StoreChange& change) {
+             return name_of_thing(change) == thing;
+           });
+  });
 }
 
 void StoreOutbox::when_empty(std::function<void()> done) {

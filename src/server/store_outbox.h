@@ -50,6 +50,9 @@ class StoreOutbox {
   // Told, from the loop, once all that waits now is written.
   void when_written(std::function<void()> done);
 
+  // Whether something of the account isn't written yet.
+  bool holds_account(const std::string& name) const;
+
   std::size_t waiting() const { return waiting_.size() + in_flight_; }
   std::size_t lost() const { return lost_; }
   bool store_is_away() const { return away_; }

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <charconv>
 #include <cstdlib>
 #include <cstring>
 #include <filesystem>
@@ -180,10 +181,50 @@ void add_group(ConfigurationTable& table, const fs::path& folder, server::Server
   server.groups.push_back(std::move(group));
 }
 
+// What the consoles take as a server's address.
+void read_address(ConfigurationTable& table, server::ServerOptions& server) {
+  constexpr std::string_view expected =
+      "how consoles reach this server, such as \"studio-a:2001\" or \"tls:studio-a:2001\"";
+  constexpr std::string_view tls = "tls:";
+  constexpr std::size_t longest = 200;
+  const auto text = table.text("address", expected);
+  if (!text) return;
+  const std::string place = text->starts_with(tls) ? text->substr(tls.size()) : *text;
+  const std::size_t colon = place.rfind(':');
+  int port = 0;
+  const char* const end = place.data() + place.size();
+  const bool has_port = colon != std::string::npos && colon != 0 &&
+                        std::from_chars(place.data() + colon + 1, end, port).ptr == end &&
+                        port > 0 && port < 65536;
+  if (!has_port || text->size() > longest || text->find_first_of(", ") != std::string::npos) {
+    table.refuse("address", std::string(expected) + ", not \"" + *text + "\"");
+  }
+  server.address = *text;
+}
+
+void read_retention(ConfigurationTable& top, server::ServerOptions& server) {
+  constexpr int most_days = 36'500;
+  constexpr std::string_view expected = "\"callers\" or \"calls\"";
+  auto table = top.table("retention");
+  if (!table) return;
+  const auto days = table->number("days", 1, most_days);
+  const auto what = table->text("forget", expected);
+  table->refuse_unknown();
+  if (!days) table->refuse("days", "for how many days it is known who called");
+  if (what && *what != "callers" && *what != "calls") {
+    table->refuse("forget", std::string(expected) + ", not \"" + *what + "\"");
+  }
+  server.retention = {.days = *days,
+                      .what = what == "calls" ? platform::Store::Forgetting::Calls
+                                              : platform::Store::Forgetting::Callers};
+}
+
 void read_server(ConfigurationTable& table, const fs::path& folder, server::ServerOptions& server) {
   server.seats = table.number("seats", 1, most_seats).value_or(server.seats);
   server.seats_of_address =
       table.number("seats_of_address", 1, most_seats).value_or(server.seats_of_address);
+  read_address(table, server);
+  read_retention(table, server);
   table.each_table("fixed_seat", [&](ConfigurationTable& each) { read_fixed_seat(each, server); });
   table.each_table("group", [&](ConfigurationTable& each) { add_group(each, folder, server); });
   std::ranges::sort(server.groups, {}, &server::GroupOptions::number);

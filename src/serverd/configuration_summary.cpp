@@ -56,6 +56,14 @@ void describe(const Configuration& configuration, std::ostream& out) {
   }
   out << "keeps its data in " << shown_store(configuration) << '\n';
   if (configuration.standby) out << "serves while no other server of its groups does\n";
+  if (!configuration.server.address.empty()) {
+    out << "tells other servers of its store that it is at " << configuration.server.address
+        << '\n';
+  }
+  if (const server::RetentionOptions& kept = configuration.server.retention; kept.days > 0) {
+    const bool whole = kept.what == platform::Store::Forgetting::Calls;
+    out << "forgets " << (whole ? "calls" : "who called") << " after " << kept.days << " days\n";
+  }
   out << "is administered through " << configuration.admin_socket << '\n';
   if (configuration.metrics) {
     out << "tells its figures on http://" << configuration.metrics->text() << "/metrics\n";

@@ -9,6 +9,10 @@
 
 namespace lineweir {
 
+// Bank of a server's SrvPhoneType: it has a caller memory, so that a console may ask it. It stands
+// there so that nothing more is sent to consoles that know nothing of it.
+inline constexpr std::uint8_t has_caller_memory = 'M';
+
 // What the server's caller memory tells of a caller (SrvCallerKnown): AltInfo and the buffer.
 struct CallerKnown {
   CallerFlag flag = CallerFlag::None;

@@ -126,6 +126,7 @@ enum class ServerCommand : std::uint8_t {
   SrvFirstUnblocked = 145,
   SrvAllowedGroups = 146,
   SrvCallerKnown = 147,
+  SrvGroupElsewhere = 148,
 };
 
 struct ServerCommandRow {
@@ -159,6 +160,7 @@ inline constexpr auto server_commands = [] {
       {SrvFirstUnblocked, "SrvFirstUnblocked", false},
       {SrvAllowedGroups, "SrvAllowedGroups", false},
       {SrvCallerKnown, "SrvCallerKnown", true},
+      {SrvGroupElsewhere, "SrvGroupElsewhere", false},
   });
 }();
 

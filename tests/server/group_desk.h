@@ -91,7 +91,8 @@ struct PartsDesk {
   StoreOutbox outbox{loop, store, log};
   Audit audit{clock, random, outbox};
   CallBook calls{clock, outbox};
-  Context context{loop, clock, letters, log, figures, outbox, audit, calls};
+  CallerMemory caller_memory{store, clock, outbox, audit};
+  Context context{loop, clock, letters, log, figures, outbox, audit, calls, caller_memory};
 };
 
 // A group of lines whose exchange is the test's.

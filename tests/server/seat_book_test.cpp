@@ -45,8 +45,9 @@ struct BookDesk : PartsDesk {
 
 TEST_CASE("the names of groups stand at the places of their numbers") {
   BookDesk desk({2, 5});
-  CHECK(names_of_groups(desk.groups, desk.letters) == Words{"-", "Studio 2", "-", "-", "Studio 5"});
-  CHECK(names_of_groups({}, desk.letters).empty());
+  CHECK(names_of_groups(desk.groups, {}, desk.letters) ==
+        Words{"-", "Studio 2", "-", "-", "Studio 5"});
+  CHECK(names_of_groups({}, {}, desk.letters).empty());
 }
 
 TEST_CASE("a group's name is one that a list and a frame can hold") {
@@ -54,7 +55,7 @@ TEST_CASE("a group's name is one that a list and a frame can hold") {
   GroupOptions options = desk.groups.at(1)->options();
   options.name = "Caf\xC3\xA9\3\5\5" + std::string(100, 'x');
   desk.groups.at(1)->change(options);
-  const std::string name = names_of_groups(desk.groups, desk.letters).at(0);
+  const std::string name = names_of_groups(desk.groups, {}, desk.letters).at(0);
   CHECK(name.starts_with("Caf\xE9   xx"));
   CHECK(name.size() == 60);
 }

@@ -308,6 +308,7 @@ void ServerSteps::compare_seats(const Place& place, const Place& other) {
   }
   if (place.witness.group() != other.witness.group()) return;
   require(place.witness.caller_data() == other.witness.caller_data(), "caller data");
+  require(place.witness.known_callers() == other.witness.known_callers(), "known callers");
   require(place.witness.next_call() == other.witness.next_call(), "next call");
   require(place.witness.message() == other.witness.message(), "message");
 }

@@ -1,6 +1,7 @@
 #include "server/table_witness.h"
 
 #include "lines/equipment_kinds.h"
+#include "wire/caller_known.h"
 
 namespace lineweir::server {
 namespace {
@@ -49,6 +50,7 @@ bool TableWitness::take(const ServerPacket& packet) {
       sure_ = true;
       letters_.clear();
       caller_data_.clear();
+      known_callers_.clear();
       next_call_.reset();
       message_.clear();
       return let_in_;
@@ -82,6 +84,13 @@ bool TableWitness::take_group_frame(const ServerPacket& packet) {
         caller_data_[packet.LineNo] = shown;
       }
       return decode_caller_data(packet.Buffer).has_value();
+    case SrvCallerKnown:
+      if (packet.LineNo == no_value)
+        return decode_caller_known(packet.AltInfo, packet.Buffer).has_value();
+      known_callers_.erase(packet.LineNo);
+      if (packet.Buffer.empty()) return true;
+      known_callers_[packet.LineNo] = static_cast<char>(packet.AltInfo) + packet.Buffer;
+      return decode_caller_known(packet.AltInfo, packet.Buffer).has_value();
     case SrvNextCall:
       next_call_ = packet.LineNo;
       return true;

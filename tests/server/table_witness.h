@@ -29,6 +29,8 @@ class TableWitness {
   int line_count() const { return static_cast<int>(letters_.size()); }
   // By line, without the name of who entered them; a line that was cleared isn't there.
   const std::map<int, std::string>& caller_data() const { return caller_data_; }
+  // What is known of each line's caller, as told.
+  const std::map<int, std::string>& known_callers() const { return known_callers_; }
   std::optional<int> next_call() const { return next_call_; }
   const std::string& message() const { return message_; }
 
@@ -42,6 +44,7 @@ class TableWitness {
   bool sure_ = false;
   std::string letters_;
   std::map<int, std::string> caller_data_;
+  std::map<int, std::string> known_callers_;
   std::optional<int> next_call_;
   std::string message_;
 };

@@ -61,7 +61,7 @@ TEST_SUITE("wire/server_packet_commands") {
           "130 SrvTimes 131 SrvPhoneType 132 SrvLineNumbers 133 SrvCallerData 134 SrvLineStatus "
           "135 SrvFlashMessage 136 SrvNextCall 137 SrvPhoneNames 139 SrvLoginCheckResult "
           "140 SrvMessage 141 SrvShutdownNotice 142 SrvTime 143 SrvShowTimes 144 SrvRights "
-          "145 SrvFirstUnblocked 146 SrvAllowedGroups 147 SrvCallerKnown ");
+          "145 SrvFirstUnblocked 146 SrvAllowedGroups 147 SrvCallerKnown 148 SrvGroupElsewhere ");
   }
 
   TEST_CASE("a packet says its command") {

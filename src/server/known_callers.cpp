@@ -1,0 +1,151 @@
+#include "server/known_callers.h"
+
+#include <utility>
+
+#include "base/iso_date.h"
+#include "base/telephone_number.h"
+#include "server/caller_memory.h"
+#include "server/caller_text.h"
+
+namespace lineweir::server {
+namespace {
+
+// The consoles take no more of a field.
+constexpr std::size_t longest_field = 100;
+
+bool is_anything(const CallerKnown& known) {
+  return known.flag != CallerFlag::None || known.calls != 0;
+}
+
+int counted(std::int64_t count) {
+  return static_cast<int>(std::min<std::int64_t>(count, std::numeric_limits<int>::max()));
+}
+
+}  // namespace
+
+KnownCallers::KnownCallers(const Context& context, const GroupOptions& options, Relay& relay,
+                           const GroupLines& lines)
+    : context_(context),
+      options_(options),
+      relay_(relay),
+      lines_(lines),
+      line_(static_cast<std::size_t>(options.lines)) {}
+
+void KnownCallers::look_up(int line, const std::string& told_number) {
+  const platform::CallRecord* const call = context_.calls.find(options_.number, line);
+  const std::string of_exchange =
+      call == nullptr ? std::string() : context_.letters.from_utf8(call->number);
+  const std::string told_key = telephone_key(told_number);
+  const std::string exchange_key = telephone_key(of_exchange);
+  Line& caller = at(line);
+  const std::string key = told_key.empty() ? exchange_key : told_key;
+  if (key == caller.key && exchange_key == caller.exchange_key) return;
+  caller.key = key;
+  caller.exchange_key = exchange_key;
+  caller.number = told_key.empty() ? of_exchange : told_number;
+  caller.history = {};
+  ++caller.generation;
+  tell_changes(line);
+  if (!key.empty()) ask(line);
+}
+
+void KnownCallers::ask(int line) {
+  context_.memory.ask(at(line).key,
+                      [this, line, alive = std::weak_ptr(alive_), generation = at(line).generation](
+                          const std::optional<platform::CallerHistory>& history) {
+                        if (!alive.lock() || !history || at(line).generation != generation) return;
+                        at(line).history = *history;
+                        tell_changes(line);
+                      });
+}
+
+void KnownCallers::forget(int line) {
+  Line& caller = at(line);
+  caller.key.clear();
+  caller.exchange_key.clear();
+  caller.number.clear();
+  caller.history = {};
+  ++caller.generation;
+  tell_changes(line);
+}
+
+void KnownCallers::flag_changed(const std::string& key) {
+  for (int line = 0; line < lines_.count(); ++line) {
+    if (at(line).key == key || at(line).exchange_key == key) tell_changes(line);
+  }
+}
+
+void KnownCallers::tell_all_lines(Seat& seat) const {
+  for (int line = 0; line < lines_.count(); ++line) {
+    if (lines_.exists(line) && is_anything(at(line).told)) {
+      seat.tell(Telling(packet(line, at(line).told)));
+    }
+  }
+}
+
+void KnownCallers::answer(Seat& seat, const std::string& number) const {
+  const std::string key = telephone_key(number);
+  const auto tell = [this](Seat& asker, const std::string& asked,
+                           const platform::CallerHistory& history) {
+    const CallerKnown told = known(asked, history, context_.memory.find(telephone_key(asked)));
+    asker.tell(Telling(packet(no_value, told)));
+  };
+  if (key.empty()) return tell(seat, number, {});
+  context_.memory.ask(key, [this, alive = std::weak_ptr(alive_), number, tell,
+                            asker = seat.number](const auto& history) {
+    if (!alive.lock() || !history) return;
+    // It may have gone meanwhile.
+    for (Seat* const other : relay_.seats()) {
+      if (other->number == asker) return tell(*other, number, *history);
+    }
+  });
+}
+
+void KnownCallers::tell_changes(int line) {
+  Line& caller = at(line);
+  CallerKnown now = known(caller.number, caller.history, flag(caller));
+  if (!is_anything(now)) now = {};
+  if (now == caller.told) return;
+  caller.told = now;
+  relay_.tell(packet(line, now));
+}
+
+const platform::FlaggedCaller* KnownCallers::flag(const Line& line) const {
+  const auto* const told = context_.memory.find(line.key);
+  const auto* const of_exchange = context_.memory.find(line.exchange_key);
+  if (told == nullptr || of_exchange == nullptr) return told == nullptr ? of_exchange : told;
+  return of_exchange->flag > told->flag ? of_exchange : told;
+}
+
+CallerKnown KnownCallers::known(const std::string& number, const platform::CallerHistory& history,
+                                const platform::FlaggedCaller* flag) const {
+  const auto field = [this](const std::string& utf8) {
+    return clean_name(context_.letters.from_utf8(utf8), longest_field);
+  };
+  CallerKnown known;
+  known.number = clean_name(number, longest_field);
+  known.calls = counted(history.calls);
+  known.on_air = counted(history.on_air);
+  if (history.last_on_air != platform::Moment{0}) {
+    known.last_on_air = iso_minute_text(context_.clock.local(history.last_on_air));
+  }
+  known.name = field(history.name);
+  known.city = field(history.city);
+  if (flag == nullptr) return known;
+  known.flag = flag->flag;
+  known.reason = field(flag->reason);
+  known.until = flag->until;
+  known.flagged_by = field(flag->by);
+  return known;
+}
+
+ServerPacket KnownCallers::packet(int line, const CallerKnown& known) const {
+  const bool is_cleared = line != no_value && known == CallerKnown{};
+  ServerPacket told = server_packet(ServerCommand::SrvCallerKnown, options_.number,
+                                    is_cleared ? std::string() : encode_caller_known(known));
+  told.LineNo = field_byte(line);
+  told.AltInfo = static_cast<std::uint8_t>(known.flag);
+  return told;
+}
+
+}  // namespace lineweir::server

@@ -1,0 +1,64 @@
+#pragma once
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "server/context.h"
+#include "server/group_lines.h"
+#include "server/relay.h"
+#include "server/server_options.h"
+#include "wire/caller_known.h"
+
+namespace lineweir::server {
+
+// What the caller memory knows of the callers on a group's lines, and tells all seats.
+class KnownCallers {
+ public:
+  KnownCallers(const Context& context, const GroupOptions& options, Relay& relay,
+               const GroupLines& lines);
+
+  // The line has another caller, or the caller another number; both are in the consoles' letters.
+  void look_up(int line, const std::string& told_number);
+  void call_ended(int line) { forget(line); }
+  // What is noted of a caller has changed.
+  void flag_changed(const std::string& key);
+
+  // What it knows of each line.
+  void tell_all_lines(Seat& seat) const;
+  // What is known of a number that somebody has typed, for that seat alone.
+  void answer(Seat& seat, const std::string& number) const;
+
+ private:
+  struct Line {
+    // Of the number that was told, or else of the exchange's; and of the exchange's.
+    std::string key;
+    std::string exchange_key;
+    std::string number;
+    platform::CallerHistory history;
+    // What the seats were told last; nothing is known where it is as new.
+    CallerKnown told;
+    // Counts the callers, so that an answer of the store comes to the one it was asked for.
+    int generation = 0;
+  };
+
+  void forget(int line);
+  void ask(int line);
+  void tell_changes(int line);
+  // The sterner one where both numbers are flagged.
+  const platform::FlaggedCaller* flag(const Line& line) const;
+  CallerKnown known(const std::string& number, const platform::CallerHistory& history,
+                    const platform::FlaggedCaller* flag) const;
+  ServerPacket packet(int line, const CallerKnown& known) const;
+  Line& at(int line) { return line_[static_cast<std::size_t>(line)]; }
+  const Line& at(int line) const { return line_[static_cast<std::size_t>(line)]; }
+
+  const Context& context_;
+  const GroupOptions& options_;
+  Relay& relay_;
+  const GroupLines& lines_;
+  std::vector<Line> line_;
+  std::shared_ptr<bool> alive_ = std::make_shared<bool>(true);
+};
+
+}  // namespace lineweir::server

@@ -1,0 +1,336 @@
+#include <doctest/doctest.h>
+
+#include <algorithm>
+
+#include "adminlink/admin_columns.h"
+#include "server/admin_tool.h"
+#include "server/server_room.h"
+#include "wire/caller_known.h"
+
+namespace lineweir::server {
+namespace {
+
+using namespace std::chrono_literals;
+using enum ClientCommand;
+using enum ServerCommand;
+using admin::Command;
+using admin::Field;
+
+constexpr const char* number = "+1 (312) 555-0100";
+
+// A call on the line that is put on air and ends.
+void whole_call(ServerRoom& room, FrameConsole& console, int line, const std::string& of = number) {
+  room.exchange().arrive(line, of);
+  room.wait(2s);
+  console.word('P', line, 0);
+  room.wait(2s);
+  console.word('N', line);
+  room.wait(2s);
+  room.exchange().leave(line);
+  room.wait(2s);
+}
+
+std::optional<CallerKnown> last_known(FrameConsole& console) {
+  const ServerPacket told = console.take_last(SrvCallerKnown);
+  return decode_caller_known(told.AltInfo, told.Buffer);
+}
+
+void send_flag(FrameConsole& console, const CallerFlagging& flagging) {
+  ServerPacket packet = console.packet(CmdFlagCaller, no_value, encode_caller_flagging(flagging));
+  packet.AltInfo = static_cast<std::uint8_t>(flagging.flag);
+  console.send(packet);
+}
+
+const CallerFlagging barred{
+    .flag = CallerFlag::Barred, .number = "312-555-0100", .reason = "abuse", .until = "2099-12-31"};
+
+TEST_CASE("a caller who was on air is known when he calls again, to every seat of the group") {
+  ServerRoom room;
+  auto host = room.seat("host");
+  auto screener = room.seat("screener", 1, 1);
+  whole_call(room, *host, 2);
+  host->take();
+  screener->take();
+
+  room.exchange().arrive(4, "312.555.0100");
+  room.wait(1s);
+  for (FrameConsole* console : {host.get(), screener.get()}) {
+    const auto told = console->take(SrvCallerKnown);
+    REQUIRE(told.size() == 1);
+    CHECK(told[0].LineNo == 4);
+    const auto known = decode_caller_known(told[0].AltInfo, told[0].Buffer);
+    REQUIRE(known);
+    CHECK(known->number == "312.555.0100");
+    CHECK(known->calls == 1);
+    CHECK(known->on_air == 1);
+    CHECK(known->last_on_air.size() == std::string("2026-12-31 20:15").size());
+    CHECK(known->flag == CallerFlag::None);
+  }
+  // One that comes now is told too, and all that the call has ended.
+  auto late = room.seat("screener", 1, 2);
+  room.wait(1s);
+  CHECK(last_known(*late)->calls == 1);
+  room.exchange().leave(4);
+  room.wait(1s);
+  const ServerPacket cleared = host->take_last(SrvCallerKnown);
+  CHECK(cleared.LineNo == 4);
+  CHECK(cleared.Buffer.empty());
+}
+
+TEST_CASE("the other group and a caller of whom nothing is known are told nothing") {
+  ServerRoom room;
+  auto host = room.seat("host");
+  auto other = room.seat("host", 2, 1);
+  whole_call(room, *host, 2);
+  other->take();
+  host->take();
+  room.exchange().arrive(0, number);
+  room.exchange().arrive(1, "555 9999");
+  room.exchange().arrive(3, "");
+  room.wait(1s);
+  CHECK(host->take(SrvCallerKnown).size() == 1);
+  CHECK(other->take(SrvCallerKnown).empty());
+}
+
+TEST_CASE("a number that a screener enters is looked up, and the newer name and city are known") {
+  ServerRoom room;
+  auto screener = room.seat("screener");
+  const auto enter = [&](const std::string& of, const std::string& name) {
+    CallerDetails data;
+    data.sender = "Scr";
+    data.fields[platform::told_name] = name;
+    data.fields[platform::told_city] = "Bath";
+    data.fields[platform::told_phone_number] = of;
+    screener->send(screener->packet(CmdCallerData, 0, encode_caller_data(data)));
+    room.wait(1s);
+  };
+  room.exchange().arrive(0, "");
+  room.wait(1s);
+  enter("5550100", "Ann");
+  room.exchange().leave(0);
+  room.wait(1s);
+  room.exchange().arrive(0, "");
+  room.wait(1s);
+  screener->take();
+  enter("555-0100", "");
+  const auto known = last_known(*screener);
+  REQUIRE(known);
+  CHECK(known->calls == 1);
+  CHECK(known->on_air == 0);
+  CHECK(known->name == "Ann");
+  CHECK(known->city == "Bath");
+  // Another one is another caller.
+  enter("555-0199", "");
+  CHECK(screener->take_last(SrvCallerKnown).Buffer.empty());
+}
+
+TEST_CASE("a console that asks is told that there is a memory, and answered alone") {
+  ServerRoom room;
+  auto host = room.seat("host");
+  whole_call(room, *host, 2);
+  auto screener = room.connect();
+  screener->log_in("screener", host_password);
+  screener->join(1, 1);
+  room.wait(1s);
+  CHECK(screener->take_last(SrvPhoneType).Bank == has_caller_memory);
+  host->take();
+  screener->send(screener->packet(CmdAskCaller, no_value, "3125550100"));
+  screener->send(screener->packet(CmdAskCaller, no_value, "999"));
+  room.wait(1s);
+  const auto told = screener->take(SrvCallerKnown);
+  REQUIRE(told.size() == 2);
+  CHECK(told[0].LineNo == no_value);
+  const auto known = decode_caller_known(told[0].AltInfo, told[0].Buffer);
+  const auto short_one = decode_caller_known(told[1].AltInfo, told[1].Buffer);
+  REQUIRE((known && short_one));
+  CHECK(short_one->number == "999");
+  CHECK(short_one->calls == 0);
+  CHECK(known->number == "3125550100");
+  CHECK(known->on_air == 1);
+  CHECK(host->take(SrvCallerKnown).empty());
+}
+
+TEST_CASE("who has the right flags a caller, and all seats with him on a line see it at once") {
+  ServerRoom room;
+  auto host = room.seat("host", 2, 0);
+  auto engineer = room.seat("host", 1, 1);
+  AdminTool tool(room);
+  const auto change_right = [&](const std::string& change) {
+    return tool.refusal({Command::UserRight,
+                         {{Field::Name, std::string("host")},
+                          {Field::Group, std::int64_t{1}},
+                          {Field::Changes, std::vector<std::string>{change}}}});
+  };
+  REQUIRE(change_right("-CallerFlagAllowed") == "");
+  room.exchange(2).arrive(3, number);
+  room.wait(1s);
+  host->take();
+
+  send_flag(*engineer, barred);
+  room.wait(1s);
+  CHECK(host->take(SrvCallerKnown).empty());
+  CHECK(room.figure("refusals_total{reason=\"missing_right\"}") == 1);
+  REQUIRE(change_right("+CallerFlagAllowed") == "");
+  send_flag(*engineer, barred);
+  room.wait(1s);
+  const ServerPacket told = host->take_last(SrvCallerKnown);
+  CHECK(told.LineNo == 3);
+  CHECK(told.GroupNo == 2);
+  const auto known = decode_caller_known(told.AltInfo, told.Buffer);
+  REQUIRE(known);
+  CHECK(known->flag == CallerFlag::Barred);
+  CHECK(known->reason == "abuse");
+  CHECK(known->until == "2099-12-31");
+  CHECK(known->flagged_by == "host");
+  CHECK(room.store.content().flagged_callers.at("3125550100").number == "312-555-0100");
+
+  // It is there behind a restart, and goes when it is taken back.
+  room.crash();
+  room.start();
+  room.wait(2s);
+  engineer = room.seat("host", 1, 1);
+  room.exchange().arrive(5, number);
+  room.wait(1s);
+  CHECK(last_known(*engineer)->flag == CallerFlag::Barred);
+  CallerFlagging none = barred;
+  none.flag = CallerFlag::None;
+  send_flag(*engineer, none);
+  room.wait(1s);
+  CHECK(engineer->take_last(SrvCallerKnown).Buffer.empty());
+  CHECK(room.store.content().flagged_callers.empty());
+}
+
+TEST_CASE(
+    "a caller who gives another number than the exchange tells is known by the sterner flag") {
+  ServerRoom room;
+  auto screener = room.seat("screener");
+  AdminTool tool(room);
+  const auto flag = [&](const std::string& of, const std::string& name) {
+    return tool.refusal({Command::CallerFlag, {{Field::Number, of}, {Field::Flag, name}}});
+  };
+  CHECK(flag("5550100", "barred") == "");
+  CHECK(flag("5550199", "regular") == "");
+  room.exchange().arrive(0, "555-0100");
+  room.wait(1s);
+  CallerDetails data;
+  data.sender = "Scr";
+  data.fields[platform::told_phone_number] = "555 0199";
+  screener->send(screener->packet(CmdCallerData, 0, encode_caller_data(data)));
+  room.wait(1s);
+  CHECK(last_known(*screener)->flag == CallerFlag::Barred);
+  REQUIRE(tool.refusal({Command::CallerClear, {{Field::Number, std::string("5550100")}}}) == "");
+  CHECK(last_known(*screener)->flag == CallerFlag::Regular);
+}
+
+TEST_CASE("with the store away flags are still seen") {
+  ServerRoom room;
+  AdminTool tool(room);
+  REQUIRE(tool.refusal({Command::CallerFlag,
+                        {{Field::Number, std::string("5550100")},
+                         {Field::Flag, std::string("careful")}}}) == "");
+  auto host = room.seat("host");
+  room.store.fail(true);
+  room.exchange().arrive(0, "5550100");
+  room.wait(2s);
+  CHECK(last_known(*host)->flag == CallerFlag::Careful);
+}
+
+TEST_CASE("a flag holds until its last day is over, and is forgotten in the night behind it") {
+  ServerRoom room;
+  AdminTool tool(room);
+  const platform::DateTime today = room.clock.local(room.clock.now());
+  char text[32];
+  std::snprintf(text, sizeof text, "%04d-%02d-%02d", today.year, today.month, today.day);
+  REQUIRE(tool.refusal({Command::CallerFlag,
+                        {{Field::Number, std::string("5550100")},
+                         {Field::Flag, std::string("barred")},
+                         {Field::Until, std::string(text)}}}) == "");
+  auto host = room.seat("host");
+  room.exchange().arrive(0, "5550100");
+  room.wait(2s);
+  CHECK(last_known(*host)->flag == CallerFlag::Barred);
+  room.wait(25h);
+  room.exchange().leave(0);
+  room.wait(5s);
+  CHECK(tool.rows({Command::CallerList, {}}).empty() ==
+        (room.store.content().flagged_callers.empty()));
+  room.wait(24h);
+  CHECK(room.store.content().flagged_callers.empty());
+  const auto& audit = room.store.content().audit;
+  CHECK(std::ranges::any_of(audit, [](const platform::AuditEntry& entry) {
+    return entry.event.action == "flags forgotten" &&
+           entry.event.detail == "1 caller, whose last day has passed";
+  }));
+}
+
+TEST_CASE(
+    "each night it is forgotten who called before the configured days, and the audit says so") {
+  for (const auto what :
+       {platform::Store::Forgetting::Callers, platform::Store::Forgetting::Calls}) {
+    ServerOptions options = ServerRoom::two_studios();
+    options.retention = {.days = 3, .what = what};
+    ServerRoom room(options);
+    {
+      auto host = room.seat("host");
+      for (int i = 0; i < 3; ++i) whole_call(room, *host, i);
+    }
+    const auto known = [&] { return room.store.content().caller_history("3125550100").calls; };
+    room.wait(48h);
+    CHECK(known() == 3);
+    room.wait(48h);
+    CHECK(known() == 0);
+    const bool whole = what == platform::Store::Forgetting::Calls;
+    CHECK(room.store.content().calls.size() == (whole ? 0 : 3));
+    const auto& audit = room.store.content().audit;
+    CHECK(std::ranges::count_if(audit, [&](const platform::AuditEntry& entry) {
+            return entry.event.action == (whole ? "calls forgotten" : "callers forgotten") &&
+                   entry.event.detail.starts_with("3 calls that ended before ");
+          }) == 1);
+    CHECK(room.store.content().verdict().first_wrong == 0);
+  }
+}
+
+TEST_CASE("an administrator lists, shows, flags and clears callers") {
+  ServerRoom room;
+  AdminTool tool(room);
+  auto host = room.seat("host");
+  whole_call(room, *host, 1);
+  const auto flag = [&](const std::string& of, const std::string& name, const std::string& until) {
+    return tool.refusal({Command::CallerFlag,
+                         {{Field::Number, of},
+                          {Field::Flag, name},
+                          {Field::Text, std::string("why")},
+                          {Field::Until, until}}});
+  };
+  CHECK(flag("12", "barred", "2099-01-01") ==
+        "A caller is known by a number of at least 4 digits.");
+  CHECK(flag(number, "bad", "2099-01-01") == "A flag is \"regular\", \"careful\" or \"barred\".");
+  CHECK(flag(number, "none", "2099-01-01") == "A flag is \"regular\", \"careful\" or \"barred\".");
+  CHECK(flag(number, "barred", "1.1.2099") == "\"1.1.2099\" is no date; 2026-12-31 is.");
+  CHECK(flag(number, "barred", "2099-01-01") == "");
+  auto rows = tool.rows({Command::CallerList, {}});
+  REQUIRE(rows.size() == 1);
+  CHECK(rows[0].at("number") == number);
+  CHECK(rows[0].at("flag") == "barred");
+  CHECK(rows[0].at("reason") == "why");
+  CHECK(rows[0].at("until") == "2099-01-01");
+  CHECK(rows[0].at("by") == "(admin)");
+  rows = tool.rows({Command::CallerShow, {{Field::Number, std::string("3125550100")}}});
+  REQUIRE(rows.size() == 1);
+  CHECK(rows[0].at("calls") == 1);
+  CHECK(rows[0].at("on_air") == 1);
+  CHECK(rows[0].at("flag") == "barred");
+  const auto clear = [&](const std::string& of) {
+    return tool.refusal({Command::CallerClear, {{Field::Number, of}}});
+  };
+  CHECK(clear("312 555 0100") == "");
+  CHECK(clear("312 555 0100") == "Nothing is noted of the number 312 555 0100.");
+  CHECK(tool.rows({Command::CallerList, {}}).empty());
+  // Nobody learns a number from the audit.
+  for (const platform::AuditEntry& entry : room.store.content().audit) {
+    CHECK(entry.event.detail.find("555") == std::string::npos);
+  }
+}
+
+}  // namespace
+}  // namespace lineweir::server

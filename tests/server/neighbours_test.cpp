@@ -1,0 +1,173 @@
+#include <doctest/doctest.h>
+
+#include <algorithm>
+
+#include "server/server_room.h"
+#include "wire/caller_known.h"
+
+namespace lineweir::server {
+namespace {
+
+using namespace std::chrono_literals;
+using enum ClientCommand;
+using enum ServerCommand;
+
+const platform::StudioPlace elsewhere{.group = 12, .name = "Studio 12", .address = "b:2001"};
+
+struct SharedRoom {
+  SharedRoom() { tell({.studio_places = {elsewhere}}); }
+  // As the store does when another server has written it.
+  void tell(platform::StoreNews news) {
+    for (const auto& place : news.studio_places) room.store.content().apply(place);
+    for (const auto& caller : news.flagged_callers) room.store.content().apply(caller);
+    room.store.on_news(news);
+    room.wait(1s);
+  }
+  ServerRoom room;
+};
+
+TEST_CASE("a group of another server is named with this one's, and who asks for it is sent there") {
+  SharedRoom shared;
+  auto console = shared.room.connect();
+  console->group = 12;
+  console->log_in("host", host_password);
+  const ServerPacket let_in = console->take_last(SrvPasswordResult);
+  CHECK(let_in.AltInfo == 'T');
+  CHECK(let_in.Buffer == rights_of(RightsTemplate::Host));
+  console->join(12);
+  shared.room.wait(1s);
+  const auto told = console->take();
+  const auto sent = std::ranges::find_if(told, [](const ServerPacket& packet) {
+    return packet.CMD == static_cast<std::uint8_t>(SrvGroupElsewhere);
+  });
+  REQUIRE(sent != told.end());
+  CHECK(sent->GroupNo == 12);
+  CHECK(sent->Buffer == "b:2001");
+  const auto names = std::ranges::find_if(told, [](const ServerPacket& packet) {
+    return packet.CMD == static_cast<std::uint8_t>(SrvGroupNames);
+  });
+  REQUIRE(names != told.end());
+  CHECK(names->Buffer == "Studio 1\3Studio 2\3-\3-\3-\3-\3-\3-\3-\3-\3-\3Studio 12\3");
+  CHECK(std::ranges::any_of(told, [](const ServerPacket& packet) {
+    return packet.Buffer == "Studio 12 is served at b:2001.";
+  }));
+}
+
+TEST_CASE("nobody is sent to a group in which the user has no rights, or that is nowhere") {
+  SharedRoom shared;
+  auto console = shared.room.connect();
+  console->log_in("only2", host_password);
+  console->take();
+  for (const int group : {12, 13}) {
+    console->join(group);
+    shared.room.wait(1s);
+    CHECK(console->take(SrvGroupElsewhere).empty());
+  }
+}
+
+TEST_CASE("seats see a studio of another server come and go") {
+  SharedRoom shared;
+  auto host = shared.room.seat("host");
+  host->take();
+  shared.tell({.studio_places = {{.group = 12}}});
+  CHECK(host->take_last(SrvAllowedGroups).Buffer == "Studio 1\3Studio 2\3");
+  shared.tell({.studio_places = {{.group = 3, .name = "Studio C", .address = "c:1"}}});
+  CHECK(host->take_last(SrvAllowedGroups).Buffer == "Studio 1\3Studio 2\3Studio C\3");
+}
+
+TEST_CASE("a server with an address tells where its groups are, and takes back where they were") {
+  ServerOptions options = ServerRoom::two_studios();
+  options.address = "a:2001";
+  ServerRoom room(options);
+  const auto& places = room.store.content().studio_places;
+  room.store.content().apply(elsewhere);
+  room.wait(1s);
+  CHECK(places.at(1).address == "a:2001");
+  CHECK(places.at(2).name == "Studio 2");
+  options.groups.pop_back();
+  room.server->reconfigure(options);
+  room.wait(1s);
+  CHECK_FALSE(places.contains(2));
+  // Also what it told in an earlier life.
+  room.store.content().apply(platform::StudioPlace{.group = 7, .name = "x", .address = "a:2001"});
+  room.crash();
+  room.options = options;
+  room.start();
+  room.wait(2s);
+  CHECK_FALSE(places.contains(7));
+  CHECK(places.contains(1));
+  CHECK(places.at(12) == elsewhere);
+}
+
+TEST_CASE("a user whom another server has locked, removed or given other rights is told here") {
+  SharedRoom shared;
+  auto host = shared.room.seat("host");
+  auto screener = shared.room.seat("screener", 1, 1);
+  platform::Account changed = shared.room.store.content().accounts.at("screener");
+  changed.rights = {{0, std::string(12, '\1')}};
+  screener->take();
+  shared.tell({.accounts = {changed}});
+  CHECK(screener->take_last(SrvRights).Buffer == std::string(12, '\1'));
+  CHECK(host->take(SrvRights).empty());
+
+  changed.locked = true;
+  shared.tell({.accounts = {changed}});
+  CHECK_FALSE(screener->is_open());
+  shared.tell({.removed_accounts = {"host"}});
+  CHECK_FALSE(host->is_open());
+  auto again = shared.room.connect();
+  again->log_in("host", host_password);
+  CHECK(again->take_last(SrvPasswordResult).AltInfo == 'F');
+}
+
+TEST_CASE("a password that another server has changed counts here at once") {
+  SharedRoom shared;
+  platform::Account changed = shared.room.store.content().accounts.at("host");
+  changed.password_hash = shared.room.store.content().accounts.at("only2").password_hash + "x";
+  shared.tell({.accounts = {changed}});
+  auto console = shared.room.connect();
+  console->log_in("host", host_password);
+  CHECK(console->take_last(SrvPasswordResult).AltInfo == 'F');
+}
+
+TEST_CASE("what waits here to be written comes behind what another server has written") {
+  SharedRoom shared;
+  auto host = shared.room.seat("host");
+  shared.room.store.fail(true);
+  host->send(host->packet(CmdUserProfile, no_value, "host\3mine"));
+  shared.room.wait(1s);
+  platform::Account theirs = shared.room.store.content().accounts.at("host");
+  theirs.profile = "theirs";
+  shared.tell({.all = true, .accounts = {theirs}, .studio_places = {elsewhere}});
+  shared.room.store.fail(false);
+  shared.room.wait(5s);
+  CHECK(shared.room.store.content().accounts.at("host").profile == "mine");
+  auto console = shared.room.connect();
+  console->log_in("host", host_password);
+  CHECK(console->take_last(SrvPasswordResult).Buffer.ends_with("mine"));
+}
+
+TEST_CASE("a caller whom another server has flagged is seen on this one's lines") {
+  SharedRoom shared;
+  auto host = shared.room.seat("host");
+  shared.room.exchange().arrive(0, "5550100");
+  shared.room.wait(1s);
+  host->take();
+  shared.tell({.flagged_callers = {{.key = "5550100",
+                                    .number = "5550100",
+                                    .flag = CallerFlag::Barred,
+                                    .reason = "abuse",
+                                    .by = "anna"}}});
+  const ServerPacket told = host->take_last(SrvCallerKnown);
+  CHECK(told.AltInfo == static_cast<int>(CallerFlag::Barred));
+  // The store was away, and nobody knows what was missed.
+  platform::StoreNews all{.all = true, .studio_places = {elsewhere}};
+  for (const auto& [name, account] : shared.room.store.content().accounts) {
+    all.accounts.push_back(account);
+  }
+  shared.tell(all);
+  CHECK(host->take_last(SrvCallerKnown).Buffer.empty());
+}
+
+}  // namespace
+}  // namespace lineweir::server
