@@ -92,6 +92,7 @@ Console::Console(const platform::Services& platform_services)
       server_phones(*this, server, links, modes),
       server_notices(*this, server, server_connection, message_display),
       server_watch(*this, links, socket_link, server, server_connection, login_exchange, link),
+      group_elsewhere(*this, server, server_connection, login_exchange, server_watch),
       login_dialogs(*this, links, server, server_connection, login_exchange, user_profile, window,
                     port),
       hot_keys(*this, caller_data, next_caller, line_actions, quick_line),

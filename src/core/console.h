@@ -70,6 +70,7 @@
 #include "serverlink/access_rights.h"
 #include "serverlink/client_callback.h"
 #include "serverlink/group_choice.h"
+#include "serverlink/group_elsewhere.h"
 #include "serverlink/group_session.h"
 #include "serverlink/held_objects.h"
 #include "serverlink/line_count_change.h"
@@ -203,6 +204,7 @@ struct Console : ConsoleState {
   ServerPhones server_phones;
   ServerNotices server_notices;
   ServerWatch server_watch;
+  GroupElsewhere group_elsewhere;
   LoginDialogs login_dialogs;
 
   // Keys, start and stop.

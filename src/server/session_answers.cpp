@@ -19,6 +19,7 @@ constexpr std::string_view words_of_tones = "T";
 // Callers are put on air, and locked there, in talent mode.
 constexpr std::string_view words_of_talent = "NCL";
 constexpr int tones_from = 20;
+constexpr platform::Milliseconds gone_by{2000};
 constexpr std::size_t longest_number = 100;
 
 // What a command word takes beyond the frame's own needs.
@@ -89,14 +90,18 @@ void Session::register_console(const ServerPacket& packet) {
   tell_callers_later();
 }
 
-// A console that doesn't know the way of itself shows it to the person.
+// A console that doesn't go there of itself shows it to the person.
 void Session::send_elsewhere(int wanted) {
   const platform::StudioPlace* const place = services_.places.find(wanted);
   if (place == nullptr) return refuse(Refusal::OtherGroup);
   if (!services_.accounts.has_rights(user, wanted)) return refuse(Refusal::NoRightsInGroup);
   send(server_packet(ServerCommand::SrvGroupElsewhere, wanted,
                      services_.context.letters.from_utf8(place->address)));
-  tell_person(place->name + " is served at " + place->address + ".");
+  services_.context.loop.schedule(gone_by,
+                                  [this, alive = std::weak_ptr(alive_),
+                                   text = place->name + " is served at " + place->address + "."] {
+                                    if (alive.lock() && !over_ && group == 0) tell_person(text);
+                                  });
 }
 
 void Session::tell_callers_later() {

@@ -26,7 +26,7 @@ ServedStore::ServedStore(const Configuration& configuration, platform::AsioLoop&
   open_database(0);
   const platform::PostgresConnection::Services services{loop, lock_watch_, loop};
   if (!configuration.standby) {
-    database_lock_.emplace(*database_, services);
+    database_lock_.emplace(*database_, services, groups_);
     return;
   }
   lease_ = std::make_unique<platform::DatabaseLease>(*database_, services, groups_);

@@ -220,7 +220,7 @@ void ServerProgram::read_anew() {
     if (tls_) serverd::read_anew(*tls_, next, options_.configuration_file);
     warn_of_later_keys(next);
     server::ServerOptions options = next.server;
-    if (leadership_) keep_groups_led(options);
+    if (!configuration_.store_database.empty()) keep_groups_held(options);
     if (server_) server_->reconfigure(options);
     configuration_.server = std::move(options);
     configuration_.tls_files = next.tls_files;
@@ -232,14 +232,14 @@ void ServerProgram::read_anew() {
   }
 }
 
-// The lease is for the groups of the start.
-void ServerProgram::keep_groups_led(server::ServerOptions& options) const {
-  const auto is_led = [this](const server::GroupOptions& group) {
+// Nobody else has the groups of the start.
+void ServerProgram::keep_groups_held(server::ServerOptions& options) const {
+  const auto is_held = [this](const server::GroupOptions& group) {
     return std::ranges::count(configuration_.server.groups, group.number,
                               &server::GroupOptions::number) > 0;
   };
   std::erase_if(options.groups, [&](const server::GroupOptions& group) {
-    if (is_led(group)) return false;
+    if (is_held(group)) return false;
     log_(LogLevel::Warning, "group " + std::to_string(group.number) + " waits for the next start");
     return true;
   });

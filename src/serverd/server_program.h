@@ -55,7 +55,7 @@ class ServerProgram {
   void publish();
   void take_signal(int signal);
   void read_anew();
-  void keep_groups_led(server::ServerOptions& options) const;
+  void keep_groups_held(server::ServerOptions& options) const;
   void warn_of_later_keys(const Configuration& next) const;
   void shut_down(int seconds, const std::string& text);
   // Has ended then, whatever the store does.

@@ -16,6 +16,8 @@ using platform::Milliseconds;
 
 constexpr Milliseconds connection_limit{5000};
 constexpr Milliseconds smallest_share{1000};
+// A thousand consoles whose server is away mustn't ask the others all the time where it is.
+constexpr Milliseconds sent_holds{30'000};
 // A server is left five seconds ahead of its end.
 constexpr Milliseconds told_end_takes{6000};
 
@@ -46,14 +48,34 @@ void ServerConnection::expect_free_lines() {
   line_events_.TheStatusText = status_text_of_free_lines;
 }
 
+std::vector<StudioServer> ServerConnection::known_servers() const {
+  auto servers = known_studio_servers(state_.login.ServerHost, state_.login.ServerPort);
+  if (!sent_to_) return servers;
+  std::erase(servers, sent_to_->server);
+  servers.insert(servers.begin(), sent_to_->server);
+  return servers;
+}
+
+void ServerConnection::send_to(const StudioServer& server) {
+  sent_to_ = {server, state_.services.loop.now()};
+  had_ = server;
+}
+
+void ServerConnection::begin_there() {
+  servers_ = known_servers();
+  begin_round({servers_.front()});
+}
+
 void ServerConnection::begin() {
-  servers_ = known_studio_servers(state_.login.ServerHost, state_.login.ServerPort);
+  sent_to_.reset();
+  servers_ = known_servers();
   auto behind_asked = std::exchange(behind_asked_, {});
   begin_round(behind_asked.empty() ? servers_ : std::move(behind_asked));
 }
 
 void ServerConnection::begin_return() {
-  servers_ = known_studio_servers(state_.login.ServerHost, state_.login.ServerPort);
+  servers_ = known_servers();
+  if (sent_to_ && state_.services.loop.now() - sent_to_->at < sent_holds) return begin_there();
   auto servers = servers_;
   const auto had = std::ranges::find(servers, had_);
   if (had != servers.end()) std::ranges::rotate(servers, had);

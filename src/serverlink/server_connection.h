@@ -60,6 +60,11 @@ class ServerConnection {
   void begin();
   // The same for a console that comes back by itself: to the server that let the user in last.
   void begin_return();
+  // The same to the server of the studio group that this console was sent to.
+  void begin_there();
+  // The present group is served there, and not where the present address leads. A console that
+  // comes back by itself asks nowhere else for some time, and then at the present address too.
+  void send_to(const StudioServer& server);
   // The same to the next one; the present one is given up. False where it was the last.
   bool begin_next(std::string_view why);
 
@@ -91,6 +96,7 @@ class ServerConnection {
   // Whether there are several servers, and their names.
   bool several() const { return servers_.size() > 1; }
   const std::vector<StudioServer>& servers() const { return servers_; }
+  const StudioServer& present() const { return round_.present(); }
   // Whether the present one is the last that is to be tried.
   bool is_last() const { return round_.is_last(); }
   // How long one of several may be silent before the next one is tried.
@@ -99,11 +105,17 @@ class ServerConnection {
   void let_in() { had_ = round_.present(); }
 
  private:
+  struct SentTo {
+    StudioServer server;
+    platform::Milliseconds at;
+  };
   struct ToldEnd {
     StudioServer server;
     platform::Milliseconds until;
   };
 
+  // Those of the present address, behind the one that the console was sent to.
+  std::vector<StudioServer> known_servers() const;
   void begin_round(std::vector<StudioServer> servers);
   void connect();
   // Why the present one of several is to be given up; nothing while it isn't.
@@ -124,6 +136,7 @@ class ServerConnection {
   std::vector<StudioServer> servers_;
   ServerRound round_{{StudioServer{}}};
   StudioServer had_;
+  std::optional<SentTo> sent_to_;
   std::optional<ToldEnd> told_end_;
   // What the next round by hand has in place of all servers.
   std::vector<StudioServer> behind_asked_;

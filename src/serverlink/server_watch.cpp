@@ -171,6 +171,8 @@ void ServerWatch::connect() {
   connection_.begin_return();
 }
 
+void ServerWatch::come_back_elsewhere() { wait_for_next_try(); }
+
 void ServerWatch::follow_connection() {
   const Milliseconds now = state_.services.loop.now();
   if (!connection_.several()) {

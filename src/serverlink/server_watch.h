@@ -35,6 +35,11 @@ class ServerWatch {
               ServerConnection& connection, LoginExchange& exchange, LinkWatch& link);
   ~ServerWatch();
 
+  // The console has lost its server and comes back by itself.
+  bool is_coming_back() const { return step_ != Step::NotLost; }
+  // Its studio is served elsewhere, as it has just been told.
+  void come_back_elsewhere();
+
   static constexpr platform::Milliseconds longest_silence{3000};
   static constexpr platform::Milliseconds between_tries{2000};
   static constexpr platform::Milliseconds between_rounds{1000};

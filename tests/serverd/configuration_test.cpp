@@ -243,7 +243,7 @@ TEST_CASE("Keys that there aren't, tables that are missing and what is no TOML a
   CHECK(wrong_at_top("\nlisen = \"127.0.0.1:2001\"") ==
         "server.toml:2: lisen: expected one of the keys listen, store, standby, admin_socket, "
         "metrics, plain_text_network, shutdown_seconds, character_set, remote_objects, tls, seats, "
-        "seats_of_address, fixed_seat, group");
+        "seats_of_address, address, retention, fixed_seat, group");
   CHECK(wrong("") == "server.toml:1: group: expected at least one table, [[group]]");
   CHECK(wrong("group = []") == "server.toml:1: group: expected at least one table, [[group]]");
   CHECK(wrong("\n[group]\nnumber = 1") ==

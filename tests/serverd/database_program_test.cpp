@@ -166,8 +166,8 @@ TEST_CASE("A second server leaves the database of the first one alone") {
   second.begin();
   CHECK(second.server->wait_for_end() == 1);
   CHECK(second.server->wait_for_output().empty());
-  CHECK(
-      has(second.server->wait_for_log(), "lineweir-server: another server works on the store in "));
+  CHECK(has(second.server->wait_for_log(),
+            "lineweir-server: another server has group 1 of the store in "));
   first.add_user("anna");
   // The lock goes with the process, in whatever way that ends.
   first.server->signal(SIGKILL);

@@ -13,9 +13,6 @@ namespace {
 constexpr PostgresConnection::Patience patience{.welcome = Milliseconds{1'000},
                                                 .answer = Milliseconds{700}};
 
-// "line", beside numbers that others lock in the same database by two.
-constexpr std::int64_t lock_class = 0x6C696E65;
-
 // A proof needn't be on the disk: a database that has just begun takes its own beginning for one.
 const std::vector<PostgresStatement> settings = {
     {"SET search_path TO lineweir"},
@@ -57,8 +54,7 @@ void DatabaseLease::lock(const Taken& done) {
   // A tool that works on the whole store alone keeps servers off, and they it.
   statements.push_back(DatabaseLock::shared_attempt());
   for (const int group : groups_) {
-    statements.push_back({"SELECT pg_try_advisory_lock($1::int, $2::int)",
-                          {PostgresValue::number(lock_class), PostgresValue::number(group)}});
+    statements.push_back(DatabaseLock::group_attempt(group));
   }
   connection_.ask(std::move(statements), [this, done](const PostgresAnswer& answer) {
     if (answer.failure) return end_try(done, answer.failure->sentence);

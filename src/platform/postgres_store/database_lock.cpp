@@ -1,5 +1,6 @@
 #include "platform/postgres_store/database_lock.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace lineweir::platform {
@@ -8,6 +9,9 @@ namespace {
 constexpr Milliseconds tried_again_after{1'000};
 constexpr Milliseconds refused_tried_again_after{200};
 constexpr Milliseconds beats_every{1'000};
+
+// "line", beside numbers that others lock in the same database by two.
+constexpr std::int64_t group_class = 0x6C696E65;
 
 // "linewei2": beside the number that is locked while the tables are made.
 constexpr std::int64_t lock_number = 0x6C696E6577656932;
@@ -20,8 +24,10 @@ const PostgresStatement free_when_silent = {
 }  // namespace
 
 DatabaseLock::DatabaseLock(PostgresAddress address, const PostgresConnection::Services& services,
-                           PostgresConnection::Patience patience)
-    : loop_(services.loop), connection_(std::move(address), services, patience) {
+                           std::vector<int> groups, PostgresConnection::Patience patience)
+    : loop_(services.loop),
+      connection_(std::move(address), services, patience),
+      groups_(std::move(groups)) {
   connection_.on_lost = [this](const std::string& why) { again(why); };
 }
 
@@ -33,6 +39,11 @@ PostgresStatement DatabaseLock::attempt() {
 
 PostgresStatement DatabaseLock::shared_attempt() {
   return {"SELECT pg_try_advisory_lock_shared($1)", {PostgresValue::number(lock_number)}};
+}
+
+PostgresStatement DatabaseLock::group_attempt(int group) {
+  return {"SELECT pg_try_advisory_lock($1::int, $2::int)",
+          {PostgresValue::number(group_class), PostgresValue::number(group)}};
 }
 
 std::string DatabaseLock::refusal(const PostgresAddress& address) {
@@ -52,24 +63,39 @@ void DatabaseLock::take() {
 }
 
 void DatabaseLock::try_it() {
-  connection_.ask({attempt()}, [this](const PostgresAnswer& answer) {
+  std::vector<PostgresStatement> attempts = {shared_attempt()};
+  for (const int group : groups_) attempts.push_back(group_attempt(group));
+  connection_.ask(std::move(attempts), [this](const PostgresAnswer& answer) {
     if (answer.failure) return again(answer.failure->sentence);
-    attempted(answer.rows[0].truth(0, 0));
+    attempted(answer);
   });
 }
 
-void DatabaseLock::attempted(bool is_held) {
-  if (is_held) {
-    refused_ = false;
-    next(beats_every, &DatabaseLock::beat);
-    if (on_held) on_held();
-    return;
+void DatabaseLock::attempted(const PostgresAnswer& answer) {
+  const std::string place = connection_.address().shown();
+  const auto is_had = [](const PostgresRows& row) { return row.truth(0, 0); };
+  const auto lacking = std::find_if_not(answer.rows.begin(), answer.rows.end(), is_had);
+  if (lacking == answer.rows.begin()) return refused(refusal(connection_.address()));
+  if (lacking != answer.rows.end()) {
+    const int group = groups_[static_cast<std::size_t>(lacking - answer.rows.begin() - 1)];
+    return refused("another server has group " + std::to_string(group) + " of the store in " +
+                   place + "; end it, or take the group out of one of the configurations");
   }
+  refused_ = false;
+  next(beats_every, &DatabaseLock::beat);
+  if (on_held) on_held();
+}
+
+void DatabaseLock::refused(const std::string& why) {
   if (!std::exchange(refused_, true)) refused_since_ = loop_.now();
-  next(refused_tried_again_after, &DatabaseLock::try_it);
+  // Those that were had are another's meanwhile.
+  connection_.ask({{"SELECT pg_advisory_unlock_all()"}}, [this](const PostgresAnswer& answer) {
+    if (answer.failure) return again(answer.failure->sentence);
+    next(refused_tried_again_after, &DatabaseLock::try_it);
+  });
   if (loop_.now() - refused_since_ < waited_for) return;
   refused_since_ = loop_.now();
-  if (on_refused) on_refused(refusal(connection_.address()));
+  if (on_refused) on_refused(why);
 }
 
 // A lock that nobody can be told of is soon another's.

@@ -1,0 +1,90 @@
+#include "serverlink/group_elsewhere.h"
+
+#include "base/names.h"
+#include "serverlink/login_exchange.h"
+#include "serverlink/server_alive.h"
+#include "serverlink/server_connection.h"
+#include "serverlink/server_link.h"
+#include "serverlink/server_watch.h"
+#include "serverlink/session_start.h"
+#include "state/console_state.h"
+#include "state/guard.h"
+#include "state/hourglass.h"
+
+namespace lineweir {
+namespace {
+
+constexpr auto handler = "GroupElsewhere";
+constexpr std::string_view secured_prefix = "tls:";
+
+bool is_secured(const StudioServer& server) {
+  return same_name(std::string_view(server.host).substr(0, secured_prefix.size()), secured_prefix);
+}
+
+}  // namespace
+
+GroupElsewhere::GroupElsewhere(ConsoleState& state, ServerLink& server,
+                               ServerConnection& connection, LoginExchange& exchange,
+                               ServerWatch& watch)
+    : state_(state), server_(server), connection_(connection), exchange_(exchange), watch_(watch) {
+  server.handle(ServerCommand::SrvGroupElsewhere,
+                [this](const ServerPacket& packet) { SrvGroupElsewhere(packet); });
+}
+
+void GroupElsewhere::SrvGroupElsewhere(const ServerPacket& packet) {
+  if (packet.GroupNo != state_.program.GroupNumber) return;
+  const StudioServer place = studio_servers(packet.Buffer, state_.login.ServerPort).front();
+  if (place.host.empty()) return;
+  if (is_secured(connection_.present()) && !is_secured(place)) {
+    return state_.messages.ShowMessage(name_of_group() + " is served at " + name_of(place) +
+                                       ", which isn't reached by TLS. The console doesn't go "
+                                       "there by itself.");
+  }
+  connection_.send_to(place);
+  if (watch_.is_coming_back()) return watch_.come_back_elsewhere();
+  // This session's handlers are still at work.
+  state_.services.loop.schedule(platform::Milliseconds{0},
+                                [this, place, alive = std::weak_ptr(alive_)] {
+                                  if (!alive.lock()) return;
+                                  guard(state_.trace, handler, [&] { go_there(place); });
+                                });
+}
+
+void GroupElsewhere::go_there(const StudioServer& place) {
+  Label& banner = state_.Lineweir.ServerSilence;
+  banner.caption = name_of_group() + " is served at " + name_of(place) + ", connecting there";
+  banner.visible = true;
+  const ServerConnection::Turn turn(connection_);
+  const Hourglass hourglass(state_.Lineweir);
+  connection_.begin_there();
+  const auto outcome = connection_.await();
+  const auto result = outcome == ServerConnection::Outcome::Superseded ? LoginResult::Superseded
+                      : outcome == ServerConnection::Outcome::Failed
+                          ? LoginResult::NoServer
+                          : exchange_.TextWrit_PasswordA(false);
+  if (result != LoginResult::Superseded) banner.visible = false;
+  switch (result) {
+    case LoginResult::Accepted:
+      connection_.let_in();
+      return TextWrit_SockConnecter(state_, server_, SessionReason::Login);
+    case LoginResult::Rejected:
+      return state_.LoginForm.show();
+    case LoginResult::NoServer:
+      lose_server(state_);
+      if (!connection_.failure_is_asked()) state_.messages.ShowMessage(connection_.failure());
+      return;
+    case LoginResult::NoAnswer:
+    case LoginResult::Superseded:
+      return;
+  }
+}
+
+std::string GroupElsewhere::name_of_group() const {
+  const ComboBox& names = state_.DisplayOptionForm.MessageGroupSelector;
+  const int group = state_.program.GroupNumber;
+  const bool has_name = group >= 1 && group <= names.list_count();
+  return has_name ? names.list.get()[static_cast<std::size_t>(group - 1)]
+                  : "Studio group " + std::to_string(group);
+}
+
+}  // namespace lineweir
