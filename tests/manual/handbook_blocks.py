@@ -84,4 +84,6 @@ def blocks_of(text):
             block.append(line)
         elif INDENTED.match(line):
             raise HandbookFault(f"line {number}: a block without a fence is run by nobody: {line.strip()}")
+    if block is not None:
+        raise HandbookFault(f"line {first - 1}: this block has no end")
     return found

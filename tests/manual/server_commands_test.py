@@ -59,7 +59,7 @@ class Handbook:
     def __init__(self, root, bin_folder, work):
         self.unit = (root / "packaging/lineweir-server.service").read_text()
         user = pwd.getpwuid(os.geteuid()).pw_name
-        self.machines = {name: Machine(name, work, work / "db", PLAIN_PYTHON) for name in MACHINES}
+        self.machines = {name: Machine(name, work, work / "db", sys.executable) for name in MACHINES}
         self.user = user
         for name, machine in self.machines.items():
             for folder in [machine.home, machine.home / "new", machine.home / "old"]:

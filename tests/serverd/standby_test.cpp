@@ -8,6 +8,7 @@
 #include <QCoreApplication>
 #include <chrono>
 #include <iostream>
+#include <memory>
 
 #include "platform/postgres/postgres_cluster.h"
 #include "serverd/console_at_server.h"
@@ -121,6 +122,24 @@ TEST_CASE_FIXTURE(Pair, "a leader whose tables have become newer serves until it
   CHECK(first.logs("can't prove any more that it leads"));
   CHECK(first.logs("was written by a newer version"));
   CHECK_FALSE(first.takes_connections());
+}
+
+TEST_CASE_FIXTURE(Pair, "servers of different groups lead beside each other where none is common") {
+  const auto begin = [this](const TemporaryDirectory& folder, const std::string& groups) {
+    return std::make_unique<StartedServer>(
+        folder, "listen = \"127.0.0.1:0\"\nstore = \"" + store + "\"\nstandby = true\n" + groups);
+  };
+  const TemporaryDirectory folder_of_both;
+  const TemporaryDirectory folder_of_other;
+  const auto both = begin(folder_of_both, "[[group]]\nnumber = 1\n[[group]]\nnumber = 2\n");
+  const auto other = begin(folder_of_other, "[[group]]\nnumber = 2\n");
+  CHECK(other->wait_until_ready() > 0);
+  first.server->signal(SIGKILL);
+  // The one that wants both doesn't take one of them.
+  CHECK(second->serves());
+  both->signal(SIGTERM);
+  CHECK(both->wait_for_end() == 0);
+  CHECK(both->wait_for_output().empty());
 }
 
 TEST_CASE("a standby needs a database") {
