@@ -29,6 +29,9 @@ constexpr Milliseconds store_read_again_after = 2s;
 constexpr Milliseconds last_writes_within = 10s;
 // An exchange that is reached has told of its lines by then.
 constexpr Milliseconds letters_known_after = 10s;
+// Consoles leave a server five seconds ahead of the end that they are told; one more is for the
+// way.
+constexpr int left_ahead = 6;
 
 }  // namespace
 
@@ -402,7 +405,9 @@ void Server::Inside::shut_down(int seconds, const std::string& text, std::functi
   ends_at_ = now + wait;
   ServerPacket notice =
       server_packet(ServerCommand::SrvShutdownNotice, no_value, services_.letters.from_utf8(text));
-  notice.AltInfo = field_byte(std::clamp(seconds, 0, 254));
+  // A server that follows this one serves from its end on, so nobody is to leave ahead of that.
+  const bool is_followed = services_.epoch != 0;
+  notice.AltInfo = field_byte(std::clamp(seconds + (is_followed ? left_ahead : 0), 0, 254));
   const Telling told(notice);
   for (const auto& session : sessions_) {
     if (!session->is_over() && !session->user.empty()) session->tell(told);

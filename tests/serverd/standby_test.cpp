@@ -1,103 +1,29 @@
 // Two servers of one studio on one database: one serves, the other stands by.
 
 #define DOCTEST_CONFIG_IMPLEMENT
-#include <arpa/inet.h>
 #include <doctest/doctest.h>
-#include <netinet/in.h>
 #include <signal.h>
-#include <sys/socket.h>
 #include <unistd.h>
 
 #include <QCoreApplication>
 #include <chrono>
-#include <cstdlib>
 #include <iostream>
 #include <memory>
 
 #include "platform/postgres/postgres_cluster.h"
 #include "serverd/console_at_server.h"
+#include "serverd/two_machines.h"
 
 using namespace lineweir;
 using lineweir::test::ConsoleAtServer;
+using lineweir::test::Machine;
+using lineweir::test::Pair;
 using lineweir::test::PostgresCluster;
 using lineweir::test::StartedServer;
-using lineweir::test::studio_password;
 
 namespace {
 
-// One that nobody listens on.
-int free_port() {
-  const int probe = ::socket(AF_INET, SOCK_STREAM, 0);
-  sockaddr_in here{};
-  here.sin_family = AF_INET;
-  here.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-  socklen_t size = sizeof here;
-  REQUIRE(::bind(probe, reinterpret_cast<const sockaddr*>(&here), size) == 0);
-  REQUIRE(::getsockname(probe, reinterpret_cast<sockaddr*>(&here), &size) == 0);
-  ::close(probe);
-  return ntohs(here.sin_port);
-}
-
-// One of the two, in a folder of its own.
-struct Machine {
-  explicit Machine(std::string shared_store) : store(std::move(shared_store)) { start(); }
-
-  void start() {
-    server = nullptr;
-    server = std::make_unique<StartedServer>(folder, configuration());
-  }
-  std::string configuration() const {
-    return "listen = \"127.0.0.1:" + std::to_string(port) + "\"\nstore = \"" + store +
-           "\"\nstandby = true\nadmin_socket = \"admin.sock\"\nshutdown_seconds = 0\n"
-           "[[group]]\nnumber = 1\nname = \"Studio\"\n";
-  }
-  bool serves() { return server->wait_until_ready() == port; }
-  bool stands_by() { return logs("stands by, until no other"); }
-  bool logs(const std::string& text) {
-    return server->wait_for_log(text).find(text) != std::string::npos;
-  }
-  bool admin(const std::string& words) const {
-    const std::string command = "cd '" + folder.path().string() + "' && echo '" + studio_password +
-                                "' > password && " LINEWEIR_ADMIN " --socket admin.sock " + words +
-                                " > answer 2> trouble";
-    return std::system(command.c_str()) == 0;  // NOLINT(concurrency-mt-unsafe)
-  }
-  bool takes_connections() const {
-    const int probe = ::socket(AF_INET, SOCK_STREAM, 0);
-    sockaddr_in there{};
-    there.sin_family = AF_INET;
-    there.sin_port = htons(static_cast<std::uint16_t>(port));
-    there.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-    const bool taken =
-        ::connect(probe, reinterpret_cast<const sockaddr*>(&there), sizeof there) == 0;
-    ::close(probe);
-    return taken;
-  }
-
-  TemporaryDirectory folder;
-  std::string store;
-  int port = free_port();
-  std::unique_ptr<StartedServer> server;
-};
-
-struct Pair {
-  Pair() {
-    REQUIRE(first.serves());
-    REQUIRE(first.admin("user add host --template host --password-stdin < password"));
-    second = std::make_unique<Machine>(store);
-    REQUIRE(second->stands_by());
-  }
-
-  std::string store = PostgresCluster::the().new_database();
-  Machine first{store};
-  std::unique_ptr<Machine> second;
-};
-
 struct PairWithConsole : Pair {
-  std::string address() const {
-    return "127.0.0.1:" + std::to_string(first.port) +
-           ", 127.0.0.1:" + std::to_string(second->port);
-  }
   // Long enough for a heartbeat to be known.
   void watch_for_a_while() {
     const auto limit = std::chrono::steady_clock::now() + std::chrono::seconds(6);
@@ -182,6 +108,38 @@ TEST_CASE_FIXTURE(Pair, "groups that a reload adds wait, as nobody has asked who
   // One that stands by reads its file anew too.
   second->server->signal(SIGHUP);
   CHECK(second->logs("read the configuration anew"));
+}
+
+TEST_CASE_FIXTURE(Pair, "a leader whose tables have become newer serves until its session ends") {
+  PostgresCluster::run(store, "UPDATE lineweir.store_version SET version = 99");
+  CHECK(second->logs("was written by a newer version"));
+  CHECK(first.admin("call 1 3"));
+  CHECK(first.admin("hangup 1 3"));
+  CHECK(first.admin("calls --json | grep -q line"));
+  PostgresCluster::run(store,
+                       "SELECT pg_terminate_backend(pid) FROM pg_stat_activity WHERE pid <> "
+                       "pg_backend_pid() AND datname = current_database()");
+  CHECK(first.logs("can't prove any more that it leads"));
+  CHECK(first.logs("was written by a newer version"));
+  CHECK_FALSE(first.takes_connections());
+}
+
+TEST_CASE_FIXTURE(Pair, "servers of different groups lead beside each other where none is common") {
+  const auto begin = [this](const TemporaryDirectory& folder, const std::string& groups) {
+    return std::make_unique<StartedServer>(
+        folder, "listen = \"127.0.0.1:0\"\nstore = \"" + store + "\"\nstandby = true\n" + groups);
+  };
+  const TemporaryDirectory folder_of_both;
+  const TemporaryDirectory folder_of_other;
+  const auto both = begin(folder_of_both, "[[group]]\nnumber = 1\n[[group]]\nnumber = 2\n");
+  const auto other = begin(folder_of_other, "[[group]]\nnumber = 2\n");
+  CHECK(other->wait_until_ready() > 0);
+  first.server->signal(SIGKILL);
+  // The one that wants both doesn't take one of them.
+  CHECK(second->serves());
+  both->signal(SIGTERM);
+  CHECK(both->wait_for_end() == 0);
+  CHECK(both->wait_for_output().empty());
 }
 
 TEST_CASE("a standby needs a database") {

@@ -18,7 +18,6 @@ const std::vector<PostgresStatement> settings = {
     {"SET search_path TO lineweir"},
     {"SET idle_session_timeout TO '2s'"},
     {"SET idle_in_transaction_session_timeout TO '2s'"},
-    {"SET statement_timeout TO '600ms'"},
     {"SET synchronous_commit TO off"},
 };
 
@@ -41,14 +40,15 @@ void DatabaseLease::take(Taken done) {
   connection_.close();
   connection_.open([this, done = std::move(done)](const std::string& failure) {
     if (!failure.empty()) return end_try(done, failure);
-    bring_up_to_date(connection_, postgres_schema_steps(), MissingStore::Make,
-                     [this, done](const std::string& trouble) {
-                       if (!trouble.empty()) return end_try(done, trouble);
-                       lock(done);
-                     });
+    look_at_version(connection_, postgres_schema_steps(), [this, done](const std::string& trouble) {
+      if (!trouble.empty()) return end_try(done, trouble);
+      lock(done);
+    });
   });
 }
 
+// The tables stay as the present leader knows them until it leads no more: it may be of an earlier
+// version.
 void DatabaseLease::lock(const Taken& done) {
   std::vector<PostgresStatement> statements = settings;
   // A tool that works on the whole store alone keeps servers off, and they it.
@@ -62,12 +62,19 @@ void DatabaseLease::lock(const Taken& done) {
         std::all_of(answer.rows.begin() + static_cast<std::ptrdiff_t>(settings.size()),
                     answer.rows.end(), [](const PostgresRows& rows) { return rows.truth(0, 0); });
     if (!all) return end_try(done, {});
-    begin_epoch(done);
+    bring_up_to_date(connection_, postgres_schema_steps(), MissingStore::Make,
+                     [this, done](const std::string& trouble) {
+                       if (!trouble.empty()) return end_try(done, trouble);
+                       begin_epoch(done);
+                     });
   });
 }
 
 void DatabaseLease::begin_epoch(const Taken& done) {
-  std::vector<PostgresStatement> statements = {{"BEGIN"}, {"SET LOCAL synchronous_commit TO on"}};
+  // Not before: tables of an earlier version may take longer to be brought up to date, which the
+  // database does to the end behind a try that is given up.
+  std::vector<PostgresStatement> statements = {
+      {"SET statement_timeout TO '600ms'"}, {"BEGIN"}, {"SET LOCAL synchronous_commit TO on"}};
   const std::size_t first_wait = statements.size();
   for (const int group : groups_) {
     statements.push_back({remaining, {PostgresValue::number(group)}});

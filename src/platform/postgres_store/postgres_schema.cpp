@@ -161,7 +161,7 @@ constexpr std::array<PostgresStep, 3> schema_steps = {
 // "lineweir" as a number, for nobody else who locks by numbers in the same database.
 constexpr std::int64_t migration_lock = 0x6C696E6577656972;
 
-const std::string look =
+const std::string version_query =
     "SELECT to_regclass('lineweir.store_version') IS NOT NULL, "
     "to_regnamespace('lineweir') IS NOT NULL, "
     "(SELECT count(*) FROM pg_class WHERE relnamespace = to_regnamespace('lineweir')::oid)";
@@ -179,6 +179,10 @@ class Upgrade : public std::enable_shared_from_this<Upgrade> {
     });
   }
 
+  void look() {
+    look_at_version([self = shared_from_this()](std::int64_t) { self->done_({}); });
+  }
+
  private:
   using Version = std::function<void(std::int64_t version)>;
 
@@ -192,7 +196,7 @@ class Upgrade : public std::enable_shared_from_this<Upgrade> {
   }
 
   void look_at_version(Version then) {
-    ask({{look}}, [self = shared_from_this(), then = std::move(then)](const auto& rows) {
+    ask({{version_query}}, [self = shared_from_this(), then = std::move(then)](const auto& rows) {
       constexpr int tables = 2;
       if (rows[0].truth(0, 0)) return self->read_version(then);
       if (rows[0].number(0, tables) != 0) {
@@ -268,6 +272,11 @@ std::span<const PostgresStep> postgres_schema_steps() { return schema_steps; }
 void bring_up_to_date(PostgresConnection& connection, std::span<const PostgresStep> steps,
                       MissingStore missing, std::function<void(std::string failure)> done) {
   std::make_shared<Upgrade>(connection, steps, missing, std::move(done))->begin();
+}
+
+void look_at_version(PostgresConnection& connection, std::span<const PostgresStep> steps,
+                     std::function<void(std::string failure)> done) {
+  std::make_shared<Upgrade>(connection, steps, MissingStore::Make, std::move(done))->look();
 }
 
 }  // namespace lineweir::platform

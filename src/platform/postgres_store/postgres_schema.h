@@ -28,4 +28,9 @@ enum class MissingStore { Make, Refuse };
 void bring_up_to_date(PostgresConnection& connection, std::span<const PostgresStep> steps,
                       MissingStore missing, std::function<void(std::string failure)> done);
 
+// Only looks: the failure is empty where the store is of a version that there are steps for, or
+// isn't there yet.
+void look_at_version(PostgresConnection& connection, std::span<const PostgresStep> steps,
+                     std::function<void(std::string failure)> done);
+
 }  // namespace lineweir::platform
