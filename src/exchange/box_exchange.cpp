@@ -39,6 +39,10 @@ platform::Milliseconds BoxExchange::backlog() const {
   return std::max(line_free_ - loop_.now(), platform::Milliseconds{0});
 }
 
+bool BoxExchange::has_told_all() const {
+  return reached_ && static_cast<int>(told_.size()) >= std::min(line_count(), told_lines);
+}
+
 void BoxExchange::obey(std::string_view word) {
   if (port_ && backlog() <= latest_word) send(word);
 }
@@ -53,6 +57,7 @@ void BoxExchange::open() {
   if (!port_) return schedule(retry_after, &BoxExchange::open);
   received_ = {};
   unanswered_ = 0;
+  told_.clear();
   port_->on_bytes = [this](std::string_view bytes) { hear(bytes); };
   port_->on_end = [this](platform::ConnectionEnd) { lose(); };
   line_free_ = loop_.now();
@@ -97,6 +102,7 @@ void BoxExchange::hear(std::string_view bytes) {
 void BoxExchange::take(StatusItem item) {
   if (item.line < 0 || item.line >= line_count()) return;
   if (status_letters.find(item.letter) == std::string_view::npos) return;
+  told_.insert(item.line);
   char& letter = letters_[static_cast<std::size_t>(item.line)];
   if (letter == item.letter) return;
   letter = item.letter;

@@ -2,6 +2,7 @@
 
 #include <functional>
 #include <memory>
+#include <set>
 #include <string>
 
 #include "exchange/exchange.h"
@@ -37,6 +38,7 @@ class BoxExchange final : public Exchange {
   int line_count() const override { return static_cast<int>(letters_.size()); }
   char letter(int line) const override;
   bool is_reached() const override { return reached_; }
+  bool has_told_all() const override;
   platform::Milliseconds backlog() const override;
   void obey(std::string_view word) override;
   // Position 0 is the box's first, position 1 its second; it has no more.
@@ -63,6 +65,8 @@ class BoxExchange final : public Exchange {
   // When the line has carried everything.
   platform::Milliseconds line_free_{0};
   bool reached_ = false;
+  // The lines of which the box has told since it was opened.
+  std::set<int> told_;
   int unanswered_ = 0;
   platform::EventLoop::CallId next_call_ = 0;
 };

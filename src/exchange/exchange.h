@@ -28,6 +28,8 @@ class Exchange {
   virtual char letter(int line) const = 0;
   // False while the exchange can't be reached: the letters are the last ones that it told.
   virtual bool is_reached() const = 0;
+  // Every line's letter is the exchange's word, and none is F only because nothing is known yet.
+  virtual bool has_told_all() const { return is_reached(); }
   // A word that is handed over now begins to go out after this time.
   virtual std::chrono::milliseconds backlog() const { return {}; }
 

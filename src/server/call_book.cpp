@@ -1,9 +1,8 @@
 #include "server/call_book.h"
 
 #include <algorithm>
-#include <string_view>
 
-#include "lines/equipment_kinds.h"
+#include "server/call_history.h"
 
 namespace lineweir::server {
 namespace {
@@ -12,23 +11,6 @@ using platform::CallRecord;
 
 // A call that is passed to and fro must not grow without end.
 constexpr std::size_t most_steps = 1000;
-
-struct StepName {
-  char letter;
-  std::string_view name;
-};
-
-constexpr StepName step_names[] = {
-    {'R', "ring"}, {'P', "answer"}, {'O', "answer"}, {'S', "ready"},      {'H', "hold"},
-    {'N', "air"},  {'L', "lock"},   {'K', "lock"},   {'C', "conference"}, {'Y', "lock"},
-};
-
-std::string_view step_name(char letter) {
-  for (const StepName& step : step_names) {
-    if (step.letter == letter) return step.name;
-  }
-  return static_cast<unsigned char>(letter) >= first_position_code ? "answer" : "other";
-}
 
 bool is_on_air(char letter) { return letter == 'N' || letter == 'C'; }
 
@@ -64,8 +46,8 @@ void CallBook::close_forgotten(int group) {
 }
 
 void CallBook::close(CallRecord call) {
-  call.ended = clock_.now();
-  note(call, {}, "ended while the server was away");
+  call.ended = now_of(call);
+  note(call, {}, ended_unheard);
 }
 
 void CallBook::begin(int group, int line, const std::string& number) {
@@ -83,7 +65,7 @@ void CallBook::step(int group, int line, char letter, const std::string& user) {
   const auto place = calls_.find({group, line});
   if (place == calls_.end()) return;
   CallRecord& call = place->second;
-  const platform::Moment now = clock_.now();
+  const platform::Moment now = now_of(call);
   if (letter != 'R' && call.answered.count() == 0) call.answered = now;
   if (is_on_air(letter) && call.aired.count() == 0) call.aired = now;
   note(call, user, std::string(step_name(letter)));
@@ -101,7 +83,7 @@ void CallBook::tell_data(int group, int line, const std::string& told_by, const 
 void CallBook::end(int group, int line, const std::string& user) {
   const auto place = calls_.find({group, line});
   if (place == calls_.end()) return;
-  place->second.ended = clock_.now();
+  place->second.ended = now_of(place->second);
   note(place->second, user, user.empty() ? "hang up" : "drop");
   calls_.erase(place);
 }
@@ -111,18 +93,28 @@ const CallRecord* CallBook::find(int group, int line) const {
   return place == calls_.end() ? nullptr : &place->second;
 }
 
+platform::Moment CallBook::now_of(const CallRecord& call) const {
+  const platform::Moment last = call.steps.empty() ? call.began : call.steps.back().at;
+  return std::max(clock_.now(), last);
+}
+
 // Grows with time, and keeps growing where the clock is set back. No two groups have one number,
-// whichever servers they are at.
+// whichever servers they are at, and servers whose clocks differ make different ones, as they lead
+// in different epochs.
 std::int64_t CallBook::new_id(int group) {
-  constexpr std::int64_t most_groups = 1000;
-  const std::int64_t next_span = last_id_ / most_groups + 1;
-  last_id_ = std::max<std::int64_t>(next_span, clock_.now().count()) * most_groups + group;
+  constexpr std::int64_t calls_of_a_millisecond = 1000;
+  constexpr std::int64_t epochs_apart = 4;
+  const std::int64_t place = (group - 1) * epochs_apart + epoch_ % epochs_apart;
+  const std::int64_t next = last_id_ / calls_of_a_millisecond + 1;
+  last_id_ = std::max<std::int64_t>(next, clock_.now().count()) * calls_of_a_millisecond +
+             place % calls_of_a_millisecond;
   return last_id_;
 }
 
 void CallBook::note(CallRecord& call, const std::string& user, std::string action) {
   if (call.steps.size() < most_steps || call.ended.count() != 0) {
-    call.steps.push_back({clock_.now(), user, std::move(action)});
+    const platform::Moment now = now_of(call);
+    call.steps.push_back({now, user, std::move(action)});
   }
   outbox_.put(call);
 }

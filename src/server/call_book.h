@@ -18,8 +18,8 @@ class CallBook {
  public:
   using Fields = std::array<std::string, platform::told_field_count>;
 
-  CallBook(const platform::WallClock& clock, StoreOutbox& outbox)
-      : clock_(clock), outbox_(outbox) {}
+  CallBook(const platform::WallClock& clock, StoreOutbox& outbox, platform::Epoch epoch = 0)
+      : clock_(clock), outbox_(outbox), epoch_(epoch) {}
 
   // Calls that stood when the last server ended, as they were stored.
   void remember(std::vector<platform::CallRecord> open_calls);
@@ -46,11 +46,14 @@ class CallBook {
   using Place = std::pair<int, int>;
 
   std::int64_t new_id(int group);
+  // No step of a call comes before its last one, whatever the clocks of two machines say.
+  platform::Moment now_of(const platform::CallRecord& call) const;
   void close(platform::CallRecord call);
   void note(platform::CallRecord& call, const std::string& user, std::string action);
 
   const platform::WallClock& clock_;
   StoreOutbox& outbox_;
+  platform::Epoch epoch_;
   std::map<Place, platform::CallRecord> calls_;
   std::map<Place, platform::CallRecord> remembered_;
   std::int64_t last_id_ = 0;

@@ -1,5 +1,7 @@
 #include "server/group.h"
 
+#include <algorithm>
+
 #include "base/text.h"
 #include "base/time_text.h"
 #include "lines/equipment_kinds.h"
@@ -66,6 +68,13 @@ void Group::change(const GroupOptions& options) {
   lines_.take_over();
 }
 
+void Group::letters_known() {
+  context_.calls.close_forgotten(options_.number);
+  const int next = next_call_.line();
+  next_call_.letters_known();
+  if (next != next_call_.line()) remember();
+}
+
 // What was told of it while nobody was on it goes too.
 void Group::forget_line(int line) {
   if (!lines_.exists(line)) return;
@@ -130,11 +139,13 @@ ServerPacket Group::times() const {
   const auto time_text = [this](platform::Moment moment) {
     return clock_text(seconds_of_day(context_.clock.local(moment)));
   };
+  const platform::Moment now = context_.clock.now();
   for (int line = 0; line < lines_.count(); ++line) {
     const platform::Moment clock = lines_.line(line).clock;
-    times.began.push_back(clock.count() == 0 ? std::string() : time_text(clock));
+    // Somebody may have set the clock back since.
+    times.began.push_back(clock.count() == 0 ? std::string() : time_text(std::min(clock, now)));
   }
-  times.server_now = time_text(context_.clock.now());
+  times.server_now = time_text(now);
   return packet(ServerCommand::SrvTimes, encode_call_times(times));
 }
 

@@ -27,6 +27,8 @@ class Group {
   // Names, missing lines and what there is to work with; all seats are told. The number of lines,
   // the kind and the exchange stay as they are while the server runs.
   void change(const GroupOptions& options);
+  // The exchange has told all its letters: what is remembered of lines that are free is over.
+  void letters_known();
 
   GroupLines& lines() { return lines_; }
   const GroupLines& lines() const { return lines_; }

@@ -143,6 +143,25 @@ void GroupLines::hold_handset(std::uint64_t seat) {
   }
 }
 
+void GroupLines::claim_handset(const Seat& seat) {
+  for (GroupLine& line : lines_) {
+    const bool fits_position = !is_numbered_position(line.letter) ||
+                               code_of(line.letter) - first_position_code == seat.console;
+    if (!line.waits_until || line.worked_by != seat.user || !fits_position) continue;
+    line.waits_until.reset();
+    line.handset_of = seat.number;
+  }
+}
+
+void GroupLines::hold_unclaimed() {
+  for (int line = 0; line < count(); ++line) {
+    std::optional<platform::Milliseconds>& until = at(line).waits_until;
+    if (!until || context_.loop.now() < *until) continue;
+    until.reset();
+    exchange_->obey(std::string("H") + zero_filled(line, 2));
+  }
+}
+
 void GroupLines::pass_handset(std::uint64_t from, std::uint64_t to) {
   for (GroupLine& line : lines_) {
     if (line.handset_of == from) line.handset_of = to;
@@ -174,6 +193,7 @@ void GroupLines::take_change(exchange::LineChange change, const std::string& num
   const std::string user = asked ? asked->user : std::string();
 
   line.letter = change.letter;
+  line.waits_until.reset();
   line.since = context_.clock.now();
   switch (clock_change(change.letter, old_letter, options_.kind)) {
     case ClockChange::Begins:
@@ -204,19 +224,37 @@ void GroupLines::take_change(exchange::LineChange change, const std::string& num
     line.worked_by.clear();
     on_call_ended(change.line);
   }
+  line.goes_on = false;
   if (has_call && (!had_call || rings_again)) {
     const std::string caller = clean_name(number, longest_caller_number);
-    if (context_.calls.resume(group, change.line, change.letter) == nullptr) {
+    if (const auto* call = context_.calls.resume(group, change.line, change.letter)) {
+      take_up(change.line, history_of(*call, options_.kind));
+    } else {
       context_.calls.begin(group, change.line, context_.letters.to_utf8(caller));
     }
     on_call_begun(change.line, caller);
   }
-  if (has_call) context_.calls.step(group, change.line, change.letter, user);
+  if (has_call && !line.goes_on) {
+    context_.calls.step(group, change.line, change.letter, user);
+  }
   if (const auto action = audited_as(change.letter, user); !action.empty()) {
     context_.audit.note(user, std::string(action),
                         options_.name + ", line " + std::to_string(change.line + 1));
   }
   on_letter(change.line, change.letter);
+}
+
+void GroupLines::take_up(int number, const CallHistory& history) {
+  GroupLine& line = at(number);
+  line.goes_on = history.action == step_name(line.letter);
+  // The clock of the machine that served before may be ahead.
+  line.clock = std::min(clock_after(history, line.letter, options_.kind, line.since), line.since);
+  if (line.worked_by.empty()) line.worked_by = history.worked_by;
+  if (!line.goes_on) return;
+  line.since = std::min(history.since, line.since);
+  if (is_handset(line.letter) && !history.last_by.empty()) {
+    line.waits_until = context_.loop.now() + waited_for;
+  }
 }
 
 void GroupLines::tell_all(int line) const {

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "exchange/exchange.h"
+#include "server/call_history.h"
 #include "server/context.h"
 #include "server/line_order.h"
 #include "server/refusal.h"
@@ -39,6 +40,11 @@ struct GroupLine {
   platform::Milliseconds taken_at{0};
   // The seat whose handset the caller is at.
   std::uint64_t handset_of = 0;
+  // The call stood when the last server ended, just as it stands now.
+  bool goes_on = false;
+  // The caller stood at a handset when the last server ended. Until then its user's seat may come
+  // back for him.
+  std::optional<platform::Milliseconds> waits_until;
 };
 
 // The lines of a group between the seats, whose orders go to the exchange, and the exchange, whose
@@ -53,6 +59,8 @@ class GroupLines {
   // Where words wait for so long, no seat hands over more than its share of them, so that those of
   // the others come through.
   static constexpr platform::Milliseconds held_up_from{500};
+  // So long a seat is waited for that vanished, or that was there before this server began.
+  static constexpr platform::Milliseconds waited_for{35'000};
 
   GroupLines(const Context& context, const GroupOptions& options, Relay& relay,
              std::unique_ptr<exchange::Exchange> exchange);
@@ -88,6 +96,11 @@ class GroupLines {
   void hold_handset(std::uint64_t seat);
   // The callers at one seat's handset are another's from now on.
   void pass_handset(std::uint64_t from, std::uint64_t to);
+  // The seat has come; the callers who stood at its user's handset before this server began are
+  // its.
+  void claim_handset(const Seat& seat);
+  // Of those callers the ones that nobody has come for in time go on hold.
+  void hold_unclaimed();
 
   // "F00F01…": each line's letter and its number.
   std::string status_text() const;
@@ -96,6 +109,8 @@ class GroupLines {
 
  private:
   void take_change(exchange::LineChange change, const std::string& number);
+  // The line's call stood when the last server ended.
+  void take_up(int line, const CallHistory& history);
   void tell_all(int line) const;
   ServerPacket line_packet(int line) const;
   ServerPacket status_packet() const;

@@ -44,9 +44,17 @@ NextCall::NextCall(const Context& context, const GroupOptions& options, Relay& r
 
 void NextCall::remember(int line, bool had_caller) {
   if (server_chooses() || line < 0 || line >= lines_.count()) return;
+  hangs_on_caller_ = had_caller;
+  const bool is_known = lines_.exchange().is_reached();
   const bool is_over =
-      lines_.has_call(line) ? ends_choice(lines_.line(line).letter, options_.kind) : had_caller;
+      lines_.has_call(line) ? is_ended_by(line, lines_.line(line).letter) : had_caller && is_known;
   if (!is_over) line_ = line;
+}
+
+void NextCall::letters_known() {
+  const bool is_over = line_ != no_line && hangs_on_caller_ && !lines_.has_call(line_);
+  hangs_on_caller_ = false;
+  if (is_over) set(no_line);
 }
 
 std::optional<Refusal> NextCall::choose(int line) {
@@ -81,7 +89,7 @@ void NextCall::letter_changed(int line, char letter) {
   if (server_chooses()) {
     const int longest = longest_in(ready_letter);
     if (longest != line_) set(longest);
-  } else if (line == line_ && ends_choice(letter, options_.kind)) {
+  } else if (line == line_ && is_ended_by(line, letter)) {
     // The consoles know it from the letter, but for one that was behind and sees only a later one.
     set(no_line);
   }
@@ -97,10 +105,17 @@ bool NextCall::comes_too_late(int line) const {
   return false;
 }
 
+// One who rang already when he was chosen still does.
+bool NextCall::is_ended_by(int line, char letter) const {
+  if (letter == ringing_letter && lines_.line(line).goes_on) return false;
+  return ends_choice(letter, options_.kind);
+}
+
 bool NextCall::server_chooses() const { return server_decides(options_.kind); }
 
 void NextCall::set(int line) {
   line_ = line;
+  hangs_on_caller_ = false;
   relay_.tell(packet());
 }
 

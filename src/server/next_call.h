@@ -18,8 +18,10 @@ class NextCall {
   // From 0; -1 for none.
   int line() const { return line_; }
   // As it was when the last server ended. It is over where the consoles have given it up since: the
-  // line has a letter that ends it, or the caller whom it `had` is gone.
+  // line has a letter that ends it, or the caller whom it `had` is gone. Where the exchange hasn't
+  // told the letters yet, that shows only once they are known.
   void remember(int line, bool had_caller);
+  void letters_known();
 
   // A seat has chosen a line, or none. Why that doesn't hold: the choice isn't the seats', or the
   // line's caller has gone meanwhile.
@@ -33,6 +35,7 @@ class NextCall {
  private:
   bool server_chooses() const;
   bool comes_too_late(int line) const;
+  bool is_ended_by(int line, char letter) const;
   void set(int line);
   int longest_in(char letter) const;
   ServerPacket packet() const;
@@ -42,6 +45,8 @@ class NextCall {
   Relay& relay_;
   GroupLines& lines_;
   int line_ = -1;
+  // It is remembered, and over if there proves to be no caller.
+  bool hangs_on_caller_ = false;
 };
 
 }  // namespace lineweir::server

@@ -46,6 +46,7 @@ void SeatBook::join(Seat& seat, Group& group) {
     group.lines().pass_handset(vanished->number, seat.number);
     vanished = vanished_.erase(vanished);
   }
+  group.lines().claim_handset(seat);
   group.join(seat);
 }
 
@@ -62,6 +63,7 @@ void SeatBook::look_after_vanished() {
     vanished_.pop_front();
     if (Group* group = find_group(vanished.group)) group->lines().hold_handset(vanished.number);
   }
+  for (const auto& [number, group] : groups_) group->lines().hold_unclaimed();
 }
 
 Group* SeatBook::find_group(int number) const {

@@ -27,7 +27,7 @@ std::vector<std::string> names_of_groups(const Groups& groups, const StudioPlace
 class SeatBook {
  public:
   // So long may a seat be silent.
-  static constexpr platform::Milliseconds silence_allowed{35'000};
+  static constexpr platform::Milliseconds silence_allowed = GroupLines::waited_for;
 
   SeatBook(const Context& context, Groups& groups) : context_(context), groups_(groups) {}
 

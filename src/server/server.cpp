@@ -27,7 +27,11 @@ constexpr Milliseconds stood_still = 1s;
 constexpr Milliseconds store_read_again_after = 2s;
 // What can't be written by then is given up, and reported.
 constexpr Milliseconds last_writes_within = 10s;
-// An exchange that is reached has told of its lines by then.
+// Nobody is told of lines that only seem free, since their exchange has not answered yet. One that
+// can be reached has told all within this time.
+constexpr Milliseconds letters_waited_for = 1s;
+constexpr Milliseconds letters_looked_at_every = 20ms;
+// One that is reached later has told of its lines by then.
 constexpr Milliseconds letters_known_after = 10s;
 // Consoles leave a server five seconds ahead of the end that they are told; one more is for the
 // way.
@@ -56,7 +60,13 @@ class Server::Inside {
  private:
   void begin(std::function<void()> serving,
              std::function<void(std::string name, std::string password)> first_user);
+  void serve(bool is_new, std::function<void()> serving,
+             std::function<void(std::string name, std::string password)> first_user);
+  void wait_for_letters(Milliseconds until, std::function<void()> done);
+  void learn_letters(int group, Milliseconds until);
   void write_what_was_left(std::function<void()> done);
+  void write_left(const std::set<std::int64_t>& known_calls, std::function<void()> done);
+  void read_known_calls(std::function<void(const std::set<std::int64_t>&)> done);
   void read_store(std::function<void(platform::StoredState)> done);
   void take_over(platform::StoredState state);
   void make_first_user(std::function<void(std::string name, std::string password)> told);
@@ -111,7 +121,7 @@ Server::Inside::Inside(ServerServices services, ServerOptions options)
       options_(std::move(options)),
       outbox_(services_.loop, services_.store, services_.log, {services_.journal, services_.epoch}),
       audit_(services_.clock, services_.random, outbox_),
-      calls_(services_.clock, outbox_),
+      calls_(services_.clock, outbox_, services_.epoch),
       memory_(services_.store, services_.clock, outbox_, audit_),
       context_{services_.loop, services_.clock, services_.letters,
                services_.log,  figures_,        outbox_,
@@ -157,7 +167,15 @@ void Server::Inside::start(std::function<void()> serving,
 
 void Server::Inside::write_what_was_left(std::function<void()> done) {
   if (services_.journal == nullptr) return done();
-  auto left = still_true(services_.journal->left(), services_.epoch);
+  if (has_led_alone(services_.journal->left(), services_.epoch)) return write_left({}, done);
+  read_known_calls([this, done = std::move(done)](const std::set<std::int64_t>& known) {
+    write_left(known, done);
+  });
+}
+
+void Server::Inside::write_left(const std::set<std::int64_t>& known_calls,
+                                std::function<void()> done) {
+  auto left = still_true(services_.journal->left(), services_.epoch, known_calls);
   if (left.empty()) {
     services_.journal->clear();
     return done();
@@ -174,26 +192,77 @@ void Server::Inside::write_what_was_left(std::function<void()> done) {
       });
 }
 
+// Of the calls in the journal those that the store has already.
+void Server::Inside::read_known_calls(std::function<void(const std::set<std::int64_t>&)> done) {
+  platform::Moment since = platform::Moment::max();
+  std::map<std::int64_t, platform::CallRecord> ours;
+  for (const platform::StoreChange& change : services_.journal->left().changes) {
+    const auto* const call = std::get_if<platform::CallRecord>(&change);
+    if (call == nullptr) continue;
+    since = std::min(since, call->began);
+    ours[call->id] = *call;
+  }
+  if (since == platform::Moment::max()) return done({});
+  read_store([this, since, ours, done = std::move(done)](const platform::StoredState& state) {
+    std::set<std::int64_t> known;
+    for (const platform::CallRecord& call : state.open_calls) known.insert(call.id);
+    services_.store.calls({.since = since}, [this, alive = std::weak_ptr(alive_), known, ours,
+                                             done](const auto& calls) mutable {
+      if (!alive.lock()) return;
+      if (!calls) return after(store_read_again_after, [this, done] { read_known_calls(done); });
+      for (const platform::CallRecord& call : *calls) {
+        const auto left = ours.find(call.id);
+        if (left == ours.end() || !was_only_closed(call, left->second)) known.insert(call.id);
+      }
+      done(known);
+    });
+  });
+}
+
 void Server::Inside::begin(std::function<void()> serving,
                            std::function<void(std::string name, std::string password)> first_user) {
   read_store([this, serving = std::move(serving),
               first_user = std::move(first_user)](platform::StoredState state) mutable {
     const bool is_new = state.accounts.empty();
     take_over(std::move(state));
-    neighbours_.tell_places(options_);
-    retention_.set(options_.retention);
-    retention_.start();
-    audit_.note({}, "server started");
-    serving_ = true;
-    beat_due_ = services_.loop.now() + beat_every;
-    next_beat_ = services_.loop.schedule(beat_every, [this] { beat(); });
-    if (!is_new) return serving();
-    make_first_user([first_user = std::move(first_user), serving = std::move(serving)](
-                        const std::string& name, const std::string& password) {
-      first_user(name, password);
-      serving();
-    });
+    wait_for_letters(services_.loop.now() + letters_waited_for,
+                     [this, is_new, serving = std::move(serving),
+                      first_user = std::move(first_user)] { serve(is_new, serving, first_user); });
   });
+}
+
+void Server::Inside::serve(bool is_new, std::function<void()> serving,
+                           std::function<void(std::string name, std::string password)> first_user) {
+  neighbours_.tell_places(options_);
+  retention_.set(options_.retention);
+  retention_.start();
+  audit_.note({}, "server started");
+  serving_ = true;
+  beat_due_ = services_.loop.now() + beat_every;
+  next_beat_ = services_.loop.schedule(beat_every, [this] { beat(); });
+  if (!is_new) return serving();
+  make_first_user([first_user = std::move(first_user), serving = std::move(serving)](
+                      const std::string& name, const std::string& password) {
+    first_user(name, password);
+    serving();
+  });
+}
+
+void Server::Inside::wait_for_letters(Milliseconds until, std::function<void()> done) {
+  const bool all_told = std::ranges::all_of(
+      groups_, [](const auto& group) { return group.second->lines().exchange().has_told_all(); });
+  if (all_told || services_.loop.now() >= until) return done();
+  after(letters_looked_at_every,
+        [this, until, done = std::move(done)] { wait_for_letters(until, done); });
+}
+
+// What a box doesn't tell, which has fewer lines, is waited for only so long.
+void Server::Inside::learn_letters(int number, Milliseconds until) {
+  Group* const group = seats_.find_group(number);
+  if (group == nullptr || !group->lines().exchange().is_reached()) return;
+  const exchange::Exchange& exchange = group->lines().exchange();
+  if (exchange.has_told_all() || services_.loop.now() >= until) return group->letters_known();
+  after(letters_looked_at_every, [this, number, until] { learn_letters(number, until); });
 }
 
 void Server::Inside::read_store(std::function<void(platform::StoredState)> done) {
@@ -247,7 +316,7 @@ void Server::Inside::watch_exchange(Group& group) {
     const std::string& name = of_number->options().name;
     if (reached) {
       services_.log(LogLevel::Notice, name + ": the exchange is reached");
-      after(letters_known_after, [this, number] { calls_.close_forgotten(number); });
+      learn_letters(number, services_.loop.now() + letters_known_after);
     } else {
       services_.log(LogLevel::Error, name + ": the exchange can't be reached");
       of_number->tell_persons("The telephone equipment of " + name +

@@ -11,6 +11,7 @@ struct Wire {
   Network& network;
   std::string name;
   std::string origin;
+  std::string address;
   // Null once that end is gone.
   std::array<Connection*, 2> ends{};
   // When the last thing that is on its way to an end gets there: nothing overtakes it.
@@ -19,11 +20,15 @@ struct Wire {
   std::optional<std::size_t> life;
   bool broken = false;
   bool cut_unseen = false;
+  // What has come to where the way to an end is parted.
+  std::array<std::vector<std::function<void()>>, 2> held{};
 };
 
 namespace {
 
 constexpr int longest_piece = 40;
+constexpr Milliseconds tried_again_after{500};
+constexpr Milliseconds longest_attempt{20'000};
 
 }  // namespace
 
@@ -75,8 +80,32 @@ void Network::connect(const std::string& address, Taker done, const std::string&
   const Milliseconds delay =
       late ? dice_.between(weather_.longest_delay, weather_.longest_lateness)
            : 2 * dice_.between(weather_.shortest_delay, weather_.longest_delay);
-  loop_.schedule(delay,
-                 [this, address, from, done = std::move(done)] { establish(address, from, done); });
+  loop_.schedule(
+      delay, [this, address, from, done = std::move(done), until = loop_.now() + longest_attempt] {
+        try_to_establish(address, from, done, until);
+      });
+}
+
+void Network::part(const std::string& from, const std::string& to) { parted_.emplace(from, to); }
+
+void Network::mend() {
+  parted_.clear();
+  for (const auto& wire : std::exchange(held_up_, {})) {
+    for (auto& held : wire->held) {
+      for (const auto& arrive : std::exchange(held, {})) arrive();
+    }
+  }
+}
+
+void Network::try_to_establish(const std::string& address, const std::string& from,
+                               const Taker& done, Milliseconds given_up_at) {
+  if (!is_parted(from, address) && !is_parted(address, from)) {
+    return establish(address, from, done);
+  }
+  if (loop_.now() >= given_up_at) return done(nullptr);
+  loop_.schedule(tried_again_after, [this, address, from, done, given_up_at] {
+    try_to_establish(address, from, done, given_up_at);
+  });
 }
 
 void Network::establish(const std::string& address, const std::string& from, const Taker& done) {
@@ -85,8 +114,16 @@ void Network::establish(const std::string& address, const std::string& from, con
     transcript_.add("network", address + " refuses a connection");
     return done(nullptr);
   }
-  const auto wire = std::make_shared<Wire>(
-      Wire{*this, "connection " + std::to_string(++connections_), from, {}, {}, {}, false, false});
+  const auto wire = std::make_shared<Wire>(Wire{*this,
+                                                "connection " + std::to_string(++connections_),
+                                                from,
+                                                address,
+                                                {},
+                                                {},
+                                                {},
+                                                false,
+                                                false,
+                                                {}});
   if (dice_.happens(weather_.cut)) {
     wire->life = static_cast<std::size_t>(dice_.below(weather_.longest_life));
     wire->cut_unseen = weather_.cut_unseen > 0 && dice_.happens(weather_.cut_unseen);
@@ -105,7 +142,13 @@ void Network::carry(const std::shared_ptr<Wire>& wire, int from, std::string_vie
     std::size_t length = static_cast<std::size_t>(dice_.below(longest_piece)) + 1;
     if (wire->life) length = std::min(length, *wire->life);
     length = std::min(length, bytes.size());
-    if (length > 0) deliver(wire, 1 - from, std::string(bytes.substr(0, length)));
+    if (length > 0) {
+      const int to = 1 - from;
+      deliver(wire, to, [wire, to, piece = std::string(bytes.substr(0, length))] {
+        Connection* const end = wire->ends[static_cast<std::size_t>(to)];
+        if (end != nullptr) end->take(piece);
+      });
+    }
     bytes.remove_prefix(length);
     if (!wire->life) continue;
     *wire->life -= length;
@@ -113,16 +156,26 @@ void Network::carry(const std::shared_ptr<Wire>& wire, int from, std::string_vie
   }
 }
 
-void Network::deliver(const std::shared_ptr<Wire>& wire, int to, std::string bytes) {
-  loop_.schedule(arrival(*wire, to) - loop_.now(), [wire, to, bytes = std::move(bytes)] {
-    Connection* const end = wire->ends[static_cast<std::size_t>(to)];
-    if (end != nullptr) end->take(bytes);
+void Network::deliver(const std::shared_ptr<Wire>& wire, int to, std::function<void()> arrive) {
+  loop_.schedule(arrival(*wire, to) - loop_.now(), [this, wire, to, arrive = std::move(arrive)] {
+    auto& held = wire->held[static_cast<std::size_t>(to)];
+    if (held.empty() && !is_parted(*wire, to)) return arrive();
+    if (held.empty()) held_up_.push_back(wire);
+    held.push_back(arrive);
   });
+}
+
+bool Network::is_parted(const Wire& wire, int to) const {
+  return to == 1 ? is_parted(wire.origin, wire.address) : is_parted(wire.address, wire.origin);
+}
+
+bool Network::is_parted(const std::string& from, const std::string& to) const {
+  return parted_.contains({from, to});
 }
 
 void Network::finish(const std::shared_ptr<Wire>& wire, int from) {
   const int to = 1 - from;
-  loop_.schedule(arrival(*wire, to) - loop_.now(), [wire, to] {
+  deliver(wire, to, [wire, to] {
     Connection* const end = wire->ends[static_cast<std::size_t>(to)];
     if (end != nullptr) end->end();
   });

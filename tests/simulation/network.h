@@ -5,8 +5,10 @@
 #include <map>
 #include <memory>
 #include <optional>
+#include <set>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "exchange/dice.h"
@@ -92,6 +94,12 @@ class Network {
   // From now on; a connection that is to be cut later still is.
   void set_weather(const Weather& weather) { weather_ = weather; }
 
+  // What goes from the one place to the other waits, until all is mended: addresses that somebody
+  // listens at, and places that somebody connects from. Whoever tries to connect meanwhile may give
+  // up.
+  void part(const std::string& from, const std::string& to);
+  void mend();
+
   // Tells later: this end of the connection, or none where it is refused.
   void connect(const std::string& address, Taker done, const std::string& from = {});
 
@@ -102,7 +110,11 @@ class Network {
   void carry(const std::shared_ptr<Wire>& wire, int from, std::string_view bytes);
   void finish(const std::shared_ptr<Wire>& wire, int from);
   void cut(const std::shared_ptr<Wire>& wire);
-  void deliver(const std::shared_ptr<Wire>& wire, int to, std::string bytes);
+  void deliver(const std::shared_ptr<Wire>& wire, int to, std::function<void()> arrive);
+  bool is_parted(const Wire& wire, int to) const;
+  bool is_parted(const std::string& from, const std::string& to) const;
+  void try_to_establish(const std::string& address, const std::string& from, const Taker& done,
+                        Milliseconds given_up_at);
   Milliseconds silence(const Wire& wire) const;
   Milliseconds arrival(Wire& wire, int to);
 
@@ -111,6 +123,9 @@ class Network {
   Weather weather_;
   exchange::Dice dice_;
   std::map<std::string, Taker> listeners_;
+  std::set<std::pair<std::string, std::string>> parted_;
+  // Those on which something waits for the mending.
+  std::vector<std::shared_ptr<Wire>> held_up_;
   int connections_ = 0;
 };
 

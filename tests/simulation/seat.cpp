@@ -95,7 +95,7 @@ std::string Seat::first_settings() const {
   record.ModeCode = number_ % 2 == 0 ? 2 : 1;
   record.MessageFontName = "Sans";
   record.MessageFontSize = 8;
-  record.ServerHost = server_host;
+  record.ServerHost = identity_.servers;
   record.ServerPort = server_port;
   record.MitelPhoneChoice = 1;
   record.WindowHeight = 6970;

@@ -26,11 +26,16 @@ class Chance final : public platform::RandomNumbers {
 
 enum class SeatLink { SerialBox, Server };
 
+inline constexpr const char* server_host = "studio-server";
+inline constexpr int server_port = 2001;
+
 // What the settings of a workstation say of who sits there.
 struct SeatIdentity {
   std::string user = {};
   std::string password = {};
   int group = 1;
+  // As the user has typed it.
+  std::string servers = server_host;
 };
 
 // One workstation of the studio and the console on it, which may end and begin again. Its files and
@@ -54,6 +59,7 @@ class Seat {
   Console& console() { return *console_; }
   const std::string& name() const { return name_; }
   int number() const { return number_; }
+  const std::string& password() const { return identity_.password; }
   SeatLink link() const { return link_; }
   platform::ScriptedSerialPort& port() { return workstation_.comm1; }
   const NetworkSocket& socket() const { return socket_; }
@@ -89,8 +95,5 @@ class Seat {
   bool started_ = false;
   std::optional<Console> console_;
 };
-
-inline constexpr const char* server_host = "studio-server";
-inline constexpr int server_port = 2001;
 
 }  // namespace lineweir::simulation

@@ -6,9 +6,8 @@
 #include <vector>
 
 #include "server/server_room.h"
-#include "simulation/operator.h"
-#include "simulation/seat.h"
 #include "simulation/server_site.h"
+#include "simulation/studio_people.h"
 
 namespace lineweir::simulation {
 
@@ -31,18 +30,12 @@ class StudioRun {
 
   const std::string& transcript() const { return transcript_.text(); }
   const std::vector<std::string>& faults() const { return faults_; }
-  std::size_t seats() const { return seats_.size(); }
+  std::size_t seats() const { return people_.seats().size(); }
   std::size_t calls() const { return calls_; }
   long rows_compared() const { return rows_compared_; }
   long frames() const { return site_.frames_watched(); }
 
  private:
-  struct Told;
-
-  void let_hands_act(std::size_t seat);
-  bool tend_link(Seat& seat);
-  bool close_what_is_in_the_way(Seat& seat);
-  void write_message(Seat& seat);
   void befall();
   void heal_store_later();
   void tend();
@@ -52,26 +45,17 @@ class StudioRun {
   bool comes_to_rest();
   bool is_settled();
   void look_at(Seat& seat);
-  Told ask(int group);
-  void compare(Seat& seat, const Told& told);
   void end_all_calls();
   void check_calls();
-  void expect(const Seat& seat, const std::string& what, const std::string& shown,
-              const std::string& told);
   void fault(const std::string& what);
 
   StudioRunOptions options_;
-  int messages_ = 0;
   platform::VirtualEventLoop loop_;
   Transcript transcript_{loop_};
   exchange::Dice dice_;
   Network network_;
   ServerSite site_;
-  std::vector<std::unique_ptr<Seat>> seats_;
-  std::vector<std::unique_ptr<Operator>> operators_;
-  std::vector<Milliseconds> starts_at_;
-  std::vector<bool> busy_;
-  bool hands_rest_ = false;
+  StudioPeople people_{loop_, network_, transcript_};
   Milliseconds next_fate_{0};
   std::vector<std::string> faults_;
   std::size_t calls_ = 0;

@@ -17,6 +17,8 @@ class LeaseOffice {
 
   EventLoop& loop() const { return loop_; }
   Session open() { return ++last_session_; }
+  // Of the last holder.
+  Epoch epoch() const { return epoch_; }
   std::optional<Lease::Grant> take(Session session);
   bool prove(Session session);
   // The session ends; in good order the next holder needn't wait for its last proof.

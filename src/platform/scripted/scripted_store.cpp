@@ -23,8 +23,14 @@ void ScriptedStore::load(std::function<void(std::optional<StoredState> state)> d
 
 void ScriptedStore::write(std::vector<StoreChange> changes,
                           std::function<void(bool written)> done) {
-  add([this, changes = std::move(changes), done = std::move(done)](Outcome outcome) {
-    if (refuses_writes_) return done(false);
+  write_if([] { return true; }, std::move(changes), std::move(done));
+}
+
+void ScriptedStore::write_if(std::function<bool()> may, std::vector<StoreChange> changes,
+                             std::function<void(bool written)> done) {
+  add([this, may = std::move(may), changes = std::move(changes),
+       done = std::move(done)](Outcome outcome) {
+    if (refuses_writes_ || !may()) return done(false);
     if (outcome != Outcome::Failed) {
       for (const StoreChange& change : changes) content_.apply(change);
     }

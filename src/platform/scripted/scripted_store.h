@@ -37,6 +37,10 @@ class ScriptedStore final : public Store {
   void restore(const std::string& file, std::function<void(std::string failure)> done) override;
   std::size_t waiting() const override { return works_.size(); }
 
+  // As write(), unless `may` says no at the moment in which the store would do it.
+  void write_if(std::function<bool()> may, std::vector<StoreChange> changes,
+                std::function<void(bool written)> done);
+
   // From now on each piece of work takes so long.
   void take(Milliseconds each) { each_takes_ = each; }
   // Nothing is worked on, or everything again.

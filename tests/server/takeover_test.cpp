@@ -1,0 +1,143 @@
+#include <doctest/doctest.h>
+
+#include "server/call_history.h"
+#include "server/group_desk.h"
+#include "server/server_room.h"
+#include "server/still_true.h"
+
+namespace lineweir::server {
+namespace {
+
+using namespace std::chrono_literals;
+using platform::CallRecord;
+using platform::Moment;
+
+CallRecord stored_call(int line, std::vector<platform::CallStep> steps) {
+  CallRecord call;
+  call.id = line + 1;
+  call.group = 1;
+  call.line = line;
+  call.began = steps.front().at;
+  call.steps = std::move(steps);
+  return call;
+}
+
+}  // namespace
+
+TEST_SUITE("server/takeover") {
+  TEST_CASE("the steps of a call tell who works it, since when, and when its clock began") {
+    const CallRecord call = stored_call(3, {{1s, "", "ring"},
+                                            {2s, "anna", "answer"},
+                                            {3s, "anna", "data"},
+                                            {4s, "bob", "air"},
+                                            {5s, "bob", "lock"},
+                                            {6s, "", "air"}});
+    const CallHistory history = history_of(call, 1);
+    CHECK(history.action == "air");
+    CHECK(history.since == Moment{6s});
+    CHECK(history.clock == Moment{4s});
+    CHECK(history.worked_by == "bob");
+    CHECK(history.last_by.empty());
+    CHECK(clock_after(history, 'N', 1, Moment{9s}) == Moment{4s});
+    CHECK(clock_after(history, 'H', 1, Moment{9s}) == Moment{9s});
+    CHECK(clock_after(history, 'P', 1, Moment{9s}) == Moment{4s});
+  }
+
+  TEST_CASE("a server that takes over knows of a call what the one before knew") {
+    ServerRoom room;
+    const auto host = room.seat("host");
+    room.exchange().arrive(3, "555 0100");
+    room.wait(5s);
+    host->word('P', 3);
+    room.wait(10s);
+    const auto times = [](FrameConsole& console) {
+      console.take();
+      console.send(console.packet(ClientCommand::CmdRequestTimes));
+      return console.take_last(ServerCommand::SrvTimes).Buffer.substr(0, 14);
+    };
+    const std::string before = times(*host);
+    const std::size_t steps = room.store.content().calls.begin()->second.steps.size();
+    room.crash();
+    room.wait(2s);
+    room.start();
+    const auto again = room.seat("host");
+    CHECK(times(*again) == before);
+    room.wait(1s);
+    CHECK(room.store.content().calls.begin()->second.steps.size() == steps);
+
+    SUBCASE("and his caller waits at the handset for who took him") {
+      room.wait(30s);
+      again->send(again->packet(ClientCommand::CmdTimeRequest));
+      room.wait(30s);
+      CHECK(room.exchange().letter(3) == 'P');
+    }
+    SUBCASE("whose callers go on hold where the seat vanishes then") {
+      again->hang_up();
+      room.wait(60s);
+      CHECK(room.exchange().letter(3) == 'H');
+    }
+  }
+
+  TEST_CASE("a caller at a handset goes on hold where nobody comes back for him") {
+    ServerRoom room;
+    {
+      const auto host = room.seat("host");
+      room.exchange().arrive(3, {});
+      host->word('P', 3);
+      room.wait(1s);
+      room.crash();
+    }
+    room.start();
+    const auto other = room.seat("screener");
+    room.wait(30s);
+    CHECK(room.exchange().letter(3) == 'P');
+    room.wait(10s);
+    CHECK(room.exchange().letter(3) == 'H');
+  }
+
+  TEST_CASE("the next call who rang when he was chosen still is it") {
+    ServerRoom room;
+    const auto host = room.seat("host");
+    room.exchange().arrive(3, {});
+    room.wait(5s);
+    host->send(host->packet(ClientCommand::CmdSetNextCall, 3));
+    room.wait(1s);
+    room.crash();
+    room.start();
+    const auto again = room.connect();
+    again->log_in("host", host_password);
+    again->join(1);
+    CHECK(again->take_last(ServerCommand::SrvNextCall).LineNo == 3);
+  }
+
+  TEST_CASE("no step of a call comes before the last one, whatever the next server's clock says") {
+    PartsDesk desk;
+    desk.calls.begin(1, 3, {});
+    desk.calls.step(1, 3, 'R', {});
+    desk.clock.move(-1h);
+    desk.calls.step(1, 3, 'P', "anna");
+    desk.calls.end(1, 3, "anna");
+    const auto ended = desk.ended_calls();
+    REQUIRE(ended.size() == 1);
+    CHECK(ended[0].ended == ended[0].began);
+    CHECK(ended[0].answered == ended[0].began);
+  }
+
+  TEST_CASE("of a journal behind the lead of others, a call that the store knows is theirs") {
+    CallRecord ours = stored_call(3, {{1s, "", "ring"}, {2s, "", "hang up"}});
+    ours.ended = Moment{2s};
+    const platform::StoreJournal::Left left{4, {ours}};
+    CHECK(still_true(left, 6, {ours.id}).empty());
+    CHECK(still_true(left, 6).size() == 1);
+    CHECK(still_true(left, 5, {ours.id}).size() == 1);
+
+    // Unless they have only found that it was over.
+    CallRecord closed = stored_call(3, {{1s, "", "ring"}, {9s, "", ended_unheard}});
+    CHECK(was_only_closed(closed, ours));
+    closed.steps.insert(closed.steps.begin() + 1, {5s, "anna", "answer"});
+    CHECK_FALSE(was_only_closed(closed, ours));
+    CHECK_FALSE(was_only_closed(ours, ours));
+  }
+}
+
+}  // namespace lineweir::server
