@@ -67,6 +67,19 @@ void StoreLink::audit(const platform::AuditFilter& filter,
       [this, filter](auto told) { store_.audit(filter, std::move(told)); }, std::move(done));
 }
 
+void StoreLink::caller_history(const std::string& key,
+                               std::function<void(std::optional<platform::CallerHistory>)> done) {
+  ask<std::optional<platform::CallerHistory>>(
+      [this, key](auto told) { store_.caller_history(key, std::move(told)); }, std::move(done));
+}
+
+void StoreLink::forget(platform::Moment before, Forgetting what, std::size_t limit,
+                       std::function<void(std::optional<std::size_t>)> done) {
+  ask<std::optional<std::size_t>>(
+      [=, this](auto told) { store_.forget(before, what, limit, std::move(told)); },
+      std::move(done));
+}
+
 void StoreLink::verify_audit(std::function<void(std::optional<platform::AuditVerdict>)> done) {
   ask<std::optional<platform::AuditVerdict>>(
       [this](auto told) { store_.verify_audit(std::move(told)); }, std::move(done));

@@ -28,6 +28,10 @@ class StoreLink final : public platform::Store {
              std::function<void(std::optional<std::vector<platform::CallRecord>>)> done) override;
   void audit(const platform::AuditFilter& filter,
              std::function<void(std::optional<std::vector<platform::AuditEntry>>)> done) override;
+  void caller_history(const std::string& key,
+                      std::function<void(std::optional<platform::CallerHistory>)> done) override;
+  void forget(platform::Moment before, Forgetting what, std::size_t limit,
+              std::function<void(std::optional<std::size_t>)> done) override;
   void verify_audit(std::function<void(std::optional<platform::AuditVerdict>)> done) override;
   void backup(const std::string& file, std::function<void(std::string failure)> done) override;
   void restore(const std::string& file, std::function<void(std::string failure)> done) override;
