@@ -4,6 +4,7 @@
 #include <string_view>
 
 #include "base/text.h"
+#include "callerdata/known_caller_text.h"
 #include "core/console.h"
 #include "desktop/core_text.h"
 #include "lines/status_letters.h"
@@ -47,6 +48,13 @@ QString spoken_wait(const Console& console, int line) {
   QString words = QStringLiteral("Waiting for ");
   if (minutes > 0) words += count(minutes, QStringLiteral("minute")) + u' ';
   return words + count(waited->count() % 60, QStringLiteral("second"));
+}
+
+QString spoken_flag(const Console& console, int line) {
+  const CallerKnown* known = console.known_callers.on_line(line);
+  if (known == nullptr || known->flag == CallerFlag::None) return {};
+  const std::string calls = calls_text(*known);
+  return shown_text(console.Lineweir, flag_text(*known) + (calls.empty() ? "" : "\n" + calls));
 }
 
 QString spoken_changes(const Console& console, const std::vector<int>& lines) {

@@ -14,6 +14,10 @@ QString spoken_state(const Console& console, int line);
 // that nobody waits on.
 QString spoken_wait(const Console& console, int line);
 
+// What the flag of the caller on a line says, and how often the caller was on air, in two lines;
+// empty without a flag.
+QString spoken_flag(const Console& console, int line);
+
 // What a change of lines sounds like, each as "Line 3, Dev Patel, is ready, next caller". Of many
 // at once only the number is told, as nobody would hear the end of it. The lines count from 0.
 QString spoken_changes(const Console& console, const std::vector<int>& lines);
