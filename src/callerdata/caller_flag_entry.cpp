@@ -50,6 +50,8 @@ void CallerFlagEntry::FlagCaller_Click() {
     }
     form.ReasonText.text = present.reason;
     form.UntilText.text = shown_day(present.until);
+    form.ReasonText.caret_to_end();
+    form.UntilText.caret_to_end();
     form.show_notice("");
   }
   form.show();

@@ -20,7 +20,7 @@ constexpr int comments_entry = entry_of(CallerField::Comments);
 constexpr int comment_lines = 3;
 constexpr int field_digits = 34;
 constexpr int memory_lines = 4;
-constexpr int flag_lines = 3;
+constexpr int flag_lines = 4;
 constexpr int edge_of_field = 3;
 
 // The longest line of what is told of a caller's earlier calls.
@@ -147,7 +147,8 @@ void EntryLayout::fit_flag(QWidget& window) const {
   label->setPalette(palette);
   label->setAutoFillBackground(true);
   label->setMargin(edge_of_field);
-  label->setMinimumHeight(server ? flag_lines * label->fontMetrics().lineSpacing() : 0);
+  label->setMinimumHeight(
+      server ? flag_lines * label->fontMetrics().lineSpacing() + 2 * edge_of_field : 0);
 }
 
 void EntryLayout::fit_notice(QWidget& window) const {

@@ -100,6 +100,23 @@ TEST_SUITE("caller flags") {
     CHECK(name.tool_tip().endsWith(flag));
   }
 
+  TEST_CASE("a screen reader is told of the flag of the number that is typed") {
+    FlagDesk desk;
+    desk.platform.winsock1.stand_connected();
+    desk.form().WinsockMenu.checked = true;
+    desk.console.known_callers.begin();
+    desk.console.caller_data.show_for_line(4);
+    desk.console.Form4.TheText(6).text = "5550100";
+    desk.settle();
+    desk.console.known_callers.answer(barred());
+    desk.settle();
+    desk.desktop.announcer().flush();
+    const auto* announcements = desk.window().findChild<QWidget*>(QStringLiteral("Announcements"));
+    REQUIRE(announcements != nullptr);
+    CHECK(announcements->accessibleName() ==
+          QStringLiteral("Barred until 12/31/2026: abuse (bob)"));
+  }
+
   TEST_CASE("the row's description says the flag") {
     FlagDesk desk;
     desk.ring(3, "Anna Lee");
