@@ -225,7 +225,7 @@ void MainFrame::apply_row_looks() {
                 main_form.CIcon1.loaded(line) && !main_form.CIcon1(line).visible;
     const bool holds = look.letter_state == RowState::Held || look.letter_state == RowState::Locked;
     if (const auto waited = states.waited(line); holds && waited) look.wait = wait_of(*waited);
-    if (const CallerKnown* known = console_.known_callers.on_line(line)) look.flag = known->flag;
+    look.flag = shown_flag(console_, line);
     canvas.set_row_look(line, look);
   }
 }

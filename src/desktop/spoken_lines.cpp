@@ -50,9 +50,16 @@ QString spoken_wait(const Console& console, int line) {
   return words + count(waited->count() % 60, QStringLiteral("second"));
 }
 
-QString spoken_flag(const Console& console, int line) {
+CallerFlag shown_flag(const Console& console, int line) {
   const CallerKnown* known = console.known_callers.on_line(line);
-  if (known == nullptr || known->flag == CallerFlag::None) return {};
+  const bool anybody = known != nullptr && line < console.lines.LineCount &&
+                       !is_empty(console.lines.StatusLetter(line));
+  return anybody ? known->flag : CallerFlag::None;
+}
+
+QString spoken_flag(const Console& console, int line) {
+  if (shown_flag(console, line) == CallerFlag::None) return {};
+  const CallerKnown* known = console.known_callers.on_line(line);
   const std::string calls = calls_text(*known);
   return shown_text(console.Lineweir, flag_text(*known) + (calls.empty() ? "" : "\n" + calls));
 }

@@ -81,6 +81,19 @@ TEST_SUITE("caller flags") {
     CHECK(desk.description(3).isEmpty());
   }
 
+  TEST_CASE("a line on which nobody is shows no flag until somebody is") {
+    FlagDesk desk;
+    const QImage before = desk.row_picture(3);
+    desk.know(3, CallerFlag::Barred);
+    CHECK(desk.row_picture(3) == before);
+    CHECK(desk.description(3).isEmpty());
+    desk.ring(3, "");
+    CHECK(desk.description(3).startsWith(QStringLiteral("Barred")));
+    desk.console.lines.StatusLetter(3) = ' ';
+    desk.settle();
+    CHECK(desk.row_picture(3) == before);
+  }
+
   TEST_CASE("the sign hides no text: a name that is too long for what is left is told whole") {
     FlagDesk desk;
     desk.ring(3, "Anna Margaret Lee");
