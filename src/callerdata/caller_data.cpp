@@ -118,7 +118,7 @@ void CallerDataEntry::Form_Load() {
   form.UnloadTimer.enabled = !allowed();
   form.Label(user_entry).caption = trimmed(state_.Lineweir.CaptionLabel(user_column).caption);
   form.number_first = asks_number_first && caller_memory_.on();
-  form.lay_out(LogFieldOn, caller_memory_.on());
+  form.lay_out(LogFieldOn, caller_memory_.kind());
   fill_texts();
   form.focus_next(0);
 }

@@ -63,13 +63,19 @@ std::vector<KnownCall> find_calls(platform::Recordset& log, const Letters& lette
   return calls;
 }
 
-std::string times(int count) {
+}  // namespace
+
+std::string times_in_words(int count) {
   if (count == 1) return "once";
-  const bool all = count < CallerHistory::most_calls;
+  // As many as are looked at in a log; a server counts on.
+  const bool all = count != CallerHistory::most_calls;
   return std::to_string(count) + (all ? " times" : " times or more");
 }
 
-}  // namespace
+bool same_number(std::string_view number, std::string_view other) {
+  const std::string key = telephone_key(number);
+  return !key.empty() && key == telephone_key(other);
+}
 
 std::vector<std::string> number_forms(std::string_view number) {
   std::string key = telephone_key(number);
@@ -99,11 +105,11 @@ std::optional<CallerHistory> find_history(platform::Recordset& log, const Letter
 }
 
 std::string history_text(const CallerHistory& history) {
-  std::string text = "Called " + times(history.calls);
+  std::string text = "Called " + times_in_words(history.calls);
   if (history.on_air == 0) {
     text += ", never on air";
   } else {
-    text += ", on air " + times(history.on_air) + "\r\nLast on air " + history.last_on_air;
+    text += ", on air " + times_in_words(history.on_air) + "\r\nLast on air " + history.last_on_air;
   }
   std::string who;
   for (const std::string& known : history.known) {
@@ -114,9 +120,11 @@ std::string history_text(const CallerHistory& history) {
 
 std::string history_in_short(const std::optional<CallerHistory>& history) {
   if (!history) return "first call";
-  if (history->on_air == 0) return "called " + times(history->calls) + " before, never on air";
+  if (history->on_air == 0)
+    return "called " + times_in_words(history->calls) + " before, never on air";
   const std::string& last = history->last_on_air;
-  return "on air " + times(history->on_air) + " before, last " + last.substr(0, last.find(' '));
+  return "on air " + times_in_words(history->on_air) + " before, last " +
+         last.substr(0, last.find(' '));
 }
 
 bool completes(std::string_view typed, std::string_view known) {

@@ -30,9 +30,15 @@ struct CallerHistory {
 // code 1. None for too few digits, or for one digit again and again, as 0000000 where nobody knows.
 std::vector<std::string> number_forms(std::string_view number);
 
+// Whether both are the number of one caller, however they are written.
+bool same_number(std::string_view number, std::string_view other);
+
 // In the console's letters. Nothing where the log doesn't know the number.
 std::optional<CallerHistory> find_history(platform::Recordset& log, const Letters& letters,
                                           std::string_view number);
+
+// "once", "3 times".
+std::string times_in_words(int count);
 
 // As the user reads it, in three short lines.
 std::string history_text(const CallerHistory& history);

@@ -1,6 +1,8 @@
 #include "callerdata/caller_memory.h"
 
 #include "callerdata/call_log.h"
+#include "callerdata/known_caller_text.h"
+#include "callerdata/known_callers.h"
 #include "elements/key_characters.h"
 #include "forms/entry_fields.h"
 #include "state/console_state.h"
@@ -9,33 +11,104 @@
 
 namespace lineweir {
 
-CallerMemory::CallerMemory(ConsoleState& state, CallLog& call_log)
-    : state_(state), call_log_(call_log) {
+CallerMemory::CallerMemory(ConsoleState& state, CallLog& call_log, KnownCallers& known)
+    : state_(state), call_log_(call_log), known_(known) {
   CallerDataForm& form = state.Form4;
   wire(form.MemoryFill.on_click, state_.trace, "Form4_MemoryFill_Click",
        [this] { MemoryFill_Click(); });
+  wire(form.AskTimer.on_timer, state_.trace, "Form4_AskTimer_Timer", [this] { AskTimer_Timer(); });
 }
 
-bool CallerMemory::on() const { return call_log_.chosen(); }
+CallerDataForm::Memory CallerMemory::kind() const {
+  using enum CallerDataForm::Memory;
+  if (known_.served()) return Server;
+  return call_log_.chosen() ? Log : None;
+}
+
+const std::string& CallerMemory::number() const {
+  return state_.Form4.TheText(phone_number_entry).text;
+}
 
 void CallerMemory::look_up() {
   hide();
-  const std::string& number = state_.Form4.TheText(phone_number_entry).text;
-  if (!on() || number_forms(number).empty()) return;
+  logged_.reset();
+  asked_ = false;
+  state_.Form4.AskTimer.enabled = false;
+  show_flag();
+  if (!on() || number_forms(number()).empty()) return;
+  if (call_log_.chosen()) look_into_log();
+  show_history();
+  if (known_.served()) ask_soon();
+}
+
+void CallerMemory::look_into_log() {
   CallerDataForm& form = state_.Form4;
-  std::optional<CallerHistory> history;
-  attempt([&] { history = find_history(call_log_.recordset(), state_.services.letters, number); },
+  attempt([&] { logged_ = find_history(call_log_.recordset(), state_.services.letters, number()); },
           [&](const Failure& failure) {
             // What keeps the log from telling is told in its place.
             report_failure(state_.trace, "Form4_TheText_Change", failure);
             form.MemoryLabel.caption = description_of(state_.services.letters, failure);
             form.MemoryLabel.visible = true;
           });
+}
+
+void CallerMemory::ask_soon() {
+  Timer& timer = state_.Form4.AskTimer;
+  timer.enabled = false;
+  timer.enabled = true;
+}
+
+void CallerMemory::ask_again() {
+  if (state_.Form4.loaded() && known_.served() && !number_forms(number()).empty()) ask_soon();
+}
+
+void CallerMemory::AskTimer_Timer() {
+  CallerDataForm& form = state_.Form4;
+  form.AskTimer.enabled = false;
+  if (!form.loaded() || number_forms(number()).empty()) return;
+  asked_ = true;
+  known_.ask(number());
+}
+
+void CallerMemory::known_changed() {
+  CallerDataForm& form = state_.Form4;
+  const bool begins = known_.served() && !was_served_;
+  const bool ends = !known_.served() && was_served_;
+  was_served_ = known_.served();
+  if (!form.loaded()) return;
+  if (begins || ends) form.show_memory(kind());
+  if (begins) ask_again();
+  if (ends) form.AskTimer.enabled = false;
+  show_flag();
+  const bool answered = asked_ && known_.of_number(number()) != nullptr;
+  if (answered) asked_ = false;
+  // Whoever has typed on since has declined what was shown.
+  if (!answered && !form.MemoryLabel.visible) return;
+  if (richer(logged_, known_.of_number(number()))) return show_history();
+  if (ends) hide();
+}
+
+void CallerMemory::show_history() {
+  const auto history = richer(logged_, known_.of_number(number()));
   if (!history) return;
+  CallerDataForm& form = state_.Form4;
   history_ = *history;
   form.MemoryLabel.caption = history_text(history_);
   form.MemoryLabel.visible = true;
   offer();
+}
+
+void CallerMemory::show_flag() {
+  CallerDataForm& form = state_.Form4;
+  const bool is_number = !number_forms(number()).empty();
+  form.FlagCaller.visible = known_.served() && state_.program.CallerFlagAllowed;
+  form.FlagCaller.enabled = is_number;
+  const CallerKnown* known = is_number ? known_.of_number(number()) : nullptr;
+  const CallerFlag flag = known == nullptr ? CallerFlag::None : known->flag;
+  form.FlagLabel.visible = flag != CallerFlag::None;
+  if (flag == CallerFlag::None) return;
+  form.FlagLabel.caption = flag_text(*known);
+  form.FlagLabel.back_color = flag_color(flag);
 }
 
 void CallerMemory::offer() {

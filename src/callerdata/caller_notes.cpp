@@ -5,6 +5,8 @@
 #include "base/text.h"
 #include "callerdata/call_log.h"
 #include "callerdata/caller_history.h"
+#include "callerdata/known_caller_text.h"
+#include "callerdata/known_callers.h"
 #include "callerdata/line_texts.h"
 #include "forms/entry_fields.h"
 #include "screen/row_states.h"
@@ -32,12 +34,14 @@ void append(std::string& text, std::string_view separator, std::string_view more
 }  // namespace
 
 CallerNotes::CallerNotes(ConsoleState& state, const RowStates& row_states,
-                         const LineTexts& line_texts, CallLog& call_log)
+                         const LineTexts& line_texts, CallLog& call_log,
+                         const KnownCallers& known_callers)
     : FormWatch(state.Lineweir),
       state_(state),
       row_states_(row_states),
       line_texts_(line_texts),
-      call_log_(call_log) {}
+      call_log_(call_log),
+      known_callers_(known_callers) {}
 
 CallerNotes::~CallerNotes() {
   if (review_) state_.services.loop.cancel(*review_);
@@ -97,6 +101,9 @@ std::string CallerNotes::note_of(int line) {
   std::string who = text_of(CallerField::CallerName);
   append(who, ", ", text_of(CallerField::City));
   std::string note = who;
+  if (const CallerKnown* known = known_callers_.on_line(line)) {
+    append(note, letters.from_utf8(" \u00b7 "), flag_in_short(*known));
+  }
   append(note, letters.from_utf8(" \u00b7 "), history_of(line, text_of(CallerField::PhoneNumber)));
   // Last, as it may be long.
   append(note, letters.from_utf8(" \u2013 "), text_of(CallerField::Comments));
@@ -104,15 +111,24 @@ std::string CallerNotes::note_of(int line) {
 }
 
 std::string CallerNotes::history_of(int line, const std::string& number) {
-  if (!call_log_.chosen() || number_forms(number).empty()) return {};
+  const CallerKnown* remembered = known_callers_.on_line(line);
+  const bool is_number = !number_forms(number).empty();
+  std::optional<CallerHistory> logged;
+  bool told = false;
+  if (is_number && call_log_.chosen()) {
+    logged = look_into_log(line, number);
+    told = known_[line].told;
+  }
+  const auto history = richer(logged, remembered);
+  return history || told ? history_in_short(history) : std::string();
+}
+
+std::optional<CallerHistory> CallerNotes::look_into_log(int line, const std::string& number) {
   Known& known = known_[line];
   if (known.number == number) return known.history;
-  known = {number, {}};
-  attempt(
-      [&] {
-        known.history =
-            history_in_short(find_history(call_log_.recordset(), state_.services.letters, number));
-      },
+  known = {number, {}, false};
+  known.told = attempt(
+      [&] { known.history = find_history(call_log_.recordset(), state_.services.letters, number); },
       [&](const Failure& failure) { report_failure(state_.trace, handler, failure); });
   return known.history;
 }

@@ -5,12 +5,14 @@
 #include <string>
 #include <vector>
 
+#include "callerdata/caller_history.h"
 #include "elements/form.h"
 #include "platform/event_loop.h"
 
 namespace lineweir {
 
 class CallLog;
+class KnownCallers;
 class LineTexts;
 class RowStates;
 struct ConsoleState;
@@ -21,8 +23,11 @@ struct ConsoleState;
 class CallerNotes final : private FormWatch {
  public:
   CallerNotes(ConsoleState& state, const RowStates& row_states, const LineTexts& line_texts,
-              CallLog& call_log);
+              CallLog& call_log, const KnownCallers& known_callers);
   ~CallerNotes() override;
+
+  // The server remembers something else of the callers.
+  void known_changed() { review_soon(); }
 
  private:
   void changed(Element& element, PropertyId property) override;
@@ -31,18 +36,23 @@ class CallerNotes final : private FormWatch {
   void review();
   std::vector<int> lines_in_question() const;
   std::string note_of(int line);
-  // What the log knows of the number's caller; empty where it can't tell.
+  // What the log and the server know of the number's caller; empty where they can't tell.
   std::string history_of(int line, const std::string& number);
+  // What the log knows; nothing also where it can't tell.
+  std::optional<CallerHistory> look_into_log(int line, const std::string& number);
 
   struct Known {
     std::string number;
-    std::string history;
+    std::optional<CallerHistory> history;
+    // The log could be asked.
+    bool told = false;
   };
 
   ConsoleState& state_;
   const RowStates& row_states_;
   const LineTexts& line_texts_;
   CallLog& call_log_;
+  const KnownCallers& known_callers_;
   // Of the lines with a note, so that the log is asked once for each caller.
   std::map<int, Known> known_;
   std::optional<platform::EventLoop::CallId> review_;

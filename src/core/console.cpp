@@ -42,8 +42,10 @@ Console::Console(const platform::Services& platform_services)
       user_field_title(*this, display, call_log),
       data_sender(*this, links),
       line_texts(*this),
-      caller_notes(*this, row_states, line_texts, call_log),
-      caller_memory(*this, call_log),
+      known_callers(*this, links),
+      caller_notes(*this, row_states, line_texts, call_log, known_callers),
+      caller_memory(*this, call_log, known_callers),
+      caller_flag(*this, known_callers),
       caller_data(*this, call_log, data_sender, line_texts, caller_memory),
       received_data(*this, data_sender, line_texts, caller_data),
       log_data_options(*this, caller_data),
@@ -80,16 +82,18 @@ Console::Console(const platform::Services& platform_services)
       received_profile(*this, profile_flags, profile_files, display, profile_window, fonts,
                        line_count_change),
       client_callback(*this, phone, received_data, line_events, next_caller, message_display),
-      group_choice(*this, links, display, caller_data, line_events),
+      group_choice(*this, links, display, caller_data, known_callers, line_events),
       time_sync(*this, links, server),
-      received_lines(*this, server, phone, received_data, next_caller, line_steps, line_events),
+      received_memory(*this, server, known_callers),
+      received_lines(*this, server, phone, received_data, next_caller, line_steps, line_events,
+                     known_callers),
       studio_shape(*this, server, links, visible_rows, display, layout, modes),
       studio_groups(*this, server, access_rights, group_choice),
       remote_studio(*this, remote, modes, line_events, studio_shape, studio_groups),
       remote_session(*this, links, remote, remote_studio, port, link, remote_link),
       remote_watch(*this, remote_link, remote_session, link),
       group_session(*this, server, server_connection, login_exchange),
-      server_phones(*this, server, links, modes),
+      server_phones(*this, server, links, modes, known_callers),
       server_notices(*this, server, server_connection, message_display),
       server_watch(*this, links, socket_link, server, server_connection, login_exchange, link),
       group_elsewhere(*this, server, server_connection, login_exchange, server_watch),
@@ -104,6 +108,11 @@ Console::Console(const platform::Services& platform_services)
       startup(*this, show_plan, rows, layout, display, fonts, caller_data, port, settings,
               restored_settings, first_connection),
       shutdown(*this, links, show_plan, caller_data, port, user_profile, settings) {
+  known_callers.on_change = [this] {
+    caller_notes.known_changed();
+    caller_memory.known_changed();
+  };
+  caller_flag.on_flagged = [this] { caller_memory.ask_again(); };
   access_rights.on_unknown_user = [this] { settings.SetFileSettings(); };
   socket_link.on_enter_group = [this] { return group_session.enter(); };
   remote_link.on_enter_group = [this] { return remote_session.enter_group(); };
@@ -123,9 +132,9 @@ Console::Console(const platform::Services& platform_services)
 Console::~Console() = default;
 
 std::vector<Form*> Console::forms() {
-  return {&Lineweir,   &AboutBox, &MyMsgbox,       &DebugForm,    &Standby,   &DisplayOptionForm,
-          &Form2,      &Form3,    &Form4,          &LogDataForm,  &LoginForm, &WinsockOptions,
-          &FlashMessA, &DialForm, &DatabaseViewer, &ImportPreview};
+  return {&Lineweir,   &AboutBox, &MyMsgbox,       &DebugForm,     &Standby,   &DisplayOptionForm,
+          &Form2,      &Form3,    &Form4,          &LogDataForm,   &LoginForm, &WinsockOptions,
+          &FlashMessA, &DialForm, &DatabaseViewer, &ImportPreview, &FlagForm};
 }
 
 }  // namespace lineweir

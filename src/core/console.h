@@ -23,8 +23,10 @@
 #include "callerdata/call_log_watch.h"
 #include "callerdata/caller_data.h"
 #include "callerdata/caller_data_sender.h"
+#include "callerdata/caller_flag_entry.h"
 #include "callerdata/caller_memory.h"
 #include "callerdata/caller_notes.h"
+#include "callerdata/known_callers.h"
 #include "callerdata/line_texts.h"
 #include "callerdata/log_data_options.h"
 #include "callerdata/log_import.h"
@@ -80,6 +82,7 @@
 #include "serverlink/profile_files.h"
 #include "serverlink/profile_flags.h"
 #include "serverlink/received_lines.h"
+#include "serverlink/received_memory.h"
 #include "serverlink/received_profile.h"
 #include "serverlink/remote_objects_link.h"
 #include "serverlink/remote_session.h"
@@ -149,8 +152,10 @@ struct Console : ConsoleState {
   UserFieldTitle user_field_title;
   CallerDataSender data_sender;
   LineTexts line_texts;
+  KnownCallers known_callers;
   CallerNotes caller_notes;
   CallerMemory caller_memory;
+  CallerFlagEntry caller_flag;
   CallerDataEntry caller_data;
   ReceivedData received_data;
   LogDataOptions log_data_options;
@@ -194,6 +199,7 @@ struct Console : ConsoleState {
   ClientCallback client_callback;
   GroupChoice group_choice;
   TimeSync time_sync;
+  ReceivedMemory received_memory;
   ReceivedLines received_lines;
   StudioShape studio_shape;
   StudioGroups studio_groups;

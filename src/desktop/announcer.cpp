@@ -40,6 +40,7 @@ Announcer::Announcer(Console& console, std::function<QWidget*(const Form& form)>
       rows_(console.Lineweir, *this),
       message_box_(console.MyMsgbox, *this),
       caller_data_(console.Form4, *this),
+      flag_form_(console.FlagForm, *this),
       show_plan_(console.Form2, *this),
       frame_([this] { show_changes(); }) {}
 
@@ -52,6 +53,9 @@ void Announcer::show_changes() {
   announce_lines();
   announce_link();
   announce_notice(console_.Form4, console_.Form4.NoticeLabel.caption, caller_notice_);
+  const Label& flag = console_.Form4.FlagLabel;
+  announce_notice(console_.Form4, flag.visible ? flag.caption.get() : std::string(), caller_flag_);
+  announce_notice(console_.FlagForm, console_.FlagForm.NoticeLabel.caption, flag_notice_);
   announce_notice(console_.Form2, console_.Form2.PastLabel.caption, plan_notice_);
   tell_news();
   announce_message();

@@ -70,11 +70,14 @@ class Announcer {
   // Why there was no link when it was last looked at; nothing before it was.
   std::optional<std::string> no_link_;
   std::string caller_notice_;
+  std::string caller_flag_;
+  std::string flag_notice_;
   std::string plan_notice_;
   Announcements* announcements_ = nullptr;
   Watch rows_;
   Watch message_box_;
   Watch caller_data_;
+  Watch flag_form_;
   Watch show_plan_;
   FrameTimer frame_;
 };

@@ -5,6 +5,7 @@
 #include "core/console.h"
 #include "ui_about_box.h"
 #include "ui_caller_data.h"
+#include "ui_caller_flag.h"
 #include "ui_database_viewer.h"
 #include "ui_debug_form.h"
 #include "ui_dial_form.h"
@@ -49,6 +50,7 @@ constexpr std::array dialogs = {
     DialogRow{form_of<&Console::WinsockOptions>, set_up<Ui::WinsockOptions>, DialogKind::Dialog},
     DialogRow{form_of<&Console::FlashMessA>, set_up<Ui::FlashMessA>, DialogKind::Dialog},
     DialogRow{form_of<&Console::DialForm>, set_up<Ui::DialForm>, DialogKind::Dialog},
+    DialogRow{form_of<&Console::FlagForm>, set_up<Ui::CallerFlagForm>, DialogKind::Dialog},
 };
 
 }  // namespace

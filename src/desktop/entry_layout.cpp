@@ -8,7 +8,9 @@
 #include <QTextDocument>
 #include <algorithm>
 
+#include "desktop/core_color.h"
 #include "desktop/element_looks.h"
+#include "desktop/theme.h"
 #include "forms/caller_data_form.h"
 
 namespace lineweir {
@@ -18,10 +20,14 @@ constexpr int comments_entry = entry_of(CallerField::Comments);
 constexpr int comment_lines = 3;
 constexpr int field_digits = 34;
 constexpr int memory_lines = 4;
+constexpr int flag_lines = 4;
 constexpr int edge_of_field = 3;
 
 // The longest line of what is told of a caller's earlier calls.
 const QString longest_memory_line = QStringLiteral("Last on air 00/00/0000 00:00:00 AM ");
+
+const QString server_hint =
+    QStringLiteral("What the server and the call log know of the telephone number is shown here.");
 
 // Row 0 is free for the field that is asked for before the others; each has its own row below.
 int row_of(int entry, bool number_first) {
@@ -52,6 +58,7 @@ void EntryLayout::arrange(QWidget& window) {
   lead_tab_through(window);
   fit_comments(window);
   fit_memory(window);
+  fit_flag(window);
   fit_notice(window);
 }
 
@@ -72,7 +79,7 @@ void EntryLayout::lead_tab_through(QWidget& window) {
   std::vector<const Control*> stops;
   for (const int entry : order) stops.push_back(&form_.TheText(entry));
   for (const Button* button : {&form_.Command3D1, &form_.SaveReady, &form_.DiscardCall,
-                               &form_.OtherCall, &form_.MemoryFill}) {
+                               &form_.OtherCall, &form_.MemoryFill, &form_.FlagCaller}) {
     stops.push_back(button);
   }
   QWidget* before = nullptr;
@@ -116,7 +123,32 @@ void EntryLayout::fit_memory(QWidget& window) const {
   policy.setRetainSizeWhenHidden(true);
   fill->setSizePolicy(policy);
   hint->setVisible(!form_.MemoryLabel.visible);
-  pane->setVisible(form_.has_memory() || form_.MemoryLabel.visible);
+  pane->setVisible(form_.memory() != CallerDataForm::Memory::None || form_.MemoryLabel.visible);
+}
+
+void EntryLayout::fit_flag(QWidget& window) const {
+  auto* hint = window.findChild<QLabel*>(QStringLiteral("memoryHint"));
+  auto* label = qobject_cast<QLabel*>(widget_of(window, form_.FlagLabel));
+  QWidget* button = widget_of(window, form_.FlagCaller);
+  if (hint == nullptr || label == nullptr || button == nullptr) return;
+  const bool server = form_.memory() == CallerDataForm::Memory::Server;
+  if (log_hint_.isEmpty()) log_hint_ = hint->text();
+  hint->setText(server ? server_hint : log_hint_);
+  // Without a server neither takes room.
+  for (QWidget* widget : {static_cast<QWidget*>(label), button}) {
+    QSizePolicy policy = widget->sizePolicy();
+    policy.setRetainSizeWhenHidden(server);
+    widget->setSizePolicy(policy);
+  }
+  const QColor ground = shown_color(form_.FlagLabel.back_color);
+  QPalette palette = label->palette();
+  palette.setColor(QPalette::Window, ground);
+  palette.setColor(QPalette::WindowText, readable_on(ground, QColor(Qt::white)));
+  label->setPalette(palette);
+  label->setAutoFillBackground(true);
+  label->setMargin(edge_of_field);
+  label->setMinimumHeight(
+      server ? flag_lines * label->fontMetrics().lineSpacing() + 2 * edge_of_field : 0);
 }
 
 void EntryLayout::fit_notice(QWidget& window) const {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QString>
 #include <vector>
 
 class QWidget;
@@ -22,11 +23,14 @@ class EntryLayout {
   void lead_tab_through(QWidget& window);
   void fit_comments(QWidget& window) const;
   void fit_memory(QWidget& window) const;
+  void fit_flag(QWidget& window) const;
   void fit_notice(QWidget& window) const;
 
   const CallerDataForm& form_;
   // The fields through which Tab leads now.
   std::vector<int> order_;
+  // What stands in place of a history where the log alone may know one.
+  mutable QString log_hint_;
 };
 
 }  // namespace lineweir

@@ -134,6 +134,14 @@ void FormCanvas::set_last_column(std::size_t column) {
   }
 }
 
+void FormCanvas::set_flag_column(std::size_t column) {
+  if (flag_column_ == column) return;
+  flag_column_ = column;
+  for (const auto& [element, widget] : widgets_) {
+    if (widget->control()->index() != no_index) mark(*widget->control(), true, true);
+  }
+}
+
 void FormCanvas::show_row_look(int line, const RowLook& before) {
   for (ElementWidget* widget : widgets_of_rows_[line]) widget->row_changed(before, row_look(line));
 }

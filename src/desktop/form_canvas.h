@@ -84,6 +84,10 @@ class FormCanvas : public QWidget, private FormWatch {
   // The font in pixels, of the device where the scale is the device's.
   QFont font_of(const FontProperties& font, double scale) const;
 
+  // The column in which a caller's flag stands in front of the text.
+  std::size_t flag_column() const { return flag_column_; }
+  void set_flag_column(std::size_t column);
+
   // The widget of the control; null while the control is so new that no frame has shown it.
   ElementWidget* widget_of(const Control& control) const;
 
@@ -104,6 +108,9 @@ class FormCanvas : public QWidget, private FormWatch {
 
   // How long the caller on a line has been waiting in all, in words; set by the same.
   std::function<QString(int line)> spoken_wait;
+
+  // What a caller's flag says, in words, and how often he has called; empty without a flag.
+  std::function<QString(int line)> spoken_flag;
 
   // Whether an icon blinks, and so is only dark for a moment when it isn't visible; set by the one
   // who knows the lines.
@@ -158,6 +165,7 @@ class FormCanvas : public QWidget, private FormWatch {
   std::vector<RowLook> row_looks_;
   std::unordered_map<int, std::vector<ElementWidget*>> widgets_of_rows_;
   std::size_t last_column_ = number_column;
+  std::size_t flag_column_ = number_column;
   std::unordered_map<const Element*, ElementWidget*> widgets_;
   std::unordered_map<std::string, const Control*> controls_;
   // Elements of which no more is known than that they are there: they may still be in the making.

@@ -9,6 +9,7 @@
 #include "desktop/countdown_text.h"
 #include "desktop/form_canvas.h"
 #include "desktop/largest_fitting.h"
+#include "desktop/painter_flags.h"
 #include "desktop/painter_signs.h"
 #include "desktop/painter_surfaces.h"
 #include "desktop/placement.h"
@@ -182,7 +183,8 @@ QRect LabelWidget::text_box(const QRect& face) const {
   const int gap = brushwork().line();
   if (in_column() && label()->alignment == align_left) {
     // The mark of the column before stands in the label's first two pixels.
-    return face.adjusted(5 * gap, 0, -gap, 0);
+    const int sign = flag() == CallerFlag::None ? 0 : face.height() + 2 * gap;
+    return face.adjusted(5 * gap + sign, 0, -gap, 0);
   }
   if (element_look().look == Look::CallerNote) return face.adjusted(10 * gap, 0, -4 * gap, 0);
   // A clock's text keeps off the edge of its plate.
@@ -205,6 +207,21 @@ void LabelWidget::paint(QPainter& painter, const QRect& face) {
   }
   if (element_look().look == Look::RowStatus) paint_status_sign(painter, face);
   if (wait() != nullptr) paint_wait(painter, face);
+  if (flag() != CallerFlag::None) paint_flag_sign(painter, face);
+}
+
+CallerFlag LabelWidget::flag() const {
+  if (label() == nullptr || !in_column() || element_look().look == Look::Heading ||
+      label()->name() != column_rules[canvas().flag_column()].element) {
+    return CallerFlag::None;
+  }
+  return canvas().row_look(label()->index()).flag;
+}
+
+void LabelWidget::paint_flag_sign(QPainter& painter, const QRect& face) const {
+  const QRectF place(face.left() + 4 * brushwork().line(), face.top(), face.height(),
+                     face.height());
+  paint_flag(painter, place, flag(), text_color());
 }
 
 void LabelWidget::paint_note_plate(QPainter& painter, const QRect& face, double corner) const {
@@ -292,7 +309,14 @@ void LabelWidget::paint_wait(QPainter& painter, const QRect& face) const {
 
 QString LabelWidget::tool_tip() const {
   if (wait() != nullptr && canvas().spoken_wait) return canvas().spoken_wait(label()->index());
-  return ElementWidget::tool_tip();
+  const QString own = ElementWidget::tool_tip();
+  const Look look = element_look().look;
+  const bool on_row = look == Look::RowText || look == Look::RowStatus;
+  // A text that doesn't fit has its tip to itself but where the flag stands.
+  const bool told = label() != nullptr && on_row && canvas().spoken_flag &&
+                    (own.isEmpty() || flag() != CallerFlag::None);
+  const QString of_flag = told ? canvas().spoken_flag(label()->index()) : QString();
+  return own.isEmpty() || of_flag.isEmpty() ? own + of_flag : own + u'\n' + of_flag;
 }
 
 void LabelWidget::row_changed(const RowLook& before, const RowLook& now) {
@@ -302,7 +326,8 @@ void LabelWidget::row_changed(const RowLook& before, const RowLook& now) {
   const bool other_sign = look == Look::RowStatus &&
                           (before.letter_state != now.letter_state || before.dark != now.dark);
   const bool other_wait = look == Look::RowTime && before.wait != now.wait;
-  if (other_ground || other_sign || other_wait) update();
+  const bool other_flag = before.flag != now.flag;
+  if (other_ground || other_sign || other_wait || other_flag) update();
 }
 
 }  // namespace lineweir

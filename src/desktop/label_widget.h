@@ -37,6 +37,9 @@ class LabelWidget final : public ElementWidget {
   void paint_status_sign(QPainter& painter, const QRect& face) const;
   void paint_wait(QPainter& painter, const QRect& face) const;
   const RowLook::Wait* wait() const;
+  // The flag of the caller, where it stands in front of this text.
+  CallerFlag flag() const;
+  void paint_flag_sign(QPainter& painter, const QRect& face) const;
   // Whether the countdown has come to the time of warning.
   bool warns() const;
   // The text as the place has room for it.

@@ -70,6 +70,7 @@ MainFrame::MainFrame(Console& console, WindowFocus& focus, const QString& backgr
 
 MainFrame::~MainFrame() {
   console_.row_states.on_change = nullptr;
+  console_.known_callers.on_rows_change = nullptr;
   QApplication::setFont(least_letters_);
 }
 
@@ -105,7 +106,9 @@ QWidget* MainFrame::make_window() {
        }});
   window->canvas().spoken_state = [this](int line) { return spoken_state(console_, line); };
   window->canvas().spoken_wait = [this](int line) { return spoken_wait(console_, line); };
+  window->canvas().spoken_flag = [this](int line) { return spoken_flag(console_, line); };
   console_.row_states.on_change = [this](int) { mark(); };
+  console_.known_callers.on_rows_change = [this] { mark(); };
   window->canvas().icon_blinks = [this](const Control& icon) { return blinks(console_, icon); };
   window->menu_letters = [this](QSize size) { return letter_pixels(size); };
   window->on_scale_changed = [window] { window->canvas().place_all(); };
@@ -222,6 +225,7 @@ void MainFrame::apply_row_looks() {
                 main_form.CIcon1.loaded(line) && !main_form.CIcon1(line).visible;
     const bool holds = look.letter_state == RowState::Held || look.letter_state == RowState::Locked;
     if (const auto waited = states.waited(line); holds && waited) look.wait = wait_of(*waited);
+    look.flag = shown_flag(console_, line);
     canvas.set_row_look(line, look);
   }
 }
@@ -243,6 +247,14 @@ void MainFrame::apply_last_column() {
     if (console_.display.width_of(column) > 0) last = static_cast<std::size_t>(column);
   }
   main_window()->canvas().set_last_column(last);
+  // The first that tells of the caller.
+  const auto& shown = console_.display.ColumnsInUse;
+  const auto tells = [&](int column) {
+    return column >= first_caller_column && console_.display.width_of(column) > 0;
+  };
+  const auto first = std::ranges::find_if(shown, tells);
+  main_window()->canvas().set_flag_column(first == shown.end() ? last
+                                                               : static_cast<std::size_t>(*first));
 }
 
 void MainFrame::show_standing_icons() {

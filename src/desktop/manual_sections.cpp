@@ -15,6 +15,7 @@ struct SectionRow {
 
 constexpr std::array sections = {
     SectionRow{"AboutBox", "options"},
+    SectionRow{"CallerFlagForm", "caller-data"},
     SectionRow{"CertificateQuestion", "about-a-servers-certificate"},
     SectionRow{"CloseQuestion", "close-the-console-on-air"},
     SectionRow{"DatabaseViewer", "looking-at-it"},

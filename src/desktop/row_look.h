@@ -3,6 +3,7 @@
 #include <optional>
 
 #include "screen/row_states.h"
+#include "wire/caller_known.h"
 
 namespace lineweir {
 
@@ -22,6 +23,7 @@ struct RowLook {
     friend bool operator==(const Wait&, const Wait&) = default;
   };
   std::optional<Wait> wait;
+  CallerFlag flag = CallerFlag::None;
 
   friend bool operator==(const RowLook&, const RowLook&) = default;
 };

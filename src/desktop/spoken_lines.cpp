@@ -4,6 +4,7 @@
 #include <string_view>
 
 #include "base/text.h"
+#include "callerdata/known_caller_text.h"
 #include "core/console.h"
 #include "desktop/core_text.h"
 #include "lines/status_letters.h"
@@ -47,6 +48,20 @@ QString spoken_wait(const Console& console, int line) {
   QString words = QStringLiteral("Waiting for ");
   if (minutes > 0) words += count(minutes, QStringLiteral("minute")) + u' ';
   return words + count(waited->count() % 60, QStringLiteral("second"));
+}
+
+CallerFlag shown_flag(const Console& console, int line) {
+  const CallerKnown* known = console.known_callers.on_line(line);
+  const bool anybody = known != nullptr && line < console.lines.LineCount &&
+                       !is_empty(console.lines.StatusLetter(line));
+  return anybody ? known->flag : CallerFlag::None;
+}
+
+QString spoken_flag(const Console& console, int line) {
+  if (shown_flag(console, line) == CallerFlag::None) return {};
+  const CallerKnown* known = console.known_callers.on_line(line);
+  const std::string calls = calls_text(*known);
+  return shown_text(console.Lineweir, flag_text(*known) + (calls.empty() ? "" : "\n" + calls));
 }
 
 QString spoken_changes(const Console& console, const std::vector<int>& lines) {

@@ -3,6 +3,8 @@
 #include <QString>
 #include <vector>
 
+#include "wire/caller_known.h"
+
 namespace lineweir {
 
 struct Console;
@@ -13,6 +15,13 @@ QString spoken_state(const Console& console, int line);
 // How long the caller has been waiting in all: "Waiting for 4 minutes 12 seconds"; empty for a line
 // that nobody waits on.
 QString spoken_wait(const Console& console, int line);
+
+// The flag of the caller on a line; none where nobody is on it, whatever a server says.
+CallerFlag shown_flag(const Console& console, int line);
+
+// What the flag of the caller on a line says, and how often the caller was on air, in two lines;
+// empty without a flag.
+QString spoken_flag(const Console& console, int line);
 
 // What a change of lines sounds like, each as "Line 3, Dev Patel, is ready, next caller". Of many
 // at once only the number is told, as nobody would hear the end of it. The lines count from 0.

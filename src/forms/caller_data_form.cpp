@@ -14,6 +14,7 @@ constexpr int memory_fill_width = 2600;
 constexpr int button_height = 375;
 // The room that the caller's history takes, however few fields there are.
 constexpr int memory_height = 1500;
+constexpr int flag_height = 500;
 constexpr int gap = 120;
 constexpr int notice_width = 6490;
 constexpr int notice_line_height = 250;
@@ -58,15 +59,18 @@ CallerDataForm::CallerDataForm() : Form("Form4") {
   MemoryLabel.visible = false;
   MemoryFill.move(memory_left, caller_row_top(0) + memory_height, memory_fill_width, button_height);
   MemoryFill.visible = false;
+  const int below_fill = caller_row_top(0) + memory_height + button_height;
+  FlagLabel.move(memory_left, below_fill, memory_width, flag_height);
+  FlagLabel.visible = false;
+  FlagCaller.move(memory_left, below_fill + flag_height, 1215, button_height);
+  FlagCaller.visible = false;
   NoticeLabel.move(120, 0, notice_width, notice_line_height);
   NoticeLabel.fore_color = color_yellow;
   NoticeLabel.visible = false;
   fit_height();
 }
 
-void CallerDataForm::lay_out(const LogFieldFlags& fields, bool memory) {
-  has_memory_ = memory;
-  width = memory ? form_width_with_memory : form_width;
+void CallerDataForm::lay_out(const LogFieldFlags& fields, Memory memory) {
   fields_ = 0;
   for (int entry = 1; entry <= entry_field_count; ++entry) {
     const bool in_use = fields[static_cast<std::size_t>(entry - 1)];
@@ -80,6 +84,12 @@ void CallerDataForm::lay_out(const LogFieldFlags& fields, bool memory) {
     text.visible = in_use;
     Label(entry).visible = in_use;
   }
+  show_memory(memory);
+}
+
+void CallerDataForm::show_memory(Memory memory) {
+  memory_ = memory;
+  width = memory == Memory::None ? form_width : form_width_with_memory;
   fit_height();
 }
 
@@ -139,7 +149,8 @@ void CallerDataForm::fit_height() {
   NoticeLabel.top = below_fields + gap;
   // The first line of a notice has its room from the start.
   below_fields = NoticeLabel.top + NoticeLabel.height;
-  const int below_memory = caller_row_top(0) + memory_height + button_height;
+  int below_memory = caller_row_top(0) + memory_height + button_height;
+  if (memory_ == Memory::Server) below_memory = FlagCaller.top + FlagCaller.height;
   height = std::max(below_fields, below_memory) + gap;
 }
 

@@ -35,17 +35,28 @@ class CallerDataForm : public Form {
   // What is typed goes to the file of drafts when it ticks.
   Timer DraftTimer{*this, "DraftTimer", false, 500};
 
-  // What the log knows of the caller, and the offer to fill it in.
+  // The number is asked for at the server when it ticks: typing asks once.
+  Timer AskTimer{*this, "AskTimer", false, 300};
+
+  // The caller's flag, and the button that sets it.
+  lineweir::Label FlagLabel{*this, "FlagLabel"};
+  Button FlagCaller{*this, "FlagCaller", "Fla&g..."};
+
+  // What is known of the caller, and the offer to fill it in.
   lineweir::Label MemoryLabel{*this, "MemoryLabel"};
   Button MemoryFill{*this, "MemoryFill", "&Fill in"};
 
   // What the user has to know while typing: below the fields, where nothing else moves for it.
   lineweir::Label NoticeLabel{*this, "NoticeLabel"};
 
-  // Shows the fields in use, closed up, and hides the others. `memory` is whether there is a log
-  // that may know the caller.
-  void lay_out(const LogFieldFlags& fields, bool memory);
-  bool has_memory() const { return has_memory_; }
+  // Who may know the caller.
+  enum class Memory { None, Log, Server };
+
+  // Shows the fields in use, closed up, and hides the others.
+  void lay_out(const LogFieldFlags& fields, Memory memory);
+  // The same fields with another memory.
+  void show_memory(Memory memory);
+  Memory memory() const { return memory_; }
 
   // The telephone number is asked for before the other fields. The elements stand in their own
   // order all the same; a window follows order().
@@ -69,7 +80,7 @@ class CallerDataForm : public Form {
   void fit_height();
 
   int fields_ = entry_field_count;
-  bool has_memory_ = false;
+  Memory memory_ = Memory::None;
 };
 
 }  // namespace lineweir

@@ -54,6 +54,15 @@ class StudioLink {
     return true;
   }
 
+  // Whether the server at the other end may have a memory of callers. Where it has said so it is
+  // asked for a number, in silence where that fails; and a flag of a caller is to be noted, in the
+  // form in which it goes over the wire. Returns whether it went out.
+  virtual bool may_remember_callers() const { return false; }
+  virtual void ask_caller(std::string_view /*handler*/, std::string_view /*number*/) {}
+  virtual bool flag_caller(std::string_view /*handler*/, int /*flag*/, std::string_view /*text*/) {
+    return false;
+  }
+
   // Whether there is a server that carries messages between the seats.
   virtual bool carries_messages() const { return false; }
   // A message to all seats of the group, this one among them. Returns whether it went out.

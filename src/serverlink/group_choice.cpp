@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "callerdata/caller_data.h"
+#include "callerdata/known_callers.h"
 #include "link/links.h"
 #include "screen/display_options.h"
 #include "serverlink/group_leave.h"
@@ -34,11 +35,13 @@ std::string unsaved_question(const std::vector<int>& lines) {
 }  // namespace
 
 GroupChoice::GroupChoice(ConsoleState& state, const Links& links, DisplayOptions& display,
-                         CallerDataEntry& caller_data, LineEvents& line_events)
+                         CallerDataEntry& caller_data, KnownCallers& known_callers,
+                         LineEvents& line_events)
     : state_(state),
       links_(links),
       display_(display),
       caller_data_(caller_data),
+      known_callers_(known_callers),
       line_events_(line_events) {
   DisplayDataForm& form = state.DisplayOptionForm;
   wire(state.Lineweir.DisplayDataOptionsMenu.on_click, state_.trace,
@@ -113,6 +116,7 @@ bool GroupChoice::change_group(int group) {
   if (state_.program.GroupNumber != left) return true;
 
   clear_studio_group(state_, line_events_);
+  known_callers_.forget();
   state_.program.GroupNumber = group;
   check_present_group(state_);
   renew_window_caption(state_);

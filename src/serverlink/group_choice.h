@@ -5,6 +5,7 @@ namespace lineweir {
 class CallerDataEntry;
 class DisplayOptions;
 class LineEvents;
+class KnownCallers;
 class Links;
 struct ConsoleState;
 
@@ -14,7 +15,7 @@ struct ConsoleState;
 class GroupChoice {
  public:
   GroupChoice(ConsoleState& state, const Links& links, DisplayOptions& display,
-              CallerDataEntry& caller_data, LineEvents& line_events);
+              CallerDataEntry& caller_data, KnownCallers& known_callers, LineEvents& line_events);
 
   // Puts the selector on the present group's entry, or on none where it has none.
   void select_present_group();
@@ -37,6 +38,7 @@ class GroupChoice {
   const Links& links_;
   DisplayOptions& display_;
   CallerDataEntry& caller_data_;
+  KnownCallers& known_callers_;
   LineEvents& line_events_;
   bool forced_ = false;
 };

@@ -4,6 +4,7 @@
 #include "boxlink/line_steps.h"
 #include "callcontrol/next_caller.h"
 #include "callcontrol/phone_command.h"
+#include "callerdata/known_callers.h"
 #include "callerdata/received_data.h"
 #include "lines/equipment_kinds.h"
 #include "serverlink/line_events.h"
@@ -17,17 +18,22 @@ namespace {
 
 constexpr std::uint8_t conference = 1;
 
+// A line that is reported so has no caller.
+bool is_nobodys(char letter) { return letter == 'F' || letter == busy_letter; }
+
 }  // namespace
 
 ReceivedLines::ReceivedLines(ConsoleState& state, ServerLink& server, PhoneCommands& phone,
                              ReceivedData& received_data, NextCaller& next_caller,
-                             LineSteps& line_steps, LineEvents& line_events)
+                             LineSteps& line_steps, LineEvents& line_events,
+                             KnownCallers& known_callers)
     : state_(state),
       phone_(phone),
       received_data_(received_data),
       next_caller_(next_caller),
       line_steps_(line_steps),
-      line_events_(line_events) {
+      line_events_(line_events),
+      known_callers_(known_callers) {
   using enum ServerCommand;
   server.handle(SrvFullStatus, [this](const auto& packet) { this->SrvFullStatus(packet); });
   server.handle(SrvLineStatus, [this](const auto& packet) { this->SrvLineStatus(packet); });
@@ -36,6 +42,7 @@ ReceivedLines::ReceivedLines(ConsoleState& state, ServerLink& server, PhoneComma
 }
 
 void ReceivedLines::SrvFullStatus(const ServerPacket& packet) {
+  forget_known_where_free(packet.Buffer);
   line_events_.apply_soon(packet.Buffer);
   state_.login.LastReplyCode = reply_full_status;
   hear_running_server(state_);
@@ -43,12 +50,24 @@ void ReceivedLines::SrvFullStatus(const ServerPacket& packet) {
 
 void ReceivedLines::SrvLineStatus(const ServerPacket& packet) {
   if (packet.Buffer.starts_with('U')) return phone_.UCommand(packet.Buffer);
-  if (packet.LineNo == no_value) return line_events_.apply_soon(packet.Buffer);
+  if (packet.LineNo == no_value) {
+    forget_known_where_free(packet.Buffer);
+    return line_events_.apply_soon(packet.Buffer);
+  }
   if (!has_line(packet)) return;
   std::string item = packet.Buffer + zero_filled(packet.LineNo, 2);
   if (item.size() != status_item_length) return;
+  if (is_nobodys(item.front())) known_callers_.forget(packet.LineNo);
   item.front() = reported_letter_of(packet, server_decides(state_.lines.ThePhoneFlag));
   line_events_.apply_item_soon(packet.LineNo, item);
+}
+
+void ReceivedLines::forget_known_where_free(std::string_view status_text) {
+  for (std::size_t place = 0; place < status_text.size(); place += status_item_length) {
+    if (is_nobodys(status_text[place])) {
+      known_callers_.forget(static_cast<int>(place / status_item_length));
+    }
+  }
 }
 
 void ReceivedLines::SrvCallerData(const ServerPacket& packet) {

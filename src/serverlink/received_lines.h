@@ -1,7 +1,10 @@
 #pragma once
 
+#include <string_view>
+
 namespace lineweir {
 
+class KnownCallers;
 class LineEvents;
 class LineSteps;
 class NextCaller;
@@ -17,7 +20,7 @@ class ReceivedLines {
  public:
   ReceivedLines(ConsoleState& state, ServerLink& server, PhoneCommands& phone,
                 ReceivedData& received_data, NextCaller& next_caller, LineSteps& line_steps,
-                LineEvents& line_events);
+                LineEvents& line_events, KnownCallers& known_callers);
 
  private:
   void SrvFullStatus(const ServerPacket& packet);
@@ -28,6 +31,8 @@ class ReceivedLines {
   // With equipment of kind 2 details of a held caller come from the screener, who has done with
   // him.
   void count_as_screened(int line);
+  // As soon as the report comes, since what is told behind it may be of the next caller.
+  void forget_known_where_free(std::string_view status_text);
   bool has_line(const ServerPacket& packet) const;
 
   ConsoleState& state_;
@@ -36,6 +41,7 @@ class ReceivedLines {
   NextCaller& next_caller_;
   LineSteps& line_steps_;
   LineEvents& line_events_;
+  KnownCallers& known_callers_;
 };
 
 // The letter of one line's report: a position's code, 128 and its number, in place of "P" where the

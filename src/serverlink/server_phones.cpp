@@ -7,6 +7,7 @@
 #include "base/integer16.h"
 #include "base/text.h"
 #include "callcontrol/modes.h"
+#include "callerdata/known_callers.h"
 #include "link/links.h"
 #include "serverlink/reply_code.h"
 #include "serverlink/server_alive.h"
@@ -24,8 +25,8 @@ constexpr int phones_at_design = 2;
 }  // namespace
 
 ServerPhones::ServerPhones(ConsoleState& state, ServerLink& server, const Links& links,
-                           Modes& modes)
-    : state_(state), links_(links), modes_(modes) {
+                           Modes& modes, KnownCallers& known_callers)
+    : state_(state), links_(links), modes_(modes), known_callers_(known_callers) {
   using enum ServerCommand;
   server.handle(SrvPhoneType, [this](const ServerPacket& packet) { this->SrvPhoneType(packet); });
   server.handle(SrvPhoneNames, [this](const ServerPacket& packet) { this->SrvPhoneNames(packet); });
@@ -35,6 +36,7 @@ ServerPhones::ServerPhones(ConsoleState& state, ServerLink& server, const Links&
 
 void ServerPhones::SrvPhoneType(const ServerPacket& packet) {
   state_.lines.ThePhoneFlag = integer16(leading_number(packet.Buffer));
+  if (packet.Bank == has_caller_memory) known_callers_.begin();
   modes_.follow_equipment();
   state_.login.LastReplyCode = reply_phone_type;
   hear_running_server(state_);

@@ -2,6 +2,7 @@
 
 namespace lineweir {
 
+class KnownCallers;
 class Links;
 class Modes;
 class ServerLink;
@@ -11,7 +12,7 @@ struct ServerPacket;
 // The kind of the studio's telephone equipment, and with kind 4 the telephones to choose from.
 class ServerPhones {
  public:
-  ServerPhones(ConsoleState& state, ServerLink& server, const Links& links, Modes& modes);
+  ServerPhones(ConsoleState& state, ServerLink& server, const Links& links, Modes& modes, KnownCallers& known_callers);
 
  private:
   void SrvPhoneType(const ServerPacket& packet);
@@ -23,6 +24,7 @@ class ServerPhones {
   ConsoleState& state_;
   const Links& links_;
   Modes& modes_;
+  KnownCallers& known_callers_;
 };
 
 }  // namespace lineweir

@@ -10,6 +10,7 @@
 #include "serverlink/command_frame.h"
 #include "serverlink/server_link.h"
 #include "state/console_state.h"
+#include "state/guard.h"
 
 namespace lineweir {
 namespace {
@@ -79,6 +80,21 @@ bool SocketLink::caller_data(std::string_view handler, int line, std::string_vie
     packet.LineNo = field_byte(line);
     packet.set_buffer(std::string(text));
     server_.send(std::move(packet));
+  });
+}
+
+void SocketLink::ask_caller(std::string_view handler, std::string_view number) {
+  guard(state_.trace, handler, [&] {
+    ServerPacket packet = server_.packet(ClientCommand::CmdAskCaller);
+    packet.set_buffer(std::string(number));
+    server_.send(std::move(packet));
+  });
+}
+
+bool SocketLink::flag_caller(std::string_view handler, int flag, std::string_view text) {
+  return send(handler, ClientCommand::CmdFlagCaller, [&](ServerPacket& packet) {
+    packet.AltInfo = field_byte(flag);
+    packet.set_buffer(std::string(text));
   });
 }
 

@@ -29,6 +29,9 @@ class SocketLink : public StudioLink {
   void next_action(std::string_view handler, NextAction action) override;
   bool caller_data(std::string_view handler, int line, std::string_view text,
                    const std::function<bool()>& still_wanted) override;
+  bool may_remember_callers() const override { return true; }
+  void ask_caller(std::string_view handler, std::string_view number) override;
+  bool flag_caller(std::string_view handler, int flag, std::string_view text) override;
   bool carries_messages() const override { return true; }
   bool message(std::string_view handler, const SeatMessage& message) override;
   void mode(std::string_view handler, bool producer) override;

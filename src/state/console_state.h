@@ -2,6 +2,7 @@
 
 #include "forms/about_form.h"
 #include "forms/caller_data_form.h"
+#include "forms/caller_flag_form.h"
 #include "forms/database_viewer_form.h"
 #include "forms/dial_pad_form.h"
 #include "forms/display_data_form.h"
@@ -61,6 +62,7 @@ struct ConsoleState {
   WinsockOptionsForm WinsockOptions;
   FlashMessageForm FlashMessA;
   DialPadForm DialForm;
+  CallerFlagForm FlagForm;
 
   Trace trace{program, services.clock, services.files, services.letters, DebugForm};
   Messages messages{*this};

@@ -12,7 +12,7 @@ namespace lineweir::test {
 inline std::vector<Form*> dialogs_of(Console& console) {
   std::vector<Form*> dialogs = console.forms();
   std::erase(dialogs, &console.Lineweir);
-  CHECK(dialogs.size() == 15);
+  CHECK(dialogs.size() == 16);
   return dialogs;
 }
 

@@ -32,6 +32,9 @@ inline QWidget& open_full(ShownConsole& desk, Form& form) {
     desk.console.Form4.MemoryLabel.visible = true;
     desk.console.Form4.MemoryFill.caption = "&Fill in name and city";
     desk.console.Form4.MemoryFill.visible = true;
+    desk.console.Form4.FlagLabel.caption = "Barred until 12/31/2026: shouts (anna)";
+    desk.console.Form4.FlagLabel.visible = true;
+    desk.console.Form4.FlagCaller.visible = true;
     desk.console.Form4.DiscardCall.visible = true;
     desk.console.Form4.OtherCall.caption = "Form&er caller";
     desk.console.Form4.OtherCall.visible = true;
@@ -41,6 +44,11 @@ inline QWidget& open_full(ShownConsole& desk, Form& form) {
     for (int column = 2; column < column_count; ++column) {
       desk.console.DisplayOptionForm.WidthText(column).text = "12000";
     }
+  }
+  if (&form == &desk.console.FlagForm) {
+    desk.console.FlagForm.NumberLabel.caption = "Flag of 312 555 0100, Dev Patel";
+    desk.console.FlagForm.BarredFlag.value = true;
+    desk.console.FlagForm.show_notice("The last day is over already.");
   }
   form.show();
   desk.settle();

@@ -1,0 +1,80 @@
+#include "callerdata/known_caller_text.h"
+
+#include <doctest/doctest.h>
+
+namespace lineweir::test {
+namespace {
+
+const CallerKnown anna{CallerFlag::Barred, "555 0100", 7,      3,
+                       "2026-11-12 20:15", "Anna Lee", "Troy", "abuse",
+                       "2026-12-31",       "bob"};
+
+TEST_SUITE("callerdata/known caller text") {
+  TEST_CASE("a flag is told with its last day, its reason and who set it") {
+    CHECK(flag_text(anna) == "Barred until 12/31/2026: abuse (bob)");
+    CHECK(flag_in_short(anna) == "Barred: abuse");
+    CallerKnown known = anna;
+    known.flag = CallerFlag::Careful;
+    known.until.clear();
+    CHECK(flag_text(known) == "Careful: abuse (bob)");
+    known.reason.clear();
+    CHECK(flag_text(known) == "Careful (bob)");
+    CHECK(flag_in_short(known) == "Careful");
+    known.flagged_by.clear();
+    CHECK(flag_text(known) == "Careful");
+    known.flag = CallerFlag::None;
+    CHECK(flag_text(known).empty());
+    CHECK(flag_in_short(known).empty());
+  }
+
+  TEST_CASE("how often somebody has called is told in one line") {
+    CHECK(calls_text(anna) == "On air 3 times, last 11/12/2026");
+    CallerKnown known = anna;
+    known.on_air = 1;
+    known.last_on_air.clear();
+    CHECK(calls_text(known) == "On air once");
+    known.on_air = 0;
+    CHECK(calls_text(known) == "Called 7 times, never on air");
+    known.calls = 0;
+    CHECK(calls_text(known).empty());
+  }
+
+  TEST_CASE("who knows more calls is shown, and the other one adds what that doesn't know") {
+    CallerHistory log;
+    log.calls = 6;
+    log.known[name_entry - 1] = "Anna";
+    log.known[entry_of(CallerField::City) - 1] = "Rome";
+    const auto history = richer(log, &anna);
+    CHECK(history->calls == 7);
+    CHECK(history->last_on_air == "11/12/2026 8:15:00 PM");
+    CHECK(history->known[name_entry - 1] == "Anna Lee");
+    CallerKnown without_name = anna;
+    without_name.name.clear();
+    CHECK(richer(log, &without_name)->known[name_entry - 1] == "Anna");
+    log.calls = 7;
+    CHECK(richer(log, &anna) == log);
+    CHECK(richer(log, nullptr) == log);
+    CHECK(richer(std::nullopt, &anna) == history_of(anna));
+    CHECK_FALSE(richer(std::nullopt, nullptr));
+    without_name.calls = 0;
+    CHECK_FALSE(richer(std::nullopt, &without_name));
+  }
+
+  TEST_CASE("a day is typed in three ways") {
+    const platform::DateTime day{2026, 12, 31};
+    for (const char* text : {"12/31/2026", "12/31/26", " 2026-12-31 ", "31.12.2026", "31.12.26"}) {
+      CAPTURE(text);
+      CHECK(typed_day(text) == day);
+    }
+    for (const char* text : {"", "31/12/2026", "2026-02-29", "12/31", "31.12.", "tomorrow", "..",
+                             "12/31/2026 10:00"}) {
+      CAPTURE(text);
+      CHECK_FALSE(typed_day(text));
+    }
+    CHECK(shown_day("2026-12-31") == "12/31/2026");
+    CHECK(shown_day("").empty());
+  }
+}
+
+}  // namespace
+}  // namespace lineweir::test
