@@ -14,7 +14,8 @@ std::string audited(const platform::FlaggedCaller& caller) {
   const std::string& key = caller.key;
   const std::string end = key.size() > shown_digits ? key.substr(key.size() - shown_digits) : key;
   std::string text = "..." + end + ", " + std::string(name_of(caller.flag));
-  if (!caller.until.empty()) text += " until " + caller.until;
+  const bool has_end = caller.flag != CallerFlag::None && !caller.until.empty();
+  if (has_end) text += " until " + caller.until;
   return text;
 }
 

@@ -12,7 +12,8 @@ struct ServerPacket;
 // The kind of the studio's telephone equipment, and with kind 4 the telephones to choose from.
 class ServerPhones {
  public:
-  ServerPhones(ConsoleState& state, ServerLink& server, const Links& links, Modes& modes, KnownCallers& known_callers);
+  ServerPhones(ConsoleState& state, ServerLink& server, const Links& links, Modes& modes,
+               KnownCallers& known_callers);
 
  private:
   void SrvPhoneType(const ServerPacket& packet);

@@ -239,6 +239,35 @@ TEST_CASE("A server stands by only on a database, and what waits has a name of i
         "share");
 }
 
+TEST_CASE("Where consoles find the server is told as they take it, or not at all") {
+  CHECK(read("\n" + a_group).server.address.empty());
+  for (const std::string address : {"studio-a:2001", "tls:studio-a.example:65535", "[::1]:1"}) {
+    CHECK(read("address = \"" + address + "\"\n" + a_group).server.address == address);
+  }
+  for (const std::string address :
+       {"studio-a", "tls:", ":2001", "a:0", "a:65536", "a:20x", "a:1, b:1"}) {
+    CHECK(wrong_at_top("address = \"" + address + "\"") ==
+          "server.toml:1: address: expected how consoles reach this server, such as "
+          "\"studio-a:2001\" or \"tls:studio-a:2001\", not \"" +
+              address + "\"");
+  }
+}
+
+TEST_CASE("For how long it is known who called is a number of days") {
+  CHECK(read("\n" + a_group).server.retention.days == 0);
+  const auto kept = read("[retention]\ndays = 30\n" + a_group).server.retention;
+  CHECK(kept.days == 30);
+  CHECK(kept.what == platform::Store::Forgetting::Callers);
+  CHECK(read("[retention]\ndays = 1\nforget = \"calls\"\n" + a_group).server.retention.what ==
+        platform::Store::Forgetting::Calls);
+  CHECK(wrong_at_top("[retention]\nforget = \"calls\"") ==
+        "server.toml:1: retention.days: expected for how many days it is known who called");
+  CHECK(wrong_at_top("[retention]\ndays = 1\nforget = \"all\"") ==
+        "server.toml:3: retention.forget: expected \"callers\" or \"calls\", not \"all\"");
+  CHECK(wrong_at_top("[retention]\ndays = 0") ==
+        "server.toml:2: retention.days: expected a whole number from 1 to 36500, not 0");
+}
+
 TEST_CASE("Keys that there aren't, tables that are missing and what is no TOML are told") {
   CHECK(wrong_at_top("\nlisen = \"127.0.0.1:2001\"") ==
         "server.toml:2: lisen: expected one of the keys listen, store, standby, admin_socket, "
