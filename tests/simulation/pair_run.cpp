@@ -152,7 +152,9 @@ void PairRun::run() {
 
 void PairRun::look() {
   ServerMachine* const leads = leader();
-  ledger_.look(loop_.now(), leads != nullptr && leads->serves_well() && !store_is_harmed_ &&
+  // Once the lease is another's the store takes no more of one that may still serve for a second.
+  const bool may_write = leads != nullptr && leads->epoch() == office_.epoch();
+  ledger_.look(loop_.now(), may_write && leads->serves_well() && !store_is_harmed_ &&
                                 loop_.now() >= store_well_from_);
   for (const std::string& what : witness_->take_faults()) {
     transcript_.add("fault", what);
