@@ -1,5 +1,7 @@
 #include "server/next_call.h"
 
+#include <utility>
+
 #include "base/text.h"
 #include "lines/equipment_kinds.h"
 
@@ -44,8 +46,8 @@ NextCall::NextCall(const Context& context, const GroupOptions& options, Relay& r
 
 void NextCall::remember(int line, bool had_caller) {
   if (server_chooses() || line < 0 || line >= lines_.count()) return;
-  hangs_on_caller_ = had_caller;
   const bool is_known = lines_.exchange().is_reached();
+  hangs_on_caller_ = had_caller && !is_known;
   const bool is_over =
       lines_.has_call(line) ? is_ended_by(line, lines_.line(line).letter) : had_caller && is_known;
   if (!is_over) line_ = line;
@@ -92,6 +94,9 @@ void NextCall::letter_changed(int line, char letter) {
   } else if (line == line_ && is_ended_by(line, letter)) {
     // The consoles know it from the letter, but for one that was behind and sees only a later one.
     set(no_line);
+  } else if (line == line_ && std::exchange(hangs_on_caller_, false)) {
+    // They took the line for free so far, and the choice for over.
+    relay_.tell(packet());
   }
 }
 

@@ -21,7 +21,7 @@ class ManualExchange final : public exchange::Exchange {
 
   int line_count() const override { return static_cast<int>(letters.size()); }
   char letter(int line) const override { return letters[static_cast<std::size_t>(line)]; }
-  bool is_reached() const override { return true; }
+  bool is_reached() const override { return reached; }
   platform::Milliseconds backlog() const override { return held_up_for; }
   void obey(std::string_view word) override { words.emplace_back(word); }
   void take_to_position(int line, int position) override {
@@ -36,6 +36,7 @@ class ManualExchange final : public exchange::Exchange {
   }
 
   std::string letters;
+  bool reached = true;
   std::vector<std::string> words;
   platform::Milliseconds held_up_for{0};
 };

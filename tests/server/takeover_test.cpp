@@ -110,6 +110,39 @@ TEST_SUITE("server/takeover") {
     CHECK(again->take_last(ServerCommand::SrvNextCall).LineNo == 3);
   }
 
+  TEST_CASE(
+      "a choice that consoles have given up, as the exchange hadn't answered, is told again") {
+    const platform::GroupMemory memory{1, 3, {}, {}};
+    PartsDesk desk;
+    desk.calls.remember({stored_call(3, {{1s, "", "ring"}})});
+    auto made = std::make_unique<ManualExchange>(10);
+    ManualExchange& exchange = *made;
+    exchange.reached = false;
+    Group group(desk.context, {}, std::move(made), &memory);
+    NotingSeat seat(1, "anna");
+    group.join(seat);
+    CHECK(group.next_call().line() == 3);
+
+    SUBCASE("when the line proves to be as it was") {
+      exchange.reached = true;
+      exchange.report(3, 'R');
+      group.letters_known();
+      CHECK(group.next_call().line() == 3);
+      REQUIRE(seat.told_of(ServerCommand::SrvNextCall).size() == 1);
+      CHECK(seat.told_of(ServerCommand::SrvNextCall)[0].LineNo == 3);
+    }
+    SUBCASE("unless the line proves to be free") {
+      exchange.reached = true;
+      group.letters_known();
+      CHECK(group.next_call().line() == -1);
+      CHECK(desk.ended_calls().size() == 1);
+    }
+    SUBCASE("unless he has gone on air") {
+      exchange.report(3, 'N');
+      CHECK(group.next_call().line() == -1);
+    }
+  }
+
   TEST_CASE("no step of a call comes before the last one, whatever the next server's clock says") {
     PartsDesk desk;
     desk.calls.begin(1, 3, {});

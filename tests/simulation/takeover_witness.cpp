@@ -16,7 +16,8 @@ std::string fields_of(const ServerPacket& packet) {
   if (!data) return {};
   std::string text;
   for (const std::string& field : data->fields) text += field + '|';
-  return text;
+  // A form that was saved empty is as none.
+  return text.find_first_not_of('|') == std::string::npos ? std::string() : text;
 }
 
 }  // namespace

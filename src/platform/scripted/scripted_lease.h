@@ -24,6 +24,9 @@ class LeaseOffice {
   // The session ends; in good order the next holder needn't wait for its last proof.
   void close(Session session, bool in_order);
 
+  // The holder's connection is reset, which is all the office knows of it.
+  void reset_holder() { holder_ = 0; }
+
   // As the end of the database: all sessions have ended, and nobody is answered.
   void stop();
   void start() { runs_ = true; }
