@@ -2,10 +2,12 @@
 // change takes to the last seat of its group, and what that costs. Beside it a bare relay that only
 // copies the bytes of a change to as many sockets, which is the limit.
 //
-//   server_load lineweir-server lineweir-admin [SEATS [GROUPS [CHANGES [SECONDS [tls]]]]]
+//   server_load lineweir-server lineweir-admin
+//     [SEATS [GROUPS [CHANGES [SECONDS [tls|plain [STORE FIRST]]]]]]
 //
 // CHANGES is how many a second in each group; "tls" connects the seats by TLS. All is on the
-// loopback, and ends by itself.
+// loopback, and ends by itself. With a STORE, as the configuration names it, the groups from FIRST
+// on are those of one server of several; spread_load.sh runs these.
 
 #include <arpa/inet.h>
 #include <netinet/in.h>
@@ -61,8 +63,11 @@ struct Plan {
   int changes = 40;
   int seconds = 10;
   LoadSocket::Kind connections = LoadSocket::Kind::Plain;
+  // Empty: a file of the server's own.
+  std::string store = {};
+  int first_group = 1;
 
-  int group_of(int seat) const { return seat % groups + 1; }
+  int group_of(int seat) const { return seat % groups + first_group; }
 };
 
 void send_all(int socket, std::string_view bytes) {
@@ -102,7 +107,7 @@ class Audience {
  public:
   explicit Audience(const Plan& plan) : plan_(plan), poll_(::epoll_create1(EPOLL_CLOEXEC)) {
     seats_.resize(static_cast<std::size_t>(plan.seats));
-    heard_.resize(static_cast<std::size_t>(plan.groups) + 1);
+    heard_.resize(static_cast<std::size_t>(plan.first_group + plan.groups));
   }
   ~Audience() { ::close(poll_); }
   Audience(const Audience&) = delete;
@@ -232,7 +237,7 @@ void play(const Plan& plan, Audience& audience, Change change) {
     const double passed = std::chrono::duration<double>(Clock::now() - begun).count();
     const long due = std::min(wanted, static_cast<long>(passed * plan.groups * plan.changes));
     for (; done < due; ++done) {
-      const int group = static_cast<int>(done % plan.groups) + 1;
+      const int group = static_cast<int>(done % plan.groups) + plan.first_group;
       const long turn = done / plan.groups;
       const int line = static_cast<int>(turn % lines);
       audience.begin_change(group, line);
@@ -261,7 +266,8 @@ Figures measure_server(const Plan& plan, const std::string& server, const std::s
   std::ofstream configuration(path + "/server.toml");
   configuration << "listen = \"127.0.0.1:0\"\nseats = 5000\nseats_of_address = 5000\n";
   if (plan.connections == LoadSocket::Kind::Tls) configuration << "[tls]\n";
-  for (int group = 1; group <= plan.groups; ++group) {
+  if (!plan.store.empty()) configuration << "store = \"" << plan.store << "\"\n";
+  for (int group = plan.first_group; group < plan.first_group + plan.groups; ++group) {
     configuration << "[[group]]\nnumber = " << group << "\nname = \"Studio " << group << "\"\n";
   }
   configuration.close();
@@ -281,7 +287,9 @@ Figures measure_server(const Plan& plan, const std::string& server, const std::s
   const int port = std::atoi(std::string(ready).substr(std::string(ready).rfind(':') + 1).c_str());
   const std::string add = "echo " + std::string(password) + " | " + admin + " --socket " + path +
                           "/admin.sock user add " + user + " --template engineer --password-stdin";
-  if (std::system(add.c_str()) != 0) fail("no user could be added");  // NOLINT
+  // Another server has added the user.
+  const bool is_there = !plan.store.empty() && plan.first_group != 1;
+  if (!is_there && std::system(add.c_str()) != 0) fail("no user could be added");  // NOLINT
   const int control = ::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
   sockaddr_un address{};
   address.sun_family = AF_UNIX;
@@ -414,7 +422,13 @@ int main(int argc, char** argv) {
   plan.groups = number(4, plan.groups);
   plan.changes = number(5, plan.changes);
   plan.seconds = number(6, plan.seconds);
-  if (argc > 7) plan.connections = LoadSocket::Kind::Tls;
+  if (argc > 7 && std::string(argv[7]) == "tls") plan.connections = LoadSocket::Kind::Tls;
+  if (argc > 9) {
+    plan.store = argv[8];
+    plan.first_group = number(9, 1);
+    print("server", plan, measure_server(plan, argv[1], argv[2]));
+    return 0;
+  }
   std::printf("%-8s %6s %7s %8s %9s %9s %9s %10s %10s\n", "", "seats", "groups", "frames/s",
               "screens s", "p50 ms", "p99 ms", "processor", "memory");
   for (const int seats : {10, 100, plan.seats}) {
