@@ -52,6 +52,7 @@ constexpr const char* user = "load";
 constexpr const char* password = "load";
 constexpr int lines = 10;
 constexpr auto longest_wait = 120s;
+constexpr auto speaks_every = 15s;
 
 double milliseconds(Clock::duration span) {
   return std::chrono::duration<double, std::milli>(span).count();
@@ -139,6 +140,7 @@ class Audience {
     epoll_event events[256];
     const int count = ::epoll_wait(poll_, events, 256, static_cast<int>(wait.count()));
     for (int i = 0; i < count; ++i) hear(seats_[events[i].data.u32]);
+    if (Clock::now() >= spoken_ + speaks_every) speak();
   }
 
  private:
@@ -153,6 +155,16 @@ class Audience {
     Clock::time_point begun;
     int heard_by = 0;
   };
+
+  // A seat that says nothing for long is dropped.
+  void speak() {
+    spoken_ = Clock::now();
+    for (Seat& seat : seats_) {
+      if (!seat.has_screen) continue;
+      seat.socket.write_all(
+          sent_frame(client_packet(ClientCommand::CmdTimeRequest, seat.group, 0)));
+    }
+  }
 
   static std::string login(const Seat& seat) {
     ServerPacket packet = client_packet(ClientCommand::CmdPasswordLogin, seat.group, 0);
@@ -216,6 +228,7 @@ class Audience {
   std::vector<double> delays_;
   int whole_screens_ = 0;
   long frames_ = 0;
+  Clock::time_point spoken_ = Clock::now();
 };
 
 struct Figures {
