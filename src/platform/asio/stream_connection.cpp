@@ -129,6 +129,8 @@ class OpenStream final : public RoundSender,
         return;
       }
     } while (goes_out_at_once());
+    if (!std::exchange(waited_for_room_, true)) return wait_for_room();
+    waited_for_room_ = false;
     stream_->async_write_some(rest_in_flight(), [self = this->shared_from_this()](
                                                     const error_code& error, std::size_t count) {
       self->written_ += count;
@@ -138,6 +140,19 @@ class OpenStream final : public RoundSender,
         self->write();
       }
     });
+  }
+
+  // The rest goes out with what is sent at the end of a round, as a process that stood still in
+  // between may have nothing more to say.
+  void wait_for_room() {
+    if constexpr (std::is_same_v<Stream, SerialStream>) {
+      write();
+    } else {
+      socket_of(*stream_).async_wait(asio::socket_base::wait_write,
+                                     [self = this->shared_from_this()](const error_code&) {
+                                       if (!self->ended_) self->loop_.send_at_end_of_round(self);
+                                     });
+    }
   }
 
   asio::const_buffer rest_in_flight() const {
@@ -152,10 +167,12 @@ class OpenStream final : public RoundSender,
       const ssize_t count =
           ::send(stream_->native_handle(), rest.data(), rest.size(), MSG_DONTWAIT | MSG_NOSIGNAL);
       if (count > 0) written_ += static_cast<std::size_t>(count);
+      if (count > 0) waited_for_room_ = false;
       return count > 0;
     } else if constexpr (std::is_same_v<Stream, TlsStream>) {
       const std::size_t count = stream_->write_at_once(rest_in_flight());
       written_ += count;
+      if (count > 0) waited_for_room_ = false;
       return count > 0;
     } else {
       return false;
@@ -270,6 +287,7 @@ class OpenStream final : public RoundSender,
   std::size_t written_ = 0;
   ConnectionEnd reason_ = ConnectionEnd::Gone;
   bool reading_ = false;
+  bool waited_for_room_ = false;
   bool writing_ = false;
   // By its owner, once all is sent.
   bool closing_ = false;

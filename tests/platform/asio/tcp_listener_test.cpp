@@ -324,6 +324,26 @@ TEST_CASE_FIXTURE(TcpFixture, "What is taken down before a round's sending is no
   CHECK(rest.empty());
 }
 
+TEST_CASE_FIXTURE(TcpFixture, "The rest of what found no room goes out only if it still may") {
+  Peer peer = connect(4096);
+  const std::string piece = some_bytes(8000);
+  std::size_t sent = 0;
+  while (connection->queued() < 20'000) {
+    connection->send(piece);
+    sent += piece.size();
+    loop.yield();
+  }
+  const std::size_t gone = sent - connection->queued();
+  loop.before_sending = [&] { connection.reset(); };
+  std::string all;
+  CHECK(wait([&] {
+    all += peer.read();
+    return peer.ended();
+  }));
+  CHECK(all.size() == gone);
+  CHECK_FALSE(connection);
+}
+
 TEST_CASE_FIXTURE(TcpFixture, "Without descriptors peers wait until there are some again") {
   Peer first = connect();
   connection.reset();
