@@ -8,12 +8,12 @@
 #include "server/admin_services.h"
 #include "server/admin_session.h"
 #include "server/first_user.h"
+#include "server/journal_replay.h"
 #include "server/metrics.h"
 #include "server/neighbours.h"
 #include "server/remote_seats.h"
 #include "server/retention.h"
-#include "server/session.h"
-#include "server/still_true.h"
+#include "server/seat_connections.h"
 
 namespace lineweir::server {
 namespace {
@@ -64,9 +64,6 @@ class Server::Inside {
              std::function<void(std::string name, std::string password)> first_user);
   void wait_for_letters(Milliseconds until, std::function<void()> done);
   void learn_letters(int group, Milliseconds until);
-  void write_what_was_left(std::function<void()> done);
-  void write_left(const std::set<std::int64_t>& known_calls, std::function<void()> done);
-  void read_known_calls(std::function<void(const std::set<std::int64_t>&)> done);
   void read_store(std::function<void(platform::StoredState)> done);
   void take_over(platform::StoredState state);
   void make_first_user(std::function<void(std::string name, std::string password)> told);
@@ -75,15 +72,6 @@ class Server::Inside {
   void remove_empty_groups();
   void beat();
   void end_sessions();
-  void remove_later(Session& session);
-  void end_seats(const std::string& user, const std::string& why);
-  void tell_new_rights(const std::string& user);
-  void tell_groups();
-  std::size_t open_connections() const;
-  std::size_t connections_from(const std::string& peer) const;
-  // Ends a connection, of the peer where one is named, that nobody has been let in on; false where
-  // there is none.
-  bool make_room(const std::string& peer);
   AdminServices admin_services();
   void after(Milliseconds delay, std::function<void()> call);
 
@@ -102,12 +90,15 @@ class Server::Inside {
   Neighbours neighbours_;
   Retention retention_;
   std::map<std::string, std::string> told_at_login_;
-  std::list<std::unique_ptr<Session>> sessions_;
+  SeatConnections sessions_;
+  // Nothing where there is no journal.
+  std::optional<JournalReplay> replay_;
   AdminServices admin_services_;
   std::list<std::unique_ptr<AdminSession>> admins_;
   std::unique_ptr<RemoteSeats> remote_seats_;
   // Of groups that the configuration doesn't have any more.
   std::set<int> ending_groups_;
+  bool knows_store_ = false;
   bool serving_ = false;
   Milliseconds beat_due_{0};
   platform::EventLoop::CallId next_beat_ = 0;
@@ -131,17 +122,25 @@ Server::Inside::Inside(ServerServices services, ServerOptions options)
       seats_(context_, groups_),
       neighbours_(
           accounts_, memory_, outbox_,
-          {[this](const std::string& user) { tell_new_rights(user); },
-           [this](const std::string& user, const std::string& why) { end_seats(user, why); },
-           [this] { tell_groups(); }}),
+          {[this](const std::string& user) { sessions_.tell_new_rights(user); },
+           [this](const std::string& user, const std::string& why) { sessions_.end(user, why); },
+           [this] { sessions_.tell_groups(); }}),
       retention_(context_, services_.store),
+      sessions_(context_,
+                SessionServices{context_, accounts_, logins_, seats_, groups_, neighbours_.places(),
+                                options_.fixed_seats, told_at_login_},
+                seats_, options_, [this] { remove_empty_groups(); }),
       admin_services_(admin_services()) {
+  if (services_.journal != nullptr) {
+    replay_.emplace(services_.loop, services_.store, *services_.journal, services_.epoch,
+                    services_.log);
+  }
   services_.store.on_trouble = [this](const std::string& trouble) {
     if (trouble.empty()) return services_.log(LogLevel::Notice, "the store is well again");
     services_.log(LogLevel::Error, "the store: " + trouble);
   };
   services_.store.on_news = [this](const platform::StoreNews& news) {
-    if (serving_) neighbours_.take(news);
+    if (knows_store_) neighbours_.take(news);
   };
   memory_.on_change = [this](const std::string& key) {
     for (const auto& [number, group] : groups_) group->known_callers().flag_changed(key);
@@ -154,68 +153,13 @@ Server::Inside::~Inside() {
   services_.loop.cancel(next_beat_);
   services_.loop.cancel(shutdown_);
   remote_seats_.reset();
-  sessions_.clear();
 }
 
 void Server::Inside::start(std::function<void()> serving,
                            std::function<void(std::string name, std::string password)> first_user) {
-  write_what_was_left(
-      [this, serving = std::move(serving), first_user = std::move(first_user)]() mutable {
-        begin(std::move(serving), std::move(first_user));
-      });
-}
-
-void Server::Inside::write_what_was_left(std::function<void()> done) {
-  if (services_.journal == nullptr) return done();
-  if (has_led_alone(services_.journal->left(), services_.epoch)) return write_left({}, done);
-  read_known_calls([this, done = std::move(done)](const std::set<std::int64_t>& known) {
-    write_left(known, done);
-  });
-}
-
-void Server::Inside::write_left(const std::set<std::int64_t>& known_calls,
-                                std::function<void()> done) {
-  auto left = still_true(services_.journal->left(), services_.epoch, known_calls);
-  if (left.empty()) {
-    services_.journal->clear();
-    return done();
-  }
-  services_.log(LogLevel::Notice, "the journal holds " + std::to_string(left.size()) +
-                                      " records that the store has not taken yet");
-  services_.store.write(
-      left, [this, alive = std::weak_ptr(alive_), done = std::move(done)](bool written) {
-        if (!alive.lock()) return;
-        if (!written)
-          return after(store_read_again_after, [this, done] { write_what_was_left(done); });
-        services_.journal->clear();
-        done();
-      });
-}
-
-// Of the calls in the journal those that the store has already.
-void Server::Inside::read_known_calls(std::function<void(const std::set<std::int64_t>&)> done) {
-  platform::Moment since = platform::Moment::max();
-  std::map<std::int64_t, platform::CallRecord> ours;
-  for (const platform::StoreChange& change : services_.journal->left().changes) {
-    const auto* const call = std::get_if<platform::CallRecord>(&change);
-    if (call == nullptr) continue;
-    since = std::min(since, call->began);
-    ours[call->id] = *call;
-  }
-  if (since == platform::Moment::max()) return done({});
-  read_store([this, since, ours, done = std::move(done)](const platform::StoredState& state) {
-    std::set<std::int64_t> known;
-    for (const platform::CallRecord& call : state.open_calls) known.insert(call.id);
-    services_.store.calls({.since = since}, [this, alive = std::weak_ptr(alive_), known, ours,
-                                             done](const auto& calls) mutable {
-      if (!alive.lock()) return;
-      if (!calls) return after(store_read_again_after, [this, done] { read_known_calls(done); });
-      for (const platform::CallRecord& call : *calls) {
-        const auto left = ours.find(call.id);
-        if (left == ours.end() || !was_only_closed(call, left->second)) known.insert(call.id);
-      }
-      done(known);
-    });
+  if (!replay_) return begin(std::move(serving), std::move(first_user));
+  replay_->run([this, serving = std::move(serving), first_user = std::move(first_user)]() mutable {
+    begin(std::move(serving), std::move(first_user));
   });
 }
 
@@ -276,6 +220,7 @@ void Server::Inside::read_store(std::function<void(platform::StoredState)> done)
 }
 
 void Server::Inside::take_over(platform::StoredState state) {
+  knows_store_ = true;
   accounts_.take_over(std::move(state.accounts));
   memory_.take_over(std::move(state.flagged_callers));
   neighbours_.take_over(std::move(state.studio_places));
@@ -326,61 +271,7 @@ void Server::Inside::watch_exchange(Group& group) {
 }
 
 void Server::Inside::accept(std::unique_ptr<platform::Connection> connection) {
-  const std::string peer = connection->peer();
-  const auto most = static_cast<std::size_t>(options_.seats);
-  const auto most_of_address = static_cast<std::size_t>(options_.seats_of_address);
-  if (!serving_) return;
-  if (connections_from(peer) >= most_of_address && !make_room(peer)) {
-    return figures_.refuse(Refusal::TooManySeats);
-  }
-  if (open_connections() >= most && !make_room({})) return figures_.refuse(Refusal::TooManySeats);
-  ++figures_.connections;
-  sessions_.push_back(std::make_unique<Session>(
-      seats_.new_number(), std::move(connection),
-      SessionServices{context_, accounts_, logins_, seats_, groups_, neighbours_.places(),
-                      options_.fixed_seats, told_at_login_},
-      [this](Session& session) { remove_later(session); }));
-}
-
-std::size_t Server::Inside::open_connections() const {
-  return static_cast<std::size_t>(
-      std::ranges::count_if(sessions_, [](const auto& session) { return !session->is_over(); }));
-}
-
-std::size_t Server::Inside::connections_from(const std::string& peer) const {
-  return static_cast<std::size_t>(std::ranges::count_if(sessions_, [&](const auto& session) {
-    return !session->is_over() && session->place() == peer;
-  }));
-}
-
-// Who only takes places keeps nobody out: of the connections that aren't let in, the oldest one of
-// the address that has most of them gives way.
-bool Server::Inside::make_room(const std::string& peer) {
-  const auto may_give_way = [&](const auto& session) {
-    const bool fits = peer.empty() || session->place() == peer;
-    return fits && !session->is_over() && session->user.empty();
-  };
-  std::map<std::string, std::size_t> counts;
-  for (const auto& session : sessions_) {
-    if (may_give_way(session)) ++counts[session->place()];
-  }
-  if (counts.empty()) return false;
-  const std::string most_of =
-      std::ranges::max_element(counts, {}, [](const auto& count) { return count.second; })->first;
-  const auto oldest = std::ranges::find_if(sessions_, [&](const auto& session) {
-    return may_give_way(session) && session->place() == most_of;
-  });
-  figures_.refuse(Refusal::TooManySeats);
-  (*oldest)->give_way();
-  return true;
-}
-
-// A session ends in the middle of its own work.
-void Server::Inside::remove_later(Session& session) {
-  after(Milliseconds{0}, [this, &session] {
-    std::erase_if(sessions_, [&](const auto& held) { return held.get() == &session; });
-    remove_empty_groups();
-  });
+  if (serving_) sessions_.accept(std::move(connection));
 }
 
 void Server::Inside::accept_admin(std::unique_ptr<platform::Connection> connection) {
@@ -401,8 +292,8 @@ AdminServices Server::Inside::admin_services() {
           seats_,
           groups_,
           [this] { return serving_; },
-          [this](const std::string& user) { tell_new_rights(user); },
-          [this](const std::string& user, const std::string& why) { end_seats(user, why); },
+          [this](const std::string& user) { sessions_.tell_new_rights(user); },
+          [this](const std::string& user, const std::string& why) { sessions_.end(user, why); },
           [this](int seconds, const std::string& text) {
             if (on_shutdown_asked) on_shutdown_asked(seconds, text);
           },
@@ -411,6 +302,7 @@ AdminServices Server::Inside::admin_services() {
                                      std::optional<platform::StoredState> state) {
               if (!alive.lock()) return;
               if (state) accounts_.take_over(std::move(state->accounts));
+              if (state) memory_.take_over(std::move(state->flagged_callers));
               done(state.has_value());
             });
           }};
@@ -435,7 +327,7 @@ void Server::Inside::reconfigure(ServerOptions options) {
   }
   neighbours_.tell_places(options_);
   retention_.set(options_.retention);
-  tell_groups();
+  sessions_.tell_groups();
   remove_empty_groups();
   audit_.note({}, "configuration read again");
 }
@@ -456,13 +348,8 @@ void Server::Inside::beat() {
   beat_due_ = now + beat_every;
   next_beat_ = services_.loop.schedule(beat_every, [this] { beat(); });
 
-  const Telling time(time_packet(context_));
-  for (const auto& session : sessions_) {
-    // A server that stood still has not heard what the seats said meanwhile.
-    if (figures_.late > stood_still) session->forgive_silence(figures_.late);
-    session->look_after_silence();
-    if (!session->is_over() && session->group != 0) session->tell(time);
-  }
+  // A server that stood still has not heard what the seats said meanwhile.
+  sessions_.beat(figures_.late > stood_still ? figures_.late : Milliseconds{0});
   seats_.look_after_vanished();
 }
 
@@ -477,10 +364,7 @@ void Server::Inside::shut_down(int seconds, const std::string& text, std::functi
   // A server that follows this one serves from its end on, so nobody is to leave ahead of that.
   const bool is_followed = services_.epoch != 0;
   notice.AltInfo = field_byte(std::clamp(seconds + (is_followed ? left_ahead : 0), 0, 254));
-  const Telling told(notice);
-  for (const auto& session : sessions_) {
-    if (!session->is_over() && !session->user.empty()) session->tell(told);
-  }
+  sessions_.tell(Telling(notice));
   audit_.note({}, "server ends", text);
   shutdown_ = services_.loop.schedule(wait, [this, done = std::move(done)] {
     end_sessions();
@@ -503,38 +387,11 @@ void Server::Inside::shut_down(int seconds, const std::string& text, std::functi
 void Server::Inside::end_sessions() {
   serving_ = false;
   remote_seats_.reset();
-  for (const auto& session : sessions_) session->end();
-}
-
-void Server::Inside::tell_new_rights(const std::string& user) {
-  for (const auto& session : sessions_) {
-    if (!session->is_over() && session->user == user) session->take_new_rights();
-  }
-}
-
-void Server::Inside::tell_groups() {
-  for (const auto& session : sessions_) {
-    if (!session->is_over() && session->group != 0) session->tell_groups();
-  }
-}
-
-void Server::Inside::end_seats(const std::string& user, const std::string& why) {
-  for (const auto& session : sessions_) {
-    if (session->is_over() || session->user != user) continue;
-    session->tell_person(why);
-    session->end();
-  }
+  sessions_.end_all();
 }
 
 std::string Server::Inside::metrics() const {
-  QueueFigures queues;
-  for (const auto& session : sessions_) {
-    if (session->is_over()) continue;
-    ++queues.connections;
-    queues.queued_bytes += session->queued();
-    queues.longest_queue = std::max(queues.longest_queue, session->queued());
-  }
-  return metrics_text(context_, seats_, groups_, logins_, queues);
+  return metrics_text(context_, seats_, groups_, logins_, sessions_.queues());
 }
 
 void Server::Inside::after(Milliseconds delay, std::function<void()> call) {
