@@ -1,0 +1,97 @@
+// A studio that another server has than the one that was asked.
+
+#include <doctest/doctest.h>
+
+#include "several_servers_desk.h"
+
+namespace lineweir::test {
+namespace {
+
+using Server = SeveralServersDesk::Server;
+using Texts = SeveralServersDesk::Texts;
+using platform::Milliseconds;
+
+struct ElsewhereDesk : SeveralServersDesk {
+  explicit ElsewhereDesk(const std::string& address = "one") : SeveralServersDesk(address) {
+    stand();
+  }
+  void send_to(const std::string& address, std::uint8_t group = 1) {
+    ServerPacket packet = server_packet(ServerCommand::SrvGroupElsewhere, address);
+    packet.GroupNo = group;
+    platform.winsock1.arrive(frame_of(std::move(packet)));
+  }
+  // The former server's conversation with the person.
+  void say(const std::string& text) {
+    platform.winsock1.arrive(frame(ServerCommand::SrvMessage, text, no_value));
+  }
+};
+
+TEST_SUITE("a studio of another server") {
+  TEST_CASE("the console is there by itself, and the typed address stays") {
+    ElsewhereDesk desk;
+    desk.send_to("two:2002");
+    CHECK(desk.until_in_at("two") < Milliseconds(500));
+    CHECK(desk.take_connects() == Texts{"two:2002"});
+    CHECK(desk.form().linked_to.get().starts_with("two, port 2002, since "));
+    CHECK(desk.console.login.ServerHost == "one");
+    CHECK_FALSE(desk.form().ServerSilence.visible);
+    CHECK(desk.told.empty());
+  }
+
+  TEST_CASE("while it connects it says where the studio is") {
+    ElsewhereDesk desk;
+    desk.set("two", Server::Silent);
+    std::string said;
+    desk.platform.loop.schedule(Milliseconds(300), [&] {
+      if (desk.form().ServerSilence.visible) said = desk.form().ServerSilence.caption;
+    });
+    desk.send_to("two:2002");
+    desk.pass(Milliseconds(10'000));
+    CHECK(said.ends_with("is served at two, port 2002, connecting there"));
+    CHECK_FALSE(desk.form().ServerSilence.visible);
+  }
+
+  TEST_CASE("a server that isn't there is told once, and not tried without end") {
+    ElsewhereDesk desk;
+    desk.set("two", Server::Refuses);
+    desk.send_to("two:2002");
+    desk.pass(Milliseconds(20'000));
+    CHECK(desk.take_connects() == Texts{"two:2002"});
+    CHECK_FALSE(desk.form().ServerSilence.visible);
+    CHECK(desk.form().Shape1.fill_color == color_red);
+  }
+
+  TEST_CASE("what is of another group, no address, or without TLS behind it, sends nobody away") {
+    ElsewhereDesk desk("tls:one");
+    desk.send_to("tls:two:2002", 2);
+    desk.send_to("");
+    desk.send_to("two:2002");
+    desk.pass(Milliseconds(1000));
+    CHECK(desk.take_connects().empty());
+    CHECK(desk.platform.winsock1.host() == "tls:one");
+    desk.send_to("tls:two:2002");
+    CHECK(desk.until_in_at("tls:two") < Milliseconds(500));
+  }
+
+  TEST_CASE("one that is lost is looked for alone for half a minute, and then where it is known") {
+    ElsewhereDesk desk;
+    desk.send_to("two:2002");
+    REQUIRE(desk.until_in_at("two") < Milliseconds(500));
+    desk.pass(Milliseconds(5000));
+    desk.kill("two");
+    desk.pass(Milliseconds(20'000));
+    const Texts early = desk.take_connects();
+    CHECK(std::ranges::count(early, "one:2001") == 0);
+    CHECK(std::ranges::count(early, "two:2002") > 5);
+    SUBCASE("it comes back") {
+      desk.set("two", Server::Accepts);
+      CHECK(desk.until_in_at("two") < Milliseconds(2500));
+    }
+    SUBCASE("the studio is at the first one now") {
+      CHECK(desk.until_in_at("one") < Milliseconds(12'000));
+    }
+  }
+}
+
+}  // namespace
+}  // namespace lineweir::test
