@@ -6,6 +6,7 @@ namespace lineweir::server {
 namespace {
 
 constexpr platform::Milliseconds looks_at_clock_every{300'000};
+constexpr platform::Milliseconds asked_again_after{300'000};
 constexpr platform::Milliseconds between_pieces{50};
 constexpr platform::Moment day{24 * 60 * 60 * 1000};
 
@@ -50,7 +51,8 @@ void Retention::forget_calls(platform::Moment before, std::size_t forgotten) {
                  alive = std::weak_ptr(alive_)](const std::optional<std::size_t>& count) {
                   if (!alive.lock()) return;
                   const std::size_t all = forgotten + count.value_or(0);
-                  // A store that is away is asked again the next night.
+                  // A store that is away is asked again, and not only the next night.
+                  if (!count) schedule(asked_again_after, &Retention::forget);
                   const bool is_more = count && *count == piece;
                   if (is_more) {
                     context_.loop.schedule(between_pieces, [this, before, all, alive] {

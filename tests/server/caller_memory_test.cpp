@@ -290,6 +290,24 @@ TEST_CASE(
   }
 }
 
+TEST_CASE("what a store that is away couldn't forget is forgotten once it is back") {
+  ServerOptions options = ServerRoom::two_studios();
+  options.retention = {.days = 1};
+  ServerRoom room(options);
+  {
+    auto host = room.seat("host");
+    whole_call(room, *host, 1);
+  }
+  room.wait(26h);
+  room.store.fail(true);
+  room.wait(24h);
+  const auto known = [&] { return room.store.content().caller_history("3125550100").calls; };
+  CHECK(known() == 1);
+  room.store.fail(false);
+  room.wait(6min);
+  CHECK(known() == 0);
+}
+
 TEST_CASE("an administrator lists, shows, flags and clears callers") {
   ServerRoom room;
   AdminTool tool(room);
