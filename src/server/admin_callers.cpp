@@ -28,13 +28,17 @@ json::object_t row_of(const platform::FlaggedCaller& caller) {
 }
 
 // Why the texts of the request can't be noted; empty where they can.
-std::string why_not_noted(const admin::Request& request) {
+std::string why_not_noted(const AdminServices& services, const admin::Request& request) {
   if (!find_caller_flag(request.text(Field::Flag)) || request.text(Field::Flag) == "none") {
     return "A flag is \"regular\", \"careful\" or \"barred\".";
   }
   const std::string until = request.text_or(Field::Until, "");
   if (!until.empty() && !iso_date_of(until)) {
     return "\"" + until + "\" is no date; 2026-12-31 is.";
+  }
+  const Context& context = services.context;
+  if (!until.empty() && until < iso_date_text(context.clock.local(context.clock.now()))) {
+    return "The last day " + until + " is over already.";
   }
   const std::string number = request.text(Field::Number);
   if (auto why = why_not_shown(number, "The number", longest_number); !why.empty()) return why;
@@ -79,7 +83,7 @@ void flag_caller(const AdminServices& services, const admin::Request& request,
   const std::string number = request.text(Field::Number);
   const std::string key = telephone_key(number);
   if (key.empty()) return tell(no_number());
-  if (auto why = why_not_noted(request); !why.empty()) {
+  if (auto why = why_not_noted(services, request); !why.empty()) {
     return tell(refused(std::move(why)));
   }
   services.context.memory.note({.key = key,

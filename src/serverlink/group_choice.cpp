@@ -117,6 +117,7 @@ bool GroupChoice::change_group(int group) {
 
   clear_studio_group(state_, line_events_);
   known_callers_.forget();
+  state_.login.GroupLeft = left;
   state_.program.GroupNumber = group;
   check_present_group(state_);
   renew_window_caption(state_);

@@ -1,6 +1,7 @@
 #include "serverlink/group_elsewhere.h"
 
 #include "base/names.h"
+#include "serverlink/access_rights.h"
 #include "serverlink/login_exchange.h"
 #include "serverlink/server_alive.h"
 #include "serverlink/server_connection.h"
@@ -25,8 +26,13 @@ bool is_secured(const StudioServer& server) {
 
 GroupElsewhere::GroupElsewhere(ConsoleState& state, ServerLink& server,
                                ServerConnection& connection, LoginExchange& exchange,
-                               ServerWatch& watch)
-    : state_(state), server_(server), connection_(connection), exchange_(exchange), watch_(watch) {
+                               AccessRights& rights, ServerWatch& watch)
+    : state_(state),
+      server_(server),
+      connection_(connection),
+      exchange_(exchange),
+      rights_(rights),
+      watch_(watch) {
   server.handle(ServerCommand::SrvGroupElsewhere,
                 [this](const ServerPacket& packet) { SrvGroupElsewhere(packet); });
 }
@@ -57,11 +63,7 @@ void GroupElsewhere::go_there(const StudioServer& place) {
   const ServerConnection::Turn turn(connection_);
   const Hourglass hourglass(state_.Lineweir);
   connection_.begin_there();
-  const auto outcome = connection_.await();
-  const auto result = outcome == ServerConnection::Outcome::Superseded ? LoginResult::Superseded
-                      : outcome == ServerConnection::Outcome::Failed
-                          ? LoginResult::NoServer
-                          : exchange_.TextWrit_PasswordA(false);
+  const LoginResult result = log_in();
   if (result != LoginResult::Superseded) banner.visible = false;
   switch (result) {
     case LoginResult::Accepted:
@@ -70,13 +72,46 @@ void GroupElsewhere::go_there(const StudioServer& place) {
     case LoginResult::Rejected:
       return state_.LoginForm.show();
     case LoginResult::NoServer:
-      lose_server(state_);
-      if (!connection_.failure_is_asked()) state_.messages.ShowMessage(connection_.failure());
-      return;
     case LoginResult::NoAnswer:
+      return come_back(place);
     case LoginResult::Superseded:
       return;
   }
+}
+
+LoginResult GroupElsewhere::log_in() {
+  switch (connection_.await()) {
+    case ServerConnection::Outcome::Stands:
+      return exchange_.TextWrit_PasswordA(false);
+    case ServerConnection::Outcome::Failed:
+      return LoginResult::NoServer;
+    case ServerConnection::Outcome::Superseded:
+      break;
+  }
+  return LoginResult::Superseded;
+}
+
+void GroupElsewhere::come_back(const StudioServer& place) {
+  // Another window asks about it.
+  const bool is_asked = connection_.failure_is_asked();
+  const std::string why =
+      name_of_group() + " is served at " + name_of(place) + ", which isn't there now.";
+  const int group = state_.login.GroupLeft;
+  if (group != 0) state_.program.GroupNumber = group;
+  connection_.begin();
+  const LoginResult result = log_in();
+  if (result == LoginResult::Superseded) return;
+  if (result != LoginResult::Accepted) {
+    lose_server(state_);
+    return state_.messages.ShowMessage(why);
+  }
+  if (group == 0) {
+    rights_.RequestFirstUnblocked();
+    return state_.messages.ShowMessage(why);
+  }
+  TextWrit_SockConnecter(state_, server_, SessionReason::Login);
+  if (is_asked) return;
+  state_.messages.ShowMessage(why + " The console is back in " + name_of_group() + ".");
 }
 
 std::string GroupElsewhere::name_of_group() const {

@@ -3,11 +3,12 @@
 #include <memory>
 #include <string>
 
+#include "serverlink/login_exchange.h"
 #include "state/server_addresses.h"
 
 namespace lineweir {
 
-class LoginExchange;
+class AccessRights;
 class ServerConnection;
 class ServerLink;
 class ServerWatch;
@@ -22,17 +23,22 @@ struct ServerPacket;
 class GroupElsewhere {
  public:
   GroupElsewhere(ConsoleState& state, ServerLink& server, ServerConnection& connection,
-                 LoginExchange& exchange, ServerWatch& watch);
+                 LoginExchange& exchange, AccessRights& rights, ServerWatch& watch);
 
  private:
   void SrvGroupElsewhere(const ServerPacket& packet);
   void go_there(const StudioServer& place);
+  // The studio's server isn't there: back to the known address and the studio before, so that who
+  // works there can go on.
+  void come_back(const StudioServer& place);
+  LoginResult log_in();
   std::string name_of_group() const;
 
   ConsoleState& state_;
   ServerLink& server_;
   ServerConnection& connection_;
   LoginExchange& exchange_;
+  AccessRights& rights_;
   ServerWatch& watch_;
   std::shared_ptr<bool> alive_ = std::make_shared<bool>(true);
 };

@@ -37,6 +37,8 @@ struct LoginState {
   bool SessionBegun = true;
   // Between two groups nobody knows what lines a key would act on.
   bool BetweenGroups = false;
+  // The group in which the console was before the present one; 0 where it was in none.
+  int GroupLeft = 0;
   // The connection is new and its server hasn't been asked for the groups' names.
   bool GroupNamesWanted = false;
   // Which answer came last (serverlink/reply_code.h).

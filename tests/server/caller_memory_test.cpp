@@ -325,6 +325,7 @@ TEST_CASE("an administrator lists, shows, flags and clears callers") {
   CHECK(flag(number, "bad", "2099-01-01") == "A flag is \"regular\", \"careful\" or \"barred\".");
   CHECK(flag(number, "none", "2099-01-01") == "A flag is \"regular\", \"careful\" or \"barred\".");
   CHECK(flag(number, "barred", "1.1.2099") == "\"1.1.2099\" is no date; 2026-12-31 is.");
+  CHECK(flag(number, "barred", "2020-01-01") == "The last day 2020-01-01 is over already.");
   CHECK(flag(number, "barred", "2099-01-01") == "");
   auto rows = tool.rows({Command::CallerList, {}});
   REQUIRE(rows.size() == 1);

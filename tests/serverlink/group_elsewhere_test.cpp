@@ -51,14 +51,38 @@ TEST_SUITE("a studio of another server") {
     CHECK_FALSE(desk.form().ServerSilence.visible);
   }
 
-  TEST_CASE("a server that isn't there is told once, and not tried without end") {
+  TEST_CASE("a server that isn't there leaves the user in the studio before, and is told once") {
+    for (const Server two : {Server::Refuses, Server::Silent, Server::HangsUp}) {
+      ElsewhereDesk desk;
+      desk.set("two", two);
+      desk.console.login.GroupLeft = 1;
+      desk.console.program.GroupNumber = 2;
+      desk.send_to("two:2002", 2);
+      desk.pass(Milliseconds(20'000));
+      CHECK(desk.take_connects() == Texts{"two:2002", "one:2001"});
+      CHECK(desk.console.program.GroupNumber == 1);
+      CHECK(desk.is_in());
+      CHECK_FALSE(desk.form().ServerSilence.visible);
+      CHECK(desk.form().Shape1.fill_color == color_green);
+      CHECK(desk.console.MyMsgbox.Label1.caption.get() ==
+            "Group 2 is served at two, port 2002, which isn't there now. The console is "
+            "back in Group 1.");
+    }
+  }
+
+  TEST_CASE("who was in no studio before is brought to one that is open") {
     ElsewhereDesk desk;
     desk.set("two", Server::Refuses);
+    desk.platform.winsock1.take_writes();
     desk.send_to("two:2002");
-    desk.pass(Milliseconds(20'000));
-    CHECK(desk.take_connects() == Texts{"two:2002"});
-    CHECK_FALSE(desk.form().ServerSilence.visible);
-    CHECK(desk.form().Shape1.fill_color == color_red);
+    desk.pass(Milliseconds(5'000));
+    bool asked = false;
+    for (const std::string& frame : desk.platform.winsock1.take_writes()) {
+      const auto code =
+          static_cast<ClientCommand>(packet_of(frame.substr(2, frame.size() - 4)).CMD);
+      asked = asked || code == ClientCommand::CmdRequestFirstUnblocked;
+    }
+    CHECK(asked);
   }
 
   TEST_CASE("what is of another group, no address, or without TLS behind it, sends nobody away") {
