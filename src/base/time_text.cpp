@@ -149,6 +149,11 @@ std::string date_text(const platform::DateTime& moment) {
          std::to_string(moment.year);
 }
 
+std::string minute_text(const platform::DateTime& moment) {
+  return date_text(moment) + " " + std::to_string(twelve_hour(moment.hour)) + ":" +
+         two_digits(moment.minute).append(half_day_text(moment.hour));
+}
+
 std::string date_time_text(const platform::DateTime& moment) {
   return date_text(moment) + " " + std::to_string(twelve_hour(moment.hour)) +
          minutes_and_seconds(seconds_of_day(moment)).append(half_day_text(moment.hour));

@@ -33,6 +33,8 @@ std::string clock_text(int seconds);
 // "m/d/yyyy", and "m/d/yyyy h:mm:ss AM/PM".
 std::string date_text(const platform::DateTime& moment);
 std::string date_time_text(const platform::DateTime& moment);
+// "m/d/yyyy h:mm AM/PM".
+std::string minute_text(const platform::DateTime& moment);
 
 // The time from the time of day in `since` to `now`, as hms_text. A text that is no time is a
 // Failure of number 13.

@@ -91,6 +91,7 @@ void CallLog::log(int line) {
 
 void CallLog::leave(int line, CallEnd how) {
   EndedCall ended{call_on(line), call_so_far(line), how};
+  if (how == CallEnd::GroupLeft) ended.last_seen = last_seen_now();
   if (how == CallEnd::GroupLeft && is_logged(line)) {
     ended.record.file = file_of_log();
     state_.services.journal.put(ended.record);
@@ -108,6 +109,10 @@ CallNumber CallLog::call_on(int line) {
   const auto [call, added] = calls_on_lines_.try_emplace(line, 0);
   if (added) call->second = new_call();
   return call->second;
+}
+
+LastSeen CallLog::last_seen_now() const {
+  return {state_.program.GroupNumber, state_.services.clock.now()};
 }
 
 platform::LoggedCall CallLog::call_so_far(int line) {

@@ -45,6 +45,9 @@ class CallLog {
   // The record that the call on the line would have if it ended now.
   platform::LoggedCall call_so_far(int line);
 
+  // For a call that is on its line.
+  LastSeen last_seen_now() const;
+
   // A number that no call has had.
   CallNumber new_call() { return ++last_call_; }
 

@@ -8,6 +8,7 @@
 #include "callerdata/caller_data_sender.h"
 #include "callerdata/caller_memory.h"
 #include "callerdata/entry_fit.h"
+#include "callerdata/left_call.h"
 #include "callerdata/line_texts.h"
 #include "elements/key_characters.h"
 #include "state/console_state.h"
@@ -120,7 +121,9 @@ void CallerDataEntry::Form_Load() {
   form.number_first = asks_number_first && caller_memory_.on();
   form.lay_out(LogFieldOn, caller_memory_.kind());
   fill_texts();
-  form.focus_next(0);
+  const bool number_stands =
+      form.number_first && !form.TheText(phone_number_entry).text.get().empty();
+  form.focus_next(number_stands ? phone_number_entry : 0);
 }
 
 void CallerDataEntry::Form_Unload() {
@@ -169,9 +172,35 @@ void CallerDataEntry::call_ended(const EndedCall& ended) {
 }
 
 void CallerDataEntry::lines_changed() {
+  for (int line = 0; line < state_.lines.LineCount; ++line) take_up_left_call(line);
   if (!state_.Form4.loaded()) return;
   if (held_.ended) show_buttons();
   if (on_held_changed) on_held_changed();
+}
+
+void CallerDataEntry::take_up_left_call(int line) {
+  if (!anybody_on(line)) return;
+  const CallNumber call = call_log_.call_on(line);
+  if (holds_ended_call_of(line) && is_still_there(*held_.ended, line)) {
+    keep_draft();
+    drafts_.take_up(held_.call, call);
+    held_.call = call;
+    return fill_texts();
+  }
+  for (const EntryDraft& draft : drafts_.left_on(line)) {
+    if (!is_still_there(*draft.ended, line)) continue;
+    const bool holds_call = state_.Form4.loaded() && held_.call == call;
+    // What was typed for it since isn't thrown away.
+    if (holds_call && work().any_touched()) return;
+    drafts_.take_up(draft.call, call);
+    if (holds_call) fill_texts();
+    return;
+  }
+}
+
+bool CallerDataEntry::is_still_there(const EndedCall& left, int line) const {
+  return left.last_seen && left.last_seen->group == state_.program.GroupNumber &&
+         is_same_call(*left.last_seen, state_.lines.ClockBase(line), state_.services.clock.now());
 }
 
 std::optional<CallerDataEntry::HeldCaller> CallerDataEntry::held_caller() const {

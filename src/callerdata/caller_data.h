@@ -107,6 +107,10 @@ class CallerDataEntry {
   bool holds_ended_call_of(int line) const;
   bool anybody_on(int line) const;
   void call_ended(const EndedCall& ended);
+  // The caller of a group that was left, or of the run before, is seen again: what was typed for
+  // him is his once more.
+  void take_up_left_call(int line);
+  bool is_still_there(const EndedCall& left, int line) const;
   void fill_texts();
   void follow_line();
   void show_notice();

@@ -12,7 +12,13 @@
 namespace lineweir {
 namespace {
 
+constexpr std::string_view away = "The server isn't there now: the flag is not set.";
 constexpr auto ok_handler = "CallerFlagForm_OKButton_Click";
+
+std::string reason_is_full() {
+  return std::string("Reason") + " takes no more than " + std::to_string(flag_reason_length) +
+         " characters";
+}
 
 }  // namespace
 
@@ -30,6 +36,7 @@ CallerFlagEntry::CallerFlagEntry(ConsoleState& state, KnownCallers& known)
              fit_text(state_.FlagForm.ReasonText.text.get(), {text, caret}, flag_reason_length);
          text = fitted.text;
          caret = fitted.caret;
+         state_.FlagForm.show_notice(fitted.left_out ? reason_is_full() : std::string());
        });
 }
 
@@ -58,6 +65,12 @@ void CallerFlagEntry::FlagCaller_Click() {
   form.choices()[static_cast<std::size_t>(chosen())]->set_focus();
 }
 
+void CallerFlagEntry::known_changed() {
+  CallerFlagForm& form = state_.FlagForm;
+  const bool is_over = form.loaded() && known_.served() && form.NoticeLabel.caption.get() == away;
+  if (is_over) form.show_notice("");
+}
+
 CallerFlag CallerFlagEntry::chosen() const {
   const auto choices = state_.FlagForm.choices();
   for (std::uint8_t flag = 0; flag < choices.size(); ++flag) {
@@ -68,7 +81,7 @@ CallerFlag CallerFlagEntry::chosen() const {
 
 std::string CallerFlagEntry::obstacle() const {
   if (!state_.program.CallerFlagAllowed) return "Flags may not be set in this user profile.";
-  if (!known_.served()) return "The server isn't there now: the flag is not set.";
+  if (!known_.served()) return std::string(away);
   return {};
 }
 

@@ -16,6 +16,9 @@ class CallerFlagEntry {
  public:
   CallerFlagEntry(ConsoleState& state, KnownCallers& known);
 
+  // The server has told something, or is gone, or there again.
+  void known_changed();
+
   // Told of a number whose flag has gone out.
   std::function<void()> on_flagged;
 

@@ -21,7 +21,7 @@ CallerMemory::CallerMemory(ConsoleState& state, CallLog& call_log, KnownCallers&
 
 CallerDataForm::Memory CallerMemory::kind() const {
   using enum CallerDataForm::Memory;
-  if (known_.served()) return Server;
+  if (known_.remembers()) return Server;
   return call_log_.chosen() ? Log : None;
 }
 
@@ -72,20 +72,22 @@ void CallerMemory::AskTimer_Timer() {
 
 void CallerMemory::known_changed() {
   CallerDataForm& form = state_.Form4;
-  const bool begins = known_.served() && !was_served_;
-  const bool ends = !known_.served() && was_served_;
+  const bool answers_again = known_.served() && !was_served_;
   was_served_ = known_.served();
   if (!form.loaded()) return;
-  if (begins || ends) form.show_memory(kind());
-  if (begins) ask_again();
-  if (ends) form.AskTimer.enabled = false;
+  if (form.memory() != kind()) form.show_memory(kind());
+  if (answers_again) ask_again();
+  if (!known_.served()) {
+    form.AskTimer.enabled = false;
+    asked_ = false;
+  }
   show_flag();
   const bool answered = asked_ && known_.of_number(number()) != nullptr;
   if (answered) asked_ = false;
   // Whoever has typed on since has declined what was shown.
   if (!answered && !form.MemoryLabel.visible) return;
   if (richer(logged_, known_.of_number(number()))) return show_history();
-  if (ends) hide();
+  if (!known_.remembers()) hide();
 }
 
 void CallerMemory::show_history() {
@@ -101,8 +103,8 @@ void CallerMemory::show_history() {
 void CallerMemory::show_flag() {
   CallerDataForm& form = state_.Form4;
   const bool is_number = !number_forms(number()).empty();
-  form.FlagCaller.visible = known_.served() && state_.program.CallerFlagAllowed;
-  form.FlagCaller.enabled = is_number;
+  form.FlagCaller.visible = known_.remembers() && state_.program.CallerFlagAllowed;
+  form.FlagCaller.enabled = is_number && known_.served();
   const CallerKnown* known = is_number ? known_.of_number(number()) : nullptr;
   const CallerFlag flag = known == nullptr ? CallerFlag::None : known->flag;
   form.FlagLabel.visible = flag != CallerFlag::None;

@@ -62,7 +62,7 @@ class CallerMemory {
   // What the log knows of the number on the form, and what is shown.
   std::optional<CallerHistory> logged_;
   CallerHistory history_;
-  // Whether an answer of the server is awaited, and whether there was one to ask.
+  // Whether an answer of the server is awaited, and whether it could be asked before.
   bool asked_ = false;
   bool was_served_ = false;
 };

@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "base/text.h"
+#include "base/time_text.h"
 #include "callerdata/csv.h"
 #include "forms/call_log_columns.h"
 
@@ -14,13 +15,17 @@ namespace {
 
 constexpr std::string_view line_heading = "Line";
 constexpr std::string_view log_heading = "Call log";
+// Both are empty where the end of the call was seen.
+constexpr std::string_view group_heading = "Studio group";
+constexpr std::string_view last_seen_heading = "Last seen";
 // Behind a field's name: what the line had when it was typed into.
 constexpr std::string_view had_mark = " before";
 
 constexpr std::string_view column_mark = "Call: ";
 
 std::vector<std::string> headings() {
-  std::vector<std::string> names = {std::string(line_heading), std::string(log_heading)};
+  std::vector<std::string> names = {std::string(line_heading), std::string(log_heading),
+                                    std::string(group_heading), std::string(last_seen_heading)};
   for (const CallLogColumn& column : call_log_columns)
     names.push_back(std::string(column_mark) + std::string(column.name));
   for (const std::string_view mark : {std::string_view(), had_mark}) {
@@ -34,6 +39,9 @@ std::vector<std::string> headings() {
 std::string record_of(const Letters& letters, const EntryDraft& draft) {
   std::vector<std::string> fields = {std::to_string(draft.line + 1)};
   fields.push_back(draft.ended->record.file);
+  const std::optional<LastSeen>& seen = draft.ended->last_seen;
+  fields.push_back(seen ? std::to_string(seen->group) : std::string());
+  fields.push_back(seen ? date_time_text(seen->at) : std::string());
   for (const platform::LoggedColumn& column : draft.ended->record.columns)
     fields.push_back(column.value);
   for (const EntryTexts* texts : {&draft.work.typed, &draft.work.had}) {
@@ -42,12 +50,21 @@ std::string record_of(const Letters& letters, const EntryDraft& draft) {
   return csv_record(fields);
 }
 
-std::optional<int> line_number(std::string_view text) {
+// One that is counted from 1.
+std::optional<int> ordinal_of(std::string_view text) {
   int number = 0;
   const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
   const bool whole = error == std::errc() && end == text.data() + text.size();
   if (!whole || number < 1) return std::nullopt;
-  return number - 1;
+  return number;
+}
+
+std::optional<LastSeen> last_seen_of(std::string_view group, std::string_view moment) {
+  const auto number = ordinal_of(group);
+  const auto date = date_of(moment);
+  const auto seconds = time_of_day(moment);
+  if (!number || !date || !seconds) return std::nullopt;
+  return LastSeen{*number, at_time_of_day(*date, *seconds)};
 }
 
 // A file of another release may lack a field, or have more of them.
@@ -63,15 +80,16 @@ std::optional<EntryDraft> draft_of(const Letters& letters, const std::vector<std
     return found == names.end() ? std::string()
                                 : record.fields[static_cast<std::size_t>(found - names.begin())];
   };
-  const auto line = line_number(field(line_heading));
+  const auto line = ordinal_of(field(line_heading));
   if (!line) return std::nullopt;
   EntryDraft draft;
-  draft.line = *line;
+  draft.line = *line - 1;
   platform::LoggedCall call{field(log_heading), std::string(call_log_table), {}, {}};
   for (const CallLogColumn& column : call_log_columns) {
     call.columns.push_back({std::string(column.name), field(column_mark, column.name)});
   }
   draft.ended = EndedCall{0, std::move(call)};
+  draft.ended->last_seen = last_seen_of(field(group_heading), field(last_seen_heading));
   for (std::size_t i = 0; i < entry_field_count; ++i) {
     draft.work.typed[i] = letters.from_utf8(field(entry_fields[i].name));
     draft.work.had[i] = letters.from_utf8(field(entry_fields[i].name, had_mark));

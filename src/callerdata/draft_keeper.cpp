@@ -41,6 +41,14 @@ void DraftKeeper::call_ended(const EndedCall& ended) {
   write();
 }
 
+void DraftKeeper::take_up(CallNumber former, CallNumber call) {
+  EntryDraft* draft = drafts_.find(former);
+  if (draft == nullptr || drafts_.find(call) != nullptr) return;
+  draft->call = call;
+  draft->ended.reset();
+  write();
+}
+
 std::vector<EntryDraft> DraftKeeper::restore() {
   std::vector<std::string> left = file_->take_over();
   std::vector<EntryDraft> restored = drafts_of_files(state_.services.letters, left);
@@ -66,7 +74,9 @@ void DraftKeeper::write() {
     std::vector<EntryDraft> drafts = drafts_.all();
     for (EntryDraft& draft : drafts) {
       // Whoever reads the file won't find the call on its line any more.
-      if (!draft.ended) draft.ended = EndedCall{draft.call, call_log_.call_so_far(draft.line)};
+      if (draft.ended) continue;
+      draft.ended = EndedCall{draft.call, call_log_.call_so_far(draft.line)};
+      draft.ended->last_seen = call_log_.last_seen_now();
     }
     std::string text = draft_file_text(state_.services.letters, drafts);
     if (text == written_) return;

@@ -28,6 +28,12 @@ class DraftKeeper {
   void keep(EntryDraft draft);
   void drop(CallNumber call);
 
+  // Those of calls that have left this line without an end that was seen, the latest one first.
+  std::vector<EntryDraft> left_on(int line) const { return drafts_.left_on(line); }
+
+  // The former call's draft belongs to this one, as they are one call that was seen again.
+  void take_up(CallNumber former, CallNumber call);
+
   // The draft's call has ended so, if there is a draft of it.
   void call_ended(const EndedCall& ended);
 

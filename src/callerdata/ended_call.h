@@ -1,7 +1,9 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 
+#include "base/date_time.h"
 #include "platform/call_journal.h"
 
 namespace lineweir {
@@ -16,12 +18,22 @@ enum class CallEnd {
   GroupLeft,
 };
 
+// The studio group and the moment at which a call was last seen on its line.
+struct LastSeen {
+  int group = 0;
+  platform::DateTime at;
+
+  friend bool operator==(const LastSeen&, const LastSeen&) = default;
+};
+
 // A call that has ended, and the record of it: what was logged or, where no file is named, what
 // would have been.
 struct EndedCall {
   CallNumber call = 0;
   platform::LoggedCall record;
   CallEnd how = CallEnd::HungUp;
+  // Nothing where the end itself was seen: the call may be on its line still.
+  std::optional<LastSeen> last_seen = {};
 
   friend bool operator==(const EndedCall&, const EndedCall&) = default;
 };

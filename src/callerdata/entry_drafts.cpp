@@ -30,4 +30,13 @@ const EntryDraft* EntryDrafts::ended_on(int line) const {
   return latest;
 }
 
+std::vector<EntryDraft> EntryDrafts::left_on(int line) const {
+  std::vector<EntryDraft> left;
+  for (const EntryDraft& draft : drafts_) {
+    if (draft.line == line && draft.ended && draft.ended->last_seen) left.push_back(draft);
+  }
+  std::ranges::reverse(left);
+  return left;
+}
+
 }  // namespace lineweir

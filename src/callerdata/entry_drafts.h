@@ -31,6 +31,9 @@ class EntryDrafts {
   // The latest of a call that has ended on the line; null where there is none.
   const EntryDraft* ended_on(int line) const;
 
+  // Those of calls that left the line without an end that was seen, the latest one first.
+  std::vector<EntryDraft> left_on(int line) const;
+
   // In the order in which they were first kept.
   const std::vector<EntryDraft>& all() const { return drafts_; }
 

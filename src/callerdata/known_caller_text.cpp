@@ -14,8 +14,10 @@ namespace {
 constexpr std::array<std::string_view, caller_flag_count> words = {"", "Regular", "Careful",
                                                                    "Barred"};
 
+// A flag that no user has set has its "(admin)" already.
 void append_in_brackets(std::string& text, const std::string& more) {
-  if (!more.empty()) text += " (" + more + ")";
+  if (more.empty()) return;
+  text += more.front() == '(' ? " " + more : " (" + more + ")";
 }
 
 // "31.12.2026" with its parts in the order of the screen's dates.
@@ -62,13 +64,18 @@ std::string calls_text(const CallerKnown& known) {
   return text;
 }
 
+std::string person_text(const CallerKnown& known) {
+  return known.name.empty() || known.city.empty() ? known.name + known.city
+                                                  : known.name + ", " + known.city;
+}
+
 std::optional<CallerHistory> history_of(const CallerKnown& known) {
   if (known.calls == 0) return std::nullopt;
   CallerHistory history;
   history.calls = known.calls;
   history.on_air = known.on_air;
   if (const auto last = iso_minute_of(known.last_on_air)) {
-    history.last_on_air = date_time_text(*last);
+    history.last_on_air = minute_text(*last);
   }
   const auto known_as = [&](CallerField field) -> std::string& {
     return history.known[static_cast<std::size_t>(entry_of(field) - 1)];

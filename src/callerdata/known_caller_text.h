@@ -24,6 +24,9 @@ std::string flag_in_short(const CallerKnown& known);
 // called.
 std::string calls_text(const CallerKnown& known);
 
+// "Anna Lee, Troy", or one of both; empty where neither is known.
+std::string person_text(const CallerKnown& known);
+
 // The same in the form of what the log knows; nothing where the caller hasn't called.
 std::optional<CallerHistory> history_of(const CallerKnown& known);
 

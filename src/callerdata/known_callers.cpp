@@ -25,11 +25,22 @@ const CallerKnown* KnownCallers::of_number(std::string_view number) const {
 }
 
 void KnownCallers::begin() {
+  remembers_ = true;
   served_ = true;
+  answer_.reset();
+  not_told_yet_.clear();
+  for (const auto& [line, known] : on_lines_) not_told_yet_.insert(line);
+  tell_change();
+}
+
+void KnownCallers::told_all_lines() {
+  if (not_told_yet_.empty()) return;
+  for (const int line : std::exchange(not_told_yet_, {})) on_lines_.erase(line);
   tell_change();
 }
 
 void KnownCallers::tell(int line, CallerKnown known) {
+  not_told_yet_.erase(line);
   on_lines_[line] = std::move(known);
   tell_change();
 }
@@ -44,8 +55,10 @@ void KnownCallers::forget(int line) {
 }
 
 void KnownCallers::forget() {
-  if (!served_ && on_lines_.empty() && !answer_) return;
+  if (!remembers_ && on_lines_.empty() && !answer_) return;
+  remembers_ = false;
   served_ = false;
+  not_told_yet_.clear();
   on_lines_.clear();
   answer_.reset();
   tell_change();
@@ -67,8 +80,11 @@ void KnownCallers::changed(Element& element, PropertyId property) {
       &element == &state_.Lineweir.WinsockMenu && property == PropertyId::Checked;
   const bool other_link = &element == &state_.Lineweir && property == PropertyId::NoLink;
   if (!other_way && !other_link) return;
+  if (!links_.in_use().may_remember_callers()) return forget();
   const bool lost = other_link && !state_.Lineweir.no_link.get().empty();
-  if (lost || !links_.in_use().may_remember_callers()) forget();
+  if (!lost || !served_) return;
+  served_ = false;
+  tell_change();
 }
 
 void KnownCallers::tell_change() const {

@@ -3,6 +3,7 @@
 #include <functional>
 #include <map>
 #include <optional>
+#include <set>
 #include <string_view>
 
 #include "elements/form.h"
@@ -14,13 +15,15 @@ class Links;
 struct ConsoleState;
 
 // What the studio's server remembers of callers: of those on the lines, and of the number that was
-// asked for last. A server has a memory where it says so when the console enters a group; all that
-// it has told is forgotten with the group and with the link.
+// asked for last. A server has a memory where it says so when the console enters a group. What it
+// has told is forgotten with the group; while the link is broken it stays as the rows do, until the
+// next session has told anew.
 class KnownCallers final : private FormWatch {
  public:
   KnownCallers(ConsoleState& state, const Links& links);
 
-  // Whether there is a server that can be asked.
+  // Whether this studio's server has a memory, and whether it can be asked now.
+  bool remembers() const { return remembers_; }
   bool served() const { return served_; }
 
   // Null where nothing is known.
@@ -30,6 +33,8 @@ class KnownCallers final : private FormWatch {
 
   // What the server says.
   void begin();
+  // Behind it all that is known of the lines has been told; what was known before it is over.
+  void told_all_lines();
   void tell(int line, CallerKnown known);
   void answer(CallerKnown known);
   void forget(int line);
@@ -50,8 +55,11 @@ class KnownCallers final : private FormWatch {
 
   ConsoleState& state_;
   const Links& links_;
+  bool remembers_ = false;
   bool served_ = false;
   std::map<int, CallerKnown> on_lines_;
+  // Lines of which the session before has told, and this one not yet.
+  std::set<int> not_told_yet_;
   std::optional<CallerKnown> answer_;
 };
 

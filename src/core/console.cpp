@@ -112,6 +112,7 @@ Console::Console(const platform::Services& platform_services)
   known_callers.on_change = [this] {
     caller_notes.known_changed();
     caller_memory.known_changed();
+    caller_flag.known_changed();
   };
   caller_flag.on_flagged = [this] { caller_memory.ask_again(); };
   access_rights.on_unknown_user = [this] { settings.SetFileSettings(); };

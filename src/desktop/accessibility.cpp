@@ -75,7 +75,7 @@ class AccessibleElement final : public QAccessibleWidget {
     if (kind == QAccessible::Description && is_key()) {
       return static_cast<const KeyWidget&>(widget_).why_nothing_happens();
     }
-    if (kind == QAccessible::Description && is_strip()) return flag_words();
+    if (kind == QAccessible::Description && is_strip()) return memory_words();
     if (kind == QAccessible::Description && goes_by_link()) return widget_.tool_tip();
     return QAccessibleWidget::text(kind);
   }
@@ -104,10 +104,11 @@ class AccessibleElement final : public QAccessibleWidget {
  private:
   bool is_strip() const { return widget_.element_look().look == Look::Strip; }
 
-  QString flag_words() const {
-    const auto& spoken_flag = widget_.canvas().spoken_flag;
-    return spoken_flag ? spoken_flag(widget_.control()->index()).replace(u'\n', QLatin1String(". "))
-                       : QString();
+  QString memory_words() const {
+    const auto& spoken_memory = widget_.canvas().spoken_memory;
+    return spoken_memory
+               ? spoken_memory(widget_.control()->index()).replace(u'\n', QLatin1String(". "))
+               : QString();
   }
 
   bool goes_by_link() const { return widget_.element_look().look == Look::Lamp; }

@@ -6,6 +6,7 @@
 #include "desktop/core_text.h"
 #include "desktop/dialog_table.h"
 #include "desktop/main_window.h"
+#include "desktop/screen_room.h"
 #include "desktop/spoken_message.h"
 #include "screen/background_files.h"
 
@@ -49,6 +50,13 @@ Desktop::Desktop(Console& console, const QString& background_path)
   DialogFrame& entry = *dialog(console.Form4);
   entry.arrange = [this](QWidget& window) { entry_layout_.arrange(window); };
   entry.place = [this](QWidget& window) { entry_place_.place(window); };
+  // Who sets a flag has Form4 in mind, and the rows in sight.
+  dialog(console.FlagForm)->place = [this, &console](QWidget& window) {
+    const QWidget* below = dialog(console.Form4)->window();
+    if (below == nullptr || !below->isVisible()) return;
+    window.move(below->frameGeometry().center() - window.rect().center());
+    keep_on_screen(window);
+  };
   console.caller_data.asks_number_first = true;
   message_.before_placing = [this, &console] {
     DialogFrame& box = *dialog(console.MyMsgbox);

@@ -109,8 +109,9 @@ class FormCanvas : public QWidget, private FormWatch {
   // How long the caller on a line has been waiting in all, in words; set by the same.
   std::function<QString(int line)> spoken_wait;
 
-  // What a caller's flag says, in words, and how often he has called; empty without a flag.
-  std::function<QString(int line)> spoken_flag;
+  // What the studio's server remembers of the caller on a line, in words: his flag, how often he
+  // has called, name and city; empty where that is nothing.
+  std::function<QString(int line)> spoken_memory;
 
   // Whether an icon blinks, and so is only dark for a moment when it isn't visible; set by the one
   // who knows the lines.

@@ -312,11 +312,9 @@ QString LabelWidget::tool_tip() const {
   const QString own = ElementWidget::tool_tip();
   const Look look = element_look().look;
   const bool on_row = look == Look::RowText || look == Look::RowStatus;
-  // A text that doesn't fit has its tip to itself but where the flag stands.
-  const bool told = label() != nullptr && on_row && canvas().spoken_flag &&
-                    (own.isEmpty() || flag() != CallerFlag::None);
-  const QString of_flag = told ? canvas().spoken_flag(label()->index()) : QString();
-  return own.isEmpty() || of_flag.isEmpty() ? own + of_flag : own + u'\n' + of_flag;
+  const bool told = label() != nullptr && on_row && canvas().spoken_memory;
+  const QString of_memory = told ? canvas().spoken_memory(label()->index()) : QString();
+  return own.isEmpty() || of_memory.isEmpty() ? own + of_memory : own + u'\n' + of_memory;
 }
 
 void LabelWidget::row_changed(const RowLook& before, const RowLook& now) {

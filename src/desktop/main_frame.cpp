@@ -106,7 +106,7 @@ QWidget* MainFrame::make_window() {
        }});
   window->canvas().spoken_state = [this](int line) { return spoken_state(console_, line); };
   window->canvas().spoken_wait = [this](int line) { return spoken_wait(console_, line); };
-  window->canvas().spoken_flag = [this](int line) { return spoken_flag(console_, line); };
+  window->canvas().spoken_memory = [this](int line) { return spoken_memory(console_, line); };
   console_.row_states.on_change = [this](int) { mark(); };
   console_.known_callers.on_rows_change = [this] { mark(); };
   window->canvas().icon_blinks = [this](const Control& icon) { return blinks(console_, icon); };

@@ -25,6 +25,13 @@ QString spoken_change(const Console& console, int line) {
   return subject + QStringLiteral(" is ") + spoken_state(console, line);
 }
 
+// Null where nobody is on the line, or nothing is known of him.
+const CallerKnown* known_caller(const Console& console, int line) {
+  const bool anybody =
+      line < console.lines.LineCount && !is_empty(console.lines.StatusLetter(line));
+  return anybody ? console.known_callers.on_line(line) : nullptr;
+}
+
 }  // namespace
 
 QString spoken_state(const Console& console, int line) {
@@ -51,17 +58,18 @@ QString spoken_wait(const Console& console, int line) {
 }
 
 CallerFlag shown_flag(const Console& console, int line) {
-  const CallerKnown* known = console.known_callers.on_line(line);
-  const bool anybody = known != nullptr && line < console.lines.LineCount &&
-                       !is_empty(console.lines.StatusLetter(line));
-  return anybody ? known->flag : CallerFlag::None;
+  const CallerKnown* known = known_caller(console, line);
+  return known == nullptr ? CallerFlag::None : known->flag;
 }
 
-QString spoken_flag(const Console& console, int line) {
-  if (shown_flag(console, line) == CallerFlag::None) return {};
-  const CallerKnown* known = console.known_callers.on_line(line);
-  const std::string calls = calls_text(*known);
-  return shown_text(console.Lineweir, flag_text(*known) + (calls.empty() ? "" : "\n" + calls));
+QString spoken_memory(const Console& console, int line) {
+  const CallerKnown* known = known_caller(console, line);
+  if (known == nullptr) return {};
+  std::string words;
+  for (const std::string& part : {flag_text(*known), calls_text(*known), person_text(*known)}) {
+    if (!part.empty()) words += (words.empty() ? "" : "\n") + part;
+  }
+  return shown_text(console.Lineweir, words);
 }
 
 QString spoken_changes(const Console& console, const std::vector<int>& lines) {

@@ -19,9 +19,9 @@ QString spoken_wait(const Console& console, int line);
 // The flag of the caller on a line; none where nobody is on it, whatever a server says.
 CallerFlag shown_flag(const Console& console, int line);
 
-// What the flag of the caller on a line says, and how often the caller was on air, in two lines;
-// empty without a flag.
-QString spoken_flag(const Console& console, int line);
+// What the studio's server remembers of the caller on a line: what the flag says, how often he was
+// on air, name and city, in a line each; empty where that is nothing.
+QString spoken_memory(const Console& console, int line);
 
 // What a change of lines sounds like, each as "Line 3, Dev Patel, is ready, next caller". Of many
 // at once only the number is told, as nobody would hear the end of it. The lines count from 0.

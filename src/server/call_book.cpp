@@ -85,7 +85,9 @@ void CallBook::end(int group, int line, const std::string& user) {
   if (place == calls_.end()) return;
   place->second.ended = now_of(place->second);
   note(place->second, user, user.empty() ? "hang up" : "drop");
+  const CallRecord ended = std::move(place->second);
   calls_.erase(place);
+  if (on_ended) on_ended(ended);
 }
 
 const CallRecord* CallBook::find(int group, int line) const {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <map>
 #include <optional>
 #include <string>
@@ -37,6 +38,9 @@ class CallBook {
   void tell_data(int group, int line, const std::string& told_by, const Fields& fields,
                  const std::string& user);
   void end(int group, int line, const std::string& user);
+
+  // Told of each call that ends on its line.
+  std::function<void(const platform::CallRecord& call)> on_ended;
 
   // Null where none stands.
   const platform::CallRecord* find(int group, int line) const;

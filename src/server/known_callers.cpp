@@ -75,6 +75,12 @@ void KnownCallers::flag_changed(const std::string& key) {
   }
 }
 
+void KnownCallers::history_changed(const std::string& key) {
+  for (int line = 0; line < lines_.count(); ++line) {
+    if (at(line).key == key) ask(line);
+  }
+}
+
 void KnownCallers::tell_all_lines(Seat& seat) const {
   for (int line = 0; line < lines_.count(); ++line) {
     if (lines_.exists(line) && is_anything(at(line).told)) {

@@ -23,6 +23,8 @@ class KnownCallers {
   void call_ended(int line) { forget(line); }
   // What is noted of a caller has changed.
   void flag_changed(const std::string& key);
+  // Another call of this caller has ended.
+  void history_changed(const std::string& key);
 
   // What it knows of each line.
   void tell_all_lines(Seat& seat) const;

@@ -77,15 +77,20 @@ void LoginDesk::decide(const Question& question, bool fits) {
 
 void LoginDesk::refuse(const Question& question, Refusal reason) {
   context_.figures.refuse(reason);
-  context_.log(LogLevel::Warning, "login refused: user \"" + question.user + "\" from " +
-                                      question.address + " (" + std::string(name_of(reason)) + ")");
-  context_.audit.note(question.user, "login refused",
-                      question.address + ", " + std::string(name_of(reason)));
+  // A console that has no name yet asks so once, which is nobody's try.
+  if (!question.user.empty()) note(question, reason);
   const auto waited = context_.loop.now() - question.asked;
   const auto rest = std::max(refused_after - waited, platform::Milliseconds{0});
   context_.loop.schedule(rest, [alive = std::weak_ptr(alive_), answer = question.answer] {
     if (alive.lock()) answer(std::nullopt);
   });
+}
+
+void LoginDesk::note(const Question& question, Refusal reason) const {
+  context_.log(LogLevel::Warning, "login refused: user \"" + question.user + "\" from " +
+                                      question.address + " (" + std::string(name_of(reason)) + ")");
+  context_.audit.note(question.user, "login refused",
+                      question.address + ", " + std::string(name_of(reason)));
 }
 
 }  // namespace lineweir::server

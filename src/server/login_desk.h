@@ -50,6 +50,7 @@ class LoginDesk {
   void look_at_next();
   void decide(const Question& question, bool fits);
   void refuse(const Question& question, Refusal reason);
+  void note(const Question& question, Refusal reason) const;
 
   const Context& context_;
   Accounts& accounts_;

@@ -142,6 +142,14 @@ Server::Inside::Inside(ServerServices services, ServerOptions options)
   services_.store.on_news = [this](const platform::StoreNews& news) {
     if (knows_store_) neighbours_.take(news);
   };
+  calls_.on_ended = [this](const platform::CallRecord& call) {
+    const std::string key = caller_key(call);
+    if (key.empty()) return;
+    // He may be on another line too, whose history is that of the store.
+    outbox_.when_written([this, key] {
+      for (const auto& [number, group] : groups_) group->known_callers().history_changed(key);
+    });
+  };
   memory_.on_change = [this](const std::string& key) {
     for (const auto& [number, group] : groups_) group->known_callers().flag_changed(key);
   };

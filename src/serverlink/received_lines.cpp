@@ -95,6 +95,8 @@ void ReceivedLines::count_as_screened(int line) {
 
 void ReceivedLines::SrvNextCall(const ServerPacket& packet) {
   if (packet.GroupNo != state_.program.GroupNumber) return;
+  // A server tells it last of all that it has to tell of the callers.
+  known_callers_.told_all_lines();
   if (packet.LineNo == no_value) {
     state_.lines.TheNextCall = no_line;
   } else {

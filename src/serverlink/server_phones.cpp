@@ -36,7 +36,7 @@ ServerPhones::ServerPhones(ConsoleState& state, ServerLink& server, const Links&
 
 void ServerPhones::SrvPhoneType(const ServerPacket& packet) {
   state_.lines.ThePhoneFlag = integer16(leading_number(packet.Buffer));
-  if (packet.Bank == has_caller_memory) known_callers_.begin();
+  packet.Bank == has_caller_memory ? known_callers_.begin() : known_callers_.forget();
   modes_.follow_equipment();
   state_.login.LastReplyCode = reply_phone_type;
   hear_running_server(state_);

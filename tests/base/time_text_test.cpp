@@ -118,6 +118,8 @@ TEST_SUITE("base/time text: writing") {
   TEST_CASE("dates and moments are written as in the United States") {
     CHECK(date_text({2026, 1, 5, 10, 0, 0}) == "1/5/2026");
     CHECK(date_text({1999, 12, 31, 0, 0, 0}) == "12/31/1999");
+    CHECK(minute_text({2026, 11, 15, 0, 4, 9}) == "11/15/2026 12:04 AM");
+    CHECK(minute_text({2026, 1, 5, 13, 30, 59}) == "1/5/2026 1:30 PM");
     CHECK(date_time_text({2026, 1, 5, 10, 0, 0}) == "1/5/2026 10:00:00 AM");
     CHECK(date_time_text({2026, 11, 15, 0, 4, 9}) == "11/15/2026 12:04:09 AM");
     CHECK(date_time_text({2026, 1, 5, 12, 0, 0}) == "1/5/2026 12:00:00 PM");

@@ -27,6 +27,10 @@ TEST_SUITE("callerdata/draft file") {
         draft_of(19, "calls, \"new\".lwl", "1/5/2026", {"\xC4nne", "a,b"}, {"", "line\r\nend"})};
     CHECK(drafts_of_files(letters, {draft_file_text(letters, drafts)}) == drafts);
     CHECK(draft_file_text(letters, {}) == "");
+    // One whose call may be on its line still.
+    std::vector<EntryDraft> seen = {drafts.front()};
+    seen.front().ended->last_seen = LastSeen{17, {2026, 12, 31, 23, 59, 58}};
+    CHECK(drafts_of_files(letters, {draft_file_text(letters, seen)}) == seen);
   }
 
   TEST_CASE("any texts come back") {

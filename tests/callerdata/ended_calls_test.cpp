@@ -1,5 +1,6 @@
 #include <doctest/doctest.h>
 
+#include "base/time_text.h"
 #include "callerdata/caller_data.h"
 #include "callerdata/draft_file.h"
 #include "support/call_log_file.h"
@@ -450,6 +451,70 @@ TEST_SUITE("callerdata/the next caller on the line") {
     CHECK(desk.platform.winsock1.take_writes().empty());
     CHECK(desk.shown(line, 1).caption == "");
   }
+
+  TEST_CASE("who is still there when the console comes back has what was typed for him") {
+    LineDesk desk;
+    const auto wait = [&](int seconds) {
+      desk.platform.loop.advance(platform::Milliseconds(seconds * 1000));
+    };
+    const auto clock_runs_since = [&](int seconds) {
+      const int now = seconds_of_day(desk.platform.clock.now());
+      desk.console.lines.ClockBase(line) = hms_text(now - seconds);
+    };
+    desk.server_reports('H');
+    desk.open(line);
+    desk.type(1, "Ann");
+    bool closed = false;
+    SUBCASE("in the open window") {}
+    SUBCASE("in a window that was closed") {
+      desk.form().unload();
+      closed = true;
+    }
+    wait(20);
+    desk.console.line_events.leave_group();
+    desk.console.program.GroupNumber = 2;
+    desk.server_reports('H');
+    clock_runs_since(100);
+    desk.console.caller_data.lines_changed();
+    // The line of another group.
+    CHECK(desk.console.caller_data.lines_with_unsaved_data().empty());
+    desk.console.line_events.leave_group();
+    desk.console.program.GroupNumber = 1;
+    wait(10);
+
+    desk.server_reports('H');
+    SUBCASE("his clock ran before") {
+      clock_runs_since(30);
+      desk.console.caller_data.lines_changed();
+      CHECK(desk.form().loaded() == !closed);
+      CHECK(desk.console.caller_data.lines_with_unsaved_data() == std::vector<int>{line});
+      desk.open(line);
+      CHECK(desk.text(1) == "Ann");
+      CHECK_FALSE(desk.form().NoticeLabel.visible);
+      CHECK_FALSE(desk.form().DiscardCall.visible);
+      CHECK_FALSE(desk.form().OtherCall.visible);
+      desk.connect_socket();
+      desk.save();
+      CHECK(desk.shown(line, 1).caption == "Ann");
+      CHECK(desk.console.caller_data.lines_with_unsaved_data().empty());
+    }
+    SUBCASE("the clock began since") {
+      clock_runs_since(10);
+      desk.console.caller_data.lines_changed();
+      CHECK(desk.console.caller_data.lines_with_unsaved_data().empty());
+      desk.open(line);
+      CHECK(desk.text(1) == "");
+      CHECK(desk.form().OtherCall.visible);
+    }
+    SUBCASE("something was typed for him anew") {
+      desk.open(line);
+      desk.type(1, "Anna");
+      clock_runs_since(30);
+      desk.console.caller_data.lines_changed();
+      CHECK(desk.text(1) == "Anna");
+      CHECK(desk.form().OtherCall.visible);
+    }
+  }
 }
 
 TEST_SUITE("callerdata/drafts outlive the program") {
@@ -509,6 +574,25 @@ TEST_SUITE("callerdata/drafts outlive the program") {
     CHECK(next.form().OtherCall.visible);
     next.form().OtherCall.on_click();
     CHECK(next.text(1) == "Ann");
+  }
+
+  TEST_CASE("a caller whose clock ran already in the run before has what was typed for him") {
+    LineDesk desk;
+    desk.box_sends("N03");
+    desk.open(line);
+    desk.type(1, "Ann");
+    desk.console.caller_data.keep_draft();
+    NextRun next(draft_file(desk));
+    next.server_reports('H');
+    next.console.lines.ClockBase(line) = "09:59:00";
+    next.console.caller_data.lines_changed();
+    next.open(line);
+    CHECK(next.text(1) == "Ann");
+    CHECK_FALSE(next.form().OtherCall.visible);
+    next.connect_socket();
+    next.save();
+    CHECK(next.shown(line, 1).caption == "Ann");
+    CHECK(draft_file(next) == "");
   }
 
   TEST_CASE("the draft of a line that isn't there any more is found on the last one") {

@@ -22,6 +22,9 @@ TEST_SUITE("callerdata/known caller text") {
     CHECK(flag_in_short(known) == "Careful");
     known.flagged_by.clear();
     CHECK(flag_text(known) == "Careful");
+    // Set by the administrator's tool, which isn't a user.
+    known.flagged_by = "(admin)";
+    CHECK(flag_text(known) == "Careful (admin)");
     known.flag = CallerFlag::None;
     CHECK(flag_text(known).empty());
     CHECK(flag_in_short(known).empty());
@@ -39,6 +42,17 @@ TEST_SUITE("callerdata/known caller text") {
     CHECK(calls_text(known).empty());
   }
 
+  TEST_CASE("a person is told by name and city, or by what is known of both") {
+    CHECK(person_text(anna) == "Anna Lee, Troy");
+    CallerKnown known = anna;
+    known.name.clear();
+    CHECK(person_text(known) == "Troy");
+    known.city.clear();
+    CHECK(person_text(known).empty());
+    known.name = "Anna Lee";
+    CHECK(person_text(known) == "Anna Lee");
+  }
+
   TEST_CASE("who knows more calls is shown, and the other one adds what that doesn't know") {
     CallerHistory log;
     log.calls = 6;
@@ -46,7 +60,7 @@ TEST_SUITE("callerdata/known caller text") {
     log.known[entry_of(CallerField::City) - 1] = "Rome";
     const auto history = richer(log, &anna);
     CHECK(history->calls == 7);
-    CHECK(history->last_on_air == "11/12/2026 8:15:00 PM");
+    CHECK(history->last_on_air == "11/12/2026 8:15 PM");
     CHECK(history->known[name_entry - 1] == "Anna Lee");
     CallerKnown without_name = anna;
     without_name.name.clear();

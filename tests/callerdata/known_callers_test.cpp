@@ -19,10 +19,10 @@ struct ServedDesk : EntryForm {
     tell_of_memory();
   }
 
-  void tell_of_memory() {
+  void tell_of_memory(std::uint8_t bank = has_caller_memory) {
     ServerPacket packet = server_packet(ServerCommand::SrvPhoneType, "1");
     packet.GroupNo = 1;
-    packet.Bank = has_caller_memory;
+    packet.Bank = bank;
     platform.winsock1.arrive(frame_of(packet));
     wait(60);
   }
@@ -33,6 +33,15 @@ struct ServedDesk : EntryForm {
     packet.LineNo = line;
     packet.AltInfo = flag;
     packet.GroupNo = group;
+    platform.winsock1.arrive(frame_of(packet));
+    wait(60);
+  }
+
+  // What a session tells behind all that it tells of the lines.
+  void tell_next_call() {
+    ServerPacket packet = server_packet(ServerCommand::SrvNextCall, "");
+    packet.GroupNo = 1;
+    packet.LineNo = no_value;
     platform.winsock1.arrive(frame_of(packet));
     wait(60);
   }
@@ -113,7 +122,7 @@ TEST_SUITE("callerdata/known callers") {
     CHECK_FALSE(desk.form().MemoryLabel.visible);
     desk.tell(no_value, 3, anna);
     CHECK(desk.form().MemoryLabel.caption ==
-          "Called 7 times, on air 3 times\r\nLast on air 11/12/2026 8:15:00 PM\r\nAnna Lee, Troy");
+          "Called 7 times, on air 3 times\r\nLast on air 11/12/2026 8:15 PM\r\nAnna Lee, Troy");
     CHECK(desk.form().FlagLabel.caption == "Barred until 12/31/2026: abuse (bob)");
     CHECK(desk.flag_shown());
     CHECK(desk.focused() == 6);
@@ -161,13 +170,22 @@ TEST_SUITE("callerdata/known callers") {
     CHECK(desk.form().MemoryLabel.caption.get().starts_with("Called 7 times"));
     desk.platform.winsock1.drop();
     desk.console.link.review();
+    // What was told stays while the link is broken, only that nothing can be asked or set.
+    CHECK(desk.form().MemoryLabel.caption.get().starts_with("Called 7 times"));
+    CHECK(desk.flag_shown());
+    CHECK(desk.form().FlagCaller.visible);
+    CHECK_FALSE(desk.form().FlagCaller.enabled);
+    CHECK(desk.form().memory() == CallerDataForm::Memory::Server);
+    // The server that answers then has no memory.
+    desk.connect_socket();
+    desk.tell_of_memory(no_value);
     CHECK(desk.form().MemoryLabel.caption == "Called once, never on air\r\nAnn Lee");
     CHECK_FALSE(desk.flag_shown());
     CHECK_FALSE(desk.form().FlagCaller.visible);
     CHECK(desk.form().memory() == CallerDataForm::Memory::Log);
   }
 
-  TEST_CASE("what is known of a line goes with its call, with the group and with the link") {
+  TEST_CASE("what is known of a line goes with its call, and stays while the link is broken") {
     ServedDesk desk;
     const auto known = [&] { return desk.console.known_callers.on_line(2) != nullptr; };
     desk.report(2, "R");
@@ -187,8 +205,26 @@ TEST_SUITE("callerdata/known callers") {
     CHECK(known());
     desk.platform.winsock1.drop();
     desk.console.link.review();
-    CHECK_FALSE(known());
+    CHECK(known());
     CHECK_FALSE(desk.console.known_callers.served());
+    desk.connect_socket();
+    desk.tell_of_memory();
+    CHECK(known());
+    SUBCASE("the next session tells the same") {
+      desk.tell(2, 3, anna);
+      desk.tell_next_call();
+      CHECK(known());
+    }
+    SUBCASE("the next session knows of another caller there, who has never called") {
+      desk.tell(1, 3, anna);
+      desk.tell_next_call();
+      CHECK_FALSE(known());
+      CHECK(desk.console.known_callers.on_line(1) != nullptr);
+    }
+    SUBCASE("the line is free in the next session") {
+      desk.report(2, "F");
+      CHECK_FALSE(known());
+    }
   }
 
   TEST_CASE("another studio group forgets what the former one's server has told") {
@@ -252,6 +288,7 @@ TEST_SUITE("callerdata/known callers") {
     desk.choose(flag.BarredFlag);
     flag.ReasonText.edit(std::string(120, 'x'), 120);
     CHECK(flag.ReasonText.text.get().size() == 100);
+    CHECK(flag.NoticeLabel.caption == "Reason takes no more than 100 characters");
     flag.UntilText.edit("soon", 4);
     const auto refused = [&](std::string_view why) {
       flag.OKButton.on_click();
@@ -276,6 +313,7 @@ TEST_SUITE("callerdata/known callers") {
     desk.connect_socket();
     desk.console.link.review();
     desk.tell_of_memory();
+    CHECK_FALSE(flag.NoticeLabel.visible);
     flag.OKButton.on_click();
     CHECK_FALSE(flag.visible);
   }

@@ -78,7 +78,9 @@ TEST_SUITE("caller flags") {
     const QImage before = desk.row_picture(3);
     desk.know(3, CallerFlag::None);
     CHECK(desk.row_picture(3) == before);
-    CHECK(desk.description(3).isEmpty());
+    const QString known = QStringLiteral("On air 3 times, last 11/12/2026\nAnna Lee, Troy");
+    CHECK(desk.widget(desk.form().LineCity(3)).tool_tip() == known);
+    CHECK(desk.description(3) == QStringLiteral("On air 3 times, last 11/12/2026. Anna Lee, Troy"));
   }
 
   TEST_CASE("a line on which nobody is shows no flag until somebody is") {
@@ -99,8 +101,9 @@ TEST_SUITE("caller flags") {
     desk.ring(3, "Anna Margaret Lee");
     ElementWidget& name = desk.widget(desk.form().LineName(3));
     desk.know(3, CallerFlag::Careful);
-    const QString flag =
-        QStringLiteral("Careful until 12/31/2026: abuse (bob)\nOn air 3 times, last 11/12/2026");
+    const QString flag = QStringLiteral(
+        "Careful until 12/31/2026: abuse (bob)\nOn air 3 times, last 11/12/2026\n"
+        "Anna Lee, Troy");
     if (name.caption_fits()) {
       CHECK(name.tool_tip() == flag);
     } else {
@@ -135,7 +138,8 @@ TEST_SUITE("caller flags") {
     desk.ring(3, "Anna Lee");
     desk.know(3, CallerFlag::Barred);
     CHECK(desk.description(3) ==
-          QStringLiteral("Barred until 12/31/2026: abuse (bob). On air 3 times, last 11/12/2026"));
+          QStringLiteral("Barred until 12/31/2026: abuse (bob). On air 3 times, last 11/12/2026. "
+                         "Anna Lee, Troy"));
     CHECK(desk.description(4).isEmpty());
   }
 

@@ -77,6 +77,21 @@ TEST_CASE("a caller who was on air is known when he calls again, to every seat o
   CHECK(cleared.Buffer.empty());
 }
 
+TEST_CASE("who waits on a line has his history anew when another call of his has ended") {
+  ServerRoom room;
+  auto host = room.seat("host");
+  room.exchange().arrive(4, "312.555.0100");
+  room.wait(1s);
+  CHECK(host->take(SrvCallerKnown).empty());
+  whole_call(room, *host, 2);
+  const ServerPacket told = host->take_last(SrvCallerKnown);
+  CHECK(told.LineNo == 4);
+  const auto known = decode_caller_known(told.AltInfo, told.Buffer);
+  REQUIRE(known);
+  CHECK(known->calls == 1);
+  CHECK(known->on_air == 1);
+}
+
 TEST_CASE("the other group and a caller of whom nothing is known are told nothing") {
   ServerRoom room;
   auto host = room.seat("host");

@@ -50,6 +50,13 @@ TEST_CASE("the wrong password, a name that is none and no password are answered 
     CHECK(room.loop.now() - asked > 300ms);
   }
   CHECK(room.figure("refusals_total{reason=\"wrong_password\"}") == 3);
+  room.wait(1s);
+  // A console that has no name yet asks without one, which is nobody's try.
+  std::vector<std::string> refused;
+  for (const platform::AuditEntry& entry : room.store.content().audit) {
+    if (entry.event.action == "login refused") refused.push_back(entry.event.user);
+  }
+  CHECK(refused == std::vector<std::string>{"host", "nobody"});
 }
 
 TEST_CASE("five wrong passwords lock the user for a minute, and the next time for two") {

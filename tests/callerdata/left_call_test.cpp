@@ -1,0 +1,43 @@
+#include "callerdata/left_call.h"
+
+#include <doctest/doctest.h>
+
+namespace lineweir::test {
+namespace {
+
+bool same(const platform::DateTime& seen, std::string_view began, const platform::DateTime& now) {
+  return is_same_call(LastSeen{1, seen}, began, now);
+}
+
+TEST_SUITE("callerdata/left call") {
+  TEST_CASE("a clock that ran when the call was last seen is that call's") {
+    const platform::DateTime seen{2026, 1, 5, 10, 0, 0};
+    const platform::DateTime now{2026, 1, 5, 10, 5, 0};
+    CHECK(same(seen, "09:59:59", now));
+    CHECK(same(seen, "23:00:00", now));
+    CHECK_FALSE(same(seen, "10:00:00", now));
+    CHECK_FALSE(same(seen, "10:04:59", now));
+    CHECK_FALSE(same(seen, "10:05:00", now));
+  }
+
+  TEST_CASE("midnight may lie between") {
+    const platform::DateTime seen{2026, 1, 5, 23, 59, 0};
+    const platform::DateTime now{2026, 1, 6, 0, 1, 0};
+    CHECK(same(seen, "23:58:00", now));
+    CHECK_FALSE(same(seen, "23:59:30", now));
+    CHECK_FALSE(same(seen, "00:00:30", now));
+  }
+
+  TEST_CASE("nothing can be said without a clock, after half a day, or before it was seen") {
+    const platform::DateTime seen{2026, 1, 5, 10, 0, 0};
+    CHECK_FALSE(same(seen, "", {2026, 1, 5, 10, 5, 0}));
+    CHECK_FALSE(same(seen, "soon", {2026, 1, 5, 10, 5, 0}));
+    CHECK(same(seen, "09:00:00", {2026, 1, 5, 22, 0, 0}));
+    CHECK_FALSE(same(seen, "09:00:00", {2026, 1, 5, 22, 0, 1}));
+    CHECK_FALSE(same(seen, "09:00:00", {2026, 1, 6, 10, 5, 0}));
+    CHECK_FALSE(same(seen, "09:00:00", {2026, 1, 5, 9, 59, 59}));
+  }
+}
+
+}  // namespace
+}  // namespace lineweir::test
