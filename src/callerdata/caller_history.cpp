@@ -80,11 +80,14 @@ bool same_number(std::string_view number, std::string_view other) {
 std::vector<std::string> number_forms(std::string_view number) {
   std::string key = telephone_key(number);
   if (key.empty()) return {};
-  if (key.size() != digits_without_country_code) return {key};
-  std::string with_country_code = "1" + key;
-  const bool is_typed_with_it = digits_of(number) == with_country_code;
-  if (is_typed_with_it) std::swap(key, with_country_code);
-  return {key, with_country_code};
+  std::vector<std::string> forms = {key};
+  const bool lacks_country_code = key.size() == digits_without_country_code;
+  if (lacks_country_code) forms.push_back("1" + key);
+  if (forms.back().size() > digits_without_country_code) forms.push_back("00" + forms.back());
+  // As it is typed it is looked for first.
+  const auto typed = std::ranges::find(forms, digits_of(number));
+  if (typed != forms.end()) std::rotate(forms.begin(), typed, typed + 1);
+  return forms;
 }
 
 std::optional<CallerHistory> find_history(platform::Recordset& log, const Letters& letters,

@@ -83,8 +83,8 @@ class Store {
   // there already is not touched. The failure is a sentence, empty where it was done.
   virtual void backup(const std::string& file, std::function<void(std::string failure)> done) = 0;
   // Takes over what a backup holds, and nothing of what the store held. Only into a store that
-  // holds no call and at most one account, which never logged in and has no profile: that is what a
-  // server's first start leaves.
+  // holds no call, no flagged caller and at most one account, which never logged in and has no
+  // profile: that is what a server's first start leaves.
   virtual void restore(const std::string& file, std::function<void(std::string failure)> done) = 0;
 
   // What others that share the store have written, and this one as well; told from the loop soon

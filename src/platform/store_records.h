@@ -44,8 +44,28 @@ struct AccountRemoval {
   friend bool operator==(const AccountRemoval&, const AccountRemoval&) = default;
 };
 
-// What a user's login and console change of the account, which others may change at the same time.
-// Nothing happens where there is none.
+// What is changed of an account that is there, each alone, as others may change the rest at the
+// same time. Nothing happens where there is none.
+struct AccountPassword {
+  std::string name = {};
+  std::string password_hash = {};
+
+  friend bool operator==(const AccountPassword&, const AccountPassword&) = default;
+};
+struct AccountLock {
+  std::string name = {};
+  bool locked = false;
+
+  friend bool operator==(const AccountLock&, const AccountLock&) = default;
+};
+struct AccountRights {
+  std::string name = {};
+  int group = 0;
+  // Empty where the group is no longer named.
+  std::string rights = {};
+
+  friend bool operator==(const AccountRights&, const AccountRights&) = default;
+};
 struct AccountSeen {
   std::string name = {};
   Moment at{0};
@@ -179,8 +199,9 @@ struct AuditEntry {
 
 // Each replaces what the store has of the same account, call, group or caller; an event is
 // appended.
-using StoreChange = std::variant<Account, AccountRemoval, AccountSeen, AccountProfile, CallRecord,
-                                 GroupMemory, FlaggedCaller, StudioPlace, AuditEvent>;
+using StoreChange =
+    std::variant<Account, AccountRemoval, AccountPassword, AccountLock, AccountRights, AccountSeen,
+                 AccountProfile, CallRecord, GroupMemory, FlaggedCaller, StudioPlace, AuditEvent>;
 
 // All that a server reads when it begins.
 struct StoredState {

@@ -1,6 +1,7 @@
 #include "server/accounts.h"
 
 #include <algorithm>
+#include <set>
 #include <utility>
 
 #include "wire/rights_layout.h"
@@ -10,6 +11,12 @@ namespace {
 
 // Of the rights that hold in every group which isn't named.
 constexpr int every_group = 0;
+
+platform::Account nothing_but_name(const std::string& name) {
+  platform::Account account;
+  account.name = name;
+  return account;
+}
 
 }  // namespace
 
@@ -26,27 +33,58 @@ const platform::Account* Accounts::find(std::string_view name) const {
   return account == accounts_.end() ? nullptr : &account->second;
 }
 
-void Accounts::save(platform::Account account) {
+platform::Account* Accounts::at(const std::string& name) {
+  const auto account = accounts_.find(name);
+  return account == accounts_.end() ? nullptr : &account->second;
+}
+
+void Accounts::add(platform::Account account) {
   platform::Account& held = accounts_[account.name];
   if (held == account) return;
   held = std::move(account);
   outbox_.put(held);
-  // One that waits already is written behind the account.
-  outbox_.put(platform::AccountProfile{held.name, held.profile});
+}
+
+void Accounts::set_password(const std::string& name, std::string password_hash) {
+  platform::Account* const account = at(name);
+  if (account == nullptr || account->password_hash == password_hash) return;
+  account->password_hash = std::move(password_hash);
+  outbox_.put(platform::AccountPassword{name, account->password_hash});
+}
+
+void Accounts::set_locked(const std::string& name, bool locked) {
+  platform::Account* const account = at(name);
+  if (account == nullptr || account->locked == locked) return;
+  account->locked = locked;
+  outbox_.put(platform::AccountLock{name, locked});
+}
+
+void Accounts::set_rights(const std::string& name, int group, std::string rights) {
+  platform::Account* const account = at(name);
+  if (account == nullptr) return;
+  const auto known = account->rights.find(group);
+  const bool is_same = known == account->rights.end() ? rights.empty() : known->second == rights;
+  if (is_same) return;
+  outbox_.put(platform::AccountRights{name, group, rights});
+  if (rights.empty()) {
+    account->rights.erase(known);
+  } else {
+    account->rights[group] = std::move(rights);
+  }
 }
 
 void Accounts::note_seen(const std::string& name, platform::Moment now) {
-  const auto account = accounts_.find(name);
-  if (account == accounts_.end() || account->second.last_seen == now) return;
-  account->second.last_seen = now;
+  platform::Account* const account = at(name);
+  if (account == nullptr || account->last_seen == now) return;
+  account->last_seen = now;
   outbox_.put(platform::AccountSeen{name, now});
 }
 
 void Accounts::save_profile(const std::string& name, std::string profile) {
-  const auto account = accounts_.find(name);
-  if (account == accounts_.end() || account->second.profile == profile) return;
-  account->second.profile = std::move(profile);
-  outbox_.put(platform::AccountProfile{name, account->second.profile});
+  platform::Account* const account = at(name);
+  if (account == nullptr || account->profile == profile) return;
+  account->profile = std::move(profile);
+  outbox_.put(platform::AccountProfile{name, account->profile});
 }
 
 std::vector<std::pair<std::string, Accounts::Change>> Accounts::take(
@@ -61,15 +99,17 @@ std::vector<std::pair<std::string, Accounts::Change>> Accounts::take(
     }
   }
   for (const std::string& name : removed) {
-    if (outbox_.holds_account(name) || accounts_.erase(name) == 0) continue;
+    if (outbox_.holds(nothing_but_name(name)) || accounts_.erase(name) == 0) continue;
     changes.emplace_back(name, Change::Removed);
   }
   for (const platform::Account& account : news.accounts) {
-    if (outbox_.holds_account(account.name)) continue;
+    const bool is_removed = outbox_.holds(platform::AccountRemoval{account.name});
+    if (is_removed || outbox_.holds(nothing_but_name(account.name))) continue;
     platform::Account& held = accounts_[account.name];
-    const bool is_locked_now = account.locked && !held.locked;
-    const bool has_other_rights = account.rights != held.rights;
-    held = account;
+    platform::Account now = with_what_waits(account, held);
+    const bool is_locked_now = now.locked && !held.locked;
+    const bool has_other_rights = now.rights != held.rights;
+    held = std::move(now);
     if (is_locked_now) {
       changes.emplace_back(account.name, Change::Locked);
     } else if (has_other_rights) {
@@ -77,6 +117,31 @@ std::vector<std::pair<std::string, Accounts::Change>> Accounts::take(
     }
   }
   return changes;
+}
+
+platform::Account Accounts::with_what_waits(platform::Account account,
+                                            const platform::Account& held) const {
+  const std::string& name = account.name;
+  if (outbox_.holds(platform::AccountPassword{.name = name})) {
+    account.password_hash = held.password_hash;
+  }
+  if (outbox_.holds(platform::AccountLock{.name = name})) account.locked = held.locked;
+  if (outbox_.holds(platform::AccountProfile{.name = name})) account.profile = held.profile;
+  account.last_seen = std::max(account.last_seen, held.last_seen);
+  std::set<int> groups;
+  for (const platform::Account* const of : {&std::as_const(account), &held}) {
+    for (const auto& [group, granted] : of->rights) groups.insert(group);
+  }
+  for (const int group : groups) {
+    if (!outbox_.holds(platform::AccountRights{.name = name, .group = group})) continue;
+    const auto own = held.rights.find(group);
+    if (own == held.rights.end()) {
+      account.rights.erase(group);
+    } else {
+      account.rights[group] = own->second;
+    }
+  }
+  return account;
 }
 
 void Accounts::remove(const std::string& name) {

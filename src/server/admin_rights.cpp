@@ -70,13 +70,8 @@ void show_or_change_rights(const AdminServices& services, const admin::Request& 
                      {std::string(admin::key::rights), rights_object(rights)}}});
   };
   if (changes.empty()) return show();
-  platform::Account account = *known;
-  if (now.rights == no_rights && !account.rights.contains(every_group)) {
-    account.rights.erase(group);
-  } else {
-    account.rights[group] = now.rights;
-  }
-  services.accounts.save(std::move(account));
+  const bool is_named = now.rights != no_rights || known->rights.contains(every_group);
+  services.accounts.set_rights(name, group, is_named ? now.rights : std::string());
   std::string words;
   for (const std::string& change : changes) words += ' ' + change;
   services.context.audit.note(administrator, "rights changed",

@@ -121,7 +121,7 @@ void set_event(const AdminServices& services, const admin::Request& request,
     }
   }
   group->set_show_times(texts);
-  tell({});
+  tell_done(services, tell);
 }
 
 void tell_everybody(const AdminServices& services, const admin::Request& request,

@@ -49,16 +49,13 @@ json row_of_user(const AdminServices& services, const platform::Account& account
           {"seats", std::ranges::count(seats, account.name, &Seat::user)}};
 }
 
-// Changes the account of the request's user and keeps it.
+// Changes something of the account of the request's user and keeps it.
 template <class Change>
 void change_user(const AdminServices& services, const admin::Request& request,
                  const TellReply& tell, const std::string& action, const Change& change) {
   const std::string& name = request.text(Field::Name);
-  const platform::Account* known = services.accounts.find(name);
-  if (known == nullptr) return tell(no_such_user(name));
-  platform::Account account = *known;
-  change(account);
-  services.accounts.save(std::move(account));
+  if (services.accounts.find(name) == nullptr) return tell(no_such_user(name));
+  change(services.accounts, name);
   services.context.audit.note(administrator, action, name);
   tell_done(services, tell);
 }
@@ -94,7 +91,7 @@ void add_user(const AdminServices& services, const admin::Request& request, cons
               account.password_hash = hash;
               services.context.audit.note(administrator, "user added",
                                           account.name + ", " + template_name);
-              services.accounts.save(std::move(account));
+              services.accounts.add(std::move(account));
               tell_done(services, tell);
             });
 }
@@ -114,7 +111,9 @@ void change_password(const AdminServices& services, const admin::Request& reques
   with_hash(services, request.text(Field::Password), tell,
             [&services, tell, request](const std::string& hash) {
               change_user(services, request, tell, "password changed",
-                          [&](platform::Account& account) { account.password_hash = hash; });
+                          [&](Accounts& accounts, const std::string& user) {
+                            accounts.set_password(user, hash);
+                          });
             });
 }
 
@@ -122,15 +121,16 @@ void lock_user(const AdminServices& services, const admin::Request& request,
                const TellReply& tell) {
   const std::string& name = request.text(Field::Name);
   change_user(services, request, tell, "user locked",
-              [](platform::Account& account) { account.locked = true; });
+              [](Accounts& accounts, const std::string& user) { accounts.set_locked(user, true); });
   services.end_seats(name, "An administrator has locked the user " + name + ".");
 }
 
 void unlock_user(const AdminServices& services, const admin::Request& request,
                  const TellReply& tell) {
   services.logins.forgive(request.text(Field::Name));
-  change_user(services, request, tell, "user unlocked",
-              [](platform::Account& account) { account.locked = false; });
+  change_user(
+      services, request, tell, "user unlocked",
+      [](Accounts& accounts, const std::string& user) { accounts.set_locked(user, false); });
 }
 
 void remove_user(const AdminServices& services, const admin::Request& request,
@@ -155,7 +155,7 @@ void show_profile(const AdminServices& services, const admin::Request& request,
 void reset_profile(const AdminServices& services, const admin::Request& request,
                    const TellReply& tell) {
   change_user(services, request, tell, "profile reset",
-              [](platform::Account& account) { account.profile.clear(); });
+              [](Accounts& accounts, const std::string& user) { accounts.save_profile(user, {}); });
 }
 
 }  // namespace lineweir::server

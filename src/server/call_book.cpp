@@ -24,6 +24,11 @@ void CallBook::remember(std::vector<CallRecord> open_calls) {
   }
 }
 
+const CallRecord* CallBook::remembered(int group, int line) const {
+  const auto call = remembered_.find({group, line});
+  return call == remembered_.end() ? nullptr : &call->second;
+}
+
 const CallRecord* CallBook::resume(int group, int line, char letter) {
   auto call = remembered_.extract({group, line});
   if (call.empty()) return nullptr;

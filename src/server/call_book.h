@@ -25,6 +25,8 @@ class CallBook {
   // Calls that stood when the last server ended, as they were stored.
   void remember(std::vector<platform::CallRecord> open_calls);
   bool remembers(int group, int line) const { return remembered_.contains({group, line}); }
+  // Null where none is.
+  const platform::CallRecord* remembered(int group, int line) const;
   // The call that stood on the line goes on, which now has the letter. Nothing where none is
   // remembered, and where a line rings whose caller had been answered: he is another one.
   const platform::CallRecord* resume(int group, int line, char letter);

@@ -53,6 +53,10 @@ std::string_view step_name(char letter) {
   return static_cast<unsigned char>(letter) >= first_position_code ? answer : "other";
 }
 
+std::optional<char> last_letter(const platform::CallRecord& call, int kind) {
+  return letter_of(history_of(call, kind).action, kind);
+}
+
 CallHistory history_of(const platform::CallRecord& call, int kind) {
   CallHistory history;
   char before = free_letter;

@@ -28,6 +28,10 @@ inline constexpr const char* ended_unheard = "ended while the server was away";
 // As a step of a call tells that its line has got the letter.
 std::string_view step_name(char letter);
 
+// The letter that the call's line had last, on equipment of the kind; nothing where that isn't
+// known.
+std::optional<char> last_letter(const platform::CallRecord& call, int kind);
+
 // On equipment of the kind.
 CallHistory history_of(const platform::CallRecord& call, int kind);
 

@@ -68,7 +68,20 @@ void Group::change(const GroupOptions& options) {
   lines_.take_over();
 }
 
+void Group::take_restored(const platform::GroupMemory& memory) {
+  message_ = memory.message;
+  show_times_ = memory.show_times;
+  if (!message_.empty()) relay_.tell(packet(ServerCommand::SrvFlashMessage, message_));
+  relay_.tell(show_times());
+}
+
+std::string Group::exchange_is_away() const {
+  return "The telephone equipment of " + options_.name +
+         " does not answer. The lines show what was last known of them.";
+}
+
 void Group::letters_known() {
+  lines_.take_letters();
   context_.calls.close_forgotten(options_.number);
   const int next = next_call_.line();
   next_call_.letters_known();
@@ -90,6 +103,7 @@ void Group::join(Seat& seat) {
   seat.tell(Telling(phone_kind()));
   if (!message_.empty()) seat.tell(Telling(packet(ServerCommand::SrvFlashMessage, message_)));
   seat.tell(Telling(show_times()));
+  if (!lines_.exchange().is_reached()) seat.tell_person(exchange_is_away());
 }
 
 void Group::tell_callers(Seat& seat) const {

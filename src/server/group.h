@@ -27,6 +27,10 @@ class Group {
   // Names, missing lines and what there is to work with; all seats are told. The number of lines,
   // the kind and the exchange stay as they are while the server runs.
   void change(const GroupOptions& options);
+  // The message and the texts of a backup, for all seats.
+  void take_restored(const platform::GroupMemory& memory);
+  // What persons are told while the exchange can't be reached, in UTF-8.
+  std::string exchange_is_away() const;
   // The exchange has told all its letters: what is remembered of lines that are free is over.
   void letters_known();
 

@@ -74,8 +74,20 @@ GroupLines::GroupLines(const Context& context, const GroupOptions& options, Rela
   };
 }
 
-void GroupLines::take_over() {
+void GroupLines::take_letters() {
   for (int line = 0; line < count(); ++line) take_change({line, exchange_->letter(line)}, {});
+}
+
+void GroupLines::show_last_known() {
+  for (int line = 0; line < count(); ++line) {
+    const platform::CallRecord* const call = context_.calls.remembered(options_.number, line);
+    const auto letter = call == nullptr ? std::nullopt : last_letter(*call, options_.kind);
+    if (letter) take_change({line, *letter}, {});
+  }
+}
+
+void GroupLines::take_over() {
+  take_letters();
   if (exchange_->is_reached()) context_.calls.close_forgotten(options_.number);
 }
 

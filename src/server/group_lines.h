@@ -78,6 +78,10 @@ class GroupLines {
   // the start, and of lines that are there again. Remembered calls on lines that are free have
   // ended.
   void take_over();
+  // The letters that the exchange has, whatever was shown before it could be asked.
+  void take_letters();
+  // The exchange can't be asked: the remembered calls stand on their lines as they did last.
+  void show_last_known();
   // Lines, from 1, that won't exist any more: their calls end here.
   void leave_out(const std::vector<int>& missing);
 

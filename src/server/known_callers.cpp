@@ -1,5 +1,6 @@
 #include "server/known_callers.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "base/iso_date.h"
@@ -50,13 +51,25 @@ void KnownCallers::look_up(int line, const std::string& told_number) {
 }
 
 void KnownCallers::ask(int line) {
+  at(line).waits_for_store = false;
   context_.memory.ask(at(line).key,
                       [this, line, alive = std::weak_ptr(alive_), generation = at(line).generation](
                           const std::optional<platform::CallerHistory>& history) {
-                        if (!alive.lock() || !history || at(line).generation != generation) return;
+                        if (!alive.lock() || at(line).generation != generation) return;
+                        at(line).waits_for_store = !history;
+                        if (!history) return;
                         at(line).history = *history;
                         tell_changes(line);
                       });
+}
+
+void KnownCallers::store_is_back() {
+  for (int line = 0; line < lines_.count(); ++line) {
+    if (at(line).waits_for_store) ask(line);
+  }
+  for (auto& [seat, question] : questions_) {
+    if (std::exchange(question.waits_for_store, false)) ask(seat);
+  }
 }
 
 void KnownCallers::forget(int line) {
@@ -65,6 +78,7 @@ void KnownCallers::forget(int line) {
   caller.exchange_key.clear();
   caller.number.clear();
   caller.history = {};
+  caller.waits_for_store = false;
   ++caller.generation;
   tell_changes(line);
 }
@@ -89,22 +103,43 @@ void KnownCallers::tell_all_lines(Seat& seat) const {
   }
 }
 
-void KnownCallers::answer(Seat& seat, const std::string& number) const {
-  const std::string key = telephone_key(number);
-  const auto tell = [this](Seat& asker, const std::string& asked,
-                           const platform::CallerHistory& history) {
-    const CallerKnown told = known(asked, history, context_.memory.find(telephone_key(asked)));
-    asker.tell(Telling(packet(no_value, told)));
-  };
-  if (key.empty()) return tell(seat, number, {});
-  context_.memory.ask(key, [this, alive = std::weak_ptr(alive_), number, tell,
-                            asker = seat.number](const auto& history) {
-    if (!alive.lock() || !history) return;
-    // It may have gone meanwhile.
-    for (Seat* const other : relay_.seats()) {
-      if (other->number == asker) return tell(*other, number, *history);
-    }
-  });
+void KnownCallers::answer(Seat& seat, const std::string& number) {
+  if (telephone_key(number).empty()) return tell(seat, number, {});
+  Question& question = questions_[seat.number];
+  const bool is_asked = !question.number.empty() && !question.waits_for_store;
+  question = {.number = number};
+  if (!is_asked) ask(seat.number);
+}
+
+void KnownCallers::ask(std::uint64_t seat) {
+  const std::string number = questions_.at(seat).number;
+  context_.memory.ask(telephone_key(number),
+                      [this, alive = std::weak_ptr(alive_), seat, number](const auto& history) {
+                        if (alive.lock()) answered(seat, number, history);
+                      });
+}
+
+void KnownCallers::answered(std::uint64_t seat, const std::string& number,
+                            const std::optional<platform::CallerHistory>& history) {
+  const auto question = questions_.find(seat);
+  // It may have gone meanwhile.
+  const auto asker = std::ranges::find(relay_.seats(), seat, &Seat::number);
+  if (asker == relay_.seats().end()) {
+    questions_.erase(question);
+  } else if (question->second.number != number) {
+    ask(seat);
+  } else if (!history) {
+    question->second.waits_for_store = true;
+  } else {
+    questions_.erase(question);
+    tell(**asker, number, *history);
+  }
+}
+
+void KnownCallers::tell(Seat& seat, const std::string& number,
+                        const platform::CallerHistory& history) const {
+  seat.tell(Telling(
+      packet(no_value, known(number, history, context_.memory.find(telephone_key(number))))));
 }
 
 void KnownCallers::tell_changes(int line) {

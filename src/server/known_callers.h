@@ -1,5 +1,6 @@
 #pragma once
 
+#include <map>
 #include <memory>
 #include <string>
 #include <vector>
@@ -28,8 +29,11 @@ class KnownCallers {
 
   // What it knows of each line.
   void tell_all_lines(Seat& seat) const;
-  // What is known of a number that somebody has typed, for that seat alone.
-  void answer(Seat& seat, const std::string& number) const;
+  // What is known of a number that somebody has typed, for that seat alone. Of a seat that asks
+  // faster than the store answers only the last question is answered, so that it holds up nobody.
+  void answer(Seat& seat, const std::string& number);
+  // What couldn't be read is asked for again.
+  void store_is_back();
 
  private:
   struct Line {
@@ -42,10 +46,21 @@ class KnownCallers {
     CallerKnown told;
     // Counts the callers, so that an answer of the store comes to the one it was asked for.
     int generation = 0;
+    bool waits_for_store = false;
+  };
+
+  // The number of which the seat wants to know, while that is asked for.
+  struct Question {
+    std::string number = {};
+    bool waits_for_store = false;
   };
 
   void forget(int line);
   void ask(int line);
+  void ask(std::uint64_t seat);
+  void answered(std::uint64_t seat, const std::string& number,
+                const std::optional<platform::CallerHistory>& history);
+  void tell(Seat& seat, const std::string& number, const platform::CallerHistory& history) const;
   void tell_changes(int line);
   // The sterner one where both numbers are flagged.
   const platform::FlaggedCaller* flag(const Line& line) const;
@@ -60,6 +75,7 @@ class KnownCallers {
   Relay& relay_;
   const GroupLines& lines_;
   std::vector<Line> line_;
+  std::map<std::uint64_t, Question> questions_;
   std::shared_ptr<bool> alive_ = std::make_shared<bool>(true);
 };
 

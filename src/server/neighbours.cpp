@@ -29,10 +29,10 @@ void Neighbours::take(const platform::StoreNews& news) {
 }
 
 void Neighbours::tell_places(const ServerOptions& options) {
-  if (options.address.empty()) return;
   for (const GroupOptions& group : options.groups) {
     tell({.group = group.number, .name = group.name, .address = options.address});
   }
+  if (options.address.empty()) return;
   const std::map<int, platform::StudioPlace> known = places_.all();
   for (const auto& [number, place] : known) {
     const bool is_own = std::ranges::count(options.groups, number, &GroupOptions::number) > 0;
@@ -42,7 +42,8 @@ void Neighbours::tell_places(const ServerOptions& options) {
 
 void Neighbours::tell(const platform::StudioPlace& place) {
   const platform::StudioPlace* const known = places_.find(place.group);
-  if (known != nullptr && *known == place) return;
+  const bool is_known = known == nullptr ? place.address.empty() : *known == place;
+  if (is_known) return;
   places_.change(place);
   outbox_.put(place);
 }

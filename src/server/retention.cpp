@@ -37,7 +37,9 @@ void Retention::look_at_clock() {
 void Retention::forget() {
   schedule(looks_at_clock_every, &Retention::look_at_clock);
   const platform::Moment now = context_.clock.now();
-  day_ = iso_date_text(context_.clock.local(now));
+  const platform::DateTime local = context_.clock.local(now);
+  // The night's own turn comes all the same where this one was before it.
+  if (local.hour >= hour_of_night) day_ = iso_date_text(local);
   if (const std::size_t passed = context_.memory.forget_passed(); passed != 0) {
     context_.audit.note({}, "flags forgotten",
                         counted(passed, "caller", "callers") + ", whose last day has passed");

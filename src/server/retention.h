@@ -37,7 +37,7 @@ class Retention {
   const Context& context_;
   platform::Store& store_;
   RetentionOptions options_;
-  // The last day on which it forgot.
+  // The last day on which it forgot at that hour or later.
   std::string day_;
   platform::EventLoop::CallId next_ = 0;
   std::shared_ptr<bool> alive_ = std::make_shared<bool>(true);

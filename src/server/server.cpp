@@ -66,6 +66,8 @@ class Server::Inside {
   void learn_letters(int group, Milliseconds until);
   void read_store(std::function<void(platform::StoredState)> done);
   void take_over(platform::StoredState state);
+  // What a backup has brought into a store that was new.
+  void take_restored(platform::StoredState state);
   void make_first_user(std::function<void(std::string name, std::string password)> told);
   void begin_group(const GroupOptions& options, const platform::GroupMemory* memory);
   void watch_exchange(Group& group);
@@ -136,7 +138,11 @@ Server::Inside::Inside(ServerServices services, ServerOptions options)
                     services_.log);
   }
   services_.store.on_trouble = [this](const std::string& trouble) {
-    if (trouble.empty()) return services_.log(LogLevel::Notice, "the store is well again");
+    if (trouble.empty()) {
+      services_.log(LogLevel::Notice, "the store is well again");
+      for (const auto& [number, group] : groups_) group->known_callers().store_is_back();
+      return;
+    }
     services_.log(LogLevel::Error, "the store: " + trouble);
   };
   services_.store.on_news = [this](const platform::StoreNews& news) {
@@ -203,9 +209,15 @@ void Server::Inside::serve(bool is_new, std::function<void()> serving,
 void Server::Inside::wait_for_letters(Milliseconds until, std::function<void()> done) {
   const bool all_told = std::ranges::all_of(
       groups_, [](const auto& group) { return group.second->lines().exchange().has_told_all(); });
-  if (all_told || services_.loop.now() >= until) return done();
-  after(letters_looked_at_every,
-        [this, until, done = std::move(done)] { wait_for_letters(until, done); });
+  if (!all_told && services_.loop.now() < until) {
+    after(letters_looked_at_every,
+          [this, until, done = std::move(done)] { wait_for_letters(until, done); });
+    return;
+  }
+  for (const auto& [number, group] : groups_) {
+    if (!group->lines().exchange().is_reached()) group->lines().show_last_known();
+  }
+  done();
 }
 
 // What a box doesn't tell, which has fewer lines, is waited for only so long.
@@ -240,6 +252,14 @@ void Server::Inside::take_over(platform::StoredState state) {
   }
 }
 
+void Server::Inside::take_restored(platform::StoredState state) {
+  accounts_.take_over(std::move(state.accounts));
+  memory_.take_over(std::move(state.flagged_callers));
+  for (const platform::GroupMemory& memory : state.groups) {
+    if (Group* const group = seats_.find_group(memory.group)) group->take_restored(memory);
+  }
+}
+
 void Server::Inside::make_first_user(
     std::function<void(std::string name, std::string password)> told) {
   const std::string name(first_user_name);
@@ -247,7 +267,7 @@ void Server::Inside::make_first_user(
   services_.passwords.hash(password, [this, alive = std::weak_ptr(alive_), name, password,
                                       told = std::move(told)](const std::string& hash) {
     if (!alive.lock() || !accounts_.empty()) return;
-    accounts_.save(first_account(hash));
+    accounts_.add(first_account(hash));
     audit_.note({}, "user added", name);
     told(name, password);
   });
@@ -272,8 +292,7 @@ void Server::Inside::watch_exchange(Group& group) {
       learn_letters(number, services_.loop.now() + letters_known_after);
     } else {
       services_.log(LogLevel::Error, name + ": the exchange can't be reached");
-      of_number->tell_persons("The telephone equipment of " + name +
-                              " does not answer. The lines show what was last known of them.");
+      of_number->tell_persons(of_number->exchange_is_away());
     }
   };
 }
@@ -309,8 +328,7 @@ AdminServices Server::Inside::admin_services() {
             services_.store.load([this, alive = std::weak_ptr(alive_), done = std::move(done)](
                                      std::optional<platform::StoredState> state) {
               if (!alive.lock()) return;
-              if (state) accounts_.take_over(std::move(state->accounts));
-              if (state) memory_.take_over(std::move(state->flagged_callers));
+              if (state) take_restored(std::move(*state));
               done(state.has_value());
             });
           }};

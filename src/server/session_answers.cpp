@@ -1,5 +1,6 @@
 #include <algorithm>
 
+#include "base/iso_date.h"
 #include "base/telephone_number.h"
 #include "base/text.h"
 #include "lines/equipment_kinds.h"
@@ -195,6 +196,12 @@ void Session::flag_caller(const ServerPacket& packet) {
   if (key.empty()) {
     refuse(Refusal::Malformed);
     return tell_person_of_refusal("a caller is known by a number of at least four digits");
+  }
+  const std::string today =
+      iso_date_text(services_.context.clock.local(services_.context.clock.now()));
+  if (!flagging->until.empty() && flagging->until < today) {
+    refuse(Refusal::Malformed);
+    return tell_person_of_refusal("the last day " + flagging->until + " is over already");
   }
   services_.context.memory.note({.key = key,
                                  .number = letters.to_utf8(of_caller),

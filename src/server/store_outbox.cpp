@@ -22,6 +22,12 @@ std::string name_of_thing(const StoreChange& change) {
           return "call " + std::to_string(thing.id);
         } else if constexpr (std::is_same_v<Thing, platform::GroupMemory>) {
           return "group " + std::to_string(thing.group);
+        } else if constexpr (std::is_same_v<Thing, platform::AccountPassword>) {
+          return "password " + thing.name;
+        } else if constexpr (std::is_same_v<Thing, platform::AccountLock>) {
+          return "lock " + thing.name;
+        } else if constexpr (std::is_same_v<Thing, platform::AccountRights>) {
+          return "rights " + std::to_string(thing.group) + " " + thing.name;
         } else if constexpr (std::is_same_v<Thing, platform::AccountSeen>) {
           return "seen " + thing.name;
         } else if constexpr (std::is_same_v<Thing, platform::AccountProfile>) {
@@ -66,13 +72,11 @@ void StoreOutbox::put(StoreChange change) {
   if (next_write_ == 0 && in_flight_ == 0) schedule(gathered_for);
 }
 
-bool StoreOutbox::holds_account(const std::string& name) const {
-  const std::string things[] = {"account " + name, "seen " + name, "profile " + name};
-  return std::ranges::any_of(things, [this](const std::string& thing) {
-    return places_.contains(thing) || std::ranges::any_of(writing_, [&](const StoreChange& change) {
-             return name_of_thing(change) == thing;
-           });
-  });
+bool StoreOutbox::holds(const StoreChange& about) const {
+  const std::string thing = name_of_thing(about);
+  return places_.contains(thing) || std::ranges::any_of(writing_, [&](const StoreChange& change) {
+           return name_of_thing(change) == thing;
+         });
 }
 
 void StoreOutbox::when_empty(std::function<void()> done) {

@@ -50,8 +50,8 @@ class StoreOutbox {
   // Told, from the loop, once all that waits now is written.
   void when_written(std::function<void()> done);
 
-  // Whether something of the account isn't written yet.
-  bool holds_account(const std::string& name) const;
+  // Whether a change isn't written yet that is about the same thing as this one.
+  bool holds(const platform::StoreChange& about) const;
 
   std::size_t waiting() const { return waiting_.size() + in_flight_; }
   std::size_t lost() const { return lost_; }

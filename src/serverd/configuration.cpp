@@ -181,6 +181,18 @@ void add_group(ConfigurationTable& table, const fs::path& folder, server::Server
   server.groups.push_back(std::move(group));
 }
 
+// A name or a number of a machine; a number of IPv6 stands in brackets.
+bool is_host(std::string_view text) {
+  constexpr std::string_view digits = "0123456789";
+  constexpr std::string_view letters = "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ";
+  const bool in_brackets = text.starts_with('[') && text.ends_with(']');
+  if (in_brackets) text = text.substr(1, text.size() - 2);
+  const std::string allowed =
+      std::string(digits) + std::string(letters) + (in_brackets ? ":.%" : ".-_");
+  return !text.empty() && text.front() != '-' &&
+         text.find_first_not_of(allowed) == std::string_view::npos;
+}
+
 // What the consoles take as a server's address.
 void read_address(ConfigurationTable& table, server::ServerOptions& server) {
   constexpr std::string_view expected =
@@ -196,7 +208,7 @@ void read_address(ConfigurationTable& table, server::ServerOptions& server) {
   const bool has_port = colon != std::string::npos && colon != 0 &&
                         std::from_chars(place.data() + colon + 1, end, port).ptr == end &&
                         port > 0 && port < 65536;
-  if (!has_port || text->size() > longest || text->find_first_of(", ") != std::string::npos) {
+  if (!has_port || text->size() > longest || !is_host(place.substr(0, colon))) {
     table.refuse("address", std::string(expected) + ", not \"" + *text + "\"");
   }
   server.address = *text;

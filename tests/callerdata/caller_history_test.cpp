@@ -50,9 +50,11 @@ EntryTexts known(const std::string& name, const std::string& city) {
 TEST_SUITE("callerdata/caller history") {
   TEST_CASE("a number is looked up without separators, with and without the country code") {
     CHECK(number_forms("555-0100") == Texts{"5550100"});
-    CHECK(number_forms(" (312) 555-0100 ") == Texts{"3125550100", "13125550100"});
-    CHECK(number_forms("+1 312.555.0100") == Texts{"13125550100", "3125550100"});
-    CHECK(number_forms("+49 30 1234567") == Texts{"49301234567"});
+    CHECK(number_forms(" (312) 555-0100 ") == Texts{"3125550100", "13125550100", "0013125550100"});
+    CHECK(number_forms("+1 312.555.0100") == Texts{"13125550100", "3125550100", "0013125550100"});
+    CHECK(number_forms("001 312 555 0100") == Texts{"0013125550100", "3125550100", "13125550100"});
+    CHECK(number_forms("+49 30 1234567") == Texts{"49301234567", "0049301234567"});
+    CHECK(number_forms("0049 30 1234567") == Texts{"0049301234567", "49301234567"});
     CHECK(number_forms("1234") == Texts{"1234"});
     CHECK(number_forms("call 555-0100") == Texts{"5550100"});
     CHECK(number_forms("0000001") == Texts{"0000001"});

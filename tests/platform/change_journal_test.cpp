@@ -61,7 +61,7 @@ StoreChange any_flagged() {
 }
 
 StoreChange any_change() {
-  switch (*rc::gen::inRange(0, 9)) {
+  switch (*rc::gen::inRange(0, 12)) {
     case 5:
       return AccountSeen{*any_text(), *any_moment()};
     case 6:
@@ -70,6 +70,12 @@ StoreChange any_change() {
       return any_flagged();
     case 8:
       return StudioPlace{*rc::gen::arbitrary<int>(), *any_text(), *any_text()};
+    case 9:
+      return AccountPassword{*any_text(), *any_text()};
+    case 10:
+      return AccountLock{*any_text(), *rc::gen::arbitrary<bool>()};
+    case 11:
+      return AccountRights{*any_text(), *rc::gen::arbitrary<int>(), *any_text()};
     case 0:
       return any_account();
     case 1:

@@ -210,6 +210,38 @@ TEST_CASE_TEMPLATE("What a login and a console change leaves the rest of an acco
   CHECK(desk.load()->accounts == std::vector{account});
 }
 
+TEST_CASE_TEMPLATE("What is changed of an account leaves the rest, and makes none", Desk,
+                   LINEWEIR_CONTRACT_DESKS) {
+  Desk desk;
+  Account account = full_account("a");
+  const std::string rights(12, '\3');
+  account.rights[7] = rights;
+  REQUIRE(desk.write({account, AccountPassword{"a", "hash of another"}, AccountLock{"a", true},
+                      AccountRights{"a", 9, rights}, AccountRights{"a", 7, ""},
+                      AccountRights{"a", 8, ""}, AccountPassword{"nobody", "x"},
+                      AccountLock{"nobody", true}, AccountRights{"nobody", 9, rights}}));
+  account.password_hash = "hash of another";
+  account.locked = true;
+  account.rights.erase(7);
+  account.rights[9] = rights;
+  CHECK(desk.load()->accounts == std::vector{account});
+  account.rights[9] = std::string(12, '\1');
+  account.locked = false;
+  REQUIRE(desk.write({AccountRights{"a", 9, account.rights[9]}, AccountLock{"a", false}}));
+  CHECK(desk.load()->accounts == std::vector{account});
+  REQUIRE(desk.write({AccountRemoval{"a"}, AccountLock{"a", true}}));
+  CHECK(desk.load()->accounts.empty());
+}
+
+TEST_CASE_TEMPLATE("A backup is not restored over a flag", Desk, LINEWEIR_CONTRACT_DESKS) {
+  Desk desk;
+  const std::string file = desk.file("backup.db");
+  REQUIRE(desk.backup(file) == "");
+  REQUIRE(desk.write({full_flag("555")}));
+  CHECK(desk.restore(file) != "");
+  CHECK(desk.load()->flagged_callers.size() == 1);
+}
+
 TEST_CASE_TEMPLATE("What is noted of a caller is kept until it is taken back", Desk,
                    LINEWEIR_CONTRACT_DESKS) {
   Desk desk;

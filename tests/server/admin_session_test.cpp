@@ -530,6 +530,8 @@ TEST_CASE("A backup is made, and taken over by a new server with its users") {
     CHECK(tool.refusal(text(Command::Restore, Field::File, "/b.db")) != "");
   }
   room.crash();
+  room.store.files().at("/b.db").groups[1] = {
+      .group = 1, .next_call = -1, .message = "Guest at ten", .show_times = {"20:00", "", ""}};
   room.store.content() = {};
   room.start();
   AdminTool tool(room);
@@ -539,6 +541,18 @@ TEST_CASE("A backup is made, and taken over by a new server with its users") {
   CHECK(row_named(tool.rows({Command::UserList}), "anna").is_object());
   CHECK(tool.rows({Command::UserList}).size() == 4);
   CHECK(is_let_in(room, "anna", "pass word"));
+  auto told = room.connect();
+  told->log_in("anna", "pass word");
+  told->join(1);
+  const auto packets = told->take();
+  const auto is_told = [&](ServerCommand command, const std::string& text) {
+    return std::ranges::any_of(packets, [&](const ServerPacket& packet) {
+      return packet.CMD == static_cast<std::uint8_t>(command) &&
+             packet.Buffer.find(text) != std::string::npos;
+    });
+  };
+  CHECK(is_told(ServerCommand::SrvFlashMessage, "Guest at ten"));
+  CHECK(is_told(ServerCommand::SrvShowTimes, "20:00"));
   CHECK(tool.ask({Command::AuditVerify}).at("first_wrong") == 0);
   CHECK(administrators_entries(tool).back() == "backup restored: /b.db");
 }

@@ -278,6 +278,58 @@ TEST_CASE("a flag holds until its last day is over, and is forgotten in the nigh
   }));
 }
 
+TEST_CASE("a seat that asks faster than the store answers is answered for its last number") {
+  ServerRoom room;
+  auto host = room.seat("host");
+  auto quiet = room.seat("screener", 1, 1);
+  whole_call(room, *host, 2);
+  host->take();
+  quiet->take();
+  room.store.take(50ms);
+  for (int i = 0; i < 100; ++i) {
+    host->send(host->packet(CmdAskCaller, no_value, "555 0" + std::to_string(100 + i)));
+  }
+  host->send(host->packet(CmdAskCaller, no_value, number));
+  quiet->send(quiet->packet(CmdAskCaller, no_value, number));
+  room.wait(300ms);
+  CHECK(quiet->take(SrvCallerKnown).size() == 1);
+  const auto answers = host->take(SrvCallerKnown);
+  REQUIRE(!answers.empty());
+  CHECK(answers.size() <= 2);
+  CHECK(decode_caller_known(answers.back().AltInfo, answers.back().Buffer)->number == number);
+}
+
+TEST_CASE("who rings while the store is away is known once it is back") {
+  ServerRoom room;
+  auto host = room.seat("host");
+  whole_call(room, *host, 2);
+  host->take();
+  room.store.fail(true);
+  room.exchange().arrive(4, number);
+  host->send(host->packet(CmdAskCaller, no_value, "312-555-0100"));
+  room.wait(5s);
+  CHECK(host->take(SrvCallerKnown).empty());
+  room.store.fail(false);
+  room.wait(5s);
+  const auto told = host->take(SrvCallerKnown);
+  REQUIRE(told.size() == 2);
+  CHECK(std::ranges::count(told, 4, &ServerPacket::LineNo) == 1);
+  CHECK(std::ranges::count(told, no_value, &ServerPacket::LineNo) == 1);
+}
+
+TEST_CASE("a flag whose last day is over already is refused, and the person told") {
+  ServerRoom room;
+  auto host = room.seat("host");
+  CallerFlagging past = barred;
+  past.until = "2020-01-01";
+  host->take();
+  send_flag(*host, past);
+  room.wait(1s);
+  CHECK(host->take_last(SrvMessage).Buffer.find("the last day 2020-01-01 is over already") !=
+        std::string::npos);
+  CHECK(room.store.content().flagged_callers.empty());
+}
+
 TEST_CASE(
     "each night it is forgotten who called before the configured days, and the audit says so") {
   for (const auto what :
@@ -320,6 +372,27 @@ TEST_CASE("what a store that is away couldn't forget is forgotten once it is bac
   CHECK(known() == 1);
   room.store.fail(false);
   room.wait(6min);
+  CHECK(known() == 0);
+}
+
+TEST_CASE("a night's turn comes also behind a start shortly before it") {
+  ServerOptions options = ServerRoom::two_studios();
+  options.retention = {.days = 1};
+  ServerRoom room(options);
+  const auto hour = [&] { return room.clock.local(room.clock.now()).hour; };
+  while (hour() != 2) room.wait(10min);
+  {
+    auto host = room.seat("host");
+    whole_call(room, *host, 1);
+  }
+  // At one it isn't due yet, at four it is.
+  while (hour() != 1) room.wait(10min);
+  room.crash();
+  room.start();
+  const auto known = [&] { return room.store.content().caller_history("3125550100").calls; };
+  while (hour() != 3) room.wait(10min);
+  CHECK(known() == 1);
+  while (hour() != 5) room.wait(10min);
   CHECK(known() == 0);
 }
 

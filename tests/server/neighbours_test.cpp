@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "server/admin_tool.h"
 #include "server/server_room.h"
 #include "wire/caller_known.h"
 
@@ -98,6 +99,73 @@ TEST_CASE("a server with an address tells where its groups are, and takes back w
   CHECK_FALSE(places.contains(7));
   CHECK(places.contains(1));
   CHECK(places.at(12) == elsewhere);
+}
+
+TEST_CASE("what two servers change of a user at the same time holds both") {
+  SharedRoom shared;
+  AdminTool tool(shared.room);
+  platform::StoreContent& content = shared.room.store.content();
+  const auto host = [&]() -> platform::Account& { return content.accounts.at("host"); };
+  // Another server's changes are in the store before this one's, and are told behind them.
+  shared.room.store.stall(true);
+  tool.send_bytes(admin::line_of({admin::Command::UserRight,
+                                  {{admin::Field::Name, std::string("host")},
+                                   {admin::Field::Group, std::int64_t{1}},
+                                   {admin::Field::Changes, std::vector<std::string>{"-Dial"}}}}) +
+                  '\n');
+  shared.room.wait(100ms);
+  host().locked = true;
+  host().password_hash = "another";
+  host().rights[2] = std::string(12, '\1');
+  shared.room.store.on_news({.accounts = {host()}});
+  shared.room.store.stall(false);
+  shared.room.wait(1s);
+  CHECK(host().locked);
+  CHECK(host().password_hash == "another");
+  CHECK(host().rights.at(2) == std::string(12, '\1'));
+  REQUIRE(host().rights.contains(1));
+  CHECK(host().rights.at(1) != content.accounts.at("host").rights.at(0));
+  // And this server knows it.
+  CHECK(shared.room.server != nullptr);
+  auto refused = shared.room.connect();
+  refused->log_in("host", host_password);
+  CHECK(refused->take_last(SrvPasswordResult).AltInfo == 'F');
+}
+
+TEST_CASE("a user who logs in while another server removes or locks him doesn't stay") {
+  for (const bool is_removed : {false, true}) {
+    SharedRoom shared;
+    shared.room.store.stall(true);
+    auto host = shared.room.seat("host");
+    CHECK(host->is_open());
+    // His login waits to be written.
+    if (is_removed) {
+      shared.room.store.on_news({.removed_accounts = {"host"}});
+    } else {
+      platform::Account locked = shared.room.store.content().accounts.at("host");
+      locked.locked = true;
+      shared.room.store.on_news({.accounts = {locked}});
+    }
+    shared.room.store.stall(false);
+    shared.room.wait(1s);
+    CHECK_FALSE(host->is_open());
+    auto again = shared.room.connect();
+    again->log_in("host", host_password);
+    CHECK(again->take_last(SrvPasswordResult).AltInfo == 'F');
+  }
+}
+
+TEST_CASE("a server whose address is taken away takes back where its groups were") {
+  ServerOptions options = ServerRoom::two_studios();
+  options.address = "a:2001";
+  ServerRoom room(options);
+  room.wait(1s);
+  CHECK(room.store.content().studio_places.at(1).address == "a:2001");
+  room.crash();
+  room.options.address.clear();
+  room.start();
+  room.wait(1s);
+  CHECK(room.store.content().studio_places.empty());
 }
 
 TEST_CASE("a user whom another server has locked, removed or given other rights is told here") {

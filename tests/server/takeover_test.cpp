@@ -143,6 +143,37 @@ TEST_SUITE("server/takeover") {
     }
   }
 
+  TEST_CASE(
+      "while the exchange can't be asked the lines stand as they did last, and all are told") {
+    PartsDesk desk;
+    desk.calls.remember({stored_call(3, {{1s, "", "ring"}, {2s, "anna", "air"}}),
+                         stored_call(5, {{1s, "", "ring"}})});
+    auto made = std::make_unique<ManualExchange>(10);
+    ManualExchange& exchange = *made;
+    exchange.reached = false;
+    Group group(desk.context, {}, std::move(made), nullptr);
+    group.lines().show_last_known();
+    CHECK(group.lines().line(3).letter == 'N');
+    CHECK(group.lines().line(3).worked_by == "anna");
+    CHECK(group.lines().line(5).letter == 'R');
+    CHECK(group.lines().line(0).letter == 'F');
+    NotingSeat seat(1, "anna");
+    group.join(seat);
+    CHECK(seat.sentences == std::vector<std::string>{group.exchange_is_away()});
+
+    // One call has gone on, the other one has ended meanwhile.
+    exchange.reached = true;
+    exchange.report(3, 'N');
+    group.letters_known();
+    CHECK(group.lines().line(3).letter == 'N');
+    CHECK(group.lines().line(5).letter == 'F');
+    CHECK(desk.ended_calls().size() == 1);
+    CHECK(desk.ended_calls()[0].line == 5);
+    NotingSeat late(2, "bob");
+    group.join(late);
+    CHECK(late.sentences.empty());
+  }
+
   TEST_CASE("no step of a call comes before the last one, whatever the next server's clock says") {
     PartsDesk desk;
     desk.calls.begin(1, 3, {});

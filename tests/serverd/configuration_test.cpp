@@ -241,11 +241,13 @@ TEST_CASE("A server stands by only on a database, and what waits has a name of i
 
 TEST_CASE("Where consoles find the server is told as they take it, or not at all") {
   CHECK(read("\n" + a_group).server.address.empty());
-  for (const std::string address : {"studio-a:2001", "tls:studio-a.example:65535", "[::1]:1"}) {
+  for (const std::string address :
+       {"studio-a:2001", "tls:studio-a.example:65535", "[::1]:1", "tls:10.0.0.1:2001"}) {
     CHECK(read("address = \"" + address + "\"\n" + a_group).server.address == address);
   }
   for (const std::string address :
-       {"studio-a", "tls:", ":2001", "a:0", "a:65536", "a:20x", "a:1, b:1"}) {
+       {"studio-a", "tls:", ":2001", "a:0", "a:65536", "a:20x", "a:1, b:1", "tls:tls:a:1",
+        "tls://a:1", "::1:2001", "-a:1", "[]:1", "a b:1"}) {
     CHECK(wrong_at_top("address = \"" + address + "\"") ==
           "server.toml:1: address: expected how consoles reach this server, such as "
           "\"studio-a:2001\" or \"tls:studio-a:2001\", not \"" +

@@ -30,6 +30,13 @@ struct Encoder {
             account.profile, account.locked, number_of(account.last_seen)};
   }
   json operator()(const AccountRemoval& removal) const { return {"removal", removal.name}; }
+  json operator()(const AccountPassword& password) const {
+    return {"password", password.name, password.password_hash};
+  }
+  json operator()(const AccountLock& lock) const { return {"lock", lock.name, lock.locked}; }
+  json operator()(const AccountRights& rights) const {
+    return {"rights", rights.name, rights.group, rights.rights};
+  }
   json operator()(const AccountSeen& seen) const { return {"seen", seen.name, number_of(seen.at)}; }
   json operator()(const AccountProfile& profile) const {
     return {"profile", profile.name, profile.profile};
@@ -174,6 +181,28 @@ StoreChange group_of(Fields& fields) {
   return group;
 }
 
+StoreChange password_of(Fields& fields) {
+  AccountPassword password;
+  password.name = fields.text();
+  password.password_hash = fields.text();
+  return password;
+}
+
+StoreChange lock_of(Fields& fields) {
+  AccountLock lock;
+  lock.name = fields.text();
+  lock.locked = fields.truth();
+  return lock;
+}
+
+StoreChange rights_in(Fields& fields) {
+  AccountRights rights;
+  rights.name = fields.text();
+  rights.group = fields.small();
+  rights.rights = fields.text();
+  return rights;
+}
+
 StoreChange seen_of(Fields& fields) {
   AccountSeen seen;
   seen.name = fields.text();
@@ -242,7 +271,8 @@ std::string encoded(const StoreChange& change) {
 
 std::optional<StoreChange> decoded(std::string_view bytes) {
   static constexpr std::pair<std::string_view, StoreChange (*)(Fields&)> kinds[] = {
-      {"account", account_of}, {"removal", removal_of}, {"seen", seen_of},
+      {"account", account_of}, {"removal", removal_of}, {"password", password_of},
+      {"lock", lock_of},       {"rights", rights_in},   {"seen", seen_of},
       {"profile", profile_of}, {"call", call_of},       {"group", group_of},
       {"flagged", flagged_of}, {"place", place_of},     {"event", event_of},
   };

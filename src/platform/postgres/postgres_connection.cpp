@@ -221,6 +221,8 @@ void PostgresConnection::read_words() {
   if (!answered_) return wait_for_words();
   give_time();
   const bool all = take_results();
+  // What came behind a result is found only once that is taken, and the socket is silent by then.
+  take_notifications();
   if (PQstatus(session_.get()) == CONNECTION_BAD) {
     return fail_as_told("The connection to " + address_.shown() + " was lost");
   }

@@ -54,6 +54,29 @@ void append_account(PostgresStatements& statements, const Account& account) {
   }
 }
 
+PostgresStatement password_write(const AccountPassword& password) {
+  return {"UPDATE accounts SET password_hash = $2 WHERE name = $1",
+          {PostgresValue::text(password.name), PostgresValue::text(password.password_hash)}};
+}
+
+PostgresStatement lock_write(const AccountLock& lock) {
+  return {"UPDATE accounts SET locked = $2 WHERE name = $1",
+          {PostgresValue::text(lock.name), PostgresValue::truth(lock.locked)}};
+}
+
+PostgresStatement rights_write(const AccountRights& rights) {
+  const auto name = PostgresValue::text(rights.name);
+  const auto group = PostgresValue::number(rights.group);
+  if (rights.rights.empty()) {
+    return {"DELETE FROM rights WHERE account = $1 AND group_number = $2", {name, group}};
+  }
+  return {
+      "INSERT INTO rights (account, group_number, rights) "
+      "SELECT name, $2, $3 FROM accounts WHERE name = $1 "
+      "ON CONFLICT (account, group_number) DO UPDATE SET rights = excluded.rights",
+      {name, group, PostgresValue::bytes(rights.rights)}};
+}
+
 PostgresStatement seen_write(const AccountSeen& seen) {
   return {"UPDATE accounts SET last_seen = $2 WHERE name = $1",
           {PostgresValue::text(seen.name), moment_value(seen.at)}};

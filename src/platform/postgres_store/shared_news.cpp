@@ -12,6 +12,7 @@ constexpr std::size_t longest_text = 7000;
 constexpr std::string_view account_word = "account ";
 constexpr std::string_view caller_word = "caller ";
 constexpr std::string_view studio_word = "studio ";
+constexpr std::string_view all_words = "all";
 
 std::string news_of(std::string_view word, const std::string& what) {
   return std::string(word) + what;
@@ -24,6 +25,13 @@ struct News {
   }
   std::string operator()(const AccountRemoval& removal) const {
     return news_of(account_word, removal.name);
+  }
+  std::string operator()(const AccountPassword& password) const {
+    return news_of(account_word, password.name);
+  }
+  std::string operator()(const AccountLock& lock) const { return news_of(account_word, lock.name); }
+  std::string operator()(const AccountRights& rights) const {
+    return news_of(account_word, rights.name);
   }
   std::string operator()(const AccountProfile& profile) const {
     return news_of(account_word, profile.name);
@@ -47,6 +55,10 @@ void append(std::vector<Element>& all, std::vector<Element> some) {
 
 }  // namespace
 
+PostgresStatement all_is_news() {
+  return {"SELECT pg_notify('lineweir_news', $1)", {PostgresValue::text(std::string(all_words))}};
+}
+
 PostgresStatement listen_to_news() { return {"LISTEN lineweir_news"}; }
 
 void append_news(PostgresStatements& statements, const StoreChange& change) {
@@ -59,7 +71,9 @@ void SharedNews::add(std::string_view text) {
   const auto rest_behind = [&](std::string_view word) {
     return std::string(text.substr(word.size()));
   };
-  if (text.starts_with(account_word)) {
+  if (text == all_words) {
+    add_all();
+  } else if (text.starts_with(account_word)) {
     accounts_.insert(rest_behind(account_word));
   } else if (text.starts_with(caller_word)) {
     callers_.insert(rest_behind(caller_word));

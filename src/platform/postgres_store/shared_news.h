@@ -8,11 +8,13 @@
 
 // How servers of one store hear what others write. A transaction that changes an account, what is
 // noted of a caller, or where a studio is, notifies "lineweir_news" with one text for each:
-//   account NAME, caller KEY, studio NUMBER
+//   account NAME, caller KEY, studio NUMBER, all
 // Each session listens, and reads anew what is named.
 namespace lineweir::platform {
 
 PostgresStatement listen_to_news();
+
+PostgresStatement all_is_news();
 
 // Nothing is appended for what no other server needs.
 void append_news(PostgresStatements& statements, const StoreChange& change);

@@ -1,6 +1,7 @@
 #include "platform/postgres_store/whole_database.h"
 
 #include "base/failure.h"
+#include "platform/postgres_store/shared_news.h"
 
 namespace lineweir::platform {
 namespace {
@@ -42,7 +43,8 @@ const std::string is_empty =
     "AND NOT EXISTS (SELECT FROM audit)";
 
 const std::string is_fresh =
-    "SELECT NOT EXISTS (SELECT FROM calls) AND (SELECT count(*) FROM accounts) <= 1 "
+    "SELECT NOT EXISTS (SELECT FROM calls) AND NOT EXISTS (SELECT FROM flagged_callers) "
+    "AND (SELECT count(*) FROM accounts) <= 1 "
     "AND NOT EXISTS (SELECT FROM accounts WHERE last_seen IS NOT NULL OR length(profile) > 0)";
 
 void require(BlockingSession& session, FilledDatabase::Before before, const std::string& shown) {
@@ -50,8 +52,9 @@ void require(BlockingSession& session, FilledDatabase::Before before, const std:
   if (session.ask({{may_be_used ? is_fresh : is_empty}})[0].truth(0, 0)) return;
   throw Failure(failure_number::database_exists,
                 may_be_used
-                    ? "The store isn't empty: a backup is restored only into one without calls and "
-                      "without users but the first, who has never logged in."
+                    ? "The store isn't empty: a backup is restored only into one without calls, "
+                      "without flagged callers, and without users but the first, who has never "
+                      "logged in."
                     : "There is something in " + shown + " already; it was not touched.");
 }
 
@@ -129,6 +132,6 @@ void FilledDatabase::add(const StorePortion& portion) {
 
 void FilledDatabase::end_audit(const AuditEnd& end) { session_.ask({audit_end_write(end)}); }
 
-void FilledDatabase::commit() { session_.ask({{"COMMIT"}}); }
+void FilledDatabase::commit() { session_.ask({all_is_news(), {"COMMIT"}}); }
 
 }  // namespace lineweir::platform

@@ -17,6 +17,11 @@ struct Appender {
 
   void operator()(const Account& account) const { append_account(statements, account); }
   void operator()(const AccountRemoval& removal) const { append_removal(statements, removal); }
+  void operator()(const AccountPassword& password) const {
+    statements.push_back(password_write(password));
+  }
+  void operator()(const AccountLock& lock) const { statements.push_back(lock_write(lock)); }
+  void operator()(const AccountRights& rights) const { statements.push_back(rights_write(rights)); }
   void operator()(const AccountSeen& seen) const { statements.push_back(seen_write(seen)); }
   void operator()(const AccountProfile& profile) const {
     statements.push_back(profile_write(profile));

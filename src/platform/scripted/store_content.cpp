@@ -10,6 +10,20 @@ struct Applied {
 
   void operator()(const Account& account) const { content.accounts[account.name] = account; }
   void operator()(const AccountRemoval& removal) const { content.accounts.erase(removal.name); }
+  void operator()(const AccountPassword& password) const {
+    const auto account = content.accounts.find(password.name);
+    if (account != content.accounts.end()) account->second.password_hash = password.password_hash;
+  }
+  void operator()(const AccountLock& lock) const {
+    const auto account = content.accounts.find(lock.name);
+    if (account != content.accounts.end()) account->second.locked = lock.locked;
+  }
+  void operator()(const AccountRights& rights) const {
+    const auto account = content.accounts.find(rights.name);
+    if (account == content.accounts.end()) return;
+    account->second.rights[rights.group] = rights.rights;
+    if (rights.rights.empty()) account->second.rights.erase(rights.group);
+  }
   void operator()(const AccountSeen& seen) const {
     const auto account = content.accounts.find(seen.name);
     if (account != content.accounts.end()) account->second.last_seen = seen.at;
@@ -118,7 +132,8 @@ bool StoreContent::is_fresh() const {
   const auto was_used = [](const auto& account) {
     return account.second.last_seen != Moment{0} || !account.second.profile.empty();
   };
-  return calls.empty() && accounts.size() <= 1 && std::ranges::none_of(accounts, was_used);
+  return calls.empty() && flagged_callers.empty() && accounts.size() <= 1 &&
+         std::ranges::none_of(accounts, was_used);
 }
 
 void StoreContent::apply(const StoreChange& change) { std::visit(Applied{*this}, change); }

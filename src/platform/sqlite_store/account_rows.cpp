@@ -58,6 +58,37 @@ void write_account(sqlite3* connection, const Account& account) {
   }
 }
 
+void write_password(sqlite3* connection, const AccountPassword& password) {
+  Statement(connection, "UPDATE accounts SET password_hash = ? WHERE name = ?")
+      .bind(1, password.password_hash)
+      .bind(2, password.name)
+      .run();
+}
+
+void write_lock(sqlite3* connection, const AccountLock& lock) {
+  Statement(connection, "UPDATE accounts SET locked = ? WHERE name = ?")
+      .bind(1, lock.locked ? 1 : 0)
+      .bind(2, lock.name)
+      .run();
+}
+
+void write_rights(sqlite3* connection, const AccountRights& rights) {
+  if (rights.rights.empty()) {
+    Statement(connection, "DELETE FROM rights WHERE account = ? AND group_number = ?")
+        .bind(1, rights.name)
+        .bind(2, rights.group)
+        .run();
+    return;
+  }
+  Statement(connection,
+            "REPLACE INTO rights (account, group_number, rights) "
+            "SELECT name, ?2, ?3 FROM accounts WHERE name = ?1")
+      .bind(1, rights.name)
+      .bind(2, rights.group)
+      .bind_bytes(3, rights.rights)
+      .run();
+}
+
 void write_seen(sqlite3* connection, const AccountSeen& seen) {
   Statement row(connection, "UPDATE accounts SET last_seen = ? WHERE name = ?");
   bind_moment(row, 1, seen.at);

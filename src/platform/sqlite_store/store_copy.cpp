@@ -81,8 +81,9 @@ void take_over_copy(sqlite3* connection, const std::filesystem::path& file) {
   const Connection copy = open_copy(file);
   if (!is_fresh_store(connection)) {
     throw Failure(failure_number::database_exists,
-                  "The store isn't empty: a backup is restored only into one without calls and "
-                  "without users but the first, who has never logged in.");
+                  "The store isn't empty: a backup is restored only into one without calls, "
+                  "without flagged callers, and without users but the first, who has never "
+                  "logged in.");
   }
   copy_pages(copy.get(), connection);
   prepare_for_writing(connection);

@@ -29,6 +29,9 @@ struct Writer {
 
   void operator()(const Account& account) const { write_account(connection, account); }
   void operator()(const AccountRemoval& removal) const { remove_account(connection, removal); }
+  void operator()(const AccountPassword& password) const { write_password(connection, password); }
+  void operator()(const AccountLock& lock) const { write_lock(connection, lock); }
+  void operator()(const AccountRights& rights) const { write_rights(connection, rights); }
   void operator()(const AccountSeen& seen) const { write_seen(connection, seen); }
   void operator()(const AccountProfile& profile) const { write_profile(connection, profile); }
   void operator()(const CallRecord& call) const { write_call(connection, call); }
@@ -79,6 +82,7 @@ bool is_empty_store(sqlite3* connection) {
 bool is_fresh_store(sqlite3* connection) {
   return query_number(connection,
                       "SELECT (SELECT count(*) FROM calls) = 0 "
+                      "AND (SELECT count(*) FROM flagged_callers) = 0 "
                       "AND (SELECT count(*) FROM accounts) <= 1 "
                       "AND (SELECT count(*) FROM accounts "
                       "WHERE last_seen IS NOT NULL OR length(profile) > 0) = 0") != 0;

@@ -4,6 +4,7 @@
 #include <signal.h>
 
 #include <fstream>
+#include <set>
 
 #include "platform/postgres/postgres_desk.h"
 #include "platform/pumped_poster.h"
@@ -208,6 +209,52 @@ TEST_CASE(
   changed.last_seen = Moment{9};
   CHECK(news.accounts == std::vector{changed});
   CHECK(news.flagged_callers.empty());
+}
+
+TEST_CASE("What two servers write at the same moment is heard by both") {
+  PostgresDesk desk;
+  Second second(desk);
+  std::set<std::string> heard_here;
+  std::set<std::string> heard_there;
+  const auto note = [](std::set<std::string>& heard) {
+    return [&heard](const StoreNews& news) {
+      for (const FlaggedCaller& caller : news.flagged_callers) heard.insert(caller.key);
+    };
+  };
+  second.store.on_news = note(heard_there);
+  desk.store().on_news = note(heard_here);
+  std::set<std::string> written;
+  for (int round = 0; round < 40; ++round) {
+    const std::string here = "1" + std::to_string(round);
+    const std::string there = "2" + std::to_string(round);
+    int done = 0;
+    desk.store().write({full_flag(here), event(2 * round + 1)}, [&](bool) { ++done; });
+    second.store.write({full_flag(there), event(2 * round + 2)}, [&](bool) { ++done; });
+    written.insert({here, there});
+    REQUIRE(desk.run_until([&] { return done == 2; }));
+    CHECK(desk.run_until([&] { return heard_here == written && heard_there == written; }));
+  }
+  desk.store().on_news = nullptr;
+}
+
+TEST_CASE("A backup that is restored is news for the other servers") {
+  PostgresDesk desk;
+  REQUIRE(desk.write({full_account("a"), full_flag("555")}));
+  const std::string file = desk.file("backup.db");
+  REQUIRE(desk.backup(file) == "");
+  desk.run("DELETE FROM lineweir.accounts; DELETE FROM lineweir.flagged_callers");
+  Second second(desk);
+  std::vector<StoreNews> told;
+  second.store.on_news = [&](const StoreNews& news) { told.push_back(news); };
+  std::optional<bool> began;
+  second.store.write({event(1)}, [&](bool written) { began = written; });
+  REQUIRE(desk.run_until([&] { return began.has_value() && !told.empty(); }));
+  told.clear();
+  REQUIRE(desk.restore(file) == "");
+  REQUIRE(desk.run_until([&] { return !told.empty(); }));
+  CHECK(told.front().all);
+  CHECK(told.front().accounts == std::vector{full_account("a")});
+  CHECK(told.front().flagged_callers == std::vector{full_flag("555")});
 }
 
 TEST_CASE("A store of a newer version, or another program's, is refused and not touched") {
