@@ -1,7 +1,9 @@
 #include "desktop/program.h"
 
 #include <QApplication>
+#include <QDir>
 #include <QFont>
+#include <QIcon>
 #include <QMessageBox>
 #include <QPalette>
 #include <QScreen>
@@ -74,12 +76,23 @@ std::unique_ptr<platform::DatabaseEngine> make_engine(FileAccess& access,
 
 }  // namespace
 
+QIcon program_icon() {
+  QIcon icon;
+  for (const QString& file : QDir(QStringLiteral(":/icon")).entryList()) {
+    icon.addFile(QStringLiteral(":/icon/") + file);
+  }
+  return icon;
+}
+
 void dress_application() {
   QApplication::setStyle(new ConsoleStyle);
   QApplication::setPalette(palette_of(metal_theme));
   QFont font(QStringLiteral("DejaVu Sans"));
   font.setPixelSize(design_letter_pixels);
   QApplication::setFont(font);
+  QApplication::setWindowIcon(program_icon());
+  // By this name a desktop knows which of its entries the windows belong to.
+  QGuiApplication::setDesktopFileName(QStringLiteral("org.lineweir.Console"));
   // The main window's parts would become windows of the system as soon as a dialog is made.
   QApplication::setAttribute(Qt::AA_DontCreateNativeWidgetSiblings);
   // A desktop's own dialogs look otherwise, and open the files that they show.
