@@ -56,7 +56,7 @@ done
 getent group lineweir-console > /dev/null || fail "no group lineweir-console"
 [[ -L $link ]] || fail "the service isn't enabled"
 [[ ! -e /var/lib/lineweir ]] || fail "the server was started"
-systemd-analyze verify /lib/systemd/system/lineweir-server.service || fail "the unit"
+systemd-analyze verify --man=no /lib/systemd/system/lineweir-server.service || fail "the unit"
 
 step "the server, as its own user, with the configuration of the package"
 start_server
@@ -133,7 +133,7 @@ step "purge"
 mkdir -p /srv/backup
 cp "$store" /srv/backup/of-lineweir.db
 rm -rf /run/lineweir
-quietly apt-get purge -y lineweir lineweir-server lineweir-tools
+quietly dpkg --purge lineweir lineweir-server lineweir-tools
 find / -xdev \( -path /proc -o -path /test -o -path /home/ann -o -path /srv/backup -o -path /var/log \
   -o -path /var/cache/apt \) -prune -o \( -iname '*lineweir*' -o -iname '*quorlink*' \) -print > /test/left
 [[ ! -s /test/left ]] || fail "left behind: $(< /test/left)"

@@ -1,9 +1,7 @@
 #include "desktop/program.h"
 
 #include <QApplication>
-#include <QDir>
 #include <QFont>
-#include <QIcon>
 #include <QMessageBox>
 #include <QPalette>
 #include <QScreen>
@@ -27,6 +25,7 @@
 #include "desktop/practice_place.h"
 #include "desktop/practice_titles.h"
 #include "desktop/practising.h"
+#include "desktop/program_icon.h"
 #include "desktop/screenshot.h"
 #include "desktop/surroundings.h"
 #include "desktop/theme.h"
@@ -75,14 +74,6 @@ std::unique_ptr<platform::DatabaseEngine> make_engine(FileAccess& access,
 }
 
 }  // namespace
-
-QIcon program_icon() {
-  QIcon icon;
-  for (const QString& file : QDir(QStringLiteral(":/icon")).entryList()) {
-    icon.addFile(QStringLiteral(":/icon/") + file);
-  }
-  return icon;
-}
 
 void dress_application() {
   QApplication::setStyle(new ConsoleStyle);
