@@ -8,6 +8,7 @@
 #include <optional>
 
 #include "admin/trouble.h"
+#include "base/version.h"
 #include "letters/utf8.h"
 
 namespace lineweir::admin {
@@ -53,6 +54,8 @@ class Words {
   explicit Words(Moment now) : now_(now), app_(description, "lineweir-admin") {
     app_.footer(footer);
     app_.set_help_flag("--help", "Shows this");
+    app_.set_version_flag("--version", std::string("lineweir-admin ") + program_version,
+                          "Shows the version");
     app_.fallthrough();
     app_.require_subcommand(1);
     app_.add_option("--socket", order_.socket, "The server's socket for administrators")
@@ -71,6 +74,8 @@ class Words {
       app_.parse(std::move(words));
     } catch (const CLI::CallForHelp&) {
       return Help{app_.help("", CLI::AppFormatMode::Normal)};
+    } catch (const CLI::CallForVersion&) {
+      return Help{app_.version() + "\n"};
     } catch (const CLI::ParseError& error) {
       throw Trouble(std::string(error.what()) + "; --help tells what there is.");
     }

@@ -2,7 +2,10 @@
 
 #include <CLI/CLI.hpp>
 #include <ostream>
+#include <string>
 #include <utility>
+
+#include "base/version.h"
 
 namespace lineweir::desk {
 namespace {
@@ -38,6 +41,7 @@ ParsedOptions parse_options(int argc, const char* const* argv, std::ostream& out
                             std::ostream& err) {
   CLI::App app(description, "lineweir-desk");
   app.footer(footer);
+  app.set_version_flag("--version", std::string("lineweir-desk ") + program_version);
   DeskOptions options;
   int lines = 10;
   std::string script;

@@ -32,6 +32,7 @@ const char* const usage_text =
     "  --diagnose      say what the console finds here, and what to do where it lacks something\n"
     "  --practice      a show to practise on: simulated callers, and nothing of it reaches\n"
     "                  the real lines, log or settings\n"
+    "  --version       say which version this is\n"
     "  --help          say this\n";
 
 const char* const no_display_text =
@@ -53,6 +54,8 @@ CommandLine parse_command_line(const std::vector<std::string>& words, std::strin
   for (std::size_t i = 0; i < words.size(); ++i) {
     if (words[i] == "--help" || words[i] == "-h") {
       line.help = true;
+    } else if (words[i] == "--version") {
+      line.version = true;
     } else if (words[i] == "--diagnose") {
       line.diagnose = true;
     } else if (words[i] == "--practice") {

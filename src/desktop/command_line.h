@@ -16,6 +16,7 @@ struct CommandLine {
   // The set of the console's texts.
   const CodePage* code_page = &default_code_page();
   bool help = false;
+  bool version = false;
   bool diagnose = false;
   // A console to practise on, in place of the real one.
   bool practice = false;

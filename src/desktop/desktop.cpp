@@ -12,15 +12,17 @@
 
 namespace lineweir {
 
-QString backgrounds_beside_program() {
-  return QCoreApplication::applicationDirPath() + QLatin1Char('/') +
-         QLatin1String(background_folder.data());
+QStringList background_folders() {
+  const QString name = QLatin1Char('/') + QLatin1String(background_folder.data());
+  const QString program = QCoreApplication::applicationDirPath();
+  return {program + name, QStringLiteral("/usr/local/share/lineweir") + name,
+          program + QStringLiteral("/../share/lineweir") + name};
 }
 
-Desktop::Desktop(Console& console, const QString& background_path)
+Desktop::Desktop(Console& console, const QStringList& backgrounds)
     : console_(console),
       message_(console, hands_),
-      main_frame_(console, focus_, background_path),
+      main_frame_(console, focus_, backgrounds),
       entry_layout_(console.Form4),
       entry_place_([this] { return main_frame_.main_window(); }),
       close_question_(console, focus_, [this] { return main_frame_.window(); }),

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 #include <memory>
 #include <vector>
 
@@ -22,15 +23,16 @@ namespace lineweir {
 
 struct Console;
 
-// The folder of background pictures that lies beside the program.
-QString backgrounds_beside_program();
+// Where background pictures lie: beside the program; a station's own, for a program that a package
+// put there; and those of the package.
+QStringList background_folders();
 
 // The windows of one console.
 class Desktop {
  public:
-  // The console must outlive this object. `background_path` is the folder of the pictures behind
-  // the main form's elements.
-  explicit Desktop(Console& console, const QString& background_path = backgrounds_beside_program());
+  // The console must outlive this object. `backgrounds` are the folders of the pictures behind
+  // the main form's elements, best first.
+  explicit Desktop(Console& console, const QStringList& backgrounds = background_folders());
   ~Desktop();
   Desktop(const Desktop&) = delete;
   Desktop& operator=(const Desktop&) = delete;

@@ -1,5 +1,6 @@
 #include "desktop/face_widgets.h"
 
+#include <QFile>
 #include <QPainter>
 
 #include "desktop/form_canvas.h"
@@ -16,6 +17,15 @@ std::string holder_of(const std::string& face_name, const Theme& theme) {
 
 QSize device_size(const FormCanvas& canvas) {
   return (QSizeF(canvas.size()) * canvas.device_scale()).toSize();
+}
+
+QString file_in(const QStringList& folders, const QString& file) {
+  QString path;
+  for (const QString& folder : folders) {
+    path = folder + QLatin1Char('/') + file;
+    if (QFile::exists(path)) break;
+  }
+  return path;
 }
 
 }  // namespace
@@ -51,7 +61,7 @@ const QPixmap& FaceWidget::background(QSize size) {
   if (holder == nullptr || holder->picture.get().empty()) return none;
   const BackgroundFolder& folder = canvas().background_folder();
   const QString file = QString::fromStdString(holder->picture);
-  const QString failure = background_.load(folder.path + QLatin1Char('/') + file);
+  const QString failure = background_.load(file_in(folder.paths, file));
   if (!failure.isEmpty() && folder.on_failure) folder.on_failure(file, failure);
   return background_.stretched(size);
 }

@@ -2,6 +2,7 @@
 
 #include <QPointer>
 #include <QString>
+#include <QStringList>
 #include <QWidget>
 #include <functional>
 #include <string>
@@ -23,7 +24,8 @@ class FontProperties;
 
 // Where the pictures behind the elements lie, and who is told of a file that can't be shown.
 struct BackgroundFolder {
-  QString path;
+  // A picture is that of the first of them which has a file of its name.
+  QStringList paths;
   std::function<void(const QString& file, const QString& reason)> on_failure;
 };
 

@@ -1,6 +1,7 @@
 #include <QApplication>
 #include <cstdio>
 
+#include "base/version.h"
 #include "desktop/command_line.h"
 #include "desktop/print_diagnosis.h"
 #include "desktop/program.h"
@@ -19,6 +20,10 @@ lineweir::CommandLine command_line_of(const QStringList& arguments) {
 int main(int argc, char* argv[]) {
   // What needs no screen is said without one.
   const auto asked = lineweir::parse_command_line({argv + 1, argv + argc}, {});
+  if (asked.version && !asked.help) {
+    std::printf("lineweir %s\n", lineweir::program_version);
+    return 0;
+  }
   if (asked.help || !asked.problem.empty()) {
     std::fputs(asked.help ? lineweir::usage_text : asked.problem.c_str(),
                asked.help ? stdout : stderr);

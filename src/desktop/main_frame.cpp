@@ -62,10 +62,10 @@ class FrameWatch final : public QObject {
 
 }  // namespace
 
-MainFrame::MainFrame(Console& console, WindowFocus& focus, const QString& background_path)
+MainFrame::MainFrame(Console& console, WindowFocus& focus, const QStringList& backgrounds)
     : FormFrame(console.Lineweir, focus),
       console_(console),
-      background_path_(background_path),
+      backgrounds_(backgrounds),
       least_letters_(QApplication::font()) {}
 
 MainFrame::~MainFrame() {
@@ -100,7 +100,7 @@ QWidget* MainFrame::make_window() {
   auto* window = new MainWindow(form());
   window->on_content_resized = [this](QSize content) { content_resized(content); };
   window->canvas().set_background_folder(
-      {background_path_, [this](const QString& file, const QString& reason) {
+      {backgrounds_, [this](const QString& file, const QString& reason) {
          console_.trace.WriteTrace("Picture " + core_text(form(), file) + " can't be shown - " +
                                    core_text(form(), reason));
        }});

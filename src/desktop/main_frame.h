@@ -2,6 +2,7 @@
 
 #include <QFont>
 #include <QString>
+#include <QStringList>
 
 #include "desktop/form_frame.h"
 
@@ -13,7 +14,7 @@ class MainWindow;
 // The main form in its window: its size in twips, its growing texts and its face.
 class MainFrame final : public FormFrame {
  public:
-  MainFrame(Console& console, WindowFocus& focus, const QString& background_path);
+  MainFrame(Console& console, WindowFocus& focus, const QStringList& backgrounds);
   ~MainFrame() override;
 
   MainWindow* main_window() const;
@@ -50,7 +51,7 @@ class MainFrame final : public FormFrame {
   void apply_theme();
 
   Console& console_;
-  QString background_path_;
+  QStringList backgrounds_;
   // That of dialogs before they grew with the window, and again once this one has gone.
   QFont least_letters_;
   // Why nothing comes of a key was told beside it.

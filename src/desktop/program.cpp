@@ -25,6 +25,7 @@
 #include "desktop/practice_place.h"
 #include "desktop/practice_titles.h"
 #include "desktop/practising.h"
+#include "desktop/program_icon.h"
 #include "desktop/screenshot.h"
 #include "desktop/surroundings.h"
 #include "desktop/theme.h"
@@ -80,6 +81,9 @@ void dress_application() {
   QFont font(QStringLiteral("DejaVu Sans"));
   font.setPixelSize(design_letter_pixels);
   QApplication::setFont(font);
+  QApplication::setWindowIcon(program_icon());
+  // By this name a desktop knows which of its entries the windows belong to.
+  QGuiApplication::setDesktopFileName(QStringLiteral("org.lineweir.Console"));
   // The main window's parts would become windows of the system as soon as a dialog is made.
   QApplication::setAttribute(Qt::AA_DontCreateNativeWidgetSiblings);
   // A desktop's own dialogs look otherwise, and open the files that they show.

@@ -12,6 +12,7 @@
 #include <iterator>
 
 #include "base/text.h"
+#include "base/version.h"
 #include "core/kept_address.h"
 #include "desktop/screens_seen.h"
 #include "platform/qt/qt_serial_port.h"
@@ -71,7 +72,7 @@ std::string content_of(const std::filesystem::path& path) {
 
 Surroundings look_around(const std::filesystem::path& folder, const CodePage& page) {
   Surroundings seen;
-  seen.program_version = LINEWEIR_VERSION;
+  seen.program_version = program_version;
   seen.qt_version = qVersion();
   seen.system = QSysInfo::prettyProductName().toStdString() + ", " +
                 QSysInfo::currentCpuArchitecture().toStdString();

@@ -1,7 +1,9 @@
 #include <CLI/CLI.hpp>
 #include <fstream>
 #include <iostream>
+#include <string>
 
+#include "base/version.h"
 #include "driver/interpreter.h"
 #include "letters/code_page_letters.h"
 #include "platform/icu/icu_transliterator.h"
@@ -31,7 +33,9 @@ std::string known_charset(const std::string& name) {
 }  // namespace
 
 int main(int argc, char** argv) {
-  CLI::App app("The whole console with nothing real under it, driven by commands.");
+  CLI::App app("The whole console with nothing real under it, driven by commands.",
+               "lineweir-driver");
+  app.set_version_flag("--version", std::string("lineweir-driver ") + lineweir::program_version);
   std::string directory = ".";
   std::vector<std::string> scripts;
   std::string charset(lineweir::default_code_page().name);

@@ -1,5 +1,9 @@
 #include "forms/about_form.h"
 
+#include <string>
+
+#include "base/version.h"
+
 namespace lineweir {
 
 AboutForm::AboutForm() : Form("AboutBox") {
@@ -7,7 +11,7 @@ AboutForm::AboutForm() : Form("AboutBox") {
   width = 5400;
   height = 2700;
   Label1.caption = "Lineweir";
-  Label2.caption = "Version " LINEWEIR_VERSION;
+  Label2.caption = std::string("Version ") + program_version;
   Label3.caption = "The operator's console of a talk show's telephones";
   for (Label* label : {&Label1, &Label2, &Label3}) label->alignment = align_center;
 }

@@ -4,6 +4,7 @@
 #include <istream>
 #include <string>
 
+#include "base/version.h"
 #include "state/guard.h"
 #include "state/server_addresses.h"
 
@@ -25,7 +26,9 @@ std::optional<Options> parse_options(int argc, const char* const* argv, std::ist
                                      std::ostream& output, std::ostream& errors, int& status) {
   CLI::App app(
       "A seat without a window at a lineweir-server, worked by a simulated person, so that a show "
-      "is lively with nobody there. The password is read from the standard input.");
+      "is lively with nobody there. The password is read from the standard input.",
+      "lineweir-seat");
+  app.set_version_flag("--version", std::string("lineweir-seat ") + program_version);
   Options options;
   std::string work = "screener";
   app.add_option("--host", options.login.host, "The server's name or address; several with commas")

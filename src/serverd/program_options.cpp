@@ -2,7 +2,10 @@
 
 #include <CLI/CLI.hpp>
 #include <ostream>
+#include <string>
 #include <utility>
+
+#include "base/version.h"
 
 namespace lineweir::serverd {
 namespace {
@@ -39,6 +42,7 @@ ParsedOptions parse_options(int argc, const char* const* argv, std::ostream& out
                             std::ostream& err) {
   CLI::App app(description, "lineweir-server");
   app.footer(footer);
+  app.set_version_flag("--version", std::string("lineweir-server ") + program_version);
   ProgramOptions options;
   std::string metrics;
   app.add_option("--config", options.configuration_file, "The configuration, a TOML file")

@@ -3,8 +3,10 @@
 #include <CLI/CLI.hpp>
 #include <algorithm>
 #include <ostream>
+#include <string>
 #include <utility>
 
+#include "base/version.h"
 #include "studio/event_script.h"
 
 namespace lineweir::studio {
@@ -88,6 +90,7 @@ void add_seconds(CLI::App& app, const char* name, std::string& text, Moment by_d
 
 void describe(CLI::App& app, Arguments& arguments) {
   app.footer(footer);
+  app.set_version_flag("--version", std::string("lineweir-studio ") + program_version);
   app.add_option("--lines", arguments.lines, "Telephone lines, 10 or 20")
       ->check(CLI::IsMember({10, 20}))
       ->capture_default_str()

@@ -24,7 +24,8 @@ void paint_file(const QTemporaryDir& folder, const char* name, const QColor& col
 }
 
 struct FaceDesk : ShownConsole {
-  explicit FaceDesk(const QTemporaryDir& folder) : ShownConsole("D", folder.path()) {}
+  explicit FaceDesk(const QTemporaryDir& folder) : FaceDesk(QStringList{folder.path()}) {}
+  explicit FaceDesk(const QStringList& folders) : ShownConsole("D", folders) {}
 
   // The colour of the panel where nothing stands on it, and of the form's upper edge.
   QColor panel() { return color_at(*canvas().widget_of(form().ScreenBottom)); }
@@ -96,6 +97,18 @@ TEST_SUITE("desktop/backgrounds") {
     CHECK(desk.form().LineStatus(2).caption == "On Air");
     desk.console.layout.RedefineScreen();
     desk.canvas().grab();
+    CHECK(desk.lines_about_pictures().isEmpty());
+  }
+
+  TEST_CASE("of several folders the first with a picture of the name counts, one by one") {
+    const QTemporaryDir own;
+    const QTemporaryDir installed;
+    paint_file(own, "10BM.jpg", Qt::darkBlue);
+    paint_file(installed, "10BM.jpg", Qt::darkGreen);
+    paint_file(installed, "10TM.jpg", Qt::darkGreen);
+    FaceDesk desk({own.path() + "/missing", own.path(), installed.path()});
+    CHECK(near(desk.panel(), Qt::darkBlue));
+    CHECK(near(desk.top(), Qt::darkGreen));
     CHECK(desk.lines_about_pictures().isEmpty());
   }
 

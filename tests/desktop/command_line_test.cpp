@@ -55,6 +55,12 @@ TEST_SUITE("command line") {
     CHECK(line.code_page->name == "windows-1250");
   }
 
+  TEST_CASE("the version is asked for, and nothing else is done then") {
+    CHECK_FALSE(parsed({"D"}).version);
+    CHECK(parsed({"--version"}).version);
+    CHECK(parsed({"--version"}).unknown_option.empty());
+  }
+
   TEST_CASE("practice is asked for by a word of its own, beside the others") {
     CHECK_FALSE(parsed({"D"}).practice);
     const CommandLine line = parsed({"--practice", "--charset", "windows-1250", "D"});

@@ -34,10 +34,10 @@ inline bool wait_for(const std::function<bool()>& condition) {
 
 // A started console whose windows are on the screen. Its clock stands.
 struct ShownConsole : ScriptedConsole {
-  // The pictures behind the elements are those beside the program, or of that folder.
-  explicit ShownConsole(std::string_view command_line = "", const QString& pictures = {})
+  // The pictures behind the elements are those beside the program, or of these folders.
+  explicit ShownConsole(std::string_view command_line = "", const QStringList& pictures = {})
       : ScriptedConsole(command_line),
-        desktop(console, pictures.isEmpty() ? backgrounds_beside_program() : pictures) {
+        desktop(console, pictures.isEmpty() ? background_folders() : pictures) {
     stand_link();
     settle();
   }
