@@ -50,12 +50,12 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   platform::MemoryFiles files;
   driver::Session session(files);
   driver::carry_out(session, "launch \"D\"");
-  Patience patience;
+  Patience time_left;
   while (!rest.empty()) {
     const std::size_t end = std::min(rest.find('\n'), rest.size());
     const std::string_view line = rest.substr(0, end);
     rest.remove_prefix(std::min(end + 1, rest.size()));
-    if (!patience.allows(line)) continue;
+    if (!time_left.allows(line)) continue;
     const auto reply = driver::carry_out(session, line);
     if (reply && (!is_reply(reply->line) || !is_printable(reply->line))) std::abort();
   }

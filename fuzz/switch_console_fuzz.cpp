@@ -45,7 +45,8 @@ void check_lamps(test::ScriptedConsole& desk) {
   desk.console.Lineweir.SwitchConsoleTimer.tick();
   desk::LampReader reader;
   for (const std::string& message : desk.platform.comm2.take_writes()) {
-    require(message.size() == lamp_message_length);
+    // Two cadence bytes and an address.
+    require(message.size() == 3);
     require(reader.receive(message).size() == 1);
   }
   require(reader.noise() == 0);

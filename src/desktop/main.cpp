@@ -6,6 +6,7 @@
 #include "desktop/print_diagnosis.h"
 #include "desktop/program.h"
 #include "desktop/screens_seen.h"
+#include "platform/process/memory_dump.h"
 
 namespace {
 
@@ -18,6 +19,7 @@ lineweir::CommandLine command_line_of(const QStringList& arguments) {
 }  // namespace
 
 int main(int argc, char* argv[]) {
+  lineweir::platform::keep_memory_out_of_dumps();
   // What needs no screen is said without one.
   const auto asked = lineweir::parse_command_line({argv + 1, argv + argc}, {});
   if (asked.version && !asked.help) {

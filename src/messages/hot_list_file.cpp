@@ -152,9 +152,9 @@ bool HotListFile::move(std::size_t from, std::size_t to) {
       order.push_back(rows[place].id);
     }
     if (from < to) {
-      std::ranges::rotate(order, order.begin() + 1);
+      std::rotate(order.begin(), order.begin() + 1, order.end());
     } else {
-      std::ranges::rotate(order, order.end() - 1);
+      std::rotate(order.begin(), order.end() - 1, order.end());
     }
     recordset_->take_places(order);
     moved = true;

@@ -2,6 +2,7 @@
 #include <iostream>
 
 #include "core/console.h"
+#include "platform/process/memory_dump.h"
 #include "platform/qt/qt_client_socket.h"
 #include "platform/qt/qt_event_loop.h"
 #include "platform/qt/qt_system_clock.h"
@@ -12,6 +13,7 @@
 
 int main(int argc, char* argv[]) {
   using namespace lineweir;
+  platform::keep_memory_out_of_dumps();
   int status = 0;
   const auto options = seat::parse_options(argc, argv, std::cin, std::cout, std::cerr, status);
   if (!options) return status;

@@ -7,6 +7,7 @@
 #include <exception>
 #include <iostream>
 
+#include "platform/process/memory_dump.h"
 #include "serverd/configuration_summary.h"
 #include "serverd/server_program.h"
 #include "serverd/tls_setup.h"
@@ -54,6 +55,7 @@ int run(const ProgramOptions& options) {
 }  // namespace
 
 int main(int argc, char** argv) {
+  lineweir::platform::keep_memory_out_of_dumps();
   open_standard_streams();
   // A reader of the log or of the standard output that goes away doesn't end the server.
   std::signal(SIGPIPE, SIG_IGN);

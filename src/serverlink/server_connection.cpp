@@ -78,7 +78,7 @@ void ServerConnection::begin_return() {
   if (sent_to_ && state_.services.loop.now() - sent_to_->at < sent_holds) return begin_there();
   auto servers = servers_;
   const auto had = std::ranges::find(servers, had_);
-  if (had != servers.end()) std::ranges::rotate(servers, had);
+  if (had != servers.end()) std::rotate(servers.begin(), had, servers.end());
   if (told_end_ && state_.services.loop.now() >= told_end_->until) told_end_.reset();
   if (told_end_ && servers.size() > 1) std::erase(servers, told_end_->server);
   begin_round(std::move(servers));

@@ -75,8 +75,8 @@ void PostgresConnection::open(std::function<void(std::string failure)> done) {
 
 void PostgresConnection::start(const std::vector<PostgresHost>& hosts) {
   auto turned = hosts;
-  std::ranges::rotate(turned,
-                      turned.begin() + static_cast<std::ptrdiff_t>(first_host_ % turned.size()));
+  const auto turn = static_cast<std::ptrdiff_t>(first_host_ % turned.size());
+  std::rotate(turned.begin(), turned.begin() + turn, turned.end());
   auto options = address_.options();
   options["host"] = list_of(turned, &PostgresHost::name);
   options["hostaddr"] = list_of(turned, &PostgresHost::address);
