@@ -2,6 +2,7 @@
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
+#include <array>
 #include <filesystem>
 #include <functional>
 #include <memory>
@@ -30,15 +31,16 @@ Ends with 0, or with 1 and a line on the standard error.
 
 // The words of a change of rights; a command line takes "-ExitMenu" for options of one letter.
 std::vector<std::string> take_right_changes(std::vector<std::string>& words) {
-  const std::vector<std::string> command = {"user", "right"};
-  const auto at = std::ranges::search(words, command);
+  const std::array<std::string, 2> command = {"user", "right"};
+  const auto at = std::search(words.begin(), words.end(), command.begin(), command.end());
   std::vector<std::string> changes;
-  if (at.empty()) return changes;
+  if (at == words.end()) return changes;
+  const auto rest = at + std::ssize(command);
   const auto is_change = [](const std::string& word) {
     return word.size() > 1 && (word[0] == '+' || (word[0] == '-' && word[1] != '-'));
   };
-  std::copy_if(at.end(), words.end(), std::back_inserter(changes), is_change);
-  words.erase(std::remove_if(at.end(), words.end(), is_change), words.end());
+  std::copy_if(rest, words.end(), std::back_inserter(changes), is_change);
+  words.erase(std::remove_if(rest, words.end(), is_change), words.end());
   return changes;
 }
 
