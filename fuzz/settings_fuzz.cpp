@@ -1,9 +1,10 @@
-// A console's start from a settings file and further settings of any bytes, and its next start from
-// what the first one has saved. Nothing may crash or hang, whatever is shown has a size, and a
-// second start finds what the first one left.
+// A console's start from a settings file and further settings of any bytes, and its next starts from
+// what the one before has saved. Nothing may crash or hang, whatever is shown has a size, and a third
+// start finds what the second one left.
 
 #include <cstddef>
 #include <cstdint>
+#include <cstdio>
 #include <cstdlib>
 #include <string>
 
@@ -47,6 +48,13 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   const std::string record = bytes.size() > further ? bytes.substr(further) : std::string();
   const std::string saved = saved_by_start(record, texts);
   require(saved.size() == settings_record_size);
-  require(saved_by_start(saved, texts) == saved);
+  // A start may choose what the record before it doesn't name, as a plan that is there.
+  const std::string chosen = saved_by_start(saved, texts);
+  const std::string again = saved_by_start(chosen, texts);
+  for (const SettingsField& field : settings_fields) {
+    if (again.compare(field.offset, field.width, chosen, field.offset, field.width) == 0) continue;
+    std::fprintf(stderr, "the field at %zu isn't what was saved\n", field.offset);
+    std::abort();
+  }
   return 0;
 }
