@@ -73,7 +73,7 @@ void CallerFlagEntry::known_changed() {
 
 CallerFlag CallerFlagEntry::chosen() const {
   const auto choices = state_.FlagForm.choices();
-  for (std::uint8_t flag = 0; flag < choices.size(); ++flag) {
+  for (std::size_t flag = 0; flag < choices.size(); ++flag) {
     if (choices[flag]->value) return static_cast<CallerFlag>(flag);
   }
   return CallerFlag::None;

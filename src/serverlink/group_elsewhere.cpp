@@ -68,6 +68,8 @@ void GroupElsewhere::go_there(const StudioServer& place) {
   switch (result) {
     case LoginResult::Accepted:
       connection_.let_in();
+      // Who has changed the studio at this console keeps what is chosen here.
+      if (state_.login.GroupLeft != 0) state_.Lineweir.UserProfileTimer.enabled = false;
       return TextWrit_SockConnecter(state_, server_, SessionReason::Login);
     case LoginResult::Rejected:
       return state_.LoginForm.show();
@@ -98,17 +100,19 @@ void GroupElsewhere::come_back(const StudioServer& place) {
       name_of_group() + " is served at " + name_of(place) + ", which isn't there now.";
   const int group = state_.login.GroupLeft;
   if (group != 0) state_.program.GroupNumber = group;
-  connection_.begin();
+  connection_.begin_back();
   const LoginResult result = log_in();
   if (result == LoginResult::Superseded) return;
   if (result != LoginResult::Accepted) {
-    lose_server(state_);
+    watch_.come_back_later();
     return state_.messages.ShowMessage(why);
   }
+  connection_.let_in();
   if (group == 0) {
     rights_.RequestFirstUnblocked();
     return state_.messages.ShowMessage(why);
   }
+  state_.Lineweir.UserProfileTimer.enabled = false;
   TextWrit_SockConnecter(state_, server_, SessionReason::Login);
   if (is_asked) return;
   state_.messages.ShowMessage(why + " The console is back in " + name_of_group() + ".");

@@ -133,6 +133,9 @@ void LineEvents::show_words_again(int line, char letter) {
   const LineReport report = report_of(line, letter, letter);
   line_steps_.run(RuleStep(LineStep::ShowText), report);
   if (letter == ready_letter) line_steps_.run(RuleStep(LineStep::ShowRowOrNext), report);
+  const bool has_other_call =
+      state_.lines.ClockRunning(line) != 0 && state_.lines.ClockBase(line).empty();
+  if (has_other_call) line_steps_.run(RuleStep(LineStep::BaseNow), report);
 }
 
 LineReport LineEvents::report_of(int line, char letter, char old_letter) const {

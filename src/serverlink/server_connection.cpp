@@ -16,8 +16,10 @@ using platform::Milliseconds;
 
 constexpr Milliseconds connection_limit{5000};
 constexpr Milliseconds smallest_share{1000};
-// A thousand consoles whose server is away mustn't ask the others all the time where it is.
-constexpr Milliseconds sent_holds{30'000};
+// As long as another server takes to lead in its place; and at most, as a thousand consoles whose
+// server is away mustn't ask the others all the time where it is.
+constexpr Milliseconds sent_holds_first{4'000};
+constexpr Milliseconds sent_holds_longest{30'000};
 // A server is left five seconds ahead of its end.
 constexpr Milliseconds told_end_takes{6000};
 
@@ -53,12 +55,33 @@ std::vector<StudioServer> ServerConnection::known_servers() const {
   if (!sent_to_) return servers;
   std::erase(servers, sent_to_->server);
   servers.insert(servers.begin(), sent_to_->server);
+  const bool is_known = !sent_by_ || std::ranges::count(servers, *sent_by_) > 0;
+  if (!is_known) servers.push_back(*sent_by_);
   return servers;
 }
 
+bool ServerConnection::asks_there_alone() {
+  if (!sent_to_) return false;
+  const Milliseconds now = state_.services.loop.now();
+  if (!sent_to_->until) sent_to_->until = now + sent_to_->holds;
+  if (now >= *sent_to_->until) return false;
+  // Of servers that stand in for each other the other one may have the studio by now.
+  const auto own = known_studio_servers(state_.login.ServerHost, state_.login.ServerPort);
+  return std::ranges::count(own, sent_to_->server) == 0;
+}
+
 void ServerConnection::send_to(const StudioServer& server) {
-  sent_to_ = {server, state_.services.loop.now()};
+  const bool is_again = sent_to_ && sent_to_->server == server;
+  if (!is_again && had_ != server) sent_by_ = had_;
+  const Milliseconds holds =
+      is_again ? std::min(2 * sent_to_->holds, sent_holds_longest) : sent_holds_first;
+  sent_to_ = {server, holds};
   had_ = server;
+}
+
+void ServerConnection::let_in() {
+  had_ = round_.present();
+  if (sent_to_ && sent_to_->server == had_) sent_to_ = {had_, sent_holds_first};
 }
 
 void ServerConnection::begin_there() {
@@ -66,8 +89,22 @@ void ServerConnection::begin_there() {
   begin_round({servers_.front()});
 }
 
+void ServerConnection::begin_back() {
+  const auto sent_by = std::exchange(sent_by_, {});
+  sent_to_.reset();
+  servers_ = known_servers();
+  auto servers = servers_;
+  if (sent_by) {
+    std::erase(servers, *sent_by);
+    servers.insert(servers.begin(), *sent_by);
+  }
+  begin_round(std::move(servers));
+}
+
 void ServerConnection::begin() {
   sent_to_.reset();
+  sent_by_.reset();
+  state_.login.GroupLeft = 0;
   servers_ = known_servers();
   auto behind_asked = std::exchange(behind_asked_, {});
   begin_round(behind_asked.empty() ? servers_ : std::move(behind_asked));
@@ -75,7 +112,7 @@ void ServerConnection::begin() {
 
 void ServerConnection::begin_return() {
   servers_ = known_servers();
-  if (sent_to_ && state_.services.loop.now() - sent_to_->at < sent_holds) return begin_there();
+  if (asks_there_alone()) return begin_there();
   auto servers = servers_;
   const auto had = std::ranges::find(servers, had_);
   if (had != servers.end()) std::rotate(servers.begin(), had, servers.end());

@@ -62,8 +62,11 @@ class ServerConnection {
   void begin_return();
   // The same to the server of the studio group that this console was sent to.
   void begin_there();
+  // The same to the server that has sent it, and then to those of the present address.
+  void begin_back();
   // The present group is served there, and not where the present address leads. A console that
-  // comes back by itself asks nowhere else for some time, and then at the present address too.
+  // comes back by itself asks there alone for a while, longer each time that it is sent there
+  // again, and then at the present address too.
   void send_to(const StudioServer& server);
   // The same to the next one; the present one is given up. False where it was the last.
   bool begin_next(std::string_view why);
@@ -102,20 +105,24 @@ class ServerConnection {
   // How long one of several may be silent before the next one is tried.
   platform::Milliseconds share() const;
   // The present one has let the user in.
-  void let_in() { had_ = round_.present(); }
+  void let_in();
 
  private:
   struct SentTo {
     StudioServer server;
-    platform::Milliseconds at;
+    platform::Milliseconds holds;
+    // Nothing while it isn't lost.
+    std::optional<platform::Milliseconds> until = {};
   };
   struct ToldEnd {
     StudioServer server;
     platform::Milliseconds until;
   };
 
-  // Those of the present address, behind the one that the console was sent to.
+  // Those of the present address, behind the one that the console was sent to, and in front of the
+  // one that has sent it.
   std::vector<StudioServer> known_servers() const;
+  bool asks_there_alone();
   void begin_round(std::vector<StudioServer> servers);
   void connect();
   // Why the present one of several is to be given up; nothing while it isn't.
@@ -137,6 +144,7 @@ class ServerConnection {
   ServerRound round_{{StudioServer{}}};
   StudioServer had_;
   std::optional<SentTo> sent_to_;
+  std::optional<StudioServer> sent_by_;
   std::optional<ToldEnd> told_end_;
   // What the next round by hand has in place of all servers.
   std::vector<StudioServer> behind_asked_;

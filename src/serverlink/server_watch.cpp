@@ -173,6 +173,11 @@ void ServerWatch::connect() {
 
 void ServerWatch::come_back_elsewhere() { wait_for_next_try(); }
 
+void ServerWatch::come_back_later() {
+  lose();
+  if (!next_look_) look_in(between_looks);
+}
+
 void ServerWatch::follow_connection() {
   const Milliseconds now = state_.services.loop.now();
   if (!connection_.several()) {
@@ -205,6 +210,8 @@ void ServerWatch::follow_answer() {
   switch (exchange_.password_answer()) {
     case LoginResult::Accepted:
       go_to(Step::Registering);
+      connection_.let_in();
+      keep_what_is_chosen_here();
       return TextWrit_SockConnecter(state_, server_, SessionReason::Login);
     case LoginResult::Rejected:
       go_to(Step::Refused);
@@ -218,6 +225,14 @@ void ServerWatch::follow_answer() {
   const bool is_silent =
       connection_.several() && !exchange_.is_heard() && waited >= present_patience();
   if (is_silent || waited > LoginExchange::answer_limit) give_up(server_silent);
+}
+
+// The user hasn't left this console: a profile that was saved some time ago, with the studio of
+// that time, is not what he wants now. Clocks that the server doesn't tell are another caller's by
+// now.
+void ServerWatch::keep_what_is_chosen_here() {
+  state_.Lineweir.UserProfileTimer.enabled = false;
+  for (int line = 0; line < state_.lines.LineCount; ++line) state_.lines.ClockBase(line).clear();
 }
 
 void ServerWatch::follow_state() {

@@ -39,6 +39,8 @@ class ServerWatch {
   bool is_coming_back() const { return step_ != Step::NotLost; }
   // Its studio is served elsewhere, as it has just been told.
   void come_back_elsewhere();
+  // There is no server at all now, and the console goes on looking for one by itself.
+  void come_back_later();
 
   static constexpr platform::Milliseconds longest_silence{3000};
   static constexpr platform::Milliseconds between_tries{2000};
@@ -70,6 +72,7 @@ class ServerWatch {
   void tell_silence();
   void log_in();
   void follow_answer();
+  void keep_what_is_chosen_here();
   void follow_state();
   void go_to(Step step);
   void wait_for_next_try();

@@ -70,6 +70,67 @@ TEST_SUITE("a studio of another server") {
     }
   }
 
+  TEST_CASE("who was sent by a server away goes back to it, also where the known address is dead") {
+    ElsewhereDesk desk;
+    desk.send_to("two:2002");
+    REQUIRE(desk.until_in_at("two") < Milliseconds(500));
+    desk.pass(Milliseconds(5000));
+    desk.take_connects();
+    desk.set("one", Server::Refuses);
+    desk.console.login.GroupLeft = 2;
+    desk.console.program.GroupNumber = 1;
+    // The other server sends to the first one, which isn't there.
+    desk.send_to("one:2001");
+    desk.pass(Milliseconds(20'000));
+    CHECK(desk.take_connects() == Texts{"one:2001", "two:2002"});
+    CHECK(desk.console.program.GroupNumber == 2);
+    CHECK(desk.is_in());
+    CHECK(desk.console.MyMsgbox.Label1.caption.get().ends_with(
+        "which isn't there now. The console is back in Group 2."));
+  }
+
+  TEST_CASE("where no server is there at all the console goes on looking by itself") {
+    ElsewhereDesk desk;
+    desk.set("two", Server::Refuses);
+    desk.set("one", Server::Refuses);
+    desk.console.login.GroupLeft = 1;
+    desk.send_to("two:2002");
+    desk.pass(Milliseconds(10'000));
+    CHECK_FALSE(desk.is_in());
+    CHECK(desk.form().ServerSilence.visible);
+    desk.set("one", Server::Accepts);
+    CHECK(desk.until_in_at("one") < Milliseconds(3000));
+  }
+
+  TEST_CASE("of servers that stand in for each other the other one is asked at once") {
+    ElsewhereDesk desk("one, two");
+    desk.send_to("two:2001");
+    REQUIRE(desk.until_in_at("two") < Milliseconds(500));
+    desk.pass(Milliseconds(5000));
+    desk.set("two", Server::Silent);
+    desk.platform.winsock1.drop();
+    CHECK(desk.until_in_at("one") < Milliseconds(4000));
+  }
+
+  TEST_CASE("who comes back by itself keeps the studio, whatever profile was saved before") {
+    ElsewhereDesk desk;
+    const auto profile_comes = [&]() -> bool { return desk.form().UserProfileTimer.enabled; };
+    desk.reply(ClientCommand::CmdPasswordLogin, ServerCommand::SrvPasswordResult,
+               std::string(all_rights) + "Ann" + std::string(300, ' '), 'T');
+    SUBCASE("to the server that it had") {
+      desk.kill("one");
+      desk.pass(Milliseconds(4000));
+      desk.set("one", Server::Accepts);
+      REQUIRE(desk.until_in_at("one") < Milliseconds(5000));
+    }
+    SUBCASE("to a studio that was chosen") {
+      desk.console.login.GroupLeft = 2;
+      desk.send_to("two:2002");
+      REQUIRE(desk.until_in_at("two") < Milliseconds(500));
+    }
+    CHECK_FALSE(profile_comes());
+  }
+
   TEST_CASE("who was in no studio before is brought to one that is open") {
     ElsewhereDesk desk;
     desk.set("two", Server::Refuses);
@@ -97,22 +158,31 @@ TEST_SUITE("a studio of another server") {
     CHECK(desk.until_in_at("tls:two") < Milliseconds(500));
   }
 
-  TEST_CASE("one that is lost is looked for alone for half a minute, and then where it is known") {
+  TEST_CASE("one that is lost is looked for alone for a while, and then where it is known") {
     ElsewhereDesk desk;
     desk.send_to("two:2002");
     REQUIRE(desk.until_in_at("two") < Milliseconds(500));
     desk.pass(Milliseconds(5000));
     desk.kill("two");
-    desk.pass(Milliseconds(20'000));
+    desk.pass(Milliseconds(3'500));
     const Texts early = desk.take_connects();
     CHECK(std::ranges::count(early, "one:2001") == 0);
-    CHECK(std::ranges::count(early, "two:2002") > 5);
+    CHECK(std::ranges::count(early, "two:2002") > 2);
     SUBCASE("it comes back") {
       desk.set("two", Server::Accepts);
       CHECK(desk.until_in_at("two") < Milliseconds(2500));
     }
     SUBCASE("the studio is at the first one now") {
-      CHECK(desk.until_in_at("one") < Milliseconds(12'000));
+      CHECK(desk.until_in_at("one") < Milliseconds(3'000));
+    }
+    SUBCASE("the first one doesn't know better, and is asked more and more rarely") {
+      for (int second = 0; second < 60; ++second) {
+        desk.pass(Milliseconds(1000));
+        if (desk.platform.winsock1.host() == "one" && desk.is_in()) desk.send_to("two:2002");
+      }
+      const auto asked = std::ranges::count(desk.take_connects(), "one:2001");
+      CHECK(asked >= 2);
+      CHECK(asked <= 6);
     }
   }
 }
