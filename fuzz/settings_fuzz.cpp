@@ -1,6 +1,6 @@
-// A console's start from a settings file and further settings of any bytes, and its next starts from
-// what the one before has saved. Nothing may crash or hang, whatever is shown has a size, and a third
-// start finds what the second one left.
+// A console's start from a settings file and further settings of any bytes, and its next starts
+// from what the one before has saved. Nothing may crash or hang, whatever is shown has a size, and
+// a third start finds what the second one left.
 
 #include <cstddef>
 #include <cstdint>
