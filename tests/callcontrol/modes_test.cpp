@@ -78,6 +78,18 @@ TEST_SUITE("callcontrol/modes: producer") {
     CHECK(form.Drop1Label.left == 40);
   }
 
+  TEST_CASE("passive mode holds when the lines are laid out anew") {
+    ScriptedConsole desk;
+    MainForm& form = desk.console.Lineweir;
+    form.PassiveMode.on_click();
+    desk.console.layout.set_line_count(20);
+    for (const int line : {0, 19}) {
+      CAPTURE(line);
+      CHECK_FALSE(form.OnHybrid1(line).enabled);
+      CHECK_FALSE(form.OnHybrid2(line).enabled);
+    }
+  }
+
   TEST_CASE("a console without the main hybrid answers all the same") {
     ScriptedConsole desk;
     desk.console.program.MainHybridOn = false;
