@@ -76,6 +76,8 @@ TEST_SUITE("callcontrol/modes: producer") {
     form.StudioMode.on_click();
     CHECK(form.Drop1.width == 375);
     CHECK(form.Drop1Label.left == 40);
+    CHECK(form.Drop2.visible);
+    CHECK(form.Hold2.visible);
   }
 
   TEST_CASE("passive mode holds when the lines are laid out anew") {
