@@ -28,6 +28,10 @@ if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_L
   add_compile_options($<$<CONFIG:Release,RelWithDebInfo>:-Wno-restrict>)
 endif()
 
+if(LINEWEIR_COVERAGE)
+  add_link_options(--coverage)
+endif()
+
 if(LINEWEIR_FUZZ)
   # Every layer tells the fuzzers which of its branches were taken; without that they only guess.
   add_compile_options(-fsanitize=fuzzer-no-link)

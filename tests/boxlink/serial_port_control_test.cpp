@@ -189,6 +189,36 @@ TEST_SUITE("boxlink/serial port: the answer") {
     CHECK(desk.console.lines.StatusLetter(4) == 'R');
   }
 
+  TEST_CASE("an answer behind the limit whose port can't be opened again is told as any failure") {
+    PortDesk desk;
+    desk.click(desk.form().PortOn);
+    desk.take_messages();
+    desk.take_trace();
+    desk.platform.comm1.fail_openings(8010, 1);
+    desk.platform.comm1.arrive("Line monitor ON");
+    desk.platform.loop.advance(1s);
+    CHECK(desk.take_messages() == Words{"Could Not Open Port"});
+    CHECK(desk.take_trace() == Words{"PortOn_Click Error - Serial port 1 can't be opened"});
+    expect_off(desk);
+  }
+
+  TEST_CASE("a box that reports lines instead of its answer completes the probe, noise doesn't") {
+    PortDesk desk;
+    desk.click(desk.form().PortOn);
+    desk.platform.comm1.take_writes();
+    // The wait for the rest of an answer that has begun ends too.
+    desk.box_sends("%&#!");
+    desk.platform.loop.advance(6s);
+    desk.box_sends("%&#!");
+    desk.platform.loop.advance(6s);
+    CHECK(desk.form().Off.checked);
+    CHECK(desk.platform.comm1.take_writes().empty());
+    desk.box_sends("R04");
+    CHECK(desk.form().PortOn.checked);
+    CHECK(desk.platform.comm1.take_writes() ==
+          Words(asked_for_all.begin() + 1, asked_for_all.end()));
+  }
+
   TEST_CASE("an answer that comes twice is one answer") {
     PortDesk desk;
     desk.platform.comm1.reply("M", "Line monitor ONLine monitor ON");
@@ -239,6 +269,74 @@ TEST_SUITE("boxlink/serial port: failures") {
     desk.click(desk.form().Com1);
     CHECK(desk.form().PortOn.checked);
     CHECK_FALSE(desk.form().Off.checked);
+  }
+
+  TEST_CASE("while another port is tried the pointer is an hourglass") {
+    PortDesk desk;
+    desk.box_answers();
+    desk.click(desk.form().PortOn);
+    desk.platform.comm1.reply("M", "");
+    desk.at(1s, [&] { CHECK(desk.form().mouse_pointer == pointer_hourglass); });
+    desk.click(desk.form().Com2);
+    CHECK(desk.form().mouse_pointer == pointer_default);
+  }
+
+  TEST_CASE("the link is gone as soon as the port is off") {
+    PortDesk desk;
+    desk.box_answers();
+    desk.click(desk.form().PortOn);
+    desk.box_sends("R04");
+    REQUIRE(desk.form().no_link.get().empty());
+    desk.form().Off.on_click();
+    CHECK_FALSE(desk.form().no_link.get().empty());
+  }
+
+  TEST_CASE("a port that vanishes leaves its reason in the trace") {
+    PortDesk desk;
+    desk.box_answers();
+    desk.click(desk.form().PortOn);
+    desk.take_trace();
+    desk.platform.comm1.vanish();
+    CHECK(desk.take_trace().size() == 1);
+  }
+
+  TEST_CASE("choosing a closed port is no wish to have it open") {
+    PortDesk desk;
+    desk.click(desk.form().Com3);
+    CHECK(desk.console.port.choice().number == 3);
+    CHECK_FALSE(desk.console.port.choice().on);
+  }
+
+  TEST_CASE("where the menu shows no port the one in use counts") {
+    PortDesk desk;
+    desk.click(desk.form().Com3);
+    desk.form().Com3.checked = false;
+    CHECK(desk.console.port.choice().number == 3);
+  }
+
+  TEST_CASE("who chooses a port, or switches it on, wants no other way any more") {
+    constexpr int other_way = 6;
+    for (const bool switched_on : {false, true}) {
+      CAPTURE(switched_on);
+      PortDesk desk;
+      desk.console.port.want_other_way(other_way);
+      CHECK(desk.console.port.choice().number == other_way);
+      CHECK_FALSE(desk.console.port.choice().on);
+      desk.click(switched_on ? desk.form().PortOn : desk.form().Com1);
+      CHECK(desk.console.port.choice().number == 1);
+    }
+  }
+
+  TEST_CASE("a port that was on is still wanted when the other way has come to nothing") {
+    for (const bool was_on : {false, true}) {
+      CAPTURE(was_on);
+      PortDesk desk;
+      desk.form().PortOn.checked = was_on;
+      desk.console.port.show_as_way();
+      CHECK(desk.form().Off.checked);
+      CHECK_FALSE(desk.form().PortOn.checked);
+      CHECK(desk.console.port.choice().on == was_on);
+    }
   }
 
   TEST_CASE("what the settings keep is the user's choice") {

@@ -181,6 +181,14 @@ TEST_SUITE("boxlink/status decoder: letters") {
     CHECK(logged_rows(test).size() == 1);
   }
 
+  TEST_CASE("a line is busy until it is free") {
+    PreparedConsole test;
+    test.box_sends(report('B'));
+    CHECK(test.console.lines.SetBusy(line) == 1);
+    test.box_sends(report('F'));
+    CHECK(test.console.lines.SetBusy(line) == 0);
+  }
+
   TEST_CASE("B right after a connect keeps the caller's data but not the times") {
     PreparedConsole test;
     test.console.lines.FreshConnect = true;

@@ -71,6 +71,17 @@ TEST_SUITE("callcontrol/dial_pad: opening and closing") {
     }
   }
 
+  TEST_CASE("opened again it shows no lamp of a line that has gone meanwhile") {
+    DialDesk desk;
+    desk.letter(0, 'N');
+    desk.open();
+    CHECK(desk.lamp() == "RedPic");
+    desk.form.close();
+    desk.letter(0, 'F');
+    desk.open();
+    CHECK(desk.lamp() == "GreyPic");
+  }
+
   TEST_CASE("closing unloads it: the clock stands, the digits and the words are gone") {
     DialDesk desk;
     desk.letter(0, 'N');
@@ -110,6 +121,14 @@ TEST_SUITE("callcontrol/dial_pad: seizing") {
       CHECK(desk.words().empty());
       CHECK(desk.dial.DialSeizeLine == 3);
     }
+  }
+
+  TEST_CASE("the last line of the list is line 10") {
+    DialDesk desk;
+    desk.open();
+    desk.form.Combo1.select(9);
+    desk.form.SSCommand1.on_click();
+    CHECK(desk.words() == Words{"N09"});
   }
 
   TEST_CASE("the word carries the hybrid's bank") {
@@ -283,6 +302,14 @@ TEST_SUITE("callcontrol/dial_pad: keys") {
     CHECK(desk.words() == Words{"N00"});
   }
 
+  TEST_CASE("each key has its character") {
+    DialDesk desk;
+    desk.letter(0, 'N');
+    desk.open();
+    for (int key : std::initializer_list<int>{'0', '1', '9', '*', '#'}) desk.form.on_key_press(key);
+    CHECK(desk.form.Text1.text == "019*#");
+  }
+
   TEST_CASE("characters typed anywhere in the window press the keys") {
     DialDesk desk;
     desk.letter(0, 'N');
@@ -406,13 +433,18 @@ TEST_SUITE("callcontrol/dial_pad: the line's state") {
   TEST_CASE("a line that is gone from the table is let go") {
     DialDesk desk;
     desk.console.layout.set_line_count(20);
-    desk.letter(15, 'N');
-    desk.open();
-    desk.console.layout.set_line_count(10);
-    desk.tick();
-    CHECK(desk.dial.DialLine == no_line);
-    CHECK(desk.lamp() == "GreyPic");
-    for (const std::string& line : desk.take_trace()) CHECK(line.find("Error") == line.npos);
+    for (const int gone : {10, 15}) {
+      desk.console.layout.set_line_count(20);
+      desk.letter(gone, 'N');
+      desk.open();
+      CHECK(desk.dial.DialLine == gone);
+      desk.console.layout.set_line_count(10);
+      desk.tick();
+      CHECK(desk.dial.DialLine == no_line);
+      CHECK(desk.lamp() == "GreyPic");
+      for (const std::string& line : desk.take_trace()) CHECK(line.find("Error") == line.npos);
+      desk.form.close();
+    }
   }
 }
 
@@ -475,6 +507,24 @@ TEST_SUITE("callcontrol/dial_pad: dial and drop") {
       CHECK(desk.form.Timer5.enabled);
       desk.tick();
       CHECK(desk.form.Text1.text == "");
+    }
+  }
+
+  TEST_CASE("digits that are typed behind a drop stay") {
+    for (const bool opened_anew : {false, true}) {
+      CAPTURE(opened_anew);
+      DialDesk desk;
+      desk.open();
+      desk.form.TheDrop.on_click();
+      if (opened_anew) {
+        desk.form.close();
+        desk.open();
+      } else {
+        desk.tick();
+      }
+      desk.keys("1");
+      desk.tick();
+      CHECK(desk.form.Text1.text == "1");
     }
   }
 

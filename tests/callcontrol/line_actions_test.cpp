@@ -33,6 +33,60 @@ struct SerialDesk : ScriptedConsole {
   }
 };
 
+TEST_SUITE("callcontrol/line_actions: whether a press finds work") {
+  TEST_CASE("talent: on every line that isn't taken by other equipment") {
+    SerialDesk desk;
+    const MainForm& form = desk.console.Lineweir;
+    desk.letters("E N");
+    const LineActions& actions = desk.console.line_actions;
+    for (const ControlArray<Picture>* buttons : {&form.OnHybrid1, &form.OnHybrid2}) {
+      CHECK_FALSE(actions.finds_work((*buttons)(0)));
+      CHECK(actions.finds_work((*buttons)(1)));
+      CHECK(actions.finds_work((*buttons)(2)));
+    }
+  }
+
+  TEST_CASE("producer without a handset: where the form opens, and where the next call is chosen") {
+    SerialDesk desk;
+    MainForm& form = desk.console.Lineweir;
+    desk.produce(0, 2);
+    desk.letters("RS");
+    const LineActions& actions = desk.console.line_actions;
+    for (const bool opens_by_itself : {false, true}) {
+      form.AutoDataEntry.checked = opens_by_itself;
+      CHECK(actions.finds_work(form.OnHybrid1(0)) == opens_by_itself);
+      CHECK_FALSE(actions.finds_work(form.OnHybrid1(1)));
+      CHECK(actions.finds_work(form.OnHybrid2(1)));
+    }
+    desk.produce(1, 2);
+    CHECK(actions.finds_work(form.OnHybrid1(1)));
+  }
+
+  TEST_CASE("drop and hold: where one of the lines is there, the first too") {
+    SerialDesk desk;
+    const MainForm& form = desk.console.Lineweir;
+    const LineActions& actions = desk.console.line_actions;
+    CHECK_FALSE(actions.finds_work(form.Drop1));
+    desk.letters("N");
+    CHECK(actions.finds_work(form.Drop1));
+    CHECK_FALSE(actions.finds_work(form.Drop2));
+    desk.console.lines.ThePhoneFlag = 4;
+    CHECK(actions.finds_work(form.Drop2));
+  }
+
+  TEST_CASE("between two groups every press finds work, as it says that it comes too early") {
+    SerialDesk desk;
+    desk.letters("E");
+    desk.platform.winsock1.stand_connected();
+    desk.console.Lineweir.WinsockMenu.checked = true;
+    for (const bool between : {false, true}) {
+      desk.console.login.BetweenGroups = between;
+      CHECK(desk.console.line_actions.finds_work(desk.console.Lineweir.OnHybrid1(0)) == between);
+      CHECK(desk.console.line_actions.finds_work(desk.console.Lineweir.Drop1) == between);
+    }
+  }
+}
+
 TEST_SUITE("callcontrol/line_actions: row buttons") {
   TEST_CASE("talent: one press moves a line from the conference to main, and locks it there") {
     SerialDesk desk;

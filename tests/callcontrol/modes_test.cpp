@@ -76,6 +76,20 @@ TEST_SUITE("callcontrol/modes: producer") {
     form.StudioMode.on_click();
     CHECK(form.Drop1.width == 375);
     CHECK(form.Drop1Label.left == 40);
+    CHECK(form.Drop2.visible);
+    CHECK(form.Hold2.visible);
+  }
+
+  TEST_CASE("passive mode holds when the lines are laid out anew") {
+    ScriptedConsole desk;
+    MainForm& form = desk.console.Lineweir;
+    form.PassiveMode.on_click();
+    desk.console.layout.set_line_count(20);
+    for (const int line : {0, 19}) {
+      CAPTURE(line);
+      CHECK_FALSE(form.OnHybrid1(line).enabled);
+      CHECK_FALSE(form.OnHybrid2(line).enabled);
+    }
   }
 
   TEST_CASE("a console without the main hybrid answers all the same") {

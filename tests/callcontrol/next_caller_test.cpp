@@ -66,6 +66,27 @@ std::string frame(int command, int line, int alt_info, int console, int bank,
 }
 std::string next_call_frame(int line) { return frame(8, line, 0, 0, 255); }
 
+TEST_SUITE("callcontrol/next_caller: who is at the handset") {
+  TEST_CASE("nobody is on a line that isn't there") {
+    Desk desk;
+    for (const int line : {-1, 10, 11}) CHECK_FALSE(desk.console.next_caller.at_handset(line));
+  }
+
+  TEST_CASE("where the server decides both buttons always find work") {
+    Desk desk;
+    const NextCaller& next = desk.console.next_caller;
+    for (const bool producer : {false, true}) {
+      if (producer) desk.console.Lineweir.ScreenerMode.on_click();
+      desk.console.lines.ThePhoneFlag = 1;
+      CHECK_FALSE(next.NextButton_finds_work());
+      CHECK_FALSE(next.NextToConf_finds_work());
+      desk.console.lines.ThePhoneFlag = 4;
+      CHECK(next.NextButton_finds_work());
+      CHECK(next.NextToConf_finds_work());
+    }
+  }
+}
+
 TEST_SUITE("callcontrol/next_caller: FindNext") {
   TEST_CASE("the ready line that has waited longest becomes the next call") {
     Desk desk;

@@ -34,6 +34,8 @@ TEST_SUITE("callcontrol/switch_console_port: menu") {
     CHECK(desk.checked_ports() == 30);
     CHECK(desk.port.comm_port() == 3);
     CHECK_FALSE(desk.port.is_open());
+    desk.choose(4);
+    CHECK_FALSE(desk.port.is_open());
   }
 
   TEST_CASE("choosing a port moves an open one") {
@@ -113,10 +115,11 @@ TEST_SUITE("callcontrol/switch_console_port: a port that vanishes") {
     PortDesk desk;
     desk.choose(2);
     desk.main.RemoteOn.on_click();
+    desk.take_trace();
     desk.port.vanish();
     CHECK(desk.take_messages() == told);
     CHECK(desk.main.RemoteOn.checked);
-    desk.take_trace();
+    CHECK(desk.take_trace().size() == 1);
     desk.pass(60000);
     desk.produce(1);
     CHECK(desk.take_messages().empty());
@@ -153,8 +156,11 @@ TEST_SUITE("callcontrol/switch_console_port: a port that vanishes") {
     PortDesk desk;
     desk.main.RemoteOn.on_click();
     desk.port.fail_openings(8010, 1);
+    desk.take_trace();
     desk.produce(1);
     CHECK(desk.take_messages() == told);
+    CHECK(desk.take_trace() ==
+          Words{"Lineweir_ScreenerMode_Click Error - Serial port 2 can't be opened"});
     desk.choose(2);
     CHECK(desk.port.is_open());
   }

@@ -2,6 +2,8 @@
 
 #include <doctest/doctest.h>
 
+#include <algorithm>
+
 #include "letters/code_page_letters.h"
 #include "platform/scripted/memory_databases.h"
 #include "platform/scripted/memory_files.h"
@@ -72,6 +74,29 @@ TEST_SUITE("callerdata/csv file") {
     const auto table = table_of(content);
     CHECK(table.size() == 100002);
     CHECK(table.back() == Fields{"José"});
+  }
+
+  TEST_CASE("how far a file is read goes from nothing to all of it") {
+    const CodePageLetters letters;
+    platform::MemoryFiles files;
+    std::string content = "Name\r\n";
+    while (content.size() < 1'000'000) content += "a caller\r\n";
+    files.replace("old.csv", content);
+    platform::MemoryDatabases databases;
+    platform::ScriptedUserFiles user_files(files, databases);
+    CsvFile file(user_files, "old.csv", letters);
+    std::vector<int> told;
+    while (!file.at_end()) {
+      CHECK(file.work());
+      if (told.empty() || file.percent() != told.back()) told.push_back(file.percent());
+    }
+    CHECK(told.front() == 0);
+    CHECK(told.size() > 3);
+    CHECK(std::ranges::is_sorted(told));
+    CHECK(told.back() == 100);
+    CHECK(file.work());
+    // In the middle of the file about half of it.
+    CHECK(std::ranges::any_of(told, [](int percent) { return percent > 40 && percent < 60; }));
   }
 
   TEST_CASE("an empty file has no records, and one that isn't there is a failure") {

@@ -157,6 +157,38 @@ TEST_SUITE("callerdata/csv") {
     });
   }
 
+  TEST_CASE("a record whose line has ended is there at once, one that may go on is not") {
+    CsvReader reader;
+    reader.add("a\r\n");
+    CHECK(reader.next());
+    reader.add("b\r");
+    CHECK_FALSE(reader.next());
+    reader.end();
+    const auto last = reader.next();
+    REQUIRE(last);
+    CHECK(last->fields == Fields{"b\r"});
+  }
+
+  TEST_CASE("each line is counted, whatever ends it") {
+    const auto records = records_of("a\n\nb\r\nc\nd");
+    REQUIRE(records.size() == 4);
+    CHECK(records[0].line == 1);
+    CHECK(records[1].line == 3);
+    CHECK(records[2].line == 4);
+    CHECK(records[3].line == 5);
+  }
+
+  TEST_CASE("nothing is read behind a quote that was never closed") {
+    CsvReader reader;
+    reader.add("a,b\n\"" + std::string(CsvReader::longest_record + 1, 'x'));
+    CHECK(reader.next());
+    const auto given_up = reader.next();
+    REQUIRE(given_up);
+    CHECK(given_up->problem);
+    reader.add("\"\nc,d\n");
+    CHECK_FALSE(reader.next());
+  }
+
   TEST_CASE("a text without characters has no records") {
     CHECK(records_of("").empty());
     CHECK(records_of("\r\n\n\r\n").empty());

@@ -422,6 +422,23 @@ TEST_SUITE("callerdata/the next caller on the line") {
       CHECK(desk.rows()[0][log_name] == "Ann");
       CHECK(desk.rows()[0][log_comments] == "Cats");
     }
+    SUBCASE("the times that only the first record knows stay") {
+      desk.server_reports('H');
+      CallerRecord& record = desk.console.lines.CallerData(line);
+      desk.shown(line, 1).caption = "Ann";
+      record.set(CallerField::CallerName, "Ann");
+      record.set(CallerField::TimePlacedOnAir, "09:30:00");
+      record.set(CallerField::TimeOnAir, "00:05:00");
+      desk.console.line_events.leave_group();
+      desk.server_reports('H');
+      desk.shown(line, 1).caption = "Ann";
+      record.set(CallerField::CallerName, "Ann");
+      record.set(CallerField::TimePlacedOnAir, "09:50:00");
+      desk.server_reports('F');
+      const auto row = desk.rows().back();
+      CHECK(row[log_placed_on_air] == "09:30:00");
+      CHECK(row[log_on_air] == "00:05:00");
+    }
     SUBCASE("another caller is on the line by then") {
       desk.server_reports('H');
       desk.shown(line, 1).caption = "Bob";

@@ -279,6 +279,90 @@ TEST_SUITE("callerdata/known callers") {
     CHECK(desk.sent() == Sent{"27 0 555 0100\3\3"});
   }
 
+  TEST_CASE("the window keeps what was typed for its number, and begins anew with another") {
+    ServedDesk desk;
+    desk.open(0);
+    desk.type(6, "555 0100");
+    desk.form().FlagCaller.on_click();
+    CHECK(desk.flag_form().focused() == &desk.flag_form().NoFlag);
+    desk.choose(desk.flag_form().BarredFlag);
+    desk.flag_form().ReasonText.edit("shouts", 6);
+    desk.form().FlagCaller.on_click();
+    CHECK(desk.flag_form().ReasonText.text == "shouts");
+    CHECK(desk.flag_form().focused() == &desk.flag_form().BarredFlag);
+    desk.type(6, "9");
+    desk.form().FlagCaller.on_click();
+    CHECK(desk.flag_form().ReasonText.text == "");
+    CHECK(desk.flag_form().NoFlag.value);
+  }
+
+  TEST_CASE("a flag that holds for ever has no last day") {
+    ServedDesk desk;
+    desk.open(0);
+    desk.type(6, "555 0100");
+    desk.wait(400);
+    desk.sent();
+    desk.form().FlagCaller.on_click();
+    desk.choose(desk.flag_form().RegularFlag);
+    desk.flag_form().OKButton.on_click();
+    CHECK(desk.sent() == Sent{"27 1 555 0100\3\3"});
+  }
+
+  TEST_CASE("a window that is cancelled sets no flag") {
+    ServedDesk desk;
+    desk.open(0);
+    desk.type(6, "555 0100");
+    desk.wait(400);
+    desk.sent();
+    desk.form().FlagCaller.on_click();
+    desk.choose(desk.flag_form().BarredFlag);
+    desk.flag_form().CancelButton.on_click();
+    CHECK_FALSE(desk.flag_form().visible);
+    CHECK(desk.sent().empty());
+  }
+
+  TEST_CASE("what is no number has no flag, and without the server's memory nobody has") {
+    for (const bool is_number : {false, true}) {
+      ServedDesk desk;
+      desk.open(0);
+      desk.type(6, is_number ? "555 0100" : "555");
+      if (is_number) {
+        desk.platform.winsock1.drop();
+        desk.console.link.review();
+      }
+      desk.form().FlagCaller.on_click();
+      CHECK_FALSE(desk.flag_form().visible);
+    }
+  }
+
+  TEST_CASE("a memory that the server has from now on is asked for the number that stands there") {
+    ServedDesk desk;
+    desk.open(0);
+    desk.type(6, "555 0100");
+    desk.wait(400);
+    CHECK(desk.sent() == Sent{"26 555 0100"});
+    desk.platform.winsock1.drop();
+    desk.console.link.review();
+    CHECK(desk.form().memory() != CallerDataForm::Memory::Server);
+    desk.wait(1000);
+    desk.connect_socket();
+    desk.console.link.review();
+    desk.tell_of_memory();
+    CHECK(desk.form().memory() == CallerDataForm::Memory::Server);
+    desk.wait(400);
+    CHECK(desk.sent() == Sent{"26 555 0100"});
+  }
+
+  TEST_CASE("a number that waits to be asked for isn't any more when the server goes") {
+    ServedDesk desk;
+    desk.open(0);
+    desk.type(6, "555 0100");
+    CHECK(desk.form().AskTimer.enabled);
+    desk.platform.winsock1.drop();
+    desk.console.link.review();
+    CHECK_FALSE(desk.form().AskTimer.enabled);
+  }
+
   TEST_CASE("what keeps a flag from being set is told, and nothing that was typed is lost") {
     ServedDesk desk;
     desk.open(0);

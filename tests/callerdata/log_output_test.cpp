@@ -110,8 +110,8 @@ TEST_SUITE("callerdata/log output") {
     test.console.program.MessageFile = "Hot.txt";
     test.log_call("Ann");
     test.open();
-    for (const char* name :
-         {"Writ.inf", "Drafts.csv", "Drafts-3.csv", "LWDebug.txt", "NoName.TXT", "Hot.txt"}) {
+    for (const char* name : {"Writ.inf", "lineweir.ini", "Drafts.csv", "Drafts-3.csv",
+                             "LWDebug.txt", "NoName.TXT", "Hot.txt"}) {
       CAPTURE(name);
       test.platform.files.replace(name, "kept");
       test.export_to(name);

@@ -35,6 +35,13 @@ TEST_SUITE("clocks/past rows") {
           PastRows{5, "09:20:00", 1});
   }
 
+  TEST_CASE("the last row of the plan counts as the others") {
+    ShowPlan last = plan("12:00:00", {});
+    last.ShowTimes(show_entry_count) = "09:15:00";
+    CHECK(past_rows(last, {}, ten) == PastRows{show_entry_count, "09:15:00", 1});
+    CHECK(past_rows(plan("12:00:00", {"09:15:00"}), last, ten) == std::nullopt);
+  }
+
   TEST_CASE("an end of the show that has gone by is told before its rows") {
     const ShowPlan saved = plan("09:30:00", {});
     CHECK(past_rows(plan("09:30:00", {}), saved, ten) == std::nullopt);

@@ -52,6 +52,7 @@ TEST_SUITE("clocks/set time") {
     CHECK(test.box.modal);
     CHECK(test.box.AM.value);
     CHECK_FALSE(test.box.PM.value);
+    CHECK(test.box.focused() == &test.box.Text1);
     test.type("09");
     test.box.Cancel5.on_click();
     CHECK_FALSE(test.box.visible);
@@ -77,6 +78,17 @@ TEST_SUITE("clocks/set time") {
     test.box.PM.value = true;
     test.box.Command3D1.on_click();
     CHECK(test.settings() == Settings{{2026, 1, 5, 21, 20, 8}});
+  }
+
+  TEST_CASE("the first and the last second of an hour belong to it") {
+    SetTimeConsole test;
+    test.type("010000");
+    test.box.Command3D1.on_click();
+    CHECK(test.settings() == Settings{{2026, 1, 5, 1, 0, 0}});
+    test.form.Clock.on_click();
+    test.type("015959");
+    test.box.Command3D1.on_click();
+    CHECK(test.settings() == Settings{{2026, 1, 5, 1, 59, 59}});
   }
 
   TEST_CASE("twelve AM is midnight") {

@@ -18,7 +18,7 @@ TEST_SUITE("clocks/show data editor") {
     test.plan = plan_of(" 10:00:00", "11:00:00", {{" 10:10:00", " Opening"}, {"10:20:00", "B"}});
     test.plan.ShowTimes(22) = "10:50:00";
     test.plan.ShowTimes(23) = "10:51:00";
-    test.plan.ShowTexts(42) = "Last";
+    test.plan.ShowTexts(42) = " Last";
     test.open();
     CHECK(test.editor.visible);
     CHECK(test.editor.modal);
@@ -34,7 +34,32 @@ TEST_SUITE("clocks/show data editor") {
     CHECK(test.cell(2, 1, 1) == "10:51:00");
     CHECK(test.cell(2, 20, 2) == "Last");
     CHECK(test.editor.Label4.caption == "NoName.TXT");
+    CHECK(test.plan.ShowTimes(1).text() == "10:00:00   ");
     CHECK(test.plan.ShowTimes(3).text() == "10:10:00   ");
+    CHECK(test.plan.ShowTexts(42).text().starts_with("Last"));
+  }
+
+  TEST_CASE("times are shown as the clock tells them, texts as they are") {
+    EditorConsole test;
+    test.open();
+    for (const int number : {1, 2}) {
+      CHECK(test.grid(number).shown_as(1, "14:15:00") == "02:15:00 PM");
+      CHECK(test.grid(number).shown_as(2, "14:15:00") == "14:15:00");
+    }
+    test.type(test.editor.StartTime, "141500");
+    CHECK(test.editor.StartShown.caption == "02:15:00 PM");
+  }
+
+  TEST_CASE("a time that is typed and past already is told at once, and not any more without it") {
+    EditorConsole test;
+    test.open();
+    CHECK_FALSE(test.editor.PastRow.visible);
+    test.type(test.editor.StartTime, "080000");
+    test.type(test.editor.Text1, "090000");
+    CHECK(test.editor.PastRow.visible);
+    CHECK(test.editor.PastLabel.caption == "Show End, 09:00:00 AM, is already past today.");
+    test.type(test.editor.Text1, "\b\b\b\b\b\b");
+    CHECK_FALSE(test.editor.PastRow.visible);
   }
 
   TEST_CASE("both grids have their headers") {

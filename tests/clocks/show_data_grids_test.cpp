@@ -31,6 +31,18 @@ TEST_SUITE("clocks/show data grids") {
     CHECK(grid.cell(1, 2).size() == 36);
   }
 
+  TEST_CASE("a text takes each character of the set but the delete character") {
+    EditorConsole test;
+    test.open();
+    Grid& grid = test.editor.Grid1;
+    grid.select(1, 2);
+    test.type(grid, " ~\x7F\x80\xFF");
+    CHECK(grid.cell(1, 2) == " ~\x80\xFF");
+    int beyond = 256;
+    grid.on_key_press(beyond);
+    CHECK(grid.cell(1, 2) == " ~\x80\xFF");
+  }
+
   TEST_CASE("x in an empty time cell gives xx:") {
     EditorConsole test;
     test.open();

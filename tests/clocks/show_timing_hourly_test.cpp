@@ -122,6 +122,15 @@ TEST_SUITE("clocks/show timing/hourly show") {
     CHECK(timing.shown == ShownEvent{"00:10:00", ""});
   }
 
+  TEST_CASE("the last row of a full list runs to its end") {
+    ShowPlan plan = plan_of("xx:00:00", "xx:59:59");
+    for (int entry = 3; entry <= 41; ++entry) plan.ShowTimes(entry) = "xx:30:00";
+    plan.ShowTimes(42) = "xx:50:00";
+    const ShowTiming timing = timing_at(plan, "14:40:00");
+    CHECK(timing.failure == 0);
+    CHECK(timing.shown == ShownEvent{"00:10:00", ""});
+  }
+
   TEST_CASE("hours other than xx are taken out too") {
     const ShowPlan plan = plan_of("xx:00:00", "12:30:00", {{"09:15:00", "A"}});
     CHECK(timing_at(plan, "14:10:00").shown.countdown == "00:05:00");

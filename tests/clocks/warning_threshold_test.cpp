@@ -29,6 +29,11 @@ TEST_SUITE("clocks/warning threshold") {
     }
   }
 
+  TEST_CASE("a warning comes from -1 second to an hour less two seconds before the end") {
+    for (const int warning : {-1, 0, 59, 3598}) CHECK(is_warning_time(warning));
+    for (const int warning : {-2, 3599}) CHECK_FALSE(is_warning_time(warning));
+  }
+
   TEST_CASE("other warnings give no time") {
     for (const int warning : {-2, -32768, 3599, 3600, 32767}) {
       CAPTURE(warning);

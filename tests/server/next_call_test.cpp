@@ -104,6 +104,20 @@ TEST_CASE("a choice that comes too late is not taken, and who chose it is told w
   CHECK(is_taken(9));
 }
 
+TEST_CASE(
+    "who is on air, on a busy line or with others is never next, however late the choice comes") {
+  for (const char letter : {'N', 'C', 'B', 'E'}) {
+    GroupDesk desk;
+    NotingSeat anna(1);
+    desk.group.join(anna);
+    desk.exchange->report(5, letter);
+    desk.wait(24h);
+    desk.group.choose_next(anna, 5);
+    CAPTURE(letter);
+    CHECK(desk.group.next_call().line() == -1);
+  }
+}
+
 TEST_CASE("a choice is remembered while the line's caller still waits") {
   const platform::GroupMemory memory{1, 2, {}, {}};
   CHECK(GroupDesk({}, &memory, "FFS").group.next_call().line() == 2);

@@ -79,6 +79,7 @@ TEST_SUITE("wire/caller_known") {
   TEST_CASE("a reason is cut to what a server takes") {
     const CallerFlagging flagging{CallerFlag::Careful, "1", std::string(120, 'x'), ""};
     CHECK(encode_caller_flagging(flagging) == "1\3" + std::string(100, 'x') + "\3");
+    CHECK(decode_caller_flagging(2, "1\3" + std::string(100, 'x') + "\3"));
     CHECK_FALSE(decode_caller_flagging(2, "1\3" + std::string(101, 'x') + "\3"));
   }
 

@@ -28,14 +28,17 @@ TEST_SUITE("wire/frame_trace") {
   TEST_CASE("a login's password is told by its length alone") {
     for (const std::uint8_t login : std::to_array<std::uint8_t>({1, 21, 24, 25})) {
       CAPTURE(login);
-      ServerPacket packet = line_command;
-      packet.CMD = login;
-      packet.set_buffer(login_buffer("<name", "<\x9b\x9c\x9d"));
-      const std::string whole = "head" + packet.Buffer + "\xFFtail";
-      packet.Buffer += '\xFF';
-      const auto trace = frame_trace(whole, packet);
-      CHECK(trace[0] == "head<name\3(3 characters)\xFFtail");
-      CHECK(trace[8] == "Buffer <name\3(3 characters)\xFF");
+      // A buffer of one byte's length and one of two.
+      for (const std::string& name : {std::string("<name"), std::string(300, 'n')}) {
+        ServerPacket packet = line_command;
+        packet.CMD = login;
+        packet.set_buffer(login_buffer(name, "<\x9b\x9c\x9d"));
+        const std::string whole = "head" + packet.Buffer + "\xFFtail";
+        packet.Buffer += '\xFF';
+        const auto trace = frame_trace(whole, packet);
+        CHECK(trace[0] == "head" + name + "\3(3 characters)\xFFtail");
+        CHECK(trace[8] == "Buffer " + name + "\3(3 characters)\xFF");
+      }
     }
     ServerPacket other = line_command;
     other.set_buffer("a\3b");

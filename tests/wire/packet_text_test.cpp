@@ -23,6 +23,7 @@ TEST_SUITE("wire/packet_text") {
     CHECK(TextWrit_ZeroFill("12345", 4) == "12345");
     CHECK(TextWrit_ZeroFill("x", 0) == "x");
     CHECK(TextWrit_ZeroFill("x", -3) == "x");
+    CHECK(TextWrit_ZeroFill("", -3).empty());
   }
 
   TEST_CASE("a length has its high byte first") {

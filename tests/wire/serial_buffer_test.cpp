@@ -82,6 +82,16 @@ TEST_SUITE("boxlink/serial buffer") {
     CHECK(buffer.text() == "2");
   }
 
+  TEST_CASE("a token is found wherever it was cut while nothing was taken out") {
+    for (const std::size_t place : {1U, 2U, 3U}) {
+      CAPTURE(place);
+      SerialBuffer buffer;
+      buffer.append(std::string_view("N012").substr(0, place));
+      buffer.append(std::string_view("N012").substr(place));
+      CHECK(pairs_of(buffer.scan(20).items) == Items{{'N', 1}, {'N', 1}});
+    }
+  }
+
   TEST_CASE("tokens of lines above the count are not looked for") {
     SerialBuffer buffer;
     CHECK(take(buffer, "N05", 5).empty());

@@ -77,6 +77,36 @@ TEST_SUITE("wire/server_packet_framing") {
     CHECK(buffer.first_body() == body_2);
   }
 
+  TEST_CASE(
+      "a frame that was asked for stays the same when what stood in front of it is moved away") {
+    ReceiveBuffer buffer;
+    buffer.append(framed(body_1 + std::string(1000, 'x')) + framed(body_2));
+    REQUIRE(buffer.first_body());
+    buffer.drop_first();
+    CHECK(buffer.first_body() == body_2);
+    buffer.append(framed(body_1));
+    CHECK(take_all(buffer) == Bodies{body_2, body_1});
+  }
+
+  TEST_CASE("a buffer that was asked while it was empty takes what comes then") {
+    ReceiveBuffer buffer;
+    CHECK_FALSE(buffer.first_body());
+    buffer.append(framed(body_1));
+    CHECK(take_all(buffer) == Bodies{body_1});
+  }
+
+  TEST_CASE("what stands behind the last whole frame is dropped when no more can follow it") {
+    ReceiveBuffer buffer;
+    const std::string whole = framed(body_1) + framed(body_2);
+    buffer.append(whole + framed(body_1).substr(0, 7));
+    buffer.drop_unfinished();
+    CHECK(buffer.text() == whole);
+    CHECK(take_all(buffer) == Bodies{body_1, body_2});
+    buffer.append(framed(body_1).substr(0, 7));
+    buffer.drop_unfinished();
+    CHECK(buffer.text().empty());
+  }
+
   TEST_CASE("without a whole frame nothing is dropped") {
     ReceiveBuffer buffer;
     buffer.append("abc");
