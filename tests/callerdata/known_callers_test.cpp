@@ -343,10 +343,13 @@ TEST_SUITE("callerdata/known callers") {
     CHECK(desk.sent() == Sent{"26 555 0100"});
     desk.platform.winsock1.drop();
     desk.console.link.review();
-    CHECK(desk.form().memory() != CallerDataForm::Memory::Server);
     desk.wait(1000);
     desk.connect_socket();
     desk.console.link.review();
+    desk.tell_of_memory(no_value);
+    CHECK(desk.form().memory() != CallerDataForm::Memory::Server);
+    desk.wait(1000);
+    CHECK(desk.sent().empty());
     desk.tell_of_memory();
     CHECK(desk.form().memory() == CallerDataForm::Memory::Server);
     desk.wait(400);
