@@ -16,12 +16,19 @@ fail() {
 }
 quietly() { "$@" > /test/said 2>&1 || { cat /test/said; fail "$*"; }; }
 
+# Another server on this machine may have the port of the configuration; here is a network without any.
+make_network() {
+  touch /test/network
+  unshare --net=/test/network ip link set lo up
+}
+
 # As the unit starts it, but for systemd, which isn't here.
 start_server() {
   install -d -o lineweir -g lineweir -m 700 /run/lineweir /var/lib/lineweir
   rm -f /test/ready
   mkfifo /test/ready
-  setpriv --reuid=lineweir --regid=lineweir --init-groups --no-new-privs \
+  nsenter --net=/test/network \
+    setpriv --reuid=lineweir --regid=lineweir --init-groups --no-new-privs \
     lineweir-server --config /etc/lineweir/server.toml > /test/ready 2> /test/server.log &
   server=$!
   exec 8< /test/ready
@@ -44,7 +51,8 @@ quietly apt-get update
 rm -f /etc/dpkg/dpkg.cfg.d/* /etc/apt/apt.conf.d/docker-*
 
 step "install"
-quietly apt-get install -y --no-install-recommends bash-completion /test/*.deb
+quietly apt-get install -y --no-install-recommends bash-completion iproute2 /test/*.deb
+make_network
 version=$(dpkg-query -W -f '${Version}' lineweir-server)
 for program in "${programs[@]}"; do
   [[ $("$program" --version) == "$program ${version%-*}" ]] || fail "$program --version"
@@ -67,7 +75,8 @@ printf 'samsecret\n' | quietly lineweir-admin user add sam --template screener -
 lineweir-admin user list | grep -q '^sam ' || fail "no user sam"
 quietly lineweir-admin call 1 3 --number '555 0100'
 quietly lineweir-admin hangup 1 3
-printf 'samsecret\n' | lineweir-seat --host 127.0.0.1 --port 2001 --user sam &
+printf 'samsecret\n' |
+  nsenter --net=/test/network lineweir-seat --host 127.0.0.1 --port 2001 --user sam &
 seat=$!
 for ((i = 0; i < 100; ++i)); do
   lineweir-admin seats | grep -q sam && break
