@@ -58,7 +58,8 @@ void show_caller(const AdminServices& services, const admin::Request& request,
   const std::string number = request.text(Field::Number);
   const std::string key = telephone_key(number);
   if (key.empty()) return tell(no_number());
-  when_kept(services, tell, [&services, tell, number, key] {
+  // Behind what waits, where that comes; a mere look needs no more.
+  when_kept_or_late(services, [&services, tell, number, key](bool) {
     services.context.memory.ask(
         key, while_there(services, [&services, tell, number,
                                     key](const std::optional<platform::CallerHistory>& history) {

@@ -565,6 +565,8 @@ TEST_CASE("While the store is away what is asked is told to be held, and is kept
         "The store can't be written now: what was changed holds, and is kept once it can be.");
   CHECK(is_let_in(room, "anna", "pass word"));
   CHECK(tool.refusal({Command::Calls}) != "");
+  CHECK(tool.refusal({Command::CallerShow, {{Field::Number, std::string("5550100")}}}) ==
+        "The store can't be read; the server's log tells why.");
   room.store.fail(false);
   room.wait(5s);
   CHECK(room.store.content().accounts.contains("anna"));
