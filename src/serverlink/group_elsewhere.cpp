@@ -11,6 +11,7 @@
 #include "state/console_state.h"
 #include "state/guard.h"
 #include "state/hourglass.h"
+#include "state/window_caption.h"
 
 namespace lineweir {
 namespace {
@@ -70,7 +71,8 @@ void GroupElsewhere::go_there(const StudioServer& place) {
       connection_.let_in();
       // Who has changed the studio at this console keeps what is chosen here.
       if (state_.login.GroupLeft != 0) state_.Lineweir.UserProfileTimer.enabled = false;
-      return TextWrit_SockConnecter(state_, server_, SessionReason::Login);
+      TextWrit_SockConnecter(state_, server_, SessionReason::Login);
+      return watch_.expect_heartbeat();
     case LoginResult::Rejected:
       return state_.LoginForm.show();
     case LoginResult::NoServer:
@@ -99,7 +101,11 @@ void GroupElsewhere::come_back(const StudioServer& place) {
   const std::string why =
       name_of_group() + " is served at " + name_of(place) + ", which isn't there now.";
   const int group = state_.login.GroupLeft;
-  if (group != 0) state_.program.GroupNumber = group;
+  if (group != 0) {
+    state_.program.GroupNumber = group;
+    check_present_group(state_);
+    renew_window_caption(state_);
+  }
   connection_.begin_back();
   const LoginResult result = log_in();
   if (result == LoginResult::Superseded) return;
@@ -114,6 +120,7 @@ void GroupElsewhere::come_back(const StudioServer& place) {
   }
   state_.Lineweir.UserProfileTimer.enabled = false;
   TextWrit_SockConnecter(state_, server_, SessionReason::Login);
+  watch_.expect_heartbeat();
   if (is_asked) return;
   state_.messages.ShowMessage(why + " The console is back in " + name_of_group() + ".");
 }

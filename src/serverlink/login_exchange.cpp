@@ -73,7 +73,7 @@ void LoginExchange::ask_for_password_login() { ask(password_login()); }
 
 LoginResult LoginExchange::password_answer() {
   const LoginResult result = meaning_for_password(state_.login.LastReplyCode);
-  if (result == LoginResult::Accepted) enter();
+  if (result == LoginResult::Accepted) welcome_user();
   return result;
 }
 

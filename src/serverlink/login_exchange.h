@@ -51,8 +51,9 @@ class LoginExchange {
   // The check with what the user has typed; at most 20 seconds.
   LoginResult TextWrit_PasswordB();
 
-  // The same for who doesn't wait: asks, and tells what the server has answered by now. An accepted
-  // login is to be taken from it once.
+  // The same for who comes back by itself and doesn't wait: asks, and tells what the server has
+  // answered by now. The studio group stays, whatever the profile names. An accepted login is to be
+  // taken from it once.
   void ask_for_password_login();
   LoginResult password_answer();
 

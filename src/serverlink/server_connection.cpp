@@ -52,9 +52,10 @@ void ServerConnection::expect_free_lines() {
 
 std::vector<StudioServer> ServerConnection::known_servers() const {
   auto servers = known_studio_servers(state_.login.ServerHost, state_.login.ServerPort);
-  if (!sent_to_) return servers;
-  std::erase(servers, sent_to_->server);
-  servers.insert(servers.begin(), sent_to_->server);
+  if (sent_to_) {
+    std::erase(servers, sent_to_->server);
+    servers.insert(servers.begin(), sent_to_->server);
+  }
   const bool is_known = !sent_by_ || std::ranges::count(servers, *sent_by_) > 0;
   if (!is_known) servers.push_back(*sent_by_);
   return servers;
@@ -90,13 +91,13 @@ void ServerConnection::begin_there() {
 }
 
 void ServerConnection::begin_back() {
-  const auto sent_by = std::exchange(sent_by_, {});
   sent_to_.reset();
   servers_ = known_servers();
   auto servers = servers_;
-  if (sent_by) {
-    std::erase(servers, *sent_by);
-    servers.insert(servers.begin(), *sent_by);
+  if (sent_by_) {
+    std::erase(servers, *sent_by_);
+    servers.insert(servers.begin(), *sent_by_);
+    had_ = *sent_by_;
   }
   begin_round(std::move(servers));
 }

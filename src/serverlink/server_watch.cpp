@@ -53,6 +53,8 @@ ServerWatch::ServerWatch(ConsoleState& state, const Links& links, SocketLink& so
   connection.on_begin = [this] {
     // Another server may keep no heartbeat; one that is lost has had one.
     heartbeat_ = {};
+    end_is_missed_ = false;
+    silence_is_missed_ = false;
     heart_is_known_ = step_ != Step::NotLost;
     // By hand other servers may be asked for.
     if (step_ != Step::NotLost) tell_silence();
@@ -100,8 +102,10 @@ void ServerWatch::look() {
 }
 
 void ServerWatch::look_for_silence() {
-  if (!heartbeat_.steady() || !watches()) return;
+  const bool is_steady = heartbeat_.steady();
+  if ((!is_steady && !end_is_missed_) || !watches()) return;
   if (is_cut_off()) return lose();
+  if (!is_steady && !silence_is_missed_) return look_in(between_looks);
   // After a time in which this program itself stood still, what has come meanwhile is heard before
   // the second look.
   const Milliseconds silence = state_.services.loop.now() - heard_at_;
@@ -172,6 +176,13 @@ void ServerWatch::connect() {
 }
 
 void ServerWatch::come_back_elsewhere() { wait_for_next_try(); }
+
+void ServerWatch::expect_heartbeat() {
+  heart_is_known_ = true;
+  end_is_missed_ = true;
+  silence_is_missed_ = true;
+  if (!next_look_) look_in(between_looks);
+}
 
 void ServerWatch::come_back_later() {
   lose();
@@ -250,7 +261,9 @@ void ServerWatch::go_to(Step step) {
 void ServerWatch::wait_for_next_try() { go_to(Step::BetweenTries); }
 
 void ServerWatch::end() {
-  step_ = Step::NotLost;
+  // It may be lost again before it was heard.
+  end_is_missed_ = std::exchange(step_, Step::NotLost) != Step::NotLost && connection_.several();
+  if (end_is_missed_ && !next_look_) look_in(between_looks);
   socket_link_.silence.clear();
   state_.Lineweir.ServerSilence.visible = false;
   state_.messages.withdraw_offer();

@@ -39,6 +39,8 @@ class ServerWatch {
   bool is_coming_back() const { return step_ != Step::NotLost; }
   // Its studio is served elsewhere, as it has just been told.
   void come_back_elsewhere();
+  // The server that the console has gone to has a heartbeat, though it hasn't been heard yet.
+  void expect_heartbeat();
   // There is no server at all now, and the console goes on looking for one by itself.
   void come_back_later();
 
@@ -90,6 +92,9 @@ class ServerWatch {
   std::optional<platform::EventLoop::CallId> next_look_;
   Heartbeat heartbeat_;
   bool heart_is_known_ = false;
+  // Before it was heard the end of the connection is missed, or its silence too.
+  bool end_is_missed_ = false;
+  bool silence_is_missed_ = false;
   platform::Milliseconds heard_at_{0};
   platform::DateTime heard_at_time_{};
 

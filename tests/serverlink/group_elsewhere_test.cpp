@@ -102,6 +102,49 @@ TEST_SUITE("a studio of another server") {
     CHECK(desk.until_in_at("one") < Milliseconds(3000));
   }
 
+  TEST_CASE("where no server is there, the one that has sent the console away is looked for too") {
+    ElsewhereDesk desk;
+    desk.send_to("two:2002");
+    REQUIRE(desk.until_in_at("two") < Milliseconds(500));
+    desk.set("one", Server::Refuses);
+    desk.set("two", Server::Refuses);
+    desk.console.login.GroupLeft = 2;
+    desk.send_to("one:2001");
+    desk.pass(Milliseconds(10'000));
+    CHECK_FALSE(desk.is_in());
+    CHECK(desk.form().ServerSilence.visible);
+    desk.set("two", Server::Accepts);
+    CHECK(desk.until_in_at("two") < Milliseconds(3000));
+  }
+
+  TEST_CASE("a server that dies before its heartbeat is known is missed all the same") {
+    ElsewhereDesk desk;
+    desk.send_to("two:2002");
+    REQUIRE(desk.until_in_at("two") < Milliseconds(500));
+    desk.pass(Milliseconds(300));
+    SUBCASE("its connection ends") { desk.kill("two"); }
+    SUBCASE("it falls silent") {
+      desk.beats = false;
+      desk.set("two", Server::Silent);
+      desk.pass(Milliseconds(2000));
+    }
+    desk.pass(Milliseconds(2000));
+    CHECK(desk.form().ServerSilence.visible);
+    desk.beats = true;
+    desk.set("two", Server::Accepts);
+    CHECK(desk.until_in_at("two") < Milliseconds(6000));
+  }
+
+  TEST_CASE("a server that dies again as soon as the console is back is missed at once") {
+    SeveralServersDesk desk;
+    desk.stand();
+    desk.kill("one");
+    REQUIRE(desk.until_in_at("two") < Milliseconds(3000));
+    desk.set("one", Server::Accepts);
+    desk.kill("two");
+    CHECK(desk.until_in_at("one") < Milliseconds(3000));
+  }
+
   TEST_CASE("of servers that stand in for each other the other one is asked at once") {
     ElsewhereDesk desk("one, two");
     desk.send_to("two:2001");
@@ -115,8 +158,13 @@ TEST_SUITE("a studio of another server") {
   TEST_CASE("who comes back by itself keeps the studio, whatever profile was saved before") {
     ElsewhereDesk desk;
     const auto profile_comes = [&]() -> bool { return desk.form().UserProfileTimer.enabled; };
+    const int group = desk.console.program.GroupNumber;
+    // It was saved in another group.
+    desk.console.program.GroupNumber = group + 1;
+    const std::string profile = desk.console.user_profile.PrepareUserData("Ann");
+    desk.console.program.GroupNumber = group;
     desk.reply(ClientCommand::CmdPasswordLogin, ServerCommand::SrvPasswordResult,
-               std::string(all_rights) + "Ann" + std::string(300, ' '), 'T');
+               std::string(all_rights) + profile, 'T');
     SUBCASE("to the server that it had") {
       desk.kill("one");
       desk.pass(Milliseconds(4000));
@@ -129,6 +177,8 @@ TEST_SUITE("a studio of another server") {
       REQUIRE(desk.until_in_at("two") < Milliseconds(500));
     }
     CHECK_FALSE(profile_comes());
+    desk.pass(Milliseconds(2000));
+    CHECK(desk.console.program.GroupNumber == group);
   }
 
   TEST_CASE("who was in no studio before is brought to one that is open") {
