@@ -18,7 +18,8 @@ ABSOLUTE = re.compile(r"(?<![\w/.])/(?!CN=|/)\w\S*")
 ASKS = re.compile(r"user password|user add(?!.*--password-stdin)|--pwprompt")
 IN_FOREGROUND = re.compile(r"^lineweir-server (?!.*--check)")
 # What it tells of may come a moment later.
-LOOKS = re.compile(r"^(journalctl|sudo -u postgres psql)\b")
+# What only looks may be asked again until it is so: servers tell each other, and the journal, a moment later.
+LOOKS = re.compile(r"^(journalctl|sudo -u postgres psql|lineweir-admin (caller|user) list)\b")
 # Of the tool, and here another one's.
 USUAL_SOCKET = "/run/lineweir/admin.sock"
 TYPED = "PASSWORD"
