@@ -17,7 +17,6 @@ ROOTED = re.compile(r"(?<![\w/.])/(?=(?:etc|var|run|usr|backup)(?:/|\s|\"|$))")
 ABSOLUTE = re.compile(r"(?<![\w/.])/(?!CN=|/)\w\S*")
 ASKS = re.compile(r"user password|user add(?!.*--password-stdin)|--pwprompt")
 IN_FOREGROUND = re.compile(r"^lineweir-server (?!.*--check)")
-# What it tells of may come a moment later.
 # What only looks may be asked again until it is so: servers tell each other, and the journal, a moment later.
 LOOKS = re.compile(r"^(journalctl|sudo -u postgres psql|lineweir-admin (caller|user) list)\b")
 # Of the tool, and here another one's.
