@@ -345,6 +345,12 @@ TEST_CASE("an administrator lists, shows, flags and clears callers") {
   CHECK(clear("312 555 0100") == "");
   CHECK(clear("312 555 0100") == "Nothing is noted of the number 312 555 0100.");
   CHECK(tool.rows({Command::CallerList, {}}).empty());
+  const auto audited = [&](std::string_view detail) {
+    return std::ranges::count_if(room.store.content().audit,
+                                 [&](const auto& entry) { return entry.event.detail == detail; });
+  };
+  CHECK(audited("...0100, barred until 2099-01-01") == 1);
+  CHECK(audited("...0100, none") == 1);
   // Nobody learns a number from the audit.
   for (const platform::AuditEntry& entry : room.store.content().audit) {
     CHECK(entry.event.detail.find("555") == std::string::npos);

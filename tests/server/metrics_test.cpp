@@ -69,6 +69,16 @@ TEST_CASE("the figures have the text form that Prometheus reads") {
                               "\",name=\"" + std::string(row.name) + "\"}";
     CHECK(values.contains("lineweir_frames_out_total" + label));
   }
+  for (const char* told :
+       {"seats{group=\"1\"}", "seats{group=\"2\"}", "seats_let_in", "connections",
+        "connections_total", "logins_total", "seats_dropped_total{reason=\"slow\"}",
+        "seats_dropped_total{reason=\"silent\"}", "line_changes_total", "calls",
+        "exchange_reached{group=\"1\"}", "queued_bytes", "longest_queue_bytes", "logins_waiting",
+        "loop_late_seconds", "loop_worst_late_seconds", "store_waiting", "store_lost_total",
+        "store_reached"}) {
+    CAPTURE(told);
+    CHECK(values.contains(std::string("lineweir_") + told));
+  }
   for (const RefusalName& row : refusal_names) {
     CHECK(values.contains("lineweir_refusals_total{reason=\"" + std::string(row.name) + "\"}"));
   }

@@ -3,6 +3,7 @@
 #include "base/text.h"
 #include "server/server_room.h"
 #include "wire/rights_layout.h"
+#include "wire/studio_texts.h"
 
 namespace lineweir::server {
 namespace {
@@ -309,6 +310,8 @@ TEST_CASE("a silent seat is dropped and its caller goes on hold") {
   room.wait(3s);
   CHECK_FALSE(screener->is_open());
   CHECK(room.exchange().letter(6) == 'H');
+  CHECK(room.figure("seats_dropped_total{reason=\"silent\"}") == 1);
+  CHECK(room.figure("seats_dropped_total{reason=\"slow\"}") == 0);
 }
 
 TEST_CASE("a server that stood still drops nobody for it") {
@@ -355,9 +358,15 @@ TEST_CASE("a seat that doesn't read is dropped alone, and told why at its next l
   }
   CHECK_FALSE(stuck->is_open());
   CHECK(other->is_open());
-  auto again = room.connect();
-  again->log_in("screener", host_password);
-  CHECK(again->take_last(SrvMessage).Buffer.find("too slowly") != std::string::npos);
+  const auto is_told_why = [&] {
+    auto again = room.connect();
+    again->log_in("screener", host_password);
+    return again->take_last(SrvMessage).Buffer.find("too slowly") != std::string::npos;
+  };
+  CHECK(is_told_why());
+  CHECK(room.figure("seats_dropped_total{reason=\"slow\"}") == 1);
+  // Once is enough.
+  CHECK_FALSE(is_told_why());
 }
 
 TEST_CASE("a message goes to all with its sender, and the last one to who comes later") {
@@ -558,7 +567,10 @@ TEST_CASE("the server that decides chooses who waits longest, and takes callers 
   host->word('F', 0, 255, 1);
   CHECK(room.exchange().letter(7) == 'F');
   host->send(host->packet(CmdRequestPhones));
-  CHECK(decode_list(host->take_last(SrvPhoneNames).Buffer).size() == 8);
+  const auto phones = decode_list(host->take_last(SrvPhoneNames).Buffer);
+  CHECK(phones.size() == 8);
+  CHECK(phones.front() == "Phone 1");
+  CHECK(phones.back() == "Phone 8");
 }
 
 TEST_CASE("a right that is missing refuses the frame and tells the person once") {
@@ -608,7 +620,41 @@ TEST_CASE("a new store gets one engineer with a password that is told once") {
   REQUIRE(!room.first_password.empty());
   auto console = room.connect();
   console->log_in("engineer", room.first_password);
-  CHECK(console->take_last(SrvPasswordResult).AltInfo == 'T');
+  const ServerPacket answer = console->take_last(SrvPasswordResult);
+  CHECK(answer.AltInfo == 'T');
+  CHECK(answer.Buffer == rights_of(RightsTemplate::Engineer));
+  CHECK(room.first_password.size() >= 14);
+}
+
+TEST_CASE("a seat is told which hybrids and which handsets its studio has") {
+  ServerOptions options = ServerRoom::two_studios();
+  options.groups[0].hybrids = {true, false};
+  options.groups[0].positions = {false, true};
+  ServerRoom room(options);
+  auto host = room.seat("host");
+  host->send(host->packet(CmdRequestStudioStatus));
+  const auto told = decode_studio_parts(host->take_last(SrvStudioStatus).Buffer);
+  REQUIRE(told);
+  CHECK(told->parts == std::vector<bool>{true, false, false, true});
+  CHECK(told->lines == std::vector<bool>(10, true));
+}
+
+TEST_CASE("a seat is told the names of its lines, each as long as the others") {
+  ServerOptions options = ServerRoom::two_studios();
+  options.groups[0].line_names = {"VIP", "Traffic"};
+  ServerRoom room(options);
+  auto host = room.seat("host");
+  host->send(host->packet(CmdRequestLineNumbers));
+  const std::string told = host->take_last(SrvLineNumbers).Buffer;
+  REQUIRE(told.size() % 10 == 0);
+  const std::size_t length = told.size() / 10;
+  const auto name = [&](std::size_t line) {
+    return std::string(trimmed(told.substr(line * length, length)));
+  };
+  CHECK(name(0) == "VIP");
+  CHECK(name(1) == "Traffic");
+  CHECK(name(2) == "3");
+  CHECK(name(9) == "10");
 }
 
 TEST_CASE("the end is told with its seconds, and then the sessions end") {
