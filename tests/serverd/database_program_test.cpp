@@ -133,7 +133,7 @@ TEST_CASE("A server on a database keeps users, calls and audit for the next one"
   PostgresCluster::run(studio.store, "UPDATE lineweir.audit SET detail = 'x' WHERE number = 3");
   CHECK(has(studio.run({"audit", "verify"}).errors, "Entry 3 of the audit"));
   CHECK(studio.end() == 0);
-  CHECK(studio.folder.names() == Names{"server.toml"});
+  for (const std::string& name : studio.folder.names()) CHECK(name == "server.toml");
 }
 
 TEST_CASE("What a server is told of its database never shows the password") {

@@ -7,6 +7,8 @@
 #include <unistd.h>
 
 #include <cstdlib>
+#include <fstream>
+#include <iterator>
 #include <memory>
 #include <string>
 
@@ -54,6 +56,11 @@ struct Machine {
                                 "' > password && " LINEWEIR_ADMIN " --socket admin.sock " + words +
                                 " > answer 2> trouble";
     return std::system(command.c_str()) == 0;  // NOLINT(concurrency-mt-unsafe)
+  }
+  // What the administrator's tool said when it failed.
+  std::string trouble() const {
+    std::ifstream file(folder.path() / "trouble");
+    return {std::istreambuf_iterator<char>(file), {}};
   }
   bool takes_connections() const {
     const int probe = ::socket(AF_INET, SOCK_STREAM, 0);
