@@ -9,12 +9,12 @@ namespace {
 constexpr std::string_view line_end = "\r\n";
 constexpr char quote = '"';
 constexpr char guard_sign = '\'';
-constexpr std::string_view separators = ",;\t";
+constexpr std::string_view field_separators = ",;\t";
 // Spreadsheets take what begins so for a formula.
 constexpr std::string_view formula_signs = "=+-@\t\r";
 
 bool needs_quotes(std::string_view field) {
-  return field.find_first_of(separators) != std::string_view::npos ||
+  return field.find_first_of(field_separators) != std::string_view::npos ||
          field.find_first_of("\"\r\n") != std::string_view::npos;
 }
 
@@ -33,7 +33,7 @@ void tell(CsvRecord& record, std::string_view expected) {
 std::string csv_record(const std::vector<std::string>& fields) {
   std::string text;
   for (std::size_t i = 0; i < fields.size(); ++i) {
-    if (i > 0) text += separators.front();
+    if (i > 0) text += field_separators.front();
     // A record of one empty field would be an empty line.
     const bool quoted = needs_quotes(fields[i]) || (fields.size() == 1 && fields[i].empty());
     if (quoted) text += quote;
@@ -58,17 +58,17 @@ std::string unguarded_cell(std::string_view cell) {
 
 char csv_separator(std::string_view beginning) {
   beginning.remove_prefix(std::min(beginning.find_first_not_of("\r\n"), beginning.size()));
-  std::array<int, separators.size()> counts{};
+  std::array<int, field_separators.size()> counts{};
   bool in_quotes = false;
   for (const char c : beginning) {
     if (c == quote) in_quotes = !in_quotes;
     if (in_quotes) continue;
     if (c == '\n') break;
-    const auto at = separators.find(c);
+    const auto at = field_separators.find(c);
     if (at != std::string_view::npos) ++counts[at];
   }
   const auto most = std::ranges::max_element(counts);
-  return separators[static_cast<std::size_t>(most - counts.begin())];
+  return field_separators[static_cast<std::size_t>(most - counts.begin())];
 }
 
 CsvReader::CsvReader(std::string_view text, char separator) : separator_(separator) {

@@ -8,7 +8,7 @@ namespace {
 // As much of a text as tells which one it is.
 constexpr std::size_t quoted_length = 30;
 
-std::string quoted(std::string_view text) {
+std::string quoted_in_short(std::string_view text) {
   if (text.empty()) return "emptied";
   const bool whole = text.size() <= quoted_length;
   return '"' + std::string(text.substr(0, quoted_length)) + (whole ? "\"" : "...\"");
@@ -26,7 +26,7 @@ std::string elsewhere_text(const EntryNotice& notice, const EntryWork& work,
     const auto field = static_cast<std::size_t>(entry - 1);
     if (!work.touched(field)) continue;
     text += text.empty() ? "Changed elsewhere: " : ", ";
-    text += heading(entry) + " " + quoted(work.had[field]);
+    text += heading(entry) + " " + quoted_in_short(work.had[field]);
   }
   return text;
 }

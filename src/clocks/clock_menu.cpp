@@ -8,7 +8,7 @@
 namespace lineweir {
 namespace {
 
-constexpr const char* seconds = "seconds";
+constexpr const char* unit_of_answers = "seconds";
 constexpr const char* offset_prompt = "Please enter a new delay offset in seconds (0 to 59).";
 constexpr const char* warning1_prompt =
     "Please enter the new warning time in seconds to mark when the event clock turns red.";
@@ -39,7 +39,7 @@ void ClockMenu::Clock_Click() {
 
 void ClockMenu::TimeOffsetMenu_Click() {
   const auto reply = state_.services.dialogs.ask_input(
-      {offset_prompt, std::to_string(state_.clock_state.DelayOffset), seconds});
+      {offset_prompt, std::to_string(state_.clock_state.DelayOffset), unit_of_answers});
   if (!reply || reply->empty()) return;
   const double number = whole_number_in(*reply);
   if (number > largest_time_offset) {
@@ -72,14 +72,14 @@ void ClockMenu::DigiClockCheck_Timer() {
 void ClockMenu::WarningTime1Menu_Click() {
   ClockState& state = state_.clock_state;
   const auto number = number_reply(state_.services.dialogs.ask_input(
-      {warning1_prompt, std::to_string(state.Warning1), seconds}));
+      {warning1_prompt, std::to_string(state.Warning1), unit_of_answers}));
   if (number) state.Warning1 = whole_16_bits(*number);
 }
 
 void ClockMenu::WarningTime2Menu_Click() {
   ClockState& state = state_.clock_state;
   const auto number = number_reply(state_.services.dialogs.ask_input(
-      {warning2_prompt, std::to_string(state.Warning2), seconds}));
+      {warning2_prompt, std::to_string(state.Warning2), unit_of_answers}));
   if (!number) return;
   if (*number > state.Warning1) {
     state_.messages.ShowMessage("Warning2 must be less than Warning1.  Time has not been changed!");

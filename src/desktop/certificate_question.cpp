@@ -12,7 +12,7 @@
 namespace lineweir {
 namespace {
 
-constexpr DialogRow question_row = {
+constexpr DialogRow certificate_question_row = {
     nullptr, [](QWidget& window) { Ui::CertificateQuestion().setupUi(&window); },
     DialogKind::Dialog};
 
@@ -32,7 +32,9 @@ CertificateForm::CertificateForm() : Form("CertificateQuestion") {
 
 CertificateQuestion::CertificateQuestion(Console& console, WindowFocus& focus,
                                          std::function<QWidget*()> main_window)
-    : console_(console), focus_(focus), frame_(form_, question_row, focus, std::move(main_window)) {
+    : console_(console),
+      focus_(focus),
+      frame_(form_, certificate_question_row, focus, std::move(main_window)) {
   form_.letters = console.Lineweir.letters;
   wire(form_.RefuseButton.on_click, console.trace, "CertificateQuestion_RefuseButton_Click",
        [this] { refuse(); });

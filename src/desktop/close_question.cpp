@@ -14,7 +14,7 @@
 namespace lineweir {
 namespace {
 
-constexpr DialogRow question_row = {
+constexpr DialogRow close_question_row = {
     nullptr, [](QWidget& window) { Ui::CloseQuestion().setupUi(&window); }, DialogKind::Dialog};
 
 std::string_view what_closing_does(std::size_t callers) {
@@ -70,7 +70,7 @@ CloseQuestion::CloseQuestion(Console& console, WindowFocus& focus,
     : FormWatch(console.Lineweir),
       console_(console),
       focus_(focus),
-      frame_(form_, question_row, focus, std::move(main_window)),
+      frame_(form_, close_question_row, focus, std::move(main_window)),
       news_([this] { tell(); }) {
   form_.letters = console.Lineweir.letters;
   wire(console.Lineweir.on_close, console.trace, "Lineweir_Form_QueryUnload",

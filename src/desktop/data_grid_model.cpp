@@ -11,7 +11,7 @@ namespace {
 constexpr std::size_t most_kept = 500;
 
 // A text on one line, however many it has.
-QString one_line(QString text) {
+QString cell_line(QString text) {
   text.replace(QLatin1String("\r\n"), QLatin1String(" "));
   text.replace(u'\n', u' ');
   return text;
@@ -50,7 +50,7 @@ int DataGridModel::section_of(int column) const {
 QString DataGridModel::cell_text(const QModelIndex& index) const {
   const QStringList& texts = texts_of(index.row());
   const int column = grid_column(index.column());
-  return column >= 0 && column < texts.size() ? one_line(texts[column]) : QString();
+  return column >= 0 && column < texts.size() ? cell_line(texts[column]) : QString();
 }
 
 std::vector<TextPiece> DataGridModel::marked_pieces(const QString& text) const {

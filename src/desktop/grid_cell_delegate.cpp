@@ -11,7 +11,7 @@
 namespace lineweir {
 namespace {
 
-constexpr int text_margin = 5;
+constexpr int cell_text_margin = 5;
 constexpr int caret_gap = 1;
 
 QColor color(QRgb rgb) { return QColor::fromRgb(rgb); }
@@ -38,7 +38,7 @@ bool GridCellDelegate::typed(int column) const {
 }
 
 int GridCellDelegate::width_for(const QFontMetrics& metrics, const QString& text) {
-  return metrics.horizontalAdvance(text) + 2 * text_margin + 1;
+  return metrics.horizontalAdvance(text) + 2 * cell_text_margin + 1;
 }
 
 QString GridCellDelegate::text_of(const QModelIndex& index, bool editing) const {
@@ -61,7 +61,7 @@ void GridCellDelegate::paint(QPainter* painter, const QStyleOptionViewItem& opti
                                          : QPalette::Base;
   painter->fillRect(option.rect, editing ? color(theme.highlight) : option.palette.color(ground));
 
-  const QRect room = option.rect.adjusted(text_margin, 0, -text_margin, 0);
+  const QRect room = option.rect.adjusted(cell_text_margin, 0, -cell_text_margin, 0);
   const QString text =
       shortened(option.fontMetrics, text_of(index, editing), room.width(), editing);
   const int text_width = option.fontMetrics.horizontalAdvance(text);

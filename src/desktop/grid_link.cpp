@@ -13,7 +13,7 @@ namespace lineweir {
 namespace {
 
 // The room above and below the letters of a row.
-constexpr int row_padding = 4;
+constexpr int list_row_padding = 4;
 
 }  // namespace
 
@@ -41,7 +41,8 @@ void GridLink::take_letters() {
 }
 
 void GridLink::size_cells() {
-  table_.verticalHeader()->setDefaultSectionSize(table_.fontMetrics().height() + 2 * row_padding);
+  table_.verticalHeader()->setDefaultSectionSize(table_.fontMetrics().height() +
+                                                 2 * list_row_padding);
   const int widened = size_columns();
   table_.setMinimumWidth(static_cast<int>(std::lround(design_minimum_ * letter_scale())) + widened);
 }

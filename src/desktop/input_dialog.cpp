@@ -12,7 +12,7 @@ namespace lineweir {
 namespace {
 
 constexpr int widest_number = 8;
-constexpr int field_edges = 16;
+constexpr int input_field_edges = 16;
 constexpr int letters_of_prompt_line = 44;
 
 const QString seconds_unit = QStringLiteral("seconds");
@@ -33,7 +33,8 @@ InputDialog::InputDialog(QWidget* owner, const QString& prompt, const QString& d
   auto* answer = new QHBoxLayout;
   answer->addWidget(field_);
   if (!unit.isEmpty()) {
-    field_->setFixedWidth(fontMetrics().horizontalAdvance(u'0') * widest_number + field_edges);
+    field_->setFixedWidth(fontMetrics().horizontalAdvance(u'0') * widest_number +
+                          input_field_edges);
     answer->addWidget(new QLabel(unit));
     answer->addStretch();
   }

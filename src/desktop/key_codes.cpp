@@ -12,7 +12,7 @@ struct KeyRow {
   int code;
 };
 
-constexpr std::array keys = {
+constexpr std::array coded_keys = {
     KeyRow{Qt::Key_Backspace, 8},
     KeyRow{Qt::Key_Tab, 9},
     KeyRow{Qt::Key_Backtab, 9},
@@ -81,8 +81,8 @@ int key_code(const QKeyEvent& event) {
                                           : '1' + static_cast<int>(scan_code - scan_code_of_one);
   }
 #endif
-  const auto* row = std::ranges::find(keys, key, &KeyRow::qt_key);
-  return row == keys.end() ? 0 : row->code;
+  const auto* row = std::ranges::find(coded_keys, key, &KeyRow::qt_key);
+  return row == coded_keys.end() ? 0 : row->code;
 }
 
 bool is_alt_command(const QKeyEvent& event) {

@@ -16,7 +16,7 @@ static void take_manual() { Q_INIT_RESOURCE(manual); }
 namespace lineweir {
 namespace {
 
-const QString folder = QStringLiteral(":/manual/");
+const QString manual_folder = QStringLiteral(":/manual/");
 constexpr std::array pages = {"manual.md", "keys.md"};
 
 // A picture shows its windows at three halves of their size, and is as wide as the text at most.
@@ -30,7 +30,7 @@ constexpr double above_heading = 14;
 QString markdown() {
   QString text;
   for (const char* page : pages) {
-    QFile file(folder + QLatin1String(page));
+    QFile file(manual_folder + QLatin1String(page));
     if (file.open(QIODevice::ReadOnly)) text += QString::fromUtf8(file.readAll()) + u'\n';
   }
   return text;
@@ -138,7 +138,7 @@ void ManualPages::space_out() {
 
 QVariant ManualPages::loadResource(int type, const QUrl& name) {
   if (type != QTextDocument::ImageResource) return {};
-  return shown_picture(folder + name.path(), devicePixelRatioF());
+  return shown_picture(manual_folder + name.path(), devicePixelRatioF());
 }
 
 void ManualPages::follow(const QUrl& link) {

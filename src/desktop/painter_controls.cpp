@@ -12,7 +12,7 @@
 namespace lineweir {
 namespace {
 
-constexpr double corner = 3;
+constexpr double control_corner = 3;
 
 // As long as it lives the painter draws in pixels of the device.
 class DevicePixels {
@@ -43,7 +43,7 @@ class DevicePixels {
 };
 
 void paint_ring(QPainter& painter, const QRect& place, const Brushwork& work) {
-  draw_edge(painter, place, work.theme.focus_ring, 2 * work.line(), corner * work.unit);
+  draw_edge(painter, place, work.theme.focus_ring, 2 * work.line(), control_corner * work.unit);
 }
 
 QRgb field_edge(const ControlState& state, const Theme& theme) {
@@ -55,7 +55,8 @@ void draw_field_edge(QPainter& painter, const QRect& place, const ControlState& 
   if (state.focused) {
     paint_ring(painter, place, work);
   } else {
-    draw_edge(painter, place, field_edge(state, work.theme), work.line(), corner * work.unit);
+    draw_edge(painter, place, field_edge(state, work.theme), work.line(),
+              control_corner * work.unit);
   }
 }
 
@@ -80,7 +81,7 @@ void paint_button(QPainter& painter, const QRect& place, const ControlState& sta
   if (state.focused) {
     paint_ring(painter, device.place(), work);
   } else if (is_default && state.enabled) {
-    draw_edge(painter, device.place(), theme.highlight, 2 * line, corner * work.unit);
+    draw_edge(painter, device.place(), theme.highlight, 2 * line, control_corner * work.unit);
   }
 }
 
@@ -89,7 +90,7 @@ void paint_field(QPainter& painter, const QRect& place, const ControlState& stat
   const DevicePixels device(painter, place);
   const Brushwork work = device.brushwork(theme);
   fill_shaded(painter, device.place(), device.place(), {ground.rgb(), ground.rgb()},
-              corner * work.unit);
+              control_corner * work.unit);
   draw_field_edge(painter, device.place(), state, work);
 }
 
@@ -106,9 +107,9 @@ void paint_check_box(QPainter& painter, const QRect& place, const ControlState& 
   const bool filled = mark != CheckMark::None && state.enabled;
   const QRgb ground = filled ? theme.highlight : theme.control;
   const QRect box = device.place();
-  fill_shaded(painter, box, box, {ground, ground}, corner * work.unit);
+  fill_shaded(painter, box, box, {ground, ground}, control_corner * work.unit);
   draw_edge(painter, box, filled ? theme.highlight : field_edge(state, theme), work.line(),
-            corner * work.unit);
+            control_corner * work.unit);
   if (mark == CheckMark::None) return;
 
   const QRectF square(box);
@@ -150,7 +151,7 @@ void paint_radio_button(QPainter& painter, const QRect& place, const ControlStat
 void paint_group_edge(QPainter& painter, const QRect& place, const Theme& theme) {
   const DevicePixels device(painter, place);
   const Brushwork work = device.brushwork(theme);
-  draw_edge(painter, device.place(), theme.group_edge, work.line(), corner * work.unit);
+  draw_edge(painter, device.place(), theme.group_edge, work.line(), control_corner * work.unit);
 }
 
 void paint_control_focus(QPainter& painter, const QRect& place, const Theme& theme) {

@@ -8,7 +8,7 @@
 namespace lineweir {
 namespace {
 
-constexpr double corner = 4;
+constexpr double face_corner = 4;
 
 }  // namespace
 
@@ -32,7 +32,7 @@ void paint_panel(QPainter& painter, const QRect& place, const Brushwork& brushwo
 }
 
 void paint_plate(QPainter& painter, const QRect& place, const Brushwork& brushwork) {
-  const double radius = corner * brushwork.unit;
+  const double radius = face_corner * brushwork.unit;
   fill_shaded(painter, place, place, brushwork.theme.clock.shading, radius);
   draw_edge(painter, place, brushwork.theme.clock_edge, brushwork.line(), radius);
 }

@@ -8,9 +8,9 @@
 namespace lineweir {
 namespace {
 
-constexpr double corner = 3;
+constexpr double key_corner = 3;
 
-double radius_of(const Brushwork& brushwork) { return corner * brushwork.unit; }
+double radius_of(const Brushwork& brushwork) { return key_corner * brushwork.unit; }
 
 void paint_raised_key(QPainter& painter, const QRect& place, const KeyColors& colors,
                       const Brushwork& brushwork) {

@@ -12,7 +12,7 @@
 namespace lineweir {
 namespace {
 
-constexpr double corner = 2;
+constexpr double strip_corner = 2;
 
 // As far as a sign reaches before it would touch a line's number, of the strip's height and of its
 // width: a form may be stretched one way only.
@@ -83,7 +83,7 @@ void paint_strip(QPainter& painter, const QRect& place, const StripColors& color
                  const Brushwork& brushwork) {
   const int line = brushwork.line();
   const QRect strip = place.adjusted(0, 0, 0, -line);
-  const double radius = corner * brushwork.unit;
+  const double radius = strip_corner * brushwork.unit;
   fill_shaded(painter, strip, strip, {colors.edge, colors.edge}, radius);
   fill_shaded(painter, strip.adjusted(0, 0, 0, -line), strip, {colors.rim, colors.rim}, radius);
   fill_shaded(painter, strip.adjusted(0, line, 0, -line), strip, colors.surface.shading, radius);

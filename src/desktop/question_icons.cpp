@@ -81,32 +81,32 @@ void draw_house(QPainter& painter) {
   painter.drawPolyline(QPolygonF({{4, 8}, {4, 13.5}, {12, 13.5}, {12, 8}}));
 }
 
-struct Picture {
+struct QuestionPicture {
   QStyle::StandardPixmap asked;
   void (*draw)(QPainter& painter);
 };
 
 constexpr std::array pictures = {
-    Picture{QStyle::SP_ArrowBack, draw_left},
-    Picture{QStyle::SP_FileDialogBack, draw_left},
-    Picture{QStyle::SP_ArrowForward, draw_right},
-    Picture{QStyle::SP_FileDialogToParent, draw_up},
-    Picture{QStyle::SP_FileDialogNewFolder, draw_new_folder},
-    Picture{QStyle::SP_FileDialogListView, draw_list},
-    Picture{QStyle::SP_FileDialogDetailedView, draw_details},
-    Picture{QStyle::SP_DirIcon, draw_folder},
-    Picture{QStyle::SP_DirOpenIcon, draw_folder},
-    Picture{QStyle::SP_DirClosedIcon, draw_folder},
-    Picture{QStyle::SP_DirLinkIcon, draw_folder},
-    Picture{QStyle::SP_DirHomeIcon, draw_house},
-    Picture{QStyle::SP_FileIcon, draw_file},
-    Picture{QStyle::SP_FileLinkIcon, draw_file},
-    Picture{QStyle::SP_DriveHDIcon, draw_disk},
-    Picture{QStyle::SP_ComputerIcon, draw_computer},
-    Picture{QStyle::SP_DesktopIcon, draw_computer},
+    QuestionPicture{QStyle::SP_ArrowBack, draw_left},
+    QuestionPicture{QStyle::SP_FileDialogBack, draw_left},
+    QuestionPicture{QStyle::SP_ArrowForward, draw_right},
+    QuestionPicture{QStyle::SP_FileDialogToParent, draw_up},
+    QuestionPicture{QStyle::SP_FileDialogNewFolder, draw_new_folder},
+    QuestionPicture{QStyle::SP_FileDialogListView, draw_list},
+    QuestionPicture{QStyle::SP_FileDialogDetailedView, draw_details},
+    QuestionPicture{QStyle::SP_DirIcon, draw_folder},
+    QuestionPicture{QStyle::SP_DirOpenIcon, draw_folder},
+    QuestionPicture{QStyle::SP_DirClosedIcon, draw_folder},
+    QuestionPicture{QStyle::SP_DirLinkIcon, draw_folder},
+    QuestionPicture{QStyle::SP_DirHomeIcon, draw_house},
+    QuestionPicture{QStyle::SP_FileIcon, draw_file},
+    QuestionPicture{QStyle::SP_FileLinkIcon, draw_file},
+    QuestionPicture{QStyle::SP_DriveHDIcon, draw_disk},
+    QuestionPicture{QStyle::SP_ComputerIcon, draw_computer},
+    QuestionPicture{QStyle::SP_DesktopIcon, draw_computer},
 };
 
-QPixmap drawn(const Picture& picture, int side, QRgb color) {
+QPixmap drawn(const QuestionPicture& picture, int side, QRgb color) {
   QPixmap pixmap(side, side);
   pixmap.fill(Qt::transparent);
   QPainter painter(&pixmap);
@@ -120,7 +120,7 @@ QPixmap drawn(const Picture& picture, int side, QRgb color) {
 }  // namespace
 
 std::optional<QIcon> question_icon(QStyle::StandardPixmap asked, const Theme& theme) {
-  for (const Picture& picture : pictures) {
+  for (const QuestionPicture& picture : pictures) {
     if (picture.asked != asked) continue;
     QIcon icon;
     for (const int side : {16, 24, 32, 48, 64, 96}) {

@@ -13,7 +13,7 @@ namespace lineweir {
 namespace {
 
 // What a window manager puts around a window at most; it isn't known before the window is shown.
-constexpr QMargins frame(4, 32, 4, 4);
+constexpr QMargins window_frame(4, 32, 4, 4);
 
 // A layout's window shrinks as far as its layout lets it; what is placed by hand doesn't shrink.
 QSize least_size(const QWidget& window) {
@@ -45,7 +45,7 @@ void put_into_scroll_area(QWidget& window) {
 }  // namespace
 
 void keep_in_room(QWidget& window, const QRect& room) {
-  const QRect inner = room.marginsRemoved(frame);
+  const QRect inner = room.marginsRemoved(window_frame);
   const QSize least = least_size(window);
   const bool too_large = least.width() > inner.width() || least.height() > inner.height();
   if (too_large && window.layout() != nullptr) put_into_scroll_area(window);

@@ -63,7 +63,7 @@ std::vector<PortSeen> ports(int box_port, int switch_console_port) {
   return found;
 }
 
-std::string content_of(const std::filesystem::path& path) {
+std::string readable_content_of(const std::filesystem::path& path) {
   std::ifstream file(path, std::ios::binary);
   return {std::istreambuf_iterator<char>(file), {}};
 }
@@ -84,13 +84,13 @@ Surroundings look_around(const std::filesystem::path& folder, const CodePage& pa
   }
   seen.folder = look_at(folder);
   seen.settings = look_at(folder / settings_file_name);
-  auto settings = decode_settings(content_of(folder / settings_file_name));
+  auto settings = decode_settings(readable_content_of(folder / settings_file_name));
   seen.ports = ports(port_or(first_box_port, settings ? settings->CommPort : 0),
                      port_or(first_switch_console_port, settings ? settings->RemotePortNumber : 0));
   if (settings) {
     const std::string log(trimmed(settings->DatabasePath));
     if (!log.empty()) seen.log = look_at(folder / log);
-    take_whole_address(content_of(folder / further_settings_file), *settings);
+    take_whole_address(readable_content_of(folder / further_settings_file), *settings);
     for (auto& server : known_studio_servers(settings->ServerHost, settings->ServerPort)) {
       if (!server.host.empty()) seen.servers.push_back({std::move(server.host), server.port});
     }

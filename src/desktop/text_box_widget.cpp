@@ -19,7 +19,7 @@
 namespace lineweir {
 namespace {
 
-constexpr double corner = 3;
+constexpr double box_corner = 3;
 // From the box's edge to what is written in it.
 constexpr double margin = 5;
 constexpr double entry_padding = 2;
@@ -150,7 +150,7 @@ void TextBoxWidget::look_changed() { dress_edit(); }
 void TextBoxWidget::paint(QPainter& painter, const QRect& face) {
   const Brushwork work = brushwork();
   const QRgb ground = ground_color().rgb();
-  const double radius = corner * work.unit;
+  const double radius = box_corner * work.unit;
   const int line = work.line();
   fill_shaded(painter, face, face, {work.theme.message_edge, work.theme.message_edge}, radius);
   fill_shaded(painter, face.adjusted(line, line, -line, -line), face, {ground, ground},

@@ -14,9 +14,6 @@
 namespace lineweir::driver {
 namespace {
 
-using Result = std::optional<Json>;
-constexpr std::nullopt_t done = std::nullopt;
-
 // A week.
 constexpr int longest_advance = 7 * 24 * 60 * 60 * 1000;
 constexpr int largest_window = 100000;

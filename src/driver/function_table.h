@@ -14,7 +14,7 @@
 
 namespace lineweir::driver {
 
-using Arguments = std::vector<Json>;
+using FunctionArguments = std::vector<Json>;
 
 // A function of the console that a script can call. Names are told apart without regard to case;
 // two functions of one name take different numbers of arguments.
@@ -22,7 +22,7 @@ struct Function {
   std::string_view name;
   std::size_t arguments;
   // Called with that many arguments; nothing for a function without a result.
-  std::function<std::optional<Json>(Console&, const Arguments&)> call;
+  std::function<std::optional<Json>(Console&, const FunctionArguments&)> call;
 };
 
 template <class T>
@@ -56,7 +56,7 @@ template <class Callable, class Result, class... Values>
 Function function(std::string_view name, Callable callable,
                   Result (Callable::*)(Console&, Values...) const) {
   return {name, sizeof...(Values),
-          [callable](Console& console, const Arguments& arguments) -> std::optional<Json> {
+          [callable](Console& console, const FunctionArguments& arguments) -> std::optional<Json> {
             return [&]<std::size_t... I>(std::index_sequence<I...>)->std::optional<Json> {
               // Braces, so that the arguments are read from left to right.
               std::tuple<std::decay_t<Values>...> values{

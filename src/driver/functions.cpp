@@ -69,7 +69,7 @@ std::vector<Function> general_functions() {
 }
 
 const std::vector<Function>& functions() {
-  static const std::vector<Function> table = [] {
+  static const std::vector<Function> known = [] {
     std::vector<Function> all = general_functions();
     append_screen_functions(all);
     append_callcontrol_functions(all);
@@ -78,7 +78,7 @@ const std::vector<Function>& functions() {
     append_clock_functions(all);
     return all;
   }();
-  return table;
+  return known;
 }
 
 }  // namespace

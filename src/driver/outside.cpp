@@ -6,9 +6,6 @@
 namespace lineweir::driver {
 namespace {
 
-using Result = std::optional<Json>;
-constexpr std::nullopt_t done = std::nullopt;
-
 constexpr int highest_failure = 65535;
 constexpr int most_openings = 1000000;
 constexpr std::string_view cancel = "cancel";

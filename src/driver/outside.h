@@ -10,7 +10,11 @@
 // disk, dialogs and the computer's clock. They work whether or not a console is running.
 namespace lineweir::driver {
 
-using OutsideCommand = std::optional<Json>(Session& session, const Arguments& arguments);
+// What a command answers, and that of one that only does something.
+using Result = std::optional<Json>;
+inline constexpr std::nullopt_t done = std::nullopt;
+
+using OutsideCommand = Result(Session& session, const Arguments& arguments);
 
 OutsideCommand serial_in, serial_reply, serial_out, serial_fail;
 OutsideCommand socket_accept, socket_refuse, socket_in, socket_reply, socket_out, socket_drop;

@@ -45,6 +45,9 @@ inline constexpr char ready_letter = 'S';
 inline constexpr char held_letter = 'H';
 inline constexpr char idle_letter = ' ';
 inline constexpr char busy_letter = 'B';
+// As it is reported; a line that is free shows the blank.
+inline constexpr char free_letter = 'F';
+inline constexpr char other_equipment_letter = 'E';
 
 inline constexpr std::string_view on_air_text = "On Air";
 inline constexpr std::string_view locked_text = "Locked";

@@ -7,7 +7,6 @@
 namespace lineweir {
 namespace {
 
-constexpr std::string_view line_break = "\r\n";
 constexpr std::string_view name_end = "> ";
 
 }  // namespace

@@ -8,6 +8,8 @@
 
 namespace lineweir {
 
+inline constexpr std::string_view line_break = "\r\n";
+
 // How long a message, and with it the display, may become: a frame holds 32,767 bytes with the
 // colours and the sender's name.
 inline constexpr std::size_t longest_message = 30'000;

@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "base/time_text.h"
+#include "messages/conversation.h"
 
 namespace lineweir {
 namespace {
@@ -10,7 +11,6 @@ namespace {
 constexpr std::size_t longest_history = 200'000;
 // What is left of one that has become too long, so that it isn't cut at each message.
 constexpr std::size_t shortened_history = 150'000;
-constexpr std::string_view line_break = "\r\n";
 
 bool same_day(const platform::DateTime& one, const platform::DateTime& other) {
   return one.year == other.year && one.month == other.month && one.day == other.day;

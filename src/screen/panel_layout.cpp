@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "forms/main_form.h"
+#include "screen/placed.h"
 #include "state/design_scale.h"
 
 namespace lineweir {
@@ -21,10 +22,6 @@ constexpr Place digits_status = {570, 2110, 3470, 560};
 
 constexpr Place clock_caption_on_form = {10260, 60, 1695, 225};
 constexpr Place clock_caption_on_panel = {570, 2720, 3470, 255};
-
-void place(Control& control, const Place& at) {
-  control.move(at.left, at.top, at.width, at.height);
-}
 
 std::size_t letters_of(std::span<Label* const> labels) {
   std::size_t letters = 0;

@@ -5,6 +5,7 @@
 
 #include "screen/column_room.h"
 #include "screen/display_options.h"
+#include "screen/placed.h"
 #include "screen/row_display.h"
 #include "screen/strip_pictures.h"
 #include "screen/visible_rows.h"
@@ -17,10 +18,6 @@ namespace {
 constexpr int label_drop = 45;
 constexpr int label_height = 225;
 constexpr int row_button_width = 375;
-
-void place(Control& control, const Place& at) {
-  control.move(at.left, at.top, at.width, at.height);
-}
 
 void place_row(ConsoleState& state, RowDisplay& rows, int line, int row) {
   const DesignScale& scale = state.scale;

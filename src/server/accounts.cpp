@@ -9,9 +9,6 @@
 namespace lineweir::server {
 namespace {
 
-// Of the rights that hold in every group which isn't named.
-constexpr int every_group = 0;
-
 platform::Account nothing_but_name(const std::string& name) {
   platform::Account account;
   account.name = name;

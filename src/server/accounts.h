@@ -11,6 +11,9 @@
 
 namespace lineweir::server {
 
+// Stands in an account for all groups that it doesn't name.
+inline constexpr int every_group = 0;
+
 // The users, all held here, each change written to the store. Names are UTF-8.
 class Accounts {
  public:

@@ -6,6 +6,7 @@
 #include "base/iso_date.h"
 #include "base/telephone_number.h"
 #include "server/admin_names.h"
+#include "server/caller_memory.h"
 #include "wire/caller_known.h"
 
 namespace lineweir::server {
@@ -13,8 +14,6 @@ namespace {
 
 using admin::Field;
 using nlohmann::json;
-
-constexpr std::size_t longest_number = 100;
 
 AdminReply no_number() {
   return refused("A caller is known by a number of at least " +
@@ -41,7 +40,8 @@ std::string why_not_noted(const AdminServices& services, const admin::Request& r
     return "The last day " + until + " is over already.";
   }
   const std::string number = request.text(Field::Number);
-  if (auto why = why_not_shown(number, "The number", longest_number); !why.empty()) return why;
+  if (auto why = why_not_shown(number, "The number", longest_caller_number); !why.empty())
+    return why;
   return why_not_shown(request.text_or(Field::Text, ""), "The reason", flag_reason_length);
 }
 

@@ -1,6 +1,7 @@
 #include "server/admin_rights.h"
 
 #include "adminlink/admin_columns.h"
+#include "server/accounts.h"
 #include "server/rights_templates.h"
 #include "wire/rights_layout.h"
 
@@ -10,7 +11,6 @@ namespace {
 using admin::Field;
 using nlohmann::json;
 
-constexpr int every_group = 0;
 constexpr std::string_view everything = "-all";
 
 struct Sentence {

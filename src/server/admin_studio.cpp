@@ -10,9 +10,9 @@ namespace {
 using admin::Field;
 using nlohmann::json;
 
-constexpr std::size_t longest_number = 40;
+constexpr std::size_t longest_dialled_number = 40;
 constexpr std::size_t longest_event_text = 100;
-constexpr std::size_t longest_message = 1000;
+constexpr std::size_t longest_announcement = 1000;
 constexpr const char* simulated = "simulated";
 
 Group* group_of(const AdminServices& services, const admin::Request& request) {
@@ -89,7 +89,7 @@ void list_lines(const AdminServices& services, const admin::Request& request,
 void make_call(const AdminServices& services, const admin::Request& request,
                const TellReply& tell) {
   const std::string number = request.text_or(Field::Number, "");
-  if (auto why = why_not_shown(number, "The number", longest_number); !why.empty()) {
+  if (auto why = why_not_shown(number, "The number", longest_dialled_number); !why.empty()) {
     return tell(refused(std::move(why)));
   }
   const CallPlace place = call_place(services, request);
@@ -127,8 +127,8 @@ void set_event(const AdminServices& services, const admin::Request& request,
 void tell_everybody(const AdminServices& services, const admin::Request& request,
                     const TellReply& tell) {
   const std::string& text = request.text(Field::Text);
-  auto why =
-      text.empty() ? "The message is empty." : why_not_shown(text, "The message", longest_message);
+  auto why = text.empty() ? "The message is empty."
+                          : why_not_shown(text, "The message", longest_announcement);
   if (!why.empty()) return tell(refused(std::move(why)));
   if (request.values.contains(Field::Group)) {
     const Group* group = group_of(services, request);

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "adminlink/admin_columns.h"
+#include "server/accounts.h"
 #include "server/admin_names.h"
 #include "server/rights_templates.h"
 #include "wire/rights_layout.h"
@@ -13,8 +14,6 @@ namespace {
 
 using admin::Field;
 using nlohmann::json;
-
-constexpr int every_group = 0;
 
 AdminReply no_such_user(const std::string& name) {
   return refused("There is no user \"" + name + "\".");

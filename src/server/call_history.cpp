@@ -1,6 +1,7 @@
 #include "server/call_history.h"
 
 #include "lines/equipment_kinds.h"
+#include "lines/status_letters.h"
 #include "server/line_clock.h"
 
 namespace lineweir::server {
@@ -19,8 +20,6 @@ constexpr StepName step_names[] = {
     {'N', "air"},  {'L', "lock"},   {'K', "lock"},   {'C', "conference"}, {'Y', "lock"},
 };
 constexpr std::string_view answer = "answer";
-constexpr char free_letter = 'F';
-constexpr char taken_by_others = 'E';
 
 // Nothing for a step that is none of the line's.
 std::optional<char> letter_of(const std::string& action, int kind) {
@@ -28,7 +27,7 @@ std::optional<char> letter_of(const std::string& action, int kind) {
   for (const StepName& step : step_names) {
     if (step.name == action) return step.letter;
   }
-  if (action == "other") return taken_by_others;
+  if (action == "other") return other_equipment_letter;
   return std::nullopt;
 }
 

@@ -15,7 +15,7 @@ constexpr std::size_t phone_number_place = []() -> std::size_t {
 }();
 static_assert(phone_number_place < entry_field_count);
 
-constexpr std::size_t longest_number = 30;
+constexpr std::size_t longest_shown_number = 30;
 
 CallBook::Fields utf8_fields(const CallerDetails& data, const Letters& letters) {
   CallBook::Fields fields;
@@ -83,7 +83,7 @@ void CallerData::call_begun(int line, const std::string& number) {
       call_ended(line);
       return on_number(line, {});
     }
-    data.fields[phone_number_place] = clean_name(known, longest_number);
+    data.fields[phone_number_place] = clean_name(known, longest_shown_number);
   }
   at(line) = std::move(data);
   for (Seat* seat : relay_.seats()) tell(*seat, line);

@@ -13,6 +13,9 @@
 
 namespace lineweir::server {
 
+// What a caller's number may take, in whatever way it is written.
+inline constexpr std::size_t longest_caller_number = 100;
+
 // What the station remembers of callers, by the telephone_key of their numbers: what is noted of
 // some, all held here; and of all what their calls come to, asked of the store.
 class CallerMemory {

@@ -1,11 +1,11 @@
 #include "server/first_user.h"
 
+#include "server/accounts.h"
 #include "server/rights_templates.h"
 
 namespace lineweir::server {
 namespace {
 
-constexpr int every_group = 0;
 constexpr std::size_t password_length = 14;
 constexpr std::string_view password_letters = "abcdefghijkmnpqrstuvwxyz23456789";
 

@@ -4,23 +4,22 @@
 
 #include "base/text.h"
 #include "lines/equipment_kinds.h"
+#include "lines/status_letters.h"
+#include "server/caller_memory.h"
 #include "server/caller_text.h"
 #include "server/line_clock.h"
 
 namespace lineweir::server {
 namespace {
 
-constexpr char free_letter = 'F';
-constexpr char ringing_letter = 'R';
 // A line in one of these has no caller.
 constexpr std::string_view letters_without_caller = "FB";
-constexpr char taken_by_others = 'E';
 constexpr std::string_view on_hybrid_1 = "N";
 constexpr std::string_view on_hybrid_2 = "C";
 
 // The consoles' own rule: other equipment that takes a line ends the call, or goes on with it.
 bool has_caller(char letter, bool had_caller, int kind) {
-  if (letter == taken_by_others) return had_caller && is_of(kind, kinds_ringing_again);
+  if (letter == other_equipment_letter) return had_caller && is_of(kind, kinds_ringing_again);
   return letters_without_caller.find(letter) == std::string_view::npos;
 }
 
@@ -32,7 +31,6 @@ bool is_handset(char letter) {
 // A lock is taken and given back by the same word; a word otherwise brings its own letter.
 constexpr std::string_view letters_of_lock = "LKNC";
 constexpr std::size_t most_asked = 8;
-constexpr std::size_t longest_caller_number = 100;
 
 std::string letters_of(const LineOrder& order, const Seat& seat) {
   if (order.kind == LineOrder::Kind::ToOwnPosition) {

@@ -4,17 +4,10 @@
 #include <utility>
 
 #include "base/text.h"
+#include "server/admin_names.h"
 #include "server/caller_text.h"
 
 namespace lineweir::server {
-namespace {
-
-// What people may have typed into the fields of a login, and a little more.
-constexpr std::size_t longest_name = 20;
-constexpr std::size_t longest_password = 15;
-
-}  // namespace
-
 struct LoginDesk::Question {
   std::string user;
   std::string password;
@@ -29,7 +22,7 @@ LoginDesk::LoginDesk(const Context& context, Accounts& accounts, platform::Passw
 LoginDesk::~LoginDesk() = default;
 
 void LoginDesk::check(const Login& login, const std::string& address, Answer answer) {
-  const std::string name = clean_name(trimmed(login.user), longest_name);
+  const std::string name = clean_name(trimmed(login.user), longest_user_name);
   const std::string password(trimmed(login.password).substr(0, longest_password));
   questions_.push_back({context_.letters.to_utf8(name), context_.letters.to_utf8(password), address,
                         context_.loop.now(), std::move(answer)});

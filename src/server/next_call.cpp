@@ -4,17 +4,15 @@
 
 #include "base/text.h"
 #include "lines/equipment_kinds.h"
+#include "lines/status_letters.h"
 
 namespace lineweir::server {
 namespace {
 
 constexpr int no_line = -1;
-constexpr char ready_letter = 'S';
-constexpr char ringing_letter = 'R';
 
 // The consoles give their choice up by themselves when they see its line with one of these letters.
 constexpr std::string_view letters_that_end_choice = "FNCRB";
-constexpr char taken_by_others = 'E';
 
 // Who is on air can't be next. A line that is free or rings is chosen by a seat that hasn't heard
 // yet what became of its caller, unless it has been so for a while.
@@ -34,7 +32,7 @@ constexpr LateChoice late_choices[] = {
 };
 
 bool ends_choice(char letter, int kind) {
-  if (letter == taken_by_others) return !is_of(kind, kinds_ringing_again);
+  if (letter == other_equipment_letter) return !is_of(kind, kinds_ringing_again);
   return letters_that_end_choice.find(letter) != std::string_view::npos;
 }
 

@@ -5,7 +5,7 @@
 namespace lineweir::server {
 namespace {
 
-constexpr std::size_t longest_name = 60;
+constexpr std::size_t longest_seat_name = 60;
 
 }  // namespace
 
@@ -17,7 +17,7 @@ std::vector<std::string> names_of_groups(const Groups& groups, const StudioPlace
   std::vector<std::string> names;
   for (const auto& [number, name] : all) {
     names.resize(static_cast<std::size_t>(number - 1), "-");
-    names.push_back(clean_name(letters.from_utf8(name), longest_name));
+    names.push_back(clean_name(letters.from_utf8(name), longest_seat_name));
   }
   return names;
 }

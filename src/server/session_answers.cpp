@@ -21,7 +21,6 @@ constexpr std::string_view words_of_tones = "T";
 constexpr std::string_view words_of_talent = "NCL";
 constexpr int tones_from = 20;
 constexpr platform::Milliseconds gone_by{2000};
-constexpr std::size_t longest_number = 100;
 
 // What a command word takes beyond the frame's own needs.
 std::optional<Right> right_of(const LineOrder& order, int kind) {
@@ -184,14 +183,14 @@ void Session::tell_studio_status(const ServerPacket& packet) {
 }
 
 void Session::tell_caller(const ServerPacket& packet) {
-  own_group().known_callers().answer(*this, clean_name(packet.Buffer, longest_number));
+  own_group().known_callers().answer(*this, clean_name(packet.Buffer, longest_caller_number));
 }
 
 void Session::flag_caller(const ServerPacket& packet) {
   const auto flagging = decode_caller_flagging(packet.AltInfo, packet.Buffer);
   if (!flagging) return refuse(Refusal::Malformed);
   const Letters& letters = services_.context.letters;
-  const std::string of_caller = clean_name(flagging->number, longest_number);
+  const std::string of_caller = clean_name(flagging->number, longest_caller_number);
   const std::string key = telephone_key(of_caller);
   if (key.empty()) {
     refuse(Refusal::Malformed);

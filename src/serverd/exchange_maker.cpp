@@ -6,12 +6,11 @@
 #include "exchange/box_exchange.h"
 #include "exchange/simulated_exchange.h"
 #include "platform/asio/serial_device.h"
+#include "serverd/group_settings.h"
 
 namespace lineweir::serverd {
 
 namespace {
-
-constexpr std::string_view box = "box:";
 
 exchange::CallerOptions callers_of(double calls_per_minute) {
   // Who is made to call by hand stays until he is made to leave.
@@ -59,9 +58,10 @@ std::unique_ptr<exchange::Exchange> make_exchange(const server::GroupOptions& gr
                                                   platform::AsioLoop& loop,
                                                   platform::RandomNumbers& random,
                                                   const server::ServerLog& log) {
-  if (group.exchange.starts_with(box)) {
+  if (group.exchange.starts_with(exchange_at_box)) {
     return std::make_unique<exchange::BoxExchange>(
-        loop, group.lines, PortOpener(loop, group.exchange.substr(box.size()), group.name, log));
+        loop, group.lines,
+        PortOpener(loop, group.exchange.substr(exchange_at_box.size()), group.name, log));
   }
   constexpr double seeds = 1ULL << 53U;
   return std::make_unique<exchange::SimulatedExchange>(

@@ -14,7 +14,6 @@ constexpr int longest_line_name = 10;
 constexpr int longest_phone_name = 20;
 constexpr std::size_t most_phones = 64;
 constexpr double most_calls_per_minute = 600;
-constexpr std::string_view box = "box:";
 
 bool is_longer(const std::string& text, int size) {
   return cut_to_size(text, size).size() < text.size();
@@ -54,10 +53,11 @@ void read_exchange(ConfigurationTable& table, const std::filesystem::path& folde
                    server::GroupOptions& group) {
   constexpr std::string_view expected = "\"simulated\", or \"box:\" and a device";
   group.exchange = table.text("exchange", expected).value_or(group.exchange);
-  const bool is_box = group.exchange.starts_with(box) && group.exchange.size() > box.size();
+  const bool is_box =
+      group.exchange.starts_with(exchange_at_box) && group.exchange.size() > exchange_at_box.size();
   if (is_box) {
-    const std::filesystem::path device = folder / group.exchange.substr(box.size());
-    group.exchange = std::string(box) + device.lexically_normal().string();
+    const std::filesystem::path device = folder / group.exchange.substr(exchange_at_box.size());
+    group.exchange = std::string(exchange_at_box) + device.lexically_normal().string();
   } else if (group.exchange != "simulated") {
     table.refuse("exchange", std::string(expected) + ", not \"" + group.exchange + "\"");
   }

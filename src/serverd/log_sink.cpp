@@ -39,7 +39,7 @@ LevelName name_of(LogLevel level) {
   return {"error", '3'};
 }
 
-bool is_control(char c) { return static_cast<unsigned char>(c) < 0x20 || c == 0x7F; }
+bool is_control_code(char c) { return static_cast<unsigned char>(c) < 0x20 || c == 0x7F; }
 
 // Whether a byte begins a code point.
 bool begins(char c) { return (static_cast<unsigned char>(c) & 0xC0U) != 0x80U; }
@@ -51,7 +51,7 @@ std::string log_line(LogForm form, LogLevel level, const std::string& text) {
   std::string line = form == LogForm::Journal ? std::string("<") + name.priority + ">"
                                               : std::string(name.word) + ": ";
   line += text;
-  std::ranges::replace_if(line, is_control, ' ');
+  std::ranges::replace_if(line, is_control_code, ' ');
   if (line.size() >= PIPE_BUF) {
     std::size_t end = PIPE_BUF - 1;
     while (end > 0 && !begins(line[end])) --end;

@@ -27,7 +27,7 @@ std::optional<std::uint16_t> read_port(std::string_view text) {
 }
 
 // A text with a zero byte would end there for the system.
-bool is_plain(std::string_view text) { return text.find('\0') == std::string_view::npos; }
+bool is_without_nul(std::string_view text) { return text.find('\0') == std::string_view::npos; }
 
 }  // namespace
 
@@ -39,14 +39,14 @@ std::string SocketAddress::text() const {
 }
 
 std::optional<std::string> usual_address(const std::string& text) {
-  if (!is_plain(text)) return std::nullopt;
+  if (!is_without_nul(text)) return std::nullopt;
   const auto four = usual_address(AF_INET, text);
   return four ? four : usual_address(AF_INET6, text);
 }
 
 std::optional<SocketAddress> read_socket_address(std::string_view text) {
   const std::size_t colon = text.rfind(':');
-  if (colon == std::string_view::npos || !is_plain(text)) return std::nullopt;
+  if (colon == std::string_view::npos || !is_without_nul(text)) return std::nullopt;
   const auto port = read_port(text.substr(colon + 1));
   const std::string host(text.substr(0, colon));
   std::optional<std::string> address;

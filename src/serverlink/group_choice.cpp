@@ -18,7 +18,7 @@
 namespace lineweir {
 namespace {
 
-constexpr auto handler = "DisplayOptionForm_ExitCommand_Click";
+constexpr auto choice_handler = "DisplayOptionForm_ExitCommand_Click";
 
 std::string unsaved_question(const std::vector<int>& lines) {
   std::string numbers;
@@ -47,7 +47,7 @@ GroupChoice::GroupChoice(ConsoleState& state, const Links& links, DisplayOptions
   wire(state.Lineweir.DisplayDataOptionsMenu.on_click, state_.trace,
        "Lineweir_DisplayDataOptionsMenu_Click", [this] { DisplayDataOptionsMenu_Click(); });
   for (Event<void()>* leave : {&form.ExitCommand.on_click, &form.on_close}) {
-    wire(*leave, state_.trace, handler, [this] { ExitCommand_Click(); });
+    wire(*leave, state_.trace, choice_handler, [this] { ExitCommand_Click(); });
   }
   state.Lineweir.StudioGr.wire_each([this](MenuItem& item) {
     const int index = item.index();
@@ -65,7 +65,7 @@ void GroupChoice::DisplayDataOptionsMenu_Click() {
 void GroupChoice::ExitCommand_Click() {
   DisplayDataForm& form = state_.DisplayOptionForm;
   bool stays = false;
-  guard(state_.trace, handler, [&] {
+  guard(state_.trace, choice_handler, [&] {
     // A box that is being typed in when the window is closed loses the focus first.
     form.focus(nullptr);
     display_.RefreshColumnOrder();
@@ -108,7 +108,7 @@ bool GroupChoice::may_leave(int group) {
 
 bool GroupChoice::change_group(int group) {
   const int left = state_.program.GroupNumber;
-  if (!may_leave(group) || !links_.in_use().leave_group(handler)) {
+  if (!may_leave(group) || !links_.in_use().leave_group(choice_handler)) {
     state_.login.SkipProfile = false;
     return false;
   }

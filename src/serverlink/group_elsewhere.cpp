@@ -16,7 +16,7 @@
 namespace lineweir {
 namespace {
 
-constexpr auto handler = "GroupElsewhere";
+constexpr auto elsewhere_handler = "GroupElsewhere";
 constexpr std::string_view secured_prefix = "tls:";
 
 bool is_secured(const StudioServer& server) {
@@ -53,7 +53,7 @@ void GroupElsewhere::SrvGroupElsewhere(const ServerPacket& packet) {
   state_.services.loop.schedule(platform::Milliseconds{0},
                                 [this, place, alive = std::weak_ptr(alive_)] {
                                   if (!alive.lock()) return;
-                                  guard(state_.trace, handler, [&] { go_there(place); });
+                                  guard(state_.trace, elsewhere_handler, [&] { go_there(place); });
                                 });
 }
 

@@ -13,7 +13,7 @@
 namespace lineweir {
 namespace {
 
-constexpr auto handler = "Lineweir_Timer4_Timer";
+constexpr auto events_handler = "Lineweir_Timer4_Timer";
 constexpr int first_printing_code = 32;
 
 }  // namespace
@@ -21,7 +21,7 @@ constexpr int first_printing_code = 32;
 LineEvents::LineEvents(ConsoleState& state, DisplayOptions& display, CallerDataEntry& caller_data,
                        LineSteps& line_steps)
     : state_(state), display_(display), caller_data_(caller_data), line_steps_(line_steps) {
-  wire(state.Lineweir.Timer4.on_timer, state_.trace, handler, [this] { Timer4_Timer(); });
+  wire(state.Lineweir.Timer4.on_timer, state_.trace, events_handler, [this] { Timer4_Timer(); });
 }
 
 void LineEvents::apply_soon(std::string_view status_text) {
@@ -115,7 +115,7 @@ void LineEvents::process_change(int line, char letter, char old_letter) {
 void LineEvents::carry_out(const LineRule& rule, const LineReport& report) {
   for (const RuleStep& step : rule.steps) {
     if (step.step == LineStep::None) break;
-    socket_trap(state_, handler, [&] { line_steps_.run(step, report); });
+    socket_trap(state_, events_handler, [&] { line_steps_.run(step, report); });
   }
 }
 
@@ -140,7 +140,7 @@ void LineEvents::show_words_again(int line, char letter) {
 
 LineReport LineEvents::report_of(int line, char letter, char old_letter) const {
   const int equipment = state_.lines.ThePhoneFlag;
-  return {handler, line, letter, old_letter,
+  return {events_handler, line, letter, old_letter,
           reported_look(letter,
                         handset_is_on_conference(equipment, state_.Lineweir.MitelPhone1.checked))};
 }

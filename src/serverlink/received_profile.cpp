@@ -20,7 +20,7 @@
 namespace lineweir {
 namespace {
 
-constexpr auto handler = "Lineweir_SetUserProfile";
+constexpr auto profile_handler = "Lineweir_SetUserProfile";
 // A block of so many characters is none.
 constexpr std::size_t longest_no_profile = 30;
 constexpr std::size_t longest_operator_name = stored_width(&SettingsRecord::OperatorName);
@@ -61,8 +61,8 @@ void ReceivedProfile::SetUserProfile(std::string_view ProfileBlock) {
   if (state_.DisplayOptionForm.visible) return;
   applying_ = true;
   std::optional<ProfileValues> window;
-  guard(state_.trace, handler, [&] { apply(ProfileBlock, window); });
-  guard(state_.trace, handler, [&] {
+  guard(state_.trace, profile_handler, [&] { apply(ProfileBlock, window); });
+  guard(state_.trace, profile_handler, [&] {
     const bool lines_are_told = flag_in(ProfileBlock, FlagUse::CheckAndLineCount).has_value();
     if (lines_are_told && line_count_.follow_menu() && window) take_window(*window);
   });
@@ -86,7 +86,7 @@ void ReceivedProfile::carry_out(ProfileStep step, const ProfileValues& values) {
     case ProfileStep::ShowPlan:
       return take_show_plan(values);
     case ProfileStep::Log:
-      if (values.database) files_.take_call_log(*values.database, handler);
+      if (values.database) files_.take_call_log(*values.database, profile_handler);
       return;
     case ProfileStep::Operator:
       if (values.operator_name) {
@@ -106,7 +106,7 @@ void ReceivedProfile::take_window(const ProfileValues& values) {
 }
 
 void ReceivedProfile::take_show_plan(const ProfileValues& values) {
-  if (values.show_data_file) files_.take_show_plan(*values.show_data_file, handler);
+  if (values.show_data_file) files_.take_show_plan(*values.show_data_file, profile_handler);
   // What was counted down to may be no event of this plan.
   state_.Lineweir.CountDownTime.caption = "";
   state_.Lineweir.RedClock.visible = false;

@@ -14,14 +14,14 @@
 namespace lineweir {
 namespace {
 
-constexpr auto handler = "RemoteWatch";
+constexpr auto remote_watch_handler = "RemoteWatch";
 
 }  // namespace
 
 RemoteWatch::RemoteWatch(ConsoleState& state, RemoteObjectsLink& remote_link,
                          RemoteSession& session, LinkWatch& link)
     : state_(state), remote_link_(remote_link), session_(session), link_(link) {
-  wire(state.services.remote_objects.on_presence, state_.trace, handler,
+  wire(state.services.remote_objects.on_presence, state_.trace, remote_watch_handler,
        [this](bool answers) { presence_changed(answers); });
   remote_link.on_reconnect = [this] { reconnect(); };
 }
@@ -60,7 +60,7 @@ void RemoteWatch::try_soon() {
   if (next_try_) return;
   next_try_ = state_.services.loop.schedule(between_tries, [this] {
     next_try_.reset();
-    guard(state_.trace, handler, [this] {
+    guard(state_.trace, remote_watch_handler, [this] {
       if (answers_ && remote_link_.is_silent()) come_back();
     });
   });

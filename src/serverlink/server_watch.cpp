@@ -22,13 +22,13 @@ namespace {
 
 using platform::Milliseconds;
 
-constexpr auto handler = "ServerWatch";
+constexpr auto server_watch_handler = "ServerWatch";
 constexpr Milliseconds between_looks{50};
 constexpr int tries_until_a_patient_one = 3;
 
 template <class Words>
-std::string joined(const std::vector<StudioServer>& servers, std::string_view between,
-                   const Words& words) {
+std::string joined_servers(const std::vector<StudioServer>& servers, std::string_view between,
+                           const Words& words) {
   std::string text;
   for (std::size_t i = 0; i < servers.size(); ++i) {
     if (i > 0) text += i + 1 == servers.size() ? " and " : between;
@@ -84,7 +84,7 @@ void ServerWatch::hear(const ServerPacket& packet) {
 void ServerWatch::look_in(Milliseconds delay) {
   next_look_ = state_.services.loop.schedule(delay, [this] {
     next_look_.reset();
-    guard(state_.trace, handler, [this] { look(); });
+    guard(state_.trace, server_watch_handler, [this] { look(); });
     if (step_ != Step::NotLost && !next_look_) look_in(between_looks);
   });
 }
@@ -135,9 +135,12 @@ void ServerWatch::tell_silence() {
   banner.caption = sentence;
   if (connection_.several()) {
     const auto& servers = connection_.servers();
-    socket_link_.silence += " The console looks for " + joined(servers, "; ", name_of) + ".";
+    socket_link_.silence +=
+        " The console looks for " +
+        joined_servers(servers, "; ", [](const StudioServer& server) { return name_of(server); }) +
+        ".";
     banner.caption =
-        sentence + ", trying " + joined(servers, ", ", [&](const StudioServer& server) {
+        sentence + ", trying " + joined_servers(servers, ", ", [&](const StudioServer& server) {
           const auto same = [&](const auto& other) { return other.host == server.host; };
           const bool is_alone = std::ranges::count_if(servers, same) == 1;
           return server.host + (is_alone ? "" : ":" + std::to_string(server.port));

@@ -38,7 +38,7 @@ Examples:
   lineweir-studio --script show.txt --lines 20 --duration 60)";
 
 // The command line as it is written; times are texts until they are read.
-struct Arguments {
+struct WrittenOptions {
   int lines = 10;
   std::uint64_t seed = 1;
   std::string call_every;
@@ -88,7 +88,7 @@ void add_seconds(CLI::App& app, const char* name, std::string& text, Moment by_d
   app.add_option(name, text, help)->check(check)->capture_default_str()->type_name("SECONDS");
 }
 
-void describe(CLI::App& app, Arguments& arguments) {
+void describe(CLI::App& app, WrittenOptions& arguments) {
   app.footer(footer);
   app.set_version_flag("--version", std::string("lineweir-studio ") + program_version);
   app.add_option("--lines", arguments.lines, "Telephone lines, 10 or 20")
@@ -137,7 +137,7 @@ void describe(CLI::App& app, Arguments& arguments) {
 
 Moment moment_of(const std::string& text) { return parse_seconds(text).value_or(Moment{0}); }
 
-StudioOptions options_of(const Arguments& arguments, bool calls_are_given) {
+StudioOptions options_of(const WrittenOptions& arguments, bool calls_are_given) {
   StudioOptions options;
   options.link = arguments.link;
   options.log = arguments.log;
@@ -166,7 +166,7 @@ void close_at(Moment moment, std::vector<TimedEvent>& script) {
 ParsedOptions parse_options(int argc, const char* const* argv, std::ostream& out,
                             std::ostream& err) {
   CLI::App app(description, "lineweir-studio");
-  Arguments arguments;
+  WrittenOptions arguments;
   describe(app, arguments);
   try {
     app.parse(argc, argv);

@@ -25,7 +25,6 @@ using asio::ip::tcp;
 using beast::error_code;
 
 constexpr std::uint32_t longest_header = 8192;
-constexpr Milliseconds pause_without_descriptors{100};
 
 http::response<http::string_body> answer(const http::request<http::empty_body>& request,
                                          const std::function<std::string()>& text) {
@@ -51,8 +50,10 @@ http::response<http::string_body> answer(const http::request<http::empty_body>& 
   return response;
 }
 
+}  // namespace
+
 // One connection, from its request to its end. What is under way holds it.
-class Asker : public std::enable_shared_from_this<Asker> {
+class MetricsEndpoint::Asker : public std::enable_shared_from_this<Asker> {
  public:
   Asker(tcp::socket peer, std::shared_ptr<const std::function<std::string()>> text)
       : stream_(std::move(peer)), text_(std::move(text)) {
@@ -88,8 +89,6 @@ class Asker : public std::enable_shared_from_this<Asker> {
   http::response<http::string_body> response_;
   std::shared_ptr<const std::function<std::string()>> text_;
 };
-
-}  // namespace
 
 class MetricsEndpoint::Inside : public std::enable_shared_from_this<Inside> {
  public:

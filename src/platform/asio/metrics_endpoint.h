@@ -28,6 +28,7 @@ class MetricsEndpoint {
 
  private:
   class Inside;
+  class Asker;
   std::shared_ptr<Inside> inside_;
 };
 

@@ -9,7 +9,7 @@ namespace {
 
 using boost::asio::ip::tcp;
 
-constexpr int backlog = 2048;
+constexpr int backlog_of_seats = 2048;
 
 std::string text_of(const tcp::endpoint& endpoint) {
   const std::string address = endpoint.address().to_string();
@@ -28,7 +28,7 @@ tcp::acceptor open_port(boost::asio::io_context& context, const std::string& add
     // An address of version 6 means those of version 6, also where it means all.
     if (endpoint.address().is_v6()) acceptor.set_option(boost::asio::ip::v6_only(true));
     acceptor.bind(endpoint);
-    acceptor.listen(backlog);
+    acceptor.listen(backlog_of_seats);
     return acceptor;
   } catch (const boost::system::system_error& error) {
     throw std::runtime_error("Can't listen on " + text_of(endpoint) + ": " +

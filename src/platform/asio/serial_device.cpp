@@ -16,7 +16,7 @@ namespace lineweir::platform {
 
 namespace {
 
-[[noreturn]] void fail(const std::string& device, const std::string& reason) {
+[[noreturn]] void fail_to_open(const std::string& device, const std::string& reason) {
   throw std::runtime_error("Can't open " + device + ": " + reason);
 }
 
@@ -36,14 +36,14 @@ bool set_up(int descriptor) {
 
 std::unique_ptr<Connection> open_serial_device(AsioLoop& loop, const std::string& device) {
   FileDescriptor file(::open(device.c_str(), O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC));
-  if (!file.is_open()) fail(device, std::strerror(errno));
-  if (::isatty(file.get()) == 0) fail(device, "it is no serial port");
+  if (!file.is_open()) fail_to_open(device, std::strerror(errno));
+  if (::isatty(file.get()) == 0) fail_to_open(device, "it is no serial port");
   // Two programs would each get half of what the equipment says. The lock also holds against
   // processes of root, which the exclusive use doesn't keep away.
   if (::flock(file.get(), LOCK_EX | LOCK_NB) != 0 || ::ioctl(file.get(), TIOCEXCL) != 0) {
-    fail(device, std::strerror(errno));
+    fail_to_open(device, std::strerror(errno));
   }
-  if (!set_up(file.get())) fail(device, std::strerror(errno));
+  if (!set_up(file.get())) fail_to_open(device, std::strerror(errno));
   ::tcflush(file.get(), TCIFLUSH);
   SerialStream stream(loop.context(), ::fcntl(file.get(), F_DUPFD_CLOEXEC, 0));
   return make_connection(loop, std::move(stream), device);

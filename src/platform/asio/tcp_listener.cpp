@@ -17,8 +17,6 @@ using asio::ip::tcp;
 // What the system keeps for a peer that doesn't read; a larger buffer would hide from the queue's
 // bound that the peer is slow.
 constexpr int send_buffer = 32 * 1024;
-// When no descriptor is left, peers wait so long for the next try.
-constexpr Milliseconds pause_without_descriptors{100};
 // One kind of trouble is told so often at most.
 constexpr Milliseconds trouble_every{10'000};
 

@@ -12,6 +12,7 @@
 #include <boost/asio/local/stream_protocol.hpp>
 #include <boost/asio/steady_timer.hpp>
 
+#include "platform/asio/open_port.h"
 #include "platform/asio/stream_connection.h"
 #include "platform/disk/beside_files.h"
 
@@ -21,10 +22,9 @@ namespace {
 
 using local = asio::local::stream_protocol;
 
-constexpr int backlog = 64;
-constexpr Milliseconds pause_without_descriptors{100};
+constexpr int backlog_of_tools = 64;
 
-[[noreturn]] void fail(const std::string& path, const std::string& reason) {
+[[noreturn]] void fail_to_listen(const std::string& path, const std::string& reason) {
   throw std::runtime_error("Can't listen on " + path + ": " + reason);
 }
 
@@ -32,7 +32,7 @@ local::endpoint endpoint_of(const std::string& path) {
   try {
     return local::endpoint(path);
   } catch (const boost::system::system_error&) {
-    fail(path, "the path is too long");
+    fail_to_listen(path, "the path is too long");
   }
 }
 
@@ -40,11 +40,11 @@ void remove_stale(asio::io_context& context, const local::endpoint& endpoint) {
   const std::string path = endpoint.path();
   struct stat found {};
   if (::lstat(path.c_str(), &found) != 0) return;
-  if (!S_ISSOCK(found.st_mode)) fail(path, "there is a file of another kind");
+  if (!S_ISSOCK(found.st_mode)) fail_to_listen(path, "there is a file of another kind");
   local::socket probe(context);
   error_code answer;
   probe.connect(endpoint, answer);
-  if (answer != asio::error::connection_refused) fail(path, "another process uses it");
+  if (answer != asio::error::connection_refused) fail_to_listen(path, "another process uses it");
   ::unlink(path.c_str());
 }
 
@@ -54,11 +54,11 @@ local::acceptor open_socket(asio::io_context& context, const std::string& path) 
   local::acceptor acceptor(context, endpoint.protocol());
   error_code failed;
   acceptor.bind(endpoint, failed);
-  if (failed) fail(path, failed.message());
+  if (failed) fail_to_listen(path, failed.message());
   // Nobody gets in before it listens.
-  if (::chmod(path.c_str(), S_IRUSR | S_IWUSR) != 0) fail(path, std::strerror(errno));
-  acceptor.listen(backlog, failed);
-  if (failed) fail(path, failed.message());
+  if (::chmod(path.c_str(), S_IRUSR | S_IWUSR) != 0) fail_to_listen(path, std::strerror(errno));
+  acceptor.listen(backlog_of_tools, failed);
+  if (failed) fail_to_listen(path, failed.message());
   return acceptor;
 }
 

@@ -14,7 +14,7 @@ namespace {
 
 constexpr int common_flags = O_RDWR | O_NOFOLLOW | O_CLOEXEC;
 
-[[noreturn]] void fail(int error) { throw std::system_error(error, std::generic_category()); }
+[[noreturn]] void fail_with(int error) { throw std::system_error(error, std::generic_category()); }
 
 bool lock(const FileDescriptor& file) { return ::flock(file.get(), LOCK_EX | LOCK_NB) == 0; }
 
@@ -22,14 +22,14 @@ bool lock(const FileDescriptor& file) { return ::flock(file.get(), LOCK_EX | LOC
 
 OwnedFile make_owned_file(const std::filesystem::path& path, int flags) {
   FileDescriptor file(::open(path.c_str(), common_flags | O_CREAT | O_EXCL | flags, 0600));
-  if (!file.is_open()) fail(errno);
+  if (!file.is_open()) fail_with(errno);
   if (!lock(file)) {
     const int error = errno;
     // Whoever adopted the file in the meantime has it.
     if (error != EWOULDBLOCK) ::unlink(path.c_str());
-    fail(error);
+    fail_with(error);
   }
-  if (!is_named(path, file)) fail(EWOULDBLOCK);
+  if (!is_named(path, file)) fail_with(EWOULDBLOCK);
   return {std::move(file), 0};
 }
 
@@ -58,7 +58,7 @@ std::string content_of(const FileDescriptor& file, std::size_t size) {
     const ssize_t count =
         ::pread(file.get(), content.data() + read, size - read, static_cast<off_t>(read));
     if (count < 0 && errno == EINTR) continue;
-    if (count < 0) fail(errno);
+    if (count < 0) fail_with(errno);
     if (count == 0) break;
     read += static_cast<std::size_t>(count);
   }

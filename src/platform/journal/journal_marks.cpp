@@ -8,17 +8,17 @@
 namespace lineweir::platform {
 namespace {
 
-constexpr const char* table = "Lineweir Journals";
+constexpr const char* marks_table = "Lineweir Journals";
 constexpr int most_marks = 10000;
 
 std::unique_ptr<Recordset> open_table(Database& database) {
   try {
-    return database.open_recordset(table);
+    return database.open_recordset(marks_table);
   } catch (const Failure& failure) {
     if (failure.number() != failure_number::no_such_table) throw;
   }
-  database.create_table(table, {{"Journal", 0}, {"Stored", 20}});
-  return database.open_recordset(table);
+  database.create_table(marks_table, {{"Journal", 0}, {"Stored", 20}});
+  return database.open_recordset(marks_table);
 }
 
 std::uint64_t number_in(std::string_view text) {

@@ -8,8 +8,8 @@ namespace lineweir::platform {
 namespace {
 
 // A large store may keep the database busy for a while before it says a word.
-constexpr PostgresPatience patience{.welcome = Milliseconds{10'000},
-                                    .answer = Milliseconds{65'000}};
+constexpr PostgresPatience patience_of_tools{.welcome = Milliseconds{10'000},
+                                             .answer = Milliseconds{65'000}};
 
 }  // namespace
 
@@ -17,7 +17,7 @@ BlockingSession::BlockingSession(PostgresAddress address, MissingStore missing,
                                  const std::atomic<bool>& given_up)
     : given_up_(given_up),
       watch_(loop_),
-      session_(std::move(address), {loop_, watch_, loop_}, patience, missing) {
+      session_(std::move(address), {loop_, watch_, loop_}, patience_of_tools, missing) {
   bool told = false;
   std::string failed;
   session_.open([&](const std::string& failure) {

@@ -10,11 +10,11 @@ namespace lineweir::platform {
 namespace {
 
 // Longer than these nobody is waited for: the next try may find another database process well.
-constexpr PostgresConnection::Patience patience{.welcome = Milliseconds{1'000},
-                                                .answer = Milliseconds{700}};
+constexpr PostgresConnection::Patience lease_patience{.welcome = Milliseconds{1'000},
+                                                      .answer = Milliseconds{700}};
 
 // A proof needn't be on the disk: a database that has just begun takes its own beginning for one.
-const std::vector<PostgresStatement> settings = {
+const std::vector<PostgresStatement> lease_settings = {
     {"SET search_path TO lineweir"},
     {"SET idle_session_timeout TO '2s'"},
     {"SET idle_in_transaction_session_timeout TO '2s'"},
@@ -32,7 +32,7 @@ constexpr const char* remaining =
 
 DatabaseLease::DatabaseLease(PostgresAddress address, const PostgresConnection::Services& services,
                              std::vector<int> groups)
-    : connection_(std::move(address), services, patience), groups_(std::move(groups)) {
+    : connection_(std::move(address), services, lease_patience), groups_(std::move(groups)) {
   connection_.on_lost = [this](const std::string& why) { set_trouble(why); };
 }
 
@@ -50,7 +50,7 @@ void DatabaseLease::take(Taken done) {
 // The tables stay as the present leader knows them until it leads no more: it may be of an earlier
 // version.
 void DatabaseLease::lock(const Taken& done) {
-  std::vector<PostgresStatement> statements = settings;
+  std::vector<PostgresStatement> statements = lease_settings;
   // A tool that works on the whole store alone keeps servers off, and they it.
   statements.push_back(DatabaseLock::shared_attempt());
   for (const int group : groups_) {
@@ -59,7 +59,7 @@ void DatabaseLease::lock(const Taken& done) {
   connection_.ask(std::move(statements), [this, done](const PostgresAnswer& answer) {
     if (answer.failure) return end_try(done, answer.failure->sentence);
     const bool all =
-        std::all_of(answer.rows.begin() + static_cast<std::ptrdiff_t>(settings.size()),
+        std::all_of(answer.rows.begin() + static_cast<std::ptrdiff_t>(lease_settings.size()),
                     answer.rows.end(), [](const PostgresRows& rows) { return rows.truth(0, 0); });
     if (!all) return end_try(done, {});
     bring_up_to_date(connection_, postgres_schema_steps(), MissingStore::Make,

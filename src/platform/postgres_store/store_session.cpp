@@ -9,7 +9,7 @@ namespace {
 
 // The tables are found by their names alone. What the server has given up the database gives up
 // too, and it holds nothing for a server that has gone.
-const std::vector<PostgresStatement> settings = {
+const std::vector<PostgresStatement> store_settings = {
     {"SET search_path TO lineweir"},   {"SET statement_timeout TO '60s'"},
     {"SET lock_timeout TO '8s'"},      {"SET idle_in_transaction_session_timeout TO '2s'"},
     {"SET tcp_keepalives_idle TO 10"}, {"SET tcp_keepalives_interval TO 5"},
@@ -40,7 +40,7 @@ void StoreSession::close() {
 }
 
 void StoreSession::set_up() {
-  connection_.ask(settings, [this](const PostgresAnswer& answer) {
+  connection_.ask(store_settings, [this](const PostgresAnswer& answer) {
     if (answer.failure) return told(answer.failure->sentence);
     bring_tables();
   });

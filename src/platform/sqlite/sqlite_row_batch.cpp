@@ -11,7 +11,7 @@ namespace {
 constexpr LockWait lock_wait{20};
 
 // The pause before the next wait, for what fails without any.
-constexpr std::chrono::milliseconds busy_pause{1};
+constexpr std::chrono::milliseconds pause_between_tries{1};
 
 }  // namespace
 
@@ -78,7 +78,7 @@ bool ThreadedRowBatch::until_free(Step step) {
     }
     std::unique_lock lock(mutex_);
     if (to_store_) progress_.stage = Stage::Waiting;
-    if (changed_.wait_for(lock, busy_pause, [this] { return cancelled_; })) return false;
+    if (changed_.wait_for(lock, pause_between_tries, [this] { return cancelled_; })) return false;
   }
 }
 
