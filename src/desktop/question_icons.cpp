@@ -86,7 +86,7 @@ struct QuestionPicture {
   void (*draw)(QPainter& painter);
 };
 
-constexpr std::array pictures = {
+constexpr std::array question_pictures = {
     QuestionPicture{QStyle::SP_ArrowBack, draw_left},
     QuestionPicture{QStyle::SP_FileDialogBack, draw_left},
     QuestionPicture{QStyle::SP_ArrowForward, draw_right},
@@ -120,7 +120,7 @@ QPixmap drawn(const QuestionPicture& picture, int side, QRgb color) {
 }  // namespace
 
 std::optional<QIcon> question_icon(QStyle::StandardPixmap asked, const Theme& theme) {
-  for (const QuestionPicture& picture : pictures) {
+  for (const QuestionPicture& picture : question_pictures) {
     if (picture.asked != asked) continue;
     QIcon icon;
     for (const int side : {16, 24, 32, 48, 64, 96}) {

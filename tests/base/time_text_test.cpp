@@ -9,7 +9,9 @@
 namespace lineweir::test {
 namespace {
 
-constexpr int at(int hour, int minute, int second) { return (hour * 60 + minute) * 60 + second; }
+constexpr int seconds_at(int hour, int minute, int second) {
+  return (hour * 60 + minute) * 60 + second;
+}
 
 rc::Gen<int> any_time_of_day() { return rc::gen::inRange(0, seconds_per_day); }
 
@@ -25,23 +27,23 @@ TEST_SUITE("base/time text: reading") {
     };
     for (const Row& row : {
              Row{"00:00:00", 0},
-             Row{"23:59:59", at(23, 59, 59)},
-             Row{"9:05:07", at(9, 5, 7)},
+             Row{"23:59:59", seconds_at(23, 59, 59)},
+             Row{"9:05:07", seconds_at(9, 5, 7)},
              Row{"00:00:0012", 12},
-             Row{"0009:00005:0000000007", at(9, 5, 7)},
-             Row{"9:5:7", at(9, 5, 7)},
-             Row{"  10:00:00  ", at(10, 0, 0)},
-             Row{"10:00:00 AM", at(10, 0, 0)},
-             Row{"10:00:00 PM", at(22, 0, 0)},
-             Row{"10:00:00 pm", at(22, 0, 0)},
-             Row{"10:00:00 am", at(10, 0, 0)},
+             Row{"0009:00005:0000000007", seconds_at(9, 5, 7)},
+             Row{"9:5:7", seconds_at(9, 5, 7)},
+             Row{"  10:00:00  ", seconds_at(10, 0, 0)},
+             Row{"10:00:00 AM", seconds_at(10, 0, 0)},
+             Row{"10:00:00 PM", seconds_at(22, 0, 0)},
+             Row{"10:00:00 pm", seconds_at(22, 0, 0)},
+             Row{"10:00:00 am", seconds_at(10, 0, 0)},
              Row{"12:00:00 AM", 0},
              Row{"12:00:01 AM", 1},
-             Row{"12:00:00 PM", at(12, 0, 0)},
-             Row{"11:59:59 PM", at(23, 59, 59)},
-             Row{"1/5/2026 10:00:00 AM", at(10, 0, 0)},
-             Row{"12/31/1999 11:59:59 PM", at(23, 59, 59)},
-             Row{"01/05/2026  22:00:00", at(22, 0, 0)},
+             Row{"12:00:00 PM", seconds_at(12, 0, 0)},
+             Row{"11:59:59 PM", seconds_at(23, 59, 59)},
+             Row{"1/5/2026 10:00:00 AM", seconds_at(10, 0, 0)},
+             Row{"12/31/1999 11:59:59 PM", seconds_at(23, 59, 59)},
+             Row{"01/05/2026  22:00:00", seconds_at(22, 0, 0)},
              Row{" 1/5/2026 12:00:00 AM ", 0},
          }) {
       CAPTURE(row.text);
@@ -99,20 +101,20 @@ TEST_SUITE("base/time text: reading") {
 TEST_SUITE("base/time text: writing") {
   TEST_CASE("a difference is its absolute value, wrapped at 24 hours") {
     CHECK(hms_text(0) == "00:00:00");
-    CHECK(hms_text(at(1, 2, 3)) == "01:02:03");
+    CHECK(hms_text(seconds_at(1, 2, 3)) == "01:02:03");
     CHECK(hms_text(-5) == "00:00:05");
-    CHECK(hms_text(at(24, 0, 1)) == "00:00:01");
-    CHECK(hms_text(-at(25, 0, 0)) == "01:00:00");
-    CHECK(short_hms_text(at(1, 2, 3)) == "1:02:03");
+    CHECK(hms_text(seconds_at(24, 0, 1)) == "00:00:01");
+    CHECK(hms_text(-seconds_at(25, 0, 0)) == "01:00:00");
+    CHECK(short_hms_text(seconds_at(1, 2, 3)) == "1:02:03");
     CHECK(short_hms_text(0) == "0:00:00");
-    CHECK(short_hms_text(-at(23, 59, 59)) == "23:59:59");
+    CHECK(short_hms_text(-seconds_at(23, 59, 59)) == "23:59:59");
   }
 
   TEST_CASE("clock times have two digits and a half of the day") {
     CHECK(clock_text(0) == "12:00:00 AM");
-    CHECK(clock_text(at(9, 5, 7)) == "09:05:07 AM");
-    CHECK(clock_text(at(12, 0, 0)) == "12:00:00 PM");
-    CHECK(clock_text(at(23, 59, 59)) == "11:59:59 PM");
+    CHECK(clock_text(seconds_at(9, 5, 7)) == "09:05:07 AM");
+    CHECK(clock_text(seconds_at(12, 0, 0)) == "12:00:00 PM");
+    CHECK(clock_text(seconds_at(23, 59, 59)) == "11:59:59 PM");
   }
 
   TEST_CASE("dates and moments are written as in the United States") {

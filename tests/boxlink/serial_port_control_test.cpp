@@ -19,7 +19,7 @@ const Words asked_for_all = {"M",   "Q00", "Q01", "Q02", "Q03", "Q04",
 const std::string silent_box =
     "Error communicating with Brenvox Interface Box!  Check cables and settings!";
 
-struct PortDesk : ScriptedConsole {
+struct SerialControlDesk : ScriptedConsole {
   void at(platform::Milliseconds time, std::function<void()> action) {
     platform.loop.schedule(time, std::move(action));
   }
@@ -42,7 +42,7 @@ struct PortDesk : ScriptedConsole {
   MainForm& form() { return console.Lineweir; }
 };
 
-void expect_off(PortDesk& desk) {
+void expect_off(SerialControlDesk& desk) {
   CHECK_FALSE(desk.open());
   CHECK(desk.form().Off.checked);
   CHECK_FALSE(desk.form().PortOn.checked);
@@ -53,7 +53,7 @@ TEST_SUITE("boxlink/serial port: clicks while the probe waits") {
   TEST_CASE("Off ends the probe, and the port stays off") {
     for (const bool begun : {false, true}) {
       CAPTURE(begun);
-      PortDesk desk;
+      SerialControlDesk desk;
       if (begun) desk.box_sends_at(500ms, "Line mon");
       desk.click_at(1000ms, desk.form().Off);
       CHECK(desk.click(desk.form().PortOn) < 1200ms);
@@ -66,7 +66,7 @@ TEST_SUITE("boxlink/serial port: clicks while the probe waits") {
   }
 
   TEST_CASE("Off in the moment in which the box has answered keeps the port off") {
-    PortDesk desk;
+    SerialControlDesk desk;
     desk.box_answers();
     // The answer comes after 20 ms. The clicks come behind it, each one pass of the loop later.
     std::function<void(int)> off_after = [&](int passes) {
@@ -87,7 +87,7 @@ TEST_SUITE("boxlink/serial port: clicks while the probe waits") {
   TEST_CASE("another port is probed at once, and a box that answers there is not told to be dead") {
     for (const bool begun : {false, true}) {
       CAPTURE(begun);
-      PortDesk desk;
+      SerialControlDesk desk;
       if (begun) desk.box_sends_at(500ms, "noise");
       desk.at(1000ms, [&] {
         desk.box_answers();
@@ -108,7 +108,7 @@ TEST_SUITE("boxlink/serial port: clicks while the probe waits") {
   }
 
   TEST_CASE("Off and On again: the second probe is heard") {
-    PortDesk desk;
+    SerialControlDesk desk;
     desk.box_sends_at(100ms, "Line mon");
     desk.click_at(500ms, desk.form().Off);
     desk.at(600ms, [&] {
@@ -125,7 +125,7 @@ TEST_SUITE("boxlink/serial port: clicks while the probe waits") {
   TEST_CASE("the program's end ends the probe, and the port is not opened any more") {
     for (const bool begun : {false, true}) {
       CAPTURE(begun);
-      PortDesk desk;
+      SerialControlDesk desk;
       if (begun) desk.box_sends_at(500ms, "noise");
       desk.click_at(1000ms, desk.form().ExitMenu);
       CHECK(desk.click(desk.form().PortOn) < 1200ms);
@@ -141,7 +141,7 @@ TEST_SUITE("boxlink/serial port: clicks while the probe waits") {
   TEST_CASE("a line that is unplugged ends the probe with its own message only") {
     for (const bool begun : {false, true}) {
       CAPTURE(begun);
-      PortDesk desk;
+      SerialControlDesk desk;
       if (begun) desk.box_sends_at(500ms, "Line");
       desk.at(1000ms, [&] { desk.platform.comm1.vanish(); });
       CHECK(desk.click(desk.form().PortOn) < 1200ms);
@@ -152,7 +152,7 @@ TEST_SUITE("boxlink/serial port: clicks while the probe waits") {
   }
 
   TEST_CASE("another way to the equipment ends the probe") {
-    PortDesk desk;
+    SerialControlDesk desk;
     desk.click_at(1000ms, desk.form().NetworkConnectionOption);
     CHECK(desk.click(desk.form().PortOn) < 1200ms);
     expect_off(desk);
@@ -164,7 +164,7 @@ TEST_SUITE("boxlink/serial port: clicks while the probe waits") {
 
 TEST_SUITE("boxlink/serial port: the answer") {
   TEST_CASE("a box that begins to answer in time has 5 seconds") {
-    PortDesk desk;
+    SerialControlDesk desk;
     desk.box_sends_at(2900ms, "Line mon");
     desk.box_sends_at(4500ms, "itor ON");
     desk.click(desk.form().PortOn);
@@ -173,7 +173,7 @@ TEST_SUITE("boxlink/serial port: the answer") {
   }
 
   TEST_CASE("an answer behind the limit completes the probe") {
-    PortDesk desk;
+    SerialControlDesk desk;
     desk.click(desk.form().PortOn);
     CHECK(desk.take_messages() == Words{silent_box});
     CHECK(desk.form().Off.checked);
@@ -190,7 +190,7 @@ TEST_SUITE("boxlink/serial port: the answer") {
   }
 
   TEST_CASE("an answer behind the limit whose port can't be opened again is told as any failure") {
-    PortDesk desk;
+    SerialControlDesk desk;
     desk.click(desk.form().PortOn);
     desk.take_messages();
     desk.take_trace();
@@ -203,7 +203,7 @@ TEST_SUITE("boxlink/serial port: the answer") {
   }
 
   TEST_CASE("a box that reports lines instead of its answer completes the probe, noise doesn't") {
-    PortDesk desk;
+    SerialControlDesk desk;
     desk.click(desk.form().PortOn);
     desk.platform.comm1.take_writes();
     // The wait for the rest of an answer that has begun ends too.
@@ -220,7 +220,7 @@ TEST_SUITE("boxlink/serial port: the answer") {
   }
 
   TEST_CASE("an answer that comes twice is one answer") {
-    PortDesk desk;
+    SerialControlDesk desk;
     desk.platform.comm1.reply("M", "Line monitor ONLine monitor ON");
     desk.click(desk.form().PortOn);
     desk.box_sends("Line monitor ON");
@@ -232,7 +232,7 @@ TEST_SUITE("boxlink/serial port: the answer") {
   }
 
   TEST_CASE("noise is no box: the port is on, but there is no link") {
-    PortDesk desk;
+    SerialControlDesk desk;
     desk.box_sends_at(100ms, "%&#!");
     desk.click(desk.form().PortOn);
     CHECK(desk.form().PortOn.checked);
@@ -246,7 +246,7 @@ TEST_SUITE("boxlink/serial port: failures") {
   TEST_CASE("after any failure the pointer is normal and the switch shows what is") {
     for (const int number : {68, 8002, 8005, 8006, 8010, 8012, 8013, 57}) {
       CAPTURE(number);
-      PortDesk desk;
+      SerialControlDesk desk;
       desk.box_answers();
       desk.platform.comm1.fail_openings(number, 1);
       desk.click(desk.form().PortOn);
@@ -262,7 +262,7 @@ TEST_SUITE("boxlink/serial port: failures") {
   }
 
   TEST_CASE("a click on a port whose box is silent shows the switch as soon as it answers") {
-    PortDesk desk;
+    SerialControlDesk desk;
     desk.click(desk.form().PortOn);
     CHECK(desk.form().Off.checked);
     desk.box_answers();
@@ -272,7 +272,7 @@ TEST_SUITE("boxlink/serial port: failures") {
   }
 
   TEST_CASE("while another port is tried the pointer is an hourglass") {
-    PortDesk desk;
+    SerialControlDesk desk;
     desk.box_answers();
     desk.click(desk.form().PortOn);
     desk.platform.comm1.reply("M", "");
@@ -282,7 +282,7 @@ TEST_SUITE("boxlink/serial port: failures") {
   }
 
   TEST_CASE("the link is gone as soon as the port is off") {
-    PortDesk desk;
+    SerialControlDesk desk;
     desk.box_answers();
     desk.click(desk.form().PortOn);
     desk.box_sends("R04");
@@ -292,7 +292,7 @@ TEST_SUITE("boxlink/serial port: failures") {
   }
 
   TEST_CASE("a port that vanishes leaves its reason in the trace") {
-    PortDesk desk;
+    SerialControlDesk desk;
     desk.box_answers();
     desk.click(desk.form().PortOn);
     desk.take_trace();
@@ -301,14 +301,14 @@ TEST_SUITE("boxlink/serial port: failures") {
   }
 
   TEST_CASE("choosing a closed port is no wish to have it open") {
-    PortDesk desk;
+    SerialControlDesk desk;
     desk.click(desk.form().Com3);
     CHECK(desk.console.port.choice().number == 3);
     CHECK_FALSE(desk.console.port.choice().on);
   }
 
   TEST_CASE("where the menu shows no port the one in use counts") {
-    PortDesk desk;
+    SerialControlDesk desk;
     desk.click(desk.form().Com3);
     desk.form().Com3.checked = false;
     CHECK(desk.console.port.choice().number == 3);
@@ -318,7 +318,7 @@ TEST_SUITE("boxlink/serial port: failures") {
     constexpr int other_way = 6;
     for (const bool switched_on : {false, true}) {
       CAPTURE(switched_on);
-      PortDesk desk;
+      SerialControlDesk desk;
       desk.console.port.want_other_way(other_way);
       CHECK(desk.console.port.choice().number == other_way);
       CHECK_FALSE(desk.console.port.choice().on);
@@ -330,7 +330,7 @@ TEST_SUITE("boxlink/serial port: failures") {
   TEST_CASE("a port that was on is still wanted when the other way has come to nothing") {
     for (const bool was_on : {false, true}) {
       CAPTURE(was_on);
-      PortDesk desk;
+      SerialControlDesk desk;
       desk.form().PortOn.checked = was_on;
       desk.console.port.show_as_way();
       CHECK(desk.form().Off.checked);
@@ -340,7 +340,7 @@ TEST_SUITE("boxlink/serial port: failures") {
   }
 
   TEST_CASE("what the settings keep is the user's choice") {
-    PortDesk desk;
+    SerialControlDesk desk;
     const auto choice = [&] { return desk.console.port.choice(); };
     CHECK_FALSE(choice().on);
     desk.platform.comm1.fail_openings(8010, 1);

@@ -9,20 +9,20 @@
 namespace lineweir::test {
 namespace {
 
-constexpr int line = 5;
-std::string report(char letter) { return std::string{letter, '0'} + std::to_string(line); }
+constexpr int decoded_line = 5;
+std::string report(char letter) { return std::string{letter, '0'} + std::to_string(decoded_line); }
 
 // A console whose line 5 holds something everywhere, so that what a report leaves alone shows as
 // well as what it changes.
 struct PreparedConsole : ScriptedConsole {
   explicit PreparedConsole(char letter = 'Y') {
     choose_log(*this);
-    fill_line(*this, line, letter, RowColor::Green);
-    before = line_picture(console, line);
+    fill_line(*this, decoded_line, letter, RowColor::Green);
+    before = line_picture(console, decoded_line);
   }
 
   std::string changed(const LinePicture& expected) {
-    return differences(line_picture(console, line), expected);
+    return differences(line_picture(console, decoded_line), expected);
   }
 
   LinePicture before;
@@ -78,10 +78,10 @@ TEST_SUITE("boxlink/status decoder: letters") {
 
   TEST_CASE("a line that never waited goes on air without a time on hold") {
     PreparedConsole test;
-    test.console.lines.HoldStamp(line) = "";
-    test.console.lines.CallerData(line).set(CallerField::TimeOnHold, "");
+    test.console.lines.HoldStamp(decoded_line) = "";
+    test.console.lines.CallerData(decoded_line).set(CallerField::TimeOnHold, "");
     test.box_sends(report('N'));
-    CHECK(test.console.lines.CallerData(line)[CallerField::TimeOnHold] == "");
+    CHECK(test.console.lines.CallerData(decoded_line)[CallerField::TimeOnHold] == "");
   }
 
   TEST_CASE("S makes the line ready from now") {
@@ -103,10 +103,10 @@ TEST_SUITE("boxlink/status decoder: letters") {
   TEST_CASE("S closes no time on air for a line that wasn't") {
     for (const auto* never : {"", "   "}) {
       PreparedConsole test;
-      test.console.lines.CallerData(line).set(CallerField::TimePlacedOnAir, never);
-      test.console.lines.CallerData(line).set(CallerField::TimeOnAir, "");
+      test.console.lines.CallerData(decoded_line).set(CallerField::TimePlacedOnAir, never);
+      test.console.lines.CallerData(decoded_line).set(CallerField::TimeOnAir, "");
       test.box_sends(report('S'));
-      CHECK(test.console.lines.CallerData(line)[CallerField::TimeOnAir] == "");
+      CHECK(test.console.lines.CallerData(decoded_line)[CallerField::TimeOnAir] == "");
       CHECK(test.take_trace().empty());
     }
   }
@@ -184,9 +184,9 @@ TEST_SUITE("boxlink/status decoder: letters") {
   TEST_CASE("a line is busy until it is free") {
     PreparedConsole test;
     test.box_sends(report('B'));
-    CHECK(test.console.lines.SetBusy(line) == 1);
+    CHECK(test.console.lines.SetBusy(decoded_line) == 1);
     test.box_sends(report('F'));
-    CHECK(test.console.lines.SetBusy(line) == 0);
+    CHECK(test.console.lines.SetBusy(decoded_line) == 0);
   }
 
   TEST_CASE("B right after a connect keeps the caller's data but not the times") {
@@ -198,8 +198,8 @@ TEST_SUITE("boxlink/status decoder: letters") {
     expected.clear_times();
     // The record was logged before.
     expected.set(CallerField::CallDate, "1/5/2026");
-    CHECK(test.console.lines.CallerData(line) == expected);
-    CHECK(test.console.lines.HoldStamp(line) == "");
+    CHECK(test.console.lines.CallerData(decoded_line) == expected);
+    CHECK(test.console.lines.HoldStamp(decoded_line) == "");
     CHECK(test.console.lines.FreshConnect);
   }
 
@@ -209,7 +209,7 @@ TEST_SUITE("boxlink/status decoder: letters") {
       PreparedConsole test;
       test.console.lines.FreshConnect = true;
       test.box_sends(report(letter));
-      CHECK(test.console.lines.CallerData(line) == CallerRecord());
+      CHECK(test.console.lines.CallerData(decoded_line) == CallerRecord());
     }
   }
 
@@ -219,7 +219,7 @@ TEST_SUITE("boxlink/status decoder: letters") {
       if (std::string_view("FNCSREPOHB").find(letter) != std::string_view::npos) continue;
       CAPTURE(code);
       static PreparedConsole test;
-      test.console.lines.StatusLetter(line) = 'H';
+      test.console.lines.StatusLetter(decoded_line) = 'H';
       test.box_sends(report(letter));
 
       LinePicture expected = test.before;
@@ -244,9 +244,9 @@ TEST_SUITE("boxlink/status decoder: letters") {
       CAPTURE(letter);
       PreparedConsole test(letter == 'F' ? ' ' : 'R');
       test.box_sends(report(letter));
-      const LinePicture once = line_picture(test.console, line);
-      test.console.lines.CallerData(line).set(CallerField::City, "Springfield");
-      test.console.Lineweir.LineTime(line).caption = "0:00:07";
+      const LinePicture once = line_picture(test.console, decoded_line);
+      test.console.lines.CallerData(decoded_line).set(CallerField::City, "Springfield");
+      test.console.Lineweir.LineTime(decoded_line).caption = "0:00:07";
       test.box_sends(report(letter));
       CHECK(test.changed(once) == "");
       CHECK(logged_rows(test).size() == 2);
@@ -281,7 +281,7 @@ TEST_SUITE("boxlink/status decoder: letters") {
     for (int other = 0; other < 10; ++other) before.push_back(line_picture(test.console, other));
     for (const char letter : std::string("NHSCRPEOBF")) test.box_sends(report(letter));
     for (int other = 0; other < 10; ++other) {
-      if (other == line) continue;
+      if (other == decoded_line) continue;
       LinePicture expected = before[static_cast<std::size_t>(other)];
       expected.next_call = test.console.lines.TheNextCall;
       expected.next_call_set = test.console.lines.NextCallSet;
@@ -295,11 +295,11 @@ TEST_SUITE("boxlink/status decoder: times of a call") {
   // Times on hold, placed on air and on air, as they are logged when the line goes free.
   std::string logged_times(char old, std::string_view stamp, std::string_view placed) {
     PreparedConsole test(old);
-    CallerRecord& record = test.console.lines.CallerData(line);
+    CallerRecord& record = test.console.lines.CallerData(decoded_line);
     record.set(CallerField::TimeOnHold, "h");
     record.set(CallerField::TimeOnAir, "a");
     record.set(CallerField::TimePlacedOnAir, placed);
-    test.console.lines.HoldStamp(line) = stamp;
+    test.console.lines.HoldStamp(decoded_line) = stamp;
     test.box_sends(report('F'));
     return times_of(logged_rows(test).at(0));
   }
@@ -368,8 +368,8 @@ TEST_SUITE("boxlink/status decoder: the stream") {
   TEST_CASE("of two reports of a line in one event only the last is seen") {
     PreparedConsole test;
     test.box_sends("S05H05");
-    CHECK(test.console.lines.StatusLetter(line) == 'H');
-    CHECK(test.console.lines.HoldStamp(line) == test.before.hold_stamp);
+    CHECK(test.console.lines.StatusLetter(decoded_line) == 'H');
+    CHECK(test.console.lines.HoldStamp(decoded_line) == test.before.hold_stamp);
     CHECK(test.console.decoder.serial_buffer.text() == "");
   }
 
@@ -379,7 +379,7 @@ TEST_SUITE("boxlink/status decoder: the stream") {
     CHECK(test.changed(test.before) == "");
     CHECK(test.console.decoder.serial_buffer.text() == "S0");
     test.box_sends("5");
-    CHECK(test.console.lines.StatusLetter(line) == 'S');
+    CHECK(test.console.lines.StatusLetter(decoded_line) == 'S');
   }
 
   TEST_CASE("lines are handled in their order, whatever the order on the wire") {
@@ -418,19 +418,19 @@ TEST_SUITE("boxlink/status decoder: the stream") {
     }
     CHECK(test.changed(test.before) == "");
     on_comm(2);
-    CHECK(test.console.lines.StatusLetter(line) == 'N');
+    CHECK(test.console.lines.StatusLetter(decoded_line) == 'N');
   }
 
   TEST_CASE("two consoles in one process know nothing of each other") {
     PreparedConsole one;
     PreparedConsole other;
     one.box_sends("N05S0");
-    CHECK(one.console.lines.StatusLetter(line) == 'N');
+    CHECK(one.console.lines.StatusLetter(decoded_line) == 'N');
     CHECK(other.changed(other.before) == "");
     CHECK(other.console.decoder.serial_buffer.text() == "");
     CHECK(logged_rows(other).empty());
     other.box_sends("5F05");
-    CHECK(one.console.lines.StatusLetter(line) == 'N');
+    CHECK(one.console.lines.StatusLetter(decoded_line) == 'N');
     CHECK(one.console.decoder.serial_buffer.text() == "S0");
   }
 }
@@ -445,7 +445,7 @@ TEST_SUITE("boxlink/status decoder: waiting for the line monitor") {
     CHECK(test.changed(test.before) == "");
     CHECK(test.console.decoder.serial_buffer.text() == "N0");
     test.box_sends("5");
-    CHECK(test.console.lines.StatusLetter(line) == 'N');
+    CHECK(test.console.lines.StatusLetter(decoded_line) == 'N');
   }
 
   TEST_CASE("the answer may come in pieces") {
@@ -474,29 +474,29 @@ TEST_SUITE("boxlink/status decoder: waiting for the line monitor") {
     CHECK(waited < platform::Milliseconds(5200));
     CHECK(test.console.decoder.serial_buffer.text() == "");
     test.box_sends("N05");
-    CHECK(test.console.lines.StatusLetter(line) == 'N');
+    CHECK(test.console.lines.StatusLetter(decoded_line) == 'N');
   }
 }
 
 TEST_SUITE("boxlink/status decoder: failures") {
   TEST_CASE("a failure is reported, and the buffer stays until a try goes well") {
     PreparedConsole test('S');
-    test.console.lines.HoldStamp(line) = "yesterday";
+    test.console.lines.HoldStamp(decoded_line) = "yesterday";
     test.box_sends("F05");
     auto trace = test.take_trace();
     REQUIRE(trace.size() == 1);
     CHECK(trace[0].starts_with("Lineweir_Comm1_OnComm Error - "));
     CHECK(test.console.decoder.serial_buffer.text() == "F05");
-    CHECK(test.console.lines.StatusLetter(line) == 'S');
+    CHECK(test.console.lines.StatusLetter(decoded_line) == 'S');
 
     test.box_sends("x");
     CHECK(test.take_trace().size() == 1);
     CHECK(test.console.decoder.serial_buffer.text() == "F05x");
 
-    test.console.lines.HoldStamp(line) = "";
+    test.console.lines.HoldStamp(decoded_line) = "";
     test.box_sends("y");
     CHECK(test.take_trace().empty());
-    CHECK(test.console.lines.StatusLetter(line) == ' ');
+    CHECK(test.console.lines.StatusLetter(decoded_line) == ' ');
     CHECK(test.console.decoder.serial_buffer.text() == "xy");
     CHECK(logged_rows(test).size() == 1);
   }
@@ -506,37 +506,37 @@ TEST_SUITE("boxlink/status decoder: failures") {
     test.console.Lineweir.Data1.database_name = "nowhere.lwl";
     test.box_sends("F05");
     CHECK(test.console.decoder.serial_buffer.text() == "");
-    CHECK(test.console.lines.StatusLetter(line) == ' ');
-    CHECK(test.console.lines.CallerData(line)[CallerField::City] == "");
+    CHECK(test.console.lines.StatusLetter(decoded_line) == ' ');
+    CHECK(test.console.lines.CallerData(decoded_line)[CallerField::City] == "");
     CHECK(test.platform.journal.state().waiting == 1);
   }
 
   TEST_CASE("a letter that was stored before its failure isn't a change at the next try") {
     PreparedConsole test;
-    test.console.lines.HoldStamp(line) = "yesterday";
+    test.console.lines.HoldStamp(decoded_line) = "yesterday";
     test.box_sends("N05");
     CHECK(test.take_trace().size() == 1);
-    CHECK(test.console.lines.StatusLetter(line) == 'N');
+    CHECK(test.console.lines.StatusLetter(decoded_line) == 'N');
     test.box_sends("N04");
     CHECK(test.take_trace().empty());
     CHECK(test.console.decoder.serial_buffer.text() == "");
-    CHECK(test.console.lines.CallerData(line)[CallerField::City] == "rec City");
+    CHECK(test.console.lines.CallerData(decoded_line)[CallerField::City] == "rec City");
   }
 
   TEST_CASE("lines before the failing one are done, lines behind it wait") {
     PreparedConsole test;
-    test.console.lines.HoldStamp(line) = "yesterday";
+    test.console.lines.HoldStamp(decoded_line) = "yesterday";
     test.box_sends("N06N05H04");
     CHECK(test.console.lines.StatusLetter(4) == 'H');
     CHECK(test.console.lines.StatusLetter(6) == ' ');
-    test.console.lines.HoldStamp(line) = "";
+    test.console.lines.HoldStamp(decoded_line) = "";
     test.box_sends("-");
     CHECK(test.console.lines.StatusLetter(6) == 'N');
   }
 
   TEST_CASE("a stamp that is no time is reported as any failure") {
     PreparedConsole test;
-    test.console.lines.HoldStamp(line) = "yesterday";
+    test.console.lines.HoldStamp(decoded_line) = "yesterday";
     test.box_sends("N05");
     CHECK(test.take_trace() ==
           std::vector<std::string>{"Lineweir_Comm1_OnComm Error - Type mismatch"});
@@ -555,10 +555,10 @@ TEST_SUITE("boxlink/status decoder: failures") {
 
   TEST_CASE("without the trace a failure is silent and the console goes on") {
     ScriptedConsole test("");
-    test.console.lines.HoldStamp(line) = "yesterday";
+    test.console.lines.HoldStamp(decoded_line) = "yesterday";
     test.box_sends("N05");
     CHECK(test.take_trace().empty());
-    test.console.lines.HoldStamp(line) = "";
+    test.console.lines.HoldStamp(decoded_line) = "";
     test.box_sends("H06");
     CHECK(test.console.lines.StatusLetter(6) == 'H');
   }

@@ -13,7 +13,7 @@ void set_box(Console& console, int hybrid, bool on) {
   box.on_click();
 }
 
-bool shows(const Picture& button, bool enabled, std::string_view picture) {
+bool picture_shows(const Picture& button, bool enabled, std::string_view picture) {
   return button.enabled == enabled && button.picture == picture;
 }
 
@@ -41,28 +41,29 @@ TEST_SUITE("callcontrol/hybrid_choice") {
       const char* up = right ? "ButtonRightUp" : "Center1Up";
 
       set_box(console, 0, false);
-      CHECK(shows(form.OnHybrid1(rows - 1), false, "HybridDisabledNorm"));
+      CHECK(picture_shows(form.OnHybrid1(rows - 1), false, "HybridDisabledNorm"));
       // Beside 19 and 20 rows the main button keeps its up picture, the conference button doesn't.
-      CHECK(shows(form.NextButton, false, right ? "ButtonRightUp" : "CenterDisabled"));
-      CHECK(shows(form.Drop1, false, "DropSmallDisabled"));
-      CHECK(shows(form.Hold1, false, "DropSmallDisabled"));
-      CHECK(shows(form.NextToConfButton, true, up));
-      CHECK(shows(form.OnHybrid2(0), true, "HybridNormUp"));
+      CHECK(picture_shows(form.NextButton, false, right ? "ButtonRightUp" : "CenterDisabled"));
+      CHECK(picture_shows(form.Drop1, false, "DropSmallDisabled"));
+      CHECK(picture_shows(form.Hold1, false, "DropSmallDisabled"));
+      CHECK(picture_shows(form.NextToConfButton, true, up));
+      CHECK(picture_shows(form.OnHybrid2(0), true, "HybridNormUp"));
       set_box(console, 0, true);
-      CHECK(shows(form.OnHybrid1(rows - 1), true, "HybridNormUp"));
-      CHECK(shows(form.NextButton, true, up));
-      CHECK(shows(form.Drop1, true, "DropSmallUp"));
+      CHECK(picture_shows(form.OnHybrid1(rows - 1), true, "HybridNormUp"));
+      CHECK(picture_shows(form.NextButton, true, up));
+      CHECK(picture_shows(form.Drop1, true, "DropSmallUp"));
 
       set_box(console, 1, false);
-      CHECK(shows(form.OnHybrid2(rows - 1), false, "HybridDisabledNorm"));
-      CHECK(shows(form.NextToConfButton, false, right ? "ButtonRightDisabled" : "CenterDisabled"));
-      CHECK(shows(form.Drop2, false, "DropSmallDisabled"));
-      CHECK(shows(form.Hold2, false, "DropSmallDisabled"));
-      CHECK(shows(form.Drop1, true, "DropSmallUp"));
+      CHECK(picture_shows(form.OnHybrid2(rows - 1), false, "HybridDisabledNorm"));
+      CHECK(picture_shows(form.NextToConfButton, false,
+                          right ? "ButtonRightDisabled" : "CenterDisabled"));
+      CHECK(picture_shows(form.Drop2, false, "DropSmallDisabled"));
+      CHECK(picture_shows(form.Hold2, false, "DropSmallDisabled"));
+      CHECK(picture_shows(form.Drop1, true, "DropSmallUp"));
       set_box(console, 1, true);
-      CHECK(shows(form.NextToConfButton, true, up));
-      CHECK(shows(form.Drop2, true, "DropSmallUp"));
-      CHECK(shows(form.OnHybrid2(0), true, "HybridNormUp"));
+      CHECK(picture_shows(form.NextToConfButton, true, up));
+      CHECK(picture_shows(form.Drop2, true, "DropSmallUp"));
+      CHECK(picture_shows(form.OnHybrid2(0), true, "HybridNormUp"));
     }
   }
 
@@ -73,11 +74,11 @@ TEST_SUITE("callcontrol/hybrid_choice") {
     form.Drop1.picture = "DropLargeUp";
     form.Hold1.picture = "DropLargeDisabled";
     set_box(console, 0, false);
-    CHECK(shows(form.Drop1, false, "DropLargeDisabled"));
-    CHECK(shows(form.Hold1, false, "DropLargeDisabled"));
+    CHECK(picture_shows(form.Drop1, false, "DropLargeDisabled"));
+    CHECK(picture_shows(form.Hold1, false, "DropLargeDisabled"));
     set_box(console, 0, true);
-    CHECK(shows(form.Drop1, true, "DropLargeUp"));
-    CHECK(shows(form.Hold1, true, "DropLargeUp"));
+    CHECK(picture_shows(form.Drop1, true, "DropLargeUp"));
+    CHECK(picture_shows(form.Hold1, true, "DropLargeUp"));
   }
 
   TEST_CASE("in producer mode the buttons stay as they are") {
@@ -88,8 +89,8 @@ TEST_SUITE("callcontrol/hybrid_choice") {
     form.ScreenerMode.on_click();
     set_box(console, 0, false);
     CHECK_FALSE(console.program.MainHybridOn);
-    CHECK(shows(form.Drop1, true, "DropLargeUp"));
-    CHECK(shows(form.OnHybrid1(0), true, "HybridNormUp"));
+    CHECK(picture_shows(form.Drop1, true, "DropLargeUp"));
+    CHECK(picture_shows(form.OnHybrid1(0), true, "HybridNormUp"));
   }
 
   TEST_CASE("passive mode keeps its lock") {

@@ -10,7 +10,7 @@ namespace lineweir::test {
 namespace {
 
 Seat talent(int kind) { return {true, kind, false, false}; }
-Seat producer(int kind, int handset) { return {false, kind, handset == 1, handset == 2}; }
+Seat command_seat(int kind, int handset) { return {false, kind, handset == 1, handset == 2}; }
 
 // "N05 0", or empty where there is no word.
 std::string told(const std::optional<CommandWord>& command) {
@@ -67,7 +67,7 @@ TEST_SUITE("callcontrol/line_commands") {
       for (const char letter : all_letters()) {
         CAPTURE(row.kind);
         CAPTURE(row.handset);
-        CHECK(main_row(producer(row.kind, row.handset), letter) == row.word);
+        CHECK(main_row(command_seat(row.kind, row.handset), letter) == row.word);
       }
     }
   }
@@ -89,7 +89,7 @@ TEST_SUITE("callcontrol/line_commands") {
 
   TEST_CASE("the conference row button in producer mode has a word with kind 4 only") {
     for (int kind = 1; kind <= 4; ++kind) {
-      CHECK(conference_row(producer(kind, 1), 'S') == (kind == 4 ? "P05 1" : ""));
+      CHECK(conference_row(command_seat(kind, 1), 'S') == (kind == 4 ? "P05 1" : ""));
     }
   }
 
@@ -102,10 +102,10 @@ TEST_SUITE("callcontrol/line_commands") {
     std::vector<Row> rows;
     for (const int kind : {1, 2, 3}) {
       rows.push_back({talent(kind), 'N', 0});
-      rows.push_back({producer(kind, 1), 'P', 0});
-      rows.push_back({producer(kind, 2), 'O', 0});
+      rows.push_back({command_seat(kind, 1), 'P', 0});
+      rows.push_back({command_seat(kind, 2), 'O', 0});
     }
-    rows.push_back({producer(3, 1), 'C', 1});
+    rows.push_back({command_seat(3, 1), 'C', 1});
 
     const auto expected = [&](const Seat& seat, char letter) -> std::optional<int> {
       for (const Row& row : rows) {
@@ -120,7 +120,7 @@ TEST_SUITE("callcontrol/line_commands") {
     };
     for (int kind = 1; kind <= 4; ++kind) {
       for (const Seat& seat :
-           {talent(kind), producer(kind, 0), producer(kind, 1), producer(kind, 2)}) {
+           {talent(kind), command_seat(kind, 0), command_seat(kind, 1), command_seat(kind, 2)}) {
         for (const char letter : all_letters()) {
           CAPTURE(kind);
           CAPTURE(letter);
@@ -140,9 +140,9 @@ TEST_SUITE("callcontrol/line_commands") {
       for (const char letter : all_letters()) {
         const bool fits = letter == 'C' && kind != 4;
         CHECK(told(line_command(drop2_rules, talent(kind), letter, 3)) == (fits ? "F03 1" : ""));
-        CHECK(told(line_command(drop2_rules, producer(kind, 1), letter, 3)) == "");
+        CHECK(told(line_command(drop2_rules, command_seat(kind, 1), letter, 3)) == "");
         CHECK(told(line_command(hold2_rules, talent(kind), letter, 3)) == (fits ? "H03 1" : ""));
-        CHECK(told(line_command(hold2_rules, producer(kind, 1), letter, 3)) ==
+        CHECK(told(line_command(hold2_rules, command_seat(kind, 1), letter, 3)) ==
               (fits ? "H03 1" : ""));
       }
     }
@@ -152,22 +152,25 @@ TEST_SUITE("callcontrol/line_commands") {
     for (int kind = 1; kind <= 4; ++kind) {
       CAPTURE(kind);
       const bool decides = kind == 4;
-      for (const Seat& seat : {talent(kind), producer(kind, 0), producer(kind, 1)}) {
+      for (const Seat& seat : {talent(kind), command_seat(kind, 0), command_seat(kind, 1)}) {
         CHECK(told(fixed_command(drop1_fixed, seat)) == (decides ? "F00 0" : ""));
         CHECK(told(fixed_command(hold1_fixed, seat)) == (decides ? "H00 0" : ""));
         CHECK(told(fixed_command(hold2_fixed, seat)) == (decides ? "H00 1" : ""));
       }
       CHECK(told(fixed_command(drop2_fixed, talent(kind))) == (decides ? "F00 1" : ""));
-      CHECK(told(fixed_command(drop2_fixed, producer(kind, 1))) == (decides ? "F00 1" : "P15 1"));
-      CHECK(told(fixed_command(drop2_fixed, producer(kind, 2))) == (decides ? "F00 1" : "O15 1"));
-      CHECK(told(fixed_command(drop2_fixed, producer(kind, 0))) == (decides ? "F00 1" : "O15 1"));
+      CHECK(told(fixed_command(drop2_fixed, command_seat(kind, 1))) ==
+            (decides ? "F00 1" : "P15 1"));
+      CHECK(told(fixed_command(drop2_fixed, command_seat(kind, 2))) ==
+            (decides ? "F00 1" : "O15 1"));
+      CHECK(told(fixed_command(drop2_fixed, command_seat(kind, 0))) ==
+            (decides ? "F00 1" : "O15 1"));
     }
   }
 
   TEST_CASE("a kind that nobody knows counts where kinds are only left out") {
     for (const int kind : {-1, 0, 5, 99}) {
       CHECK(main_row(talent(kind), 'N') == "N05 0");
-      CHECK(main_row(producer(kind, 1), 'R') == "");
+      CHECK(main_row(command_seat(kind, 1), 'R') == "");
       CHECK(told(line_command(drop1_rules, talent(kind), 'N', 5)) == "F05 0");
       CHECK(told(fixed_command(drop1_fixed, talent(kind))) == "");
     }

@@ -15,8 +15,8 @@ namespace {
 
 using Texts = std::vector<std::string>;
 
-struct Desk : ScriptedConsole {
-  explicit Desk(std::string_view command_line = {}) : ScriptedConsole(command_line) {
+struct PhoneDesk : ScriptedConsole {
+  explicit PhoneDesk(std::string_view command_line = {}) : ScriptedConsole(command_line) {
     console.messages.on_shown = [this](const std::string& text) { messages.push_back(text); };
     console.trace.on_line = [this](const std::string& line) {
       if (line.find("Error") != std::string::npos) reports.push_back(line);
@@ -63,7 +63,7 @@ const std::string frame_of_n05 = bytes({4, 4, 4, 5, 1, 0, 0, 0, 0, 1, 'N', 255, 
 
 TEST_SUITE("callcontrol/PhoneCommand") {
   TEST_CASE("over the serial port goes the word and nothing else") {
-    Desk desk;
+    PhoneDesk desk;
     desk.open_serial();
     desk.command("N05");
     desk.command("X", bank_none);
@@ -71,7 +71,7 @@ TEST_SUITE("callcontrol/PhoneCommand") {
   }
 
   TEST_CASE("with the serial port closed a command vanishes without a message") {
-    Desk desk("D");
+    PhoneDesk desk("D");
     desk.platform.comm1.close();
     desk.command("N05");
     CHECK(desk.serial().empty());
@@ -80,14 +80,14 @@ TEST_SUITE("callcontrol/PhoneCommand") {
   }
 
   TEST_CASE("over the socket goes the word's frame") {
-    Desk desk;
+    PhoneDesk desk;
     desk.open_socket();
     desk.command("N05");
     CHECK(desk.socket() == Texts{frame_of_n05});
   }
 
   TEST_CASE("the frame is made of the console's state") {
-    Desk desk;
+    PhoneDesk desk;
     desk.open_socket();
     desk.console.program.GroupNumber = 4;
     desk.console.program.ConsoleNumber = 2;
@@ -104,7 +104,7 @@ TEST_SUITE("callcontrol/PhoneCommand") {
   }
 
   TEST_CASE("a digit with no line to dial on isn't sent") {
-    Desk desk;
+    PhoneDesk desk;
     desk.open_socket();
     desk.command("Z05", bank_none);
     CHECK(desk.socket().empty());
@@ -112,7 +112,7 @@ TEST_SUITE("callcontrol/PhoneCommand") {
   }
 
   TEST_CASE("each command is two writes of the remote object, the second empty") {
-    Desk desk;
+    PhoneDesk desk;
     desk.console.program.GroupNumber = 2;
     desk.open_remote();
     desk.command("N05");
@@ -122,7 +122,7 @@ TEST_SUITE("callcontrol/PhoneCommand") {
   }
 
   TEST_CASE("remote objects come before the socket, and the socket before the serial port") {
-    Desk desk;
+    PhoneDesk desk;
     desk.open_serial();
     desk.open_socket();
     desk.command("N05");
@@ -136,7 +136,7 @@ TEST_SUITE("callcontrol/PhoneCommand") {
   }
 
   TEST_CASE("on a closed socket the message is shown and the command dropped") {
-    Desk desk("D");
+    PhoneDesk desk("D");
     desk.console.Lineweir.WinsockMenu.checked = true;
     desk.command("N05");
     CHECK(desk.messages == Texts{"Lineweir is not currently connected to a server."});
@@ -146,7 +146,7 @@ TEST_SUITE("callcontrol/PhoneCommand") {
   }
 
   TEST_CASE("a command that can't be sent is reported after its retries") {
-    Desk desk("D");
+    PhoneDesk desk("D");
     desk.open_socket();
     desk.command("N05", 256);
     CHECK(desk.reports ==
@@ -156,7 +156,7 @@ TEST_SUITE("callcontrol/PhoneCommand") {
   }
 
   TEST_CASE("without the remote objects the command is reported") {
-    Desk desk("D");
+    PhoneDesk desk("D");
     desk.console.Lineweir.NetworkConnectionOption.checked = true;
     desk.command("N05");
     CHECK(desk.reports ==
@@ -164,7 +164,7 @@ TEST_SUITE("callcontrol/PhoneCommand") {
   }
 
   TEST_CASE("remote objects that come back within the retries get the command once") {
-    Desk desk("D");
+    PhoneDesk desk("D");
     desk.open_remote();
     desk.platform.remote_objects.set_present(false);
     desk.platform.loop.schedule(platform::Milliseconds{0},
@@ -175,7 +175,7 @@ TEST_SUITE("callcontrol/PhoneCommand") {
   }
 
   TEST_CASE("a command pressed while another is retried is dropped") {
-    Desk desk("D");
+    PhoneDesk desk("D");
     desk.open_remote();
     desk.platform.remote_objects.set_present(false);
     desk.platform.loop.schedule(platform::Milliseconds{0}, [&] {
@@ -188,8 +188,8 @@ TEST_SUITE("callcontrol/PhoneCommand") {
 }
 
 TEST_SUITE("callcontrol/UCommand") {
-  struct NextDesk : Desk {
-    NextDesk() : Desk("D") {
+  struct NextDesk : PhoneDesk {
+    NextDesk() : PhoneDesk("D") {
       open_serial();
       form().RemoteNext.checked = true;
       form().StudioMode.checked = true;

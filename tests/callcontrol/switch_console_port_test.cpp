@@ -9,7 +9,7 @@ namespace {
 
 using Words = std::vector<std::string>;
 
-const Words told = {"Could Not Open Switch Console Port"};
+const Words told_of_port = {"Could Not Open Switch Console Port"};
 
 struct PortDesk : DialDesk {
   MainForm& main = console.Lineweir;
@@ -72,14 +72,14 @@ TEST_SUITE("callcontrol/switch_console_port: failures") {
       PortDesk desk;
       desk.port.fail_openings(number, 1);
       desk.main.RemoteOn.on_click();
-      CHECK(desk.take_messages() == told);
+      CHECK(desk.take_messages() == told_of_port);
       CHECK_FALSE(desk.main.RemoteOn.checked);
       CHECK(desk.main.RemoteOff.checked);
       CHECK_FALSE(desk.main.SwitchConsoleTimer.enabled);
       desk.main.RemoteOn.on_click();
       desk.port.fail_openings(number, 1);
       desk.choose(1);
-      CHECK(desk.take_messages() == told);
+      CHECK(desk.take_messages() == told_of_port);
       CHECK(desk.checked_ports() == 1000);
     }
   }
@@ -117,7 +117,7 @@ TEST_SUITE("callcontrol/switch_console_port: a port that vanishes") {
     desk.main.RemoteOn.on_click();
     desk.take_trace();
     desk.port.vanish();
-    CHECK(desk.take_messages() == told);
+    CHECK(desk.take_messages() == told_of_port);
     CHECK(desk.main.RemoteOn.checked);
     CHECK(desk.take_trace().size() == 1);
     desk.pass(60000);
@@ -126,7 +126,7 @@ TEST_SUITE("callcontrol/switch_console_port: a port that vanishes") {
     CHECK(desk.take_trace().empty());
     desk.port.fail_openings(8010, 1);
     desk.choose(2);
-    CHECK(desk.take_messages() == told);
+    CHECK(desk.take_messages() == told_of_port);
     desk.choose(2);
     CHECK(desk.take_messages().empty());
     CHECK(desk.port.is_open());
@@ -158,7 +158,7 @@ TEST_SUITE("callcontrol/switch_console_port: a port that vanishes") {
     desk.port.fail_openings(8010, 1);
     desk.take_trace();
     desk.produce(1);
-    CHECK(desk.take_messages() == told);
+    CHECK(desk.take_messages() == told_of_port);
     CHECK(desk.take_trace() ==
           Words{"Lineweir_ScreenerMode_Click Error - Serial port 2 can't be opened"});
     desk.choose(2);

@@ -11,7 +11,7 @@ namespace {
 
 using Texts = std::vector<std::string>;
 
-constexpr const char* mismatch =
+constexpr const char* type_mismatch_of_log =
     "The title of the User definable field in the database (Sponsor) does not match the title of "
     "the user definable field in Lineweir (User).  Do you wish to change Lineweir to match?";
 
@@ -140,7 +140,7 @@ TEST_SUITE("callerdata/call log file") {
 
     const auto asked = test.platform.dialogs.take_asked();
     REQUIRE(asked.size() == 2);
-    CHECK(std::get<platform::YesNoQuestion>(asked[1]).text == mismatch);
+    CHECK(std::get<platform::YesNoQuestion>(asked[1]).text == type_mismatch_of_log);
     CHECK(test.console.Lineweir.CaptionLabel(user_column).caption == "Sponsor");
     CHECK(options.CheckItem(user_column).caption == "Sponsor");
     CHECK(options.List1.list.get() == Texts{"City", "Sponsor"});

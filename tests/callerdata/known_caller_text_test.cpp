@@ -5,15 +5,15 @@
 namespace lineweir::test {
 namespace {
 
-const CallerKnown anna{CallerFlag::Barred, "555 0100", 7,      3,
-                       "2026-11-12 20:15", "Anna Lee", "Troy", "abuse",
-                       "2026-12-31",       "bob"};
+const CallerKnown known_anna{CallerFlag::Barred, "555 0100", 7,      3,
+                             "2026-11-12 20:15", "Anna Lee", "Troy", "abuse",
+                             "2026-12-31",       "bob"};
 
 TEST_SUITE("callerdata/known caller text") {
   TEST_CASE("a flag is told with its last day, its reason and who set it") {
-    CHECK(flag_text(anna) == "Barred until 12/31/2026: abuse (bob)");
-    CHECK(flag_in_short(anna) == "Barred: abuse");
-    CallerKnown known = anna;
+    CHECK(flag_text(known_anna) == "Barred until 12/31/2026: abuse (bob)");
+    CHECK(flag_in_short(known_anna) == "Barred: abuse");
+    CallerKnown known = known_anna;
     known.flag = CallerFlag::Careful;
     known.until.clear();
     CHECK(flag_text(known) == "Careful: abuse (bob)");
@@ -31,8 +31,8 @@ TEST_SUITE("callerdata/known caller text") {
   }
 
   TEST_CASE("how often somebody has called is told in one line") {
-    CHECK(calls_text(anna) == "On air 3 times, last 11/12/2026");
-    CallerKnown known = anna;
+    CHECK(calls_text(known_anna) == "On air 3 times, last 11/12/2026");
+    CallerKnown known = known_anna;
     known.on_air = 1;
     known.last_on_air.clear();
     CHECK(calls_text(known) == "On air once");
@@ -43,8 +43,8 @@ TEST_SUITE("callerdata/known caller text") {
   }
 
   TEST_CASE("a person is told by name and city, or by what is known of both") {
-    CHECK(person_text(anna) == "Anna Lee, Troy");
-    CallerKnown known = anna;
+    CHECK(person_text(known_anna) == "Anna Lee, Troy");
+    CallerKnown known = known_anna;
     known.name.clear();
     CHECK(person_text(known) == "Troy");
     known.city.clear();
@@ -58,17 +58,17 @@ TEST_SUITE("callerdata/known caller text") {
     log.calls = 6;
     log.known[name_entry - 1] = "Anna";
     log.known[entry_of(CallerField::City) - 1] = "Rome";
-    const auto history = richer(log, &anna);
+    const auto history = richer(log, &known_anna);
     CHECK(history->calls == 7);
     CHECK(history->last_on_air == "11/12/2026 8:15 PM");
     CHECK(history->known[name_entry - 1] == "Anna Lee");
-    CallerKnown without_name = anna;
+    CallerKnown without_name = known_anna;
     without_name.name.clear();
     CHECK(richer(log, &without_name)->known[name_entry - 1] == "Anna");
     log.calls = 7;
-    CHECK(richer(log, &anna) == log);
+    CHECK(richer(log, &known_anna) == log);
     CHECK(richer(log, nullptr) == log);
-    CHECK(richer(std::nullopt, &anna) == history_of(anna));
+    CHECK(richer(std::nullopt, &known_anna) == history_of(known_anna));
     CHECK_FALSE(richer(std::nullopt, nullptr));
     without_name.calls = 0;
     CHECK_FALSE(richer(std::nullopt, &without_name));

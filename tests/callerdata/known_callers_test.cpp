@@ -9,7 +9,7 @@
 namespace lineweir::test {
 namespace {
 
-constexpr auto anna =
+constexpr auto anna_number =
     "555-0100\0037\0033\0032026-11-12 20:15\3Anna Lee\3Troy\3abuse\0032026-12-31\3bob";
 
 // A console whose server has a memory.
@@ -120,7 +120,7 @@ TEST_SUITE("callerdata/known callers") {
     desk.type(6, "555 0100");
     desk.wait(400);
     CHECK_FALSE(desk.form().MemoryLabel.visible);
-    desk.tell(no_value, 3, anna);
+    desk.tell(no_value, 3, anna_number);
     CHECK(desk.form().MemoryLabel.caption ==
           "Called 7 times, on air 3 times\r\nLast on air 11/12/2026 8:15 PM\r\nAnna Lee, Troy");
     CHECK(desk.form().FlagLabel.caption == "Barred until 12/31/2026: abuse (bob)");
@@ -139,12 +139,12 @@ TEST_SUITE("callerdata/known callers") {
     desk.open(0);
     desk.type(6, "555 0101");
     desk.wait(400);
-    desk.tell(no_value, 3, anna);
+    desk.tell(no_value, 3, anna_number);
     CHECK_FALSE(desk.flag_shown());
     CHECK_FALSE(desk.form().MemoryLabel.visible);
-    desk.tell(2, 3, anna, 4);
-    desk.tell(200, 3, anna);
-    desk.tell(2, 9, anna);
+    desk.tell(2, 3, anna_number, 4);
+    desk.tell(200, 3, anna_number);
+    desk.tell(2, 9, anna_number);
     desk.tell(2, 3, "nonsense");
     CHECK(desk.console.known_callers.on_line(2) == nullptr);
   }
@@ -166,7 +166,7 @@ TEST_SUITE("callerdata/known callers") {
     desk.wait(400);
     desk.tell(no_value, 0, "5550100\0031\0031\3\3\3\3\3\3");
     CHECK(desk.form().MemoryLabel.caption == "Called once, never on air\r\nAnn Lee");
-    desk.tell(no_value, 3, anna);
+    desk.tell(no_value, 3, anna_number);
     CHECK(desk.form().MemoryLabel.caption.get().starts_with("Called 7 times"));
     desk.platform.winsock1.drop();
     desk.console.link.review();
@@ -189,18 +189,18 @@ TEST_SUITE("callerdata/known callers") {
     ServedDesk desk;
     const auto known = [&] { return desk.console.known_callers.on_line(2) != nullptr; };
     desk.report(2, "R");
-    desk.tell(2, 3, anna);
+    desk.tell(2, 3, anna_number);
     CHECK(known());
     desk.report(2, "S");
     CHECK(known());
     desk.tell(2, 3, "");
     CHECK_FALSE(known());
-    desk.tell(2, 3, anna);
+    desk.tell(2, 3, anna_number);
     desk.report(2, "F");
     CHECK_FALSE(known());
     // The next call's knowledge comes before this console has shown its ring.
     desk.report(2, "R");
-    desk.tell(2, 3, anna);
+    desk.tell(2, 3, anna_number);
     desk.wait(2000);
     CHECK(known());
     desk.platform.winsock1.drop();
@@ -211,12 +211,12 @@ TEST_SUITE("callerdata/known callers") {
     desk.tell_of_memory();
     CHECK(known());
     SUBCASE("the next session tells the same") {
-      desk.tell(2, 3, anna);
+      desk.tell(2, 3, anna_number);
       desk.tell_next_call();
       CHECK(known());
     }
     SUBCASE("the next session knows of another caller there, who has never called") {
-      desk.tell(1, 3, anna);
+      desk.tell(1, 3, anna_number);
       desk.tell_next_call();
       CHECK_FALSE(known());
       CHECK(desk.console.known_callers.on_line(1) != nullptr);
@@ -229,7 +229,7 @@ TEST_SUITE("callerdata/known callers") {
 
   TEST_CASE("another studio group forgets what the former one's server has told") {
     ServedDesk desk;
-    desk.tell(2, 3, anna);
+    desk.tell(2, 3, anna_number);
     desk.console.Lineweir.StudioGr.load(1).enabled = true;
     desk.console.DisplayOptionForm.MessageGroupSelector.add_item("One");
     desk.console.DisplayOptionForm.MessageGroupSelector.add_item("Two");
@@ -267,7 +267,7 @@ TEST_SUITE("callerdata/known callers") {
     desk.open(0);
     desk.type(6, "555 0100");
     desk.wait(400);
-    desk.tell(no_value, 3, anna);
+    desk.tell(no_value, 3, anna_number);
     desk.sent();
     desk.form().FlagCaller.on_click();
     CHECK(desk.flag_form().NumberLabel.caption == "Flag of 555 0100, Anna Lee");
@@ -416,7 +416,7 @@ TEST_SUITE("callerdata/known callers") {
   TEST_CASE("the note of who is on air tells the flag first, and how often the server knows him") {
     ServedDesk desk;
     desk.report(2, "N");
-    desk.tell(2, 2, anna);
+    desk.tell(2, 2, anna_number);
     desk.record(2).set(CallerField::CallerName, "Anna Lee");
     desk.console.Lineweir.LineName(2).caption = "Anna Lee";
     desk.wait(2000);

@@ -26,7 +26,7 @@ class WarningConsole : public ClockConsole {
   std::vector<std::string> trace;
 };
 
-const std::vector<std::string> type_mismatch = {
+const std::vector<std::string> warning_of_mismatch = {
     "Lineweir_CountDownTime_Change Error - Type mismatch"};
 
 TEST_SUITE("clocks/event clock warning") {
@@ -105,7 +105,7 @@ TEST_SUITE("clocks/event clock warning") {
     test.count("00:00:05");
     CHECK_FALSE(test.is_red());
     CHECK_FALSE(test.blinks());
-    CHECK(test.trace == type_mismatch);
+    CHECK(test.trace == warning_of_mismatch);
   }
 
   TEST_CASE("the second warning fails after the first has held") {
@@ -114,7 +114,7 @@ TEST_SUITE("clocks/event clock warning") {
     test.count("00:00:05");
     CHECK(test.is_red());
     CHECK_FALSE(test.blinks());
-    CHECK(test.trace == type_mismatch);
+    CHECK(test.trace == warning_of_mismatch);
   }
 
   TEST_CASE("a blink is one second: half of it red, with the hand at the design's place") {

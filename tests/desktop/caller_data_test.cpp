@@ -14,12 +14,7 @@
 namespace lineweir {
 namespace {
 
-template <class Widget>
-Widget& part(QWidget& window, const char* name) {
-  auto* found = window.findChild<Widget*>(QString::fromLatin1(name));
-  if (found == nullptr) throw std::runtime_error(std::string("no widget ") + name);
-  return *found;
-}
+using test::part;
 
 // The chosen log knows one caller, by the number 555 0100.
 void log_ann_smith(platform::ScriptedPlatform& platform, std::string_view placed_on_air = "") {

@@ -12,6 +12,8 @@
 namespace lineweir {
 namespace {
 
+using test::part;
+
 CallerKnown barred() {
   return {CallerFlag::Barred, "555 0100", 7, 3, "2026-11-12 20:15", "Anna Lee", "Troy", "abuse",
           "2026-12-31",       "bob"};
@@ -47,13 +49,6 @@ struct FlagDesk : test::ShownConsole {
 
 // Whether the pictures have the same shapes, whatever their colours.
 QImage grey(const QImage& picture) { return picture.convertToFormat(QImage::Format_Grayscale8); }
-
-template <class Widget>
-Widget& part(QWidget& window, const char* name) {
-  auto* found = window.findChild<Widget*>(QString::fromLatin1(name));
-  if (found == nullptr) throw std::runtime_error(std::string("no widget ") + name);
-  return *found;
-}
 
 TEST_SUITE("caller flags") {
   TEST_CASE("each flag has a sign of its own in the row, that is told apart without its colour") {

@@ -18,12 +18,6 @@ namespace {
 using test::best_contrast;
 using test::shown_pixels;
 
-void choose_face(test::ShownConsole& desk, bool grey) {
-  desk.form().GreyScreenOption.checked = grey;
-  desk.console.layout.RedefineScreen();
-  desk.settle();
-}
-
 bool stands_on_key(Look look) {
   return look == Look::KeyCaption || look == Look::DropCaption || look == Look::HoldCaption;
 }

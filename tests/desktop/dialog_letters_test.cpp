@@ -18,16 +18,16 @@ using test::for_each_dialog;
 using test::shown_controls;
 
 // Letters of another size as long as it lives.
-class Letters {
+class DialogLetters {
  public:
-  explicit Letters(int percent) : before_(QApplication::font()) {
+  explicit DialogLetters(int percent) : before_(QApplication::font()) {
     QFont font = before_;
     font.setPixelSize(before_.pixelSize() * percent / 100);
     QApplication::setFont(font);
   }
-  ~Letters() { QApplication::setFont(before_); }
-  Letters(const Letters&) = delete;
-  Letters& operator=(const Letters&) = delete;
+  ~DialogLetters() { QApplication::setFont(before_); }
+  DialogLetters(const DialogLetters&) = delete;
+  DialogLetters& operator=(const DialogLetters&) = delete;
 
  private:
   QFont before_;
@@ -75,7 +75,7 @@ TEST_SUITE("letters in dialogs") {
   TEST_CASE("no text is cut off, whatever the size of the letters") {
     for (const int percent : {100, 150, 200}) {
       CAPTURE(percent);
-      const Letters letters(percent);
+      const DialogLetters letters(percent);
       test::ShownConsole desk;
       for_each_dialog(desk, [&](QWidget& window) {
         CAPTURE(window.objectName().toStdString());
@@ -95,7 +95,7 @@ TEST_SUITE("letters in dialogs") {
   TEST_CASE("no two controls of a dialog overlap, whatever the size of the letters") {
     for (const int percent : {100, 150, 200}) {
       CAPTURE(percent);
-      const Letters letters(percent);
+      const DialogLetters letters(percent);
       test::ShownConsole desk;
       for_each_dialog(desk, [&](QWidget& window) {
         CAPTURE(window.objectName().toStdString());
@@ -113,7 +113,7 @@ TEST_SUITE("letters in dialogs") {
   }
 
   TEST_CASE("a dialog fits on a small screen with letters of half again their size") {
-    const Letters letters(150);
+    const DialogLetters letters(150);
     test::ShownConsole desk;
     for_each_dialog(desk, [&](QWidget& window) {
       CAPTURE(window.objectName().toStdString());

@@ -20,19 +20,14 @@
 namespace lineweir {
 namespace {
 
+using test::part;
+
 QWidget& open(test::ShownConsole& desk, Form& form) {
   form.show();
   desk.settle();
   QWidget* window = desk.desktop.dialog(form)->window();
   if (window == nullptr) throw std::runtime_error(form.name() + " has no window");
   return *window;
-}
-
-template <class Widget>
-Widget& part(QWidget& window, const char* name) {
-  auto* found = window.findChild<Widget*>(QString::fromLatin1(name));
-  if (found == nullptr) throw std::runtime_error(std::string("no widget ") + name);
-  return *found;
 }
 
 TEST_SUITE("dialogs") {

@@ -6,11 +6,6 @@
 namespace lineweir {
 namespace {
 
-QRect on_canvas(test::ShownConsole& desk, const Control& control) {
-  ElementWidget& widget = desk.widget(control);
-  return {desk.canvas().origin_of(widget), widget.size()};
-}
-
 QRect pixels(int left, int top, int width, int height) {
   return pixel_rect(QRectF(left, top, width, height));
 }

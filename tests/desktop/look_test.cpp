@@ -14,17 +14,6 @@ using test::differing_pixels;
 using test::pixels_of;
 using test::shown_pixels;
 
-QRect on_canvas(test::ShownConsole& desk, const Control& control) {
-  ElementWidget& widget = desk.widget(control);
-  return {desk.canvas().origin_of(widget), widget.size()};
-}
-
-void choose_face(test::ShownConsole& desk, bool grey) {
-  desk.form().GreyScreenOption.checked = grey;
-  desk.console.layout.RedefineScreen();
-  desk.settle();
-}
-
 // Nothing but brightness, as an eye sees that can't tell colours.
 QImage without_color(const QImage& image) {
   return image.convertToFormat(QImage::Format_Grayscale8);

@@ -92,4 +92,23 @@ struct ShownConsole : ScriptedConsole {
   Desktop desktop;
 };
 
+inline QRect on_canvas(ShownConsole& desk, const Control& control) {
+  ElementWidget& widget = desk.widget(control);
+  return {desk.canvas().origin_of(widget), widget.size()};
+}
+
+inline void choose_face(ShownConsole& desk, bool grey) {
+  desk.form().GreyScreenOption.checked = grey;
+  desk.console.layout.RedefineScreen();
+  desk.settle();
+}
+
+// The widget of a window that has the name.
+template <class Widget>
+Widget& part(QWidget& window, const char* name) {
+  auto* found = window.findChild<Widget*>(QString::fromLatin1(name));
+  if (found == nullptr) throw std::runtime_error(std::string("no widget ") + name);
+  return *found;
+}
+
 }  // namespace lineweir::test

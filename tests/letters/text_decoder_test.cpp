@@ -9,11 +9,11 @@ namespace {
 
 using namespace std::string_literals;
 
-const CodePageLetters western;
+const CodePageLetters western_letters;
 
 // The text of a file that comes in pieces of that size; "?" where it isn't of its encoding.
 std::string decoded(std::string_view bytes, TextEncoding encoding, std::size_t piece) {
-  TextDecoder decoder(encoding, western);
+  TextDecoder decoder(encoding, western_letters);
   std::string utf8;
   for (std::size_t i = 0; i < bytes.size(); i += piece) {
     if (!decoder.decode(bytes.substr(i, piece), utf8)) return "?";

@@ -13,7 +13,7 @@
 namespace lineweir::test {
 namespace {
 
-constexpr int most_rows = 20;
+constexpr int most_rows_walked = 20;
 
 struct Edges {
   std::string name;
@@ -161,7 +161,7 @@ TEST_SUITE("screen: every row count") {
       (producer ? form.ScreenerMode : form.StudioMode).on_click();
       for (const bool menus : {true, false}) {
         if (form.Options.visible != menus) form.OptionsButton.on_click();
-        for (int rows = 0; rows <= most_rows; ++rows) {
+        for (int rows = 0; rows <= most_rows_walked; ++rows) {
           show_rows(console, rows);
           const int width = form.width;
           const int height = form.height;
@@ -184,7 +184,7 @@ TEST_SUITE("screen: every row count") {
     ScriptedConsole desk;
     Console& console = desk.console;
     MainForm& form = console.Lineweir;
-    for (int rows = 1; rows <= most_rows; ++rows) {
+    for (int rows = 1; rows <= most_rows_walked; ++rows) {
       // Its design size is a pixel less than the size of its layout.
       if (rows == 17) continue;
       CAPTURE(rows);

@@ -10,7 +10,7 @@ namespace lineweir::test {
 namespace {
 
 // The user's click on a line's box.
-void toggle(Console& console, int line) {
+void toggle_row(Console& console, int line) {
   CheckBox& box = console.DisplayOptionForm.LineCheck(line);
   box.value = 1 - box.value;
   box.on_click();
@@ -36,8 +36,8 @@ TEST_SUITE("screen/visible_rows") {
   TEST_CASE("the lines that are shown stand in the rows from the top") {
     ScriptedConsole desk;
     Console& console = desk.console;
-    toggle(console, 3);
-    toggle(console, 0);
+    toggle_row(console, 3);
+    toggle_row(console, 0);
     CHECK(console.program.VisibleLines == 8);
     CHECK(console.visible_rows.rows() == std::vector<int>{-1, 0, 1, -1, 2, 3, 4, 5, 6, 7});
     CHECK(console.visible_rows.first_line() == 1);
@@ -55,7 +55,7 @@ TEST_SUITE("screen/visible_rows") {
     desk.box_sends("R03");
     MainForm& form = console.Lineweir;
     CHECK(form.CIcon1(3).visible);
-    toggle(console, 3);
+    toggle_row(console, 3);
     CHECK_FALSE(form.DataRow(3).visible);
     CHECK_FALSE(form.DataRowImage(3).visible);
     CHECK_FALSE(form.OnHybrid1(3).visible);
@@ -72,10 +72,10 @@ TEST_SUITE("screen/visible_rows") {
     ScriptedConsole desk;
     Console& console = desk.console;
     MainForm& form = console.Lineweir;
-    toggle(console, 3);
+    toggle_row(console, 3);
     desk.box_sends("N03");
     CHECK_FALSE(form.CIcon1(3).visible);
-    toggle(console, 3);
+    toggle_row(console, 3);
     CHECK(form.CIcon1(3).visible);
     CHECK(form.CIcon1(3).picture == "RedIcon");
     CHECK_FALSE(form.CIcon2(3).visible);
@@ -90,7 +90,7 @@ TEST_SUITE("screen/visible_rows") {
     form.width = 12000;
     form.height = 9000;
     form.window_state = window_maximised;
-    toggle(console, 9);
+    toggle_row(console, 9);
     CHECK(form.width == 9420);
     CHECK(form.height == 9 * 315 + 4105);
     CHECK(form.window_state == int{window_normal});
@@ -110,10 +110,10 @@ TEST_SUITE("screen/visible_rows") {
   TEST_CASE("the columns are locked while a line box is handled, and only then") {
     ScriptedConsole desk;
     Console& console = desk.console;
-    toggle(console, 9);
+    toggle_row(console, 9);
     CHECK_FALSE(console.display.ColumnsLocked);
     console.display.ColumnsLocked = true;
-    toggle(console, 9);
+    toggle_row(console, 9);
     CHECK(console.display.ColumnsLocked);
   }
 

@@ -40,8 +40,8 @@ class NotingStore final : public platform::Store {
 
   bool is_asked() const { return answer_ != nullptr; }
   void answer(bool written) {
-    const auto call = std::exchange(answer_, nullptr);
-    call(written);
+    const auto stored_call = std::exchange(answer_, nullptr);
+    stored_call(written);
   }
 
   std::vector<Changes> batches;
@@ -69,7 +69,7 @@ Account account(const std::string& name, const std::string& profile = {}) {
   return made;
 }
 
-CallRecord call(std::int64_t id, platform::Moment ended = platform::Moment{0}) {
+CallRecord stored_call(std::int64_t id, platform::Moment ended = platform::Moment{0}) {
   CallRecord made;
   made.id = id;
   made.ended = ended;
@@ -93,19 +93,19 @@ TEST_CASE("what is put within twenty milliseconds is written at once, in its ord
 TEST_CASE("what replaces something takes the place of what still waits for the same") {
   Desk desk;
   desk.outbox.put(account("anna", "1"));
-  desk.outbox.put(call(7));
+  desk.outbox.put(stored_call(7));
   desk.outbox.put(GroupMemory{1, 3, {}, {}});
   desk.outbox.put(event(1));
   desk.outbox.put(GroupMemory{2, 4, {}, {}});
   desk.outbox.put(GroupMemory{1, 5, {}, {}});
-  desk.outbox.put(call(7, 9ms));
+  desk.outbox.put(stored_call(7, 9ms));
   desk.outbox.put(account("anna", "2"));
   desk.outbox.put(event(1));
   desk.outbox.put(account("bert"));
   desk.outbox.put(platform::AccountRemoval{"bert"});
   desk.wait(20ms);
   CHECK(desk.store.batches.at(0) ==
-        Changes{account("anna", "2"), call(7, 9ms), GroupMemory{1, 5, {}, {}}, event(1),
+        Changes{account("anna", "2"), stored_call(7, 9ms), GroupMemory{1, 5, {}, {}}, event(1),
                 GroupMemory{2, 4, {}, {}}, event(1), platform::AccountRemoval{"bert"}});
 }
 
@@ -164,12 +164,12 @@ TEST_CASE("a store that never answers loses the oldest events and ended calls, a
   desk.outbox.put(event(0));
   desk.wait(20ms);
   desk.outbox.put(account("anna"));
-  desk.outbox.put(call(1));
-  desk.outbox.put(call(2, 5ms));
+  desk.outbox.put(stored_call(1));
+  desk.outbox.put(stored_call(2, 5ms));
   const int most = static_cast<int>(StoreOutbox::most_waiting);
   for (int i = 1; i <= most; ++i) desk.outbox.put(event(i));
   // An open call that ends is one.
-  desk.outbox.put(call(1, 5ms));
+  desk.outbox.put(stored_call(1, 5ms));
   CHECK(desk.outbox.lost() == 3);
   CHECK(desk.outbox.waiting() == StoreOutbox::most_waiting + 1);
   CHECK(desk.logged.size() == 1);

@@ -9,7 +9,7 @@
 namespace lineweir::test {
 namespace {
 
-constexpr int line = EventDesk::line;
+constexpr int effect_line = EventDesk::line;
 
 TEST_SUITE("serverlink/line events: the data form") {
   TEST_CASE("it opens when a line that rang, or was held in producer mode, is taken") {
@@ -37,7 +37,7 @@ TEST_SUITE("serverlink/line events: the data form") {
               if (!opens) continue;
               ++opened;
               CHECK(desk.console.Form4.caption == "Caller Data - Line 6");
-              CHECK(desk.console.lines.CurrentDataLine == line);
+              CHECK(desk.console.lines.CurrentDataLine == effect_line);
             }
           }
         }
@@ -85,8 +85,8 @@ TEST_SUITE("serverlink/line events: what the server is told") {
     desk.prepare({'R', 'N', 1});
     desk.report('R');
     CHECK(shown == std::vector<std::string>{"Lineweir is not currently connected to a server."});
-    CHECK(desk.console.lines.StatusLetter(line) == 'R');
-    CHECK(desk.console.Lineweir.CIcon1(line).picture == "YellowIcon");
+    CHECK(desk.console.lines.StatusLetter(effect_line) == 'R');
+    CHECK(desk.console.Lineweir.CIcon1(effect_line).picture == "YellowIcon");
   }
 }
 
@@ -97,12 +97,12 @@ TEST_SUITE("serverlink/line events: failures") {
     desk.console.program.DebugMode = true;
     desk.console.trace.on_line = [&](const std::string& text) { trace.push_back(text); };
     desk.prepare({'F', 'S', 1});
-    desk.console.lines.HoldStamp(line) = "no time";
+    desk.console.lines.HoldStamp(effect_line) = "no time";
     desk.report('F');
     REQUIRE(trace.size() == 1);
     CHECK(trace[0].starts_with("Lineweir_Timer4_Timer Error - "));
-    CHECK(desk.console.lines.StatusLetter(line) == ' ');
-    CHECK(desk.console.lines.HoldStamp(line) == "");
+    CHECK(desk.console.lines.StatusLetter(effect_line) == ' ');
+    CHECK(desk.console.lines.HoldStamp(effect_line) == "");
     CHECK(logged_rows(desk).size() == 1);
   }
 
@@ -123,7 +123,7 @@ TEST_SUITE("serverlink/line events: failures") {
     desk.platform.failing_databases.fail(failure_number::database_in_use);
     const auto before = desk.platform.loop.now();
     desk.report('F');
-    CHECK(desk.console.lines.StatusLetter(line) == ' ');
+    CHECK(desk.console.lines.StatusLetter(effect_line) == ' ');
     CHECK(desk.platform.loop.now() - before < platform::Milliseconds(50));
     CHECK(logged_rows(desk).empty());
     desk.platform.failing_databases.fail(0);

@@ -5,12 +5,12 @@
 namespace lineweir::test {
 namespace {
 
-constexpr int line = EventDesk::line;
+constexpr int kind_2_line = EventDesk::line;
 
 TEST_SUITE("serverlink/line events: equipment of kind 2") {
   void clear_row_texts(EventDesk & desk) {
     for (int column = 0; column < column_count; ++column) {
-      desk.console.Lineweir.column_labels(column)(line).caption = "";
+      desk.console.Lineweir.column_labels(column)(kind_2_line).caption = "";
     }
   }
 
@@ -35,9 +35,9 @@ TEST_SUITE("serverlink/line events: equipment of kind 2") {
       EventDesk desk;
       desk.prepare({'H', 'P', 2});
       clear_row_texts(desk);
-      desk.console.Lineweir.column_labels(row.column)(line).caption = row.text;
+      desk.console.Lineweir.column_labels(row.column)(kind_2_line).caption = row.text;
       desk.report('H');
-      CHECK(desk.console.lines.StatusLetter(line) == row.letter);
+      CHECK(desk.console.lines.StatusLetter(kind_2_line) == row.letter);
     }
   }
 
@@ -46,7 +46,7 @@ TEST_SUITE("serverlink/line events: equipment of kind 2") {
       EventDesk desk;
       desk.prepare({'H', 'P', kind});
       desk.report('H');
-      CHECK(desk.console.lines.StatusLetter(line) == 'H');
+      CHECK(desk.console.lines.StatusLetter(kind_2_line) == 'H');
     }
   }
 
@@ -54,24 +54,24 @@ TEST_SUITE("serverlink/line events: equipment of kind 2") {
     for (const char old : {'H', 'S'}) {
       EventDesk desk;
       desk.prepare({'R', old, 2});
-      desk.console.lines.RingConfirm[line] = false;
-      const LinePicture before = line_picture(desk.console, line);
+      desk.console.lines.RingConfirm[kind_2_line] = false;
+      const LinePicture before = line_picture(desk.console, kind_2_line);
       desk.report('R');
-      CHECK(differences(line_picture(desk.console, line), before) == "");
-      CHECK(desk.console.lines.RingConfirm[line]);
+      CHECK(differences(line_picture(desk.console, kind_2_line), before) == "");
+      CHECK(desk.console.lines.RingConfirm[kind_2_line]);
       desk.report('R');
-      CHECK(desk.console.lines.StatusLetter(line) == 'R');
-      CHECK_FALSE(desk.console.lines.RingConfirm[line]);
+      CHECK(desk.console.lines.StatusLetter(kind_2_line) == 'R');
+      CHECK_FALSE(desk.console.lines.RingConfirm[kind_2_line]);
     }
   }
 
   TEST_CASE("another report in between begins the count anew") {
     EventDesk desk;
     desk.prepare({'R', 'S', 2});
-    desk.console.lines.RingConfirm[line] = false;
+    desk.console.lines.RingConfirm[kind_2_line] = false;
     for (int pass = 0; pass < 3; ++pass) {
       desk.report('R');
-      CHECK(desk.console.lines.StatusLetter(line) == 'S');
+      CHECK(desk.console.lines.StatusLetter(kind_2_line) == 'S');
       desk.report('S');
     }
   }
@@ -80,14 +80,14 @@ TEST_SUITE("serverlink/line events: equipment of kind 2") {
     EventDesk desk;
     for (const char old : std::string(" NPOE")) {
       desk.prepare({'R', old, 2});
-      desk.console.lines.RingConfirm[line] = false;
+      desk.console.lines.RingConfirm[kind_2_line] = false;
       desk.report('R');
-      CHECK(desk.console.lines.StatusLetter(line) == 'R');
+      CHECK(desk.console.lines.StatusLetter(kind_2_line) == 'R');
     }
     desk.prepare({'R', 'H', 1});
-    desk.console.lines.RingConfirm[line] = false;
+    desk.console.lines.RingConfirm[kind_2_line] = false;
     desk.report('R');
-    CHECK(desk.console.lines.StatusLetter(line) == 'R');
+    CHECK(desk.console.lines.StatusLetter(kind_2_line) == 'R');
   }
 }
 

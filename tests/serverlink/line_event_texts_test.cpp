@@ -5,7 +5,7 @@
 namespace lineweir::test {
 namespace {
 
-constexpr int line = EventDesk::line;
+constexpr int text_line = EventDesk::line;
 
 TEST_SUITE("serverlink/line events: texts") {
   std::string letters_of(const Console& console) {
@@ -26,8 +26,8 @@ TEST_SUITE("serverlink/line events: texts") {
       EventDesk desk;
       const LinePicture before = desk.prepare({'N', 'S'});
       desk.report_text(text);
-      CHECK(differences(line_picture(desk.console, line), before) == "");
-      CHECK(desk.console.lines.RingConfirm[line]);
+      CHECK(differences(line_picture(desk.console, text_line), before) == "");
+      CHECK(desk.console.lines.RingConfirm[text_line]);
     }
   }
 

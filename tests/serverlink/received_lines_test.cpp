@@ -53,7 +53,7 @@ TEST_CASE("a letter that comes with the choice behind it doesn't end the choice"
     desk.platform.loop.advance(Milliseconds{200});
   };
   const auto letter_of_line_2 = [](char letter) {
-    ServerPacket packet = server_packet(ServerCommand::SrvLineStatus, {letter});
+    ServerPacket packet = server_packet(ServerCommand::SrvLineStatus, std::string(1, letter));
     packet.LineNo = 2;
     return frame_of(packet);
   };

@@ -11,14 +11,14 @@
 namespace lineweir::test {
 namespace {
 
-struct ProfileDesk : ScriptedConsole {
+struct ReceivedProfileDesk : ScriptedConsole {
   EditedProfile profile() { return EditedProfile(console); }
   MainForm& form() { return console.Lineweir; }
 };
 
 TEST_SUITE("serverlink/received profile") {
   TEST_CASE("a console's own profile leaves it as it is") {
-    ProfileDesk desk;
+    ReceivedProfileDesk desk;
     const std::string before = block_of(desk.console);
     desk.profile().apply();
     CHECK(block_of(desk.console) == before);
@@ -27,7 +27,7 @@ TEST_SUITE("serverlink/received profile") {
   }
 
   TEST_CASE("the profile after a choice by hand is passed over, once") {
-    ProfileDesk desk;
+    ReceivedProfileDesk desk;
     const EditedProfile profile = desk.profile().flag(36, true);
     desk.console.login.SkipProfile = true;
     profile.apply();
@@ -38,7 +38,7 @@ TEST_SUITE("serverlink/received profile") {
   }
 
   TEST_CASE("a profile changes nothing while the user chooses what the rows show") {
-    ProfileDesk desk;
+    ReceivedProfileDesk desk;
     desk.console.DisplayOptionForm.show();
     desk.profile().flag(36, true).apply();
     CHECK_FALSE(desk.form().SyncTimeMenu.checked);
@@ -46,7 +46,7 @@ TEST_SUITE("serverlink/received profile") {
 
   TEST_CASE("the timer applies a block of more than 30 characters, once") {
     for (const std::size_t length : {30U, 31U}) {
-      ProfileDesk desk;
+      ReceivedProfileDesk desk;
       MainForm& form = desk.form();
       form.EventClockMenu.on_click();
       const bool before = form.EventClockMenu.checked;
@@ -61,7 +61,7 @@ TEST_SUITE("serverlink/received profile") {
   }
 
   TEST_CASE("the window gets the size of its group's profile, unless it is nearly the present") {
-    ProfileDesk desk;
+    ReceivedProfileDesk desk;
     const EditedProfile same = desk.profile();
     const int height = desk.form().height;
     const int width = desk.form().width;
@@ -86,7 +86,7 @@ TEST_SUITE("serverlink/received profile") {
   }
 
   TEST_CASE("a profile of a console with menus gives one without them a lower window") {
-    ProfileDesk desk;
+    ReceivedProfileDesk desk;
     const EditedProfile with_menus = desk.profile().field(1, "9000");
     desk.form().OptionsButton.on_click();
     REQUIRE_FALSE(desk.form().Options.visible);
@@ -98,7 +98,7 @@ TEST_SUITE("serverlink/received profile") {
   }
 
   TEST_CASE("a window that isn't shown yet waits with its size") {
-    ProfileDesk desk;
+    ReceivedProfileDesk desk;
     const EditedProfile profile = desk.profile().field(1, "9000").field(2, "12345");
     desk.form().hide();
     profile.apply();
@@ -114,7 +114,7 @@ TEST_SUITE("serverlink/received profile") {
 
   TEST_CASE("a window stays in the hands of its user, whatever size and state a profile names") {
     for (const char* side : {"1", "0", "-5", "32767", "-32768"}) {
-      ProfileDesk desk;
+      ReceivedProfileDesk desk;
       desk.profile().field(1, side).field(2, side).field(4, "7").apply();
       CHECK(desk.form().window_state == int{window_normal});
       CHECK(desk.form().height >= 1500);
@@ -125,7 +125,7 @@ TEST_SUITE("serverlink/received profile") {
   }
 
   TEST_CASE("the operator's name, warnings, hot list and offset come with the profile") {
-    ProfileDesk desk;
+    ReceivedProfileDesk desk;
     desk.profile()
         .field(7, "Bea")
         .field(9, "120")
@@ -141,7 +141,7 @@ TEST_SUITE("serverlink/received profile") {
   }
 
   TEST_CASE("empty fields leave what stands, and so do values that can't be") {
-    ProfileDesk desk;
+    ReceivedProfileDesk desk;
     Console& console = desk.console;
     console.program.OperatorName = "Ann";
     console.program.MessageFile = "HOT.LWB";
@@ -158,7 +158,7 @@ TEST_SUITE("serverlink/received profile") {
   }
 
   TEST_CASE("a block that ends early leaves what was read before its end") {
-    ProfileDesk desk;
+    ReceivedProfileDesk desk;
     const auto apply_cut = [&](std::size_t count) {
       desk.profile()
           .field(7, "Bea")
@@ -186,7 +186,7 @@ TEST_SUITE("serverlink/received profile") {
   }
 
   TEST_CASE("columns get their places, widths and marks; a gap in the places stays one") {
-    ProfileDesk desk;
+    ReceivedProfileDesk desk;
     EditedProfile profile = desk.profile();
     for (int column = 2; column < 13; ++column) profile.column(column, "99", "F", "0");
     profile.column(5, "0", "T", "1500").column(3, "2", "T", "2500").apply();
@@ -207,7 +207,7 @@ TEST_SUITE("serverlink/received profile") {
   TEST_CASE("no place of a column makes a list longer than there are columns") {
     for (const char* place : {"11", "50", "98", "100", "32767", "-1", "-32768"}) {
       CAPTURE(place);
-      ProfileDesk desk;
+      ReceivedProfileDesk desk;
       desk.profile().column(3, place, "T", "1700").apply();
       CHECK(desk.console.DisplayOptionForm.List1.list_count() <= 11);
       CHECK(desk.console.display.listed_place(3) >= 0);
@@ -215,7 +215,7 @@ TEST_SUITE("serverlink/received profile") {
   }
 
   TEST_CASE("a column without a place fills a gap where the list has no room behind its end") {
-    ProfileDesk desk;
+    ReceivedProfileDesk desk;
     EditedProfile profile = desk.profile();
     for (int column = 2; column < 13; ++column) profile.column(column, "99", "F", "0");
     profile.column(2, "10", "T", "800").column(3, "10", "T", "1700").column(5, "50", "T", "1200");
@@ -232,7 +232,7 @@ TEST_SUITE("serverlink/received profile") {
   }
 
   TEST_CASE("fonts come with the profile, in sizes that can be read") {
-    ProfileDesk desk;
+    ReceivedProfileDesk desk;
     desk.profile().flag(42, true).flag(43, true).field(45, "Serif").field(46, "9").apply();
     CHECK(desk.console.fonts.present().name == "Serif");
     CHECK(desk.console.fonts.present().size == 9);
@@ -246,7 +246,7 @@ TEST_SUITE("serverlink/received profile") {
   }
 
   TEST_CASE("the lines come and go with the profile, with the rows and what is on them") {
-    ProfileDesk desk;
+    ReceivedProfileDesk desk;
     Console& console = desk.console;
     desk.profile().flag(38, true).field(46, "11").apply();
     CHECK(console.lines.LineCount == 20);
@@ -272,7 +272,7 @@ TEST_SUITE("serverlink/received profile") {
 
   TEST_CASE("a block that ends behind the flag of the lines changes them, and no shorter one") {
     for (const std::size_t length : {37U, 38U, 43U}) {
-      ProfileDesk desk;
+      ReceivedProfileDesk desk;
       desk.console.received_profile.SetUserProfile(
           desk.profile().flag(38, true).flags.substr(0, length));
       CHECK(desk.console.lines.LineCount == (length == 37 ? 10 : 20));
@@ -280,7 +280,7 @@ TEST_SUITE("serverlink/received profile") {
   }
 
   TEST_CASE("a line that comes shows what the server has told of it") {
-    ProfileDesk desk;
+    ReceivedProfileDesk desk;
     desk.console.login.ServerAlive = true;
     std::string status;
     for (int line = 0; line < 20; ++line) status += line == 14 ? "P14" : "F00";
@@ -291,7 +291,7 @@ TEST_SUITE("serverlink/received profile") {
   }
 
   TEST_CASE("what is counted down to goes with the plan") {
-    ProfileDesk desk;
+    ReceivedProfileDesk desk;
     desk.form().CountDownTime.caption = "00:00:20";
     desk.form().RedClock.visible = true;
     desk.profile().apply();

@@ -8,14 +8,14 @@
 namespace lineweir::test {
 namespace {
 
-using Desk = SeveralServersDesk;
-using Server = Desk::Server;
-using Texts = Desk::Texts;
+using ReturnDesk = SeveralServersDesk;
+using Server = ReturnDesk::Server;
+using Texts = ReturnDesk::Texts;
 using platform::Milliseconds;
 
 TEST_SUITE("several servers, by itself") {
   TEST_CASE("a console whose server dies is at the other within a second") {
-    Desk desk;
+    ReturnDesk desk;
     desk.stand();
     desk.kill("one");
     CHECK(desk.until_in_at("two") < Milliseconds(1000));
@@ -31,7 +31,7 @@ TEST_SUITE("several servers, by itself") {
   }
 
   TEST_CASE("the server that it had is tried first") {
-    Desk desk("one, two, three");
+    ReturnDesk desk("one, two, three");
     desk.set("one", Server::Refuses);
     desk.stand();
     REQUIRE(desk.platform.winsock1.host() == "two");
@@ -55,7 +55,7 @@ TEST_SUITE("several servers, by itself") {
         for (int takeover = 0; takeover < 6000; takeover += 370) {
           CAPTURE(static_cast<int>(first));
           CAPTURE(takeover);
-          Desk desk;
+          ReturnDesk desk;
           desk.set("two", standby);
           desk.stand();
           desk.set("one", first);
@@ -69,7 +69,7 @@ TEST_SUITE("several servers, by itself") {
   }
 
   TEST_CASE("a server that hangs with its connection open is missed after three seconds") {
-    Desk desk;
+    ReturnDesk desk;
     desk.stand();
     desk.beats = false;
     desk.set("one", Server::Mute);
@@ -84,7 +84,7 @@ TEST_SUITE("several servers, by itself") {
   }
 
   TEST_CASE("the banner and the lamp say where the console looks, in the same words all the time") {
-    Desk desk("one, tls:two:2002, three");
+    ReturnDesk desk("one, tls:two:2002, three");
     desk.stand();
     for (const char* host : {"one", "tls:two", "three"}) desk.kill(host);
     desk.pass(Milliseconds(200));
@@ -119,7 +119,7 @@ TEST_SUITE("several servers, by itself") {
   }
 
   TEST_CASE("a refused login ends the search") {
-    Desk desk;
+    ReturnDesk desk;
     desk.stand();
     desk.reply(ClientCommand::CmdPasswordLogin, ServerCommand::SrvPasswordResult, "", 'F');
     desk.kill("one");
@@ -130,7 +130,7 @@ TEST_SUITE("several servers, by itself") {
   }
 
   TEST_CASE("a server that lives has its time for a login, however many log in at once") {
-    Desk desk;
+    ReturnDesk desk;
     desk.stand();
     desk.platform.winsock1.reply(static_cast<int>(ClientCommand::CmdPasswordLogin), "");
     desk.platform.winsock1.drop();
@@ -139,12 +139,12 @@ TEST_SUITE("several servers, by itself") {
     // The time that it tells meanwhile is no session.
     CHECK(desk.form().Shape1.fill_color == color_red);
     desk.platform.winsock1.arrive(
-        Desk::frame(ServerCommand::SrvPasswordResult, std::string(all_rights), 'T'));
+        ReturnDesk::frame(ServerCommand::SrvPasswordResult, std::string(all_rights), 'T'));
     CHECK(desk.until_in_at("one") < Milliseconds(1000));
   }
 
   TEST_CASE("a doubtful certificate keeps the console from no other server") {
-    Desk desk("one, tls:two, three");
+    ReturnDesk desk("one, tls:two, three");
     desk.platform.winsock1.refuse_at("tls:two", "Nobody vouches for two.", true);
     desk.stand();
     desk.kill("one");
@@ -153,10 +153,10 @@ TEST_SUITE("several servers, by itself") {
   }
 
   TEST_CASE("a server that has told its end isn't gone back to before that has come") {
-    Desk desk;
+    ReturnDesk desk;
     desk.stand();
     desk.platform.winsock1.arrive(
-        Desk::frame(ServerCommand::SrvShutdownNotice, "The server goes down", 10));
+        ReturnDesk::frame(ServerCommand::SrvShutdownNotice, "The server goes down", 10));
     desk.pass(Milliseconds(4000));
     desk.take_messages();
     SUBCASE("the other one is there") {
@@ -181,10 +181,10 @@ TEST_SUITE("several servers, by itself") {
   }
 
   TEST_CASE("a notice of a server that is gone ends no session with another") {
-    Desk desk;
+    ReturnDesk desk;
     desk.stand();
     desk.platform.winsock1.arrive(
-        Desk::frame(ServerCommand::SrvShutdownNotice, "The server goes down", 3));
+        ReturnDesk::frame(ServerCommand::SrvShutdownNotice, "The server goes down", 3));
     desk.pass(Milliseconds(1000));
     desk.kill("one");
     CHECK(desk.until_in_at("two") < Milliseconds(1000));
@@ -194,10 +194,10 @@ TEST_SUITE("several servers, by itself") {
   }
 
   TEST_CASE("what is typed for a caller stays through the change of servers") {
-    Desk desk;
+    ReturnDesk desk;
     desk.stand();
-    desk.platform.winsock1.arrive(
-        Desk::frame(ServerCommand::SrvFullStatus, "R00F01F02F03F04F05F06F07F08F09", no_value));
+    desk.platform.winsock1.arrive(ReturnDesk::frame(ServerCommand::SrvFullStatus,
+                                                    "R00F01F02F03F04F05F06F07F08F09", no_value));
     desk.pass(Milliseconds(200));
     desk.reply(ClientCommand::CmdRequestStatus, ServerCommand::SrvFullStatus,
                "R00F01F02F03F04F05F06F07F08F09");
@@ -214,7 +214,7 @@ TEST_SUITE("several servers, by itself") {
   }
 
   TEST_CASE("a console that has left its server by itself looks for no other") {
-    Desk desk;
+    ReturnDesk desk;
     desk.stand();
     desk.form().Com1.on_click();
     desk.pass(Milliseconds(10'000));

@@ -10,9 +10,9 @@
 namespace lineweir::test {
 namespace {
 
-using Names = std::set<std::string>;
+using NameSet = std::set<std::string>;
 
-std::string all_rights() {
+std::string every_known_right() {
   std::string rights;
   for (const RightPlace& place : rights_layout) {
     const bool forces =
@@ -23,12 +23,12 @@ std::string all_rights() {
 }
 
 // What is kept from a user who lacks this right alone.
-Names withheld_without(Right right) {
+NameSet withheld_without(Right right) {
   ScriptedConsole desk;
-  desk.console.login.UserRights = with_right(all_rights(), right, false);
+  desk.console.login.UserRights = with_right(every_known_right(), right, false);
   desk.console.access_rights.SetRights();
   CHECK(desk.take_trace().empty());
-  Names names;
+  NameSet names;
   for (const Element* element : desk.console.Lineweir.elements()) {
     const auto* item = dynamic_cast<const MenuItem*>(element);
     const auto* picture = dynamic_cast<const Picture*>(element);
@@ -49,7 +49,7 @@ TEST_SUITE("serverlink/rights table") {
       const std::string name(place.name);
       CAPTURE(name);
       const bool forces = name.starts_with("ForcePassive");
-      CHECK(withheld_without(place.right) == (forces ? Names{} : Names{name}));
+      CHECK(withheld_without(place.right) == (forces ? NameSet{} : NameSet{name}));
     }
   }
 }

@@ -9,14 +9,14 @@
 namespace lineweir::test {
 namespace {
 
-using Desk = SeveralServersDesk;
-using Server = Desk::Server;
-using Texts = Desk::Texts;
+using ServersDesk = SeveralServersDesk;
+using Server = ServersDesk::Server;
+using Texts = ServersDesk::Texts;
 using platform::Milliseconds;
 
 TEST_SUITE("several servers, by hand") {
   TEST_CASE("the first that answers is taken") {
-    Desk desk("one, two:2002, three");
+    ServersDesk desk("one, two:2002, three");
     SUBCASE("the first") {
       desk.connect();
       CHECK(desk.take_connects() == Texts{"one:2001"});
@@ -52,7 +52,7 @@ TEST_SUITE("several servers, by hand") {
       CAPTURE(servers);
       std::string address;
       for (int i = 1; i <= servers; ++i) address += "s" + std::to_string(i) + ",";
-      Desk desk(address);
+      ServersDesk desk(address);
       for (int i = 1; i <= servers; ++i) desk.set("s" + std::to_string(i), Server::Silent);
       Texts seen;
       desk.platform.loop.schedule(Milliseconds(100), [&] {
@@ -72,7 +72,7 @@ TEST_SUITE("several servers, by hand") {
   }
 
   TEST_CASE("what failed is told of each server") {
-    Desk desk("one, two:2002, tls:three, four");
+    ServersDesk desk("one, two:2002, tls:three, four");
     desk.set("one", Server::Refuses);
     desk.set("two", Server::Silent);
     desk.platform.winsock1.refuse_at("tls:three", "The certificate of three has expired.");
@@ -95,7 +95,7 @@ TEST_SUITE("several servers, by hand") {
   TEST_CASE("one server fails in the words and the time of ever, whatever stands around it") {
     for (const char* address : {"one", " one ,", "one, ONE,one:2001", ",,one,,"}) {
       CAPTURE(address);
-      Desk desk(address);
+      ServersDesk desk(address);
       desk.set("one", Server::Refuses);
       const Milliseconds before = desk.platform.loop.now();
       desk.connect();
@@ -107,7 +107,7 @@ TEST_SUITE("several servers, by hand") {
   }
 
   TEST_CASE("an address that can't be is told, and nothing is connected to") {
-    Desk desk("one, two:http");
+    ServersDesk desk("one, two:http");
     desk.connect();
     CHECK(desk.take_messages() ==
           Texts{"The port in the address \"two:http\" isn't a number from 1 to 65535."});
@@ -118,7 +118,7 @@ TEST_SUITE("several servers, by hand") {
   }
 
   TEST_CASE("a refused login asks no other server") {
-    Desk desk;
+    ServersDesk desk;
     desk.reply(ClientCommand::CmdLoginCheck, ServerCommand::SrvLoginCheckResult, "", 'T');
     desk.connect();
     CHECK(desk.take_connects() == Texts{"one:2001"});
@@ -127,7 +127,7 @@ TEST_SUITE("several servers, by hand") {
   }
 
   TEST_CASE("the last server has the time of ever for its answer") {
-    Desk desk;
+    ServersDesk desk;
     desk.set("one", Server::Refuses);
     desk.set("two", Server::Mute);
     const Milliseconds before = desk.platform.loop.now();
@@ -137,11 +137,11 @@ TEST_SUITE("several servers, by hand") {
   }
 
   TEST_CASE("a server that lives has the time of ever for a login") {
-    Desk desk;
+    ServersDesk desk;
     desk.platform.winsock1.reply(static_cast<int>(ClientCommand::CmdLoginCheck), "");
     desk.platform.loop.schedule(Milliseconds(15'000), [&] {
       desk.platform.winsock1.arrive(
-          Desk::frame(ServerCommand::SrvLoginCheckResult, std::string(all_rights), 'F'));
+          ServersDesk::frame(ServerCommand::SrvLoginCheckResult, std::string(all_rights), 'F'));
     });
     desk.connect();
     CHECK(desk.take_connects() == Texts{"one:2001"});
@@ -149,7 +149,7 @@ TEST_SUITE("several servers, by hand") {
   }
 
   TEST_CASE("the user is asked about a certificate before the next server is tried") {
-    Desk desk("tls:one, two");
+    ServersDesk desk("tls:one, two");
     desk.platform.winsock1.refuse_at("tls:one", "Nobody vouches for one.", true);
     desk.connect();
     CHECK(desk.take_connects() == Texts{"tls:one:2001"});
@@ -166,7 +166,7 @@ TEST_SUITE("several servers, by hand") {
   }
 
   TEST_CASE("another connect while one is made takes its place") {
-    Desk desk;
+    ServersDesk desk;
     desk.set("one", Server::Silent);
     desk.platform.loop.schedule(Milliseconds(500), [&] {
       desk.set("one", Server::Accepts);
@@ -180,7 +180,7 @@ TEST_SUITE("several servers, by hand") {
   }
 
   TEST_CASE("the lamp's words tell which server it is, and since when") {
-    Desk desk("one, tls:two:2002");
+    ServersDesk desk("one, tls:two:2002");
     desk.set("one", Server::Refuses);
     desk.connect();
     desk.pass(Milliseconds(1000));
@@ -188,7 +188,7 @@ TEST_SUITE("several servers, by hand") {
     desk.platform.winsock1.close();
     desk.pass(Milliseconds(100));
     CHECK(desk.form().linked_to.get().empty());
-    Desk alone("one");
+    ServersDesk alone("one");
     alone.connect();
     alone.pass(Milliseconds(1000));
     CHECK(alone.is_in());
@@ -211,7 +211,7 @@ TEST_SUITE("several servers, by hand") {
     SUBCASE("and one lets the console in") {
       platform.winsock1.set_server("two", Server::Accepts);
       platform.winsock1.reply(
-          21, Desk::frame(ServerCommand::SrvLoginCheckResult, std::string(all_rights), 'F'));
+          21, ServersDesk::frame(ServerCommand::SrvLoginCheckResult, std::string(all_rights), 'F'));
       console.startup.Main("");
       CHECK(console.login.SessionBegun);
       CHECK(told.empty());

@@ -24,7 +24,7 @@ Bodies take_all(ReceiveBuffer& buffer) {
   return bodies;
 }
 
-Bodies cut(std::string_view received) {
+Bodies bodies_of(std::string_view received) {
   ReceiveBuffer buffer;
   buffer.append(received);
   return take_all(buffer);
@@ -51,10 +51,10 @@ TEST_SUITE("wire/server_packet_framing") {
   }
 
   TEST_CASE("two frames in one arrival come in their order") {
-    CHECK(cut(framed(body_1) + framed(body_2)) == Bodies{body_1, body_2});
+    CHECK(bodies_of(framed(body_1) + framed(body_2)) == Bodies{body_1, body_2});
   }
 
-  TEST_CASE("a frame in two arrivals comes after the second, wherever it was cut") {
+  TEST_CASE("a frame in two arrivals comes after the second, wherever it was bodies_of") {
     const std::string frame = framed(body_1);
     for (std::size_t cut_at = 0; cut_at < frame.size(); ++cut_at) {
       CAPTURE(cut_at);
@@ -131,34 +131,34 @@ TEST_SUITE("wire/server_packet_framing") {
       std::string body = bytes({134, 3, 1, 2, 0, 0, 1, 0});
       body[place] = '\5';
       body[place + 1] = '\5';
-      CHECK(cut(framed(body)) == Bodies{body});
+      CHECK(bodies_of(framed(body)) == Bodies{body});
     }
   }
 
   TEST_CASE("a Size of 05 05 leaves a body of six bytes and is known in the same way") {
     const std::string body = bytes({134, 3, 1, 2, 0, 0, 5, 5}) + std::string(1286, 'x');
-    CHECK(cut(framed(body)) == Bodies{body});
+    CHECK(bodies_of(framed(body)) == Bodies{body});
   }
 
   TEST_CASE("more than one 05 05 in the header") {
     const std::string body = bytes({134, 5, 5, 0, 5, 5, 0, 0});
-    CHECK(cut(framed(body)) == Bodies{body});
+    CHECK(bodies_of(framed(body)) == Bodies{body});
     const std::string all_fives = bytes({5, 5, 5, 5, 5, 5, 0, 0});
-    CHECK(cut(framed(all_fives)) == Bodies{all_fives});
+    CHECK(bodies_of(framed(all_fives)) == Bodies{all_fives});
   }
 
   TEST_CASE(
       "property of the format: a low byte of Size 5 before a buffer that begins with 5 cuts") {
     // The body has seven bytes, which is enough, so that the buffer is lost.
     const std::string body = bytes({134, 3, 1, 2, 0, 0, 0, 5, 5, 'a', 'b', 'c', 'd', 255});
-    CHECK(cut(framed(body)).front() == bytes({134, 3, 1, 2, 0, 0, 0}));
+    CHECK(bodies_of(framed(body)).front() == bytes({134, 3, 1, 2, 0, 0, 0}));
   }
 
   TEST_CASE("property of the format: 05 05 in a buffer splits the frame there") {
     const std::string front = bytes({140, 255, 1, 255, 0, 0, 0, 12, 'a', 'b'});
     const std::string rest = "cdefghij";
-    CHECK(cut(framed(front + bytes({5, 5}) + rest)) == Bodies{front, rest});
-    CHECK(cut(framed(front + bytes({5, 5}) + "short")) == Bodies{front});
+    CHECK(bodies_of(framed(front + bytes({5, 5}) + rest)) == Bodies{front, rest});
+    CHECK(bodies_of(framed(front + bytes({5, 5}) + "short")) == Bodies{front});
   }
 
   TEST_CASE("property of the format: a 5 at the end of a buffer belongs to the end marker") {
@@ -172,11 +172,11 @@ TEST_SUITE("wire/server_packet_framing") {
   }
 
   TEST_CASE("property of the format: a missing start marker costs the first byte") {
-    CHECK(cut(body_1 + bytes({5, 5})) == Bodies{body_1.substr(1)});
+    CHECK(bodies_of(body_1 + bytes({5, 5})) == Bodies{body_1.substr(1)});
   }
 
   TEST_CASE("property of the format: after a frame that byte is the leftover 05") {
-    CHECK(cut(framed(body_1) + body_2 + bytes({5, 5})) == Bodies{body_1, body_2});
+    CHECK(bodies_of(framed(body_1) + body_2 + bytes({5, 5})) == Bodies{body_1, body_2});
   }
 
   TEST_CASE("property of the format: what stands in front of a start marker goes with the frame") {
@@ -188,8 +188,9 @@ TEST_SUITE("wire/server_packet_framing") {
 
   TEST_CASE(
       "property of the format: the first 04 04 starts the frame, and later ones are its bytes") {
-    CHECK(cut(bytes({4, 4, 4, 4}) + body_1 + bytes({5, 5})) == Bodies{bytes({4, 4}) + body_1});
-    CHECK(cut(bytes({4}) + framed(body_1)) == Bodies{bytes({4}) + body_1});
+    CHECK(bodies_of(bytes({4, 4, 4, 4}) + body_1 + bytes({5, 5})) ==
+          Bodies{bytes({4, 4}) + body_1});
+    CHECK(bodies_of(bytes({4}) + framed(body_1)) == Bodies{bytes({4}) + body_1});
   }
 
   TEST_CASE("a lone 05 05 at the head waits for the next end marker") {
@@ -207,7 +208,7 @@ TEST_SUITE("wire/server_packet_framing") {
       const std::string fives(count, '\5');
       PlainCutter plain;
       plain.append(fives);
-      CHECK(cut(fives) == plain.take());
+      CHECK(bodies_of(fives) == plain.take());
     }
   }
 
@@ -219,7 +220,7 @@ TEST_SUITE("wire/server_packet_framing") {
     CHECK(buffer.text() == much);
   }
 
-  TEST_CASE("an assigned text is cut from its first byte") {
+  TEST_CASE("an assigned text is bodies_of from its first byte") {
     ReceiveBuffer buffer;
     buffer.append(framed(body_1) + "rest");
     take_all(buffer);
@@ -230,7 +231,7 @@ TEST_SUITE("wire/server_packet_framing") {
     CHECK_FALSE(buffer.first_body());
   }
 
-  TEST_CASE("random frames cut at random places are the same frames") {
+  TEST_CASE("random frames bodies_of at random places are the same frames") {
     check_property([] {
       const auto packets = *rc::gen::container<std::vector<ServerPacket>>(sound_packet());
       std::string stream;
@@ -252,7 +253,7 @@ TEST_SUITE("wire/server_packet_framing") {
     });
   }
 
-  TEST_CASE("any bytes cut at random places give the plain rule's frames and rest") {
+  TEST_CASE("any bytes bodies_of at random places give the plain rule's frames and rest") {
     check_property([] {
       const auto stream = *frame_garbage();
       const auto lengths = *rc::gen::arbitrary<std::vector<std::uint8_t>>();
