@@ -19,8 +19,13 @@ if(MOLD)
 endif()
 
 add_compile_options(
-  -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wsign-conversion -Wnon-virtual-dtor
+  -Wall -Wextra -Wpedantic -Wconversion -Wsign-conversion -Wnon-virtual-dtor
   -Woverloaded-virtual -Wimplicit-fallthrough -Werror)
+
+# Where several files are compiled at a time, a file's local names may hide those of another file.
+if(NOT CMAKE_UNITY_BUILD)
+  add_compile_options(-Wshadow)
+endif()
 
 # The full optimiser of this compiler sees overlapping copies in std::string that can't be. Other
 # builds go without the option, which clang-tidy would not know.

@@ -15,7 +15,7 @@ namespace lineweir::admin {
 namespace {
 
 // No server answers with more.
-constexpr std::size_t longest_line = 1024 * 1024;
+constexpr std::size_t longest_line = 1 << 20;
 
 Trouble no_connection(const std::string& path, int reason) {
   switch (reason) {
@@ -69,7 +69,7 @@ std::string AdminSocket::ask(const std::string& line, std::chrono::seconds patie
     if (left.count() <= 0 || ::poll(&waiting, 1, static_cast<int>(left.count())) == 0) {
       throw Trouble("The server doesn't answer.");
     }
-    std::array<char, 16 * 1024> buffer;
+    std::array<char, 16'384> buffer;
     const ssize_t count = ::recv(socket_.get(), buffer.data(), buffer.size(), 0);
     if (count < 0 && errno == EINTR) continue;
     if (count <= 0) throw Trouble("The server has ended the connection.");

@@ -38,7 +38,7 @@ std::string with_whole_address(const LoginState& login, std::string_view further
   const std::string_view address = trimmed(login.ServerHost);
   const bool is_kept =
       is_one_line(address) && says_more(known_studio_servers(login.ServerHost, login.ServerPort));
-  const auto value = [&](std::string text) { return is_kept ? text : std::string(); };
+  const auto value = [&](const std::string& text) { return is_kept ? text : std::string(); };
   return with_further_setting(
       with_further_setting(further, address_setting, value(std::string(address))), port_setting,
       value(std::to_string(login.ServerPort)));

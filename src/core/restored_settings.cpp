@@ -91,9 +91,7 @@ void RestoredSettings::restore_group(const SettingsRecord& record) {
 void RestoredSettings::restore_port(const SettingsRecord& record) {
   MainForm& form = state_.Lineweir;
   if (record.CommPort >= 1 && record.CommPort <= 4) click(form.Com(record.CommPort));
-  if (record.CommPort >= lowest_way_code) {
-    click(form.Off);
-  } else if (record.PortState) {
+  if (record.CommPort < lowest_way_code && record.PortState) {
     port_.open_at_start();
   } else {
     click(form.Off);

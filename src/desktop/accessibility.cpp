@@ -165,7 +165,7 @@ class AccessibleElement final : public QAccessibleWidget {
 // A window, the content of one, or the place of announcements.
 class AccessiblePlace final : public QAccessibleWidget {
  public:
-  AccessiblePlace(QWidget& place, QAccessible::Role role, QString name = {})
+  AccessiblePlace(QWidget& place, QAccessible::Role role, const QString& name = {})
       : QAccessibleWidget(&place, role, name) {}
 
   QString text(QAccessible::Text kind) const override {

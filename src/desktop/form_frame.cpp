@@ -179,10 +179,8 @@ bool FormFrame::eventFilter(QObject* watched, QEvent* event) {
       form().close();
       return true;
     case QEvent::Move:
-      window_moved();
-      break;
+    // The frame comes behind the window, and no event of its own tells of it.
     case QEvent::UpdateRequest:
-      // The frame comes behind the window, and no event of its own tells of it.
       window_moved();
       break;
     case QEvent::WindowStateChange:

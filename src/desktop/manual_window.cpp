@@ -116,7 +116,7 @@ void ManualWindow::show_headings() {
   for (std::size_t i = 0; i < headings.size(); ++i) {
     const ManualPages::Heading& heading = headings[i];
     if (heading.level > deepest_listed) continue;
-    const QString indent(3 * std::max(0, heading.level - 2), u' ');
+    const QString indent(qsizetype{3} * std::max(0, heading.level - 2), u' ');
     auto* item = new QListWidgetItem(indent + heading.text, headings_);
     item->setData(Qt::UserRole, static_cast<int>(i));
     item->setData(Qt::AccessibleTextRole, heading.text);

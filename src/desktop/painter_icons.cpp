@@ -16,9 +16,9 @@ namespace {
 // A square of whole pixels, so that an icon has the same form in each row.
 QRectF square_in(const QRect& place) {
   const int side = std::min(place.width(), place.height());
-  return {static_cast<double>(place.left() + (place.width() - side) / 2),
-          static_cast<double>(place.top() + (place.height() - side) / 2), static_cast<double>(side),
-          static_cast<double>(side)};
+  const QRect square(place.left() + (place.width() - side) / 2,
+                     place.top() + (place.height() - side) / 2, side, side);
+  return square;
 }
 
 // The outline lies around the shape and takes nothing of it.

@@ -13,7 +13,8 @@ std::size_t Grid::place(int at_row, int at_col) const {
   if (at_row < 0 || at_row >= rows_ || at_col < 0 || at_col >= columns_) {
     throw Failure(failure_number::out_of_range, "Subscript out of range");
   }
-  return static_cast<std::size_t>(at_row * columns_ + at_col);
+  return static_cast<std::size_t>(at_row) * static_cast<std::size_t>(columns_) +
+         static_cast<std::size_t>(at_col);
 }
 
 const std::string& Grid::cell(int at_row, int at_col) const {

@@ -78,7 +78,7 @@ void PracticeBox::hang_up_all(Moment now) {
   }
 }
 
-void PracticeBox::note_changes(Moment now, std::optional<StudioEvent> event) {
+void PracticeBox::note_changes(Moment now, const std::optional<StudioEvent>& event) {
   for (const Record& record : box_.take_records()) {
     // An item that answers a question tells nothing new.
     if (record.kind != Record::Kind::Item) continue;

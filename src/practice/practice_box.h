@@ -41,7 +41,7 @@ class PracticeBox {
   void let_callers_act(Moment now);
   void hang_up_all(Moment now);
   // Takes over what the exchange did. Who is told by the event is nothing where the console did it.
-  void note_changes(Moment now, std::optional<exchange::StudioEvent> event);
+  void note_changes(Moment now, const std::optional<exchange::StudioEvent>& event);
 
   studio::BoxedExchange box_;
   std::optional<Callers> callers_;

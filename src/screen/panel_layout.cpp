@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "forms/main_form.h"
-#include "screen/placed.h"
+#include "screen/control_place.h"
 #include "state/design_scale.h"
 
 namespace lineweir {

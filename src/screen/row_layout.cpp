@@ -4,8 +4,8 @@
 #include <vector>
 
 #include "screen/column_room.h"
+#include "screen/control_place.h"
 #include "screen/display_options.h"
-#include "screen/placed.h"
 #include "screen/row_display.h"
 #include "screen/strip_pictures.h"
 #include "screen/visible_rows.h"

@@ -3,7 +3,7 @@
 #include <string>
 
 namespace lineweir {
-class Console;
+struct Console;
 }  // namespace lineweir
 
 namespace lineweir::seat {

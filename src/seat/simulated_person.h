@@ -4,7 +4,7 @@
 #include "platform/event_loop.h"
 
 namespace lineweir {
-class Console;
+struct Console;
 }
 
 namespace lineweir::seat {

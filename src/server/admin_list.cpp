@@ -28,7 +28,7 @@ std::string row_text(json row) {
 
 }  // namespace
 
-AdminList::AdminList(Rows rows) : at_end_(true) { add(rows); }
+AdminList::AdminList(const Rows& rows) : at_end_(true) { add(rows); }
 
 void AdminList::next_page(std::function<void(std::optional<std::string> answer)> done) {
   if (at_end_ || bytes_ > longest_page) return done(take_page());

@@ -21,7 +21,7 @@ class AdminList {
 
   explicit AdminList(Read read) : read_(std::move(read)) {}
   // One that is all there.
-  explicit AdminList(Rows rows);
+  explicit AdminList(const Rows& rows);
   AdminList(const AdminList&) = delete;
   AdminList& operator=(const AdminList&) = delete;
 

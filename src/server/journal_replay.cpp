@@ -32,7 +32,7 @@ void JournalReplay::write(const Known& known_calls, std::function<void()> done) 
 }
 
 // Of the calls in the journal those that the store has already.
-void JournalReplay::read_known_calls(std::function<void(const Known& known)> done) {
+void JournalReplay::read_known_calls(const std::function<void(const Known& known)>& done) {
   platform::Moment since = platform::Moment::max();
   std::map<std::int64_t, platform::CallRecord> ours;
   for (const platform::StoreChange& change : journal_.left().changes) {

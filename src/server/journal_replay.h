@@ -29,7 +29,7 @@ class JournalReplay {
   using Known = std::set<std::int64_t>;
 
   void write(const Known& known_calls, std::function<void()> done);
-  void read_known_calls(std::function<void(const Known& known)> done);
+  void read_known_calls(const std::function<void(const Known& known)>& done);
   void again(std::function<void()> call);
 
   platform::EventLoop& loop_;

@@ -26,7 +26,7 @@ RemoteClient::RemoteClient(std::uint64_t seat_number, std::string caller_name, i
 void RemoteClient::tell(const Telling& telling) {
   if (object.empty()) return;
   const ServerPacket& packet = telling.packet;
-  const auto call = [&](const char* member, platform::RemoteArguments arguments) {
+  const auto call = [&](const char* member, const platform::RemoteArguments& arguments) {
     service_.tell(caller, object, member, arguments);
   };
   switch (static_cast<ServerCommand>(packet.CMD)) {

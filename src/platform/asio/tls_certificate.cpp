@@ -29,7 +29,7 @@ namespace {
 
 constexpr long day = 24L * 60 * 60;
 // A console that has pinned the certificate refuses it once it has expired.
-constexpr long validity = 30 * 365 * day;
+constexpr long validity = 30L * 365 * day;
 // A clock that is set later than a console's must not make the certificate one of tomorrow.
 constexpr long earlier = -day;
 constexpr std::size_t longest_common_name = 64;

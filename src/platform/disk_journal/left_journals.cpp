@@ -45,8 +45,8 @@ std::vector<JournalRecord> in_order(std::map<RecordName, JournalRecord> records)
   std::set<RecordName> replaced;
   for (const auto& [name, record] : records) replaced.insert(record.instead_of);
   std::vector<JournalRecord> ordered;
-  for (auto& [name, record] : records) {
-    if (!replaced.contains(name)) ordered.push_back(std::move(record));
+  for (auto& named : records) {
+    if (!replaced.contains(named.first)) ordered.push_back(std::move(named.second));
   }
   return ordered;
 }

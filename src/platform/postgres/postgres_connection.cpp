@@ -67,10 +67,11 @@ void PostgresConnection::open(std::function<void(std::string failure)> done) {
   state_ = State::LookingUp;
   deadline_ = loop_.now() + patience_.welcome;
   watch_time();
-  lookup_.find(address_.hosts(), [this](std::vector<PostgresHost> hosts, const std::string& why) {
-    if (hosts.empty()) return fail(why);
-    start(hosts);
-  });
+  lookup_.find(address_.hosts(),
+               [this](const std::vector<PostgresHost>& hosts, const std::string& why) {
+                 if (hosts.empty()) return fail(why);
+                 start(hosts);
+               });
 }
 
 void PostgresConnection::start(const std::vector<PostgresHost>& hosts) {
@@ -157,7 +158,7 @@ void PostgresConnection::fail(const std::string& sentence) {
   if (was_open && on_lost) on_lost(sentence);
 }
 
-void PostgresConnection::ask(std::vector<PostgresStatement> statements,
+void PostgresConnection::ask(const std::vector<PostgresStatement>& statements,
                              std::function<void(PostgresAnswer answer)> done) {
   answered_ = std::move(done);
   answer_ = {};

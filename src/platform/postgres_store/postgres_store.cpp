@@ -215,9 +215,10 @@ void PostgresStore::begin_next() {
   if (works_.empty() || state_ == State::Opening || state_ == State::Working) return;
   if (!session_.is_open()) return open_session();
   state_ = State::Working;
-  works_.front().begin([this, here = std::weak_ptr(here_)](const Failed& failure, Tell tell) {
-    if (here.lock()) finish(failure, tell);
-  });
+  works_.front().begin(
+      [this, here = std::weak_ptr(here_)](const Failed& failure, const Tell& tell) {
+        if (here.lock()) finish(failure, tell);
+      });
 }
 
 void PostgresStore::finish(const Failed& failure, const Tell& tell) {

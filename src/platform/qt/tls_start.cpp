@@ -47,7 +47,7 @@ void TlsStart::fail() {
   }
 }
 
-void TlsStart::refuse(TlsRefusal refusal) {
+void TlsStart::refuse(const TlsRefusal& refusal) {
   if (const auto refused = std::exchange(refused_, nullptr)) refused(refusal);
 }
 

@@ -30,7 +30,7 @@ class TlsStart {
  private:
   void judge(const QList<QSslError>& faults);
   void fail();
-  void refuse(TlsRefusal refusal);
+  void refuse(const TlsRefusal& refusal);
 
   QSslSocket& socket_;
   std::string host_;

@@ -25,8 +25,8 @@ std::int64_t seconds_from_1970(const DateTime& moment) {
   const std::chrono::sys_days date = std::chrono::year(moment.year) /
                                      std::chrono::month(static_cast<unsigned>(moment.month)) /
                                      std::chrono::day(static_cast<unsigned>(moment.day));
-  return std::chrono::seconds(date.time_since_epoch()).count() + moment.hour * 3600 +
-         moment.minute * 60 + moment.second;
+  return std::chrono::seconds(date.time_since_epoch()).count() + moment.hour * 3600L +
+         moment.minute * 60L + moment.second;
 }
 
 }  // namespace
