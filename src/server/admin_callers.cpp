@@ -33,7 +33,7 @@ std::string why_not_noted(const AdminServices& services, const admin::Request& r
   }
   const std::string until = request.text_or(Field::Until, "");
   if (!until.empty() && !iso_date_of(until)) {
-    return "\"" + until + "\" is no date; 2026-12-31 is.";
+    return in_quotes(until) + " is no date; 2026-12-31 is.";
   }
   const Context& context = services.context;
   if (!until.empty() && until < iso_date_text(context.clock.local(context.clock.now()))) {

@@ -8,6 +8,8 @@
 namespace lineweir::server {
 namespace {
 
+constexpr int longest_quoted = 100;
+
 // A key of up to 119 is added to each byte of a name or a password on its way from a console, and
 // the sum must not pass 255.
 constexpr int highest_code = 255 - 119;
@@ -50,6 +52,11 @@ std::string why_not_typed(std::string_view text, const std::string& what, std::s
 }
 
 }  // namespace
+
+std::string in_quotes(std::string_view text) {
+  const std::string_view shown = cut_to_size(text, longest_quoted);
+  return "\"" + std::string(shown) + (shown.size() < text.size() ? "…\"" : "\"");
+}
 
 std::string why_no_user_name(std::string_view name, const Letters& letters) {
   return why_not_typed(name, "The name", longest_user_name, letters);

@@ -2,6 +2,7 @@
 
 #include "adminlink/admin_columns.h"
 #include "server/accounts.h"
+#include "server/admin_names.h"
 #include "server/rights_templates.h"
 #include "wire/rights_layout.h"
 
@@ -21,13 +22,13 @@ std::string changed(const std::string& rights, const std::string& change) {
   if (change == everything) return std::string(no_rights);
   const bool allowed = change.starts_with('+');
   if (!allowed && !change.starts_with('-')) {
-    throw Sentence{"\"" + change + "\" is no change: a right stands behind a + or -."};
+    throw Sentence{in_quotes(change) + " is no change: a right stands behind a + or -."};
   }
   const std::string name = change.substr(1);
   const auto work = allowed ? find_rights_template(name) : std::nullopt;
   if (work) return rights_of(*work);
   const auto right = find_right(name);
-  if (!right) throw Sentence{"There is no right \"" + name + "\"."};
+  if (!right) throw Sentence{"There is no right " + in_quotes(name) + "."};
   return with_right(rights == no_rights ? std::string() : rights, *right, allowed);
 }
 
@@ -57,7 +58,7 @@ void show_or_change_rights(const AdminServices& services, const admin::Request& 
   const std::string& name = request.text(Field::Name);
   const int group = static_cast<int>(request.number(Field::Group));
   const platform::Account* known = services.accounts.find(name);
-  if (known == nullptr) return tell(refused("There is no user \"" + name + "\"."));
+  if (known == nullptr) return tell(refused("There is no user " + in_quotes(name) + "."));
   if (services.seats.find_group(group) == nullptr) return tell(no_such_group(group));
   const auto changes = request.texts(Field::Changes);
   ChangedRights now = changed_rights(services.accounts.rights(name, group), changes);

@@ -16,7 +16,7 @@ using admin::Field;
 using nlohmann::json;
 
 AdminReply no_such_user(const std::string& name) {
-  return refused("There is no user \"" + name + "\".");
+  return refused("There is no user " + in_quotes(name) + ".");
 }
 
 // Hashes the password and runs `next` with the hash; a password that is none is refused.
@@ -64,7 +64,7 @@ void change_user(const AdminServices& services, const admin::Request& request,
 void add_user(const AdminServices& services, const admin::Request& request, const TellReply& tell) {
   const std::string& name = request.text(Field::Name);
   const auto is_there = [&services, name] { return services.accounts.find(name) != nullptr; };
-  const auto already = refused("There is a user \"" + name + "\" already.").refusal;
+  const auto already = refused("There is a user " + in_quotes(name) + " already.").refusal;
   if (auto why = why_no_user_name(name, services.context.letters); !why.empty()) {
     return tell(refused(std::move(why)));
   }

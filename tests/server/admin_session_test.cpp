@@ -214,6 +214,8 @@ TEST_CASE("A locked user is told, loses the seat and isn't let in until unlocked
   CHECK(tool.refusal(of_user(Command::UserUnlock, "host")) == "");
   CHECK(is_let_in(room, "host", host_password));
   CHECK(tool.refusal(of_user(Command::UserLock, "nobody")) == "There is no user \"nobody\".");
+  CHECK(tool.refusal(of_user(Command::UserLock, std::string(51'000, 'x'))) ==
+        "There is no user \"" + std::string(100, 'x') + "…\".");
   CHECK(tool.refusal(of_user(Command::UserUnlock, "nobody")) == "There is no user \"nobody\".");
 }
 
