@@ -47,15 +47,26 @@ let_no_database_run() {
   echo 'create_main_cluster = false' | "$@" tee "$no_database" > /dev/null
 }
 
-# build PRESET FOLDER [CMAKE-ARGUMENT...]: configures once, builds what has changed.
-build() {
+# configure PRESET FOLDER [CMAKE-ARGUMENT...]: once.
+configure() {
   local preset=$1 folder=$2
   shift 2
-  if [[ ! -f $root/$folder/build.ninja ]]; then
-    say "configuring $folder"
-    (cd "$root" && cmake --preset "$preset" -B "$folder" "$@" > /dev/null) ||
-      fail "configuring failed; 'cmake --preset $preset -B $folder' says why"
-  fi
+  [[ ! -f $root/$folder/build.ninja ]] || return 0
+  say "configuring $folder"
+  (cd "$root" && cmake --preset "$preset" -B "$folder" "$@" > /dev/null) ||
+    fail "configuring failed; 'cmake --preset $preset -B $folder' says why"
+}
+
+# build_targets FOLDER [TARGET...]: builds what has changed, of everything or of these.
+build_targets() {
+  local folder=$1
+  shift
   say "building $folder"
-  (cd "$root" && NINJA_STATUS='[%f/%t] ' cmake --build "$folder") || fail "the build failed"
+  (cd "$root" && NINJA_STATUS='[%f/%t] ' cmake --build "$folder" ${1:+--target "$@"}) || fail "the build failed"
+}
+
+# build PRESET FOLDER [CMAKE-ARGUMENT...]: configures once, builds what has changed.
+build() {
+  configure "$@"
+  build_targets "$2"
 }
