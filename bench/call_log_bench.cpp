@@ -1,5 +1,6 @@
 // A call log of a million calls on the disk: opening the viewer, looking for words, scrolling,
-// putting in order, the caller's memory, and what one call costs to log.
+// putting in order, the caller's memory, and what one call costs to log. Beside the last stands a
+// bare insert of the same call, which is as safe and is the limit.
 
 #include <benchmark/benchmark.h>
 
@@ -9,6 +10,7 @@
 #include <filesystem>
 #include <random>
 
+#include "bare_table.h"
 #include "callerdata/call_log.h"
 #include "callerdata/caller_history.h"
 #include "core/console.h"
@@ -238,6 +240,21 @@ void logging_a_call(benchmark::State& state) {
   }
 }
 BENCHMARK(logging_a_call)->Unit(benchmark::kMillisecond)->Iterations(2000);
+
+void bare_insert_of_a_call(benchmark::State& state) {
+  const std::filesystem::path file = log().folder / "bare.db";
+  {
+    bench::BareTable bare(file, columns);
+    std::mt19937 random(1);
+    const auto values = call(0, random);
+    for (auto _ : state) {
+      bare.insert(values);
+      bare.checkpoint();
+    }
+  }
+  std::filesystem::remove(file);
+}
+BENCHMARK(bare_insert_of_a_call)->Unit(benchmark::kMillisecond)->Iterations(2000);
 
 void importing(benchmark::State& state) {
   std::string text = "Caller Name,City,PhoneNumber,Comments,Date\r\n";

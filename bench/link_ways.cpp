@@ -1,9 +1,15 @@
 // Measures the two ways to a server side by side: how long a command takes there and back, and what
-// it costs the window to be told of the lines a thousand times a second.
+// it costs the window to be told of the lines a thousand times a second. Beside them a bare socket
+// that only sends the same bytes there and back, which is the limit.
 //
 //   link_ways [SECONDS]    on a display; the program test_studio and dbus-daemon must be there
 
+#include <netinet/in.h>
+#include <signal.h>
+#include <sys/prctl.h>
 #include <sys/resource.h>
+#include <sys/socket.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 #include <QApplication>
@@ -66,6 +72,8 @@ double microseconds_of(const std::function<void()>& trip) {
 // The server's end of the socket, a process of its own. It sends each frame back, and after the
 // text "flood" as many states as it is to.
 [[noreturn]] void serve(int port_pipe, int states) {
+  // Without a console nobody would ever connect.
+  ::prctl(PR_SET_PDEATHSIG, SIGKILL);
   int argc = 0;
   const QCoreApplication application(argc, nullptr);
   QTcpServer server;
@@ -97,6 +105,48 @@ double microseconds_of(const std::function<void()>& trip) {
   });
   QCoreApplication::exec();
   ::_exit(0);
+}
+
+std::string told_frame() {
+  return test::frame_of(test::server_packet(ServerCommand::SrvMessage, std::string("N05")));
+}
+
+void wait_for_bytes(int socket, char* bytes, std::size_t count) {
+  if (::recv(socket, bytes, count, MSG_WAITALL) != static_cast<ssize_t>(count)) ::_exit(1);
+}
+
+void measure_bare() {
+  const std::string frame = told_frame();
+  std::string came(frame.size(), '\0');
+  const int listener = ::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
+  sockaddr_in address{};
+  address.sin_family = AF_INET;
+  address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+  socklen_t size = sizeof address;
+  auto* name = reinterpret_cast<sockaddr*>(&address);
+  if (::bind(listener, name, size) != 0 || ::listen(listener, 1) != 0) std::exit(1);
+  ::getsockname(listener, name, &size);
+  if (::fork() == 0) {
+    const int peer = ::accept(listener, nullptr, nullptr);
+    for (int i = 0; i < commands; ++i) {
+      wait_for_bytes(peer, came.data(), came.size());
+      if (::send(peer, came.data(), came.size(), 0) < 0) ::_exit(1);
+    }
+    ::_exit(0);
+  }
+  const int socket = ::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
+  if (::connect(socket, name, size) != 0) std::exit(1);
+  std::vector<double> times;
+  for (int i = 0; i < commands; ++i) {
+    times.push_back(microseconds_of([&] {
+      if (::send(socket, frame.data(), frame.size(), 0) < 0) ::_exit(1);
+      wait_for_bytes(socket, came.data(), came.size());
+    }));
+  }
+  ::close(socket);
+  ::close(listener);
+  ::wait(nullptr);
+  report_trips("bare socket", times);
 }
 
 struct ShownDesk {
@@ -152,8 +202,7 @@ void measure_socket(int port, int seconds) {
   ShownDesk desk({.loop = &loop, .winsock1 = &socket});
   socket.connect("127.0.0.1", port);
   while (socket.state() != platform::socket_connected) loop.yield();
-  const std::string frame =
-      test::frame_of(test::server_packet(ServerCommand::SrvMessage, std::string("N05")));
+  const std::string frame = told_frame();
   std::vector<double> times;
   desk.console.Lineweir.WinsTimer.enabled = false;
   for (int i = 0; i < commands; ++i) {
@@ -180,6 +229,8 @@ void measure_socket(int port, int seconds) {
 
 int main(int argc, char** argv) {
   const int seconds = argc > 1 ? std::max(1, std::atoi(argv[1])) : 10;
+  lineweir::measure_bare();
+  std::fflush(stdout);
   int port_pipe[2];
   if (::pipe(port_pipe) != 0) return 1;
   if (::fork() == 0) lineweir::serve(port_pipe[1], lineweir::pushes_a_second * seconds);

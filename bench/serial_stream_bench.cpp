@@ -93,6 +93,12 @@ void megabyte_through_memchr(benchmark::State& state) {
 }
 BENCHMARK(megabyte_through_memchr)->Unit(benchmark::kMillisecond);
 
+void ten_items_through_memchr(benchmark::State& state) {
+  const std::string text = joined(changing_reports(), 0, 10);
+  for (auto _ : state) benchmark::DoNotOptimize(std::memchr(text.data(), '~', text.size()));
+}
+BENCHMARK(ten_items_through_memchr);
+
 // A console whose every line rings, with one timer running.
 struct RingingConsole : ScriptedConsole {
   RingingConsole(int line_count, Timer TimerElements::*running) : ScriptedConsole("") {

@@ -52,16 +52,23 @@ let_no_database_run() {
 configure() {
   local preset=$1 folder=$2
   shift 2
-  [[ -f $root/$folder/build.ninja ]] && return
+  [[ ! -f $root/$folder/build.ninja ]] || return 0
   say "configuring $folder"
   (cd "$root" && cmake --preset "$preset" -B "$folder" -DCMAKE_UNITY_BUILD=ON \
     -DCMAKE_UNITY_BUILD_BATCH_SIZE=12 "$@" > /dev/null) ||
     fail "configuring failed; 'cmake --preset $preset -B $folder' says why"
 }
 
+# build_targets FOLDER [TARGET...]: builds what has changed, of everything or of these.
+build_targets() {
+  local folder=$1
+  shift
+  say "building $folder"
+  (cd "$root" && NINJA_STATUS='[%f/%t] ' cmake --build "$folder" ${1:+--target "$@"}) || fail "the build failed"
+}
+
 # build PRESET FOLDER [CMAKE-ARGUMENT...]: configures once, builds what has changed.
 build() {
   configure "$@"
-  say "building $2"
-  (cd "$root" && NINJA_STATUS='[%f/%t] ' cmake --build "$2") || fail "the build failed"
+  build_targets "$2"
 }
