@@ -15,6 +15,8 @@ class Transcript {
   void add(std::string_view who, std::string_view what);
 
   const std::string& text() const { return text_; }
+  // What was told so far is forgotten.
+  void clear() { text_.clear(); }
 
  private:
   const platform::EventLoop& loop_;
