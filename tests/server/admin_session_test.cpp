@@ -4,6 +4,7 @@
 #include <random>
 
 #include "adminlink/admin_columns.h"
+#include "server/admin_list.h"
 #include "server/admin_steps.h"
 #include "server/admin_tool.h"
 #include "wire/password_scramble.h"
@@ -139,12 +140,16 @@ TEST_CASE("A user whom nobody could log in as is refused with the reason") {
   ServerRoom room;
   AdminTool tool(room);
   CHECK(tool.refusal(user_add("")) == "The name is empty.");
-  CHECK(tool.refusal(user_add("a\tb")) == "The name holds a control character.");
+  for (const char* name : {"a\tb", "a\x7F", "a\u0080", "a\u009F", "a\x1F"}) {
+    CHECK(tool.refusal(user_add(name)) == "The name holds a control character.");
+  }
+  CHECK(tool.refusal(user_add("a\u00A0b")).starts_with("The name holds \"\u00A0\""));
   CHECK(tool.refusal(user_add(" a")) ==
         "The name begins or ends with a blank, which consoles cut off.");
   CHECK(tool.refusal(user_add("123456789012345678901")) ==
         "The name is too long: at most 20 characters.");
   CHECK(tool.refusal(user_add("12345678901234567890")) == "");
+  CHECK(is_let_in(room, "12345678901234567890", "pass word"));
   CHECK(tool.refusal(user_add("\xE6\xBC\xA2")) ==
         "The name holds a character that the consoles don't have.");
   CHECK(
@@ -162,6 +167,7 @@ TEST_CASE("A user whom nobody could log in as is refused with the reason") {
         "The password is too long: at most 15 characters.");
   CHECK(tool.refusal(user_add("x", "host", "sécret")).starts_with("The password holds \"é\""));
   CHECK(tool.refusal(user_add("x", "host", "123456789012345")) == "");
+  CHECK(is_let_in(room, "x", "123456789012345"));
   CHECK(room.store.content().accounts.size() == 5);
 }
 
@@ -335,10 +341,13 @@ TEST_CASE("Seats are listed with who sits where") {
   CHECK(seats[0].at("user") == "host");
   CHECK(seats[0].at("group") == 1);
   CHECK(seats[0].at("console") == 3);
+  CHECK(seats[0].at("mode") == "studio");
   CHECK(seats[0].at("address") == "10.0.0.1");
   CHECK(seats[1].at("user") == "screener");
   CHECK(seats[1].at("group") == 2);
+  CHECK(seats[1].at("mode") == "screener");
   CHECK(seats[1].at("address") == "10.0.0.9");
+  CHECK(seats[1].at("since") > seats[0].at("since"));
   CHECK(row_named(tool.rows({Command::UserList}), "host").at("seats") == 1);
 }
 
@@ -457,6 +466,13 @@ TEST_CASE("The show's texts are set one by one and told to the group's seats") {
   CHECK(tool.refusal({Command::Event,
                       {{Field::Group, std::int64_t{1}}, {Field::Text, std::string("a\3")}}}) ==
         "The text holds a control character.");
+  const auto of_length = [&](std::size_t length) {
+    return tool.refusal(
+        {Command::Event,
+         {{Field::Group, std::int64_t{1}}, {Field::Text, std::string(length, 'x')}}});
+  };
+  CHECK(of_length(100) == "");
+  CHECK(of_length(101) == "The text is too long: at most 100 characters.");
 }
 
 TEST_CASE("A message goes to all seats, or to those of a group") {
@@ -611,6 +627,105 @@ TEST_CASE("A list of which a further piece can't be read ends with the reason") 
   CHECK(tool.refusal({Command::More}) == "The store can't be read; the server's log tells why.");
 }
 
+TEST_CASE("A list of calls of which a further piece can't be read ends with the reason") {
+  ServerRoom room;
+  AdminTool tool(room);
+  std::vector<platform::StoreChange> calls;
+  for (int i = 1; i <= 450; ++i) {
+    platform::CallRecord call;
+    call.id = i;
+    call.ended = platform::Moment{i};
+    call.told.fill(std::string(90, 'x'));
+    calls.emplace_back(call);
+  }
+  room.store.write(calls, [](bool) {});
+  CHECK(tool.ask({Command::Calls}).at("more") == true);
+  room.store.fail(true);
+  std::string refusal;
+  for (int i = 0; i < 10 && refusal.empty(); ++i) refusal = tool.refusal({Command::More});
+  CHECK(refusal == "The store can't be read; the server's log tells why.");
+}
+
+TEST_CASE("What is asked in one go is answered one behind the other, in its order") {
+  ServerRoom room;
+  AdminTool tool(room);
+  room.passwords.take(2s);
+  tool.send_bytes(admin::line_of(user_add("anna")) + '\n' + admin::line_of({Command::UserList}) +
+                  '\n' + admin::line_of(of_user(Command::ProfileShow, "anna")) + '\n');
+  CHECK(tool.take().empty());
+  room.wait(5s);
+  const auto answers = tool.take();
+  REQUIRE(answers.size() == 3);
+  CHECK(answers[0] == json{{"ok", true}});
+  CHECK(row_named(answers[1].at("rows"), "anna").is_object());
+  CHECK(answers[2].at("profile") == "");
+}
+
+TEST_CASE("A list that is read piece by piece has the same pages as one that is there at once") {
+  const auto pages_of = [](AdminList& list) {
+    Texts pages;
+    for (bool more = true; more;) {
+      list.next_page(
+          [&](const std::optional<std::string>& page) { pages.push_back(page.value()); });
+      more = json::parse(pages.back()).at("more").get<bool>();
+    }
+    return pages;
+  };
+  AdminList::Rows all;
+  for (int i = 0; i < 20'000; ++i) all.push_back(i % 1000);
+  AdminList whole(all);
+  std::size_t read = 0;
+  AdminList in_pieces([&](const AdminList::Told& told) {
+    AdminList::Rows piece;
+    while (piece.size() < 50 && read < all.size()) piece.push_back(all[read++]);
+    told(piece);
+  });
+  const Texts pages = pages_of(in_pieces);
+  CHECK(pages.size() > 1);
+  CHECK(pages == pages_of(whole));
+}
+
+TEST_CASE("A backup that is in the store, but can't be read, is told so") {
+  ServerRoom room;
+  {
+    AdminTool tool(room);
+    CHECK(tool.refusal(text(Command::Backup, Field::File, "/b.db")) == "");
+  }
+  room.crash();
+  room.store.content() = {};
+  room.start();
+  room.wait(1s);
+  AdminTool tool(room);
+  room.store.take(1s);
+  tool.send_bytes(admin::line_of(text(Command::Restore, Field::File, "/b.db")) + '\n');
+  room.wait(1500ms);
+  CHECK(room.store.content().accounts.contains("only2"));
+  room.store.fail(true);
+  room.wait(2s);
+  CHECK(tool.take().at(0).at("error") ==
+        "The backup is in the store, which can't be read now: start the server anew.");
+}
+
+TEST_CASE("A backup's flagged callers are known, and its restoring is told as done at last") {
+  ServerRoom room;
+  {
+    AdminTool tool(room);
+    CHECK(tool.refusal({Command::CallerFlag,
+                        {{Field::Number, std::string("5550100")},
+                         {Field::Flag, std::string("barred")}}}) == "");
+    CHECK(tool.refusal(text(Command::Backup, Field::File, "/b.db")) == "");
+  }
+  room.crash();
+  room.store.content() = {};
+  room.start();
+  room.wait(1s);
+  AdminTool tool(room);
+  CHECK(tool.rows({Command::CallerList}).empty());
+  CHECK(tool.refusal(text(Command::Restore, Field::File, "/b.db")) == "");
+  REQUIRE(tool.rows({Command::CallerList}).size() == 1);
+  CHECK(tool.rows({Command::CallerList}).front().at("number") == "5550100");
+}
+
 TEST_CASE("What is no request is refused and the connection stays; a line without end is not") {
   ServerRoom room;
   AdminTool tool(room);
@@ -623,7 +738,7 @@ TEST_CASE("What is no request is refused and the connection stays; a line withou
   CHECK(tool.take().at(0).at("ok") == true);
   // Many at once don't nest.
   std::string many;
-  for (int i = 0; i < 20'000; ++i) many += "{}\n";
+  for (int i = 0; i < 20'000; ++i) many += i % 2 == 0 ? "{}\n" : "{\"command\": \"more\"}\n";
   tool.send_bytes(many);
   CHECK(tool.take().size() == 20'000);
   CHECK(tool.is_open());
