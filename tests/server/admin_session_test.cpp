@@ -1,5 +1,7 @@
 #include <doctest/doctest.h>
 
+#include <algorithm>
+#include <array>
 #include <numeric>
 #include <random>
 
@@ -460,6 +462,8 @@ TEST_CASE("The show's texts are set one by one and told to the group's seats") {
                       {{Field::Group, std::int64_t{1}}, {Field::Next, std::string("18:30")}}}) ==
         "");
   CHECK(seat->take_last(ServerCommand::SrvShowTimes).Buffer == "18:00\00318:30\3N\xE9\3");
+  CHECK(room.store.content().groups.at(1).show_times ==
+        std::array<std::string, 3>{"18:00", "18:30", "N\u00E9"});
   CHECK(other->take(ServerCommand::SrvShowTimes).empty());
   CHECK(tool.refusal({Command::Event, {{Field::Group, std::int64_t{1}}}}) ==
         "There is no text to set.");
@@ -532,8 +536,16 @@ TEST_CASE("A shutdown is answered first, and told to all seats") {
   CHECK(why == "New");
   CHECK_FALSE(tool.is_open());
   AdminTool second(room);
-  CHECK(second.refusal({Command::Shutdown}) == "");
+  second.send_bytes(admin::line_of({Command::Shutdown}) + "\n" + admin::line_of({Command::Seats}) +
+                    "\n");
+  // What is asked behind the end isn't answered.
+  const auto answers = second.take();
+  REQUIRE(answers.size() == 1);
+  CHECK(answers[0] == json{{"ok", true}});
   CHECK(asked == 10);
+  AdminTool gone(room);
+  gone.hang_up();
+  CHECK_FALSE(gone.is_open());
 }
 
 TEST_CASE("A backup is made, and taken over by a new server with its users") {
@@ -641,9 +653,14 @@ TEST_CASE("A list of calls of which a further piece can't be read ends with the 
   room.store.write(calls, [](bool) {});
   CHECK(tool.ask({Command::Calls}).at("more") == true);
   room.store.fail(true);
-  std::string refusal;
-  for (int i = 0; i < 10 && refusal.empty(); ++i) refusal = tool.refusal({Command::More});
-  CHECK(refusal == "The store can't be read; the server's log tells why.");
+  std::size_t rows = 0;
+  json answer = tool.ask({Command::More});
+  for (; answer.contains("rows"); answer = tool.ask({Command::More})) {
+    rows += answer.at("rows").size();
+  }
+  CHECK(answer.at("error") == "The store can't be read; the server's log tells why.");
+  // No more was read ahead than a piece.
+  CHECK(rows < 250);
 }
 
 TEST_CASE("What is asked in one go is answered one behind the other, in its order") {
@@ -683,6 +700,47 @@ TEST_CASE("A list that is read piece by piece has the same pages as one that is 
   const Texts pages = pages_of(in_pieces);
   CHECK(pages.size() > 1);
   CHECK(pages == pages_of(whole));
+}
+
+TEST_CASE("Who sits at a new server is told the message and the show of a backup at once") {
+  ServerRoom room;
+  {
+    AdminTool tool(room);
+    CHECK(tool.refusal(text(Command::Backup, Field::File, "/b.db")) == "");
+  }
+  room.crash();
+  room.store.files().at("/b.db").groups[1] = {
+      .group = 1, .next_call = -1, .message = "Guest at ten", .show_times = {"20:00", "", ""}};
+  room.store.files().at("/b.db").groups[2] = {
+      .group = 2, .next_call = -1, .message = "", .show_times = {"21:00", "", ""}};
+  room.store.content() = {};
+  room.start();
+  room.wait(1s);
+  const auto seat_of = [&](int group) {
+    auto console = room.connect();
+    console->log_in("engineer", room.first_password);
+    console->join(group);
+    console->take();
+    return console;
+  };
+  const auto first = seat_of(1);
+  const auto second = seat_of(2);
+  AdminTool tool(room);
+  // The store has seen the engineer work, so it isn't new any more.
+  room.store.content().accounts.at("engineer").last_seen = {};
+  CHECK(tool.refusal(text(Command::Restore, Field::File, "/b.db")) == "");
+  const auto told = first->take();
+  CHECK(std::ranges::count_if(told, [](const ServerPacket& packet) {
+          return packet.CMD == static_cast<int>(ServerCommand::SrvFlashMessage) &&
+                 packet.Buffer == "Guest at ten";
+        }) == 1);
+  const auto told_second = second->take();
+  CHECK(std::ranges::count(told_second, static_cast<int>(ServerCommand::SrvFlashMessage),
+                           &ServerPacket::CMD) == 0);
+  CHECK(std::ranges::count_if(told_second, [](const ServerPacket& packet) {
+          return packet.CMD == static_cast<int>(ServerCommand::SrvShowTimes) &&
+                 packet.Buffer.starts_with("21:00");
+        }) == 1);
 }
 
 TEST_CASE("A backup that is in the store, but can't be read, is told so") {
@@ -742,7 +800,10 @@ TEST_CASE("What is no request is refused and the connection stays; a line withou
   tool.send_bytes(many);
   CHECK(tool.take().size() == 20'000);
   CHECK(tool.is_open());
-  tool.send_bytes(std::string(70'000, ' '));
+  tool.send_bytes(std::string(admin::longest_request, ' '));
+  CHECK(tool.take().empty());
+  CHECK(tool.is_open());
+  tool.send_bytes(" ");
   CHECK(tool.take().at(0).at("error") == "The request is too long.");
   CHECK_FALSE(tool.is_open());
 }

@@ -161,6 +161,26 @@ TEST_CASE("who has just been put on air or to a handset isn't taken away at the 
   }
 }
 
+TEST_CASE("what is told of a call is told of its line, from its beginning to its end") {
+  GroupDesk desk;
+  NotingSeat anna(1, "anna");
+  desk.exchange->report(0, 'R', std::string(150, '5'));
+  CHECK(desk.calls.find(1, 0)->number == std::string(100, '5'));
+  CHECK(desk.group.lines().line(0).clock == desk.clock.now());
+  desk.order(anna, "P00", 0);
+  desk.exchange->report(0, 'P');
+  desk.exchange->words.clear();
+  desk.group.lines().hold_handset(anna.number);
+  CHECK(desk.exchange->words == Words{"H00"});
+  desk.order(anna, "N00", 0);
+  desk.exchange->report(0, 'N');
+  desk.exchange->report(0, 'F');
+  CHECK(desk.group.lines().line(0).clock == platform::Moment{0});
+  desk.wait(1s);
+  REQUIRE(desk.store.content().audit.size() == 1);
+  CHECK(desk.store.content().audit[0].event.detail == ", line 1");
+}
+
 TEST_CASE("who is refused as the exchange is held up is told how the line stands") {
   GroupDesk desk;
   NotingSeat flood(1, "flood");

@@ -244,6 +244,30 @@ TEST_SUITE("server/registration") {
     CHECK(room.exchange().letter(2) == 'R');
   }
 
+  TEST_CASE("a seat that goes to another group gets all of its lines before a change of one") {
+    ServerRoom room;
+    auto host = room.seat("host");
+    host->group = 2;
+    host->send(host->packet(CmdConnectConsole));
+    room.wait(1s);
+    host->take();
+    room.exchange(2).arrive(3, {});
+    const auto told = host->take();
+    REQUIRE(!told.empty());
+    CHECK(told[0].CMD == static_cast<int>(SrvFullStatus));
+    CHECK(told[0].Buffer.substr(9, 3) == "R03");
+    room.exchange(1).arrive(4, {});
+    CHECK(host->take(SrvLineStatus).empty());
+  }
+
+  TEST_CASE("of a number that the exchange tells a row shows thirty characters") {
+    ServerRoom room;
+    auto host = room.seat("host");
+    room.exchange().arrive(3, std::string(40, '5'));
+    CHECK(decode_caller_data(host->take_last(SrvCallerData).Buffer)->fields[5] ==
+          std::string(30, '5'));
+  }
+
   TEST_CASE("who reads the studio's parts reads those of its own group alone") {
     ServerRoom room;
     auto host = room.seat("host");

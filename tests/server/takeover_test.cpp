@@ -194,6 +194,43 @@ TEST_SUITE("server/takeover") {
     CHECK(history.action == "other");
     CHECK(history.clock == Moment{1s});
     CHECK(history.worked_by.empty());
+    const CallRecord taken = stored_call(3, {{1s, "", "ring"}, {2s, "", "other"}});
+    CHECK(history_of(taken, 1).clock == Moment{0});
+  }
+
+  TEST_CASE("a call that is taken over goes on with its steps, and stands since its last one") {
+    PartsDesk desk;
+    desk.calls.remember({stored_call(3, {{1s, "", "ring"}})});
+    auto made = std::make_unique<ManualExchange>(10);
+    ManualExchange& exchange = *made;
+    exchange.letters[3] = 'R';
+    Group group(desk.context, {}, std::move(made), nullptr);
+    CHECK(group.lines().line(3).since == Moment{1s});
+    CHECK(group.lines().line(3).clock == Moment{1s});
+    exchange.report(3, 'N');
+    exchange.report(3, 'H');
+    REQUIRE(desk.calls.find(1, 3) != nullptr);
+    CHECK(desk.calls.find(1, 3)->steps.size() == 3);
+    CHECK(group.lines().line(3).since == desk.clock.now());
+  }
+
+  TEST_CASE("a caller at a numbered telephone is claimed by who comes back to that one") {
+    for (const int console : {5, 4}) {
+      PartsDesk desk;
+      desk.calls.remember({stored_call(3, {{1s, "", "ring"}, {2s, "anna", "answer"}})});
+      GroupOptions options;
+      options.kind = 4;
+      auto made = std::make_unique<ManualExchange>(10);
+      ManualExchange& exchange = *made;
+      exchange.letters[3] = '\x85';
+      Group group(desk.context, options, std::move(made), nullptr);
+      NotingSeat anna(1, "anna");
+      anna.console = console;
+      group.lines().claim_handset(anna);
+      desk.loop.advance(GroupLines::waited_for);
+      group.lines().hold_unclaimed();
+      CHECK(exchange.words.empty() == (console == 5));
+    }
   }
 
   TEST_CASE("who takes over asks once for a caller at a handset that nobody claims") {
@@ -215,7 +252,7 @@ TEST_SUITE("server/takeover") {
       "while the exchange can't be asked the lines stand as they did last, and all are told") {
     PartsDesk desk;
     desk.calls.remember({stored_call(3, {{1s, "", "ring"}, {2s, "anna", "air"}}),
-                         stored_call(5, {{1s, "", "ring"}})});
+                         stored_call(5, {{1s, "", "ring"}}), stored_call(0, {{1s, "", "hold"}})});
     auto made = std::make_unique<ManualExchange>(10);
     ManualExchange& exchange = *made;
     exchange.reached = false;
@@ -224,7 +261,8 @@ TEST_SUITE("server/takeover") {
     CHECK(group.lines().line(3).letter == 'N');
     CHECK(group.lines().line(3).worked_by == "anna");
     CHECK(group.lines().line(5).letter == 'R');
-    CHECK(group.lines().line(0).letter == 'F');
+    CHECK(group.lines().line(0).letter == 'H');
+    CHECK(group.lines().line(1).letter == 'F');
     NotingSeat seat(1, "anna");
     group.join(seat);
     CHECK(seat.sentences == std::vector<std::string>{group.exchange_is_away()});
@@ -235,8 +273,8 @@ TEST_SUITE("server/takeover") {
     group.letters_known();
     CHECK(group.lines().line(3).letter == 'N');
     CHECK(group.lines().line(5).letter == 'F');
-    CHECK(desk.ended_calls().size() == 1);
-    CHECK(desk.ended_calls()[0].line == 5);
+    CHECK(group.lines().line(0).letter == 'F');
+    CHECK(desk.ended_calls().size() == 2);
     NotingSeat late(2, "bob");
     group.join(late);
     CHECK(late.sentences.empty());
