@@ -51,7 +51,7 @@ CallPlace call_place(const AdminServices& services, const admin::Request& reques
   if (group == nullptr) return {.refusal = no_such_group(request.number(Field::Group)).refusal};
   const int line = static_cast<int>(request.number(Field::Line)) - 1;
   const std::string name = "Line " + std::to_string(line + 1);
-  if (line >= group->lines().count() || !group->lines().exists(line)) {
+  if (!group->lines().exists(line)) {
     return {.refusal = name + " doesn't exist."};
   }
   if (group->options().exchange != simulated) {

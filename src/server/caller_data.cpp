@@ -33,20 +33,17 @@ CallerData::CallerData(const Context& context, const GroupOptions& options, Rela
       lines_(lines),
       data_(static_cast<std::size_t>(options.lines)) {}
 
-bool CallerData::take(Seat& seat, int line, std::string_view buffer) {
+void CallerData::take(Seat& seat, int line, std::string_view buffer) {
   if (buffer.empty()) {
     if (lines_.has_call(line)) {
       tell(seat, line);
     } else {
       clear(line);
     }
-    return true;
+    return;
   }
-  auto data = clean_caller_data(buffer);
-  if (!data) return false;
-  seat.own_names.add(data->sender);
-  at(line) = std::move(data);
-  const CallerDetails& told = *at(line);
+  const CallerDetails& told = at(line).emplace(clean_caller_data(buffer));
+  seat.own_names.add(told.sender);
   context_.calls.tell_data(options_.number, line, context_.letters.to_utf8(told.sender),
                            utf8_fields(told, context_.letters), seat.user);
   context_.audit.note(seat.user, "caller data",
@@ -59,7 +56,6 @@ bool CallerData::take(Seat& seat, int line, std::string_view buffer) {
     }
   }
   on_number(line, told.fields[phone_number_place]);
-  return true;
 }
 
 void CallerData::call_ended(int line) {

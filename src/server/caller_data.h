@@ -22,8 +22,8 @@ class CallerData {
 
   // From a seat. Consoles clear a line's data by themselves when they see it ring or end, which may
   // be late; so an empty text clears only a line without a caller, and a seat that sends one for
-  // another line is told the data again. False for a text that holds none.
-  bool take(Seat& seat, int line, std::string_view buffer);
+  // another line is told the data again.
+  void take(Seat& seat, int line, std::string_view buffer);
 
   void call_ended(int line);
   // The number of a new caller is his first datum; one who was on the line already when the server

@@ -19,14 +19,12 @@ bool is_control(char character) { return code_of(character) < 32 || code_of(char
 
 }  // namespace
 
-std::optional<CallerDetails> clean_caller_data(std::string_view buffer) {
-  // What is missing at the end is empty.
-  auto data =
-      decode_caller_data(std::string(buffer) + std::string(entry_field_count + 1, field_end));
-  if (!data) return std::nullopt;
-  data->sender = clean_name(data->sender, longest_sender);
-  for (std::size_t i = 0; i < data->fields.size(); ++i) {
-    data->fields[i] = clean_name(data->fields[i], longest_fields[i]);
+CallerDetails clean_caller_data(std::string_view buffer) {
+  const std::string missing(entry_field_count + 1, field_end);
+  CallerDetails data = decode_caller_data(std::string(buffer) + missing).value();
+  data.sender = clean_name(data.sender, longest_sender);
+  for (std::size_t i = 0; i < data.fields.size(); ++i) {
+    data.fields[i] = clean_name(data.fields[i], longest_fields[i]);
   }
   return data;
 }

@@ -11,9 +11,8 @@ namespace lineweir::server {
 
 // The caller data of a buffer as they are passed on: control characters are blanks, and no text is
 // longer than its field, which has more room than a console's entry. The data of twenty lines and
-// the longest message have room together in what may wait for a seat. Nothing for a buffer that
-// holds no caller data.
-std::optional<CallerDetails> clean_caller_data(std::string_view buffer);
+// the longest message have room together in what may wait for a seat. What is missing is empty.
+CallerDetails clean_caller_data(std::string_view buffer);
 
 // The message of a buffer as it is passed on. Nothing for a buffer that holds none.
 std::optional<std::string> clean_message(std::string_view buffer);

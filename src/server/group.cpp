@@ -29,10 +29,7 @@ Group::Group(const Context& context, GroupOptions options,
   caller_data_.on_number = [this](int line, const std::string& number) {
     known_callers_.look_up(line, number);
   };
-  lines_.on_call_ended = [this](int line) {
-    caller_data_.call_ended(line);
-    known_callers_.call_ended(line);
-  };
+  lines_.on_call_ended = [this](int line) { caller_data_.call_ended(line); };
   lines_.on_call_begun = [this](int line, const std::string& number) {
     caller_data_.call_begun(line, number);
   };
@@ -92,7 +89,6 @@ void Group::letters_known() {
 void Group::forget_line(int line) {
   if (!lines_.exists(line)) return;
   caller_data_.call_ended(line);
-  known_callers_.call_ended(line);
   next_call_.letter_changed(line, 'F');
 }
 

@@ -45,6 +45,7 @@ void KnownCallers::look_up(int line, const std::string& told_number) {
   caller.exchange_key = exchange_key;
   caller.number = told_key.empty() ? of_exchange : told_number;
   caller.history = {};
+  caller.waits_for_store = false;
   ++caller.generation;
   tell_changes(line);
   if (!key.empty()) ask(line);
@@ -70,17 +71,6 @@ void KnownCallers::store_is_back() {
   for (auto& [seat, question] : questions_) {
     if (std::exchange(question.waits_for_store, false)) ask(seat);
   }
-}
-
-void KnownCallers::forget(int line) {
-  Line& caller = at(line);
-  caller.key.clear();
-  caller.exchange_key.clear();
-  caller.number.clear();
-  caller.history = {};
-  caller.waits_for_store = false;
-  ++caller.generation;
-  tell_changes(line);
 }
 
 void KnownCallers::flag_changed(const std::string& key) {

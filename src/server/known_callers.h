@@ -19,9 +19,9 @@ class KnownCallers {
   KnownCallers(const Context& context, const GroupOptions& options, Relay& relay,
                const GroupLines& lines);
 
-  // The line has another caller, or the caller another number; both are in the consoles' letters.
+  // The line has another caller or none, or the caller another number; both are in the consoles'
+  // letters.
   void look_up(int line, const std::string& told_number);
-  void call_ended(int line) { forget(line); }
   // What is noted of a caller has changed.
   void flag_changed(const std::string& key);
   // Another call of this caller has ended.
@@ -55,7 +55,6 @@ class KnownCallers {
     bool waits_for_store = false;
   };
 
-  void forget(int line);
   void ask(int line);
   void ask(std::uint64_t seat);
   void answered(std::uint64_t seat, const std::string& number,

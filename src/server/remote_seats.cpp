@@ -202,9 +202,8 @@ RemoteArgument RemoteSeats::caller_data(const std::string& caller, const Argumen
   const int line = line_of(number_at(arguments, 0));
   if (!group.lines().exists(line)) {
     context_.figures.refuse(Refusal::OtherLine);
-  } else if (!group.caller_data().take(seat_of(caller, group.number()), line,
-                                       text_at(arguments, 2))) {
-    context_.figures.refuse(Refusal::Malformed);
+  } else {
+    group.caller_data().take(seat_of(caller, group.number()), line, text_at(arguments, 2));
   }
   return true;
 }

@@ -166,7 +166,6 @@ Server::Inside::~Inside() {
   services_.store.on_news = nullptr;
   services_.loop.cancel(next_beat_);
   services_.loop.cancel(shutdown_);
-  remote_seats_.reset();
 }
 
 void Server::Inside::start(std::function<void()> serving,

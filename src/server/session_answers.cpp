@@ -154,9 +154,7 @@ void Session::take_caller_data(const ServerPacket& packet) {
   if (!packet.Buffer.empty() && !allows(rights, Right::CallerDataAllowed)) {
     return refuse_right(Right::CallerDataAllowed);
   }
-  if (!own_group().caller_data().take(*this, packet.LineNo, packet.Buffer)) {
-    refuse(Refusal::Malformed);
-  }
+  own_group().caller_data().take(*this, packet.LineNo, packet.Buffer);
 }
 
 void Session::take_message(const ServerPacket& packet) {

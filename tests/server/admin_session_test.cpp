@@ -1,9 +1,12 @@
 #include <doctest/doctest.h>
 
+#include <algorithm>
+#include <array>
 #include <numeric>
 #include <random>
 
 #include "adminlink/admin_columns.h"
+#include "server/admin_list.h"
 #include "server/admin_steps.h"
 #include "server/admin_tool.h"
 #include "wire/password_scramble.h"
@@ -139,12 +142,16 @@ TEST_CASE("A user whom nobody could log in as is refused with the reason") {
   ServerRoom room;
   AdminTool tool(room);
   CHECK(tool.refusal(user_add("")) == "The name is empty.");
-  CHECK(tool.refusal(user_add("a\tb")) == "The name holds a control character.");
+  for (const char* name : {"a\tb", "a\x7F", "a\u0080", "a\u009F", "a\x1F"}) {
+    CHECK(tool.refusal(user_add(name)) == "The name holds a control character.");
+  }
+  CHECK(tool.refusal(user_add("a\u00A0b")).starts_with("The name holds \"\u00A0\""));
   CHECK(tool.refusal(user_add(" a")) ==
         "The name begins or ends with a blank, which consoles cut off.");
   CHECK(tool.refusal(user_add("123456789012345678901")) ==
         "The name is too long: at most 20 characters.");
   CHECK(tool.refusal(user_add("12345678901234567890")) == "");
+  CHECK(is_let_in(room, "12345678901234567890", "pass word"));
   CHECK(tool.refusal(user_add("\xE6\xBC\xA2")) ==
         "The name holds a character that the consoles don't have.");
   CHECK(
@@ -162,6 +169,7 @@ TEST_CASE("A user whom nobody could log in as is refused with the reason") {
         "The password is too long: at most 15 characters.");
   CHECK(tool.refusal(user_add("x", "host", "sécret")).starts_with("The password holds \"é\""));
   CHECK(tool.refusal(user_add("x", "host", "123456789012345")) == "");
+  CHECK(is_let_in(room, "x", "123456789012345"));
   CHECK(room.store.content().accounts.size() == 5);
 }
 
@@ -337,10 +345,13 @@ TEST_CASE("Seats are listed with who sits where") {
   CHECK(seats[0].at("user") == "host");
   CHECK(seats[0].at("group") == 1);
   CHECK(seats[0].at("console") == 3);
+  CHECK(seats[0].at("mode") == "studio");
   CHECK(seats[0].at("address") == "10.0.0.1");
   CHECK(seats[1].at("user") == "screener");
   CHECK(seats[1].at("group") == 2);
+  CHECK(seats[1].at("mode") == "screener");
   CHECK(seats[1].at("address") == "10.0.0.9");
+  CHECK(seats[1].at("since") > seats[0].at("since"));
   CHECK(row_named(tool.rows({Command::UserList}), "host").at("seats") == 1);
 }
 
@@ -453,12 +464,21 @@ TEST_CASE("The show's texts are set one by one and told to the group's seats") {
                       {{Field::Group, std::int64_t{1}}, {Field::Next, std::string("18:30")}}}) ==
         "");
   CHECK(seat->take_last(ServerCommand::SrvShowTimes).Buffer == "18:00\00318:30\3N\xE9\3");
+  CHECK(room.store.content().groups.at(1).show_times ==
+        std::array<std::string, 3>{"18:00", "18:30", "N\u00E9"});
   CHECK(other->take(ServerCommand::SrvShowTimes).empty());
   CHECK(tool.refusal({Command::Event, {{Field::Group, std::int64_t{1}}}}) ==
         "There is no text to set.");
   CHECK(tool.refusal({Command::Event,
                       {{Field::Group, std::int64_t{1}}, {Field::Text, std::string("a\3")}}}) ==
         "The text holds a control character.");
+  const auto of_length = [&](std::size_t length) {
+    return tool.refusal(
+        {Command::Event,
+         {{Field::Group, std::int64_t{1}}, {Field::Text, std::string(length, 'x')}}});
+  };
+  CHECK(of_length(100) == "");
+  CHECK(of_length(101) == "The text is too long: at most 100 characters.");
 }
 
 TEST_CASE("A message goes to all seats, or to those of a group") {
@@ -518,8 +538,16 @@ TEST_CASE("A shutdown is answered first, and told to all seats") {
   CHECK(why == "New");
   CHECK_FALSE(tool.is_open());
   AdminTool second(room);
-  CHECK(second.refusal({Command::Shutdown}) == "");
+  second.send_bytes(admin::line_of({Command::Shutdown}) + "\n" + admin::line_of({Command::Seats}) +
+                    "\n");
+  // What is asked behind the end isn't answered.
+  const auto answers = second.take();
+  REQUIRE(answers.size() == 1);
+  CHECK(answers[0] == json{{"ok", true}});
   CHECK(asked == 10);
+  AdminTool gone(room);
+  gone.hang_up();
+  CHECK_FALSE(gone.is_open());
 }
 
 TEST_CASE("A backup is made, and taken over by a new server with its users") {
@@ -613,6 +641,151 @@ TEST_CASE("A list of which a further piece can't be read ends with the reason") 
   CHECK(tool.refusal({Command::More}) == "The store can't be read; the server's log tells why.");
 }
 
+TEST_CASE("A list of calls of which a further piece can't be read ends with the reason") {
+  ServerRoom room;
+  AdminTool tool(room);
+  std::vector<platform::StoreChange> calls;
+  for (int i = 1; i <= 450; ++i) {
+    platform::CallRecord call;
+    call.id = i;
+    call.ended = platform::Moment{i};
+    call.told.fill(std::string(90, 'x'));
+    calls.emplace_back(call);
+  }
+  room.store.write(calls, [](bool) {});
+  CHECK(tool.ask({Command::Calls}).at("more") == true);
+  room.store.fail(true);
+  std::size_t rows = 0;
+  json answer = tool.ask({Command::More});
+  for (; answer.contains("rows"); answer = tool.ask({Command::More})) {
+    rows += answer.at("rows").size();
+  }
+  CHECK(answer.at("error") == "The store can't be read; the server's log tells why.");
+  // No more was read ahead than a piece.
+  CHECK(rows < 250);
+}
+
+TEST_CASE("What is asked in one go is answered one behind the other, in its order") {
+  ServerRoom room;
+  AdminTool tool(room);
+  room.passwords.take(2s);
+  tool.send_bytes(admin::line_of(user_add("anna")) + '\n' + admin::line_of({Command::UserList}) +
+                  '\n' + admin::line_of(of_user(Command::ProfileShow, "anna")) + '\n');
+  CHECK(tool.take().empty());
+  room.wait(5s);
+  const auto answers = tool.take();
+  REQUIRE(answers.size() == 3);
+  CHECK(answers[0] == json{{"ok", true}});
+  CHECK(row_named(answers[1].at("rows"), "anna").is_object());
+  CHECK(answers[2].at("profile") == "");
+}
+
+TEST_CASE("A list that is read piece by piece has the same pages as one that is there at once") {
+  const auto pages_of = [](AdminList& list) {
+    Texts pages;
+    for (bool more = true; more;) {
+      list.next_page(
+          [&](const std::optional<std::string>& page) { pages.push_back(page.value()); });
+      more = json::parse(pages.back()).at("more").get<bool>();
+    }
+    return pages;
+  };
+  AdminList::Rows all;
+  for (int i = 0; i < 20'000; ++i) all.push_back(i % 1000);
+  AdminList whole(all);
+  std::size_t read = 0;
+  AdminList in_pieces([&](const AdminList::Told& told) {
+    AdminList::Rows piece;
+    while (piece.size() < 50 && read < all.size()) piece.push_back(all[read++]);
+    told(piece);
+  });
+  const Texts pages = pages_of(in_pieces);
+  CHECK(pages.size() > 1);
+  CHECK(pages == pages_of(whole));
+}
+
+TEST_CASE("Who sits at a new server is told the message and the show of a backup at once") {
+  ServerRoom room;
+  {
+    AdminTool tool(room);
+    CHECK(tool.refusal(text(Command::Backup, Field::File, "/b.db")) == "");
+  }
+  room.crash();
+  room.store.files().at("/b.db").groups[1] = {
+      .group = 1, .next_call = -1, .message = "Guest at ten", .show_times = {"20:00", "", ""}};
+  room.store.files().at("/b.db").groups[2] = {
+      .group = 2, .next_call = -1, .message = "", .show_times = {"21:00", "", ""}};
+  room.store.content() = {};
+  room.start();
+  room.wait(1s);
+  const auto seat_of = [&](int group) {
+    auto console = room.connect();
+    console->log_in("engineer", room.first_password);
+    console->join(group);
+    console->take();
+    return console;
+  };
+  const auto first = seat_of(1);
+  const auto second = seat_of(2);
+  AdminTool tool(room);
+  // The store has seen the engineer work, so it isn't new any more.
+  room.store.content().accounts.at("engineer").last_seen = {};
+  CHECK(tool.refusal(text(Command::Restore, Field::File, "/b.db")) == "");
+  const auto told = first->take();
+  CHECK(std::ranges::count_if(told, [](const ServerPacket& packet) {
+          return packet.CMD == static_cast<int>(ServerCommand::SrvFlashMessage) &&
+                 packet.Buffer == "Guest at ten";
+        }) == 1);
+  const auto told_second = second->take();
+  CHECK(std::ranges::count(told_second, static_cast<int>(ServerCommand::SrvFlashMessage),
+                           &ServerPacket::CMD) == 0);
+  CHECK(std::ranges::count_if(told_second, [](const ServerPacket& packet) {
+          return packet.CMD == static_cast<int>(ServerCommand::SrvShowTimes) &&
+                 packet.Buffer.starts_with("21:00");
+        }) == 1);
+}
+
+TEST_CASE("A backup that is in the store, but can't be read, is told so") {
+  ServerRoom room;
+  {
+    AdminTool tool(room);
+    CHECK(tool.refusal(text(Command::Backup, Field::File, "/b.db")) == "");
+  }
+  room.crash();
+  room.store.content() = {};
+  room.start();
+  room.wait(1s);
+  AdminTool tool(room);
+  room.store.take(1s);
+  tool.send_bytes(admin::line_of(text(Command::Restore, Field::File, "/b.db")) + '\n');
+  room.wait(1500ms);
+  CHECK(room.store.content().accounts.contains("only2"));
+  room.store.fail(true);
+  room.wait(2s);
+  CHECK(tool.take().at(0).at("error") ==
+        "The backup is in the store, which can't be read now: start the server anew.");
+}
+
+TEST_CASE("A backup's flagged callers are known, and its restoring is told as done at last") {
+  ServerRoom room;
+  {
+    AdminTool tool(room);
+    CHECK(tool.refusal({Command::CallerFlag,
+                        {{Field::Number, std::string("5550100")},
+                         {Field::Flag, std::string("barred")}}}) == "");
+    CHECK(tool.refusal(text(Command::Backup, Field::File, "/b.db")) == "");
+  }
+  room.crash();
+  room.store.content() = {};
+  room.start();
+  room.wait(1s);
+  AdminTool tool(room);
+  CHECK(tool.rows({Command::CallerList}).empty());
+  CHECK(tool.refusal(text(Command::Restore, Field::File, "/b.db")) == "");
+  REQUIRE(tool.rows({Command::CallerList}).size() == 1);
+  CHECK(tool.rows({Command::CallerList}).front().at("number") == "5550100");
+}
+
 TEST_CASE("What is no request is refused and the connection stays; a line without end is not") {
   ServerRoom room;
   AdminTool tool(room);
@@ -625,11 +798,14 @@ TEST_CASE("What is no request is refused and the connection stays; a line withou
   CHECK(tool.take().at(0).at("ok") == true);
   // Many at once don't nest.
   std::string many;
-  for (int i = 0; i < 20'000; ++i) many += "{}\n";
+  for (int i = 0; i < 20'000; ++i) many += i % 2 == 0 ? "{}\n" : "{\"command\": \"more\"}\n";
   tool.send_bytes(many);
   CHECK(tool.take().size() == 20'000);
   CHECK(tool.is_open());
-  tool.send_bytes(std::string(70'000, ' '));
+  tool.send_bytes(std::string(admin::longest_request, ' '));
+  CHECK(tool.take().empty());
+  CHECK(tool.is_open());
+  tool.send_bytes(" ");
   CHECK(tool.take().at(0).at("error") == "The request is too long.");
   CHECK_FALSE(tool.is_open());
 }

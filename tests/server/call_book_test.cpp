@@ -2,6 +2,8 @@
 
 #include <doctest/doctest.h>
 
+#include <set>
+
 #include "server/group_desk.h"
 
 namespace lineweir::server {
@@ -115,6 +117,39 @@ TEST_CASE("numbers of calls grow, also within a millisecond and when the clock i
   later.remember({open});
   later.begin(1, 3, {});
   CHECK(later.find(1, 3)->id > open.id);
+}
+
+TEST_CASE("no two groups, and no two leads behind one another, make one number") {
+  PartsDesk desk;
+  for (platform::Epoch epoch = 0; epoch < 9; ++epoch) {
+    std::set<std::int64_t> numbers;
+    // At the same moment, as by machines whose clocks differ.
+    for (platform::Epoch of = epoch; of < epoch + 4; ++of) {
+      for (int group = 1; group <= 250; ++group) {
+        CallBook book(desk.clock, desk.outbox, of);
+        book.begin(group, 0, {});
+        CHECK(numbers.insert(book.find(group, 0)->id).second);
+      }
+    }
+  }
+}
+
+TEST_CASE("numbers of calls go with the clock, in every group") {
+  PartsDesk desk;
+  for (int group = 1; group <= 250; group += 83) {
+    for (const platform::Epoch epoch : {0, 1, 7}) {
+      CallBook book(desk.clock, desk.outbox, epoch);
+      std::int64_t last = 0;
+      for (int i = 0; i < 5; ++i) {
+        book.begin(group, 0, {});
+        const std::int64_t id = book.find(group, 0)->id;
+        CHECK(id > last);
+        CHECK(id / 1000 <= desk.clock.now().count() + i);
+        CHECK(id / 1000 >= desk.clock.now().count());
+        last = id;
+      }
+    }
+  }
 }
 
 TEST_CASE("a call that stood goes on, another one is closed, and so is what wasn't found again") {

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "adminlink/admin_columns.h"
+#include "base/iso_date.h"
 #include "server/admin_tool.h"
 #include "server/server_room.h"
 #include "wire/caller_known.h"
@@ -69,7 +70,7 @@ TEST_CASE("a caller who was on air is known when he calls again, to every seat o
   // One that comes now is told too, and all that the call has ended.
   auto late = room.seat("screener", 1, 2);
   room.wait(1s);
-  CHECK(last_known(*late)->calls == 1);
+  CHECK(last_known(*late).value().calls == 1);
   room.exchange().leave(4);
   room.wait(1s);
   const ServerPacket cleared = host->take_last(SrvCallerKnown);
@@ -90,6 +91,17 @@ TEST_CASE("who waits on a line has his history anew when another call of his has
   REQUIRE(known);
   CHECK(known->calls == 1);
   CHECK(known->on_air == 1);
+}
+
+TEST_CASE("who waits on the first line has his history anew too") {
+  ServerRoom room;
+  auto host = room.seat("host");
+  room.exchange().arrive(0, number);
+  room.wait(1s);
+  whole_call(room, *host, 2);
+  const ServerPacket told = host->take_last(SrvCallerKnown);
+  CHECK_FALSE(told.Buffer.empty());
+  CHECK(told.LineNo == 0);
 }
 
 TEST_CASE("the other group and a caller of whom nothing is known are told nothing") {
@@ -206,7 +218,7 @@ TEST_CASE("who has the right flags a caller, and all seats with him on a line se
   engineer = room.seat("host", 1, 1);
   room.exchange().arrive(5, number);
   room.wait(1s);
-  CHECK(last_known(*engineer)->flag == CallerFlag::Barred);
+  CHECK(last_known(*engineer).value().flag == CallerFlag::Barred);
   CallerFlagging none = barred;
   none.flag = CallerFlag::None;
   send_flag(*engineer, none);
@@ -232,9 +244,9 @@ TEST_CASE(
   data.fields[platform::told_phone_number] = "555 0199";
   screener->send(screener->packet(CmdCallerData, 0, encode_caller_data(data)));
   room.wait(1s);
-  CHECK(last_known(*screener)->flag == CallerFlag::Barred);
+  CHECK(last_known(*screener).value().flag == CallerFlag::Barred);
   REQUIRE(tool.refusal({Command::CallerClear, {{Field::Number, std::string("5550100")}}}) == "");
-  CHECK(last_known(*screener)->flag == CallerFlag::Regular);
+  CHECK(last_known(*screener).value().flag == CallerFlag::Regular);
 }
 
 TEST_CASE("with the store away flags are still seen") {
@@ -247,7 +259,7 @@ TEST_CASE("with the store away flags are still seen") {
   room.store.fail(true);
   room.exchange().arrive(0, "5550100");
   room.wait(2s);
-  CHECK(last_known(*host)->flag == CallerFlag::Careful);
+  CHECK(last_known(*host).value().flag == CallerFlag::Careful);
 }
 
 TEST_CASE("a flag holds until its last day is over, and is forgotten in the night behind it") {
@@ -263,7 +275,7 @@ TEST_CASE("a flag holds until its last day is over, and is forgotten in the nigh
   auto host = room.seat("host");
   room.exchange().arrive(0, "5550100");
   room.wait(2s);
-  CHECK(last_known(*host)->flag == CallerFlag::Barred);
+  CHECK(last_known(*host).value().flag == CallerFlag::Barred);
   room.wait(25h);
   room.exchange().leave(0);
   room.wait(5s);
@@ -276,6 +288,176 @@ TEST_CASE("a flag holds until its last day is over, and is forgotten in the nigh
     return entry.event.action == "flags forgotten" &&
            entry.event.detail == "1 caller, whose last day has passed";
   }));
+}
+
+TEST_CASE("of several flags only those whose last day is over are forgotten") {
+  ServerRoom room;
+  AdminTool tool(room);
+  const auto flag = [&](const std::string& of, const std::string& until) {
+    CHECK(tool.refusal({Command::CallerFlag,
+                        {{Field::Number, of},
+                         {Field::Flag, std::string("careful")},
+                         {Field::Until, until}}}) == "");
+  };
+  flag("5550100", iso_date_text(room.clock.local(room.clock.now())));
+  flag("5550101", iso_date_text(room.clock.local(room.clock.now())));
+  flag("5550102", "2099-01-01");
+  flag("5550103", "");
+  room.wait(48h);
+  const auto& left = room.store.content().flagged_callers;
+  CHECK(left.size() == 2);
+  CHECK(left.contains("5550102"));
+  CHECK(left.contains("5550103"));
+  CHECK(tool.rows({Command::CallerList}).size() == 2);
+}
+
+TEST_CASE("what the administrator is shown of a caller") {
+  ServerRoom room;
+  AdminTool tool(room);
+  auto screener = room.seat("screener");
+  room.exchange().arrive(0, "5550100");
+  CallerDetails data;
+  data.sender = "Scr";
+  data.fields[platform::told_name] = "Zo\xEB";
+  data.fields[platform::told_city] = "Bath";
+  data.fields[platform::told_phone_number] = "5550100";
+  screener->send(screener->packet(CmdCallerData, 0, encode_caller_data(data)));
+  room.exchange().leave(0);
+  room.wait(1s);
+  const auto show = [&](const std::string& of) {
+    return tool.rows({Command::CallerShow, {{Field::Number, of}}}).at(0);
+  };
+  auto row = show("555-0100");
+  CHECK(row.at("name") == "Zo\u00EB");
+  CHECK(row.at("city") == "Bath");
+  CHECK(row.at("calls") == 1);
+  CHECK(row.at("on_air") == 0);
+  CHECK(row.at("last_on_air") == 0);
+  CHECK(row.at("flag") == "none");
+  CHECK(row.at("number") == "555-0100");
+  auto host = room.seat("host");
+  whole_call(room, *host, 2, "5550100");
+  row = show("5550100");
+  CHECK(row.at("on_air") == 1);
+  CHECK(row.at("last_on_air") > room.clock.now().count() - 10'000);
+  CHECK(show("5550177").at("name") == "");
+  CHECK(tool.refusal({Command::CallerShow, {{Field::Number, std::string("12")}}}) ==
+        "A caller is known by a number of at least 4 digits.");
+}
+
+TEST_CASE("who was never on air is known without a last time on air") {
+  ServerRoom room;
+  auto host = room.seat("host");
+  room.exchange().arrive(0, "5550100");
+  room.exchange().leave(0);
+  room.wait(1s);
+  room.exchange().arrive(0, "5550100");
+  room.wait(1s);
+  const auto known = last_known(*host);
+  REQUIRE(known);
+  CHECK(known->calls == 1);
+  CHECK(known->last_on_air.empty());
+}
+
+TEST_CASE("what was asked of one number is never told of another one on the line") {
+  ServerRoom room;
+  auto screener = room.seat("screener");
+  whole_call(room, *screener, 1, "5550100");
+  const auto enter = [&](const std::string& of) {
+    CallerDetails data;
+    data.fields[platform::told_phone_number] = of;
+    screener->send(screener->packet(CmdCallerData, 0, encode_caller_data(data)));
+  };
+  room.exchange().arrive(0, "");
+  SUBCASE("as the store answers late") {
+    room.store.take(400ms);
+    enter("5550100");
+    enter("5550199");
+    room.wait(100ms);
+    screener->take();
+    room.wait(5s);
+    CHECK(screener->take(SrvCallerKnown).empty());
+  }
+  SUBCASE("as the store can't be asked for the second") {
+    enter("5550100");
+    room.wait(1s);
+    CHECK(last_known(*screener).value().calls == 1);
+    room.store.fail(true);
+    enter("5550199");
+    room.wait(1s);
+    CHECK(screener->take_last(SrvCallerKnown).LineNo == 0);
+    CHECK(room.seat("screener", 1, 1)->take(SrvCallerKnown).empty());
+  }
+  SUBCASE("as the call has ended before the store was back") {
+    room.store.fail(true);
+    enter("5550100");
+    room.wait(1s);
+    room.exchange().leave(0);
+    room.wait(1s);
+    room.store.fail(false);
+    room.wait(5s);
+    CHECK(screener->take(SrvCallerKnown).empty());
+  }
+}
+
+TEST_CASE("a flag is seen at once on a line whose caller only a screener has told the number of") {
+  ServerRoom room;
+  auto screener = room.seat("screener");
+  room.exchange().arrive(0, "");
+  room.exchange().arrive(1, "5550188");
+  CallerDetails data;
+  data.fields[platform::told_phone_number] = "5550100";
+  screener->send(screener->packet(CmdCallerData, 0, encode_caller_data(data)));
+  room.wait(1s);
+  screener->take();
+  AdminTool tool(room);
+  CHECK(tool.refusal({Command::CallerFlag,
+                      {{Field::Number, std::string("5550100")},
+                       {Field::Flag, std::string("careful")}}}) == "");
+  const auto told = screener->take(SrvCallerKnown);
+  REQUIRE(told.size() == 1);
+  CHECK(told[0].LineNo == 0);
+  CHECK(told[0].AltInfo == static_cast<int>(CallerFlag::Careful));
+}
+
+TEST_CASE("texts of callers that are longer than consoles take are cut") {
+  ServerRoom room;
+  auto host = room.seat("host");
+  room.store.content().apply(platform::FlaggedCaller{.key = "5550100",
+                                                     .number = "5550100",
+                                                     .flag = CallerFlag::Barred,
+                                                     .reason = std::string(150, 'r'),
+                                                     .by = std::string(150, 'b')});
+  room.crash();
+  room.start();
+  host = room.seat("host");
+  const std::string long_number = "5550100" + std::string(143, '-');
+  host->send(host->packet(CmdAskCaller, no_value, long_number));
+  room.wait(1s);
+  const auto known = last_known(*host);
+  REQUIRE(known);
+  CHECK(known->number.size() == 100);
+  CHECK(known->reason.size() == 100);
+  CHECK(known->flagged_by.size() == 100);
+}
+
+TEST_CASE("a seat that asked and left, or a server that ended, is told nothing and harms nothing") {
+  ServerRoom room;
+  auto host = room.seat("host");
+  auto stays = room.seat("host", 1, 1);
+  room.store.take(500ms);
+  host->send(host->packet(CmdAskCaller, no_value, number));
+  host->hang_up();
+  room.wait(2s);
+  for (int i = 0; i < 2; ++i) {
+    stays->send(stays->packet(CmdAskCaller, no_value, number));
+    room.wait(2s);
+    CHECK(stays->take(SrvCallerKnown).size() == 1);
+  }
+  stays->send(stays->packet(CmdAskCaller, no_value, number));
+  room.exchange().arrive(0, number);
+  room.crash();
+  room.wait(5s);
 }
 
 TEST_CASE("a seat that asks faster than the store answers is answered for its last number") {
@@ -414,6 +596,18 @@ TEST_CASE("an administrator lists, shows, flags and clears callers") {
   CHECK(flag(number, "none", "2099-01-01") == "A flag is \"regular\", \"careful\" or \"barred\".");
   CHECK(flag(number, "barred", "1.1.2099") == "\"1.1.2099\" is no date; 2026-12-31 is.");
   CHECK(flag(number, "barred", "2020-01-01") == "The last day 2020-01-01 is over already.");
+  CHECK(flag("5550100\n", "barred", "") == "The number holds a control character.");
+  CHECK(flag("5550100" + std::string(94, '-'), "barred", "") ==
+        "The number is too long: at most 100 characters.");
+  const auto why = [&](const std::string& reason) {
+    return tool.refusal({Command::CallerFlag,
+                         {{Field::Number, std::string("5550199")},
+                          {Field::Flag, std::string("careful")},
+                          {Field::Text, reason}}});
+  };
+  CHECK(why("a\tb") == "The reason holds a control character.");
+  CHECK(why(std::string(1000, 'x')).starts_with("The reason is too long: at most "));
+  CHECK(room.store.content().flagged_callers.empty());
   CHECK(flag(number, "barred", "2099-01-01") == "");
   auto rows = tool.rows({Command::CallerList, {}});
   REQUIRE(rows.size() == 1);
@@ -422,6 +616,7 @@ TEST_CASE("an administrator lists, shows, flags and clears callers") {
   CHECK(rows[0].at("reason") == "why");
   CHECK(rows[0].at("until") == "2099-01-01");
   CHECK(rows[0].at("by") == "(admin)");
+  CHECK(rows[0].at("at") >= room.clock.now().count() - 1000);
   rows = tool.rows({Command::CallerShow, {{Field::Number, std::string("3125550100")}}});
   REQUIRE(rows.size() == 1);
   CHECK(rows[0].at("calls") == 1);
@@ -439,6 +634,8 @@ TEST_CASE("an administrator lists, shows, flags and clears callers") {
   };
   CHECK(audited("...0100, barred until 2099-01-01") == 1);
   CHECK(audited("...0100, none") == 1);
+  CHECK(flag("12345", "careful", "") == "");
+  CHECK(audited("...2345, careful") == 1);
   // Nobody learns a number from the audit.
   for (const platform::AuditEntry& entry : room.store.content().audit) {
     CHECK(entry.event.detail.find("555") == std::string::npos);

@@ -142,6 +142,63 @@ TEST_CASE("of two seats that take a caller at the same moment the first has him"
   CHECK(desk.order(bert, "N03", 3));
 }
 
+TEST_CASE("who has just been put on air or to a handset isn't taken away at the same moment") {
+  for (const char letter : {'N', 'C', 'P', 'O'}) {
+    CAPTURE(letter);
+    GroupDesk desk;
+    NotingSeat anna(1, "anna");
+    NotingSeat bert(2, "bert");
+    desk.exchange->report(0, 'R');
+    const std::string word = std::string(1, letter) + "00";
+    CHECK(desk.order(anna, word, 0));
+    desk.exchange->report(0, letter);
+    desk.wait(100ms);
+    CHECK_FALSE(desk.order(bert, letter == 'N' ? "P00" : "N00", 0));
+    REQUIRE(bert.told_of(SrvLineStatus).size() == 1);
+    CHECK(bert.told_of(SrvLineStatus)[0].Buffer == std::string(1, letter));
+    desk.wait(200ms);
+    CHECK(desk.order(bert, letter == 'N' ? "P00" : "N00", 0));
+  }
+}
+
+TEST_CASE("what is told of a call is told of its line, from its beginning to its end") {
+  GroupDesk desk;
+  NotingSeat anna(1, "anna");
+  desk.exchange->report(0, 'R', std::string(150, '5'));
+  CHECK(desk.calls.find(1, 0)->number == std::string(100, '5'));
+  CHECK(desk.group.lines().line(0).clock == desk.clock.now());
+  desk.order(anna, "P00", 0);
+  desk.exchange->report(0, 'P');
+  desk.exchange->words.clear();
+  desk.group.lines().hold_handset(anna.number);
+  CHECK(desk.exchange->words == Words{"H00"});
+  desk.order(anna, "N00", 0);
+  desk.exchange->report(0, 'N');
+  desk.exchange->report(0, 'F');
+  CHECK(desk.group.lines().line(0).clock == platform::Moment{0});
+  desk.wait(1s);
+  REQUIRE(desk.store.content().audit.size() == 1);
+  CHECK(desk.store.content().audit[0].event.detail == ", line 1");
+}
+
+TEST_CASE("who is refused as the exchange is held up is told how the line stands") {
+  GroupDesk desk;
+  NotingSeat flood(1, "flood");
+  desk.exchange->report(0, 'R');
+  desk.exchange->held_up_for = 10s;
+  const auto order = [&](int line) {
+    return desk.group.lines().obey(flood, {LineOrder::Kind::Word, "H00", line});
+  };
+  while (!order(0)) CHECK(flood.told.empty());
+  REQUIRE(flood.told_of(SrvLineStatus).size() == 1);
+  CHECK(flood.told_of(SrvLineStatus)[0].LineNo == 0);
+  CHECK(flood.told_of(SrvLineStatus)[0].Buffer == "R");
+  // A word that is no line's tells of none.
+  flood.told.clear();
+  CHECK(order(-1) == Refusal::TooMany);
+  CHECK(flood.told.empty());
+}
+
 TEST_CASE("a caller who is ready, held or gone may be taken at once") {
   for (const char letter : {'S', 'H', 'F'}) {
     GroupDesk desk;
@@ -303,6 +360,12 @@ TEST_CASE("a call is the same one, another or none, by its letter and the kind o
 }
 
 TEST_CASE("letters that the exchange has already are calls that began when nobody saw") {
+  GroupDesk on_first({}, nullptr, "RF");
+  CHECK(on_first.calls.standing() == 1);
+  CHECK(on_first.group.lines().has_call(0));
+  CHECK_FALSE(on_first.group.lines().has_call(1));
+  CHECK_FALSE(on_first.group.lines().has_call(-1));
+  CHECK_FALSE(on_first.group.lines().has_call(10));
   GroupDesk desk({}, nullptr, "FRNBE");
   CHECK(desk.calls.standing() == 2);
   CHECK(desk.group.lines().status_text() == "F00R01N02B03E04F05F06F07F08F09");

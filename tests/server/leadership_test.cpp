@@ -85,6 +85,55 @@ TEST_SUITE("server/leadership") {
     CHECK(first.losses == 0);
   }
 
+  TEST_CASE("one that stands by and ends never leads") {
+    Machines machines;
+    Candidate& first = machines.add();
+    Candidate& second = machines.add();
+    machines.wait(5s);
+    second.leadership.end();
+    first.leadership.end();
+    machines.wait(5s);
+    CHECK(machines.leaders() == 0);
+    CHECK(second.epochs.empty());
+    CHECK(machines.office.epoch() == 1);
+  }
+
+  TEST_CASE("whoever looks at a proof that has run out keeps nobody from the lead") {
+    Machines machines;
+    Candidate& only = machines.add();
+    machines.wait(5s);
+    only.lease.reaches = false;
+    machines.wait(1100ms);
+    CHECK(only.losses == 1);
+    only.lease.reaches = true;
+    for (int i = 0; i < 50; ++i) {
+      machines.wait(100ms);
+      only.leadership.look_at_proof();
+    }
+    CHECK(only.leadership.leads());
+    CHECK(only.losses == 1);
+  }
+
+  TEST_CASE("one that was stopped before it could begin to lead doesn't begin") {
+    // Its loop runs late what was due; the first of it is the beginning.
+    Machines machines;
+    Candidate& first = machines.add();
+    machines.wait(5s);
+    Candidate& second = machines.add();
+    machines.candidates[0].reset();
+    while (machines.office.epoch() == 1) machines.wait(1ms);
+    machines.wait(3ms);
+    second.loop.stop();
+    machines.wait(1500ms);
+    CHECK(second.epochs.empty());
+    second.loop.go_on();
+    machines.wait(5ms);
+    CHECK(second.epochs.empty());
+    CHECK(second.losses == 0);
+    CHECK(machines.takeover(second) <= 3s);
+    static_cast<void>(first);
+  }
+
   TEST_CASE("one that is killed is followed when its last proof has run out") {
     Machines machines;
     machines.add();

@@ -86,6 +86,32 @@ TEST_CASE("fifty wrong passwords within ten minutes lock an address, whoever's t
   CHECK_FALSE(slow.address_is_locked("10.0.0.9", 500 * 13s));
 }
 
+TEST_CASE("a flood of names makes nobody's tries forgotten who is tried now") {
+  LoginGuard guard;
+  for (int i = 0; i < 9'999; ++i) guard.note_wrong("user " + std::to_string(i), "a", 1s);
+  guess(guard, 4, 2s);
+  for (int i = 0; i < 100; ++i) guard.note_wrong("other " + std::to_string(i), "a", 3s);
+  guess(guard, 1, 4s);
+  CHECK(guard.user_is_locked("host", 4s));
+}
+
+TEST_CASE("a flood of names ends no long lock, also a while behind it") {
+  LoginGuard guard;
+  guess(guard, 5, 1s);
+  guess(guard, 5, 61s);
+  for (int i = 0; i < 10'100; ++i) guard.note_wrong("user " + std::to_string(i), "a", 150s);
+  CHECK(guard.user_is_locked("host", 160s));
+}
+
+TEST_CASE("names that were tried long ago make room for others") {
+  LoginGuard guard;
+  for (int i = 0; i < 10'000; ++i) guard.note_wrong("user " + std::to_string(i), "a", 1s);
+  guess(guard, 4, 2min);
+  for (int i = 0; i < 5'000; ++i) guard.note_wrong("other " + std::to_string(i), "a", 2min);
+  guess(guard, 1, 2min);
+  CHECK(guard.user_is_locked("host", 2min));
+}
+
 TEST_CASE("a flood of names makes no lock end") {
   LoginGuard guard;
   guess(guard, 5, 1s);

@@ -1,6 +1,7 @@
 #include <doctest/doctest.h>
 
 #include <algorithm>
+#include <map>
 
 #include "server/admin_tool.h"
 #include "server/server_room.h"
@@ -214,6 +215,113 @@ TEST_CASE("what waits here to be written comes behind what another server has wr
   auto console = shared.room.connect();
   console->log_in("host", host_password);
   CHECK(console->take_last(SrvPasswordResult).Buffer.ends_with("mine"));
+}
+
+TEST_CASE("who has been removed, locked or added while this server heard nothing") {
+  SharedRoom shared;
+  auto host = shared.room.seat("host");
+  auto screener = shared.room.seat("screener", 1, 1);
+  auto only2 = shared.room.seat("only2", 2, 2);
+  for (auto* seat : {host.get(), screener.get(), only2.get()}) seat->take();
+  platform::StoreNews all{.all = true, .studio_places = {elsewhere}};
+  for (const auto& [name, account] : shared.room.store.content().accounts) {
+    if (name == "host") continue;
+    all.accounts.push_back(account);
+    all.accounts.back().locked = name == "only2";
+  }
+  platform::Account anna = ServerRoom::account("anna", RightsTemplate::Host);
+  anna.password_hash = shared.room.store.content().accounts.at("host").password_hash;
+  all.accounts.push_back(anna);
+  shared.tell(all);
+  CHECK_FALSE(host->is_open());
+  CHECK(host->take_last(SrvMessage).Buffer == "An administrator has removed the user host.");
+  CHECK_FALSE(only2->is_open());
+  CHECK(only2->take_last(SrvMessage).Buffer == "An administrator has locked the user only2.");
+  CHECK(screener->is_open());
+  // The groups may have changed too; nobody knows.
+  CHECK(screener->take(SrvGroupNames).size() == 1);
+  CHECK(shared.room.seat("anna", 1, 3)->take(SrvFullStatus).size() == 1);
+  // What is told of one user alone tells nothing of groups.
+  screener->take();
+  shared.tell({.accounts = {anna}});
+  CHECK(screener->take(SrvGroupNames).empty());
+}
+
+TEST_CASE("what an administrator has changed here stays, whatever others wrote before") {
+  SharedRoom shared;
+  AdminTool tool(shared.room);
+  const auto kept = shared.room.store.content().accounts;
+  shared.room.store.stall(true);
+  const auto send = [&](const admin::Request& request) {
+    AdminTool one(shared.room);
+    one.send_bytes(admin::line_of(request) + '\n');
+    shared.room.wait(100ms);
+  };
+  using admin::Command;
+  using admin::Field;
+  const auto rights = [](const char* user, std::int64_t group, const char* change) {
+    return admin::Request{Command::UserRight,
+                          {{Field::Name, std::string(user)},
+                           {Field::Group, group},
+                           {Field::Changes, std::vector<std::string>{change}}}};
+  };
+  send({Command::UserPassword,
+        {{Field::Name, std::string("host")}, {Field::Password, std::string("new")}}});
+  send({Command::UserLock, {{Field::Name, std::string("screener")}}});
+  send(rights("only2", 2, "-all"));
+  send(rights("host", 1, "-all"));
+  send({Command::UserRemove, {{Field::Name, std::string("only2")}}});
+  platform::StoreNews news;
+  for (const auto& [name, account] : kept) news.accounts.push_back(account);
+  shared.room.store.on_news(news);
+  shared.room.wait(100ms);
+  const auto let_in = [&](const char* user, const char* password) {
+    auto console = shared.room.connect();
+    console->log_in(user, password);
+    return console->take_last(SrvPasswordResult).AltInfo == 'T';
+  };
+  CHECK_FALSE(let_in("host", host_password));
+  CHECK(let_in("host", "new"));
+  CHECK_FALSE(let_in("screener", host_password));
+  CHECK_FALSE(let_in("only2", host_password));
+  const auto open = [&](const char* user, std::int64_t group) {
+    return tool.ask({Command::UserRight, {{Field::Name, std::string(user)}, {Field::Group, group}}})
+        .at("open")
+        .get<bool>();
+  };
+  CHECK_FALSE(open("host", 1));
+  CHECK(open("host", 2));
+}
+
+TEST_CASE("of the flags of others the new, the changed and the gone are told, and no more") {
+  SharedRoom shared;
+  const auto flagged = [](const std::string& number, CallerFlag flag) {
+    return platform::FlaggedCaller{.key = number, .number = number, .flag = flag};
+  };
+  using enum CallerFlag;
+  shared.tell({.flagged_callers = {flagged("5550100", Careful), flagged("5550101", Careful),
+                                   flagged("5550102", Careful)}});
+  auto host = shared.room.seat("host");
+  for (int line = 0; line < 4; ++line) {
+    shared.room.exchange().arrive(line, "555010" + std::to_string(line));
+  }
+  shared.room.wait(1s);
+  host->take();
+  platform::StoreNews all{
+      .all = true,
+      .flagged_callers = {flagged("5550101", Barred), flagged("5550102", Careful),
+                          flagged("5550103", Regular)}};
+  for (const auto& [name, account] : shared.room.store.content().accounts) {
+    all.accounts.push_back(account);
+  }
+  shared.tell(all);
+  std::map<int, int> told;
+  for (const ServerPacket& packet : host->take(SrvCallerKnown)) {
+    told[packet.LineNo] = packet.AltInfo;
+  }
+  CHECK(told == std::map<int, int>{{0, static_cast<int>(None)},
+                                   {1, static_cast<int>(Barred)},
+                                   {3, static_cast<int>(Regular)}});
 }
 
 TEST_CASE("a caller whom another server has flagged is seen on this one's lines") {

@@ -94,10 +94,10 @@ TEST_CASE("a choice that comes too late is not taken, and who chose it is told w
   CHECK_FALSE(is_taken(6));
   desk.exchange->report(7, 'R');
   CHECK_FALSE(is_taken(7));
-  desk.wait(3s);
+  desk.wait(2s);
   CHECK(is_taken(7));
   CHECK_FALSE(is_taken(5));
-  desk.wait(1min);
+  desk.wait(8s);
   CHECK(is_taken(5));
   CHECK_FALSE(is_taken(6));
   // Nothing was ever heard of it.
@@ -125,6 +125,12 @@ TEST_CASE("a choice is remembered while the line's caller still waits") {
   // It was chosen when nobody was on it.
   CHECK(GroupDesk({}, &memory, "FFF").group.next_call().line() == 2);
   CHECK(GroupDesk({}, &memory, "FFN").group.next_call().line() == -1);
+  const platform::GroupMemory first{1, 0, {}, {}};
+  CHECK(GroupDesk({}, &first, "S").group.next_call().line() == 0);
+  const platform::GroupMemory last{1, 9, {}, {}};
+  CHECK(GroupDesk({}, &last, "FFFFFFFFFS").group.next_call().line() == 9);
+  const platform::GroupMemory behind{1, 10, {}, {}};
+  CHECK(GroupDesk({}, &behind, "FFS").group.next_call().line() == -1);
   const platform::GroupMemory gone{1, 12, {}, {}};
   CHECK(GroupDesk({}, &gone, "FFS").group.next_call().line() == -1);
 }

@@ -4,6 +4,7 @@
 
 #include <limits>
 
+#include "server/admin_tool.h"
 #include "server/scripted_remote_service.h"
 #include "server/server_room.h"
 
@@ -184,6 +185,38 @@ TEST_CASE("lines, groups and members that aren't there are refused") {
   }
   CHECK(room.refused("other_group") == 15);
   CHECK_FALSE(room.call("DestroyEverything", {1}));
+}
+
+TEST_CASE("the first line and the last are lines like others") {
+  ServerOptions options = ServerRoom::two_studios();
+  options.groups[0].missing_lines = {1};
+  BusRoom room(options);
+  room.call("SetNextCall", {1, 1});
+  CHECK(room.refused("other_line") == 1);
+  room.word("H00");
+  CHECK(room.refused("other_line") == 2);
+  room.call("CallerDataServer", {1, 1, data_text});
+  CHECK(room.refused("other_line") == 3);
+  room.call("SetNextCall", {10, 1});
+  room.word("H09");
+  CHECK(room.refused("other_line") == 3);
+  CHECK(room.call("InputSerialPort", {1, std::string()}) == RemoteArgument(true));
+  CHECK(room.call("InputSerialPort", {1, std::string("what")}) == RemoteArgument(true));
+}
+
+TEST_CASE("a program on the bus is listed as a seat, since it came") {
+  BusRoom room;
+  room.wait(5s);
+  const auto came = room.clock.now().count();
+  room.call("AddObjectReference", {std::string("/a"), 1}, ":1.4");
+  room.wait(5s);
+  room.call("AddObjectReference", {std::string("/a"), 1}, ":1.4");
+  AdminTool tool(room);
+  const auto seats = tool.rows({admin::Command::Seats});
+  REQUIRE(seats.size() == 1);
+  CHECK(seats[0].at("user") == "D-Bus :1.4");
+  CHECK(seats[0].at("group") == 1);
+  CHECK(seats[0].at("since") == came);
 }
 
 TEST_CASE("texts from the bus are cleaned like those of frames") {

@@ -1,7 +1,6 @@
 #include "server/server_room.h"
 
 #include "base/text.h"
-#include "server/trunk.h"
 #include "wire/password_scramble.h"
 
 namespace lineweir::server {
@@ -143,7 +142,10 @@ void ServerRoom::start() {
       ServerServices{server_loop, clock, random, store, passwords, letters,
                      [this](LogLevel, const std::string& line) { log.push_back(line); },
                      [this](const GroupOptions& group) {
-                       return std::make_unique<Trunk>(*exchanges.at(group.number));
+                       auto trunk = std::make_unique<Trunk>(*exchanges.at(group.number));
+                       if (exchanges_are_away) trunk->reach(false);
+                       trunks[group.number] = trunk.get();
+                       return trunk;
                      },
                      &journal, epoch},
       options);

@@ -17,6 +17,7 @@
 #include "platform/scripted/virtual_event_loop.h"
 #include "server/rights_templates.h"
 #include "server/server.h"
+#include "server/trunk.h"
 #include "wire/sent_frame.h"
 #include "wire/server_packet_framing.h"
 
@@ -174,6 +175,9 @@ class ServerRoom {
   std::string first_password;
   // By group; they outlive the server, as a real exchange does.
   std::map<int, std::unique_ptr<exchange::SimulatedExchange>> exchanges;
+  // The server's ways to them; one that begins finds them away where this says so.
+  std::map<int, Trunk*> trunks;
+  bool exchanges_are_away = false;
   std::unique_ptr<Server> server;
 };
 

@@ -138,7 +138,9 @@ TEST_CASE("a batch that could not be written comes again as it was, before all o
   CHECK(desk.logged.size() == 1);
   desk.store.answer(true);
   CHECK_FALSE(desk.outbox.store_is_away());
-  CHECK(desk.logged.size() == 2);
+  CHECK(desk.logged ==
+        std::vector<std::string>{"the store can't be written; what must be kept waits",
+                                 "the store can be written again"});
   desk.wait(0ms);
   desk.store.answer(true);
   REQUIRE(desk.store.batches.size() == 5);
@@ -247,6 +249,12 @@ TEST_CASE("what a store doesn't take at once lies in the journal until it is all
     CHECK(journal.content().changes.empty());
     store.answer(false);
   }
+  SUBCASE("as the store has failed behind others") {
+    store.answer(true);
+    outbox.put(event(1));
+    loop.advance(600ms);
+    store.answer(false);
+  }
   SUBCASE("as it says nothing") {
     loop.advance(499ms);
     CHECK(journal.content().changes.empty());
@@ -265,6 +273,22 @@ TEST_CASE("what a store doesn't take at once lies in the journal until it is all
   CHECK(journal.content().changes.empty());
   loop.advance(1min);
   CHECK(store.batches.back() == Changes{account("anna", "2")});
+}
+
+TEST_CASE("what waits behind what the store doesn't take lies in the journal too") {
+  platform::VirtualEventLoop loop;
+  NotingStore store;
+  platform::ScriptedStoreJournal journal;
+  const ServerLog log = [](LogLevel, const std::string&) {};
+  StoreOutbox outbox(loop, store, log, {&journal, 7});
+  outbox.put(event(1));
+  loop.advance(20ms);
+  outbox.put(event(2));
+  outbox.put(account("anna"));
+  loop.advance(480ms);
+  CHECK(journal.content().changes.empty());
+  loop.advance(20ms);
+  CHECK(journal.content().changes == Changes{event(1), event(2), account("anna")});
 }
 
 TEST_CASE("what is written at once never comes into the journal") {

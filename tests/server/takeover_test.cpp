@@ -131,9 +131,18 @@ TEST_SUITE("server/takeover") {
       REQUIRE(seat.told_of(ServerCommand::SrvNextCall).size() == 1);
       CHECK(seat.told_of(ServerCommand::SrvNextCall)[0].LineNo == 3);
     }
+    SUBCASE("once, whatever becomes of the line then") {
+      exchange.reached = true;
+      exchange.report(3, 'R');
+      exchange.report(3, 'H');
+      exchange.report(3, 'S');
+      CHECK(seat.told_of(ServerCommand::SrvNextCall).size() == 1);
+    }
     SUBCASE("unless the line proves to be free") {
       exchange.reached = true;
       group.letters_known();
+      desk.loop.advance(1s);
+      CHECK(desk.store.content().groups.at(1).next_call == -1);
       CHECK(group.next_call().line() == -1);
       CHECK(desk.ended_calls().size() == 1);
     }
@@ -143,11 +152,107 @@ TEST_SUITE("server/takeover") {
     }
   }
 
+  TEST_CASE("a choice whose caller the server has seen itself is told once") {
+    const platform::GroupMemory memory{1, 3, {}, {}};
+    PartsDesk desk;
+    desk.calls.remember({stored_call(3, {{1s, "", "ring"}, {2s, "anna", "ready"}})});
+    auto made = std::make_unique<ManualExchange>(10);
+    ManualExchange& exchange = *made;
+    exchange.letters[3] = 'S';
+    Group group(desk.context, {}, std::move(made), &memory);
+    NotingSeat seat(1, "anna");
+    group.join(seat);
+    seat.told.clear();
+    exchange.report(3, 'H');
+    CHECK(group.next_call().line() == 3);
+    CHECK(seat.told_of(ServerCommand::SrvNextCall).empty());
+  }
+
+  TEST_CASE("a choice whose caller has gone while no server was there is forgotten in the store") {
+    const platform::GroupMemory memory{1, 3, "m", {}};
+    PartsDesk desk;
+    desk.calls.remember({stored_call(3, {{1s, "", "ring"}})});
+    Group group(desk.context, {}, std::make_unique<ManualExchange>(10), &memory);
+    CHECK(group.next_call().line() == -1);
+    desk.loop.advance(1s);
+    CHECK(desk.store.content().groups.at(1).next_call == -1);
+    CHECK(desk.store.content().groups.at(1).message == "m");
+  }
+
+  TEST_CASE("the letter that a call's line had last is told by its last step on the line") {
+    const auto letter = [](std::vector<platform::CallStep> steps, int kind) {
+      return last_letter(stored_call(3, std::move(steps)), kind);
+    };
+    CHECK(letter({{1s, "", "ring"}, {2s, "anna", "ready"}, {3s, "anna", "data"}}, 1) == 'S');
+    CHECK(letter({{1s, "", "ring"}, {2s, "", "other"}}, 2) == 'E');
+    CHECK(letter({{1s, "", "ring"}, {2s, "", "answer"}}, 1) == 'P');
+    CHECK(letter({{1s, "", "ring"}, {2s, "", "answer"}}, 4) == '\x80');
+    CHECK(letter({{1s, "", "what nobody knows"}}, 1) == std::nullopt);
+    // Other equipment that has a caller doesn't end the clock of one who comes back.
+    const CallHistory history =
+        history_of(stored_call(3, {{1s, "", "ring"}, {2s, "", "other"}, {3s, "anna", "data"}}), 2);
+    CHECK(history.action == "other");
+    CHECK(history.clock == Moment{1s});
+    CHECK(history.worked_by.empty());
+    const CallRecord taken = stored_call(3, {{1s, "", "ring"}, {2s, "", "other"}});
+    CHECK(history_of(taken, 1).clock == Moment{0});
+  }
+
+  TEST_CASE("a call that is taken over goes on with its steps, and stands since its last one") {
+    PartsDesk desk;
+    desk.calls.remember({stored_call(3, {{1s, "", "ring"}})});
+    auto made = std::make_unique<ManualExchange>(10);
+    ManualExchange& exchange = *made;
+    exchange.letters[3] = 'R';
+    Group group(desk.context, {}, std::move(made), nullptr);
+    CHECK(group.lines().line(3).since == Moment{1s});
+    CHECK(group.lines().line(3).clock == Moment{1s});
+    exchange.report(3, 'N');
+    exchange.report(3, 'H');
+    REQUIRE(desk.calls.find(1, 3) != nullptr);
+    CHECK(desk.calls.find(1, 3)->steps.size() == 3);
+    CHECK(group.lines().line(3).since == desk.clock.now());
+  }
+
+  TEST_CASE("a caller at a numbered telephone is claimed by who comes back to that one") {
+    for (const int console : {5, 4}) {
+      PartsDesk desk;
+      desk.calls.remember({stored_call(3, {{1s, "", "ring"}, {2s, "anna", "answer"}})});
+      GroupOptions options;
+      options.kind = 4;
+      auto made = std::make_unique<ManualExchange>(10);
+      ManualExchange& exchange = *made;
+      exchange.letters[3] = '\x85';
+      Group group(desk.context, options, std::move(made), nullptr);
+      NotingSeat anna(1, "anna");
+      anna.console = console;
+      group.lines().claim_handset(anna);
+      desk.loop.advance(GroupLines::waited_for);
+      group.lines().hold_unclaimed();
+      CHECK(exchange.words.empty() == (console == 5));
+    }
+  }
+
+  TEST_CASE("who takes over asks once for a caller at a handset that nobody claims") {
+    PartsDesk desk;
+    desk.calls.remember({stored_call(3, {{1s, "", "ring"}, {2s, "anna", "answer"}})});
+    auto made = std::make_unique<ManualExchange>(10);
+    ManualExchange& exchange = *made;
+    exchange.letters[3] = 'P';
+    Group group(desk.context, {}, std::move(made), nullptr);
+    desk.loop.advance(GroupLines::waited_for - 1ms);
+    group.lines().hold_unclaimed();
+    CHECK(exchange.words.empty());
+    desk.loop.advance(1ms);
+    for (int i = 0; i < 3; ++i) group.lines().hold_unclaimed();
+    CHECK(exchange.words == std::vector<std::string>{"H03"});
+  }
+
   TEST_CASE(
       "while the exchange can't be asked the lines stand as they did last, and all are told") {
     PartsDesk desk;
     desk.calls.remember({stored_call(3, {{1s, "", "ring"}, {2s, "anna", "air"}}),
-                         stored_call(5, {{1s, "", "ring"}})});
+                         stored_call(5, {{1s, "", "ring"}}), stored_call(0, {{1s, "", "hold"}})});
     auto made = std::make_unique<ManualExchange>(10);
     ManualExchange& exchange = *made;
     exchange.reached = false;
@@ -156,7 +261,8 @@ TEST_SUITE("server/takeover") {
     CHECK(group.lines().line(3).letter == 'N');
     CHECK(group.lines().line(3).worked_by == "anna");
     CHECK(group.lines().line(5).letter == 'R');
-    CHECK(group.lines().line(0).letter == 'F');
+    CHECK(group.lines().line(0).letter == 'H');
+    CHECK(group.lines().line(1).letter == 'F');
     NotingSeat seat(1, "anna");
     group.join(seat);
     CHECK(seat.sentences == std::vector<std::string>{group.exchange_is_away()});
@@ -167,8 +273,8 @@ TEST_SUITE("server/takeover") {
     group.letters_known();
     CHECK(group.lines().line(3).letter == 'N');
     CHECK(group.lines().line(5).letter == 'F');
-    CHECK(desk.ended_calls().size() == 1);
-    CHECK(desk.ended_calls()[0].line == 5);
+    CHECK(group.lines().line(0).letter == 'F');
+    CHECK(desk.ended_calls().size() == 2);
     NotingSeat late(2, "bob");
     group.join(late);
     CHECK(late.sentences.empty());

@@ -1,0 +1,213 @@
+// How a server ends, and what its configuration takes from it while it serves.
+
+#include <doctest/doctest.h>
+
+#include <algorithm>
+
+#include "server/admin_tool.h"
+#include "server/server_room.h"
+
+namespace lineweir::server {
+namespace {
+
+using namespace std::chrono_literals;
+using enum ClientCommand;
+using enum ServerCommand;
+
+}  // namespace
+
+TEST_SUITE("server/end") {
+  TEST_CASE("an end that was told may only come earlier") {
+    ServerRoom room;
+    auto host = room.seat("host");
+    host->take();
+    int done = 0;
+    room.server->shut_down(10, "First.", [&] { ++done; });
+    CHECK(host->take(SrvShutdownNotice).size() == 1);
+    room.server->shut_down(20, "Later.", [&] { done += 10; });
+    room.server->shut_down(10, "The same.", [&] { done += 10; });
+    CHECK(host->take(SrvShutdownNotice).empty());
+    room.wait(1s);
+    room.server->shut_down(3, "Sooner.", [&] { done += 100; });
+    const ServerPacket notice = host->take_last(SrvShutdownNotice);
+    CHECK(notice.AltInfo == 3);
+    CHECK(notice.Buffer == "Sooner.");
+    room.wait(2900ms);
+    CHECK(host->is_open());
+    room.wait(200ms);
+    CHECK_FALSE(host->is_open());
+    room.wait(30s);
+    CHECK(done == 100);
+    CHECK_FALSE(room.connect()->is_open());
+    AdminTool tool(room);
+    CHECK(tool.refusal({admin::Command::Seats}) ==
+          "The server waits for its store, which can't be read.");
+  }
+
+  TEST_CASE("an end in less than no time is at once, and one that is far off is told as far") {
+    ServerRoom room;
+    auto host = room.seat("host");
+    room.server->shut_down(1000, "Far.", [] {});
+    CHECK(host->take_last(SrvShutdownNotice).AltInfo == 254);
+    bool done = false;
+    room.server->shut_down(-5, "Now.", [&] { done = true; });
+    CHECK(host->take_last(SrvShutdownNotice).AltInfo == 0);
+    room.wait(1s);
+    CHECK_FALSE(host->is_open());
+    CHECK(done);
+    CHECK(std::ranges::count_if(room.store.content().audit, [](const auto& entry) {
+            return entry.event.action == "server ends";
+          }) == 2);
+  }
+
+  TEST_CASE("whom another server follows is not told to leave ahead of its start") {
+    ServerRoom room;
+    room.crash();
+    room.epoch = 3;
+    room.start();
+    auto host = room.seat("host");
+    room.server->shut_down(10, "Another one follows.", [] {});
+    CHECK(host->take_last(SrvShutdownNotice).AltInfo == 16);
+  }
+
+  TEST_CASE("what the store can't take is waited for ten seconds, and then told as left") {
+    ServerRoom room;
+    auto host = room.seat("host");
+    room.wait(1s);
+    room.store.stall(true);
+    room.exchange().arrive(1, {});
+    room.wait(1s);
+    int done = 0;
+    room.log.clear();
+    room.server->shut_down(0, "Now.", [&] { ++done; });
+    room.wait(9900ms);
+    CHECK(done == 0);
+    room.wait(200ms);
+    CHECK(done == 1);
+    CHECK(std::ranges::count_if(room.log, [](const std::string& line) {
+            return line.starts_with("the store could not be written: ") &&
+                   line.ends_with(" records wait in the journal");
+          }) == 1);
+    room.store.stall(false);
+    room.wait(20s);
+    CHECK(done == 1);
+  }
+
+  TEST_CASE("a server that is gone is told nothing by its store") {
+    ServerRoom room;
+    room.crash();
+    CHECK_FALSE(room.store.on_trouble);
+    CHECK_FALSE(room.store.on_news);
+  }
+
+  TEST_CASE("a group that the configuration takes away ends when its last seat has left") {
+    ServerRoom room;
+    auto host = room.seat("host");
+    auto second = room.seat("host", 2);
+    host->take();
+    ServerOptions only_first = ServerRoom::two_studios();
+    only_first.groups.pop_back();
+    room.server->reconfigure(only_first);
+    room.wait(1s);
+    CHECK(room.figure("seats{group=\"2\"}") == 1);
+    room.exchange(2).arrive(1, {});
+    CHECK(second->take_last(SrvLineStatus).Buffer == "R");
+    second->hang_up();
+    room.wait(1s);
+    CHECK(room.figure("seats{group=\"2\"}") == -1);
+    CHECK(room.figure("seats{group=\"1\"}") == 1);
+    CHECK(host->is_open());
+    // It is wanted again before it has ended.
+    room.server->reconfigure(ServerRoom::two_studios());
+    CHECK(host->take_last(SrvAllowedGroups).Buffer == "Studio 1\3Studio 2\3");
+    second = room.seat("host", 2);
+    room.server->reconfigure(only_first);
+    room.server->reconfigure(ServerRoom::two_studios());
+    second->hang_up();
+    room.wait(1s);
+    CHECK(room.figure("seats{group=\"2\"}") == 0);
+    room.exchange(2).arrive(2, {});
+    CHECK(room.seat("host", 2)->take_last(SrvFullStatus).Buffer.substr(6, 3) == "R02");
+  }
+
+  TEST_CASE("seats are told at once what the configuration makes of their studio") {
+    ServerOptions options = ServerRoom::two_studios();
+    options.groups[0].kind = 4;
+    ServerRoom room(options);
+    auto host = room.seat("host");
+    host->take();
+    options.groups[0].name = "Big studio";
+    options.groups[0].line_names = {"Hotline"};
+    options.groups[0].hybrids = {true, false};
+    options.groups[0].positions = {false, true};
+    options.groups[0].phone_names = {"Desk", "Booth"};
+    room.server->reconfigure(options);
+    room.wait(1s);
+    const auto told = host->take();
+    const auto buffer = [&](ServerCommand command) {
+      std::string found = "nothing";
+      for (const ServerPacket& packet : told) {
+        if (packet.CMD == static_cast<std::uint8_t>(command)) found = packet.Buffer;
+      }
+      return found;
+    };
+    CHECK(buffer(SrvGroupNames) == "Big studio\3Studio 2\3");
+    CHECK(buffer(SrvAllowedGroups) == "Big studio\3Studio 2\3");
+    CHECK(buffer(SrvLineNumbers).starts_with("Hotline   2         "));
+    CHECK(buffer(SrvStudioStatus).starts_with("True\3False\3False\3True\3"));
+    CHECK(buffer(SrvPhoneNames) == "Desk\3Booth\3");
+    CHECK(std::ranges::count_if(room.store.content().audit, [](const auto& entry) {
+            return entry.event.action == "configuration read again";
+          }) == 1);
+  }
+
+  TEST_CASE("how long callers are known is what the configuration says last") {
+    ServerRoom room;
+    {
+      auto host = room.seat("host");
+      room.exchange().arrive(1, "5550100");
+      room.exchange().leave(1);
+      room.wait(1s);
+    }
+    room.wait(72h);
+    CHECK(room.store.content().caller_history("5550100").calls == 1);
+    ServerOptions options = ServerRoom::two_studios();
+    options.retention = {.days = 1};
+    room.server->reconfigure(options);
+    room.wait(24h);
+    CHECK(room.store.content().caller_history("5550100").calls == 0);
+  }
+
+  TEST_CASE("a first user is told once, and none where a backup has brought users meanwhile") {
+    ServerRoom room;
+    room.crash();
+    room.store.content() = {};
+    room.start();
+    room.wait(1s);
+    CHECK_FALSE(room.first_password.empty());
+    CHECK(room.store.content().accounts.size() == 1);
+    CHECK(std::ranges::count_if(room.store.content().audit, [](const auto& entry) {
+            return entry.event.action == "user added" && entry.event.detail == "engineer";
+          }) == 1);
+    room.crash();
+    room.first_password.clear();
+    room.start();
+    room.wait(1s);
+    CHECK(room.first_password.empty());
+  }
+
+  TEST_CASE("a server whose store can't be read tries until it can, and says so") {
+    ServerRoom room;
+    room.crash();
+    room.store.fail(true);
+    room.start();
+    room.wait(10s);
+    CHECK(std::ranges::count(room.log, "the store can't be read; it is tried again") >= 4);
+    CHECK_FALSE(room.connect()->is_open());
+    room.store.fail(false);
+    room.wait(2500ms);
+    CHECK(room.connect()->is_open());
+  }
+}
+
+}  // namespace lineweir::server
