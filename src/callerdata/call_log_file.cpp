@@ -117,7 +117,6 @@ void CallLogFile::compare_user_field() {
 }
 
 void CallLogFile::use_stored(const std::string& file, const std::string& handler) {
-  out_of_reach_.clear();
   attempt([&] { call_log_.choose(file); },
           [&](const Failure& failure) {
             // It will be let go, or there will be room again: the calls wait for it.

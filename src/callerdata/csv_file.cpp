@@ -9,12 +9,11 @@ namespace lineweir {
 
 CsvFile::CsvFile(platform::UserFiles& files, std::string path, const Letters& letters)
     : files_(files), path_(std::move(path)), letters_(letters) {
-  begin(Stage::Letters, TextEncoding::Utf8);
+  begin(Stage::Letters);
 }
 
-void CsvFile::begin(Stage stage, TextEncoding encoding) {
+void CsvFile::begin(Stage stage) {
   stage_ = stage;
-  encoding_ = encoding;
   input_ = files_.read(path_);
   read_ = 0;
   decoder_.reset();
@@ -43,7 +42,7 @@ void CsvFile::check_letters(std::string_view piece) {
   const bool sound = decoder_->decode(piece, text_) && (!piece.empty() || decoder_->end());
   if (!sound) encoding_ = TextEncoding::OneByte;
   // Only UTF-8 has to be read to its end to be known.
-  if (!sound || piece.empty() || encoding_ != TextEncoding::Utf8) begin(Stage::Records, encoding_);
+  if (!sound || piece.empty() || encoding_ != TextEncoding::Utf8) begin(Stage::Records);
 }
 
 void CsvFile::add_records(std::string_view piece) {

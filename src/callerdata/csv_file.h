@@ -30,7 +30,7 @@ class CsvFile {
  private:
   enum class Stage { Letters, Records, Done };
 
-  void begin(Stage stage, TextEncoding encoding);
+  void begin(Stage stage);
   void check_letters(std::string_view piece);
   void add_records(std::string_view piece);
 

@@ -54,7 +54,6 @@ std::vector<EntryDraft> DraftKeeper::restore() {
   std::vector<EntryDraft> restored = drafts_of_files(state_.services.letters, left);
   for (EntryDraft& draft : restored) {
     draft.call = call_log_.new_call();
-    draft.ended->call = draft.call;
     // A line that isn't in use any more couldn't be opened.
     draft.line = std::min(draft.line, state_.lines.LineCount - 1);
     drafts_.keep(draft);

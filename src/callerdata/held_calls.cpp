@@ -32,11 +32,10 @@ void HeldCalls::begin(platform::Recordset& log) {
   rows_ = log.count();
   behind_.reset();
   calls_.clear();
-  taken_.clear();
 }
 
 int HeldCalls::percent() const {
-  if (stage_ == Stage::Done || rows_ <= 0) return 100;
+  if (stage_ != Stage::Looking || rows_ <= 0) return 100;
   const auto looked_at = static_cast<std::int64_t>(calls_.size());
   return static_cast<int>(std::clamp<std::int64_t>(looked_at * 100 / rows_, 0, 100));
 }

@@ -29,8 +29,8 @@ std::string lines_text(std::int64_t lines) {
 
 std::string line_text(std::int64_t line) { return "Line " + grouped_number(line) + ": "; }
 
-std::string percent_text(const std::string& doing, std::int64_t done, std::int64_t of) {
-  return doing + ", " + std::to_string(of > 0 ? done * 100 / of : 0) + " %";
+std::string percent_text(const std::string& doing, std::int64_t percent) {
+  return doing + ", " + std::to_string(percent) + " %";
 }
 
 }  // namespace
@@ -183,8 +183,8 @@ void LogImport::tell(const std::string& sentence) {
 }
 
 void LogImport::show_work() {
-  std::string work = percent_text("Reading", file_->percent(), 100);
-  if (held_.working()) work = percent_text("Looking through the log", held_.percent(), 100);
+  std::string work = percent_text("Reading", file_->percent());
+  if (held_.working()) work = percent_text("Looking through the log", held_.percent());
   if (waits_) work = "Waiting for the file";
   state_.ImportPreview.ResultLabel.caption = work;
 }
@@ -240,7 +240,7 @@ void LogImport::StoreTimer_Timer() {
     default:
       if (!cancelling) {
         form.ResultLabel.caption =
-            percent_text("Storing " + calls_text(to_import()), progress.done, calls_);
+            percent_text("Storing " + calls_text(to_import()), progress.done * 100 / calls_);
       }
   }
 }

@@ -59,12 +59,11 @@ bool ReceivedData::take(std::string_view text, int line) {
     return false;
   }
   if (is_own(text.substr(0, text.find(field_end)))) return false;
-  const auto details = decode_caller_data(text);
-  if (!details) return false;
+  const CallerDetails details = decode_caller_data(text).value();
   for (std::size_t i = 0; i < entry_fields.size(); ++i) {
     // Through the record, whose fixed fields cut and pad.
     const CallerField field = entry_fields[i].field;
-    record.set(field, details->fields[i]);
+    record.set(field, details.fields[i]);
     form.labels_of(field)(line).caption = record[field];
   }
   line_texts_.renewed(line);

@@ -287,6 +287,20 @@ TEST_SUITE("callerdata/call log file") {
     CHECK(test.console.Lineweir.Data1.record_source == "Caller Records");
     CHECK(test.platform.dialogs.take_asked().empty());
   }
+
+  TEST_CASE("the log is asked for as a file that may be new") {
+    ScriptedConsole test;
+    test.platform.dialogs.take_asked();
+    test.console.Lineweir.DatabasePathMenuItem.on_click();
+    const auto asked = test.platform.dialogs.take_asked();
+    REQUIRE(asked.size() == 1);
+    const auto& question = std::get<platform::FileQuestion>(asked[0]);
+    CHECK(question.title == "Open");
+    CHECK(question.may_be_new);
+    CHECK_FALSE(question.for_saving);
+    CHECK(question.shown_title == "Choose or create the call log");
+    CHECK(question.shown_filter == "Call logs (*.mdb)|*.mdb|All files (*.*)|*.*");
+  }
 }
 
 }  // namespace

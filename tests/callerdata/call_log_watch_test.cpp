@@ -159,6 +159,35 @@ TEST_SUITE("callerdata/call log watch") {
     CHECK(text(failure_number::database_damaged) ==
           kept + "Choose a log with Options, Database Path.");
   }
+
+  TEST_CASE("a log that was replaced is shown anew at once, and what is told then is told once") {
+    WatchedLog test;
+    test.end_call("Ann");
+    test.console.Lineweir.ShowDatabaseMenuItem.on_click();
+    CHECK(test.console.DatabaseViewer.DBGrid1.rows == 1);
+    test.platform.databases.remove(log_path);
+    create_log(test.platform);
+    test.end_call("Bob");
+    CHECK(test.take_messages() == Texts{"The call log 'calls.lwl' was replaced by another file. "
+                                        "Calls go into that one from now on."});
+    CHECK(test.console.DatabaseViewer.DBGrid1.cell(1, 0) == "Bob");
+  }
+
+  TEST_CASE("a journal that has trouble is told once, and again when it has had none between") {
+    WatchedLog test;
+    test.fail(failure_number::database_in_use);
+    test.end_call("Ann");
+    CHECK(test.take_messages() == Texts{in_use});
+    for (int i = 0; i < 2; ++i) {
+      test.platform.journal.set_trouble("No space left.");
+      test.end_call("Bob");
+      test.end_call("Cyd");
+      CHECK(test.take_messages().size() == 1);
+      test.platform.journal.set_trouble("");
+      test.end_call("Dora");
+      CHECK(test.take_messages().empty());
+    }
+  }
 }
 
 }  // namespace

@@ -589,6 +589,32 @@ TEST_SUITE("callerdata/what is typed is never lost") {
     test.open(3);
     CHECK(test.text(1) == "");
   }
+
+  TEST_CASE("the caret stands behind what each field shows") {
+    EntryForm test;
+    for (int entry = 1; entry <= entry_field_count; ++entry) {
+      test.shown(0, entry).caption = std::string(static_cast<std::size_t>(entry % 4 + 1), '1');
+    }
+    test.open(0);
+    for (int entry = 1; entry <= entry_field_count; ++entry) {
+      CAPTURE(entry);
+      CHECK(test.box(entry).sel_start == static_cast<int>(test.text(entry).size()));
+    }
+    test.box(8).sel_start = 0;
+    int key = 'f';
+    test.box(8).on_key_press(key);
+    CHECK(test.box(8).sel_start == 6);
+  }
+
+  TEST_CASE("a notice of a full field goes when the field is typed in again") {
+    EntryForm test;
+    test.open(0);
+    test.box(8).edit("Female", 6);
+    test.box(1).edit(std::string(200, 'x'), 200);
+    CHECK(test.form().NoticeLabel.visible);
+    test.box(1).edit("Ann", 3);
+    CHECK_FALSE(test.form().NoticeLabel.visible);
+  }
 }
 
 }  // namespace

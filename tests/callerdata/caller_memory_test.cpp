@@ -191,6 +191,67 @@ TEST_SUITE("callerdata/caller memory") {
     CHECK(test.take_trace().at(0).starts_with("Form4_TheText_Change Error - "));
     CHECK(test.text(6) == "55501001");
   }
+
+  TEST_CASE("Esc that declines an offer does nothing else, and is a key like others without one") {
+    KnownCaller test;
+    test.open(0);
+    test.type(6, "5550100");
+    CHECK(test.offers());
+    int key = 27;
+    test.box(6).on_key_press(key);
+    CHECK(key == 0);
+    key = 27;
+    test.box(6).on_key_press(key);
+    CHECK(key == 27);
+    // A letter is typed all the same.
+    test.type(6, "\b0");
+    CHECK(test.offers());
+    key = 'x';
+    test.box(1).on_key_press(key);
+    CHECK(key == 'x');
+    CHECK(test.silent());
+  }
+
+  TEST_CASE("filling in leaves the caret behind the texts and the focus in the next empty field") {
+    KnownCaller test;
+    test.open(0);
+    for (int entry = 1; entry < entry_field_count; ++entry) {
+      if (entry != 1 && entry != 3 && entry != 6 && entry != 8) test.box(entry).edit("x", 1);
+    }
+    test.box(8).edit("Female", 6);
+    test.type(6, "5550100");
+    test.form().MemoryFill.on_click();
+    CHECK(test.box(1).sel_start == 7);
+    CHECK(test.box(3).sel_start == 4);
+    CHECK(test.focused() == entry_field_count);
+    CHECK(test.silent());
+  }
+
+  TEST_CASE("another log in the place of the one that was open is looked into") {
+    KnownCaller test;
+    test.open(0);
+    test.type(6, "5550100");
+    CHECK(test.offers());
+    test.platform.databases.remove(log_path);
+    create_log(test.platform);
+    const auto rows =
+        test.platform.databases.open(log_path)->open_recordset(std::string(call_log_table));
+    rows->add_new();
+    rows->set_field("PhoneNumber", "555-0100");
+    rows->set_field("Caller Name", "Bea Lee");
+    rows->update();
+    test.type(6, "\b0");
+    CHECK(test.form().MemoryLabel.caption == "Called once, never on air\r\nBea Lee");
+    // And so is one that is chosen.
+    test.platform.databases.create("other.lwl")
+        ->create_table(std::string(call_log_table), new_log_columns("User"));
+    test.console.Lineweir.Data1.database_name = "other.lwl";
+    test.type(6, "\b0");
+    CHECK(test.silent());
+    test.console.Lineweir.Data1.database_name = log_path;
+    test.type(6, "\b0");
+    CHECK(test.offers());
+  }
 }
 
 }  // namespace

@@ -163,6 +163,27 @@ TEST_SUITE("callerdata/caller notes") {
     form.ServerSilence.visible = false;
     CHECK(desk.note(2).top == lower.top);
   }
+
+  TEST_CASE("the caller on the first line, and on the last, is noted as the next one") {
+    NoteDesk desk;
+    for (const int line : {0, 9}) {
+      desk.caller(line, "Ann", "", "");
+      desk.box_sends(line == 0 ? "S00" : "F00S09");
+      desk.console.next_caller.pin(line);
+      CHECK(desk.notes() == std::vector<std::string>{std::to_string(line + 1) + " Ann"});
+    }
+  }
+
+  TEST_CASE("a console that ends before its notes are written anew ends quietly") {
+    platform::ScriptedPlatform platform;
+    {
+      Console console(platform.services());
+      console.startup.Main("");
+      console.Lineweir.LineName(2).caption = "Ann";
+    }
+    platform.loop.advance(platform::Milliseconds(1000));
+    CHECK(platform.loop.now() >= platform::Milliseconds(1000));
+  }
 }
 
 }  // namespace

@@ -108,6 +108,30 @@ TEST_SUITE("callerdata/csv file") {
     platform::ScriptedUserFiles user_files(files, databases);
     CHECK(failure_number_of([&] { CsvFile(user_files, "gone.csv", letters).work(); }) == 75);
   }
+
+  TEST_CASE("how far a file was read is told in percent") {
+    const CodePageLetters letters;
+    platform::MemoryFiles files;
+    std::string content = "Name\r\n";
+    while (content.size() < 1'000'000) content += "Ann\r\n";
+    files.replace("old.csv", content);
+    platform::MemoryDatabases databases;
+    platform::ScriptedUserFiles user_files(files, databases);
+    CsvFile file(user_files, "old.csv", letters);
+    std::vector<int> percents;
+    while (!file.at_end()) {
+      percents.push_back(file.percent());
+      file.work();
+      while (file.next()) {
+      }
+    }
+    CHECK(percents.front() == 0);
+    CHECK(std::ranges::is_sorted(percents));
+    CHECK(percents.back() == 100);
+    const auto middle = std::ranges::find_if(percents, [](int percent) { return percent >= 45; });
+    CHECK(*middle <= 60);
+    CHECK(file.percent() == 100);
+  }
 }
 
 }  // namespace

@@ -121,6 +121,32 @@ TEST_SUITE("callerdata/csv import") {
     CHECK(cut_values(values, log_columns).size() == 1);
     CHECK(values[3] == "0123456789abcd\xC3\xA9");
   }
+
+  TEST_CASE("texts are cleaned as if they were typed, of any control character of Unicode") {
+    CHECK(typed_text("Ann Lee") == "Ann Lee");
+    CHECK(typed_text("Ann\r\n\t Lee") == "Ann  Lee");
+    CHECK(typed_text("\nAnn\n") == " Ann ");
+    CHECK(typed_text("Ann\vLee\f") == "Ann Lee ");
+    CHECK(typed_text("Ann\x07Lee") == "AnnLee");
+    CHECK(typed_text("Ann\x1FLee") == "AnnLee");
+    CHECK(typed_text("Ann\x7FLee") == "AnnLee");
+    CHECK(typed_text("Ann\u0085Lee") == "Ann Lee");
+    CHECK(typed_text("Ann\u0080\u009FLee") == "AnnLee");
+    CHECK(typed_text("Ann\u00A0Lee") == "Ann\u00A0Lee");
+    CHECK(typed_text("Ann\u2028Lee\u2029") == "Ann Lee ");
+    CHECK(typed_text("20 \u20AC") == "20 \u20AC");
+    // What is no UTF-8 stays, byte for byte.
+    CHECK(typed_text("a\x07\xFF\xFE z") == "a\xFF\xFE z");
+  }
+
+  TEST_CASE("a problem behind the last column is told without a name") {
+    ImportColumns columns;
+    columns.names = {"Name", "City"};
+    CHECK(problem_sentence(2, {1, "x"}, columns) == "Line 2, column 1 \"Name\": expected x.");
+    CHECK(problem_sentence(2, {2, "x"}, columns) == "Line 2, column 2 \"City\": expected x.");
+    CHECK(problem_sentence(2, {3, "x"}, columns) == "Line 2, column 3: expected x.");
+    CHECK(problem_sentence(2, {0, "x"}, columns) == "Line 2, column 0: expected x.");
+  }
 }
 
 }  // namespace

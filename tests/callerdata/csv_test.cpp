@@ -212,6 +212,39 @@ TEST_SUITE("callerdata/csv") {
       RC_ASSERT(read == written);
     });
   }
+
+  TEST_CASE("behind a record without an end nothing more is read") {
+    CsvReader reader(',');
+    reader.add("a,b\r\n\"");
+    REQUIRE(reader.next());
+    reader.add(std::string(1'100'000, 'x'));
+    const auto broken = reader.next();
+    REQUIRE(broken);
+    REQUIRE(broken->problem);
+    CHECK(broken->line == 2);
+    CHECK(broken->problem->field == 1);
+    CHECK_FALSE(reader.next());
+    reader.add("\"\r\nc,d\r\n");
+    CHECK_FALSE(reader.next());
+    reader.end();
+    CHECK_FALSE(reader.next());
+  }
+
+  TEST_CASE("a record that comes in pieces is waited for, also between the parts of its line end") {
+    CsvReader reader(',');
+    reader.add("a,\"b");
+    CHECK_FALSE(reader.next());
+    reader.add("\"\"c\"\r");
+    CHECK_FALSE(reader.next());
+    reader.add("\nd");
+    CHECK(reader.next()->fields == Fields{"a", "b\"c"});
+    CHECK_FALSE(reader.next());
+    reader.end();
+    const auto last = reader.next();
+    REQUIRE(last);
+    CHECK(last->fields == Fields{"d"});
+    CHECK(last->line == 2);
+  }
 }
 
 }  // namespace

@@ -91,6 +91,39 @@ TEST_SUITE("callerdata/draft file") {
       CHECK(drafts_of_files(letters, {sound.substr(0, end)}).size() <= 1);
     }
   }
+
+  TEST_CASE("a draft whose line is no number is none") {
+    const std::string sound = draft_file_text(letters, {draft_of(4, "", "", {}, {"Ann"})});
+    const std::size_t place = sound.find("\r\n5,") + 2;
+    for (const char* number : {"5x", "x5", "0", "-5", "99999999999", "", "5 "}) {
+      CAPTURE(number);
+      std::string other = sound;
+      other.replace(place, 1, number);
+      CHECK(drafts_of_files(letters, {other}).empty());
+    }
+    std::string other = sound;
+    other.replace(place, 1, "1");
+    CHECK(drafts_of_files(letters, {other}).at(0).line == 0);
+  }
+
+  TEST_CASE("when and where a call was last seen is known whole or not at all") {
+    std::vector<EntryDraft> drafts = {draft_of(0, "", "", {}, {"Ann"})};
+    drafts.front().ended->last_seen = LastSeen{17, {2026, 12, 31, 23, 59, 58}};
+    const std::string sound = draft_file_text(letters, drafts);
+    const auto with = [&](const std::string& from, const std::string& to) {
+      std::string text = sound;
+      text.replace(text.find(from), from.size(), to);
+      const auto read = drafts_of_files(letters, {text});
+      REQUIRE(read.size() == 1);
+      return read.front().ended->last_seen.has_value();
+    };
+    CHECK(with("17", "17"));
+    CHECK(with(",17,", ",1,"));
+    CHECK_FALSE(with(",17,", ",0,"));
+    CHECK_FALSE(with(",17,", ",,"));
+    CHECK_FALSE(with("12/31/2026", "soon"));
+    CHECK_FALSE(with("11:59:58 PM", "late"));
+  }
 }
 
 }  // namespace

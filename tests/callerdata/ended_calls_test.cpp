@@ -634,11 +634,87 @@ TEST_SUITE("callerdata/drafts outlive the program") {
     CHECK(draft_file(desk) == "");
   }
 
+  TEST_CASE("several restored texts are told with their lines, and each is saved as its own call") {
+    LineDesk desk;
+    desk.box_sends("N03N04");
+    desk.open(line);
+    desk.type(1, "Ann");
+    desk.open(4);
+    desk.type(3, "Bath");
+    desk.form().close();
+    NextRun next(draft_file(desk));
+    CHECK(next.take_messages() ==
+          Texts{"Caller data was typed and not saved when Lineweir ended: line 4 (Ann), line 5. "
+                "Open the caller data of the line to save it."});
+    next.open(4);
+    CHECK(next.text(3) == "Bath");
+    CHECK(next.text(1) == "");
+    next.save();
+    CHECK(next.rows().size() == 1);
+    next.open(line);
+    CHECK(next.text(1) == "Ann");
+    next.form().DiscardCall.on_click();
+    CHECK(next.rows().size() == 1);
+    CHECK(draft_file(next) == "");
+  }
+
   TEST_CASE("a file that can't be read as drafts is passed over") {
     for (const char* file : {"", "x", "\"", "Line,Call log\r\n1,2\r\n", "\0\xff\n"}) {
       NextRun next(file);
       CHECK(next.take_messages().empty());
     }
+  }
+
+  TEST_CASE("the first line and the last have callers before and after as others have") {
+    for (const int at : {0, 9}) {
+      CAPTURE(at);
+      const std::string number = at == 0 ? "00" : "09";
+      LineDesk desk;
+      desk.box_sends("N" + number);
+      desk.open(at);
+      desk.type(1, "Ann");
+      desk.box_sends("F" + number);
+      CHECK_FALSE(desk.form().OtherCall.visible);
+      desk.box_sends("R" + number);
+      CHECK(desk.form().OtherCall.visible);
+      desk.open(at);
+      CHECK(desk.text(1) == "");
+      desk.form().OtherCall.on_click();
+      CHECK(desk.text(1) == "Ann");
+      desk.save();
+      CHECK(desk.rows().size() == 1);
+    }
+  }
+
+  TEST_CASE("what is held of one line's ended call opens no form of another line") {
+    LineDesk desk;
+    desk.box_sends("N03N04");
+    desk.open(line);
+    desk.type(1, "Ann");
+    desk.box_sends("F03");
+    desk.open(4);
+    CHECK(desk.text(1) == "");
+    CHECK_FALSE(desk.form().NoticeLabel.visible);
+    desk.open(5);
+    CHECK(desk.text(1) == "");
+    CHECK_FALSE(desk.form().DiscardCall.visible);
+    desk.open(line);
+    CHECK(desk.text(1) == "Ann");
+    CHECK(desk.tells(hung_up));
+  }
+
+  TEST_CASE("a text that was kept needs no further keeping until it is typed on") {
+    LineDesk desk;
+    desk.box_sends("N03");
+    desk.open(line);
+    desk.type(1, "Ann");
+    CHECK(desk.form().DraftTimer.enabled);
+    desk.platform.loop.advance(platform::Milliseconds(600));
+    CHECK_FALSE(desk.form().DraftTimer.enabled);
+    desk.type(1, "a");
+    CHECK(desk.form().DraftTimer.enabled);
+    desk.form().close();
+    CHECK_FALSE(desk.form().DraftTimer.enabled);
   }
 }
 

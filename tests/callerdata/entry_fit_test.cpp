@@ -88,6 +88,28 @@ TEST_SUITE("callerdata/entry fit") {
     CHECK(number_within("312 555 0100", 15) == "312 555 0100");
     CHECK(number_within("+1 (312) 555-0100", 15) == "+13125550100");
   }
+
+  TEST_CASE("a number that fits without its separators keeps the country's sign") {
+    CHECK(number_within("+1 312 555 0100 123", 15) == "+13125550100123");
+    CHECK(number_within("+1 312 555 0100 1234", 15) ==
+          "13125550100"
+          "1234");
+    CHECK(fit_number("", {"+1 312 555 0100 123", 19}, 15) ==
+          EditedText{"+13125550100123", 15, false});
+  }
+
+  TEST_CASE("a text that only holds digits, or few of them, is no number") {
+    CHECK(number_within("ext 5550100 5550100", 15) == "ext 5550100 5550100");
+    CHECK(number_within("1 - 2 - 3 - and so on", 15) == "1 - 2 - 3 - and so on");
+    CHECK(number_within("- - - - - - - - - - - ", 15) == "- - - - - - - - - - - ");
+    CHECK(number_within("1 - 2 - 3 - 4 and so on", 15) == "1234andsoon");
+    CHECK(number_within("+ 1 - 2 - 3 - 4 and so on", 15) == "+1234andsoon");
+  }
+
+  TEST_CASE("the caret at the front stays there when the country's sign goes") {
+    CHECK(fit_number("", {"+123 456 789 012 345", 0}, 15) ==
+          EditedText{"123456789012345", 0, false});
+  }
 }
 
 }  // namespace

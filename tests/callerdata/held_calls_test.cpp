@@ -83,6 +83,52 @@ TEST_SUITE("callerdata/held calls") {
     log.held.forget();
     CHECK_FALSE(log.held.take(log.call("Ann")));
   }
+
+  TEST_CASE(
+      "what was looked at is known no more when it is forgotten, or when another log begins") {
+    HeldLog log;
+    log.add("Ann");
+    log.look();
+    CHECK(log.held.take(log.call("Ann")));
+    log.held.put_back();
+    log.held.forget();
+    CHECK_FALSE(log.held.take(log.call("Ann")));
+    HeldLog other;
+    other.add("Bob");
+    log.look();
+    CHECK(log.held.take(log.call("Ann")));
+    for (log.held.begin(*other.rows); log.held.working();) log.held.work();
+    CHECK_FALSE(log.held.take(log.call("Ann")));
+    CHECK(log.held.take(log.call("Bob")));
+  }
+
+  TEST_CASE("how far it is, is told from nothing to all") {
+    HeldLog log;
+    for (int i = 0; i < 10000; ++i) log.add(std::to_string(i));
+    std::vector<int> percents;
+    for (log.held.begin(*log.rows); log.held.working(); log.held.work()) {
+      percents.push_back(log.held.percent());
+    }
+    CHECK(percents.at(0) == 0);
+    CHECK(percents.at(1) == 40);
+    CHECK(percents.at(2) == 80);
+    // While they are put in order nothing is left to look at.
+    CHECK(percents.back() == 100);
+    CHECK(log.held.percent() == 100);
+    HeldLog empty;
+    empty.held.begin(*empty.rows);
+    CHECK(empty.held.percent() == 100);
+  }
+
+  TEST_CASE("a row that was removed since is held no more") {
+    HeldLog log;
+    log.add("Ann");
+    log.add("Bob");
+    log.look();
+    log.rows->remove(1);
+    CHECK_FALSE(log.held.take(log.call("Ann")));
+    CHECK(log.held.take(log.call("Bob")));
+  }
 }
 
 }  // namespace

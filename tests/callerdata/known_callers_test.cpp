@@ -426,6 +426,95 @@ TEST_SUITE("callerdata/known callers") {
     desk.wait(100);
     CHECK(desk.console.Lineweir.CallerNote(0).caption == "3 Anna Lee");
   }
+
+  TEST_CASE("the window's notice goes when it begins anew with another number") {
+    ServedDesk desk;
+    desk.open(0);
+    desk.type(6, "555 0100");
+    desk.form().FlagCaller.on_click();
+    desk.flag_form().UntilText.edit("soon", 4);
+    desk.choose(desk.flag_form().BarredFlag);
+    desk.flag_form().OKButton.on_click();
+    CHECK(desk.flag_form().NoticeLabel.visible);
+    desk.form().FlagCaller.on_click();
+    CHECK(desk.flag_form().NoticeLabel.visible);
+    desk.type(6, "9");
+    desk.form().FlagCaller.on_click();
+    CHECK_FALSE(desk.flag_form().NoticeLabel.visible);
+    CHECK(desk.flag_form().UntilText.text == "");
+  }
+
+  TEST_CASE("the carets of the flag's texts stand behind them") {
+    ServedDesk desk;
+    desk.open(0);
+    desk.type(6, "555 0100");
+    desk.wait(400);
+    desk.tell(no_value, 3, anna);
+    desk.form().FlagCaller.on_click();
+    CHECK(desk.flag_form().ReasonText.sel_start == 5);
+    CHECK(desk.flag_form().UntilText.sel_start == 10);
+  }
+
+  TEST_CASE("an answer is shown once: whoever has declined it isn't offered it again") {
+    ServedDesk desk;
+    desk.open(0);
+    desk.type(6, "555 0100");
+    desk.wait(400);
+    desk.tell(no_value, 3, anna);
+    CHECK(desk.form().MemoryLabel.visible);
+    desk.type(1, "A");
+    CHECK_FALSE(desk.form().MemoryLabel.visible);
+    desk.tell(2, 2, "555 0777\0037\0033\0032026-11-12 20:15\3Bo\3Troy\3\3\3");
+    CHECK_FALSE(desk.form().MemoryLabel.visible);
+    desk.tell(no_value, 3, anna);
+    CHECK_FALSE(desk.form().MemoryLabel.visible);
+    // A number that is typed anew is asked for, and its answer shown.
+    desk.type(6, "\b0");
+    desk.wait(400);
+    desk.tell(no_value, 3, anna);
+    CHECK(desk.form().MemoryLabel.visible);
+  }
+
+  TEST_CASE("nothing is asked for a form that was closed, nor for a number that was taken out") {
+    ServedDesk desk;
+    desk.open(0);
+    desk.type(6, "555 0100");
+    desk.form().close();
+    desk.wait(1000);
+    CHECK(desk.sent().empty());
+    desk.open(1);
+    desk.type(6, "555 0100");
+    desk.box(6).edit("555", 3);
+    desk.wait(1000);
+    CHECK(desk.sent().empty());
+    CHECK_FALSE(desk.form().AskTimer.enabled);
+    // A flag that is set for a closed form's number asks for nothing.
+    desk.box(6).edit("555 0100", 8);
+    desk.wait(1000);
+    CHECK(desk.sent() == Sent{"26 555 0100"});
+    desk.form().FlagCaller.on_click();
+    desk.choose(desk.flag_form().CarefulFlag);
+    desk.form().close();
+    desk.flag_form().OKButton.on_click();
+    CHECK(desk.sent() == Sent{"27 2 555 0100\3\3"});
+    desk.wait(1000);
+    CHECK(desk.sent().empty());
+  }
+
+  TEST_CASE("a console that goes over to another link forgets what the server told") {
+    ServedDesk desk;
+    desk.tell(2, 3, anna);
+    CHECK(desk.console.known_callers.on_line(2) != nullptr);
+    // What else changes on the form changes nothing of it.
+    desk.console.Lineweir.LineName(2).caption = "x";
+    desk.console.Lineweir.WinsockMenu.enabled = true;
+    CHECK(desk.console.known_callers.on_line(2) != nullptr);
+    CHECK(desk.console.known_callers.served());
+    desk.console.Lineweir.WinsockMenu.checked = false;
+    CHECK(desk.console.known_callers.on_line(2) == nullptr);
+    CHECK_FALSE(desk.console.known_callers.served());
+    CHECK_FALSE(desk.console.known_callers.remembers());
+  }
 }
 
 }  // namespace

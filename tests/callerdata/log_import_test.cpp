@@ -2,6 +2,8 @@
 
 #include <doctest/doctest.h>
 
+#include <algorithm>
+
 #include "support/call_viewer.h"
 
 namespace lineweir::test {
@@ -354,6 +356,169 @@ TEST_SUITE("callerdata/log import") {
     CHECK_FALSE(test.preview().loaded());
     test.wait();
     CHECK(logged_rows(test).empty());
+  }
+
+  TEST_CASE("the file that is imported is asked for with what it may be") {
+    Import test;
+    test.platform.dialogs.take_asked();
+    test.form().ImportButton.on_click();
+    const auto asked = test.platform.dialogs.take_asked();
+    REQUIRE(asked.size() == 1);
+    const auto& question = std::get<platform::FileQuestion>(asked[0]);
+    CHECK(question.title == "Import");
+    CHECK(question.filter == "CSV Files (*.csv)|*.csv|All Files (*.*)|*.*");
+    CHECK(question.shown_title == "Import calls from a CSV file");
+    CHECK(question.shown_filter ==
+          "CSV files (*.csv)|*.csv|Text files (*.txt)|*.txt|All files (*.*)|*.*");
+    CHECK_FALSE(question.for_saving);
+    CHECK_FALSE(test.preview().loaded());
+  }
+
+  TEST_CASE("the preview tells whose it is and which columns it has, and shows 200 calls") {
+    Import test;
+    std::string content = "Caller Name\r\n";
+    for (int i = 0; i < 300; ++i) content += "caller " + std::to_string(i) + "\r\n";
+    test.choose(content);
+    ImportPreviewForm& form = test.preview();
+    CHECK(form.FileLabel.caption == "old.csv");
+    CHECK(form.PreviewGrid.headings.get().size() == 14);
+    CHECK(form.PreviewGrid.column_widths.size() == 14);
+    CHECK(form.PreviewGrid.shown_columns.front().heading == "Date");
+    CHECK(form.PreviewGrid.rows == 200);
+    CHECK(form.PreviewGrid.cell(1, 0) == "caller 0");
+    CHECK(form.PreviewGrid.cell(200, 0) == "caller 199");
+    for (const int row : {-1, 0, 201}) CHECK(form.PreviewGrid.row_texts(row).empty());
+    CHECK(form.ResultLabel.caption == "300 calls can be imported.");
+    test.import();
+    CHECK(logged_rows(test).size() == 300);
+  }
+
+  TEST_CASE(
+      "another file that is chosen takes the place of the one before with all that was told") {
+    Import test;
+    test.choose("Caller Name,City\r\nAnn,Salem\r\nBob\r\n");
+    CHECK_FALSE(test.preview().ProblemList.list.get().empty());
+    test.choose("Caller Name\r\nCyd\r\n");
+    CHECK(test.preview().ResultLabel.caption == "1 call can be imported.");
+    CHECK(test.preview().ProblemList.list.get().size() == 1);
+    CHECK(test.preview().PreviewGrid.rows == 1);
+    CHECK(test.preview().HeldCheck.enabled);
+    CHECK_FALSE(test.preview().HeldCheck.visible);
+    test.import();
+    REQUIRE(logged_rows(test).size() == 1);
+    // So does one behind an import that was stored with the calls that the log held.
+    test.choose("Caller Name\r\nCyd\r\n");
+    test.preview().HeldCheck.value = 1;
+    test.preview().HeldCheck.on_click();
+    test.import();
+    test.choose("Caller Name\r\nCyd\r\n");
+    CHECK(test.preview().HeldCheck.value == 0);
+    CHECK(test.preview().ResultLabel.caption ==
+          "0 calls can be imported. 1 call that the log holds already will be left out.");
+  }
+
+  TEST_CASE(
+      "the focus is on Cancel until calls can be imported, and goes back while they are stored") {
+    Import test;
+    ImportPreviewForm& form = test.preview();
+    test.platform.user_files.stall(true);
+    test.choose("Caller Name\r\nAnn\r\n");
+    CHECK(form.focused() == &form.ImportCancel);
+    CHECK(form.ImportCancel.enabled);
+    SUBCASE("by itself") {
+      test.platform.user_files.stall(false);
+      test.wait(10);
+      CHECK(form.focused() == &form.ImportOk);
+    }
+    SUBCASE("unless the user has put it elsewhere") {
+      form.focus(&form.PreviewGrid);
+      test.platform.user_files.stall(false);
+      test.wait(10);
+      CHECK(form.focused() == &form.PreviewGrid);
+    }
+    test.platform.failing_databases.fail(failure_number::database_in_use);
+    form.ImportOk.on_click();
+    CHECK(form.focused() == &form.ImportCancel);
+    CHECK_FALSE(form.ImportOk.enabled);
+    CHECK_FALSE(form.HeldCheck.enabled);
+    CHECK(form.ResultLabel.caption == "Storing 1 call");
+    // A second click stores nothing twice.
+    form.ImportOk.on_click();
+    test.platform.failing_databases.fail(0);
+    test.wait();
+    CHECK(logged_rows(test).size() == 1);
+  }
+
+  TEST_CASE("closing the preview is cancelling it") {
+    Import test;
+    test.choose("Caller Name\r\nAnn\r\n");
+    test.preview().close();
+    CHECK_FALSE(test.preview().loaded());
+    test.wait();
+    CHECK(logged_rows(test).empty());
+    test.choose("Caller Name\r\nAnn\r\n");
+    test.platform.failing_databases.fail(failure_number::database_in_use);
+    test.preview().ImportOk.on_click();
+    test.preview().close();
+    CHECK(test.preview().loaded());
+    CHECK(test.preview().ResultLabel.caption == "Cancelling");
+    test.wait();
+    test.platform.failing_databases.fail(0);
+    test.wait();
+    CHECK_FALSE(test.preview().loaded());
+    CHECK(logged_rows(test).empty());
+  }
+
+  TEST_CASE("how far the file and the log are is shown as it goes on") {
+    Import test;
+    test.log_calls(60000);
+    std::string content = "Caller Name\r\n";
+    for (int i = 0; i < 300000; ++i) content += "new caller " + std::to_string(i) + "\r\n";
+    test.platform.files.replace("old.csv", content);
+    test.platform.dialogs.answer_file("old.csv");
+    test.form().ImportButton.on_click();
+    std::vector<int> reading;
+    std::vector<int> looking;
+    for (int i = 0; i < 5000 && test.preview().ReadTimer.enabled; ++i) {
+      const std::string told = test.preview().ResultLabel.caption;
+      const std::string head = told.substr(0, told.find(','));
+      const auto percent = std::stoi(told.substr(told.rfind(',') + 1));
+      (head == "Reading" ? reading : looking).push_back(percent);
+      test.platform.loop.advance(platform::Milliseconds(1));
+    }
+    for (const auto* percents : {&reading, &looking}) {
+      REQUIRE(!percents->empty());
+      CHECK(std::ranges::is_sorted(*percents));
+      CHECK(percents->front() >= 0);
+      CHECK(percents->front() < 100);
+      CHECK(percents->back() <= 100);
+    }
+    CHECK(reading.back() >= 90);
+    CHECK(looking.back() == 100);
+    CHECK(test.preview().ResultLabel.caption == "300,000 calls can be imported.");
+  }
+
+  TEST_CASE("a log that fails while calls are stored is told in the trace too") {
+    Import test;
+    test.choose("Caller Name\r\nAnn\r\n");
+    test.take_trace();
+    test.platform.failing_databases.fail(failure_number::disk_full);
+    test.import();
+    const auto trace = test.take_trace();
+    CHECK(std::ranges::count_if(trace, [](const std::string& told) {
+            return told.starts_with("ImportPreview_StoreTimer_Timer Error - ");
+          }) == 1);
+  }
+
+  TEST_CASE("of two calls that were left out, and of one, it is told rightly") {
+    Import test;
+    test.log_call("Ann");
+    test.choose("Caller Name\r\nAnn\r\nBob\r\n");
+    test.import();
+    CHECK(test.take_messages() ==
+          Texts{"Imported 1 call. 1 call that the log held already was left out."});
+    // The viewer shows them at once.
+    CHECK(test.names() == Texts{"Bob", "Ann"});
   }
 }
 

@@ -2,6 +2,8 @@
 
 #include <doctest/doctest.h>
 
+#include <algorithm>
+
 #include "support/call_viewer.h"
 
 namespace lineweir::test {
@@ -193,6 +195,94 @@ TEST_SUITE("callerdata/log output") {
     CHECK(document.find("\tSponsor\nAnn\t") != std::string::npos);
     CHECK(document.find("Bob") == std::string::npos);
     CHECK(test.form().WorkLabel.caption == "Printed 1 call to out.pdf");
+  }
+
+  TEST_CASE("the questions for the files tell what is to be done") {
+    Output test;
+    test.open();
+    test.platform.dialogs.take_asked();
+    test.form().ExportButton.on_click();
+    test.form().PrintButton.on_click();
+    const auto asked = test.platform.dialogs.take_asked();
+    REQUIRE(asked.size() == 2);
+    const auto& to_export = std::get<platform::FileQuestion>(asked[0]);
+    CHECK(to_export.filter == "CSV Files (*.csv)|*.csv|All Files (*.*)|*.*");
+    CHECK(to_export.shown_title == "Export the calls shown to a CSV file");
+    const auto& to_print = std::get<platform::FileQuestion>(asked[1]);
+    CHECK(to_print.for_saving);
+    CHECK(to_print.title == "Print");
+    CHECK(to_print.filter == "PDF Files (*.pdf)|*.pdf|All Files (*.*)|*.*");
+    CHECK(to_print.shown_title == "Print the calls shown to a PDF file");
+  }
+
+  TEST_CASE("the name that is offered is the log's with another extension, wherever points stand") {
+    Output test;
+    const auto offered = [&](const std::string& log) {
+      test.platform.databases.create(log)->create_table(std::string(call_log_table),
+                                                        new_log_columns("User"));
+      test.console.Lineweir.Data1.database_name = log;
+      test.open();
+      test.platform.dialogs.take_asked();
+      test.form().ExportButton.on_click();
+      return std::get<platform::FileQuestion>(test.platform.dialogs.take_asked().at(0))
+          .default_path;
+    };
+    CHECK(offered("logs.2026/calls") == "logs.2026/calls.csv");
+    CHECK(offered("logs.2026/calls.mdb") == "logs.2026/calls.csv");
+    CHECK(offered("C:\\logs.old\\calls") == "C:\\logs.old\\calls.csv");
+    CHECK(offered(".calls") == ".calls.csv");
+    CHECK(offered("a.b.mdb") == "a.b.csv");
+  }
+
+  TEST_CASE("a file in another folder is told by its name alone") {
+    Output test;
+    test.log_call("Ann");
+    test.open();
+    test.export_to("/tmp/deep/out.csv");
+    test.wait();
+    CHECK(test.form().WorkLabel.caption == "Exported 1 call to out.csv");
+    test.print_to("C:\\deep\\out.pdf");
+    test.wait();
+    CHECK(test.form().WorkLabel.caption == "Printed 1 call to out.pdf");
+  }
+
+  TEST_CASE("while calls are exported nothing else is begun, and all is possible again behind it") {
+    Output test;
+    test.log_calls(1000);
+    test.open();
+    test.wait(50);
+    Button* const buttons[] = {&test.form().ExportButton, &test.form().PrintButton,
+                               &test.form().ImportButton};
+    test.export_to("out.csv");
+    CHECK(test.form().WorkLabel.caption == "Exporting, 0 %");
+    for (const Button* button : buttons) CHECK_FALSE(button->enabled);
+    CHECK(test.form().OutputTimer.enabled);
+    // A key that presses the button all the same asks for no other file.
+    test.platform.dialogs.take_asked();
+    test.form().PrintButton.on_click();
+    CHECK(test.platform.dialogs.take_asked().empty());
+    test.wait();
+    for (const Button* button : buttons) CHECK(button->enabled);
+    CHECK_FALSE(test.form().OutputTimer.enabled);
+    CHECK_FALSE(test.form().CancelWork.visible);
+    test.form().CancelWork.on_click();
+    CHECK(test.form().WorkLabel.caption == "Exported 1,000 calls to out.csv");
+  }
+
+  TEST_CASE("a call that was removed meanwhile is left out of what is exported") {
+    Output test;
+    test.log_call("Ann");
+    const auto removed = test.log_call("Bob");
+    test.log_call("Cyd");
+    test.open();
+    test.export_to("out.csv");
+    test.platform.databases.open(log_path)
+        ->open_recordset(std::string(call_log_table))
+        ->remove(removed);
+    test.wait();
+    const std::string exported = *test.platform.files.read("out.csv");
+    CHECK(std::ranges::count(exported, '\n') == 3);
+    CHECK(exported.find("Bob") == std::string::npos);
   }
 }
 

@@ -81,6 +81,27 @@ TEST_SUITE("callerdata/log text") {
     CHECK(calls_text(1) == "1 call");
     CHECK(calls_text(2500) == "2,500 calls");
   }
+
+  TEST_CASE("the parts of a date may be as small and as large as four digits are") {
+    const auto date = SortKind::Date;
+    CHECK(key(date, "0/0/0") < key(date, "0/1/0"));
+    CHECK(key(date, "0/1/0") < key(date, "1/0/0"));
+    CHECK(key(date, "1/1/9998") < key(date, "1/1/9999"));
+    CHECK(key(date, "1/1/9999") < key(date, "9999/9999/9999"));
+    CHECK(key(date, "9999/9999/9999") < key(date, "10000/1/1"));
+    CHECK(key(date, "-1/1/2026").starts_with("~"));
+    CHECK(key(date, "1/2/2026") < key(date, "1/10/2026"));
+    CHECK(key(SortKind::Time, "02:46:39") < key(SortKind::Time, "02:46:40"));
+  }
+
+  TEST_CASE("a word at the end of a text, and a text that is one word, are found as they stand") {
+    using Pieces = std::vector<TextPiece>;
+    CHECK(LogSearch("bo").places_in("Anna Bo") == Pieces{{5, 2}});
+    CHECK(LogSearch("bo").places_in("Bo") == Pieces{{0, 2}});
+    CHECK(LogSearch("a b").places_in("ab a") == Pieces{{0, 2}, {3, 1}});
+    CHECK(LogSearch("x").places_in("Bo").empty());
+    CHECK(LogSearch("x").places_in("").empty());
+  }
 }
 
 }  // namespace

@@ -2,6 +2,8 @@
 
 #include <doctest/doctest.h>
 
+#include <algorithm>
+
 #include "support/call_viewer.h"
 #include "support/property_check.h"
 
@@ -451,6 +453,216 @@ TEST_SUITE("callerdata/log viewer") {
           if (down) std::reverse(wanted.begin(), wanted.end());
           RC_ASSERT(test.names() == wanted);
         });
+  }
+
+  TEST_CASE(
+      "a viewer that is opened again shows the log as it was logged, whatever was looked for") {
+    CallViewer test;
+    for (const char* name : {"bob", "Ann", "carla"}) test.log_call(name);
+    test.open();
+    test.grid().on_heading_click(0);
+    test.search("ann");
+    CHECK(test.names() == Names{"Ann"});
+    test.form().ExitViewer.on_click();
+    CHECK(test.grid().headings.get().empty());
+    CHECK(test.form().SortList.list.get().empty());
+    CHECK(test.grid().rows == 0);
+    test.open();
+    CHECK(test.names() == Names{"carla", "Ann", "bob"});
+    CHECK(test.form().SearchText.text == "");
+    CHECK(test.form().SortDown.value == 1);
+    CHECK(test.form().SortList.list_index == 0);
+    CHECK(test.form().focused() == &test.form().SearchText);
+  }
+
+  TEST_CASE("nothing is left of a search that the closing of the viewer has ended") {
+    CallViewer test;
+    test.log_calls(30000);
+    test.open();
+    test.search("caller");
+    test.form().SearchText.text = "caller 1";
+    CHECK(test.form().WorkLabel.caption.get().starts_with("Searching, "));
+    test.form().ExitViewer.on_click();
+    CHECK(test.form().WorkLabel.caption == "");
+    CHECK_FALSE(test.form().WorkTimer.enabled);
+    test.wait();
+    CHECK(test.take_trace().empty());
+    CHECK(test.take_messages().empty());
+  }
+
+  TEST_CASE("the first call of the new order is selected, and its texts are shown") {
+    CallViewer test;
+    for (const char* name : {"Dora", "Ann", "carla"}) test.log_call(name);
+    test.open();
+    CHECK(test.form().DetailText(2).caption == "carla");
+    test.grid().on_heading_click(0);
+    test.wait(50);
+    CHECK(test.grid().row == 1);
+    CHECK(test.form().DetailText(2).caption == "Ann");
+    test.grid().select(3);
+    CHECK(test.form().DetailText(2).caption == "Dora");
+    test.grid().on_heading_click(0);
+    test.wait(50);
+    CHECK(test.form().DetailText(2).caption == "Dora");
+    CHECK(test.grid().row == 1);
+    CHECK(test.form().SortDown.value == 1);
+  }
+
+  TEST_CASE("a column's calls that are alike stand as they were logged") {
+    CallViewer test;
+    test.log_call("Ann", "Bath");
+    test.log_call("Bob", "Bath");
+    test.open();
+    test.grid().on_heading_click(2);
+    test.wait(50);
+    CHECK(test.names() == Names{"Ann", "Bob"});
+    for (const char* name : {"Carla", "Dora"}) test.log_call(name, "bath");
+    test.log_call("Ed", "Reno");
+    test.log_call("Flo", "Alma");
+    test.wait();
+    CHECK(test.names() == Names{"Flo", "Ann", "Bob", "Carla", "Dora", "Ed"});
+    CHECK(test.form().CountLabel.caption == "6 calls");
+  }
+
+  TEST_CASE("the search looks into the first column and the last, in any order of the calls") {
+    CallViewer test;
+    test.log_call({{0, "Ann"}, {13, "Gardening"}});
+    test.log_call({{0, "Bob"}, {13, "Cooking"}});
+    test.open();
+    for (int order = 0; order < 3; ++order) {
+      test.search("garden");
+      CHECK(test.names() == Names{"Ann"});
+      test.search("bob");
+      CHECK(test.names() == Names{"Bob"});
+      test.search("");
+      test.grid().on_heading_click(order == 0 ? 13 : 0);
+      test.wait(50);
+    }
+  }
+
+  TEST_CASE("each column of the list of orders sorts by itself, and by its kind") {
+    CallViewer test;
+    const auto log = [&](const char* name, const char* date, const char* wait, const char* placed) {
+      test.log_call({{0, name}, {9, date}, {10, wait}, {11, placed}});
+    };
+    log("Ann", "10/1/2025", "00:10:00", "01:00:00 PM");
+    log("Bob", "9/30/2025", "02:46:40", "11:00:00 AM");
+    log("Cyd", "1/1/2026", "02:46:39", "12:00:00 AM");
+    test.open();
+    const auto by = [&](int entry) {
+      test.form().SortList.select(entry);
+      test.wait(50);
+      return test.names();
+    };
+    CHECK(by(1) == Names{"Bob", "Ann", "Cyd"});
+    CHECK(by(2) == Names{"Cyd", "Bob", "Ann"});
+    CHECK(by(3) == Names{"Ann", "Bob", "Cyd"});
+    CHECK(by(7) == Names{"Ann", "Cyd", "Bob"});
+    CHECK(by(0) == Names{"Cyd", "Bob", "Ann"});
+    CHECK(test.grid().column_widths.size() == 14);
+  }
+
+  TEST_CASE("very many calls that come in at once are all shown, and all looked through") {
+    CallViewer test;
+    test.log_call("first");
+    test.open();
+    test.log_calls(1000);
+    test.wait();
+    CHECK(test.grid().rows == 1001);
+    CHECK(test.names().front() == "caller 999");
+    CHECK(test.names().back() == "first");
+    CHECK(test.form().CountLabel.caption == "1,001 calls");
+    test.grid().on_heading_click(0);
+    test.wait(50);
+    test.log_calls(450);
+    test.wait();
+    CHECK(test.grid().rows == 1451);
+    CHECK(std::ranges::is_sorted(test.names()));
+    CHECK_FALSE(test.form().WorkTimer.enabled);
+  }
+
+  TEST_CASE("how far the reading, the search and the sorting are is shown") {
+    CallViewer test;
+    test.log_calls(45000);
+    test.open();
+    CHECK(test.form().WorkLabel.caption == "Reading, 44 %");
+    test.wait(2000);
+    test.form().SearchText.text = "caller";
+    CHECK(test.form().WorkLabel.caption == "Searching, 8 %");
+    test.wait(2000);
+    test.form().SearchText.text = "";
+    test.wait(2000);
+    test.form().SortList.select(3);
+    bool sorted = false;
+    Names shown;
+    for (int i = 0; i < 2000 && test.form().WorkTimer.enabled; ++i) {
+      const std::string told = test.form().WorkLabel.caption;
+      if (shown.empty() || shown.back() != told) shown.push_back(told);
+      sorted = sorted || told == "Sorting";
+      test.platform.loop.advance(platform::Milliseconds(1));
+    }
+    CHECK(sorted);
+    CHECK(shown.front() == "Reading, 8 %");
+    CHECK(shown.back() == "Sorting");
+    CHECK(test.form().WorkLabel.caption == "");
+    CHECK(test.grid().cell(1, 0) == "caller 0");
+  }
+
+  TEST_CASE("rows that the view doesn't have are empty") {
+    CallViewer test;
+    test.log_call("Ann");
+    test.open();
+    for (const int row : {-1, 0, 2, 100}) CHECK(test.grid().row_texts(row).empty());
+    CHECK(test.grid().row_texts(1).front() == "Ann");
+  }
+
+  TEST_CASE("a call that was removed from a sorted view is passed over where others come in") {
+    CallViewer test;
+    test.log_call("Ann");
+    const auto removed = test.log_call("Bob");
+    test.log_call("Cyd");
+    test.open();
+    test.grid().on_heading_click(0);
+    test.wait(50);
+    test.platform.databases.open(log_path)
+        ->open_recordset(std::string(call_log_table))
+        ->remove(removed);
+    test.log_call("Dora");
+    test.wait(5000);
+    CHECK(test.grid().row_texts(test.grid().rows).front() == "Dora");
+    test.form().SearchText.text = "";
+    test.grid().on_heading_click(0);
+    test.wait(50);
+    CHECK(test.names() == Names{"Dora", "Cyd", "Ann"});
+  }
+
+  TEST_CASE("a call that a search doesn't find any more is gone from it, with its texts") {
+    CallViewer test;
+    test.log_call("Ann", "Bath", "1/5/2026");
+    test.open();
+    test.wait();
+    CHECK(test.form().DayLabel.caption == "Today: 1 call, 0 on air");
+    CHECK(test.form().DetailText(4).caption == "Bath");
+    test.search("nobody");
+    CHECK(test.form().DayLabel.caption == "");
+    CHECK(test.form().DetailText(4).caption == "");
+    CHECK(test.form().CountLabel.caption == "0 of 1 call");
+  }
+
+  TEST_CASE("while the days are counted, none is told yet") {
+    CallViewer test;
+    test.log_calls(9000);
+    test.log_call("Ann", "", "1/5/2026");
+    test.open();
+    CHECK(test.form().DayLabel.caption == "");
+    test.wait();
+    CHECK(test.form().DayLabel.caption == "Today: 1 call, 0 on air");
+    // The next opening counts anew.
+    test.form().ExitViewer.on_click();
+    test.open();
+    CHECK(test.form().DayLabel.caption == "");
+    test.wait();
+    CHECK(test.form().DayLabel.caption == "Today: 1 call, 0 on air");
   }
 }
 

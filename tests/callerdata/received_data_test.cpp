@@ -175,6 +175,17 @@ TEST_SUITE("callerdata/received data") {
     CHECK(test.take_trace().size() > 0);
     CHECK(test.shown(0, 1).caption == "");
   }
+
+  TEST_CASE("over the socket the row shows the texts without the blanks of their fields") {
+    EntryForm test;
+    test.connect_socket();
+    test.receive(3, "Jo\2  Ann \2\2 Bath\2");
+    CHECK(test.shown(3, 1).caption == "Ann");
+    CHECK(test.shown(3, 3).caption == "Bath");
+    for (int entry = 4; entry <= entry_field_count; ++entry) {
+      CHECK(test.shown(3, entry).caption == "");
+    }
+  }
 }
 
 }  // namespace
