@@ -449,7 +449,7 @@ TEST_SUITE("callerdata/known callers") {
     desk.open(0);
     desk.type(6, "555 0100");
     desk.wait(400);
-    desk.tell(no_value, 3, anna);
+    desk.tell(no_value, 3, anna_number);
     desk.form().FlagCaller.on_click();
     CHECK(desk.flag_form().ReasonText.sel_start == 5);
     CHECK(desk.flag_form().UntilText.sel_start == 10);
@@ -460,18 +460,18 @@ TEST_SUITE("callerdata/known callers") {
     desk.open(0);
     desk.type(6, "555 0100");
     desk.wait(400);
-    desk.tell(no_value, 3, anna);
+    desk.tell(no_value, 3, anna_number);
     CHECK(desk.form().MemoryLabel.visible);
     desk.type(1, "A");
     CHECK_FALSE(desk.form().MemoryLabel.visible);
     desk.tell(2, 2, "555 0777\0037\0033\0032026-11-12 20:15\3Bo\3Troy\3\3\3");
     CHECK_FALSE(desk.form().MemoryLabel.visible);
-    desk.tell(no_value, 3, anna);
+    desk.tell(no_value, 3, anna_number);
     CHECK_FALSE(desk.form().MemoryLabel.visible);
     // A number that is typed anew is asked for, and its answer shown.
     desk.type(6, "\b0");
     desk.wait(400);
-    desk.tell(no_value, 3, anna);
+    desk.tell(no_value, 3, anna_number);
     CHECK(desk.form().MemoryLabel.visible);
   }
 
@@ -503,7 +503,7 @@ TEST_SUITE("callerdata/known callers") {
 
   TEST_CASE("a console that goes over to another link forgets what the server told") {
     ServedDesk desk;
-    desk.tell(2, 3, anna);
+    desk.tell(2, 3, anna_number);
     CHECK(desk.console.known_callers.on_line(2) != nullptr);
     // What else changes on the form changes nothing of it.
     desk.console.Lineweir.LineName(2).caption = "x";
