@@ -86,20 +86,27 @@ bool CallLogFile::open_or_create(const std::string& file) {
   if (!open() && failed->number() == failure_number::database_not_found) {
     if (!CreateDatabase(file)) return false;
     open();
+  } else if (failed && failed->number() == failure_number::no_such_table && finish(file)) {
+    open();
   }
   if (failed) refuse("Lineweir_DatabasePathMenuItem_Click", *failed);
   return !failed;
 }
 
 bool CallLogFile::CreateDatabase(const std::string& TheFile) {
-  return attempt(
-      [&] {
-        const Letters& letters = state_.services.letters;
-        const auto name = trimmed(state_.Lineweir.CaptionLabel(user_column).caption);
-        state_.services.databases.create(TheFile)->create_table(
-            std::string(call_log_table), new_log_columns(letters.to_utf8(name)));
-      },
-      [&](const Failure& failure) { refuse("Lineweir_CreateDatabase", failure); });
+  return attempt([&] { make(TheFile); },
+                 [&](const Failure& failure) { refuse("Lineweir_CreateDatabase", failure); });
+}
+
+bool CallLogFile::finish(const std::string& file) {
+  return attempt([&] { make(file); }, [](const Failure&) {});
+}
+
+void CallLogFile::make(const std::string& file) {
+  const Letters& letters = state_.services.letters;
+  const auto name = trimmed(state_.Lineweir.CaptionLabel(user_column).caption);
+  state_.services.databases.create(file)->create_table(std::string(call_log_table),
+                                                       new_log_columns(letters.to_utf8(name)));
 }
 
 void CallLogFile::compare_user_field() {

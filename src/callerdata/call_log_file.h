@@ -33,6 +33,10 @@ class CallLogFile {
   void DatabasePathMenuItem_Click();
 
   bool open_or_create(const std::string& file);
+  // A file without any table is a log that a program was killed in while it made it. Whether that
+  // was made up for.
+  bool finish(const std::string& file);
+  void make(const std::string& file);
   void compare_user_field();
   // What waits for another log may go to this one.
   void take_waiting_calls(const std::string& file);

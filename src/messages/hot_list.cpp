@@ -152,6 +152,12 @@ bool HotList::open_or_create(const std::string& file) {
       FlashMessA_MessCreateDatabase(file) && open_it()) {
     return true;
   }
+  // One that a program was killed in while it made it has no table at all.
+  if (failed->number() == failure_number::no_such_table) {
+    const Failure refused = *failed;
+    if (attempt([&] { file_.create(file); }, [](const Failure&) {}) && open_it()) return true;
+    failed = refused;
+  }
   wanted_ = before;
   if (failed->number() != failure_number::database_not_found) refuse(browse_handler, *failed);
   return false;

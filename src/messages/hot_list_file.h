@@ -22,7 +22,8 @@ class HotListFile {
   HotListFile(platform::DatabaseEngine& databases, const Letters& letters)
       : databases_(databases), letters_(letters) {}
 
-  // A new file without entries; one that exists is a Failure of number 3204.
+  // A new file without entries; one that exists is a Failure of number 3204,
+  // but for a database without a table.
   void create(const std::string& path);
 
   // Takes the file's entries in place of those before. A file that isn't there is a Failure of

@@ -155,8 +155,9 @@ class DatabaseEngine {
   // that can't be used fails with the reason, and nothing in it is changed.
   virtual std::unique_ptr<Database> open(const std::string& path) = 0;
 
-  // A new file; one that exists is a Failure of number 3204. A new file in which no table was made
-  // goes with its Database.
+  // A new file; one that exists is a Failure of number 3204, but for a database without a table,
+  // which is what a program leaves that was killed while it made one. A new file in which no table
+  // was made goes with its Database.
   virtual std::unique_ptr<Database> create(const std::string& path) = 0;
 
   // Whether the file is a database, whatever it holds and whether it can be used or not. An empty

@@ -59,6 +59,25 @@ Texts told_when_refused(const Failure& failure) {
 }
 
 TEST_SUITE("callerdata/call log file") {
+  TEST_CASE("a log that a program was killed in while it made it is made when it is chosen") {
+    ScriptedConsole test;
+    make_file(test, "calls.mdb", {});
+    test.platform.databases.find("calls.mdb")->tables.clear();
+    choose(test, "calls.mdb");
+    CHECK(test.take_messages().empty());
+    CHECK(database_name(test) == "calls.mdb");
+    CHECK(test.platform.databases.find("calls.mdb")->tables.contains(std::string(call_log_table)));
+  }
+
+  TEST_CASE("a file with other tables than a log's is told and left as it is") {
+    ScriptedConsole test;
+    test.platform.databases.create("other.mdb")->create_table("Other", {});
+    choose(test, "other.mdb");
+    CHECK(test.take_messages() == Texts{"The file holds no table \"Caller Records\"."});
+    CHECK(database_name(test).empty());
+    CHECK(test.platform.databases.find("other.mdb")->tables.size() == 1);
+  }
+
   TEST_CASE("whatever is wrong with a file is told in one sentence, and the log in use stays") {
     const std::string sentence = "The file 'other.mdb' can't be used.";
     for (const int number : {failure_number::not_a_database, failure_number::database_read_only,

@@ -50,6 +50,18 @@ TEST_SUITE("messages/hot list") {
     CHECK(desk.form.AddCurrent.enabled);
   }
 
+  TEST_CASE("a list that a program was killed in while it made it is made when it is chosen") {
+    HotListDesk desk;
+    desk.other.create("begun.lwb");
+    desk.platform.databases.find("begun.lwb")->tables.clear();
+    desk.platform.dialogs.answer_file("begun.lwb");
+    desk.form.BrowseButton.on_click();
+    CHECK(desk.take_messages().empty());
+    CHECK(desk.form.Label1.caption == "begun.lwb");
+    CHECK(desk.shown().empty());
+    CHECK(desk.form.AddCurrent.enabled);
+  }
+
   TEST_CASE("what another program changes shows within a second") {
     HotListDesk desk;
     desk.form.DBList1.select(2);

@@ -1,5 +1,7 @@
 #include <doctest/doctest.h>
 
+#include <fstream>
+
 #include "platform/database.h"
 #include "platform/scripted/memory_databases.h"
 #include "platform/sqlite/sqlite_engine.h"
@@ -14,10 +16,18 @@ namespace {
 
 // What every database engine has to keep, on the disk and in memory.
 struct InMemory {
+  // As a kill does: nothing that was begun is tidied up.
+  void leave_without_table(const std::string& path) {
+    engine.create(path)->create_table("Any", {});
+    engine.find(path)->tables.clear();
+  }
+
   MemoryDatabases engine;
 };
 
 struct OnDisk {
+  void leave_without_table(const std::string& path) { std::ofstream made(directory.path() / path); }
+
   TemporaryDirectory directory;
   SqliteEngine engine{directory.path()};
 };
@@ -91,6 +101,16 @@ TEST_CASE_TEMPLATE("A new file without a table doesn't stay", Kind, Fixture<InMe
   Kind test;
   test.engine.create("empty.any").reset();
   CHECK(failure_number_of([&] { test.engine.open("empty.any"); }) == 3024);
+}
+
+TEST_CASE_TEMPLATE("A file that a program was killed in while it made it is made anew", Kind,
+                   Fixture<InMemory>, Fixture<OnDisk>) {
+  Kind test;
+  test.leave_without_table("begun.any");
+  CHECK(failure_number_of([&] { test.engine.open("begun.any")->open_recordset(table); }) == 3078);
+  test.engine.create("begun.any")->create_table(table, people);
+  CHECK(test.engine.open("begun.any")->table_columns(table) == people);
+  CHECK(failure_number_of([&] { test.engine.create("begun.any"); }) == 3204);
 }
 
 TEST_CASE_TEMPLATE("A table keeps its columns, their order and sizes; unusable names make none",

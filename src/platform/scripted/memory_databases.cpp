@@ -146,6 +146,9 @@ std::unique_ptr<Database> MemoryDatabases::open(const std::string& path) {
 
 std::unique_ptr<Database> MemoryDatabases::create(const std::string& path) {
   const auto [file, made] = files_.try_emplace(path, std::make_shared<File>());
+  if (!made && file->second->tables.empty()) {
+    return std::make_unique<MemoryDatabase>(*this, path, false);
+  }
   if (!made) {
     throw Failure(failure_number::database_exists, "The file '" + path + "' exists already.");
   }

@@ -84,6 +84,10 @@ void SqliteDatabase::create_table(const std::string& name,
   new_file_.keep();
 }
 
+bool SqliteDatabase::has_tables() const {
+  return query_number(open_.get(), "SELECT count(*) FROM sqlite_master") > 0;
+}
+
 std::vector<DatabaseColumn> SqliteDatabase::table_columns(const std::string& table) {
   return read_schema(open_.get(), table).columns;
 }

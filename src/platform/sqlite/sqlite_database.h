@@ -52,6 +52,8 @@ class SqliteDatabase final : public Database {
   }
   FileStanding standing() override;
 
+  bool has_tables() const;
+
  private:
   // What the system tells of a file without opening it.
   struct FileLook {

@@ -57,8 +57,21 @@ std::unique_ptr<Database> SqliteEngine::open(const std::string& path) {
 
 std::unique_ptr<Database> SqliteEngine::create(const std::string& path) {
   const auto file = locate(path);
+  if (auto unfinished = left_unfinished(file)) return unfinished;
   make_file(file);
   return std::make_unique<SqliteDatabase>(file, true, lock_wait_, guard_, batch_work_);
+}
+
+std::unique_ptr<Database> SqliteEngine::left_unfinished(const std::filesystem::path& file) {
+  std::error_code error;
+  if (!std::filesystem::is_regular_file(file, error)) return nullptr;
+  try {
+    auto found = std::make_unique<SqliteDatabase>(file, false, lock_wait_, guard_, batch_work_);
+    return found->has_tables() ? nullptr : std::move(found);
+  } catch (const Failure&) {
+    // It is something else, or can't be told; it exists.
+    return nullptr;
+  }
 }
 
 bool SqliteEngine::is_database(const std::string& path) {

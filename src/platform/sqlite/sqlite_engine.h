@@ -30,6 +30,8 @@ class SqliteEngine final : public DatabaseEngine {
 
  private:
   std::filesystem::path locate(const std::string& path) const;
+  // Null where the file isn't a database, or has a table.
+  std::unique_ptr<Database> left_unfinished(const std::filesystem::path& file);
 
   std::filesystem::path working_directory_;
   const Letters& letters_;
