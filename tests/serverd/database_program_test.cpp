@@ -207,13 +207,17 @@ TEST_CASE("What a server could not write before it was killed is written by the 
   PostgresCluster::the().kill();
   studio.let_somebody_call(3);
   CHECK(has(studio.server->wait_for_log("the store can't be written"), "can't be written"));
-  const auto is_kept = [&] {
-    std::error_code none;
-    return std::filesystem::file_size(studio.path("server.waiting"), none) > 1000;
-  };
-  for (int waits = 0; waits < 200 && !is_kept(); ++waits) {
+  // All of it is kept once there is something and for a second nothing more has come.
+  std::uintmax_t kept = 0;
+  int quiet = 0;
+  for (int waits = 0; waits < 1000 && quiet < 50; ++waits) {
     std::this_thread::sleep_for(std::chrono::milliseconds(20));
+    std::error_code none;
+    const std::uintmax_t before = kept;
+    kept = std::filesystem::file_size(studio.path("server.waiting"), none);
+    quiet = !none && kept > 0 && kept == before ? quiet + 1 : 0;
   }
+  REQUIRE(quiet == 50);
   studio.server->signal(SIGKILL);
   studio.server->wait_for_end();
   PostgresCluster::the().start();

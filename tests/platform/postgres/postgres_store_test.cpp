@@ -340,7 +340,7 @@ TEST_CASE("A write of which one change is impossible is not done at all, and oth
 }
 
 TEST_CASE("A write whose connection has broken is not done behind what came after it") {
-  PostgresDesk desk({.answer = Milliseconds{400}});
+  PostgresDesk desk({.answer = Milliseconds{3000}});
   REQUIRE(desk.write({full_call(1)}));
   CallRecord before = full_call(2);
   before.number = "before";
@@ -353,7 +353,7 @@ TEST_CASE("A write whose connection has broken is not done behind what came afte
   const pid_t hung = std::stoi(process);
   ::kill(hung, SIGSTOP);
   CHECK_FALSE(desk.write({before, event(1)}));
-  CHECK(has(desk.troubles(), "has not answered for 1 second"));
+  CHECK(has(desk.troubles(), "has not answered for 3 seconds"));
   // The same again, as whoever keeps a store does, and what comes behind it.
   CHECK(desk.write({before, event(1)}));
   CHECK(desk.write({after, event(2)}));
