@@ -14,6 +14,9 @@ constexpr platform::Milliseconds look_every = 150ms;
 // Who only looks on has nothing to do but to come back after a cut.
 constexpr platform::Milliseconds onlooker_looks_every = 2000ms;
 constexpr platform::Milliseconds try_again_after = 1000ms;
+// A console that has lost its server comes back by itself, but for one that had heard it for less
+// than three seconds: its user sees that there is no link, and chooses the server again.
+constexpr platform::Milliseconds patience_without_link = 45s;
 
 std::unique_ptr<seat::SimulatedPerson> person_at(Console& console, const CrowdSeat::Place& place) {
   switch (place.work) {
@@ -56,7 +59,11 @@ void CrowdSeat::look() {
   platform::Milliseconds next = person_ == nullptr && is_in() ? onlooker_looks_every : look_every;
   if (!is_looking_) {
     is_looking_ = true;
-    if (entrance_.step()) {
+    if (console_.Lineweir.no_link.get().empty()) linked_at_ = loop_.now();
+    if (loop_.now() - linked_at_ > patience_without_link) {
+      linked_at_ = loop_.now();
+      console_.Lineweir.WinsockMenu.on_click();
+    } else if (entrance_.step()) {
       if (!entrance_.is_in()) next = try_again_after;
     } else if (person_ != nullptr) {
       if (!sits_) person_->sit_down();

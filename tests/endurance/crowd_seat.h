@@ -38,7 +38,7 @@ class CrowdSeat {
   void rest() { rests_ = true; }
   void work() { rests_ = false; }
 
-  bool is_in() const { return entrance_.is_in(); }
+  bool is_in() const { return entrance_.is_in() && console_.Lineweir.no_link.get().empty(); }
   // Of each line its letter and its caller's name, such as "S Ann".
   std::vector<std::string> rows();
 
@@ -53,6 +53,7 @@ class CrowdSeat {
   std::unique_ptr<seat::SimulatedPerson> person_;
   platform::EventLoop& loop_;
   platform::EventLoop::CallId next_look_ = 0;
+  platform::Milliseconds linked_at_{0};
   bool sits_ = false;
   bool rests_ = false;
   bool is_looking_ = false;

@@ -26,10 +26,17 @@ def play(kind, kills, seed, results):
         run = kind(folder, random.Random(seed))
         began = time.monotonic()
         for number in range(1, kills + 1):
+            known = len(run.faults)
             run.live_and_die(number)
+            # The first ones while there is time to look.
+            for what in run.faults[known:SHOWN_FAULTS]:
+                print('endurance: ' + what, flush=True)
             if number % 50 == 0 or number == kills:
                 print(f'{time.monotonic() - began:6.0f} s {run.report()}', flush=True)
+        known = len(run.faults)
         run.last_life()
+        for what in run.faults[known:]:
+            print('endurance: ' + what, flush=True)
         results.append(run)
 
 
@@ -52,13 +59,11 @@ def main():
         thread.start()
     for thread in threads:
         thread.join()
-    faults = [what for run in runs for what in run.faults]
+    faults = sum(len(run.faults) for run in runs)
     for run in runs:
         print('at the end: ' + run.report())
-    for what in faults[:SHOWN_FAULTS]:
-        print('endurance: ' + what)
     complete = len(runs) == len(kinds)
-    print(f'{len(faults)} faults' if complete else 'a run has not come to its end')
+    print(f'{faults} faults' if complete else 'a run has not come to its end')
     sys.exit(0 if complete and not faults else 1)
 
 
