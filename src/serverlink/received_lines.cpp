@@ -72,7 +72,10 @@ void ReceivedLines::forget_known_where_free(std::string_view status_text) {
 
 void ReceivedLines::SrvCallerData(const ServerPacket& packet) {
   if (!has_line(packet)) return;
-  if (!packet.Buffer.empty()) {
+  if (packet.Buffer.empty()) {
+    // The call whose end came before is logged with what its row still shows.
+    line_events_.apply_change_of(packet.LineNo);
+  } else {
     line_events_.apply_ring_of(packet.LineNo);
     count_as_screened(packet.LineNo);
   }
@@ -98,6 +101,9 @@ void ReceivedLines::SrvNextCall(const ServerPacket& packet) {
   // A server tells it last of all that it has to tell of the callers.
   known_callers_.told_all_lines();
   if (packet.LineNo == no_value) {
+    // A letter that came before ends the present choice as the console's own rule does, after which
+    // it chooses anew.
+    line_events_.apply_change_of(state_.lines.TheNextCall);
     state_.lines.TheNextCall = no_line;
   } else {
     // A letter that came before the choice must not end it.

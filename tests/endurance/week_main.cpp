@@ -3,7 +3,8 @@
 //   endurance_week box|socket|objects|server [HOURS]
 //
 // Prints a line of JSON for each hour: what the process holds and has used, the calls that were
-// made, noted and logged, and what was wrong. scripts/endurance runs it and tells the rest.
+// made, noted and logged, and what was wrong. Ends with 1 if anything was. scripts/endurance runs
+// it and tells the rest.
 
 #include <dirent.h>
 #include <sys/resource.h>
@@ -132,7 +133,9 @@ class Witness {
   std::vector<std::string> faults_;
 };
 
-void play(WeekStudio& studio, platform::VirtualEventLoop& loop, int hours) {
+// The number of faults.
+std::size_t play(WeekStudio& studio, platform::VirtualEventLoop& loop, int hours) {
+  std::size_t all_faults = 0;
   WeekPeople people(studio);
   Witness witness(studio);
   double used = processor_seconds();
@@ -160,6 +163,7 @@ void play(WeekStudio& studio, platform::VirtualEventLoop& loop, int hours) {
     const double now_used = processor_seconds();
     std::vector<std::string> faults = witness.take_faults();
     const std::size_t fault_count = faults.size();
+    all_faults += fault_count;
     if (faults.size() > most_faults_told) faults.resize(most_faults_told);
     const nlohmann::json told = {{"hour", hour},
                                  {"memory", memory_megabytes()},
@@ -174,6 +178,7 @@ void play(WeekStudio& studio, platform::VirtualEventLoop& loop, int hours) {
                 told.dump(-1, ' ', false, nlohmann::json::error_handler_t::replace).c_str());
     std::fflush(stdout);
   }
+  return all_faults;
 }
 
 }  // namespace
@@ -185,6 +190,5 @@ int main(int argc, char** argv) {
     std::fputs("usage: endurance_week box|socket|objects|server [HOURS]\n", stderr);
     return 2;
   }
-  play(*studio, loop, argc > 2 ? std::atoi(argv[2]) : hours_of_a_week);
-  return 0;
+  return play(*studio, loop, argc > 2 ? std::atoi(argv[2]) : hours_of_a_week) == 0 ? 0 : 1;
 }

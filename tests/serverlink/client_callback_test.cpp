@@ -5,6 +5,8 @@
 #include <string>
 #include <vector>
 
+#include "base/text.h"
+#include "support/call_log_file.h"
 #include "support/scripted_console.h"
 
 namespace lineweir::test {
@@ -67,6 +69,20 @@ TEST_SUITE("serverlink/client_callback") {
     desk.call("ReturnCommand", {std::string("S00H01N02")});
     desk.platform.loop.advance(platform::Milliseconds(10));
     CHECK(desk.console.lines.TheNextCall == no_line);
+  }
+
+  TEST_CASE("a caller whose end comes with that nobody is known any more is logged by his name") {
+    CalledDesk desk;
+    choose_log(desk);
+    desk.call("ReturnCommand", {std::string("F00F01N02")});
+    desk.platform.loop.advance(platform::Milliseconds(10));
+    desk.console.lines.CallerData(2).set(CallerField::CallerName, "Ann");
+    desk.console.Lineweir.LineName(2).caption = "Ann";
+    desk.call("ReturnCommand", {std::string("F00F01F02")});
+    desk.call("ReturnCallerData", {std::string(), std::int64_t{3}});
+    desk.platform.loop.advance(platform::Milliseconds(1000));
+    REQUIRE(logged_rows(desk).size() == 1);
+    CHECK(trimmed(logged_rows(desk).front()[0]) == "Ann");
   }
 
   TEST_CASE("arguments that don't fit are reported under the method's name") {
