@@ -158,7 +158,7 @@ void PostgresConnection::fail(const std::string& sentence) {
   if (was_open && on_lost) on_lost(sentence);
 }
 
-void PostgresConnection::ask(std::vector<PostgresStatement> statements,
+void PostgresConnection::ask(const std::vector<PostgresStatement>& statements,
                              std::function<void(PostgresAnswer answer)> done) {
   answered_ = std::move(done);
   answer_ = {};

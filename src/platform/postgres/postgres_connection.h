@@ -58,7 +58,7 @@ class PostgresConnection {
   // Sends all statements at once and tells what came of them together, from the loop. Behind one
   // that fails the rest isn't done. Unless they begin a transaction of their own they are one. What
   // was asked before has been answered.
-  void ask(std::vector<PostgresStatement> statements,
+  void ask(const std::vector<PostgresStatement>& statements,
            std::function<void(PostgresAnswer answer)> done);
 
   // Whether a transaction was begun and has not ended.

@@ -28,10 +28,10 @@ BlockingSession::BlockingSession(PostgresAddress address, MissingStore missing,
   if (!failed.empty()) throw Failure(failure_number::database_io, failed);
 }
 
-std::vector<PostgresRows> BlockingSession::ask(PostgresStatements statements) {
+std::vector<PostgresRows> BlockingSession::ask(const PostgresStatements& statements) {
   bool told = false;
   PostgresAnswer came;
-  session_.connection().ask(std::move(statements), [&](PostgresAnswer answer) {
+  session_.connection().ask(statements, [&](PostgresAnswer answer) {
     told = true;
     came = std::move(answer);
   });

@@ -19,7 +19,7 @@ class BlockingSession {
   BlockingSession(const BlockingSession&) = delete;
   BlockingSession& operator=(const BlockingSession&) = delete;
 
-  std::vector<PostgresRows> ask(PostgresStatements statements);
+  std::vector<PostgresRows> ask(const PostgresStatements& statements);
   PostgresStatement guard() const { return session_.guard(); }
 
  private:

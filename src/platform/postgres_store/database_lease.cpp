@@ -56,7 +56,7 @@ void DatabaseLease::lock(const Taken& done) {
   for (const int group : groups_) {
     statements.push_back(DatabaseLock::group_attempt(group));
   }
-  connection_.ask(std::move(statements), [this, done](const PostgresAnswer& answer) {
+  connection_.ask(statements, [this, done](const PostgresAnswer& answer) {
     if (answer.failure) return end_try(done, answer.failure->sentence);
     const bool all =
         std::all_of(answer.rows.begin() + static_cast<std::ptrdiff_t>(lease_settings.size()),
@@ -93,18 +93,16 @@ void DatabaseLease::begin_epoch(const Taken& done) {
          {PostgresValue::number(group)}});
   }
   statements.push_back({"COMMIT"});
-  connection_.ask(std::move(statements),
-                  [this, done, first_wait, epoch_row](const PostgresAnswer& answer) {
-                    if (answer.failure) return end_try(done, answer.failure->sentence);
-                    std::int64_t wait = 0;
-                    for (std::size_t row = first_wait; row < epoch_row; ++row) {
-                      if (answer.rows[row].count() > 0)
-                        wait = std::max(wait, answer.rows[row].number(0, 0));
-                    }
-                    epoch_ = answer.rows[epoch_row].number(0, 0);
-                    set_trouble({});
-                    done(Grant{epoch_, Milliseconds(wait)});
-                  });
+  connection_.ask(statements, [this, done, first_wait, epoch_row](const PostgresAnswer& answer) {
+    if (answer.failure) return end_try(done, answer.failure->sentence);
+    std::int64_t wait = 0;
+    for (std::size_t row = first_wait; row < epoch_row; ++row) {
+      if (answer.rows[row].count() > 0) wait = std::max(wait, answer.rows[row].number(0, 0));
+    }
+    epoch_ = answer.rows[epoch_row].number(0, 0);
+    set_trouble({});
+    done(Grant{epoch_, Milliseconds(wait)});
+  });
 }
 
 void DatabaseLease::prove(std::function<void(bool held)> done) {

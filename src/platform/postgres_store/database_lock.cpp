@@ -65,7 +65,7 @@ void DatabaseLock::take() {
 void DatabaseLock::try_it() {
   std::vector<PostgresStatement> attempts = {shared_attempt()};
   for (const int group : groups_) attempts.push_back(group_attempt(group));
-  connection_.ask(std::move(attempts), [this](const PostgresAnswer& answer) {
+  connection_.ask(attempts, [this](const PostgresAnswer& answer) {
     if (answer.failure) return again(answer.failure->sentence);
     attempted(answer);
   });

@@ -186,10 +186,10 @@ class Upgrade : public std::enable_shared_from_this<Upgrade> {
  private:
   using Version = std::function<void(std::int64_t version)>;
 
-  void ask(std::vector<PostgresStatement> statements,
+  void ask(const std::vector<PostgresStatement>& statements,
            std::function<void(const std::vector<PostgresRows>& rows)> then) {
-    connection_.ask(std::move(statements), [self = shared_from_this(),
-                                            then = std::move(then)](const PostgresAnswer& answer) {
+    connection_.ask(statements, [self = shared_from_this(),
+                                 then = std::move(then)](const PostgresAnswer& answer) {
       if (answer.failure) return self->done_(answer.failure->sentence);
       then(answer.rows);
     });
@@ -245,7 +245,7 @@ class Upgrade : public std::enable_shared_from_this<Upgrade> {
     statements.push_back({"UPDATE lineweir.store_version SET version = $1",
                           {PostgresValue::number(static_cast<std::int64_t>(steps_.size()))}});
     statements.push_back({"COMMIT"});
-    ask(std::move(statements), [self = shared_from_this()](const auto&) { self->done_({}); });
+    ask(statements, [self = shared_from_this()](const auto&) { self->done_({}); });
   }
 
   bool is_newest(std::int64_t version) const {

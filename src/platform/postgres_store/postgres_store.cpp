@@ -46,12 +46,12 @@ void PostgresStore::ask(PostgresStatements read,
   const auto told = std::make_shared<decltype(done)>(std::move(done));
   const auto begin = [this, read = std::move(read), decode = std::move(decode),
                       told](const Finished& finished) mutable {
-    session_.connection().ask(std::move(read), [decode = std::move(decode), told,
-                                                finished](const PostgresAnswer& answer) {
-      auto found = std::make_shared<std::optional<Answer>>();
-      if (!answer.failure) *found = decode(answer.rows);
-      finished(answer.failure, [told, found] { (*told)(std::move(*found)); });
-    });
+    session_.connection().ask(
+        read, [decode = std::move(decode), told, finished](const PostgresAnswer& answer) {
+          auto found = std::make_shared<std::optional<Answer>>();
+          if (!answer.failure) *found = decode(answer.rows);
+          finished(answer.failure, [told, found] { (*told)(std::move(*found)); });
+        });
   };
   add({.begin = begin, .refuse = [told](const std::string&) { (*told)(std::nullopt); }});
 }

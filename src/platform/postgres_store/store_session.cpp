@@ -66,7 +66,7 @@ void StoreSession::become_writer() {
       {"INSERT INTO writers (session) SELECT $2 "
        "WHERE NOT EXISTS (SELECT FROM writers WHERE id = $1) RETURNING id",
        {PostgresValue::text(writer_), PostgresValue::number(session_)}});
-  connection_.ask(std::move(statements), [this](const PostgresAnswer& answer) {
+  connection_.ask(statements, [this](const PostgresAnswer& answer) {
     if (answer.failure) return told(answer.failure->sentence);
     const PostgresRows& kept = answer.rows[1];
     const PostgresRows& made = answer.rows[2];

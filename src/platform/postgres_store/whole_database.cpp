@@ -9,7 +9,7 @@ namespace {
 std::vector<Account> read_accounts(BlockingSession& session) {
   PostgresStatements read;
   append_accounts_read(read);
-  const auto rows = session.ask(std::move(read));
+  const auto rows = session.ask(read);
   return accounts_of(rows[0], rows[1]);
 }
 
@@ -24,7 +24,7 @@ std::vector<FlaggedCaller> read_flagged_callers(BlockingSession& session) {
 std::vector<CallRecord> read_calls(BlockingSession& session, std::int64_t id, std::size_t limit) {
   PostgresStatements read;
   append_calls_read(read, calls_behind(id, limit));
-  const auto rows = session.ask(std::move(read));
+  const auto rows = session.ask(read);
   return calls_of(rows[0], rows[1]);
 }
 
@@ -127,7 +127,7 @@ void FilledDatabase::add(const StorePortion& portion) {
   }
   for (const CallRecord& call : portion.calls) append_call(statements, call);
   for (const AuditEntry& entry : portion.entries) statements.push_back(entry_write(entry));
-  if (!statements.empty()) session_.ask(std::move(statements));
+  if (!statements.empty()) session_.ask(statements);
 }
 
 void FilledDatabase::end_audit(const AuditEnd& end) { session_.ask({audit_end_write(end)}); }

@@ -85,8 +85,7 @@ void append_events(PostgresStatements& statements, const std::vector<AuditEvent>
 
 void commit(PostgresConnection& connection, PostgresStatements statements, const Done& done) {
   statements.push_back({"COMMIT"});
-  connection.ask(std::move(statements),
-                 [done](const PostgresAnswer& answer) { done(answer.failure); });
+  connection.ask(statements, [done](const PostgresAnswer& answer) { done(answer.failure); });
 }
 
 }  // namespace
@@ -102,16 +101,15 @@ void write_in_one(StoreSession& session, std::vector<StoreChange> changes, Done 
     append_all_but_events(statements, changes);
     return commit(connection, std::move(statements), done);
   }
-  PostgresStatements look = look_at_audit(session, events);
-  connection.ask(std::move(look),
-                 [&connection, changes = std::move(changes), events = std::move(events),
-                  done = std::move(done)](const PostgresAnswer& answer) {
-                   if (answer.failure) return done(answer.failure);
-                   PostgresStatements statements;
-                   append_all_but_events(statements, changes);
-                   append_events(statements, events, answer.rows);
-                   commit(connection, std::move(statements), done);
-                 });
+  const PostgresStatements look = look_at_audit(session, events);
+  connection.ask(look, [&connection, changes = std::move(changes), events = std::move(events),
+                        done = std::move(done)](const PostgresAnswer& answer) {
+    if (answer.failure) return done(answer.failure);
+    PostgresStatements statements;
+    append_all_but_events(statements, changes);
+    append_events(statements, events, answer.rows);
+    commit(connection, std::move(statements), done);
+  });
 }
 
 }  // namespace lineweir::platform

@@ -28,8 +28,7 @@ struct Line {
   }
   PostgresAnswer ask(std::vector<PostgresStatement> statements) {
     std::optional<PostgresAnswer> told;
-    connection.ask(std::move(statements),
-                   [&](PostgresAnswer answer) { told.emplace(std::move(answer)); });
+    connection.ask(statements, [&](PostgresAnswer answer) { told.emplace(std::move(answer)); });
     CHECK_FALSE(told);
     REQUIRE(run_loop_until(loop, [&] { return told.has_value(); }));
     return std::move(*told);
