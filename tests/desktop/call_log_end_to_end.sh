@@ -17,7 +17,7 @@ printf '%s\n' launch 'answer file "calls.mdb"' 'click DatabasePathMenuItem' \
 
 start_display
 
-LINEWEIR_COM1=$work/box timeout 60 "$bin/lineweir" &
+LINEWEIR_COM1=$work/box timeout "$((60 * slower))" "${under[@]}" "$bin/lineweir" &
 console=$!
 # A caller has waited once the row's clock has gone on.
 await_row '^3 .*0:00:0[1-9].* R$'

@@ -35,7 +35,7 @@ printf '%s\n' launch 'click PortOn' 'click MitelPhone1' 'click ScreenerMode' \
 
 start_display
 start_window_manager
-LINEWEIR_COM1=$work/box timeout 150 "$bin/lineweir" &
+LINEWEIR_COM1=$work/box timeout "$((150 * slower))" "${under[@]}" "$bin/lineweir" &
 console=$!
 # A window manager that is busy with a window that has just been moved may give the keyboard away once
 # more, so the key is pressed until the window has gone.

@@ -28,7 +28,7 @@ printf '%s\n' launch 'serial Comm1 reply "M" "Line monitor ON"' 'click PortOn' '
 
 start_display
 
-LINEWEIR_COM1=$work/box LINEWEIR_COM2=$work/desk timeout 100 "$bin/lineweir" &
+LINEWEIR_COM1=$work/box LINEWEIR_COM2=$work/desk timeout "$((100 * slower))" "${under[@]}" "$bin/lineweir" &
 console=$!
 await studio.log 'item R02'
 await desk.log 'lamp main 3 ring'

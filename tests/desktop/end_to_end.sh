@@ -14,7 +14,7 @@ printf '%s\n' launch 'serial Comm1 reply "M" "Line monitor ON"' 'click PortOn' \
 
 start_display
 
-LINEWEIR_COM1=$work/box LINEWEIR_SCREENSHOT=$work/shown.png timeout 60 "$bin/lineweir" &
+LINEWEIR_COM1=$work/box LINEWEIR_SCREENSHOT=$work/shown.png timeout "$((60 * slower))" "${under[@]}" "$bin/lineweir" &
 console=$!
 await_studio 'word Q09'
 await_row '^3 .* R$'

@@ -43,7 +43,7 @@ printf '%s\n' '"Caller Name","City"' 'Ann,Salem' > calls.csv
 start_display
 start_window_manager
 
-LINEWEIR_COM1=$work/box LINEWEIR_COM2=$work/desk timeout 150 "$bin/lineweir" &
+LINEWEIR_COM1=$work/box LINEWEIR_COM2=$work/desk timeout "$((150 * slower))" "${under[@]}" "$bin/lineweir" &
 console=$!
 await_row '^3 .* R$'
 await_keyboard 'Lineweir - *'

@@ -26,7 +26,7 @@ printf '%s\n' launch 'answer file "calls.mdb"' 'click DatabasePathMenuItem' \
 start_display
 start_window_manager
 
-LINEWEIR_COM1=$work/box timeout 150 "$bin/lineweir" &
+LINEWEIR_COM1=$work/box timeout "$((150 * slower))" "${under[@]}" "$bin/lineweir" &
 console=$!
 await_row '^3 .* R$'
 real=$(await_window '^Lineweir - ')

@@ -13,15 +13,22 @@ fail() {
   exit 1
 }
 
+# What the window is run under, such as valgrind, and how many times slower all is then.
+read -r -a under <<< "${WINDOW_UNDER:-}"
+slower=${WINDOW_SLOWER:-1}
+
 mkfifo idle && exec {idle_end}<> idle
 idle=/dev/fd/$idle_end
 
 # pause SECONDS
 pause() { read -r -t "$1" < "$idle" || true; }
 
+# tenths SECONDS: as many numbers as tenths of a second are to be waited for at most.
+tenths() { seq $(($1 * 10 * slower)); }
+
 # await_line FILE PATTERN: waits until a line of the file fits; false after 30 seconds.
 await_line() {
-  for _ in {1..300}; do
+  for _ in $(tenths 30); do
     grep -q -- "$2" "$1" 2> /dev/null && return
     pause 0.1
   done
@@ -39,7 +46,7 @@ await_row() { await_line "$LINEWEIR_LINES" "$1" || fail "no row has come to: $1"
 
 # await_success COMMAND...: until it succeeds; false after 20 seconds.
 await_success() {
-  for _ in {1..200}; do
+  for _ in $(tenths 20); do
     "$@" && return
     pause 0.1
   done
@@ -47,7 +54,7 @@ await_success() {
 }
 
 # Behind typed words a key is the rest of them until the fingers have paused; no event tells that.
-pause_typing() { pause 0.6; }
+pause_typing() { pause "$(printf '%d.%d' $((6 * slower / 10)) $((6 * slower % 10)))"; }
 
 # choose_in_menu WINDOW KEY...: opens a menu of the window by the first key and goes on by the others,
 # each when what the one before opens or closes is there.
@@ -114,18 +121,18 @@ find_window() { search_windows --name "$1" | tail -n 1 | grep .; }
 
 # await_window TITLE: the same, after at most 20 seconds.
 await_window() {
-  for _ in {1..400}; do
+  for _ in $(tenths 20); do
     find_window "$1" && return
-    pause 0.05
+    pause 0.1
   done
   fail "no window '$1'"
 }
 
 # await_no_window TITLE: until no such window is shown, at most 20 seconds.
 await_no_window() {
-  for _ in {1..400}; do
+  for _ in $(tenths 20); do
     find_window "$1" > /dev/null || return 0
-    pause 0.05
+    pause 0.1
   done
   fail "the window '$1' is still there"
 }
