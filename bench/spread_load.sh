@@ -44,11 +44,13 @@ database_seconds() {
 printf '%-8s %6s %7s %8s %9s %9s %9s %10s %10s\n' '' seats groups frames/s 'screens s' 'p50 ms' \
   'p99 ms' processor memory
 before=$(database_seconds)
+loads=()
 for ((i = 0; i < servers; ++i)); do
   "$programs/server_load" "$programs/lineweir-server" "$programs/lineweir-admin" "$seats" "$groups" \
     "$changes" "$seconds" plain "$store" $((i * groups + 1)) &
+  loads+=("$!")
   # The first one makes the user.
   if ((i == 0)); then sleep 2; fi
 done
-wait
+for load in "${loads[@]}"; do wait "$load"; done
 echo "database: $(($(database_seconds) - before)) s of a processor"

@@ -3,6 +3,12 @@
 window_width=1000
 windows_pids=()
 
+# display_answers: whether there is one, and not only its name in a variable.
+display_answers() {
+  [[ -n ${DISPLAY:-} || -n ${WAYLAND_DISPLAY:-} ]] &&
+    grep -q '^good *Display' < <("$bin/lineweir" --diagnose 2> /dev/null)
+}
+
 # start_windows FOLDER...: a window for each folder, side by side.
 start_windows() {
   local folder place=()
@@ -34,6 +40,7 @@ film_windows() {
   started+=("$!")
   read -r -t 10 display <&"$display_pipe" || fail "the virtual display Xvfb did not start"
   export DISPLAY=:$display
+  unset WAYLAND_DISPLAY
   say "no display: the show runs for half a minute on a virtual one"
   rm -f "$picture" "$film"
   start_windows "$@"

@@ -39,6 +39,10 @@ const char* const no_display_text =
     "lineweir: there is no display, neither DISPLAY nor WAYLAND_DISPLAY is set; start it in a "
     "desktop session. lineweir --diagnose tells more.\n";
 
+const char* const dead_display_text =
+    "lineweir: the display that DISPLAY or WAYLAND_DISPLAY names doesn't answer; start it in a "
+    "desktop session. lineweir --diagnose tells more.\n";
+
 bool may_have_windows(const std::vector<std::string>& words,
                       const std::function<bool(const char* name)>& is_set) {
   const auto names_platform = [](std::string_view word) {

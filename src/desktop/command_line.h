@@ -29,6 +29,7 @@ struct CommandLine {
 
 extern const char* const usage_text;
 extern const char* const no_display_text;
+extern const char* const dead_display_text;
 
 // Whether the words and the variables of the environment name a display, or a platform of Qt that
 // needs none.

@@ -1,5 +1,6 @@
 #include <QApplication>
 #include <cstdio>
+#include <cstdlib>
 
 #include "base/version.h"
 #include "desktop/command_line.h"
@@ -14,6 +15,15 @@ lineweir::CommandLine command_line_of(const QStringList& arguments) {
   std::vector<std::string> words;
   for (const QString& argument : arguments.mid(1)) words.push_back(argument.toStdString());
   return lineweir::parse_command_line(words, lineweir::locale_of_letters());
+}
+
+// While Qt looks for a display it ends the program by a signal where none answers.
+void end_without_display(QtMsgType type, const QMessageLogContext&, const QString& text) {
+  if (type == QtFatalMsg) {
+    std::fputs(lineweir::dead_display_text, stderr);
+    std::_Exit(1);
+  }
+  std::fprintf(stderr, "%s\n", qUtf8Printable(text));
 }
 
 }  // namespace
@@ -42,7 +52,9 @@ int main(int argc, char* argv[]) {
     std::fputs(lineweir::no_display_text, stderr);
     return 1;
   }
+  qInstallMessageHandler(end_without_display);
   QApplication application(argc, argv);
+  qInstallMessageHandler(nullptr);
   QApplication::setApplicationName(QStringLiteral("lineweir"));
   QApplication::setApplicationDisplayName(QString());
   lineweir::dress_application();
