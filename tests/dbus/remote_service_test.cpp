@@ -113,13 +113,17 @@ class Client final : public QDBusVirtualObject {
   bool handleMessage(const QDBusMessage& message, const QDBusConnection& connection) override {
     heard.push_back(message.member() + QLatin1Char(' ') + message.signature());
     heard_arguments.push_back(message.arguments());
-    if (!silent) connection.send(message.createReply());
+    if (silent) return true;
+    connection.send(error_name.isEmpty() ? message.createReply()
+                                         : message.createErrorReply(error_name, "no"));
     return true;
   }
 
   QStringList heard;
   std::vector<QVariantList> heard_arguments;
   bool silent = false;
+  // What each call is answered with; nothing where it is obeyed.
+  QString error_name;
 
  private:
   static QString new_name() {
@@ -348,8 +352,11 @@ TEST_SUITE("a service on a bus") {
     const auto registration = objects.create("Quorlink.CBServerClass");
     CHECK(registration->call("AddObjectReference", {"CBClientClass", std::int64_t{3}}) ==
           RemoteValue(true));
-    REQUIRE(calls.size() == 1);
+    CHECK(registration->call("DropObjectReference", {"CBClientClass", std::int64_t{3}}) ==
+          RemoteValue(true));
+    REQUIRE(calls.size() == 2);
     CHECK(calls[0].arguments == RemoteArguments{std::string("/CBClientClass"), 3});
+    CHECK(calls[1].arguments == RemoteArguments{std::string("/CBClientClass"), 3});
     const std::string console = calls[0].caller;
     service.tell(console, "/CBClientClass", "ReturnCallerData", {std::string("a"), 1, 3});
     service.tell(console, "/CBClientClass", "ReturnMessageData", {std::string("m"), 3, 255, -1});
@@ -445,6 +452,34 @@ TEST_SUITE("a service on a bus") {
       run_for(loop, Milliseconds{50});
       CHECK(gone.size() == 1);
     }
+  }
+
+  TEST_CASE_FIXTURE(PublishedDesk, "one whom no call reaches is given up, one who refuses isn't") {
+    const auto tell_twice = [&](const Client& client) {
+      for (int line = 0; line < 2; ++line) {
+        service.tell(client.name(), "/mine", "ReturnNextCall", {line, 1});
+      }
+    };
+    for (const char* error :
+         {"NoReply", "Timeout", "TimedOut", "UnknownObject", "UnknownMethod", "UnknownInterface",
+          "ServiceUnknown", "NameHasNoOwner", "LimitsExceeded"}) {
+      CAPTURE(error);
+      Client client(loop);
+      client.error_name = QLatin1String("org.freedesktop.DBus.Error.") + QLatin1String(error);
+      CHECK(client.add() == "");
+      gone.clear();
+      tell_twice(client);
+      CHECK(wait([&] { return gone == std::vector<std::string>{client.name()}; }));
+    }
+    Client refusing(loop);
+    refusing.error_name = QStringLiteral("org.freedesktop.DBus.Error.Failed");
+    CHECK(refusing.add() == "");
+    gone.clear();
+    tell_twice(refusing);
+    tell_twice(refusing);
+    CHECK(wait([&] { return refusing.heard.size() == 4; }));
+    run_for(loop, Milliseconds{50});
+    CHECK(gone.empty());
   }
 
   TEST_CASE_FIXTURE(PublishedDesk, "one who doesn't answer is held to a bound, the others hear") {

@@ -1,6 +1,7 @@
 #include "desktop/command_line.h"
 
 #include <doctest/doctest.h>
+#include <stdlib.h>
 
 namespace lineweir {
 namespace {
@@ -46,6 +47,23 @@ TEST_SUITE("command line") {
     CHECK(parsed({}, "pl_PL.UTF-8").code_page->name == "windows-1250");
     CHECK(parsed({"--charset", "windows-1251"}, "pl_PL").code_page->name == "windows-1251");
     CHECK(parsed({"--charset=cp1253", "D"}, "pl_PL").code_page->name == "windows-1253");
+  }
+
+  TEST_CASE("of the environment's locales the strongest that is told names the letters") {
+    const auto set = [](const char* name, const char* value) { ::setenv(name, value, 1); };
+    const std::string before = locale_of_letters();
+    for (const char* name : {"LC_ALL", "LC_CTYPE", "LANG"}) ::unsetenv(name);
+    CHECK(locale_of_letters() == "");
+    set("LANG", "pl_PL.UTF-8");
+    CHECK(locale_of_letters() == "pl_PL.UTF-8");
+    set("LC_CTYPE", "el_GR.UTF-8");
+    CHECK(locale_of_letters() == "el_GR.UTF-8");
+    set("LC_ALL", "ru_RU.UTF-8");
+    CHECK(locale_of_letters() == "ru_RU.UTF-8");
+    set("LC_ALL", "");
+    CHECK(locale_of_letters() == "el_GR.UTF-8");
+    for (const char* name : {"LC_ALL", "LC_CTYPE", "LANG"}) ::unsetenv(name);
+    if (!before.empty()) set("LANG", before.c_str());
   }
 
   TEST_CASE("a diagnosis is asked for, beside whatever else is said") {

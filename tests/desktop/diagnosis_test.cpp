@@ -104,6 +104,16 @@ TEST_SUITE("desktop/diagnosis") {
     }
   }
 
+  TEST_CASE("each finding begins with how bad it is") {
+    Surroundings seen = good_surroundings();
+    seen.settings.exists = false;
+    seen.screens.clear();
+    const std::string text = text_of(findings_of(seen));
+    CHECK(text.find("good     Folder: ") != std::string::npos);
+    CHECK(text.find("note     Settings: ") != std::string::npos);
+    CHECK(text.find("TROUBLE  Display: ") != std::string::npos);
+  }
+
   TEST_CASE("who may not use a port is told by name how to be allowed to") {
     Surroundings seen = good_surroundings();
     seen.ports[0].may_be_used = false;

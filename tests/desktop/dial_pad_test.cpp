@@ -10,6 +10,7 @@
 
 #include "desktop/dialogs.h"
 #include "desktop/telephone_key.h"
+#include "drawn_texts.h"
 #include "pixels.h"
 #include "shown_console.h"
 
@@ -194,6 +195,19 @@ TEST_SUITE("dial pad") {
     CHECK(name_of("DialButton(11)") == "Hash");
     CHECK(name_of("SSCommand2") == "Dial");
     CHECK(name_of("TheDrop") == "Drop");
+  }
+
+  TEST_CASE("the keys bear the letters of a telephone") {
+    ShownDialPad desk;
+    desk.open();
+    const std::vector<QStringList> faces = {
+        {"0"},        {"1"},         {"2", "ABC"}, {"3", "DEF"},  {"4", "GHI"}, {"5", "JKL"},
+        {"6", "MNO"}, {"7", "PQRS"}, {"8", "TUV"}, {"9", "WXYZ"}, {"*"},        {"#"}};
+    for (std::size_t key = 0; key < faces.size(); ++key) {
+      CAPTURE(key);
+      const auto name = "DialButton(" + std::to_string(key) + ")";
+      CHECK(test::drawn_texts(desk.part<QPushButton>(name.c_str())) == faces[key]);
+    }
   }
 
   TEST_CASE("the keys stand as on a telephone, all of one size") {

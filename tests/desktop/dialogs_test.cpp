@@ -39,6 +39,31 @@ TEST_SUITE("dialogs") {
     }
   }
 
+  TEST_CASE("three windows may be covered, two have no frame, and the others stay in front") {
+    test::ShownConsole desk;
+    std::vector<std::string> of_their_own;
+    std::vector<std::string> frameless;
+    std::vector<std::string> in_front;
+    for (Form* form : test::dialogs_of(desk.console)) {
+      form->on_load.forget_handler();
+      const QWidget& window = open(desk, *form);
+      const bool stays = window.parentWidget() == &desk.window();
+      const bool is_frameless = window.windowFlags().testFlag(Qt::FramelessWindowHint);
+      CHECK((window.windowType() == Qt::Window) == (!stays && !is_frameless));
+      (stays ? in_front : is_frameless ? frameless : of_their_own).push_back(form->name());
+      form->on_unload.forget_handler();
+      form->unload();
+      desk.settle();
+    }
+    using Names = std::vector<std::string>;
+    for (Names* names : {&of_their_own, &frameless, &in_front}) std::ranges::sort(*names);
+    CHECK(of_their_own == Names{"DatabaseViewer", "DebugForm", "ImportPreview"});
+    CHECK(frameless == Names{"AboutBox", "Standby"});
+    CHECK(in_front == Names{"CallerFlagForm", "DialForm", "DisplayOptionForm", "FlashMessA",
+                            "Form2", "Form3", "Form4", "LogDataForm", "LoginForm", "MyMsgbox",
+                            "WinsockOptions"});
+  }
+
   TEST_CASE("names in the drawing and in the form have their partners, both ways") {
     test::ShownConsole desk;
     for (Form* form : test::dialogs_of(desk.console)) {

@@ -93,6 +93,39 @@ TEST_SUITE("desktop/dials") {
     CHECK(desk.reach(form.imgTimeClock, is_red) == doctest::Approx(told).epsilon(0.04));
   }
 
+  TEST_CASE(
+      "of the time's hands the hours' is the thickest, the seconds' thin, red and long behind") {
+    DialDesk desk;
+    desk.drag(1884, 1452);
+    MainForm& form = desk.form();
+    const double step = 0.5 / desk.radius_of(form.imgTimeClock);
+    const auto measured = [&](Line& hand, const std::function<bool(const QColor&)>& wanted) {
+      hand.visible = true;
+      // A quarter of its length from the middle a hand is thickest.
+      point_right(hand, form.imgTimeClock.width * 2 / 5);
+      const QImage shown = desk.picture();
+      double thickness = 0;
+      for (double down = -0.1; down < 0.1; down += step) {
+        if (wanted(desk.at(form.imgTimeClock, shown, 0.2, down))) thickness += step;
+      }
+      double behind = 0;
+      for (double left = 0.03; left < 0.4; left += step) {
+        if (wanted(desk.at(form.imgTimeClock, shown, -left, 0))) behind = left;
+      }
+      hand.visible = false;
+      return std::pair(thickness, behind);
+    };
+    const auto [hours, behind_hours] = measured(form.HourHand, is_light);
+    const auto [minutes, behind_minutes] = measured(form.MinuteHand, is_light);
+    const auto [seconds, behind_seconds] = measured(form.SecondHand, is_red);
+    CHECK(hours == doctest::Approx(0.115).epsilon(0.1));
+    CHECK(minutes == doctest::Approx(0.08).epsilon(0.1));
+    CHECK(seconds == doctest::Approx(0.028).epsilon(0.3));
+    CHECK(behind_hours == doctest::Approx(0.1).epsilon(0.15));
+    CHECK(behind_minutes == doctest::Approx(0.1).epsilon(0.15));
+    CHECK(behind_seconds == doctest::Approx(0.2).epsilon(0.1));
+  }
+
   TEST_CASE("a moved hand leaves nothing behind") {
     DialDesk desk;
     MainForm& form = desk.form();

@@ -1,5 +1,6 @@
 #include <doctest/doctest.h>
 
+#include "desktop/placement.h"
 #include "desktop/twips.h"
 #include "shown_console.h"
 
@@ -83,6 +84,27 @@ TEST_SUITE("geometry of the main window") {
     const QRect after = on_canvas(desk, form.RealTime);
     CHECK(after.width() == 2 * before.width());
     CHECK(after.top() - clock.top() == 2 * (before.top() - clock.top()));
+  }
+
+  TEST_CASE("the event's clock has its countdown as large as the time, and its dial under it") {
+    test::ShownConsole desk;
+    MainForm& form = desk.form();
+    const QPointF corner = place_on_form(form.picShowTimeClock).topLeft();
+    const auto inside = [&](const Control& part) {
+      return place_on_form(part).translated(-corner);
+    };
+    const QRectF dial(295, 560, 1105, 1105);
+    CHECK(inside(form.CountDownTime) == QRectF(0, 30, 1695, 330));
+    CHECK(inside(form.StatusText) == QRectF(0, 355, 1695, 190));
+    CHECK(inside(form.imgShowClock) == dial);
+    CHECK(inside(form.RedClock) == dial);
+    CHECK(inside(form.RedClockImage) == dial);
+    for (Picture* clock : {&form.picShowTimeClock, &form.picRealTimeClock}) {
+      clock->move(clock->left, clock->top, 2 * 1695, 2 * 1740);
+    }
+    CHECK(inside(form.CountDownTime) == QRectF(0, 60, 3390, 660));
+    CHECK(inside(form.RedClockImage) == QRectF(590, 1120, 2210, 2210));
+    CHECK(place_on_form(form.RealTime).size() == QSizeF(3390, 660));
   }
 
   TEST_CASE("the icon of a row button stands on the button, whatever the button's size") {

@@ -69,9 +69,16 @@ TEST_SUITE("keys of the main window") {
     settle();
     REQUIRE_FALSE(form.Drop2.enabled);
     CHECK(why(form.Drop2) == "The conference hybrid isn't used here (Display Data Options)");
-    CHECK(why(form.OnHybrid2(0)) == "The conference hybrid isn't used here (Display Data Options)");
+    for (const Control* key :
+         {static_cast<Control*>(&form.Hold2), static_cast<Control*>(&form.NextToConfButton),
+          static_cast<Control*>(&form.OnHybrid2(0))}) {
+      CHECK(why(*key) == "The conference hybrid isn't used here (Display Data Options)");
+    }
     REQUIRE(form.Drop1.enabled);
     CHECK(why_disabled(form, form.Drop1).isEmpty());
+    form.Drop1.enabled = false;
+    CHECK(why_disabled(form, form.Drop1) ==
+          "The main hybrid isn't used here (Display Data Options)");
   }
 
   TEST_CASE("the keys of the two hybrids differ by a letter, and no lettering leaves its key") {

@@ -208,6 +208,53 @@ TEST_SUITE("desktop/manual") {
     CHECK(anchors.contains(manual_section_of(desk.desktop.certificate_question().form().name())));
   }
 
+  TEST_CASE("each window's section is the one that tells of it") {
+    Reader desk;
+    desk.choose();
+    struct Section {
+      const char* window;
+      const char* heading;
+    };
+    for (const Section& section : {
+             Section{"AboutBox", "Options"},
+             Section{"CallerFlagForm", "Caller data"},
+             Section{"CertificateQuestion", "About a server's certificate"},
+             Section{"CloseQuestion", "Close the console on air"},
+             Section{"DatabaseViewer", "Looking at it"},
+             Section{"DebugForm", "Trace"},
+             Section{"DialForm", "The dial pad"},
+             Section{"DisplayOptionForm", "Columns and lines"},
+             Section{"FlashMessA", "Messages"},
+             Section{"Form2", "The show plan"},
+             Section{"Form3", "Time Clocks"},
+             Section{"Form4", "Caller data"},
+             Section{"ImportPreview", "Export, print, import"},
+             Section{"LogDataForm", "Fields of the caller data"},
+             Section{"LoginForm", "Who you are"},
+             Section{"MyMsgbox", "What the program says"},
+             Section{"Standby", "On the main window"},
+             Section{"WinsockOptions", "A server"},
+         }) {
+      CAPTURE(std::string(section.window));
+      CHECK(desk.pages().go_to(manual_section_of(std::string_view(section.window))));
+      REQUIRE(desk.pages().heading_in_sight() != nullptr);
+      CHECK(desk.pages().heading_in_sight()->text.toStdString() == section.heading);
+    }
+    CHECK(manual_section_of(std::string_view("Nothing")).isEmpty());
+  }
+
+  TEST_CASE("a link to a page leads to its title") {
+    Reader desk;
+    desk.choose();
+    for (const auto& [page, title] :
+         {std::pair{"keys.md", "Keys on one page"}, {"manual.md", "The operator's manual"}}) {
+      emit desk.pages().anchorClicked(QUrl(page));
+      desk.settle();
+      REQUIRE(desk.pages().heading_in_sight() != nullptr);
+      CHECK(desk.pages().heading_in_sight()->text == title);
+    }
+  }
+
   TEST_CASE("every heading of the list leads to its place, and every picture is there") {
     Reader desk;
     desk.choose();

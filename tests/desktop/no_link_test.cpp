@@ -196,6 +196,24 @@ TEST_SUITE("no link") {
     }
   }
 
+  TEST_CASE("beside the lamp stands the port to which the box is connected") {
+    LinkDesk desk;
+    MainForm& form = desk.form();
+    for (MenuItem* port : {&form.Com1, &form.Com2, &form.Com3, &form.Com4}) {
+      form.uncheck_coms();
+      port->checked = true;
+      desk.settle();
+      const std::string name = "Com " + port->name().substr(3);
+      CHECK(desk.widget(form.Shape1).shown_caption().toStdString() == name);
+    }
+    form.uncheck_coms();
+    form.WinsockMenu.checked = true;
+    // As it is once the server has let the console in.
+    form.no_link = "";
+    desk.settle();
+    CHECK(desk.widget(form.Shape1).shown_caption().toStdString() == "Server");
+  }
+
   TEST_CASE("the words lie over nothing else, in any layout") {
     LinkDesk desk;
     desk.form().Off.on_click();

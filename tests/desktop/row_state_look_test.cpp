@@ -155,6 +155,108 @@ TEST_SUITE("row states") {
     }
   }
 
+  // What is drawn in the color on the ground, with the softened edges of thin lines.
+  int drawn_on(const QImage& ground, const QImage& picture, QRgb color) {
+    int pixels = 0;
+    for (int y = 0; y < picture.height(); ++y) {
+      for (int x = 0; x < picture.width(); ++x) {
+        const QRgb was = ground.pixel(x, y);
+        const QRgb is = picture.pixel(x, y);
+        const auto along = [](QRgb from, QRgb to, QRgb from2, QRgb to2) {
+          return (qRed(to) - qRed(from)) * (qRed(to2) - qRed(from2)) +
+                 (qGreen(to) - qGreen(from)) * (qGreen(to2) - qGreen(from2)) +
+                 (qBlue(to) - qBlue(from)) * (qBlue(to2) - qBlue(from2));
+        };
+        const double share =
+            double(along(was, is, was, color)) / std::max(1, along(was, color, was, color));
+        const double whole = along(was, is, was, is);
+        const double beside = whole - share * share * along(was, color, was, color);
+        if (share > 0.3 && beside < 0.02 * whole) ++pixels;
+      }
+    }
+    return pixels;
+  }
+
+  TEST_CASE("the sign on a line's key tells by colour and fill where its caller is") {
+    struct Sign {
+      const char* name;
+      char letter;
+      RowColor strip;
+      QRgb Theme::*color;
+    };
+    const std::vector<Sign> signs = {
+        {"ringing", 'R', RowColor::White, &Theme::ringing_sign},
+        {"at this handset", 'P', RowColor::White, &Theme::handset_sign},
+        {"at another handset", 'O', RowColor::White, &Theme::handset_sign},
+        {"taken", 'E', RowColor::White, &Theme::disabled_text},
+        {"locked", 'Y', RowColor::White, &Theme::hold_sign},
+        {"locked on air, main", 'L', RowColor::White, &Theme::drop_sign},
+        {"locked on air, conference", 'K', RowColor::White, &Theme::drop_sign},
+        {"next", 'S', RowColor::Green, &Theme::next_light},
+    };
+    StateDesk desk;
+    desk.screener_at_phone_1();
+    for (const bool grey : faces) {
+      desk.choose_face(grey);
+      const Theme& theme = desk.canvas().theme();
+      std::map<std::string, int> filled;
+      for (const Sign& sign : signs) {
+        CAPTURE(grey);
+        CAPTURE(std::string(sign.name));
+        desk.show(3, sign.letter, sign.strip);
+        const Picture& icon =
+            desk.form().CIcon1(3).visible ? desk.form().CIcon1(3) : desk.form().CIcon2(3);
+        const QImage key = shown_pixels(desk.widget(icon));
+        desk.console.rows.HybridPictureSet(3, 0, 0);
+        desk.settle();
+        const QImage bare = shown_pixels(desk.widget(desk.form().CIcon1(3)));
+        CHECK(drawn_on(bare, key, theme.*sign.color) > 40);
+        filled[sign.name] = test::pixels_of(key, theme.*sign.color);
+        // What stands there for those who have no sign of their own.
+        if (grey) CHECK(test::pixels_of(key, signal_green) == 0);
+      }
+      CHECK(filled["at this handset"] > filled["at another handset"] + 10);
+    }
+  }
+
+  TEST_CASE("a status without words shows by a sign who rings and who is spoken to") {
+    StateDesk desk;
+    desk.screener_at_phone_1();
+    // What is darker than the strip beside it: the sign's form, whatever colour is readable there.
+    const auto sign = [&](char letter) {
+      desk.show(3, letter);
+      const QImage status = shown_pixels(desk.widget(desk.form().LineStatus(3)));
+      QImage form(status.size(), QImage::Format_Mono);
+      form.fill(0);
+      for (int y = 0; y < status.height(); ++y) {
+        const int ground = qGray(status.pixel(status.width() - 1, y));
+        for (int x = 2; x < status.width(); ++x) {
+          if (qGray(status.pixel(x, y)) < ground - 85) form.setPixel(x, y, 1);
+        }
+      }
+      return test::readable(form);
+    };
+    const QImage none = sign(' ');
+    const QImage ringing = sign('R');
+    const QImage here = sign('P');
+    const QImage elsewhere = sign('O');
+    const QImage taken = sign('E');
+    const auto differ = [](const QImage& one, const QImage& other) {
+      return test::differing_pixels(one, other);
+    };
+    for (const QImage* form : {&ringing, &here, &elsewhere, &taken})
+      CHECK(differ(none, *form) > 40);
+    CHECK(differ(ringing, here) > 40);
+    CHECK(differ(ringing, elsewhere) > 40);
+    // Full at this handset, an outline at others.
+    CHECK(differ(here, elsewhere) > 25);
+    CHECK(differ(here, taken) > 25);
+    for (const char letter : {'S', 'H', 'Y', 'N', 'C', 'B'}) {
+      CAPTURE(letter);
+      CHECK(sign(letter) == none);
+    }
+  }
+
   TEST_CASE("a line that rings leaves a ghost between the blinks, never an idle look") {
     StateDesk desk;
     for (const bool grey : faces) {

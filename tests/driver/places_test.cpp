@@ -161,6 +161,8 @@ TEST_CASE_FIXTURE(LaunchedFixture, "expect compares values") {
 TEST_CASE_FIXTURE(LaunchedFixture, "expect takes what a command gives as well") {
   CHECK(say("expect forms [\"Lineweir\"]") == "ok");
   CHECK(say("expect call GetCadence 3 \"\\u0000\\u0000\"") == "ok");
+  CHECK(say("expect get PortOn.Checked false") == "ok");
+  CHECK(say("expect list MyMsgbox []").starts_with("error expected [] got [\"MyMsgbox.Label1\""));
   CHECK(say("expect messages [\"a\"]") == "error expected [\"a\"] got []");
   CHECK(say("expect click PortOn true") == "error usage: expect PATH VALUE");
   CHECK(say("expect forms") == "error usage: expect PATH VALUE");

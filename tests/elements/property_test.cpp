@@ -3,7 +3,8 @@
 #include <doctest/doctest.h>
 
 #include <cstdint>
-#include <set>
+#include <string>
+#include <vector>
 
 #include "elements/grid.h"
 #include "elements/label.h"
@@ -135,13 +136,21 @@ TEST_SUITE("elements/property") {
     CHECK(label.property(PropertyId::List) == nullptr);
   }
 
-  TEST_CASE("each property has one name, found whatever the case") {
-    std::set<std::string> names;
+  TEST_CASE("each property has the name by which scripts know it, found whatever the case") {
+    const std::vector<std::string> names = {
+        "Caption",      "Text",         "Visible",     "Enabled",     "Checked",   "Value",
+        "Picture",      "Left",         "Top",         "Width",       "Height",    "X1",
+        "Y1",           "X2",           "Y2",          "BorderWidth", "ForeColor", "BackColor",
+        "FillColor",    "Alignment",    "FontName",    "FontSize",    "FontBold",  "FontItalic",
+        "SelStart",     "List",         "ListIndex",   "Cells",       "Row",       "Col",
+        "Rows",         "Headings",     "SortColumn",  "SortDown",    "Interval",  "WindowState",
+        "MousePointer", "NoLink",       "LinkedTo",    "Withheld",    "TabStop",   "Hint",
+        "ToolTip",      "DatabaseName", "RecordSource"};
+    REQUIRE(names.size() == last_property + 1);
     for (int number = 0; number <= last_property; ++number) {
       const auto id = static_cast<PropertyId>(number);
-      const std::string name(property_name(id));
-      CHECK_FALSE(name.empty());
-      CHECK(names.insert(name).second);
+      const std::string& name = names[static_cast<std::size_t>(number)];
+      CHECK(property_name(id) == name);
       CHECK(property_named(name) == id);
     }
     CHECK(property_named("fontSIZE") == PropertyId::FontSize);

@@ -252,7 +252,8 @@ TEST_CASE_FIXTURE(SqliteFixture, "A read-only file or folder says so") {
         opened.number == 3027 && made.number == 3027 &&
         opened.sentence ==
             "The file 'calls.lwl' can't be written to: it or its folder is read-only." &&
-        made.sentence == "The file 'new.lwl' could not be made: Permission denied.";
+        made.sentence == "The file 'new.lwl' could not be made: Permission denied." &&
+        engine.is_database("calls.lwl");
     ::_exit(as_told ? 0 : 2);
   }
   int status = 0;
@@ -284,14 +285,20 @@ TEST_CASE_FIXTURE(SqliteFixture, "Another program may change the table's columns
 }
 
 TEST_CASE_FIXTURE(SqliteFixture, "Columns that have the names of row numbers are only columns") {
-  const auto database = engine.create("calls.lwl");
-  database->create_table("Rows", {{"rowid", 5}, {"_rowid_", 5}});
-  const auto rows = database->open_recordset("Rows");
-  rows->add_new();
-  rows->set_field("rowid", "a");
-  const RowId id = rows->update();
-  CHECK(id == 1);
-  CHECK(*rows->row(id) == std::vector<std::string>{"a", ""});
+  using Names = std::pair<std::string, std::string>;
+  for (const auto& [one, other] :
+       {Names{"rowid", "_rowid_"}, Names{"rowid", "oid"}, Names{"_rowid_", "oid"}}) {
+    CAPTURE(one);
+    CAPTURE(other);
+    const auto database = engine.create(one + other);
+    database->create_table("Rows", {{one, 5}, {other, 5}});
+    const auto rows = database->open_recordset("Rows");
+    rows->add_new();
+    rows->set_field(one, "a");
+    const RowId id = rows->update();
+    CHECK(id == 1);
+    CHECK(*rows->row(id) == std::vector<std::string>{"a", ""});
+  }
 }
 
 TEST_CASE_FIXTURE(SqliteFixture, "Values that others stored as numbers or as nothing are texts") {
@@ -331,7 +338,15 @@ TEST_CASE_FIXTURE(SqliteFixture, "Whether a file is a database, whatever it hold
   write("empty", "");
   write("old.mdb", std::string("\x00\x01\x00\x00Standard Jet DB\x00\x01", 21));
   query("other.db", "CREATE TABLE bookmarks (url TEXT)");
-  for (const char* name : {"calls.lwl", "CALLS.lwl", "old.mdb", "other.db"}) {
+  // Cut behind its first page, and held by another program.
+  write("cut.db", content("other.db").substr(0, 4096));
+  query("held.db", "CREATE TABLE bookmarks (url TEXT)");
+  sqlite3* holder = nullptr;
+  REQUIRE(sqlite3_open(path("held.db").c_str(), &holder) == SQLITE_OK);
+  sqlite3_exec(holder, "BEGIN EXCLUSIVE", nullptr, nullptr, nullptr);
+  CHECK(failure_of([&] { engine.open("cut.db"); }).number == 3049);
+  CHECK(failure_of([&] { engine.open("held.db"); }).number == 3260);
+  for (const char* name : {"calls.lwl", "CALLS.lwl", "old.mdb", "other.db", "cut.db", "held.db"}) {
     CAPTURE(name);
     CHECK(engine.is_database(name));
   }
@@ -339,6 +354,7 @@ TEST_CASE_FIXTURE(SqliteFixture, "Whether a file is a database, whatever it hold
     CAPTURE(name);
     CHECK_FALSE(engine.is_database(name));
   }
+  sqlite3_close(holder);
 }
 
 TEST_CASE_FIXTURE(SqliteFixture, "What is kept beside an open database counts as one") {
@@ -347,7 +363,7 @@ TEST_CASE_FIXTURE(SqliteFixture, "What is kept beside an open database counts as
   make_log("calls.lwl");
   const auto open = guarding.open("calls.lwl");
   add(*open, "second");
-  for (const char* name : {"calls.lwl", "calls.lwl-wal", "calls.lwl-shm"}) {
+  for (const char* name : {"calls.lwl", "calls.lwl-wal", "calls.lwl-shm", "calls.lwl-journal"}) {
     CAPTURE(name);
     CHECK(guarding.is_database(name));
   }

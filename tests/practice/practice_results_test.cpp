@@ -4,6 +4,7 @@
 #include <rapidcheck.h>
 
 #include <algorithm>
+#include <array>
 
 #include "support/property_check.h"
 
@@ -71,6 +72,30 @@ TEST_SUITE("practice/results") {
     CHECK(rows[1] == PageRow{"Callers answered", "9 of 12", "4 of 12", "better"});
     CHECK(rows[4] == PageRow{"Dead air between callers", "1:01", "0:10", "worse"});
     CHECK(rows[5] == PageRow{"Callers dropped", "1", "1", "the same"});
+    const Result less = {.level = "Easy",
+                         .date = now.date,
+                         .played = 200,
+                         .calls = 12,
+                         .answered = 8,
+                         .on_air = 1,
+                         .longest_wait = 60,
+                         .dead_air = 30,
+                         .dropped = 0,
+                         .gave_up = 2};
+    CHECK(page_rows(less, now) == std::array<PageRow, page_row_count>{
+                                      {{"Length of the show", "3:20", "5:00", ""},
+                                       {"Callers answered", "8 of 12", "9 of 12", "worse"},
+                                       {"Callers on air", "1", "2", "worse"},
+                                       {"Longest wait", "1:00", "1:35", "better"},
+                                       {"Dead air between callers", "0:30", "1:01", "better"},
+                                       {"Callers dropped", "0", "1", "better"},
+                                       {"Callers who gave up", "2", "4", "better"}}});
+  }
+
+  TEST_CASE("a show is a line of the file as its first line names the figures") {
+    CHECK(with_result("", any_result("Easy")) ==
+          "Level,Date,Played,Calls,Answered,OnAir,LongestWait,DeadAir,Dropped,GaveUp\n"
+          "Easy,1/5/2026 10:05:00 AM,300,12,3,2,95,61,1,4\n");
   }
 }
 

@@ -74,6 +74,9 @@ TEST_SUITE("practice/show") {
     CHECK_FALSE(practice.console.Lineweir.RemotePort.enabled);
     CHECK_FALSE(practice.console.Lineweir.DatabasePathMenuItem.enabled);
     CHECK_FALSE(practice.console.Lineweir.Clock.enabled);
+    CHECK_FALSE(practice.console.Lineweir.SyncTimeMenu.enabled);
+    CHECK_FALSE(practice.console.Lineweir.Line20Mode.enabled);
+    CHECK_FALSE(practice.console.Lineweir.PassiveMode.enabled);
   }
 
   TEST_CASE("nobody logs in, which would leave the practice port") {

@@ -86,9 +86,12 @@ TEST_CASE("Every column of a list is in its rows, and nothing that is none") {
   CHECK(tool.refusal(of_line(Command::Call, 1, 1)) == "");
   CHECK(tool.refusal(of_line(Command::Call, 1, 2)) == "");
   CHECK(tool.refusal(of_line(Command::HangUp, 1, 2)) == "");
+  CHECK(tool.refusal(
+            {Command::CallerFlag, {{Field::Number, "0555123"}, {Field::Flag, "barred"}}}) == "");
   for (const Request& request :
        {Request{Command::UserList}, Request{Command::Seats}, Request{Command::Calls},
-        Request{Command::AuditList}, Request{Command::Lines, {{Field::Group, std::int64_t{1}}}}}) {
+        Request{Command::AuditList}, Request{Command::Lines, {{Field::Group, std::int64_t{1}}}},
+        Request{Command::CallerList}, Request{Command::CallerShow, {{Field::Number, "0555123"}}}}) {
     const auto rows = tool.rows(request);
     REQUIRE(!rows.empty());
     for (const auto& column : admin::columns_of(request.command)) {

@@ -40,6 +40,20 @@ TEST_CASE("What is no whole URL is refused, also where a password has letters th
         "the database 'studio' on 'host'");
 }
 
+TEST_CASE("A silent database is given up in seconds, and none is taken that can't be written to") {
+  const auto option = [](const std::string& url, const std::string& key) {
+    return PostgresAddress::read(url)->options().at(key);
+  };
+  const std::string url = "postgresql://host/studio";
+  CHECK(option(url, "keepalives_idle") == "10");
+  CHECK(option(url, "keepalives_interval") == "5");
+  CHECK(option(url, "tcp_user_timeout") == "15000");
+  CHECK(option(url, "gssencmode") == "disable");
+  CHECK(option(url, "target_session_attrs") == "read-write");
+  CHECK(option(url, "fallback_application_name") == "lineweir");
+  CHECK(option(url + "?keepalives_idle=60", "keepalives_idle") == "60");
+}
+
 TEST_CASE("Hosts, addresses and ports are taken one by one") {
   using Hosts = std::vector<PostgresHost>;
   const auto hosts = [](const std::string& url) { return PostgresAddress::read(url)->hosts(); };
