@@ -5,10 +5,12 @@ set -euo pipefail
 cd "$(dirname "$0")/.."
 
 export CCACHE_DISABLE=1
-folder=$(mktemp -d)
+source scripts/setup.sh
+folder=build/cold
+rm -rf "$folder"
 trap 'rm -rf "$folder" "$folder.log"' EXIT
 begun=$EPOCHREALTIME
-(cmake --preset release -B "$folder" -DLINEWEIR_TESTS=OFF -DLINEWEIR_BENCH=OFF &&
-  cmake --build "$folder" --target "${1:-all}") > "$folder.log" 2>&1 ||
+(configure release "$folder" -DLINEWEIR_TESTS=OFF -DLINEWEIR_BENCH=OFF &&
+  build_targets "$folder" "${1:-all}") > "$folder.log" 2>&1 ||
   { grep -iE 'error' "$folder.log" | head -1 >&2 && exit 1; }
 awk -v begun="$begun" -v ended="$EPOCHREALTIME" 'BEGIN { printf "took %.1f\n", ended - begun }'

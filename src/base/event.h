@@ -1,6 +1,7 @@
 #pragma once
 
 #include <functional>
+#include <memory>
 #include <utility>
 
 namespace lineweir {
@@ -17,22 +18,23 @@ class Event<void(Arguments...)> {
   // The guard is called with the handler's body, which takes no arguments.
   template <class Guard, class Handler>
   void handle(Guard guard, Handler handler) {
-    run_ = [guard = std::move(guard), handler = std::move(handler)](Arguments... arguments) {
-      guard([&] { handler(arguments...); });
-    };
+    run_ = std::make_shared<const std::function<void(Arguments...)>>(
+        [guard = std::move(guard), handler = std::move(handler)](Arguments... arguments) {
+          guard([&] { handler(arguments...); });
+        });
   }
 
   void forget_handler() { run_ = nullptr; }
 
   explicit operator bool() const { return run_ != nullptr; }
 
-  // A copy of the handler runs, since it may destroy what the event belongs to.
+  // The handler is held while it runs, since it may destroy what the event belongs to.
   void operator()(Arguments... arguments) const {
-    if (const auto run = run_) run(arguments...);
+    if (const auto run = run_) (*run)(arguments...);
   }
 
  private:
-  std::function<void(Arguments...)> run_;
+  std::shared_ptr<const std::function<void(Arguments...)>> run_;
 };
 
 }  // namespace lineweir

@@ -103,14 +103,13 @@ void NextCaller::ReturnNextCall(int TheNextCall, int TheMessageGroupVal) {
   });
 }
 
-std::vector<LineWait> NextCaller::waits() const {
-  std::vector<LineWait> lines;
-  lines.reserve(static_cast<std::size_t>(state_.lines.LineCount));
+const std::vector<LineWait>& NextCaller::waits() const {
+  waits_.clear();
   for (int line = 0; line < state_.lines.LineCount; ++line) {
-    lines.push_back(
+    waits_.push_back(
         {state_.lines.StatusLetter(line), state_.Lineweir.LineTime(line).caption.get()});
   }
-  return lines;
+  return waits_;
 }
 
 void NextCaller::move_to(int line) {

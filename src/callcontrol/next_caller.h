@@ -50,8 +50,8 @@ class NextCaller {
   void NextButton_Click();
   void NextToConf_Click();
 
-  // The view holds until the next change of a row.
-  std::vector<LineWait> waits() const;
+  // Holds until the next change of a row, or the next call.
+  const std::vector<LineWait>& waits() const;
   void move_to(int line);
   void restore_former_row(int line);
   void unmark(int line);
@@ -70,6 +70,8 @@ class NextCaller {
   PhoneCommands& phone_;
   RowDisplay& rows_;
   CallerDataEntry& caller_data_;
+  // Kept, so that no tick of the clocks takes memory.
+  mutable std::vector<LineWait> waits_;
 };
 
 }  // namespace lineweir
