@@ -14,7 +14,7 @@ fail() {
 }
 
 # What the window is run under, such as valgrind, and how many times slower all is then.
-read -r -a under <<< "${WINDOW_UNDER:-}"
+read -r -d "" -a under <<< "${WINDOW_UNDER:-}" || true
 slower=${WINDOW_SLOWER:-1}
 
 mkfifo idle && exec {idle_end}<> idle
