@@ -137,12 +137,13 @@ TEST_SUITE("desktop/dials") {
     CHECK(desk.reach(form.imgTimeClock, is_red) < 0.15);
   }
 
-  TEST_CASE("in the last minute the event's hand is thinner") {
+  TEST_CASE("in the last minute the event's hand is thinner, also on the warning's dial") {
     DialDesk desk;
     desk.drag(1256, 968);
     MainForm& form = desk.form();
-    point_right(form.CounterHand, 560);
-    const auto thickness = [&] {
+    const auto thickness = [&](Line& hand, int width) {
+      hand.border_width = width;
+      point_right(hand, 560);
       const QImage shown = desk.picture();
       const double step = 0.5 / desk.radius_of(form.imgShowClock);
       double light = 0;
@@ -151,12 +152,13 @@ TEST_SUITE("desktop/dials") {
       }
       return light;
     };
-    form.CounterHand.border_width = 2;
-    const double thick = thickness();
-    form.CounterHand.border_width = 1;
-    const double thin = thickness();
+    const double thick = thickness(form.CounterHand, 2);
+    const double thin = thickness(form.CounterHand, 1);
     CHECK(thin > 0);
     CHECK(thin < 0.7 * thick);
+    form.RedClock.visible = true;
+    CHECK(thickness(form.RedHand, 2) == doctest::Approx(thick).epsilon(0.1));
+    CHECK(thickness(form.RedHand, 1) == doctest::Approx(thin).epsilon(0.1));
   }
 
   TEST_CASE("the warning covers the event's dial with a red one that has its own hand") {
