@@ -3,7 +3,9 @@
 #include <algorithm>
 #include <limits>
 
+#include "base/telephone_number.h"
 #include "server/session.h"
+#include "wire/caller_known.h"
 #include "wire/password_scramble.h"
 
 namespace lineweir::server {
@@ -17,6 +19,7 @@ constexpr int groups = 3;
 constexpr platform::Milliseconds longest_backlog = 30s;
 
 constexpr const char* users[] = {"host", "screener", "only2", "nobody", ""};
+constexpr const char* numbers[] = {"212 555 0100", "(212) 555-0100", "0100"};
 constexpr const char* words[] = {"F00", "H01", "S02", "N03", "C04", "L03", "P01",
                                  "O02", "P15", "O15", "B00", "F03", "N12"};
 
@@ -46,6 +49,8 @@ ServerOptions ServerSteps::options_of(std::uint8_t byte) {
   if ((byte & 8U) != 0) options.fixed_seats = {{"10.0.0.2", "host"}};
   // Smaller than what connects, so that places are missed.
   options.seats = (byte & 16U) != 0 ? places - 1 : 100;
+  if ((byte & 32U) != 0) options.address = "10.0.0.9:5000";
+  if ((byte & 64U) != 0) options.retention = {1, platform::Store::Forgetting::Calls};
   return options;
 }
 
@@ -110,6 +115,7 @@ void ServerSteps::take_step() {
     case 14:
       if (below(4) == 0) return reconfigure();
       if (below(8) == 0) return restart();
+      if (below(3) == 0) return hear_of_others();
       return place.console->stop_reading();
     default:
       return place.console->hang_up();
@@ -178,6 +184,13 @@ void ServerSteps::send_record(Place& place) {
                                                    encode_text_message(message))));
     }
     case 2: {
+      if ((kind & 8U) != 0) {
+        ServerPacket packet = console.packet(
+            CmdFlagCaller, no_value,
+            encode_caller_flagging({.number = numbers[below(3)], .reason = text(), .until = {}}));
+        packet.AltInfo = static_cast<std::uint8_t>(below(5));
+        return send(place, sent_frame(packet));
+      }
       const std::string profile = users[below(3)] + ("\3" + std::string(43, '1')) + text();
       return send(place, sent_frame(console.packet(CmdUserProfile, no_value, profile)));
     }
@@ -210,7 +223,7 @@ void ServerSteps::work_exchange() {
   const int line = below(20);
   switch (what / 4 % 4) {
     case 0:
-      exchange.arrive(line, text());
+      exchange.arrive(line, what < 128 ? text() : numbers[below(3)]);
       return;
     case 1:
       exchange.leave(line);
@@ -235,6 +248,39 @@ void ServerSteps::work_store() {
       room_.store.fail(false);
       return room_.store.behave();
   }
+}
+
+// What another server of the same store has changed.
+void ServerSteps::hear_of_others() {
+  constexpr RightsTemplate works[] = {RightsTemplate::Engineer, RightsTemplate::Host,
+                                      RightsTemplate::Screener};
+  platform::StoreNews news;
+  const char* const user = users[below(3)];
+  switch (below(4)) {
+    case 0: {
+      platform::Account account = ServerRoom::account(user, works[below(3)], {below(groups + 1)});
+      account.locked = below(4) == 0;
+      news.accounts.push_back(account);
+      break;
+    }
+    case 1:
+      news.removed_accounts.emplace_back(user);
+      break;
+    case 2: {
+      const char* const number = numbers[below(3)];
+      news.flagged_callers.push_back({.key = telephone_key(number),
+                                      .number = number,
+                                      .flag = CallerFlag{static_cast<std::uint8_t>(below(4))},
+                                      .reason = text(),
+                                      .until = below(2) == 0 ? "" : "2026-03-01",
+                                      .by = user});
+      break;
+    }
+    default:
+      news.studio_places.push_back(
+          {1 + below(groups + 2), text(), below(3) == 0 ? "" : "10.0.0.10:5000"});
+  }
+  if (room_.store.on_news) room_.store.on_news(news);
 }
 
 void ServerSteps::reconfigure() {

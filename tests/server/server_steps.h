@@ -52,6 +52,7 @@ class ServerSteps {
   void send(Place& place, const std::string& bytes);
   void work_exchange();
   void work_store();
+  void hear_of_others();
   void reconfigure();
   void note_missing_lines(const ServerOptions& options);
   void restart();
