@@ -127,6 +127,25 @@ TEST_CASE("a change becomes bytes and itself again, whatever its texts and numbe
   });
 }
 
+TEST_CASE("a journal that an earlier version has written is read") {
+  const std::string lock = "\x83\x64lock\x63\x61nn\xf5";
+  CHECK(encoded(AccountLock{"ann", true}) == lock);
+  CHECK(decoded(lock) == StoreChange(AccountLock{"ann", true}));
+  CallRecord call;
+  call.id = 300;
+  call.group = 2;
+  call.line = 9;
+  call.number = "212";
+  call.began = Moment(1);
+  call.steps = {{Moment(4), "u", "air"}};
+  const std::string call_bytes =
+      std::string("\x8c\x64\x63\x61ll\x19\x01\x2c\x02\x09\x63\x32\x31\x32\x01") +
+      std::string(3, '\0') + "\x60" + static_cast<char>(0x80 + told_field_count) +
+      std::string(told_field_count, '\x60') + "\x81\x83\x04\x61u\x63\x61ir";
+  CHECK(encoded(call) == call_bytes);
+  CHECK(decoded(call_bytes) == StoreChange(call));
+}
+
 TEST_CASE("bytes that are no change are none") {
   CHECK_FALSE(decoded(""));
   CHECK_FALSE(decoded("event"));

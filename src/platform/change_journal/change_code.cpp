@@ -1,6 +1,9 @@
 #include "platform/change_journal/change_code.h"
 
+#include <concepts>
+#include <limits>
 #include <nlohmann/json.hpp>
+#include <tuple>
 #include <utility>
 
 namespace lineweir::platform {
@@ -8,245 +11,164 @@ namespace {
 
 using nlohmann::json;
 
-std::int64_t number_of(Moment moment) { return moment.count(); }
+template <class Given, class Record>
+concept Of = std::same_as<std::remove_const_t<Given>, Record>;
 
-json rights_of(const Account& account) {
-  json rights = json::array();
-  for (const auto& [group, granted] : account.rights) rights.push_back({group, granted});
-  return rights;
+// The fields of each record in the order of the bytes, for writing and for reading.
+auto fields(Of<Account> auto& a) {
+  return std::tie(a.name, a.password_hash, a.rights, a.profile, a.locked, a.last_seen);
+}
+auto fields(Of<AccountRemoval> auto& a) { return std::tie(a.name); }
+auto fields(Of<AccountPassword> auto& a) { return std::tie(a.name, a.password_hash); }
+auto fields(Of<AccountLock> auto& a) { return std::tie(a.name, a.locked); }
+auto fields(Of<AccountRights> auto& a) { return std::tie(a.name, a.group, a.rights); }
+auto fields(Of<AccountSeen> auto& a) { return std::tie(a.name, a.at); }
+auto fields(Of<AccountProfile> auto& a) { return std::tie(a.name, a.profile); }
+auto fields(Of<CallRecord> auto& c) {
+  return std::tie(c.id, c.group, c.line, c.number, c.began, c.answered, c.aired, c.ended, c.told_by,
+                  c.told, c.steps);
+}
+auto fields(Of<CallStep> auto& s) { return std::tie(s.at, s.user, s.action); }
+auto fields(Of<GroupMemory> auto& g) {
+  return std::tie(g.group, g.next_call, g.message, g.show_times);
+}
+auto fields(Of<FlaggedCaller> auto& c) {
+  return std::tie(c.key, c.number, c.flag, c.reason, c.until, c.by, c.at);
+}
+auto fields(Of<StudioPlace> auto& p) { return std::tie(p.group, p.name, p.address); }
+auto fields(Of<AuditEvent> auto& e) { return std::tie(e.id, e.at, e.user, e.action, e.detail); }
+auto fields(Of<std::pair<int, std::string>> auto& entry) {
+  return std::tie(entry.first, entry.second);
 }
 
-json steps_of(const CallRecord& call) {
-  json steps = json::array();
-  for (const CallStep& step : call.steps) {
-    steps.push_back({number_of(step.at), step.user, step.action});
+template <class Record>
+constexpr std::string_view kind = {};
+template <>
+constexpr std::string_view kind<Account> = "account";
+template <>
+constexpr std::string_view kind<AccountRemoval> = "removal";
+template <>
+constexpr std::string_view kind<AccountPassword> = "password";
+template <>
+constexpr std::string_view kind<AccountLock> = "lock";
+template <>
+constexpr std::string_view kind<AccountRights> = "rights";
+template <>
+constexpr std::string_view kind<AccountSeen> = "seen";
+template <>
+constexpr std::string_view kind<AccountProfile> = "profile";
+template <>
+constexpr std::string_view kind<CallRecord> = "call";
+template <>
+constexpr std::string_view kind<GroupMemory> = "group";
+template <>
+constexpr std::string_view kind<FlaggedCaller> = "flagged";
+template <>
+constexpr std::string_view kind<StudioPlace> = "place";
+template <>
+constexpr std::string_view kind<AuditEvent> = "event";
+
+// A map is an array of arrays of two.
+json written(const auto& value) { return json(value); }
+json written(Moment moment) { return moment.count(); }
+json written(CallerFlag flag) { return static_cast<int>(flag); }
+json written(const std::vector<CallStep>& steps) {
+  json list = json::array();
+  for (const CallStep& step : steps) {
+    std::apply([&](const auto&... field) { list.push_back({written(field)...}); }, fields(step));
   }
-  return steps;
+  return list;
 }
 
-struct Encoder {
-  json operator()(const Account& account) const {
-    return {"account",       account.name,   account.password_hash,       rights_of(account),
-            account.profile, account.locked, number_of(account.last_seen)};
-  }
-  json operator()(const AccountRemoval& removal) const { return {"removal", removal.name}; }
-  json operator()(const AccountPassword& password) const {
-    return {"password", password.name, password.password_hash};
-  }
-  json operator()(const AccountLock& lock) const { return {"lock", lock.name, lock.locked}; }
-  json operator()(const AccountRights& rights) const {
-    return {"rights", rights.name, rights.group, rights.rights};
-  }
-  json operator()(const AccountSeen& seen) const { return {"seen", seen.name, number_of(seen.at)}; }
-  json operator()(const AccountProfile& profile) const {
-    return {"profile", profile.name, profile.profile};
-  }
-  json operator()(const CallRecord& call) const {
-    return {"call",
-            call.id,
-            call.group,
-            call.line,
-            call.number,
-            number_of(call.began),
-            number_of(call.answered),
-            number_of(call.aired),
-            number_of(call.ended),
-            call.told_by,
-            json(call.told),
-            steps_of(call)};
-  }
-  json operator()(const GroupMemory& group) const {
-    return {"group", group.group, group.next_call, group.message, json(group.show_times)};
-  }
-  json operator()(const FlaggedCaller& caller) const {
-    return {"flagged",     caller.key,   caller.number, static_cast<int>(caller.flag),
-            caller.reason, caller.until, caller.by,     number_of(caller.at)};
-  }
-  json operator()(const StudioPlace& place) const {
-    return {"place", place.group, place.name, place.address};
-  }
-  json operator()(const AuditEvent& event) const {
-    return {"event", event.id, number_of(event.at), event.user, event.action, event.detail};
-  }
-};
+// Reads the fields that stand in the list behind the first ones, of which there are so many. False
+// where it isn't a list of these fields and nothing else; the record is worth nothing then.
+template <class Record>
+bool read_behind(std::size_t place, const json& list, Record& record);
 
-// The fields of an array, one behind the other. What isn't as it should be makes all of it bad.
-class Fields {
- public:
-  explicit Fields(const json& list) : list_(list) { good_ = list.is_array(); }
-
-  std::string text() {
-    const json* const field = next();
-    if (field == nullptr || !field->is_string()) return fail(std::string());
-    return field->get<std::string>();
-  }
-  std::int64_t number() {
-    const json* const field = next();
-    if (field == nullptr || !field->is_number_integer()) return fail(std::int64_t{0});
-    return field->get<std::int64_t>();
-  }
-  int small() {
-    const std::int64_t value = number();
-    const bool fits =
-        value >= std::numeric_limits<int>::min() && value <= std::numeric_limits<int>::max();
-    return fits ? static_cast<int>(value) : fail(0);
-  }
-  bool truth() {
-    const json* const field = next();
-    if (field == nullptr || !field->is_boolean()) return fail(false);
-    return field->get<bool>();
-  }
-  Moment moment() { return Moment(number()); }
-  const json& list() {
-    static const json none = json::array();
-    const json* const field = next();
-    if (field != nullptr && field->is_array()) return *field;
-    good_ = false;
-    return none;
-  }
-  template <std::size_t count>
-  std::array<std::string, count> texts() {
-    std::array<std::string, count> all;
-    Fields of_list(list());
-    for (std::string& text : all) text = of_list.text();
-    good_ = good_ && of_list.ended();
-    return all;
-  }
-  // Takes what another list of fields has come to.
-  void need(bool good) { good_ = good_ && good; }
-  bool ended() const { return good_ && place_ == list_.size(); }
-
- private:
-  const json* next() {
-    if (!good_ || place_ >= list_.size()) return nullptr;
-    return &list_[place_++];
-  }
-  template <class Value>
-  Value fail(Value value) {
-    good_ = false;
-    return value;
-  }
-
-  const json& list_;
-  std::size_t place_ = 0;
-  bool good_ = false;
-};
-
-StoreChange account_of(Fields& fields) {
-  Account account;
-  account.name = fields.text();
-  account.password_hash = fields.text();
-  for (const json& entry : fields.list()) {
-    Fields of_entry(entry);
-    const int group = of_entry.small();
-    account.rights[group] = of_entry.text();
-    fields.need(of_entry.ended());
-  }
-  account.profile = fields.text();
-  account.locked = fields.truth();
-  account.last_seen = fields.moment();
-  return account;
+bool read(const json& value, std::string& text) {
+  if (!value.is_string()) return false;
+  text = value.get<std::string>();
+  return true;
 }
 
-StoreChange call_of(Fields& fields) {
-  CallRecord call;
-  call.id = fields.number();
-  call.group = fields.small();
-  call.line = fields.small();
-  call.number = fields.text();
-  call.began = fields.moment();
-  call.answered = fields.moment();
-  call.aired = fields.moment();
-  call.ended = fields.moment();
-  call.told_by = fields.text();
-  call.told = fields.texts<told_field_count>();
-  for (const json& entry : fields.list()) {
-    Fields of_entry(entry);
-    CallStep step;
-    step.at = of_entry.moment();
-    step.user = of_entry.text();
-    step.action = of_entry.text();
-    fields.need(of_entry.ended());
-    call.steps.push_back(std::move(step));
+bool read(const json& value, std::int64_t& number) {
+  if (!value.is_number_integer()) return false;
+  number = value.get<std::int64_t>();
+  return true;
+}
+
+bool read(const json& value, int& small) {
+  std::int64_t number = 0;
+  if (!read(value, number) || !std::in_range<int>(number)) return false;
+  small = static_cast<int>(number);
+  return true;
+}
+
+bool read(const json& value, bool& truth) {
+  if (!value.is_boolean()) return false;
+  truth = value.get<bool>();
+  return true;
+}
+
+bool read(const json& value, Moment& moment) {
+  std::int64_t number = 0;
+  if (!read(value, number)) return false;
+  moment = Moment(number);
+  return true;
+}
+
+bool read(const json& value, CallerFlag& flag) {
+  std::int64_t number = 0;
+  if (!read(value, number)) return false;
+  const auto known = caller_flag_of(number);
+  flag = known.value_or(CallerFlag::None);
+  return known.has_value();
+}
+
+template <std::size_t count>
+bool read(const json& value, std::array<std::string, count>& texts) {
+  if (!value.is_array() || value.size() != count) return false;
+  for (std::size_t place = 0; place < count; ++place) {
+    if (!read(value[place], texts[place])) return false;
   }
-  return call;
+  return true;
 }
 
-StoreChange group_of(Fields& fields) {
-  GroupMemory group;
-  group.group = fields.small();
-  group.next_call = fields.small();
-  group.message = fields.text();
-  group.show_times = fields.texts<3>();
-  return group;
+bool read(const json& value, std::map<int, std::string>& rights) {
+  if (!value.is_array()) return false;
+  for (const json& entry : value) {
+    std::pair<int, std::string> of_group;
+    if (!read_behind(0, entry, of_group)) return false;
+    rights.insert_or_assign(of_group.first, std::move(of_group.second));
+  }
+  return true;
 }
 
-StoreChange password_of(Fields& fields) {
-  AccountPassword password;
-  password.name = fields.text();
-  password.password_hash = fields.text();
-  return password;
+bool read(const json& value, std::vector<CallStep>& steps) {
+  if (!value.is_array()) return false;
+  for (const json& entry : value) {
+    if (!read_behind(0, entry, steps.emplace_back())) return false;
+  }
+  return true;
 }
 
-StoreChange lock_of(Fields& fields) {
-  AccountLock lock;
-  lock.name = fields.text();
-  lock.locked = fields.truth();
-  return lock;
+template <class Record>
+bool read_behind(std::size_t place, const json& list, Record& record) {
+  const auto all = fields(record);
+  if (!list.is_array() || list.size() != place + std::tuple_size_v<decltype(all)>) return false;
+  return std::apply([&](auto&... field) { return (read(list[place++], field) && ...); }, all);
 }
 
-StoreChange rights_in(Fields& fields) {
-  AccountRights rights;
-  rights.name = fields.text();
-  rights.group = fields.small();
-  rights.rights = fields.text();
-  return rights;
-}
-
-StoreChange seen_of(Fields& fields) {
-  AccountSeen seen;
-  seen.name = fields.text();
-  seen.at = fields.moment();
-  return seen;
-}
-
-StoreChange profile_of(Fields& fields) {
-  AccountProfile profile;
-  profile.name = fields.text();
-  profile.profile = fields.text();
-  return profile;
-}
-
-StoreChange flagged_of(Fields& fields) {
-  FlaggedCaller caller;
-  caller.key = fields.text();
-  caller.number = fields.text();
-  const auto flag = caller_flag_of(fields.number());
-  fields.need(flag.has_value());
-  caller.flag = flag.value_or(CallerFlag::None);
-  caller.reason = fields.text();
-  caller.until = fields.text();
-  caller.by = fields.text();
-  caller.at = fields.moment();
-  return caller;
-}
-
-StoreChange place_of(Fields& fields) {
-  StudioPlace place;
-  place.group = fields.small();
-  place.name = fields.text();
-  place.address = fields.text();
-  return place;
-}
-
-StoreChange event_of(Fields& fields) {
-  AuditEvent event;
-  event.id = fields.text();
-  event.at = fields.moment();
-  event.user = fields.text();
-  event.action = fields.text();
-  event.detail = fields.text();
-  return event;
+template <class... Records>
+std::optional<StoreChange> read_any(const json& list, const std::variant<Records...>*) {
+  std::string name;
+  if (!list.is_array() || list.empty() || !read(list[0], name)) return std::nullopt;
+  std::optional<StoreChange> change;
+  const auto read_as = [&]<class Record>(Record record) {
+    if (kind<Record> == name && read_behind(1, list, record)) change = std::move(record);
+  };
+  (read_as(Records{}), ...);
+  return change;
 }
 
 // Null for what isn't CBOR. A size that nothing has room for is thrown, whatever is asked for.
@@ -259,32 +181,24 @@ json read_cbor(std::string_view bytes) {
   }
 }
 
-StoreChange removal_of(Fields& fields) { return AccountRemoval{fields.text()}; }
-
 }  // namespace
 
 std::string encoded(const StoreChange& change) {
+  json list = json::array();
+  std::visit(
+      [&]<class Record>(const Record& record) {
+        list.push_back(kind<Record>);
+        std::apply([&](const auto&... field) { (list.push_back(written(field)), ...); },
+                   fields(record));
+      },
+      change);
   std::string bytes;
-  json::to_cbor(std::visit(Encoder{}, change), bytes);
+  json::to_cbor(list, bytes);
   return bytes;
 }
 
 std::optional<StoreChange> decoded(std::string_view bytes) {
-  static constexpr std::pair<std::string_view, StoreChange (*)(Fields&)> kinds[] = {
-      {"account", account_of}, {"removal", removal_of}, {"password", password_of},
-      {"lock", lock_of},       {"rights", rights_in},   {"seen", seen_of},
-      {"profile", profile_of}, {"call", call_of},       {"group", group_of},
-      {"flagged", flagged_of}, {"place", place_of},     {"event", event_of},
-  };
-  const json list = read_cbor(bytes);
-  Fields fields(list);
-  const std::string kind = fields.text();
-  for (const auto& [name, read] : kinds) {
-    if (name != kind) continue;
-    StoreChange change = read(fields);
-    if (fields.ended()) return change;
-  }
-  return std::nullopt;
+  return read_any(read_cbor(bytes), static_cast<const StoreChange*>(nullptr));
 }
 
 }  // namespace lineweir::platform
