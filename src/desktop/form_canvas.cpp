@@ -243,10 +243,10 @@ void FormCanvas::added(Element& element) {
 void FormCanvas::removed(Element& element) {
   std::erase(new_elements_, &element);
   if (!is_control(element)) return;
-  auto* control = static_cast<Control*>(&element);
-  if (ring_ == control) ring_ = nullptr;
-  std::erase(moved_, control);
-  marks_.erase(control);
+  // What goes is no control any more, only an element still.
+  if (ring_ == &element) ring_ = nullptr;
+  std::erase(moved_, &element);
+  std::erase_if(marks_, [&element](const auto& mark) { return mark.first == &element; });
   controls_.erase(key_of(element.name(), element.index()));
   const auto found = widgets_.find(&element);
   if (found == widgets_.end()) return;

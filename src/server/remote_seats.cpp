@@ -113,7 +113,10 @@ RemoteClient& RemoteSeats::seat_of(const std::string& caller, int group) {
     return seat->caller == caller && seat->of_group == group;
   });
   if (known != seats_.end()) return **known;
-  if (seats_.size() >= most_seats) forget(seats_.front()->caller);
+  if (seats_.size() >= most_seats) {
+    const std::string oldest = seats_.front()->caller;
+    forget(oldest);
+  }
   seats_.push_back(
       std::make_unique<RemoteClient>(book_.new_number(), caller, group, book_, service_));
   return *seats_.back();

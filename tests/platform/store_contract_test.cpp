@@ -289,6 +289,16 @@ TEST_CASE_TEMPLATE("A caller's calls are found by the digits of the number", Des
   CHECK(desk.history("") == CallerHistory{});
 }
 
+TEST_CASE_TEMPLATE("A caller is found also by a number that is written with too many digits", Desk,
+                   LINEWEIR_CONTRACT_DESKS) {
+  Desk desk;
+  const std::string digits = "49301234567890123456789012345678901234567890";
+  CallRecord call = full_call(1);
+  call.told[told_phone_number] = "+" + digits;
+  REQUIRE(desk.write({call}));
+  CHECK(desk.history(digits)->calls == 1);
+}
+
 TEST_CASE_TEMPLATE("Old calls are forgotten piece by piece, or who called in them", Desk,
                    LINEWEIR_CONTRACT_DESKS) {
   Desk desk;

@@ -2,6 +2,7 @@
 
 #include <sqlite3.h>
 
+#include <concepts>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -22,6 +23,11 @@ class Statement {
   Statement& bind(int parameter, std::int64_t number);
   // Bytes that are no text in UTF-8; the same holds.
   Statement& bind_bytes(int parameter, std::string_view bytes);
+  // A text that ends with the call is never bound.
+  template <std::same_as<std::string> Text>
+  Statement& bind(int parameter, Text&& text) = delete;
+  template <std::same_as<std::string> Text>
+  Statement& bind_bytes(int parameter, Text&& bytes) = delete;
   Statement& bind_nothing(int parameter);
 
   // Whether there is a row.

@@ -97,7 +97,8 @@ void write_call(sqlite3* connection, const CallRecord& call) {
   }
   row.bind(parameter++, call.told_by);
   for (const std::string& field : call.told) row.bind(parameter++, field);
-  row.bind(parameter, caller_key(call));
+  const std::string caller = caller_key(call);
+  row.bind(parameter, caller);
   row.run();
   write_steps(connection, call);
 }
