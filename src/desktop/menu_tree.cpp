@@ -67,8 +67,10 @@ void MenuTree::changed(Element& element, PropertyId) {
 
 void MenuTree::removed(Element& element) {
   if (element.kind() != ElementKind::MenuItem) return;
-  changed_items_.erase(static_cast<MenuItem*>(&element));
-  changed_menus_.erase(static_cast<MenuItem*>(&element));
+  // What goes is no item any more, only an element still.
+  const auto goes = [&element](const MenuItem* item) { return item == &element; };
+  std::erase_if(changed_items_, goes);
+  std::erase_if(changed_menus_, goes);
   const auto found = actions_.find(&element);
   if (found == actions_.end()) return;
   found->second->setVisible(false);

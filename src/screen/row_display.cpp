@@ -116,7 +116,8 @@ void RowDisplay::DrawMark(int line) {
     Picture& mark = rows.MyMark(k);
     const Label& label = rows.column_labels(column)(line);
     mark.picture = strip_of(color_of_strip(strip.picture.get()).value_or(RowColor::White)).mark;
-    const auto edge = std::lround((label.left + label.width) * edge_scale / form_width);
+    const double end = static_cast<double>(label.left) + label.width;
+    const auto edge = std::lround(end * edge_scale / form_width);
     const auto left = std::lround(static_cast<double>(edge) * form_width / edge_scale);
     mark.move(static_cast<int>(left), strip.top, mark_width_on(strip.width), strip.height);
     mark.visible = strip.visible && label.visible;

@@ -39,11 +39,14 @@ void Session::ask_login(const ServerPacket& packet, ServerCommand command, char 
   if (!login) {
     return refuse_login(packet, answer, Refusal::Malformed);
   }
-  // A console that was let in by its place comes back with what it holds, which is nothing.
-  const bool holds_nothing = trimmed(login->user).empty() && trimmed(login->password).empty();
-  if (const auto accepted = user_of_place(); accepted && holds_nothing) {
-    let_in(*accepted);
-    return answer_login(packet, answer, accepted);
+  // A console that was let in by its place comes back with what it holds: no password, and the name
+  // only where its user has typed one.
+  if (const auto accepted = user_of_place(); accepted && trimmed(login->password).empty()) {
+    const std::string_view name = trimmed(login->user);
+    if (name.empty() || name == *accepted) {
+      let_in(*accepted);
+      return answer_login(packet, answer, accepted);
+    }
   }
   waiting_ = true;
   services_.logins.check(*login, peer_,

@@ -449,9 +449,20 @@ TEST_CASE("a seat whose place is known is let in without a password, and comes b
   CHECK(again->take_last(SrvPasswordResult).AltInfo == 'T');
   again->log_in("host", "guessed");
   CHECK(again->take_last(SrvPasswordResult).AltInfo == 'F');
-  auto elsewhere = room.connect("10.0.0.8");
-  elsewhere->log_in("", "");
-  CHECK(elsewhere->take_last(SrvPasswordResult).AltInfo == 'F');
+  // Its user has typed a name once.
+  auto named = room.connect("10.0.0.9");
+  named->log_in("host", "");
+  CHECK(named->take_last(SrvPasswordResult).AltInfo == 'T');
+  named = room.connect("10.0.0.9");
+  named->log_in("screener", "");
+  room.wait(5s);
+  CHECK(named->take_last(SrvPasswordResult).AltInfo == 'F');
+  for (const char* user : {"", "host"}) {
+    auto elsewhere = room.connect("10.0.0.8");
+    elsewhere->log_in(user, "");
+    room.wait(5s);
+    CHECK(elsewhere->take_last(SrvPasswordResult).AltInfo == 'F');
+  }
 }
 
 TEST_CASE("the time goes out each second to who is registered, and to who asks") {

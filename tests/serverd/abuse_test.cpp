@@ -25,6 +25,13 @@ using enum ServerCommand;
 
 namespace {
 
+// A sanitizer's own memory stands beside the server's.
+#ifdef __SANITIZE_ADDRESS__
+constexpr double most_megabytes = 400;
+#else
+constexpr double most_megabytes = 100;
+#endif
+
 constexpr const char* configuration =
     "listen = \"127.0.0.1:0\"\nseats = 300\nmetrics = \"127.0.0.1:0\"\nshutdown_seconds = 0\n"
     "[[group]]\nnumber = 1\n";
@@ -114,7 +121,7 @@ void check_it_serves(Studio& studio, WorkingSeat& seat) {
   studio.admin("hangup 1 1");
   CHECK(seat.hears(SrvLineStatus));
   CHECK(seat.hears(SrvTime));
-  CHECK(studio.megabytes() < 100);
+  CHECK(studio.megabytes() < most_megabytes);
 }
 
 }  // namespace
