@@ -5,7 +5,9 @@
 #include <signal.h>
 
 #include <algorithm>
+#include <chrono>
 #include <random>
+#include <thread>
 #include <utility>
 
 #include "journal_desk.h"
@@ -103,6 +105,10 @@ TEST_CASE("The journal is kept while the log's disk doesn't answer") {
   disk_gate().close();
   desk.put("caller 1");
   disk_gate().await_waiting();
+  // Another thread writes the journal, which nothing tells of.
+  for (int look = 0; look < 1000 && desk.journal_files().empty(); ++look) {
+    std::this_thread::sleep_for(std::chrono::milliseconds(10));
+  }
   CHECK(desk.journal_files().size() == 1);
   disk_gate().open();
   desk.stop();
