@@ -12,74 +12,6 @@ using namespace std::chrono_literals;
 using enum ClientCommand;
 using enum ServerCommand;
 
-TEST_CASE("a console is let in by its password and told its rights") {
-  ServerRoom room;
-  auto console = room.connect();
-  console->log_in("host", host_password);
-  const ServerPacket answer = console->take_last(SrvPasswordResult);
-  CHECK(answer.AltInfo == 'T');
-  CHECK(answer.Buffer == rights_of(RightsTemplate::Host));
-  console->log_in("host", host_password, CmdLoginCheck);
-  CHECK(console->take_last(SrvLoginCheckResult).AltInfo == 'F');
-}
-
-TEST_CASE("who has no rights in a group is let in, told so, and told of the first that is open") {
-  ServerRoom room;
-  auto console = room.connect();
-  console->log_in("only2", host_password);
-  CHECK(console->take_last(SrvPasswordResult).Buffer == no_rights);
-  console->log_in("only2", host_password, CmdRequestFirstUnblocked);
-  CHECK(console->take_last(SrvFirstUnblocked).AltInfo == 2);
-  console->join(1);
-  const auto told = console->take();
-  REQUIRE(told.size() == 2);
-  CHECK(told[0].Buffer == "Studio 1\3Studio 2\3");
-  CHECK(told[1].Buffer == "ERROR");
-  console->join(2);
-  CHECK(console->take(SrvFullStatus).size() == 1);
-}
-
-TEST_CASE("the wrong password, a name that is none and no password are answered alike") {
-  ServerRoom room;
-  for (const char* user : {"host", "nobody", ""}) {
-    auto console = room.connect();
-    const auto asked = room.loop.now();
-    console->log_in(user, "wrong");
-    CHECK(console->take_last(SrvPasswordResult).AltInfo == 'F');
-    console->join(1);
-    CHECK(console->take().empty());
-    CHECK(room.loop.now() - asked > 300ms);
-  }
-  CHECK(room.figure("refusals_total{reason=\"wrong_password\"}") == 3);
-  room.wait(1s);
-  // A console that has no name yet asks without one, which is nobody's try.
-  std::vector<std::string> refused;
-  for (const platform::AuditEntry& entry : room.store.content().audit) {
-    if (entry.event.action == "login refused") refused.push_back(entry.event.user);
-  }
-  CHECK(refused == std::vector<std::string>{"host", "nobody"});
-}
-
-TEST_CASE("five wrong passwords lock the user for a minute, and the next time for two") {
-  ServerRoom room;
-  const auto try_wrong = [&] {
-    for (int i = 0; i < 5; ++i) room.connect()->log_in("host", "wrong");
-  };
-  const auto is_let_in = [&] {
-    auto console = room.connect();
-    console->log_in("host", host_password);
-    return console->take_last(SrvPasswordResult).AltInfo == 'T';
-  };
-  try_wrong();
-  CHECK_FALSE(is_let_in());
-  room.wait(58s);
-  CHECK(is_let_in());
-  try_wrong();
-  CHECK_FALSE(is_let_in());
-  room.wait(1min);
-  CHECK(is_let_in());
-}
-
 TEST_CASE("at the start of a session comes everything that is asked for, and what is not") {
   ServerRoom room;
   auto console = room.seat("host");
@@ -227,16 +159,6 @@ TEST_CASE("what is missing of caller data is empty") {
   CHECK(screener->take_last(SrvCallerData).Buffer == "Anna\2Bob\2\2\2\2\2\2\2\2\2\2");
 }
 
-TEST_CASE("nobody has rights in a group that isn't there") {
-  ServerRoom room;
-  auto host = room.connect();
-  host->group = 9;
-  host->log_in("host", host_password);
-  const ServerPacket answer = host->take_last(SrvPasswordResult);
-  CHECK(answer.AltInfo == 'T');
-  CHECK(answer.Buffer == no_rights);
-}
-
 TEST_CASE("a next call goes to all, the last word wins, and its line's leaving ends it") {
   ServerRoom room;
   auto first = room.seat("host");
@@ -282,100 +204,6 @@ TEST_CASE("what is no frame ends the connection, and so does a frame that never 
   CHECK(room.figure("refusals_total{reason=\"no_frame\"}") == 2);
 }
 
-TEST_CASE("a connection that says nothing for ten seconds is closed, one whose user types is not") {
-  ServerRoom room;
-  auto mute = room.connect();
-  auto dripping = room.connect();
-  auto typing = room.connect();
-  typing->log_in("host", "wrong");
-  for (int i = 0; i < 9; ++i) {
-    room.wait(1s);
-    dripping->send_bytes("\4");
-  }
-  CHECK(mute->is_open());
-  room.wait(3s);
-  CHECK_FALSE(mute->is_open());
-  CHECK_FALSE(dripping->is_open());
-  room.wait(2min);
-  CHECK(typing->is_open());
-  room.wait(4min);
-  CHECK_FALSE(typing->is_open());
-}
-
-TEST_CASE("a silent seat is dropped and its caller goes on hold") {
-  ServerRoom room;
-  auto screener = room.seat("screener");
-  room.exchange().arrive(6, {});
-  screener->word('P', 6, 0);
-  for (int i = 0; i < 5; ++i) {
-    room.wait(20s);
-    screener->send(screener->packet(CmdTimeRequest));
-  }
-  CHECK(screener->is_open());
-  room.wait(34s);
-  CHECK(room.exchange().letter(6) == 'P');
-  room.wait(3s);
-  CHECK_FALSE(screener->is_open());
-  CHECK(room.exchange().letter(6) == 'H');
-  CHECK(room.figure("seats_dropped_total{reason=\"silent\"}") == 1);
-  CHECK(room.figure("seats_dropped_total{reason=\"slow\"}") == 0);
-}
-
-TEST_CASE("a server that stood still drops nobody for it") {
-  ServerRoom room;
-  auto screener = room.seat("screener");
-  room.exchange().arrive(6, {});
-  screener->word('P', 6, 0);
-  room.wait(5s);
-  room.server_loop.stop_for(60s);
-  room.wait(5s);
-  CHECK(screener->is_open());
-  CHECK(room.exchange().letter(6) == 'P');
-  room.wait(37s);
-  CHECK_FALSE(screener->is_open());
-}
-
-TEST_CASE("a seat that comes back in time keeps its caller at the handset") {
-  ServerRoom room;
-  auto screener = room.seat("screener");
-  room.exchange().arrive(6, {});
-  screener->word('P', 6, 0);
-  screener->hang_up();
-  room.wait(10s);
-  screener = room.seat("screener");
-  for (int i = 0; i < 6; ++i) {
-    room.wait(10s);
-    screener->send(screener->packet(CmdTimeRequest));
-  }
-  CHECK(room.exchange().letter(6) == 'P');
-  screener->hang_up();
-  room.wait(37s);
-  CHECK(room.exchange().letter(6) == 'H');
-}
-
-TEST_CASE("a seat that doesn't read is dropped alone, and told why at its next login") {
-  ServerRoom room;
-  auto stuck = room.seat("screener");
-  auto other = room.seat("host");
-  stuck->stop_reading();
-  for (int i = 0; i < 3000 && stuck->is_open(); ++i) {
-    room.exchange().arrive(0, "555 0100");
-    room.exchange().leave(0);
-    room.wait(1ms);
-  }
-  CHECK_FALSE(stuck->is_open());
-  CHECK(other->is_open());
-  const auto is_told_why = [&] {
-    auto again = room.connect();
-    again->log_in("screener", host_password);
-    return again->take_last(SrvMessage).Buffer.find("too slowly") != std::string::npos;
-  };
-  CHECK(is_told_why());
-  CHECK(room.figure("seats_dropped_total{reason=\"slow\"}") == 1);
-  // Once is enough.
-  CHECK_FALSE(is_told_why());
-}
-
 TEST_CASE("a message goes to all with its sender, and the last one to who comes later") {
   ServerRoom room;
   auto host = room.seat("host");
@@ -407,64 +235,6 @@ TEST_CASE("a profile comes back without the name, and only for its own user") {
   CHECK(room.figure("refusals_total{reason=\"other_user\"}") == 1);
 }
 
-TEST_CASE("a check without credentials is for who has been let in on the connection") {
-  ServerRoom room;
-  auto stranger = room.connect();
-  stranger->send(stranger->packet(CmdLoginCheck));
-  CHECK(stranger->take().empty());
-  room.wait(400ms);
-  CHECK(stranger->take_last(SrvLoginCheckResult).AltInfo == 'T');
-  auto host = room.seat("host");
-  host->send(host->packet(CmdLoginCheck));
-  CHECK(host->take_last(SrvLoginCheckResult).AltInfo == 'F');
-}
-
-TEST_CASE("a crowd of connections that say nothing keeps nobody out") {
-  ServerOptions options = ServerRoom::two_studios();
-  options.seats = 20;
-  options.seats_of_address = 10;
-  ServerRoom room(options);
-  auto host = room.seat("host", 1, 0, "10.0.0.2");
-  std::vector<std::unique_ptr<FrameConsole>> crowd;
-  for (int i = 0; i < 50; ++i) {
-    crowd.push_back(room.connect("10.0.1." + std::to_string(i % 5)));
-    room.wait(1ms);
-  }
-  CHECK(host->is_open());
-  auto screener = room.seat("screener", 1, 0, "10.0.1.1");
-  CHECK(screener->is_open());
-  CHECK(screener->take(SrvFullStatus).size() == 1);
-  CHECK(room.figure("connections") <= 20);
-}
-
-TEST_CASE("a seat whose place is known is let in without a password, and comes back so") {
-  ServerOptions options = ServerRoom::two_studios();
-  options.fixed_seats = {{"10.0.0.9", "host"}};
-  ServerRoom room(options);
-  auto console = room.connect("10.0.0.9");
-  console->send(console->packet(CmdLoginCheck));
-  CHECK(console->take_last(SrvLoginCheckResult).AltInfo == 'F');
-  auto again = room.connect("10.0.0.9");
-  again->log_in("", "");
-  CHECK(again->take_last(SrvPasswordResult).AltInfo == 'T');
-  again->log_in("host", "guessed");
-  CHECK(again->take_last(SrvPasswordResult).AltInfo == 'F');
-  // Its user has typed a name once.
-  auto named = room.connect("10.0.0.9");
-  named->log_in("host", "");
-  CHECK(named->take_last(SrvPasswordResult).AltInfo == 'T');
-  named = room.connect("10.0.0.9");
-  named->log_in("screener", "");
-  room.wait(5s);
-  CHECK(named->take_last(SrvPasswordResult).AltInfo == 'F');
-  for (const char* user : {"", "host"}) {
-    auto elsewhere = room.connect("10.0.0.8");
-    elsewhere->log_in(user, "");
-    room.wait(5s);
-    CHECK(elsewhere->take_last(SrvPasswordResult).AltInfo == 'F');
-  }
-}
-
 TEST_CASE("the time goes out each second to who is registered, and to who asks") {
   ServerRoom room;
   auto stranger = room.connect();
@@ -475,75 +245,6 @@ TEST_CASE("the time goes out each second to who is registered, and to who asks")
   room.wait(5s);
   CHECK(host->take(SrvTime).size() == 5);
   CHECK(stranger->take().empty());
-}
-
-TEST_CASE("a standing call, its data, the next call and the message outlive the server") {
-  ServerRoom room;
-  auto host = room.seat("host");
-  room.exchange().arrive(5, "555 0101");
-  room.exchange().obey("S05");
-  const std::string data = "Anna\2Bob\2\2Troy\2\2\2\2\2\2likes jazz\2\2";
-  host->send(host->packet(CmdCallerData, 5, data));
-  host->send(host->packet(CmdSetNextCall, 5));
-  host->send(host->packet(CmdFlashMessage, no_value, "1\0022\2Anna\3Hi"));
-  room.wait(1s);
-  room.crash();
-  room.wait(1min);
-  room.start();
-  auto again = room.seat("screener");
-  const auto told = again->take();
-  const auto find = [&](ServerCommand command, int line) {
-    for (const ServerPacket& packet : told) {
-      const bool fits = packet.CMD == static_cast<std::uint8_t>(command);
-      if (fits && (line < 0 || packet.LineNo == line)) return packet;
-    }
-    return ServerPacket{};
-  };
-  CHECK(find(SrvCallerData, 5).Buffer == data);
-  CHECK(find(SrvNextCall, -1).LineNo == 5);
-  CHECK(find(SrvFlashMessage, -1).Buffer == "1\0022\2Anna\3Hi");
-  room.exchange().leave(5);
-  room.wait(1s);
-  std::vector<platform::CallRecord> calls;
-  room.store.calls({}, [&](auto found) { calls = found.value(); });
-  room.wait(1s);
-  REQUIRE(calls.size() == 1);
-  CHECK(calls[0].told[0] == "Bob");
-  CHECK(calls[0].number == "555 0101");
-  CHECK(calls[0].ended > calls[0].began);
-}
-
-TEST_CASE("a next call that ended while the server was away stays ended") {
-  ServerRoom room;
-  auto host = room.seat("host");
-  room.exchange().arrive(5, {});
-  room.exchange().obey("S05");
-  host->send(host->packet(CmdSetNextCall, 5));
-  room.wait(1s);
-  room.crash();
-  room.exchange().leave(5);
-  for (int i = 0; i < 2; ++i) {
-    room.start();
-    room.wait(1s);
-    CHECK(room.seat("host")->take_last(SrvNextCall).LineNo == 255);
-    room.wait(1s);
-    room.crash();
-  }
-}
-
-TEST_CASE("a call that ended while the server was away is closed") {
-  ServerRoom room;
-  room.exchange().arrive(5, {});
-  room.wait(1s);
-  room.crash();
-  room.exchange().leave(5);
-  room.start();
-  room.wait(20s);
-  std::vector<platform::CallRecord> calls;
-  room.store.calls({}, [&](auto found) { calls = found.value(); });
-  room.wait(1s);
-  REQUIRE(calls.size() == 1);
-  CHECK(calls[0].steps.back().action == "ended while the server was away");
 }
 
 TEST_CASE("the server that decides chooses who waits longest, and takes callers to phones") {
@@ -627,21 +328,6 @@ TEST_CASE("who may not be in talent mode puts nobody on air") {
     screener->word('N', 1, 1, 1);
     CHECK(room.exchange().letter(1) == (kind == 3 ? 'C' : 'S'));
   }
-}
-
-TEST_CASE("a new store gets one engineer with a password that is told once") {
-  ServerRoom room;
-  room.crash();
-  room.store.content() = {};
-  room.start();
-  room.wait(1s);
-  REQUIRE(!room.first_password.empty());
-  auto console = room.connect();
-  console->log_in("engineer", room.first_password);
-  const ServerPacket answer = console->take_last(SrvPasswordResult);
-  CHECK(answer.AltInfo == 'T');
-  CHECK(answer.Buffer == rights_of(RightsTemplate::Engineer));
-  CHECK(room.first_password.size() == 14);
 }
 
 TEST_CASE("a seat is told which hybrids and which handsets its studio has") {
