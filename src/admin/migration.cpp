@@ -45,6 +45,11 @@ Place place_of(const std::string& text) {
     throw Trouble("A store is \"sqlite:\" and a file, or " + std::string(PostgresAddress::form) +
                   ".");
   }
+  if (database->options().contains("password")) {
+    throw Trouble(
+        "Everybody on this machine sees a command line, so a password can't stand there: write it "
+        "into a file that PGPASSFILE names, or passfile= in the URL.");
+  }
   return {.database = std::move(database), .file = {}};
 }
 

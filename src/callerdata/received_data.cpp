@@ -40,11 +40,8 @@ void ReceivedData::SrvCallerData(std::string_view Buffer, int LineNo) {
   const bool told_again = !Buffer.empty() && sender.empty() && is_held(Buffer, LineNo);
   if (take(with_all_fields(Buffer), LineNo)) {
     CallerRecord& record = state_.lines.CallerData(LineNo);
-    for (const CallerFieldRule& rule : entry_fields) {
-      Label& label = state_.Lineweir.labels_of(rule.field)(LineNo);
-      label.caption = std::string(trimmed(label.caption.get()));
-      if (!told_again) record.set(rule.field, "");
-    }
+    if (told_again) return caller_data_.data_arrived(LineNo);
+    for (const CallerFieldRule& rule : entry_fields) record.set(rule.field, "");
   }
   caller_data_.data_arrived(LineNo);
 }
@@ -64,7 +61,7 @@ bool ReceivedData::take(std::string_view text, int line) {
     // Through the record, whose fixed fields cut and pad.
     const CallerField field = entry_fields[i].field;
     record.set(field, details.fields[i]);
-    form.labels_of(field)(line).caption = record[field];
+    form.labels_of(field)(line).caption = std::string(trimmed(record[field]));
   }
   line_texts_.renewed(line);
   return true;

@@ -31,6 +31,8 @@ T argument_of(const Json& value) {
     return truth_of(value);
   } else if constexpr (std::is_same_v<T, int>) {
     return number_of(value);
+  } else if constexpr (std::is_same_v<T, Json>) {
+    return value;
   } else if constexpr (std::is_same_v<T, char>) {
     const std::string text = text_of(value);
     if (text.size() != 1) throw NotUnderstood("not one character: " + printed(value));

@@ -64,6 +64,7 @@ std::vector<Function> general_functions() {
       function("Comm2_OnComm",
                [](Console& c) { c.services.comm2.on_comm(platform::comm_event_receive); }),
       function("SetFileSettings", [](Console& c) { c.settings.SetFileSettings(); }),
+      function("Winsock1_Connect", [](Console& c) { c.services.winsock1.on_connect(); }),
       function("Winsock1_DataArrival", [](Console& c) { c.services.winsock1.on_data_arrival(); }),
   };
 }

@@ -23,7 +23,7 @@ void append_serverlink_functions(std::vector<Function>& functions) {
        function("TextWrit_PasswordB",
                 [](Console& c) { return static_cast<int>(c.login_exchange.TextWrit_PasswordB()); }),
        function("TextWrit_SockConnecter",
-                [](Console& c, int restart, const std::string&, const std::string&) {
+                [](Console& c, int restart, const Json&, const Json&) {
                   TextWrit_SockConnecter(c, c.server, static_cast<SessionReason>(restart));
                 }),
        function("TextWrit_SockConnecter",
@@ -32,6 +32,11 @@ void append_serverlink_functions(std::vector<Function>& functions) {
                 }),
        function("TextWrit_ExtractMessageGroup",
                 [](Console& c) { return group_of_profile(c.login.ProfileBlock); }),
+       // The handler of StudioLinNumMenu, whose name differs from its element's.
+       function("StudioLineNumMenu_Click",
+                [](Console& c) { c.Lineweir.StudioLinNumMenu.on_click(); }),
+       function("Lineweir_StudioLineNumMenu_Click",
+                [](Console& c) { c.Lineweir.StudioLinNumMenu.on_click(); }),
        function("SetRights", [](Console& c) { c.access_rights.SetRights(); }),
        function("RequestAccessRights",
                 [](Console& c, int group) { c.access_rights.RequestAccessRights(group); }),

@@ -9,6 +9,7 @@
 #include "server/line_order.h"
 #include "server/session_request.h"
 #include "wire/caller_known.h"
+#include "wire/group_elsewhere.h"
 #include "wire/studio_texts.h"
 
 namespace lineweir::server {
@@ -95,8 +96,10 @@ void Session::send_elsewhere(int wanted) {
   const platform::StudioPlace* const place = services_.places.find(wanted);
   if (place == nullptr) return refuse(Refusal::OtherGroup);
   if (!services_.accounts.has_rights(user, wanted)) return refuse(Refusal::NoRightsInGroup);
-  send(server_packet(ServerCommand::SrvGroupElsewhere, wanted,
-                     services_.context.letters.from_utf8(place->address)));
+  ServerPacket told = server_packet(ServerCommand::SrvGroupElsewhere, wanted,
+                                    services_.context.letters.from_utf8(place->address));
+  told.Bank = group_elsewhere_mark;
+  send(told);
   services_.context.loop.schedule(gone_by,
                                   [this, alive = std::weak_ptr(alive_),
                                    text = place->name + " is served at " + place->address + "."] {

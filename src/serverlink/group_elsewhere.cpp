@@ -12,6 +12,7 @@
 #include "state/guard.h"
 #include "state/hourglass.h"
 #include "state/window_caption.h"
+#include "wire/group_elsewhere.h"
 
 namespace lineweir {
 namespace {
@@ -39,6 +40,7 @@ GroupElsewhere::GroupElsewhere(ConsoleState& state, ServerLink& server,
 }
 
 void GroupElsewhere::SrvGroupElsewhere(const ServerPacket& packet) {
+  if (packet.Bank != group_elsewhere_mark) return;
   if (packet.GroupNo != state_.program.GroupNumber) return;
   const StudioServer place = studio_servers(packet.Buffer, state_.login.ServerPort).front();
   if (place.host.empty()) return;

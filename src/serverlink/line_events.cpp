@@ -41,7 +41,7 @@ void LineEvents::apply_change_of(int line) {
   const bool exists = line >= 0 && line < state_.lines.LineCount;
   if (!exists || !state_.Lineweir.Timer4.enabled) return;
   const char letter = reported_letter(line);
-  if (letter != '\0' && letter != state_.lines.StatusLetter(line)) Timer4_Timer();
+  if (letter != '\0' && letter != state_.lines.StatusLetter(line)) apply_letter(line, letter);
 }
 
 void LineEvents::apply_ring_of(int line) {
@@ -57,20 +57,24 @@ void LineEvents::Timer4_Timer() {
   // A step that waits for its next try lets events run, and these may change the number of lines.
   for (int line = 0; line < lines.LineCount; ++line) {
     const char letter = reported_letter(line);
-    if (letter == '\0') continue;
-    const char old_letter = lines.StatusLetter(line);
-    if (letter != old_letter) {
-      if (ring_held_back(line, letter)) continue;
-      process_change(line, letter, old_letter);
-      if (line >= lines.LineCount) break;
-    } else if (lines.FreshConnect && state_.Lineweir.LineStatus(line).caption.get().empty()) {
-      show_words_again(line, letter);
-    }
-    if (letter != 'F') lines.StatusLetter(line) = letter;
-    lines.RingConfirm.at(static_cast<std::size_t>(line)) = false;
+    if (letter != '\0') apply_letter(line, letter);
   }
   lines.FreshConnect = false;
   caller_data_.lines_changed();
+}
+
+void LineEvents::apply_letter(int line, char letter) {
+  LineTable& lines = state_.lines;
+  const char old_letter = lines.StatusLetter(line);
+  if (letter != old_letter) {
+    if (ring_held_back(line, letter)) return;
+    process_change(line, letter, old_letter);
+    if (line >= lines.LineCount) return;
+  } else if (lines.FreshConnect && state_.Lineweir.LineStatus(line).caption.get().empty()) {
+    show_words_again(line, letter);
+  }
+  if (letter != 'F') lines.StatusLetter(line) = letter;
+  lines.RingConfirm.at(static_cast<std::size_t>(line)) = false;
 }
 
 char LineEvents::reported_letter(int line) const {

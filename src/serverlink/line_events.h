@@ -31,7 +31,8 @@ class LineEvents {
   // Takes a text whole, or the item of a line: it is applied when Timer4 ticks.
   void apply_soon(std::string_view status_text);
   void apply_item_soon(int line, std::string_view item);
-  // What waits is applied at once where it changes the line: for what was told behind it.
+  // What waits for the line is applied at once where it changes it: for what was told behind it.
+  // What waits for other lines goes on waiting.
   void apply_change_of(int line);
   // The same for a ring of equipment of kind 2, which begins the call that what follows is told of.
   // With other kinds a console that has applied the ring is told of its caller once more.
@@ -44,6 +45,7 @@ class LineEvents {
  private:
   // One pass over all lines. A step that fails is tried again, then reported, and the next goes on.
   void Timer4_Timer();
+  void apply_letter(int line, char letter);
   // The letter of a line's item; 0 where the text has none.
   char reported_letter(int line) const;
   // A held caller with data counts as screened where the equipment is of kind 2.

@@ -25,11 +25,9 @@ void enable(ConsoleState& state, bool allowed) {
 }
 
 void force_passive(ConsoleState& state, bool wanted, bool on) {
-  if (!wanted) return;
-  MenuItem& passive = state.Lineweir.PassiveMode;
+  const MenuItem& passive = state.Lineweir.PassiveMode;
   // The click turns it over.
-  passive.checked = !on;
-  passive.on_click();
+  if (wanted && passive.checked.get() != on) passive.on_click();
 }
 
 void force_passive_off(ConsoleState& state, bool wanted) { force_passive(state, wanted, false); }

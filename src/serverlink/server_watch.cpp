@@ -75,8 +75,10 @@ void ServerWatch::hear(const ServerPacket& packet) {
   if (!state_.Lineweir.no_link.get().empty()) link_.review();
   if (packet.CMD != static_cast<std::uint8_t>(ServerCommand::SrvTime)) return;
   if (std::exchange(state_.login.TimeAskedAtLogin, false)) return;
-  // The polls begin with the state of the lines.
-  heartbeat_.beat(heard_at_, heart_is_known_ || missing_.contains(ServerCommand::SrvFullStatus));
+  // Servers that stand in for each other have a heartbeat. The polls begin with the state of the
+  // lines: what comes before is no answer.
+  const bool is_own = connection_.several() && missing_.contains(ServerCommand::SrvFullStatus);
+  heartbeat_.beat(heard_at_, heart_is_known_ || is_own);
   if (!heartbeat_.steady() || next_look_) return;
   look_in(connection_.several() ? between_looks : longest_silence - between_looks);
 }

@@ -127,8 +127,11 @@ void SocketLink::phone(std::string_view handler, int number) {
 void SocketLink::phone_names() { server_.send(server_.packet(ClientCommand::CmdRequestPhones)); }
 
 void SocketLink::line_names(std::string_view handler) {
-  send(handler, ClientCommand::CmdRequestLineNumbers,
-       [](ServerPacket& packet) { packet.AltInfo = no_value; });
+  guard(state_.trace, handler, [&] {
+    ServerPacket packet = server_.packet(ClientCommand::CmdRequestLineNumbers);
+    packet.AltInfo = no_value;
+    server_.send(packet);
+  });
 }
 
 void SocketLink::seize(std::string_view handler, int line, int bank) {

@@ -14,6 +14,7 @@
 #include <functional>
 #include <random>
 
+#include "in_child.h"
 #include "letters/code_page_letters.h"
 #include "letters/path_text.h"
 #include "support/failure_number.h"
@@ -21,6 +22,8 @@
 
 using namespace lineweir;
 using lineweir::test::failure_number_of;
+using lineweir::test::in_child;
+using lineweir::test::in_child_without_power;
 using namespace lineweir::platform;
 namespace fs = std::filesystem;
 
@@ -34,16 +37,6 @@ struct DiskFilesFixture {
 
   std::vector<std::string> names() const { return directory.names(); }
 };
-
-// Runs the action in a process of its own and gives that process's exit status.
-int in_child(const std::function<int()>& action) {
-  const pid_t child = ::fork();
-  if (child == 0) ::_exit(action());
-  int status = 0;
-  REQUIRE(::waitpid(child, &status, 0) == child);
-  REQUIRE(WIFEXITED(status));
-  return WEXITSTATUS(status);
-}
 
 }  // namespace
 
@@ -194,12 +187,8 @@ TEST_CASE_FIXTURE(DiskFilesFixture, "A file that is read-only is not replaced") 
   files.replace("Writ.inf", "old");
   fs::permissions(directory.path() / "Writ.inf", fs::perms{0444});
   fs::permissions(directory.path(), fs::perms{0777});
-  const int number = in_child([&] {
-    // Root may write everything.
-    const uid_t nobody = 65534;
-    if (::geteuid() == 0 && ::setuid(nobody) != 0) return 1;
-    return failure_number_of([&] { files.replace("Writ.inf", "new"); });
-  });
+  const int number = in_child_without_power(
+      [&] { return failure_number_of([&] { files.replace("Writ.inf", "new"); }); });
   CHECK(number == 75);
   CHECK(content("Writ.inf") == "old");
   CHECK(names() == std::vector<std::string>{"Writ.inf"});
@@ -240,12 +229,10 @@ TEST_CASE_FIXTURE(DiskFilesFixture, "A file that may not be read says so") {
   fs::permissions(directory.path(), fs::perms::owner_all | fs::perms::others_exec);
   fs::permissions(directory.path() / "Writ.inf", fs::perms::none);
   const auto why = [&] {
-    constexpr uid_t nobody = 65534;
-    if (::geteuid() == 0 && ::setuid(nobody) != 0) return 1;
     const auto said = files.why_unreadable("Writ.inf");
     return said && said->ends_with("Permission denied") ? 0 : 2;
   };
-  CHECK(in_child(why) == 0);
+  CHECK(in_child_without_power(why) == 0);
 }
 
 TEST_CASE_FIXTURE(DiskFilesFixture,

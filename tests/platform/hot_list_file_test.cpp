@@ -12,6 +12,7 @@
 #include <string>
 
 #include "base/failure.h"
+#include "in_child.h"
 #include "letters/code_page_letters.h"
 #include "letters/code_pages.h"
 #include "platform/sqlite/sqlite_engine.h"
@@ -219,13 +220,16 @@ TEST_SUITE("hot list on a disk") {
   }
 
   TEST_CASE("a read-only file is told") {
-    if (::geteuid() == 0) return;
     DiskList disk;
     disk.make();
     disk.list.close();
-    fs::permissions(disk.file, fs::perms::owner_read);
-    CHECK(disk.failure_of([&] { disk.list.open("hot.lwb"); }) ==
-          failure_number::database_read_only);
+    fs::permissions(disk.file, fs::perms{0444});
+    fs::permissions(disk.folder.path(), fs::perms{0777});
+    const int number = test::in_child_without_power([&] {
+      const int failure = disk.failure_of([&] { disk.list.open("hot.lwb"); });
+      return failure == failure_number::database_read_only ? 1 : 0;
+    });
+    CHECK(number == 1);
   }
 
   TEST_CASE("a folder, or nothing, is no list") {

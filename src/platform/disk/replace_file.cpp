@@ -70,8 +70,10 @@ ReplacingFile::ReplacingFile(const fs::path& path)
       file_(-1) {
   mode_t permissions = 0;
   const bool keep_permissions = check_present_file(target_, permissions);
-  file_ = FileDescriptor(
-      ::open(beside_.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_NOFOLLOW | O_CLOEXEC, 0666));
+  // A program that had this one's number and was killed may have left one. It isn't written on:
+  // whoever has it open would read what is written.
+  ::unlink(beside_.c_str());
+  file_ = FileDescriptor(::open(beside_.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666));
   if (!file_.is_open()) fail(errno);
   if (keep_permissions && ::fchmod(file_.get(), permissions) != 0) {
     const int error = errno;
