@@ -30,6 +30,9 @@ constexpr std::array port_failures = {
 
 constexpr int last_port = 4;
 
+constexpr auto port_on = "PortOn_Click";
+constexpr auto form_load = "Lineweir_Form_Load";
+
 bool is_port_failure(const Failure& failure) {
   return std::ranges::find(port_failures, failure.number()) != port_failures.end();
 }
@@ -46,7 +49,7 @@ SerialPortControl::SerialPortControl(ConsoleState& state, const Links& links,
                                      StatusDecoder& decoder)
     : state_(state), links_(links), serial_link_(serial_link), link_(link), decoder_(decoder) {
   decoder.on_line_monitor = [this] { box_answered(); };
-  decoder.on_first_report = [this] { box_reported(); };
+  decoder.on_first_report = [this] { box_answered(); };
   MainForm& form = state.Lineweir;
   const auto show_failure = [this](const Failure& failure) { port_failed(failure); };
   for (int number = 1; number <= last_port; ++number) {
@@ -55,7 +58,7 @@ SerialPortControl::SerialPortControl(ConsoleState& state, const Links& links,
         [this, number] { Com_Click(number); }, show_failure);
   }
   wire(
-      form.PortOn.on_click, state_.trace, "PortOn_Click", [this] { PortOn_Click(); }, show_failure);
+      form.PortOn.on_click, state_.trace, port_on, [this] { PortOn_Click(); }, show_failure);
   wire(form.Off.on_click, state_.trace, "Off_Click", [this] { Off_Click(); });
   wire(state.services.comm1.on_lost, state_.trace, "Lineweir_Comm1_Lost",
        [this](const std::string& description) { port_lost(description); });
@@ -71,7 +74,7 @@ void SerialPortControl::Com_Click(int number) {
   if (was_open || wanted_) want(number);
   if (was_open) close();
   comm.set_comm_port(number);
-  if (was_open) probe(Opening::Plain);
+  if (was_open) probe(Opening::Plain, "Com" + std::to_string(number) + "_Click");
   state_.Lineweir.mouse_pointer = pointer_default;
 }
 
@@ -79,7 +82,7 @@ void SerialPortControl::PortOn_Click() {
   other_way_.reset();
   if (state_.services.comm1.is_open()) return;
   want(chosen_number());
-  probe(Opening::Plain);
+  probe(Opening::Plain, port_on);
 }
 
 void SerialPortControl::Off_Click() {
@@ -91,11 +94,11 @@ void SerialPortControl::Off_Click() {
 
 void SerialPortControl::open_at_start() {
   want(chosen_number());
-  if (!state_.services.comm1.is_open()) probe(Opening::Searching);
+  if (!state_.services.comm1.is_open()) probe(Opening::Searching, form_load);
 }
 
 void SerialPortControl::probe_at_start() {
-  if (state_.services.comm1.is_open()) probe(Opening::AlreadyOpen);
+  if (state_.services.comm1.is_open()) probe(Opening::AlreadyOpen, form_load);
 }
 
 void SerialPortControl::close() {
@@ -106,17 +109,13 @@ void SerialPortControl::close() {
 }
 
 void SerialPortControl::box_answered() {
-  if (awaiting_ == closings_) return;
+  if (given_up_at_start_ != closings_) return;
   state_.messages.withdraw(no_answer);
-  attempt([&] { complete_probe(Opening::Plain); },
+  attempt([&] { complete_probe(Opening::Plain, port_on); },
           [&](const Failure& failure) {
-            report_failure(state_.trace, "PortOn_Click", failure);
+            report_failure(state_.trace, port_on, failure);
             port_failed(failure);
           });
-}
-
-void SerialPortControl::box_reported() {
-  if (given_up_ == closings_) box_answered();
 }
 
 void SerialPortControl::show_as_way() {
@@ -149,16 +148,16 @@ void SerialPortControl::show_switch(bool on) {
   state_.Lineweir.PortOn.checked = on;
 }
 
-void SerialPortControl::probe(Opening opening) {
+void SerialPortControl::probe(Opening opening, std::string_view handler) {
   decoder_.LineMonitorWait = true;
   if (opening != Opening::AlreadyOpen) serial_link_.begin_hearing();
-  if (!open(opening)) return;
+  if (!open(opening, handler)) return;
   state_.services.comm1.output(line_monitor_request);
   switch (await_box()) {
     case Answer::Given:
-      return complete_probe(opening);
+      return complete_probe(opening, handler);
     case Answer::Missing:
-      given_up_ = closings_;
+      if (opening != Opening::Plain) given_up_at_start_ = closings_;
       state_.messages.ShowMessage(no_answer);
       state_.Lineweir.mouse_pointer = pointer_default;
       return;
@@ -167,9 +166,9 @@ void SerialPortControl::probe(Opening opening) {
   }
 }
 
-void SerialPortControl::complete_probe(Opening opening) {
+void SerialPortControl::complete_probe(Opening opening, std::string_view handler) {
   close();
-  if (!open(opening == Opening::Plain ? Opening::Plain : Opening::Searching)) return;
+  if (!open(opening == Opening::Plain ? Opening::Plain : Opening::Searching, handler)) return;
   const unsigned opened = closings_;
   for (int pass = 0; pass < settling_passes && opened == closings_; ++pass) {
     state_.services.loop.run_pending();
@@ -180,11 +179,15 @@ void SerialPortControl::complete_probe(Opening opening) {
   show_switch(true);
 }
 
-bool SerialPortControl::open(Opening opening) {
+bool SerialPortControl::open(Opening opening, std::string_view handler) {
   platform::SerialPort& comm = state_.services.comm1;
   if (opening == Opening::AlreadyOpen) return true;
   if (opening == Opening::Plain) {
-    comm.open();
+    attempt([&] { comm.open(); },
+            [&](const Failure& failure) {
+              if (is_port_failure(failure)) throw failure;
+              report_failure(state_.trace, handler, failure);
+            });
   } else if (!open_searching()) {
     return false;
   }
@@ -200,7 +203,7 @@ bool SerialPortControl::open_searching() {
     opened = attempt([&] { comm.open(); },
                      [&](const Failure& failure) {
                        if (!makes_start_search(failure)) throw failure;
-                       report_failure(state_.trace, "Lineweir_Form_Load", failure);
+                       report_failure(state_.trace, form_load, failure);
                        ++failures_at_start_;
                        if (failures_at_start_ > last_port) {
                          state_.messages.ShowMessage("No Com Port is available on this Computer!!");
@@ -217,12 +220,10 @@ SerialPortControl::Answer SerialPortControl::await_box() {
   platform::EventLoop& loop = state_.services.loop;
   const auto start = loop.now();
   const unsigned opened = closings_;
-  awaiting_ = opened;
   while (decoder_.LineMonitorWait && opened == closings_ && loop.now() - start <= answer_limit) {
     loop.yield();
   }
   if (opened != closings_) return Answer::NoLongerAwaited;
-  awaiting_.reset();
   return decoder_.LineMonitorWait ? Answer::Missing : Answer::Given;
 }
 

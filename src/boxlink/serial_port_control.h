@@ -57,20 +57,19 @@ class SerialPortControl {
   void Com_Click(int number);
   void Off_Click();
 
-  // The box has answered. Where its probe has given it up the answer is late, and completes it now.
+  // The box has answered, or reported lines. Where the start's probe has given it up it is only
+  // slow, and the probe is completed now.
   void box_answered();
-  // A box that hasn't answered its probe has reported lines, so it is there: the probe is
-  // completed.
-  void box_reported();
 
   enum class Opening { Plain, Searching, AlreadyOpen };
   enum class Answer { Given, Missing, NoLongerAwaited };
 
   // Opens the port and waits for the box; asks for all lines once it has answered. When it doesn't
   // answer within 3 seconds the message is shown, and the port stays open.
-  void probe(Opening opening);
-  void complete_probe(Opening opening);
-  bool open(Opening opening);
+  // A failure of the opening that is none of a port's is reported under the handler's name.
+  void probe(Opening opening, std::string_view handler);
+  void complete_probe(Opening opening, std::string_view handler);
+  bool open(Opening opening, std::string_view handler);
   bool open_searching();
   Answer await_box();
   void request_all_lines();
@@ -93,10 +92,8 @@ class SerialPortControl {
   int failures_at_start_ = 0;
   // How often the port was closed: who finds another number behind a wait has lost the port.
   unsigned closings_ = 0;
-  // The number at which a probe waits for its answer.
-  std::optional<unsigned> awaiting_;
-  // The number at which a probe was given up.
-  std::optional<unsigned> given_up_;
+  // The number at which the start's probe was given up.
+  std::optional<unsigned> given_up_at_start_;
   // The port that the user wants open, while the menu can't show it so.
   std::optional<int> wanted_;
   std::optional<int> other_way_;

@@ -104,6 +104,7 @@ void LogImport::begin(const std::string& file) {
 }
 
 void LogImport::ReadTimer_Timer() {
+  if (!batch_) return;
   attempt([&] { read_slice(); },
           [&](const Failure& failure) {
             // A log that is in use for now is looked at at the next tick.
@@ -214,7 +215,7 @@ void LogImport::HeldCheck_Click() { show_result(); }
 
 void LogImport::ImportOk_Click() {
   ImportPreviewForm& form = state_.ImportPreview;
-  if (!form.ImportOk.enabled) return;
+  if (!batch_ || !form.ImportOk.enabled) return;
   form.ImportOk.enabled = false;
   form.HeldCheck.enabled = false;
   form.focus(&form.ImportCancel);
@@ -224,6 +225,7 @@ void LogImport::ImportOk_Click() {
 }
 
 void LogImport::StoreTimer_Timer() {
+  if (!batch_) return;
   ImportPreviewForm& form = state_.ImportPreview;
   const platform::RowBatch::Progress progress = batch_->progress();
   const bool cancelling = !form.ImportCancel.enabled;

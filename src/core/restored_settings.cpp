@@ -166,8 +166,9 @@ void RestoredSettings::restore_mode(const SettingsRecord& record) {
 
 void RestoredSettings::restore_clocks(const SettingsRecord& record) {
   MainForm& form = state_.Lineweir;
-  const bool is_offset = record.TimeOffset >= 0 && record.TimeOffset <= largest_time_offset;
-  state_.clock_state.DelayOffset = is_offset ? record.TimeOffset : 0;
+  // One below 0 can be typed, though no clock can do with it.
+  const bool can_be_typed = record.TimeOffset <= largest_time_offset;
+  state_.clock_state.DelayOffset = can_be_typed ? record.TimeOffset : 0;
   click_if(record.SyncTimeOn, form.SyncTimeMenu);
   click_if(record.DigiClockOn, form.DigiClock);
   click_if(record.TextGrowOn, form.TextGrowToggle);

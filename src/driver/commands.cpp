@@ -2,6 +2,7 @@
 
 #include <array>
 #include <climits>
+#include <utility>
 
 #include "driver/functions.h"
 #include "driver/hands.h"
@@ -75,6 +76,21 @@ Result type_text(Session& session, const Arguments& arguments) {
   const FoundElement found = find_element(console, arguments.word(0));
   const std::string text = text_of(arguments.value(1), text_kind(found.element));
   session.act([&] { type(console, found, text); });
+  return done;
+}
+
+Result press_button(Session& session, const Arguments& arguments) {
+  Console& console = session.console();
+  const FoundElement found = find_element(console, arguments.word(0));
+  session.act([&] { session.pressed = &press(console, found); });
+  return done;
+}
+
+Result release_button(Session& session, const Arguments& arguments) {
+  Console& console = session.console();
+  const FoundElement found = find_element(console, arguments.word(0));
+  const Control* const pressed = std::exchange(session.pressed, nullptr);
+  session.act([&] { release(console, found, pressed); });
   return done;
 }
 
@@ -165,8 +181,8 @@ constexpr std::array table = {
     Command{"click PATH", hand<click>},
     Command{"dblclick PATH", hand<double_click>},
     Command{"rightclick PATH", hand<right_click>},
-    Command{"press PATH", hand<press>},
-    Command{"release PATH", hand<release>},
+    Command{"press PATH", press_button},
+    Command{"release PATH", release_button},
     Command{"key CODE SHIFT", press_key},
     Command{"type PATH TEXT", type_text},
     Command{"set PATH VALUE", set},

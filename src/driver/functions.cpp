@@ -37,7 +37,11 @@ std::vector<Function> general_functions() {
                [](Console& c, const std::string& bits) {
                  return or_reported(c, "TextWrit_BitsToByte", bits_to_byte(bits), '\0');
                }),
-      function("ReturnByte", [](Console&, bool flag) { return return_byte(flag); }),
+      function("ReturnByte",
+               [](Console&, const Json& flag) {
+                 // As a number a truth is -1.
+                 return return_byte(flag.is_number() ? number_of(flag) == -1 : truth_of(flag));
+               }),
       function("NumToBool", [](Console&, const std::string& text) { return num_to_bool(text); }),
       function("GetCadence", [](Console& c, int line) { return c.rows.GetCadence(line); }),
       function("GetPhoneText", [](Console& c) { return GetPhoneText(c); }),

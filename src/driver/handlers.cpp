@@ -22,7 +22,12 @@ struct NamedEvent {
   std::string_view name;
   std::size_t arguments;
   Bind bind;
+  // So many more may follow, of which no handler makes use.
+  std::size_t unused = 0;
 };
+
+// Where the mouse is, across and down.
+constexpr std::size_t place_of_mouse = 2;
 
 template <class T>
 Handler plain(Element& element, Event<void()> T::*event) {
@@ -73,11 +78,12 @@ constexpr std::array events = {
     NamedEvent{"Load", 0, [](Element& e, const Numbers&) { return plain(e, &Form::on_load); }},
     NamedEvent{"Unload", 0, [](Element& e, const Numbers&) { return plain(e, &Form::on_unload); }},
     NamedEvent{"Resize", 0, [](Element& e, const Numbers&) { return plain(e, &Form::on_resize); }},
-    NamedEvent{
-        "MouseDown", 2,
-        [](Element& e, const Numbers& n) { return with_two(e, &Control::on_mouse_down, n); }},
+    NamedEvent{"MouseDown", 2,
+               [](Element& e, const Numbers& n) { return with_two(e, &Control::on_mouse_down, n); },
+               place_of_mouse},
     NamedEvent{"MouseUp", 2,
-               [](Element& e, const Numbers& n) { return with_two(e, &Control::on_mouse_up, n); }},
+               [](Element& e, const Numbers& n) { return with_two(e, &Control::on_mouse_up, n); },
+               place_of_mouse},
     NamedEvent{"KeyDown", 2,
                [](Element& e, const Numbers& n) {
                  return either(with_key(e, &Control::on_key_down, n),
@@ -137,6 +143,7 @@ std::function<void()> find_handler(Console& console, std::string_view name,
   for (const Json& argument : arguments) numbers.push_back(number_of(argument));
   Element* element = element_named(console, name.substr(0, underscore), numbers);
   if (element == nullptr) return {};
+  if (numbers.size() == event->arguments + event->unused) numbers.resize(event->arguments);
   if (numbers.size() != event->arguments) {
     throw NotUnderstood(std::to_string(event->arguments) + " arguments are wanted");
   }

@@ -104,6 +104,13 @@ void change_by_click(Control& control) {
   }
 }
 
+// The click itself, behind the mouse's button.
+void come_up(Control& control) {
+  if (control.kind() == ElementKind::TextBox) control.set_focus();
+  change_by_click(control);
+  raise(control, &Control::on_click);
+}
+
 // Enters what the handlers have left of a key.
 void enter(Control& control, int key_left) {
   if (auto* box = dynamic_cast<TextBox*>(&control)) return box->enter(key_left);
@@ -118,7 +125,7 @@ void enter(Control& control, int key_left) {
   combo->text = text;
 }
 
-bool can_take_keys(Console& console, const Control& control) {
+bool can_be_reached(Console& console, const Control& control) {
   try {
     require_control(console, control);
     return true;
@@ -136,10 +143,7 @@ void click(Console& console, const FoundElement& found) {
   Gesture gesture(control);
   gesture.raise(&Control::on_mouse_down, left_button, no_shift);
   gesture.raise(&Control::on_mouse_up, left_button, no_shift);
-  if (!exists(found.form, control)) return;
-  if (control.kind() == ElementKind::TextBox) control.set_focus();
-  change_by_click(control);
-  gesture.raise(&Control::on_click);
+  if (exists(found.form, control)) come_up(control);
 }
 
 void double_click(Console& console, const FoundElement& found) {
@@ -156,15 +160,20 @@ void right_click(Console& console, const FoundElement& found) {
   gesture.raise(&Control::on_mouse_up, right_button, no_shift);
 }
 
-void press(Console& console, const FoundElement& found) {
-  raise(reachable_control(console, found), &Control::on_mouse_down, left_button, no_shift);
+Control& press(Console& console, const FoundElement& found) {
+  Control& control = reachable_control(console, found);
+  raise(control, &Control::on_mouse_down, left_button, no_shift);
+  return control;
 }
 
-void release(Console& console, const FoundElement& found) {
+void release(Console& console, const FoundElement& found, const Control* pressed) {
   // The button went down before, so that it may come up on whatever has become of the element.
   Control& control = control_of(found);
   require_form(console, found.form);
   raise(control, &Control::on_mouse_up, left_button, no_shift);
+  const bool is_click =
+      pressed == &control && exists(found.form, control) && can_be_reached(console, control);
+  if (is_click) come_up(control);
 }
 
 void focus(Console& console, const FoundElement& found) {
@@ -191,7 +200,7 @@ void type(Console& console, const FoundElement& found, std::string_view text) {
   control.set_focus();
   for (const char character : text) {
     Control* target = found.form.focused();
-    if (target == nullptr || !can_take_keys(console, *target)) return;
+    if (target == nullptr || !can_be_reached(console, *target)) return;
     int key_left = static_cast<unsigned char>(character);
     target->on_key_press(key_left);
     if (key_left != 0 && exists(found.form, *target)) enter(*target, key_left);
@@ -208,7 +217,7 @@ void key(Console& console, int key_code, int shift) {
   require_form(console, form);
   form.on_key_down(key_code, shift);
   Control* target = form.focused();
-  if (key_code == 0 || target == nullptr || !can_take_keys(console, *target)) return;
+  if (key_code == 0 || target == nullptr || !can_be_reached(console, *target)) return;
   target->on_key_down(key_code, shift);
 }
 

@@ -14,8 +14,10 @@ namespace lineweir::driver {
 void click(Console& console, const FoundElement& found);
 void double_click(Console& console, const FoundElement& found);
 void right_click(Console& console, const FoundElement& found);
-void press(Console& console, const FoundElement& found);
-void release(Console& console, const FoundElement& found);
+// Gives what the button went down on.
+Control& press(Console& console, const FoundElement& found);
+// A button that comes up on what it went down on has clicked it.
+void release(Console& console, const FoundElement& found, const Control* pressed);
 
 void focus(Console& console, const FoundElement& found);
 void blur(Console& console, const FoundElement& found);

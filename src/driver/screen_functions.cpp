@@ -58,6 +58,7 @@ std::vector<Function> column_functions() {
       function("SetFieldWidths", [](Console& c) { SetFieldWidths(c); }),
       function("FindLongestName",
                [](Console&, const std::string& names) { return FindLongestName(names); }),
+      function("UserRename", [](Console& c) { c.DisplayOptionForm.UserRename.on_click(); }),
       function("DisplayOptionForm_UserRename",
                [](Console& c) { c.DisplayOptionForm.UserRename.on_click(); }),
   };

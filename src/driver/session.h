@@ -40,6 +40,9 @@ class Session {
   // Another program deletes a file, on the disk or in memory.
   void delete_file(const std::string& path);
 
+  // What the mouse's button is down on. Compared only.
+  const Control* pressed = nullptr;
+
   // What was shown and traced since the last call.
   std::vector<std::string> take_messages() { return std::exchange(messages_, {}); }
   std::vector<std::string> take_trace() { return std::exchange(trace_, {}); }

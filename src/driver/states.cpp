@@ -1,12 +1,16 @@
 #include "driver/states.h"
 
+#include <array>
+
 #include "base/names.h"
 #include "driver/state_table.h"
 
 namespace lineweir::driver {
 namespace {
 
-constexpr std::string_view line_table_prefix = "linetable.";
+// What a state may be said to belong to: the table of lines, and forms whose variable it is.
+constexpr std::array<std::string_view, 4> owners = {"linetable.", "lineweir.", "loginform.",
+                                                    "dialform."};
 constexpr int most_lines = 26;
 
 void append_caller_fields(std::vector<StateName>& names) {
@@ -27,9 +31,10 @@ void append_letters(std::vector<StateName>& names) {
   const auto letter = [](Console& c, int line) -> char { return c.lines.StatusLetter(line); };
   names.push_back(reading("StatusLetter()", letter));
   names.back().set = [=](Session& session, const Indices& indices, const Json& value) {
-    char wanted = reach(session, letter, indices);
-    take(wanted, value);
-    session.console().lines.StatusLetter(indices.front()) = wanted;
+    reach(session, letter, indices);
+    // A fixed text of one character: longer texts are cut, shorter ones padded.
+    const std::string wanted = text_of(value);
+    session.console().lines.StatusLetter(indices.front()) = wanted.empty() ? ' ' : wanted.front();
   };
 }
 
@@ -84,7 +89,13 @@ void append_program(std::vector<StateName>& names) {
 
 void append_subsystems(std::vector<StateName>& names) {
   const std::vector<StateName> members = {
-      reading("SerialBuffer", [](Console& c) { return c.decoder.serial_buffer.text(); }),
+      {"SerialBuffer",
+       [](Session& session, const Indices&) {
+         return text_value(session.console().decoder.serial_buffer.text());
+       },
+       [](Session& session, const Indices&, const Json& value) {
+         session.console().decoder.serial_buffer.assign(text_of(value));
+       }},
       state("TheStatusText", [](Console& c) { return &c.line_events.TheStatusText; }),
       state("LineMonitorWait", [](Console& c) { return &c.decoder.LineMonitorWait; }),
       reading("Winsock1.State", [](Console& c) { return c.services.winsock1.state(); }),
@@ -110,13 +121,9 @@ void append_subsystems(std::vector<StateName>& names) {
       state("ProfileBlock", [](Console& c) { return &c.login.ProfileBlock; }),
       state("MissedPolls", [](Console& c) { return &c.login.MissedPolls; }),
       state("ChangeUser", [](Console& c) { return &c.LoginForm.ChangeUser; }),
-      state("LoginForm.ChangeUser", [](Console& c) { return &c.LoginForm.ChangeUser; }),
       state("TheOldName", [](Console& c) { return &c.LoginForm.TheOldName; }),
-      state("LoginForm.TheOldName", [](Console& c) { return &c.LoginForm.TheOldName; }),
       state("ForcedGroup", [](Console& c) { return &c.login.ForcedGroup; }),
-      state("Lineweir.ForcedGroup", [](Console& c) { return &c.login.ForcedGroup; }),
       state("SkipProfile", [](Console& c) { return &c.login.SkipProfile; }),
-      state("Lineweir.SkipProfile", [](Console& c) { return &c.login.SkipProfile; }),
       state("ServerAlive", [](Console& c) { return &c.login.ServerAlive; }),
       state("LastReplyCode", [](Console& c) { return &c.login.LastReplyCode; }),
       state("Winsock1.RemoteHost", [](Console& c) { return &c.login.ServerHost; }),
@@ -181,7 +188,9 @@ const std::vector<StateName>& all_states() {
 }  // namespace
 
 const StateName* find_state(std::string_view shape) {
-  if (shape.starts_with(line_table_prefix)) shape.remove_prefix(line_table_prefix.size());
+  for (const std::string_view owner : owners) {
+    if (shape.starts_with(owner)) return find_state(shape.substr(owner.size()));
+  }
   for (const StateName& state : all_states()) {
     if (same_name(state.shape, shape)) return &state;
   }

@@ -212,8 +212,10 @@ platform::DateTime moment_of(const Json& value) {
 platform::FontChoice font_of(const Json& value) {
   if (!value.is_object()) refuse("a font", value);
   constexpr int largest_size = 1000;
-  return {text_of(member(value, "name")),
-          static_cast<int>(number_of(member(value, "size"), 1, largest_size)),
+  Json size = member(value, "size");
+  // A size may have a fraction, of which the console knows nothing.
+  if (size.is_number_float()) size = std::lrint(size.get<double>());
+  return {text_of(member(value, "name")), static_cast<int>(number_of(size, 1, largest_size)),
           truth_of(member(value, "bold")), truth_of(member(value, "italic"))};
 }
 

@@ -1,6 +1,7 @@
 #include "screen/button_press.h"
 
 #include <functional>
+#include <utility>
 
 #include "screen/button_faces.h"
 #include "screen/row_display.h"
@@ -40,13 +41,13 @@ bool ButtonPress::press(Picture& button) {
   return true;
 }
 
-bool ButtonPress::release(Picture& button) {
-  if (pressed_ != &button) return false;
-  pressed_ = nullptr;
+void ButtonPress::release(Picture& button) {
+  const bool is_shown_down = &button == &state_.Lineweir.OptionsButton;
+  if (std::exchange(pressed_, nullptr) != &button && is_shown_down) return;
   const ButtonFaces* faces = faces_holding(button.picture.get());
-  if (!button.enabled || faces == nullptr || button.picture != faces->down) return false;
-  button.picture = faces->up;
-  return true;
+  if (button.enabled && faces != nullptr && button.picture == faces->down) {
+    button.picture = faces->up;
+  }
 }
 
 void ButtonPress::wire_panel_button(Picture& button, Control& image, Control& label) {
@@ -74,7 +75,8 @@ void ButtonPress::wire_row_buttons() {
            });
       wire(button.on_mouse_up, state_.trace, "Lineweir_" + button.name() + "_MouseUp",
            [this, &button, place_icon](int mouse_button, int) {
-             if (mouse_button != left_button || !release(button)) return;
+             if (mouse_button != left_button || !button.enabled) return;
+             release(button);
              (rows_.*place_icon)(button.index());
            });
     });

@@ -18,7 +18,7 @@ class ButtonPress {
  private:
   // Whether the button's face has changed.
   bool press(Picture& button);
-  bool release(Picture& button);
+  void release(Picture& button);
 
   void wire_panel_button(Picture& button, Control& image, Control& label);
   void wire_row_buttons();

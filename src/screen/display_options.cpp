@@ -40,6 +40,7 @@ void DisplayOptions::NewColumnSetup() {
       ColumnShown[stored_place(column)] = -1;
       ColumnWidth[stored_place(column)] = rule.width;
       ColumnOrder[stored_place(column)] = place++;
+      state_.DisplayOptionForm.CheckItem(column).value = 1;
     }
   });
 }

@@ -144,9 +144,11 @@ void LineEvents::show_words_again(int line, char letter) {
 
 LineReport LineEvents::report_of(int line, char letter, char old_letter) const {
   const int equipment = state_.lines.ThePhoneFlag;
-  return {events_handler, line, letter, old_letter,
-          reported_look(letter,
-                        handset_is_on_conference(equipment, state_.Lineweir.MitelPhone1.checked))};
+  LetterLook look = reported_look(
+      letter, handset_is_on_conference(equipment, state_.Lineweir.MitelPhone1.checked));
+  // A blank that is told of a line is no free line, but a letter that nobody knows.
+  if (letter == ' ') look = reported_look('\0', false);
+  return {events_handler, line, letter, old_letter, look};
 }
 
 }  // namespace lineweir

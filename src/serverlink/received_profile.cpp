@@ -121,8 +121,8 @@ void ReceivedProfile::take_clocks_and_widths(const ProfileValues& values) {
 }
 
 void ReceivedProfile::take_offset(const ProfileValues& values) {
-  const int offset = values.time_offset.value_or(-1);
-  if (offset >= 0 && offset <= largest_time_offset) state_.clock_state.DelayOffset = offset;
+  const int offset = values.time_offset.value_or(largest_time_offset + 1);
+  if (offset <= largest_time_offset) state_.clock_state.DelayOffset = offset;
 }
 
 void ReceivedProfile::show_columns(const ProfileValues& values) {

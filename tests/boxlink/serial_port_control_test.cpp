@@ -172,9 +172,9 @@ TEST_SUITE("boxlink/serial port: the answer") {
     CHECK(desk.take_messages().empty());
   }
 
-  TEST_CASE("an answer behind the limit completes the probe") {
+  TEST_CASE("an answer behind the limit completes the probe of the start") {
     SerialControlDesk desk;
-    desk.click(desk.form().PortOn);
+    desk.console.port.open_at_start();
     CHECK(desk.take_messages() == Words{silent_box});
     CHECK(desk.form().Off.checked);
     desk.platform.comm1.take_writes();
@@ -189,9 +189,11 @@ TEST_SUITE("boxlink/serial port: the answer") {
     CHECK(desk.console.lines.StatusLetter(4) == 'R');
   }
 
-  TEST_CASE("an answer behind the limit whose port can't be opened again is told as any failure") {
+  TEST_CASE(
+      "an answer behind the start's limit whose port can't be opened again is told as any "
+      "failure") {
     SerialControlDesk desk;
-    desk.click(desk.form().PortOn);
+    desk.console.port.open_at_start();
     desk.take_messages();
     desk.take_trace();
     desk.platform.comm1.fail_openings(8010, 1);
@@ -202,9 +204,10 @@ TEST_SUITE("boxlink/serial port: the answer") {
     expect_off(desk);
   }
 
-  TEST_CASE("a box that reports lines instead of its answer completes the probe, noise doesn't") {
+  TEST_CASE(
+      "a box that reports lines instead of its answer completes the start's probe, noise doesn't") {
     SerialControlDesk desk;
-    desk.click(desk.form().PortOn);
+    desk.console.port.open_at_start();
     desk.platform.comm1.take_writes();
     // The wait for the rest of an answer that has begun ends too.
     desk.box_sends("%&#!");
@@ -217,6 +220,34 @@ TEST_SUITE("boxlink/serial port: the answer") {
     CHECK(desk.form().PortOn.checked);
     CHECK(desk.platform.comm1.take_writes() ==
           Words(asked_for_all.begin() + 1, asked_for_all.end()));
+  }
+
+  TEST_CASE("behind the limit of a click the menu stays as it was, and the lines are heard") {
+    for (const char* heard : {"Line monitor ON", "R03"}) {
+      CAPTURE(std::string(heard));
+      SerialControlDesk desk;
+      desk.click(desk.form().PortOn);
+      desk.platform.comm1.take_writes();
+      desk.box_sends(heard);
+      desk.platform.loop.advance(6s);
+      CHECK_FALSE(desk.console.decoder.LineMonitorWait);
+      CHECK(desk.form().Off.checked);
+      CHECK_FALSE(desk.form().PortOn.checked);
+      CHECK(desk.form().no_link.get().empty());
+      desk.box_sends("R04");
+      CHECK(desk.console.lines.StatusLetter(4) == 'R');
+      CHECK(desk.platform.comm1.take_writes().empty());
+    }
+  }
+
+  TEST_CASE("a port that fails in a way that nobody knows is reported, and then told") {
+    SerialControlDesk desk;
+    desk.platform.comm1.fail_openings(99, 1);
+    desk.click(desk.form().PortOn);
+    CHECK(desk.take_messages() == Words{"Could Not Open Port"});
+    CHECK(desk.take_trace() == Words{"PortOn_Click Error - Serial port 1 can't be opened",
+                                     "PortOn_Click Error - The port is not open"});
+    expect_off(desk);
   }
 
   TEST_CASE("an answer that comes twice is one answer") {

@@ -109,7 +109,8 @@ TEST_SUITE("callerdata/received data") {
     CHECK(test.shown(0, 10).caption.get() == std::string(100, 'x'));
     CHECK(test.shown(0, 9).caption.get() == std::string(120, 'x'));
     call_back(test, details("Jo"), 1);
-    CHECK(test.shown(0, 7).caption.get() == "7         ");
+    CHECK(test.shown(0, 7).caption.get() == "7");
+    CHECK(test.record(0)[CallerField::Station] == "7         ");
   }
 
   TEST_CASE("what this console sent itself changes nothing, also if the data differ") {

@@ -100,7 +100,10 @@ TEST_CASE(
       CHECK(desk.count.changes < 3 * usual_changes);
       check_sensible(desk.console);
       for (const std::string& line : desk.trace) {
-        CHECK_MESSAGE(line.find(" Error - ") == std::string::npos, line);
+        // The clocks can do nothing with an offset below 0, which a user can type.
+        const bool is_clock = desk.console.clock_state.DelayOffset < 0 &&
+                              line.starts_with("Lineweir_Timer1_Timer Error - ");
+        CHECK_MESSAGE((is_clock || line.find(" Error - ") == std::string::npos), line);
       }
     }
   }

@@ -32,7 +32,11 @@ TEST_CASE_FIXTURE(HandsFixture, "A click is the button down, up, and the click")
   say("press Drop1");
   CHECK(events == "d");
   say("release Drop1");
-  CHECK(events == "du");
+  CHECK(events == "duc");
+  events.clear();
+  say("press Drop2");
+  say("release Drop1");
+  CHECK(events == "u");
   events.clear();
   say("rightclick Drop1");
   CHECK(events == "DU");

@@ -90,7 +90,16 @@ TEST_CASE_FIXTURE(LaunchedFixture, "State that is no element has the path of its
   CHECK(say("get TheNextCall") == "= 4");
   CHECK(say("set LineTable.StatusLetter(4) \"S\"") == "ok");
   CHECK(say("get StatusLetter(4)") == "= \"S\"");
-  CHECK(say("set StatusLetter(4) \"SS\"") == "error not one character: \"SS\"");
+  CHECK(say("set StatusLetter(4) \"NS\"") == "ok");
+  CHECK(say("get StatusLetter(4)") == "= \"N\"");
+  CHECK(say("set StatusLetter(4) \"\"") == "ok");
+  CHECK(say("get StatusLetter(4)") == "= \" \"");
+  CHECK(say("set SerialBuffer \"N0\"") == "ok");
+  CHECK(say("get SerialBuffer") == "= \"N0\"");
+  CHECK(say("get LoginForm.ChangeUser") == "= false");
+  CHECK(say("get Lineweir.Comm1.PortOpen") == "= false");
+  CHECK(say("get ShowDataFile") == "= \"NoName.TXT\"");
+  CHECK(say("get TimeOffset") == "= 0");
   CHECK(say("set LineTable.CallerData(4).City \"Bonn\\u00e9\"") == "ok");
   CHECK(say("get CallerData(4).City") == "= \"Bonn\\u00e9\"");
   CHECK(say("get CallerData(4).Station") == "= \"          \"");
@@ -111,7 +120,7 @@ TEST_CASE_FIXTURE(LaunchedFixture, "State beyond its bounds is refused") {
   CHECK(say("get ShowTimes(0)") == "error Subscript out of range");
   CHECK(say("get StatusLetter(1,2)") == "error one index is wanted");
   CHECK(say("set LineCount 27") == "error not a number in range: 27");
-  CHECK(say("set SerialBuffer \"x\"") == "error can't be set: SerialBuffer");
+  CHECK(say("set RowControls(4,1) \"x\"") == "error can't be set: RowControls(4,1)");
   CHECK(say("get LineTable.Nonsense") == "error no such path: LineTable.Nonsense");
 }
 

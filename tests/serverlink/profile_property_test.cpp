@@ -67,7 +67,7 @@ void require_whole(ScriptedConsole& desk) {
   RC_ASSERT(form.width >= 1500 && form.width <= INT16_MAX);
   RC_ASSERT(console.fonts.present().size >= smallest_font);
   RC_ASSERT(console.fonts.present().size <= largest_font);
-  RC_ASSERT(console.clock_state.DelayOffset >= 0 && console.clock_state.DelayOffset < 60);
+  RC_ASSERT(console.clock_state.DelayOffset < 60);
   RC_ASSERT(console.DisplayOptionForm.List1.list_count() <= 11);
   for (int column = 0; column < column_count; ++column) {
     RC_ASSERT(console.display.width_of(column) >= 0);

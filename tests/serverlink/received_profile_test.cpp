@@ -152,9 +152,15 @@ TEST_SUITE("serverlink/received profile") {
     std::ranges::fill(empty.fields, "");
     empty.apply();
     CHECK(block_of(console) == before);
-    for (const char* offset : {"60", "-1", "x"}) desk.profile().field(47, offset).apply();
+    for (const char* offset : {"60", "x"}) desk.profile().field(47, offset).apply();
     for (const char* warning : {"-2", "3599", "99999"}) desk.profile().field(9, warning).apply();
     CHECK(block_of(console) == before);
+  }
+
+  TEST_CASE("an offset below 0, which can be typed, is taken as it stands") {
+    ReceivedProfileDesk desk;
+    desk.profile().field(47, "-5").apply();
+    CHECK(desk.console.clock_state.DelayOffset == -5);
   }
 
   TEST_CASE("a block that ends early leaves what was read before its end") {
