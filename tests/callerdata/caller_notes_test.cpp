@@ -82,6 +82,31 @@ TEST_SUITE("callerdata/caller notes") {
     CHECK(desk.notes() == std::vector<std::string>{"3 wants to sing"});
   }
 
+  TEST_CASE("a note is written anew at once when a caller's text changes") {
+    NoteDesk desk;
+    desk.box_sends("N02");
+    desk.caller(2, "Ann", "", "");
+    CHECK(desk.notes() == std::vector<std::string>{"3 Ann"});
+    desk.console.lines.CallerData(2).set(CallerField::CallerName, "Bea");
+    desk.console.Lineweir.LineName(2).caption = "Bea";
+    desk.platform.loop.advance(platform::Milliseconds(1));
+    CHECK(desk.note(0).caption == "3 Bea");
+  }
+
+  TEST_CASE("who comes on air again is looked up again") {
+    NoteDesk desk;
+    desk.use_log();
+    desk.caller(2, "Ann", "", "", "555 0100");
+    desk.box_sends("N02");
+    CHECK(desk.notes() == std::vector<std::string>{"3 Ann \xb7 first call"});
+    desk.box_sends("H02");
+    desk.notes();
+    desk.add_to_log("555 0100", "1/4/2026", "");
+    desk.caller(2, "Ann", "", "", "555 0100");
+    desk.box_sends("N02");
+    CHECK(desk.notes() == std::vector<std::string>{"3 Ann \xb7 called once before, never on air"});
+  }
+
   TEST_CASE("what the log knows stands at the end") {
     NoteDesk desk;
     desk.use_log();
