@@ -91,6 +91,14 @@ TEST_SUITE("callerdata/log output") {
     CHECK(test.form().WorkLabel.caption == "Exported 401 calls to out.csv");
   }
 
+  TEST_CASE("an answer without a file's name exports nothing") {
+    Output test;
+    test.open();
+    test.export_to("  ");
+    CHECK_FALSE(test.console.log_output.running());
+    CHECK(test.take_messages().empty());
+  }
+
   TEST_CASE("a database isn't overwritten, be it the log or another one") {
     Output test;
     test.log_call("Ann");

@@ -86,6 +86,10 @@ TEST_SUITE("callerdata/log text") {
     const auto date = SortKind::Date;
     CHECK(key(date, "0/0/0") < key(date, "0/1/0"));
     CHECK(key(date, "0/0/0") < key(date, "1/1/1"));
+    CHECK(key(date, "1/1/999") < key(date, "1/1/1000"));
+    CHECK(key(date, "1/999/1") < key(date, "1/1000/1"));
+    CHECK(key(date, "999/1/1") < key(date, "1000/1/1"));
+    CHECK(key(date, "later") < key(date, "soon"));
     CHECK(key(date, "1/1/0") < key(date, "1/1/1"));
     CHECK(key(date, "0/1/0") < key(date, "1/0/0"));
     CHECK(key(date, "1/1/9998") < key(date, "1/1/9999"));
