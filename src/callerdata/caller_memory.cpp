@@ -38,7 +38,7 @@ void CallerMemory::look_up() {
   if (!on() || number_forms(number()).empty()) return;
   if (call_log_.chosen()) look_into_log();
   show_history();
-  if (known_.served()) ask_soon();
+  ask_soon();
 }
 
 void CallerMemory::look_into_log() {
@@ -53,13 +53,7 @@ void CallerMemory::look_into_log() {
 }
 
 void CallerMemory::ask_soon() {
-  Timer& timer = state_.Form4.AskTimer;
-  timer.enabled = false;
-  timer.enabled = true;
-}
-
-void CallerMemory::ask_again() {
-  if (state_.Form4.loaded() && known_.served() && !number_forms(number()).empty()) ask_soon();
+  if (known_.served()) state_.Form4.AskTimer.enabled = true;
 }
 
 void CallerMemory::AskTimer_Timer() {
@@ -76,7 +70,7 @@ void CallerMemory::known_changed() {
   was_served_ = known_.served();
   if (!form.loaded()) return;
   if (form.memory() != kind()) form.show_memory(kind());
-  if (answers_again) ask_again();
+  if (answers_again) ask_soon();
   if (!known_.served()) {
     form.AskTimer.enabled = false;
     asked_ = false;

@@ -41,15 +41,14 @@ class CallerMemory {
   // The server has told something, or is gone.
   void known_changed();
 
-  // The server is asked anew for the number on the form.
-  void ask_again();
+  // The server is asked for the number on the form, unless another is typed first.
+  void ask_soon();
 
  private:
   void MemoryFill_Click();
   void AskTimer_Timer();
   const std::string& number() const;
   void look_into_log();
-  void ask_soon();
   void show_history();
   void show_flag();
   // The entries that can be filled in now: those in use that have nothing else in them.

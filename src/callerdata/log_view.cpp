@@ -65,7 +65,7 @@ void LogView::work(const Told& told) {
 bool LogView::matches(std::span<const std::string_view> values) {
   if (search_.empty()) return true;
   texts_.clear();
-  for (const auto value : values.first(values.size() - (sorted_by_column() ? 1 : 0))) {
+  for (const auto value : values) {
     append_folded(texts_, value);
     texts_ += '\n';
   }
@@ -125,7 +125,7 @@ void LogView::sort(const Told& told) {
   keys_.clear();
   keys_.shrink_to_fit();
   stage_ = Stage::Done;
-  told({true, 0, size()});
+  told({.all = true, .count = size()});
 }
 
 bool LogView::follow(const Told& told) {
@@ -153,10 +153,8 @@ bool LogView::follow(const Told& told) {
 
 std::string LogView::key_of(platform::RowId row) const {
   std::string key;
-  const auto values = rows_->row(row);
-  const auto column = static_cast<std::size_t>(order_.column);
-  if (values && column < values->size()) {
-    append_sort_key(key, kind_, (*values)[column]);
+  if (const auto values = rows_->row(row)) {
+    append_sort_key(key, kind_, values->at(static_cast<std::size_t>(order_.column)));
   }
   return key;
 }

@@ -70,19 +70,19 @@ void LogViewer::Form_Load() {
 
 void LogViewer::show_log() {
   DatabaseViewerForm& form = state_.DatabaseViewer;
-  const bool opened = attempt([&] { open_log(); },
-                              [&](const Failure& failure) {
-                                close_log();
-                                if (form.CountLabel.caption.get() == failure.what()) return;
-                                report_failure(state_.trace, "DatabaseViewer_Form_Load", failure);
-                                form.CountLabel.caption = failure.what();
-                              });
+  attempt([&] { open_log(); },
+          [&](const Failure& failure) {
+            close_log();
+            if (form.CountLabel.caption.get() == failure.what()) return;
+            report_failure(state_.trace, "DatabaseViewer_Form_Load", failure);
+            form.CountLabel.caption = failure.what();
+          });
   form.ImportButton.enabled = open();
   form.ExportButton.enabled = open();
   form.PrintButton.enabled = open();
   // A log that can't be shown now may be shown later.
   form.FollowTimer.enabled = call_log_.chosen();
-  if (opened && open()) look_again();
+  look_again();
 }
 
 void LogViewer::open_log() {
@@ -310,25 +310,25 @@ void LogViewer::follow() {
   }
   const std::int64_t stamp = database_->change_stamp();
   if (stamp == stamp_) return;
-  stamp_ = stamp;
   recordset_->refresh();
   show_columns();
   // Removed, or the file was written over by other means.
   if (view_.newest() && !recordset_->row(*view_.newest())) {
     read_days_anew();
-    return look_again();
+    look_again();
+  } else {
+    more_to_follow_ = true;
+    more_days_ = true;
+    work();
   }
-  more_to_follow_ = true;
-  more_days_ = true;
-  work();
-  show_details();
+  // Only now, so that what a log in use kept from being read is read at the next tick.
+  stamp_ = stamp;
 }
 
 void LogViewer::changed(const LogView::Change& change) {
   DataGrid& grid = state_.DatabaseViewer.DBGrid1;
   if (change.all) {
     grid.show_other_rows(change.count);
-    show_details();
   } else {
     grid.put_in(change.at + 1, change.count);
   }
@@ -348,8 +348,7 @@ void LogViewer::DBGrid1_SelChange() { show_details(); }
 
 void LogViewer::show_details() {
   DatabaseViewerForm& form = state_.DatabaseViewer;
-  std::vector<std::string> call;
-  if (form.DBGrid1.row > 0) call = grid_row(form.DBGrid1.row);
+  const std::vector<std::string> call = grid_row(form.DBGrid1.row);
   for (int i = 0; i < form.DetailText.count(); ++i) {
     const auto at = static_cast<std::size_t>(i);
     const auto column =

@@ -114,7 +114,7 @@ Console::Console(const platform::Services& platform_services)
     caller_memory.known_changed();
     caller_flag.known_changed();
   };
-  caller_flag.on_flagged = [this] { caller_memory.ask_again(); };
+  caller_flag.on_flagged = [this] { caller_memory.ask_soon(); };
   access_rights.on_unknown_user = [this] { settings.SetFileSettings(); };
   socket_link.on_enter_group = [this] { return group_session.enter(); };
   remote_link.on_enter_group = [this] { return remote_session.enter_group(); };

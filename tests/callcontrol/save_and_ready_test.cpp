@@ -182,6 +182,8 @@ TEST_SUITE("callcontrol/save and ready over a server") {
     desk.button().on_click();
     CHECK(desk.form().loaded());
     CHECK(desk.platform.winsock1.take_writes().empty());
+    // One command failed, and no other was tried.
+    CHECK(desk.take_messages().size() == 1);
   }
 }
 

@@ -256,6 +256,20 @@ TEST_SUITE("callerdata/call log file") {
     CHECK(test.platform.dialogs.take_asked().size() == 1);
   }
 
+  TEST_CASE("a column that can't be renamed is told, and the field keeps its title") {
+    ScriptedConsole test;
+    choose_log(test);
+    const std::string before = test.console.Lineweir.CaptionLabel(user_column).caption;
+    test.platform.dialogs.answer_input("Topic");
+    test.platform.dialogs.answer_question(true);
+    test.platform.failing_databases.fail(failure_number::disk_full);
+    test.console.DisplayOptionForm.UserRename.on_click();
+    const std::string why = "There is no room left on the disk for 'calls.lwl'.";
+    CHECK(test.take_messages() == Texts{why + " The field keeps its title."});
+    CHECK(test.take_trace() == Texts{"DisplayOptionForm_UserRename_Click Error - " + why});
+    CHECK(test.console.Lineweir.CaptionLabel(user_column).caption == before);
+  }
+
   TEST_CASE("a stored file that can't be used is told at the start, and nothing is logged") {
     SettingsRecord record;
     record.DatabasePath = "gone.mdb";

@@ -325,9 +325,9 @@ TEST_SUITE("callerdata/form 4") {
     EntryForm test;
     test.connect_socket();
     test.open(0);
-    test.box(1).text = "A\2B\3C\4\4D\5\5E\r\nF";
+    test.box(1).text = "\1A\2B\3C\4\4D\5\5E\r\nF";
     test.save();
-    CHECK(test.shown(0, 1).caption == "A B C  D  E  F");
+    CHECK(test.shown(0, 1).caption == " A B C  D  E  F");
     CHECK(test.platform.winsock1.take_writes() ==
           Texts{frame(0, 1, 0, fields_text(test.console.program.ClientId, {"A B C  D  E  F"}))});
   }

@@ -7,6 +7,7 @@
 
 #include "forms/call_log_columns.h"
 #include "support/call_log_file.h"
+#include "support/obstinate_databases.h"
 #include "support/scripted_console.h"
 
 namespace lineweir::test {
@@ -82,6 +83,57 @@ TEST_SUITE("callerdata/caller notes") {
     CHECK(desk.notes() == std::vector<std::string>{"3 wants to sing"});
   }
 
+  TEST_CASE("a note is written anew at once when a caller's text changes") {
+    NoteDesk desk;
+    desk.box_sends("N02");
+    desk.caller(2, "Ann", "", "");
+    CHECK(desk.notes() == std::vector<std::string>{"3 Ann"});
+    desk.console.lines.CallerData(2).set(CallerField::CallerName, "Bea");
+    desk.console.Lineweir.LineName(2).caption = "Bea";
+    desk.platform.loop.advance(platform::Milliseconds(1));
+    CHECK(desk.note(0).caption == "3 Bea");
+  }
+
+  TEST_CASE("who comes on air again is looked up again") {
+    NoteDesk desk;
+    desk.use_log();
+    desk.caller(2, "Ann", "", "", "555 0100");
+    desk.box_sends("N02");
+    CHECK(desk.notes() == std::vector<std::string>{"3 Ann \xb7 first call"});
+    desk.box_sends("H02");
+    desk.notes();
+    desk.add_to_log("555 0100", "1/4/2026", "");
+    desk.caller(2, "Ann", "", "", "555 0100");
+    desk.box_sends("N02");
+    CHECK(desk.notes() == std::vector<std::string>{"3 Ann \xb7 called once before, never on air"});
+  }
+
+  TEST_CASE("without a log nothing is looked up, and nothing of it is told") {
+    NoteDesk desk;
+    desk.box_sends("N02");
+    desk.caller(2, "Ann", "", "", "555 0100");
+    CHECK(desk.notes() == std::vector<std::string>{"3 Ann"});
+    CHECK(desk.take_trace().empty());
+  }
+
+  TEST_CASE("what the log knew of one number isn't told of another while it can't be read") {
+    NoteDesk desk;
+    ObstinateDatabases databases(desk.platform.databases);
+    desk.platform.failing_databases.use(databases);
+    desk.use_log();
+    desk.add_to_log("555 0100", "1/4/2026", "");
+    desk.caller(2, "Ann", "", "", "555 0100");
+    desk.box_sends("N02");
+    CHECK(desk.notes() == std::vector<std::string>{"3 Ann \xb7 called once before, never on air"});
+    databases.reading_fails = failure_number::database_in_use;
+    desk.caller(2, "Bea", "", "", "555 0777");
+    CHECK(desk.notes() == std::vector<std::string>{"3 Bea"});
+    CHECK(desk.take_trace() ==
+          std::vector<std::string>{"Lineweir_CallerNote_Change Error - It can't be read."});
+    desk.console.Lineweir.Data1.database_name = "";
+    desk.platform.failing_databases.use(desk.platform.databases);
+  }
+
   TEST_CASE("what the log knows stands at the end") {
     NoteDesk desk;
     desk.use_log();
@@ -128,6 +180,11 @@ TEST_SUITE("callerdata/caller notes") {
     desk.caller(7, "Next", "", "");
     CHECK(desk.notes().size() == most_caller_notes);
     CHECK(desk.notes().back() == "8 Next");
+    NoteDesk just_full;
+    for (int line = 0; line < 4; ++line) just_full.caller(line, "Caller", "", "");
+    just_full.box_sends("N00N01N02C03S07");
+    just_full.caller(7, "Next", "", "");
+    CHECK(just_full.notes().back() == "8 Next");
   }
 
   TEST_CASE("notes share two lines, and give the lower one to a notice") {

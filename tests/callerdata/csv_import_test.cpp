@@ -28,6 +28,7 @@ TEST_SUITE("callerdata/csv import") {
           std::vector<std::size_t>{0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13});
     CHECK(matched(all_names()).remarks.empty());
     CHECK(matched({"city", " CALLER NAME "}).positions == std::vector<std::size_t>{2, 0});
+    CHECK(matched({"city"}).remarks.at(0).find("\"Caller Name\"") != std::string::npos);
     CHECK(matched({"city", "Caller Name"}).remarks ==
           Texts{"What the file doesn't have stays empty: \"Street Address\", \"State\", "
                 "\"ZipCode\", \"PhoneNumber\", \"Comments\", \"Station\", \"Gender\", "
@@ -88,6 +89,8 @@ TEST_SUITE("callerdata/csv import") {
     CHECK(record_problem({{"a", "b"}, 2, CsvProblem{1, "better"}}, columns) ==
           CsvProblem{1, "better"});
     CHECK_FALSE(record_problem(record({"a", "b"}), columns));
+    CHECK(record_problem(record({"a", "b"}), matched({"City"})) ==
+          CsvProblem{2, "1 field as in the first line, and not 2"});
   }
 
   TEST_CASE("a problem is told by line, column and what was expected") {
@@ -105,6 +108,8 @@ TEST_SUITE("callerdata/csv import") {
     CHECK(names_separator(record({"SEP=;"})));
     CHECK_FALSE(names_separator(record({"Caller Name", "sep="})));
     CHECK_FALSE(names_separator(record({"Caller Name"})));
+    CHECK_FALSE(names_separator(record({"sep=", "", ""})));
+    CHECK_FALSE(names_separator({{"sep="}, 1, CsvProblem{1, "x"}}));
   }
 
   TEST_CASE("a value that will be cut is told, in characters") {
@@ -120,6 +125,9 @@ TEST_SUITE("callerdata/csv import") {
     values[3] = "0123456789abcd\xC3\xA9\xC3\xA9";
     CHECK(cut_values(values, log_columns).size() == 1);
     CHECK(values[3] == "0123456789abcd\xC3\xA9");
+    Texts others = {"ab", "any length", "c"};
+    CHECK(cut_values(others, {{"Letter", 1}, {"Text", 0}, {"Other letter", 1}}).size() == 1);
+    CHECK(others == Texts{"a", "any length", "c"});
   }
 
   TEST_CASE("texts are cleaned as if they were typed, of any control character of Unicode") {
@@ -135,7 +143,10 @@ TEST_SUITE("callerdata/csv import") {
     CHECK(typed_text("Ann\u00A0Lee") == "Ann\u00A0Lee");
     CHECK(typed_text("Ann\u2028Lee\u2029") == "Ann Lee ");
     CHECK(typed_text("20 \u20AC") == "20 \u20AC");
+    CHECK(typed_text("\n") == " ");
+    CHECK(typed_text("\x7F") == "");
     // What is no UTF-8 stays, byte for byte.
+    CHECK(typed_text("\xFF\x07z") == "\xFFz");
     CHECK(typed_text("a\x07\xFF\xFE z") == "a\xFF\xFE z");
   }
 

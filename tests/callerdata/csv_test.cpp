@@ -213,6 +213,14 @@ TEST_SUITE("callerdata/csv") {
     });
   }
 
+  TEST_CASE("a record may have a million characters, and not one more") {
+    CsvReader reader;
+    reader.add("\"" + std::string(CsvReader::longest_record - 1, 'x'));
+    CHECK_FALSE(reader.next());
+    reader.add("x");
+    REQUIRE(reader.next());
+  }
+
   TEST_CASE("behind a record without an end nothing more is read") {
     CsvReader reader(',');
     reader.add("a,b\r\n\"");

@@ -3,42 +3,14 @@
 #include "base/time_text.h"
 #include "callerdata/caller_data.h"
 #include "callerdata/draft_file.h"
-#include "support/call_log_file.h"
-#include "support/entry_form.h"
+#include "support/line_desk.h"
 
 namespace lineweir::test {
 namespace {
 
 using Texts = std::vector<std::string>;
 
-constexpr int line = 3;
 constexpr const char* hung_up = "The caller has hung up";
-
-// A console with a log, on whose line callers come and go while Form4 is open.
-struct LineDesk : EntryForm {
-  LineDesk() { choose_log(*this); }
-
-  void server_sends(const std::string& status_text) {
-    console.line_events.apply_soon(status_text);
-    platform.loop.advance(platform::Milliseconds(20));
-  }
-  // The server's report of the line, with all others idle.
-  void server_reports(char letter) {
-    std::string text;
-    for (int i = 0; i < 10; ++i) text += std::string(1, i == line ? letter : 'F') + "00";
-    server_sends(text);
-  }
-
-  bool tells(const std::string& text) {
-    return form().NoticeLabel.visible &&
-           form().NoticeLabel.caption.get().find(text) != std::string::npos;
-  }
-
-  std::vector<Texts> rows() {
-    platform.loop.run_pending();
-    return logged_rows(*this);
-  }
-};
 
 // Column positions of the log.
 constexpr std::size_t log_name = 0;
@@ -610,6 +582,21 @@ TEST_SUITE("callerdata/drafts outlive the program") {
     next.save();
     CHECK(next.shown(line, 1).caption == "Ann");
     CHECK(draft_file(next) == "");
+  }
+
+  TEST_CASE("who hung up in the run before isn't the one whose clock runs in this one") {
+    LineDesk desk;
+    desk.box_sends("N03");
+    desk.open(line);
+    desk.type(1, "Ann");
+    desk.console.caller_data.keep_draft();
+    desk.box_sends("F03");
+    NextRun next(draft_file(desk));
+    next.server_reports('H');
+    next.console.lines.ClockBase(line) = "09:59:00";
+    next.console.caller_data.lines_changed();
+    next.open(line);
+    CHECK(next.text(1) == "");
   }
 
   TEST_CASE("the draft of a line that isn't there any more is found on the last one") {

@@ -79,6 +79,26 @@ TEST_SUITE("callerdata/log output") {
     CHECK(test.platform.files.read("out.csv") == "the old one");
   }
 
+  TEST_CASE("an export whose last call is still to be written isn't told as whole") {
+    Output test;
+    test.log_calls(401);
+    test.open();
+    test.wait(50);
+    test.export_to("out.csv");
+    test.platform.loop.advance(platform::Milliseconds(2));
+    CHECK(test.form().WorkLabel.caption == "Exporting, 99 %");
+    test.wait();
+    CHECK(test.form().WorkLabel.caption == "Exported 401 calls to out.csv");
+  }
+
+  TEST_CASE("an answer without a file's name exports nothing") {
+    Output test;
+    test.open();
+    test.export_to("  ");
+    CHECK_FALSE(test.console.log_output.running());
+    CHECK(test.take_messages().empty());
+  }
+
   TEST_CASE("a database isn't overwritten, be it the log or another one") {
     Output test;
     test.log_call("Ann");
@@ -113,7 +133,7 @@ TEST_SUITE("callerdata/log output") {
     test.log_call("Ann");
     test.open();
     for (const char* name : {"Writ.inf", "lineweir.ini", "Drafts.csv", "Drafts-3.csv",
-                             "LWDebug.txt", "NoName.TXT", "Hot.txt"}) {
+                             "Drafts-20.csv", "LWDebug.txt", "NoName.TXT", "Hot.txt"}) {
       CAPTURE(name);
       test.platform.files.replace(name, "kept");
       test.export_to(name);
@@ -146,6 +166,8 @@ TEST_SUITE("callerdata/log output") {
     test.wait(50);
     test.platform.user_files.stall(true);
     test.export_to("out.csv");
+    test.wait(100);
+    CHECK(test.form().WorkLabel.caption == "Exporting, 0 %");
     test.wait(60000);
     CHECK(test.form().WorkLabel.caption == "Exporting, waiting for the file");
     SUBCASE("it answers") {
@@ -162,6 +184,7 @@ TEST_SUITE("callerdata/log output") {
             Texts{"The file 'out.csv' is a database and is not overwritten. Choose another name."});
       CHECK_FALSE(test.console.log_output.running());
       CHECK(test.form().ExportButton.enabled);
+      CHECK(test.form().WorkLabel.caption == "");
     }
     SUBCASE("it is given up") {
       test.form().CancelWork.on_click();

@@ -85,6 +85,12 @@ TEST_SUITE("callerdata/log text") {
   TEST_CASE("the parts of a date may be as small and as large as four digits are") {
     const auto date = SortKind::Date;
     CHECK(key(date, "0/0/0") < key(date, "0/1/0"));
+    CHECK(key(date, "0/0/0") < key(date, "1/1/1"));
+    CHECK(key(date, "1/1/999") < key(date, "1/1/1000"));
+    CHECK(key(date, "1/999/1") < key(date, "1/1000/1"));
+    CHECK(key(date, "999/1/1") < key(date, "1000/1/1"));
+    CHECK(key(date, "later") < key(date, "soon"));
+    CHECK(key(date, "1/1/0") < key(date, "1/1/1"));
     CHECK(key(date, "0/1/0") < key(date, "1/0/0"));
     CHECK(key(date, "1/1/9998") < key(date, "1/1/9999"));
     CHECK(key(date, "1/1/9999") < key(date, "9999/9999/9999"));

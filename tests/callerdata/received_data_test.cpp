@@ -72,6 +72,36 @@ TEST_SUITE("callerdata/received data") {
     CHECK(trimmed(test.record(3)[entry_field(1).field]).empty());
   }
 
+  TEST_CASE("a name is the user's own whatever blanks are around it, and not where it goes on") {
+    for (const char* name : {"Jon", " Jon ", "  Jon  "}) {
+      CAPTURE(name);
+      EntryForm test;
+      test.connect_socket();
+      test.console.program.ClientId = "Jon";
+      test.receive(3, details(name));
+      CHECK(test.shown(3, 1).caption == "");
+    }
+    for (const char* name : {"Jo", "Jox", "Jonx", "Joan"}) {
+      CAPTURE(name);
+      EntryForm test;
+      test.connect_socket();
+      test.console.program.ClientId = "Jon";
+      test.receive(3, details(name));
+      CHECK(test.shown(3, 1).caption == "1");
+    }
+  }
+
+  TEST_CASE("what another user sends is his, also where the record holds the same") {
+    EntryForm test;
+    test.connect_socket();
+    for (int entry = 1; entry <= entry_field_count; ++entry) {
+      test.record(3).set(entry_field(entry).field, std::to_string(entry));
+    }
+    test.receive(3, details("Tom"));
+    check_row(test, 3, "");
+    CHECK(trimmed(test.record(3)[entry_field(1).field]).empty());
+  }
+
   TEST_CASE("data that come with a ring are of the call that this begins") {
     EntryForm test;
     test.console.Lineweir.Timer1.enabled = false;
