@@ -46,7 +46,9 @@ stop_server() {
   server=
 }
 
+# As it was made it may be old; users have its updates.
 quietly apt-get update
+quietly apt-get -y dist-upgrade
 # What minimal images leave out would hide files of the packages.
 rm -f /etc/dpkg/dpkg.cfg.d/* /etc/apt/apt.conf.d/docker-*
 
