@@ -46,7 +46,9 @@ stop_server() {
   server=
 }
 
+# As it was made it may be old; users have its updates.
 quietly apt-get update
+quietly apt-get -y dist-upgrade
 # What minimal images leave out would hide files of the packages.
 rm -f /etc/dpkg/dpkg.cfg.d/* /etc/apt/apt.conf.d/docker-*
 
@@ -65,6 +67,17 @@ getent group lineweir-console > /dev/null || fail "no group lineweir-console"
 [[ -L $link ]] || fail "the service isn't enabled"
 [[ ! -e /var/lib/lineweir ]] || fail "the server was started"
 systemd-analyze verify --man=no /lib/systemd/system/lineweir-server.service || fail "the unit"
+
+step "the pages, each of whose links leads somewhere"
+for page in server protocol packages security SECURITY; do
+  [[ -f /usr/share/doc/lineweir-server/$page.md ]] || fail "there is no page $page.md"
+done
+(cd /usr/share/doc/lineweir-server && grep -oH ']([^)#:]\+' ./*.md) > /test/links
+while IFS= read -r link; do
+  target=${link#*'('}
+  [[ $target == /* ]] || target=/usr/share/doc/lineweir-server/$target
+  [[ -e $target ]] || fail "a link leads nowhere: $link"
+done < /test/links
 
 step "the server, as its own user, with the configuration of the package"
 start_server

@@ -5,8 +5,12 @@ install(TARGETS lineweir-server lineweir-admin RUNTIME COMPONENT server)
 install(FILES server.toml DESTINATION ${CMAKE_INSTALL_FULL_SYSCONFDIR}/lineweir COMPONENT server)
 install(FILES server.toml ${CMAKE_SOURCE_DIR}/docs/examples/watch_studio.py
         DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/lineweir-server/examples COMPONENT server)
-install(FILES ${CMAKE_SOURCE_DIR}/docs/server.md ${CMAKE_SOURCE_DIR}/docs/protocol.md
-        DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/lineweir-server COMPONENT server)
+install(DIRECTORY ${CMAKE_SOURCE_DIR}/src/platform/qt/dbus
+        DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/lineweir-server/examples COMPONENT server
+        FILES_MATCHING PATTERN "*.xml")
+foreach(page docs/server.md docs/protocol.md docs/packages.md docs/security.md SECURITY.md)
+  lineweir_installed_page(server lineweir-server ${CMAKE_SOURCE_DIR}/${page})
+endforeach()
 
 # Where Debian 12 has its units.
 if(CMAKE_INSTALL_PREFIX STREQUAL "/usr")

@@ -69,6 +69,33 @@ def faults_of_releases(root, version):
         yield f"CHANGELOG.md has no section {version}"
 
 
+def faults_of_notices(root):
+    """What is compiled in has its licence in the packages' copyright, as THIRD-PARTY.md tells it."""
+    notices = (root / "THIRD-PARTY.md").read_text(encoding="utf-8")
+    papers = (root / "packaging/debian/copyright").read_text(encoding="utf-8")
+    words = " ".join(line.strip() for line in papers.replace("\n .\n", "\n\n").splitlines())
+    texts = re.findall(r"^```text\n(.*?)^```", notices, re.MULTILINE | re.DOTALL)
+    holders = re.findall(r"^\*\*.*?\*\*: copyright (.*)\.$", notices, re.MULTILINE)
+    if len(texts) < 3 or len(holders) < 4:
+        yield "THIRD-PARTY.md lacks licences or holders"
+    for part in texts + [holder for line in holders for holder in line.split("; ")]:
+        if " ".join(part.split()) not in " ".join(words.split()):
+            yield f"the packages' copyright lacks {part[:60]!r}"
+    listed = re.search(r"^compiled_in=\((.*)\)$", (root / "packaging/libraries").read_text(), re.MULTILINE)[1]
+    for package in listed.replace("libboost-dev", "libboost1.74-dev").split():
+        if f"`{package}`" not in notices or f"Debian's {package}," not in papers:
+            yield f"{package} is compiled in and has no notice"
+
+
+def faults_of_packages_to_build_with(root):
+    """What the scripts install stands in the README's table."""
+    page = (root / "README.md").read_text(encoding="utf-8")
+    lines = (root / "scripts/packages.txt").read_text(encoding="utf-8").splitlines()
+    for package in {line.split()[1] for line in lines if line and not line.startswith("#")}:
+        if f"`{package}`" not in page:
+            yield f"README.md lacks {package}, which is installed"
+
+
 def faults_by_tool(command, files):
     """What a tool of Debian's says, where it is on this machine."""
     if shutil.which(command[0]) is None:
@@ -87,6 +114,8 @@ def faults(root, bin_folder):
         yield from faults_of_completion(root, name, told)
         yield from faults_of_version(bin_folder / name, version)
     yield from faults_of_releases(root, version)
+    yield from faults_of_notices(root)
+    yield from faults_of_packages_to_build_with(root)
     files = root / "packaging/desktop"
     yield from faults_by_tool(["desktop-file-validate"], files.glob("*.desktop"))
     yield from faults_by_tool(["appstreamcli", "validate", "--no-net"], files.glob("*.metainfo.xml"))
