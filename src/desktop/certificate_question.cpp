@@ -14,7 +14,7 @@ namespace {
 
 constexpr DialogRow certificate_question_row = {
     nullptr, [](QWidget& window) { Ui::CertificateQuestion().setupUi(&window); },
-    DialogKind::Dialog};
+    DialogKind::Message};
 
 // So that it is read and compared in two lines of equal length.
 std::string in_two_lines(const std::string& fingerprint) {
@@ -53,7 +53,9 @@ void CertificateQuestion::ask(const Certificate& certificate) {
   form_.show();
   form_.RefuseButton.set_focus();
   frame_.flush();
-  focus_.give_to(*frame_.window());
+  // One that comes while the console looks for its server may find the user in the middle of a
+  // word.
+  if (!by_itself) focus_.give_to(*frame_.window());
 }
 
 void CertificateQuestion::tell() {

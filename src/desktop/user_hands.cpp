@@ -139,7 +139,7 @@ UserHands::~UserHands() = default;
 
 bool UserHands::commanded() const {
   const qint64 command = std::max(last_command_, last_release_);
-  if (command <= last_typing_) return false;
+  if (command <= last_typing_ || command <= last_answer_) return false;
   return now() - command < answer_milliseconds || (at_work && at_work());
 }
 

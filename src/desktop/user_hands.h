@@ -21,6 +21,8 @@ class UserHands final : public QObject {
 
   // Whether what happens now is the answer to a key or a click that was more than typing.
   bool commanded() const;
+  // A window that has opened with the keyboard is the answer; what comes behind it is none.
+  void command_is_answered() { last_answer_ = now(); }
   // Whether the program is still at work on what the user has asked for, and shows so.
   std::function<bool()> at_work;
   // Whether the user has typed into a field up to a moment ago.
@@ -56,6 +58,7 @@ class UserHands final : public QObject {
   // A button clicks when it is released.
   qint64 last_release_ = never;
   qint64 last_typing_ = never;
+  qint64 last_answer_ = never;
   // The key that was let go last, and when by the display's clock.
   int released_key_ = 0;
   quint64 released_at_ = 0;

@@ -76,7 +76,10 @@ void WindowFocus::opens(QWidget& window, bool with_keyboard) {
     place->opener = opener;
   }
   window.setAttribute(Qt::WA_ShowWithoutActivating, !with_keyboard);
-  if (with_keyboard) hands_.lead_on();
+  if (with_keyboard) {
+    hands_.lead_on();
+    hands_.command_is_answered();
+  }
   keep(with_keyboard ? &window : opener);
 }
 

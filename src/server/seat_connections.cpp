@@ -20,13 +20,24 @@ void SeatConnections::accept(std::unique_ptr<platform::Connection> connection) {
   const auto most = static_cast<std::size_t>(options_.seats);
   const auto most_of_address = static_cast<std::size_t>(options_.seats_of_address);
   if (open_from(peer) >= most_of_address && !make_room(peer)) {
-    return context_.figures.refuse(Refusal::TooManySeats);
+    return refuse(peer + " has all the seats that one address may have");
   }
-  if (open() >= most && !make_room({})) return context_.figures.refuse(Refusal::TooManySeats);
+  if (open() >= most && !make_room({})) {
+    return refuse("all " + std::to_string(most) + " seats are taken");
+  }
+  full_is_told_ = false;
   ++context_.figures.connections;
   sessions_.push_back(
       std::make_unique<Session>(seats_.new_number(), std::move(connection), services_,
                                 [this](Session& session) { remove_later(session); }));
+}
+
+// A crowd at the door is told once, until somebody gets in again.
+void SeatConnections::refuse(const std::string& why) {
+  context_.figures.refuse(Refusal::TooManySeats);
+  if (!std::exchange(full_is_told_, true)) {
+    context_.log(LogLevel::Warning, "a connection is refused: " + why);
+  }
 }
 
 std::size_t SeatConnections::open() const {

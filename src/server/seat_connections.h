@@ -45,6 +45,7 @@ class SeatConnections {
   // Ends a connection, of the peer where one is named, that nobody has been let in on; false where
   // there is none.
   bool make_room(const std::string& peer);
+  void refuse(const std::string& why);
   void remove_later(Session& session);
 
   const Context& context_;
@@ -53,6 +54,7 @@ class SeatConnections {
   const ServerOptions& options_;
   std::function<void()> on_left_;
   std::list<std::unique_ptr<Session>> sessions_;
+  bool full_is_told_ = false;
   std::shared_ptr<bool> alive_ = std::make_shared<bool>(true);
 };
 

@@ -165,6 +165,20 @@ TEST_SUITE("desktop/certificate question") {
     CHECK(desk.asked());
   }
 
+  TEST_CASE("one that comes by itself leaves the keyboard to who works in a window") {
+    DoubtfulDesk desk;
+    desk.console.caller_data.show_for_line(2);
+    desk.settle();
+    QWidget* const form = desk.desktop.dialog(desk.console.Form4)->window();
+    form->activateWindow();
+    REQUIRE(test::wait_for([&] { return QApplication::activeWindow() == form; }));
+    desk.ask_by_itself();
+    CHECK(desk.asked());
+    CHECK(QApplication::activeWindow() == form);
+    desk.ask();
+    CHECK(test::wait_for([&] { return QApplication::activeWindow() == desk.question().window(); }));
+  }
+
   TEST_CASE("of several servers it names the port, and a no leads on to the next one") {
     DoubtfulDesk desk;
     desk.console.WinsockOptions.Text1.text = "tls:studio.example, studio2.example";

@@ -120,6 +120,22 @@ TEST_SUITE("desktop/focus: messages") {
     CHECK(QApplication::focusWidget() == button);
   }
 
+  TEST_CASE("behind the window that a command has opened nothing else is awaited") {
+    FocusDesk desk;
+    auto* button = desk.viewer().findChild<QPushButton*>("ExportButton");
+    listen(desk.console.DatabaseViewer.ExportButton.on_click,
+           [&] { desk.console.caller_data.show_for_line(2); });
+    button->setFocus();
+    desk.time += 1000;
+    desk.key(Qt::Key_Return);
+    REQUIRE(desk.active() == "Form4");
+    desk.time += 100;
+    desk.console.messages.ShowMessage("The call log is in use.");
+    desk.come_to_rest();
+    CHECK(desk.box().isVisible());
+    CHECK(desk.active() == "Form4");
+  }
+
   TEST_CASE("one that answers a button is awaited however the button is pressed") {
     FocusDesk desk;
     desk.window().activateWindow();

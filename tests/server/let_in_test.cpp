@@ -2,6 +2,8 @@
 
 #include <doctest/doctest.h>
 
+#include <algorithm>
+
 #include "server/server_room.h"
 #include "wire/rights_layout.h"
 
@@ -118,6 +120,27 @@ TEST_CASE("a crowd of connections that say nothing keeps nobody out") {
   CHECK(screener->is_open());
   CHECK(screener->take(SrvFullStatus).size() == 1);
   CHECK(room.figure("connections") <= 20);
+}
+
+TEST_CASE("a server whose seats are all taken says so in its log, once until somebody gets in") {
+  ServerOptions options = ServerRoom::two_studios();
+  options.seats = 2;
+  ServerRoom room(options);
+  auto host = room.seat("host", 1, 0, "10.0.0.2");
+  auto screener = room.seat("screener", 1, 0, "10.0.0.3");
+  const auto told = [&] {
+    return std::ranges::count_if(room.log, [](const std::string& line) {
+      return line.ends_with("a connection is refused: all 2 seats are taken");
+    });
+  };
+  for (int i = 0; i < 3; ++i) CHECK_FALSE(room.connect("10.0.0.4")->is_open());
+  CHECK(told() == 1);
+  screener->close();
+  room.wait(1s);
+  CHECK(room.connect("10.0.0.4")->is_open());
+  screener = room.seat("screener", 1, 0, "10.0.0.3");
+  CHECK_FALSE(room.connect("10.0.0.4")->is_open());
+  CHECK(told() == 2);
 }
 
 TEST_CASE("a seat whose place is known is let in without a password, and comes back so") {

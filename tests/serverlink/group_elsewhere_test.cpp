@@ -3,6 +3,7 @@
 #include <doctest/doctest.h>
 
 #include "several_servers_desk.h"
+#include "wire/group_elsewhere.h"
 
 namespace lineweir::test {
 namespace {
@@ -15,9 +16,11 @@ struct ElsewhereDesk : SeveralServersDesk {
   explicit ElsewhereDesk(const std::string& address = "one") : SeveralServersDesk(address) {
     stand();
   }
-  void send_to(const std::string& address, std::uint8_t group = 1) {
+  void send_to(const std::string& address, std::uint8_t group = 1,
+               std::uint8_t mark = group_elsewhere_mark) {
     ServerPacket packet = server_packet(ServerCommand::SrvGroupElsewhere, address);
     packet.GroupNo = group;
+    packet.Bank = mark;
     platform.winsock1.arrive(frame_of(std::move(packet)));
   }
   // The former server's conversation with the person.
@@ -35,6 +38,14 @@ TEST_SUITE("a studio of another server") {
     CHECK(desk.form().linked_to.get().starts_with("two, port 2002, since "));
     CHECK(desk.console.login.ServerHost == "one");
     CHECK_FALSE(desk.form().ServerSilence.visible);
+    CHECK(desk.told.empty());
+  }
+
+  TEST_CASE("a server that means something else by that code leads nobody away") {
+    ElsewhereDesk desk;
+    desk.send_to("two:2002", 1, no_value);
+    desk.platform.loop.advance(Milliseconds(2000));
+    CHECK(desk.take_connects().empty());
     CHECK(desk.told.empty());
   }
 
