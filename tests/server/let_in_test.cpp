@@ -2,6 +2,8 @@
 
 #include <doctest/doctest.h>
 
+#include <set>
+
 #include "server/server_room.h"
 #include "wire/rights_layout.h"
 
@@ -161,6 +163,9 @@ TEST_CASE("a new store gets one engineer with a password that is told once") {
   CHECK(answer.AltInfo == 'T');
   CHECK(answer.Buffer == rights_of(RightsTemplate::Engineer));
   CHECK(room.first_password.size() == 14);
+  CHECK(std::set(room.first_password.begin(), room.first_password.end()).size() > 7);
+  // Once with the users of the store before, and once with the new one.
+  CHECK(room.servings == 2);
 }
 
 }  // namespace
