@@ -63,6 +63,20 @@ TEST_SUITE("server/journal") {
     CHECK(room.seat("host") != nullptr);
   }
 
+  TEST_CASE("a server whose journal holds nothing that still counts serves all the same") {
+    ServerRoom room;
+    room.wait(1s);
+    room.crash();
+    platform::Account changed = room.store.content().accounts.at("host");
+    changed.profile = "old";
+    room.journal.content() = {1, {changed}};
+    room.epoch = 3;
+    room.start();
+    CHECK(room.seat("host")->is_open());
+    CHECK(room.store.content().accounts.at("host").profile.empty());
+    CHECK(room.journal.content().changes.empty());
+  }
+
   TEST_CASE("behind the lead of others a journal gives what they can't know, and no more") {
     ServerRoom room;
     room.wait(1s);

@@ -247,6 +247,14 @@ TEST_CASE("callers who come and never leave are forgotten, the oldest first") {
   CHECK(told.front().caller == ":1.100");
 }
 
+TEST_CASE("a server whose end has come answers nobody on the bus any more") {
+  BusRoom room;
+  CHECK(room.call("GetStudioNames", {}) != std::nullopt);
+  room.server->shut_down(0, "Now.", [] {});
+  room.wait(1s);
+  CHECK(room.call("GetStudioNames", {}) == std::nullopt);
+}
+
 TEST_CASE("a server that ends publishes nothing any more") {
   BusRoom room;
   room.call("AddObjectReference", {std::string("/a"), 1});
