@@ -34,6 +34,17 @@ TEST_SUITE("server/caller data") {
     }
   }
 
+  TEST_CASE("the name under which a seat enters data is its own from then on") {
+    ServerRoom room;
+    auto host = room.seat("host");
+    room.exchange().arrive(4, {});
+    host->send(host->packet(CmdCallerData, 4, "Anna\2Bob\2"));
+    CHECK(host->take_last(SrvCallerData).Buffer.starts_with("Anna\2Bob\2"));
+    // A clearing that comes late is answered with the data, which its console takes from no other.
+    host->send(host->packet(CmdCallerData, 4));
+    CHECK(host->take_last(SrvCallerData).Buffer.starts_with("\2Bob\2"));
+  }
+
   TEST_CASE("a caller of whom nothing is known is told to nobody as data") {
     ServerRoom room;
     auto host = room.seat("host");

@@ -87,6 +87,16 @@ TEST_SUITE("server/end") {
     }));
   }
 
+  TEST_CASE("a server that dies before the end that it has told ends nothing more") {
+    ServerRoom room;
+    auto host = room.seat("host");
+    bool done = false;
+    room.server->shut_down(10, "Soon.", [&] { done = true; });
+    room.crash();
+    room.wait(20s);
+    CHECK_FALSE(done);
+  }
+
   TEST_CASE("what the store can't take is waited for ten seconds, and then told as left") {
     ServerRoom room;
     auto host = room.seat("host");
