@@ -100,8 +100,8 @@ std::vector<std::pair<std::string, Accounts::Change>> Accounts::take(
     changes.emplace_back(name, Change::Removed);
   }
   for (const platform::Account& account : news.accounts) {
-    const bool is_removed = outbox_.holds(platform::AccountRemoval{account.name});
-    if (is_removed || outbox_.holds(nothing_but_name(account.name))) continue;
+    // As a whole, or to be removed.
+    if (outbox_.holds(nothing_but_name(account.name))) continue;
     platform::Account& held = accounts_[account.name];
     platform::Account now = with_what_waits(account, held);
     const bool is_locked_now = now.locked && !held.locked;

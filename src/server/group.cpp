@@ -51,7 +51,6 @@ Group::Group(const Context& context, GroupOptions options,
 
 void Group::change(const GroupOptions& options) {
   options_.name = options.name;
-  options_.calls_per_minute = options.calls_per_minute;
   options_.line_names = options.line_names;
   lines_.leave_out(options.missing_lines);
   for (const int number : options.missing_lines) forget_line(number - 1);

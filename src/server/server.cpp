@@ -339,7 +339,6 @@ void Server::Inside::publish(platform::RemoteService& service) {
 
 void Server::Inside::reconfigure(ServerOptions options) {
   options_ = std::move(options);
-  ending_groups_.clear();
   for (const auto& [number, group] : groups_) ending_groups_.insert(number);
   for (const GroupOptions& wanted : options_.groups) {
     ending_groups_.erase(wanted.number);

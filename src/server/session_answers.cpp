@@ -103,7 +103,7 @@ void Session::send_elsewhere(int wanted) {
   services_.context.loop.schedule(gone_by,
                                   [this, alive = std::weak_ptr(alive_),
                                    text = place->name + " is served at " + place->address + "."] {
-                                    if (alive.lock() && !over_ && group == 0) tell_person(text);
+                                    if (alive.lock() && group == 0) tell_person(text);
                                   });
 }
 

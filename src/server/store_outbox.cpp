@@ -100,16 +100,13 @@ void StoreOutbox::schedule(platform::Milliseconds delay) {
 }
 
 void StoreOutbox::write() {
-  if (in_flight_ != 0 || waiting_.empty()) return;
   while (!waiting_.empty() && writing_.size() < batch) writing_.push_back(take_front());
   in_flight_ = writing_.size();
   hand_to_store();
 }
 
 void StoreOutbox::hand_to_store() {
-  if (journal_.journal != nullptr && !journals_) {
-    journal_due_ = loop_.schedule(journalled_after, [this] { begin_to_journal(); });
-  }
+  journal_due_ = loop_.schedule(journalled_after, [this] { begin_to_journal(); });
   store_.write(writing_, [this, alive = std::weak_ptr(alive_)](bool done) {
     if (alive.lock()) written(done);
   });

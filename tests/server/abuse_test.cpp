@@ -59,6 +59,15 @@ TEST_CASE("before the login every other request goes unanswered and is counted")
   CHECK(host->take().empty());
 }
 
+TEST_CASE("a hundred requests that come before the login are borne, and no more") {
+  ServerRoom room;
+  auto stranger = room.connect("10.0.0.66");
+  for (int i = 0; i < 100; ++i) stranger->send(stranger->packet(CmdRequestStatus));
+  CHECK(stranger->is_open());
+  stranger->send(stranger->packet(CmdRequestStatus));
+  CHECK_FALSE(stranger->is_open());
+}
+
 TEST_CASE("guesses from everywhere lock out neither who works nor another user") {
   ServerRoom room;
   auto host = room.seat("host");

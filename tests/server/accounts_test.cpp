@@ -39,6 +39,17 @@ TEST_SUITE("server/accounts") {
     CHECK(desk.outbox.waiting() == 0);
   }
 
+  TEST_CASE("what was taken from a user here stays taken, whatever another server wrote before") {
+    AccountDesk desk;
+    const platform::StoreNews before{.accounts = {*desk.accounts.find("anna")}};
+    desk.accounts.set_rights("anna", 2, "");
+    CHECK(desk.accounts.take(before).empty());
+    CHECK_FALSE(desk.accounts.has_rights("anna", 2));
+    desk.accounts.remove("anna");
+    CHECK(desk.accounts.take(before).empty());
+    CHECK(desk.accounts.find("anna") == nullptr);
+  }
+
   TEST_CASE("nothing is changed or written of a user whom nobody knows") {
     AccountDesk desk;
     desk.accounts.set_password("bob", "hash");

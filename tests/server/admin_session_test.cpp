@@ -6,7 +6,6 @@
 #include <random>
 
 #include "adminlink/admin_columns.h"
-#include "server/admin_list.h"
 #include "server/admin_steps.h"
 #include "server/admin_tool.h"
 #include "server/short_requests.h"
@@ -264,7 +263,7 @@ TEST_CASE("A shutdown is answered first, and told to all seats") {
         "");
   CHECK(asked == 0);
   CHECK(why == "New");
-  CHECK_FALSE(tool.is_open());
+  CHECK(tool.heard_to_the_end());
   AdminTool second(room);
   second.send_bytes(admin::line_of({Command::Shutdown}) + "\n" + admin::line_of({Command::Seats}) +
                     "\n");
@@ -408,30 +407,6 @@ TEST_CASE("What is asked in one go is answered one behind the other, in its orde
   CHECK(answers[2].at("profile") == "");
 }
 
-TEST_CASE("A list that is read piece by piece has the same pages as one that is there at once") {
-  const auto pages_of = [](AdminList& list) {
-    Texts pages;
-    for (bool more = true; more;) {
-      list.next_page(
-          [&](const std::optional<std::string>& page) { pages.push_back(page.value()); });
-      more = json::parse(pages.back()).at("more").get<bool>();
-    }
-    return pages;
-  };
-  AdminList::Rows all;
-  for (int i = 0; i < 20'000; ++i) all.push_back(i % 1000);
-  AdminList whole(all);
-  std::size_t read = 0;
-  AdminList in_pieces([&](const AdminList::Told& told) {
-    AdminList::Rows piece;
-    while (piece.size() < 50 && read < all.size()) piece.push_back(all[read++]);
-    told(piece);
-  });
-  const Texts pages = pages_of(in_pieces);
-  CHECK(pages.size() > 1);
-  CHECK(pages == pages_of(whole));
-}
-
 TEST_CASE("Who sits at a new server is told the message and the show of a backup at once") {
   ServerRoom room;
   {
@@ -535,7 +510,7 @@ TEST_CASE("What is no request is refused and the connection stays; a line withou
   CHECK(tool.is_open());
   tool.send_bytes(" ");
   CHECK(tool.take().at(0).at("error") == "The request is too long.");
-  CHECK_FALSE(tool.is_open());
+  CHECK(tool.heard_to_the_end());
 }
 
 TEST_CASE("A tool that leaves, or a server that ends, in the middle of a request harms nothing") {

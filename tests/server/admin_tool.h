@@ -27,6 +27,8 @@ class AdminTool {
   std::vector<nlohmann::json> rows(const admin::Request& request);
 
   bool is_open() const { return !line_->ended_by_server; }
+  // The end came behind everything that the server had sent.
+  bool heard_to_the_end() const { return !is_open() && line_->sent_to_the_end; }
   void hang_up();
 
  private:

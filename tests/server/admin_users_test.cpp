@@ -116,7 +116,7 @@ TEST_CASE("A locked user is told, loses the seat and isn't let in until unlocked
   const auto seat = room.seat("host");
   seat->take();
   CHECK(tool.refusal(of_user(Command::UserLock, "host")) == "");
-  CHECK_FALSE(seat->is_open());
+  CHECK(seat->heard_to_the_end());
   CHECK(seat->take_last(ServerCommand::SrvMessage).Buffer ==
         "An administrator has locked the user host.");
   CHECK_FALSE(is_let_in(room, "host", host_password));
@@ -196,6 +196,20 @@ TEST_CASE("A group is opened to a user by a template, and closed") {
     if (is_allowed == true) ++allowed;
   }
   CHECK(allowed == 1);
+}
+
+TEST_CASE("A seat whose group is closed to its user is told so and is in no group any more") {
+  ServerRoom room;
+  AdminTool tool(room);
+  const auto seat = room.seat("host");
+  seat->take();
+  CHECK(tool.ask(right("host", 1, {"-all"})).at("open") == false);
+  CHECK(seat->take_last(ServerCommand::SrvRights).Buffer == no_rights);
+  CHECK(seat->is_open());
+  CHECK(room.figure("seats{group=\"1\"}") == 0);
+  room.exchange().arrive(1, {});
+  seat->send(seat->packet(ClientCommand::CmdRequestStatus));
+  CHECK(seat->take().empty());
 }
 
 TEST_CASE("Rights that can't be sent are refused with the reason and change nothing") {

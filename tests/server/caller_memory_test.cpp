@@ -487,7 +487,7 @@ TEST_CASE("who rings while the store is away is known once it is back") {
   whole_call(room, *host, 2);
   host->take();
   room.store.fail(true);
-  room.exchange().arrive(4, number);
+  room.exchange().arrive(0, number);
   host->send(host->packet(CmdAskCaller, no_value, "312-555-0100"));
   room.wait(5s);
   CHECK(host->take(SrvCallerKnown).empty());
@@ -495,8 +495,12 @@ TEST_CASE("who rings while the store is away is known once it is back") {
   room.wait(5s);
   const auto told = host->take(SrvCallerKnown);
   REQUIRE(told.size() == 2);
-  CHECK(std::ranges::count(told, 4, &ServerPacket::LineNo) == 1);
+  CHECK(std::ranges::count(told, 0, &ServerPacket::LineNo) == 1);
   CHECK(std::ranges::count(told, no_value, &ServerPacket::LineNo) == 1);
+  // A seat that comes then is told of the first line too.
+  const auto late = room.seat("screener", 1, 2)->take(SrvCallerKnown);
+  REQUIRE(late.size() == 1);
+  CHECK(late[0].LineNo == 0);
 }
 
 TEST_CASE("a flag whose last day is over already is refused, and the person told") {

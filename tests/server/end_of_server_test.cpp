@@ -70,6 +70,33 @@ TEST_SUITE("server/end") {
     CHECK(host->take_last(SrvShutdownNotice).AltInfo == 16);
   }
 
+  TEST_CASE("an end is told to who was let in alone, and says nothing of a store that took all") {
+    ServerRoom room;
+    auto stranger = room.connect();
+    auto host = room.seat("host");
+    room.log.clear();
+    bool done = false;
+    room.server->shut_down(0, "Now.", [&] { done = true; });
+    room.wait(1s);
+    CHECK(done);
+    CHECK(host->take(SrvShutdownNotice).size() == 1);
+    CHECK(stranger->take().empty());
+    CHECK_FALSE(stranger->is_open());
+    CHECK(std::ranges::none_of(room.log, [](const std::string& line) {
+      return line.find("could not be written") != std::string::npos;
+    }));
+  }
+
+  TEST_CASE("a server that dies before the end that it has told ends nothing more") {
+    ServerRoom room;
+    auto host = room.seat("host");
+    bool done = false;
+    room.server->shut_down(10, "Soon.", [&] { done = true; });
+    room.crash();
+    room.wait(20s);
+    CHECK_FALSE(done);
+  }
+
   TEST_CASE("what the store can't take is waited for ten seconds, and then told as left") {
     ServerRoom room;
     auto host = room.seat("host");

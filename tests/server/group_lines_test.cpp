@@ -55,6 +55,17 @@ TEST_CASE("a change that comes by itself is nobody's") {
   CHECK(desk.audited().empty());
 }
 
+TEST_CASE("an order brings about one change, and the same one behind it is nobody's") {
+  GroupDesk desk;
+  NotingSeat anna(1, "anna");
+  desk.exchange->report(3, 'R');
+  desk.order(anna, "N03", 3);
+  for (const char letter : std::string("NHN")) desk.exchange->report(3, letter);
+  const platform::CallRecord* const call = desk.calls.find(1, 3);
+  REQUIRE(call != nullptr);
+  CHECK(steps(*call) == Words{": ring", "anna: air", ": hold", ": air"});
+}
+
 TEST_CASE("an order holds for five seconds") {
   GroupDesk desk;
   NotingSeat anna(1, "anna");

@@ -60,7 +60,21 @@ TEST_SUITE("server/journal") {
     CHECK(room.store.content().calls.begin()->second.number == "555 0100");
     CHECK(room.store.content().calls.begin()->second.ended != Moment{0});
     CHECK(room.journal.content().changes.empty());
-    CHECK(room.seat("host") != nullptr);
+    CHECK(room.seat("host")->is_open());
+  }
+
+  TEST_CASE("a server whose journal holds nothing that still counts serves all the same") {
+    ServerRoom room;
+    room.wait(1s);
+    room.crash();
+    platform::Account changed = room.store.content().accounts.at("host");
+    changed.profile = "old";
+    room.journal.content() = {1, {changed}};
+    room.epoch = 3;
+    room.start();
+    CHECK(room.seat("host")->is_open());
+    CHECK(room.store.content().accounts.at("host").profile.empty());
+    CHECK(room.journal.content().changes.empty());
   }
 
   TEST_CASE("behind the lead of others a journal gives what they can't know, and no more") {

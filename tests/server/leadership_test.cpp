@@ -169,6 +169,20 @@ TEST_SUITE("server/leadership") {
     }
   }
 
+  TEST_CASE(
+      "one that hears nothing more behind the grant leads as long as that proves, no longer") {
+    Machines machines;
+    Candidate& one = machines.add();
+    const Milliseconds asked_at = machines.world.now();
+    machines.takeover(one);
+    one.lease.hears = false;
+    machines.wait(asked_at + platform::proof_holds - 2ms - machines.world.now());
+    CHECK(one.leadership.leads());
+    machines.wait(4ms);
+    CHECK_FALSE(one.leadership.leads());
+    CHECK(one.losses == 1);
+  }
+
   TEST_CASE("one that was cut off alone leads again when it can prove it") {
     Machines machines;
     Candidate& only = machines.add();

@@ -3,6 +3,7 @@
 #include <doctest/doctest.h>
 
 #include <algorithm>
+#include <set>
 
 #include "server/server_room.h"
 #include "wire/rights_layout.h"
@@ -135,7 +136,7 @@ TEST_CASE("a server whose seats are all taken says so in its log, once until som
   };
   for (int i = 0; i < 3; ++i) CHECK_FALSE(room.connect("10.0.0.4")->is_open());
   CHECK(told() == 1);
-  screener->close();
+  screener->hang_up();
   room.wait(1s);
   CHECK(room.connect("10.0.0.4")->is_open());
   screener = room.seat("screener", 1, 0, "10.0.0.3");
@@ -184,6 +185,9 @@ TEST_CASE("a new store gets one engineer with a password that is told once") {
   CHECK(answer.AltInfo == 'T');
   CHECK(answer.Buffer == rights_of(RightsTemplate::Engineer));
   CHECK(room.first_password.size() == 14);
+  CHECK(std::set(room.first_password.begin(), room.first_password.end()).size() > 7);
+  // Once with the users of the store before, and once with the new one.
+  CHECK(room.servings == 2);
 }
 
 }  // namespace

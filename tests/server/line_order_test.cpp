@@ -158,6 +158,11 @@ TEST_CASE("with numbered positions the words of line 0 drop and hold a place") {
     }
     CHECK(order_of(sender, "F00", no_bank) == word_order("F00", 0));
   });
+  // There is no third place.
+  for (const int bank : {2, 3, 254}) {
+    CHECK(line_order(frame(0, 255, bank, "F"), 4) == word_order("F00", 0));
+    CHECK(line_order(frame(0, 255, bank, "H"), 4) == word_order("H00", 0));
+  }
 }
 
 TEST_CASE("a hybrid is told by AltInfo or by Bank, with numbered positions by Bank alone") {

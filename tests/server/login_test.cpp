@@ -80,6 +80,8 @@ TEST_SUITE("server/login") {
       room.wait(1s);
       CHECK(codes(*console).size() == 2);
     }
+    CHECK(room.figure("refusals_total{reason=\"malformed\"}") == 1);
+    CHECK(room.figure("refusals_total{reason=\"not_let_in\"}") == 1);
   }
 
   TEST_CASE("who waits long for the answer to a login is not taken for silent") {
@@ -168,6 +170,11 @@ TEST_SUITE("server/login") {
     CHECK(console->take_last(SrvLoginCheckResult).AltInfo == 'F');
     console->send(console->packet(CmdRequestFirstUnblocked, no_value, "x"));
     CHECK(console->take_last(SrvFirstUnblocked).AltInfo == 2);
+    auto typing = room.connect("10.0.0.9");
+    typing->log_in("", "");
+    CHECK(typing->take_last(SrvPasswordResult).AltInfo == 'T');
+    typing->join(2);
+    CHECK(typing->take(SrvFullStatus).size() == 1);
     // Who was let in elsewhere as the same user gives a password.
     auto elsewhere = room.seat("only2", 2);
     elsewhere->take();
@@ -277,8 +284,35 @@ TEST_SUITE("server/login") {
     // A profile of flags alone has no name.
     host->send(host->packet(CmdUserProfile, no_value, "host\3" + std::string(43, '1')));
     CHECK(host->is_open());
-    host->send(host->packet(CmdUserProfile, no_value, "host\3" + std::string(43, '1') + "\3\3"));
-    CHECK(told_of("Anna").starts_with("\2"));
+    // Nor has one of fewer fields.
+    for (const char* fields : {"\3\3", "\3\3\3\3\3\3", "a\3b\3c\3d\3e\3f\3"}) {
+      host->send(host->packet(CmdUserProfile, no_value, "host\3" + std::string(43, '1') + fields));
+      CHECK(told_of("f").starts_with("f\2"));
+      CHECK(told_of("Anna").starts_with("\2"));
+    }
+  }
+
+  TEST_CASE("rights and a profile of any length come in a frame that isn't cut before its end") {
+    ServerRoom room;
+    platform::Account guest = room.store.content().accounts.at("host");
+    guest.name = "guest";
+    // As the end of a frame begins.
+    guest.rights = {{0, std::string("\5") + std::string(rights_length - 1, '\1')}};
+    room.crash();
+    room.store.content().apply(guest);
+    room.start();
+    auto console = room.seat("guest");
+    console->take();
+    for (std::size_t length = 0; length < 260; ++length) {
+      CAPTURE(length);
+      const std::string profile(length, 'x');
+      console->send(console->packet(CmdUserProfile, no_value, "guest\3" + profile));
+      console->log_in("guest", host_password);
+      const std::string told = console->take_last(SrvPasswordResult).Buffer;
+      CHECK(console->cut_as_sent());
+      CHECK(told.starts_with(guest.rights.at(0) + profile));
+      CHECK(told.size() <= rights_length + length + 1);
+    }
   }
 
   TEST_CASE("a profile has a longest length, and needs the name in front of it") {

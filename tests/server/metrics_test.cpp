@@ -120,6 +120,15 @@ TEST_CASE("the figures tell what there is and what has happened") {
   CHECK(room.figure("connections_total") == 3);
 }
 
+TEST_CASE("a server that has just begun is not late") {
+  ServerRoom room;
+  for (int i = 0; i < 20; ++i) {
+    room.wait(250ms);
+    CHECK(room.figure("loop_late_seconds") == 0);
+    CHECK(room.figure("loop_worst_late_seconds") == 0);
+  }
+}
+
 TEST_CASE("a loop that stood still tells how late it was") {
   ServerRoom room;
   room.wait(3s);

@@ -56,6 +56,17 @@ TEST_CASE("a group of another server is named with this one's, and who asks for 
   CHECK(console->take_last(SrvMessage).Buffer == "Studio 12 is served at b:2001.");
 }
 
+TEST_CASE("who has come into a group here meanwhile is not told where the other one is") {
+  SharedRoom shared;
+  auto console = shared.room.connect();
+  console->log_in("host", host_password);
+  console->join(12);
+  CHECK(console->take(SrvGroupElsewhere).size() == 1);
+  console->join(1);
+  shared.room.wait(3s);
+  CHECK(console->take(SrvMessage).empty());
+}
+
 TEST_CASE("nobody is sent to a group in which the user has no rights, or that is nowhere") {
   SharedRoom shared;
   auto console = shared.room.connect();
@@ -75,6 +86,19 @@ TEST_CASE("seats see a studio of another server come and go") {
   shared.tell({.studio_places = {{.group = 12}}});
   CHECK(host->take_last(SrvAllowedGroups).Buffer == "Studio 1\3Studio 2\3");
   shared.tell({.studio_places = {{.group = 3, .name = "Studio C", .address = "c:1"}}});
+  CHECK(host->take_last(SrvAllowedGroups).Buffer == "Studio 1\3Studio 2\3Studio C\3");
+}
+
+TEST_CASE("seats see which studios of other servers came and went while this one heard nothing") {
+  SharedRoom shared;
+  auto host = shared.room.seat("host");
+  host->take();
+  platform::StoreNews all{.all = true,
+                          .studio_places = {{.group = 3, .name = "Studio C", .address = "c:1"}}};
+  for (const auto& [name, account] : shared.room.store.content().accounts) {
+    all.accounts.push_back(account);
+  }
+  shared.tell(all);
   CHECK(host->take_last(SrvAllowedGroups).Buffer == "Studio 1\3Studio 2\3Studio C\3");
 }
 

@@ -4,8 +4,10 @@
 
 #include <algorithm>
 
+#include "base/time_text.h"
 #include "server/server_room.h"
 #include "wire/rights_layout.h"
+#include "wire/studio_texts.h"
 
 namespace lineweir::server {
 namespace {
@@ -32,6 +34,45 @@ TEST_SUITE("server/registration") {
     CHECK(only2->take_last(SrvAllowedGroups).Buffer == "Studio 2\3");
     auto host = room.seat("host");
     CHECK(host->take_last(SrvAllowedGroups).Buffer == "Studio 1\3Studio 2\3");
+  }
+
+  TEST_CASE("a seat is told of no group that is closed to its user, wherever it stands") {
+    ServerRoom room;
+    platform::Account guest = room.store.content().accounts.at("host");
+    guest.name = "only1";
+    guest.rights = {{1, rights_of(RightsTemplate::Host)}};
+    room.crash();
+    room.store.content().apply(guest);
+    room.start();
+    CHECK(room.seat("only1")->take_last(SrvAllowedGroups).Buffer == "Studio 1\3");
+  }
+
+  TEST_CASE("a console without a number is number 0") {
+    ServerOptions options = ServerRoom::two_studios();
+    options.groups[0].kind = 4;
+    ServerRoom room(options);
+    auto host = room.seat("host", 1, no_value);
+    room.exchange().arrive(1, {});
+    host->take();
+    host->word('P', 1);
+    const ServerPacket told = host->take_last(SrvLineStatus);
+    CHECK(told.Buffer == "P");
+    CHECK(told.Console == 0);
+  }
+
+  TEST_CASE("a seat that asks for the calls' times is told the server's time with them") {
+    ServerRoom room;
+    auto host = room.seat("host");
+    room.exchange().arrive(1, {});
+    room.wait(30s);
+    host->send(host->packet(CmdRequestTimes));
+    const auto times = decode_call_times(host->take_last(SrvTimes).Buffer);
+    REQUIRE(times);
+    REQUIRE(times->began.size() == 10);
+    CHECK(times->began[0] == "0");
+    CHECK(times->began[1] < times->server_now);
+    const auto now = room.clock.local(room.clock.now());
+    CHECK(times->server_now == clock_text(seconds_of_day(now)));
   }
 
   TEST_CASE("a console that registers twice at once is told of the callers once") {
@@ -223,6 +264,17 @@ TEST_SUITE("server/registration") {
       host->send(host->packet(CmdNextAction, no_value, "NN"));
       CHECK(refused(room, "malformed") == (kind == 4 ? 0 : 2));
     }
+  }
+
+  TEST_CASE("a digit is dialled by its tone") {
+    ServerRoom room;
+    auto host = room.seat("host");
+    host->word('N', 2, 0, 0);
+    for (const char* digit : {"5", "#"}) host->send(host->packet(CmdDialDigit, 2, digit));
+    CHECK(room.trunks.at(1)->words == std::vector<std::string>{"N02", "Z05", "Z11"});
+    host->send(host->packet(CmdDialDigit, 2, "a"));
+    CHECK(room.trunks.at(1)->words.size() == 3);
+    CHECK(refused(room, "malformed") == 1);
   }
 
   TEST_CASE("a free line is seized, one with a caller is not") {

@@ -2,6 +2,7 @@
 
 #include <doctest/doctest.h>
 
+#include <algorithm>
 #include <limits>
 
 #include "server/admin_tool.h"
@@ -87,6 +88,30 @@ TEST_CASE("who has left a group is no seat any more, until he comes back") {
   room.call("DropObjectReference", {std::string("/a"), 2}, ":1.1");
   room.call("AddObjectReference", {std::string("/a"), 1}, ":1.1");
   CHECK(room.figure("seats_let_in") == 1);
+}
+
+TEST_CASE("who comes is told at once of the callers that stand, and leaves once") {
+  BusRoom room;
+  room.exchange().arrive(3, "555 0100");
+  room.take_told();
+  room.call("AddObjectReference", {std::string("/a"), 1}, ":1.1");
+  const auto told = room.take_told();
+  CHECK(std::ranges::count(
+            told,
+            Told{":1.1", "/a", "ReturnCallerData", {"\2\2\2\2\2\002555 0100\2\2\2\2\2", 4, 1}}) ==
+        1);
+  CHECK(room.call("DropObjectReference", {std::string("/a"), 1}, ":1.1") == RemoteArgument(true));
+  CHECK(room.call("DropObjectReference", {std::string("/a"), 1}, ":1.1") == RemoteArgument(false));
+}
+
+TEST_CASE("a caller whom a seat has just taken is not taken away by a word from the bus") {
+  BusRoom room;
+  auto host = room.seat("host");
+  room.exchange().arrive(2, {});
+  host->word('P', 2, 0);
+  room.word("N02");
+  CHECK(room.exchange().letter(2) == 'P');
+  CHECK(room.refused("line_taken") == 1);
 }
 
 TEST_CASE("who has left the bus is called back no more") {
@@ -245,6 +270,14 @@ TEST_CASE("callers who come and never leave are forgotten, the oldest first") {
   const auto told = room.take_told();
   CHECK(told.size() == 1000);
   CHECK(told.front().caller == ":1.100");
+}
+
+TEST_CASE("a server whose end has come answers nobody on the bus any more") {
+  BusRoom room;
+  CHECK(room.call("GetStudioNames", {}) != std::nullopt);
+  room.server->shut_down(0, "Now.", [] {});
+  room.wait(1s);
+  CHECK(room.call("GetStudioNames", {}) == std::nullopt);
 }
 
 TEST_CASE("a server that ends publishes nothing any more") {

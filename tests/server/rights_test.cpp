@@ -32,6 +32,8 @@ const Row rows[] = {
     {"tone of the hybrid", Right::Dial, 1, CmdLineCommand, "T", 5, 255, 0, 'R'},
     {"tone of position 1", Right::Dial, 1, CmdLineCommand, "P", 25, 0, 0, 'R'},
     {"tone of position 2", Right::Dial, 1, CmdLineCommand, "P", 25, 1, 0, 'R'},
+    {"first tone of position 1", Right::Dial, 1, CmdLineCommand, "P", 20, 0, 0, 'R'},
+    {"release of position 1", Right::MitelPhone1, 1, CmdLineCommand, "P", 15, 0, 0, 'R'},
     {"remote next on", Right::RemoteNext, 1, CmdLineCommand, "X", 255, 255, 0, 'R'},
     {"remote next off", Right::RemoteNext, 1, CmdLineCommand, "R", 255, 255, 0, 'R'},
     {"next key", Right::RemoteNext, 1, CmdLineCommand, "U", 12, 255, 0, 'R'},
@@ -92,6 +94,22 @@ TEST_CASE("what takes a right isn't done without it, is counted, and told to the
       CHECK(room.figure("refusals_total{reason=\"missing_right\"}") == (allowed ? 0 : 1));
     }
   }
+}
+
+TEST_CASE("a person is told once in ten seconds what isn't done, however often it is asked") {
+  RightsRoom room(1, with_right(rights_of(RightsTemplate::Host), Right::Dial, false));
+  auto guest = room.seat("guest");
+  const auto is_told = [&] {
+    guest->take();
+    guest->word('T', 3, 255, 0);
+    return guest->take(SrvMessage).size() == 1;
+  };
+  CHECK(is_told());
+  CHECK_FALSE(is_told());
+  room.wait(9997ms);
+  CHECK_FALSE(is_told());
+  CHECK(is_told());
+  CHECK_FALSE(is_told());
 }
 
 TEST_CASE("with a server that decides the next caller goes on air in talent mode alone") {

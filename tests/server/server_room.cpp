@@ -149,8 +149,9 @@ void ServerRoom::start() {
                      },
                      &journal, epoch},
       options);
-  server->start([] {}, [this](const std::string&,
-                              const std::string& password) { first_password = password; });
+  server->start(
+      [this] { ++servings; },
+      [this](const std::string&, const std::string& password) { first_password = password; });
   loop.advance(Milliseconds{10});
 }
 

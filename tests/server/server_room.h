@@ -36,6 +36,8 @@ struct LineState {
   std::deque<std::string> frames;
   bool console_reads = true;
   bool ended_by_server = false;
+  // The server has let all that it had sent go out first.
+  bool sent_to_the_end = false;
 };
 
 class ServerEnd final : public platform::Connection {
@@ -65,7 +67,7 @@ class ServerEnd final : public platform::Connection {
     });
   }
   std::size_t queued() const override { return waiting_; }
-  void close_when_sent() override {}
+  void close_when_sent() override { line_->sent_to_the_end = true; }
 
  private:
   std::shared_ptr<LineState> line_;
@@ -98,6 +100,8 @@ class FrameConsole {
   void hang_up();
 
   bool is_open() const { return !line_->ended_by_server; }
+  // The end came behind everything that the server had sent.
+  bool heard_to_the_end() const { return !is_open() && line_->sent_to_the_end; }
   bool reads() const { return line_->console_reads; }
   // Every frame so far was cut from the bytes as the server has sent it.
   bool cut_as_sent() const { return cut_as_sent_; }
@@ -173,6 +177,8 @@ class ServerRoom {
   platform::Epoch epoch = 0;
   std::vector<std::string> log;
   std::string first_password;
+  // How often a server has told that it serves.
+  int servings = 0;
   // By group; they outlive the server, as a real exchange does.
   std::map<int, std::unique_ptr<exchange::SimulatedExchange>> exchanges;
   // The server's ways to them; one that begins finds them away where this says so.

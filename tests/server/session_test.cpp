@@ -86,6 +86,7 @@ TEST_CASE("of two seats that take a caller at the same moment the first has him"
   first->word('P', 2, 0);
   second->word('N', 2, 0, 0);
   CHECK(room.exchange().letter(2) == 'P');
+  CHECK(room.figure("refusals_total{reason=\"line_taken\"}") == 1);
   const auto told = second->take(SrvLineStatus);
   REQUIRE(told.size() == 2);
   CHECK(told[1].Buffer == "P");
@@ -174,6 +175,36 @@ TEST_CASE("a next call goes to all, the last word wins, and its line's leaving e
   CHECK(room.seat("host")->take_last(SrvNextCall).LineNo == 255);
 }
 
+TEST_CASE("a next call is taken back by who chooses none, also where the first line rings") {
+  ServerRoom room;
+  auto host = room.seat("host");
+  for (const int line : {0, 3}) {
+    room.exchange().arrive(line, {});
+    room.exchange().obey("S0" + std::to_string(line));
+  }
+  host->send(host->packet(CmdSetNextCall, 3));
+  CHECK(host->take_last(SrvNextCall).LineNo == 3);
+  host->send(host->packet(CmdSetNextCall, no_value));
+  CHECK(host->take_last(SrvNextCall).LineNo == no_value);
+  room.wait(1s);
+  CHECK(room.store.content().groups.at(1).next_call == -1);
+}
+
+TEST_CASE("who asks for the lines again is told the lines alone") {
+  ServerRoom room;
+  auto host = room.seat("host");
+  host->take();
+  for (int i = 0; i < 5; ++i) {
+    host->send(host->packet(CmdRequestStatus));
+    room.wait(1s);
+    for (const ServerPacket& packet : host->take()) {
+      CAPTURE(static_cast<int>(packet.CMD));
+      const bool is_beat = packet.CMD == static_cast<std::uint8_t>(SrvTime);
+      CHECK((is_beat || packet.CMD == static_cast<std::uint8_t>(SrvFullStatus)));
+    }
+  }
+}
+
 TEST_CASE("frames of other groups, lines and consoles are refused and counted") {
   ServerRoom room;
   auto console = room.seat("host");
@@ -213,6 +244,7 @@ TEST_CASE("a message goes to all with its sender, and the last one to who comes 
   CHECK(host->take_last(SrvFlashMessage).Buffer == message);
   CHECK(screener->take_last(SrvFlashMessage).Buffer == message);
   CHECK(room.seat("host")->take_last(SrvFlashMessage).Buffer == message);
+  CHECK(room.figure("refusals_total{reason=\"malformed\"}") == 0);
   host->send(host->packet(CmdFlashMessage, no_value, "red\2blue\2x"));
   CHECK(screener->take(SrvFlashMessage).empty());
   CHECK(room.figure("refusals_total{reason=\"malformed\"}") == 1);

@@ -2,6 +2,8 @@
 
 #include <doctest/doctest.h>
 
+#include <algorithm>
+
 #include "server/server_room.h"
 
 namespace lineweir::server {
@@ -47,6 +49,8 @@ TEST_CASE("a silent seat is dropped and its caller goes on hold") {
   CHECK_FALSE(screener->is_open());
   CHECK(room.exchange().letter(6) == 'H');
   CHECK(room.figure("seats_dropped_total{reason=\"silent\"}") == 1);
+  CHECK(std::ranges::count(room.log,
+                           "seat ends: user \"screener\" at 10.0.0.1, silent for too long") == 1);
   CHECK(room.figure("seats_dropped_total{reason=\"slow\"}") == 0);
 }
 
@@ -62,6 +66,52 @@ TEST_CASE("a server that stood still drops nobody for it") {
   CHECK(room.exchange().letter(6) == 'P');
   room.wait(37s);
   CHECK_FALSE(screener->is_open());
+}
+
+TEST_CASE("a server that stands still again and again drops nobody for it") {
+  ServerRoom room;
+  auto screener = room.seat("screener");
+  for (int second = 0; second < 25; ++second) {
+    room.server_loop.stop_for(1500ms);
+    room.wait(1s);
+  }
+  CHECK(screener->is_open());
+}
+
+TEST_CASE("a server that stood still drops no stranger who came just before") {
+  ServerRoom room;
+  auto stranger = room.connect();
+  room.wait(2s);
+  room.server_loop.stop_for(60s);
+  room.wait(5s);
+  CHECK(stranger->is_open());
+  room.wait(6s);
+  CHECK_FALSE(stranger->is_open());
+}
+
+TEST_CASE("a server that is always a little late still drops who is silent") {
+  ServerRoom room;
+  auto screener = room.seat("screener");
+  for (int second = 0; second < 26; ++second) {
+    room.server_loop.stop_for(500ms);
+    room.wait(1s);
+  }
+  CHECK_FALSE(screener->is_open());
+}
+
+TEST_CASE("a stranger who asks for the time is heard, and dropped when he does so no more") {
+  ServerRoom room;
+  auto stranger = room.connect("10.0.0.8");
+  for (int i = 0; i < 6; ++i) {
+    room.wait(8s);
+    stranger->send(stranger->packet(CmdTimeRequest));
+    CHECK(stranger->take(SrvTime).size() == 1);
+  }
+  room.wait(9s);
+  CHECK(stranger->is_open());
+  room.wait(2s);
+  CHECK_FALSE(stranger->is_open());
+  CHECK(room.log.back() == "connection ends: 10.0.0.8, said nothing");
 }
 
 TEST_CASE("a seat that comes back in time keeps its caller at the handset") {

@@ -56,7 +56,11 @@ struct Desk {
   platform::VirtualEventLoop loop;
   NotingStore store;
   std::vector<std::string> logged;
-  ServerLog log{[this](LogLevel, const std::string& line) { logged.push_back(line); }};
+  std::vector<LogLevel> levels;
+  ServerLog log{[this](LogLevel level, const std::string& line) {
+    logged.push_back(line);
+    levels.push_back(level);
+  }};
   StoreOutbox outbox{loop, store, log};
 };
 
@@ -141,6 +145,7 @@ TEST_CASE("a batch that could not be written comes again as it was, before all o
   CHECK(desk.logged ==
         std::vector<std::string>{"the store can't be written; what must be kept waits",
                                  "the store can be written again"});
+  CHECK(desk.levels == std::vector{LogLevel::Error, LogLevel::Notice});
   desk.wait(0ms);
   desk.store.answer(true);
   REQUIRE(desk.store.batches.size() == 5);
@@ -195,6 +200,32 @@ TEST_CASE("a store that never answers loses the oldest events and ended calls, a
   CHECK(events == static_cast<std::size_t>(most) - 2);
   CHECK(accounts == 1);
   CHECK(calls == 1);
+}
+
+TEST_CASE("the first record that is lost is told at once, and the others no more") {
+  Desk desk;
+  const int most = static_cast<int>(StoreOutbox::most_waiting);
+  for (int i = 0; i < most; ++i) desk.outbox.put(event(i));
+  CHECK(desk.logged.empty());
+  desk.outbox.put(event(most));
+  CHECK(desk.outbox.lost() == 1);
+  CHECK(desk.logged ==
+        std::vector<std::string>{"the store has been away for too long: records are lost"});
+  for (int i = 0; i < 5; ++i) desk.outbox.put(event(most));
+  CHECK(desk.outbox.lost() == 6);
+  CHECK(desk.logged.size() == 1);
+}
+
+TEST_CASE("where all that waits must be kept the oldest of it goes, and the order stays") {
+  Desk desk;
+  const int most = static_cast<int>(StoreOutbox::most_waiting);
+  for (int i = 0; i <= most; ++i) desk.outbox.put(account("user " + std::to_string(i)));
+  CHECK(desk.outbox.lost() == 1);
+  CHECK(desk.outbox.waiting() == StoreOutbox::most_waiting);
+  desk.wait(20ms);
+  REQUIRE(desk.store.batches.size() == 1);
+  CHECK(desk.store.batches[0].front() == StoreChange(account("user 1")));
+  CHECK(desk.store.batches[0].back() == StoreChange(account("user 500")));
 }
 
 TEST_CASE("who waits for an empty outbox is told once, at once where it is") {
@@ -300,6 +331,7 @@ TEST_CASE("what is written at once never comes into the journal") {
   for (int i = 0; i < 10; ++i) {
     outbox.put(event(i));
     loop.advance(20ms);
+    CHECK(journal.content().changes.empty());
     store.answer(true);
     loop.advance(1s);
     CHECK(journal.content().changes.empty());

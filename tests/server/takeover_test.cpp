@@ -82,17 +82,53 @@ TEST_SUITE("server/takeover") {
     ServerRoom room;
     {
       const auto host = room.seat("host");
-      room.exchange().arrive(3, {});
-      host->word('P', 3);
+      for (const int line : {0, 9}) {
+        room.exchange().arrive(line, {});
+        host->word('P', line, line == 0 ? 0 : 1);
+      }
       room.wait(1s);
       room.crash();
     }
     room.start();
     const auto other = room.seat("screener");
     room.wait(30s);
-    CHECK(room.exchange().letter(3) == 'P');
+    CHECK(room.exchange().letter(0) == 'P');
+    CHECK(room.exchange().letter(9) == 'O');
     room.wait(10s);
-    CHECK(room.exchange().letter(3) == 'H');
+    for (const int line : {0, 9}) CHECK(room.exchange().letter(line) == 'H');
+  }
+
+  TEST_CASE("a caller whom another seat makes ready meanwhile stays so") {
+    ServerRoom room;
+    {
+      const auto host = room.seat("host");
+      for (const int line : {3, 4}) room.exchange().arrive(line, {});
+      host->word('P', 3);
+      host->word('N', 4);
+      room.wait(1s);
+      room.crash();
+    }
+    room.start();
+    const auto other = room.seat("screener", 1, 1);
+    other->word('S', 3);
+    CHECK(room.exchange().letter(3) == 'S');
+    for (int i = 0; i < 6; ++i) {
+      room.wait(10s);
+      other->send(other->packet(ClientCommand::CmdTimeRequest));
+    }
+    CHECK(room.exchange().letter(3) == 'S');
+    // Nor is anybody put on hold who was on air before.
+    CHECK(room.exchange().letter(4) == 'N');
+  }
+
+  TEST_CASE("the number that an exchange told is known behind a restart too") {
+    ServerRoom room;
+    room.exchange().arrive(3, "5550100");
+    room.wait(1s);
+    room.crash();
+    room.start();
+    CHECK(room.seat("host")->take(ServerCommand::SrvCallerData).at(3).Buffer.find("5550100") !=
+          std::string::npos);
   }
 
   TEST_CASE("the next call who rang when he was chosen still is it") {

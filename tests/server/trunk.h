@@ -1,5 +1,8 @@
 #pragma once
 
+#include <string>
+#include <vector>
+
 #include "exchange/simulated_exchange.h"
 
 namespace lineweir::server {
@@ -22,12 +25,18 @@ class Trunk final : public exchange::Exchange {
   char letter(int line) const override { return told_all_ ? exchange_.letter(line) : 'F'; }
   bool is_reached() const override { return reached_; }
   bool has_told_all() const override { return told_all_; }
-  void obey(std::string_view word) override { exchange_.obey(word); }
+  void obey(std::string_view word) override {
+    words.emplace_back(word);
+    exchange_.obey(word);
+  }
   void take_to_position(int line, int position) override {
     exchange_.take_to_position(line, position);
   }
   bool arrive(int line, std::string number) override { return exchange_.arrive(line, number); }
   bool leave(int line) override { return exchange_.leave(line); }
+
+  // What the server has sent.
+  std::vector<std::string> words;
 
   // The exchange isn't there, or is again. It tells its lines only behind that.
   void reach(bool reached) {
