@@ -59,7 +59,8 @@ PostgresStatements look_at_audit(const StoreSession& session,
   PostgresStatements statements = beginning(session);
   statements.push_back({"LOCK TABLE audit_end IN SHARE ROW EXCLUSIVE MODE"});
   statements.push_back(audit_end_read());
-  statements.push_back({"SELECT max(number) FROM audit"});
+  statements.push_back(
+      {"SELECT max(number) FROM audit WHERE number <= " + std::to_string(most_entries)});
   for (const AuditEvent& event : events) {
     statements.push_back({"SELECT id FROM audit WHERE id = $1", {PostgresValue::text(event.id)}});
   }
@@ -71,6 +72,7 @@ void append_events(PostgresStatements& statements, const std::vector<AuditEvent>
   // Behind what was written last, also where somebody has cut it off: so the gap stays. And behind
   // whatever is there, also where somebody has changed the end: so the audit goes on.
   AuditEnd end = audit_end_of(seen[end_row]);
+  if (end.entries > most_entries) end.entries = 0;
   end.entries = std::max(end.entries, seen[number_row].number(0, 0));
   std::set<std::string> written;
   for (std::size_t i = 0; i < events.size(); ++i) {

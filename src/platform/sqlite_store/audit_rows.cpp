@@ -56,8 +56,12 @@ void append_event(sqlite3* connection, const AuditEvent& event) {
   // Behind what was written last, also where somebody has cut it off: so the gap stays. And behind
   // whatever is there, also where somebody has changed the end: so the audit goes on.
   AuditEnd written = read_audit_end(connection);
-  written.entries =
-      std::max(written.entries, query_number(connection, "SELECT max(number) FROM audit"));
+  if (written.entries > most_entries) written.entries = 0;
+  Statement last(connection, "SELECT max(number) FROM audit WHERE number <= ?");
+  if (last.bind(1, most_entries).step()) {
+    written.entries = std::max(written.entries, last.number(0));
+  }
+  last.reset();
   const AuditEntry entry = next_entry(written, event);
 
   write_entry(connection, entry);
