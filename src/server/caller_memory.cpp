@@ -30,8 +30,8 @@ platform::FlaggedCaller with_day_or_none(platform::FlaggedCaller caller) {
 
 void CallerMemory::take_over(std::vector<platform::FlaggedCaller> callers) {
   Flagged former;
-  for (platform::FlaggedCaller& caller : callers)
-    former[caller.key] = with_day_or_none(std::move(caller));
+  for (const platform::FlaggedCaller& caller : callers)
+    former[caller.key] = with_day_or_none(caller);
   std::swap(former, flagged_);
   for (const auto& [key, caller] : former) {
     if (!flagged_.contains(key) && on_change) on_change(key);
