@@ -93,15 +93,24 @@ void BoxExchange::hear(std::string_view bytes) {
   const StatusScan scan = received_.scan(line_count());
   received_.drop(scan.consumed);
   if (received_.text().size() > longest_noise) received_ = {};
-  if (scan.items.empty()) return;
+  bool is_answer = false;
+  for (const StatusItem& item : scan.items) {
+    if (!is_report(item)) continue;
+    is_answer = true;
+    take(item);
+  }
+  if (!is_answer) return;
   unanswered_ = 0;
-  for (const StatusItem& item : scan.items) take(item);
   set_reached(true);
 }
 
+// Noise may look like an item.
+bool BoxExchange::is_report(StatusItem item) const {
+  return item.line >= 0 && item.line < line_count() &&
+         status_letters.find(item.letter) != std::string_view::npos;
+}
+
 void BoxExchange::take(StatusItem item) {
-  if (item.line < 0 || item.line >= line_count()) return;
-  if (status_letters.find(item.letter) == std::string_view::npos) return;
   told_.insert(item.line);
   char& letter = letters_[static_cast<std::size_t>(item.line)];
   if (letter == item.letter) return;

@@ -52,6 +52,7 @@ class BoxExchange final : public Exchange {
   void ask_for_all_lines();
   void ask_again();
   void hear(std::string_view bytes);
+  bool is_report(StatusItem item) const;
   void take(StatusItem item);
   void lose();
   void set_reached(bool reached);

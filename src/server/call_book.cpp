@@ -1,6 +1,7 @@
 #include "server/call_book.h"
 
 #include <algorithm>
+#include <limits>
 
 #include "server/call_history.h"
 
@@ -12,13 +13,16 @@ using platform::CallRecord;
 // A call that is passed to and fro must not grow without end.
 constexpr std::size_t most_steps = 1000;
 
+// A number beyond was never made of a clock's time, and there may be none behind it.
+constexpr std::int64_t latest_id = std::numeric_limits<std::int64_t>::max() / 2;
+
 bool is_on_air(char letter) { return letter == 'N' || letter == 'C'; }
 
 }  // namespace
 
 void CallBook::remember(std::vector<CallRecord> open_calls) {
   for (CallRecord& call : open_calls) {
-    last_id_ = std::max(last_id_, call.id);
+    if (call.id <= latest_id) last_id_ = std::max(last_id_, call.id);
     const Place place{call.group, call.line};
     remembered_[place] = std::move(call);
   }

@@ -19,11 +19,19 @@ std::string audited(const platform::FlaggedCaller& caller) {
   return text;
 }
 
+// In a store that somebody has written into: no console takes a last day that is none, and what is
+// noted counts all the same.
+platform::FlaggedCaller with_day_or_none(platform::FlaggedCaller caller) {
+  if (!iso_date_of(caller.until)) caller.until.clear();
+  return caller;
+}
+
 }  // namespace
 
 void CallerMemory::take_over(std::vector<platform::FlaggedCaller> callers) {
   Flagged former;
-  for (platform::FlaggedCaller& caller : callers) former[caller.key] = std::move(caller);
+  for (const platform::FlaggedCaller& caller : callers)
+    former[caller.key] = with_day_or_none(caller);
   std::swap(former, flagged_);
   for (const auto& [key, caller] : former) {
     if (!flagged_.contains(key) && on_change) on_change(key);
@@ -35,7 +43,7 @@ void CallerMemory::take_over(std::vector<platform::FlaggedCaller> callers) {
   }
 }
 
-void CallerMemory::take(const platform::FlaggedCaller& caller) { change(caller); }
+void CallerMemory::take(const platform::FlaggedCaller& caller) { change(with_day_or_none(caller)); }
 
 const platform::FlaggedCaller* CallerMemory::find(std::string_view key) const {
   const auto caller = flagged_.find(key);

@@ -43,7 +43,7 @@ Group::Group(const Context& context, GroupOptions options,
   lines_.take_over();
   if (memory == nullptr) return;
   next_call_.remember(memory->next_call, next_had_caller);
-  message_ = memory->message;
+  message_ = clean_message(memory->message).value_or("");
   show_times_ = memory->show_times;
   // Otherwise the next server would find again what is over.
   if (next_call_.line() != memory->next_call) remember();
@@ -65,7 +65,7 @@ void Group::change(const GroupOptions& options) {
 }
 
 void Group::take_restored(const platform::GroupMemory& memory) {
-  message_ = memory.message;
+  message_ = clean_message(memory.message).value_or("");
   show_times_ = memory.show_times;
   if (!message_.empty()) relay_.tell(packet(ServerCommand::SrvFlashMessage, message_));
   relay_.tell(show_times());

@@ -158,7 +158,9 @@ CallerKnown KnownCallers::known(const std::string& number, const platform::Calle
   known.calls = counted(history.calls);
   known.on_air = counted(history.on_air);
   if (history.last_on_air != platform::Moment{0}) {
-    known.last_on_air = iso_minute_text(context_.clock.local(history.last_on_air));
+    const std::string minute = iso_minute_text(context_.clock.local(history.last_on_air));
+    // A moment that somebody has written into the store may lie in no year of four digits.
+    if (iso_minute_of(minute)) known.last_on_air = minute;
   }
   known.name = field(history.name);
   known.city = field(history.city);

@@ -168,6 +168,23 @@ TEST_SUITE("exchange/box_exchange") {
     CHECK_FALSE(desk.exchange->is_reached());
   }
 
+  TEST_CASE("noise that looks like a report of a letter that is none is no answer") {
+    Desk desk;
+    desk.wait(0ms);
+    desk.hear("x00");
+    CHECK_FALSE(desk.exchange->is_reached());
+    desk.hear("F00");
+    for (int i = 0; i < 20; ++i) {
+      desk.wait(1s);
+      desk.hear(
+          "x00\xFE"
+          "05");
+    }
+    CHECK_FALSE(desk.exchange->is_reached());
+    desk.hear("x00R01");
+    CHECK(desk.exchange->is_reached());
+  }
+
   TEST_CASE("a box that sends nothing but noise doesn't fill the memory, and is heard behind it") {
     Desk desk;
     desk.wait(0ms);

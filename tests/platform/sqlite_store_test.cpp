@@ -427,6 +427,55 @@ TEST_CASE("What is no backup is not restored, and the store stays as it is") {
   CHECK(desk.verify()->entries == 1);
 }
 
+TEST_CASE("A backup that isn't of the version that it names changes nothing, or comes whole") {
+  SqliteDesk desk;
+  REQUIRE(desk.write({full_call(1), full_flag("555"), event(1)}));
+  const auto damaged = [&](const std::string& name, const std::string& sql) {
+    REQUIRE(desk.backup(desk.file(name)) == "");
+    OtherProgram(desk.file(name)).run(sql);
+  };
+  damaged("no-version", "PRAGMA user_version = 0");
+  damaged("earlier-version", "PRAGMA user_version = 1");
+  damaged("no-table", "DROP TABLE audit_end");
+  damaged("view", "ALTER TABLE calls RENAME TO c; CREATE VIEW calls AS SELECT * FROM c");
+  damaged("column", "ALTER TABLE accounts RENAME COLUMN locked TO shut");
+  damaged("more", "ALTER TABLE accounts ADD COLUMN more TEXT; CREATE TABLE notes (a)");
+  damaged("earlier",
+          "DROP INDEX calls_by_caller; ALTER TABLE calls DROP COLUMN caller; "
+          "DROP TABLE flagged_callers; PRAGMA user_version = 1");
+  desk.begin_empty();
+  REQUIRE(desk.write({fresh_account("first"), event(2)}));
+  for (const char* name : {"no-version", "earlier-version", "no-table", "view", "column"}) {
+    CAPTURE(name);
+    CHECK(desk.restore(desk.file(name)).find(name) != std::string::npos);
+    CHECK(desk.load()->accounts.size() == 1);
+    CHECK(desk.calls()->empty());
+    CHECK(desk.audit()->front().event == event(2));
+  }
+  CHECK(desk.restore(desk.file("no-table")) ==
+        "The file 'no-table' is no whole store: it lacks audit_end.entries.");
+  CHECK(desk.restore(desk.file("earlier")) == "");
+  CHECK(desk.calls()->size() == 1);
+  CHECK(desk.history(caller_key(full_call(1)))->calls == 1);
+  desk.begin_empty();
+  CHECK(desk.restore(desk.file("more")) == "");
+  CHECK(desk.calls()->size() == 1);
+}
+
+TEST_CASE("An audit goes on where somebody has written the last number that there is") {
+  for (const char* sql : {"UPDATE audit SET number = 9223372036854775807 WHERE number = 2",
+                          "UPDATE audit_end SET entries = 9223372036854775807"}) {
+    CAPTURE(sql);
+    SqliteDesk desk;
+    REQUIRE(desk.write({event(1), event(2)}));
+    OtherProgram(desk.path()).run(sql);
+    CHECK(desk.write({event(3)}));
+    CHECK(desk.write({event(4)}));
+    CHECK(desk.audit()->size() == 4);
+    CHECK(desk.verify()->first_wrong != 0);
+  }
+}
+
 TEST_CASE("A backup of a store in use by another reader is whole") {
   SqliteDesk desk;
   REQUIRE(desk.write({full_call(1)}));

@@ -2,6 +2,7 @@
 
 #include <doctest/doctest.h>
 
+#include <limits>
 #include <set>
 
 #include "server/group_desk.h"
@@ -117,6 +118,17 @@ TEST_CASE("numbers of calls grow, also within a millisecond and when the clock i
   later.remember({open});
   later.begin(1, 3, {});
   CHECK(later.find(1, 3)->id > open.id);
+}
+
+TEST_CASE("a number that no clock has made is not counted on from") {
+  PartsDesk desk;
+  CallRecord odd;
+  odd.id = std::numeric_limits<std::int64_t>::max();
+  odd.group = 1;
+  desk.calls.remember({odd});
+  desk.calls.begin(1, 1, "555");
+  const std::int64_t made = desk.calls.find(1, 1)->id;
+  CHECK(made / 1000 == desk.clock.now().count());
 }
 
 TEST_CASE("no two groups, and no two leads behind one another, make one number") {

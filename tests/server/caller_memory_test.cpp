@@ -290,6 +290,28 @@ TEST_CASE("a flag holds until its last day is over, and is forgotten in the nigh
   }));
 }
 
+TEST_CASE("a last day or a moment on air that no calendar has hides nothing of a caller") {
+  ServerRoom room;
+  room.crash();
+  room.store.content().apply(platform::FlaggedCaller{
+      .key = "5550100", .number = "555 0100", .flag = CallerFlag::Barred, .until = "2026-13-32"});
+  platform::CallRecord call;
+  call.id = call.group = 1;
+  call.number = "5550100";
+  call.aired = call.ended = platform::Moment{9'000'000'000'000'000};
+  room.store.content().apply(call);
+  room.start();
+  auto host = room.seat("host");
+  room.exchange().arrive(0, "5550100");
+  room.wait(2s);
+  const auto known = last_known(*host);
+  REQUIRE(known);
+  CHECK(known->flag == CallerFlag::Barred);
+  CHECK(known->until.empty());
+  CHECK(known->on_air == 1);
+  CHECK(known->last_on_air.empty());
+}
+
 TEST_CASE("of several flags only those whose last day is over are forgotten") {
   ServerRoom room;
   AdminTool tool(room);

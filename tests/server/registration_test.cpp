@@ -400,6 +400,20 @@ TEST_SUITE("server/seats") {
 }
 
 TEST_SUITE("server/group") {
+  TEST_CASE("what a store has in a message's place that is none is told to nobody") {
+    for (const std::string& message :
+         {std::string("Weather at ten"), "255\0020\002" + std::string(70'000, 'x')}) {
+      ServerRoom room;
+      room.crash();
+      room.store.content().apply(platform::GroupMemory{1, -1, message, {}});
+      room.start();
+      auto host = room.connect();
+      host->log_in("host", host_password);
+      host->join(1);
+      CHECK(host->take(SrvFlashMessage).empty());
+    }
+  }
+
   TEST_CASE("a text of the show that is longer than consoles take is cut") {
     GroupOptions options;
     const platform::GroupMemory memory{1, -1, {}, {std::string(300, 'a'), "b\tc", ""}};

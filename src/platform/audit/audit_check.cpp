@@ -7,6 +7,12 @@
 
 namespace lineweir::platform {
 
+AuditEnd end_to_go_on(AuditEnd kept, std::int64_t last_number) {
+  kept.entries =
+      kept.entries > most_entries ? last_number + 1 : std::max(kept.entries, last_number);
+  return kept;
+}
+
 AuditEntry next_entry(const AuditEnd& end, AuditEvent event) {
   const std::int64_t number = end.entries + 1;
   std::string hash = audit_hash(end.hash, number, event);

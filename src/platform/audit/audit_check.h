@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <limits>
 #include <string>
 
 #include "platform/store.h"
@@ -16,7 +17,17 @@ struct AuditEnd {
   friend bool operator==(const AuditEnd&, const AuditEnd&) = default;
 };
 
-// The entry that an event becomes behind that end.
+// So many entries no audit comes to by itself. A number beyond was written by somebody's hand, and
+// nothing is written behind it, as there may be no room.
+inline constexpr std::int64_t most_entries = std::numeric_limits<std::int64_t>::max() / 2;
+
+// The end behind which an audit goes on, by the end that is kept and the last number, up to
+// most_entries, that is there: behind what was written last, also where somebody has cut it off, so
+// that the gap stays; and behind whatever is there, also where somebody has changed the end. In
+// place of an end beyond all a gap stays too.
+AuditEnd end_to_go_on(AuditEnd kept, std::int64_t last_number);
+
+// The entry that an event becomes behind that end, which has at most so many.
 AuditEntry next_entry(const AuditEnd& end, AuditEvent event);
 
 // Walks over an audit and finds the first entry that is missing, changed, added or in another's

@@ -1,6 +1,5 @@
 #include "platform/postgres_store/write_transaction.h"
 
-#include <algorithm>
 #include <set>
 #include <utility>
 
@@ -59,7 +58,8 @@ PostgresStatements look_at_audit(const StoreSession& session,
   PostgresStatements statements = beginning(session);
   statements.push_back({"LOCK TABLE audit_end IN SHARE ROW EXCLUSIVE MODE"});
   statements.push_back(audit_end_read());
-  statements.push_back({"SELECT max(number) FROM audit"});
+  statements.push_back(
+      {"SELECT max(number) FROM audit WHERE number <= " + std::to_string(most_entries)});
   for (const AuditEvent& event : events) {
     statements.push_back({"SELECT id FROM audit WHERE id = $1", {PostgresValue::text(event.id)}});
   }
@@ -68,10 +68,7 @@ PostgresStatements look_at_audit(const StoreSession& session,
 
 void append_events(PostgresStatements& statements, const std::vector<AuditEvent>& events,
                    const std::vector<PostgresRows>& seen) {
-  // Behind what was written last, also where somebody has cut it off: so the gap stays. And behind
-  // whatever is there, also where somebody has changed the end: so the audit goes on.
-  AuditEnd end = audit_end_of(seen[end_row]);
-  end.entries = std::max(end.entries, seen[number_row].number(0, 0));
+  AuditEnd end = end_to_go_on(audit_end_of(seen[end_row]), seen[number_row].number(0, 0));
   std::set<std::string> written;
   for (std::size_t i = 0; i < events.size(); ++i) {
     const bool is_known = seen[first_known_row + i].count() > 0;

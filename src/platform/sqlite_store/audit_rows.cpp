@@ -1,7 +1,5 @@
 #include "platform/sqlite_store/audit_rows.h"
 
-#include <algorithm>
-
 #include "platform/audit/audit_check.h"
 #include "platform/sqlite/connection.h"
 #include "platform/sqlite_store/row_values.h"
@@ -53,11 +51,10 @@ AuditVerdict check_audit(sqlite3* connection) {
 void append_event(sqlite3* connection, const AuditEvent& event) {
   Statement known(connection, "SELECT 1 FROM audit WHERE id = ?");
   if (known.bind(1, event.id).step()) return;
-  // Behind what was written last, also where somebody has cut it off: so the gap stays. And behind
-  // whatever is there, also where somebody has changed the end: so the audit goes on.
-  AuditEnd written = read_audit_end(connection);
-  written.entries =
-      std::max(written.entries, query_number(connection, "SELECT max(number) FROM audit"));
+  Statement last(connection, "SELECT max(number) FROM audit WHERE number <= ?");
+  last.bind(1, most_entries).step();
+  const AuditEnd written = end_to_go_on(read_audit_end(connection), last.number(0));
+  last.reset();
   const AuditEntry entry = next_entry(written, event);
 
   write_entry(connection, entry);

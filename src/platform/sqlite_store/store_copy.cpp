@@ -42,9 +42,25 @@ void copy_pages(sqlite3* from, sqlite3* to) {
   if (finished != SQLITE_OK) throw sqlite_failure(finished, to);
 }
 
-}  // namespace
+// The same database once more, which is gone with its connection.
+Connection copy_beside(sqlite3* connection) {
+  // SQLite's name for a file of its own in the folder for such.
+  Connection copy = open_with("", SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE);
+  copy_pages(connection, copy.get());
+  return copy;
+}
 
-Connection open_copy(const std::filesystem::path& file) {
+void renew_tables(sqlite3* copy, const std::filesystem::path& file) {
+  try {
+    bring_up_to_date(copy);
+  } catch (const Failure& failure) {
+    throw Failure(failure.number(),
+                  "The tables of the file " + shown_name(file) +
+                      " can't be made those of the present version: " + failure.what());
+  }
+}
+
+Connection open_sound(const std::filesystem::path& file) {
   check_database_file(file);
   Connection copy = open_with(file, SQLITE_OPEN_READONLY);
   require_store(copy.get());
@@ -59,11 +75,19 @@ Connection open_copy(const std::filesystem::path& file) {
   return copy;
 }
 
-Connection copy_beside(sqlite3* connection) {
-  // SQLite's name for a file of its own in the folder for such.
-  Connection copy = open_with("", SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE);
-  copy_pages(connection, copy.get());
-  return copy;
+}  // namespace
+
+Connection open_copy(const std::filesystem::path& file) {
+  Connection copy = open_sound(file);
+  if (!is_up_to_date(copy.get())) {
+    copy = copy_beside(copy.get());
+    renew_tables(copy.get(), file);
+  }
+  // Whoever had the file may have changed its version alone.
+  const std::string missing = missing_column(copy.get());
+  if (missing.empty()) return copy;
+  throw Failure(failure_number::not_a_database,
+                "The file " + shown_name(file) + " is no whole store: it lacks " + missing + ".");
 }
 
 void copy_to_new_file(sqlite3* connection, const std::filesystem::path& file) {
@@ -87,7 +111,6 @@ void take_over_copy(sqlite3* connection, const std::filesystem::path& file) {
   }
   copy_pages(copy.get(), connection);
   prepare_for_writing(connection);
-  bring_up_to_date(connection);
 }
 
 }  // namespace lineweir::platform

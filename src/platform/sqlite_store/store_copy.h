@@ -18,10 +18,9 @@ void copy_to_new_file(sqlite3* connection, const std::filesystem::path& file);
 void take_over_copy(sqlite3* connection, const std::filesystem::path& file);
 
 // Opens a file that holds a store, of any version up to the present one, for reading: one that is
-// whole and not empty. A Failure where it isn't.
+// whole and not empty, with all that the present version has. A Failure where it isn't. What has
+// earlier tables gets the present ones in a copy, which is gone with its connection; the file isn't
+// changed.
 Connection open_copy(const std::filesystem::path& file);
-
-// The same database once more, which is gone with its connection.
-Connection copy_beside(sqlite3* connection);
 
 }  // namespace lineweir::platform

@@ -1,6 +1,7 @@
 #include "platform/sqlite_store/store_schema.h"
 
 #include <array>
+#include <set>
 #include <string>
 
 #include "base/failure.h"
@@ -128,6 +129,29 @@ int version_of(sqlite3* connection) {
   return static_cast<int>(query_number(connection, "PRAGMA user_version"));
 }
 
+// Views have no pages of their own.
+std::set<std::string> columns_of(sqlite3* connection) {
+  Statement names(
+      connection,
+      "SELECT made.name || '.' || part.name, part.pk FROM sqlite_schema made, "
+      "pragma_table_info(made.name) part WHERE made.type = 'table' AND made.rootpage > 0");
+  std::set<std::string> columns;
+  while (names.step()) {
+    const std::string name(names.text(0));
+    columns.insert(names.number(1) == 0 ? name : name + ", part of the key");
+  }
+  return columns;
+}
+
+std::set<std::string> columns_of_newest() {
+  sqlite3* opened = nullptr;
+  const int result = sqlite3_open(":memory:", &opened);
+  const Connection empty(opened);
+  if (result != SQLITE_OK) throw sqlite_failure(result, opened);
+  bring_up_to_date(opened);
+  return columns_of(opened);
+}
+
 }  // namespace
 
 std::span<const char* const> store_schema_steps() { return schema_steps; }
@@ -155,6 +179,14 @@ void require_store(sqlite3* connection, std::span<const char* const> steps) {
 
 bool is_up_to_date(sqlite3* connection) {
   return static_cast<std::size_t>(version_of(connection)) == schema_steps.size();
+}
+
+std::string missing_column(sqlite3* connection) {
+  const std::set<std::string> there = columns_of(connection);
+  for (const std::string& column : columns_of_newest()) {
+    if (!there.contains(column)) return column;
+  }
+  return {};
 }
 
 void bring_up_to_date(sqlite3* connection, std::span<const char* const> steps) {

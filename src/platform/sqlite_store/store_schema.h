@@ -3,6 +3,7 @@
 #include <sqlite3.h>
 
 #include <span>
+#include <string>
 
 namespace lineweir::platform {
 
@@ -24,6 +25,11 @@ bool is_empty_database(sqlite3* connection);
 
 // Whether the database has the tables of the newest version.
 bool is_up_to_date(sqlite3* connection);
+
+// The first table's column, as a sentence names it, that the newest version has and the database
+// doesn't, whatever version it says that it is; empty where it has all. There may be more than
+// these.
+std::string missing_column(sqlite3* connection);
 
 // Takes the steps that the database lacks, each whole or not at all.
 void bring_up_to_date(sqlite3* connection,

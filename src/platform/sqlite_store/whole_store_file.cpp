@@ -17,19 +17,9 @@ namespace {
 // Nobody else knows the new file.
 constexpr LockWait no_wait{0};
 
-// With the present tables, in a database of its own where the file has earlier ones.
-Connection open_up_to_date(const std::filesystem::path& file) {
-  Connection copy = open_copy(file);
-  if (is_up_to_date(copy.get())) return copy;
-  Connection present = copy_beside(copy.get());
-  bring_up_to_date(present.get());
-  return present;
-}
-
 }  // namespace
 
-WholeStoreFile::WholeStoreFile(const std::filesystem::path& file)
-    : connection_(open_up_to_date(file)) {
+WholeStoreFile::WholeStoreFile(const std::filesystem::path& file) : connection_(open_copy(file)) {
   execute(connection_.get(), "BEGIN");
 }
 
