@@ -103,7 +103,7 @@ bool HotListFile::follow() {
 }
 
 void HotListFile::change(const std::function<void(const std::vector<Row>& rows)>& body) {
-  if (!database_) throw Failure(failure_number::object_not_set, "No hot list is open.");
+  if (!database_) return;
   const platform::FileStanding standing = database_->standing();
   if (standing == platform::FileStanding::Gone) {
     throw Failure(failure_number::database_not_found,

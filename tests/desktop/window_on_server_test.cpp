@@ -302,8 +302,8 @@ TEST_CASE_FIXTURE(WindowOnServer,
                   "a server with a heartbeat is missed at once and comes back by itself") {
   server.has_heartbeat = true;
   stand();
-  for (const char letter : {'R', 'S', 'H'}) {
-    loop.skip(ServerWatch::longest_silence / 2);
+  for (const char letter : {'R', 'S', 'H', 'R', 'S'}) {
+    loop.skip(ServerWatch::longest_silence / 3);
     server.send(frame(ServerCommand::SrvTime, time_text));
     server.send(frame(ServerCommand::SrvLineStatus, std::string(1, letter), no_value, 4));
     REQUIRE(shows(4, letter));

@@ -215,10 +215,10 @@ TEST_CASE_FIXTURE(ConsoleOnPort,
   CHECK(console.Lineweir.Off.checked);
 }
 
-TEST_CASE_FIXTURE(ConsoleOnPort, "A box that answers late is on as soon as it does") {
+TEST_CASE_FIXTURE(ConsoleOnPort, "A box that answers the start late is on as soon as it does") {
   box->answers = false;
   shorten_wait();
-  click(console.Lineweir.PortOn);
+  console.port.open_at_start();
   CHECK(messages.size() == 1);
   CHECK_FALSE(console.Lineweir.no_link.get().empty());
   box->line.write("Line monitor ON");

@@ -10,6 +10,7 @@
 #include "server/admin_tool.h"
 #include "server/short_requests.h"
 #include "wire/rights_layout.h"
+#include "wire/server_packet_codec.h"
 
 using namespace lineweir;
 using namespace lineweir::server;
@@ -19,6 +20,8 @@ using admin::Field;
 using admin::Request;
 using nlohmann::json;
 using namespace std::chrono_literals;
+
+const std::string guest_at_ten = encode_text_message({.text = "host> Guest at ten"});
 
 TEST_CASE("Every column of a list is in its rows, and nothing that is none") {
   ServerRoom room;
@@ -288,7 +291,7 @@ TEST_CASE("A backup is made, and taken over by a new server with its users") {
   }
   room.crash();
   room.store.files().at("/b.db").groups[1] = {
-      .group = 1, .next_call = -1, .message = "Guest at ten", .show_times = {"20:00", "", ""}};
+      .group = 1, .next_call = -1, .message = guest_at_ten, .show_times = {"20:00", "", ""}};
   room.store.content() = {};
   room.start();
   AdminTool tool(room);
@@ -308,7 +311,7 @@ TEST_CASE("A backup is made, and taken over by a new server with its users") {
              packet.Buffer.find(text) != std::string::npos;
     });
   };
-  CHECK(is_told(ServerCommand::SrvFlashMessage, "Guest at ten"));
+  CHECK(is_told(ServerCommand::SrvFlashMessage, guest_at_ten));
   CHECK(is_told(ServerCommand::SrvShowTimes, "20:00"));
   CHECK(tool.ask({Command::AuditVerify}).at("first_wrong") == 0);
   CHECK(administrators_entries(tool).back() == "backup restored: /b.db");
@@ -415,7 +418,7 @@ TEST_CASE("Who sits at a new server is told the message and the show of a backup
   }
   room.crash();
   room.store.files().at("/b.db").groups[1] = {
-      .group = 1, .next_call = -1, .message = "Guest at ten", .show_times = {"20:00", "", ""}};
+      .group = 1, .next_call = -1, .message = guest_at_ten, .show_times = {"20:00", "", ""}};
   room.store.files().at("/b.db").groups[2] = {
       .group = 2, .next_call = -1, .message = "", .show_times = {"21:00", "", ""}};
   room.store.content() = {};
@@ -437,7 +440,7 @@ TEST_CASE("Who sits at a new server is told the message and the show of a backup
   const auto told = first->take();
   CHECK(std::ranges::count_if(told, [](const ServerPacket& packet) {
           return packet.CMD == static_cast<int>(ServerCommand::SrvFlashMessage) &&
-                 packet.Buffer == "Guest at ten";
+                 packet.Buffer == guest_at_ten;
         }) == 1);
   const auto told_second = second->take();
   CHECK(std::ranges::count(told_second, static_cast<int>(ServerCommand::SrvFlashMessage),

@@ -4,6 +4,7 @@
 #include "server/group_desk.h"
 #include "server/server_room.h"
 #include "server/still_true.h"
+#include "wire/server_packet_codec.h"
 
 namespace lineweir::server {
 namespace {
@@ -205,14 +206,15 @@ TEST_SUITE("server/takeover") {
   }
 
   TEST_CASE("a choice whose caller has gone while no server was there is forgotten in the store") {
-    const platform::GroupMemory memory{1, 3, "m", {}};
+    const std::string message = encode_text_message({.text = "host> Guest at ten"});
+    const platform::GroupMemory memory{1, 3, message, {}};
     PartsDesk desk;
     desk.calls.remember({stored_call(3, {{1s, "", "ring"}})});
     Group group(desk.context, {}, std::make_unique<ManualExchange>(10), &memory);
     CHECK(group.next_call().line() == -1);
     desk.loop.advance(1s);
     CHECK(desk.store.content().groups.at(1).next_call == -1);
-    CHECK(desk.store.content().groups.at(1).message == "m");
+    CHECK(desk.store.content().groups.at(1).message == message);
   }
 
   TEST_CASE("the letter that a call's line had last is told by its last step on the line") {
