@@ -42,6 +42,8 @@ bool TableWitness::take(const ServerPacket& packet) {
     case SrvMessage:
     case SrvShutdownNotice:
     case SrvStudioStatus:
+    // Of the group that was asked for, which it isn't in.
+    case SrvGroupElsewhere:
       return let_in_;
     // What a console is told as soon as it is in a group.
     case SrvPhoneType:
