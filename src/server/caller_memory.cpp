@@ -28,7 +28,7 @@ platform::FlaggedCaller with_day_or_none(platform::FlaggedCaller caller) {
 
 }  // namespace
 
-void CallerMemory::take_over(std::vector<platform::FlaggedCaller> callers) {
+void CallerMemory::take_over(const std::vector<platform::FlaggedCaller>& callers) {
   Flagged former;
   for (const platform::FlaggedCaller& caller : callers)
     former[caller.key] = with_day_or_none(caller);

@@ -26,7 +26,7 @@ class CallerMemory {
                Audit& audit)
       : store_(store), clock_(clock), outbox_(outbox), audit_(audit) {}
 
-  void take_over(std::vector<platform::FlaggedCaller> callers);
+  void take_over(const std::vector<platform::FlaggedCaller>& callers);
   // As another server has noted it.
   void take(const platform::FlaggedCaller& caller);
 

@@ -241,7 +241,7 @@ void Server::Inside::read_store(std::function<void(platform::StoredState)> done)
 void Server::Inside::take_over(platform::StoredState state) {
   knows_store_ = true;
   accounts_.take_over(std::move(state.accounts));
-  memory_.take_over(std::move(state.flagged_callers));
+  memory_.take_over(state.flagged_callers);
   neighbours_.take_over(std::move(state.studio_places));
   calls_.remember(std::move(state.open_calls));
   for (const GroupOptions& options : options_.groups) {
@@ -253,7 +253,7 @@ void Server::Inside::take_over(platform::StoredState state) {
 
 void Server::Inside::take_restored(platform::StoredState state) {
   accounts_.take_over(std::move(state.accounts));
-  memory_.take_over(std::move(state.flagged_callers));
+  memory_.take_over(state.flagged_callers);
   for (const platform::GroupMemory& memory : state.groups) {
     if (Group* const group = seats_.find_group(memory.group)) group->take_restored(memory);
   }
