@@ -180,9 +180,9 @@ TEST_SUITE("callerdata/log import at odd moments") {
     test.choose("Caller Name,City\r\nAnn,Salem\r\nBob\r\n");
     test.wait();
     CHECK_FALSE(test.preview().ProblemList.list.get().empty());
-    CHECK(test.databases.batches == 1);
+    CHECK(test.databases.batches() == 1);
     test.preview().ImportCancel.on_click();
-    CHECK(test.databases.batches == 0);
+    CHECK(test.databases.batches() == 0);
     CHECK(test.preview().PreviewGrid.row_texts(1).empty());
 
     test.platform.user_files.stall(true);

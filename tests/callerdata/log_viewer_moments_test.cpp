@@ -112,16 +112,16 @@ TEST_SUITE("callerdata/log viewer at odd moments") {
   TEST_CASE("a file is held as long as it is shown, and one that is no log not at all") {
     ObstinateViewer test;
     test.log_call("Ann");
-    const int before = test.databases.open_files;
+    const int before = test.databases.open_files();
     test.open();
-    CHECK(test.databases.open_files == before + 1);
+    CHECK(test.databases.open_files() == before + 1);
     test.form().ExitViewer.on_click();
-    CHECK(test.databases.open_files == before);
+    CHECK(test.databases.open_files() == before);
     test.platform.databases.create("other.mdb")
         ->create_table(std::string(call_log_table), {{"Message", 50}});
     test.console.Lineweir.Data1.database_name = "other.mdb";
     test.open();
-    CHECK(test.databases.open_files == before);
+    CHECK(test.databases.open_files() == before);
   }
 
   TEST_CASE("when no log is chosen any more, none is shown") {

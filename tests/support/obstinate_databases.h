@@ -24,8 +24,8 @@ class ObstinateDatabases final : public platform::DatabaseEngine {
   // Rows that are to be stored are being stored still, and so many have been looked at.
   std::optional<std::int64_t> stored_so_far;
   // How many files and collections of rows are held.
-  int open_files = 0;
-  int batches = 0;
+  int open_files() const { return held_->files; }
+  int batches() const { return held_->batches; }
 
   std::unique_ptr<platform::Database> open(const std::string& path) override {
     return std::make_unique<OpenFile>(*this, engine_.open(path));
@@ -36,6 +36,12 @@ class ObstinateDatabases final : public platform::DatabaseEngine {
   bool is_database(const std::string& path) override { return engine_.is_database(path); }
 
  private:
+  // A console that ends behind this object lets go what it holds then.
+  struct Held {
+    int files = 0;
+    int batches = 0;
+  };
+
   class Rows final : public platform::Recordset {
    public:
     Rows(const ObstinateDatabases& engine, std::unique_ptr<Recordset> rows)
@@ -84,10 +90,10 @@ class ObstinateDatabases final : public platform::DatabaseEngine {
   class Batch final : public platform::RowBatch {
    public:
     Batch(ObstinateDatabases& engine, std::unique_ptr<RowBatch> rows)
-        : engine_(engine), rows_(std::move(rows)) {
-      ++engine_.batches;
+        : engine_(engine), held_(engine.held_), rows_(std::move(rows)) {
+      ++held_->batches;
     }
-    ~Batch() override { --engine_.batches; }
+    ~Batch() override { --held_->batches; }
     Progress progress() const override {
       if (!engine_.stored_so_far) return rows_->progress();
       return {Stage::Storing, *engine_.stored_so_far, std::nullopt};
@@ -102,16 +108,17 @@ class ObstinateDatabases final : public platform::DatabaseEngine {
 
    private:
     ObstinateDatabases& engine_;
+    std::shared_ptr<Held> held_;
     std::unique_ptr<RowBatch> rows_;
   };
 
   class OpenFile final : public platform::Database {
    public:
     OpenFile(ObstinateDatabases& engine, std::unique_ptr<Database> file)
-        : engine_(engine), file_(std::move(file)) {
-      ++engine_.open_files;
+        : engine_(engine), held_(engine.held_), file_(std::move(file)) {
+      ++held_->files;
     }
-    ~OpenFile() override { --engine_.open_files; }
+    ~OpenFile() override { --held_->files; }
     std::unique_ptr<platform::Recordset> open_recordset(const std::string& table) override {
       return std::make_unique<Rows>(engine_, file_->open_recordset(table));
     }
@@ -141,10 +148,12 @@ class ObstinateDatabases final : public platform::DatabaseEngine {
 
    private:
     ObstinateDatabases& engine_;
+    std::shared_ptr<Held> held_;
     std::unique_ptr<Database> file_;
   };
 
   platform::DatabaseEngine& engine_;
+  std::shared_ptr<Held> held_ = std::make_shared<Held>();
 };
 
 }  // namespace lineweir::test
