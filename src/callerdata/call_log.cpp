@@ -75,16 +75,23 @@ bool CallLog::is_logged(int line) const {
   return chosen() && state_.lines.CallerData(line).holds_data();
 }
 
+std::optional<platform::LoggedCall> CallLog::to_be_logged(int line) {
+  if (!is_logged(line)) return std::nullopt;
+  platform::LoggedCall call = call_so_far(line);
+  call.file = file_of_log();
+  return call;
+}
+
 void CallLog::log(int line) {
   CallerRecord& record = state_.lines.CallerData(line);
   EndedCall ended{call_on(line), call_so_far(line)};
   const auto left = left_calls_.extract({state_.program.GroupNumber, line});
-  if (is_logged(line)) {
+  if (auto logged = to_be_logged(line)) {
+    ended.record = *std::move(logged);
     const std::size_t date = rule_of(CallerField::CallDate).log.position;
     record.set(CallerField::CallDate, ended.record.columns[date].value);
-    ended.record.file = file_of_log();
     if (left && left.mapped().file == ended.record.file) follow_up(left.mapped(), ended.record);
-    state_.services.journal.put(ended.record);
+    put(line, ended);
   }
   end(line, ended);
 }
@@ -92,12 +99,18 @@ void CallLog::log(int line) {
 void CallLog::leave(int line, CallEnd how) {
   EndedCall ended{call_on(line), call_so_far(line), how};
   if (how == CallEnd::GroupLeft) ended.last_seen = last_seen_now();
-  if (how == CallEnd::GroupLeft && is_logged(line)) {
-    ended.record.file = file_of_log();
-    state_.services.journal.put(ended.record);
+  const auto logged = how == CallEnd::GroupLeft ? to_be_logged(line) : std::nullopt;
+  if (logged) {
+    ended.record = *logged;
+    put(line, ended);
     left_calls_[{state_.program.GroupNumber, line}] = ended.record;
   }
   end(line, ended);
+}
+
+void CallLog::put(int line, const EndedCall& ended) {
+  if (on_logging) on_logging(line, ended);
+  state_.services.journal.put(ended.record);
 }
 
 void CallLog::end(int line, const EndedCall& ended) {

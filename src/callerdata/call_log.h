@@ -4,6 +4,7 @@
 #include <functional>
 #include <map>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -36,6 +37,9 @@ class CallLog {
   // back to its group and sees the end, the row is brought up to date.
   void leave(int line, CallEnd how);
 
+  // Told of the call on the line right before its record goes to the journal.
+  std::function<void(int line, const EndedCall& ended)> on_logging;
+
   // Told of each call that leaves its line, while row and record still have its texts.
   std::function<void(const EndedCall& ended)> on_call_ended;
 
@@ -44,6 +48,11 @@ class CallLog {
 
   // The record that the call on the line would have if it ended now.
   platform::LoggedCall call_so_far(int line);
+
+  // Whether the call on the line would be logged if it ended now.
+  bool is_logged(int line) const;
+  // What would be logged of the call; nothing where it wouldn't be.
+  std::optional<platform::LoggedCall> to_be_logged(int line);
 
   // For a call that is on its line.
   LastSeen last_seen_now() const;
@@ -86,7 +95,7 @@ class CallLog {
     auto operator<=>(const GroupLine&) const = default;
   };
 
-  bool is_logged(int line) const;
+  void put(int line, const EndedCall& ended);
   // The chosen log's file, as the journal names it.
   std::string file_of_log() const;
   void end(int line, const EndedCall& ended);

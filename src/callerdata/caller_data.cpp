@@ -19,9 +19,6 @@ namespace lineweir {
 namespace {
 
 constexpr auto save_handler = "Form4_Command3D1_Click";
-// A line in one of these has no caller.
-constexpr std::string_view letters_of_nobody = " B";
-
 // Control characters part fields and frames on their way to other consoles. None can be typed, but
 // some can be pasted.
 EntryTexts without_controls(EntryTexts texts) {
@@ -69,6 +66,7 @@ CallerDataEntry::CallerDataEntry(ConsoleState& state, CallLog& call_log,
        [this] { UnloadTimer_Timer(); });
   wire(form.DraftTimer.on_timer, state_.trace, "Form4_DraftTimer_Timer",
        [this] { DraftTimer_Timer(); });
+  call_log.on_logging = [this](int line, const EndedCall& ended) { drafts_.logging(line, ended); };
   call_log.on_call_ended = [this](const EndedCall& ended) { call_ended(ended); };
 }
 
@@ -79,8 +77,7 @@ LogFieldFlags CallerDataEntry::all_fields_on() {
 }
 
 bool CallerDataEntry::anybody_on(int line) const {
-  return line >= 0 && line < state_.lines.LineCount &&
-         letters_of_nobody.find(state_.lines.StatusLetter(line)) == std::string_view::npos;
+  return line >= 0 && line < state_.lines.LineCount && state_.lines.has_caller(line);
 }
 
 bool CallerDataEntry::holds_ended_call_of(int line) const {
@@ -149,6 +146,7 @@ void CallerDataEntry::fill_texts() {
 }
 
 void CallerDataEntry::data_arrived(int line) {
+  drafts_.lines_changed();
   if (state_.Form4.loaded() && line == held_.line) follow_line();
 }
 
@@ -173,6 +171,8 @@ void CallerDataEntry::call_ended(const EndedCall& ended) {
 
 void CallerDataEntry::lines_changed() {
   for (int line = 0; line < state_.lines.LineCount; ++line) take_up_left_call(line);
+  if (!state_.lines.FreshConnect) drafts_.log_left_calls();
+  drafts_.lines_changed();
   if (!state_.Form4.loaded()) return;
   if (held_.ended) show_buttons();
   if (on_held_changed) on_held_changed();
@@ -252,7 +252,7 @@ void CallerDataEntry::keep_draft() {
   if (work().any_touched()) {
     drafts_.keep({held_.call, held_.line, work(), held_.ended});
   } else {
-    drafts_.drop(held_.call);
+    drafts_.settle(held_.call);
   }
 }
 
@@ -346,6 +346,7 @@ void CallerDataEntry::store(int line, const EntryTexts& typed) {
 bool CallerDataEntry::save_to_log(platform::LoggedCall call) {
   const EntryTexts texts = without_controls(state_.Form4.texts());
   const bool nothing_known = call.file.empty() && all_blank(texts);
+  drafts_.log_left_call(held_.call);
   if (!nothing_known && !call_log_.complete(std::move(call), texts)) {
     state_.messages.ShowMessage(
         "The caller has hung up, and no call log is chosen that could keep these data. Choose one "

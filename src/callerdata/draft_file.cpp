@@ -18,6 +18,9 @@ constexpr std::string_view log_heading = "Call log";
 // Both are empty where the end of the call was seen.
 constexpr std::string_view group_heading = "Studio group";
 constexpr std::string_view last_seen_heading = "Last seen";
+// Whether the call's record is in its log.
+constexpr std::string_view logged_heading = "Logged";
+constexpr std::string_view not_logged = "no";
 // Behind a field's name: what the line had when it was typed into.
 constexpr std::string_view had_mark = " before";
 
@@ -25,7 +28,8 @@ constexpr std::string_view column_mark = "Call: ";
 
 std::vector<std::string> headings() {
   std::vector<std::string> names = {std::string(line_heading), std::string(log_heading),
-                                    std::string(group_heading), std::string(last_seen_heading)};
+                                    std::string(group_heading), std::string(last_seen_heading),
+                                    std::string(logged_heading)};
   for (const CallLogColumn& column : call_log_columns)
     names.push_back(std::string(column_mark) + std::string(column.name));
   for (const std::string_view mark : {std::string_view(), had_mark}) {
@@ -42,6 +46,7 @@ std::string record_of(const Letters& letters, const EntryDraft& draft) {
   const std::optional<LastSeen>& seen = draft.ended->last_seen;
   fields.push_back(seen ? std::to_string(seen->group) : std::string());
   fields.push_back(seen ? date_time_text(seen->at) : std::string());
+  fields.emplace_back(draft.unlogged ? not_logged : "");
   for (const platform::LoggedColumn& column : draft.ended->record.columns)
     fields.push_back(column.value);
   for (const EntryTexts* texts : {&draft.work.typed, &draft.work.had}) {
@@ -90,6 +95,8 @@ std::optional<EntryDraft> draft_of(const Letters& letters, const std::vector<std
   }
   draft.ended = EndedCall{0, std::move(call)};
   draft.ended->last_seen = last_seen_of(field(group_heading), field(last_seen_heading));
+  if (field(logged_heading) == not_logged && !draft.ended->record.file.empty())
+    draft.unlogged = draft.ended->record;
   for (std::size_t i = 0; i < entry_field_count; ++i) {
     draft.work.typed[i] = letters.from_utf8(field(entry_fields[i].name));
     draft.work.had[i] = letters.from_utf8(field(entry_fields[i].name, had_mark));

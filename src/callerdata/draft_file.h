@@ -9,11 +9,13 @@
 
 namespace lineweir {
 
-// The file in which a console's drafts outlive it: CSV, UTF-8, a heading and then a record for
-// each. Consoles that run in one folder have one each, see platform::ConsoleFile.
+// The file in which a console's drafts, and what isn't logged yet, outlive it: CSV, UTF-8, a
+// heading and then a record for each. Consoles that run in one folder have one each, see
+// platform::ConsoleFile.
 inline constexpr std::string_view draft_file_name = "Drafts.csv";
 
-// Empty where there is no draft. Each needs the record of its call.
+// Empty where there is no draft. Each needs the record of its call, which is the one that isn't
+// logged where there is one.
 std::string draft_file_text(const Letters& letters, const std::vector<EntryDraft>& drafts);
 
 // The drafts of files, whose calls have all ended: nobody was there to see it. Their numbers are 0.

@@ -19,18 +19,34 @@ DraftKeeper::DraftKeeper(ConsoleState& state, CallLog& call_log)
 std::vector<int> DraftKeeper::lines_of_present_calls() const {
   std::set<int> lines;
   for (const EntryDraft& draft : drafts_.all()) {
-    if (!draft.ended) lines.insert(draft.line);
+    if (!draft.ended && draft.unsaved()) lines.insert(draft.line);
   }
   return {lines.begin(), lines.end()};
 }
 
 void DraftKeeper::keep(EntryDraft draft) {
+  if (EntryDraft* earlier = drafts_.find(draft.call)) draft.unlogged = std::move(earlier->unlogged);
   drafts_.keep(std::move(draft));
   write();
 }
 
-void DraftKeeper::drop(CallNumber call) {
-  drafts_.drop(call);
+void DraftKeeper::settle(CallNumber call) {
+  EntryDraft* draft = drafts_.find(call);
+  if (draft != nullptr && draft->ended) log(*draft);
+  if (draft != nullptr && draft->unlogged) {
+    draft->work = {};
+  } else {
+    drafts_.drop(call);
+  }
+  write();
+}
+
+void DraftKeeper::logging(int line, const EndedCall& ended) {
+  const EntryDraft* draft = drafts_.find(ended.call);
+  EntryDraft now = draft == nullptr ? EntryDraft{ended.call, line} : *draft;
+  now.ended = ended;
+  now.unlogged = ended.record;
+  drafts_.keep(std::move(now));
   write();
 }
 
@@ -38,18 +54,50 @@ void DraftKeeper::call_ended(const EndedCall& ended) {
   EntryDraft* draft = drafts_.find(ended.call);
   if (draft == nullptr) return;
   draft->ended = ended;
+  if (ended.record.file.empty()) {
+    log(*draft);
+  } else {
+    draft->unlogged.reset();
+  }
+  if (!draft->unsaved()) drafts_.drop(ended.call);
   write();
 }
 
+void DraftKeeper::log_left_calls() {
+  const std::vector<EntryDraft> all = drafts_.all();
+  for (const EntryDraft& draft : all) {
+    if (!draft.ended || !draft.unlogged) continue;
+    log_left_call(draft.call);
+    if (!draft.unsaved()) drafts_.drop(draft.call);
+  }
+}
+
+void DraftKeeper::log_left_call(CallNumber call) {
+  if (EntryDraft* draft = drafts_.find(call)) log(*draft);
+}
+
+void DraftKeeper::log(EntryDraft& draft) {
+  if (!draft.unlogged) return;
+  if (draft.ended) draft.ended->record = *draft.unlogged;
+  platform::LoggedCall call = *std::exchange(draft.unlogged, std::nullopt);
+  call.replaced = call.columns;
+  state_.services.journal.put(std::move(call));
+}
+
 void DraftKeeper::take_up(CallNumber former, CallNumber call) {
-  EntryDraft* draft = drafts_.find(former);
-  if (draft == nullptr || drafts_.find(call) != nullptr) return;
-  draft->call = call;
-  draft->ended.reset();
+  const EntryDraft* left = drafts_.find(former);
+  const EntryDraft* present = drafts_.find(call);
+  if (left == nullptr || (present != nullptr && present->unsaved())) return;
+  EntryDraft taken_up = *left;
+  taken_up.call = call;
+  taken_up.ended.reset();
+  drafts_.drop(former);
+  drafts_.keep(std::move(taken_up));
   write();
 }
 
 std::vector<EntryDraft> DraftKeeper::restore() {
+  const bool in_use = written_ != "";
   std::vector<std::string> left = file_->take_over();
   std::vector<EntryDraft> restored = drafts_of_files(state_.services.letters, left);
   for (EntryDraft& draft : restored) {
@@ -58,26 +106,41 @@ std::vector<EntryDraft> DraftKeeper::restore() {
     draft.line = std::min(draft.line, state_.lines.LineCount - 1);
     drafts_.keep(draft);
   }
-  if (left.empty()) {
-    written_ = "";
-  } else if (left.size() == 1) {
-    written_ = std::move(left.front());
-  } else {
+  if (in_use || left.size() > 1) {
+    written_.reset();
     write();
+  } else {
+    written_ = left.empty() ? "" : std::move(left.front());
   }
+  std::erase_if(restored, [](const EntryDraft& draft) { return !draft.unsaved(); });
   return restored;
+}
+
+bool DraftKeeper::would_be_lost(int line) const {
+  return call_log_.is_logged(line) && state_.lines.has_caller(line);
+}
+
+std::vector<EntryDraft> DraftKeeper::left_by_this_run() {
+  std::vector<EntryDraft> drafts = drafts_.all();
+  for (int line = 0; line < state_.lines.LineCount; ++line) {
+    const CallNumber call = call_log_.call_on(line);
+    if (drafts_.find(call) == nullptr && would_be_lost(line)) drafts.push_back({call, line});
+  }
+  for (EntryDraft& draft : drafts) {
+    // Whoever reads the file won't find the call on its line any more.
+    if (draft.ended) continue;
+    draft.ended = EndedCall{draft.call, call_log_.call_so_far(draft.line)};
+    draft.ended->last_seen = call_log_.last_seen_now();
+    if (would_be_lost(draft.line)) draft.unlogged = call_log_.to_be_logged(draft.line);
+    if (draft.unlogged) draft.ended->record = *draft.unlogged;
+  }
+  std::erase_if(drafts, [](const auto& draft) { return !draft.unsaved() && !draft.unlogged; });
+  return drafts;
 }
 
 void DraftKeeper::write() {
   guard(state_.trace, "Form4_DraftTimer_Timer", [&] {
-    std::vector<EntryDraft> drafts = drafts_.all();
-    for (EntryDraft& draft : drafts) {
-      // Whoever reads the file won't find the call on its line any more.
-      if (draft.ended) continue;
-      draft.ended = EndedCall{draft.call, call_log_.call_so_far(draft.line)};
-      draft.ended->last_seen = call_log_.last_seen_now();
-    }
-    std::string text = draft_file_text(state_.services.letters, drafts);
+    std::string text = draft_file_text(state_.services.letters, left_by_this_run());
     if (text == written_) return;
     file_->replace(text);
     written_ = std::move(text);

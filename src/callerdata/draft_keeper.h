@@ -13,7 +13,9 @@ namespace lineweir {
 class CallLog;
 struct ConsoleState;
 
-// Keeps the drafts, and a file of them, so that they outlive the program however it ends.
+// Keeps the drafts, and a file of them, so that they outlive the program however it ends. What was
+// saved of the callers who are on their lines stands there too: where the program ends before their
+// calls do, its next run logs them.
 class DraftKeeper {
  public:
   DraftKeeper(ConsoleState& state, CallLog& call_log);
@@ -22,11 +24,19 @@ class DraftKeeper {
   const EntryDraft* find(CallNumber call) { return drafts_.find(call); }
   const EntryDraft* ended_on(int line) const { return drafts_.ended_on(line); }
 
-  // Each line once, in their order.
+  // Those for whom something wasn't saved: each line once, in their order.
   std::vector<int> lines_of_present_calls() const;
 
   void keep(EntryDraft draft);
-  void drop(CallNumber call);
+  // Nothing that was typed for the call is to be saved any more.
+  void settle(CallNumber call);
+
+  // Callers have come or gone, or something else is known of one.
+  void lines_changed() { write(); }
+
+  // Earlier runs should have logged these calls, which aren't on their lines any more.
+  void log_left_calls();
+  void log_left_call(CallNumber call);
 
   // Those of calls that have left this line without an end that was seen, the latest one first.
   std::vector<EntryDraft> left_on(int line) const { return drafts_.left_on(line); }
@@ -34,13 +44,24 @@ class DraftKeeper {
   // The former call's draft belongs to this one, as they are one call that was seen again.
   void take_up(CallNumber former, CallNumber call);
 
-  // The draft's call has ended so, if there is a draft of it.
+  // The call's record goes to the journal next.
+  void logging(int line, const EndedCall& ended);
+
+  // The draft's call has ended so, if there is a draft of it. What an earlier run has saved of it
+  // is logged now where the end of the call has logged nothing.
   void call_ended(const EndedCall& ended);
 
-  // Takes up what earlier runs of the program have left, and returns it.
+  // Takes up what earlier runs of the program have left, and returns what wasn't saved of it.
   std::vector<EntryDraft> restore();
 
  private:
+  // Puts the record in the place of the same one, as a run that was killed may have put it already.
+  void log(EntryDraft& draft);
+  // Whether data of a caller who is on the line now await the end of his call.
+  bool would_be_lost(int line) const;
+  // The drafts as the next run is to find them.
+  std::vector<EntryDraft> left_by_this_run();
+
   // Brings the file up to date. It never waits for the disk; where it can't be written the drafts
   // last as long as the program.
   void write();
@@ -49,8 +70,8 @@ class DraftKeeper {
   CallLog& call_log_;
   EntryDrafts drafts_;
   std::unique_ptr<platform::ConsoleFile> file_;
-  // What the file holds; nothing where that isn't known, or isn't in one file yet.
-  std::optional<std::string> written_;
+  // What the file holds; nothing where that isn't in one file yet.
+  std::optional<std::string> written_ = "";
 };
 
 }  // namespace lineweir

@@ -25,7 +25,7 @@ EntryDraft* EntryDrafts::find(CallNumber call) {
 const EntryDraft* EntryDrafts::ended_on(int line) const {
   const EntryDraft* latest = nullptr;
   for (const EntryDraft& draft : drafts_) {
-    if (draft.line == line && draft.ended) latest = &draft;
+    if (draft.line == line && draft.ended && draft.unsaved()) latest = &draft;
   }
   return latest;
 }

@@ -8,13 +8,19 @@
 
 namespace lineweir {
 
-// What was typed into Form4 for a call and not saved.
+// What was typed into Form4 for a call, and what was saved of it, as long as that isn't in the log.
 struct EntryDraft {
   CallNumber call = 0;
   int line = 0;
-  EntryWork work;
+  EntryWork work = {};
   // Nothing while the call is on its line.
-  std::optional<EndedCall> ended;
+  std::optional<EndedCall> ended = {};
+  // What an earlier run of the program would have logged at the end of the call, which it didn't
+  // live to see.
+  std::optional<platform::LoggedCall> unlogged = {};
+
+  // Whether something was typed and not saved.
+  bool unsaved() const { return work.any_touched(); }
 
   friend bool operator==(const EntryDraft&, const EntryDraft&) = default;
 };
@@ -28,7 +34,7 @@ class EntryDrafts {
 
   // Null where there is none.
   EntryDraft* find(CallNumber call);
-  // The latest of a call that has ended on the line; null where there is none.
+  // The latest with unsaved texts of a call that has ended on the line; null where there is none.
   const EntryDraft* ended_on(int line) const;
 
   // Those of calls that left the line without an end that was seen, the latest one first.

@@ -118,6 +118,11 @@ struct LineTable {
     return letter == idle_letter && SetBusy(line) != 0 ? busy_letter : letter;
   }
 
+  bool has_caller(int line) const {
+    const char letter = StatusLetter(line);
+    return letter != idle_letter && letter != busy_letter;
+  }
+
   // Whether the layout in force is the one of twenty lines; the menu's check mark only says which
   // one the next start takes.
   bool twenty_lines() const { return LineCount > lines_of_small_layout; }

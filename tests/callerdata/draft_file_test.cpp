@@ -31,6 +31,10 @@ TEST_SUITE("callerdata/draft file") {
     std::vector<EntryDraft> seen = {drafts.front()};
     seen.front().ended->last_seen = LastSeen{17, {2026, 12, 31, 23, 59, 58}};
     CHECK(drafts_of_files(letters, {draft_file_text(letters, seen)}) == seen);
+    // One whose record isn't logged yet.
+    std::vector<EntryDraft> unlogged = {drafts.back()};
+    unlogged.front().unlogged = unlogged.front().ended->record;
+    CHECK(drafts_of_files(letters, {draft_file_text(letters, unlogged)}) == unlogged);
   }
 
   TEST_CASE("any texts come back") {

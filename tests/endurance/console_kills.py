@@ -42,7 +42,7 @@ class ConsoleKills:
         self.counts = collections.Counter()
         self.settings, self.plan, self.hot, self.draft = Told(), Told(), Told(), Told()
         self.hot.did([])
-        self.ended = set()
+        self.saved = set()
         self.found = None
 
     def path(self, name):
@@ -77,7 +77,7 @@ class ConsoleKills:
             self.fault(f'the last console ended with {process.returncode}')
         process.stdout.close()
         self.look()
-        missing = self.ended - set(whole_files.logged_callers(self.path('calls.mdb')))
+        missing = self.saved - set(whole_files.logged_callers(self.path('calls.mdb')))
         if missing:
             self.fault(f'{len(missing)} calls never came into the log: {sorted(missing)[:5]}')
         if left := [name for name in os.listdir(self.folder) if name.endswith('.journal')]:
@@ -117,10 +117,10 @@ class ConsoleKills:
         if what == 'start':
             self.found = said
             self.compare_found()
-        elif what == 'call':
-            self.ended.add(f"Caller {said['number']}")
+        elif what == 'save':
+            self.saved.add(f"Caller {said['number']}")
         elif what == 'saved draft':
-            self.ended.add(said['name'])
+            self.saved.add(said['name'])
             self.draft.did(None)
         elif what == 'hot':
             getattr(self.hot, step)(said['list'])
@@ -157,9 +157,11 @@ class ConsoleKills:
         if calls := [name for name in twice if name.startswith('Caller')]:
             self.fault(f'logged twice: {calls[:5]}')
         waiting, cut = whole_files.waiting_callers(self.folder)
-        if missing := self.ended - set(logged) - waiting:
-            self.fault(f'{len(missing)} ended calls are nowhere: {sorted(missing)[:5]}')
-        self.counts['calls that waited at a kill'] += len((waiting & self.ended) - set(logged))
+        on_lines = whole_files.unlogged_callers(self.folder)
+        if missing := self.saved - set(logged) - waiting - on_lines:
+            self.fault(f'{len(missing)} saved callers are nowhere: {sorted(missing)[:5]}')
+        self.counts['calls that waited at a kill'] += len((waiting & self.saved) - set(logged))
+        self.counts['callers on their lines at a kill'] += len((on_lines & self.saved) - set(logged) - waiting)
         self.counts['journals with a cut end'] += cut
 
     def kept_callers(self):

@@ -65,6 +65,8 @@ void KillWork::work() {
 
 void KillWork::let_wait_end() {
   finish_draft();
+  // Who was on a line when the last life ended is logged as soon as lines are reported.
+  desk_.report(0, 'R');
   desk_.wait([this] { return desk_.log_takes_all(); });
   say({{"did", "end"}});
 }
@@ -75,6 +77,7 @@ void KillWork::end_a_call() {
   desk_.report(line_, 'R');
   desk_.type_caller(line_, numbered("Caller", number), numbered("555", number));
   desk_.save_caller();
+  say({{"did", "save"}, {"number", number}});
   desk_.report(line_, 'N');
   if (!desk_.report(line_, 'F')) return;
   say({{"did", "call"}, {"number", number}});

@@ -1,7 +1,9 @@
 """The files of console and server as somebody reads them who knows only how they are laid out."""
 
+import csv
 import glob
 import hashlib
+import io
 import os
 import re
 import shutil
@@ -169,6 +171,16 @@ def memory_files(folder):
     """What the journals of consoles in the folder keep in memory that outlives them."""
     status = os.stat(folder)
     return glob.glob(f'/dev/shm/lineweir-{status.st_dev}-{status.st_ino}-*')
+
+
+def unlogged_callers(folder):
+    """Those whose calls the next run of the console is to log."""
+    callers = set()
+    for drafts in glob.glob(os.path.join(folder, 'Drafts*.csv')):
+        for row in csv.DictReader(io.StringIO(content(drafts).decode(), newline='')):
+            if row['Logged'] == 'no':
+                callers.add(row['Call: Caller Name'])
+    return callers
 
 
 def waiting_callers(folder):

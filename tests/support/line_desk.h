@@ -11,6 +11,16 @@ namespace lineweir::test {
 // The line on which most of it happens.
 inline constexpr int line = 3;
 
+inline constexpr const char* hung_up = "The caller has hung up";
+
+// Column positions of the log.
+inline constexpr std::size_t log_name = 0;
+inline constexpr std::size_t log_city = 2;
+inline constexpr std::size_t log_comments = 6;
+inline constexpr std::size_t log_date = 9;
+inline constexpr std::size_t log_placed_on_air = 11;
+inline constexpr std::size_t log_on_air = 12;
+
 // A console with a log, on whose line callers come and go while Form4 is open.
 struct LineDesk : EntryForm {
   LineDesk() { choose_log(*this); }
