@@ -19,6 +19,7 @@
 
 #include "exchange/switchboard.h"
 #include "platform/scripted/virtual_event_loop.h"
+#include "support/box_cable.h"
 #include "support/reference_stream.h"
 
 using namespace lineweir;
@@ -44,26 +45,6 @@ void require(bool holds, const char* what) {
   std::fprintf(stderr, "wrong: %s\n", what);
   std::abort();
 }
-
-struct Cable {
-  platform::Connection* port = nullptr;
-  std::string sent;
-  bool can_be_opened = true;
-};
-
-class Port final : public platform::Connection {
- public:
-  explicit Port(Cable& cable) : cable_(cable) { cable_.port = this; }
-  ~Port() override { cable_.port = nullptr; }
-
-  std::string peer() const override { return "box"; }
-  void send(std::string_view bytes) override { cable_.sent += bytes; }
-  std::size_t queued() const override { return 0; }
-  void close_when_sent() override {}
-
- private:
-  Cable& cable_;
-};
 
 class Bench {
  public:
@@ -146,8 +127,7 @@ class Bench {
     reference_ = {};
     reported_.clear();
     answers_ = false;
-    if (!cable_.can_be_opened) return nullptr;
-    return std::make_unique<Port>(cable_);
+    return cable_.open();
   }
 
   void expect(StatusItem item) {
@@ -176,7 +156,7 @@ class Bench {
   }
 
   platform::VirtualEventLoop loop_;
-  Cable cable_;
+  test::BoxCable cable_;
   test::ReferenceStream reference_;
   std::string expected_;
   std::string told_letters_ = expected_;

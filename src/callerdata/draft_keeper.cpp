@@ -10,6 +10,13 @@
 #include "state/guard.h"
 
 namespace lineweir {
+namespace {
+
+constexpr std::string_view until_the_end =
+    "What is known of callers who are on their lines won't outlive Lineweir. Make room there, or "
+    "give it the right to that folder.";
+
+}  // namespace
 
 DraftKeeper::DraftKeeper(ConsoleState& state, CallLog& call_log)
     : state_(state),
@@ -139,12 +146,21 @@ std::vector<EntryDraft> DraftKeeper::left_by_this_run() {
 }
 
 void DraftKeeper::write() {
-  guard(state_.trace, "Form4_DraftTimer_Timer", [&] {
+  const auto bring_up_to_date = [&] {
     std::string text = draft_file_text(state_.services.letters, left_by_this_run());
     if (text == written_) return;
     file_->replace(text);
     written_ = std::move(text);
-  });
+    told_.clear();
+  };
+  attempt(bring_up_to_date, [&](const Failure& failure) { tell(failure); });
+}
+
+void DraftKeeper::tell(const Failure& failure) {
+  const std::string reason = description_of(state_.services.letters, failure);
+  if (std::exchange(told_, reason) == reason) return;
+  report_failure(state_.trace, "Form4_DraftTimer_Timer", failure);
+  state_.messages.ShowMessage(reason + ". " + std::string(until_the_end));
 }
 
 }  // namespace lineweir

@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "base/failure.h"
 #include "callerdata/entry_drafts.h"
 #include "platform/console_file.h"
 
@@ -63,8 +64,9 @@ class DraftKeeper {
   std::vector<EntryDraft> left_by_this_run();
 
   // Brings the file up to date. It never waits for the disk; where it can't be written the drafts
-  // last as long as the program.
+  // last as long as the program, and the user is told so once.
   void write();
+  void tell(const Failure& failure);
 
   ConsoleState& state_;
   CallLog& call_log_;
@@ -72,6 +74,8 @@ class DraftKeeper {
   std::unique_ptr<platform::ConsoleFile> file_;
   // What the file holds; nothing where that isn't in one file yet.
   std::optional<std::string> written_ = "";
+  // The reason, of which the user was told, why the file can't be written.
+  std::string told_;
 };
 
 }  // namespace lineweir

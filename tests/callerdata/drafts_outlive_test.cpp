@@ -40,6 +40,35 @@ TEST_SUITE("callerdata/drafts outlive the program") {
     CHECK(draft_file(next) == "");
   }
 
+  TEST_CASE("that it can't survive is told once, and it does as soon as it can") {
+    LineDesk desk;
+    const std::string file(draft_file_name);
+    desk.box_sends("N03");
+    desk.open(line);
+    desk.platform.files.set_writable(file, false);
+    const auto type_on = [&] {
+      desk.type(1, "a");
+      desk.platform.loop.advance(platform::Milliseconds(500));
+    };
+    type_on();
+    const Texts told = {
+        "Can't write Drafts.csv: Permission denied. What is known of callers who are on their "
+        "lines "
+        "won't outlive Lineweir. Make room there, or give it the right to that folder."};
+    CHECK(desk.take_messages() == told);
+    CHECK(desk.take_trace() == Texts{"Form4_DraftTimer_Timer Error - Can't write Drafts.csv: "
+                                     "Permission denied"});
+    type_on();
+    CHECK(desk.take_messages().empty());
+    CHECK(desk.text(1) == "aa");
+    desk.platform.files.set_writable(file, true);
+    type_on();
+    CHECK(draft_file(desk).find("aaa") != std::string::npos);
+    desk.platform.files.set_writable(file, false);
+    type_on();
+    CHECK(desk.take_messages() == told);
+  }
+
   TEST_CASE("a caller who is on the line in the next run gets an empty form") {
     LineDesk desk;
     desk.open(line);

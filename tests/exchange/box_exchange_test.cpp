@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "platform/scripted/virtual_event_loop.h"
+#include "support/box_cable.h"
 
 using namespace lineweir;
 using namespace lineweir::exchange;
@@ -16,38 +17,9 @@ namespace {
 
 const std::string all_questions = "Q00Q01Q02Q03Q04Q05Q06Q07Q08Q09";
 
-// What happens on the cable.
-struct Cable {
-  platform::Connection* port = nullptr;
-  std::string sent;
-  int opened = 0;
-  bool can_be_opened = true;
-};
-
-class Port final : public platform::Connection {
- public:
-  explicit Port(Cable& cable) : cable_(cable) {
-    cable_.port = this;
-    ++cable_.opened;
-  }
-  ~Port() override { cable_.port = nullptr; }
-
-  std::string peer() const override { return "box"; }
-  void send(std::string_view bytes) override { cable_.sent += bytes; }
-  std::size_t queued() const override { return 0; }
-  void close_when_sent() override {}
-
- private:
-  Cable& cable_;
-};
-
 struct Desk {
   explicit Desk(int lines = 10)
-      : exchange(std::make_unique<BoxExchange>(loop, lines,
-                                               [this]() -> std::unique_ptr<platform::Connection> {
-                                                 if (!cable.can_be_opened) return nullptr;
-                                                 return std::make_unique<Port>(cable);
-                                               })) {
+      : exchange(std::make_unique<BoxExchange>(loop, lines, [this] { return cable.open(); })) {
     exchange->on_change = [this](LineChange change, const std::string&) { told.push_back(change); };
     exchange->on_reached = [this](bool is_reached) { reached.push_back(is_reached); };
   }
@@ -58,7 +30,7 @@ struct Desk {
   std::vector<LineChange> take_told() { return std::exchange(told, {}); }
 
   platform::VirtualEventLoop loop;
-  Cable cable;
+  test::BoxCable cable;
   std::vector<LineChange> told;
   std::vector<bool> reached;
   std::unique_ptr<BoxExchange> exchange;

@@ -99,15 +99,7 @@ TEST_SUITE("server/admin list") {
   TEST_CASE("what is asked between two pages ends the list") {
     ServerRoom room;
     AdminTool tool(room);
-    std::vector<platform::StoreChange> calls;
-    for (int i = 1; i <= 450; ++i) {
-      platform::CallRecord call;
-      call.id = i;
-      call.ended = platform::Moment{i};
-      call.told.fill(std::string(90, 'x'));
-      calls.emplace_back(call);
-    }
-    room.store.write(calls, [](bool) {});
+    store_calls_of_many_pages(room);
     CHECK(tool.ask({Command::Calls}).at("more") == true);
     CHECK(tool.refusal({of_user(Command::UserUnlock, "host")}) == "");
     CHECK(tool.refusal({Command::More}) == "There is nothing more.");

@@ -127,18 +127,8 @@ TEST_CASE("A caller arrives and leaves by the tool, and the call is in the book 
 TEST_CASE("Calls are found by time and group, and come page by page") {
   ServerRoom room;
   AdminTool tool(room);
-  constexpr int count = 450;
-  std::vector<platform::StoreChange> calls;
-  for (int i = 1; i <= count; ++i) {
-    platform::CallRecord call;
-    call.id = i;
-    call.group = i % 2 + 1;
-    call.began = platform::Moment{i};
-    call.ended = platform::Moment{1000 + i};
-    call.told.fill(std::string(90, 'x'));
-    calls.emplace_back(call);
-  }
-  room.store.write(calls, [](bool) {});
+  constexpr int count = calls_of_many_pages;
+  store_calls_of_many_pages(room);
   const auto ids = [&](const Request& request) {
     std::vector<int> found;
     for (const json& row : tool.rows(request)) found.push_back(row.at("id").get<int>());
@@ -374,15 +364,7 @@ TEST_CASE("A list of which a further piece can't be read ends with the reason") 
 TEST_CASE("A list of calls of which a further piece can't be read ends with the reason") {
   ServerRoom room;
   AdminTool tool(room);
-  std::vector<platform::StoreChange> calls;
-  for (int i = 1; i <= 450; ++i) {
-    platform::CallRecord call;
-    call.id = i;
-    call.ended = platform::Moment{i};
-    call.told.fill(std::string(90, 'x'));
-    calls.emplace_back(call);
-  }
-  room.store.write(calls, [](bool) {});
+  store_calls_of_many_pages(room);
   CHECK(tool.ask({Command::Calls}).at("more") == true);
   room.store.fail(true);
   std::size_t rows = 0;

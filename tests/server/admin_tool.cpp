@@ -63,4 +63,18 @@ void AdminTool::hang_up() {
   room_.wait(platform::Milliseconds{1});
 }
 
+void store_calls_of_many_pages(ServerRoom& room) {
+  std::vector<platform::StoreChange> calls;
+  for (int i = 1; i <= calls_of_many_pages; ++i) {
+    platform::CallRecord call;
+    call.id = i;
+    call.group = i % 2 + 1;
+    call.began = platform::Moment{i};
+    call.ended = platform::Moment{1000 + i};
+    call.told.fill(std::string(90, 'x'));
+    calls.emplace_back(call);
+  }
+  room.store.write(calls, [](bool) {});
+}
+
 }  // namespace lineweir::server

@@ -36,4 +36,11 @@ class AdminTool {
   std::shared_ptr<LineState> line_;
 };
 
+// A list of so many takes several answers.
+inline constexpr int calls_of_many_pages = 450;
+
+// Puts them into the store: from number 1 on, each a moment later than the one before, ended 1000
+// moments behind its beginning, of the groups 2 and 1 by turns.
+void store_calls_of_many_pages(ServerRoom& room);
+
 }  // namespace lineweir::server

@@ -4,6 +4,7 @@
 #include <set>
 #include <string>
 
+#include "base/failure.h"
 #include "platform/streamed_files.h"
 
 namespace lineweir::platform {
@@ -27,6 +28,8 @@ class MemoryFiles final : public StreamedFiles {
     return "Can't read " + path + ": Permission denied";
   }
   void replace(const std::string& path, std::string_view content) override {
+    if (unwritable_.contains(path))
+      throw Failure(failure_number::file_access, "Can't write " + path + ": Permission denied");
     files_[path] = content;
   }
   void append(const std::string& path, std::string_view content) override {
@@ -47,6 +50,15 @@ class MemoryFiles final : public StreamedFiles {
   }
   bool same_file(const std::string& path, const std::string& other) const override {
     return path == other;
+  }
+
+  // Takes the right to replace the file away, or gives it back.
+  void set_writable(const std::string& path, bool writable) {
+    if (writable) {
+      unwritable_.erase(path);
+    } else {
+      unwritable_.insert(path);
+    }
   }
 
   // Takes the right to read the file away, or gives it back.
@@ -103,6 +115,7 @@ class MemoryFiles final : public StreamedFiles {
 
   std::map<std::string, std::string> files_;
   std::set<std::string> unreadable_;
+  std::set<std::string> unwritable_;
 };
 
 }  // namespace lineweir::platform
