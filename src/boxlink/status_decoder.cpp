@@ -109,6 +109,7 @@ void StatusDecoder::decode() {
   }
   serial_buffer.drop(scan.consumed);
   caller_data_.lines_changed();
+  if (serial_link_.box_heard()) caller_data_.lines_told();
   if (!was_heard && serial_link_.box_heard() && on_first_report) on_first_report();
 }
 

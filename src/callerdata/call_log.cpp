@@ -85,27 +85,39 @@ std::optional<platform::LoggedCall> CallLog::to_be_logged(int line) {
 void CallLog::log(int line) {
   CallerRecord& record = state_.lines.CallerData(line);
   EndedCall ended{call_on(line), call_so_far(line)};
-  const auto left = left_calls_.extract({state_.program.GroupNumber, line});
   if (auto logged = to_be_logged(line)) {
     ended.record = *std::move(logged);
     const std::size_t date = rule_of(CallerField::CallDate).log.position;
     record.set(CallerField::CallDate, ended.record.columns[date].value);
-    if (left && left.mapped().file == ended.record.file) follow_up(left.mapped(), ended.record);
+    follow_up_left(line, ended.record);
     put(line, ended);
   }
+  left_calls_.erase({state_.program.GroupNumber, line});
   end(line, ended);
 }
 
 void CallLog::leave(int line, CallEnd how) {
   EndedCall ended{call_on(line), call_so_far(line), how};
   if (how == CallEnd::GroupLeft) ended.last_seen = last_seen_now();
-  const auto logged = how == CallEnd::GroupLeft ? to_be_logged(line) : std::nullopt;
-  if (logged) {
-    ended.record = *logged;
+  if (how == CallEnd::HungUp) {
+    left_calls_.erase({state_.program.GroupNumber, line});
+  } else if (auto logged = to_be_logged(line)) {
+    ended.record = *std::move(logged);
+    follow_up_left(line, ended.record);
     put(line, ended);
     left_calls_[{state_.program.GroupNumber, line}] = ended.record;
   }
   end(line, ended);
+}
+
+void CallLog::follow_up_left(int line, platform::LoggedCall& call) {
+  const auto left = left_calls_.find({state_.program.GroupNumber, line});
+  if (left != left_calls_.end() && left->second.file == call.file) follow_up(left->second, call);
+}
+
+void CallLog::log_left(int line, const EndedCall& left) {
+  state_.services.journal.put(left.record);
+  if (left.last_seen) left_calls_[{left.last_seen->group, line}] = left.record;
 }
 
 void CallLog::put(int line, const EndedCall& ended) {
@@ -118,10 +130,21 @@ void CallLog::end(int line, const EndedCall& ended) {
   if (on_call_ended) on_call_ended(ended);
 }
 
-CallNumber CallLog::call_on(int line) {
-  const auto [call, added] = calls_on_lines_.try_emplace(line, 0);
-  if (added) call->second = new_call();
-  return call->second;
+CallNumber CallLog::call_on(int line) { return on_line(line).number; }
+
+platform::DateTime CallLog::noticed(int line) { return on_line(line).noticed; }
+
+const CallLog::OnLine& CallLog::on_line(int line) {
+  const auto found = calls_on_lines_.find(line);
+  if (found != calls_on_lines_.end()) return found->second;
+  return calls_on_lines_.emplace(line, OnLine{new_call(), state_.services.clock.now()})
+      .first->second;
+}
+
+std::optional<CallNumber> CallLog::known_call_on(int line) const {
+  const auto found = calls_on_lines_.find(line);
+  if (found == calls_on_lines_.end()) return std::nullopt;
+  return found->second.number;
 }
 
 LastSeen CallLog::last_seen_now() const {
@@ -145,6 +168,11 @@ bool CallLog::complete(platform::LoggedCall call, const EntryTexts& texts) {
   } else {
     return false;
   }
+  state_.services.journal.put(with_texts(std::move(call), texts));
+  return true;
+}
+
+platform::LoggedCall CallLog::with_texts(platform::LoggedCall call, const EntryTexts& texts) const {
   // Through a record, whose fixed fields cut and pad.
   CallerRecord record;
   for (std::size_t i = 0; i < texts.size(); ++i) {
@@ -152,8 +180,23 @@ bool CallLog::complete(platform::LoggedCall call, const EntryTexts& texts) {
     record.set(field, texts[i]);
     set_column(state_.services.letters, call.columns, field, record[field]);
   }
-  state_.services.journal.put(std::move(call));
-  return true;
+  return call;
+}
+
+EntryTexts CallLog::texts_of(const platform::LoggedCall& call) const {
+  EntryTexts texts;
+  for (std::size_t i = 0; i < texts.size(); ++i) {
+    const std::string& value = call.columns[entry_fields[i].log.position].value;
+    texts[i] = trimmed(state_.services.letters.from_utf8(value));
+  }
+  return texts;
+}
+
+void CallLog::restore_times(int line, const platform::LoggedCall& call) {
+  for (const CallerField time : {CallerField::TimePlacedOnAir, CallerField::TimeOnHold}) {
+    const std::string& known = call.columns[rule_of(time).log.position].value;
+    if (!known.empty()) state_.lines.CallerData(line).set(time, known);
+  }
 }
 
 platform::Recordset& CallLog::recordset() {

@@ -57,8 +57,24 @@ class CallLog {
   // For a call that is on its line.
   LastSeen last_seen_now() const;
 
+  // The number of the call on the line; nothing where none was asked for.
+  std::optional<CallNumber> known_call_on(int line) const;
+
+  // When that call was seen first, as it is one that is on its line.
+  platform::DateTime noticed(int line);
+
   // A number that no call has had.
   CallNumber new_call() { return ++last_call_; }
+
+  // A call that an earlier run of the program has seen and not logged is logged as far as it was
+  // known. If this run sees the end of it, the row is brought up to date.
+  void log_left(int line, const EndedCall& left);
+
+  // What the record says of the caller.
+  EntryTexts texts_of(const platform::LoggedCall& call) const;
+  platform::LoggedCall with_texts(platform::LoggedCall call, const EntryTexts& texts) const;
+  // The call on the line has been on hold and on air before, as the record tells.
+  void restore_times(int line, const platform::LoggedCall& call);
 
   // What is known of the caller of a call that has ended is now this: its row in the log is
   // changed, or added where the call wasn't logged since it had no data or no log was chosen. The
@@ -88,6 +104,11 @@ class CallLog {
     std::unique_ptr<platform::Recordset> recordset;
   };
 
+  struct OnLine {
+    CallNumber number;
+    platform::DateTime noticed;
+  };
+
   // A line of a studio group.
   struct GroupLine {
     int group;
@@ -95,17 +116,20 @@ class CallLog {
     auto operator<=>(const GroupLine&) const = default;
   };
 
+  // As a call that was logged when its group was left, if that was this one.
+  void follow_up_left(int line, platform::LoggedCall& call);
   void put(int line, const EndedCall& ended);
   // The chosen log's file, as the journal names it.
   std::string file_of_log() const;
   void end(int line, const EndedCall& ended);
+  const OnLine& on_line(int line);
   OpenLog open(const std::string& file) const;
   static bool has_other_file(const OpenLog& log);
 
   ConsoleState& state_;
   OpenLog log_;
-  std::map<int, CallNumber> calls_on_lines_;
-  // The calls that have gone on in groups that were left, as they were logged.
+  std::map<int, OnLine> calls_on_lines_;
+  // The calls that were logged before their end was seen, as they were logged.
   std::map<GroupLine, platform::LoggedCall> left_calls_;
   CallNumber last_call_ = 0;
 };

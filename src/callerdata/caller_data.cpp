@@ -171,7 +171,6 @@ void CallerDataEntry::call_ended(const EndedCall& ended) {
 
 void CallerDataEntry::lines_changed() {
   for (int line = 0; line < state_.lines.LineCount; ++line) take_up_left_call(line);
-  if (!state_.lines.FreshConnect) drafts_.log_left_calls();
   drafts_.lines_changed();
   if (!state_.Form4.loaded()) return;
   if (held_.ended) show_buttons();
@@ -183,7 +182,7 @@ void CallerDataEntry::take_up_left_call(int line) {
   const CallNumber call = call_log_.call_on(line);
   if (holds_ended_call_of(line) && is_still_there(*held_.ended, line)) {
     keep_draft();
-    drafts_.take_up(held_.call, call);
+    take_up(held_.call, line);
     held_.call = call;
     return fill_texts();
   }
@@ -192,15 +191,27 @@ void CallerDataEntry::take_up_left_call(int line) {
     const bool holds_call = state_.Form4.loaded() && held_.call == call;
     // What was typed for it since isn't thrown away.
     if (holds_call && work().any_touched()) return;
-    drafts_.take_up(draft.call, call);
+    take_up(draft.call, line);
     if (holds_call) fill_texts();
     return;
   }
 }
 
-bool CallerDataEntry::is_still_there(const EndedCall& left, int line) const {
+// What was saved of the caller stands on his line once more, unless the line tells of him already.
+void CallerDataEntry::take_up(CallNumber former, int line) {
+  const auto left = drafts_.take_up(former, call_log_.call_on(line));
+  if (!left) return;
+  const EntryTexts texts = call_log_.texts_of(*left);
+  const EntryTexts told = line_texts_.of(line);
+  if (!all_blank(told) && told != texts) return;
+  store(line, texts);
+  call_log_.restore_times(line, *left);
+}
+
+bool CallerDataEntry::is_still_there(const EndedCall& left, int line) {
   return left.last_seen && left.last_seen->group == state_.program.GroupNumber &&
-         is_same_call(*left.last_seen, state_.lines.ClockBase(line), state_.services.clock.now());
+         is_same_call(*left.last_seen, {state_.lines.ClockBase(line), call_log_.noticed(line)},
+                      state_.services.clock.now());
 }
 
 std::optional<CallerDataEntry::HeldCaller> CallerDataEntry::held_caller() const {
@@ -248,7 +259,7 @@ EntryWork CallerDataEntry::work() const { return {had_, state_.Form4.texts()}; }
 
 void CallerDataEntry::keep_draft() {
   state_.Form4.DraftTimer.enabled = false;
-  if (held_.call == 0) return;
+  if (held_.call == 0) return drafts_.lines_changed();
   if (work().any_touched()) {
     drafts_.keep({held_.call, held_.line, work(), held_.ended});
   } else {
@@ -346,7 +357,10 @@ void CallerDataEntry::store(int line, const EntryTexts& typed) {
 bool CallerDataEntry::save_to_log(platform::LoggedCall call) {
   const EntryTexts texts = without_controls(state_.Form4.texts());
   const bool nothing_known = call.file.empty() && all_blank(texts);
-  drafts_.log_left_call(held_.call);
+  if (drafts_.complete_left(held_.call, texts)) {
+    close_done();
+    return true;
+  }
   if (!nothing_known && !call_log_.complete(std::move(call), texts)) {
     state_.messages.ShowMessage(
         "The caller has hung up, and no call log is chosen that could keep these data. Choose one "

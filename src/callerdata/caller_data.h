@@ -42,6 +42,9 @@ class CallerDataEntry {
   // Lines have been reported.
   void lines_changed();
 
+  // All lines have been told: who isn't on his line by now has hung up.
+  void lines_told() { drafts_.log_left_calls(); }
+
   // The lines with callers for whom something was typed and not saved, in their order.
   std::vector<int> lines_with_unsaved_data();
 
@@ -110,7 +113,8 @@ class CallerDataEntry {
   // The caller of a group that was left, or of the run before, is seen again: what was typed for
   // him is his once more.
   void take_up_left_call(int line);
-  bool is_still_there(const EndedCall& left, int line) const;
+  bool is_still_there(const EndedCall& left, int line);
+  void take_up(CallNumber former, int line);
   void fill_texts();
   void follow_line();
   void show_notice();

@@ -18,9 +18,10 @@ constexpr std::string_view log_heading = "Call log";
 // Both are empty where the end of the call was seen.
 constexpr std::string_view group_heading = "Studio group";
 constexpr std::string_view last_seen_heading = "Last seen";
-// Whether the call's record is in its log.
+// Whether the call's record is in its log: it is where there is neither of these.
 constexpr std::string_view logged_heading = "Logged";
 constexpr std::string_view not_logged = "no";
+constexpr std::string_view perhaps_logged = "perhaps";
 // Behind a field's name: what the line had when it was typed into.
 constexpr std::string_view had_mark = " before";
 
@@ -40,13 +41,18 @@ std::vector<std::string> headings() {
   return names;
 }
 
+std::string_view whether_logged(const EntryDraft& draft) {
+  if (!draft.unlogged) return "";
+  return draft.unlogged->replaced.empty() ? not_logged : perhaps_logged;
+}
+
 std::string record_of(const Letters& letters, const EntryDraft& draft) {
   std::vector<std::string> fields = {std::to_string(draft.line + 1)};
   fields.push_back(draft.ended->record.file);
   const std::optional<LastSeen>& seen = draft.ended->last_seen;
   fields.push_back(seen ? std::to_string(seen->group) : std::string());
   fields.push_back(seen ? date_time_text(seen->at) : std::string());
-  fields.emplace_back(draft.unlogged ? not_logged : "");
+  fields.emplace_back(whether_logged(draft));
   for (const platform::LoggedColumn& column : draft.ended->record.columns)
     fields.push_back(column.value);
   for (const EntryTexts* texts : {&draft.work.typed, &draft.work.had}) {
@@ -95,8 +101,12 @@ std::optional<EntryDraft> draft_of(const Letters& letters, const std::vector<std
   }
   draft.ended = EndedCall{0, std::move(call)};
   draft.ended->last_seen = last_seen_of(field(group_heading), field(last_seen_heading));
-  if (field(logged_heading) == not_logged && !draft.ended->record.file.empty())
+  const std::string logged = field(logged_heading);
+  const bool unlogged = logged == not_logged || logged == perhaps_logged;
+  if (unlogged && !draft.ended->record.file.empty()) {
     draft.unlogged = draft.ended->record;
+    if (logged == perhaps_logged) draft.unlogged->replaced = draft.unlogged->columns;
+  }
   for (std::size_t i = 0; i < entry_field_count; ++i) {
     draft.work.typed[i] = letters.from_utf8(field(entry_fields[i].name));
     draft.work.had[i] = letters.from_utf8(field(entry_fields[i].name, had_mark));

@@ -13,8 +13,8 @@ namespace lineweir {
 namespace {
 
 constexpr std::string_view until_the_end =
-    "What is known of callers who are on their lines won't outlive Lineweir. Make room there, or "
-    "give it the right to that folder.";
+    "What was typed or saved for callers and isn't in the log yet won't outlive Lineweir. Make "
+    "room there, or give it the right to that folder.";
 
 }  // namespace
 
@@ -39,7 +39,6 @@ void DraftKeeper::keep(EntryDraft draft) {
 
 void DraftKeeper::settle(CallNumber call) {
   EntryDraft* draft = drafts_.find(call);
-  if (draft != nullptr && draft->ended) log(*draft);
   if (draft != nullptr && draft->unlogged) {
     draft->work = {};
   } else {
@@ -53,6 +52,7 @@ void DraftKeeper::logging(int line, const EndedCall& ended) {
   EntryDraft now = draft == nullptr ? EntryDraft{ended.call, line} : *draft;
   now.ended = ended;
   now.unlogged = ended.record;
+  now.unlogged->replaced = now.unlogged->columns;
   drafts_.keep(std::move(now));
   write();
 }
@@ -61,46 +61,54 @@ void DraftKeeper::call_ended(const EndedCall& ended) {
   EntryDraft* draft = drafts_.find(ended.call);
   if (draft == nullptr) return;
   draft->ended = ended;
-  if (ended.record.file.empty()) {
-    log(*draft);
-  } else {
-    draft->unlogged.reset();
-  }
+  draft->unlogged.reset();
   if (!draft->unsaved()) drafts_.drop(ended.call);
   write();
 }
 
 void DraftKeeper::log_left_calls() {
-  const std::vector<EntryDraft> all = drafts_.all();
-  for (const EntryDraft& draft : all) {
-    if (!draft.ended || !draft.unlogged) continue;
-    log_left_call(draft.call);
-    if (!draft.unsaved()) drafts_.drop(draft.call);
+  std::vector<EntryDraft> left = drafts_.all();
+  std::erase_if(left, [](const EntryDraft& draft) { return !draft.unlogged; });
+  if (left.empty()) return;
+  // A run that is killed in here has perhaps logged them.
+  for (const EntryDraft& draft : left) {
+    platform::LoggedCall& record = *drafts_.find(draft.call)->unlogged;
+    record.replaced = record.columns;
   }
-}
-
-void DraftKeeper::log_left_call(CallNumber call) {
-  if (EntryDraft* draft = drafts_.find(call)) log(*draft);
-}
-
-void DraftKeeper::log(EntryDraft& draft) {
-  if (!draft.unlogged) return;
-  if (draft.ended) draft.ended->record = *draft.unlogged;
-  platform::LoggedCall call = *std::exchange(draft.unlogged, std::nullopt);
-  call.replaced = call.columns;
-  state_.services.journal.put(std::move(call));
-}
-
-void DraftKeeper::take_up(CallNumber former, CallNumber call) {
-  const EntryDraft* left = drafts_.find(former);
-  const EntryDraft* present = drafts_.find(call);
-  if (left == nullptr || (present != nullptr && present->unsaved())) return;
-  EntryDraft taken_up = *left;
-  taken_up.call = call;
-  taken_up.ended.reset();
-  drafts_.drop(former);
-  drafts_.keep(std::move(taken_up));
   write();
+  for (EntryDraft& draft : left) {
+    draft.ended->record = *std::exchange(draft.unlogged, std::nullopt);
+    call_log_.log_left(draft.line, *draft.ended);
+    if (draft.unsaved()) {
+      drafts_.keep(std::move(draft));
+    } else {
+      drafts_.drop(draft.call);
+    }
+  }
+  write();
+}
+
+bool DraftKeeper::complete_left(CallNumber call, const EntryTexts& texts) {
+  EntryDraft* draft = drafts_.find(call);
+  if (draft == nullptr || !draft->unlogged) return false;
+  draft->unlogged = call_log_.with_texts(*draft->unlogged, texts);
+  draft->ended->record = *draft->unlogged;
+  draft->work = {};
+  write();
+  return true;
+}
+
+std::optional<platform::LoggedCall> DraftKeeper::take_up(CallNumber former, CallNumber call) {
+  const EntryDraft* left = drafts_.find(former);
+  if (left == nullptr || drafts_.find(call) != nullptr) return std::nullopt;
+  EntryDraft draft = *left;
+  draft.call = call;
+  draft.ended.reset();
+  auto unlogged = std::exchange(draft.unlogged, std::nullopt);
+  drafts_.drop(former);
+  if (draft.unsaved()) drafts_.keep(std::move(draft));
+  write();
+  return unlogged;
 }
 
 std::vector<EntryDraft> DraftKeeper::restore() {
@@ -110,14 +118,18 @@ std::vector<EntryDraft> DraftKeeper::restore() {
   for (EntryDraft& draft : restored) {
     draft.call = call_log_.new_call();
     // A line that isn't in use any more couldn't be opened.
-    draft.line = std::min(draft.line, state_.lines.LineCount - 1);
+    if (draft.line >= state_.lines.LineCount) {
+      draft.line = state_.lines.LineCount - 1;
+      draft.ended->last_seen.reset();
+    }
     drafts_.keep(draft);
   }
   if (in_use || left.size() > 1) {
     written_.reset();
     write();
   } else {
-    written_ = left.empty() ? "" : std::move(left.front());
+    // What isn't read here may be another release's, and stays as long as nothing is written.
+    written_ = restored.empty() ? "" : std::move(left.front());
   }
   std::erase_if(restored, [](const EntryDraft& draft) { return !draft.unsaved(); });
   return restored;
@@ -130,8 +142,9 @@ bool DraftKeeper::would_be_lost(int line) const {
 std::vector<EntryDraft> DraftKeeper::left_by_this_run() {
   std::vector<EntryDraft> drafts = drafts_.all();
   for (int line = 0; line < state_.lines.LineCount; ++line) {
-    const CallNumber call = call_log_.call_on(line);
-    if (drafts_.find(call) == nullptr && would_be_lost(line)) drafts.push_back({call, line});
+    const auto call = call_log_.known_call_on(line);
+    if (call && drafts_.find(*call) == nullptr && would_be_lost(line))
+      drafts.push_back({*call, line});
   }
   for (EntryDraft& draft : drafts) {
     // Whoever reads the file won't find the call on its line any more.
@@ -159,7 +172,7 @@ void DraftKeeper::write() {
 void DraftKeeper::tell(const Failure& failure) {
   const std::string reason = description_of(state_.services.letters, failure);
   if (std::exchange(told_, reason) == reason) return;
-  report_failure(state_.trace, "Form4_DraftTimer_Timer", failure);
+  report_failure(state_.trace, "DraftKeeper", failure);
   state_.messages.ShowMessage(reason + ". " + std::string(until_the_end));
 }
 

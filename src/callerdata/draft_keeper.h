@@ -35,29 +35,30 @@ class DraftKeeper {
   // Callers have come or gone, or something else is known of one.
   void lines_changed() { write(); }
 
-  // Earlier runs should have logged these calls, which aren't on their lines any more.
+  // All lines have been told: calls that no run has logged and that weren't taken up go to the log.
   void log_left_calls();
-  void log_left_call(CallNumber call);
+
+  // What is known of the caller of such a call is now this. False, and nothing is changed, where it
+  // is none.
+  bool complete_left(CallNumber call, const EntryTexts& texts);
 
   // Those of calls that have left this line without an end that was seen, the latest one first.
   std::vector<EntryDraft> left_on(int line) const { return drafts_.left_on(line); }
 
-  // The former call's draft belongs to this one, as they are one call that was seen again.
-  void take_up(CallNumber former, CallNumber call);
+  // The former call's draft belongs to this one, as they are one call that was seen again. Returns
+  // the record of it that no run has logged: this one sees its end.
+  std::optional<platform::LoggedCall> take_up(CallNumber former, CallNumber call);
 
   // The call's record goes to the journal next.
   void logging(int line, const EndedCall& ended);
 
-  // The draft's call has ended so, if there is a draft of it. What an earlier run has saved of it
-  // is logged now where the end of the call has logged nothing.
+  // The draft's call has ended so, if there is a draft of it.
   void call_ended(const EndedCall& ended);
 
   // Takes up what earlier runs of the program have left, and returns what wasn't saved of it.
   std::vector<EntryDraft> restore();
 
  private:
-  // Puts the record in the place of the same one, as a run that was killed may have put it already.
-  void log(EntryDraft& draft);
   // Whether data of a caller who is on the line now await the end of his call.
   bool would_be_lost(int line) const;
   // The drafts as the next run is to find them.

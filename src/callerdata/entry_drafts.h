@@ -15,8 +15,9 @@ struct EntryDraft {
   EntryWork work = {};
   // Nothing while the call is on its line.
   std::optional<EndedCall> ended = {};
-  // What an earlier run of the program would have logged at the end of the call, which it didn't
-  // live to see.
+  // The ended call's record that isn't in its log, as it was logged by no run of the program that
+  // saw the call. It replaces itself where it may be there already, since a run was killed while
+  // it put it there.
   std::optional<platform::LoggedCall> unlogged = {};
 
   // Whether something was typed and not saved.

@@ -24,8 +24,18 @@ LineEvents::LineEvents(ConsoleState& state, DisplayOptions& display, CallerDataE
   wire(state.Lineweir.Timer4.on_timer, state_.trace, events_handler, [this] { Timer4_Timer(); });
 }
 
-void LineEvents::apply_soon(std::string_view status_text) {
+void LineEvents::expect_free_lines() {
+  TheStatusText = status_text_of_free_lines;
+  told_ = false;
+}
+
+void LineEvents::take(std::string_view status_text) {
   TheStatusText = status_text;
+  told_ = true;
+}
+
+void LineEvents::apply_soon(std::string_view status_text) {
+  take(status_text);
   state_.Lineweir.Timer4.enabled = true;
 }
 
@@ -61,6 +71,7 @@ void LineEvents::Timer4_Timer() {
   }
   lines.FreshConnect = false;
   caller_data_.lines_changed();
+  if (told_) caller_data_.lines_told();
 }
 
 void LineEvents::apply_letter(int line, char letter) {
@@ -124,7 +135,7 @@ void LineEvents::carry_out(const LineRule& rule, const LineReport& report) {
 }
 
 void LineEvents::leave_group() {
-  TheStatusText = status_text_of_free_lines;
+  expect_free_lines();
   for (int line = 0; line < state_.lines.LineCount; ++line) {
     carry_out(group_left_rule,
               report_of(line, group_left_rule.letter, state_.lines.StatusLetter(line)));

@@ -28,6 +28,11 @@ class LineEvents {
   // read. Whoever writes into it enables Timer4.
   std::string TheStatusText{status_text_of_free_lines};
 
+  // Nobody is on the lines until a server tells of them.
+  void expect_free_lines();
+
+  // Takes a text whole, for the next pass.
+  void take(std::string_view status_text);
   // Takes a text whole, or the item of a line: it is applied when Timer4 ticks.
   void apply_soon(std::string_view status_text);
   void apply_item_soon(int line, std::string_view item);
@@ -61,6 +66,8 @@ class LineEvents {
   DisplayOptions& display_;
   CallerDataEntry& caller_data_;
   LineSteps& line_steps_;
+  // Whether the text is one that was taken whole.
+  bool told_ = false;
 };
 
 }  // namespace lineweir

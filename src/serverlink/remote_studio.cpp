@@ -81,7 +81,7 @@ void RemoteStudio::RefreshStudioNames() {
 
 void RemoteStudio::take_lines() {
   platform::RemoteObject& server = objects_.serial_input();
-  line_events_.TheStatusText = text(server.call("OutputSerialPort", present_group(state_)));
+  line_events_.take(text(server.call("OutputSerialPort", present_group(state_))));
   state_.lines.ThePhoneFlag = number(server.call("GetDimType", present_group(state_)));
   modes_.follow_equipment();
   name_lines();

@@ -46,9 +46,7 @@ void ServerConnection::leave() {
   told_end_ = {round_.present(), state_.services.loop.now() + told_end_takes};
 }
 
-void ServerConnection::expect_free_lines() {
-  line_events_.TheStatusText = status_text_of_free_lines;
-}
+void ServerConnection::expect_free_lines() { line_events_.expect_free_lines(); }
 
 std::vector<StudioServer> ServerConnection::known_servers() const {
   auto servers = known_studio_servers(state_.login.ServerHost, state_.login.ServerPort);

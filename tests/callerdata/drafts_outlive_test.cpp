@@ -52,11 +52,11 @@ TEST_SUITE("callerdata/drafts outlive the program") {
     };
     type_on();
     const Texts told = {
-        "Can't write Drafts.csv: Permission denied. What is known of callers who are on their "
-        "lines "
-        "won't outlive Lineweir. Make room there, or give it the right to that folder."};
+        "Can't write Drafts.csv: Permission denied. What was typed or saved for callers and isn't "
+        "in the log yet won't outlive Lineweir. Make room there, or give it the right to that "
+        "folder."};
     CHECK(desk.take_messages() == told);
-    CHECK(desk.take_trace() == Texts{"Form4_DraftTimer_Timer Error - Can't write Drafts.csv: "
+    CHECK(desk.take_trace() == Texts{"DraftKeeper Error - Can't write Drafts.csv: "
                                      "Permission denied"});
     type_on();
     CHECK(desk.take_messages().empty());

@@ -6,7 +6,7 @@ namespace lineweir::test {
 namespace {
 
 bool same(const platform::DateTime& seen, std::string_view began, const platform::DateTime& now) {
-  return is_same_call(LastSeen{1, seen}, began, now);
+  return is_same_call(LastSeen{1, seen}, {began, now}, now);
 }
 
 TEST_SUITE("callerdata/left call") {
@@ -14,10 +14,26 @@ TEST_SUITE("callerdata/left call") {
     const platform::DateTime seen{2026, 1, 5, 10, 0, 0};
     const platform::DateTime now{2026, 1, 5, 10, 5, 0};
     CHECK(same(seen, "09:59:59", now));
+    // In the same second, and a second of another machine's.
+    CHECK(same(seen, "10:00:00", now));
+    CHECK(same(seen, "10:00:01", now));
     CHECK(same(seen, "23:00:00", now));
-    CHECK_FALSE(same(seen, "10:00:00", now));
+    CHECK_FALSE(same(seen, "10:00:02", now));
     CHECK_FALSE(same(seen, "10:04:59", now));
     CHECK_FALSE(same(seen, "10:05:00", now));
+  }
+
+  TEST_CASE("a clock that runs only since the call was noticed tells nothing") {
+    const platform::DateTime seen{2026, 1, 5, 10, 0, 0};
+    const auto same_as_noticed = [&](int second, std::string_view began) {
+      return is_same_call(LastSeen{1, seen}, {began, {2026, 1, 5, 10, 0, second}},
+                          {2026, 1, 5, 10, 5, 0});
+    };
+    CHECK_FALSE(same_as_noticed(0, "10:00:00"));
+    CHECK_FALSE(same_as_noticed(1, "10:00:01"));
+    CHECK_FALSE(same_as_noticed(1, "10:00:00"));
+    CHECK(same_as_noticed(2, "10:00:00"));
+    CHECK(same_as_noticed(2, "09:00:00"));
   }
 
   TEST_CASE("midnight may lie between") {

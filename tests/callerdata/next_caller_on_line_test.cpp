@@ -304,7 +304,7 @@ TEST_SUITE("callerdata/the next caller on the line") {
       CHECK(desk.console.caller_data.lines_with_unsaved_data().empty());
     }
     SUBCASE("the clock began since") {
-      clock_runs_since(10);
+      clock_runs_since(8);
       desk.console.caller_data.lines_changed();
       CHECK(desk.console.caller_data.lines_with_unsaved_data().empty());
       desk.open(line);

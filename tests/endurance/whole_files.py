@@ -178,7 +178,7 @@ def unlogged_callers(folder):
     callers = set()
     for drafts in glob.glob(os.path.join(folder, 'Drafts*.csv')):
         for row in csv.DictReader(io.StringIO(content(drafts).decode(), newline='')):
-            if row['Logged'] == 'no':
+            if row['Logged'] in ('no', 'perhaps'):
                 callers.add(row['Call: Caller Name'])
     return callers
 

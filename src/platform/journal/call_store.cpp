@@ -4,6 +4,7 @@
 #include <filesystem>
 
 #include "base/failure.h"
+#include "letters/utf8.h"
 #include "platform/log_columns.h"
 
 namespace lineweir::platform {
@@ -19,15 +20,6 @@ std::optional<std::vector<int>> places_in(const std::vector<DatabaseColumn>& pre
   std::vector<std::string_view> names;
   for (const LoggedColumn& column : columns) names.push_back(column.name);
   return places_of_columns(present, names);
-}
-
-// Whether a row holds these values, as far as the columns had room for them.
-bool holds(std::span<const std::string_view> row, const std::vector<std::string_view>& values) {
-  for (std::size_t i = 0; i < values.size(); ++i) {
-    if (!values[i].starts_with(row[i])) return false;
-    if (row[i].empty() && !values[i].empty()) return false;
-  }
-  return true;
 }
 
 }  // namespace
@@ -175,11 +167,13 @@ std::optional<RowId> CallStore::find(const std::vector<LoggedColumn>& columns,
   for (std::size_t i = 0; i < columns.size(); ++i) {
     if ((*places)[i] == no_place) continue;
     scan.columns.push_back((*places)[i]);
-    wanted.push_back(columns[i].value);
+    // As far as the column has room for it.
+    wanted.push_back(
+        cut_to_size(columns[i].value, present[static_cast<std::size_t>((*places)[i])].size));
   }
   std::optional<RowId> found;
   rows_->scan(scan, [&](RowId row, auto values) {
-    if (!found && holds(values, wanted)) found = row;
+    if (!found && std::ranges::equal(values, wanted)) found = row;
   });
   return found;
 }
