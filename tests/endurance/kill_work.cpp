@@ -14,7 +14,6 @@ namespace {
 using nlohmann::json;
 using namespace std::chrono_literals;
 
-constexpr int lines_of_calls = 8;
 constexpr int draft_line = 9;
 constexpr int longest_hot_list = 8;
 constexpr int first_text_of_plan = first_event_entry;
@@ -55,7 +54,7 @@ void KillWork::tell_found() {
 void KillWork::work() {
   finish_draft();
   for (;;) {
-    end_a_call();
+    change_callers();
     if (one_of(4)) save_settings();
     if (one_of(4)) save_plan();
     if (one_of(4)) change_hot_list();
@@ -71,16 +70,19 @@ void KillWork::let_wait_end() {
   say({{"did", "end"}});
 }
 
-void KillWork::end_a_call() {
-  line_ = (line_ + 1) % lines_of_calls;
-  const int number = next();
+// A caller stays until the others have had their turn, so that a kill finds some on their lines.
+void KillWork::change_callers() {
+  line_ = (line_ + 1) % static_cast<int>(callers_.size());
+  int& caller = callers_.at(static_cast<std::size_t>(line_));
+  if (caller != 0) {
+    desk_.report(line_, 'N');
+    if (desk_.report(line_, 'F')) say({{"did", "call"}, {"number", caller}});
+  }
+  caller = next();
   desk_.report(line_, 'R');
-  desk_.type_caller(line_, numbered("Caller", number), numbered("555", number));
+  desk_.type_caller(line_, numbered("Caller", caller), numbered("555", caller));
   desk_.save_caller();
-  say({{"did", "save"}, {"number", number}});
-  desk_.report(line_, 'N');
-  if (!desk_.report(line_, 'F')) return;
-  say({{"did", "call"}, {"number", number}});
+  say({{"did", "save"}, {"number", caller}});
 }
 
 void KillWork::save_settings() {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <random>
 #include <string>
@@ -25,7 +26,7 @@ class KillWork {
   void let_wait_end();
 
  private:
-  void end_a_call();
+  void change_callers();
   void save_settings();
   void save_plan();
   void change_hot_list();
@@ -39,6 +40,8 @@ class KillWork {
   std::mt19937 random_;
   int number_;
   int line_ = 0;
+  // By line; 0 where there is none.
+  std::array<int, 8> callers_{};
 };
 
 }  // namespace lineweir::endurance
