@@ -4,6 +4,7 @@
 
 #include "base/iso_date.h"
 #include "server/group_desk.h"
+#include "server/known_caller.h"
 #include "server/short_requests.h"
 #include "wire/caller_known.h"
 
@@ -15,12 +16,6 @@ using enum ClientCommand;
 using enum ServerCommand;
 
 namespace {
-
-void flag(FrameConsole& console, const CallerFlagging& flagging) {
-  ServerPacket packet = console.packet(CmdFlagCaller, no_value, encode_caller_flagging(flagging));
-  packet.AltInfo = static_cast<std::uint8_t>(flagging.flag);
-  console.send(packet);
-}
 
 // The caller's number stands in the sixth field.
 void enter_number(FrameConsole& console, int line, const std::string& number) {
@@ -46,7 +41,8 @@ TEST_SUITE("server/flagging") {
     const std::string today = iso_date_text(room.clock.local(room.clock.now()));
     const std::string number = "3125550100";
     SUBCASE("as a seat sets it") {
-      flag(*host, {.flag = CallerFlag::Careful, .number = number, .reason = {}, .until = today});
+      send_flag(*host,
+                {.flag = CallerFlag::Careful, .number = number, .reason = {}, .until = today});
       CHECK(malformed(room) == 0);
     }
     SUBCASE("as an administrator sets it") {
@@ -58,8 +54,8 @@ TEST_SUITE("server/flagging") {
     const auto rows = tool.rows({Command::CallerList});
     REQUIRE(rows.size() == 1);
     CHECK(rows[0].at("until") == today);
-    flag(*host,
-         {.flag = CallerFlag::Barred, .number = number, .reason = {}, .until = "2020-01-01"});
+    send_flag(*host,
+              {.flag = CallerFlag::Barred, .number = number, .reason = {}, .until = "2020-01-01"});
     CHECK(malformed(room) == 1);
     CHECK(tool.rows({Command::CallerList}).at(0).at("flag") == "careful");
   }
@@ -68,7 +64,7 @@ TEST_SUITE("server/flagging") {
     ServerRoom room;
     auto host = room.seat("host");
     host->take();
-    flag(*host, {.flag = CallerFlag::Careful, .number = "999", .reason = {}, .until = {}});
+    send_flag(*host, {.flag = CallerFlag::Careful, .number = "999", .reason = {}, .until = {}});
     CHECK(host->take_last(SrvMessage).Buffer.find("at least four digits") != std::string::npos);
     CHECK(malformed(room) == 1);
     CHECK(room.store.content().flagged_callers.empty());
@@ -78,7 +74,8 @@ TEST_SUITE("server/flagging") {
     ServerRoom room;
     AdminTool tool(room);
     auto host = room.seat("host");
-    flag(*host, {.flag = CallerFlag::Barred, .number = "3125550100", .reason = {}, .until = {}});
+    send_flag(*host,
+              {.flag = CallerFlag::Barred, .number = "3125550100", .reason = {}, .until = {}});
     CHECK(tool.refusal(text(Command::CallerClear, Field::Number, "3125550100")) == "");
     CHECK(administrators_entries(tool) == Texts{"caller flagged: ...0100, none"});
   }

@@ -2,6 +2,7 @@
 
 #include "lines/equipment_kinds.h"
 #include "wire/caller_known.h"
+#include "wire/rights_layout.h"
 
 namespace lineweir::server {
 namespace {
@@ -34,8 +35,11 @@ bool TableWitness::take(const ServerPacket& packet) {
       return true;
     }
     case SrvTime:
-    case SrvRights:
     case SrvFirstUnblocked:
+      return true;
+    case SrvRights:
+      // Who has none is taken out of the group.
+      if (packet.Buffer == no_rights) sure_ = false;
       return true;
     case SrvGroupNames:
     case SrvAllowedGroups:
