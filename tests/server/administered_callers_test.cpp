@@ -4,7 +4,7 @@
 
 #include "adminlink/admin_columns.h"
 #include "server/admin_tool.h"
-#include "server/known_caller.h"
+#include "server/returning_caller.h"
 
 namespace lineweir::server {
 namespace {

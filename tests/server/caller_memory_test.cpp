@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "server/known_caller.h"
+#include "server/returning_caller.h"
 
 namespace lineweir::server {
 namespace {

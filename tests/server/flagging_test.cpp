@@ -4,7 +4,7 @@
 
 #include "base/iso_date.h"
 #include "server/group_desk.h"
-#include "server/known_caller.h"
+#include "server/returning_caller.h"
 #include "server/short_requests.h"
 #include "wire/caller_known.h"
 
