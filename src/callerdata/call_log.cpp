@@ -1,5 +1,6 @@
 #include "callerdata/call_log.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "base/text.h"
@@ -43,28 +44,46 @@ LoggedColumns columns_of(const Letters& letters, const CallerRecord& record, Mai
   return columns;
 }
 
-// The record takes the place of an earlier one of the same call, which is one whose caller it still
-// tells all of, and keeps the times that only that one knows.
-void follow_up(const platform::LoggedCall& earlier, platform::LoggedCall& record) {
-  const auto known = [&](CallerField field) {
-    return earlier.columns[rule_of(field).log.position].value;
-  };
-  const auto now = [&](CallerField field) -> std::string& {
-    return record.columns[rule_of(field).log.position].value;
-  };
+std::string& value_of(platform::LoggedCall& call, CallerField field) {
+  return call.columns[rule_of(field).log.position].value;
+}
+
+const std::string& value_of(const platform::LoggedCall& call, CallerField field) {
+  return call.columns[rule_of(field).log.position].value;
+}
+
+// Whether the record still tells all that the earlier one knows of its caller.
+bool tells_of_same_caller(const platform::LoggedCall& earlier, const platform::LoggedCall& record) {
   bool is_known = false;
   for (const auto& entry : entry_fields) {
-    if (known(entry.field).empty()) continue;
-    if (known(entry.field) != now(entry.field)) return;
+    const std::string& known = value_of(earlier, entry.field);
+    if (known.empty()) continue;
+    if (known != value_of(record, entry.field)) return false;
     is_known = true;
   }
-  if (!is_known) return;
-  record.replaced = earlier.columns;
+  return is_known;
+}
+
+// Whether the record says something else of its caller than the earlier one.
+bool contradicts(const platform::LoggedCall& earlier, const platform::LoggedCall& record) {
+  return std::ranges::any_of(entry_fields, [&](const CallerFieldRule& entry) {
+    const std::string& known = value_of(earlier, entry.field);
+    const std::string& now = value_of(record, entry.field);
+    return !known.empty() && !now.empty() && known != now;
+  });
+}
+
+// The record takes the place of an earlier one of the same call, and keeps what only that one
+// knows, and when the caller was first on hold and on air.
+void follow_up(const platform::LoggedCall& earlier, platform::LoggedCall& record) {
   using enum CallerField;
-  for (const CallerField time : {TimePlacedOnAir, TimeOnHold}) {
-    if (!known(time).empty()) now(time) = known(time);
+  record.replaced = earlier.columns;
+  for (const CallerFieldRule& rule : caller_fields) {
+    const std::string& known = value_of(earlier, rule.field);
+    const bool is_first = rule.field == TimePlacedOnAir || rule.field == TimeOnHold;
+    std::string& now = value_of(record, rule.field);
+    if (now.empty() || (is_first && !known.empty())) now = known;
   }
-  if (now(TimeOnAir).empty()) now(TimeOnAir) = known(TimeOnAir);
 }
 
 }  // namespace
@@ -79,45 +98,65 @@ std::optional<platform::LoggedCall> CallLog::to_be_logged(int line) {
   if (!is_logged(line)) return std::nullopt;
   platform::LoggedCall call = call_so_far(line);
   call.file = file_of_log();
+  follow_up_logged(line, call);
   return call;
 }
 
+void CallLog::follow_up_logged(int line, platform::LoggedCall& call) const {
+  const auto logged = logged_.find({state_.program.GroupNumber, line});
+  if (logged == logged_.end() || logged->second.call.file != call.file) return;
+  const auto& [earlier, rest] = logged->second;
+  // The date is filled in when a call is logged, and goes with the record.
+  const auto& date = state_.lines.CallerData(line)[CallerField::CallDate];
+  const bool is_same_record =
+      rest == Rest::RecordStays && !trimmed(date).empty() && !contradicts(earlier, call);
+  const bool may_go_on = rest == Rest::GoesOn && tells_of_same_caller(earlier, call);
+  if (is_same_record || may_go_on) follow_up(earlier, call);
+}
+
 void CallLog::log(int line) {
-  CallerRecord& record = state_.lines.CallerData(line);
   EndedCall ended{call_on(line), call_so_far(line)};
-  if (auto logged = to_be_logged(line)) {
-    ended.record = *std::move(logged);
-    const std::size_t date = rule_of(CallerField::CallDate).log.position;
-    record.set(CallerField::CallDate, ended.record.columns[date].value);
-    follow_up_left(line, ended.record);
-    put(line, ended);
+  const auto logged = to_be_logged(line);
+  if (logged) {
+    ended.record = *logged;
+    state_.lines.CallerData(line).set(CallerField::CallDate,
+                                      value_of(ended.record, CallerField::CallDate));
+    if (ended.record.columns != ended.record.replaced) put(line, ended);
   }
-  left_calls_.erase({state_.program.GroupNumber, line});
+  remember(line, logged, state_.lines.FreshConnect ? Rest::RecordStays : Rest::Ended);
   end(line, ended);
 }
 
 void CallLog::leave(int line, CallEnd how) {
   EndedCall ended{call_on(line), call_so_far(line), how};
-  if (how == CallEnd::GroupLeft) ended.last_seen = last_seen_now();
-  if (how == CallEnd::HungUp) {
-    left_calls_.erase({state_.program.GroupNumber, line});
-  } else if (auto logged = to_be_logged(line)) {
-    ended.record = *std::move(logged);
-    follow_up_left(line, ended.record);
-    put(line, ended);
-    left_calls_[{state_.program.GroupNumber, line}] = ended.record;
+  std::optional<platform::LoggedCall> logged;
+  if (how == CallEnd::GroupLeft) {
+    ended.last_seen = last_seen();
+    logged = to_be_logged(line);
   }
+  if (logged) {
+    ended.record = *logged;
+    put(line, ended);
+  }
+  remember(line, logged, Rest::GoesOn);
   end(line, ended);
 }
 
-void CallLog::follow_up_left(int line, platform::LoggedCall& call) {
-  const auto left = left_calls_.find({state_.program.GroupNumber, line});
-  if (left != left_calls_.end() && left->second.file == call.file) follow_up(left->second, call);
+void CallLog::remember(int line, const std::optional<platform::LoggedCall>& logged, Rest rest) {
+  const GroupLine place{state_.program.GroupNumber, line};
+  if (logged) {
+    logged_[place] = {*logged, rest};
+  } else {
+    logged_.erase(place);
+  }
 }
 
 void CallLog::log_left(int line, const EndedCall& left) {
   state_.services.journal.put(left.record);
-  if (left.last_seen) left_calls_[{left.last_seen->group, line}] = left.record;
+  if (!left.last_seen) return;
+  const int group = left.last_seen->group;
+  const bool may_go_on = group != state_.program.GroupNumber || state_.lines.has_caller(line);
+  if (may_go_on) logged_[{group, line}] = {left.record, Rest::GoesOn};
 }
 
 void CallLog::put(int line, const EndedCall& ended) {
@@ -147,8 +186,13 @@ std::optional<CallNumber> CallLog::known_call_on(int line) const {
   return found->second.number;
 }
 
-LastSeen CallLog::last_seen_now() const {
-  return {state_.program.GroupNumber, state_.services.clock.now()};
+std::optional<LastSeen> CallLog::last_seen() const {
+  const bool is_here = last_seen_ && last_seen_->group == state_.program.GroupNumber;
+  return is_here ? last_seen_ : std::nullopt;
+}
+
+void CallLog::lines_changed() {
+  last_seen_ = LastSeen{state_.program.GroupNumber, state_.services.clock.now()};
 }
 
 platform::LoggedCall CallLog::call_so_far(int line) {
@@ -168,7 +212,12 @@ bool CallLog::complete(platform::LoggedCall call, const EntryTexts& texts) {
   } else {
     return false;
   }
-  state_.services.journal.put(with_texts(std::move(call), texts));
+  call = with_texts(std::move(call), texts);
+  for (auto& [place, logged] : logged_) {
+    const bool is_this = logged.call.file == call.file && logged.call.columns == call.replaced;
+    if (is_this) logged.call.columns = call.columns;
+  }
+  state_.services.journal.put(std::move(call));
   return true;
 }
 
@@ -181,22 +230,6 @@ platform::LoggedCall CallLog::with_texts(platform::LoggedCall call, const EntryT
     set_column(state_.services.letters, call.columns, field, record[field]);
   }
   return call;
-}
-
-EntryTexts CallLog::texts_of(const platform::LoggedCall& call) const {
-  EntryTexts texts;
-  for (std::size_t i = 0; i < texts.size(); ++i) {
-    const std::string& value = call.columns[entry_fields[i].log.position].value;
-    texts[i] = trimmed(state_.services.letters.from_utf8(value));
-  }
-  return texts;
-}
-
-void CallLog::restore_times(int line, const platform::LoggedCall& call) {
-  for (const CallerField time : {CallerField::TimePlacedOnAir, CallerField::TimeOnHold}) {
-    const std::string& known = call.columns[rule_of(time).log.position].value;
-    if (!known.empty()) state_.lines.CallerData(line).set(time, known);
-  }
 }
 
 platform::Recordset& CallLog::recordset() {

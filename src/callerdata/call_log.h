@@ -51,11 +51,15 @@ class CallLog {
 
   // Whether the call on the line would be logged if it ended now.
   bool is_logged(int line) const;
-  // What would be logged of the call; nothing where it wouldn't be.
+  // What would be logged of the call, in the place of its row where that is in the log already;
+  // nothing where it wouldn't be.
   std::optional<platform::LoggedCall> to_be_logged(int line);
 
-  // For a call that is on its line.
-  LastSeen last_seen_now() const;
+  // Lines have been reported.
+  void lines_changed();
+  // For a call that is on its line: when this was reported last, as nobody knows who has come since
+  // where the link is gone. Nothing before the first report.
+  std::optional<LastSeen> last_seen() const;
 
   // The number of the call on the line; nothing where none was asked for.
   std::optional<CallNumber> known_call_on(int line) const;
@@ -67,14 +71,11 @@ class CallLog {
   CallNumber new_call() { return ++last_call_; }
 
   // A call that an earlier run of the program has seen and not logged is logged as far as it was
-  // known. If this run sees the end of it, the row is brought up to date.
+  // known. If its caller is on the line still, the row is brought up to date at the end.
   void log_left(int line, const EndedCall& left);
 
-  // What the record says of the caller.
-  EntryTexts texts_of(const platform::LoggedCall& call) const;
+  // What is known of the caller of the call is now this.
   platform::LoggedCall with_texts(platform::LoggedCall call, const EntryTexts& texts) const;
-  // The call on the line has been on hold and on air before, as the record tells.
-  void restore_times(int line, const platform::LoggedCall& call);
 
   // What is known of the caller of a call that has ended is now this: its row in the log is
   // changed, or added where the call wasn't logged since it had no data or no log was chosen. The
@@ -116,8 +117,18 @@ class CallLog {
     auto operator<=>(const GroupLine&) const = default;
   };
 
-  // As a call that was logged when its group was left, if that was this one.
-  void follow_up_left(int line, platform::LoggedCall& call);
+  // Of one that has ended the record stays on its line where a session begins: until it is cleared
+  // it is that call's.
+  enum class Rest { GoesOn, Ended, RecordStays };
+
+  struct Logged {
+    platform::LoggedCall call;
+    Rest rest;
+  };
+
+  // As a call that is in the log already, if it is the one that was logged last.
+  void follow_up_logged(int line, platform::LoggedCall& call) const;
+  void remember(int line, const std::optional<platform::LoggedCall>& logged, Rest rest);
   void put(int line, const EndedCall& ended);
   // The chosen log's file, as the journal names it.
   std::string file_of_log() const;
@@ -129,8 +140,9 @@ class CallLog {
   ConsoleState& state_;
   OpenLog log_;
   std::map<int, OnLine> calls_on_lines_;
-  // The calls that were logged before their end was seen, as they were logged.
-  std::map<GroupLine, platform::LoggedCall> left_calls_;
+  // What was logged last of each line, as long as a record of the same call may come behind it.
+  std::map<GroupLine, Logged> logged_;
+  std::optional<LastSeen> last_seen_;
   CallNumber last_call_ = 0;
 };
 

@@ -66,6 +66,8 @@ CallerDataEntry::CallerDataEntry(ConsoleState& state, CallLog& call_log,
        [this] { UnloadTimer_Timer(); });
   wire(form.DraftTimer.on_timer, state_.trace, "Form4_DraftTimer_Timer",
        [this] { DraftTimer_Timer(); });
+  wire(state.Lineweir.Data1.on_change, state_.trace, "Lineweir_Data1_Change",
+       [this] { drafts_.lines_changed(); });
   call_log.on_logging = [this](int line, const EndedCall& ended) { drafts_.logging(line, ended); };
   call_log.on_call_ended = [this](const EndedCall& ended) { call_ended(ended); };
 }
@@ -170,6 +172,7 @@ void CallerDataEntry::call_ended(const EndedCall& ended) {
 }
 
 void CallerDataEntry::lines_changed() {
+  call_log_.lines_changed();
   for (int line = 0; line < state_.lines.LineCount; ++line) take_up_left_call(line);
   drafts_.lines_changed();
   if (!state_.Form4.loaded()) return;
@@ -182,7 +185,7 @@ void CallerDataEntry::take_up_left_call(int line) {
   const CallNumber call = call_log_.call_on(line);
   if (holds_ended_call_of(line) && is_still_there(*held_.ended, line)) {
     keep_draft();
-    take_up(held_.call, line);
+    drafts_.take_up(held_.call, call);
     held_.call = call;
     return fill_texts();
   }
@@ -191,21 +194,10 @@ void CallerDataEntry::take_up_left_call(int line) {
     const bool holds_call = state_.Form4.loaded() && held_.call == call;
     // What was typed for it since isn't thrown away.
     if (holds_call && work().any_touched()) return;
-    take_up(draft.call, line);
+    drafts_.take_up(draft.call, call);
     if (holds_call) fill_texts();
     return;
   }
-}
-
-// What was saved of the caller stands on his line once more, unless the line tells of him already.
-void CallerDataEntry::take_up(CallNumber former, int line) {
-  const auto left = drafts_.take_up(former, call_log_.call_on(line));
-  if (!left) return;
-  const EntryTexts texts = call_log_.texts_of(*left);
-  const EntryTexts told = line_texts_.of(line);
-  if (!all_blank(told) && told != texts) return;
-  store(line, texts);
-  call_log_.restore_times(line, *left);
 }
 
 bool CallerDataEntry::is_still_there(const EndedCall& left, int line) {

@@ -42,7 +42,7 @@ class CallerDataEntry {
   // Lines have been reported.
   void lines_changed();
 
-  // All lines have been told: who isn't on his line by now has hung up.
+  // Behind it, where this was no guess: whom earlier runs have seen and not logged is logged.
   void lines_told() { drafts_.log_left_calls(); }
 
   // The lines with callers for whom something was typed and not saved, in their order.
@@ -114,7 +114,6 @@ class CallerDataEntry {
   // him is his once more.
   void take_up_left_call(int line);
   bool is_still_there(const EndedCall& left, int line);
-  void take_up(CallNumber former, int line);
   void fill_texts();
   void follow_line();
   void show_notice();

@@ -18,21 +18,24 @@ constexpr std::string_view log_heading = "Call log";
 // Both are empty where the end of the call was seen.
 constexpr std::string_view group_heading = "Studio group";
 constexpr std::string_view last_seen_heading = "Last seen";
-// Whether the call's record is in its log: it is where there is neither of these.
+// Whether the call's record is in its log.
 constexpr std::string_view logged_heading = "Logged";
 constexpr std::string_view not_logged = "no";
-constexpr std::string_view perhaps_logged = "perhaps";
 // Behind a field's name: what the line had when it was typed into.
 constexpr std::string_view had_mark = " before";
 
 constexpr std::string_view column_mark = "Call: ";
+// Of the row that the record takes the place of, all empty where there is none.
+constexpr std::string_view row_mark = "Row: ";
 
 std::vector<std::string> headings() {
   std::vector<std::string> names = {std::string(line_heading), std::string(log_heading),
                                     std::string(group_heading), std::string(last_seen_heading),
                                     std::string(logged_heading)};
-  for (const CallLogColumn& column : call_log_columns)
-    names.push_back(std::string(column_mark) + std::string(column.name));
+  for (const std::string_view mark : {column_mark, row_mark}) {
+    for (const CallLogColumn& column : call_log_columns)
+      names.push_back(std::string(mark) + std::string(column.name));
+  }
   for (const std::string_view mark : {std::string_view(), had_mark}) {
     for (const CallerFieldRule& rule : entry_fields) {
       names.push_back(std::string(rule.name) + std::string(mark));
@@ -41,20 +44,18 @@ std::vector<std::string> headings() {
   return names;
 }
 
-std::string_view whether_logged(const EntryDraft& draft) {
-  if (!draft.unlogged) return "";
-  return draft.unlogged->replaced.empty() ? not_logged : perhaps_logged;
-}
-
 std::string record_of(const Letters& letters, const EntryDraft& draft) {
   std::vector<std::string> fields = {std::to_string(draft.line + 1)};
   fields.push_back(draft.ended->record.file);
   const std::optional<LastSeen>& seen = draft.ended->last_seen;
   fields.push_back(seen ? std::to_string(seen->group) : std::string());
   fields.push_back(seen ? date_time_text(seen->at) : std::string());
-  fields.emplace_back(whether_logged(draft));
-  for (const platform::LoggedColumn& column : draft.ended->record.columns)
-    fields.push_back(column.value);
+  fields.emplace_back(draft.unlogged ? not_logged : "");
+  const platform::LoggedCall& call = draft.ended->record;
+  for (const platform::LoggedColumn& column : call.columns) fields.push_back(column.value);
+  const bool has_row = draft.unlogged && !call.replaced.empty();
+  for (std::size_t i = 0; i < call_log_columns.size(); ++i)
+    fields.push_back(has_row ? call.replaced[i].value : std::string());
   for (const EntryTexts* texts : {&draft.work.typed, &draft.work.had}) {
     for (const std::string& text : *texts) fields.push_back(letters.to_utf8(text));
   }
@@ -96,17 +97,20 @@ std::optional<EntryDraft> draft_of(const Letters& letters, const std::vector<std
   EntryDraft draft;
   draft.line = *line - 1;
   platform::LoggedCall call{field(log_heading), std::string(call_log_table), {}, {}};
-  for (const CallLogColumn& column : call_log_columns) {
-    call.columns.push_back({std::string(column.name), field(column_mark, column.name)});
-  }
+  const auto columns = [&](std::string_view mark) {
+    std::vector<platform::LoggedColumn> values;
+    for (const CallLogColumn& column : call_log_columns)
+      values.push_back({std::string(column.name), field(mark, column.name)});
+    return values;
+  };
+  call.columns = columns(column_mark);
+  draft.unlogged = field(logged_heading) == not_logged && !call.file.empty();
+  if (draft.unlogged) call.replaced = columns(row_mark);
+  const bool no_row =
+      std::ranges::all_of(call.replaced, [](const auto& c) { return c.value.empty(); });
+  if (no_row) call.replaced.clear();
   draft.ended = EndedCall{0, std::move(call)};
   draft.ended->last_seen = last_seen_of(field(group_heading), field(last_seen_heading));
-  const std::string logged = field(logged_heading);
-  const bool unlogged = logged == not_logged || logged == perhaps_logged;
-  if (unlogged && !draft.ended->record.file.empty()) {
-    draft.unlogged = draft.ended->record;
-    if (logged == perhaps_logged) draft.unlogged->replaced = draft.unlogged->columns;
-  }
   for (std::size_t i = 0; i < entry_field_count; ++i) {
     draft.work.typed[i] = letters.from_utf8(field(entry_fields[i].name));
     draft.work.had[i] = letters.from_utf8(field(entry_fields[i].name, had_mark));

@@ -32,7 +32,7 @@ std::vector<int> DraftKeeper::lines_of_present_calls() const {
 }
 
 void DraftKeeper::keep(EntryDraft draft) {
-  if (EntryDraft* earlier = drafts_.find(draft.call)) draft.unlogged = std::move(earlier->unlogged);
+  if (EntryDraft* earlier = drafts_.find(draft.call)) draft.unlogged = earlier->unlogged;
   drafts_.keep(std::move(draft));
   write();
 }
@@ -51,8 +51,8 @@ void DraftKeeper::logging(int line, const EndedCall& ended) {
   const EntryDraft* draft = drafts_.find(ended.call);
   EntryDraft now = draft == nullptr ? EntryDraft{ended.call, line} : *draft;
   now.ended = ended;
-  now.unlogged = ended.record;
-  now.unlogged->replaced = now.unlogged->columns;
+  now.ended->record.replaced = ended.record.columns;
+  now.unlogged = true;
   drafts_.keep(std::move(now));
   write();
 }
@@ -61,7 +61,7 @@ void DraftKeeper::call_ended(const EndedCall& ended) {
   EntryDraft* draft = drafts_.find(ended.call);
   if (draft == nullptr) return;
   draft->ended = ended;
-  draft->unlogged.reset();
+  draft->unlogged = false;
   if (!draft->unsaved()) drafts_.drop(ended.call);
   write();
 }
@@ -72,12 +72,12 @@ void DraftKeeper::log_left_calls() {
   if (left.empty()) return;
   // A run that is killed in here has perhaps logged them.
   for (const EntryDraft& draft : left) {
-    platform::LoggedCall& record = *drafts_.find(draft.call)->unlogged;
+    platform::LoggedCall& record = drafts_.find(draft.call)->ended->record;
     record.replaced = record.columns;
   }
   write();
   for (EntryDraft& draft : left) {
-    draft.ended->record = *std::exchange(draft.unlogged, std::nullopt);
+    draft.unlogged = false;
     call_log_.log_left(draft.line, *draft.ended);
     if (draft.unsaved()) {
       drafts_.keep(std::move(draft));
@@ -91,24 +91,19 @@ void DraftKeeper::log_left_calls() {
 bool DraftKeeper::complete_left(CallNumber call, const EntryTexts& texts) {
   EntryDraft* draft = drafts_.find(call);
   if (draft == nullptr || !draft->unlogged) return false;
-  draft->unlogged = call_log_.with_texts(*draft->unlogged, texts);
-  draft->ended->record = *draft->unlogged;
+  draft->ended->record = call_log_.with_texts(std::move(draft->ended->record), texts);
   draft->work = {};
   write();
   return true;
 }
 
-std::optional<platform::LoggedCall> DraftKeeper::take_up(CallNumber former, CallNumber call) {
-  const EntryDraft* left = drafts_.find(former);
-  if (left == nullptr || drafts_.find(call) != nullptr) return std::nullopt;
-  EntryDraft draft = *left;
-  draft.call = call;
-  draft.ended.reset();
-  auto unlogged = std::exchange(draft.unlogged, std::nullopt);
-  drafts_.drop(former);
+void DraftKeeper::take_up(CallNumber former, CallNumber call) {
+  EntryDraft* const left = drafts_.find(former);
+  if (left == nullptr || drafts_.find(call) != nullptr) return;
+  EntryDraft draft{call, left->line, std::exchange(left->work, {})};
+  if (!left->unlogged) drafts_.drop(former);
   if (draft.unsaved()) drafts_.keep(std::move(draft));
   write();
-  return unlogged;
 }
 
 std::vector<EntryDraft> DraftKeeper::restore() {
@@ -150,9 +145,10 @@ std::vector<EntryDraft> DraftKeeper::left_by_this_run() {
     // Whoever reads the file won't find the call on its line any more.
     if (draft.ended) continue;
     draft.ended = EndedCall{draft.call, call_log_.call_so_far(draft.line)};
-    draft.ended->last_seen = call_log_.last_seen_now();
-    if (would_be_lost(draft.line)) draft.unlogged = call_log_.to_be_logged(draft.line);
-    if (draft.unlogged) draft.ended->record = *draft.unlogged;
+    draft.ended->last_seen = call_log_.last_seen();
+    if (!would_be_lost(draft.line)) continue;
+    draft.ended->record = *call_log_.to_be_logged(draft.line);
+    draft.unlogged = draft.ended->record.columns != draft.ended->record.replaced;
   }
   std::erase_if(drafts, [](const auto& draft) { return !draft.unsaved() && !draft.unlogged; });
   return drafts;

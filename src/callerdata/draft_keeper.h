@@ -35,7 +35,7 @@ class DraftKeeper {
   // Callers have come or gone, or something else is known of one.
   void lines_changed() { write(); }
 
-  // All lines have been told: calls that no run has logged and that weren't taken up go to the log.
+  // Lines have been told: calls of earlier runs that no run has logged go to the log.
   void log_left_calls();
 
   // What is known of the caller of such a call is now this. False, and nothing is changed, where it
@@ -45,9 +45,9 @@ class DraftKeeper {
   // Those of calls that have left this line without an end that was seen, the latest one first.
   std::vector<EntryDraft> left_on(int line) const { return drafts_.left_on(line); }
 
-  // The former call's draft belongs to this one, as they are one call that was seen again. Returns
-  // the record of it that no run has logged: this one sees its end.
-  std::optional<platform::LoggedCall> take_up(CallNumber former, CallNumber call);
+  // What was typed for the former call was typed for this one, as they are one call that was seen
+  // again.
+  void take_up(CallNumber former, CallNumber call);
 
   // The call's record goes to the journal next.
   void logging(int line, const EndedCall& ended);

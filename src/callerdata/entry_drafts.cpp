@@ -33,7 +33,8 @@ const EntryDraft* EntryDrafts::ended_on(int line) const {
 std::vector<EntryDraft> EntryDrafts::left_on(int line) const {
   std::vector<EntryDraft> left;
   for (const EntryDraft& draft : drafts_) {
-    if (draft.line == line && draft.ended && draft.ended->last_seen) left.push_back(draft);
+    const bool was_left = draft.ended && draft.ended->last_seen;
+    if (draft.line == line && was_left && draft.unsaved()) left.push_back(draft);
   }
   std::ranges::reverse(left);
   return left;

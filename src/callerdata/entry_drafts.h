@@ -15,10 +15,10 @@ struct EntryDraft {
   EntryWork work = {};
   // Nothing while the call is on its line.
   std::optional<EndedCall> ended = {};
-  // The ended call's record that isn't in its log, as it was logged by no run of the program that
-  // saw the call. It replaces itself where it may be there already, since a run was killed while
-  // it put it there.
-  std::optional<platform::LoggedCall> unlogged = {};
+  // Whether the ended call's record isn't in its log, as it was logged by no run of the program
+  // that saw the call. It replaces itself where it may be there already, since a run was killed
+  // while it put it there.
+  bool unlogged = false;
 
   // Whether something was typed and not saved.
   bool unsaved() const { return work.any_touched(); }
@@ -38,7 +38,8 @@ class EntryDrafts {
   // The latest with unsaved texts of a call that has ended on the line; null where there is none.
   const EntryDraft* ended_on(int line) const;
 
-  // Those of calls that left the line without an end that was seen, the latest one first.
+  // Those with unsaved texts of calls that left the line without an end that was seen, the latest
+  // one first.
   std::vector<EntryDraft> left_on(int line) const;
 
   // In the order in which they were first kept.

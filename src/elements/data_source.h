@@ -12,6 +12,9 @@ class DataSource : public Element {
 
   Property<std::string> database_name{*this, PropertyId::DatabaseName};
   Property<std::string> record_source{*this, PropertyId::RecordSource};
+
+ protected:
+  PropertyId change_property() const override { return PropertyId::DatabaseName; }
 };
 
 }  // namespace lineweir

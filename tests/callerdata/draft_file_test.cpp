@@ -33,7 +33,12 @@ TEST_SUITE("callerdata/draft file") {
     CHECK(drafts_of_files(letters, {draft_file_text(letters, seen)}) == seen);
     // One whose record isn't logged yet.
     std::vector<EntryDraft> unlogged = {drafts.back()};
-    unlogged.front().unlogged = unlogged.front().ended->record;
+    unlogged.front().unlogged = true;
+    CHECK(drafts_of_files(letters, {draft_file_text(letters, unlogged)}) == unlogged);
+    // One whose row is to be brought up to date.
+    platform::LoggedCall& record = unlogged.front().ended->record;
+    record.replaced = record.columns;
+    record.replaced.front().value = "Anne";
     CHECK(drafts_of_files(letters, {draft_file_text(letters, unlogged)}) == unlogged);
   }
 

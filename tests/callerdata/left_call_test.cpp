@@ -36,6 +36,12 @@ TEST_SUITE("callerdata/left call") {
     CHECK(same_as_noticed(2, "09:00:00"));
   }
 
+  TEST_CASE("a clock that begins in a moment hasn't run for a day") {
+    const platform::DateTime seen{2026, 1, 5, 10, 0, 0};
+    CHECK_FALSE(same(seen, "10:05:01", {2026, 1, 5, 10, 5, 0}));
+    CHECK_FALSE(same(seen, "10:06:00", {2026, 1, 5, 10, 5, 0}));
+  }
+
   TEST_CASE("midnight may lie between") {
     const platform::DateTime seen{2026, 1, 5, 23, 59, 0};
     const platform::DateTime now{2026, 1, 6, 0, 1, 0};
@@ -48,8 +54,8 @@ TEST_SUITE("callerdata/left call") {
     const platform::DateTime seen{2026, 1, 5, 10, 0, 0};
     CHECK_FALSE(same(seen, "", {2026, 1, 5, 10, 5, 0}));
     CHECK_FALSE(same(seen, "soon", {2026, 1, 5, 10, 5, 0}));
-    CHECK(same(seen, "09:00:00", {2026, 1, 5, 22, 0, 0}));
-    CHECK_FALSE(same(seen, "09:00:00", {2026, 1, 5, 22, 0, 1}));
+    CHECK(same(seen, "10:00:00", {2026, 1, 5, 22, 0, 0}));
+    CHECK_FALSE(same(seen, "09:59:59", {2026, 1, 5, 22, 0, 0}));
     CHECK_FALSE(same(seen, "09:00:00", {2026, 1, 6, 10, 5, 0}));
     CHECK_FALSE(same(seen, "09:00:00", {2026, 1, 5, 9, 59, 59}));
   }
