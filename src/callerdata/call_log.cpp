@@ -104,12 +104,11 @@ std::optional<platform::LoggedCall> CallLog::to_be_logged(int line) {
 
 void CallLog::follow_up_logged(int line, platform::LoggedCall& call) const {
   const auto logged = logged_.find({state_.program.GroupNumber, line});
-  if (logged == logged_.end() || logged->second.call.file != call.file) return;
+  if (logged == logged_.end()) return;
   const auto& [earlier, rest] = logged->second;
   // The date is filled in when a call is logged, and goes with the record.
-  const auto& date = state_.lines.CallerData(line)[CallerField::CallDate];
-  const bool is_same_record =
-      rest == Rest::RecordStays && !trimmed(date).empty() && !contradicts(earlier, call);
+  const bool stays = !state_.lines.CallerData(line)[CallerField::CallDate].empty();
+  const bool is_same_record = rest == Rest::RecordStays && stays && !contradicts(earlier, call);
   const bool may_go_on = rest == Rest::GoesOn && tells_of_same_caller(earlier, call);
   if (is_same_record || may_go_on) follow_up(earlier, call);
 }
@@ -121,7 +120,7 @@ void CallLog::log(int line) {
     ended.record = *logged;
     state_.lines.CallerData(line).set(CallerField::CallDate,
                                       value_of(ended.record, CallerField::CallDate));
-    if (ended.record.columns != ended.record.replaced) put(line, ended);
+    put(line, ended);
   }
   remember(line, logged, state_.lines.FreshConnect ? Rest::RecordStays : Rest::Ended);
   end(line, ended);
@@ -152,7 +151,7 @@ void CallLog::remember(int line, const std::optional<platform::LoggedCall>& logg
 }
 
 void CallLog::log_left(int line, const EndedCall& left) {
-  state_.services.journal.put(left.record);
+  put(line, left);
   if (!left.last_seen) return;
   const int group = left.last_seen->group;
   const bool may_go_on = group != state_.program.GroupNumber || state_.lines.has_caller(line);

@@ -53,7 +53,7 @@ std::string record_of(const Letters& letters, const EntryDraft& draft) {
   fields.emplace_back(draft.unlogged ? not_logged : "");
   const platform::LoggedCall& call = draft.ended->record;
   for (const platform::LoggedColumn& column : call.columns) fields.push_back(column.value);
-  const bool has_row = draft.unlogged && !call.replaced.empty();
+  const bool has_row = !call.replaced.empty();
   for (std::size_t i = 0; i < call_log_columns.size(); ++i)
     fields.push_back(has_row ? call.replaced[i].value : std::string());
   for (const EntryTexts* texts : {&draft.work.typed, &draft.work.had}) {

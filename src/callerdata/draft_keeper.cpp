@@ -70,15 +70,9 @@ void DraftKeeper::log_left_calls() {
   std::vector<EntryDraft> left = drafts_.all();
   std::erase_if(left, [](const EntryDraft& draft) { return !draft.unlogged; });
   if (left.empty()) return;
-  // A run that is killed in here has perhaps logged them.
-  for (const EntryDraft& draft : left) {
-    platform::LoggedCall& record = drafts_.find(draft.call)->ended->record;
-    record.replaced = record.columns;
-  }
-  write();
   for (EntryDraft& draft : left) {
-    draft.unlogged = false;
     call_log_.log_left(draft.line, *draft.ended);
+    draft.unlogged = false;
     if (draft.unsaved()) {
       drafts_.keep(std::move(draft));
     } else {
@@ -111,7 +105,7 @@ std::vector<EntryDraft> DraftKeeper::restore() {
   std::vector<std::string> left = file_->take_over();
   std::vector<EntryDraft> restored = drafts_of_files(state_.services.letters, left);
   for (EntryDraft& draft : restored) {
-    draft.call = call_log_.new_call();
+    draft.call = draft.ended->call = call_log_.new_call();
     // A line that isn't in use any more couldn't be opened.
     if (draft.line >= state_.lines.LineCount) {
       draft.line = state_.lines.LineCount - 1;
@@ -148,7 +142,7 @@ std::vector<EntryDraft> DraftKeeper::left_by_this_run() {
     draft.ended->last_seen = call_log_.last_seen();
     if (!would_be_lost(draft.line)) continue;
     draft.ended->record = *call_log_.to_be_logged(draft.line);
-    draft.unlogged = draft.ended->record.columns != draft.ended->record.replaced;
+    draft.unlogged = true;
   }
   std::erase_if(drafts, [](const auto& draft) { return !draft.unsaved() && !draft.unlogged; });
   return drafts;

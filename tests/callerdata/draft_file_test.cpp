@@ -42,6 +42,13 @@ TEST_SUITE("callerdata/draft file") {
     CHECK(drafts_of_files(letters, {draft_file_text(letters, unlogged)}) == unlogged);
   }
 
+  TEST_CASE("what has no log to go to doesn't wait for one") {
+    EntryDraft draft = draft_of(0, "", "x", {}, {"Ann"});
+    draft.unlogged = true;
+    const auto read = drafts_of_files(letters, {draft_file_text(letters, {draft})});
+    CHECK_FALSE(read.at(0).unlogged);
+  }
+
   TEST_CASE("any texts come back") {
     check_property([](const std::string& name, const std::string& comments) {
       EntryTexts typed;

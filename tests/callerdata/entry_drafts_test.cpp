@@ -38,6 +38,21 @@ TEST_SUITE("callerdata/entry drafts") {
     CHECK(drafts.ended_on(3)->call == 2);
     CHECK(drafts.ended_on(5) == nullptr);
   }
+
+  TEST_CASE(
+      "of the calls that were left on a line those come, latest first, that wait to be saved") {
+    EntryDrafts drafts;
+    for (CallNumber call = 1; call <= 4; ++call) {
+      EntryDraft left = draft(call, call == 4 ? 4 : 3, call == 2 ? "" : "Ann", true);
+      left.ended->last_seen = LastSeen{1, {}};
+      drafts.keep(left);
+    }
+    drafts.keep(draft(5, 3, "Bob", true));
+    const auto left = drafts.left_on(3);
+    REQUIRE(left.size() == 2);
+    CHECK(left[0].call == 3);
+    CHECK(left[1].call == 1);
+  }
 }
 
 }  // namespace

@@ -1,46 +1,10 @@
 #include <doctest/doctest.h>
 
-#include "base/time_text.h"
 #include "support/next_run.h"
 #include "wire/server_packet_codec.h"
 
 namespace lineweir::test {
 namespace {
-
-void save_as(LineDesk& desk, const std::string& name) {
-  desk.connect_socket();
-  desk.open(line);
-  desk.type(1, name);
-  desk.type(3, "Bath");
-  desk.save();
-}
-
-void save_ann(LineDesk& desk) { save_as(desk, "Ann"); }
-
-void wait(LineDesk& desk, int seconds) {
-  desk.platform.loop.advance(platform::Milliseconds(seconds * 1000));
-}
-
-// What a console leaves that is killed while Ann is on air and her data are saved.
-std::string left_with_ann_on_air() {
-  LineDesk desk;
-  desk.box_sends("N03");
-  save_ann(desk);
-  CHECK(desk.rows().empty());
-  return draft_file(desk);
-}
-
-// A minute later.
-struct LaterRun : NextRun {
-  explicit LaterRun(const std::string& file) : NextRun(file) { wait(*this, 60); }
-};
-
-// A session has begun, and the server has told from when on the call on the line lasts.
-void report_same_call(LineDesk& desk, const std::string& began = "09:59:00", char letter = 'N') {
-  desk.console.lines.FreshConnect = true;
-  desk.console.lines.ClockBase(line) = began;
-  desk.server_reports(letter);
-}
 
 TEST_SUITE("callerdata/saved data outlive the program") {
   TEST_CASE("who has hung up by the next run is logged as far as it was known") {
@@ -166,46 +130,6 @@ TEST_SUITE("callerdata/saved data outlive the program") {
     CHECK(next.rows()[0][log_on_air] != "");
   }
 
-  TEST_CASE("it takes the place of no other call's row") {
-    LineDesk former;
-    for (const char* name : {"Ann", "John"}) {
-      CAPTURE(name);
-      LineDesk desk;
-      desk.box_sends("P03");
-      save_as(desk, name);
-      LaterRun next("");
-      next.box_sends("P03");
-      save_as(next, name == std::string("Ann") ? "Ann" : "Jo");
-      next.box_sends("F03");
-      CHECK(next.rows().size() == 1);
-      next.platform.files.replace(std::string(draft_file_name), draft_file(desk));
-      next.console.caller_data.restore_drafts();
-      next.box_sends("F03");
-      REQUIRE(next.rows().size() == 2);
-      CHECK(next.rows()[1][log_name] == name);
-    }
-  }
-
-  TEST_CASE("a caller who is typed in again where nobody could know him is logged once") {
-    LaterRun next(left_with_ann_on_air());
-    next.box_sends("N03");
-    CHECK(next.rows().size() == 1);
-    save_ann(next);
-    SUBCASE("at his end") {
-      next.box_sends("F03");
-      REQUIRE(next.rows().size() == 1);
-      CHECK(next.rows()[0][log_placed_on_air] == "10:00:00 AM");
-    }
-    SUBCASE("by a run behind it") {
-      LaterRun third(draft_file(next));
-      third.platform.databases = next.platform.databases;
-      third.box_sends("N03");
-      CHECK(third.rows().size() == 1);
-      third.box_sends("F03");
-      CHECK(third.rows().size() == 1);
-    }
-  }
-
   TEST_CASE("what was typed behind it completes the row") {
     LineDesk desk;
     desk.box_sends("N03");
@@ -234,6 +158,8 @@ TEST_SUITE("callerdata/saved data outlive the program") {
       next.open(line);
       CHECK(next.text(1) == "Anna");
       CHECK_FALSE(next.form().OtherCall.visible);
+      REQUIRE(next.rows().size() == 1);
+      CHECK(next.rows()[0][log_name] == "Ann");
       return;
     }
     SUBCASE("or leaves it, where it is discarded") {
@@ -285,6 +211,62 @@ TEST_SUITE("callerdata/saved data outlive the program") {
     CHECK(draft_file(desk) == "");
   }
 
+  TEST_CASE("nor does one that is killed while it logs for the run before it") {
+    LaterRun next(left_with_ann_on_air());
+    const auto tell = next.console.call_log.on_logging;
+    std::string at_the_kill;
+    next.console.call_log.on_logging = [&](int at, const EndedCall& ended) {
+      tell(at, ended);
+      at_the_kill = draft_file(next);
+    };
+    next.box_sends("F03");
+    CHECK(next.rows().size() == 1);
+    LaterRun third(at_the_kill);
+    third.platform.databases = next.platform.databases;
+    third.box_sends("F03");
+    CHECK(third.rows() == next.rows());
+  }
+
+  TEST_CASE("what was typed behind the last saving isn't logged by the next run") {
+    LineDesk desk;
+    desk.box_sends("N03");
+    save_ann(desk);
+    desk.open(line);
+    desk.type(1, "a");
+    desk.form().close();
+    desk.box_sends("F03");
+    CHECK(desk.rows().size() == 1);
+    CHECK(draft_file(desk).find(",no,") == std::string::npos);
+    CHECK(draft_file(desk).find("Anna") != std::string::npos);
+  }
+
+  TEST_CASE("who was seen in another group is there still when the console comes back to it") {
+    LaterRun next(left_with_ann_on_air());
+    next.console.program.GroupNumber = 2;
+    next.server_reports('F');
+    CHECK(next.rows().size() == 1);
+    next.console.line_events.leave_group();
+    next.console.program.GroupNumber = 1;
+    report_same_call(next);
+    save_ann(next);
+    next.server_reports('F');
+    CHECK(next.rows().size() == 1);
+  }
+
+  TEST_CASE("what is typed in a group before its lines are known is nobody's of the group before") {
+    LineDesk desk;
+    desk.server_reports('H');
+    desk.console.line_events.leave_group();
+    desk.console.program.GroupNumber = 2;
+    desk.open(line);
+    desk.type(1, "Ann");
+    desk.console.caller_data.keep_draft();
+    LaterRun next(draft_file(desk));
+    report_same_call(next, "09:59:00", 'H');
+    next.open(line);
+    CHECK(next.text(1) == "");
+  }
+
   TEST_CASE("what others have typed is theirs to log") {
     LineDesk desk;
     desk.connect_socket();
@@ -298,73 +280,6 @@ TEST_SUITE("callerdata/saved data outlive the program") {
     LineDesk desk;
     save_ann(desk);
     CHECK(draft_file(desk) == "");
-  }
-
-  TEST_CASE("the next caller of the same name on the line has a row of his own") {
-    LineDesk desk;
-    desk.box_sends("N03");
-    save_as(desk, "John");
-    LaterRun next(draft_file(desk));
-    next.box_sends("F03");
-    CHECK(next.rows().size() == 1);
-    next.box_sends("P03");
-    save_as(next, "John");
-    next.box_sends("F03");
-    CHECK(next.rows().size() == 2);
-  }
-
-  TEST_CASE("a former caller's row that is changed is his row still") {
-    LineDesk desk;
-    desk.box_sends("N03");
-    save_ann(desk);
-    desk.open(line);
-    desk.type(9, "Cats");
-    desk.form().close();
-    LaterRun next(draft_file(desk));
-    next.box_sends("N03");
-    next.open(line);
-    next.form().OtherCall.on_click();
-    CHECK(next.text(9) == "Cats");
-    next.save();
-    CHECK(next.rows().at(0)[log_comments] == "Cats");
-    next.connect_socket();
-    next.open(line);
-    next.type(1, "Ann");
-    next.type(3, "Bath");
-    next.type(9, "Cats");
-    next.save();
-    next.box_sends("F03");
-    CHECK(next.rows().size() == 1);
-  }
-
-  TEST_CASE("who hung up while the link was away is logged once") {
-    LineDesk desk;
-    desk.server_reports('N');
-    save_ann(desk);
-    desk.console.lines.FreshConnect = true;
-    desk.server_reports('F');
-    const auto rows = desk.rows();
-    REQUIRE(rows.size() == 1);
-    desk.receive(line, "");
-    desk.server_reports('R');
-    CHECK(desk.rows() == rows);
-  }
-
-  TEST_CASE("who was told free by mistake, and is there, is logged once") {
-    LineDesk desk;
-    desk.server_reports('N');
-    save_ann(desk);
-    desk.console.lines.FreshConnect = true;
-    desk.server_reports('F');
-    CHECK(desk.rows().size() == 1);
-    desk.server_reports('N');
-    desk.open(line);
-    desk.type(9, "Later");
-    desk.save();
-    desk.server_reports('F');
-    REQUIRE(desk.rows().size() == 1);
-    CHECK(desk.rows()[0][log_comments] == "Later");
-    CHECK(desk.rows()[0][log_placed_on_air] == "10:00:00 AM");
   }
 
   TEST_CASE("while the link is gone nobody knows whether he is still there") {
