@@ -191,7 +191,8 @@ std::optional<LastSeen> CallLog::last_seen() const {
 }
 
 void CallLog::lines_changed() {
-  last_seen_ = LastSeen{state_.program.GroupNumber, state_.services.clock.now()};
+  last_seen_ = LastSeen{state_.program.GroupNumber, state_.services.clock.now(),
+                        std::string(trimmed(state_.login.ServerHost))};
 }
 
 platform::LoggedCall CallLog::call_so_far(int line) {

@@ -202,6 +202,7 @@ void CallerDataEntry::take_up_left_call(int line) {
 
 bool CallerDataEntry::is_still_there(const EndedCall& left, int line) {
   return left.last_seen && left.last_seen->group == state_.program.GroupNumber &&
+         left.last_seen->servers == trimmed(state_.login.ServerHost) &&
          is_same_call(*left.last_seen, {state_.lines.ClockBase(line), call_log_.noticed(line)},
                       state_.services.clock.now());
 }

@@ -15,7 +15,8 @@ namespace {
 
 constexpr std::string_view line_heading = "Line";
 constexpr std::string_view log_heading = "Call log";
-// Both are empty where the end of the call was seen.
+// These are empty where the end of the call was seen.
+constexpr std::string_view servers_heading = "Servers";
 constexpr std::string_view group_heading = "Studio group";
 constexpr std::string_view last_seen_heading = "Last seen";
 // Whether the call's record is in its log.
@@ -29,9 +30,9 @@ constexpr std::string_view column_mark = "Call: ";
 constexpr std::string_view row_mark = "Row: ";
 
 std::vector<std::string> headings() {
-  std::vector<std::string> names = {std::string(line_heading), std::string(log_heading),
-                                    std::string(group_heading), std::string(last_seen_heading),
-                                    std::string(logged_heading)};
+  std::vector<std::string> names = {std::string(line_heading),      std::string(log_heading),
+                                    std::string(servers_heading),   std::string(group_heading),
+                                    std::string(last_seen_heading), std::string(logged_heading)};
   for (const std::string_view mark : {column_mark, row_mark}) {
     for (const CallLogColumn& column : call_log_columns)
       names.push_back(std::string(mark) + std::string(column.name));
@@ -48,6 +49,7 @@ std::string record_of(const Letters& letters, const EntryDraft& draft) {
   std::vector<std::string> fields = {std::to_string(draft.line + 1)};
   fields.push_back(draft.ended->record.file);
   const std::optional<LastSeen>& seen = draft.ended->last_seen;
+  fields.push_back(seen ? letters.to_utf8(seen->servers) : std::string());
   fields.push_back(seen ? std::to_string(seen->group) : std::string());
   fields.push_back(seen ? date_time_text(seen->at) : std::string());
   fields.emplace_back(draft.unlogged ? not_logged : "");
@@ -71,12 +73,13 @@ std::optional<int> ordinal_of(std::string_view text) {
   return number;
 }
 
-std::optional<LastSeen> last_seen_of(std::string_view group, std::string_view moment) {
+std::optional<LastSeen> last_seen_of(std::string servers, std::string_view group,
+                                     std::string_view moment) {
   const auto number = ordinal_of(group);
   const auto date = date_of(moment);
   const auto seconds = time_of_day(moment);
   if (!number || !date || !seconds) return std::nullopt;
-  return LastSeen{*number, at_time_of_day(*date, *seconds)};
+  return LastSeen{*number, at_time_of_day(*date, *seconds), std::move(servers)};
 }
 
 // A file of another release may lack a field, or have more of them.
@@ -110,7 +113,8 @@ std::optional<EntryDraft> draft_of(const Letters& letters, const std::vector<std
       std::ranges::all_of(call.replaced, [](const auto& c) { return c.value.empty(); });
   if (no_row) call.replaced.clear();
   draft.ended = EndedCall{0, std::move(call)};
-  draft.ended->last_seen = last_seen_of(field(group_heading), field(last_seen_heading));
+  draft.ended->last_seen = last_seen_of(letters.from_utf8(field(servers_heading)),
+                                        field(group_heading), field(last_seen_heading));
   for (std::size_t i = 0; i < entry_field_count; ++i) {
     draft.work.typed[i] = letters.from_utf8(field(entry_fields[i].name));
     draft.work.had[i] = letters.from_utf8(field(entry_fields[i].name, had_mark));

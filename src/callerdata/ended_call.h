@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <optional>
+#include <string>
 
 #include "base/date_time.h"
 #include "platform/call_journal.h"
@@ -22,6 +23,8 @@ enum class CallEnd {
 struct LastSeen {
   int group = 0;
   platform::DateTime at;
+  // The servers in use then, whose group it is.
+  std::string servers = {};
 
   friend bool operator==(const LastSeen&, const LastSeen&) = default;
 };

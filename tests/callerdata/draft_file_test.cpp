@@ -29,7 +29,7 @@ TEST_SUITE("callerdata/draft file") {
     CHECK(draft_file_text(letters, {}) == "");
     // One whose call may be on its line still.
     std::vector<EntryDraft> seen = {drafts.front()};
-    seen.front().ended->last_seen = LastSeen{17, {2026, 12, 31, 23, 59, 58}};
+    seen.front().ended->last_seen = LastSeen{17, {2026, 12, 31, 23, 59, 58}, "a.example, b\xE4"};
     CHECK(drafts_of_files(letters, {draft_file_text(letters, seen)}) == seen);
     // One whose record isn't logged yet.
     std::vector<EntryDraft> unlogged = {drafts.back()};

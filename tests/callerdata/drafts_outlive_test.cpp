@@ -105,6 +105,20 @@ TEST_SUITE("callerdata/drafts outlive the program") {
     CHECK(draft_file(next) == "");
   }
 
+  TEST_CASE("another studio's callers are others, whatever its group's number") {
+    LineDesk desk;
+    desk.box_sends("N03");
+    desk.open(line);
+    desk.type(1, "Ann");
+    desk.console.caller_data.keep_draft();
+    NextRun next(draft_file(desk));
+    next.console.login.ServerHost = "other.example";
+    report_same_call(next, "09:59:00", 'H');
+    next.open(line);
+    CHECK(next.text(1) == "");
+    CHECK(next.form().OtherCall.visible);
+  }
+
   TEST_CASE("who hung up in the run before isn't the one whose clock runs in this one") {
     LineDesk desk;
     desk.box_sends("N03");
