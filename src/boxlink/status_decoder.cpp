@@ -1,6 +1,7 @@
 #include "boxlink/status_decoder.h"
 
 #include <algorithm>
+#include <set>
 
 #include "boxlink/line_rules.h"
 #include "boxlink/line_steps.h"
@@ -101,15 +102,19 @@ void StatusDecoder::decode() {
   const bool was_heard = serial_link_.box_heard();
   serial_buffer.append(state_.services.comm1.input());
   const StatusScan scan = serial_buffer.scan(state_.lines.LineCount);
+  std::set<int> told;
   for (const StatusItem& item : scan.items) {
-    if (line_rule(box_rules, item.letter, state_.lines.ThePhoneFlag) != nullptr) hear_box();
+    if (line_rule(box_rules, item.letter, state_.lines.ThePhoneFlag) != nullptr) {
+      hear_box();
+      told.insert(item.line);
+    }
     if (state_.lines.StatusLetter(item.line) != item.letter) {
       process_change(item.line, item.letter);
     }
   }
   serial_buffer.drop(scan.consumed);
+  if (!told.empty()) caller_data_.lines_told(told);
   caller_data_.lines_changed();
-  if (serial_link_.box_heard()) caller_data_.lines_told();
   if (!was_heard && serial_link_.box_heard() && on_first_report) on_first_report();
 }
 

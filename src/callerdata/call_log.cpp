@@ -6,6 +6,7 @@
 #include "base/text.h"
 #include "base/time_text.h"
 #include "callerdata/entry_fit.h"
+#include "callerdata/left_call.h"
 #include "callerdata/log_places.h"
 #include "forms/call_log_columns.h"
 #include "letters/path_text.h"
@@ -52,13 +53,17 @@ const std::string& value_of(const platform::LoggedCall& call, CallerField field)
   return call.columns[rule_of(field).log.position].value;
 }
 
+std::string_view text_of(const platform::LoggedCall& call, CallerField field) {
+  return trimmed(value_of(call, field));
+}
+
 // Whether the record still tells all that the earlier one knows of its caller.
 bool tells_of_same_caller(const platform::LoggedCall& earlier, const platform::LoggedCall& record) {
   bool is_known = false;
-  for (const auto& entry : entry_fields) {
-    const std::string& known = value_of(earlier, entry.field);
+  for (const CallerFieldRule& entry : entry_fields) {
+    const std::string_view known = text_of(earlier, entry.field);
     if (known.empty()) continue;
-    if (known != value_of(record, entry.field)) return false;
+    if (known != text_of(record, entry.field)) return false;
     is_known = true;
   }
   return is_known;
@@ -67,87 +72,109 @@ bool tells_of_same_caller(const platform::LoggedCall& earlier, const platform::L
 // Whether the record says something else of its caller than the earlier one.
 bool contradicts(const platform::LoggedCall& earlier, const platform::LoggedCall& record) {
   return std::ranges::any_of(entry_fields, [&](const CallerFieldRule& entry) {
-    const std::string& known = value_of(earlier, entry.field);
-    const std::string& now = value_of(record, entry.field);
+    const std::string_view known = text_of(earlier, entry.field);
+    const std::string_view now = text_of(record, entry.field);
     return !known.empty() && !now.empty() && known != now;
   });
 }
 
 // The record takes the place of an earlier one of the same call, and keeps what only that one
-// knows, and when the caller was first on hold and on air.
+// knows, and when the call was first seen, on hold and on air.
 void follow_up(const platform::LoggedCall& earlier, platform::LoggedCall& record) {
   using enum CallerField;
   record.replaced = earlier.columns;
   for (const CallerFieldRule& rule : caller_fields) {
-    const std::string& known = value_of(earlier, rule.field);
-    const bool is_first = rule.field == TimePlacedOnAir || rule.field == TimeOnHold;
-    std::string& now = value_of(record, rule.field);
-    if (now.empty() || (is_first && !known.empty())) now = known;
+    const bool is_first =
+        rule.field == CallDate || rule.field == TimePlacedOnAir || rule.field == TimeOnHold;
+    const bool is_known = !text_of(earlier, rule.field).empty();
+    if (text_of(record, rule.field).empty() || (is_first && is_known)) {
+      value_of(record, rule.field) = value_of(earlier, rule.field);
+    }
   }
 }
 
 }  // namespace
 
-CallLog::CallLog(ConsoleState& state) : state_(state) {}
-
-bool CallLog::is_logged(int line) const {
-  return chosen() && state_.lines.CallerData(line).holds_data();
+bool is_row_of(const platform::LoggedCall& earlier, const platform::LoggedCall& record) {
+  return !record.replaced.empty() && earlier.file == record.file &&
+         earlier.columns == record.replaced;
 }
 
+CallLog::CallLog(ConsoleState& state) : state_(state) {}
+
 std::optional<platform::LoggedCall> CallLog::to_be_logged(int line) {
-  if (!is_logged(line)) return std::nullopt;
+  if (!chosen() || !state_.lines.CallerData(line).holds_data()) return std::nullopt;
   platform::LoggedCall call = call_so_far(line);
   call.file = file_of_log();
-  follow_up_logged(line, call);
+  const auto found = logged_.find({state_.program.GroupNumber, line});
+  if (found == logged_.end()) return call;
+  const Logged& logged = found->second;
+  const bool is_record = is_record_of(logged, line, call);
+  // It has its row, in the log that was chosen at its end.
+  const bool is_done = logged.rest == Rest::OtherCallBegun || logged.call.file != call.file;
+  if (is_record && is_done) return std::nullopt;
+  if (is_record || may_go_on_as(logged, line, call)) follow_up(logged.call, call);
   return call;
 }
 
-void CallLog::follow_up_logged(int line, platform::LoggedCall& call) const {
-  const auto logged = logged_.find({state_.program.GroupNumber, line});
-  if (logged == logged_.end()) return;
-  const auto& [earlier, rest] = logged->second;
-  // The date is filled in when a call is logged, and goes with the record.
+// The date is filled in when a call is logged, and goes with the record.
+bool CallLog::is_record_of(const Logged& logged, int line, const platform::LoggedCall& call) const {
   const bool stays = !state_.lines.CallerData(line)[CallerField::CallDate].empty();
-  const bool is_same_record = rest == Rest::RecordStays && stays && !contradicts(earlier, call);
-  const bool may_go_on = rest == Rest::GoesOn && tells_of_same_caller(earlier, call);
-  if (is_same_record || may_go_on) follow_up(earlier, call);
+  return logged.rest != Rest::GoesOn && stays && !contradicts(logged.call, call);
+}
+
+bool CallLog::may_go_on_as(const Logged& logged, int line, const platform::LoggedCall& call) {
+  if (logged.rest != Rest::GoesOn || !tells_of_same_caller(logged.call, call)) return false;
+  return !logged.last_seen ||
+         !is_other_call(*logged.last_seen, {state_.lines.ClockBase(line), noticed(line)},
+                        state_.services.clock.now());
 }
 
 void CallLog::log(int line) {
   EndedCall ended{call_on(line), call_so_far(line)};
+  const bool fresh = state_.lines.FreshConnect;
+  // A session that begins may tell a line free on which the call goes on.
+  if (fresh) ended.last_seen = last_seen();
   const auto logged = to_be_logged(line);
+  const GroupLine place{state_.program.GroupNumber, line};
   if (logged) {
     ended.record = *logged;
     state_.lines.CallerData(line).set(CallerField::CallDate,
                                       value_of(ended.record, CallerField::CallDate));
     put(line, ended);
   }
-  remember(line, logged, state_.lines.FreshConnect ? Rest::RecordStays : Rest::Ended);
+  if (!fresh) {
+    logged_.erase(place);
+  } else if (logged) {
+    logged_[place] = {*logged, Rest::RecordStays, std::nullopt};
+  }
   end(line, ended);
 }
 
 void CallLog::leave(int line, CallEnd how) {
   EndedCall ended{call_on(line), call_so_far(line), how};
-  std::optional<platform::LoggedCall> logged;
-  if (how == CallEnd::GroupLeft) {
-    ended.last_seen = last_seen();
-    logged = to_be_logged(line);
+  const GroupLine place{state_.program.GroupNumber, line};
+  if (how == CallEnd::HungUp) {
+    const auto logged = logged_.find(place);
+    if (logged != logged_.end() && logged->second.rest != Rest::GoesOn) {
+      logged->second.rest = Rest::OtherCallBegun;
+    } else {
+      logged_.erase(place);
+    }
+    return end(line, ended);
   }
-  if (logged) {
+  ended.last_seen = last_seen();
+  if (const auto logged = to_be_logged(line)) {
     ended.record = *logged;
     put(line, ended);
+    logged_[place] = {*logged, Rest::GoesOn, ended.last_seen};
   }
-  remember(line, logged, Rest::GoesOn);
   end(line, ended);
 }
 
-void CallLog::remember(int line, const std::optional<platform::LoggedCall>& logged, Rest rest) {
-  const GroupLine place{state_.program.GroupNumber, line};
-  if (logged) {
-    logged_[place] = {*logged, rest};
-  } else {
-    logged_.erase(place);
-  }
+void CallLog::record_saved(int line) {
+  const auto logged = logged_.find({state_.program.GroupNumber, line});
+  if (logged != logged_.end() && logged->second.rest == Rest::OtherCallBegun) logged_.erase(logged);
 }
 
 void CallLog::log_left(int line, const EndedCall& left) {
@@ -155,7 +182,7 @@ void CallLog::log_left(int line, const EndedCall& left) {
   if (!left.last_seen) return;
   const int group = left.last_seen->group;
   const bool may_go_on = group != state_.program.GroupNumber || state_.lines.has_caller(line);
-  if (may_go_on) logged_[{group, line}] = {left.record, Rest::GoesOn};
+  if (may_go_on) logged_[{group, line}] = {left.record, Rest::GoesOn, left.last_seen};
 }
 
 void CallLog::put(int line, const EndedCall& ended) {
@@ -190,7 +217,7 @@ std::optional<LastSeen> CallLog::last_seen() const {
   return is_here ? last_seen_ : std::nullopt;
 }
 
-void CallLog::lines_changed() {
+void CallLog::lines_told() {
   last_seen_ = LastSeen{state_.program.GroupNumber, state_.services.clock.now(),
                         std::string(trimmed(state_.login.ServerHost))};
 }
@@ -214,11 +241,25 @@ bool CallLog::complete(platform::LoggedCall call, const EntryTexts& texts) {
   }
   call = with_texts(std::move(call), texts);
   for (auto& [place, logged] : logged_) {
-    const bool is_this = logged.call.file == call.file && logged.call.columns == call.replaced;
-    if (is_this) logged.call.columns = call.columns;
+    if (is_row_of(logged.call, call)) bring_up_to_date(place, logged, call);
   }
   state_.services.journal.put(std::move(call));
   return true;
+}
+
+void CallLog::bring_up_to_date(const GroupLine& place, Logged& logged,
+                               const platform::LoggedCall& call) {
+  const bool stands_here = place.group == state_.program.GroupNumber &&
+                           is_record_of(logged, place.line, call_so_far(place.line));
+  if (stands_here) {
+    CallerRecord& record = state_.lines.CallerData(place.line);
+    for (const CallerFieldRule& entry : entry_fields) {
+      const std::string text = state_.services.letters.from_utf8(text_of(call, entry.field));
+      record.set(entry.field, text);
+      state_.Lineweir.labels_of(entry.field)(place.line).caption = text;
+    }
+  }
+  logged.call.columns = call.columns;
 }
 
 platform::LoggedCall CallLog::with_texts(platform::LoggedCall call, const EntryTexts& texts) const {

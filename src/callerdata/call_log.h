@@ -49,16 +49,14 @@ class CallLog {
   // The record that the call on the line would have if it ended now.
   platform::LoggedCall call_so_far(int line);
 
-  // Whether the call on the line would be logged if it ended now.
-  bool is_logged(int line) const;
   // What would be logged of the call, in the place of its row where that is in the log already;
   // nothing where it wouldn't be.
   std::optional<platform::LoggedCall> to_be_logged(int line);
 
   // Lines have been reported.
-  void lines_changed();
-  // For a call that is on its line: when this was reported last, as nobody knows who has come since
-  // where the link is gone. Nothing before the first report.
+  void lines_told();
+  // For a call that is on its line: when lines were reported last, as nobody knows who has come
+  // since where the link is gone. Nothing before the first report.
   std::optional<LastSeen> last_seen() const;
 
   // The number of the call on the line; nothing where none was asked for.
@@ -73,6 +71,9 @@ class CallLog {
   // A call that an earlier run of the program has seen and not logged is logged as far as it was
   // known. If its caller is on the line still, the row is brought up to date at the end.
   void log_left(int line, const EndedCall& left);
+
+  // What the line's record says now was saved for the call that is on it.
+  void record_saved(int line);
 
   // What is known of the caller of the call is now this.
   platform::LoggedCall with_texts(platform::LoggedCall call, const EntryTexts& texts) const;
@@ -117,18 +118,20 @@ class CallLog {
     auto operator<=>(const GroupLine&) const = default;
   };
 
-  // Of one that has ended the record stays on its line where a session begins: until it is cleared
-  // it is that call's.
-  enum class Rest { GoesOn, Ended, RecordStays };
+  // A call that was logged may go on. Or it has ended while its record stays on the line, as where
+  // a session begins, perhaps by mistake; until another call begins there.
+  enum class Rest { GoesOn, RecordStays, OtherCallBegun };
 
   struct Logged {
     platform::LoggedCall call;
     Rest rest;
+    // Of one that may go on.
+    std::optional<LastSeen> last_seen;
   };
 
-  // As a call that is in the log already, if it is the one that was logged last.
-  void follow_up_logged(int line, platform::LoggedCall& call) const;
-  void remember(int line, const std::optional<platform::LoggedCall>& logged, Rest rest);
+  bool is_record_of(const Logged& logged, int line, const platform::LoggedCall& call) const;
+  bool may_go_on_as(const Logged& logged, int line, const platform::LoggedCall& call);
+  void bring_up_to_date(const GroupLine& place, Logged& logged, const platform::LoggedCall& call);
   void put(int line, const EndedCall& ended);
   // The chosen log's file, as the journal names it.
   std::string file_of_log() const;
@@ -145,6 +148,9 @@ class CallLog {
   std::optional<LastSeen> last_seen_;
   CallNumber last_call_ = 0;
 };
+
+// Whether the record takes the place of the earlier one's row.
+bool is_row_of(const platform::LoggedCall& earlier, const platform::LoggedCall& record);
 
 // The columns of a new log, whose last one has the user's name for it. A database's texts are
 // UTF-8.

@@ -68,7 +68,11 @@ CallerDataEntry::CallerDataEntry(ConsoleState& state, CallLog& call_log,
        [this] { DraftTimer_Timer(); });
   wire(state.Lineweir.Data1.on_change, state_.trace, "Lineweir_Data1_Change",
        [this] { drafts_.lines_changed(); });
-  call_log.on_logging = [this](int line, const EndedCall& ended) { drafts_.logging(line, ended); };
+  call_log.on_logging = [this](int line, const EndedCall& ended) {
+    if (held_.ended && is_row_of(held_.ended->record, ended.record))
+      held_.ended->record.columns = ended.record.columns;
+    drafts_.logging(line, ended);
+  };
   call_log.on_call_ended = [this](const EndedCall& ended) { call_ended(ended); };
 }
 
@@ -171,8 +175,12 @@ void CallerDataEntry::call_ended(const EndedCall& ended) {
   show_buttons();
 }
 
+void CallerDataEntry::lines_told(const std::set<int>& lines) {
+  call_log_.lines_told();
+  drafts_.log_left_calls(lines);
+}
+
 void CallerDataEntry::lines_changed() {
-  call_log_.lines_changed();
   for (int line = 0; line < state_.lines.LineCount; ++line) take_up_left_call(line);
   drafts_.lines_changed();
   if (!state_.Form4.loaded()) return;
@@ -183,7 +191,8 @@ void CallerDataEntry::lines_changed() {
 void CallerDataEntry::take_up_left_call(int line) {
   if (!anybody_on(line)) return;
   const CallNumber call = call_log_.call_on(line);
-  if (holds_ended_call_of(line) && is_still_there(*held_.ended, line)) {
+  const bool has_draft = drafts_.find(call) != nullptr;
+  if (holds_ended_call_of(line) && !has_draft && is_still_there(*held_.ended, line)) {
     keep_draft();
     drafts_.take_up(held_.call, call);
     held_.call = call;
@@ -345,6 +354,7 @@ void CallerDataEntry::store(int line, const EntryTexts& typed) {
     record.set(entry_fields[i].field, texts[i]);
   }
   line_texts_.renewed(line);
+  call_log_.record_saved(line);
 }
 
 bool CallerDataEntry::save_to_log(platform::LoggedCall call) {

@@ -2,6 +2,7 @@
 
 #include <functional>
 #include <optional>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -39,11 +40,10 @@ class CallerDataEntry {
   // touched follow.
   void data_arrived(int line);
 
-  // Lines have been reported.
+  // These lines have been reported: whom earlier runs have seen on them and not logged is logged.
+  void lines_told(const std::set<int>& lines);
+  // Behind it, and where lines have been emptied without a report: callers have come or gone.
   void lines_changed();
-
-  // Behind it, where this was no guess: whom earlier runs have seen and not logged is logged.
-  void lines_told() { drafts_.log_left_calls(); }
 
   // The lines with callers for whom something was typed and not saved, in their order.
   std::vector<int> lines_with_unsaved_data();

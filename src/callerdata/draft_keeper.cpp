@@ -48,10 +48,15 @@ void DraftKeeper::settle(CallNumber call) {
 }
 
 void DraftKeeper::logging(int line, const EndedCall& ended) {
+  for (const EntryDraft& draft : drafts_.all()) {
+    if (draft.ended && is_row_of(draft.ended->record, ended.record))
+      drafts_.find(draft.call)->ended->record.columns = ended.record.columns;
+  }
   const EntryDraft* draft = drafts_.find(ended.call);
   EntryDraft now = draft == nullptr ? EntryDraft{ended.call, line} : *draft;
   now.ended = ended;
-  now.ended->record.replaced = ended.record.columns;
+  std::vector<platform::LoggedColumn>& row = now.ended->record.replaced;
+  if (row.empty()) row = ended.record.columns;
   now.unlogged = true;
   drafts_.keep(std::move(now));
   write();
@@ -66,9 +71,14 @@ void DraftKeeper::call_ended(const EndedCall& ended) {
   write();
 }
 
-void DraftKeeper::log_left_calls() {
+void DraftKeeper::log_left_calls(const std::set<int>& told) {
   std::vector<EntryDraft> left = drafts_.all();
-  std::erase_if(left, [](const EntryDraft& draft) { return !draft.unlogged; });
+  std::erase_if(left, [&](const EntryDraft& draft) {
+    if (!draft.unlogged) return true;
+    const auto& seen = draft.ended->last_seen;
+    const bool is_here = seen && seen->group == state_.program.GroupNumber;
+    return is_here && !told.contains(draft.line);
+  });
   if (left.empty()) return;
   for (EntryDraft& draft : left) {
     call_log_.log_left(draft.line, *draft.ended);
@@ -124,15 +134,16 @@ std::vector<EntryDraft> DraftKeeper::restore() {
   return restored;
 }
 
-bool DraftKeeper::would_be_lost(int line) const {
-  return call_log_.is_logged(line) && state_.lines.has_caller(line);
+std::optional<platform::LoggedCall> DraftKeeper::unlogged_on(int line) {
+  if (!state_.lines.has_caller(line)) return std::nullopt;
+  return call_log_.to_be_logged(line);
 }
 
 std::vector<EntryDraft> DraftKeeper::left_by_this_run() {
   std::vector<EntryDraft> drafts = drafts_.all();
   for (int line = 0; line < state_.lines.LineCount; ++line) {
     const auto call = call_log_.known_call_on(line);
-    if (call && drafts_.find(*call) == nullptr && would_be_lost(line))
+    if (call && drafts_.find(*call) == nullptr && unlogged_on(line))
       drafts.push_back({*call, line});
   }
   for (EntryDraft& draft : drafts) {
@@ -140,8 +151,9 @@ std::vector<EntryDraft> DraftKeeper::left_by_this_run() {
     if (draft.ended) continue;
     draft.ended = EndedCall{draft.call, call_log_.call_so_far(draft.line)};
     draft.ended->last_seen = call_log_.last_seen();
-    if (!would_be_lost(draft.line)) continue;
-    draft.ended->record = *call_log_.to_be_logged(draft.line);
+    auto unlogged = unlogged_on(draft.line);
+    if (!unlogged) continue;
+    draft.ended->record = *std::move(unlogged);
     draft.unlogged = true;
   }
   std::erase_if(drafts, [](const auto& draft) { return !draft.unsaved() && !draft.unlogged; });

@@ -2,6 +2,7 @@
 
 #include <memory>
 #include <optional>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -35,8 +36,9 @@ class DraftKeeper {
   // Callers have come or gone, or something else is known of one.
   void lines_changed() { write(); }
 
-  // Lines have been told: calls of earlier runs that no run has logged go to the log.
-  void log_left_calls();
+  // These lines have been told: calls of earlier runs on them that no run has logged go to the log,
+  // and those of other groups, whose end nobody may see.
+  void log_left_calls(const std::set<int>& told);
 
   // What is known of the caller of such a call is now this. False, and nothing is changed, where it
   // is none.
@@ -59,8 +61,8 @@ class DraftKeeper {
   std::vector<EntryDraft> restore();
 
  private:
-  // Whether data of a caller who is on the line now await the end of his call.
-  bool would_be_lost(int line) const;
+  // What awaits the end of the call that is on the line.
+  std::optional<platform::LoggedCall> unlogged_on(int line);
   // The drafts as the next run is to find them.
   std::vector<EntryDraft> left_by_this_run();
 

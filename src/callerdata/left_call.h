@@ -19,4 +19,8 @@ struct PresentCall {
 // was noticed here: a box doesn't tell since when its callers wait.
 bool is_same_call(const LastSeen& seen, const PresentCall& call, const platform::DateTime& now);
 
+// Whether it can't be that one, since it began behind that moment, or that is too long ago. Of most
+// calls neither is known.
+bool is_other_call(const LastSeen& seen, const PresentCall& call, const platform::DateTime& now);
+
 }  // namespace lineweir

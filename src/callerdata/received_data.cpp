@@ -41,7 +41,7 @@ void ReceivedData::SrvCallerData(std::string_view Buffer, int LineNo) {
   if (take(with_all_fields(Buffer), LineNo)) {
     CallerRecord& record = state_.lines.CallerData(LineNo);
     if (told_again) return caller_data_.data_arrived(LineNo);
-    for (const CallerFieldRule& rule : entry_fields) record.set(rule.field, "");
+    record.clear_data_fields();
   }
   caller_data_.data_arrived(LineNo);
 }
@@ -57,6 +57,8 @@ bool ReceivedData::take(std::string_view text, int line) {
   }
   if (is_own(text.substr(0, text.find(field_end)))) return false;
   const CallerDetails details = decode_caller_data(text).value();
+  // What the record was logged of is another caller's.
+  if (!is_held(text, line)) record.set(CallerField::CallDate, "");
   for (std::size_t i = 0; i < entry_fields.size(); ++i) {
     // Through the record, whose fixed fields cut and pad.
     const CallerField field = entry_fields[i].field;

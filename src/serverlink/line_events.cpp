@@ -70,8 +70,8 @@ void LineEvents::Timer4_Timer() {
     if (letter != '\0') apply_letter(line, letter);
   }
   lines.FreshConnect = false;
+  if (told_) caller_data_.lines_told(reported_lines());
   caller_data_.lines_changed();
-  if (told_) caller_data_.lines_told();
 }
 
 void LineEvents::apply_letter(int line, char letter) {
@@ -86,6 +86,14 @@ void LineEvents::apply_letter(int line, char letter) {
   }
   if (letter != 'F') lines.StatusLetter(line) = letter;
   lines.RingConfirm.at(static_cast<std::size_t>(line)) = false;
+}
+
+std::set<int> LineEvents::reported_lines() const {
+  std::set<int> lines;
+  for (int line = 0; line < state_.lines.LineCount; ++line) {
+    if (reported_letter(line) != '\0') lines.insert(line);
+  }
+  return lines;
 }
 
 char LineEvents::reported_letter(int line) const {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <set>
 #include <string>
 #include <string_view>
 
@@ -53,6 +54,7 @@ class LineEvents {
   void apply_letter(int line, char letter);
   // The letter of a line's item; 0 where the text has none.
   char reported_letter(int line) const;
+  std::set<int> reported_lines() const;
   // A held caller with data counts as screened where the equipment is of kind 2.
   bool counts_as_screened(int line) const;
   // With equipment of kind 2 a ring that follows hold counts when it is seen in two passes running.

@@ -105,6 +105,21 @@ TEST_SUITE("callerdata/drafts outlive the program") {
     CHECK(draft_file(next) == "");
   }
 
+  TEST_CASE("who was told free by mistake as a session began has what was typed for him") {
+    LineDesk desk;
+    report_same_call(desk, "09:59:00", 'H');
+    desk.open(line);
+    desk.type(1, "Ann");
+    wait(desk, 20);
+    desk.console.lines.FreshConnect = true;
+    desk.server_reports('F');
+    CHECK(desk.tells(hung_up));
+    report_same_call(desk, "09:59:00", 'H');
+    CHECK(desk.text(1) == "Ann");
+    CHECK_FALSE(desk.form().NoticeLabel.visible);
+    CHECK_FALSE(desk.form().OtherCall.visible);
+  }
+
   TEST_CASE("another studio's callers are others, whatever its group's number") {
     LineDesk desk;
     desk.box_sends("N03");

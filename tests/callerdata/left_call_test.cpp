@@ -36,6 +36,20 @@ TEST_SUITE("callerdata/left call") {
     CHECK(same_as_noticed(2, "09:00:00"));
   }
 
+  TEST_CASE("a clock that began behind it is another call's, and so is any after half a day") {
+    const LastSeen seen{1, {2026, 1, 5, 10, 0, 0}, ""};
+    const platform::DateTime now{2026, 1, 5, 10, 5, 0};
+    CHECK(is_other_call(seen, {"10:00:02", now}, now));
+    CHECK_FALSE(is_other_call(seen, {"10:00:01", now}, now));
+    CHECK_FALSE(is_other_call(seen, {"09:00:00", now}, now));
+    CHECK_FALSE(is_other_call(seen, {"", now}, now));
+    // It runs only since the call was noticed.
+    CHECK_FALSE(is_other_call(seen, {"10:04:59", now}, now));
+    CHECK(is_other_call(seen, {"10:04:58", now}, now));
+    CHECK_FALSE(is_other_call(seen, {"", now}, {2026, 1, 5, 22, 0, 0}));
+    CHECK(is_other_call(seen, {"", now}, {2026, 1, 5, 22, 0, 1}));
+  }
+
   TEST_CASE("a clock that begins in a moment hasn't run for a day") {
     const platform::DateTime seen{2026, 1, 5, 10, 0, 0};
     CHECK_FALSE(same(seen, "10:05:01", {2026, 1, 5, 10, 5, 0}));

@@ -6,13 +6,25 @@
 namespace lineweir::test {
 namespace {
 
+void put_texts(LineDesk& desk, const std::string& name, const std::string& city) {
+  desk.connect_socket();
+  desk.open(line);
+  desk.form().TheText(1).text = name;
+  desk.form().TheText(3).text = city;
+}
+
+// The server has told the line free as a session began.
+void tell_free_at_first(LineDesk& desk) {
+  desk.console.lines.FreshConnect = true;
+  desk.server_reports('F');
+}
+
 TEST_SUITE("callerdata/each call is logged once") {
   TEST_CASE("who hung up while the link was away is logged once") {
     LineDesk desk;
     desk.server_reports('N');
     save_ann(desk);
-    desk.console.lines.FreshConnect = true;
-    desk.server_reports('F');
+    tell_free_at_first(desk);
     const auto rows = desk.rows();
     REQUIRE(rows.size() == 1);
     desk.receive(line, "");
@@ -24,8 +36,7 @@ TEST_SUITE("callerdata/each call is logged once") {
     LineDesk desk;
     desk.server_reports('N');
     save_ann(desk);
-    desk.console.lines.FreshConnect = true;
-    desk.server_reports('F');
+    tell_free_at_first(desk);
     CHECK(desk.rows().size() == 1);
     desk.server_reports('N');
     desk.open(line);
@@ -41,14 +52,30 @@ TEST_SUITE("callerdata/each call is logged once") {
     LineDesk desk;
     desk.server_reports('N');
     save_ann(desk);
-    desk.console.lines.FreshConnect = true;
-    desk.server_reports('F');
+    tell_free_at_first(desk);
     CHECK(desk.rows().size() == 1);
-    desk.receive(line, encode_caller_data({"HOST", {{"Ann"}}}));
-    desk.server_reports('N');
-    save_ann(desk);
-    desk.server_reports('F');
-    CHECK(desk.rows().size() == 2);
+    SUBCASE("under another name, which is others' to log") {
+      desk.receive(line, encode_caller_data({"HOST", {{"Bob"}}}));
+      desk.server_reports('N');
+      desk.server_reports('F');
+      CHECK(desk.rows().size() == 1);
+    }
+    SUBCASE("under the same name") {
+      desk.receive(line, encode_caller_data({"HOST", {{"Ann", "", "Bath"}}}));
+      desk.server_reports('N');
+      put_texts(desk, "Ann", "Bath");
+      desk.save();
+      desk.server_reports('F');
+      CHECK(desk.rows().size() == 2);
+    }
+    SUBCASE("over remote objects") {
+      desk.platform.remote_objects.call_back(
+          "ReturnCallerData",
+          {encode_caller_data({"HOST", {{"Ann"}}}), std::int64_t{line + 1}, std::int64_t{1}});
+      desk.server_reports('N');
+      desk.server_reports('F');
+      CHECK(desk.rows().size() == 2);
+    }
   }
 
   TEST_CASE("the next caller of the same name on the line has a row of his own") {
@@ -140,6 +167,161 @@ TEST_SUITE("callerdata/each call is logged once") {
     next.server_reports('F');
     CHECK(next.rows().size() == 1);
     CHECK(next.platform.databases.rows(other, call_log_table).size() == 1);
+  }
+
+  TEST_CASE("a box tells of one line after the other") {
+    LaterRun next(left_with_ann_on_air());
+    for (const char* report : {"F00", "F01", "F02"}) next.box_sends(report);
+    CHECK(next.rows().empty());
+    next.box_sends("N03");
+    CHECK(next.rows().size() == 1);
+    save_ann(next);
+    next.box_sends("F03");
+    CHECK(next.rows().size() == 1);
+  }
+
+  TEST_CASE("more that is saved of him goes into his row, whatever field it is in") {
+    LaterRun next(left_with_ann_on_air());
+    report_same_call(next);
+    for (const int entry : {gender_entry, entry_of(CallerField::Station), user_entry}) {
+      put_texts(next, "Ann", "Bath");
+      next.form().TheText(entry).text = "Female";
+      next.save();
+    }
+    next.server_reports('F');
+    CHECK(next.rows().size() == 1);
+  }
+
+  TEST_CASE("what is saved of him after he was told free by mistake goes into his row") {
+    LaterRun next(left_with_ann_on_air());
+    report_same_call(next);
+    tell_free_at_first(next);
+    next.server_reports('N');
+    save_ann(next);
+    next.server_reports('F');
+    CHECK(next.rows().size() == 1);
+  }
+
+  TEST_CASE("behind a former caller whose record stayed the next one is another") {
+    LineDesk desk;
+    desk.console.lines.ThePhoneFlag = 2;
+    desk.server_reports('N');
+    save_ann(desk);
+    tell_free_at_first(desk);
+    const auto rows = desk.rows();
+    for (const char letter : {'R', 'N'}) desk.server_reports(letter);
+    SUBCASE("of whom nothing is known") {
+      desk.server_reports('F');
+      CHECK(desk.rows() == rows);
+    }
+    SUBCASE("of whom not even a name is known") {
+      put_texts(desk, "", "");
+      desk.form().TheText(9).text = "Cats";
+      desk.save();
+      desk.server_reports('F');
+      REQUIRE(desk.rows().size() == 2);
+      CHECK(desk.rows()[0] == rows[0]);
+      CHECK(desk.rows()[1][log_comments] == "Cats");
+    }
+  }
+
+  TEST_CASE("the same caller calls again") {
+    LaterRun next(left_with_ann_on_air());
+    SUBCASE("some days later") {
+      wait(next, 3 * 86400);
+      report_same_call(next);
+    }
+    SUBCASE("as the clock of the call tells") { report_same_call(next, "10:00:30"); }
+    CHECK(next.rows().size() == 1);
+    put_texts(next, "Ann", "Bath");
+    next.save();
+    next.server_reports('F');
+    CHECK(next.rows().size() == 2);
+  }
+
+  TEST_CASE("a form that was open at his end is saved into the row as it is by then") {
+    LineDesk desk;
+    SUBCASE("and not into the one of the run before") {
+      desk.box_sends("N03");
+      save_ann(desk);
+      desk.open(line);
+      desk.type(9, "Cats");
+      desk.form().close();
+      LaterRun next(draft_file(desk));
+      next.box_sends("N03");
+      put_texts(next, "Ann", "Bath");
+      next.form().TheText(7).text = "WXYZ";
+      next.save();
+      SUBCASE("in a form that is opened then") {
+        next.box_sends("F03");
+        next.open(line);
+      }
+      SUBCASE("in a form that stood open") {
+        next.open(line);
+        next.form().OtherCall.on_click();
+        next.box_sends("F03");
+      }
+      CHECK(next.text(9) == "Cats");
+      next.save();
+      REQUIRE(next.rows().size() == 1);
+      CHECK(next.rows()[0][log_comments] == "Cats");
+    }
+    SUBCASE("nor is the record that stays on the line logged behind it") {
+      desk.server_reports('N');
+      save_ann(desk);
+      desk.open(line);
+      desk.type(1, "a");
+      tell_free_at_first(desk);
+      desk.save();
+      desk.server_reports('R');
+      REQUIRE(desk.rows().size() == 1);
+      CHECK(desk.rows()[0][log_name] == "Anna");
+    }
+  }
+
+  TEST_CASE("a record that stays is of its day and in its log") {
+    LineDesk desk;
+    desk.server_reports('N');
+    save_ann(desk);
+    tell_free_at_first(desk);
+    const auto rows = desk.rows();
+    REQUIRE(rows.size() == 1);
+    constexpr const char* other = "other.lwl";
+    SUBCASE("") { wait(desk, 86400); }
+    SUBCASE("") {
+      desk.platform.databases.create(other)->create_table(std::string(call_log_table),
+                                                          new_log_columns("Sponsor"));
+      desk.console.Lineweir.Data1.database_name = other;
+    }
+    desk.server_reports('R');
+    CHECK(desk.rows() == rows);
+    if (desk.console.Lineweir.Data1.database_name == other) {
+      CHECK(desk.platform.databases.rows(other, call_log_table).empty());
+    }
+  }
+
+  TEST_CASE("a run that is killed while it replaces his row leaves one") {
+    LaterRun next(left_with_ann_on_air());
+    report_same_call(next);
+    put_texts(next, "Ann", "Bath");
+    next.form().TheText(9).text = "Later";
+    next.save();
+    const auto before = next.platform.databases;
+    const auto tell = next.console.call_log.on_logging;
+    std::string at_the_kill;
+    next.console.call_log.on_logging = [&](int at, const EndedCall& ended) {
+      tell(at, ended);
+      at_the_kill = draft_file(next);
+    };
+    next.server_reports('F');
+    CHECK(next.rows().size() == 1);
+    for (const auto& databases : {before, next.platform.databases}) {
+      LaterRun third(at_the_kill);
+      third.platform.databases = databases;
+      third.box_sends("F03");
+      REQUIRE(third.rows().size() == 1);
+      CHECK(third.rows()[0][log_comments] == "Later");
+    }
   }
 }
 

@@ -64,8 +64,8 @@ void KillWork::work() {
 
 void KillWork::let_wait_end() {
   finish_draft();
-  // Who was on a line when the last life ended is logged as soon as lines are reported.
-  desk_.report(0, 'R');
+  // Who was on a line when the last life ended is logged as soon as that is reported.
+  for (int line = 0; line < desk_.console().lines.LineCount; ++line) desk_.report(line, 'F');
   desk_.wait([this] { return desk_.log_takes_all(); });
   say({{"did", "end"}});
 }

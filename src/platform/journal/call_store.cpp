@@ -140,8 +140,11 @@ void CallStore::put_row(const LoggedCall& call, const std::vector<DatabaseColumn
                                                      shown_name(call.file) +
                                                      " is not that of a call log.");
   }
-  if (const auto replaced = find(call.replaced, present)) {
-    rows_->edit(*replaced);
+  auto row = find(call.replaced, present);
+  // A run that was killed behind this may have done it already.
+  if (!row && !call.replaced.empty()) row = find(call.columns, present);
+  if (row) {
+    rows_->edit(*row);
   } else {
     rows_->add_new();
   }
