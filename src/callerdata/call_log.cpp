@@ -156,11 +156,7 @@ void CallLog::leave(int line, CallEnd how) {
   const GroupLine place{state_.program.GroupNumber, line};
   if (how == CallEnd::HungUp) {
     const auto logged = logged_.find(place);
-    if (logged != logged_.end() && logged->second.rest != Rest::GoesOn) {
-      logged->second.rest = Rest::OtherCallBegun;
-    } else {
-      logged_.erase(place);
-    }
+    if (logged != logged_.end()) logged->second.rest = Rest::OtherCallBegun;
     return end(line, ended);
   }
   ended.last_seen = last_seen();

@@ -32,6 +32,24 @@ TEST_SUITE("callerdata/each call is logged once") {
     CHECK(desk.rows() == rows);
   }
 
+  TEST_CASE("so is one whose data the server tells again then") {
+    LineDesk desk;
+    desk.server_reports('N');
+    save_ann(desk);
+    tell_free_at_first(desk);
+    desk.receive(line, encode_caller_data({"", {{"Ann", "", "Bath"}}}));
+    for (const char letter : {'N', 'F'}) desk.server_reports(letter);
+    CHECK(desk.rows().size() == 1);
+  }
+
+  TEST_CASE("a line of which the server's report says nothing may have its caller still") {
+    LaterRun next(left_with_ann_on_air());
+    next.server_sends("F00F00F00");
+    CHECK(next.rows().empty());
+    next.server_sends("F00F00F00N00");
+    CHECK(next.rows().size() == 1);
+  }
+
   TEST_CASE("who was told free by mistake, and is there, is logged once") {
     LineDesk desk;
     desk.server_reports('N');
@@ -210,6 +228,7 @@ TEST_SUITE("callerdata/each call is logged once") {
     tell_free_at_first(desk);
     const auto rows = desk.rows();
     for (const char letter : {'R', 'N'}) desk.server_reports(letter);
+    wait(desk, 30);
     SUBCASE("of whom nothing is known") {
       desk.server_reports('F');
       CHECK(desk.rows() == rows);
@@ -306,7 +325,6 @@ TEST_SUITE("callerdata/each call is logged once") {
     put_texts(next, "Ann", "Bath");
     next.form().TheText(9).text = "Later";
     next.save();
-    const auto before = next.platform.databases;
     const auto tell = next.console.call_log.on_logging;
     std::string at_the_kill;
     next.console.call_log.on_logging = [&](int at, const EndedCall& ended) {
@@ -315,9 +333,12 @@ TEST_SUITE("callerdata/each call is logged once") {
     };
     next.server_reports('F');
     CHECK(next.rows().size() == 1);
-    for (const auto& databases : {before, next.platform.databases}) {
+    LaterRun before(left_with_ann_on_air());
+    report_same_call(before);
+    CHECK(before.rows().size() == 1);
+    for (LaterRun* killed : {&before, &next}) {
       LaterRun third(at_the_kill);
-      third.platform.databases = databases;
+      third.platform.databases = killed->platform.databases;
       third.box_sends("F03");
       REQUIRE(third.rows().size() == 1);
       CHECK(third.rows()[0][log_comments] == "Later");
