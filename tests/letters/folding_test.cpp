@@ -49,15 +49,26 @@ TEST_SUITE("letters/folding") {
   }
 
   TEST_CASE("what is folded stays as it is, no longer than it was, and UTF-8") {
-    check_property([](const std::string& text) {
+    check_property([] {
+      std::string text;
+      for (const int point : *rc::gen::container<std::vector<int>>(rc::gen::inRange(1, 0x3000))) {
+        append_point(text, static_cast<char32_t>(point));
+      }
       const std::string folded = folded_text(text);
       RC_ASSERT(folded.size() <= text.size());
+      RC_ASSERT(is_utf8(folded));
       RC_ASSERT(folded_text(folded) == folded);
     });
     std::string all;
     for (char32_t point = 0x80; point < 0x3000; ++point) append_point(all, point);
     CHECK(is_utf8(folded_text(all)));
     CHECK(folded_text(folded_text(all)) == folded_text(all));
+  }
+
+  TEST_CASE("bytes that are no text become no longer, and an accent between them is none") {
+    check_property(
+        [](const std::string& bytes) { RC_ASSERT(folded_text(bytes).size() <= bytes.size()); });
+    CHECK(folded_text("\xC8\u0319\x9E") == "\xC8\x9E");
   }
 
   TEST_CASE("a text is added to what is there") {
