@@ -28,6 +28,8 @@ class StoreJournal {
   virtual void append(Epoch epoch, std::vector<StoreChange> changes) = 0;
   // All that was appended is in the store.
   virtual void clear() = 0;
+  // Whether everything that was appended would be found again if this process ended now.
+  virtual bool has_kept_all() = 0;
 
   // A sentence; set by the owner, told from the loop.
   std::function<void(const std::string& trouble)> on_trouble;

@@ -1,8 +1,10 @@
 #define DOCTEST_CONFIG_IMPLEMENT_WITH_MAIN
 #include <doctest/doctest.h>
 #include <rapidcheck.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
 
+#include <csignal>
 #include <filesystem>
 #include <fstream>
 #include <mutex>
@@ -109,6 +111,16 @@ struct JournalDesk {
 
   // As of the next process.
   StoreJournal::Left left() { return DiskStoreJournal(file, poster).left(); }
+  bool is_told_of_trouble() {
+    for (int waits = 0; waits < 500; ++waits) {
+      {
+        const std::lock_guard lock(poster.guard);
+        if (!poster.calls.empty()) return true;
+      }
+      std::this_thread::sleep_for(std::chrono::milliseconds(10));
+    }
+    return false;
+  }
   std::string bytes() const {
     std::ifstream stream(file, std::ios::binary);
     return {std::istreambuf_iterator<char>(stream), {}};
@@ -216,6 +228,55 @@ TEST_CASE("a file that was cut or changed gives what is whole before that") {
   CHECK(desk.left().changes.empty());
 }
 
+TEST_CASE("what there was no room for comes behind what was kept, once there is room again") {
+  JournalDesk desk;
+  ::signal(SIGXFSZ, SIG_IGN);
+  rlimit unbounded{};
+  REQUIRE(::getrlimit(RLIMIT_FSIZE, &unbounded) == 0);
+  DiskStoreJournal journal(desk.file, desk.poster);
+  const auto comes = [&](bool kept) {
+    for (int waits = 0; waits < 500 && journal.has_kept_all() != kept; ++waits) {
+      std::this_thread::sleep_for(std::chrono::milliseconds(10));
+    }
+    return journal.has_kept_all() == kept;
+  };
+  CHECK(journal.has_kept_all());
+  journal.append(3, {event(1)});
+  REQUIRE(comes(true));
+  // Half of the next piece has room.
+  rlimit full = unbounded;
+  full.rlim_cur = desk.bytes().size() + 9;
+  REQUIRE(::setrlimit(RLIMIT_FSIZE, &full) == 0);
+  journal.append(3, {event(2)});
+  journal.append(3, {event(3)});
+  CHECK(desk.is_told_of_trouble());
+  CHECK_FALSE(journal.has_kept_all());
+  ::setrlimit(RLIMIT_FSIZE, &unbounded);
+  SUBCASE("by itself") { CHECK(comes(true)); }
+  SUBCASE("with what is appended then") {
+    journal.append(3, {event(4)});
+    CHECK(comes(true));
+    CHECK(desk.left().changes == Changes{event(1), event(2), event(3), event(4)});
+  }
+  CHECK(desk.left().epoch == 3);
+  const Changes left = desk.left().changes;
+  REQUIRE(left.size() >= 3);
+  CHECK(Changes(left.begin(), left.begin() + 3) == Changes{event(1), event(2), event(3)});
+  journal.clear();
+  journal.append(4, {event(5)});
+  CHECK(comes(true));
+  CHECK(desk.left().changes == Changes{event(5)});
+}
+
+TEST_CASE("what is appended behind a piece that isn't whole takes its place") {
+  JournalDesk desk;
+  { DiskStoreJournal(desk.file, desk.poster).append(3, {event(1), event(2)}); }
+  const std::string whole = desk.bytes();
+  desk.set_bytes(whole.substr(0, whole.size() - 1));
+  { DiskStoreJournal(desk.file, desk.poster).append(3, {event(3)}); }
+  CHECK(desk.left().changes == Changes{event(1), event(3)});
+}
+
 TEST_CASE("a journal that can't be written is told of once, and the rest goes on") {
   JournalDesk desk;
   desk.file = desk.folder.path() / "missing" / "server.journal";
@@ -223,13 +284,7 @@ TEST_CASE("a journal that can't be written is told of once, and the rest goes on
   DiskStoreJournal journal(desk.file, desk.poster);
   journal.on_trouble = [&](const std::string& trouble) { troubles.push_back(trouble); };
   for (int i = 0; i < 3; ++i) journal.append(1, {event(i)});
-  for (int waits = 0; waits < 500; ++waits) {
-    {
-      const std::lock_guard lock(desk.poster.guard);
-      if (!desk.poster.calls.empty()) break;
-    }
-    std::this_thread::sleep_for(std::chrono::milliseconds(10));
-  }
+  CHECK(desk.is_told_of_trouble());
   const std::lock_guard lock(desk.poster.guard);
   for (const auto& call : desk.poster.calls) call();
   REQUIRE(troubles.size() == 1);

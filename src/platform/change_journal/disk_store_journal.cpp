@@ -5,6 +5,7 @@
 #include <unistd.h>
 
 #include <charconv>
+#include <chrono>
 #include <fstream>
 #include <iterator>
 #include <system_error>
@@ -17,11 +18,20 @@
 namespace lineweir::platform {
 namespace {
 
+constexpr std::chrono::seconds tried_again_after{1};
+// While there is no room; as much as a disk may lack, and no more than a machine has to spare.
+constexpr std::size_t most_waiting = std::size_t{64} * 1024 * 1024;
+
 std::optional<Epoch> epoch_of(std::string_view digits) {
   Epoch epoch = 0;
   const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), epoch);
   if (error != std::errc{} || end != digits.data() + digits.size()) return std::nullopt;
   return epoch;
+}
+
+std::string bytes_of(const std::filesystem::path& file) {
+  std::ifstream stream(file, std::ios::binary);
+  return {std::istreambuf_iterator<char>(stream), {}};
 }
 
 void check(bool done) {
@@ -44,8 +54,7 @@ DiskStoreJournal::~DiskStoreJournal() {
 
 StoreJournal::Left DiskStoreJournal::left() {
   Left left;
-  std::ifstream stream(file_, std::ios::binary);
-  const std::string bytes{std::istreambuf_iterator<char>(stream), {}};
+  const std::string bytes = bytes_of(file_);
   const auto pieces = whole_pieces(bytes);
   if (pieces.empty()) return left;
   const auto epoch = epoch_of(pieces.front());
@@ -63,7 +72,8 @@ void DiskStoreJournal::append(Epoch epoch, std::vector<StoreChange> changes) {
   for (const StoreChange& change : changes) append_piece(bytes, encoded(change));
   {
     const std::lock_guard lock(guard_);
-    waiting_ += bytes;
+    has_gap_ = has_gap_ || waiting_.size() + bytes.size() > most_waiting;
+    if (!has_gap_) waiting_ += bytes;
   }
   changed_.notify_one();
 }
@@ -74,20 +84,37 @@ void DiskStoreJournal::clear() {
     const std::lock_guard lock(guard_);
     waiting_.clear();
     cleared_ = true;
+    has_gap_ = false;
   }
   changed_.notify_one();
 }
 
+bool DiskStoreJournal::has_kept_all() {
+  const std::lock_guard lock(guard_);
+  return waiting_.empty() && !is_behind_ && !has_gap_;
+}
+
 void DiskStoreJournal::work() {
   std::unique_lock lock(guard_);
-  for (;;) {
-    changed_.wait(lock, [this] { return ends_ || cleared_ || !waiting_.empty(); });
-    if (!cleared_ && waiting_.empty()) return;
+  for (bool is_last = false; !is_last;) {
+    if (is_behind_) {
+      changed_.wait_for(lock, tried_again_after, [this] { return ends_; });
+    } else {
+      changed_.wait(lock, [this] { return ends_ || cleared_ || !waiting_.empty(); });
+    }
+    is_last = ends_;
     const bool from_the_beginning = std::exchange(cleared_, false);
     const std::string bytes = std::exchange(waiting_, {});
+    if (bytes.empty() && !from_the_beginning) continue;
+    is_behind_ = true;
     lock.unlock();
-    tell(keep(bytes, from_the_beginning));
+    const std::string trouble = keep(bytes, from_the_beginning);
+    tell(trouble);
     lock.lock();
+    is_behind_ = !trouble.empty();
+    if (!is_behind_ || cleared_) continue;
+    waiting_.insert(0, bytes);
+    cleared_ = from_the_beginning;
   }
 }
 
@@ -100,10 +127,14 @@ std::string DiskStoreJournal::keep(const std::string& bytes, bool from_the_begin
       open_ =
           FileDescriptor(::open(file_.c_str(), O_WRONLY | O_APPEND | O_CREAT | O_CLOEXEC, mode));
       check(open_.is_open());
+      kept_ = whole_length(bytes_of(file_));
     }
-    if (from_the_beginning) check(::ftruncate(open_.get(), 0) == 0);
+    if (from_the_beginning) kept_ = 0;
+    // Half a piece that was written when there was no more room would hide all that comes behind.
+    check(::ftruncate(open_.get(), static_cast<off_t>(kept_)) == 0);
     write_whole(open_.get(), bytes);
     check(::fdatasync(open_.get()) == 0);
+    kept_ += bytes.size();
     return {};
   } catch (const std::system_error& error) {
     return "what the store can't take now can't be kept in " + file_.string() +

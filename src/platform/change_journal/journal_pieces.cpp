@@ -50,4 +50,10 @@ std::vector<std::string_view> whole_pieces(std::string_view bytes) {
   return pieces;
 }
 
+std::size_t whole_length(std::string_view bytes) {
+  std::size_t length = 0;
+  for (const std::string_view piece : whole_pieces(bytes)) length += 2 * number_size + piece.size();
+  return length;
+}
+
 }  // namespace lineweir::platform

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -15,5 +16,7 @@ void append_piece(std::string& bytes, std::string_view content);
 
 // The contents up to the first piece that isn't whole, whatever the bytes are.
 std::vector<std::string_view> whole_pieces(std::string_view bytes);
+// As many bytes as these pieces take.
+std::size_t whole_length(std::string_view bytes);
 
 }  // namespace lineweir::platform
