@@ -54,6 +54,7 @@ class Server::Inside {
   void reconfigure(ServerOptions options);
   void shut_down(int seconds, const std::string& text, std::function<void()> done);
   std::string metrics() const;
+  bool has_kept_all() const { return outbox_.has_kept_all(); }
 
   std::function<void(int seconds, std::string text)> on_shutdown_asked;
 
@@ -397,9 +398,11 @@ void Server::Inside::shut_down(int seconds, const std::string& text, std::functi
     const auto end = [this, once] {
       if (outbox_.waiting() != 0) {
         const std::string records = std::to_string(outbox_.waiting()) + " records";
-        services_.log(LogLevel::Error,
-                      "the store could not be written: " + records +
-                          (services_.journal == nullptr ? " are lost" : " wait in the journal"));
+        services_.log(
+            LogLevel::Error,
+            "the store could not be written: " + records +
+                (outbox_.has_kept_all() ? " wait in the journal"
+                                        : " are lost, but for those that the journal holds"));
       }
       if (const auto call = std::exchange(*once, nullptr)) call();
     };
@@ -453,6 +456,8 @@ void Server::reconfigure(ServerOptions options) { inside_->reconfigure(std::move
 void Server::shut_down(int seconds, const std::string& text, std::function<void()> done) {
   inside_->shut_down(seconds, text, std::move(done));
 }
+
+bool Server::has_kept_all() const { return inside_->has_kept_all(); }
 
 std::string Server::metrics() const { return inside_->metrics(); }
 

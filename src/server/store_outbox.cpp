@@ -1,6 +1,7 @@
 #include "server/store_outbox.h"
 
 #include <algorithm>
+#include <iterator>
 #include <string>
 #include <type_traits>
 #include <utility>
@@ -10,28 +11,31 @@ namespace {
 
 using platform::StoreChange;
 
+const std::string whole_account = "account ";
+
 // What a change replaces: two with the same name are about the same thing. Events replace nothing.
+// What is changed of an account begins with the account's own name, and a line's end.
 std::string name_of_thing(const StoreChange& change) {
   return std::visit(
       [](const auto& thing) -> std::string {
         using Thing = std::decay_t<decltype(thing)>;
         if constexpr (std::is_same_v<Thing, platform::Account> ||
                       std::is_same_v<Thing, platform::AccountRemoval>) {
-          return "account " + thing.name;
+          return whole_account + thing.name;
         } else if constexpr (std::is_same_v<Thing, platform::CallRecord>) {
           return "call " + std::to_string(thing.id);
         } else if constexpr (std::is_same_v<Thing, platform::GroupMemory>) {
           return "group " + std::to_string(thing.group);
         } else if constexpr (std::is_same_v<Thing, platform::AccountPassword>) {
-          return "password " + thing.name;
+          return whole_account + thing.name + "\npassword";
         } else if constexpr (std::is_same_v<Thing, platform::AccountLock>) {
-          return "lock " + thing.name;
+          return whole_account + thing.name + "\nlock";
         } else if constexpr (std::is_same_v<Thing, platform::AccountRights>) {
-          return "rights " + std::to_string(thing.group) + " " + thing.name;
+          return whole_account + thing.name + "\nrights " + std::to_string(thing.group);
         } else if constexpr (std::is_same_v<Thing, platform::AccountSeen>) {
-          return "seen " + thing.name;
+          return whole_account + thing.name + "\nseen";
         } else if constexpr (std::is_same_v<Thing, platform::AccountProfile>) {
-          return "profile " + thing.name;
+          return whole_account + thing.name + "\nprofile";
         } else if constexpr (std::is_same_v<Thing, platform::FlaggedCaller>) {
           return "caller " + thing.key;
         } else if constexpr (std::is_same_v<Thing, platform::StudioPlace>) {
@@ -62,12 +66,18 @@ StoreOutbox::~StoreOutbox() {
 
 void StoreOutbox::put(StoreChange change) {
   if (journals_) journal_.journal->append(journal_.epoch, {change});
-  const auto known = places_.find(name_of_thing(change));
+  const std::string name = name_of_thing(change);
+  if (std::holds_alternative<platform::Account>(change) ||
+      std::holds_alternative<platform::AccountRemoval>(change)) {
+    forget_changes_of(name);
+  }
+  const auto known = places_.find(name);
   if (known != places_.end()) {
-    waiting_[known->second - taken_] = std::move(change);
+    known->second->change = std::move(change);
     return;
   }
-  append(std::move(change));
+  waiting_.push_back({++put_, std::move(change)});
+  if (!name.empty()) places_[name] = std::prev(waiting_.end());
   if (waiting_.size() > most_waiting) lose_oldest();
   if (next_write_ == 0 && in_flight_ == 0) schedule(gathered_for);
 }
@@ -85,7 +95,7 @@ void StoreOutbox::when_empty(std::function<void()> done) {
 }
 
 void StoreOutbox::when_written(std::function<void()> done) {
-  awaited_.push_back({taken_ + waiting_.size(), std::move(done)});
+  awaited_.push_back({put_, std::move(done)});
   if (waiting() != 0) return;
   loop_.schedule(platform::Milliseconds{0}, [this, alive = std::weak_ptr(alive_)] {
     if (alive.lock()) tell_written();
@@ -100,7 +110,7 @@ void StoreOutbox::schedule(platform::Milliseconds delay) {
 }
 
 void StoreOutbox::write() {
-  while (!waiting_.empty() && writing_.size() < batch) writing_.push_back(take_front());
+  while (!waiting_.empty() && writing_.size() < batch) writing_.push_back(take(waiting_.begin()));
   in_flight_ = writing_.size();
   hand_to_store();
 }
@@ -112,16 +122,24 @@ void StoreOutbox::hand_to_store() {
   });
 }
 
-void StoreOutbox::append(StoreChange change) {
-  const std::string name = name_of_thing(change);
-  if (!name.empty()) places_[name] = taken_ + waiting_.size();
-  waiting_.push_back(std::move(change));
+// They would be done to the account that is there from now on.
+void StoreOutbox::forget_changes_of(const std::string& account) {
+  const std::string beginning = account + '\n';
+  auto change = places_.lower_bound(beginning);
+  while (change != places_.end() && change->first.starts_with(beginning)) {
+    waiting_.erase(change->second);
+    change = places_.erase(change);
+  }
+}
+
+bool StoreOutbox::has_kept_all() const {
+  return waiting() == 0 || (journals_ && journal_.journal->has_kept_all());
 }
 
 void StoreOutbox::begin_to_journal() {
   if (journal_.journal == nullptr || std::exchange(journals_, true)) return;
   std::vector<StoreChange> all = writing_;
-  all.insert(all.end(), waiting_.begin(), waiting_.end());
+  for (const Waiting& waiting : waiting_) all.push_back(waiting.change);
   journal_.journal->append(journal_.epoch, std::move(all));
 }
 
@@ -129,22 +147,18 @@ void StoreOutbox::end_to_journal() {
   if (std::exchange(journals_, false)) journal_.journal->clear();
 }
 
-StoreChange StoreOutbox::take_front() {
-  places_.erase(name_of_thing(waiting_.front()));
-  StoreChange first = std::move(waiting_.front());
-  waiting_.pop_front();
-  ++taken_;
-  return first;
+StoreChange StoreOutbox::take(Place place) {
+  places_.erase(name_of_thing(place->change));
+  StoreChange taken = std::move(place->change);
+  waiting_.erase(place);
+  return taken;
 }
 
 void StoreOutbox::lose_oldest() {
   if (lost_++ == 0) log_(LogLevel::Error, "the store has been away for too long: records are lost");
-  for (std::size_t looked_at = 0; looked_at < waiting_.size(); ++looked_at) {
-    StoreChange oldest = take_front();
-    if (may_be_lost(oldest)) return;
-    append(std::move(oldest));
-  }
-  take_front();
+  const auto oldest = std::ranges::find_if(
+      waiting_, [](const Waiting& waiting) { return may_be_lost(waiting.change); });
+  take(oldest == waiting_.end() ? waiting_.begin() : oldest);
 }
 
 void StoreOutbox::written(bool done) {
@@ -175,7 +189,8 @@ void StoreOutbox::written(bool done) {
 
 void StoreOutbox::tell_written() {
   if (in_flight_ != 0) return;
-  while (!awaited_.empty() && awaited_.front().taken <= taken_) {
+  const std::uint64_t first = waiting_.empty() ? put_ + 1 : waiting_.front().number;
+  while (!awaited_.empty() && awaited_.front().number < first) {
     const auto done = std::move(awaited_.front().done);
     awaited_.pop_front();
     done();

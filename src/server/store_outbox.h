@@ -1,10 +1,12 @@
 #pragma once
 
+#include <cstdint>
 #include <deque>
 #include <functional>
+#include <list>
+#include <map>
 #include <memory>
 #include <string>
-#include <unordered_map>
 #include <vector>
 
 #include "platform/event_loop.h"
@@ -22,7 +24,8 @@ struct OutboxJournal {
 
 // What waits to be written to the store. Nobody waits for it: while the store is away or slow it
 // grows, and all is written in its order when it can be. What replaces an account, a call or a
-// group's memory takes the place of what still waits for the same. Where there is a journal, what
+// group's memory takes the place of what still waits for the same, and of an account that is added
+// or removed nothing waits any more that was changed of it before. Where there is a journal, what
 // waits for more than a moment lies in it too, so that it outlives this process.
 class StoreOutbox {
  public:
@@ -55,15 +58,24 @@ class StoreOutbox {
 
   std::size_t waiting() const { return waiting_.size() + in_flight_; }
   std::size_t lost() const { return lost_; }
+  // Whether nothing is lost if this process ends now.
+  bool has_kept_all() const;
   bool store_is_away() const { return away_; }
 
  private:
+  // What waits, with how many had been put when it was.
+  struct Waiting {
+    std::uint64_t number;
+    platform::StoreChange change;
+  };
+  using Place = std::list<Waiting>::iterator;
+
   void schedule(platform::Milliseconds delay);
   void write();
   void hand_to_store();
   void written(bool done);
-  void append(platform::StoreChange change);
-  platform::StoreChange take_front();
+  void forget_changes_of(const std::string& account);
+  platform::StoreChange take(Place place);
   void lose_oldest();
   void begin_to_journal();
   void end_to_journal();
@@ -73,11 +85,10 @@ class StoreOutbox {
   platform::EventLoop& loop_;
   platform::Store& store_;
   const ServerLog& log_;
-  std::deque<platform::StoreChange> waiting_;
-  // How many have left the front of what waits, and the places of what replaces something, counted
-  // with those.
-  std::size_t taken_ = 0;
-  std::unordered_map<std::string, std::size_t> places_;
+  std::list<Waiting> waiting_;
+  std::uint64_t put_ = 0;
+  // Of what replaces something.
+  std::map<std::string, Place> places_;
   std::vector<platform::StoreChange> writing_;
   std::size_t in_flight_ = 0;
   std::size_t lost_ = 0;
@@ -87,9 +98,9 @@ class StoreOutbox {
   platform::EventLoop::CallId next_write_ = 0;
   platform::EventLoop::CallId journal_due_ = 0;
   std::function<void()> when_empty_;
-  // Who is told once so many have left the front and are written.
+  // Who is told once none waits of as many as had been put.
   struct Awaited {
-    std::size_t taken;
+    std::uint64_t number;
     std::function<void()> done;
   };
   std::deque<Awaited> awaited_;

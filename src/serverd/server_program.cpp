@@ -272,7 +272,10 @@ void ServerProgram::shut_down(int seconds, const std::string& text) {
   log(LogLevel::Notice, "ends in " + std::to_string(seconds) + " seconds");
   end_by(loop_.now() + std::chrono::seconds(seconds) +
          (seconds > 0 ? longest_end : longest_end_at_once));
-  server_->shut_down(seconds, text, [this] { loop_.stop(); });
+  server_->shut_down(seconds, text, [this] {
+    if (!server_->has_kept_all()) status_ = 1;
+    loop_.stop();
+  });
 }
 
 void ServerProgram::end_by(platform::Milliseconds limit) {

@@ -106,15 +106,21 @@ TEST_SUITE("server/end") {
     room.wait(1s);
     int done = 0;
     room.log.clear();
+    std::string left = " records wait in the journal";
+    SUBCASE("in the journal") {}
+    SUBCASE("nowhere, where the journal has no room either") {
+      room.journal.fill();
+      left = " records are lost, but for those that the journal holds";
+    }
     room.server->shut_down(0, "Now.", [&] { ++done; });
     room.wait(9900ms);
     CHECK(done == 0);
     room.wait(200ms);
     CHECK(done == 1);
-    CHECK(std::ranges::count_if(room.log, [](const std::string& line) {
-            return line.starts_with("the store could not be written: ") &&
-                   line.ends_with(" records wait in the journal");
+    CHECK(std::ranges::count_if(room.log, [&](const std::string& line) {
+            return line.starts_with("the store could not be written: ") && line.ends_with(left);
           }) == 1);
+    CHECK(room.server->has_kept_all() == left.ends_with("wait in the journal"));
     room.store.stall(false);
     room.wait(20s);
     CHECK(done == 1);

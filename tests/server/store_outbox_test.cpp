@@ -113,6 +113,33 @@ TEST_CASE("what replaces something takes the place of what still waits for the s
                 GroupMemory{2, 4, {}, {}}, event(1), platform::AccountRemoval{"bert"}});
 }
 
+TEST_CASE("what was changed of an account is not done to the one of its name that comes later") {
+  Desk desk;
+  desk.outbox.put(event(1));
+  desk.wait(20ms);
+  desk.outbox.put(platform::AccountRights{"anna", 2, "old"});
+  desk.outbox.put(platform::AccountProfile{"anna", "old"});
+  desk.outbox.put(platform::AccountSeen{"anna", 5ms});
+  desk.outbox.put(platform::AccountLock{"bert", true});
+  desk.outbox.put(account("anna", "1"));
+  desk.outbox.put(platform::AccountPassword{"anna", "old"});
+  desk.outbox.put(platform::AccountLock{"anna", true});
+  int told = 0;
+  desk.outbox.when_written([&] { ++told; });
+  desk.outbox.put(platform::AccountRemoval{"anna"});
+  desk.outbox.put(account("anna", "2"));
+  CHECK_FALSE(desk.outbox.holds(platform::AccountLock{"anna", true}));
+  desk.outbox.put(platform::AccountPassword{"anna", "new"});
+  desk.store.answer(true);
+  desk.wait(0ms);
+  REQUIRE(desk.store.batches.size() == 2);
+  CHECK(desk.store.batches[1] == Changes{platform::AccountLock{"bert", true}, account("anna", "2"),
+                                         platform::AccountPassword{"anna", "new"}});
+  CHECK(told == 0);
+  desk.store.answer(true);
+  CHECK(told == 1);
+}
+
 TEST_CASE("what is on its way to the store isn't replaced any more") {
   Desk desk;
   desk.outbox.put(account("anna", "1"));
@@ -198,6 +225,7 @@ TEST_CASE("a store that never answers loses the oldest events and ended calls, a
     }
   }
   CHECK(events == static_cast<std::size_t>(most) - 2);
+  CHECK(desk.store.batches.at(1).front() == StoreChange(account("anna")));
   CHECK(accounts == 1);
   CHECK(calls == 1);
 }
@@ -304,6 +332,33 @@ TEST_CASE("what a store doesn't take at once lies in the journal until it is all
   CHECK(journal.content().changes.empty());
   loop.advance(1min);
   CHECK(store.batches.back() == Changes{account("anna", "2")});
+}
+
+TEST_CASE("all is kept once it is in the store, or in a journal that has room") {
+  platform::VirtualEventLoop loop;
+  NotingStore store;
+  platform::ScriptedStoreJournal journal;
+  const ServerLog log = [](LogLevel, const std::string&) {};
+  StoreOutbox outbox(loop, store, log, {&journal, 7});
+  StoreOutbox without_journal(loop, store, log);
+  CHECK(outbox.has_kept_all());
+  outbox.put(event(1));
+  CHECK_FALSE(outbox.has_kept_all());
+  loop.advance(20ms);
+  store.answer(false);
+  CHECK(outbox.has_kept_all());
+  journal.fill();
+  outbox.put(event(2));
+  CHECK_FALSE(outbox.has_kept_all());
+  loop.advance(1s);
+  store.answer(true);
+  loop.advance(20ms);
+  store.answer(true);
+  CHECK(outbox.has_kept_all());
+  without_journal.put(event(1));
+  loop.advance(20ms);
+  store.answer(false);
+  CHECK_FALSE(without_journal.has_kept_all());
 }
 
 TEST_CASE("what waits behind what the store doesn't take lies in the journal too") {

@@ -270,6 +270,18 @@ TEST_CASE("A second signal ends a server that gives its seats time") {
   CHECK(server.wait_for_end() == 0);
 }
 
+TEST_CASE(
+    "A server whose last records neither the store nor the journal takes says so at its end") {
+  const TemporaryDirectory folder;
+  StartedServer server(folder, some_port + a_group);
+  REQUIRE(server.wait_until_ready() > 0);
+  std::filesystem::rename(folder.path() / "server.db", folder.path() / "away.db");
+  std::filesystem::create_directory(folder.path() / "server.db.waiting");
+  server.signal(SIGTERM);
+  CHECK(server.wait_for_end() == 1);
+  CHECK(has(server.wait_for_log(), " are lost, but for those that the journal holds"));
+}
+
 TEST_CASE("A server that can't listen says why in one line") {
   const TemporaryDirectory folder;
   StartedServer server(folder, a_free_port + a_group);
