@@ -73,8 +73,10 @@ GroupLines::GroupLines(const Context& context, const GroupOptions& options, Rela
 }
 
 void GroupLines::take_letters() {
-  for (int line = 0; line < count(); ++line) take_change({line, exchange_->letter(line)}, {});
+  for (int line = 0; line < count(); ++line) take_letter(line);
 }
+
+void GroupLines::take_letter(int line) { take_change({line, exchange_->letter(line)}, {}); }
 
 void GroupLines::show_last_known() {
   for (int line = 0; line < count(); ++line) {
@@ -175,6 +177,9 @@ void GroupLines::hold_unclaimed() {
 void GroupLines::pass_handset(std::uint64_t from, std::uint64_t to) {
   for (GroupLine& line : lines_) {
     if (line.handset_of == from) line.handset_of = to;
+    for (GroupLine::Asked& asked : line.asked) {
+      if (asked.seat == from) asked.seat = to;
+    }
   }
 }
 

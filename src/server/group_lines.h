@@ -75,11 +75,12 @@ class GroupLines {
   std::function<void(int line, char letter)> on_letter;
 
   // Takes the letters over that the exchange has already, with the calls that are remembered: at
-  // the start, and of lines that are there again. Remembered calls on lines that are free have
-  // ended.
+  // the start. Remembered calls on lines that are free have ended.
   void take_over();
   // The letters that the exchange has, whatever was shown before it could be asked.
   void take_letters();
+  // Of one line, which may be there again.
+  void take_letter(int line);
   // The exchange can't be asked: the remembered calls stand on their lines as they did last.
   void show_last_known();
   // Lines, from 1, that won't exist any more: their calls end here.
@@ -98,7 +99,7 @@ class GroupLines {
   std::vector<int> lines_in(char letter) const;
   // A caller at the seat's handset goes on hold.
   void hold_handset(std::uint64_t seat);
-  // The callers at one seat's handset are another's from now on.
+  // The callers at one seat's handset, and those on their way there, are another's from now on.
   void pass_handset(std::uint64_t from, std::uint64_t to);
   // The seat has come; the callers who stood at its user's handset before this server began are
   // its.

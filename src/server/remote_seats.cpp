@@ -103,7 +103,7 @@ std::optional<RemoteArgument> RemoteSeats::call(const std::string& caller, const
 
 void RemoteSeats::forget(const std::string& caller) {
   for (const auto& seat : seats_) {
-    if (seat->caller == caller) book_.remove(*seat, SeatBook::Leaving::Goodbye);
+    if (seat->caller == caller) book_.remove(*seat, SeatBook::Leaving::Vanished);
   }
   std::erase_if(seats_, [&](const auto& seat) { return seat->caller == caller; });
 }

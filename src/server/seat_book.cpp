@@ -7,6 +7,12 @@ namespace {
 
 constexpr std::size_t longest_seat_name = 60;
 
+// Of one user, with one number of the console: where a seat is known again.
+template <class Other>
+bool is_same_place(const Seat& seat, const Other& other) {
+  return seat.user == other.user && seat.console == other.console;
+}
+
 }  // namespace
 
 std::vector<std::string> names_of_groups(const Groups& groups, const StudioPlaces& places,
@@ -24,27 +30,27 @@ std::vector<std::string> names_of_groups(const Groups& groups, const StudioPlace
 
 void SeatBook::remove(Seat& seat, Leaving leaving) {
   seats_.remove(&seat);
-  Group* const group = find_group(seat.group);
-  if (group == nullptr) return;
-  if (leaving == Leaving::Vanished) {
-    vanished_.push_back(
-        {seat.number, seat.user, seat.group, seat.console, context_.loop.now() + silence_allowed});
-  }
   leave_group(seat);
-  if (leaving == Leaving::Silent) group->lines().hold_handset(seat.number);
+  if (leaving == Leaving::Goodbye) return;
+  // Its callers may be in a group that it has left.
+  for (const auto& [number, group] : groups_) {
+    if (const auto successor = successor_of(seat, *group)) {
+      group->lines().pass_handset(seat.number, *successor);
+    } else if (leaving == Leaving::Silent) {
+      group->lines().hold_handset(seat.number);
+    }
+  }
+  if (leaving == Leaving::Silent) return;
+  vanished_.push_back(
+      {seat.number, seat.user, seat.console, context_.loop.now() + silence_allowed});
 }
 
 void SeatBook::join(Seat& seat, Group& group) {
   leave_group(seat);
-  for (auto vanished = vanished_.begin(); vanished != vanished_.end();) {
-    const bool same_place = vanished->group == group.number() && vanished->user == seat.user &&
-                            vanished->console == seat.console;
-    if (!same_place) {
-      ++vanished;
-      continue;
+  for (const Vanished& vanished : vanished_) {
+    if (is_same_place(seat, vanished)) {
+      group.lines().pass_handset(vanished.number, seat.number);
     }
-    group.lines().pass_handset(vanished->number, seat.number);
-    vanished = vanished_.erase(vanished);
   }
   group.lines().claim_handset(seat);
   group.join(seat);
@@ -61,9 +67,19 @@ void SeatBook::look_after_vanished() {
   while (!vanished_.empty() && vanished_.front().until <= now) {
     const Vanished vanished = vanished_.front();
     vanished_.pop_front();
-    if (Group* group = find_group(vanished.group)) group->lines().hold_handset(vanished.number);
+    for (const auto& [number, group] : groups_) group->lines().hold_handset(vanished.number);
   }
   for (const auto& [number, group] : groups_) group->lines().hold_unclaimed();
+}
+
+std::optional<std::uint64_t> SeatBook::successor_of(const Seat& seat, const Group& group) const {
+  for (const Seat* other : group.seats().seats()) {
+    if (other->number > seat.number && is_same_place(seat, *other)) return other->number;
+  }
+  for (const Vanished& vanished : vanished_) {
+    if (vanished.number > seat.number && is_same_place(seat, vanished)) return vanished.number;
+  }
+  return std::nullopt;
 }
 
 Group* SeatBook::find_group(int number) const {

@@ -4,6 +4,7 @@
 #include <list>
 #include <map>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -22,8 +23,9 @@ using Groups = std::map<int, std::unique_ptr<Group>>;
 std::vector<std::string> names_of_groups(const Groups& groups, const StudioPlaces& places,
                                          const Letters& letters);
 
-// All seats that were let in, and what becomes of one that vanishes: its caller waits for it at the
-// handset as long as a silent seat is waited for, and goes on hold then.
+// All seats that were let in, and what becomes of one that vanishes: its callers wait for it at the
+// handset as long as a silent seat is waited for, and go on hold then, also in a group that it has
+// left. Where it has come back before its end was noticed they are its from then on.
 class SeatBook {
  public:
   // So long may a seat be silent.
@@ -55,10 +57,13 @@ class SeatBook {
   struct Vanished {
     std::uint64_t number;
     std::string user;
-    int group;
     int console;
     platform::Milliseconds until;
   };
+
+  // The seat that has come to the same place of the group since, before the end of this one was
+  // noticed, or that has vanished from there since.
+  std::optional<std::uint64_t> successor_of(const Seat& seat, const Group& group) const;
 
   const Context& context_;
   Groups& groups_;

@@ -127,6 +127,24 @@ TEST_CASE("who has left the bus is called back no more") {
   CHECK(room.take_told().empty());
 }
 
+TEST_CASE(
+    "the caller of one who has left the bus goes on hold, also where he was called back no more") {
+  for (const bool dropped_before : {false, true}) {
+    BusRoom room;
+    room.call("AddObjectReference", {std::string("/a"), 1}, ":1.1");
+    room.exchange().arrive(3, {});
+    room.call("InputSerialPort", {1, std::string("P03")}, ":1.1");
+    if (dropped_before) room.call("DropObjectReference", {std::string("/a"), 1}, ":1.1");
+    room.wait(100s);
+    CHECK(room.exchange().letter(3) == 'P');
+    room.bus.on_gone(":1.1");
+    room.wait(34s);
+    CHECK(room.exchange().letter(3) == 'P');
+    room.wait(3s);
+    CHECK(room.exchange().letter(3) == 'H');
+  }
+}
+
 TEST_CASE("seats on sockets and on the bus see the same, and what each other do") {
   BusRoom room;
   auto host = room.seat("host");

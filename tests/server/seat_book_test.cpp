@@ -152,6 +152,112 @@ TEST_CASE("one who vanishes twice is waited for from the second time") {
   CHECK(desk.exchanges.at(1)->words == Words{"H04"});
 }
 
+TEST_CASE("who is back before the end of his old connection is noticed keeps his caller") {
+  for (const auto leaving : {SeatBook::Leaving::Vanished, SeatBook::Leaving::Silent}) {
+    BookDesk desk;
+    NotingSeat old(1, "anna");
+    desk.book.join(old, *desk.groups.at(1));
+    desk.answer(old, 4);
+    NotingSeat back(2, "anna");
+    desk.book.join(back, *desk.groups.at(1));
+    desk.wait(10s);
+    desk.book.remove(old, leaving);
+    desk.wait(40s);
+    CHECK(desk.exchanges.at(1)->words.empty());
+    desk.book.remove(back, SeatBook::Leaving::Silent);
+    CHECK(desk.exchanges.at(1)->words == Words{"H04"});
+  }
+}
+
+TEST_CASE("who is cut again before the end of his first connection is noticed is waited for") {
+  for (const auto leaving : {SeatBook::Leaving::Vanished, SeatBook::Leaving::Silent}) {
+    BookDesk desk;
+    NotingSeat old(1, "anna");
+    desk.book.join(old, *desk.groups.at(1));
+    desk.answer(old, 4);
+    NotingSeat back(2, "anna");
+    desk.book.join(back, *desk.groups.at(1));
+    desk.book.remove(back, SeatBook::Leaving::Vanished);
+    desk.wait(20s);
+    desk.book.remove(old, leaving);
+    desk.wait(14s);
+    CHECK(desk.exchanges.at(1)->words.empty());
+    desk.wait(1s);
+    CHECK(desk.exchanges.at(1)->words == Words{"H04"});
+  }
+}
+
+TEST_CASE("a seat that was there before takes over nobody's caller, nor does one elsewhere") {
+  struct Row {
+    std::uint64_t number;
+    const char* user;
+    int group;
+    int console;
+  };
+  for (const Row& row :
+       {Row{1, "anna", 1, 0}, Row{3, "bert", 1, 0}, Row{3, "anna", 2, 0}, Row{3, "anna", 1, 1}}) {
+    BookDesk desk;
+    NotingSeat other(row.number, row.user);
+    other.console = row.console;
+    desk.book.join(other, *desk.groups.at(row.group));
+    NotingSeat anna(2, "anna");
+    desk.book.join(anna, *desk.groups.at(1));
+    desk.answer(anna, 4);
+    desk.book.remove(anna, SeatBook::Leaving::Silent);
+    CHECK(desk.exchanges.at(1)->words == Words{"H04"});
+  }
+}
+
+struct LeftGroup : BookDesk {
+  explicit LeftGroup(bool is_elsewhere) {
+    book.join(anna, *groups.at(1));
+    answer(anna, 4);
+    book.leave_group(anna);
+    if (is_elsewhere) book.join(anna, *groups.at(2));
+    wait(100s);
+    CHECK(words().empty());
+  }
+  const Words& words() const { return exchanges.at(1)->words; }
+
+  NotingSeat anna{1, "anna"};
+};
+
+TEST_CASE("the caller of a seat that has left his group goes on hold when the seat is gone") {
+  for (const bool is_elsewhere : {false, true}) {
+    LeftGroup silent(is_elsewhere);
+    silent.book.remove(silent.anna, SeatBook::Leaving::Silent);
+    CHECK(silent.words() == Words{"H04"});
+    LeftGroup vanished(is_elsewhere);
+    vanished.book.remove(vanished.anna, SeatBook::Leaving::Vanished);
+    vanished.wait(34s);
+    CHECK(vanished.words().empty());
+    vanished.wait(1s);
+    CHECK(vanished.words() == Words{"H04"});
+    LeftGroup back(is_elsewhere);
+    back.book.remove(back.anna, SeatBook::Leaving::Vanished);
+    NotingSeat again(2, "anna");
+    back.book.join(again, *back.groups.at(1));
+    back.wait(40s);
+    CHECK(back.words().empty());
+  }
+}
+
+TEST_CASE("a caller who reaches the handset when his seat is back already is its too") {
+  BookDesk desk;
+  NotingSeat anna(1, "anna");
+  desk.book.join(anna, *desk.groups.at(1));
+  desk.groups.at(1)->lines().obey(anna, {LineOrder::Kind::Word, "P04", 4});
+  desk.book.remove(anna, SeatBook::Leaving::Vanished);
+  NotingSeat again(2, "anna");
+  desk.book.join(again, *desk.groups.at(1));
+  desk.exchanges.at(1)->report(4, 'P');
+  desk.exchanges.at(1)->words.clear();
+  desk.wait(40s);
+  CHECK(desk.exchanges.at(1)->words.empty());
+  desk.book.remove(again, SeatBook::Leaving::Silent);
+  CHECK(desk.exchanges.at(1)->words == Words{"H04"});
+}
+
 TEST_CASE("a group that is gone meanwhile holds nobody") {
   BookDesk desk;
   NotingSeat anna(1, "anna");
