@@ -12,7 +12,8 @@ namespace lineweir::platform {
 enum class ConnectionEnd {
   // The other end has closed it, or the network has cut it.
   Gone,
-  // The other end reads too slowly: more than `Connection::queue_bound` bytes waited for it.
+  // The other end reads too slowly: more than `Connection::queue_bound` bytes would have waited for
+  // it.
   Overflow,
 };
 
@@ -30,8 +31,9 @@ class Connection {
   // file system.
   virtual std::string peer() const = 0;
 
-  // Queues bytes and never waits. What would pass the bound is dropped, and the connection ends
-  // with Overflow, which is told from the loop. After the end nothing happens.
+  // Queues bytes and never waits. Where the other end hasn't taken all that was sent before, what
+  // would pass the bound is dropped, and the connection ends with Overflow, which is told from the
+  // loop. What is sent at once to one that keeps up may be more. After the end nothing happens.
   virtual void send(std::string_view bytes) = 0;
 
   // Bytes that haven't gone to the system yet.

@@ -19,8 +19,7 @@ constexpr Milliseconds longest_run = std::chrono::hours(1);
 // The handlers of others may come from other threads; they run on this one.
 constexpr int threads_that_run_it = 1;
 // So many handlers of sockets go with each round of due calls, so that neither hold up the others,
-// and what a burst of them sends to one socket goes out in one piece. What as many pieces of what
-// others send bring about has room in a connection's queue.
+// and what a burst of them sends to one socket goes out in one piece.
 constexpr int handlers_of_round = 16;
 
 }  // namespace

@@ -18,6 +18,8 @@ constexpr Milliseconds longest_farewell{2000};
 constexpr Milliseconds look_again{10};
 // Frames of the consoles are short; more is read in several pieces.
 constexpr std::size_t piece_size = 2048;
+// So much may be sent in one round, at whose end as much goes out as the system takes.
+constexpr std::size_t most_of_round = 1024 * 1024;
 // A text that has grown beyond this for once gives its memory back.
 constexpr std::size_t kept_capacity = 4096;
 
@@ -70,7 +72,8 @@ class OpenStream final : public RoundSender,
 
   void send(std::string_view bytes) {
     if (ended_ || closing_) return;
-    if (queued() + bytes.size() > Connection::queue_bound) {
+    const std::size_t bound = found_no_room_ ? Connection::queue_bound : most_of_round;
+    if (queued() + bytes.size() > bound) {
       end_with_overflow();
       return;
     }
@@ -125,10 +128,12 @@ class OpenStream final : public RoundSender,
       }
       if (in_flight_.empty()) {
         writing_ = false;
+        found_no_room_ = false;
         if (closing_) say_farewell();
         return;
       }
     } while (goes_out_at_once());
+    found_no_room_ = true;
     if (!std::exchange(waited_for_room_, true)) return wait_for_room();
     waited_for_room_ = false;
     stream_->async_write_some(rest_in_flight(), [self = this->shared_from_this()](
@@ -288,6 +293,8 @@ class OpenStream final : public RoundSender,
   ConnectionEnd reason_ = ConnectionEnd::Gone;
   bool reading_ = false;
   bool waited_for_room_ = false;
+  // What waits is what the other end was too slow for.
+  bool found_no_room_ = false;
   bool writing_ = false;
   // By its owner, once all is sent.
   bool closing_ = false;

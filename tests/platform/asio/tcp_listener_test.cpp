@@ -122,11 +122,47 @@ TEST_CASE_FIXTURE(TcpFixture, "A peer that doesn't read is cut off, and told so"
 
 TEST_CASE_FIXTURE(TcpFixture,
                   "What would pass the bound is dropped whole, and the end told later") {
-  Peer peer = connect();
-  connection->send(std::string(Connection::queue_bound, 'x'));
+  Peer peer = connect(4096);
+  const std::string piece = some_bytes(8000);
+  while (connection->queued() + piece.size() <= Connection::queue_bound) {
+    connection->send(piece);
+    run_for(loop, 1ms);
+  }
+  connection->send(std::string(Connection::queue_bound - connection->queued(), 'x'));
   CHECK(connection->queued() == Connection::queue_bound);
   connection->send("y");
+  CHECK(connection->queued() == 0);
   CHECK_FALSE(end);
+  REQUIRE(wait([&] { return end.has_value(); }));
+  CHECK(*end == ConnectionEnd::Overflow);
+}
+
+TEST_CASE_FIXTURE(TcpFixture, "A peer that keeps up gets all that a round has for it") {
+  Peer peer = connect();
+  const std::string all = some_bytes(5 * Connection::queue_bound);
+  std::string got;
+  for (int round = 0; round < 3; ++round) {
+    got.clear();
+    for (std::size_t sent = 0; sent < all.size(); sent += Connection::queue_bound / 2) {
+      connection->send(std::string_view(all).substr(sent, Connection::queue_bound / 2));
+    }
+    REQUIRE(wait([&] {
+      got += peer.read();
+      return got.size() >= all.size() || end.has_value();
+    }));
+    CHECK(got == all);
+    CHECK(wait([&] { return connection->queued() == 0; }));
+  }
+  CHECK_FALSE(end);
+}
+
+TEST_CASE_FIXTURE(TcpFixture, "What a round has for a peer has a bound too") {
+  Peer peer = connect();
+  const std::string piece(Connection::queue_bound, 'x');
+  for (int i = 0; i < 16; ++i) connection->send(piece);
+  CHECK(connection->queued() == 16 * piece.size());
+  connection->send("y");
+  CHECK(connection->queued() == 0);
   REQUIRE(wait([&] { return end.has_value(); }));
   CHECK(*end == ConnectionEnd::Overflow);
 }
