@@ -10,6 +10,8 @@ namespace lineweir::server {
 namespace {
 
 constexpr int lines_at_most = 20;
+// In place of a line, behind the letter of a handset's position, it releases the position.
+constexpr int release_number = 15;
 constexpr int second = 1;
 constexpr std::string_view words_with_line = "FHSLNC";
 constexpr std::string_view taking_words = "NCPO";
@@ -28,7 +30,7 @@ std::optional<LineOrder> handset_order(const ServerPacket& packet, int kind) {
   }
   const bool is_second = packet.AltInfo == second || packet.Buffer.front() == 'O';
   const char position = is_second ? 'O' : 'P';
-  const bool is_line = number < lines_at_most && number != 15;
+  const bool is_line = number < lines_at_most && number != release_number;
   if (number > 99) return std::nullopt;
   return LineOrder{LineOrder::Kind::Word, word_of(position, number), is_line ? number : -1};
 }
@@ -80,6 +82,7 @@ std::optional<LineOrder> seize_order(const ServerPacket& packet, int kind) {
   if (packet.Bank == 0) return LineOrder{LineOrder::Kind::Word, word_of('N', line), line};
   if (packet.Bank == second) return LineOrder{LineOrder::Kind::Word, word_of('C', line), line};
   if (server_decides(kind)) return LineOrder{LineOrder::Kind::ToOwnPosition, {}, line};
+  if (line == release_number) return std::nullopt;
   return LineOrder{LineOrder::Kind::Word, word_of('P', line), line};
 }
 

@@ -37,7 +37,8 @@ std::optional<LineOrder> line_order(const ServerPacket& packet, int kind);
 // The tone of a CmdDialDigit, as a word of the equipment. Nothing for what is no digit.
 std::optional<LineOrder> digit_order(const ServerPacket& packet);
 
-// The seizing of a line for dialling, as a CmdDialSeize asks for it.
+// The seizing of a line for dialling, as a CmdDialSeize asks for it. Nothing where no word takes
+// the line there.
 std::optional<LineOrder> seize_order(const ServerPacket& packet, int kind);
 
 // The order takes the line to a hybrid or to a handset.

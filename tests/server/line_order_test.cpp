@@ -247,8 +247,11 @@ TEST_CASE("a line is seized on a hybrid, or at the screener's handset") {
       CHECK(seize_order(frame(line, 0, 1, {}), kind) == word_order(numbered('C', line), line));
     }
     for (const int kind : {1, 2, 3}) {
-      CHECK(seize_order(frame(line, 0, no_bank, {}), kind) ==
-            word_order(numbered('P', line), line));
+      const auto order = seize_order(frame(line, 0, no_bank, {}), kind);
+      // The word would release the position.
+      const bool has_word = line != 15;
+      CHECK(order.has_value() == has_word);
+      if (has_word) CHECK(order == word_order(numbered('P', line), line));
     }
     CHECK(seize_order(frame(line, 0, no_bank, {}), 4) == LineOrder{Kind::ToOwnPosition, {}, line});
   }
