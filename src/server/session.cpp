@@ -59,7 +59,7 @@ void Session::tell_person(const std::string& text) {
 void Session::end() {
   if (over_) return;
   connection_->close_when_sent();
-  finish(SeatBook::Leaving::Goodbye, "ended by the server");
+  finish(SeatBook::Leaving::Vanished, "ended by the server");
 }
 
 void Session::give_way() { finish(SeatBook::Leaving::Goodbye, "gave way to another"); }
@@ -189,9 +189,11 @@ void Session::tell_person_of_refusal(const std::string& reason) {
 
 void Session::take_new_rights() {
   if (group == 0) return;
-  rights = services_.accounts.rights(user, group);
-  ServerPacket told = server_packet(ServerCommand::SrvRights, group, rights);
-  send(told);
+  tell_allowed_groups();
+  const std::string before = std::exchange(rights, services_.accounts.rights(user, group));
+  // A console that is told its rights takes its stored profile too.
+  if (rights == before) return;
+  send(server_packet(ServerCommand::SrvRights, group, rights));
   if (rights == no_rights) services_.seats.leave_group(*this);
 }
 

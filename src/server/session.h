@@ -47,8 +47,9 @@ class Session final : public Seat {
   bool is_over() const { return over_; }
   std::size_t queued() const { return connection_ ? connection_->queued() : 0; }
 
-  // The rights of the user have changed; the seat is told those in its group, and leaves it where
-  // it has none there any more.
+  // The rights of the user have changed; the seat is told which groups are open to him, and its
+  // rights where those in its group are others. It leaves the group where it has none there any
+  // more.
   void take_new_rights();
   // The names of the groups, and which are open to the user.
   void tell_groups();

@@ -83,7 +83,9 @@ void Session::register_console(const ServerPacket& packet) {
   if (!services_.accounts.has_rights(user, packet.GroupNo)) {
     return refuse(Refusal::NoRightsInGroup);
   }
-  console = packet.Console == no_value ? 0 : packet.Console;
+  const std::uint8_t wanted_console = packet.Console == no_value ? 0 : packet.Console;
+  if (wanted_console >= first_position_code) return refuse(Refusal::Malformed);
+  console = wanted_console;
   rights = services_.accounts.rights(user, packet.GroupNo);
   since = services_.context.clock.now();
   tell_allowed_groups();

@@ -212,6 +212,44 @@ TEST_CASE("A seat whose group is closed to its user is told so and is in no grou
   CHECK(seat->take().empty());
 }
 
+TEST_CASE(
+    "A change of rights elsewhere tells a seat which groups are open, and not its rights anew") {
+  ServerRoom room;
+  AdminTool tool(room);
+  const auto seat = room.seat("only2", 2);
+  seat->take();
+  CHECK(tool.refusal(right("only2", 1, {"+screener"})) == "");
+  auto told = seat->take();
+  const auto count = [&](ServerCommand command) {
+    return std::ranges::count(told, static_cast<std::uint8_t>(command), &ServerPacket::CMD);
+  };
+  CHECK(count(ServerCommand::SrvRights) == 0);
+  REQUIRE(count(ServerCommand::SrvAllowedGroups) == 1);
+  CHECK(std::ranges::find(told, static_cast<std::uint8_t>(ServerCommand::SrvAllowedGroups),
+                          &ServerPacket::CMD)
+            ->Buffer == "Studio 1\3Studio 2\3");
+  CHECK(tool.refusal(right("only2", 2, {"-Dial"})) == "");
+  CHECK(seat->take(ServerCommand::SrvRights).size() == 1);
+  // What takes nothing away changes no rights either.
+  CHECK(tool.refusal(right("only2", 2, {"-Dial"})) == "");
+  told = seat->take();
+  CHECK(count(ServerCommand::SrvRights) == 0);
+  CHECK(tool.refusal(right("only2", 1, {"-all"})) == "");
+  CHECK(seat->take_last(ServerCommand::SrvAllowedGroups).Buffer == "Studio 2\3");
+}
+
+TEST_CASE("A seat of a locked user leaves no caller at its handset") {
+  ServerRoom room;
+  AdminTool tool(room);
+  const auto seat = room.seat("host");
+  room.exchange().arrive(1, {});
+  seat->word('P', 1, 0);
+  CHECK(tool.refusal(of_user(Command::UserLock, "host")) == "");
+  CHECK(room.exchange().letter(1) == 'P');
+  room.wait(37s);
+  CHECK(room.exchange().letter(1) == 'H');
+}
+
 TEST_CASE("Rights that can't be sent are refused with the reason and change nothing") {
   ServerRoom room;
   AdminTool tool(room);

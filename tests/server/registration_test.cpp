@@ -217,6 +217,23 @@ TEST_SUITE("server/registration") {
     CHECK(host->take_last(SrvLineStatus).Buffer == "H");
   }
 
+  TEST_CASE("a console whose number is no position's isn't registered, and takes nobody") {
+    ServerOptions options = ServerRoom::two_studios();
+    options.groups[0].kind = 4;
+    ServerRoom room(options);
+    room.exchange().arrive(1, {});
+    room.exchange().obey("N01");
+    auto host = room.seat("host", 1, 128 + 'F');
+    CHECK(refused(room, "malformed") == 1);
+    host->word('P', 1);
+    CHECK(room.exchange().letter(1) == 'N');
+    CHECK(room.figure("seats{group=\"1\"}") == 0);
+    auto last = room.seat("host", 1, 127);
+    CHECK(room.figure("seats{group=\"1\"}") == 1);
+    auto unnamed = room.seat("host", 1, 255);
+    CHECK(room.figure("seats{group=\"1\"}") == 2);
+  }
+
   TEST_CASE("the rights of words and places") {
     ServerRoom room;
     platform::Account guest = room.store.content().accounts.at("host");
