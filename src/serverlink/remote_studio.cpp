@@ -80,9 +80,10 @@ void RemoteStudio::RefreshStudioNames() {
 }
 
 void RemoteStudio::take_lines() {
-  platform::RemoteObject& server = objects_.serial_input();
-  line_events_.take(text(server.call("OutputSerialPort", present_group(state_))));
-  state_.lines.ThePhoneFlag = number(server.call("GetDimType", present_group(state_)));
+  line_events_.take(text(objects_.serial_input().call("OutputSerialPort", present_group(state_))));
+  // While it was called the user may have let the objects go.
+  state_.lines.ThePhoneFlag =
+      number(objects_.serial_input().call("GetDimType", present_group(state_)));
   modes_.follow_equipment();
   name_lines();
 }

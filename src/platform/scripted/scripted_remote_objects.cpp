@@ -52,10 +52,11 @@ void ScriptedRemoteObjects::require_presence() const {
   }
 }
 
-RemoteValue ScriptedRemoteObjects::use(RemoteCall call) {
+RemoteValue ScriptedRemoteObjects::use(const RemoteCall& call) {
   require_presence();
   const auto result = results_.find(call.member);
-  calls_.push_back(std::move(call));
+  calls_.push_back(call);
+  if (on_use) on_use(call.member);
   return result == results_.end() ? RemoteValue{} : result->second;
 }
 

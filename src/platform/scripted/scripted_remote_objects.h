@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <map>
 #include <memory>
 #include <string>
@@ -38,6 +39,9 @@ class ScriptedRemoteObjects final : public RemoteObjects {
   // The other program calls the call-back object when the loop next runs what is due.
   void call_back(const std::string& method, const std::vector<RemoteValue>& arguments);
 
+  // Runs while a member is used: the events that a console lets run meanwhile.
+  std::function<void(const std::string& member)> on_use;
+
   // Each use of a member since the last call.
   std::vector<RemoteCall> take_calls();
 
@@ -51,7 +55,7 @@ class ScriptedRemoteObjects final : public RemoteObjects {
   class Object;
 
   void require_presence() const;
-  RemoteValue use(RemoteCall call);
+  RemoteValue use(const RemoteCall& call);
 
   EventLoop& loop_;
   bool present_ = false;

@@ -90,6 +90,23 @@ Connection open_copy(const std::filesystem::path& file) {
                 "The file " + shown_name(file) + " is no whole store: it lacks " + missing + ".");
 }
 
+namespace {
+
+// What reads well where nothing can be written may be refused where it can, such as a table with a
+// rule that names no column.
+Connection open_writable_copy(const std::filesystem::path& file) {
+  const Connection read = open_copy(file);
+  Connection copy = copy_beside(read.get());
+  try {
+    Statement(copy.get(), "SELECT count(*) FROM sqlite_schema").step();
+  } catch (const Failure&) {
+    throw sqlite_failure(SQLITE_CORRUPT, file, {});
+  }
+  return copy;
+}
+
+}  // namespace
+
 void copy_to_new_file(sqlite3* connection, const std::filesystem::path& file) {
   FileInTheMaking made(file);
   {
@@ -102,7 +119,7 @@ void copy_to_new_file(sqlite3* connection, const std::filesystem::path& file) {
 }
 
 void take_over_copy(sqlite3* connection, const std::filesystem::path& file) {
-  const Connection copy = open_copy(file);
+  const Connection copy = open_writable_copy(file);
   if (!is_fresh_store(connection)) {
     throw Failure(failure_number::database_exists,
                   "The store isn't empty: a backup is restored only into one without calls, "
