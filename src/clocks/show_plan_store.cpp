@@ -11,9 +11,25 @@ namespace {
 
 constexpr int reread_entries = 34;
 
+// Every database begins so; one that is opened or overwritten as a plan would lose its calls.
+constexpr std::string_view database_mark{"SQLite format 3", 16};
+
+void require_no_database(std::string_view content, const std::string& path) {
+  if (!content.starts_with(database_mark)) return;
+  throw Failure(failure_number::file_access,
+                path + " is a database, and no show plan. It was left as it is.");
+}
+
+void require_no_database(platform::Files& files, const std::string& path) {
+  if (const auto content = files.read(path)) require_no_database(*content, path);
+}
+
 // The content of a file that is made if there is none.
 std::string content_of(platform::Files& files, const std::string& path) {
-  if (auto content = files.read(path)) return *std::move(content);
+  if (auto content = files.read(path)) {
+    require_no_database(*content, path);
+    return *std::move(content);
+  }
   if (files.exists(path)) {
     throw Failure(failure_number::file_access, "Can't read " + path);
   }
@@ -59,6 +75,7 @@ void ShowPlanStore::save_plan(const ShowPlan& edited) {
 }
 
 void ShowPlanStore::save_plan_as(const std::string& path, const ShowPlan& edited) {
+  require_no_database(files_, path);
   files_.replace(path, encode_show_plan(edited));
   open_as(path, path, edited);
 }
