@@ -269,6 +269,17 @@ Result value_of(Session& session, const std::vector<std::string>& words) {
   return find_place(session, words.front()).get();
 }
 
+// What can't be read, as no console runs or the element isn't there, is not as expected.
+Json expected_of(Session& session, const std::vector<std::string>& words) {
+  try {
+    return value_of(session, words).value_or(Json());
+  } catch (const NotUnderstood&) {
+    throw;
+  } catch (const Refusal& refusal) {
+    throw NotAsExpected(refusal.what());
+  }
+}
+
 // Beside a path, a command that gives a value.
 Result expect(Session& session, const Arguments& arguments) {
   const std::size_t last = arguments.count() - 1;
@@ -276,7 +287,7 @@ Result expect(Session& session, const Arguments& arguments) {
   const Json wanted = arguments.value(last);
   std::vector<std::string> words;
   for (std::size_t i = 0; i < last; ++i) words.push_back(arguments.word(i));
-  const Json present = value_of(session, words).value_or(Json());
+  const Json present = expected_of(session, words);
   if (present == wanted) return done;
   throw NotAsExpected("expected " + printed(wanted) + " got " + printed(present));
 }

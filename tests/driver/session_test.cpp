@@ -7,13 +7,18 @@ namespace lineweir::test {
 namespace {
 
 TEST_CASE_FIXTURE(DriverFixture, "Without a console its commands are refused, not misunderstood") {
-  for (const char* line : {"click PortOn", "get PortOn.Checked", "forms", "quit", "key 65 0",
-                           "call GetCadence 3", "socket open", "remote open", "set A 1",
-                           "expect A 1", "list Lineweir", "close Lineweir", "minimise"}) {
+  for (const char* line :
+       {"click PortOn", "get PortOn.Checked", "forms", "quit", "key 65 0", "call GetCadence 3",
+        "socket open", "remote open", "set A 1", "list Lineweir", "close Lineweir", "minimise"}) {
     CAPTURE(line);
     CHECK(say(line) == "error not launched");
     CHECK_FALSE(fails(line));
   }
+}
+
+TEST_CASE_FIXTURE(DriverFixture, "What can't be looked at without a console is not as expected") {
+  CHECK(say("expect A 1") == "error not launched");
+  CHECK(fails("expect A 1"));
 }
 
 TEST_CASE_FIXTURE(DriverFixture, "launch shows the main form") {
