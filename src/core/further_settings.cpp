@@ -50,10 +50,16 @@ std::vector<std::string>::iterator find_line(std::vector<std::string>& lines,
       lines, [&](const std::string& line) { return same_name(name_of(line), name); });
 }
 
+// In the place of the first that has the name; a file that was edited by hand may have several, of
+// which the last one holds.
 void set_line(std::vector<std::string>& lines, std::string_view name, std::string_view value) {
   auto line = find_line(lines, name);
   if (line == lines.end()) line = lines.insert(line, std::string());
   *line = std::string(name).append("=").append(value);
+  lines.erase(
+      std::remove_if(line + 1, lines.end(),
+                     [&](const std::string& other) { return same_name(name_of(other), name); }),
+      lines.end());
 }
 
 std::string text_of(const std::vector<std::string>& lines) {

@@ -52,6 +52,13 @@ TEST_SUITE("core/further settings") {
     CHECK(with_further_setting("", "a", "") == "");
   }
 
+  TEST_CASE("of lines with the same name, which only a hand makes, the one that is written stays") {
+    CHECK(with_further_setting("a=1\nb=2\nA=3\n", "a", "4") == "a=4\nb=2\n");
+    ScriptedConsole test;
+    CHECK(with_further_settings(test.console, "UrgentSound=0\nUrgentSound=1\n") ==
+          "UrgentSound=0\n");
+  }
+
   TEST_CASE("the file is written with the settings, and only where it says something else") {
     ScriptedConsole test;
     platform::MemoryFiles& files = test.platform.files;
