@@ -27,11 +27,13 @@ LineEvents::LineEvents(ConsoleState& state, DisplayOptions& display, CallerDataE
 void LineEvents::expect_free_lines() {
   TheStatusText = status_text_of_free_lines;
   told_ = false;
+  untold_.set();
 }
 
 void LineEvents::take(std::string_view status_text) {
   TheStatusText = status_text;
   told_ = true;
+  untold_.reset();
 }
 
 void LineEvents::apply_soon(std::string_view status_text) {
@@ -44,6 +46,8 @@ void LineEvents::apply_item_soon(int line, std::string_view item) {
   if (TheStatusText.size() < place + status_item_length)
     TheStatusText.resize(place + status_item_length, '\0');
   TheStatusText.replace(place, status_item_length, item);
+  if (static_cast<std::size_t>(line) < untold_.size())
+    untold_.reset(static_cast<std::size_t>(line));
   state_.Lineweir.Timer4.enabled = true;
 }
 
@@ -51,7 +55,9 @@ void LineEvents::apply_change_of(int line) {
   const bool exists = line >= 0 && line < state_.lines.LineCount;
   if (!exists || !state_.Lineweir.Timer4.enabled) return;
   const char letter = reported_letter(line);
-  if (letter != '\0' && letter != state_.lines.StatusLetter(line)) apply_letter(line, letter);
+  if (letter == '\0' || letter == state_.lines.StatusLetter(line) || is_untold(line)) return;
+  // That is no pass, and a ring that follows hold is to be seen in two.
+  if (!is_ring_after_hold(line, letter)) apply_letter(line, letter);
 }
 
 void LineEvents::apply_ring_of(int line) {
@@ -62,16 +68,29 @@ void LineEvents::apply_ring_of(int line) {
 
 void LineEvents::Timer4_Timer() {
   state_.Lineweir.Timer4.enabled = false;
-  TheStatusText = std::string(trimmed(TheStatusText));
   LineTable& lines = state_.lines;
+  if (untold_.all() && TheStatusText == status_text_of_free_lines) {
+    // Only clocks are there to be kept: those of a console that comes back, and what the server has
+    // told of the calls' times.
+    lines.FreshConnect = lines.FreshConnect && any_clock_has_base();
+    return;
+  }
+  TheStatusText = std::string(trimmed(TheStatusText));
   // A step that waits for its next try lets events run, and these may change the number of lines.
   for (int line = 0; line < lines.LineCount; ++line) {
     const char letter = reported_letter(line);
-    if (letter != '\0') apply_letter(line, letter);
+    if (letter != '\0' && !is_untold(line)) apply_letter(line, letter);
   }
   lines.FreshConnect = false;
   if (told_) caller_data_.lines_told(reported_lines());
   caller_data_.lines_changed();
+}
+
+bool LineEvents::any_clock_has_base() const {
+  for (int line = 0; line < state_.lines.LineCount; ++line) {
+    if (!state_.lines.ClockBase(line).empty()) return true;
+  }
+  return false;
 }
 
 void LineEvents::apply_letter(int line, char letter) {
@@ -113,21 +132,28 @@ bool LineEvents::counts_as_screened(int line) const {
   return false;
 }
 
-bool LineEvents::ring_held_back(int line, char letter) {
-  LineTable& lines = state_.lines;
-  const char old_letter = lines.StatusLetter(line);
+bool LineEvents::is_untold(int line) const {
+  const auto place = static_cast<std::size_t>(line);
+  return place < untold_.size() && untold_[place] && reported_letter(line) == 'F';
+}
+
+bool LineEvents::is_ring_after_hold(int line, char letter) const {
+  const char old_letter = state_.lines.StatusLetter(line);
   const bool after_hold = old_letter == held_letter || old_letter == ready_letter;
-  if (letter != ringing_letter || !after_hold || !ready_is_held_with_data(lines.ThePhoneFlag)) {
-    return false;
-  }
-  bool& confirmed = lines.RingConfirm.at(static_cast<std::size_t>(line));
+  return letter == ringing_letter && after_hold &&
+         ready_is_held_with_data(state_.lines.ThePhoneFlag);
+}
+
+bool LineEvents::ring_held_back(int line, char letter) {
+  if (!is_ring_after_hold(line, letter)) return false;
+  bool& confirmed = state_.lines.RingConfirm.at(static_cast<std::size_t>(line));
   if (confirmed) return false;
   confirmed = true;
   return true;
 }
 
 void LineEvents::process_change(int line, char letter, char old_letter) {
-  if (letter == 'F' && old_letter == ' ') return;
+  if (letter == 'F' && old_letter == ' ') return free_busy_line(line);
   const int equipment = state_.lines.ThePhoneFlag;
   const LineRule* rule = line_rule(server_rules, letter, equipment);
   if (rule == nullptr) rule = &other_letter_rule;
@@ -149,6 +175,15 @@ void LineEvents::leave_group() {
               report_of(line, group_left_rule.letter, state_.lines.StatusLetter(line)));
   }
   state_.lines.RingConfirm.fill(false);
+}
+
+// The box has made it busy, and is no longer the one that tells of it.
+void LineEvents::free_busy_line(int line) {
+  if (state_.lines.SetBusy(line) == 0) return;
+  const LineReport report = report_of(line, 'F', ' ');
+  for (const LineStep step : {LineStep::ForgetLetter, LineStep::BlankRow, LineStep::ShowRow}) {
+    line_steps_.run(RuleStep(step), report);
+  }
 }
 
 // The times of the calls, which come with a session, have blanked them.

@@ -1,9 +1,12 @@
 #pragma once
 
+#include <bitset>
 #include <cstddef>
 #include <set>
 #include <string>
 #include <string_view>
+
+#include "lines/line_table.h"
 
 namespace lineweir {
 
@@ -49,8 +52,13 @@ class LineEvents {
   void leave_group();
 
  private:
-  // One pass over all lines. A step that fails is tried again, then reported, and the next goes on.
+  // One pass over all lines that were told. A step that fails is tried again, then reported, and
+  // the next goes on. A pass before anything was told is none: it would end the calls of a console
+  // that comes back, and use up the restoring pass.
   void Timer4_Timer();
+  // Whether the line is free only because nothing was told of it since the connection began.
+  bool is_untold(int line) const;
+  bool any_clock_has_base() const;
   void apply_letter(int line, char letter);
   // The letter of a line's item; 0 where the text has none.
   char reported_letter(int line) const;
@@ -59,7 +67,9 @@ class LineEvents {
   bool counts_as_screened(int line) const;
   // With equipment of kind 2 a ring that follows hold counts when it is seen in two passes running.
   bool ring_held_back(int line, char letter);
+  bool is_ring_after_hold(int line, char letter) const;
   void process_change(int line, char letter, char old_letter);
+  void free_busy_line(int line);
   void carry_out(const LineRule& rule, const LineReport& report);
   void show_words_again(int line, char letter);
   LineReport report_of(int line, char letter, char old_letter) const;
@@ -70,6 +80,8 @@ class LineEvents {
   LineSteps& line_steps_;
   // Whether the text is one that was taken whole.
   bool told_ = false;
+  // The lines of which nothing was told since free ones were expected.
+  std::bitset<lines_of_large_layout> untold_;
 };
 
 }  // namespace lineweir
