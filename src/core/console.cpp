@@ -78,7 +78,7 @@ Console::Console(const platform::Services& platform_services)
       profile_flags(*this, caller_data, modes, fonts),
       profile_files(*this, show_plan, call_log_file),
       user_profile(*this, links, profile_flags, profile_files, display, window, fonts),
-      line_count_change(*this, layout, caller_data),
+      line_count_change(*this, layout, caller_data, server),
       received_profile(*this, profile_flags, profile_files, display, profile_window, fonts,
                        line_count_change),
       client_callback(*this, phone, received_data, line_events, next_caller, message_display),

@@ -55,8 +55,9 @@ void RowElements::show_idle(int line) {
   DataRowImage(line).picture = pictures::DataRowWhite;
   LineNumb(line).caption = std::to_string(line + 1);
   blank_row_controls(line, 2);
-  OnHybrid1(line).picture = pictures::HybridNormUp;
-  OnHybrid2(line).picture = pictures::HybridNormUp;
+  for (Picture* button : {&OnHybrid1(line), &OnHybrid2(line)}) {
+    button->picture = button->enabled ? pictures::HybridNormUp : pictures::HybridDisabledNorm;
+  }
   CIcon1(line).visible = false;
   CIcon2(line).visible = false;
 }

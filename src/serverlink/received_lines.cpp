@@ -109,6 +109,9 @@ void ReceivedLines::SrvNextCall(const ServerPacket& packet) {
     // A letter that came before the choice must not end it.
     line_events_.apply_change_of(packet.LineNo);
     next_caller_.pin(packet.LineNo);
+    // A choice among the lines that this seat doesn't show is one all the same: it makes no other.
+    const bool is_not_shown = !has_line(packet) && packet.LineNo < lines_of_large_layout;
+    if (is_not_shown) state_.lines.NextCallSet = true;
   }
 }
 
