@@ -57,6 +57,7 @@ void DialPad::Dial_Click() { state_.DialForm.show(); }
 void DialPad::Form_Load() {
   DialPadForm& form = state_.DialForm;
   DialCollection.clear();
+  place_ = present_place();
   digits_are_done_ = false;
   form.Text1.text = "";
   show_lamp(pictures::GreyPic);
@@ -93,8 +94,31 @@ void DialPad::begin_on(int line) {
   show_lamp(lamp_of_seat());
 }
 
+void DialPad::leave_former_place() {
+  const Place place = present_place();
+  if (place == place_) return;
+  place_ = place;
+  DialCollection.clear();
+  let_go();
+}
+
+DialPad::Place DialPad::present_place() const {
+  return {&links_.in_use(), state_.program.GroupNumber};
+}
+
+void DialPad::follow_line_count() {
+  const auto count = state_.DialForm.Combo1.list_count();
+  if (count == state_.lines.LineCount) return;
+  const int line = chosen_line();
+  const int hybrid = state_.DialForm.Combo2.list_index;
+  fill_lists();
+  state_.DialForm.Combo2.list_index = hybrid;
+  if (line < state_.lines.LineCount) state_.DialForm.Combo1.list_index = line;
+}
+
 void DialPad::DialButton_Click(int Index) {
   if (locked()) return;
+  leave_former_place();
   const DialSeat seat{seat_of(state_), state_.Lineweir.ScreenerMode.checked,
                       conference_chosen() ? bank_conference : bank_main};
   const CommandWord word = dial_word(Index, seat);
@@ -108,6 +132,8 @@ void DialPad::DialButton_Click(int Index) {
 }
 
 void DialPad::SSCommand1_Click() {
+  leave_former_place();
+  follow_line_count();
   if (locked() || state_.dial.DialLine != no_line) return;
   const int line = chosen_line();
   if (const auto word = seize_word(line)) phone_.PhoneCommand(word->word, word->bank);
@@ -126,7 +152,8 @@ std::optional<CommandWord> DialPad::seize_word(int line) const {
 }
 
 void DialPad::SSCommand2_Click() {
-  if (locked()) return;
+  leave_former_place();
+  if (locked() || phone_.refuse_locked_key()) return;
   if (state_.dial.DialLine == no_line) return;
   const std::string_view text = state_.DialForm.Combo1.text.get();
   const int line = leading_number(text.substr(std::min(text.size(), line_prefix.size()))) - 1;
@@ -143,6 +170,8 @@ void DialPad::TheDrop_Click() {
 }
 
 void DialPad::Timer5_Timer() {
+  leave_former_place();
+  follow_line_count();
   send_next_word();
   if (digits_are_done_) state_.DialForm.Text1.text = "";
   digits_are_done_ = false;

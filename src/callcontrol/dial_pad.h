@@ -10,6 +10,7 @@ namespace lineweir {
 
 class PhoneCommands;
 class Links;
+class StudioLink;
 struct ConsoleState;
 
 // What DialForm does: seizes a line, keys digits on it and drops it. The words of the digits wait
@@ -54,9 +55,22 @@ class DialPad {
   std::string_view lamp_of_seat() const;
   void show_lamp(std::string_view picture);
 
+  // What was keyed for one studio group's lines, or on one way to them, is nothing to another's.
+  void leave_former_place();
+  // The list goes by the number of lines, which may change while the pad is open.
+  void follow_line_count();
+
+  struct Place {
+    const StudioLink* way = nullptr;
+    int group = 0;
+    bool operator==(const Place&) const = default;
+  };
+  Place present_place() const;
+
   ConsoleState& state_;
   const Links& links_;
   PhoneCommands& phone_;
+  Place place_;
   // The line was dropped by hand: the next tick takes the digits away.
   bool digits_are_done_ = false;
 };

@@ -79,7 +79,7 @@ void LineActions::row_dbl_click(int Index) {
 }
 
 void LineActions::send(const std::optional<CommandWord>& command) {
-  if (phone_.keys_are_locked()) return phone_.PhoneCommand("", bank_none);
+  if (phone_.refuse_locked_key()) return;
   if (command) phone_.PhoneCommand(command->word, command->bank);
 }
 

@@ -73,6 +73,7 @@ void NextCaller::NextToConf_Click() {
 
 void NextCaller::pick_by_hand(int line) {
   constexpr std::string_view handler = "Lineweir_OnHybrid2_Click";
+  if (phone_.refuse_locked_key()) return;
   StudioLink& link = links_.in_use();
   switch (link.hand_pick()) {
     case HandPick::MovedHere:
@@ -135,6 +136,7 @@ void NextCaller::unmark(int line) {
 }
 
 void NextCaller::ask_server(std::string_view handler, bool conference) {
+  if (phone_.refuse_locked_key()) return;
   links_.deciding_server().next_action(handler, {state_.Lineweir.StudioMode.checked, conference});
 }
 

@@ -18,13 +18,20 @@ constexpr std::string_view next_button_word = "05";
 
 void PhoneCommands::PhoneCommand(std::string_view TheCommand, int TheBank) {
   StudioLink& link = links_.in_use();
-  if (link.locks_keys()) return link_.command_given();
-  link.command("Lineweir_PhoneCommand", TheCommand, TheBank);
+  const bool locked = link.locks_keys();
+  if (!locked) link.command("Lineweir_PhoneCommand", TheCommand, TheBank);
   // A timer sends the next key's word, with nobody waiting for what comes of it.
-  if (!link.tells_lost_commands() && TheCommand != next_key_word) link_.command_given();
+  const bool is_told = (locked || !link.tells_lost_commands()) && TheCommand != next_key_word;
+  if (is_told) link_.command_given();
 }
 
 bool PhoneCommands::keys_are_locked() const { return links_.in_use().locks_keys(); }
+
+bool PhoneCommands::refuse_locked_key() {
+  const bool locked = keys_are_locked();
+  if (locked) link_.command_given();
+  return locked;
+}
 
 void PhoneCommands::UCommand(std::string_view TheCommand) {
   guard(state_.trace, "Lineweir_UCommand", [&] {

@@ -21,6 +21,9 @@ class PhoneCommands {
   // While it is true nothing comes of a key, and PhoneCommand tells the user why.
   bool keys_are_locked() const;
 
+  // For a key that doesn't end in a word: whether nothing comes of it. The user is told why.
+  bool refuse_locked_key();
+
   // A word that begins with "U": the equipment's next button, or one to pass on as it stands.
   void UCommand(std::string_view TheCommand);
 

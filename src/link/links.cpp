@@ -36,6 +36,10 @@ MenuItem* Links::item_of(int settings_code) const {
 
 void Links::give_way_to_serial() const {
   for (const Way& way : ways_) way.link.give_way(way.item.checked);
+  // A session that has begun and told nothing leaves the restoring pass to come; the box's reports
+  // are of calls as they happen.
+  state_.lines.FreshConnect = false;
+  if (state_.lines.TheNextCall == no_line) state_.lines.NextCallSet = false;
 }
 
 void Links::let_go_but(const MenuItem& chosen) const {

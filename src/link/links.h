@@ -25,6 +25,7 @@ class Links {
         std::vector<Way> ways);
 
   StudioLink& in_use() const;
+  bool serial_is_in_use() const { return way_in_use() == nullptr; }
 
   // The way to a server that decides the next call. Only the socket has one; it tells the user
   // where no server is connected.

@@ -20,11 +20,19 @@ void clear_studio_group(ConsoleState& state, LineEvents& line_events) {
   for (int line = 0; line < state.lines.LineCount; ++line) {
     state.Lineweir.LineNumb(line).caption = std::to_string(line + 1);
   }
+  // A choice that was none, too, stays with its group.
+  state.lines.NextCallSet = false;
   clear_conversation(state);
   ClockState& clocks = state.clock_state;
   clocks.ServerLastEventTime.clear();
   clocks.ServerEventTime.clear();
   clocks.ServerEventText.clear();
+  if (!state.Lineweir.ServerShowData.checked) return;
+  MainForm& form = state.Lineweir;
+  form.CountDownTime.caption = "";
+  form.CountDownTime2.text = "";
+  form.StatusText.caption = "";
+  form.StatusText2.text = "";
 }
 
 }  // namespace lineweir

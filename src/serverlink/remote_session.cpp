@@ -48,6 +48,7 @@ void RemoteSession::NetworkConnectionOption_Click() {
         const Hourglass hourglass(form);
         port_.close();
         form.uncheck_coms();
+        links_.let_go_but(form.NetworkConnectionOption);
         links_.uncheck_ways();
         form.NetworkConnectionOption.checked = true;
         form.SyncTimeTimer.enabled = false;

@@ -144,8 +144,9 @@ void ServerConnection::connect() {
   state_.login.TimeAskedAtLogin = false;
   // The group that was chosen by hand was another login's.
   state_.login.SkipProfile = false;
-  // What one server has told of its end is nothing to another.
-  if (several()) state_.Lineweir.ShutDownTimer.enabled = false;
+  // What a server has announced holds for the connection that it was told on.
+  state_.Lineweir.ShutDownTimer.enabled = false;
+  state_.Lineweir.timForceGroupChange.enabled = false;
   expect_free_lines();
   server_.expect_new_stream();
   if (on_begin) on_begin();

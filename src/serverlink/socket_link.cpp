@@ -32,6 +32,12 @@ constexpr std::array next_action_rules = {
     NextActionRule{false, true, std::nullopt, bank_none, "A"},
 };
 
+// A last byte that is taken for a frame's pad is a letter in some alphabets: a blank keeps it.
+std::string with_kept_end(std::string text) {
+  if (text.ends_with('\xFF')) text += ' ';
+  return text;
+}
+
 }  // namespace
 
 bool SocketLink::send(std::string_view handler, ClientCommand command,
@@ -74,6 +80,11 @@ void SocketLink::next_action(std::string_view handler, NextAction action) {
 
 bool SocketLink::caller_data(std::string_view handler, int line, std::string_view text,
                              const std::function<bool()>& still_wanted) {
+  if (locks_keys()) {
+    // The offer to connect again says it too.
+    if (!state_.messages.offers_reconnection()) state_.messages.ShowMessage(trouble());
+    return false;
+  }
   return socket_trap(state_, handler, [&] {
     if (still_wanted && !still_wanted()) return;
     ServerPacket packet = server_.packet(ClientCommand::CmdCallerData);
@@ -105,9 +116,9 @@ bool SocketLink::message(std::string_view handler, const SeatMessage& message) {
     // Between two tries the console may have gone to another group, for which it wasn't written.
     if (state_.program.GroupNumber != group) return;
     ServerPacket packet = server_.packet(ClientCommand::CmdFlashMessage);
-    packet.set_buffer(encode_text_message({.back_color = message.back_color,
-                                           .fore_color = message.fore_color,
-                                           .text = with_sender(message)}));
+    packet.set_buffer(with_kept_end(encode_text_message({.back_color = message.back_color,
+                                                         .fore_color = message.fore_color,
+                                                         .text = with_sender(message)})));
     server_.send(std::move(packet));
     sent = true;
   });
@@ -115,6 +126,8 @@ bool SocketLink::message(std::string_view handler, const SeatMessage& message) {
 }
 
 void SocketLink::mode(std::string_view handler, bool producer) {
+  // A session tells it as it begins.
+  if (locks_keys()) return;
   send(handler, ClientCommand::CmdSetMode,
        [&](ServerPacket& packet) { packet.AltInfo = producer ? 1 : 0; });
 }
@@ -156,10 +169,16 @@ GroupEntry SocketLink::enter_group() {
 
 bool SocketLink::locks_keys() const { return !silence.empty() || state_.login.BetweenGroups; }
 
-void SocketLink::give_way(bool /*was_chosen*/) {
+void SocketLink::give_way(bool was_chosen) {
   platform::ClientSocket& socket = state_.services.winsock1;
   if (socket.state() != platform::socket_closed) socket.close();
+  // What a server has announced concerns the one who listens to it.
+  state_.Lineweir.ShutDownTimer.enabled = false;
+  state_.Lineweir.timForceGroupChange.enabled = false;
+  if (was_chosen) state_.messages.withdraw_offer();
 }
+
+void SocketLink::let_go() { give_way(true); }
 
 std::string_view SocketLink::trouble() const {
   if (!silence.empty()) return silence;

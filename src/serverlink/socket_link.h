@@ -42,6 +42,7 @@ class SocketLink : public StudioLink {
   bool leave_group(std::string_view handler) override;
   GroupEntry enter_group() override;
   void give_way(bool was_chosen) override;
+  void let_go() override;
   bool polls_server() const override { return true; }
   bool hears_heartbeat() const override { return true; }
   void leave() override;
