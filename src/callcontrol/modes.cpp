@@ -146,8 +146,8 @@ void Modes::follow_equipment() {
   form.MitelOption.visible = menus->handsets;
   form.NextGenPhoneMenu.visible = menus->phones;
   if (had_phones != menus->phones) renew_window_caption(state_);
-  // What a handset gives the producer, a phone gives as well.
-  if (had_phones != menus->phones && form.ScreenerMode.checked) panel_.set_for_producer();
+  // What a handset gives the producer, a phone gives as well; names that are none have hidden them.
+  if (form.ScreenerMode.checked) panel_.set_for_producer();
   if (menus->phones) {
     form.GetPhones.enabled = true;
     form.ServerShowData.visible = true;

@@ -29,10 +29,8 @@ void NextKey::RemoteNext_Click() {
 }
 
 void NextKey::give() {
-  const EquipmentMenus* menus = menus_of(state_.lines.ThePhoneFlag);
-  if (menus != nullptr && menus->remote_next && state_.program.RemoteNextAllowed) {
-    state_.Lineweir.RemoteNext.enabled = true;
-  }
+  const bool is_known = menus_of(state_.lines.ThePhoneFlag) != nullptr;
+  if (is_known && next_key_may_be_used(state_)) state_.Lineweir.RemoteNext.enabled = true;
 }
 
 void NextKey::take_away() {
@@ -48,6 +46,14 @@ void NextKey::silence() {
   state_.Lineweir.RemoteNextTimer.enabled = false;
 }
 
-void NextKey::RemoteNextTimer_Timer() { phone_.PhoneCommand(next_key_word, bank_none); }
+void NextKey::RemoteNextTimer_Timer() {
+  // Nobody has pressed a key: what is offered to the user stays.
+  if (!state_.messages.offers_reconnection()) phone_.PhoneCommand(next_key_word, bank_none);
+}
+
+bool next_key_may_be_used(const ConsoleState& state) {
+  const EquipmentMenus* menus = menus_of(state.lines.ThePhoneFlag);
+  return state.program.RemoteNextAllowed && (menus == nullptr || menus->remote_next);
+}
 
 }  // namespace lineweir

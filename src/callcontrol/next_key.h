@@ -25,4 +25,7 @@ class NextKey {
   PhoneCommands& phone_;
 };
 
+// Whether the equipment has the key and this user may use it; true of a kind that nobody knows.
+bool next_key_may_be_used(const ConsoleState& state);
+
 }  // namespace lineweir

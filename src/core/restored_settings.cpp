@@ -5,6 +5,7 @@
 
 #include "base/text.h"
 #include "boxlink/serial_port_control.h"
+#include "callcontrol/next_key.h"
 #include "callerdata/call_log_file.h"
 #include "callerdata/caller_data.h"
 #include "clocks/show_plan_store.h"
@@ -17,6 +18,8 @@
 #include "state/console_state.h"
 #include "state/window_caption.h"
 #include "wire/password_scramble.h"
+#include "wire/rights_layout.h"
+#include "wire/server_packet_codec.h"
 
 namespace lineweir {
 namespace {
@@ -27,6 +30,14 @@ std::string upper(std::string_view text) {
     return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
   });
   return result;
+}
+
+// A server has taken the handset's item away where the studio has no such handset, and a right
+// where the user may not choose another one than the seat's.
+bool exists(const MenuItem& handset) { return handset.enabled || handset.withheld; }
+
+bool is_kept_out_of_passive_mode(std::string_view rights) {
+  return rights.size() >= rights_length && allows(rights, Right::ForcePassiveOff);
 }
 
 }  // namespace
@@ -83,7 +94,9 @@ void RestoredSettings::restore_menus(const SettingsRecord& record) {
 }
 
 void RestoredSettings::restore_group(const SettingsRecord& record) {
-  state_.program.GroupNumber = std::max(1, record.GroupNumber);
+  // A frame's field holds no other group.
+  const bool can_be = record.GroupNumber >= 1 && record.GroupNumber <= no_value;
+  state_.program.GroupNumber = can_be ? record.GroupNumber : 1;
   check_present_group(state_);
   renew_start_caption(state_);
 }
@@ -135,10 +148,11 @@ void RestoredSettings::restore_show_plan(const SettingsRecord* record) {
 
 void RestoredSettings::restore_phone(const SettingsRecord& record) {
   MainForm& form = state_.Lineweir;
-  click_if(record.RemoteNextOn, form.RemoteNext);
-  if (record.MitelPhoneChoice == 1) {
+  // By now the server may have said that there is no such key, or that this user may not use it.
+  click_if(record.RemoteNextOn && next_key_may_be_used(state_), form.RemoteNext);
+  if (record.MitelPhoneChoice == 1 && exists(form.MitelPhone1)) {
     click(form.MitelPhone1);
-  } else if (record.MitelPhoneChoice == 2) {
+  } else if (record.MitelPhoneChoice == 2 && exists(form.MitelPhone2)) {
     click(form.MitelPhone2);
   } else {
     form.MitelPhone1.checked = false;
@@ -153,9 +167,12 @@ void RestoredSettings::restore_user_heading(const SettingsRecord& record) {
 
 void RestoredSettings::restore_mode(const SettingsRecord& record) {
   MainForm& form = state_.Lineweir;
+  // The user who was let in meanwhile is held in it by his rights.
+  if (form.PassiveMode.checked) return;
   switch (record.ModeCode) {
     case 3:
-      return click(form.PassiveMode);
+      return click(is_kept_out_of_passive_mode(state_.login.UserRights) ? form.StudioMode
+                                                                        : form.PassiveMode);
     case 1:
     case -1:
       return click(form.StudioMode);
@@ -173,6 +190,8 @@ void RestoredSettings::restore_clocks(const SettingsRecord& record) {
   click_if(record.DigiClockOn, form.DigiClock);
   click_if(record.TextGrowOn, form.TextGrowToggle);
   form.ServerShowData.checked = record.ServerShowOn;
+  // Where it is checked it can be unchecked.
+  if (record.ServerShowOn) form.ServerShowData.visible = true;
   form.NextBarDisable.checked = record.NextBarOff;
 }
 

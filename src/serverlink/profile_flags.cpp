@@ -4,6 +4,7 @@
 
 #include "base/bits.h"
 #include "callcontrol/modes.h"
+#include "callcontrol/next_key.h"
 #include "callerdata/caller_data.h"
 #include "screen/fonts.h"
 #include "state/console_state.h"
@@ -72,6 +73,7 @@ bool ProfileFlags::apply(std::string_view block) {
 void ProfileFlags::apply(const ProfileFlag& flag, bool set) {
   const auto item = [&]() -> MenuItem& { return state_.Lineweir.*flag.item; };
   const auto differs = [&] { return set != item().checked; };
+  if (set && is_forbidden(flag)) return;
   switch (flag.use) {
     case FlagUse::OfSeat:
     case FlagUse::FontBold:
@@ -89,10 +91,17 @@ void ProfileFlags::apply(const ProfileFlag& flag, bool set) {
     case FlagUse::CheckOnly:
     case FlagUse::CheckAndLineCount:
       item().checked = set;
+      // Where it is checked it can be unchecked.
+      if (set && &item() == &state_.Lineweir.ServerShowData) item().visible = true;
       return;
     case FlagUse::LogField:
       caller_data_.LogFieldOn[flag.log_field] = set;
   }
+}
+
+bool ProfileFlags::is_forbidden(const ProfileFlag& flag) const {
+  if (flag.item == &MainForm::RemoteNext) return !next_key_may_be_used(state_);
+  return flag.item == &MainForm::AutoDataEntry && !state_.program.CallerDataAllowed;
 }
 
 bool ProfileFlags::digits_have_room() const {

@@ -31,6 +31,8 @@ class ProfileFlags {
  private:
   bool value_of(const ProfileFlag& flag) const;
   void apply(const ProfileFlag& flag, bool set);
+  // What the rights or the equipment forbid a profile doesn't turn on: nobody could end it.
+  bool is_forbidden(const ProfileFlag& flag) const;
   bool digits_have_room() const;
 
   ConsoleState& state_;
