@@ -81,6 +81,8 @@ void SerialPortControl::Com_Click(int number) {
 void SerialPortControl::PortOn_Click() {
   other_way_.reset();
   if (state_.services.comm1.is_open()) return;
+  const bool no_way_is_checked = state_.Lineweir.chosen_com() == 0 && links_.serial_is_in_use();
+  if (no_way_is_checked) select(state_.services.comm1.comm_port());
   want(chosen_number());
   probe(Opening::Plain, port_on);
 }

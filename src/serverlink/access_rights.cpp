@@ -65,6 +65,7 @@ void AccessRights::SrvLoginCheckResult(const ServerPacket& packet) {
   }
   login.LastReplyCode =
       packet.AltInfo == check_accepted_mark ? reply_check_accepted : reply_check_rejected;
+  answer_ = login.LastReplyCode;
   if (has_rights) SetRights();
 }
 
@@ -78,6 +79,7 @@ void AccessRights::SrvPasswordResult(const ServerPacket& packet) {
   }
   login.LastReplyCode =
       packet.AltInfo == password_accepted_mark ? reply_password_accepted : reply_password_rejected;
+  answer_ = login.LastReplyCode;
   if (has_rights && login.UserRights != unknown_user) SetRights();
 }
 
@@ -87,6 +89,13 @@ void AccessRights::SrvRights(const ServerPacket& packet) {
   SetRights();
   state_.Lineweir.UserProfileTimer.enabled = true;
 }
+
+void AccessRights::expect_answer() {
+  state_.login.LastReplyCode = reply_none;
+  answer_.reset();
+}
+
+int AccessRights::answer() const { return answer_.value_or(state_.login.LastReplyCode); }
 
 void AccessRights::SetRights() {
   guard(state_.trace, "Lineweir_SetRights", [&] {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <functional>
+#include <optional>
 
 #include "wire/server_packet_codec.h"
 
@@ -24,6 +25,11 @@ class AccessRights {
   void RequestAccessRights(int group);
   void RequestFirstUnblocked();
 
+  // The answer to a login, until the next one is asked for: one that other frames follow in the
+  // same packet is none the less there. Another answer's code where none has come.
+  void expect_answer();
+  int answer() const;
+
   // Enables what UserRights allows and disables the rest.
   void SetRights();
 
@@ -41,6 +47,7 @@ class AccessRights {
   ServerLink& server_;
   Modes& modes_;
   MessageDisplay& display_;
+  std::optional<int> answer_;
 };
 
 }  // namespace lineweir

@@ -94,12 +94,16 @@ void LoginDialogs::SockConnect_Click() {
   WinsockOptionsForm& form = state_.WinsockOptions;
   const std::string address(trimmed(form.Text1.text.get()));
   if (!can_be(address)) return;
+  // One that is none leaves all as it is.
+  const auto port = port_number(form.Text2.text.get());
+  // The user may have chosen another way while the form stood open.
+  leave_other_ways();
   const ServerConnection::Turn turn(connection_);
   connection_.close();
   state_.services.loop.yield();
   const Hourglass hourglass(state_.Lineweir);
   state_.login.ServerHost = address;
-  state_.login.ServerPort = port_number(form.Text2.text.get());
+  state_.login.ServerPort = port;
   window_.RestartingSocket = true;
   connection_.begin();
   state_.Lineweir.WinsockMenu.checked = true;
@@ -166,7 +170,9 @@ void LoginDialogs::ConnectButton_Click() {
   if (form.ChangeUser && !change_user()) return;
   // While a session runs its lines are as they are, whatever comes of this login.
   if (!state_.login.ServerAlive) connection_.expect_free_lines();
-  state_.Lineweir.WinsockMenu.checked = true;
+  const bool other_way_is_in_use =
+      state_.Lineweir.chosen_com() != 0 && state_.services.comm1.is_open();
+  if (!other_way_is_in_use) state_.Lineweir.WinsockMenu.checked = true;
   if (state_.services.winsock1.state() != platform::socket_connected) {
     state_.messages.show_box();
     form.unload();

@@ -55,7 +55,7 @@ LoginResult LoginExchange::TextWrit_PasswordA(bool Skip) {
     result = exchange(question, meaning_for_check, limit);
     if (result != LoginResult::Accepted) return;
     welcome_user();
-    if (Skip && state_.login.LastReplyCode == reply_check_accepted) enter_group_of_profile();
+    if (Skip && rights_.answer() == reply_check_accepted) enter_group_of_profile();
   });
   return result;
 }
@@ -69,11 +69,21 @@ LoginResult LoginExchange::TextWrit_PasswordB() {
   return result;
 }
 
-void LoginExchange::ask_for_password_login() { ask(password_login()); }
+void LoginExchange::ask_for_password_login() {
+  ServerPacket question = password_login();
+  // The name that stands in the console may be half typed, for another user.
+  if (!let_in_with_.empty()) question.set_buffer(let_in_with_);
+  ask(std::move(question));
+}
 
 LoginResult LoginExchange::password_answer() {
-  const LoginResult result = meaning_for_password(state_.login.LastReplyCode);
-  if (result == LoginResult::Accepted) welcome_user();
+  const LoginResult result = meaning_for_password(rights_.answer());
+  if (result != LoginResult::Accepted) return result;
+  if (let_in_with_.empty()) {
+    welcome_user();
+  } else {
+    connection_.let_in();
+  }
   return result;
 }
 
@@ -84,7 +94,7 @@ ServerPacket LoginExchange::password_login() const {
 }
 
 void LoginExchange::ask(ServerPacket question) {
-  state_.login.LastReplyCode = reply_none;
+  rights_.expect_answer();
   frames_at_question_ = server_.frames();
   const auto is_cut_off = [this] {
     return connection_.several() && state_.services.winsock1.state() == platform::socket_closed;
@@ -118,7 +128,7 @@ LoginResult LoginExchange::exchange(const ServerPacket& question, Meaning meanin
   loop.run_pending();
   auto start = loop.now();
   for (;;) {
-    const LoginResult result = meaning(state_.login.LastReplyCode);
+    const LoginResult result = meaning(rights_.answer());
     const bool superseded = connection_.attempts() != attempt || exchanges_ != number;
     if (superseded || !state_.Lineweir.loaded()) return LoginResult::Superseded;
     if (result != LoginResult::NoAnswer) return result;
@@ -144,6 +154,7 @@ void LoginExchange::enter() {
 
 void LoginExchange::welcome_user() {
   connection_.let_in();
+  let_in_with_ = credentials(state_);
   const auto name = state_.login.UserName.trimmed();
   state_.login.DisplayUserName = name;
   state_.Lineweir.Label1.caption = state_.login.DisplayUserName;

@@ -52,8 +52,8 @@ class LoginExchange {
   LoginResult TextWrit_PasswordB();
 
   // The same for who comes back by itself and doesn't wait: asks, and tells what the server has
-  // answered by now. The studio group stays, whatever the profile names. An accepted login is to be
-  // taken from it once.
+  // answered by now. It is the user whom the server has let in before, and the studio group stays,
+  // whatever the profile names. An accepted login is to be taken from it once.
   void ask_for_password_login();
   LoginResult password_answer();
 
@@ -79,6 +79,8 @@ class LoginExchange {
   ServerConnection& connection_;
   AccessRights& rights_;
   LineEvents& line_events_;
+  // The name and password of the present session's user; empty before the first one.
+  std::string let_in_with_;
   int exchanges_ = 0;
   int frames_at_question_ = 0;
 };

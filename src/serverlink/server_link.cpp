@@ -68,6 +68,7 @@ void ServerLink::handle_frames() {
     const bool handled = dispatch(received);
     if (!handled && !std::exchange(first_has_failed_, true)) return;
     first_has_failed_ = false;
+    if (!state_.Lineweir.loaded()) return;
     ++frames_;
     if (on_frame) on_frame(received);
     RecString.drop_first();

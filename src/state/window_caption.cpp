@@ -37,7 +37,7 @@ void check_present_group(ConsoleState& state) {
 }
 
 std::string GetPhoneText(const ConsoleState& state) {
-  if (!state.Lineweir.NextGenPhoneMenu.shown()) return {};
+  if (!state.Lineweir.NextGenPhoneMenu.visible) return {};
   return first_checked(state.Lineweir.NextGenPhone);
 }
 
