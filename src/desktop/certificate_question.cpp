@@ -1,5 +1,7 @@
 #include "desktop/certificate_question.h"
 
+#include <QWindow>
+
 #include "base/failure.h"
 #include "core/console.h"
 #include "desktop/trusted_servers.h"
@@ -34,7 +36,8 @@ CertificateQuestion::CertificateQuestion(Console& console, WindowFocus& focus,
                                          std::function<QWidget*()> main_window)
     : console_(console),
       focus_(focus),
-      frame_(form_, certificate_question_row, focus, std::move(main_window)) {
+      main_window_(std::move(main_window)),
+      frame_(form_, certificate_question_row, focus, main_window_) {
   form_.letters = console.Lineweir.letters;
   wire(form_.RefuseButton.on_click, console.trace, "CertificateQuestion_RefuseButton_Click",
        [this] { refuse(); });
@@ -56,6 +59,20 @@ void CertificateQuestion::ask(const Certificate& certificate) {
   // One that comes while the console looks for its server may find the user in the middle of a
   // word.
   if (!by_itself) focus_.give_to(*frame_.window());
+  const QWidget* main = main_window_();
+  awaits_main_window_ = main == nullptr || !main->isVisible();
+}
+
+void CertificateQuestion::flush() {
+  frame_.flush();
+  const QWidget* main = main_window_();
+  if (!awaits_main_window_ || main == nullptr || !main->isVisible()) return;
+  awaits_main_window_ = false;
+  QWidget* window = frame_.window();
+  if (!form_.visible || window->windowHandle() == nullptr) return;
+  window->windowHandle()->setTransientParent(main->windowHandle());
+  window->raise();
+  focus_.give_to(*window);
 }
 
 void CertificateQuestion::tell() {

@@ -48,7 +48,7 @@ class CertificateQuestion {
 
   // What the user has refused isn't asked again by a console that tries to connect by itself.
   void ask(const Certificate& certificate);
-  void flush() { frame_.flush(); }
+  void flush();
 
  private:
   void tell();
@@ -59,10 +59,13 @@ class CertificateQuestion {
 
   Console& console_;
   WindowFocus& focus_;
+  std::function<QWidget*()> main_window_;
   CertificateForm form_;
   DialogFrame frame_;
   Certificate certificate_;
   std::string refused_;
+  // It stands there before the main window does, which would cover it.
+  bool awaits_main_window_ = false;
 };
 
 }  // namespace lineweir
