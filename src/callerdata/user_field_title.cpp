@@ -40,7 +40,8 @@ bool UserFieldTitle::rename_in_log(const std::string& title) {
       [&] { call_log_.rename_user_field(title); },
       [&](const Failure& failure) {
         report_failure(state_.trace, "DisplayOptionForm_UserRename_Click", failure);
-        state_.messages.ShowMessage(std::string(failure.what()) + " The field keeps its title.");
+        state_.messages.ShowMessage(description_of(state_.services.letters, failure) +
+                                    " The field keeps its title.");
       });
 }
 

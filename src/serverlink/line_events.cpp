@@ -56,6 +56,7 @@ void LineEvents::apply_change_of(int line) {
   if (!exists || !state_.Lineweir.Timer4.enabled) return;
   const char letter = reported_letter(line);
   if (letter == '\0' || letter == state_.lines.StatusLetter(line) || is_untold(line)) return;
+  if (a_step_waits()) return;
   // That is no pass, and a ring that follows hold is to be seen in two.
   if (!is_ring_after_hold(line, letter)) apply_letter(line, letter);
 }
@@ -67,6 +68,8 @@ void LineEvents::apply_ring_of(int line) {
 }
 
 void LineEvents::Timer4_Timer() {
+  // The pass that it belongs to goes on behind it.
+  if (a_step_waits()) return;
   state_.Lineweir.Timer4.enabled = false;
   LineTable& lines = state_.lines;
   if (untold_.all() && TheStatusText == status_text_of_free_lines) {
@@ -85,6 +88,8 @@ void LineEvents::Timer4_Timer() {
   if (told_) caller_data_.lines_told(reported_lines());
   caller_data_.lines_changed();
 }
+
+bool LineEvents::a_step_waits() const { return state_.retrying.contains(events_handler); }
 
 bool LineEvents::any_clock_has_base() const {
   for (int line = 0; line < state_.lines.LineCount; ++line) {

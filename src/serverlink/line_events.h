@@ -59,6 +59,9 @@ class LineEvents {
   // Whether the line is free only because nothing was told of it since the connection began.
   bool is_untold(int line) const;
   bool any_clock_has_base() const;
+  // A step has failed and waits for its next try, during which events run: what they bring waits
+  // for the next pass, as no step of theirs would be done.
+  bool a_step_waits() const;
   void apply_letter(int line, char letter);
   // The letter of a line's item; 0 where the text has none.
   char reported_letter(int line) const;
