@@ -36,13 +36,12 @@ void UserFieldTitle::UserRename_Click() {
 }
 
 bool UserFieldTitle::rename_in_log(const std::string& title) {
-  return attempt(
-      [&] { call_log_.rename_user_field(title); },
-      [&](const Failure& failure) {
-        report_failure(state_.trace, "DisplayOptionForm_UserRename_Click", failure);
-        state_.messages.ShowMessage(description_of(state_.services.letters, failure) +
-                                    " The field keeps its title.");
-      });
+  return attempt([&] { call_log_.rename_user_field(title); },
+                 [&](const Failure& failure) {
+                   report_failure(state_.trace, "DisplayOptionForm_UserRename_Click", failure);
+                   state_.messages.ShowMessage(description_of(state_.services.letters, failure) +
+                                               " The field keeps its title.");
+                 });
 }
 
 }  // namespace lineweir
