@@ -26,5 +26,7 @@ int main(int argc, char* argv[]) {
   Console console(platform::services_with(workstation.services(),
                                           {.loop = &loop, .clock = &clock, .winsock1 = &socket}));
   seat::SeatWork work(console, loop, *options);
-  for (;;) loop.yield();
+  while (!work.is_refused()) loop.yield();
+  std::cerr << "the server refuses the user \"" + options->login.user + "\" with this password\n";
+  return 1;
 }

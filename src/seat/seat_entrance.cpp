@@ -3,10 +3,12 @@
 #include "core/console.h"
 #include "driver/hands.h"
 #include "seat/fingers.h"
+#include "serverlink/reply_code.h"
 
 namespace lineweir::seat {
 
 bool SeatEntrance::step() {
+  if (is_refused()) return true;
   if (console_.LoginForm.visible) {
     type_login();
     return true;
@@ -28,6 +30,10 @@ bool SeatEntrance::step() {
 bool SeatEntrance::is_in() const {
   const MainForm& form = console_.Lineweir;
   return form.WinsockMenu.checked && form.Shape1.fill_color == color_green;
+}
+
+bool SeatEntrance::is_refused() const {
+  return console_.login.LastReplyCode == reply_password_rejected;
 }
 
 void SeatEntrance::type_login() {

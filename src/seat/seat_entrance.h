@@ -26,6 +26,9 @@ class SeatEntrance {
   // Whether there was something to do; then nothing else can be done yet.
   bool step();
   bool is_in() const;
+  // The server doesn't take name and password. There is nothing more to try then: each further try
+  // would keep the user locked.
+  bool is_refused() const;
 
  private:
   void type_login();

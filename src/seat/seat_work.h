@@ -18,6 +18,8 @@ class SeatWork {
   SeatWork(const SeatWork&) = delete;
   SeatWork& operator=(const SeatWork&) = delete;
 
+  bool is_refused() const { return entrance_.is_refused(); }
+
  private:
   void look();
 

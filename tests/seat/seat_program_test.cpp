@@ -80,6 +80,25 @@ bool has_named_caller(const json& lines, const std::string& letter) {
 
 }  // namespace
 
+TEST_CASE("a seat with a wrong password says so and ends before it locks its user") {
+  Studio studio;
+  const std::string said = (studio.folder.path() / "said").string();
+  const std::string command = "echo wrong | timeout 60 " LINEWEIR_SEAT " --host 127.0.0.1 --port " +
+                              std::to_string(studio.port) + " --user host 2> '" + said + "'";
+  const int status = std::system(command.c_str());  // NOLINT(concurrency-mt-unsafe)
+  REQUIRE(WIFEXITED(status));
+  CHECK(WEXITSTATUS(status) == 1);
+  CHECK(studio.folder.content("said") ==
+        "the server refuses the user \"host\" with this password\n");
+  const std::string log = studio.server.wait_for_log("login refused");
+  const std::string refused = "login refused";
+  int tries = 0;
+  for (auto at = log.find(refused); at != std::string::npos; at = log.find(refused, at + 1)) {
+    ++tries;
+  }
+  CHECK(tries <= 2);
+}
+
 TEST_CASE("a screener and a host without windows put callers with names on air") {
   const Studio studio;
   for (int line = 1; line <= 5; ++line) {
