@@ -210,9 +210,11 @@ void GroupLines::take_change(exchange::LineChange change, const std::string& num
   line.letter = change.letter;
   line.waits_until.reset();
   line.since = context_.clock.now();
+  line.changed_at = context_.loop.now();
   switch (clock_change(change.letter, old_letter, options_.kind)) {
     case ClockChange::Begins:
       line.clock = line.since;
+      line.clock_began_at = line.changed_at;
       break;
     case ClockChange::Ends:
       line.clock = platform::Moment{0};
@@ -261,12 +263,15 @@ void GroupLines::take_change(exchange::LineChange change, const std::string& num
 
 void GroupLines::take_up(int number, const CallHistory& history) {
   GroupLine& line = at(number);
+  const platform::Moment now = line.since;
   line.goes_on = history.action == step_name(line.letter);
   // The clock of the machine that served before may be ahead.
-  line.clock = std::min(clock_after(history, line.letter, options_.kind, line.since), line.since);
+  line.clock = std::min(clock_after(history, line.letter, options_.kind, now), now);
+  line.clock_began_at = line.changed_at - (now - line.clock);
   if (line.worked_by.empty()) line.worked_by = history.worked_by;
   if (!line.goes_on) return;
-  line.since = std::min(history.since, line.since);
+  line.since = std::min(history.since, now);
+  line.changed_at -= now - line.since;
   if (is_handset(line.letter) && !history.last_by.empty()) {
     line.waits_until = context_.loop.now() + waited_for;
   }

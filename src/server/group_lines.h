@@ -23,6 +23,9 @@ struct GroupLine {
   platform::Moment since{0};
   // When its clock began; 0 where none runs.
   platform::Moment clock{0};
+  // Both on the loop's clock, which nobody sets back: for what is compared.
+  platform::Milliseconds changed_at{0};
+  platform::Milliseconds clock_began_at{0};
   // Who took it last, in UTF-8; empty while nobody has.
   std::string worked_by;
 

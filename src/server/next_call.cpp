@@ -18,10 +18,10 @@ constexpr std::string_view letters_that_end_choice = "FNCRB";
 // yet what became of its caller, unless it has been so for a while.
 struct LateChoice {
   char letter;
-  platform::Moment within;
+  platform::Milliseconds within;
 };
 
-constexpr platform::Moment for_ever = platform::Moment::max();
+constexpr platform::Milliseconds for_ever = platform::Milliseconds::max();
 constexpr LateChoice late_choices[] = {
     {'N', for_ever},
     {'C', for_ever},
@@ -103,7 +103,9 @@ void NextCall::tell(Seat& seat) const { seat.tell(Telling(packet())); }
 bool NextCall::comes_too_late(int line) const {
   const GroupLine& chosen = lines_.line(line);
   for (const LateChoice& late : late_choices) {
-    if (late.letter == chosen.letter) return context_.clock.now() - chosen.since < late.within;
+    if (late.letter == chosen.letter) {
+      return context_.loop.now() - chosen.changed_at < late.within;
+    }
   }
   return false;
 }
@@ -126,7 +128,9 @@ void NextCall::set(int line) {
 int NextCall::longest_in(char letter) const {
   int longest = no_line;
   for (const int line : lines_.lines_in(letter)) {
-    if (longest == no_line || lines_.line(line).clock < lines_.line(longest).clock) longest = line;
+    const bool is_longer = longest == no_line ||
+                           lines_.line(line).clock_began_at < lines_.line(longest).clock_began_at;
+    if (is_longer) longest = line;
   }
   return longest;
 }

@@ -156,6 +156,30 @@ TEST_CASE("a server that decides takes who has been ready longest, whatever was 
   CHECK(told_next(anna) == 255);
 }
 
+TEST_CASE("a clock that is set changes neither who has waited longest nor what comes too late") {
+  for (const auto span : {platform::Milliseconds(-1h), platform::Milliseconds(1h)}) {
+    GroupDesk desk(of_kind(4));
+    desk.exchange->report(7, 'S');
+    desk.wait(1s);
+    desk.clock.move(span);
+    desk.exchange->report(3, 'S');
+    desk.exchange->report(2, 'R');
+    CHECK(desk.group.next_call().line() == 7);
+    GroupDesk chosen;
+    NotingSeat anna(1);
+    chosen.group.join(anna);
+    chosen.exchange->report(5, 'S');
+    chosen.exchange->report(5, 'F');
+    chosen.clock.move(span);
+    chosen.wait(9s);
+    chosen.group.choose_next(anna, 5);
+    CHECK(chosen.group.next_call().line() == -1);
+    chosen.wait(2s);
+    chosen.group.choose_next(anna, 5);
+    CHECK(chosen.group.next_call().line() == 5);
+  }
+}
+
 TEST_CASE("of two who have waited as long the lower line is next") {
   GroupDesk desk(of_kind(4));
   desk.exchange->report(7, 'S');
