@@ -33,9 +33,6 @@ constexpr Milliseconds letters_waited_for = 1s;
 constexpr Milliseconds letters_looked_at_every = 20ms;
 // One that is reached later has told of its lines by then.
 constexpr Milliseconds letters_known_after = 10s;
-// Consoles leave a server five seconds ahead of the end that they are told; one more is for the
-// way.
-constexpr int left_ahead = 6;
 
 }  // namespace
 
@@ -74,6 +71,7 @@ class Server::Inside {
   void watch_exchange(Group& group);
   void remove_empty_groups();
   void beat();
+  void tell_end();
   void end_sessions();
   AdminServices admin_services();
   void after(Milliseconds delay, std::function<void()> call);
@@ -93,6 +91,7 @@ class Server::Inside {
   Neighbours neighbours_;
   Retention retention_;
   std::map<std::string, std::string> told_at_login_;
+  std::optional<EndNotice> end_notice_;
   SeatConnections sessions_;
   // Nothing where there is no journal.
   std::optional<JournalReplay> replay_;
@@ -106,7 +105,7 @@ class Server::Inside {
   Milliseconds beat_due_{0};
   platform::EventLoop::CallId next_beat_ = 0;
   platform::EventLoop::CallId shutdown_ = 0;
-  Milliseconds ends_at_{0};
+  platform::EventLoop::CallId next_notice_ = 0;
   std::shared_ptr<bool> alive_ = std::make_shared<bool>(true);
 };
 
@@ -131,7 +130,7 @@ Server::Inside::Inside(ServerServices services, ServerOptions options)
       retention_(context_, services_.store),
       sessions_(context_,
                 SessionServices{context_, accounts_, logins_, seats_, groups_, neighbours_.places(),
-                                options_.fixed_seats, told_at_login_},
+                                options_.fixed_seats, told_at_login_, end_notice_},
                 seats_, options_, [this] { remove_empty_groups(); }),
       admin_services_(admin_services()) {
   if (services_.journal != nullptr) {
@@ -167,6 +166,7 @@ Server::Inside::~Inside() {
   services_.store.on_news = nullptr;
   services_.loop.cancel(next_beat_);
   services_.loop.cancel(shutdown_);
+  services_.loop.cancel(next_notice_);
 }
 
 void Server::Inside::start(std::function<void()> serving,
@@ -381,15 +381,10 @@ void Server::Inside::beat() {
 void Server::Inside::shut_down(int seconds, const std::string& text, std::function<void()> done) {
   const Milliseconds wait = std::chrono::seconds(std::max(seconds, 0));
   const Milliseconds now = services_.loop.now();
-  if (shutdown_ != 0 && ends_at_ <= now + wait) return;
+  if (end_notice_ && end_notice_->ends_at() <= now + wait) return;
   services_.loop.cancel(shutdown_);
-  ends_at_ = now + wait;
-  ServerPacket notice =
-      server_packet(ServerCommand::SrvShutdownNotice, no_value, services_.letters.from_utf8(text));
-  // A server that follows this one serves from its end on, so nobody is to leave ahead of that.
-  const bool is_followed = services_.epoch != 0;
-  notice.AltInfo = field_byte(std::clamp(seconds + (is_followed ? left_ahead : 0), 0, 254));
-  sessions_.tell(Telling(notice));
+  end_notice_.emplace(now + wait, text, services_.epoch != 0);
+  tell_end();
   audit_.note({}, "server ends", text);
   shutdown_ = services_.loop.schedule(wait, [this, done = std::move(done)] {
     end_sessions();
@@ -409,6 +404,14 @@ void Server::Inside::shut_down(int seconds, const std::string& text, std::functi
     after(last_writes_within, end);
     outbox_.when_empty(end);
   });
+}
+
+void Server::Inside::tell_end() {
+  services_.loop.cancel(next_notice_);
+  sessions_.tell(Telling(end_notice_->packet(context_)));
+  const Milliseconds wait = end_notice_->notice_at() - services_.loop.now();
+  if (wait <= Milliseconds{0}) return;
+  next_notice_ = services_.loop.schedule(wait, [this] { tell_end(); });
 }
 
 void Server::Inside::end_sessions() {

@@ -89,8 +89,10 @@ void Session::answer_login(const ServerPacket& asked, const LoginAnswer& answer,
     was_refused_ = true;
   }
   send(told);
+  if (!accepted) return;
+  if (services_.end_notice) send(services_.end_notice->packet(services_.context));
   const auto reason = services_.told_at_login.find(user + '\n' + peer_);
-  if (!accepted || reason == services_.told_at_login.end()) return;
+  if (reason == services_.told_at_login.end()) return;
   tell_person(reason->second);
   services_.told_at_login.erase(reason);
 }

@@ -44,11 +44,85 @@ TEST_SUITE("server/end") {
           "The server waits for its store, which can't be read.");
   }
 
-  TEST_CASE("an end in less than no time is at once, and one that is far off is told as far") {
+  TEST_CASE("an end that is far off is told at once, and consoles leave in the last minute only") {
+    for (const platform::Epoch epoch : {0, 3}) {
+      ServerRoom room;
+      room.crash();
+      room.epoch = epoch;
+      room.start();
+      // Nobody is to leave ahead of a server that follows.
+      const auto last = epoch == 0 ? 60s : 54s;
+      auto host = room.seat("host");
+      const auto stays_for = [&](platform::Milliseconds span) {
+        for (; span > 0s; span -= 1s) {
+          host->send(host->packet(CmdTimeRequest));
+          room.wait(999ms);
+        }
+      };
+      host->take();
+      room.server->shut_down(600, "Far.", [] {});
+      auto told = host->take();
+      CHECK(told.size() == 1);
+      CHECK(told.at(0).CMD == static_cast<int>(SrvMessage));
+      CHECK(told.at(0).Buffer == "Far.");
+      stays_for(600s - last - 1s);
+      told = host->take();
+      CHECK(std::ranges::count(told, static_cast<int>(SrvShutdownNotice), &ServerPacket::CMD) == 0);
+      stays_for(1s);
+      told = host->take(SrvShutdownNotice);
+      REQUIRE(told.size() == 1);
+      CHECK(told[0].AltInfo == 60);
+      CHECK(told[0].Buffer == "Far.");
+      stays_for(last - 1s);
+      CHECK(host->take(SrvShutdownNotice).empty());
+      CHECK(host->is_open());
+      room.wait(1s);
+      CHECK_FALSE(host->is_open());
+    }
+  }
+
+  TEST_CASE("an end that comes nearer is told by its own notice alone") {
+    ServerRoom room;
+    auto host = room.seat("host");
+    room.server->shut_down(90, "Far.", [] {});
+    room.server->shut_down(80, "Near.", [] {});
+    host->take();
+    for (int second = 0; second < 79; ++second) {
+      host->send(host->packet(CmdTimeRequest));
+      room.wait(999ms);
+    }
+    const auto told = host->take(SrvShutdownNotice);
+    REQUIRE(told.size() == 1);
+    CHECK(told[0].Buffer == "Near.");
+  }
+
+  TEST_CASE("who logs in when the end is told already is told what is left") {
+    ServerRoom room;
+    room.server->shut_down(100, "Soon.", [] {});
+    const auto told_at_login = [&](const char* password = host_password) {
+      auto console = room.connect();
+      console->log_in("host", password);
+      return console->take();
+    };
+    auto told = told_at_login();
+    REQUIRE(told.size() == 2);
+    CHECK(told[0].CMD == static_cast<int>(SrvPasswordResult));
+    CHECK(told[1].CMD == static_cast<int>(SrvMessage));
+    CHECK(told[1].Buffer == "Soon.");
+    room.wait(60s);
+    told = told_at_login();
+    REQUIRE(told.size() == 2);
+    CHECK(told[1].CMD == static_cast<int>(SrvShutdownNotice));
+    CHECK(told[1].AltInfo >= 37);
+    CHECK(told[1].AltInfo <= 38);
+    CHECK(told[1].Buffer == "Soon.");
+    CHECK(told_at_login("wrong").size() == 1);
+  }
+
+  TEST_CASE("an end in less than no time is at once, also where a far one was told") {
     ServerRoom room;
     auto host = room.seat("host");
     room.server->shut_down(1000, "Far.", [] {});
-    CHECK(host->take_last(SrvShutdownNotice).AltInfo == 254);
     bool done = false;
     room.server->shut_down(-5, "Now.", [&] { done = true; });
     CHECK(host->take_last(SrvShutdownNotice).AltInfo == 0);
