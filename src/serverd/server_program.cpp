@@ -221,7 +221,10 @@ void ServerProgram::read_anew() {
     warn_of_later_keys(next);
     server::ServerOptions options = next.server;
     if (!configuration_.store_database.empty()) keep_groups_held(options);
-    if (server_) server_->reconfigure(options);
+    if (server_) {
+      keep_as_they_run(options.groups);
+      server_->reconfigure(options);
+    }
     configuration_.server = std::move(options);
     configuration_.tls_files = next.tls_files;
     configuration_.shutdown_seconds = next.shutdown_seconds;
@@ -243,6 +246,25 @@ void ServerProgram::keep_groups_held(server::ServerOptions& options) const {
     log_(LogLevel::Warning, "group " + std::to_string(group.number) + " waits for the next start");
     return true;
   });
+}
+
+void ServerProgram::keep_as_they_run(std::vector<server::GroupOptions>& groups) const {
+  using server::GroupOptions;
+  const std::vector<GroupOptions>& running = configuration_.server.groups;
+  for (GroupOptions& group : groups) {
+    const auto as_it_runs = std::ranges::find(running, group.number, &GroupOptions::number);
+    if (as_it_runs == running.end()) continue;
+    const auto keep = [&](const char* key, auto option) {
+      if (group.*option == (*as_it_runs).*option) return;
+      log_(LogLevel::Warning, std::string("what has changed in ") + key + " of group " +
+                                  std::to_string(group.number) + " waits for the next start");
+      group.*option = (*as_it_runs).*option;
+    };
+    keep("lines", &GroupOptions::lines);
+    keep("kind", &GroupOptions::kind);
+    keep("exchange", &GroupOptions::exchange);
+    keep("calls_per_minute", &GroupOptions::calls_per_minute);
+  }
 }
 
 void ServerProgram::warn_of_later_keys(const Configuration& next) const {

@@ -56,6 +56,8 @@ class ServerProgram {
   void take_signal(int signal);
   void read_anew();
   void keep_groups_held(server::ServerOptions& options) const;
+  // What a group that runs can't change goes on as it is, which is said.
+  void keep_as_they_run(std::vector<server::GroupOptions>& groups) const;
   void warn_of_later_keys(const Configuration& next) const;
   void shut_down(int seconds, const std::string& text);
   // Has ended then, whatever the store does.

@@ -32,6 +32,7 @@ TEST_CASE("What only a new start can change is named, key by key, and nothing el
   struct Changed {
     std::string configuration;
     std::vector<std::string> keys;
+    std::string of_group = {};
   };
   const std::vector<Changed> changes = {
       {"shutdown_seconds = 0\nlisten = \"127.0.0.1:1\"\n", {"listen"}},
@@ -45,6 +46,15 @@ TEST_CASE("What only a new start can change is named, key by key, and nothing el
       {a_port + "remote_objects = \"session\"\n", {"remote_objects"}},
       {a_port + "[tls]\n", {"[tls]"}},
       {"shutdown_seconds = 1\nlisten = \"127.0.0.1:0\"\n", {}},
+      {a_port, {"lines of group 1"}, "lines = 20\n"},
+      {a_port,
+       {"lines of group 1", "kind of group 1", "calls_per_minute of group 1"},
+       "lines = 20\nkind = 4\ncalls_per_minute = 5\n"},
+      {a_port, {"exchange of group 1"}, "exchange = \"box:/dev/ttyUSB0\"\n"},
+      {a_port, {}, "[[group]]\nnumber = 2\nkind = 2\n"},
+      {a_port, {"kind of group 2"}, "[[group]]\nnumber = 2\nkind = 3\n"},
+      {a_port, {}, "[[group]]\nnumber = 2\nkind = 2\n"},
+      {a_port, {}, "name = \"A\"\nmissing_lines = [3]\n"},
   };
   const TemporaryDirectory folder;
   StartedServer server(folder, a_port + a_group);
@@ -52,7 +62,8 @@ TEST_CASE("What only a new start can change is named, key by key, and nothing el
   std::size_t from = 0;
   for (const Changed& changed : changes) {
     CAPTURE(changed.configuration);
-    write_configuration(folder, changed.configuration + a_group);
+    CAPTURE(changed.of_group);
+    write_configuration(folder, changed.configuration + a_group + changed.of_group);
     server.signal(SIGHUP);
     const std::string& log = server.wait_for_log("read the configuration anew\n", from);
     CHECK(later_keys(log.substr(from)) == changed.keys);
