@@ -89,7 +89,9 @@ void StoreWorker::carry_out_writes(std::vector<Work>& works) {
     file_.require_in_place();
   });
   if (!failure.empty()) outcome.written.assign(works.size(), false);
-  if (!outcome.trouble.empty()) set_trouble(outcome.trouble);
+  const std::string trouble = failure.empty() ? outcome.trouble : failure;
+  writes_fail_ = !trouble.empty();
+  set_trouble(trouble);
   for (std::size_t i = 0; i < works.size(); ++i) {
     std::get<Write>(works[i]).tell(outcome.written[i]);
   }
@@ -106,7 +108,7 @@ std::string StoreWorker::attempt(const std::function<void()>& action) {
     trouble = std::string("The store could not be used: ") + error.what() + ".";
     file_.let_go();
   }
-  set_trouble(trouble);
+  if (!trouble.empty() || !writes_fail_) set_trouble(trouble);
   return trouble;
 }
 

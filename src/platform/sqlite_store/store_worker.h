@@ -60,6 +60,8 @@ class StoreWorker {
   StoreFile file_;
   TellTrouble tell_trouble_;
   std::string trouble_;
+  // Reading says nothing of whether writing works again.
+  bool writes_fail_ = false;
 
   std::mutex mutex_;
   std::condition_variable added_;
