@@ -49,13 +49,13 @@ void report_list(AdminSocket& socket, const Order& order, std::ostream& out) {
   const ReportForm form = order.json  ? ReportForm::Json
                           : order.csv ? ReportForm::Csv
                                       : ReportForm::Table;
+  // Nothing is printed of a list that is refused.
+  Json answer = answer_to(socket, order.request);
   ListReport report(out, order.request.command, form);
-  Request request = order.request;
-  for (bool more = true; more;) {
-    const Json answer = answer_to(socket, request);
+  report.add(answer.at(key::rows).get_ref<const Json::array_t&>());
+  while (answer.at(key::more).get<bool>()) {
+    answer = answer_to(socket, {.command = Command::More});
     report.add(answer.at(key::rows).get_ref<const Json::array_t&>());
-    more = answer.at(key::more).get<bool>();
-    request = {.command = Command::More};
   }
   report.finish();
 }

@@ -6,6 +6,7 @@
 #include <nlohmann/json.hpp>
 #include <optional>
 #include <ostream>
+#include <system_error>
 
 #include "admin/trouble.h"
 #include "platform/postgres_store/database_lock.h"
@@ -74,6 +75,12 @@ class KeptOff {
   void lock_file(const fs::path& file) {
     if (!fs::exists(file)) throw Trouble("There is no file " + file.string() + ".");
     file_.emplace(file.string());
+    const fs::path waiting = file.string() + ".waiting";
+    std::error_code missing;
+    const auto size = fs::file_size(waiting, missing);
+    if (missing || size == 0) return;
+    throw Trouble("In " + waiting.string() +
+                  " waits what the store has not taken yet; start the server once, and end it.");
   }
 
   std::optional<BlockingSession> session_;

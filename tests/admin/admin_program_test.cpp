@@ -45,6 +45,9 @@ TEST_CASE("What the server refuses is one line on the standard error, and the st
   CHECK(run.status == 1);
   CHECK(run.out == "");
   CHECK(run.errors == "lineweir-admin: There is no user \"x\"?[2J?.\n");
+  // Of a list not even its beginning.
+  CHECK(run_at(server, {"--json", "lines", "9"}).out == "");
+  CHECK(run_at(server, {"calls", "--csv"}).out == "");
 }
 
 TEST_CASE("A server that isn't there, that is none, or that ends is told in one sentence") {

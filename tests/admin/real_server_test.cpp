@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <fstream>
 #include <memory>
 #include <nlohmann/json.hpp>
 
@@ -156,6 +157,23 @@ TEST_CASE("A store that was deleted is copied from the running server and put ba
   CHECK(studio.users() == Names{"anna", "engineer"});
   // What was held meanwhile.
   CHECK(studio.rows({"user", "list"}).at(0).at("locked") == true);
+}
+
+TEST_CASE("A store that isn't whole without what waits beside it is not moved") {
+  Studio studio;
+  studio.add_user("anna");
+  studio.server->signal(SIGTERM);
+  REQUIRE(studio.server->wait_for_end() == 0);
+  const std::string waiting = studio.path("server.db.waiting");
+  const Names words{"migrate", "sqlite:" + studio.path("server.db"),
+                    "sqlite:" + studio.path("new.db")};
+  std::ofstream(waiting) << "something";
+  CHECK(studio.refusal(words) ==
+        "lineweir-admin: In " + waiting +
+            " waits what the store has not taken yet; start the server once, and end it.\n");
+  CHECK_FALSE(std::filesystem::exists(studio.path("new.db")));
+  std::filesystem::resize_file(waiting, 0);
+  CHECK(studio.out(words).starts_with("moved from "));
 }
 
 TEST_CASE("A server that the tool ends has ended with status 0, and its socket is gone") {
