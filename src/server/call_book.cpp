@@ -23,8 +23,17 @@ bool is_on_air(char letter) { return letter == 'N' || letter == 'C'; }
 void CallBook::remember(std::vector<CallRecord> open_calls) {
   for (CallRecord& call : open_calls) {
     if (call.id <= latest_id) last_id_ = std::max(last_id_, call.id);
-    const Place place{call.group, call.line};
-    remembered_[place] = std::move(call);
+    const auto [known, is_first] = remembered_.try_emplace({call.group, call.line}, call);
+    if (is_first) continue;
+    if (known->second.id < call.id) std::swap(known->second, call);
+    close_at_last_step(std::move(call));
+  }
+}
+
+void CallBook::close_restored(const std::vector<CallRecord>& open_calls) {
+  for (const CallRecord& call : open_calls) {
+    const CallRecord* const standing = find(call.group, call.line);
+    if (standing == nullptr || standing->id != call.id) close_at_last_step(call);
   }
 }
 
@@ -54,9 +63,24 @@ void CallBook::close_forgotten(int group) {
   }
 }
 
+void CallBook::close_forgotten_but(const std::set<int>& groups) {
+  std::set<int> others;
+  for (const auto& [place, call] : remembered_) {
+    if (!groups.contains(call.group)) others.insert(call.group);
+  }
+  for (const int group : others) close_forgotten(group);
+}
+
 void CallBook::close(CallRecord call) {
   call.ended = now_of(call);
   note(call, {}, ended_unheard);
+}
+
+// Nobody has heard of it since.
+void CallBook::close_at_last_step(CallRecord call) {
+  call.ended = call.steps.empty() ? call.began : call.steps.back().at;
+  call.steps.push_back({call.ended, {}, ended_unheard});
+  outbox_.put(std::move(call));
 }
 
 void CallBook::begin(int group, int line, const std::string& number) {

@@ -3,6 +3,7 @@
 #include <functional>
 #include <map>
 #include <optional>
+#include <set>
 #include <string>
 #include <utility>
 #include <vector>
@@ -22,8 +23,11 @@ class CallBook {
   CallBook(const platform::WallClock& clock, StoreOutbox& outbox, platform::Epoch epoch = 0)
       : clock_(clock), outbox_(outbox), epoch_(epoch) {}
 
-  // Calls that stood when the last server ended, as they were stored.
+  // Calls that stood when the last server ended, as they were stored. Of several on one line only
+  // the last one can still stand.
   void remember(std::vector<platform::CallRecord> open_calls);
+  // Calls that stood when a backup was made, and that have ended since.
+  void close_restored(const std::vector<platform::CallRecord>& open_calls);
   bool remembers(int group, int line) const { return remembered_.contains({group, line}); }
   // Null where none is.
   const platform::CallRecord* remembered(int group, int line) const;
@@ -32,6 +36,8 @@ class CallBook {
   const platform::CallRecord* resume(int group, int line, char letter);
   // What is remembered of the group and wasn't resumed has ended, nobody knows when.
   void close_forgotten(int group);
+  // The same of all groups but these.
+  void close_forgotten_but(const std::set<int>& groups);
 
   // All lines are from 0, all texts UTF-8. A call that stands on the line is ended first.
   void begin(int group, int line, const std::string& number);
@@ -55,6 +61,7 @@ class CallBook {
   // No step of a call comes before its last one, whatever the clocks of two machines say.
   platform::Moment now_of(const platform::CallRecord& call) const;
   void close(platform::CallRecord call);
+  void close_at_last_step(platform::CallRecord call);
   void note(platform::CallRecord& call, const std::string& user, std::string action);
 
   const platform::WallClock& clock_;

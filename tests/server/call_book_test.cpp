@@ -193,6 +193,47 @@ TEST_CASE("a call that stood goes on, another one is closed, and so is what wasn
   }
 }
 
+TEST_CASE("of two calls that stood on one line the older one is over") {
+  for (const bool older_first : {true, false}) {
+    PartsDesk desk;
+    CallRecord older;
+    older.id = 1;
+    older.group = 1;
+    older.line = 3;
+    older.began = 5ms;
+    older.steps = {{5ms, "", "ring"}, {7ms, "anna", "hold"}};
+    CallRecord newer = older;
+    newer.id = 2;
+    if (older_first) {
+      desk.calls.remember({older, newer});
+    } else {
+      desk.calls.remember({newer, older});
+    }
+    REQUIRE(desk.calls.remembered(1, 3) != nullptr);
+    CHECK(desk.calls.remembered(1, 3)->id == 2);
+    const auto ended = desk.ended_calls();
+    REQUIRE(ended.size() == 1);
+    CHECK(ended[0].id == 1);
+    CHECK(ended[0].ended == 7ms);
+    CHECK(actions(ended[0]) == Actions{":ring", "anna:hold", ":ended while the server was away"});
+  }
+}
+
+TEST_CASE("a backup's calls are over at their last steps, but for one that stands") {
+  PartsDesk desk;
+  desk.calls.begin(1, 3, "5550100");
+  CallRecord restored = *desk.calls.find(1, 3);
+  restored.id = 1;
+  restored.began = 5ms;
+  restored.steps = {};
+  desk.calls.close_restored({restored, *desk.calls.find(1, 3)});
+  const auto ended = desk.ended_calls();
+  REQUIRE(ended.size() == 1);
+  CHECK(ended[0].id == 1);
+  CHECK(ended[0].ended == 5ms);
+  CHECK(desk.calls.find(1, 3) != nullptr);
+}
+
 TEST_CASE("a call that is passed to and fro keeps a thousand steps, and its end") {
   PartsDesk desk;
   desk.calls.begin(1, 3, {});
