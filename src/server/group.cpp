@@ -1,6 +1,7 @@
 #include "server/group.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "base/text.h"
 #include "base/time_text.h"
@@ -54,14 +55,25 @@ void Group::change(const GroupOptions& options) {
   options_.line_names = options.line_names;
   lines_.leave_out(options.missing_lines);
   for (const int number : options.missing_lines) forget_line(number - 1);
-  options_.missing_lines = options.missing_lines;
+  const std::vector<int> missing = std::exchange(options_.missing_lines, options.missing_lines);
   options_.hybrids = options.hybrids;
   options_.positions = options.positions;
   options_.phone_names = options.phone_names;
   relay_.tell(studio_status());
   relay_.tell(line_numbers());
   if (server_decides(options_.kind)) relay_.tell(phone_names());
-  lines_.take_over();
+  for (const int number : missing) lines_.take_letter(number - 1);
+}
+
+void Group::end() {
+  std::vector<int> all;
+  for (int number = 1; number <= lines_.count(); ++number) all.push_back(number);
+  lines_.leave_out(all);
+  close_forgotten();
+}
+
+platform::GroupMemory Group::memory() const {
+  return {options_.number, next_call_.line(), message_, show_times_};
 }
 
 void Group::take_restored(const platform::GroupMemory& memory) {
@@ -78,6 +90,10 @@ std::string Group::exchange_is_away() const {
 
 void Group::letters_known() {
   lines_.take_letters();
+  close_forgotten();
+}
+
+void Group::close_forgotten() {
   context_.calls.close_forgotten(options_.number);
   const int next = next_call_.line();
   next_call_.letters_known();
@@ -187,10 +203,7 @@ ServerPacket Group::phone_names() const {
   return packet(ServerCommand::SrvPhoneNames, encode_list(names));
 }
 
-void Group::remember() const {
-  context_.outbox.put(
-      platform::GroupMemory{options_.number, next_call_.line(), message_, show_times_});
-}
+void Group::remember() const { context_.outbox.put(memory()); }
 
 std::string Group::in_letters(const std::string& utf8) const {
   return clean_name(context_.letters.from_utf8(utf8), longest_show_text);

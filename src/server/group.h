@@ -27,6 +27,10 @@ class Group {
   // Names, missing lines and what there is to work with; all seats are told. The number of lines,
   // the kind and the exchange stay as they are while the server runs.
   void change(const GroupOptions& options);
+  // The configuration doesn't have it any more, and no seat is in it: its calls are over.
+  void end();
+  // What a group of this number begins with the next time.
+  platform::GroupMemory memory() const;
   // The message and the texts of a backup, for all seats.
   void take_restored(const platform::GroupMemory& memory);
   // What persons are told while the exchange can't be reached, in UTF-8.
@@ -67,6 +71,8 @@ class Group {
 
  private:
   void forget_line(int line);
+  // What is remembered and wasn't found on its line is over, and so is its choice as the next call.
+  void close_forgotten();
   void remember() const;
   std::string in_letters(const std::string& utf8) const;
   ServerPacket show_times() const;

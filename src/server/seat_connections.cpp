@@ -6,12 +6,8 @@
 namespace lineweir::server {
 
 SeatConnections::SeatConnections(const Context& context, SessionServices services, SeatBook& seats,
-                                 const ServerOptions& options, std::function<void()> on_left)
-    : context_(context),
-      services_(services),
-      seats_(seats),
-      options_(options),
-      on_left_(std::move(on_left)) {}
+                                 const ServerOptions& options)
+    : context_(context), services_(services), seats_(seats), options_(options) {}
 
 SeatConnections::~SeatConnections() = default;
 
@@ -79,7 +75,6 @@ void SeatConnections::remove_later(Session& session) {
       platform::Milliseconds{0}, [this, &session, alive = std::weak_ptr(alive_)] {
         if (!alive.lock()) return;
         std::erase_if(sessions_, [&](const auto& held) { return held.get() == &session; });
-        on_left_();
       });
 }
 

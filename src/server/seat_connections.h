@@ -1,6 +1,5 @@
 #pragma once
 
-#include <functional>
 #include <list>
 #include <map>
 #include <memory>
@@ -16,9 +15,9 @@ namespace lineweir::server {
 // The connections of all consoles. None is told anything behind its end.
 class SeatConnections {
  public:
-  // The options are the server's present ones; `on_left` is told from the loop when one has ended.
+  // The options are the server's present ones.
   SeatConnections(const Context& context, SessionServices services, SeatBook& seats,
-                  const ServerOptions& options, std::function<void()> on_left);
+                  const ServerOptions& options);
   ~SeatConnections();
   SeatConnections(const SeatConnections&) = delete;
   SeatConnections& operator=(const SeatConnections&) = delete;
@@ -52,7 +51,6 @@ class SeatConnections {
   SessionServices services_;
   SeatBook& seats_;
   const ServerOptions& options_;
-  std::function<void()> on_left_;
   std::list<std::unique_ptr<Session>> sessions_;
   bool full_is_told_ = false;
   std::shared_ptr<bool> alive_ = std::make_shared<bool>(true);

@@ -67,9 +67,10 @@ class Server::Inside {
   // What a backup has brought into a store that was new.
   void take_restored(platform::StoredState state);
   void make_first_user(std::function<void(std::string name, std::string password)> told);
-  void begin_group(const GroupOptions& options, const platform::GroupMemory* memory);
+  void begin_group(const GroupOptions& options);
   void watch_exchange(Group& group);
-  void remove_empty_groups();
+  // Whether there was one.
+  bool remove_empty_groups();
   void beat();
   void tell_end();
   void end_sessions();
@@ -100,6 +101,8 @@ class Server::Inside {
   std::unique_ptr<RemoteSeats> remote_seats_;
   // Of groups that the configuration doesn't have any more.
   std::set<int> ending_groups_;
+  // Of groups that aren't there now, for when the configuration has them again.
+  std::map<int, platform::GroupMemory> memories_;
   bool knows_store_ = false;
   bool serving_ = false;
   Milliseconds beat_due_{0};
@@ -131,7 +134,7 @@ Server::Inside::Inside(ServerServices services, ServerOptions options)
       sessions_(context_,
                 SessionServices{context_, accounts_, logins_, seats_, groups_, neighbours_.places(),
                                 options_.fixed_seats, told_at_login_, end_notice_},
-                seats_, options_, [this] { remove_empty_groups(); }),
+                seats_, options_),
       admin_services_(admin_services()) {
   if (services_.journal != nullptr) {
     replay_.emplace(services_.loop, services_.store, *services_.journal, services_.epoch,
@@ -245,18 +248,33 @@ void Server::Inside::take_over(platform::StoredState state) {
   memory_.take_over(state.flagged_callers);
   neighbours_.take_over(std::move(state.studio_places));
   calls_.remember(std::move(state.open_calls));
+  for (platform::GroupMemory& memory : state.groups) memories_[memory.group] = std::move(memory);
+  std::set<int> served;
   for (const GroupOptions& options : options_.groups) {
-    const auto memory = std::find_if(state.groups.begin(), state.groups.end(),
-                                     [&](const auto& of) { return of.group == options.number; });
-    begin_group(options, memory == state.groups.end() ? nullptr : &*memory);
+    served.insert(options.number);
+    begin_group(options);
   }
+  if (!services_.owns_store) return;
+  // The configuration has lost these meanwhile.
+  for (auto& [number, memory] : memories_) {
+    if (!calls_.remembers(number, memory.next_call)) continue;
+    memory.next_call = platform::GroupMemory{}.next_call;
+    outbox_.put(memory);
+  }
+  calls_.close_forgotten_but(served);
 }
 
 void Server::Inside::take_restored(platform::StoredState state) {
   accounts_.take_over(std::move(state.accounts));
   memory_.take_over(state.flagged_callers);
+  calls_.close_restored(state.open_calls);
   for (const platform::GroupMemory& memory : state.groups) {
-    if (Group* const group = seats_.find_group(memory.group)) group->take_restored(memory);
+    Group* const group = seats_.find_group(memory.group);
+    if (group != nullptr) {
+      group->take_restored(memory);
+    } else {
+      memories_[memory.group] = memory;
+    }
   }
 }
 
@@ -273,8 +291,10 @@ void Server::Inside::make_first_user(
   });
 }
 
-void Server::Inside::begin_group(const GroupOptions& options, const platform::GroupMemory* memory) {
-  auto group = std::make_unique<Group>(context_, options, services_.make_exchange(options), memory);
+void Server::Inside::begin_group(const GroupOptions& options) {
+  const auto memory = memories_.extract(options.number);
+  auto group = std::make_unique<Group>(context_, options, services_.make_exchange(options),
+                                       memory.empty() ? nullptr : &memory.mapped());
   watch_exchange(*group);
   groups_[options.number] = std::move(group);
 }
@@ -340,30 +360,41 @@ void Server::Inside::publish(platform::RemoteService& service) {
 
 void Server::Inside::reconfigure(ServerOptions options) {
   options_ = std::move(options);
+  // The groups begin with what the store tells.
+  if (!knows_store_) return;
   for (const auto& [number, group] : groups_) ending_groups_.insert(number);
   for (const GroupOptions& wanted : options_.groups) {
     ending_groups_.erase(wanted.number);
     Group* const group = seats_.find_group(wanted.number);
     if (group == nullptr) {
-      begin_group(wanted, nullptr);
+      begin_group(wanted);
     } else {
       group->change(wanted);
     }
   }
   neighbours_.tell_places(options_);
   retention_.set(options_.retention);
-  sessions_.tell_groups();
   remove_empty_groups();
+  sessions_.tell_groups();
   audit_.note({}, "configuration read again");
 }
 
-void Server::Inside::remove_empty_groups() {
+bool Server::Inside::remove_empty_groups() {
+  const std::size_t before = groups_.size();
   for (auto number = ending_groups_.begin(); number != ending_groups_.end();) {
     Group* const group = seats_.find_group(*number);
-    const bool is_empty = group == nullptr || group->seats().seats().empty();
-    if (is_empty) groups_.erase(*number);
-    number = is_empty ? ending_groups_.erase(number) : std::next(number);
+    if (group != nullptr && !group->seats().seats().empty()) {
+      ++number;
+      continue;
+    }
+    if (group != nullptr) {
+      group->end();
+      memories_[*number] = group->memory();
+      groups_.erase(*number);
+    }
+    number = ending_groups_.erase(number);
   }
+  return groups_.size() != before;
 }
 
 void Server::Inside::beat() {
@@ -376,6 +407,7 @@ void Server::Inside::beat() {
   // A server that stood still has not heard what the seats said meanwhile.
   sessions_.beat(figures_.late > stood_still ? figures_.late : Milliseconds{0});
   seats_.look_after_vanished();
+  if (remove_empty_groups()) sessions_.tell_groups();
 }
 
 void Server::Inside::shut_down(int seconds, const std::string& text, std::function<void()> done) {

@@ -35,6 +35,8 @@ struct ServerServices {
   platform::StoreJournal* journal = nullptr;
   // Under which this server leads; 0 where there is only one.
   platform::Epoch epoch = 0;
+  // No other server has groups in the store.
+  bool owns_store = false;
 };
 
 // The studio's server: it owns the groups of lines, lets seats in, and tells every seat of a group

@@ -70,7 +70,8 @@ void ServerProgram::make_server(platform::Epoch epoch) {
                                    return make_exchange(group, loop_, random_, log_);
                                  },
                              .journal = &journal_,
-                             .epoch = epoch},
+                             .epoch = epoch,
+                             .owns_store = configuration_.store_database.empty()},
       configuration_.server);
   server_->on_shutdown_asked = [this](int seconds, const std::string& text) {
     shut_down(seconds, text);

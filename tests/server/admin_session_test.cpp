@@ -307,6 +307,37 @@ TEST_CASE("A backup is made, and taken over by a new server with its users") {
   CHECK(administrators_entries(tool).back() == "backup restored: /b.db");
 }
 
+TEST_CASE("Who was on a line when a backup was made is not there where it is restored") {
+  ServerRoom room;
+  room.exchange().arrive(3, "5550100");
+  room.exchange().obey("H03");
+  room.wait(1s);
+  const platform::Moment last_heard = room.clock.now();
+  {
+    AdminTool tool(room);
+    CHECK(tool.refusal(text(Command::Backup, Field::File, "/b.db")) == "");
+  }
+  room.crash();
+  room.exchange().leave(3);
+  room.store.content() = {};
+  room.start();
+  room.wait(1h);
+  {
+    AdminTool tool(room);
+    CHECK(tool.refusal(text(Command::Restore, Field::File, "/b.db")) == "");
+  }
+  room.wait(1s);
+  REQUIRE(room.store.content().calls.size() == 1);
+  const platform::CallRecord call = room.store.content().calls.begin()->second;
+  CHECK(call.ended != platform::Moment{0});
+  CHECK(call.ended <= last_heard);
+  room.crash();
+  room.exchange().arrive(3, "5550199");
+  room.start();
+  room.wait(1s);
+  CHECK(room.store.content().calls.size() == 2);
+}
+
 TEST_CASE("While the store is away what is asked is told to be held, and is kept later") {
   ServerRoom room;
   AdminTool tool(room);

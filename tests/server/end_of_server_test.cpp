@@ -219,11 +219,13 @@ TEST_SUITE("server/end") {
     CHECK(room.figure("seats{group=\"2\"}") == 1);
     room.exchange(2).arrive(1, {});
     CHECK(second->take_last(SrvLineStatus).Buffer == "R");
+    host->take();
     second->hang_up();
     room.wait(1s);
     CHECK(room.figure("seats{group=\"2\"}") == -1);
     CHECK(room.figure("seats{group=\"1\"}") == 1);
     CHECK(host->is_open());
+    CHECK(host->take_last(SrvAllowedGroups).Buffer == "Studio 1\3");
     // It is wanted again before it has ended.
     room.server->reconfigure(ServerRoom::two_studios());
     CHECK(host->take_last(SrvAllowedGroups).Buffer == "Studio 1\3Studio 2\3");
@@ -235,6 +237,111 @@ TEST_SUITE("server/end") {
     CHECK(room.figure("seats{group=\"2\"}") == 0);
     room.exchange(2).arrive(2, {});
     CHECK(room.seat("host", 2)->take_last(SrvFullStatus).Buffer.substr(6, 3) == "R02");
+  }
+
+  TEST_CASE("a group that was taken away while nobody was in it is told to nobody") {
+    ServerRoom room;
+    auto host = room.seat("host");
+    host->take();
+    ServerOptions only_first = ServerRoom::two_studios();
+    only_first.groups.pop_back();
+    room.server->reconfigure(only_first);
+    const auto told = host->take(SrvAllowedGroups);
+    REQUIRE(told.size() == 1);
+    CHECK(told[0].Buffer == "Studio 1\3");
+    room.wait(10s);
+    CHECK(host->take(SrvAllowedGroups).empty());
+  }
+
+  TEST_CASE("a group that the seats have only left for another ends as well") {
+    ServerRoom room;
+    auto host = room.seat("host", 2);
+    ServerOptions only_first = ServerRoom::two_studios();
+    only_first.groups.pop_back();
+    room.server->reconfigure(only_first);
+    host->send(host->packet(CmdLeaveGroup));
+    host->join(1);
+    host->take();
+    room.wait(1s);
+    CHECK(room.figure("seats{group=\"2\"}") == -1);
+    CHECK(host->take_last(SrvAllowedGroups).Buffer == "Studio 1\3");
+  }
+
+  TEST_CASE("with a group its calls end, and what was said in it is there when it is again") {
+    ServerRoom room;
+    ServerOptions only_first = ServerRoom::two_studios();
+    only_first.groups.pop_back();
+    {
+      auto host = room.seat("host", 2);
+      room.exchange(2).arrive(5, "5550100");
+      room.exchange(2).obey("S05");
+      host->send(host->packet(CmdSetNextCall, 5));
+      host->send(host->packet(CmdFlashMessage, no_value, "1\0022\2Anna\3Hi"));
+      room.wait(1s);
+    }
+    const auto ended = [&] { return room.store.content().ended_calls({}); };
+    SUBCASE("while the server runs") {
+      room.server->reconfigure(only_first);
+      room.wait(2s);
+      REQUIRE(ended().size() == 1);
+      CHECK(ended()[0].steps.back().action == "hang up");
+      CHECK(room.store.content().groups.at(2).next_call == -1);
+    }
+    SUBCASE("while the server was away") {
+      room.crash();
+      room.options = only_first;
+      room.start();
+      room.wait(1s);
+      REQUIRE(ended().size() == 1);
+      CHECK(ended()[0].steps.back().action == "ended while the server was away");
+    }
+    SUBCASE("while neither the server nor its equipment was there") {
+      room.crash();
+      room.exchanges_are_away = true;
+      room.exchange(2).leave(5);
+      room.start();
+      room.server->reconfigure(only_first);
+      room.wait(2s);
+      REQUIRE(ended().size() == 1);
+      room.exchanges_are_away = false;
+    }
+    room.exchange(2).leave(5);
+    room.server->reconfigure(ServerRoom::two_studios());
+    auto host = room.connect();
+    host->log_in("host", host_password);
+    host->join(2);
+    const auto told = host->take();
+    const auto last = [&](ServerCommand command) {
+      ServerPacket found;
+      for (const ServerPacket& packet : told) {
+        if (packet.CMD == static_cast<std::uint8_t>(command)) found = packet;
+      }
+      return found;
+    };
+    CHECK(last(SrvFlashMessage).Buffer == "1\0022\2Anna\3Hi");
+    CHECK(last(SrvNextCall).LineNo == no_value);
+    CHECK(ended().size() == 1);
+  }
+
+  TEST_CASE("a configuration that is read again before the store waits for it") {
+    ServerRoom room;
+    room.exchange().arrive(3, "5550100");
+    room.wait(1s);
+    room.crash();
+    room.store.fail(true);
+    room.start();
+    room.wait(5s);
+    ServerOptions options = ServerRoom::two_studios();
+    options.groups[0].name = "Big studio";
+    room.server->reconfigure(options);
+    room.store.fail(false);
+    room.wait(5s);
+    auto host = room.connect();
+    host->log_in("host", host_password);
+    host->join(1);
+    CHECK(host->take_last(SrvAllowedGroups).Buffer == "Big studio\3Studio 2\3");
+    REQUIRE(room.store.content().calls.size() == 1);
+    CHECK(room.store.content().calls.begin()->second.ended == platform::Moment{0});
   }
 
   TEST_CASE("seats are told at once what the configuration makes of their studio") {

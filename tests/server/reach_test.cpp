@@ -138,6 +138,18 @@ TEST_SUITE("server/reach") {
       room.wait(20s);
       CHECK(status(*host).substr(15, 3) == "S05");
     }
+    SUBCASE("and as they did behind a configuration that is read again") {
+      room.server->reconfigure(ServerRoom::two_studios());
+      room.wait(1s);
+      CHECK(status(*host).substr(15, 3) == "S05");
+      // It is reached, and hasn't told its lines yet.
+      room.trunks.at(1)->reach(true);
+      room.server->reconfigure(ServerRoom::two_studios());
+      room.wait(1s);
+      CHECK(status(*host).substr(15, 3) == "S05");
+      CHECK(room.store.content().calls.begin()->second.ended == platform::Moment{0});
+      CHECK(room.seat("screener", 1, 1)->take_last(SrvNextCall).LineNo == 5);
+    }
     SUBCASE("and nothing is asked of a group that has ended meanwhile") {
       ServerOptions second = ServerRoom::two_studios();
       second.groups.erase(second.groups.begin());

@@ -147,7 +147,7 @@ void ServerRoom::start() {
                        trunks[group.number] = trunk.get();
                        return trunk;
                      },
-                     &journal, epoch},
+                     &journal, epoch, true},
       options);
   server->start(
       [this] { ++servings; },
