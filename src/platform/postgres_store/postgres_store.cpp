@@ -79,7 +79,8 @@ void PostgresStore::write(std::vector<StoreChange> changes,
                           std::function<void(bool written)> done) {
   const auto told = std::make_shared<decltype(done)>(std::move(done));
   const auto begin = [this, changes = std::move(changes), told](const Finished& finished) mutable {
-    write_in_one(session_, std::move(changes), [told, finished](const Failed& failure) {
+    write_in_one(session_, std::move(changes), [this, told, finished](const Failed& failure) {
+      writes_fail_ = failure && session_.is_open();
       finished(failure, [told, written = !failure] { (*told)(written); });
     });
   };
@@ -232,7 +233,8 @@ void PostgresStore::finish(const Failed& failure, const Tell& tell) {
     lost({});
   }
   works_.pop_front();
-  if (failure || session_.is_open()) set_trouble(failure ? failure->sentence : std::string());
+  const bool is_well = session_.is_open() && !writes_fail_;
+  if (failure || is_well) set_trouble(failure ? failure->sentence : std::string());
   tell();
 }
 
@@ -253,6 +255,7 @@ void PostgresStore::open_session() {
 void PostgresStore::opened(const std::string& failure) {
   if (failure.empty()) {
     state_ = State::Idle;
+    writes_fail_ = false;
     set_trouble({});
     news_.add_all();
     read_news();

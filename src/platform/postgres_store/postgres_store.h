@@ -86,6 +86,8 @@ class PostgresStore final : public Store {
   State state_ = State::Away;
   EventLoop::CallId next_try_ = 0;
   std::string trouble_;
+  // The database has refused what was written last; reading says nothing of whether it takes it.
+  bool writes_fail_ = false;
   SharedNews news_;
   bool reads_news_ = false;
   // What is told behind the end of this object is told to nobody.

@@ -339,6 +339,18 @@ TEST_CASE("A write of which one change is impossible is not done at all, and oth
   CHECK(desk.verify()->first_wrong == 0);
 }
 
+TEST_CASE("A database that refuses what is written is not well again as it can be read") {
+  PostgresDesk desk;
+  REQUIRE(desk.write({event(1)}));
+  desk.run("ALTER TABLE calls ADD CONSTRAINT not_that_one CHECK (id <> 13)");
+  CHECK_FALSE(desk.write({full_call(13)}));
+  CHECK(desk.audit()->size() == 1);
+  CHECK(has(desk.trouble(), "not_that_one"));
+  desk.run("ALTER TABLE calls DROP CONSTRAINT not_that_one");
+  CHECK(desk.write({full_call(13)}));
+  CHECK(desk.trouble() == "");
+}
+
 TEST_CASE("A write whose connection has broken is not done behind what came after it") {
   PostgresDesk desk({.answer = Milliseconds{3000}});
   REQUIRE(desk.write({full_call(1)}));
