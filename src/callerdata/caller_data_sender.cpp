@@ -26,7 +26,11 @@ std::string CallerDataSender::caller_data_text(int line) {
 
 bool CallerDataSender::send(std::string_view handler, int line, const std::string& text,
                             const std::function<bool()>& still_wanted) {
-  return links_.in_use().caller_data(handler, line, text, still_wanted);
+  StudioLink& link = links_.in_use();
+  if (!link.locks_keys()) return link.caller_data(handler, line, text, still_wanted);
+  // The offer to connect again says it too.
+  if (!state_.messages.offers_reconnection()) state_.messages.ShowMessage(link.trouble());
+  return false;
 }
 
 void CallerDataSender::tell_data_cleared(std::string_view handler, int line) {

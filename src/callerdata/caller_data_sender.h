@@ -23,7 +23,8 @@ class CallerDataSender {
   // record too.
   std::string caller_data_text(int line);
 
-  // Returns whether the text went out, which is true where nobody is to be told.
+  // What the user has saved. Returns whether the text went out, which is true where nobody is to be
+  // told; while nothing comes of keys the user is told why instead.
   bool send(std::string_view handler, int line, const std::string& text,
             const std::function<bool()>& still_wanted);
 

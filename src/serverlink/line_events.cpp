@@ -1,5 +1,7 @@
 #include "serverlink/line_events.h"
 
+#include <utility>
+
 #include "base/text.h"
 #include "boxlink/line_rules.h"
 #include "boxlink/line_steps.h"
@@ -28,6 +30,7 @@ void LineEvents::expect_free_lines() {
   TheStatusText = status_text_of_free_lines;
   told_ = false;
   untold_.set();
+  unrestored_.reset();
 }
 
 void LineEvents::take(std::string_view status_text) {
@@ -72,33 +75,43 @@ void LineEvents::Timer4_Timer() {
   if (a_step_waits()) return;
   state_.Lineweir.Timer4.enabled = false;
   LineTable& lines = state_.lines;
-  if (untold_.all() && TheStatusText == status_text_of_free_lines) {
-    // Only clocks are there to be kept: those of a console that comes back, and what the server has
-    // told of the calls' times.
-    lines.FreshConnect = lines.FreshConnect && any_clock_has_base();
-    return;
-  }
+  if (untold_.all() && TheStatusText == status_text_of_free_lines) return end_restoring();
   TheStatusText = std::string(trimmed(TheStatusText));
   // A step that waits for its next try lets events run, and these may change the number of lines.
   for (int line = 0; line < lines.LineCount; ++line) {
     const char letter = reported_letter(line);
     if (letter != '\0' && !is_untold(line)) apply_letter(line, letter);
   }
-  lines.FreshConnect = false;
+  end_restoring();
   if (told_) caller_data_.lines_told(reported_lines());
   caller_data_.lines_changed();
 }
 
 bool LineEvents::a_step_waits() const { return state_.retrying.contains(events_handler); }
 
-bool LineEvents::any_clock_has_base() const {
-  for (int line = 0; line < state_.lines.LineCount; ++line) {
-    if (!state_.lines.ClockBase(line).empty()) return true;
+void LineEvents::end_restoring() {
+  LineTable& lines = state_.lines;
+  if (!std::exchange(lines.FreshConnect, false)) return;
+  for (int line = 0; line < lines.LineCount; ++line) {
+    const auto place = static_cast<std::size_t>(line);
+    const bool has_call = lines.StatusLetter(line) != idle_letter || !lines.ClockBase(line).empty();
+    if (untold_[place] && has_call) unrestored_.set(place);
   }
-  return false;
 }
 
 void LineEvents::apply_letter(int line, char letter) {
+  const auto place = static_cast<std::size_t>(line);
+  const bool restores = place < unrestored_.size() && unrestored_[place];
+  if (!restores) return apply_report(line, letter);
+  unrestored_.reset(place);
+  // The row may have told its former state again since the times came.
+  state_.Lineweir.LineStatus(line).caption = "";
+  const bool fresh = std::exchange(state_.lines.FreshConnect, true);
+  apply_report(line, letter);
+  state_.lines.FreshConnect = fresh;
+}
+
+void LineEvents::apply_report(int line, char letter) {
   LineTable& lines = state_.lines;
   const char old_letter = lines.StatusLetter(line);
   if (letter != old_letter) {

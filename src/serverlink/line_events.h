@@ -58,11 +58,15 @@ class LineEvents {
   void Timer4_Timer();
   // Whether the line is free only because nothing was told of it since the connection began.
   bool is_untold(int line) const;
-  bool any_clock_has_base() const;
+  // The restoring pass is over, but for calls of which nothing was told yet: those of a console
+  // that comes back to its group, and those whose times came ahead.
+  void end_restoring();
   // A step has failed and waits for its next try, during which events run: what they bring waits
   // for the next pass, as no step of theirs would be done.
   bool a_step_waits() const;
+  // Restores the line where the pass for that has gone by before it was told.
   void apply_letter(int line, char letter);
+  void apply_report(int line, char letter);
   // The letter of a line's item; 0 where the text has none.
   char reported_letter(int line) const;
   std::set<int> reported_lines() const;
@@ -85,6 +89,8 @@ class LineEvents {
   bool told_ = false;
   // The lines of which nothing was told since free ones were expected.
   std::bitset<lines_of_large_layout> untold_;
+  // Those of them whose calls are still to be restored.
+  std::bitset<lines_of_large_layout> unrestored_;
 };
 
 }  // namespace lineweir

@@ -80,11 +80,6 @@ void SocketLink::next_action(std::string_view handler, NextAction action) {
 
 bool SocketLink::caller_data(std::string_view handler, int line, std::string_view text,
                              const std::function<bool()>& still_wanted) {
-  if (locks_keys()) {
-    // The offer to connect again says it too.
-    if (!state_.messages.offers_reconnection()) state_.messages.ShowMessage(trouble());
-    return false;
-  }
   return socket_trap(state_, handler, [&] {
     if (still_wanted && !still_wanted()) return;
     ServerPacket packet = server_.packet(ClientCommand::CmdCallerData);
