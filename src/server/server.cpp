@@ -424,12 +424,12 @@ void Server::Inside::shut_down(int seconds, const std::string& text, std::functi
     const auto once = std::make_shared<std::function<void()>>(done);
     const auto end = [this, once] {
       if (outbox_.waiting() != 0) {
-        const std::string records = std::to_string(outbox_.waiting()) + " records";
-        services_.log(
-            LogLevel::Error,
-            "the store could not be written: " + records +
-                (outbox_.has_kept_all() ? " wait in the journal"
-                                        : " are lost, but for those that the journal holds"));
+        const std::string count = std::to_string(outbox_.waiting());
+        services_.log(LogLevel::Error,
+                      "the store could not be written: " + count +
+                          (outbox_.has_kept_all()
+                               ? " records wait in the journal"
+                               : " records are lost, but for those that the journal holds"));
       }
       if (const auto call = std::exchange(*once, nullptr)) call();
     };
