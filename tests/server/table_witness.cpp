@@ -1,6 +1,7 @@
 #include "server/table_witness.h"
 
 #include "lines/equipment_kinds.h"
+#include "lines/line_table.h"
 #include "wire/caller_known.h"
 #include "wire/rights_layout.h"
 
@@ -74,9 +75,11 @@ bool TableWitness::take_group_frame(const ServerPacket& packet) {
         letters_ += packet.Buffer[i];
       }
       return true;
-    // Nothing but changes of what was told whole.
+    // A change of what was told whole, or ahead of that one that is in it.
     case SrvLineStatus: {
-      if (packet.LineNo >= letters_.size() || packet.Buffer.size() != 1) return false;
+      if (packet.Buffer.size() != 1) return false;
+      if (letters_.empty()) return packet.LineNo < lines_of_large_layout;
+      if (packet.LineNo >= letters_.size()) return false;
       const bool numbered = packet.Buffer == "P" && packet.AltInfo < first_position_code;
       letters_[packet.LineNo] = numbered ? static_cast<char>(first_position_code + packet.AltInfo)
                                          : packet.Buffer.front();
