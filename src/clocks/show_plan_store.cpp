@@ -12,7 +12,7 @@ namespace {
 constexpr int reread_entries = 34;
 
 // Every database begins so; one that is opened or overwritten as a plan would lose its calls.
-constexpr std::string_view database_mark{"SQLite format 3", 16};
+constexpr std::string_view database_mark = "SQLite format 3";
 
 void require_no_database(std::string_view content, const std::string& path) {
   if (!content.starts_with(database_mark)) return;

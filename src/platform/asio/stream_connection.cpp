@@ -19,7 +19,7 @@ constexpr Milliseconds look_again{10};
 // Frames of the consoles are short; more is read in several pieces.
 constexpr std::size_t piece_size = 2048;
 // So much may be sent in one round, at whose end as much goes out as the system takes.
-constexpr std::size_t most_of_round = 1024 * 1024;
+constexpr std::size_t most_of_round = std::size_t{1024} * 1024;
 // A text that has grown beyond this for once gives its memory back.
 constexpr std::size_t kept_capacity = 4096;
 
