@@ -101,7 +101,7 @@ void clear_caller(const AdminServices& services, const admin::Request& request,
   const std::string number = request.text(Field::Number);
   const auto noted = services.context.memory.all().find(telephone_key(number));
   if (noted == services.context.memory.all().end()) {
-    return tell(refused("Nothing is noted of the number " + number + "."));
+    return tell(refused("Nothing is noted of the number " + in_quotes(number) + "."));
   }
   platform::FlaggedCaller cleared = noted->second;
   cleared.flag = CallerFlag::None;

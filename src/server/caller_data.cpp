@@ -73,6 +73,7 @@ void CallerData::call_begun(int line, const std::string& number) {
     for (std::size_t i = 0; i < data.fields.size(); ++i) {
       data.fields[i] = context_.letters.from_utf8(call->told[i]);
     }
+    data = clean_caller_data(std::move(data));
   } else {
     const std::string known = call == nullptr ? number : context_.letters.from_utf8(call->number);
     if (known.empty()) {

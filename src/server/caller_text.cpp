@@ -21,7 +21,10 @@ bool is_control(char character) { return code_of(character) < 32 || code_of(char
 
 CallerDetails clean_caller_data(std::string_view buffer) {
   const std::string missing(entry_field_count + 1, field_end);
-  CallerDetails data = decode_caller_data(std::string(buffer) + missing).value();
+  return clean_caller_data(decode_caller_data(std::string(buffer) + missing).value());
+}
+
+CallerDetails clean_caller_data(CallerDetails data) {
   data.sender = clean_name(data.sender, longest_sender);
   for (std::size_t i = 0; i < data.fields.size(); ++i) {
     data.fields[i] = clean_name(data.fields[i], longest_fields[i]);

@@ -13,6 +13,8 @@ namespace lineweir::server {
 // longer than its field, which has more room than a console's entry. The data of twenty lines and
 // the longest message have room together in what may wait for a seat. What is missing is empty.
 CallerDetails clean_caller_data(std::string_view buffer);
+// The same of data that come from a store, which an operator or a restored backup may have changed.
+CallerDetails clean_caller_data(CallerDetails data);
 
 // The message of a buffer as it is passed on. Nothing for a buffer that holds none.
 std::optional<std::string> clean_message(std::string_view buffer);

@@ -99,7 +99,9 @@ TEST_CASE("an administrator lists, shows, flags and clears callers") {
     return tool.refusal({Command::CallerClear, {{Field::Number, of}}});
   };
   CHECK(clear("312 555 0100") == "");
-  CHECK(clear("312 555 0100") == "Nothing is noted of the number 312 555 0100.");
+  CHECK(clear("312 555 0100") == "Nothing is noted of the number \"312 555 0100\".");
+  CHECK(clear(std::string(60'000, 'x')) ==
+        "Nothing is noted of the number \"" + std::string(100, 'x') + "…\".");
   CHECK(tool.rows({Command::CallerList, {}}).empty());
   const auto audited = [&](std::string_view detail) {
     return std::ranges::count_if(room.store.content().audit,

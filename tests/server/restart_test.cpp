@@ -47,6 +47,25 @@ TEST_CASE("a standing call, its data, the next call and the message outlive the 
   CHECK(calls[0].ended > calls[0].began);
 }
 
+TEST_CASE("data that somebody has changed in the store reach the consoles as data do") {
+  ServerRoom room;
+  room.exchange().arrive(5, "555 0101");
+  room.wait(1s);
+  room.crash();
+  platform::CallRecord& call = room.store.content().calls.begin()->second;
+  call.told_by = "An\2na";
+  call.told.fill(std::string(70'000, 'x') + "\2");
+  call.told[0] = "Bob\2Hill";
+  room.start();
+  const auto host = room.seat("host");
+  const auto told = host->take(SrvCallerData);
+  REQUIRE(told.size() > 5);
+  const std::string hundred(100, 'x');
+  CHECK(told[5].Buffer == "An na\2Bob Hill\2" + hundred + "\2" + hundred + "\2" + hundred + "\2" +
+                              hundred + "\2" + hundred + "\2" + std::string(10, 'x') +
+                              "\2xxxxxx\2" + std::string(500, 'x') + "\2" + hundred + "\2");
+}
+
 TEST_CASE("a next call that ended while the server was away stays ended") {
   ServerRoom room;
   auto host = room.seat("host");

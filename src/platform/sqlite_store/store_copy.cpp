@@ -68,7 +68,7 @@ Connection open_sound(const std::filesystem::path& file) {
     throw Failure(failure_number::not_a_database,
                   "The file " + shown_name(file) + " holds nothing.");
   }
-  Statement check(copy.get(), "PRAGMA quick_check(1)");
+  Statement check(copy.get(), "PRAGMA integrity_check(1)");
   if (!check.step() || check.text(0) != "ok") {
     throw sqlite_failure(SQLITE_CORRUPT, file, {});
   }
