@@ -115,12 +115,18 @@ bool GroupChoice::change_group(int group) {
   // Events that ran meanwhile may have brought the console to another group already.
   if (state_.program.GroupNumber != left) return true;
 
-  clear_studio_group(state_, line_events_);
+  // An interface box has no groups: its lines stay what they are.
+  const bool lines_stay = links_.serial_is_in_use() && links_.in_use().trouble().empty();
+  if (!lines_stay) clear_studio_group(state_, line_events_);
   known_callers_.forget();
   state_.login.GroupLeft = left;
   state_.program.GroupNumber = group;
   check_present_group(state_);
   renew_window_caption(state_);
+  if (lines_stay) {
+    state_.login.SkipProfile = false;
+    return true;
+  }
   const GroupEntry entry = links_.in_use().enter_group();
   if (state_.program.GroupNumber != group) return true;
   if (entry != GroupEntry::EnteredBySession) state_.login.SkipProfile = false;
