@@ -163,6 +163,7 @@ void AnyRemoteObjects::become_sound() {
 
 RemoteValue AnyRemoteObjects::use(std::string_view member, const Values& arguments) {
   look_at(member, arguments);
+  ++calls;
   if (!present_) throw Failure(failure_number::no_such_class, "absent");
   const std::uint8_t kind = sound_ ? 0 : next();
   switch (kind % 8) {

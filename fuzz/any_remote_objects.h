@@ -41,6 +41,8 @@ class AnyRemoteObjects final : public platform::RemoteObjects {
   std::map<std::string, Value, std::less<>> answers;
   // The first thing that no console may ask for; empty where there was none.
   std::string fault;
+  // How many calls were to be answered.
+  int calls = 0;
 
  private:
   class Object;

@@ -161,6 +161,7 @@ void FlashMessage::Form_KeyDown(int& key_code, int shift) {
 }
 
 void FlashMessage::FollowTimer_Timer() {
+  keep_sender_name();
   show_carrier();
   hot_list_.follow();
 }

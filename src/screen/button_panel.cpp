@@ -76,7 +76,10 @@ void ButtonPanel::fit_center_buttons() {
   for (Picture* button : {&form.NextButton, &form.NextToConfButton, &form.Dial}) {
     for (const ButtonFaces* faces : {&center_faces, &right_faces}) {
       if (!faces->holds(button->picture.get())) continue;
-      button->picture = faces->counterpart(button->picture.get(), wanted);
+      // At the right alone a button without its hybrid keeps the face of a button that is up.
+      const bool is_dead = faces == &right_faces && &wanted == &center_faces && !button->enabled;
+      button->picture =
+          is_dead ? wanted.disabled : faces->counterpart(button->picture.get(), wanted);
       break;
     }
   }

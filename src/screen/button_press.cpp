@@ -75,8 +75,9 @@ void ButtonPress::wire_row_buttons() {
            });
       wire(button.on_mouse_up, state_.trace, "Lineweir_" + button.name() + "_MouseUp",
            [this, &button, place_icon](int mouse_button, int) {
-             if (mouse_button != left_button || !button.enabled) return;
-             release(button);
+             if (mouse_button != left_button) return;
+             // Its face may have changed under the finger.
+             if (button.enabled) release(button);
              (rows_.*place_icon)(button.index());
            });
     });

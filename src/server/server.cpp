@@ -49,6 +49,7 @@ class Server::Inside {
   void accept_admin(std::unique_ptr<platform::Connection> connection);
   void publish(platform::RemoteService& service);
   void reconfigure(ServerOptions options);
+  const Group* find_group(int number) const { return seats_.find_group(number); }
   void shut_down(int seconds, const std::string& text, std::function<void()> done);
   std::string metrics() const;
   bool has_kept_all() const { return outbox_.has_kept_all(); }
@@ -487,6 +488,11 @@ void Server::accept_admin(std::unique_ptr<platform::Connection> connection) {
 void Server::publish(platform::RemoteService& service) { inside_->publish(service); }
 
 void Server::reconfigure(ServerOptions options) { inside_->reconfigure(std::move(options)); }
+
+const GroupOptions* Server::running_group(int number) const {
+  const Group* const group = inside_->find_group(number);
+  return group == nullptr ? nullptr : &group->options();
+}
 
 void Server::shut_down(int seconds, const std::string& text, std::function<void()> done) {
   inside_->shut_down(seconds, text, std::move(done));

@@ -64,6 +64,9 @@ class Server {
   // begins, one that is gone ends when its last seat has left. No seat is dropped.
   void reconfigure(ServerOptions options);
 
+  // How a group runs, be it that one that ends when its last seat has left; null where none does.
+  const GroupOptions* running_group(int number) const;
+
   // Tells every seat that the server ends in so many seconds, ends the sessions then, writes what
   // is to be kept and tells `done`. A second call may only shorten the time.
   void shut_down(int seconds, const std::string& text, std::function<void()> done);

@@ -251,15 +251,14 @@ void ServerProgram::keep_groups_held(server::ServerOptions& options) const {
 
 void ServerProgram::keep_as_they_run(std::vector<server::GroupOptions>& groups) const {
   using server::GroupOptions;
-  const std::vector<GroupOptions>& running = configuration_.server.groups;
   for (GroupOptions& group : groups) {
-    const auto as_it_runs = std::ranges::find(running, group.number, &GroupOptions::number);
-    if (as_it_runs == running.end()) continue;
+    const GroupOptions* const as_it_runs = server_->running_group(group.number);
+    if (as_it_runs == nullptr) continue;
     const auto keep = [&](const char* key, auto option) {
-      if (group.*option == (*as_it_runs).*option) return;
+      if (group.*option == as_it_runs->*option) return;
       log_(LogLevel::Warning, std::string("what has changed in ") + key + " of group " +
                                   std::to_string(group.number) + " waits for the next start");
-      group.*option = (*as_it_runs).*option;
+      group.*option = as_it_runs->*option;
     };
     keep("lines", &GroupOptions::lines);
     keep("kind", &GroupOptions::kind);

@@ -14,6 +14,7 @@
 #include "state/guard.h"
 #include "state/window_caption.h"
 #include "state/wire.h"
+#include "wire/server_packet_codec.h"
 
 namespace lineweir {
 namespace {
@@ -102,31 +103,37 @@ bool GroupChoice::may_leave(int group) {
   }
   // A user without rights in his group can't stay there.
   if (std::exchange(forced_, false)) return true;
+  if (lines_stay()) return true;
   const std::vector<int> lines = caller_data_.lines_with_unsaved_data();
   return lines.empty() || state_.services.dialogs.ask_yes_no(unsaved_question(lines));
 }
 
 bool GroupChoice::change_group(int group) {
   const int left = state_.program.GroupNumber;
-  if (!may_leave(group) || !links_.in_use().leave_group(choice_handler)) {
+  // Events that run meanwhile may bring the console to another group, which is not left again.
+  const auto has_moved = [&] { return state_.program.GroupNumber != left; };
+  const bool may = may_leave(group);
+  if (has_moved()) return true;
+  if (!may || !links_.in_use().leave_group(choice_handler)) {
     state_.login.SkipProfile = false;
     return false;
   }
-  // Events that ran meanwhile may have brought the console to another group already.
-  if (state_.program.GroupNumber != left) return true;
+  if (has_moved()) return true;
 
-  // An interface box has no groups: its lines stay what they are.
-  const bool lines_stay = links_.serial_is_in_use() && links_.in_use().trouble().empty();
-  if (!lines_stay) clear_studio_group(state_, line_events_);
+  const bool has_groups = !lines_stay();
+  if (has_groups) clear_studio_group(state_, line_events_);
   known_callers_.forget();
   state_.login.GroupLeft = left;
   state_.program.GroupNumber = group;
   check_present_group(state_);
   renew_window_caption(state_);
-  if (lines_stay) {
+  if (!has_groups) {
     state_.login.SkipProfile = false;
     return true;
   }
+  // What is on the group's lines when the console comes is no news, should a pass run on the way.
+  state_.Lineweir.Timer4.enabled = false;
+  state_.lines.FreshConnect = true;
   const GroupEntry entry = links_.in_use().enter_group();
   if (state_.program.GroupNumber != group) return true;
   if (entry != GroupEntry::EnteredBySession) state_.login.SkipProfile = false;
@@ -135,7 +142,13 @@ bool GroupChoice::change_group(int group) {
   return true;
 }
 
+bool GroupChoice::lines_stay() const {
+  return links_.serial_is_in_use() && links_.in_use().trouble().empty();
+}
+
 bool GroupChoice::open_to_user(int group) const {
+  // A frame's field holds no other group.
+  if (group > no_value) return false;
   const ControlArray<MenuItem>& groups = state_.Lineweir.StudioGr;
   return groups.loaded(group - 1) && groups(group - 1).enabled;
 }

@@ -31,6 +31,8 @@ class GroupChoice {
 
   // Each returns whether the console may leave its group, and has left it.
   bool may_leave(int group);
+  // An interface box has no groups: its lines stay what they are, whatever is chosen.
+  bool lines_stay() const;
   bool change_group(int group);
   bool open_to_user(int group) const;
 

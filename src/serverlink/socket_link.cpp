@@ -162,7 +162,12 @@ GroupEntry SocketLink::enter_group() {
   return begun ? GroupEntry::EnteredBySession : GroupEntry::NotEntered;
 }
 
-bool SocketLink::locks_keys() const { return !silence.empty() || state_.login.BetweenGroups; }
+bool SocketLink::locks_keys() const {
+  if (!silence.empty() || state_.login.BetweenGroups) return true;
+  // What a server gets of somebody whom it hasn't let in is lost.
+  const bool connected = state_.services.winsock1.state() == platform::socket_connected;
+  return connected && !state_.login.SessionBegun;
+}
 
 void SocketLink::give_way(bool was_chosen) {
   platform::ClientSocket& socket = state_.services.winsock1;

@@ -115,8 +115,9 @@ void StudioGroups::timForceGroupChange_Timer() {
   Timer& timer = state_.Lineweir.timForceGroupChange;
   timer.enabled = false;
   ComboBox& selector = state_.DisplayOptionForm.MessageGroupSelector;
-  if (selector.list_count() <= state_.login.ForcedGroup) {
-    // The names are still on their way.
+  const bool in_list = selector.list_count() > state_.login.ForcedGroup;
+  if (!in_list || !state_.Lineweir.StudioGr.loaded(state_.login.ForcedGroup)) {
+    // The names are still on their way; what is in the list before they come are none.
     timer.enabled = true;
     return;
   }

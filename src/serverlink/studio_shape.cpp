@@ -113,6 +113,9 @@ void StudioShape::GetTheTimes(std::string_view text) {
     }
     const auto times = decode_call_times(text);
     if (!times) return;
+    // Times that can't be read end the handler; the rows come back all the same.
+    lines.FreshConnect = true;
+    form.Timer4.enabled = true;
     const int count = std::min(lines.LineCount, static_cast<int>(times->began.size()));
     for (int line = 0; line < count; ++line) {
       const std::string& began = times->began[static_cast<std::size_t>(line)];
@@ -122,8 +125,6 @@ void StudioShape::GetTheTimes(std::string_view text) {
       const int base = required_time_of_day(began) + ahead;
       lines.ClockBase(line) = hms_text((base + seconds_per_day) % seconds_per_day);
     }
-    lines.FreshConnect = true;
-    form.Timer4.enabled = true;
   });
 }
 

@@ -217,12 +217,16 @@ TEST_SUITE("server/end") {
     room.server->reconfigure(only_first);
     room.wait(1s);
     CHECK(room.figure("seats{group=\"2\"}") == 1);
+    // Whoever puts it back with other lines is told that these wait.
+    REQUIRE(room.server->running_group(2) != nullptr);
+    CHECK(room.server->running_group(2)->lines == ServerRoom::two_studios().groups[1].lines);
     room.exchange(2).arrive(1, {});
     CHECK(second->take_last(SrvLineStatus).Buffer == "R");
     host->take();
     second->hang_up();
     room.wait(1s);
     CHECK(room.figure("seats{group=\"2\"}") == -1);
+    CHECK(room.server->running_group(2) == nullptr);
     CHECK(room.figure("seats{group=\"1\"}") == 1);
     CHECK(host->is_open());
     CHECK(host->take_last(SrvAllowedGroups).Buffer == "Studio 1\3");
