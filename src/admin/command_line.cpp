@@ -15,6 +15,7 @@
 namespace lineweir::admin {
 namespace {
 
+constexpr const char* hint = "; --help tells what there is.";
 constexpr const char* description = "Works on a running lineweir-server, or moves its store.";
 
 constexpr const char* footer = R"(
@@ -78,8 +79,13 @@ class Words {
       return Help{app_.help("", CLI::AppFormatMode::Normal)};
     } catch (const CLI::CallForVersion&) {
       return Help{app_.version() + "\n"};
+    } catch (const CLI::RequiredError& error) {
+      // A word that means nothing is why a command is missing.
+      const std::vector<std::string> unknown = app_.remaining(true);
+      if (unknown.empty()) throw Trouble(std::string(error.what()) + hint);
+      throw Trouble("\"" + unknown.front() + "\" is no command" + hint);
     } catch (const CLI::ParseError& error) {
-      throw Trouble(std::string(error.what()) + "; --help tells what there is.");
+      throw Trouble(std::string(error.what()) + hint);
     }
     if (changes_given_ && !changes_.empty()) order_.request.values[Field::Changes] = changes_;
     for (const auto& fill : fill_) fill();
@@ -141,6 +147,7 @@ class Words {
   }
   void file(App* command, const std::string& what) {
     take<std::string>(command, "FILE", Field::File, what, [](const auto& typed) {
+      if (typed.empty()) throw Trouble("The name of the file is empty.");
       return std::filesystem::absolute(typed).lexically_normal().string();
     })->required();
   }

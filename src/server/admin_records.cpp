@@ -53,6 +53,14 @@ std::optional<AdminList::Rows> rows_of(const std::optional<Records>& records, co
   return rows;
 }
 
+// What is read then lacks nothing that the server knows.
+void when_whole(const AdminServices& services, const TellReply& tell, std::function<void()> read) {
+  when_kept_or_late(services, [tell, read = std::move(read)](bool kept) {
+    if (kept) return read();
+    tell(refused("The store can't be written now: what is newest isn't in it yet."));
+  });
+}
+
 }  // namespace
 
 void list_calls(const AdminServices& services, const admin::Request& request,
@@ -68,7 +76,7 @@ void list_calls(const AdminServices& services, const admin::Request& request,
       }));
     });
   };
-  when_kept(services, tell, [tell, read] { tell({.list = std::make_unique<AdminList>(read)}); });
+  when_whole(services, tell, [tell, read] { tell({.list = std::make_unique<AdminList>(read)}); });
 }
 
 void list_audit(const AdminServices& services, const TellReply& tell) {
@@ -80,11 +88,11 @@ void list_audit(const AdminServices& services, const TellReply& tell) {
                    [&](const platform::AuditEntry& last) { filter->after = last.number; }));
     });
   };
-  when_kept(services, tell, [tell, read] { tell({.list = std::make_unique<AdminList>(read)}); });
+  when_whole(services, tell, [tell, read] { tell({.list = std::make_unique<AdminList>(read)}); });
 }
 
 void verify_audit(const AdminServices& services, const TellReply& tell) {
-  when_kept(services, tell, [&store = services.store, tell] {
+  when_whole(services, tell, [&store = services.store, tell] {
     store.verify_audit([tell](const std::optional<platform::AuditVerdict>& verdict) {
       if (!verdict) return tell(refused(not_read));
       tell({.answer = {{std::string(admin::key::entries), verdict->entries},

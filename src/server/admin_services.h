@@ -2,6 +2,7 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 
 #include "platform/password_hash.h"
@@ -25,6 +26,8 @@ struct AdminServices {
   Groups& groups;
   // Until the store has been read nothing can be done.
   std::function<bool()> is_serving;
+  // In what time the server ends, once that was told.
+  std::function<std::optional<platform::Milliseconds>()> ends_in;
   // The rights of a user have changed in the accounts: his seats are told.
   std::function<void(const std::string& user)> tell_new_rights;
   // The user's seats are told the sentence, in UTF-8, and end.

@@ -55,7 +55,9 @@ void AdminSession::handle(std::string_view line) {
     return send_line(refusal_line(*sentence));
   }
   if (!services_.is_serving()) {
-    return send_line(refusal_line("The server waits for its store, which can't be read."));
+    return send_line(refusal_line(services_.ends_in()
+                                      ? "The server is ending."
+                                      : "The server waits for its store, which can't be read."));
   }
   const auto& request = std::get<admin::Request>(read);
   working_ = true;

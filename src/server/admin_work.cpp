@@ -23,6 +23,12 @@ void shut_down(const AdminServices& services, const admin::Request& request,
     return tell(refused(std::move(why)));
   }
   const int seconds = static_cast<int>(request.number_or(Field::Seconds, usual_notice));
+  const auto ends_in = services.ends_in();
+  if (ends_in && *ends_in <= std::chrono::seconds(seconds)) {
+    const auto left = std::chrono::ceil<std::chrono::seconds>(*ends_in).count();
+    return tell(refused("The server ends in " + std::to_string(left) +
+                        " seconds already: a told end can only be brought forward."));
+  }
   services.context.audit.note(administrator, "shutdown", text);
   tell({.last = [&services, seconds, text] { services.shut_down(seconds, text); }});
 }

@@ -81,6 +81,8 @@ void Group::take_restored(const platform::GroupMemory& memory) {
   show_times_ = memory.show_times;
   if (!message_.empty()) relay_.tell(packet(ServerCommand::SrvFlashMessage, message_));
   relay_.tell(show_times());
+  // The backup's next call is over, as all its calls are.
+  remember();
 }
 
 std::string Group::exchange_is_away() const {

@@ -50,7 +50,7 @@ class Server::Inside {
   void publish(platform::RemoteService& service);
   void reconfigure(ServerOptions options);
   const Group* find_group(int number) const { return seats_.find_group(number); }
-  void shut_down(int seconds, const std::string& text, std::function<void()> done);
+  bool shut_down(int seconds, const std::string& text, std::function<void()> done);
   std::string metrics() const;
   bool has_kept_all() const { return outbox_.has_kept_all(); }
 
@@ -116,7 +116,10 @@ class Server::Inside {
 Server::Inside::Inside(ServerServices services, ServerOptions options)
     : services_(std::move(services)),
       options_(std::move(options)),
-      outbox_(services_.loop, services_.store, services_.log, {services_.journal, services_.epoch}),
+      outbox_(services_.loop, services_.store, services_.log,
+              {.journal = services_.journal,
+               .epoch = services_.epoch,
+               .holds_former = services_.journal != nullptr}),
       audit_(services_.clock, services_.random, outbox_),
       calls_(services_.clock, outbox_, services_.epoch),
       memory_(services_.store, services_.clock, outbox_, audit_),
@@ -177,6 +180,7 @@ void Server::Inside::start(std::function<void()> serving,
                            std::function<void(std::string name, std::string password)> first_user) {
   if (!replay_) return begin(std::move(serving), std::move(first_user));
   replay_->run([this, serving = std::move(serving), first_user = std::move(first_user)]() mutable {
+    outbox_.former_is_kept();
     begin(std::move(serving), std::move(first_user));
   });
 }
@@ -274,7 +278,9 @@ void Server::Inside::take_restored(platform::StoredState state) {
     if (group != nullptr) {
       group->take_restored(memory);
     } else {
-      memories_[memory.group] = memory;
+      platform::GroupMemory& held = memories_[memory.group] = memory;
+      held.next_call = platform::GroupMemory{}.next_call;
+      outbox_.put(held);
     }
   }
 }
@@ -340,6 +346,10 @@ AdminServices Server::Inside::admin_services() {
           seats_,
           groups_,
           [this] { return serving_; },
+          [this]() -> std::optional<Milliseconds> {
+            if (!end_notice_) return std::nullopt;
+            return end_notice_->ends_at() - services_.loop.now();
+          },
           [this](const std::string& user) { sessions_.tell_new_rights(user); },
           [this](const std::string& user, const std::string& why) { sessions_.end(user, why); },
           [this](int seconds, const std::string& text) {
@@ -411,10 +421,10 @@ void Server::Inside::beat() {
   if (remove_empty_groups()) sessions_.tell_groups();
 }
 
-void Server::Inside::shut_down(int seconds, const std::string& text, std::function<void()> done) {
+bool Server::Inside::shut_down(int seconds, const std::string& text, std::function<void()> done) {
   const Milliseconds wait = std::chrono::seconds(std::max(seconds, 0));
   const Milliseconds now = services_.loop.now();
-  if (end_notice_ && end_notice_->ends_at() <= now + wait) return;
+  if (end_notice_ && end_notice_->ends_at() <= now + wait) return false;
   services_.loop.cancel(shutdown_);
   end_notice_.emplace(now + wait, text, services_.epoch != 0);
   tell_end();
@@ -431,12 +441,17 @@ void Server::Inside::shut_down(int seconds, const std::string& text, std::functi
                           (outbox_.has_kept_all()
                                ? " records wait in the journal"
                                : " records are lost, but for those that the journal holds"));
+      } else if (outbox_.holds_former()) {
+        services_.log(LogLevel::Error,
+                      "the store could not be written: what the last server has left waits in the "
+                      "journal");
       }
       if (const auto call = std::exchange(*once, nullptr)) call();
     };
     after(last_writes_within, end);
     outbox_.when_empty(end);
   });
+  return true;
 }
 
 void Server::Inside::tell_end() {
@@ -494,8 +509,8 @@ const GroupOptions* Server::running_group(int number) const {
   return group == nullptr ? nullptr : &group->options();
 }
 
-void Server::shut_down(int seconds, const std::string& text, std::function<void()> done) {
-  inside_->shut_down(seconds, text, std::move(done));
+bool Server::shut_down(int seconds, const std::string& text, std::function<void()> done) {
+  return inside_->shut_down(seconds, text, std::move(done));
 }
 
 bool Server::has_kept_all() const { return inside_->has_kept_all(); }

@@ -68,8 +68,9 @@ class Server {
   const GroupOptions* running_group(int number) const;
 
   // Tells every seat that the server ends in so many seconds, ends the sessions then, writes what
-  // is to be kept and tells `done`. A second call may only shorten the time.
-  void shut_down(int seconds, const std::string& text, std::function<void()> done);
+  // is to be kept and tells `done`. A second call may only shorten the time: tells whether it is
+  // this end that holds now.
+  bool shut_down(int seconds, const std::string& text, std::function<void()> done);
   // Whether all that was to be kept is in the store or in the journal: asked for at the end.
   bool has_kept_all() const;
   // Asked for by an administrator; set by the program.

@@ -144,7 +144,13 @@ void StoreOutbox::begin_to_journal() {
 }
 
 void StoreOutbox::end_to_journal() {
+  if (journal_.holds_former) return;
   if (std::exchange(journals_, false)) journal_.journal->clear();
+}
+
+void StoreOutbox::former_is_kept() {
+  journal_.holds_former = false;
+  if (std::exchange(journals_, false) && waiting() != 0) begin_to_journal();
 }
 
 StoreChange StoreOutbox::take(Place place) {

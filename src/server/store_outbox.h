@@ -20,6 +20,8 @@ namespace lineweir::server {
 struct OutboxJournal {
   platform::StoreJournal* journal = nullptr;
   platform::Epoch epoch = 0;
+  // What a former server couldn't write may lie in it still, and isn't cleared from it.
+  bool holds_former = false;
 };
 
 // What waits to be written to the store. Nobody waits for it: while the store is away or slow it
@@ -46,6 +48,11 @@ class StoreOutbox {
   StoreOutbox& operator=(const StoreOutbox&) = delete;
 
   void put(platform::StoreChange change);
+
+  // What a former server has left in the journal is in the store, and gone from the journal with
+  // whatever else lay there.
+  void former_is_kept();
+  bool holds_former() const { return journal_.holds_former; }
 
   // Told once, as soon as nothing waits.
   void when_empty(std::function<void()> done);

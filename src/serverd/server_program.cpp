@@ -130,6 +130,8 @@ int ServerProgram::run() {
 
 void ServerProgram::begin() {
   begun_ = true;
+  // An administrator is told what the server waits for.
+  admin_listener_->accept();
   server_->start([this] { serve(); }, tell_first_user);
 }
 
@@ -175,7 +177,6 @@ void ServerProgram::serve() {
     log(LogLevel::Info, "listens on " + bound(address, listeners_[i]->port()) +
                             (needs_tls(configuration_, address) ? " by TLS" : " in plain text"));
   }
-  admin_listener_->accept();
   publish();
   if (metrics_) log(LogLevel::Info, "metrics " + bound(*configuration_.metrics, metrics_->port()));
   std::cout << "ready " + bound(configuration_.listen.front(), listeners_.front()->port()) + "\n"
@@ -218,7 +219,7 @@ void ServerProgram::take_signal(int signal) {
 void ServerProgram::read_anew() {
   try {
     const Configuration next = configuration_of(options_);
-    if (tls_) serverd::read_anew(*tls_, next, options_.configuration_file);
+    if (tls_) serverd::read_anew(*tls_, next, options_.configuration_file, log_);
     warn_of_later_keys(next);
     server::ServerOptions options = next.server;
     if (!configuration_.store_database.empty()) keep_groups_held(options);
@@ -268,6 +269,12 @@ void ServerProgram::keep_as_they_run(std::vector<server::GroupOptions>& groups) 
 }
 
 void ServerProgram::warn_of_later_keys(const Configuration& next) const {
+  // Other files of a server that has TLS anyway are taken at once.
+  Configuration with_table = configuration_;
+  with_table.tls = next.tls;
+  const auto changes_tls = [&](const SocketAddress& address) {
+    return needs_tls(with_table, address) != needs_tls(configuration_, address);
+  };
   const struct {
     const char* key;
     bool is_changed;
@@ -281,7 +288,7 @@ void ServerProgram::warn_of_later_keys(const Configuration& next) const {
       {"plain_text_network", next.plain_text_network != configuration_.plain_text_network},
       {"character_set", next.character_set != configuration_.character_set},
       {"remote_objects", next.remote_objects != configuration_.remote_objects},
-      {"[tls]", next.tls != configuration_.tls},
+      {"[tls]", std::ranges::any_of(configuration_.listen, changes_tls)},
   };
   for (const auto& [key, is_changed] : keys) {
     if (!is_changed) continue;
@@ -291,13 +298,13 @@ void ServerProgram::warn_of_later_keys(const Configuration& next) const {
 }
 
 void ServerProgram::shut_down(int seconds, const std::string& text) {
-  log(LogLevel::Notice, "ends in " + std::to_string(seconds) + " seconds");
-  end_by(loop_.now() + std::chrono::seconds(seconds) +
-         (seconds > 0 ? longest_end : longest_end_at_once));
-  server_->shut_down(seconds, text, [this] {
+  const bool holds = server_->shut_down(seconds, text, [this] {
     if (!server_->has_kept_all()) status_ = 1;
     loop_.stop();
   });
+  if (holds) log(LogLevel::Notice, "ends in " + std::to_string(seconds) + " seconds");
+  end_by(loop_.now() + std::chrono::seconds(seconds) +
+         (seconds > 0 ? longest_end : longest_end_at_once));
 }
 
 void ServerProgram::end_by(platform::Milliseconds limit) {

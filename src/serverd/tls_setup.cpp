@@ -24,6 +24,18 @@ using platform::TlsProblem;
                               " in PEM form; " + problem.what()));
 }
 
+void tell_fingerprint(const platform::TlsIdentity& identity, const server::ServerLog& log) {
+  log(server::LogLevel::Notice,
+      "consoles know this server by the fingerprint SHA-256 " + identity.fingerprint());
+}
+
+// Consoles refuse it whatever they trust.
+void require_in_time(const platform::TlsIdentity& identity, const std::string& certificate) {
+  const std::string why = identity.why_out_of_time();
+  if (why.empty()) return;
+  throw TlsProblem(TlsProblem::Part::Certificate, certificate + ": the certificate " + why);
+}
+
 }  // namespace
 
 bool needs_tls(const Configuration& configuration) {
@@ -42,8 +54,11 @@ std::unique_ptr<platform::TlsIdentity> set_up_tls(const Configuration& configura
   }
   try {
     auto identity = std::make_unique<platform::TlsIdentity>(files.certificate, files.key);
-    log(server::LogLevel::Notice,
-        "consoles know this server by the fingerprint SHA-256 " + identity->fingerprint());
+    tell_fingerprint(*identity, log);
+    if (const std::string why = identity->why_out_of_time(); !why.empty()) {
+      log(server::LogLevel::Error, "the certificate " + files.certificate + " " + why +
+                                       ": consoles refuse this server until it has another one");
+    }
     return identity;
   } catch (const TlsProblem& problem) {
     refuse(problem, configuration, file);
@@ -55,16 +70,21 @@ void check_tls(const Configuration& configuration, const std::string& file) {
   try {
     const platform::TlsIdentity usable(configuration.tls_files->certificate,
                                        configuration.tls_files->key);
+    require_in_time(usable, configuration.tls_files->certificate);
   } catch (const TlsProblem& problem) {
     refuse(problem, configuration, file);
   }
 }
 
 void read_anew(platform::TlsIdentity& identity, const Configuration& configuration,
-               const std::string& file) {
+               const std::string& file, const server::ServerLog& log) {
   const TlsFiles files = tls_files_of(configuration);
   try {
+    const platform::TlsIdentity next(files.certificate, files.key);
+    const bool is_another = next.fingerprint() != identity.fingerprint();
+    if (is_another) require_in_time(next, files.certificate);
     identity.reload(files.certificate, files.key);
+    if (is_another) tell_fingerprint(identity, log);
   } catch (const TlsProblem& problem) {
     refuse(problem, configuration, file);
   }

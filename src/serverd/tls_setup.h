@@ -19,11 +19,13 @@ std::unique_ptr<platform::TlsIdentity> set_up_tls(const Configuration& configura
                                                   const std::string& file,
                                                   const server::ServerLog& log);
 
-// Refuses files that the configuration names and that can't be used. Throws ConfigurationError.
+// Refuses files that the configuration names and that can't be used, or not today. Throws
+// ConfigurationError.
 void check_tls(const Configuration& configuration, const std::string& file);
 
-// The same files anew, or others. Throws as above, and then nothing has changed.
+// The same files anew, or others, whose certificate is not out of its time. Throws as above, and
+// then nothing has changed.
 void read_anew(platform::TlsIdentity& identity, const Configuration& configuration,
-               const std::string& file);
+               const std::string& file, const server::ServerLog& log);
 
 }  // namespace lineweir::serverd

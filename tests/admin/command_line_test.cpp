@@ -150,6 +150,7 @@ TEST_CASE("What is no order is told in one line") {
       {"shutdown", "--seconds", "-1"},
       {"shutdown", "--seconds", "86401"},
       {"backup"},
+      {"backup", ""},
       {"lines", "1", "+Dial"},
       {"seats", "--csv"},
       {"user", "lock", "\xFF"},
@@ -160,6 +161,9 @@ TEST_CASE("What is no order is told in one line") {
     CHECK(trouble != "");
     CHECK(trouble.find('\n') == std::string::npos);
   }
+  CHECK(trouble_of({"dance"}) == "\"dance\" is no command; --help tells what there is.");
+  CHECK(trouble_of({"user", "dance"}) == "\"dance\" is no command; --help tells what there is.");
+  CHECK(trouble_of({"restore", ""}) == "The name of the file is empty.");
 }
 
 TEST_CASE("Help is there for the program and for each command") {

@@ -2,6 +2,9 @@
 
 #include <doctest/doctest.h>
 
+#include <signal.h>
+
+#include <fstream>
 #include <optional>
 
 #include "core/console.h"
@@ -12,6 +15,7 @@
 #include "platform/services_with.h"
 #include "serverd/started_server.h"
 #include "temporary_directory.h"
+#include "test_certificates.h"
 #include "waiting.h"
 
 using namespace lineweir;
@@ -89,4 +93,57 @@ TEST_CASE("a console is let in by TLS once the server's own certificate is trust
   CHECK(desk.session_stands());
   CHECK(desk.messages.empty());
   CHECK(desk.console.Lineweir.no_link.get().empty());
+}
+
+TEST_CASE("a certificate is taken anew at once, and one that is out of its time is not") {
+  const TemporaryDirectory folder;
+  const auto write = [&](const std::string& name, int from, int until) {
+    const auto identity =
+        test::make_identity({.names = "IP:127.0.0.1", .from = from, .until = until});
+    std::ofstream(folder.path() / (name + ".crt")) << identity.certificate_text.toStdString();
+    std::ofstream(folder.path() / (name + ".key")) << identity.key_text.toStdString();
+  };
+  write("good", -1, 9);
+  write("better", -1, 9);
+  write("old", -9, -1);
+  write("early", 3, 9);
+  const auto with = [](const std::string& name) {
+    std::string text = configuration;
+    const std::string table = "[tls]\n";
+    return text.insert(text.find(table) + table.size(),
+                       "certificate = \"" + name + ".crt\"\nkey = \"" + name + ".key\"\n");
+  };
+  StartedServer server(folder, with("good"));
+  REQUIRE(server.wait_until_ready() > 0);
+  std::size_t from = server.wait_for_log("listens on").size();
+  const auto log_of_reload = [&](const std::string& name, const std::string& end) {
+    test::write_configuration(folder, with(name));
+    server.signal(SIGHUP);
+    const std::string& log = server.wait_for_log(end, from);
+    const std::string news = log.substr(from);
+    from = log.size();
+    return news;
+  };
+  const auto has = [](const std::string& log, const std::string& text) {
+    return log.find(text) != std::string::npos;
+  };
+  const std::string news = log_of_reload("better", "read the configuration anew\n");
+  CHECK(has(news, "consoles know this server by the fingerprint SHA-256 "));
+  CHECK_FALSE(has(news, "waits for the next start"));
+  CHECK_FALSE(has(log_of_reload("better", "read the configuration anew\n"), "fingerprint"));
+  const std::string untaken = "nothing of the configuration was taken anew\n";
+  CHECK(has(log_of_reload("old", untaken), "old.crt: the certificate has expired"));
+  CHECK(has(log_of_reload("early", untaken), "early.crt: the certificate isn't valid yet"));
+}
+
+TEST_CASE("a server whose certificate has expired serves, and says why nobody comes") {
+  const TemporaryDirectory folder;
+  const auto identity = test::make_identity({.names = "IP:127.0.0.1", .from = -9, .until = -1});
+  std::ofstream(folder.path() / "server.crt") << identity.certificate_text.toStdString();
+  std::ofstream(folder.path() / "server.key") << identity.key_text.toStdString();
+  StartedServer server(folder, configuration);
+  REQUIRE(server.wait_until_ready() > 0);
+  const std::string& log = server.wait_for_log("until it has another one");
+  CHECK(log.find("server.crt has expired: consoles refuse this server until it has another one") !=
+        std::string::npos);
 }

@@ -281,7 +281,9 @@ TEST_CASE("A backup is made, and taken over by a new server with its users") {
   }
   room.crash();
   room.store.files().at("/b.db").groups[1] = {
-      .group = 1, .next_call = -1, .message = guest_at_ten, .show_times = {"20:00", "", ""}};
+      .group = 1, .next_call = 4, .message = guest_at_ten, .show_times = {"20:00", "", ""}};
+  room.store.files().at("/b.db").groups[7] = {
+      .group = 7, .next_call = 4, .message = {}, .show_times = {}};
   room.store.content() = {};
   room.start();
   AdminTool tool(room);
@@ -305,6 +307,9 @@ TEST_CASE("A backup is made, and taken over by a new server with its users") {
   CHECK(is_told(ServerCommand::SrvShowTimes, "20:00"));
   CHECK(tool.ask({Command::AuditVerify}).at("first_wrong") == 0);
   CHECK(administrators_entries(tool).back() == "backup restored: /b.db");
+  // All calls of the backup are over, and so is who was next.
+  CHECK(room.store.content().groups.at(1).next_call == -1);
+  CHECK(room.store.content().groups.at(7).next_call == -1);
 }
 
 TEST_CASE("Who was on a line when a backup was made is not there where it is restored") {

@@ -24,8 +24,15 @@ TEST_SUITE("server/end") {
     int done = 0;
     room.server->shut_down(10, "First.", [&] { ++done; });
     CHECK(host->take(SrvShutdownNotice).size() == 1);
-    room.server->shut_down(20, "Later.", [&] { done += 10; });
-    room.server->shut_down(10, "The same.", [&] { done += 10; });
+    CHECK_FALSE(room.server->shut_down(20, "Later.", [&] { done += 10; }));
+    CHECK_FALSE(room.server->shut_down(10, "The same.", [&] { done += 10; }));
+    {
+      AdminTool tool(room);
+      admin::Request later{.command = admin::Command::Shutdown};
+      later.values[admin::Field::Seconds] = std::int64_t{600};
+      CHECK(tool.refusal(later) ==
+            "The server ends in 10 seconds already: a told end can only be brought forward.");
+    }
     CHECK(host->take(SrvShutdownNotice).empty());
     room.wait(1s);
     room.server->shut_down(3, "Sooner.", [&] { done += 100; });
@@ -40,8 +47,7 @@ TEST_SUITE("server/end") {
     CHECK(done == 100);
     CHECK_FALSE(room.connect()->is_open());
     AdminTool tool(room);
-    CHECK(tool.refusal({admin::Command::Seats}) ==
-          "The server waits for its store, which can't be read.");
+    CHECK(tool.refusal({admin::Command::Seats}) == "The server is ending.");
   }
 
   TEST_CASE("an end that is far off is told at once, and consoles leave in the last minute only") {

@@ -63,6 +63,33 @@ TEST_SUITE("server/journal") {
     CHECK(room.seat("host")->is_open());
   }
 
+  TEST_CASE("a server that ends before the store takes what the last one left loses none of it") {
+    ServerRoom room;
+    room.exchange().arrive(3, "555 0100");
+    room.store.stall(true);
+    room.wait(5s);
+    room.exchange().leave(3);
+    room.wait(5s);
+    room.crash();
+    room.store.forget_what_waits();
+    room.store.stall(false);
+    room.store.fail(true);
+    room.start();
+    room.wait(1s);
+    bool done = false;
+    room.server->shut_down(0, "Now.", [&] { done = true; });
+    // The end itself is written before the journal is tried again.
+    room.wait(500ms);
+    room.store.fail(false);
+    while (!done) room.wait(10ms);
+    room.crash();
+    room.start();
+    room.wait(10s);
+    REQUIRE(room.store.content().calls.size() == 1);
+    CHECK(room.store.content().calls.begin()->second.number == "555 0100");
+    CHECK(room.journal.content().changes.empty());
+  }
+
   TEST_CASE("a server whose journal holds nothing that still counts serves all the same") {
     ServerRoom room;
     room.wait(1s);

@@ -377,6 +377,34 @@ TEST_CASE("what waits behind what the store doesn't take lies in the journal too
   CHECK(journal.content().changes == Changes{event(1), event(2), account("anna")});
 }
 
+TEST_CASE("what a former server has left stays in the journal until it is in the store") {
+  platform::VirtualEventLoop loop;
+  NotingStore store;
+  platform::ScriptedStoreJournal journal;
+  journal.append(6, {event(1)});
+  const ServerLog log = [](LogLevel, const std::string&) {};
+  StoreOutbox outbox(loop, store, log, {.journal = &journal, .epoch = 7, .holds_former = true});
+  outbox.put(event(2));
+  loop.advance(20ms);
+  store.answer(false);
+  loop.advance(1s);
+  store.answer(true);
+  CHECK(outbox.waiting() == 0);
+  CHECK(journal.content().changes == Changes{event(1), event(2)});
+  // The store is away again when the former server's are in it.
+  outbox.put(event(3));
+  loop.advance(20ms);
+  store.answer(false);
+  CHECK(journal.content().changes.back() == StoreChange{event(3)});
+  journal.clear();
+  outbox.former_is_kept();
+  CHECK(journal.content().changes == Changes{event(3)});
+  CHECK(outbox.has_kept_all());
+  loop.advance(1s);
+  store.answer(true);
+  CHECK(journal.content().changes.empty());
+}
+
 TEST_CASE("what is written at once never comes into the journal") {
   platform::VirtualEventLoop loop;
   NotingStore store;

@@ -1,5 +1,6 @@
 #include <doctest/doctest.h>
 #include <signal.h>
+#include <sqlite3.h>
 
 #include <filesystem>
 #include <fstream>
@@ -358,4 +359,28 @@ TEST_CASE("No file of the server's takes the place of a log that was closed befo
   REQUIRE(server.wait_until_ready() > 0);
   const std::string log = "/proc/" + std::to_string(server.process()) + "/fd/2";
   CHECK(std::filesystem::read_symlink(log) == "/dev/null");
+}
+
+TEST_CASE("Whoever asks a server that waits for its store is told so") {
+  const TemporaryDirectory folder;
+  const std::string configuration = a_free_port + a_group;
+  { REQUIRE(StartedServer(folder, configuration).wait_until_ready() > 0); }
+  sqlite3* other = nullptr;
+  REQUIRE(sqlite3_open((folder.path() / "server.db").c_str(), &other) == SQLITE_OK);
+  REQUIRE(sqlite3_exec(other, "PRAGMA locking_mode = EXCLUSIVE; BEGIN EXCLUSIVE", nullptr, nullptr,
+                       nullptr) == SQLITE_OK);
+  {
+    StartedServer server(folder, configuration);
+    server.wait_for_log("in use by another program");
+    const std::string answer = (folder.path() / "answer").string();
+    const std::string command = LINEWEIR_ADMIN " --socket '" +
+                                (folder.path() / "admin.sock").string() + "' seats 2> '" + answer +
+                                "'";
+    CHECK(std::system(command.c_str()) != 0);  // NOLINT(concurrency-mt-unsafe)
+    std::ifstream file(answer);
+    const std::string told((std::istreambuf_iterator<char>(file)), {});
+    CHECK(told == "lineweir-admin: The server waits for its store, which can't be read.\n");
+    server.signal(SIGKILL);
+  }
+  sqlite3_close(other);
 }

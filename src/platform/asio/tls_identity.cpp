@@ -59,6 +59,13 @@ void TlsIdentity::reload(const std::string& certificate_file, const std::string&
   context_ = make_context(certificate_file, key_file);
 }
 
+std::string TlsIdentity::why_out_of_time() const {
+  const X509* const certificate = SSL_CTX_get0_certificate(context_.get());
+  if (X509_cmp_current_time(X509_get0_notAfter(certificate)) < 0) return "has expired";
+  if (X509_cmp_current_time(X509_get0_notBefore(certificate)) > 0) return "isn't valid yet";
+  return {};
+}
+
 std::string TlsIdentity::fingerprint() const {
   std::array<unsigned char, EVP_MAX_MD_SIZE> digest{};
   unsigned int size = 0;

@@ -32,6 +32,10 @@ class TlsIdentity {
   // The SHA-256 of the certificate, as pairs of hexadecimal digits with colons between them.
   std::string fingerprint() const;
 
+  // Why nobody trusts the certificate today, as a sentence's end such as "has expired"; empty where
+  // its time is now.
+  std::string why_out_of_time() const;
+
   SSL_CTX* context() const { return context_.get(); }
 
  private:
