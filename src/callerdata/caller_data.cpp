@@ -237,7 +237,7 @@ std::vector<int> CallerDataEntry::lines_with_unsaved_data() {
 
 void CallerDataEntry::leave_lines(int first) {
   for (int line = first; line < state_.lines.LineCount; ++line) {
-    call_log_.leave(line, CallEnd::GroupLeft);
+    call_log_.leave(line, CallEnd::LineGone);
     line_texts_.caller_gone(line);
   }
 }

@@ -17,6 +17,8 @@ enum class CallEnd {
   HungUp,
   // The console shows the lines of another group now.
   GroupLeft,
+  // The console shows fewer lines now, and that one no longer.
+  LineGone,
 };
 
 // The studio group and the moment at which a call was last seen on its line.

@@ -15,8 +15,15 @@ std::string quoted_in_short(std::string_view text) {
 }
 
 std::string_view end_text(CallEnd end) {
-  return end == CallEnd::HungUp ? "The caller has hung up"
-                                : "The caller is in the studio group that was left";
+  switch (end) {
+    case CallEnd::HungUp:
+      return "The caller has hung up";
+    case CallEnd::GroupLeft:
+      return "The caller is in the studio group that was left";
+    case CallEnd::LineGone:
+      return "The caller is on a line that isn't shown any more";
+  }
+  return {};
 }
 
 std::string elsewhere_text(const EntryNotice& notice, const EntryWork& work,

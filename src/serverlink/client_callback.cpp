@@ -57,12 +57,9 @@ void ClientCallback::ReturnCallerData(const Arguments& arguments) {
   // The group isn't looked at: the server sends only what belongs to this one.
   const std::string& data = argument<std::string>(arguments, 0);
   const int line = integer16(argument<std::int64_t>(arguments, 1));
-  if (data.empty()) {
-    // The call whose end came before is logged with what its row still shows.
-    line_events_.apply_change_of(line - 1);
-  } else {
-    line_events_.apply_ring_of(line - 1);
-  }
+  // The call whose end came before is logged with what its row still shows, and the data of the
+  // next one aren't cleared with it.
+  line_events_.apply_change_of(line - 1);
   received_data_.ReturnCallerData(data, line);
 }
 

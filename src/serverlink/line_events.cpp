@@ -64,12 +64,6 @@ void LineEvents::apply_change_of(int line) {
   if (!is_ring_after_hold(line, letter)) apply_letter(line, letter);
 }
 
-void LineEvents::apply_ring_of(int line) {
-  const bool exists = line >= 0 && line < state_.lines.LineCount;
-  if (!exists || !is_of(state_.lines.ThePhoneFlag, kinds_ringing_again)) return;
-  if (reported_letter(line) == ringing_letter) apply_change_of(line);
-}
-
 void LineEvents::Timer4_Timer() {
   // The pass that it belongs to goes on behind it.
   if (a_step_waits()) return;

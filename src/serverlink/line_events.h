@@ -43,9 +43,6 @@ class LineEvents {
   // What waits for the line is applied at once where it changes it: for what was told behind it.
   // What waits for other lines goes on waiting.
   void apply_change_of(int line);
-  // The same for a ring of equipment of kind 2, which begins the call that what follows is told of.
-  // With other kinds a console that has applied the ring is told of its caller once more.
-  void apply_ring_of(int line);
 
   // The lines are those of another studio group from now on: the rows are blank until its server
   // tells of them.

@@ -72,13 +72,10 @@ void ReceivedLines::forget_known_where_free(std::string_view status_text) {
 
 void ReceivedLines::SrvCallerData(const ServerPacket& packet) {
   if (!has_line(packet)) return;
-  if (packet.Buffer.empty()) {
-    // The call whose end came before is logged with what its row still shows.
-    line_events_.apply_change_of(packet.LineNo);
-  } else {
-    line_events_.apply_ring_of(packet.LineNo);
-    count_as_screened(packet.LineNo);
-  }
+  // The call whose end came before is logged with what its row still shows, and the data of the
+  // next one aren't cleared with it.
+  line_events_.apply_change_of(packet.LineNo);
+  if (!packet.Buffer.empty()) count_as_screened(packet.LineNo);
   received_data_.SrvCallerData(packet.Buffer, packet.LineNo);
   if (!packet.Buffer.empty()) state_.login.LastReplyCode = reply_caller_data;
 }
