@@ -62,6 +62,8 @@ class KeptOff {
       lock_database(*place.database, missing);
     } else if (missing == MissingStore::Refuse) {
       lock_file(place.file);
+    } else {
+      require_no_journal(place.file, "it is another store's, move it away");
     }
   }
 
@@ -75,12 +77,15 @@ class KeptOff {
   void lock_file(const fs::path& file) {
     if (!fs::exists(file)) throw Trouble("There is no file " + file.string() + ".");
     file_.emplace(file.string());
+    require_no_journal(file, "start the server once, and end it");
+  }
+  static void require_no_journal(const fs::path& file, const std::string& remedy) {
     const fs::path waiting = file.string() + ".waiting";
     std::error_code missing;
     const auto size = fs::file_size(waiting, missing);
     if (missing || size == 0) return;
-    throw Trouble("In " + waiting.string() +
-                  " waits what the store has not taken yet; start the server once, and end it.");
+    throw Trouble("In " + waiting.string() + " waits what the store has not taken yet; " + remedy +
+                  ".");
   }
 
   std::optional<BlockingSession> session_;
@@ -111,6 +116,12 @@ void report(const Place& from, const Place& to, const platform::TransferCounts& 
       << "  " << counted(counts.calls, "call", "calls") << '\n'
       << "  " << counted(counts.audit.entries, "entry", "entries") << " of the audit\n"
       << "Each was read again and compared.\n";
+  if (from.database) {
+    out << "What the server couldn't write before its end waits in its own folder, in "
+           "server.waiting: where that isn't empty, start the server on the old store once and "
+           "move "
+           "it again.\n";
+  }
   if (counts.audit.first_wrong != 0) {
     out << "Entry " << counts.audit.first_wrong
         << " of the audit is missing or changed, as it was before.\n";

@@ -10,6 +10,9 @@
 namespace lineweir::desk {
 namespace {
 
+// Of a command line that can't be.
+constexpr int status_wrong = 2;
+
 constexpr const char* description =
     "A switch console on the host's desk, simulated on a pseudo-terminal.\n"
     "The first line on the standard output names the device, as in \"device /dev/pts/3\".";
@@ -57,7 +60,7 @@ ParsedOptions parse_options(int argc, const char* const* argv, std::ostream& out
   try {
     app.parse(argc, argv);
   } catch (const CLI::ParseError& error) {
-    return {std::nullopt, app.exit(error, out, err)};
+    return {std::nullopt, app.exit(error, out, err) == 0 ? 0 : status_wrong};
   }
   options.layout = lines == 20 ? Layout::TwentyLines : Layout::TenLines;
   if (!script.empty()) {

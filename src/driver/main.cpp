@@ -26,6 +26,9 @@ bool run_script(const std::string& path, platform::StreamedFiles& files,
   return driver::carry_out_all(session, script, path, std::cout, std::cerr);
 }
 
+// Of a command line that can't be.
+constexpr int status_wrong = 2;
+
 std::string known_charset(const std::string& name) {
   return lineweir::find_code_page(name) != nullptr ? "" : "no such character set: " + name;
 }
@@ -44,7 +47,11 @@ int main(int argc, char** argv) {
   app.add_option("SCRIPT", scripts, "Scripts to run; without any, commands are read from input");
   app.add_option("--charset", charset, "The set of the console's texts, windows-1250 to -1258")
       ->check(known_charset);
-  CLI11_PARSE(app, argc, argv);
+  try {
+    app.parse(argc, argv);
+  } catch (const CLI::ParseError& error) {
+    return app.exit(error) == 0 ? 0 : status_wrong;
+  }
 
   const platform::IcuTransliterator transliterator;
   const lineweir::CodePageLetters letters(*lineweir::find_code_page(charset), &transliterator);

@@ -12,6 +12,9 @@ namespace lineweir::seat {
 
 namespace {
 
+// Of a command line that can't be.
+constexpr int status_wrong = 2;
+
 // Empty for an address that can be.
 std::string why_not_an_address(const std::string& address) {
   std::string why;
@@ -44,7 +47,7 @@ std::optional<Options> parse_options(int argc, const char* const* argv, std::ist
   try {
     app.parse(argc, argv);
   } catch (const CLI::ParseError& problem) {
-    status = app.exit(problem, output, errors);
+    status = app.exit(problem, output, errors) == 0 ? 0 : status_wrong;
     return std::nullopt;
   }
   options.work = work == "host" ? Work::Host : Work::Screener;

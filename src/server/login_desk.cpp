@@ -58,11 +58,12 @@ void LoginDesk::decide(const Question& question, bool fits) {
   if (guard_.address_is_locked(question.address, now)) {
     return refuse(question, Refusal::AddressLocked);
   }
-  if (guard_.user_is_locked(question.user, now)) return refuse(question, Refusal::UserLocked);
-  if (account == nullptr || !fits) {
-    guard_.note_wrong(question.user, question.address, now);
-    return refuse(question, Refusal::WrongPassword);
-  }
+  const bool is_wrong = account == nullptr || !fits;
+  const bool user_is_locked = guard_.user_is_locked(question.user, now);
+  // Each one costs a look at a password, be the user locked or not.
+  if (is_wrong) guard_.note_wrong(question.user, question.address, now);
+  if (user_is_locked) return refuse(question, Refusal::UserLocked);
+  if (is_wrong) return refuse(question, Refusal::WrongPassword);
   if (account->locked) return refuse(question, Refusal::UserLocked);
   guard_.note_right(question.user);
   question.answer(question.user);
@@ -70,8 +71,10 @@ void LoginDesk::decide(const Question& question, bool fits) {
 
 void LoginDesk::refuse(const Question& question, Refusal reason) {
   context_.figures.refuse(reason);
+  // Whoever goes on trying fills neither the log nor the audit.
+  const bool is_news = reason != Refusal::AddressLocked || guard_.note_locked_try(question.address);
   // A console that has no name yet asks so once, which is nobody's try.
-  if (!question.user.empty()) note(question, reason);
+  if (is_news && !question.user.empty()) note(question, reason);
   const auto waited = context_.loop.now() - question.asked;
   const auto rest = std::max(refused_after - waited, platform::Milliseconds{0});
   context_.loop.schedule(rest, [alive = std::weak_ptr(alive_), answer = question.answer] {

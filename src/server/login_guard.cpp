@@ -1,6 +1,7 @@
 #include "server/login_guard.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace lineweir::server {
 
@@ -26,6 +27,11 @@ void LoginGuard::note_wrong(const std::string& user, const std::string& address,
   note(addresses_, address, now, {50, 10min});
 }
 
+bool LoginGuard::note_locked_try(const std::string& address) {
+  const auto tries = addresses_.find(address);
+  return tries != addresses_.end() && !std::exchange(tries->second.tried_during_lock, true);
+}
+
 LoginGuard::Moment LoginGuard::user_locked_for(const std::string& user, Moment now) const {
   const auto tries = users_.find(user);
   return tries == users_.end() ? Moment{0} : std::max(tries->second.locked_until - now, Moment{0});
@@ -47,6 +53,7 @@ void LoginGuard::note(Book& book, const std::string& name, Moment now, const Lim
   if (tries.wrong.size() < limit.wrong) return;
   tries.next_lock = std::max(tries.next_lock, first_lock);
   tries.locked_until = now + tries.next_lock;
+  tries.tried_during_lock = false;
   tries.next_lock = std::min(tries.next_lock * 2, longest_lock);
   tries.wrong.clear();
 }

@@ -23,8 +23,11 @@ class LoginGuard {
     return is_locked(addresses_, address, now);
   }
 
-  // A password was wrong, or the user is none. Tries during a lock don't count.
+  // A password was wrong, or the user is none. Tries for a user during his lock count for the
+  // address alone, and those of an address during its lock for nobody.
   void note_wrong(const std::string& user, const std::string& address, Moment now);
+  // A locked address has tried; tells whether it is the first time during this lock.
+  bool note_locked_try(const std::string& address);
   void note_right(const std::string& user) { users_.erase(user); }
 
  private:
@@ -33,6 +36,7 @@ class LoginGuard {
     Moment locked_until{0};
     Moment next_lock{0};
     Moment last{0};
+    bool tried_during_lock = false;
   };
   using Book = std::map<std::string, Tries>;
   struct Limit;

@@ -43,7 +43,8 @@ NextCall::NextCall(const Context& context, const GroupOptions& options, Relay& r
     : context_(context), options_(options), relay_(relay), lines_(lines) {}
 
 void NextCall::remember(int line, bool had_caller) {
-  if (server_chooses() || line < 0 || line >= lines_.count()) return;
+  // The configuration may have lost the line meanwhile.
+  if (server_chooses() || !lines_.exists(line)) return;
   const bool is_known = lines_.exchange().is_reached();
   hangs_on_caller_ = had_caller && !is_known;
   const bool is_over =

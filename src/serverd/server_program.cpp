@@ -44,6 +44,8 @@ ServerProgram::ServerProgram(ProgramOptions options, Configuration configuration
       store_(configuration_, loop_, log_),
       journal_(configuration_.journal_file, loop_),
       signals_(loop_, [this](int signal) { take_signal(signal); }) {
+  for (const server::GroupOptions& group : configuration_.server.groups)
+    groups_of_start_.insert(group.number);
   if (needs_tls(configuration_))
     tls_ = set_up_tls(configuration_, options_.configuration_file, log_);
   journal_.on_trouble = [this](const std::string& trouble) { log(LogLevel::Error, trouble); };
@@ -130,8 +132,6 @@ int ServerProgram::run() {
 
 void ServerProgram::begin() {
   begun_ = true;
-  // An administrator is told what the server waits for.
-  admin_listener_->accept();
   server_->start([this] { serve(); }, tell_first_user);
 }
 
@@ -160,6 +160,8 @@ void ServerProgram::listen() {
   admin_listener_->on_connection = [this](std::unique_ptr<platform::Connection> connection) {
     server_->accept_admin(std::move(connection));
   };
+  // An administrator is told what the server waits for.
+  admin_listener_->accept();
   if (configuration_.metrics) {
     metrics_ = std::make_unique<platform::MetricsEndpoint>(loop_, configuration_.metrics->address,
                                                            configuration_.metrics->port,
@@ -240,8 +242,7 @@ void ServerProgram::read_anew() {
 // Nobody else has the groups of the start.
 void ServerProgram::keep_groups_held(server::ServerOptions& options) const {
   const auto is_held = [this](const server::GroupOptions& group) {
-    return std::ranges::count(configuration_.server.groups, group.number,
-                              &server::GroupOptions::number) > 0;
+    return groups_of_start_.contains(group.number);
   };
   std::erase_if(options.groups, [&](const server::GroupOptions& group) {
     if (is_held(group)) return false;

@@ -2,6 +2,7 @@
 
 #include <memory>
 #include <optional>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -67,6 +68,8 @@ class ServerProgram {
 
   ProgramOptions options_;
   Configuration configuration_;
+  // Those that this process holds in a database, whatever was taken out of the file since.
+  std::set<int> groups_of_start_;
   LogSink sink_;
   server::ServerLog log_;
   ServiceManager manager_;

@@ -1,5 +1,7 @@
 #include "serverlink/profile_files.h"
 
+#include <utility>
+
 #include "base/names.h"
 #include "base/text.h"
 #include "callerdata/call_log_file.h"
@@ -24,15 +26,34 @@ bool may_begin_plan(std::string_view path) {
 
 ProfileFiles::ProfileFiles(ConsoleState& state, ShowPlanStore& show_plan,
                            CallLogFile& call_log_file)
-    : state_(state), show_plan_(show_plan), call_log_file_(call_log_file) {}
+    : FormWatch(state.Form2), state_(state), show_plan_(show_plan), call_log_file_(call_log_file) {}
 
-std::string ProfileFiles::show_plan() const { return show_plan_.path_to_store(); }
+std::string ProfileFiles::show_plan() const {
+  const auto awaited = awaited_plan();
+  return awaited ? awaited->path : show_plan_.path_to_store();
+}
+
+std::optional<ProfileFiles::AwaitedPlan> ProfileFiles::awaited_plan() const {
+  const bool is_edited_still = awaited_plan_ && awaited_plan_->edited == show_plan_.TheDataFileName;
+  return is_edited_still ? awaited_plan_ : std::nullopt;
+}
+
+void ProfileFiles::changed(Element& element, PropertyId property) {
+  const bool is_left = &element == &state_.Form2 && property == PropertyId::Visible;
+  if (!is_left || state_.Form2.visible) return;
+  const auto awaited = awaited_plan();
+  awaited_plan_.reset();
+  if (awaited) take_show_plan(awaited->path, awaited->handler);
+}
 
 std::string ProfileFiles::call_log() const { return call_log_file_.path_to_store(); }
 
 void ProfileFiles::take_show_plan(const std::string& path, const std::string& handler) {
   // What is in the editor belongs to the file that is open.
-  if (state_.Form2.visible) return;
+  if (state_.Form2.visible) {
+    awaited_plan_ = {path, handler, show_plan_.TheDataFileName};
+    return;
+  }
   guard(state_.trace, handler, [&] {
     require_storable(path, longest_plan_path);
     open_plan(path);

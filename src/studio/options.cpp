@@ -12,6 +12,9 @@
 namespace lineweir::studio {
 namespace {
 
+// Of a command line that can't be.
+constexpr int status_wrong = 2;
+
 constexpr const char* description =
     "A telephone studio behind an interface box, simulated on a pseudo-terminal.\n"
     "The first line on the standard output names the device, as in \"device /dev/pts/3\".";
@@ -171,7 +174,7 @@ ParsedOptions parse_options(int argc, const char* const* argv, std::ostream& out
   try {
     app.parse(argc, argv);
   } catch (const CLI::ParseError& error) {
-    return {std::nullopt, app.exit(error, out, err)};
+    return {std::nullopt, app.exit(error, out, err) == 0 ? 0 : status_wrong};
   }
 
   StudioOptions options = options_of(arguments, app.count("--call-every") > 0);

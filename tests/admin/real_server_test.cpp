@@ -173,6 +173,13 @@ TEST_CASE("A store that isn't whole without what waits beside it is not moved") 
             " waits what the store has not taken yet; start the server once, and end it.\n");
   CHECK_FALSE(std::filesystem::exists(studio.path("new.db")));
   std::filesystem::resize_file(waiting, 0);
+  const std::string former = studio.path("new.db.waiting");
+  std::ofstream(former) << "another store's";
+  CHECK(studio.refusal(words) == "lineweir-admin: In " + former +
+                                     " waits what the store has not taken yet; it is another "
+                                     "store's, move it away.\n");
+  CHECK_FALSE(std::filesystem::exists(studio.path("new.db")));
+  std::filesystem::remove(former);
   CHECK(studio.out(words).starts_with("moved from "));
 }
 

@@ -450,14 +450,16 @@ TEST_CASE("A backup that isn't of the version that it names changes nothing, or 
           "PRAGMA writable_schema = ON; UPDATE sqlite_schema SET rootpage = (SELECT sum(rootpage) "
           "FROM sqlite_schema WHERE name LIKE 'calls_by_%') - rootpage "
           "WHERE name LIKE 'calls_by_%'");
+  damaged("trigger", "CREATE TRIGGER t AFTER INSERT ON calls BEGIN DELETE FROM audit; END");
+  damaged("unique", "CREATE UNIQUE INDEX one_a_group ON calls (group_number)");
   damaged("more", "ALTER TABLE accounts ADD COLUMN more TEXT; CREATE TABLE notes (a)");
   damaged("earlier",
           "DROP INDEX calls_by_caller; ALTER TABLE calls DROP COLUMN caller; "
           "DROP TABLE flagged_callers; PRAGMA user_version = 1");
   desk.begin_empty();
   REQUIRE(desk.write({fresh_account("first"), event(2)}));
-  for (const char* name :
-       {"no-version", "earlier-version", "no-table", "view", "column", "rule", "index"}) {
+  for (const char* name : {"no-version", "earlier-version", "no-table", "view", "column", "rule",
+                           "index", "trigger", "unique"}) {
     CAPTURE(name);
     CHECK(desk.restore(desk.file(name)).find(name) != std::string::npos);
     CHECK(desk.load()->accounts.size() == 1);
@@ -466,6 +468,8 @@ TEST_CASE("A backup that isn't of the version that it names changes nothing, or 
   }
   CHECK(desk.restore(desk.file("no-table")) ==
         "The file 'no-table' is no whole store: it lacks audit_end.entries.");
+  CHECK(desk.restore(desk.file("trigger")) ==
+        "The file 'trigger' is more than a store: it has the trigger t.");
   CHECK(desk.restore(desk.file("earlier")) == "");
   CHECK(desk.calls()->size() == 1);
   CHECK(desk.history(caller_key(full_call(1)))->calls == 1);

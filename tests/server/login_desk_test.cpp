@@ -77,6 +77,21 @@ TEST_SUITE("server/login desk") {
     CHECK(is_let_in(guesser));
   }
 
+  TEST_CASE("who guesses at one name alone locks his address too, and fills no audit") {
+    ServerRoom room;
+    const std::string guesser = "10.0.0.66";
+    for (int i = 0; i < 100; ++i) room.connect(guesser)->log_in("host", "guess");
+    CHECK(locked_addresses(room) == 50);
+    room.wait(1s);
+    const auto refused = [&](const std::string& why) {
+      return std::ranges::count(room.store.content().audit, guesser + ", " + why,
+                                [](const auto& entry) { return entry.event.detail; });
+    };
+    CHECK(refused("wrong_password") == 5);
+    CHECK(refused("user_locked") == 45);
+    CHECK(refused("address_locked") == 1);
+  }
+
   TEST_CASE("who asks while the address is being locked is refused as the others") {
     ServerRoom room;
     const std::string guesser = "10.0.0.66";

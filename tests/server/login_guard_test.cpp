@@ -54,6 +54,23 @@ TEST_CASE("tries during a lock don't count") {
   CHECK_FALSE(guard.user_is_locked("host", 61s));
 }
 
+TEST_CASE("tries for a locked user count for their address, which is told of once a lock") {
+  LoginGuard guard;
+  const auto guess_there = [&](int count, Moment now) {
+    for (int i = 0; i < count; ++i) guard.note_wrong("host", "there", now);
+  };
+  guess_there(49, 1s);
+  CHECK_FALSE(guard.address_is_locked("there", 1s));
+  CHECK_FALSE(guard.note_locked_try("nowhere"));
+  guess_there(1, 1s);
+  CHECK(guard.address_is_locked("there", 1s));
+  CHECK(guard.user_locked_for("host", 1s) == 1min);
+  CHECK(guard.note_locked_try("there"));
+  CHECK_FALSE(guard.note_locked_try("there"));
+  guess_there(50, 5min);
+  CHECK(guard.note_locked_try("there"));
+}
+
 TEST_CASE("the right password, or a day, makes the next lock a minute again") {
   LoginGuard guard;
   guess(guard, 5, 1s);

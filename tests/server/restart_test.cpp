@@ -66,6 +66,19 @@ TEST_CASE("data that somebody has changed in the store reach the consoles as dat
                               "\2xxxxxx\2" + std::string(500, 'x') + "\2" + hundred + "\2");
 }
 
+TEST_CASE("a next call on a line that the configuration has lost is none") {
+  ServerRoom room;
+  auto host = room.seat("host");
+  room.exchange().arrive(5, {});
+  room.exchange().obey("S05");
+  host->send(host->packet(CmdSetNextCall, 5));
+  room.wait(1s);
+  room.crash();
+  room.options.groups[0].missing_lines = {6};
+  room.start();
+  CHECK(room.seat("host")->take_last(SrvNextCall).LineNo == 255);
+}
+
 TEST_CASE("a next call that ended while the server was away stays ended") {
   ServerRoom room;
   auto host = room.seat("host");

@@ -105,6 +105,17 @@ TEST_CASE_FIXTURE(Pair, "groups that a reload adds wait, as nobody has asked who
   CHECK(first.logs("group 2 waits for the next start"));
   CHECK(first.admin("lines 1"));
   CHECK_FALSE(first.admin("lines 2"));
+  // One that was its own at the start is so still when it comes back into the file.
+  std::string other = first.configuration();
+  other.replace(other.find("number = 1"), 10, "number = 3");
+  test::write_configuration(first.folder, other);
+  first.server->signal(SIGHUP);
+  CHECK(first.logs("group 3 waits for the next start"));
+  CHECK_FALSE(first.admin("lines 1"));
+  test::write_configuration(first.folder, first.configuration());
+  first.server->signal(SIGHUP);
+  for (int waits = 0; waits < 100 && !first.admin("lines 1"); ++waits) ::usleep(100'000);
+  CHECK(first.admin("lines 1"));
   // One that stands by reads its file anew too.
   second->server->signal(SIGHUP);
   CHECK(second->logs("read the configuration anew"));

@@ -85,9 +85,12 @@ Connection open_copy(const std::filesystem::path& file) {
   }
   // Whoever had the file may have changed its version alone.
   const std::string missing = missing_column(copy.get());
-  if (missing.empty()) return copy;
+  const std::string meddling = meddling_part(copy.get());
+  if (missing.empty() && meddling.empty()) return copy;
   throw Failure(failure_number::not_a_database,
-                "The file " + shown_name(file) + " is no whole store: it lacks " + missing + ".");
+                "The file " + shown_name(file) +
+                    (missing.empty() ? " is more than a store: it has the " + meddling + "."
+                                     : " is no whole store: it lacks " + missing + "."));
 }
 
 namespace {

@@ -189,6 +189,13 @@ std::string missing_column(sqlite3* connection) {
   return {};
 }
 
+std::string meddling_part(sqlite3* connection) {
+  Statement found(connection,
+                  "SELECT type || ' ' || name FROM sqlite_schema WHERE type = 'trigger' OR "
+                  "(type = 'index' AND sql LIKE 'CREATE UNIQUE%') ORDER BY name");
+  return found.step() ? std::string(found.text(0)) : std::string();
+}
+
 void bring_up_to_date(sqlite3* connection, std::span<const char* const> steps) {
   offer_telephone_key(connection);
   while (static_cast<std::size_t>(version_of(connection)) < steps.size()) {

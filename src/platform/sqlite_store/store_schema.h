@@ -31,6 +31,10 @@ bool is_up_to_date(sqlite3* connection);
 // these.
 std::string missing_column(sqlite3* connection);
 
+// What would change or refuse what is written, and is no part of a store: the first trigger or
+// index of this kind, as a sentence names it; empty where there is none.
+std::string meddling_part(sqlite3* connection);
+
 // Takes the steps that the database lacks, each whole or not at all.
 void bring_up_to_date(sqlite3* connection,
                       std::span<const char* const> steps = store_schema_steps());
