@@ -150,12 +150,6 @@ void DisplayOptions::fill_width_boxes() {
   }
 }
 
-void DisplayOptions::renew_untouched_width_boxes() {
-  for (const int column : ColumnsInUse) {
-    if (width_box_untouched(column)) fill_width_box(column);
-  }
-}
-
 bool DisplayOptions::in_use(int column) const {
   return std::ranges::find(ColumnsInUse, column) != ColumnsInUse.end();
 }

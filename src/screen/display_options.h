@@ -52,8 +52,6 @@ class DisplayOptions {
 
   // Shows the columns' present widths on the screen in the form's boxes, 0 for a hidden one.
   void fill_width_boxes();
-  // The same while the user looks at them: what he has typed and left unfinished stays.
-  void renew_untouched_width_boxes();
 
   // Tells on the form which columns in use the rows have no room for.
   void tell_room();

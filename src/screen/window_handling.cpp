@@ -55,11 +55,7 @@ void WindowHandling::timResize_Timer() {
   form.timResize.enabled = false;
   if (form.window_state == window_minimised) return;
   layout_.RedefineScreen();
-  if (state_.DisplayOptionForm.visible) {
-    display_.renew_untouched_width_boxes();
-  } else {
-    display_.fill_width_boxes();
-  }
+  if (!state_.DisplayOptionForm.visible) display_.fill_width_boxes();
 }
 
 }  // namespace lineweir

@@ -108,11 +108,16 @@ void LineEvents::apply_letter(int line, char letter) {
 void LineEvents::apply_report(int line, char letter) {
   LineTable& lines = state_.lines;
   const char old_letter = lines.StatusLetter(line);
+  const bool lacks_words =
+      lines.FreshConnect && state_.Lineweir.LineStatus(line).caption.get().empty();
   if (letter != old_letter) {
-    if (ring_held_back(line, letter)) return;
+    if (ring_held_back(line, letter)) {
+      if (lacks_words) show_words_again(line, old_letter);
+      return;
+    }
     process_change(line, letter, old_letter);
     if (line >= lines.LineCount) return;
-  } else if (lines.FreshConnect && state_.Lineweir.LineStatus(line).caption.get().empty()) {
+  } else if (lacks_words) {
     show_words_again(line, letter);
   }
   if (letter != 'F') lines.StatusLetter(line) = letter;
@@ -166,11 +171,12 @@ bool LineEvents::ring_held_back(int line, char letter) {
 
 void LineEvents::process_change(int line, char letter, char old_letter) {
   if (letter == 'F' && old_letter == ' ') return free_busy_line(line);
-  const int equipment = state_.lines.ThePhoneFlag;
-  const LineRule* rule = line_rule(server_rules, letter, equipment);
-  if (rule == nullptr) rule = &other_letter_rule;
-  const LineReport report = report_of(line, letter, old_letter);
-  carry_out(*rule, report);
+  carry_out(rule_of(letter), report_of(line, letter, old_letter));
+}
+
+const LineRule& LineEvents::rule_of(char letter) const {
+  const LineRule* const rule = line_rule(server_rules, letter, state_.lines.ThePhoneFlag);
+  return rule == nullptr ? other_letter_rule : *rule;
 }
 
 void LineEvents::carry_out(const LineRule& rule, const LineReport& report) {
@@ -201,8 +207,10 @@ void LineEvents::free_busy_line(int line) {
 // The times of the calls, which come with a session, have blanked them.
 void LineEvents::show_words_again(int line, char letter) {
   const LineReport report = report_of(line, letter, letter);
-  line_steps_.run(RuleStep(LineStep::ShowText), report);
-  if (letter == ready_letter) line_steps_.run(RuleStep(LineStep::ShowRowOrNext), report);
+  for (const RuleStep& step : rule_of(letter).steps) {
+    const bool shows = step.step == LineStep::ShowText || step.step == LineStep::ShowRowOrNext;
+    if (shows) line_steps_.run(step, report);
+  }
   const bool has_other_call =
       state_.lines.ClockRunning(line) != 0 && state_.lines.ClockBase(line).empty();
   if (has_other_call) line_steps_.run(RuleStep(LineStep::BaseNow), report);

@@ -72,6 +72,7 @@ class LineEvents {
   // With equipment of kind 2 a ring that follows hold counts when it is seen in two passes running.
   bool ring_held_back(int line, char letter);
   bool is_ring_after_hold(int line, char letter) const;
+  const LineRule& rule_of(char letter) const;
   void process_change(int line, char letter, char old_letter);
   void free_busy_line(int line);
   void carry_out(const LineRule& rule, const LineReport& report);
